@@ -1,0 +1,32 @@
+// Port: the panel in which the user chooses files or folders.
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace quillow {
+
+class Window;
+
+struct OpenPanel {
+    std::optional<QUrl> directoryURL; ///< where it starts; nothing leaves it to the platform
+    bool canChooseDirectories = false;
+    bool canChooseFiles = true;
+    QString prompt;  ///< text of the default button
+    QString message; ///< one line above the list
+};
+
+class Panels {
+public:
+    virtual ~Panels() = default;
+
+    /// Shows the panel as a sheet on the window and returns at once. `completionHandler` gets the chosen URL, or nothing
+    /// when the panel was cancelled.
+    virtual void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
+                                          std::function<void(const std::optional<QUrl>& url)> completionHandler) = 0;
+};
+
+} // namespace quillow

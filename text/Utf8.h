@@ -1,0 +1,30 @@
+// UTF-8 in and out, by the rules of the Unicode Standard (table 3-7) and of the Encoding Standard (section 8.1).
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace quillow::text {
+
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+
+/// Appends one code point as UTF-8. Surrogates and values over U+10FFFF are written as U+FFFD.
+void appendUtf8(std::string& out, char32_t codePoint);
+
+/// True when the whole view is well-formed UTF-8.
+[[nodiscard]] bool isValidUtf8(std::string_view bytes);
+
+/// True when the view is well-formed UTF-8 and holds at least one byte over 0x7F.
+[[nodiscard]] bool isMultiByteUtf8(std::string_view bytes);
+
+struct DecodedCodePoint {
+    char32_t codePoint; ///< U+FFFD for an ill-formed sequence
+    std::size_t length; ///< bytes consumed, at least 1: an ill-formed sequence's maximal subpart
+    bool wellFormed;
+};
+
+/// The code point at the start of a view that is not empty.
+[[nodiscard]] DecodedCodePoint decodeUtf8(std::string_view bytes);
+
+} // namespace quillow::text

@@ -1,0 +1,75 @@
+#!/usr/bin/env python3
+"""check_layers.py [ROOT]: holds every #include of the project against the rules of tools/layers.txt. Exit 1 on a breach.
+
+A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that fits a file decides. Allowed words:
+  std        any <...> header that is neither Qt nor X11: the standard library and POSIX
+  qtvalue    the Qt Core value headers listed in QT_VALUE
+  qt         any Qt header
+  x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
+  a prefix   of a project include ("util/") or of a library's ("libxml/"); "-prefix" takes one back, the longest match decides
+A folder that no rule covers is a breach.
+"""
+import pathlib
+import re
+import sys
+
+QT_VALUE = {"QByteArray", "QByteArrayView", "QChar", "QDate", "QDateTime", "QHash", "QList", "QLatin1StringView", "QMap",
+            "QPoint", "QRect", "QRectF", "QSet", "QSize", "QSizeF", "QString", "QStringList", "QStringView", "QTime",
+            "QUrl", "QUuid", "QtGlobal"}
+POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|poll|signal|spawn|pthread|dlfcn|immintrin|arm_neon)\.h$")
+SOURCES = {".h", ".hpp", ".c", ".cc", ".cpp"}
+
+
+def read_rules(path):
+    rules = {}
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        line = line.split("#")[0].strip()
+        if not line:
+            continue
+        if ":" not in line:
+            sys.exit(f"{path}:{number}: no colon")
+        prefix, allowed = line.split(":", 1)
+        rules[prefix.strip()] = allowed.split()
+    return rules
+
+
+def is_allowed(source, include, angled, words):
+    if not angled:
+        matches = (w for w in words if include.startswith(w.lstrip("-")))
+        best = max(matches, key=lambda w: len(w.lstrip("-")), default="-")
+        return not best.startswith("-")
+    name = include.split("/")[-1]
+    if re.match(r"(X11|xcb)/", include):
+        return "x11" in words and source.suffix == ".cpp"
+    if re.match(r"Q[A-Z]|Qt[A-Z]|qt", name) or include.startswith("Qt"):
+        return "qt" in words or ("qtvalue" in words and name in QT_VALUE)
+    if "std" in words and ("." not in include or POSIX.match(include)):
+        return True
+    return any(include.startswith(w) for w in words)
+
+
+def main():
+    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".")
+    rules = read_rules(root / "tools/layers.txt")
+    files = breaches = 0
+    for source in sorted(root.rglob("*")):
+        relative = source.relative_to(root).as_posix()
+        if source.suffix not in SOURCES or relative.startswith("build/"):
+            continue
+        files += 1
+        rule = max((p for p in rules if relative.startswith(p)), key=len, default=None)
+        if rule is None:
+            print(f"{relative}: no rule for this folder")
+            breaches += 1
+            continue
+        for number, line in enumerate(source.read_text(errors="replace").splitlines(), 1):
+            match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)', line)
+            if match and not is_allowed(source, match[2], match[1] == "<", rules[rule]):
+                print(f"{relative}:{number}: '{rule}' may not include {match[2]}")
+                breaches += 1
+    print(f"check_layers: {files} files, {len(rules)} rules, {breaches} breach(es)")
+    return 1 if breaches or files == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
