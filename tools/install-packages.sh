@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# install-packages.sh run|test|fuzz...: installs the Debian packages that building (run), testing (test) or fuzzing (fuzz) needs.
-# Says nothing when nothing is missing. Uses sudo when it is not root.
+# install-packages.sh run|test|fuzz|bench...: installs the Debian packages that building (run), testing (test), fuzzing (fuzz) or
+# measuring (bench) needs. Says nothing when nothing is missing. Uses sudo when it is not root.
 set -euo pipefail
 
-build=(g++ cmake ninja-build ccache pkg-config python3-minimal qt6-base-dev libicu-dev libxml2-dev libpoppler-cpp-dev)
-testing=(libgtest-dev libgmock-dev clang-format-14 git xvfb openbox xdotool imagemagick pcmanfm x11-utils dbus
+build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libxml2-dev libpoppler-cpp-dev)
+testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0 fonts-dejavu-core)
 fuzzing=(clang-14 libclang-rt-14-dev)
+benching=(libbenchmark-dev valgrind)
 
 packages=("${build[@]}")
 for what in "$@"; do
@@ -14,6 +15,7 @@ for what in "$@"; do
         run) ;;
         test) packages+=("${testing[@]}") ;;
         fuzz) packages+=("${fuzzing[@]}") ;;
+        bench) packages+=("${benching[@]}") ;;
         *) echo "install-packages.sh: unknown set '$what'" >&2; exit 2 ;;
     esac
 done
