@@ -2,6 +2,8 @@
 // empty string, empty bytes and a zero are values.
 #pragma once
 
+#include "base/Image.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QList>
@@ -41,6 +43,8 @@ public:
         : value_(value) {}
     Boxed(const QDateTime& value)
         : value_(value) {}
+    Boxed(const Image& value)
+        : value_(value) {}
     Boxed(const Array& value)
         : value_(value) {}
     Boxed(const Dictionary& value)
@@ -66,12 +70,13 @@ public:
     [[nodiscard]] std::optional<QString> string() const { return get<QString>(); }
     [[nodiscard]] std::optional<QByteArray> data() const { return get<QByteArray>(); }
     [[nodiscard]] std::optional<QDateTime> date() const { return get<QDateTime>(); }
+    [[nodiscard]] std::optional<Image> image() const { return get<Image>(); }
     [[nodiscard]] std::optional<Array> array() const { return get<Array>(); }
     [[nodiscard]] std::optional<Dictionary> dictionary() const { return get<Dictionary>(); }
 
     /// The value with its type, for those who store it.
-    using Value = std::variant<std::monostate, bool, std::int64_t, float, double, QString, QByteArray, QDateTime, Array,
-                               Dictionary>;
+    using Value = std::variant<std::monostate, bool, std::int64_t, float, double, QString, QByteArray, QDateTime, Image,
+                               Array, Dictionary>;
     [[nodiscard]] const Value& value() const { return value_; }
 
     /// Same type and same value: 1, true and 1.0 differ, and so do nil and every empty value.

@@ -23,6 +23,7 @@ struct Alert {
 /// What an alert answers: the first button added 1000, the second 1001, and so on, wherever they stand on the screen.
 inline constexpr int kAlertFirstButtonReturn = 1000;
 inline constexpr int kAlertSecondButtonReturn = 1001;
+inline constexpr int kAlertThirdButtonReturn = 1002;
 /// The alert was dismissed without any button (Escape where no button is Cancel, the window went away).
 inline constexpr int kAlertDismissed = 0;
 
@@ -35,6 +36,9 @@ public:
     /// Escape presses a button named "Cancel" where there is one; it never answers a sole button's code.
     virtual void beginSheetModalForWindow(const Alert& alert, Window* window,
                                           std::function<void(int returnCode)> completionHandler) = 0;
+
+    /// Shows the alert on its own, modal to the whole program, and returns its code when it has been answered.
+    [[nodiscard]] virtual int runModal(const Alert& alert) = 0;
 };
 
 } // namespace quillow

@@ -15,6 +15,12 @@ public:
     [[nodiscard]] virtual Boxed objectForKey(const QString& key) const = 0;
     /// Stores a value; nil removes the key.
     virtual void setObject(const Boxed& value, const QString& forKey) = 0;
+
+    /// Values that keys answer while nothing was set for them. They are not stored.
+    virtual void registerDefaults(const Boxed::Dictionary& registrationDictionary) = 0;
+
+    /// Brings what was set to the disk before it returns.
+    virtual void synchronize() = 0;
 };
 
 } // namespace quillow

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 
 namespace quillow {
 
@@ -18,6 +19,10 @@ public:
 
     /// Opens the item with its default application.
     virtual void openFile(const QString& path) = 0;
+
+    /// Opens the URL with what the desktop has for it: a browser, a mail program. An invalid URL opens nothing; no failure is
+    /// reported.
+    virtual void openURL(const QUrl& url) = 0;
 };
 
 } // namespace quillow

@@ -1,0 +1,15 @@
+// Rectangles of windows and views.
+#pragma once
+
+namespace quillow {
+
+/// In points; the origin is the bottom left corner and y grows upwards.
+struct Rect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+} // namespace quillow

@@ -1,0 +1,15 @@
+// Port: the operating system under the program.
+#pragma once
+
+#include <QString>
+
+namespace quillow {
+
+class SystemInfo {
+public:
+    virtual ~SystemInfo() = default;
+    /// A human-readable name and version, "Debian GNU/Linux 12 (bookworm)".
+    [[nodiscard]] virtual QString operatingSystemVersionString() const = 0;
+};
+
+} // namespace quillow

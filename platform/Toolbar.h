@@ -1,0 +1,55 @@
+// Port: a window's toolbar. It asks its delegate for its items when it is put on a window, and runs an item's action when the
+// user presses it.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace quillow {
+
+class Toolbar;
+
+struct ToolbarItem {
+    QString itemIdentifier;
+    QString label;
+    QString paletteLabel;
+    QString toolTip;
+    QString imageName; ///< of one of the program's own pictures
+    int tag = 0;
+    std::function<void(const ToolbarItem* item)> action;
+};
+
+class ToolbarDelegate {
+public:
+    virtual ~ToolbarDelegate() = default;
+    /// The items shown by default, those that may be added, and those that can appear selected.
+    [[nodiscard]] virtual QStringList toolbarDefaultItemIdentifiers(const Toolbar& toolbar) const = 0;
+    [[nodiscard]] virtual QStringList toolbarAllowedItemIdentifiers(const Toolbar& toolbar) const = 0;
+    [[nodiscard]] virtual QStringList toolbarSelectableItemIdentifiers(const Toolbar& toolbar) const = 0;
+    /// A new item, or null when the identifier is unknown.
+    [[nodiscard]] virtual std::unique_ptr<ToolbarItem>
+    itemForItemIdentifier(Toolbar& toolbar, const QString& itemIdentifier, bool willBeInsertedIntoToolbar) = 0;
+};
+
+class Toolbar {
+public:
+    virtual ~Toolbar() = default;
+    virtual void setDelegate(ToolbarDelegate* delegate) = 0;
+    virtual void setAllowsUserCustomization(bool allows) = 0;
+    /// In the order shown; empty until the toolbar is on a window. The items stay where they are while the toolbar lives.
+    [[nodiscard]] virtual QList<const ToolbarItem*> items() const = 0;
+    virtual void setSelectedItemIdentifier(const QString& identifier) = 0;
+};
+
+class ToolbarFactory {
+public:
+    virtual ~ToolbarFactory() = default;
+    /// A toolbar on no window yet.
+    [[nodiscard]] virtual std::unique_ptr<Toolbar> makeToolbar(const QString& identifier) = 0;
+};
+
+} // namespace quillow

@@ -1,0 +1,99 @@
+// The update checker: decides when to look for a newer release, fetches the release-information list from the first mirror that
+// answers, and tells the user. One instance serves the whole process.
+#pragma once
+
+#include "base/ActionSender.h"
+#include "base/Boxed.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+namespace quillow {
+
+class Alerts;
+class BackgroundQueue;
+class Clock;
+class Defaults;
+class MainQueue;
+class MWAppSupportUtility;
+class PropertyListLoader;
+class Workspace;
+
+/// What the checker reaches the world through. All of it outlives the checker.
+struct PhoneHomePorts {
+    Alerts& alerts;
+    BackgroundQueue& backgroundQueue;
+    Clock& clock;
+    Defaults& defaults;
+    MainQueue& mainQueue;
+    PropertyListLoader& propertyListLoader;
+    Workspace& workspace;
+    const MWAppSupportUtility& supportUtility;
+};
+
+class MWPhoneHome {
+public:
+    explicit MWPhoneHome(const PhoneHomePorts& ports) // selector: init
+        : ports_(ports) {}
+    MWPhoneHome(const MWPhoneHome&) = delete;
+    MWPhoneHome& operator=(const MWPhoneHome&) = delete;
+
+    /// The ports of the shared instance; given once, before it is first asked for.
+    static void setSharedPorts(const PhoneHomePorts& ports); // selector: none
+    /// The one instance, made on first use, whichever thread asks first.
+    [[nodiscard]] static MWPhoneHome& sharedPhoneHome();
+
+    void SetValueAppRelease(std::int64_t appRelease, const QString& appName, const QString& plistUrl1,
+                            const QString& plistUrl2, const QString& plistUrl3, const QString& plistUrl4);
+
+    /// Looks for a newer release when none was looked for today, and invites the user when that was long ago and reports are
+    /// switched off. Called at the start of a launch.
+    void startupProcedure(Sender caller = {});
+
+    // Each starts a check unless one is running; the daily ones only when the last check was not today.
+    void checkForLastReleaseAvailableWithNotify(Sender sender = {});
+    void silentCheckForLastReleaseAvailable(Sender sender = {});
+    void dailySilentCheckForLastReleaseAvailable(Sender sender = {});
+    void dailyVerboseCheckForLastReleaseAvailable(Sender sender = {});
+
+    /// One check: fetched in the background, compared and told on the main queue.
+    void checkForLastReleaseAvailableAndNotifyIsAvailable(bool notifyIsAvailable, bool notAvailable);
+    /// The list of the first mirror that gives one, asked in order, each once.
+    [[nodiscard]] std::optional<Boxed::Dictionary> getDictionaryFromTheNet() const;
+    /// Whether the last check fell on another calendar day, in the user's time zone, or there was none.
+    [[nodiscard]] bool lastCheckNotToday() const;
+    void setInPreferencesTodayWasChecked();
+    void notifyAboutUpdateAvailable(const Boxed::Dictionary& list);
+    void notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& list);
+    void notifyAboutFailedChechForUpdate(Sender ignored = {});
+    void inCaseInviteToCheckForLastReleaseAvailable();
+
+    /// A check is in progress. A guard of the main thread against a second one, not a lock.
+    [[nodiscard]] bool isChekingUpdateSystem() const { return isChekingUpdateSystem_; }
+    void setIsChekingUpdateSystem(bool value) { isChekingUpdateSystem_ = value; }
+    [[nodiscard]] Boxed myAppRelease() const { return myAppRelease_; }
+    [[nodiscard]] const std::optional<QString>& myAppName() const { return myAppName_; }
+    [[nodiscard]] const std::optional<QString>& myPlistUrl1() const { return myPlistUrl1_; }
+    [[nodiscard]] const std::optional<QString>& myPlistUrl2() const { return myPlistUrl2_; }
+    [[nodiscard]] const std::optional<QString>& myPlistUrl3() const { return myPlistUrl3_; }
+    [[nodiscard]] const std::optional<QString>& myPlistUrl4() const { return myPlistUrl4_; }
+
+private:
+    enum class Notify { no, yes };
+    void startCheck(Notify available, Notify notAvailable);
+    void finishCheck(const std::optional<Boxed::Dictionary>& list, bool notifyIsAvailable, bool notAvailable);
+    void openUrlOf(const Boxed::Dictionary& list, const char16_t* key) const;
+
+    PhoneHomePorts ports_;
+    bool isChekingUpdateSystem_ = false;
+    Boxed myAppRelease_;
+    std::optional<QString> myAppName_;
+    std::optional<QString> myPlistUrl1_;
+    std::optional<QString> myPlistUrl2_;
+    std::optional<QString> myPlistUrl3_;
+    std::optional<QString> myPlistUrl4_;
+};
+
+} // namespace quillow

@@ -1,0 +1,18 @@
+// The panes of this product's preferences window: General and Update.
+#pragma once
+
+#include "prefs/MWPrefToolbarDelegate.h"
+
+namespace quillow {
+
+class MyPrefToolbarDelegate final : public MWPrefToolbarDelegate {
+public:
+    using MWPrefToolbarDelegate::MWPrefToolbarDelegate;
+    [[nodiscard]] QList<std::int32_t> heightArray() const override;
+    [[nodiscard]] QStringList returnAllkeys() const override;
+    // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
+    [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(Toolbar& toolbar, const QString& itemIdentifier,
+                                                                     bool willBeInsertedIntoToolbar) override;
+};
+
+} // namespace quillow

@@ -1,0 +1,33 @@
+// Transformers that look for the input in a collection fixed at construction. Numbers are equal by value, whatever their
+// type: 1, true and 1.0 are one object to a collection.
+#pragma once
+
+#include "util/MWValueTransformer.h"
+
+#include <QList>
+
+namespace quillow {
+
+/// Whether the set holds the input, as a boolean; nil gives nil. Duplicates in the list make no difference.
+class MWValueIsInSet final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
+public:
+    explicit MWValueIsInSet(const QList<Boxed>& set)
+        : myRefSet(set) {}
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+
+private:
+    QList<Boxed> myRefSet;
+};
+
+/// Whether the array holds the input, as a boolean; nil gives nil.
+class MWValueIsInArray final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
+public:
+    explicit MWValueIsInArray(const QList<Boxed>& array)
+        : myRefArray(array) {}
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+
+private:
+    QList<Boxed> myRefArray;
+};
+
+} // namespace quillow

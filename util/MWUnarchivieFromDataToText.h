@@ -1,0 +1,23 @@
+// Transformer from an archived styled text to its plain characters.
+#pragma once
+
+#include "util/MWValueTransformer.h"
+
+namespace quillow {
+
+class TextUnarchiver;
+
+/// The plain string of the styled text archived in the bytes; nil, and bytes that hold none, give nil.
+class MWUnarchivieFromDataToText final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
+public:
+    explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver) // selector: init
+        : unarchiver_(unarchiver) {}
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+
+private:
+    const TextUnarchiver& unarchiver_;
+    /// deliberate: declared like its siblings' and never set or read.
+    [[maybe_unused]] Boxed myRefValue;
+};
+
+} // namespace quillow

@@ -1,0 +1,46 @@
+// Transformers of strings.
+#pragma once
+
+#include "util/MWValueTransformer.h"
+
+#include <optional>
+
+namespace quillow {
+
+/// The string given at construction, whatever the input.
+class MWReturnInitStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
+public:
+    explicit MWReturnInitStr(const std::optional<QString>& string)
+        : myRefString(string) {}
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+
+private:
+    std::optional<QString> myRefString;
+};
+
+/// Whether the input equals the reference string, as a boolean; nil gives nil.
+/// deliberate: a string is declared although a boolean comes out; the bindings that use it go by the declared class.
+class MWValueIsEqualToStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
+public:
+    explicit MWValueIsEqualToStr(const std::optional<QString>& string)
+        : myRefString(string) {}
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+
+private:
+    std::optional<QString> myRefString;
+};
+
+/// Whether nothing is left once blanks are trimmed off both ends, as a boolean; tabs and line ends are content. Nil gives
+/// true.
+class MWEmptyTrimmedString final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
+public:
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+};
+
+/// Whether something is left once blanks are trimmed off both ends, as a boolean; nil gives false.
+class MWFilledTrimmedString final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
+public:
+    [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
+};
+
+} // namespace quillow
