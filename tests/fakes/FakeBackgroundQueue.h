@@ -1,0 +1,27 @@
+// A background queue that runs what was added, on the test's own thread, when the test says so.
+#pragma once
+
+#include "platform/BackgroundQueue.h"
+
+#include <cstddef>
+#include <deque>
+#include <utility>
+
+namespace quillow {
+
+class FakeBackgroundQueue final : public BackgroundQueue {
+public:
+    void addOperation(std::function<void()> operation) override { queued_.push_back(std::move(operation)); }
+    [[nodiscard]] std::size_t queuedCount() const { return queued_.size(); }
+    /// Runs the operation that was added first.
+    void runNext() {
+        const auto operation = std::move(queued_.at(0));
+        queued_.pop_front();
+        operation();
+    }
+
+private:
+    std::deque<std::function<void()>> queued_;
+};
+
+} // namespace quillow

@@ -1,0 +1,14 @@
+// An operating system of the test's choice.
+#pragma once
+
+#include "platform/SystemInfo.h"
+
+namespace quillow {
+
+class FakeSystemInfo final : public SystemInfo {
+public:
+    [[nodiscard]] QString operatingSystemVersionString() const override { return version; }
+    QString version = QStringLiteral("Debian GNU/Linux 12 (bookworm)");
+};
+
+} // namespace quillow

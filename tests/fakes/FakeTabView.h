@@ -1,0 +1,18 @@
+// A tab view that remembers which pane is shown.
+#pragma once
+
+#include "platform/TabView.h"
+
+namespace quillow {
+
+class FakeTabView final : public TabView {
+public:
+    void selectTabViewItemAtIndex(int index) override { selected_ = index; }
+    /// -1 until a pane is selected.
+    [[nodiscard]] int selected() const { return selected_; }
+
+private:
+    int selected_ = -1;
+};
+
+} // namespace quillow
