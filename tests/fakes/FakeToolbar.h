@@ -27,7 +27,8 @@ public:
     /// What a window does with a toolbar that is put on it.
     void attach() {
         for (const QString& identifier : delegate_->toolbarDefaultItemIdentifiers(*this))
-            if (auto item = delegate_->itemForItemIdentifier(*this, identifier, true)) items_.push_back(std::move(item));
+            if (auto item = delegate_->itemForItemIdentifier(*this, identifier, true))
+                items_.push_back(std::move(item));
     }
 
     [[nodiscard]] const QString& identifier() const { return identifier_; }

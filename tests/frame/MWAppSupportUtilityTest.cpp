@@ -1,5 +1,6 @@
 // Support mail, the maker's pages, the alerts about newer files, and release numbers as text.
 #include "frame/MWAppSupportUtility.h"
+
 #include "tests/fakes/FakeAlerts.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/FakeSystemInfo.h"
@@ -14,9 +15,12 @@ class AppSupportUtility : public testing::Test {
 protected:
     FakePlatform fake;
     FakeSystemInfo systemInfo;
-    MWAppSupportUtility utility{fake.workspace, fake.alerts, systemInfo,
-                                {QStringLiteral("mailto:support@example.org"), QStringLiteral("https://example.org/app"),
-                                 QStringLiteral("https://example.org/"), QStringLiteral("https://example.org/store")}};
+    MWAppSupportUtility utility{fake.workspace,
+                                fake.alerts,
+                                systemInfo,
+                                {QStringLiteral("mailto:support@example.org"),
+                                 QStringLiteral("https://example.org/app"), QStringLiteral("https://example.org/"),
+                                 QStringLiteral("https://example.org/store")}};
 };
 
 QString release(std::int64_t number) {
@@ -27,7 +31,7 @@ QString release(std::int64_t number) {
 
 TEST(calcReleaseString, joinsMajorMinorAndPatch) {
     const std::pair<std::int64_t, const char16_t*> rows[] = {
-        {10501, u"1.5.1"}, {10500, u"1.5"},  {10000, u"1.0"},     {11000, u"1.10"},         {21203, u"2.12.3"},
+        {10501, u"1.5.1"}, {10500, u"1.5"},    {10000, u"1.0"},       {11000, u"1.10"},        {21203, u"2.12.3"},
         {100000, u"10.0"}, {10010, u"1.0.10"}, {123456, u"12.34.56"}, {1234567, u"123.45.67"},
     };
     for (const auto& [number, text] : rows)
@@ -47,9 +51,10 @@ TEST(calcReleaseString, isEmptyBelowFourDigits) {
 
 TEST_F(AppSupportUtility, opensAMailWithAnEncodedSubject) {
     utility.emailUs();
-    EXPECT_EQ(fake.workspace.openedUrls(),
-              QStringList{QStringLiteral("mailto:support@example.org?subject=Support%20Request%20for%20Quillow%20rel.%201."
-                                         "5.1%20-%20macOS%20Debian%20GNU/Linux%2012%20(bookworm)")});
+    EXPECT_EQ(
+        fake.workspace.openedUrls(),
+        QStringList{QStringLiteral("mailto:support@example.org?subject=Support%20Request%20for%20Quillow%20rel.%201."
+                                   "5.1%20-%20macOS%20Debian%20GNU/Linux%2012%20(bookworm)")});
 }
 
 TEST_F(AppSupportUtility, encodesWhatAQueryMayNotHold) {
@@ -78,9 +83,10 @@ TEST_F(AppSupportUtility, offersTheDownloadForADocumentOfANewerRelease) {
     EXPECT_TRUE(utility.sayFilecreatedWithANewerVersion());
     const Alert expected{
         QStringLiteral("The document you requested to open was created with a more recent version of this application"),
-        QStringLiteral("To open this file you need a release of this application equal or successive to the one used to "
-                       "create this file.\n\nProbably you are using an outdated release.\nYou can download for free the "
-                       "last version of this application from our site"),
+        QStringLiteral(
+            "To open this file you need a release of this application equal or successive to the one used to "
+            "create this file.\n\nProbably you are using an outdated release.\nYou can download for free the "
+            "last version of this application from our site"),
         AlertStyle::warning,
         {QStringLiteral("Go to Download Last Version"), QStringLiteral("Cancel")}};
     ASSERT_EQ(fake.alerts.shown().size(), 1U);
@@ -93,12 +99,14 @@ TEST_F(AppSupportUtility, offersTheDownloadForADataFileOfANewerRelease) {
     EXPECT_TRUE(utility.dataIn_ApplicationSupportFolder_CreatedWithANewerVersion());
     ASSERT_EQ(fake.alerts.shown().size(), 1U);
     const Alert& alert = fake.alerts.shown()[0].alert;
-    EXPECT_EQ(alert.messageText, QStringLiteral("Data file the software tryed to open from the Application Support folder "
-                                                "was created with a more recent version of this application"));
-    EXPECT_EQ(alert.informativeText,
-              QStringLiteral("You need a release of this application equal or successive to the one used to create this "
-                             "data file.\n\nProbably you are using an outdated release.\nYou can download for free the last "
-                             "version of this application from our site"));
+    EXPECT_EQ(alert.messageText,
+              QStringLiteral("Data file the software tryed to open from the Application Support folder "
+                             "was created with a more recent version of this application"));
+    EXPECT_EQ(
+        alert.informativeText,
+        QStringLiteral("You need a release of this application equal or successive to the one used to create this "
+                       "data file.\n\nProbably you are using an outdated release.\nYou can download for free the last "
+                       "version of this application from our site"));
     EXPECT_EQ(fake.workspace.openedUrls(), QStringList{QStringLiteral("https://example.org/")});
 }
 
