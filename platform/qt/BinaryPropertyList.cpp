@@ -15,6 +15,8 @@ constexpr std::size_t kTrailerSize = 32;
 constexpr std::size_t kHeaderSize = 8;
 /// The format counts dates in seconds from 2001-01-01 00:00 UTC.
 constexpr std::int64_t kReferenceDate = 978307200;
+/// How many times the size of a list its texts and data may take together once every reference is followed.
+constexpr std::size_t kCopiesFactor = 4;
 
 class Reader {
 public:
@@ -120,6 +122,7 @@ private:
         }
         if (at > size_ || count > size_ - at) return std::nullopt;
         const auto length = static_cast<std::size_t>(count);
+        if (type <= 0x6 && !takeBytes(length)) return std::nullopt;
         switch (type) {
         case 0x4: return Boxed(QByteArray(reinterpret_cast<const char*>(bytes_ + at), static_cast<qsizetype>(length)));
         case 0x5:
@@ -130,6 +133,12 @@ private:
         case 0xD: return readDictionary(at, length, depth);
         default: return std::nullopt;
         }
+    }
+
+    /// One text or block of bytes may be named many times; all copies together stay within a multiple of the list.
+    [[nodiscard]] bool takeBytes(std::size_t length) {
+        copiedBytes_ += length;
+        return copiedBytes_ <= kCopiesFactor * size_;
     }
 
     [[nodiscard]] std::optional<Boxed> readUtf16(std::size_t at, std::size_t units) const {
@@ -175,6 +184,7 @@ private:
     std::uint64_t objectCount_ = 0;
     std::size_t table_ = 0;
     int objects_ = 0;
+    std::size_t copiedBytes_ = 0;
 };
 
 } // namespace

@@ -1,0 +1,33 @@
+// Property lists over HTTP and HTTPS.
+#pragma once
+
+#include "platform/PropertyListLoader.h"
+
+#include <QObject>
+
+#include <atomic>
+
+namespace quillow {
+
+/// What a mirror may send at most, in bytes; a release-information list takes a few hundred.
+inline constexpr qint64 kPropertyListDownloadLimit = 64 * 1024;
+/// How long one mirror may take, in milliseconds, name look-up and redirects included.
+inline constexpr int kPropertyListTimeout = 10'000;
+
+class QtPropertyListLoader final : public QObject, public PropertyListLoader {
+public:
+    explicit QtPropertyListLoader(int timeoutMilliseconds = kPropertyListTimeout);
+
+    /// Nothing also for a URL that is not of the web, an answer that is no success, an encryption error, more bytes than the
+    /// limit, too many redirects or one to plain HTTP from HTTPS, and once the program is about to quit: a download that
+    /// runs then ends at once.
+    [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const override;
+
+private:
+    [[nodiscard]] std::optional<QByteArray> download(const QUrl& url) const;
+
+    int timeoutMilliseconds_;
+    std::atomic<bool> isStopping_ = false;
+};
+
+} // namespace quillow
