@@ -35,6 +35,7 @@ std::optional<QByteArray> QtPropertyListLoader::download(const QUrl& url) const 
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setMaximumRedirectsAllowed(5);
     const std::unique_ptr<QNetworkReply> reply(manager.get(request));
+    reply->setReadBufferSize(kPropertyListDownloadLimit + 1);
 
     QEventLoop loop;
     QByteArray bytes;
