@@ -18,7 +18,7 @@
 
 namespace quillow {
 
-class Boxed {
+class Boxed { // selector: none
 public:
     using Array = QList<Boxed>;
     using Dictionary = QMap<QString, Boxed>;

@@ -12,6 +12,7 @@
 namespace quillow {
 
 class Toolbar;
+class Window;
 
 struct ToolbarItem {
     QString itemIdentifier;
@@ -40,6 +41,10 @@ public:
     virtual ~Toolbar() = default;
     virtual void setDelegate(ToolbarDelegate* delegate) = 0;
     virtual void setAllowsUserCustomization(bool allows) = 0;
+    /// Shows the toolbar on the window, which asks the delegate for the items.
+    virtual void attachToWindow(Window& window) = 0;
+    /// Whether the window's title bar has a button that hides the toolbar.
+    virtual void setShowsToolbarButton(bool shows) = 0;
     /// In the order shown; empty until the toolbar is on a window. The items stay where they are while the toolbar lives.
     [[nodiscard]] virtual QList<const ToolbarItem*> items() const = 0;
     virtual void setSelectedItemIdentifier(const QString& identifier) = 0;

@@ -7,8 +7,6 @@
 
 namespace quillow {
 
-class Toolbar;
-
 enum class Animate { no, yes };
 
 class Window {
@@ -28,11 +26,6 @@ public:
 
     /// Whether the Window menu lists the window.
     virtual void setExcludedFromWindowsMenu(bool excluded) = 0;
-
-    /// Puts the toolbar on the window; the window does not own it.
-    virtual void setToolbar(Toolbar* toolbar) = 0;
-    /// Whether the title bar has a button that hides the toolbar.
-    virtual void setShowsToolbarButton(bool shows) = 0;
 };
 
 } // namespace quillow

@@ -28,8 +28,8 @@ void MWPrefToolbarDelegate::awakeFromNib() {
 }
 
 void MWPrefToolbarDelegate::AttachToWindow() {
-    myWindow_.setToolbar(toolbar_.get());
-    myWindow_.setShowsToolbarButton(false);
+    toolbar_->attachToWindow(myWindow_);
+    toolbar_->setShowsToolbarButton(false);
 }
 
 QStringList MWPrefToolbarDelegate::toolbarDefaultItemIdentifiers(const Toolbar& /*toolbar*/) const {

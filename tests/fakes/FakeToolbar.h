@@ -24,13 +24,17 @@ public:
     }
     void setSelectedItemIdentifier(const QString& identifier) override { selectedItemIdentifier_ = identifier; }
 
-    /// What a window does with a toolbar that is put on it.
-    void attach() {
+    void attachToWindow(Window& window) override {
+        window_ = &window;
         for (const QString& identifier : delegate_->toolbarDefaultItemIdentifiers(*this))
             if (auto item = delegate_->itemForItemIdentifier(*this, identifier, true))
                 items_.push_back(std::move(item));
     }
 
+    void setShowsToolbarButton(bool shows) override { showsToolbarButton_ = shows; }
+
+    [[nodiscard]] const Window* window() const { return window_; }
+    [[nodiscard]] bool showsToolbarButton() const { return showsToolbarButton_; }
     [[nodiscard]] const QString& identifier() const { return identifier_; }
     [[nodiscard]] bool allowsUserCustomization() const { return allowsUserCustomization_; }
     [[nodiscard]] const QString& selectedItemIdentifier() const { return selectedItemIdentifier_; }
@@ -38,6 +42,8 @@ public:
 private:
     QString identifier_;
     ToolbarDelegate* delegate_ = nullptr;
+    const Window* window_ = nullptr;
+    bool showsToolbarButton_ = true;
     bool allowsUserCustomization_ = true;
     QString selectedItemIdentifier_;
     std::vector<std::unique_ptr<ToolbarItem>> items_;

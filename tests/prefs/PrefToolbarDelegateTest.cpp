@@ -45,7 +45,8 @@ TEST_F(PrefToolbarDelegate, showsTheFirstPaneAtFirst) {
 TEST_F(PrefToolbarDelegate, makesAToolbarWithoutCustomisationAndWithoutAButton) {
     EXPECT_EQ(toolbar().identifier(), QStringLiteral("prefToolBar"));
     EXPECT_FALSE(toolbar().allowsUserCustomization());
-    EXPECT_FALSE(window.showsToolbarButton());
+    EXPECT_EQ(toolbar().window(), &window);
+    EXPECT_FALSE(toolbar().showsToolbarButton());
 }
 
 TEST_F(PrefToolbarDelegate, describesBothItems) {
