@@ -1,15 +1,80 @@
 #include "frame/MWAppDelegateBase.h"
 
 #include "base/Release.h"
+#include "frame/MWAppSupportUtility.h"
+#include "platform/Defaults.h"
+#include "platform/Menus.h"
+#include "platform/Window.h"
+#include "prefs/MWPhoneHome.h"
+#include "prefs/MWPrefToolbarDelegate.h"
+#include "util/ComparisonTransformers.h"
+#include "util/MWValueTransformer.h"
+
+#include <memory>
 
 namespace quillow {
+
+MWAppDelegateBase::MWAppDelegateBase(const Platform& platform)
+    : platform_(platform)
+    , bookmark_(platform.bookmarkStore) {
+    platform_.valueTransformers.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(0),
+                                                    QStringLiteral("valueNot0"));
+}
+
+void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
+    platform_.menus.insertIntoApplicationMenu({QStringLiteral("Software Update…"), QString(),
+                                               [this](Sender sender) { checkForLastReleaseAvailable(sender); }},
+                                              1);
+    if (prefWindow_) prefWindow_->setExcludedFromWindowsMenu(true);
+    // A missing path is not the empty path: it changes nothing.
+    if (platform_.defaults.objectForKey(QStringLiteral("StartupSelectedDocPath")) == Boxed(QStringLiteral(""))) {
+        setStartupDocPathMessageString(QStringLiteral("Please select a file or change startup option"));
+        setStartupDocSpecified(false);
+    }
+}
+
+void MWAppDelegateBase::checkForLastReleaseAvailable(Sender /*sender*/) {
+    const ActionSender itself;
+    MWPhoneHome::sharedPhoneHome().checkForLastReleaseAvailableWithNotify(&itself);
+}
+
+void MWAppDelegateBase::visitUs(Sender sender) {
+    platform_.supportUtility.visitUs(sender);
+}
+
+void MWAppDelegateBase::visitAppUrl(Sender sender) {
+    platform_.supportUtility.visitAppUrl(sender);
+}
+
+void MWAppDelegateBase::emailUs(Sender sender) {
+    platform_.supportUtility.emailUs(sender);
+}
+
+void MWAppDelegateBase::openPreferences(Sender /*sender*/) {
+    if (!prefWindow_) return;
+    if (!prefWindow_->isVisible()) prefWindow_->center();
+    prefWindow_->makeKeyAndOrderFront();
+}
+
+void MWAppDelegateBase::openPreferencesAtSenderTagTab(Sender sender) {
+    openPreferencesAtTab(sender ? sender->tag : 0);
+}
+
+void MWAppDelegateBase::openPreferencesAtTab(std::int32_t tab) {
+    openPreferences();
+    if (prefToolbarDelegate_) prefToolbarDelegate_->SetPanelTab(tab);
+}
+
+QString MWAppDelegateBase::getAppStantment() const {
+    return QStringLiteral("Convert Pdf, Html, Rtf, Rtfd to standard text");
+}
 
 QString MWAppDelegateBase::appName() const {
     return QString::fromUtf16(kApplicationName);
 }
 
 QString MWAppDelegateBase::releaseString() const {
-    return QString::fromUtf16(kCurrentReleaseString);
+    return MWAppSupportUtility::calcReleaseString(kCurrentRelease);
 }
 
 } // namespace quillow

@@ -1,13 +1,22 @@
-// The root of the delegate classes: what every application of the frame knows about itself.
+// The root of the delegate classes: what every application of the frame shares. Name and release, the menu entry of the update
+// check and the preferences window here; the startup document in StartupDocument.cpp, the user guide in UserGuide.cpp.
 #pragma once
 
+#include "base/ActionSender.h"
 #include "base/KVObject.h"
+#include "frame/MWBookmark.h"
 #include "platform/Platform.h"
 
 #include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <cstdint>
+#include <optional>
 
 namespace quillow {
 
+class MWPrefToolbarDelegate;
 class Window;
 
 /// What the platform tells with a life-cycle event; the delegates do not look at it.
@@ -15,22 +24,95 @@ struct Notification {};
 
 class MWAppDelegateBase : public KVObject {
 public:
-    explicit MWAppDelegateBase(const Platform& platform)
-        : platform_(platform) {} // selector: init
+    explicit MWAppDelegateBase(const Platform& platform); // selector: init
+
+    /// Called by the derived delegate before launch has finished.
+    void adjustBeforeFinishingLaunching();
+
+    // The startup document: what the application does at launch. A document-based application calls
+    // `executeDocumentStartupAsInPref` once after launch; this product does not, but its preferences keep the settings.
+    [[nodiscard]] bool applicationShouldOpenUntitledFile(Sender application = {});
+    void newDocIfNoDocOpened(Sender timer = {});
+    void openDialogIfNoDocOpened(Sender timer = {});
+    void executeDocumentStartupAsInPref(Sender sender = {});
+    void showInFinderStartupDoc(Sender sender = {});
+    void testOpenStartupDoc(Sender sender = {});
+    void selectStartupDoc(Sender sender = {});
+    void clearStartupSelectedDoc(Sender sender = {});
+
+    void checkForLastReleaseAvailable(Sender sender = {});
+    void visitUs(Sender sender = {});
+    void visitAppUrl(Sender sender = {});
+    void emailUs(Sender sender = {});
+
+    void openPreferences(Sender sender = {});
+    /// Opens the preferences at the pane whose number is the sender's tag.
+    void openPreferencesAtSenderTagTab(Sender sender);
+    void openPreferencesAtTab(std::int32_t tab);
+
+    /// The product's one-line statement.
+    [[nodiscard]] QString getAppStantment() const;
+
+    // The user guide: a PDF among the program's resources that is copied into the user's own folder and opened from there.
+    [[nodiscard]] QString getUserGuideDirPath() const;
+    [[nodiscard]] QString getUserGuideFinalPath() const;
+    void openUserGuide(Sender sender = {});
+
+    // Hooks.
+    virtual void openAppStorePage(Sender /*sender*/ = {}) {}
+    virtual void openAppStoreList(Sender /*sender*/ = {}) {}
+    virtual void appendMasHelp(Sender /*sender*/ = {}) {}
+    virtual void UseFrontDocumentAsStartupDoc(Sender /*sender*/ = {}) {}
+    /// One empty string means any file.
+    [[nodiscard]] virtual QStringList allowedStartupDocExtensions() const;
+    [[nodiscard]] virtual QString getUserGuideName() const;
+    [[nodiscard]] virtual QString getUserGuideNameWithThisRelNum() const;
 
     [[nodiscard]] QString appName() const;
     [[nodiscard]] QString releaseString() const;
+    /// A document is being opened: the startup actions 0 and 1 hold back.
+    [[nodiscard]] bool documentIsOpening() const { return documentIsOpening_; }
+    void setDocumentIsOpening(bool value) { documentIsOpening_ = value; }
+    [[nodiscard]] bool finishedLaunching() const { return finishedLaunching_; }
+    void setFinishedLaunching(bool value) { finishedLaunching_ = value; }
+    /// deliberate: set by applications that are started to serve a service request; this product never is.
+    [[nodiscard]] bool usingAServices() const { return usingAServices_; }
+    void setUsingAServices(bool value) { usingAServices_ = value; }
+    /// The state line under the choice of the startup document.
+    [[nodiscard]] std::optional<QString> StartupDocPathMessageString() const {
+        return StartupDocPathMessageString_.get();
+    }
+    void setStartupDocPathMessageString(const std::optional<QString>& text) { StartupDocPathMessageString_.set(text); }
+    [[nodiscard]] Boxed StartupDocSpecified() const { return StartupDocSpecified_.get(); }
+    void setStartupDocSpecified(const Boxed& value) { StartupDocSpecified_.set(value); }
 
     // Outlets. An outlet that is null takes what it is told without effect.
     [[nodiscard]] Window* prefWindow() const { return prefWindow_; }
     void setPrefWindow(Window* prefWindow) { prefWindow_ = prefWindow; }
+    [[nodiscard]] MWPrefToolbarDelegate* prefToolbarDelegate() const { return prefToolbarDelegate_; }
+    void setPrefToolbarDelegate(MWPrefToolbarDelegate* delegate) { prefToolbarDelegate_ = delegate; }
 
 protected:
     [[nodiscard]] const Platform& platform() const { return platform_; }
 
 private:
+    void openChosenStartupDocument();
+    void tellStartupDocumentIsUnspecified();
+    void tellStartupDocumentIsUnreachable();
+    void offerPreferences(const QString& messageText, const QString& informativeText);
+    [[nodiscard]] std::optional<QUrl> startupDocumentUrl();
+    [[nodiscard]] std::optional<QUrl> synchroniseStartupDocPath();
+    void openDocumentUnderAccess(const QUrl& url);
+
     Platform platform_;
+    MWBookmark bookmark_;
+    KVProperty<std::optional<QString>> StartupDocPathMessageString_{*this, u"StartupDocPathMessageString", QString()};
+    KVProperty<Boxed> StartupDocSpecified_{*this, u"StartupDocSpecified", true};
+    bool documentIsOpening_ = false;
+    bool finishedLaunching_ = false;
+    bool usingAServices_ = false;
     Window* prefWindow_ = nullptr;
+    MWPrefToolbarDelegate* prefToolbarDelegate_ = nullptr;
 };
 
 } // namespace quillow

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -25,6 +26,15 @@ public:
     /// failure leaves the old one. False when it could not be written; also when the path lies under a folder that was
     /// opened through a read-only bookmark.
     virtual bool writeToFileAtomically(const QByteArray& bytes, const QString& path) = 0;
+
+    /// Makes a folder, and those on the way to it. True when a folder stands there afterwards.
+    virtual bool createDirectory(const QString& path) = 0;
+    /// The names of what a folder holds, hidden items included, in no order; nothing when it cannot be listed.
+    [[nodiscard]] virtual std::optional<QStringList> contentsOfDirectory(const QString& path) const = 0;
+    /// Copies a file to a path where nothing stands; false when it could not be copied, and then nothing is left there.
+    virtual bool copyItem(const QString& path, const QString& toPath) = 0;
+    /// Removes a file, or a folder with all that is in it; a symbolic link itself, not what it points at.
+    virtual bool removeItem(const QString& path) = 0;
 };
 
 } // namespace quillow

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <functional>
@@ -15,6 +16,8 @@ struct OpenPanel {
     std::optional<QUrl> directoryURL; ///< where it starts; nothing leaves it to the platform
     bool canChooseDirectories = false;
     bool canChooseFiles = true;
+    /// Extensions that may be chosen, without dots; an empty list, or one that holds the empty string, means any file.
+    QStringList allowedFileTypes;
     QString prompt;  ///< text of the default button
     QString message; ///< one line above the list
     friend bool operator==(const OpenPanel&, const OpenPanel&) = default;

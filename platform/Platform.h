@@ -9,13 +9,19 @@ class Bundle;
 class Clock;
 class DateFormatting;
 class Defaults;
+class Documents;
 class FileSystem;
 class HtmlTextReader;
 class MainQueue;
+class Menus;
+class MWAppSupportUtility;
 class Panels;
 class PdfTextReader;
 class RtfTextReader;
+class SystemInfo;
+class Timers;
 class UndoManager;
+class ValueTransformerRegistry;
 class Workspace;
 
 struct Platform {
@@ -25,13 +31,19 @@ struct Platform {
     Clock& clock;
     DateFormatting& dateFormatting;
     Defaults& defaults;
+    Documents& documents;
     FileSystem& fileSystem;
     HtmlTextReader& htmlTextReader;
     MainQueue& mainQueue;
+    Menus& menus;
     Panels& panels;
     PdfTextReader& pdfTextReader;
     RtfTextReader& rtfTextReader;
-    UndoManager& undoManager; ///< the application's, base/UndoManager.h
+    const MWAppSupportUtility& supportUtility; ///< frame/MWAppSupportUtility.h
+    const SystemInfo& systemInfo;
+    Timers& timers;
+    UndoManager& undoManager;                    ///< the application's, base/UndoManager.h
+    ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h
     Workspace& workspace;
 };
 

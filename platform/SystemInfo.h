@@ -1,4 +1,4 @@
-// Port: the operating system under the program.
+// Port: the operating system under the program, and whose it is.
 #pragma once
 
 #include <QString>
@@ -10,6 +10,8 @@ public:
     virtual ~SystemInfo() = default;
     /// A human-readable name and version, "Debian GNU/Linux 12 (bookworm)".
     [[nodiscard]] virtual QString operatingSystemVersionString() const = 0;
+    /// The user's home folder, without a slash at the end.
+    [[nodiscard]] virtual QString homeDirectory() const = 0;
 };
 
 } // namespace quillow

@@ -49,6 +49,38 @@ bool FakeFileSystem::writeToFileAtomically(const QByteArray& bytes, const QStrin
     return true;
 }
 
+bool FakeFileSystem::createDirectory(const QString& path) {
+    journal_.add(QStringLiteral("create folder ") + path);
+    if (isDiskFull_) return false;
+    addFolder(path);
+    return true;
+}
+
+std::optional<QStringList> FakeFileSystem::contentsOfDirectory(const QString& path) const {
+    const std::optional<QString> folder = resolved(path);
+    if (!folder || items_.value(*folder).kind != Kind::folder) return std::nullopt;
+    QStringList names;
+    for (auto entry = items_.cbegin(); entry != items_.cend(); ++entry)
+        if (entry.key() != *folder && folderOf(entry.key()) == *folder)
+            names.append(entry.key().mid(entry.key().lastIndexOf(u'/') + 1));
+    return names;
+}
+
+bool FakeFileSystem::copyItem(const QString& path, const QString& toPath) {
+    journal_.add(QStringLiteral("copy ") + path + QStringLiteral(" to ") + toPath);
+    const std::optional<QByteArray> bytes = contentsOfFile(path);
+    if (!bytes || isDiskFull_ || itemAt(toPath)) return false;
+    addFile(toPath, *bytes);
+    return true;
+}
+
+bool FakeFileSystem::removeItem(const QString& path) {
+    journal_.add(QStringLiteral("remove ") + path);
+    if (!items_.contains(path)) return false;
+    remove(path);
+    return true;
+}
+
 void FakeFileSystem::addFile(const QString& path, const QByteArray& bytes) {
     addFolder(folderOf(path));
     insert(path, {Kind::file, bytes, {}, true, 0});

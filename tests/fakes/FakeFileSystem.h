@@ -21,6 +21,11 @@ public:
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
 
+    bool createDirectory(const QString& path) override;
+    [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
+    bool copyItem(const QString& path, const QString& toPath) override;
+    bool removeItem(const QString& path) override;
+
     // The tree. Folders on the way to an item come into being with it.
     void addFile(const QString& path, const QByteArray& bytes = {});
     void addFolder(const QString& path);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/UndoManager.h"
+#include "frame/MWAppSupportUtility.h"
 #include "platform/Platform.h"
 #include "tests/fakes/FakeAlerts.h"
 #include "tests/fakes/FakeBookmarkStore.h"
@@ -9,12 +10,17 @@
 #include "tests/fakes/FakeClock.h"
 #include "tests/fakes/FakeDateFormatting.h"
 #include "tests/fakes/FakeDefaults.h"
+#include "tests/fakes/FakeDocuments.h"
 #include "tests/fakes/FakeFileSystem.h"
 #include "tests/fakes/FakeMainQueue.h"
+#include "tests/fakes/FakeMenus.h"
 #include "tests/fakes/FakePanels.h"
+#include "tests/fakes/FakeSystemInfo.h"
 #include "tests/fakes/FakeTextReaders.h"
+#include "tests/fakes/FakeTimers.h"
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/Journal.h"
+#include "util/MWValueTransformer.h"
 
 namespace quillow {
 
@@ -27,17 +33,46 @@ struct FakePlatform {
     FakeClock clock;
     FakeDateFormatting dates;
     FakeDefaults defaults;
+    FakeDocuments documents{journal};
     FakeMainQueue mainQueue;
+    FakeMenus menus;
     FakePanels panels;
     FakeRtfTextReader rtf{journal};
     FakeHtmlTextReader html{journal};
     FakePdfTextReader pdf{journal};
+    FakeSystemInfo systemInfo;
+    FakeTimers timers;
     FakeWorkspace workspace{files, journal};
+    MWAppSupportUtility supportUtility{
+        workspace,
+        alerts,
+        systemInfo,
+        {QStringLiteral("mailto:support@example.org"), QStringLiteral("https://example.org/app"),
+         QStringLiteral("https://example.org/"), QStringLiteral("https://example.org/store")}};
+    ValueTransformerRegistry valueTransformers;
     UndoManager undoManager;
 
     [[nodiscard]] Platform platform() {
-        return {alerts, bookmarks, bundle, clock, dates, defaults,    files,
-                html,   mainQueue, panels, pdf,   rtf,   undoManager, workspace};
+        return {alerts,
+                bookmarks,
+                bundle,
+                clock,
+                dates,
+                defaults,
+                documents,
+                files,
+                html,
+                mainQueue,
+                menus,
+                panels,
+                pdf,
+                rtf,
+                supportUtility,
+                systemInfo,
+                timers,
+                undoManager,
+                valueTransformers,
+                workspace};
     }
 };
 

@@ -1,9 +1,7 @@
 // Support mail, the maker's pages, the alerts about newer files, and release numbers as text.
 #include "frame/MWAppSupportUtility.h"
 
-#include "tests/fakes/FakeAlerts.h"
 #include "tests/fakes/FakePlatform.h"
-#include "tests/fakes/FakeSystemInfo.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +12,7 @@ namespace {
 class AppSupportUtility : public testing::Test {
 protected:
     FakePlatform fake;
-    FakeSystemInfo systemInfo;
-    MWAppSupportUtility utility{fake.workspace,
-                                fake.alerts,
-                                systemInfo,
-                                {QStringLiteral("mailto:support@example.org"),
-                                 QStringLiteral("https://example.org/app"), QStringLiteral("https://example.org/"),
-                                 QStringLiteral("https://example.org/store")}};
+    MWAppSupportUtility& utility = fake.supportUtility;
 };
 
 QString release(std::int64_t number) {
@@ -58,7 +50,7 @@ TEST_F(AppSupportUtility, opensAMailWithAnEncodedSubject) {
 }
 
 TEST_F(AppSupportUtility, encodesWhatAQueryMayNotHold) {
-    systemInfo.version = QStringLiteral("100% \"odd\" #1 [x] ü");
+    fake.systemInfo.version = QStringLiteral("100% \"odd\" #1 [x] ü");
     utility.emailUs();
     EXPECT_TRUE(fake.workspace.openedUrls().first().endsWith(
         QStringLiteral("macOS%20100%25%20%22odd%22%20%231%20%5Bx%5D%20%C3%BC")));

@@ -1,12 +1,10 @@
 // The update check: when it looks, whom it asks, what it tells.
 #include "prefs/MWPhoneHome.h"
 
-#include "frame/MWAppSupportUtility.h"
 #include "prefs/UpdateDecision.h"
 #include "tests/fakes/FakeBackgroundQueue.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/FakePropertyListLoader.h"
-#include "tests/fakes/FakeSystemInfo.h"
 
 #include <QTimeZone>
 
@@ -51,11 +49,8 @@ protected:
     FakePlatform fake;
     FakeBackgroundQueue background;
     FakePropertyListLoader loader;
-    FakeSystemInfo systemInfo;
-    MWAppSupportUtility utility{
-        fake.workspace, fake.alerts, systemInfo, {{}, {}, QStringLiteral("https://example.org/"), {}}};
-    MWPhoneHome phoneHome{
-        {fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, loader, fake.workspace, utility}};
+    MWPhoneHome phoneHome{{fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, loader, fake.workspace,
+                           fake.supportUtility}};
 };
 
 } // namespace
@@ -335,8 +330,8 @@ TEST_F(PhoneHome, canBeConfiguredAgain) {
 }
 
 TEST_F(PhoneHome, isSharedByTheWholeProcess) {
-    MWPhoneHome::setSharedPorts(
-        {fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, loader, fake.workspace, utility});
+    MWPhoneHome::setSharedPorts({fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, loader,
+                                 fake.workspace, fake.supportUtility});
     EXPECT_EQ(&MWPhoneHome::sharedPhoneHome(), &MWPhoneHome::sharedPhoneHome());
     EXPECT_FALSE(MWPhoneHome::sharedPhoneHome().isChekingUpdateSystem());
 }

@@ -1,0 +1,169 @@
+// The startup document: a new document, the open dialog, or one chosen document, as the preferences say.
+#include "base/PathStrings.h"
+#include "frame/MWAppDelegateBase.h"
+#include "platform/Alerts.h"
+#include "platform/BookmarkStore.h"
+#include "platform/Defaults.h"
+#include "platform/Documents.h"
+#include "platform/FileSystem.h"
+#include "platform/MainQueue.h"
+#include "platform/Panels.h"
+#include "platform/Timers.h"
+#include "platform/Workspace.h"
+
+namespace quillow {
+namespace {
+
+// Keys of the defaults store.
+constexpr char16_t kActionTag[] = u"StartupActionTag";
+constexpr char16_t kSelectedDocPath[] = u"StartupSelectedDocPath";
+constexpr char16_t kSelectedDocBookmark[] = u"StartupSelectedDocBookmark";
+
+// Values of the action tag; a missing one reads as 0.
+constexpr std::int32_t kNewDocument = 0;
+constexpr std::int32_t kOpenDialogIfNone = 1;
+constexpr std::int32_t kOpenDialog = 2;
+constexpr std::int32_t kChosenDocument = 3;
+
+/// Documents that the system asked to open at launch arrive within this time.
+constexpr double kSecondsForOtherDocuments = 1.0;
+
+constexpr char16_t kPleaseSelect[] = u"Please select a file or change startup option";
+constexpr char16_t kStale[] = u"Stale bookmark. Please re-select";
+
+Boxed stored(const Defaults& defaults, const char16_t* name) {
+    return defaults.objectForKey(QString::fromUtf16(name));
+}
+
+void store(Defaults& defaults, const Boxed& value, const char16_t* name) {
+    defaults.setObject(value, QString::fromUtf16(name));
+}
+
+} // namespace
+
+bool MWAppDelegateBase::applicationShouldOpenUntitledFile(Sender /*application*/) {
+    return stored(platform_.defaults, kActionTag).intValue() == kNewDocument;
+}
+
+void MWAppDelegateBase::newDocIfNoDocOpened(Sender /*timer*/) {
+    if (platform_.documents.count() == 0 && !documentIsOpening_) platform_.documents.newDocument();
+}
+
+void MWAppDelegateBase::openDialogIfNoDocOpened(Sender /*timer*/) {
+    if (platform_.documents.count() == 0 && !documentIsOpening_) platform_.documents.openDocument();
+}
+
+void MWAppDelegateBase::executeDocumentStartupAsInPref(Sender /*sender*/) {
+    switch (stored(platform_.defaults, kActionTag).intValue()) {
+    case kNewDocument:
+        platform_.timers.scheduleOnce(kSecondsForOtherDocuments, [this] { newDocIfNoDocOpened(); });
+        break;
+    case kOpenDialogIfNone:
+        platform_.timers.scheduleOnce(kSecondsForOtherDocuments, [this] { openDialogIfNoDocOpened(); });
+        break;
+    case kOpenDialog: platform_.documents.openDocument(); break;
+    case kChosenDocument: openChosenStartupDocument(); break;
+    default: break;
+    }
+}
+
+void MWAppDelegateBase::openChosenStartupDocument() {
+    if (usingAServices_) return;
+    if (stored(platform_.defaults, kSelectedDocPath) == Boxed(QStringLiteral(""))) {
+        // Shown once launch has finished.
+        platform_.mainQueue.addOperation([this] { tellStartupDocumentIsUnspecified(); });
+        return;
+    }
+    const auto url = startupDocumentUrl();
+    if (url && platform_.bookmarkStore.startAccessingSecurityScopedResource(*url))
+        openDocumentUnderAccess(*url);
+    else
+        tellStartupDocumentIsUnreachable();
+}
+
+void MWAppDelegateBase::tellStartupDocumentIsUnspecified() {
+    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+    setStartupDocSpecified(false);
+    offerPreferences(QStringLiteral("Preference was set to open at startup a document without specifying it"),
+                     QStringLiteral("You can fix the problem in the preferences"));
+}
+
+void MWAppDelegateBase::tellStartupDocumentIsUnreachable() {
+    setStartupDocPathMessageString(QStringLiteral("Not valid bookmark. Please re-select"));
+    // deliberate: true, where a document that was never specified gives false: one is specified, it only cannot be reached.
+    setStartupDocSpecified(true);
+    offerPreferences(
+        QStringLiteral("The system is negating the access to the document selected to be opened at startup"),
+        QStringLiteral("It must be re-selected in the preferences"));
+}
+
+void MWAppDelegateBase::offerPreferences(const QString& messageText, const QString& informativeText) {
+    const Alert alert{messageText,
+                      informativeText,
+                      AlertStyle::warning,
+                      {QStringLiteral("Open Preferences"), QStringLiteral("Cancel")}};
+    if (platform_.alerts.runModal(alert) == kAlertFirstButtonReturn) openPreferences();
+}
+
+/// The URL that the stored bookmark names; a stale one says so in the state line and is used all the same.
+std::optional<QUrl> MWAppDelegateBase::startupDocumentUrl() {
+    bool isStale = false;
+    const auto url = bookmark_.urlForBookmark(stored(platform_.defaults, kSelectedDocBookmark).data(), &isStale);
+    if (isStale) setStartupDocPathMessageString(QString::fromUtf16(kStale));
+    return url;
+}
+
+void MWAppDelegateBase::openDocumentUnderAccess(const QUrl& url) {
+    platform_.documents.openDocumentWithContentsOfURL(
+        url, Display::yes, [this, url] { platform_.bookmarkStore.stopAccessingSecurityScopedResource(url); });
+}
+
+std::optional<QUrl> MWAppDelegateBase::synchroniseStartupDocPath() {
+    const auto url = startupDocumentUrl();
+    const auto path = url ? std::optional(pathOfURL(*url)) : std::nullopt;
+    if (stored(platform_.defaults, kSelectedDocPath) != Boxed(path)) {
+        store(platform_.defaults, path, kSelectedDocPath); // no path removes the key
+        if (path && path->isEmpty()) setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+    }
+    return url;
+}
+
+void MWAppDelegateBase::showInFinderStartupDoc(Sender /*sender*/) {
+    const auto url = synchroniseStartupDocPath();
+    if (!url) return;
+    const QString path = pathOfURL(*url);
+    if (platform_.fileSystem.fileExistsAtPath(path, nullptr)) platform_.workspace.selectFile(path, QStringLiteral(""));
+}
+
+void MWAppDelegateBase::testOpenStartupDoc(Sender /*sender*/) {
+    const auto url = synchroniseStartupDocPath();
+    if (url && platform_.bookmarkStore.startAccessingSecurityScopedResource(*url)) openDocumentUnderAccess(*url);
+}
+
+void MWAppDelegateBase::selectStartupDoc(Sender /*sender*/) {
+    OpenPanel panel;
+    panel.canChooseFiles = true;
+    panel.canChooseDirectories = false;
+    panel.allowedFileTypes = allowedStartupDocExtensions();
+    panel.prompt = QStringLiteral("Select");
+    platform_.panels.beginSheetModalForWindow(panel, prefWindow_, [this](const std::optional<QUrl>& url) {
+        if (!url) return;
+        store(platform_.defaults, bookmark_.bookmarkForURL_RW(url), kSelectedDocBookmark);
+        store(platform_.defaults, pathOfURL(*url), kSelectedDocPath);
+        setStartupDocPathMessageString(QStringLiteral(""));
+        setStartupDocSpecified(true);
+    });
+}
+
+void MWAppDelegateBase::clearStartupSelectedDoc(Sender /*sender*/) {
+    store(platform_.defaults, QByteArray(""), kSelectedDocBookmark);
+    store(platform_.defaults, QStringLiteral(""), kSelectedDocPath);
+    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+    setStartupDocSpecified(false);
+}
+
+QStringList MWAppDelegateBase::allowedStartupDocExtensions() const {
+    return {QStringLiteral("")};
+}
+
+} // namespace quillow

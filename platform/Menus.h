@@ -1,0 +1,26 @@
+// Port: the program's menu bar.
+#pragma once
+
+#include "base/ActionSender.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace quillow {
+
+struct MenuItem {
+    QString title;
+    QString keyEquivalent; ///< empty for none
+    std::function<void(Sender sender)> action;
+};
+
+class Menus {
+public:
+    virtual ~Menus() = default;
+    /// Puts the item into the application menu, the first of the menu bar, before the item that stands at that index (0 for
+    /// the first).
+    virtual void insertIntoApplicationMenu(const MenuItem& item, int atIndex) = 0;
+};
+
+} // namespace quillow

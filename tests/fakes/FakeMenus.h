@@ -1,0 +1,19 @@
+// An application menu that begins with two items of its own.
+#pragma once
+
+#include "platform/Menus.h"
+
+#include <QList>
+
+namespace quillow {
+
+class FakeMenus final : public Menus {
+public:
+    void insertIntoApplicationMenu(const MenuItem& item, int atIndex) override { items_.insert(atIndex, item); }
+    [[nodiscard]] const QList<MenuItem>& applicationMenu() const { return items_; }
+
+private:
+    QList<MenuItem> items_{{QStringLiteral("About"), QString(), {}}, {QStringLiteral("Quit"), QString(), {}}};
+};
+
+} // namespace quillow
