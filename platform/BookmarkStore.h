@@ -33,7 +33,8 @@ public:
     /// A bookmark of the item at a file URL. `relativeToURL`, when given, makes it document-scoped: the path relative to
     /// that document is recorded too. Nothing, or an error, or both, on failure (no such item, not a file URL).
     [[nodiscard]] virtual std::optional<QByteArray>
-    bookmarkData(const QUrl& url, std::uint32_t options, const std::vector<UrlResourceKey>& includingResourceValuesForKeys,
+    bookmarkData(const QUrl& url, std::uint32_t options,
+                 const std::vector<UrlResourceKey>& includingResourceValuesForKeys,
                  const std::optional<QUrl>& relativeToURL, std::optional<PlatformError>* error) = 0;
 
     /// The URL of the item that the bookmark names. When the item is no longer at the recorded path but was found

@@ -27,7 +27,8 @@ void TextSink::append(char32_t c) {
 void TextSink::appendUtf8(std::string_view utf8) {
     while (!utf8.empty()) {
         std::size_t plain = 0;
-        while (plain < utf8.size() && utf8[plain] >= 0x20 && utf8[plain] < 0x7F) ++plain;
+        while (plain < utf8.size() && utf8[plain] >= 0x20 && utf8[plain] < 0x7F)
+            ++plain;
         out_.append(utf8.substr(0, plain));
         utf8.remove_prefix(plain);
         if (utf8.empty()) break;
@@ -39,7 +40,8 @@ void TextSink::appendUtf8(std::string_view utf8) {
 
 std::string TextSink::finish() && {
     std::size_t end = out_.size();
-    while (end > 0 && out_[end - 1] == '\n') --end;
+    while (end > 0 && out_[end - 1] == '\n')
+        --end;
     out_.resize(end);
     if (!out_.empty()) out_.push_back('\n');
     return std::move(out_);

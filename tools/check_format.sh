@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# check_format.sh: every source file is as clang-format 14 writes it (generated tables apart). "check_format.sh --fix" rewrites.
+set -euo pipefail
+cd "$(dirname "$(dirname "$(readlink -f "$0")")")"
+mode=(--dry-run -Werror)
+[ "${1:-}" = --fix ] && mode=(-i)
+find . -path ./build -prune -o -path './.*' -prune -o \( -name '*.cpp' -o -name '*.h' \) ! -name '*Tables.cpp' -print0 |
+    xargs -0 -r clang-format-14 "${mode[@]}"

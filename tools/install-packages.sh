@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# install-packages.sh run|test|fuzz|bench...: installs the Debian packages that building (run), testing (test), fuzzing (fuzz) or
+# measuring (bench) needs. Says nothing when nothing is missing. Uses sudo when it is not root.
+set -euo pipefail
+
+build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libxml2-dev libpoppler-cpp-dev)
+testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm x11-utils dbus
+         at-spi2-core python3-gi gir1.2-atspi-2.0 fonts-dejavu-core)
+fuzzing=(clang-14 libclang-rt-14-dev)
+benching=(libbenchmark-dev valgrind)
+
+packages=("${build[@]}")
+for what in "$@"; do
+    case $what in
+        run) ;;
+        test) packages+=("${testing[@]}") ;;
+        fuzz) packages+=("${fuzzing[@]}") ;;
+        bench) packages+=("${benching[@]}") ;;
+        *) echo "install-packages.sh: unknown set '$what'" >&2; exit 2 ;;
+    esac
+done
+
+if ! command -v dpkg-query >/dev/null; then
+    echo "This is no Debian system: install the equivalents of: ${packages[*]}" >&2
+    exit 0
+fi
+missing=()
+for package in "${packages[@]}"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "Not root and no sudo here. Install these packages, then run this again: ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}" >&2
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+apt_get() { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=600 "$@" >"$log" 2>&1; }
+if ! { apt_get update && apt_get install -y --no-install-recommends "${missing[@]}"; }; then
+    cat "$log" >&2
+    exit 1
+fi

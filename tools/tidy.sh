@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# tidy.sh [FILE...]: clang-tidy 14 over the given sources, or over all of the project's (some minutes).
+set -euo pipefail
+cd "$(dirname "$(dirname "$(readlink -f "$0")")")"
+tools/build.sh dev
+if [ $# -eq 0 ]; then mapfile -t files < <(git ls-files -- '*.cpp' ':!tests' ':!fuzz' ':!bench' ':!*Tables.cpp'); else files=("$@"); fi
+printf '%s\n' "${files[@]}" | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/dev --quiet
