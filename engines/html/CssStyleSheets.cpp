@@ -45,11 +45,17 @@ private:
 
 void CssParser::parse() {
     open_.emplace_back();
-    std::size_t start = tokens_.position();
+    CssToken
+        first; // of the rule or declaration that is being read; its text is what lies between it and the current token
     std::size_t depth = 0; // of parentheses and brackets
+    const auto startAnew = [&] {
+        first = CssToken{};
+        depth = 0;
+    };
     for (;;) {
         const CssToken token = tokens_.next();
-        const auto pending = [&] { return trimWhiteSpace(css_.substr(start, token.start - start)); };
+        if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
+        const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
         switch (token.type) {
         case CssTokenType::end:
             takeDeclaration(pending());
@@ -58,19 +64,20 @@ void CssParser::parse() {
             return;
         case CssTokenType::openCurly:
             openBlock(pending());
-            start = tokens_.position();
-            depth = 0;
+            startAnew();
             break;
         case CssTokenType::closeCurly:
             takeDeclaration(pending());
             if (open_.size() > 1) closeBlock();
-            start = tokens_.position();
-            depth = 0;
+            startAnew();
             break;
         case CssTokenType::semicolon:
-            if (depth > 0) break;
+            // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
+            if (depth > 0 ||
+                (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start))
+                break;
             takeDeclaration(pending());
-            start = tokens_.position();
+            startAnew();
             break;
         case CssTokenType::function:
         case CssTokenType::openParenthesis:
@@ -99,19 +106,6 @@ void CssParser::skipBlock() {
 }
 
 void CssParser::openBlock(std::string_view prelude) {
-    // Comments and the marks of old HTML comments may stand before a rule.
-    for (bool again = true; again;) {
-        again = false;
-        prelude = trimWhiteSpace(prelude);
-        if (prelude.starts_with("/*")) {
-            const std::size_t end = prelude.find("*/", 2);
-            prelude.remove_prefix(end == std::string_view::npos ? prelude.size() : end + 2);
-            again = true;
-        } else if (prelude.starts_with("<!--") || prelude.starts_with("-->")) {
-            prelude.remove_prefix(prelude.front() == '<' ? 4 : 3);
-            again = true;
-        }
-    }
     if (open_.size() > static_cast<std::size_t>(kMaxRuleNesting)) {
         skipBlock();
     } else if (prelude.starts_with("@")) {
