@@ -1,5 +1,5 @@
-// Whole documents by real producers, against the texts that their sources say they hold. The documents and how they were
-// made: samples/README.md.
+// Whole documents by real producers, against the texts that their sources say they hold. What the documents are and how
+// they were made: samples/README.md.
 #include "engines/Extract.h"
 
 #include <gtest/gtest.h>
@@ -8,10 +8,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillow {
 namespace {
@@ -20,12 +22,19 @@ namespace fs = std::filesystem;
 
 const fs::path kSamples = fs::path(QUILLOW_SOURCE_DIR) / "samples";
 
-constexpr const char* kDocuments[] = {
-    "field-notes.rtfd",       "kettle-manual.html",      "lamp.pdf",           "lease-mixed.rtf",
-    "library-japanese.rtf",   "mail-thread-russian.htm", "market-french.html", "notice-russian.rtf",
-    "offer-german.rtf",       "poem-greek.htm",          "recipe-polish.rtf",  "sea-words.pdf",
-    "thesis-page.pdf",        "timetable-japanese.htm",  "village-letter.pdf", "voices-of-asia.pdf",
-    "will-hebrew-arabic.pdf",
+struct Sample {
+    const char* name;
+    /// Lines that only one of the two texts has, blank lines included. 0 is the aim; any other number is what the engine is
+    /// known to miss today, and a change either way fails the test, so that a gain is written down here at once.
+    std::size_t linesApart = 0;
+};
+
+constexpr Sample kDocuments[] = {
+    {"field-notes.rtfd"},       {"kettle-manual.html"},      {"lamp.pdf"},           {"lease-mixed.rtf"},
+    {"library-japanese.rtf"},   {"mail-thread-russian.htm"}, {"market-french.html"}, {"notice-russian.rtf"},
+    {"offer-german.rtf"},       {"poem-greek.htm"},          {"recipe-polish.rtf"},  {"sea-words.pdf"},
+    {"thesis-page.pdf"},        {"timetable-japanese.htm"},  {"village-letter.pdf"}, {"voices-of-asia.pdf"},
+    {"will-hebrew-arabic.pdf"},
 };
 
 std::string contentOf(const fs::path& path) {
@@ -33,64 +42,100 @@ std::string contentOf(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-DocumentKind kindOf(const fs::path& path) {
-    return documentKindForExtension(path.extension().string().substr(1)).value_or(DocumentKind::rtf);
-}
-
-/// "line 3: expected ..., got ...": where two texts part, for a reader of the test's output.
-std::string firstDifference(std::string_view expected, std::string_view actual) {
-    const auto lineEnd = [](std::string_view text, std::size_t from) {
-        return std::min(text.find('\n', from), text.size());
-    };
-    std::size_t line = 1;
-    std::size_t at = 0;
-    for (;; ++line) {
-        const std::size_t expectedEnd = lineEnd(expected, at);
-        const std::size_t actualEnd = lineEnd(actual, at);
-        const std::string_view wanted = expected.substr(at, expectedEnd - at);
-        const std::string_view got = actual.substr(at, actualEnd - at);
-        if (wanted != got || expectedEnd == expected.size() || actualEnd == actual.size())
-            return "line " + std::to_string(line) + ":\n  expected " + testing::PrintToString(std::string(wanted)) +
-                   "\n  got      " + testing::PrintToString(std::string(got));
-        at = expectedEnd + 1;
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
     }
+    return lines;
 }
 
-class SamplesTest : public testing::TestWithParam<const char*> {};
+struct Difference {
+    std::size_t linesApart = 0;
+    std::string report; ///< "- " before a line that is only expected, "+ " before one that is only read
+};
+
+/// A longest common subsequence of the lines, by the table of common suffixes; the documents are small.
+Difference differenceOf(std::string_view expectedText, std::string_view actualText) {
+    const std::vector<std::string_view> expected = linesOf(expectedText);
+    const std::vector<std::string_view> actual = linesOf(actualText);
+    std::vector<std::vector<std::size_t>> common(expected.size() + 1, std::vector<std::size_t>(actual.size() + 1));
+    for (std::size_t e = expected.size(); e-- > 0;)
+        for (std::size_t a = actual.size(); a-- > 0;)
+            common[e][a] =
+                expected[e] == actual[a] ? common[e + 1][a + 1] + 1 : std::max(common[e + 1][a], common[e][a + 1]);
+
+    Difference difference;
+    const auto tell = [&difference](const char* sign, std::size_t index, std::string_view line) {
+        ++difference.linesApart;
+        difference.report += sign + std::to_string(index + 1) + ": " + std::string(line) + "\n";
+    };
+    std::size_t e = 0;
+    std::size_t a = 0;
+    while (e < expected.size() || a < actual.size()) {
+        if (e < expected.size() && a < actual.size() && expected[e] == actual[a]) {
+            ++e;
+            ++a;
+        } else if (a == actual.size() || (e < expected.size() && common[e + 1][a] >= common[e][a + 1])) {
+            tell("- ", e, expected[e]);
+            ++e;
+        } else {
+            tell("+ ", a, actual[a]);
+            ++a;
+        }
+    }
+    return difference;
+}
+
+void PrintTo(const Sample& sample, std::ostream* out) {
+    *out << sample.name;
+}
+
+class SamplesTest : public testing::TestWithParam<Sample> {};
 
 TEST_P(SamplesTest, readsAsItsSourceSays) {
-    const fs::path document = kSamples / GetParam();
-    const std::string bytes = contentOf(document.extension() == ".rtfd" ? document / "TXT.rtf" : document);
-    const std::string expected = contentOf(kSamples / "expected" / (std::string(GetParam()) + ".txt"));
-    ASSERT_FALSE(bytes.empty());
+    const fs::path document = kSamples / GetParam().name;
+    const auto kind = documentKindForExtension(document.extension().string().substr(1));
+    ASSERT_TRUE(kind.has_value());
+    const std::string bytes = contentOf(*kind == DocumentKind::rtfd ? document / "TXT.rtf" : document);
+    const std::string expected = contentOf(kSamples / "expected" / (std::string(GetParam().name) + ".txt"));
     ASSERT_FALSE(expected.empty());
 
-    const Extraction extraction = extract(std::as_bytes(std::span(bytes)), kindOf(document));
+    const Extraction extraction = extract(std::as_bytes(std::span(bytes)), *kind);
 
     EXPECT_EQ(reasonName(extraction.reason), reasonName(Reason::ok)) << extraction.detail;
     EXPECT_EQ(extraction.loss.charactersWithoutUnicode, 0U);
     ASSERT_TRUE(extraction.text.has_value());
-    EXPECT_TRUE(*extraction.text == expected) << firstDifference(expected, *extraction.text) << "\nthe whole text:\n"
-                                              << *extraction.text;
+    const Difference difference = differenceOf(expected, *extraction.text);
+    EXPECT_EQ(difference.linesApart, GetParam().linesApart) << difference.report;
+    if (difference.linesApart == 0) {
+        EXPECT_TRUE(*extraction.text == expected) << "the texts differ in their line ends";
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, SamplesTest, testing::ValuesIn(kDocuments),
-                         [](const testing::TestParamInfo<const char*>& info) {
-                             std::string name = info.param;
-                             std::replace_if(
-                                 name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
-                             return name;
-                         });
+std::string caseName(const testing::TestParamInfo<Sample>& sample) {
+    std::string name = sample.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, SamplesTest, testing::ValuesIn(kDocuments), caseName);
 
 TEST(SamplesFolderTest, everyDocumentIsTested) {
     std::set<std::string> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(kSamples)) {
         const std::string extension = entry.path().extension().string();
-        if (!extension.empty() && documentKindForExtension(extension.substr(1)))
+        if (!extension.empty() && documentKindForExtension(std::string_view(extension).substr(1)))
             found.insert(entry.path().filename().string());
     }
 
-    EXPECT_EQ(found, std::set<std::string>(std::begin(kDocuments), std::end(kDocuments)));
+    std::set<std::string> tested;
+    for (const Sample& sample : kDocuments)
+        tested.insert(sample.name);
+    EXPECT_EQ(found, tested);
 }
 
 } // namespace
