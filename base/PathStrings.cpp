@@ -39,6 +39,10 @@ QString stringByDeletingPathExtension(const QString& path) {
     return dot < 0 ? trimmed : trimmed.left(dot);
 }
 
+QString pathOfURL(const QUrl& url) {
+    return withoutTrailingSlashes(url.toLocalFile());
+}
+
 QString lowercaseString(const QString& text) {
     // QString's case mapping is Unicode's own and knows no locale.
     return text.toLower();

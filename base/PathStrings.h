@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 
 namespace quillow {
 
@@ -14,6 +15,9 @@ namespace quillow {
 
 /// The path without its extension and the dot before it: "/tmp/a.b.html" gives "/tmp/a.b", ".pdf" stays.
 [[nodiscard]] QString stringByDeletingPathExtension(const QString& path);
+
+/// The path of a file URL, percent escapes undone, without a slash at its end.
+[[nodiscard]] QString pathOfURL(const QUrl& url);
 
 /// Lower case by Unicode's rules, whatever the locale: "I" gives "i" in Turkish too.
 [[nodiscard]] QString lowercaseString(const QString& text);
