@@ -2,7 +2,9 @@
 
 namespace quillow {
 
-void AccessRegistry::start(const QString& path, AccessMode mode) { openings_[path].append(mode); }
+void AccessRegistry::start(const QString& path, AccessMode mode) {
+    openings_[path].append(mode);
+}
 
 void AccessRegistry::stop(const QString& path) {
     const auto found = openings_.find(path);

@@ -11,7 +11,9 @@ constexpr int kVersion = 1;
 /// No path is longer than PATH_MAX; two of them and the numbers fit many times.
 constexpr qsizetype kMaximumSize = 65536;
 
-QCborValue number(std::uint64_t value) { return QCborValue(static_cast<qint64>(value)); }
+QCborValue number(std::uint64_t value) {
+    return QCborValue(static_cast<qint64>(value));
+}
 
 } // namespace
 

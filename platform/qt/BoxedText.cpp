@@ -44,12 +44,15 @@ Boxed percentDecoded(QStringView text) {
     return string;
 }
 
-QString base64(const QByteArray& bytes) { return QString::fromLatin1(bytes.toBase64()); }
+QString base64(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toBase64());
+}
 
 QCborValue cborFromBoxed(const Boxed& value) {
     if (const auto array = value.array()) {
         QCborArray items;
-        for (const Boxed& item : *array) items.append(cborFromBoxed(item));
+        for (const Boxed& item : *array)
+            items.append(cborFromBoxed(item));
         return items;
     }
     if (const auto dictionary = value.dictionary()) {
@@ -66,7 +69,8 @@ Boxed boxedFromCbor(const QCborValue& value, int depth) {
     if (value.isString()) return boxedFromText(value.toString());
     if (value.isArray()) {
         Boxed::Array items;
-        for (const QCborValue item : value.toArray()) items.append(boxedFromCbor(item, depth + 1));
+        for (const QCborValue item : value.toArray())
+            items.append(boxedFromCbor(item, depth + 1));
         return items;
     }
     if (value.isMap()) {
@@ -112,7 +116,8 @@ Boxed boxedFromText(const QString& text) {
     const QString rest = text.mid(2);
     bool isNumber = false;
     switch (text[0].unicode()) {
-    case u'b': return rest == QLatin1String("true") ? Boxed(true) : rest == QLatin1String("false") ? Boxed(false) : Boxed();
+    case u'b':
+        return rest == QLatin1String("true") ? Boxed(true) : rest == QLatin1String("false") ? Boxed(false) : Boxed();
     case u'i': {
         const qlonglong number = rest.toLongLong(&isNumber);
         return isNumber ? Boxed(std::int64_t{number}) : Boxed();

@@ -10,8 +10,10 @@ namespace quillow {
 class FileDescriptor {
 public:
     FileDescriptor() = default;
-    explicit FileDescriptor(int number) : number_(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    explicit FileDescriptor(int number)
+        : number_(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : number_(std::exchange(other.number_, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
         if (this != &other) {
             close();

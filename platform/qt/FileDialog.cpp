@@ -10,7 +10,7 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     : QFileDialog(parent) {
     setOption(QFileDialog::DontUseNativeDialog);
     setAcceptMode(QFileDialog::AcceptOpen);
-    setWindowTitle(message);
+    setWindowTitle(QStringLiteral("Choose Files"));
     setLabelText(QFileDialog::Accept, prompt);
     auto* label = new QLabel(message, this);
     label->setTextFormat(Qt::PlainText);
@@ -22,6 +22,16 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     // The place of a menu bar is the only one above the dialog's own grid.
     layout()->setMenuBar(label);
     startIn(QString());
+}
+
+void FileDialog::showFoldersOnly() {
+    setWindowTitle(QStringLiteral("Choose a Folder"));
+    setFileMode(QFileDialog::Directory);
+    setOption(QFileDialog::ShowDirsOnly);
+    // There is one type only.
+    for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
+        if (auto* widget = findChild<QWidget*>(QLatin1String(name))) widget->hide();
+    }
 }
 
 void FileDialog::startIn(const QString& path) {

@@ -8,6 +8,7 @@ namespace quillow {
 class FileDialog : public QFileDialog {
 public:
     FileDialog(const QString& message, const QString& prompt, QWidget* parent);
+    void showFoldersOnly();
     /// Starts in the folder when there is one at the path, else in the home folder.
     void startIn(const QString& path);
 };

@@ -19,9 +19,13 @@ icu::UnicodeString toIcu(const QString& text) {
     return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size())};
 }
 
-QString toQt(const icu::UnicodeString& text) { return QString::fromUtf16(text.getBuffer(), text.length()); }
+QString toQt(const icu::UnicodeString& text) {
+    return QString::fromUtf16(text.getBuffer(), text.length());
+}
 
-icu::Locale currentLocale() { return icu::Locale::createCanonical(IcuDateFormatting::localeName().constData()); }
+icu::Locale currentLocale() {
+    return icu::Locale::createCanonical(IcuDateFormatting::localeName().constData());
+}
 
 icu::DateFormat::EStyle icuStyle(DateStyle style) {
     switch (style) {
@@ -36,8 +40,7 @@ icu::DateFormat::EStyle icuStyle(DateStyle style) {
 /// The date's own zone where ICU knows it and agrees on the offset; else the plain offset, which any TZ setting has.
 std::unique_ptr<icu::TimeZone> zoneOf(const QDateTime& date) {
     const int32_t offset = date.offsetFromUtc() * 1000;
-    const QByteArray id =
-        date.timeSpec() == Qt::LocalTime ? QTimeZone::systemTimeZoneId() : date.timeZone().id();
+    const QByteArray id = date.timeSpec() == Qt::LocalTime ? QTimeZone::systemTimeZoneId() : date.timeZone().id();
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(id.constData())));
     UErrorCode status = U_ZERO_ERROR;
     int32_t raw = 0;

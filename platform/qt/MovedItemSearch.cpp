@@ -24,7 +24,9 @@ QByteArray joined(const QByteArray& folder, const char* name) {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
-bool exists(const QByteArray& path) { return ::faccessat(AT_FDCWD, path.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0; }
+bool exists(const QByteArray& path) {
+    return ::faccessat(AT_FDCWD, path.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+}
 
 /// The Trash specification of freedesktop.org 1.0: "$topdir/.Trash", "$topdir/.Trash-$uid", and a folder "Trash" in the user's
 /// data folder that holds "files" and "info".

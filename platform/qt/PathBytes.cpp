@@ -7,7 +7,9 @@ namespace {
 
 constexpr char16_t kEscapeBase = 0xDC00;
 
-bool isEscapedByte(char16_t unit) { return unit >= kEscapeBase + 0x80 && unit <= kEscapeBase + 0xFF; }
+bool isEscapedByte(char16_t unit) {
+    return unit >= kEscapeBase + 0x80 && unit <= kEscapeBase + 0xFF;
+}
 
 /// Length of the well-formed UTF-8 sequence at `at` (Unicode 15, table 3-7), or 0.
 qsizetype sequenceLength(const QByteArray& bytes, qsizetype at) {
@@ -63,7 +65,8 @@ QString pathFromBytes(const QByteArray& bytes) {
 
 QString pathFromFileUrl(const QUrl& url) {
     QByteArray bytes = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
-    while (bytes.size() > 1 && bytes.endsWith('/')) bytes.chop(1);
+    while (bytes.size() > 1 && bytes.endsWith('/'))
+        bytes.chop(1);
     return pathFromBytes(bytes);
 }
 

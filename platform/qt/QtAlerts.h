@@ -8,7 +8,8 @@ namespace quillow {
 
 class QtAlerts final : public Alerts {
 public:
-    explicit QtAlerts(Sheets& sheets) : sheets_(sheets) {}
+    explicit QtAlerts(Sheets& sheets)
+        : sheets_(sheets) {}
 
     void beginSheetModalForWindow(const Alert& alert, Window* window,
                                   std::function<void(int returnCode)> completionHandler) override;

@@ -17,7 +17,9 @@ void fail(std::optional<PlatformError>* error, const char* description) {
     if (error) *error = PlatformError{QString::fromLatin1(description)};
 }
 
-bool isFileUrl(const QUrl& url) { return url.isLocalFile() && url.path().startsWith(QLatin1Char('/')); }
+bool isFileUrl(const QUrl& url) {
+    return url.isLocalFile() && url.path().startsWith(QLatin1Char('/'));
+}
 
 QString folderOf(const QString& path) {
     const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
@@ -48,7 +50,8 @@ std::optional<QByteArray> QtBookmarkStore::bookmarkData(const QUrl& url, std::ui
     }
     // The three resource values (path, name, is-directory) are always in the block, whichever were asked for.
     BookmarkBlock block;
-    block.mode = options & kBookmarkCreationSecurityScopeAllowOnlyReadAccess ? AccessMode::readOnly : AccessMode::readWrite;
+    block.mode =
+        options & kBookmarkCreationSecurityScopeAllowOnlyReadAccess ? AccessMode::readOnly : AccessMode::readWrite;
     block.path = bytes;
     block.identity = *identity;
     if (const auto parent = FileIdentity::ofItem(pathToBytes(folderOf(path)))) block.parentInode = parent->inode;

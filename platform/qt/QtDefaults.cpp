@@ -11,7 +11,9 @@ QtDefaults::QtDefaults(const QString& filePath)
     settings_.setFallbacksEnabled(false);
 }
 
-Boxed QtDefaults::objectForKey(const QString& key) const { return boxedFromText(settings_.value(key).toString()); }
+Boxed QtDefaults::objectForKey(const QString& key) const {
+    return boxedFromText(settings_.value(key).toString());
+}
 
 void QtDefaults::setObject(const Boxed& value, const QString& forKey) {
     if (value.isNil())

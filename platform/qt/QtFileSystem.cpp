@@ -23,7 +23,8 @@ constexpr int kNamesToTry = 100;
 /// The bytes of an absolute path, slashes at its end taken off; nothing for any other path.
 std::optional<QByteArray> systemPath(const QString& path) {
     QByteArray bytes = pathToBytes(path);
-    while (bytes.size() > 1 && bytes.endsWith('/')) bytes.chop(1);
+    while (bytes.size() > 1 && bytes.endsWith('/'))
+        bytes.chop(1);
     return bytes.startsWith('/') && !bytes.contains('\0') ? std::optional(bytes) : std::nullopt;
 }
 

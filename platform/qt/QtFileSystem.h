@@ -11,7 +11,8 @@ public:
     /// Larger files count as unreadable: a document is held in memory whole.
     static constexpr qint64 kMaximumFileSize = qint64{2} << 30;
 
-    explicit QtFileSystem(const AccessRegistry& access) : access_(access) {}
+    explicit QtFileSystem(const AccessRegistry& access)
+        : access_(access) {}
 
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;

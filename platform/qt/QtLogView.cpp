@@ -13,6 +13,8 @@ namespace {
 /// says that the attribute is set.
 constexpr int kHasControlTextColor = QTextFormat::UserProperty + 1;
 
+constexpr qreal kMargin = 8;
+
 /// One unit for each unit of the text, and none that the document would take for structure of its own or join with another.
 QString displayed(const QString& text) {
     QString result = text;
@@ -38,6 +40,7 @@ QtLogView::QtLogView(QWidget* parent)
     setUndoRedoEnabled(false);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setTabChangesFocus(true);
+    document()->setDocumentMargin(kMargin);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setAccessibleName(QStringLiteral("Message log"));
 }
@@ -61,7 +64,9 @@ void QtLogView::addForegroundColor(const Color& color, const TextRange& range) {
     cursor.mergeCharFormat(format);
 }
 
-void QtLogView::setNeedsDisplay() { viewport()->update(); }
+void QtLogView::setNeedsDisplay() {
+    viewport()->update();
+}
 
 void QtLogView::scrollRangeToVisible(const TextRange& range) {
     const TextRange place = clamped(range);
@@ -84,9 +89,9 @@ std::optional<Color> QtLogView::foregroundColorAt(qsizetype position) const {
 
 QMimeData* QtLogView::createMimeDataFromSelection() const {
     const QTextCursor selection = textCursor();
-    auto* data = new QMimeData;
-    data->setText(text_.mid(selection.selectionStart(), selection.selectionEnd() - selection.selectionStart()));
-    return data;
+    auto* exactText = new QMimeData;
+    exactText->setText(text_.mid(selection.selectionStart(), selection.selectionEnd() - selection.selectionStart()));
+    return exactText;
 }
 
 TextRange QtLogView::clamped(const TextRange& range) const {

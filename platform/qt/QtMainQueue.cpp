@@ -24,7 +24,8 @@ bool QtMainQueue::event(QEvent* event) {
 
 void QtMainQueue::runWaiting() {
     isRunning_ = true;
-    while (const std::function<void()> operation = takeFirst()) operation();
+    while (const std::function<void()> operation = takeFirst())
+        operation();
     isRunning_ = false;
 }
 

@@ -4,8 +4,6 @@
 #include "platform/qt/PathBytes.h"
 #include "platform/qt/QtWindow.h"
 
-#include <QFileInfo>
-
 #include <utility>
 
 namespace quillow {
@@ -23,8 +21,10 @@ public:
     }
     [[nodiscard]] QDialog* makeDialog(QWidget* window) const override {
         auto* dialog = new FileDialog(panel_.message, panel_.prompt, window);
-        dialog->setFileMode(panel_.canChooseFiles ? QFileDialog::ExistingFile : QFileDialog::Directory);
-        dialog->setOption(QFileDialog::ShowDirsOnly, !panel_.canChooseFiles);
+        if (panel_.canChooseFiles)
+            dialog->setFileMode(QFileDialog::ExistingFile);
+        else
+            dialog->showFoldersOnly();
         // A URL without a scheme, as one made from a plain path is, names a folder here all the same.
         if (panel_.directoryURL) dialog->startIn(panel_.directoryURL->path());
         return dialog;

@@ -8,7 +8,8 @@ namespace quillow {
 
 class QtPanels final : public Panels {
 public:
-    explicit QtPanels(Sheets& sheets) : sheets_(sheets) {}
+    explicit QtPanels(Sheets& sheets)
+        : sheets_(sheets) {}
 
     void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                   std::function<void(const std::optional<QUrl>& url)> completionHandler) override;

@@ -9,7 +9,8 @@ namespace quillow {
 
 class QtWindow final : public Window {
 public:
-    explicit QtWindow(QWidget& widget) : widget_(widget) {}
+    explicit QtWindow(QWidget& widget)
+        : widget_(widget) {}
 
     void makeKeyAndOrderFront() override;
     [[nodiscard]] QWidget& widget() const { return widget_; }

@@ -21,7 +21,8 @@ constexpr int kFileManagerTimeoutMilliseconds = 10000;
 
 QByteArray withoutSlashes(const QString& path) {
     QByteArray bytes = pathToBytes(path);
-    while (bytes.size() > 1 && bytes.endsWith('/')) bytes.chop(1);
+    while (bytes.size() > 1 && bytes.endsWith('/'))
+        bytes.chop(1);
     return bytes;
 }
 
@@ -67,6 +68,8 @@ void QtWorkspace::selectFile(const QString& path, const QString&) {
                      });
 }
 
-void QtWorkspace::openFile(const QString& path) { openUrl_(fileUrlFromPath(path)); }
+void QtWorkspace::openFile(const QString& path) {
+    openUrl_(fileUrlFromPath(path));
+}
 
 } // namespace quillow

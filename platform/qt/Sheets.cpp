@@ -8,7 +8,8 @@
 namespace quillow {
 
 Sheets::~Sheets() {
-    for (const auto& waiting : waiting_) delete waiting->dialog.data();
+    for (const auto& waiting : waiting_)
+        delete waiting->dialog.data();
 }
 
 void Sheets::begin(std::unique_ptr<Sheet> sheet, QWidget* window) {
@@ -51,9 +52,11 @@ void Sheets::finished(QDialog* dialog, int result) {
     waiting_.erase(found);
     dialog->deleteLater();
 
-    for (const auto& sheet : waiting->round) sheet->takeAnswer(*dialog, result);
+    for (const auto& sheet : waiting->round)
+        sheet->takeAnswer(*dialog, result);
     const QPointer<QWidget> window = waiting->window;
-    for (const auto& sheet : waiting->round) sheet->complete();
+    for (const auto& sheet : waiting->round)
+        sheet->complete();
     showNext(window);
 }
 
