@@ -93,7 +93,7 @@ QByteArray IcuDateFormatting::localeName() {
     }
     // "language_TERRITORY.charset@modifier": the charset says nothing here, the modifiers that name a script do.
     const QByteArray modifier = name.contains('@') ? name.mid(name.indexOf('@') + 1) : QByteArray();
-    name = name.left(name.indexOf('@')).split('.').constFirst();
+    name = name.split('@').constFirst().split('.').constFirst();
     if (name.isEmpty() || name == "C" || name == "POSIX") return "en_US";
     for (const auto& [word, script] : {std::pair("latin", "Latn"), {"cyrillic", "Cyrl"}, {"devanagari", "Deva"}}) {
         if (modifier != word) continue;
