@@ -16,7 +16,7 @@
 
 namespace quillow {
 
-class Boxed {
+class Boxed { // selector: none
 public:
     using Array = QList<Boxed>;
     using Dictionary = QMap<QString, Boxed>;

@@ -25,7 +25,7 @@ using Observer = std::function<void(const QString& keyPath, const KVObject& obje
 
 /// Ends with its destruction, or with end(). May outlive the observed object, and may end while observers are being notified:
 /// an ended observation is never called again.
-class [[nodiscard]] Observation {
+class [[nodiscard]] Observation { // selector: none
 public:
     Observation() = default;
     Observation(Observation&& other) noexcept = default;
@@ -63,7 +63,7 @@ public:
 
     /// Observers are called in the order in which they were added. One that is added during a notification is called from
     /// the next one on.
-    [[nodiscard]] Observation addObserver(const QString& forKeyPath, Observer observer);
+    [[nodiscard]] Observation addObserver(const QString& forKeyPath, Observer observer); // selector: none
 
 private:
     friend class KVSlot;
@@ -75,7 +75,7 @@ private:
 };
 
 /// One declared property of a KVObject, as the object itself sees it.
-class KVSlot {
+class KVSlot { // selector: none
 public:
     KVSlot(const KVSlot&) = delete;
     KVSlot& operator=(const KVSlot&) = delete;
@@ -100,7 +100,7 @@ private:
 
 /// The field of an observed property. T is Boxed, std::optional<QString>, std::optional<QByteArray> or QStringList.
 template <class T>
-class KVProperty final : public KVSlot {
+class KVProperty final : public KVSlot { // selector: none
 public:
     KVProperty(KVObject& owner, const char16_t* key, T initial = {})
         : KVSlot(owner, QString::fromUtf16(key))

@@ -12,7 +12,7 @@ class UndoManager {
 public:
     /// Registers what takes the present operation back. While an undo runs it goes to the redo stack; otherwise to the undo
     /// stack, and, unless a redo runs, the redo stack is emptied: what was undone before something new happened is gone.
-    void registerUndo(std::function<void()> invocation);
+    void registerUndo(std::function<void()> invocation); // selector: none
 
     /// Names the operation that was registered last; a menu shows it after "Undo" or "Redo". Nothing to name: no effect.
     void setActionName(const QString& actionName);
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] QString redoActionName() const;
 
     /// Called after every change of the above; for menus.
-    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); } // selector: none
 
 private:
     struct Action {

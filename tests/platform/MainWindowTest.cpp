@@ -13,6 +13,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSet>
@@ -172,8 +173,9 @@ TEST_F(MainWindowTest, everyControlHasAName) {
         const QSet<QAccessible::Role> needName{QAccessible::PushButton,   QAccessible::CheckBox,
                                                QAccessible::EditableText, QAccessible::ComboBox,
                                                QAccessible::MenuItem,     QAccessible::StaticText};
-        if (needName.contains(control->role()) && !control->state().invisible)
+        if (needName.contains(control->role()) && !control->state().invisible) {
             EXPECT_FALSE(control->text(QAccessible::Name).isEmpty()) << control->role();
+        }
         for (int i = 0; i < control->childCount(); ++i)
             if (auto* child = control->child(i)) walk(child);
     };
@@ -204,7 +206,7 @@ TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
     world_.addFile(world_.root() + QStringLiteral("/Letter.rtfd/TXT.rtf"), "x");
     window_.chooseDocuments();
     auto* chooser = window_.findChild<DocumentChooser*>();
-    emit chooser->directoryEntered(world_.root() + QStringLiteral("/Letter.rtfd"));
+    Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Letter.rtfd"));
     runEvents();
     EXPECT_EQ(converted_, QStringList{world_.root() + QStringLiteral("/Letter.rtfd")});
 }
@@ -285,7 +287,7 @@ TEST_F(MainWindowTest, theSpinnerTurnsAndNothingReEntersDuringALongReading) {
 
 TEST(TerminationSignals, aSignalBecomesACallOnTheMainThread) {
     std::thread::id where;
-    const TerminationSignals signals([&where] { where = std::this_thread::get_id(); });
+    const TerminationSignals guard([&where] { where = std::this_thread::get_id(); });
     std::raise(SIGTERM);
     EXPECT_EQ(where, std::thread::id());
     EXPECT_TRUE(waitUntil([&where] { return where != std::thread::id(); }));
