@@ -21,6 +21,10 @@ constexpr TagSet kSvgScopeEnds{Tag::foreignObject, Tag::desc, Tag::title};
 constexpr TagSet kModeElements{Tag::table, Tag::tbody,   Tag::tfoot,    Tag::thead,     Tag::tr,       Tag::td,
                                Tag::th,    Tag::caption, Tag::colgroup, Tag::template_, Tag::frameset, Tag::head};
 
+/// Elements that put a marker into the list of active formatting elements.
+constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::applet,
+                                 Tag::object, Tag::marquee, Tag::template_};
+
 } // namespace
 
 std::string_view leadingWhiteSpace(std::string_view text) {
@@ -61,6 +65,7 @@ void TreeBuilder::boundDepth() {
         const OpenElement last = current();
         if (last.tag == Tag::template_ && last.space == Namespace::html && !templateModes_.empty())
             templateModes_.pop_back();
+        if (last.space == Namespace::html && kMarkerElements.contains(last.tag)) clearFormattingToMarker();
         removeFormatting(last.id);
         pop();
         if (last.space == Namespace::html && kModeElements.contains(last.tag)) resetInsertionMode();
