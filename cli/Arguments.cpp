@@ -84,6 +84,11 @@ std::string setHeadersFooters(Arguments& arguments, std::string_view) {
     return {};
 }
 
+std::string setReflow(Arguments& arguments, std::string_view) {
+    arguments.options.reflow = Reflow::joinLines;
+    return {};
+}
+
 std::string setStrict(Arguments& arguments, std::string_view) {
     arguments.partial = PartialCountsAs::failed;
     return {};
@@ -109,6 +114,7 @@ constexpr std::array kOptions = {
     Option{"links", '\0', Takes::nothing, setLinks},
     Option{"hidden-text", '\0', Takes::nothing, setHiddenText},
     Option{"headers-footers", '\0', Takes::nothing, setHeadersFooters},
+    Option{"reflow", '\0', Takes::nothing, setReflow},
     Option{"strict", '\0', Takes::nothing, setStrict},
     Option{"quiet", 'q', Takes::nothing, setQuiet},
     Option{"verbose", 'v', Takes::nothing, setVerbose},

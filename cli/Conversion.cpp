@@ -25,7 +25,7 @@ Result extracted(const InputDocument& input, const PlannedDocument& document, co
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return failed(Reason::damaged, "the input is empty");
-    if (!kind) return notAccepted("the content is no RTF, HTML or PDF; --type says what it is");
+    if (!kind) return notAccepted("neither name nor content is that of an RTF, HTML or PDF document");
     Extraction extraction = extract(input.bytes.view(), *kind, options);
     Result result;
     result.reason = extraction.reason;
@@ -37,10 +37,6 @@ Result extracted(const InputDocument& input, const PlannedDocument& document, co
 }
 
 Result readAndExtract(const PlannedDocument& document, const Options& options) {
-    if (!document.nameIsAccepted) {
-        if (auto failure = checkInput(document.path)) return failed(failure->reason, std::move(failure->detail));
-        return notAccepted("the name is none of an RTF, RTFD, HTML or PDF document; --type says what it is");
-    }
     InputOutcome input = document.path == kStandardInput ? readStandardInput() : readInput(document.path);
     if (auto* const failure = std::get_if<InputFailure>(&input))
         return failed(failure->reason, std::move(failure->detail));

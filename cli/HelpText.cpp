@@ -6,8 +6,8 @@ const std::string_view kHelpText = R"help(Usage: quillow-convert [OPTION]... FIL
 Turns RTF, RTFD, HTML and PDF documents into plain text (UTF-8).
 
 The texts go to standard output in the order of the files. A file's extension
-(rtf, rtfd, htm, html, pdf) says what it is; where the name has none, and for
-standard input, the content does. An RTFD bundle is one document. "-" is
+(rtf, rtfd, htm, html, pdf) says what it is; where it says none of them, and
+for standard input, the content does. An RTFD bundle is one document. "-" is
 standard input. After "--" everything is a file's name.
 
   -o, --output DIR      write each text into DIR as BASE.txt, BASE being the
@@ -19,12 +19,13 @@ standard input. After "--" everything is a file's name.
   -j, --jobs N          documents read at a time (default: one a processor);
                         the output does not depend on it
 
-      --page-marks ff   a form feed between pages
-      --cells line      each table cell on a line of its own (default: tab)
-      --no-list-markers leave out the bullets and numbers of HTML lists
+      --page-marks ff   a form feed between pages (PDF, RTF)
+      --cells line      each table cell on a line of its own; default: tab
+      --no-list-markers no bullets and numbers before list items
       --links           the target after the text of a link: text <target>
       --hidden-text     hidden and deleted text too
-      --headers-footers running headers and footers too
+      --headers-footers running headers and footers too (RTF)
+      --reflow          join the lines inside a paragraph (RTF)
 
       --strict          a document of which parts could not be read counts as
                         failed (its text is written all the same)

@@ -116,13 +116,6 @@ InputOutcome readInput(const std::string& path) {
     return readFile(std::get<std::string>(text), InputKind::bundle);
 }
 
-std::optional<InputFailure> checkInput(const std::string& path) {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0) return unreadable(lastError());
-    if (S_ISDIR(status.st_mode)) return unreadable("is a folder");
-    return std::nullopt;
-}
-
 InputOutcome readStandardInput() {
     struct stat status = {};
     if (::fstat(STDIN_FILENO, &status) != 0) return unreadable(lastError());

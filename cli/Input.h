@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <variant>
@@ -51,9 +50,6 @@ using InputOutcome = std::variant<InputDocument, InputFailure>;
 /// Reads what stands at the path. A folder whose extension is rtfd, in any letter case, gives the bytes of its text: TXT.rtf,
 /// else that name in other letters, else the only RTF file in it; any other folder cannot be read.
 [[nodiscard]] InputOutcome readInput(const std::string& path);
-
-/// Whether something that is no folder may be opened there, without reading it.
-[[nodiscard]] std::optional<InputFailure> checkInput(const std::string& path);
 
 [[nodiscard]] InputOutcome readStandardInput();
 

@@ -33,7 +33,6 @@ PlannedDocument planned(const std::string& input, const Arguments& arguments) {
     const bool isStandardInput = document.path == kStandardInput;
     const std::string extension = isStandardInput ? std::string() : extensionOf(document.path);
     document.kind = arguments.type ? arguments.type : documentKindForExtension(extension);
-    document.nameIsAccepted = document.kind || extension.empty();
     if (arguments.outputFolder)
         document.fileName = (isStandardInput ? std::string(kStandardInputBase) : baseName(document.path)) + ".txt";
     return document;

@@ -13,8 +13,7 @@ namespace quillow::cli {
 
 struct PlannedDocument {
     std::string path;                    ///< as given, without trailing slashes; kStandardInput for standard input
-    std::optional<DocumentKind> kind;    ///< nothing: the content decides
-    bool nameIsAccepted = true;          ///< false: the name's extension stands for no kind that is read
+    std::optional<DocumentKind> kind;    ///< nothing: the name tells none, the content decides
     std::optional<std::string> fileName; ///< of the text in the output folder; nothing: standard output
 };
 

@@ -52,7 +52,7 @@ TEST(Arguments, optionsStandAnywhereBeforeTheDoubleDash) {
 
 TEST(Arguments, textFormOptionsReachTheEngines) {
     const Options options = parsed({"--page-marks", "ff", "--cells=line", "--no-list-markers", "--links",
-                                    "--hidden-text", "--headers-footers", "x"})
+                                    "--hidden-text", "--headers-footers", "--reflow", "x"})
                                 .options;
 
     EXPECT_EQ(options.pageMarks, PageMarks::formFeed);
@@ -61,6 +61,7 @@ TEST(Arguments, textFormOptionsReachTheEngines) {
     EXPECT_EQ(options.links, LinkTargets::afterText);
     EXPECT_EQ(options.hiddenText, HiddenText::on);
     EXPECT_EQ(options.headersFooters, HeadersFooters::on);
+    EXPECT_EQ(options.reflow, Reflow::joinLines);
 }
 
 TEST(Arguments, typeNamesAKind) {

@@ -100,13 +100,5 @@ TEST(Input, fileWithTheBundlesExtensionIsAFile) {
     EXPECT_EQ(std::get<InputDocument>(outcome).kind, InputKind::file);
 }
 
-TEST(Input, checkLooksWithoutReading) {
-    const TemporaryFolder folder;
-
-    EXPECT_FALSE(checkInput(folder.put("a.docx", "x")));
-    EXPECT_EQ(checkInput(folder.at("none.docx"))->reason, Reason::unreadable);
-    EXPECT_EQ(checkInput(folder.at(""))->detail, "is a folder");
-}
-
 } // namespace
 } // namespace quillow::cli

@@ -62,18 +62,15 @@ TEST(Plan, nameTellsTheKind) {
     EXPECT_EQ(plan.documents[2].kind, DocumentKind::rtfd);
     EXPECT_EQ(plan.documents[2].path, "c.rtfd");
     EXPECT_EQ(plan.documents[3].kind, std::nullopt);
-    EXPECT_TRUE(plan.documents[3].nameIsAccepted);
-    EXPECT_FALSE(plan.documents[4].nameIsAccepted);
-    EXPECT_TRUE(plan.documents[5].nameIsAccepted);
+    EXPECT_EQ(plan.documents[4].kind, std::nullopt);
+    EXPECT_EQ(plan.documents[5].kind, std::nullopt);
 }
 
 TEST(Plan, givenTypeOverridesEveryName) {
     const Plan plan = PlanOf().inputs({"a.rtf", "e.docx", "-"}).type(DocumentKind::pdf).make();
 
-    for (const PlannedDocument& document : plan.documents) {
+    for (const PlannedDocument& document : plan.documents)
         EXPECT_EQ(document.kind, DocumentKind::pdf);
-        EXPECT_TRUE(document.nameIsAccepted);
-    }
 }
 
 TEST(Plan, textsAreNamedOnlyForAFolder) {

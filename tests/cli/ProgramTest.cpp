@@ -192,8 +192,23 @@ TEST(Program, helpTellsOfEveryOptionThatItTakes) {
     const std::string help = run({"--help"}).output;
     for (const char* option :
          {"--output", "--type", "--jobs", "--page-marks", "--cells", "--no-list-markers", "--links", "--hidden-text",
-          "--headers-footers", "--strict", "--quiet", "--verbose", "--help", "--version"})
+          "--headers-footers", "--reflow", "--strict", "--quiet", "--verbose", "--help", "--version"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
+}
+
+TEST(Program, everyTextOptionChangesSomeText) {
+    const TemporaryFolder folder;
+    const std::string rtf =
+        folder.put("a.rtf", "{\\rtf1{\\header Head}A{\\v hidden}{\\listtext 1.\\tab}\\line b\\page "
+                            "c\\par\\trowd\\intbl x\\cell y\\cell\\row"
+                            "{\\field{\\*\\fldinst HYPERLINK \"http://example.org/\"}{\\fldrslt link}}\\par}");
+    const std::string plain = run({rtf}).output;
+    for (const char* option : {"--page-marks=ff", "--cells=line", "--no-list-markers", "--links", "--hidden-text",
+                               "--headers-footers", "--reflow"}) {
+        const Outcome done = run({option, rtf});
+        EXPECT_EQ(done.exitCode, kAllConverted) << option;
+        EXPECT_NE(done.output, plain) << option;
+    }
 }
 
 TEST(Program, nothingOfAnAcceptedTypeExitsWithItsOwnCode) {
@@ -207,11 +222,12 @@ TEST(Program, nothingOfAnAcceptedTypeExitsWithItsOwnCode) {
     EXPECT_EQ(linesOf(run({word, text}).errors), 2U);
 }
 
-TEST(Program, nameWithoutExtensionIsReadByItsContent) {
+TEST(Program, nameThatTellsNoKindIsReadByItsContent) {
     const TemporaryFolder folder;
 
     EXPECT_EQ(run({folder.put("plain", kRtf)}).output, kRtfText);
-    EXPECT_EQ(run({"--type", "rtf", folder.put("a.docx", kRtf)}).output, kRtfText);
+    EXPECT_EQ(run({folder.put("a.doc", kRtf)}).output, kRtfText);
+    EXPECT_EQ(run({"--type", "html", folder.put("a.php", "no tags")}).output, "no tags\n");
 }
 
 TEST(Program, bundleIsOneDocument) {
