@@ -39,19 +39,19 @@ constexpr bool isEmbeddingMark(char32_t codePoint) {
     return codePoint >= 0x202A && codePoint <= 0x202E;
 }
 
-enum class Direction { leftToRight, rightToLeft };
-
-/// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
-/// holds the letters as they are drawn, often backwards. A fifth of the letters is more than a quotation.
-Direction directionOf(const std::u16string& page) {
-    std::size_t letters = 0;
+struct Letters {
+    std::size_t all = 0;
     std::size_t rightToLeft = 0;
+};
+
+Letters countLetters(const std::u16string& page) {
+    Letters letters;
     for (const char16_t unit : page) {
-        if (isBlank(unit)) continue;
-        ++letters;
-        if (isRightToLeft(unit)) ++rightToLeft;
+        if (isBlank(unit) || isEmbeddingMark(unit)) continue;
+        ++letters.all;
+        if (isRightToLeft(unit)) ++letters.rightToLeft;
     }
-    return rightToLeft * 5 > letters ? Direction::rightToLeft : Direction::leftToRight;
+    return letters;
 }
 
 void appendCharacter(TextSink& sink, char32_t codePoint, LossAccount& loss) {
@@ -112,10 +112,16 @@ Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
     return extraction;
 }
 
+/// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
+/// holds the words as they are drawn, the last one first. A fifth of the letters is more than a quotation. Where geometry
+/// has lost letters (it drops what overlaps), all of them out of order are better than a few in order.
 std::optional<std::u16string> bestText(const PopplerPages& pages, std::size_t index) {
-    std::optional<std::u16string> page = pages.pageText(index, PageOrder::contentStream);
-    if (page && directionOf(*page) == Direction::rightToLeft) return pages.pageText(index, PageOrder::reading);
-    return page;
+    std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
+    if (!drawn) return drawn;
+    const Letters letters = countLetters(*drawn);
+    if (letters.rightToLeft * 5 <= letters.all) return drawn;
+    std::optional<std::u16string> read = pages.pageText(index, PageOrder::reading);
+    return read && countLetters(*read).all * 10 >= letters.all * 9 ? read : drawn;
 }
 
 class Pages {
