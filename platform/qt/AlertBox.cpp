@@ -10,6 +10,9 @@ namespace {
 
 constexpr QLatin1String kCancel("Cancel");
 
+/// Short messages would wrap their informative text into a column.
+constexpr int kMinimumCharacters = 50;
+
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {
     case AlertStyle::warning: return QMessageBox::Warning;
@@ -32,7 +35,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent)
         QFont bold = message->font();
         bold.setBold(true);
         message->setFont(bold);
+        message->setMinimumWidth(message->fontMetrics().averageCharWidth() * kMinimumCharacters);
     }
+    // The message box hands its text format to the message only.
+    if (auto* informative = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        informative->setTextFormat(Qt::PlainText);
 
     const QStringList titles = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
     for (const QString& title : titles) {

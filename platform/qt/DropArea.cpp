@@ -57,7 +57,8 @@ QSize DropArea::minimumSizeHint() const {
 
 void DropArea::keyPressEvent(QKeyEvent* event) {
     // A button is pressed by Space of itself; Return is left to dialogs.
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && event->modifiers() == Qt::NoModifier)
+    const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
         click();
     else
         QAbstractButton::keyPressEvent(event);

@@ -84,7 +84,7 @@ MainWindow::~MainWindow() = default;
 
 QLayout* MainWindow::makeDestinationLine() {
     QLabel* caption = makeCaption(QStringLiteral("Destination"));
-    destination_->setAccessibleName(QStringLiteral("Destination"));
+    destination_->setObjectName(QStringLiteral("destination"));
     QPushButton* change =
         makeButton(QStringLiteral("Chan&ge\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
                    &MainWindowCommands::changeDestination);

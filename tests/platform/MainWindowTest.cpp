@@ -13,6 +13,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
@@ -153,7 +154,7 @@ TEST_F(MainWindowTest, whatCannotBeDoneIsDisabled) {
 
 TEST_F(MainWindowTest, showsTheDestinationAsPlainText) {
     window_.setDestination(QStringLiteral("<b>/home/user/Texts</b>"));
-    const auto* label = window_.findChild<ElidedLabel*>();
+    const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
     EXPECT_EQ(label->wholeText(), QStringLiteral("<b>/home/user/Texts</b>"));
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     EXPECT_TRUE(label->toolTip().contains(QStringLiteral("&lt;b&gt;")));
