@@ -104,6 +104,7 @@ std::optional<Encoding> Prescanner::readMeta() {
             needPragma = false;
         }
     }
+    if (atEnd()) return std::nullopt; // a tag cut off declares nothing
     if (!charset || (needPragma && !gotPragma)) return std::nullopt;
     if (*charset == Encoding::utf16be || *charset == Encoding::utf16le) return Encoding::utf8;
     if (*charset == Encoding::xUserDefined) return Encoding::windows1252;
@@ -197,7 +198,7 @@ SniffedEncoding sniffEncoding(std::string_view bytes) {
     auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
     if (!declared && bytes.size() > kPrescanBytes) declared = prescanEncoding(bytes.substr(0, kLatePrescanBytes));
     if (declared) return {*declared, 0};
-    return {text::detectEncoding(bytes), 0};
+    return {detectWithoutNul(bytes), 0};
 }
 
 } // namespace quillow::html

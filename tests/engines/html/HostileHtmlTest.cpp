@@ -47,9 +47,15 @@ TEST_P(DeepNesting, isFlattenedAndKeepsItsText) {
 }
 
 constexpr DeepCase kDeep[] = {
-    {"<div>", 200'000},          {"<span>", 200'000},     {"<b>", 200'000},   {"<table>", 20'000},
-    {"<table><tr><td>", 20'000}, {"<ul><li>", 50'000},    {"<svg>", 100'000}, {"<svg><foreignObject>", 50'000},
-    {"<math><mi>", 50'000},      {"<custom-a>", 100'000},
+    {"<div>", 200'000},
+    {"<span>", 200'000},
+    {"<b>", 200'000},
+    {"<table>", 20'000},
+    {"<table><tr><td>", 20'000},
+    {"<ul><li>", 50'000},
+    {"<svg><foreignObject>", 50'000},
+    {"<math><mi>", 50'000},
+    {"<custom-a>", 100'000},
 };
 INSTANTIATE_TEST_SUITE_P(Elements, DeepNesting, testing::ValuesIn(kDeep));
 

@@ -117,7 +117,7 @@ TEST(RenderingOptions, hiddenTextCanBeShown) {
     EXPECT_EQ(
         textOf("a<p hidden>b</p><i style='visibility:hidden'>c</i><b style='display:none'>d</b><script>e</script>",
                options),
-        "a\n\nb\n\nc\nd");
+        "a\n\nb\n\ncd");
 }
 
 } // namespace
