@@ -164,6 +164,14 @@ std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
     return std::nullopt;
 }
 
+/// Markup in UTF-16 shows as above; a few zero bytes elsewhere are damage and say nothing.
+Encoding detectWithoutNul(std::string_view bytes) {
+    if (bytes.find('\0') == std::string_view::npos) return text::detectEncoding(bytes);
+    std::string kept(bytes);
+    std::erase(kept, '\0');
+    return text::detectEncoding(kept);
+}
+
 } // namespace
 
 std::optional<Encoding> prescanEncoding(std::string_view bytes) {
