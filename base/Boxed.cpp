@@ -58,11 +58,11 @@ T leadingReal(const QString& text) {
     T number = 0;
     const auto [end, error] = std::from_chars(ascii.data() + sign, ascii.data() + ascii.size(), number);
     if (error == std::errc::result_out_of_range) {
-        // Too large or too small: a negative exponent, or none and a leading zero, tells which.
+        // Too large or too small: the exponent's sign tells which, or without one what stands before the point.
         const std::string matched(ascii.data() + sign, end);
         const std::size_t exponent = matched.find_first_of("eE");
-        const bool isTiny = exponent != std::string::npos ? matched[exponent + 1] == '-'
-                                                          : matched.starts_with('0') || matched.starts_with('.');
+        const std::size_t firstDigit = matched.find_first_not_of('0');
+        const bool isTiny = exponent != std::string::npos ? matched[exponent + 1] == '-' : matched[firstDigit] == '.';
         number = isTiny ? T{0} : std::numeric_limits<T>::infinity();
     }
     return ascii.starts_with('-') ? -number : number;

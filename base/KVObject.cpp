@@ -83,7 +83,6 @@ void unbox(const Boxed& boxed, std::optional<QByteArray>& value) {
     value = boxed.data();
 }
 void unbox(const Boxed& boxed, QStringList& value) {
-    value.clear();
     for (const Boxed& item : boxed.array().value_or(Boxed::Array())) {
         if (const auto text = item.string()) value.append(*text);
     }

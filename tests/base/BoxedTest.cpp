@@ -103,6 +103,11 @@ TEST(Boxed, stringsAnswerReals) {
     EXPECT_EQ(Boxed(u"1e999"_s).doubleValue(), std::numeric_limits<double>::infinity());
     EXPECT_EQ(Boxed(u"-1e999"_s).doubleValue(), -std::numeric_limits<double>::infinity());
     EXPECT_EQ(Boxed(u"1e-999"_s).doubleValue(), 0.0);
+    const QString zeros(400, u'0');
+    EXPECT_EQ(Boxed(u"1"_s + zeros).doubleValue(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Boxed(u"01"_s + zeros).doubleValue(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Boxed(u"0."_s + zeros + u'1').doubleValue(), 0.0);
+    EXPECT_EQ(Boxed(u"-."_s + zeros + u'1').doubleValue(), 0.0);
 }
 
 TEST(Boxed, stringsAnswerTruth) {

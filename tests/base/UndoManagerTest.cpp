@@ -1,5 +1,7 @@
 #include "base/UndoManager.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -84,16 +86,26 @@ TEST(UndoManager, actionNamesFollowTheOperations) {
     EXPECT_EQ(undoManager.redoActionName(), u"Set 1"_s); // the name that the running undo gave
 }
 
-TEST(UndoManager, nameGivenDuringAnUndoThatRegistersNothingNamesNoOlderOperation) {
+TEST(UndoManager, nameGivenByAnUndoThatRegistersNothingNamesNoOlderOperation) {
     UndoManager undoManager;
-    undoManager.registerUndo([] {});
-    undoManager.setActionName(u"First"_s);
-    undoManager.registerUndo([] {});
-    undoManager.undo();
+    Number number{undoManager};
     undoManager.registerUndo([&] { undoManager.setActionName(u"Wrong"_s); });
+    number.set(1);
     undoManager.undo();
-    EXPECT_EQ(undoManager.undoActionName(), u"First"_s);
-    EXPECT_EQ(undoManager.redoActionName(), u""_s);
+    EXPECT_EQ(undoManager.redoActionName(), u"Set 0"_s);
+    undoManager.undo();
+    EXPECT_EQ(undoManager.redoActionName(), u"Set 0"_s);
+}
+
+TEST(UndoManager, nameGivenAfterAnUndoNamesNoOlderOperation) {
+    UndoManager undoManager;
+    Number number{undoManager};
+    number.set(1);
+    number.set(2);
+    undoManager.undo();
+    undoManager.setActionName(u"Wrong"_s);
+    EXPECT_EQ(undoManager.undoActionName(), u"Set 1"_s);
+    EXPECT_EQ(undoManager.redoActionName(), u"Set 1"_s);
 }
 
 TEST(UndoManager, undoInsideAnUndoDoesNothing) {
@@ -112,20 +124,26 @@ TEST(UndoManager, undoInsideAnUndoDoesNothing) {
 
 TEST(UndoManager, changeHandlerSeesEveryNewState) {
     UndoManager undoManager;
-    Number number{undoManager};
-    bool canUndo = false;
-    bool canRedo = false;
-    QString name;
+    QStringList states;
     undoManager.setChangeHandler([&] {
-        canUndo = undoManager.canUndo();
-        canRedo = undoManager.canRedo();
-        name = undoManager.undoActionName();
+        states.append(
+            u"%1%2 %3"_s.arg(undoManager.canUndo()).arg(undoManager.canRedo()).arg(undoManager.undoActionName()));
     });
-    number.set(1);
-    EXPECT_TRUE(canUndo);
-    EXPECT_EQ(name, u"Set 1"_s);
+    undoManager.registerUndo([] {});
+    EXPECT_EQ(states, (QStringList{u"10 "_s}));
+    undoManager.setActionName(u"Clear"_s);
+    EXPECT_EQ(states, (QStringList{u"10 "_s, u"10 Clear"_s}));
     undoManager.undo();
-    EXPECT_FALSE(canUndo);
+    EXPECT_EQ(states.last(), u"00 "_s);
+}
+
+TEST(UndoManager, undoThatRegistersItsRedoShowsIt) {
+    UndoManager undoManager;
+    Number number{undoManager};
+    number.set(1);
+    bool canRedo = false;
+    undoManager.setChangeHandler([&] { canRedo = undoManager.canRedo(); });
+    undoManager.undo();
     EXPECT_TRUE(canRedo);
 }
 
