@@ -6,6 +6,8 @@
 
 namespace quillow::text {
 
+struct PairTable;
+
 /// One single- or double-byte code page. Objects are static and immutable.
 class CodePage {
 public:
@@ -30,7 +32,7 @@ public:
     /// Marks a lead byte in the table of single bytes: a noncharacter, so that no code page maps to it.
     static constexpr std::uint16_t kLead = 0xFFFF;
 
-    constexpr CodePage(int number, const std::uint16_t* singles, const std::uint16_t* pairs)
+    constexpr CodePage(int number, const std::uint16_t* singles, const PairTable* pairs)
         : number_(number)
         , singles_(singles)
         , pairs_(pairs) {}
@@ -38,7 +40,7 @@ public:
 private:
     int number_;
     const std::uint16_t* singles_; ///< 256 entries
-    const std::uint16_t* pairs_;   ///< see CodePage.cpp for the layout; nullptr for a single-byte code page
+    const PairTable* pairs_;       ///< nullptr for a single-byte code page
 };
 
 } // namespace quillow::text

@@ -1,0 +1,23 @@
+// Fonts whose bytes are signs, not letters: what Unicode has for each sign. U+FFFD where it has none.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace quillow::text {
+
+/// Adobe's Symbol encoding, as the Windows and Macintosh fonts "Symbol" have it.
+[[nodiscard]] char32_t symbolToUnicode(std::uint8_t byte);
+
+/// Unicode's own correspondences for these four fonts (L2/12-368), which Unicode 7 was completed for.
+[[nodiscard]] char32_t wingdingsToUnicode(std::uint8_t byte);
+[[nodiscard]] char32_t wingdings2ToUnicode(std::uint8_t byte);
+[[nodiscard]] char32_t wingdings3ToUnicode(std::uint8_t byte);
+[[nodiscard]] char32_t webdingsToUnicode(std::uint8_t byte);
+
+using SymbolFontDecoder = char32_t (*)(std::uint8_t byte);
+
+/// The function above for a font of that name (case does not matter), or nullptr for any other font.
+[[nodiscard]] SymbolFontDecoder symbolFontDecoder(std::string_view fontName);
+
+} // namespace quillow::text
