@@ -39,6 +39,15 @@ bool anyWord(std::string_view text, Function each) {
     return false;
 }
 
+/// True when `word`, which holds no white space, is one of the words of a text.
+bool holdsWord(std::string_view text, std::string_view word) {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        if ((at == 0 || isWhiteSpace(text[at - 1])) && (end == text.size() || isWhiteSpace(text[end]))) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
@@ -153,7 +162,7 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
     const auto* classes = tree_.attribute(element, "class");
     if (classes == nullptr) return false;
     spend(classes->size() / 16);
-    return anyWord(*classes, [&](std::string_view word) { return word == name; });
+    return holdsWord(*classes, name);
 }
 
 bool CssMatcher::isEmpty(NodeId element) {

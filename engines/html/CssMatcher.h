@@ -33,7 +33,7 @@ private:
 
 /// Elementary steps of selector matching in one document. Beyond them no rule of a sheet applies to the elements that follow,
 /// so that no sheet, however it is made, costs more than this.
-inline constexpr std::uint64_t kMaxMatchSteps = 100'000'000;
+inline constexpr std::uint64_t kMaxMatchSteps = 30'000'000;
 
 class CssMatcher {
 public:

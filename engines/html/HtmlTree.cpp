@@ -34,6 +34,18 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     return id;
 }
 
+NodeId HtmlTree::createClone(const Node& original) {
+    const auto id = static_cast<NodeId>(nodes_.size());
+    const Node copied = original; // the vector may grow under it
+    Node& node = nodes_.emplace_back();
+    node.tag = copied.tag;
+    node.space = copied.space;
+    node.text = copied.text;
+    node.firstAttribute = copied.firstAttribute;
+    node.attributeCount = copied.attributeCount;
+    return id;
+}
+
 NodeId HtmlTree::createText(std::string_view text) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
@@ -62,12 +74,14 @@ void HtmlTree::remove(NodeId child) {
     removed.parent = removed.previous = removed.next = kNoNode;
 }
 
-void HtmlTree::moveChildren(NodeId from, NodeId to) {
-    while (nodes_[from].firstChild != kNoNode) {
+std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
+    std::size_t moved = 0;
+    for (; nodes_[from].firstChild != kNoNode; ++moved) {
         const NodeId child = nodes_[from].firstChild;
         remove(child);
         append(to, child);
     }
+    return moved;
 }
 
 void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> added) {
@@ -100,6 +114,19 @@ std::string_view HtmlTree::keep(std::string_view text) {
     char* const room = allocate(text.size());
     std::copy(text.begin(), text.end(), room);
     return {room, text.size()};
+}
+
+std::string_view HtmlTree::withReplacements(std::string_view text) {
+    if (text.find('\0') == std::string_view::npos) return text;
+    std::string replaced;
+    for (const char c : text) {
+        if (c == '\0') {
+            replaced += "\uFFFD";
+        } else {
+            replaced += c;
+        }
+    }
+    return keep(replaced);
 }
 
 } // namespace quillow::html

@@ -61,22 +61,24 @@ public:
 
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
+    /// A new element with the name and the attributes of another.
+    [[nodiscard]] NodeId createClone(const Node& original);
     [[nodiscard]] NodeId createText(std::string_view text);
     void append(NodeId parent, NodeId child) { insertBefore(parent, child, kNoNode); }
     /// `before` is a child of `parent`, or kNoNode for the end.
     void insertBefore(NodeId parent, NodeId child, NodeId before);
     void remove(NodeId child);
-    /// Moves every child of `from` to the end of `to`.
-    void moveChildren(NodeId from, NodeId to);
+    /// Moves every child of `from` to the end of `to`; answers how many there were.
+    std::size_t moveChildren(NodeId from, NodeId to);
     /// Adds the attributes that the element does not have yet.
     void addMissingAttributes(NodeId element, std::span<const Attribute> attributes);
-    /// Replaces the characters of a text node.
-    void setText(NodeId text, std::string_view characters) { nodes_[text].text = characters; }
 
     /// Room for `size` bytes that lives as long as the tree.
     [[nodiscard]] char* allocate(std::size_t size);
     /// A copy that lives as long as the tree.
     [[nodiscard]] std::string_view keep(std::string_view text);
+    /// The text with U+FFFD for each U+0000.
+    [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
     std::string source_;

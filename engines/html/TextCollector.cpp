@@ -147,6 +147,7 @@ void TextCollector::preserved(std::string_view characters, Visibility visibility
 void TextCollector::collapsible(std::string_view characters, WhiteSpace mode, Visibility visibility) {
     const char* at = characters.data();
     const char* const end = at + characters.size();
+    line_.pendingBreak = false; // only breaks inside of one text vanish
     // Words are written together as long as what stands between them is a single space.
     while (at < end) {
         const char* const spaceStart = at;
@@ -179,7 +180,7 @@ void TextCollector::collapse(std::string_view whiteSpace, WhiteSpace mode, Visib
         line_.pending = visibility == Visibility::visible ? LineState::Space::visible : LineState::Space::hidden;
         line_.pendingBreak = false;
     }
-    line_.pendingBreak = line_.pendingBreak || breaks > 0;
+    line_.pendingBreak = breaks > 0;
 }
 
 std::string TextCollector::finish() && {
