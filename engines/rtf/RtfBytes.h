@@ -128,4 +128,27 @@ inline constexpr std::size_t kBlock = sizeof(__m128i);
     return p;
 }
 
+/// The number of code points in well-formed UTF-8: its bytes that are no trail bytes.
+[[nodiscard]] inline std::uint64_t countCodePoints(const char* p, const char* end) {
+    std::uint64_t count = 0;
+#if defined(__SSE2__)
+    const __m128i lastTrail = _mm_set1_epi8(static_cast<char>(0xBF));
+    while (static_cast<std::size_t>(end - p) >= kBlock) {
+        // Sixteen counters of a byte each take at most 255 blocks.
+        __m128i counters = _mm_setzero_si128();
+        for (int groups = 63; groups > 0 && static_cast<std::size_t>(end - p) >= 4 * kBlock; --groups, p += 4 * kBlock)
+            for (std::size_t i = 0; i < 4; ++i)
+                counters = _mm_sub_epi8(counters, _mm_cmpgt_epi8(loadBlock(p + i * kBlock), lastTrail));
+        for (int blocks = 3; blocks > 0 && static_cast<std::size_t>(end - p) >= kBlock; --blocks, p += kBlock)
+            counters = _mm_sub_epi8(counters, _mm_cmpgt_epi8(loadBlock(p), lastTrail));
+        const __m128i sums = _mm_sad_epu8(counters, _mm_setzero_si128());
+        count += static_cast<std::uint64_t>(_mm_cvtsi128_si64(sums)) +
+                 static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(sums, sums)));
+    }
+#endif
+    for (; p != end; ++p)
+        count += (static_cast<std::uint8_t>(*p) & 0xC0) != 0x80 ? 1 : 0;
+    return count;
+}
+
 } // namespace quillow::rtf

@@ -162,7 +162,10 @@ void Interpreter::takeUnicode(std::int32_t number) {
     while (true) {
         ++steps_;
         const std::int32_t shifted = number < 0 ? number + 0x10000 : number;
-        if (shifted < 0) {
+        // Nearly every character needs no second look.
+        if (shifted >= 0xA0 && shifted < 0x2000 && ((state_.flags & kSuppressed) | pending_) == 0) {
+            output_.appendCodePoint(static_cast<char32_t>(shifted));
+        } else if (shifted < 0) {
             writeCodePoint(text::kReplacementCharacter);
         } else if (shifted > 0) {
             writeCodePoint(static_cast<char32_t>(shifted));
@@ -172,8 +175,7 @@ void Interpreter::takeUnicode(std::int32_t number) {
         if (!isDigit(scanner_.peek(2)) && scanner_.peek(2) != '-') return;
         const char* before = scanner_.position();
         scanner_.moveTo(before + 2);
-        static constexpr Keyword kUnicode{"u", Action::unicode, 0};
-        const ControlWord word = scanner_.readParameter(kUnicode);
+        const ControlWord word = scanner_.readParameter({Action::unicode, 0});
         if (!word.hasParameter) return scanner_.moveTo(before);
         number = word.parameter;
     }
@@ -184,6 +186,11 @@ void Interpreter::takeUnicode(std::int32_t number) {
 void Interpreter::skipFallback() {
     for (unsigned left = state_.unicodeSkip; left > 0 && !scanner_.atEnd();) {
         const char* p = scanner_.position();
+        if (isPlainText(*p)) {
+            --left;
+            scanner_.advance();
+            continue;
+        }
         if (isLineEnd(*p)) {
             scanner_.advance();
             continue;

@@ -25,8 +25,8 @@ std::string noteMark(std::uint32_t number) {
 
 } // namespace
 
+/// An opening brace has been passed.
 void Interpreter::openGroup() {
-    scanner_.advance();
     if (stack_.size() < kMaxDepth) {
         stack_.push_back(state_);
         state_.closing = Closing::nothing;
@@ -41,7 +41,7 @@ void Interpreter::openGroup() {
         if (!scanner_.atWord()) return;
         const ControlWord word = scanner_.readWord();
         if (word.action() == Action::destination) {
-            openDestination(word.keyword->destination());
+            openDestination(word.keyword.destination());
         } else if (word.action() == Action::binary) {
             skipBinary(word.parameter);
         } else {
@@ -49,10 +49,11 @@ void Interpreter::openGroup() {
         }
         return;
     }
-    if (!isLetter(scanner_.peek(1))) return;
-    const ControlWord word = scanner_.readWord();
+    const Keyword keyword = scanner_.readName();
+    if (keyword.action == Action::notAWord) return;
+    const ControlWord word = scanner_.readParameter(keyword);
     if (word.action() == Action::destination) {
-        openDestination(word.keyword->destination());
+        openDestination(word.keyword.destination());
     } else if (word.action() != Action::none) {
         handleWord(word);
     }

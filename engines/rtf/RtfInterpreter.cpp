@@ -27,49 +27,46 @@ void Interpreter::run() {
     while (!scanner_.atEnd()) {
         ++steps_;
         const char c = scanner_.current();
-        switch (c) {
-        case '\\':
-            if (isLetter(scanner_.peek(1))) {
-                const ControlWord word = scanner_.readWord();
-                if (word.action() != Action::none) handleWord(word);
-            } else {
+        if (c == '\\') {
+            const Keyword keyword = scanner_.readName();
+            if (keyword.action == Action::none) {
+                scanner_.skipParameter();
+            } else if (keyword.action == Action::notAWord) {
                 takeSymbol();
-            }
-            break;
-        case '{': openGroup(); break;
-        case '}':
-            scanner_.advance();
-            leaveGroup();
-            break;
-        case '\r':
-        case '\n': scanner_.advance(); break;
-        case '\t':
-            scanner_.advance();
-            writeTab();
-            break;
-        default:
-            if (isPlainText(c)) {
-                takePlainText();
-            } else if (isHigh(c)) {
-                takeBytes();
             } else {
-                scanner_.advance(); // a control character
+                handleWord(scanner_.readParameter(keyword));
             }
+        } else if (isPlainText(c)) {
+            takePlainText();
+        } else {
+            takeOther(c);
         }
     }
     finishAtEnd();
 }
 
-void Interpreter::handleWord(const ControlWord& word) {
+/// Groups, line ends, bytes over 0x7F and control characters.
+void Interpreter::takeOther(char c) {
+    if (isHigh(c)) return takeBytes();
+    scanner_.advance();
+    switch (c) {
+    case '{': openGroup(); break;
+    case '}': leaveGroup(); break;
+    case '\t': writeTab(); break;
+    default: break; // line ends and control characters mean nothing
+    }
+}
+
+void Interpreter::handleWord(ControlWord word) {
     switch (word.action()) {
-    case Action::character: writeCodePoint(word.keyword->value); break;
+    case Action::character: writeCodePoint(word.keyword.value); break;
     case Action::unicode:
         if (word.hasParameter) takeUnicode(word.parameter);
         break;
     case Action::binary: skipBinary(word.parameter); break;
     case Action::destination:
         // Not the group's first word. In the document's own group it can't be meant; elsewhere it takes the rest of the group.
-        if (stack_.size() > 1 && state_.closing == Closing::nothing) openDestination(word.keyword->destination());
+        if (stack_.size() > 1 && state_.closing == Closing::nothing) openDestination(word.keyword.destination());
         break;
     case Action::paragraph: endParagraph(); break;
     case Action::line: endLine(); break;
@@ -119,7 +116,7 @@ void Interpreter::handleWord(const ControlWord& word) {
         setCharset(fonts_.defaultCharset());
         break;
     case Action::documentCharset:
-        fonts_.setDocumentCharset(word.keyword->value);
+        fonts_.setDocumentCharset(word.keyword.value);
         setCharset(fonts_.defaultCharset());
         break;
     default: break; // words of the tables mean nothing outside them

@@ -88,7 +88,8 @@ private:
     };
 
     // RtfInterpreter.cpp
-    void handleWord(const ControlWord& word);
+    void takeOther(char c);
+    void handleWord(ControlWord word);
     void takeSymbol();
     void skipBinary(std::int32_t length);
     void setFlag(Flag flag, bool on);

@@ -7,13 +7,20 @@ namespace quillow::rtf {
 
 namespace {
 
-constexpr Keyword destination(std::string_view name, Destination destination) {
+struct NamedKeyword {
+    std::string_view name;
+    Action action;
+    std::uint16_t value = 0;
+};
+
+constexpr NamedKeyword destination(std::string_view name, Destination destination) {
     return {name, Action::destination, static_cast<std::uint16_t>(destination)};
 }
 
 // clang-format off
-constexpr Keyword kKeywords[] = {
+constexpr NamedKeyword kKeywords[] = {
     destination("NeXTGraphic", Destination::attachment),
+    destination("abiframeprops", Destination::skipped),
     destination("aftncn", Destination::skipped),
     destination("aftnsep", Destination::skipped),
     destination("aftnsepc", Destination::skipped),
@@ -291,33 +298,33 @@ constexpr std::uint64_t packed(std::string_view letters) {
     return word;
 }
 
-constexpr std::array<KeywordSlot, kKeywordSlots> buildTable() {
-    static_assert(std::size(kKeywords) * 3 < kKeywordSlots, "a fuller table makes unknown words dear");
-    std::array<KeywordSlot, kKeywordSlots> table{};
-    for (const Keyword& keyword : kKeywords) {
+constexpr KeywordTable buildTable() {
+    static_assert(std::size(kKeywords) * 3 < kKeywordSlots, "a fuller table makes probes long");
+    KeywordTable table;
+    for (const NamedKeyword& keyword : kKeywords) {
         if (keyword.name.size() > kPackedName) continue;
         const std::uint64_t low = packed(keyword.name);
         const std::uint64_t high = keyword.name.size() > 8 ? packed(keyword.name.substr(8)) : 0;
-        std::size_t place = keywordHash(low, high);
-        while (table[place].low != 0)
+        const std::size_t hash = keywordHash(low, high);
+        table.filter[hash] = true;
+        std::size_t place = hash >> (kFilterBits - kKeywordBits);
+        while (table.slots[place].low != 0)
             place = (place + 1) % kKeywordSlots;
-        table[place] = {low, high, keyword};
+        table.slots[place] = {low, high, {keyword.action, keyword.value}};
     }
     return table;
 }
 
-constexpr Keyword kUnknown;
-
 } // namespace
 
-constexpr std::array<KeywordSlot, kKeywordSlots> kKeywordTable = buildTable();
+constexpr KeywordTable kKeywordTable = buildTable();
 
-const Keyword& findKeyword(std::string_view name) {
+Keyword findKeyword(std::string_view name) {
     if (name.size() <= kPackedName)
         return findKeyword(packed(name), name.size() > 8 ? packed(name.substr(8)) : std::uint64_t{0});
-    for (const Keyword& keyword : kKeywords)
-        if (keyword.name == name) return keyword;
-    return kUnknown;
+    for (const NamedKeyword& keyword : kKeywords)
+        if (keyword.name == name) return {keyword.action, keyword.value};
+    return {};
 }
 
 } // namespace quillow::rtf

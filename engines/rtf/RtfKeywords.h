@@ -12,6 +12,7 @@ namespace quillow::rtf {
 /// What to do at a control word. The comment says what Keyword::value holds.
 enum class Action : std::uint8_t {
     none,
+    notAWord,    ///< no letter follows the backslash
     character,   ///< value: the code point it writes
     binary,      ///< \bin
     unicode,     ///< \u
@@ -93,7 +94,6 @@ enum class Destination : std::uint8_t {
 };
 
 struct Keyword {
-    std::string_view name;
     Action action = Action::none;
     std::uint16_t value = 0;
 
@@ -114,24 +114,33 @@ struct KeywordSlot {
 
 inline constexpr unsigned kKeywordBits = 10;
 inline constexpr std::size_t kKeywordSlots = std::size_t{1} << kKeywordBits;
+inline constexpr unsigned kFilterBits = 12;
 
-/// Built at compile time; open addressing, so that a probe ends at the first free place.
-extern const std::array<KeywordSlot, kKeywordSlots> kKeywordTable;
+/// Built at compile time. Open addressing, so that a probe ends at the first free place; before it a flag for every hash that
+/// a keyword has, since most words of a document are not known and need no probe then.
+struct KeywordTable {
+    std::array<bool, std::size_t{1} << kFilterBits> filter{};
+    std::array<KeywordSlot, kKeywordSlots> slots{};
+};
+extern const KeywordTable kKeywordTable;
 
+/// A hash of kFilterBits bits; its upper kKeywordBits are a keyword's place.
 [[nodiscard]] constexpr std::size_t keywordHash(std::uint64_t low, std::uint64_t high) {
     // The multipliers are odd constants from the fractional part of the golden ratio and of the square root of two.
-    return ((low * 0x9E3779B97F4A7C15ULL) ^ (high * 0x6A09E667F3BCC909ULL)) >> (64 - kKeywordBits);
+    return ((low * 0x9E3779B97F4A7C15ULL) ^ (high * 0x6A09E667F3BCC909ULL)) >> (64 - kFilterBits);
 }
 
 /// The keyword of a packed name (case matters), or one whose action is Action::none.
-[[nodiscard]] inline const Keyword& findKeyword(std::uint64_t low, std::uint64_t high) {
-    for (std::size_t place = keywordHash(low, high);; place = (place + 1) % kKeywordSlots) {
-        const KeywordSlot& slot = kKeywordTable[place];
+[[nodiscard]] inline Keyword findKeyword(std::uint64_t low, std::uint64_t high) {
+    const std::size_t hash = keywordHash(low, high);
+    if (!kKeywordTable.filter[hash]) return {};
+    for (std::size_t place = hash >> (kFilterBits - kKeywordBits);; place = (place + 1) % kKeywordSlots) {
+        const KeywordSlot& slot = kKeywordTable.slots[place];
         if ((slot.low == low && slot.high == high) || slot.low == 0) return slot.keyword;
     }
 }
 
 /// The same for a name of any length.
-[[nodiscard]] const Keyword& findKeyword(std::string_view name);
+[[nodiscard]] Keyword findKeyword(std::string_view name);
 
 } // namespace quillow::rtf

@@ -19,7 +19,7 @@ Destination readDestination(Scanner& scanner) {
     const Destination otherwise = isStarred ? Destination::skipped : Destination::body;
     if (!scanner.atWord()) return otherwise;
     const ControlWord word = scanner.readWord();
-    return word.action() == Action::destination ? word.keyword->destination() : otherwise;
+    return word.action() == Action::destination ? word.keyword.destination() : otherwise;
 }
 
 std::uint32_t clampStart(std::int32_t start) {
@@ -172,7 +172,7 @@ void Lists::readTemplate(Scanner& scanner, LabelTemplate& text) const {
             } else if (token.word.action() == Action::unicodeSkip) {
                 unicodeSkip = std::clamp<std::int32_t>(token.word.parameter, 0, 0xFFFF);
             } else if (token.word.action() == Action::character) {
-                text.addUnicode(token.word.keyword->value);
+                text.addUnicode(token.word.keyword.value);
             }
             break;
         case Token::Kind::symbol:
@@ -347,7 +347,7 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
         case Action::pnBody: numbering.kind = OldNumbering::Kind::numbered; break;
         case Action::pnBullet: numbering.kind = OldNumbering::Kind::bullet; break;
         case Action::pnContinue: numbering.kind = OldNumbering::Kind::none; break;
-        case Action::pnFormat: numbering.format = word.keyword->value; break;
+        case Action::pnFormat: numbering.format = word.keyword.value; break;
         case Action::pnStart: numbering.start = clampStart(word.parameter); break;
         case Action::font: charset = fonts_.charset(word.parameter); break;
         default: break;

@@ -54,7 +54,7 @@ public:
 
 private:
     static constexpr std::size_t kInitialCapacity = 16 * 1024;
-    static constexpr std::size_t kSlack = 64; // more than any single append writes without asking
+    static constexpr std::size_t kSlack = 64; // what a single append may write without asking
 
     void makeRoom() {
         if (cursor_ >= limit_) grow(0);
@@ -68,17 +68,21 @@ private:
 
 inline const char* Output::copyText(const char* p, const char* end) {
 #if defined(__SSE2__)
-    while (static_cast<std::size_t>(end - p) >= kBlock) {
-        const __m128i block = loadBlock(p);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(cursor_), block);
-        if (const unsigned mask = notPlainText(block)) {
-            const std::size_t length = lowestBit(mask);
-            cursor_ += length;
-            makeRoom();
-            return p + length;
+    constexpr std::size_t kBlocks = 4;
+    static_assert(kBlocks * kBlock <= kSlack);
+    while (static_cast<std::size_t>(end - p) >= kBlocks * kBlock) {
+        for (std::size_t i = 0; i < kBlocks; ++i) {
+            const __m128i block = loadBlock(p + i * kBlock);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(cursor_ + i * kBlock), block);
+            if (const unsigned mask = notPlainText(block)) {
+                const std::size_t length = i * kBlock + lowestBit(mask);
+                cursor_ += length;
+                makeRoom();
+                return p + length;
+            }
         }
-        p += kBlock;
-        cursor_ += kBlock;
+        p += kBlocks * kBlock;
+        cursor_ += kBlocks * kBlock;
         makeRoom();
     }
 #endif

@@ -1,5 +1,6 @@
 #include "engines/rtf/RtfReader.h"
 
+#include "engines/rtf/RtfBytes.h"
 #include "engines/rtf/RtfHeader.h"
 #include "engines/rtf/RtfInterpreter.h"
 #include "text/CodePage.h"
@@ -13,11 +14,6 @@
 namespace quillow::rtf {
 
 namespace {
-
-std::uint64_t countCharacters(std::string_view utf8) {
-    return static_cast<std::uint64_t>(
-        std::count_if(utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 /// A file without any RTF in it: text in UTF-8, else in windows-1252, with the line ends of any system.
 std::string readPlainText(std::string_view bytes, const Options& options, LossAccount& loss) {
@@ -46,7 +42,7 @@ std::string readPlainText(std::string_view bytes, const Options& options, LossAc
 }
 
 void giveText(Extraction& extraction, std::string text) {
-    extraction.loss.charactersDecoded = countCharacters(text);
+    extraction.loss.charactersDecoded = countCodePoints(text.data(), text.data() + text.size());
     extraction.reason = text.empty() ? Reason::okEmpty : Reason::ok;
     extraction.text = std::move(text);
 }

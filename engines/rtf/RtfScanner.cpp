@@ -7,8 +7,9 @@
 
 namespace quillow::rtf {
 
-const Keyword& Scanner::readName() {
-    const char* name = p_;
+Keyword Scanner::readNameSlowly() {
+    if (!isLetter(peek(1))) return {Action::notAWord, 0};
+    const char* name = ++p_;
     while (p_ != end_ && isLetter(*p_))
         ++p_;
     return findKeyword(std::string_view(name, static_cast<std::size_t>(p_ - name)));
@@ -74,17 +75,17 @@ Token Scanner::nextToken() {
             }
             if (const std::optional<std::uint8_t> byte = hexByteAt(p_)) {
                 p_ += 4;
-                return {Token::Kind::byte, static_cast<char>(*byte), {nullptr, 0, false}};
+                return {Token::Kind::byte, static_cast<char>(*byte), {}};
             }
             const char symbol = peek(1);
             p_ += std::min<std::size_t>(2, remaining());
             const Token::Kind kind = isSyntax(symbol) ? Token::Kind::byte : Token::Kind::symbol;
-            return {kind, symbol, {nullptr, 0, false}};
+            return {kind, symbol, {}};
         }
         ++p_;
-        if (c == '{') return {Token::Kind::open, c, {nullptr, 0, false}};
-        if (c == '}') return {Token::Kind::close, c, {nullptr, 0, false}};
-        return {Token::Kind::byte, c, {nullptr, 0, false}};
+        if (c == '{') return {Token::Kind::open, c, {}};
+        if (c == '}') return {Token::Kind::close, c, {}};
+        return {Token::Kind::byte, c, {}};
     }
 }
 

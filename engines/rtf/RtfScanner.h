@@ -18,11 +18,11 @@ namespace quillow::rtf {
 
 /// A control word with its parameter, delimiter consumed.
 struct ControlWord {
-    const Keyword* keyword;
-    std::int32_t parameter; ///< 0 where none is written; clamped to 32 bits
-    bool hasParameter;
+    Keyword keyword;
+    std::int32_t parameter = 0; ///< 0 where none is written; clamped to 32 bits
+    bool hasParameter = false;
 
-    [[nodiscard]] Action action() const { return keyword->action; }
+    [[nodiscard]] Action action() const { return keyword.action; }
     /// A toggle such as \v is switched off by \v0 alone.
     [[nodiscard]] bool isOn() const { return !hasParameter || parameter != 0; }
 };
@@ -32,7 +32,7 @@ struct Token {
     enum class Kind : std::uint8_t { end, open, close, word, symbol, byte };
     Kind kind = Kind::end;
     char byte = 0; ///< of a symbol its character, of a byte (written raw or as \'hh) its value
-    ControlWord word{nullptr, 0, false};
+    ControlWord word;
 };
 
 class Scanner {
@@ -65,11 +65,17 @@ public:
     /// True at a backslash that begins a control word.
     [[nodiscard]] bool atWord() const { return remaining() >= 2 && *p_ == '\\' && isLetter(p_[1]); }
 
-    /// Reads the control word at the current backslash (atWord() holds).
-    [[nodiscard]] ControlWord readWord();
+    /// Reads the name of the control word at the current backslash, up to its parameter. Where no letter follows the
+    /// backslash, nothing is consumed and the action is Action::notAWord.
+    [[nodiscard]] Keyword readName();
 
-    /// Reads the parameter and the delimiting blank after a control word's letters.
-    [[nodiscard]] ControlWord readParameter(const Keyword& keyword);
+    /// Reads the parameter and the delimiting blank after a name.
+    [[nodiscard]] ControlWord readParameter(Keyword keyword);
+    /// Passes over them.
+    void skipParameter();
+
+    /// Name and parameter at once.
+    [[nodiscard]] ControlWord readWord() { return readParameter(readName()); }
 
     /// The byte that \'hh at `p` stands for, or nothing when there is no \'hh.
     [[nodiscard]] std::optional<std::uint8_t> hexByteAt(const char* p) const {
@@ -93,43 +99,54 @@ public:
     /// The next token of a group that is read for its data. Line ends are passed over; \bin takes its data with it.
     [[nodiscard]] Token nextToken();
 
-    static constexpr std::size_t kLookAhead = 32; ///< bytes that the fast road of readWord() may read
-
 private:
-    [[nodiscard]] const Keyword& readName();
+    [[nodiscard]] Keyword readNameSlowly();
 
     const char* begin_;
     const char* p_;
     const char* end_;
 };
 
-inline ControlWord Scanner::readWord() {
-    ++p_;
+inline Keyword Scanner::readName() {
 #if defined(__SSE2__)
-    if (remaining() >= kLookAhead) {
+    if (remaining() > kBlock) {
         // Masks of the first n bytes of a block are windows of this array.
         alignas(16) static constexpr std::uint8_t kMasks[2 * kBlock] = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
                                                                         0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-        const __m128i block = loadBlock(p_);
+        const __m128i block = loadBlock(p_ + 1);
         const std::size_t length = leadingLetters(block);
+        if (length == 0) return {Action::notAWord, 0};
         if (length < kBlock) {
             const __m128i mask = loadBlock(reinterpret_cast<const char*>(kMasks) + kBlock - length);
             const __m128i name = _mm_and_si128(block, mask);
             const auto low = static_cast<std::uint64_t>(_mm_cvtsi128_si64(name));
             const auto high = static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(name, name)));
-            p_ += length;
-            return readParameter(findKeyword(low, high));
+            p_ += 1 + length;
+            return findKeyword(low, high);
         }
     }
 #endif
-    return readParameter(readName());
+    return readNameSlowly();
 }
 
-inline ControlWord Scanner::readParameter(const Keyword& keyword) {
-    ControlWord word{&keyword, 0, false};
+inline void Scanner::skipParameter() {
     const char* p = p_;
-    const bool negative = end_ - p >= 2 && *p == '-' && isDigit(p[1]);
-    if (negative) ++p;
+    if (p == end_) return;
+    if (*p == '-') {
+        if (end_ - p < 2 || !isDigit(p[1])) return;
+        ++p;
+    }
+    while (p != end_ && isDigit(*p))
+        ++p;
+    if (p != end_ && *p == ' ') ++p;
+    p_ = p;
+}
+
+inline ControlWord Scanner::readParameter(Keyword keyword) {
+    ControlWord word{keyword};
+    const char* p = p_;
+    const bool isNegative = end_ - p >= 2 && *p == '-' && isDigit(p[1]);
+    if (isNegative) ++p;
     if (p != end_ && isDigit(*p)) {
         constexpr std::int64_t kLimit = INT32_MAX;
         std::int64_t value = 0;
@@ -138,7 +155,7 @@ inline ControlWord Scanner::readParameter(const Keyword& keyword) {
             if (value > kLimit) value = kLimit;
             ++p;
         } while (p != end_ && isDigit(*p));
-        word.parameter = static_cast<std::int32_t>(negative ? -value : value);
+        word.parameter = static_cast<std::int32_t>(isNegative ? -value : value);
         word.hasParameter = true;
     }
     if (p != end_ && *p == ' ') ++p;
