@@ -20,12 +20,6 @@ constexpr std::array<std::string_view, 40> kNames = {
 };
 static_assert(static_cast<std::size_t>(Encoding::xUserDefined) + 1 == kNames.size());
 
-const std::uint16_t* singleByteIndex(Encoding encoding) {
-    auto row = static_cast<std::size_t>(encoding) - static_cast<std::size_t>(Encoding::ibm866);
-    if (encoding >= Encoding::iso8859_8i) --row;
-    return kSingleByteIndexes[row];
-}
-
 // Section 9.1.1, without a branch a byte: through a table of every byte's UTF-8 that is made for the call.
 void decodeSingleByte(std::string_view bytes, const std::uint16_t* index, DecoderOutput& out) {
     struct Sequence {
@@ -118,6 +112,12 @@ void decodeUserDefined(std::string_view bytes, DecoderOutput& out) {
 }
 
 } // namespace
+
+const std::uint16_t* singleByteIndex(Encoding encoding) {
+    auto row = static_cast<std::size_t>(encoding) - static_cast<std::size_t>(Encoding::ibm866);
+    if (encoding >= Encoding::iso8859_8i) --row;
+    return kSingleByteIndexes[row];
+}
 
 std::string_view encodingName(Encoding encoding) {
     return kNames[static_cast<std::size_t>(encoding)];
