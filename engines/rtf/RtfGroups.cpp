@@ -353,7 +353,8 @@ void Interpreter::skipAnsiHalf() {
         const std::string_view rest = scanner_.rest();
         if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
     }
-    scanner_.moveTo(ansiHalf);
+    // Going back costs a second walk, so it is not done without end.
+    if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
 }
 
 /// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.

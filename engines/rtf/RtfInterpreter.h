@@ -124,6 +124,8 @@ private:
     // RtfCharacters.cpp
     void takePlainText();
     void takeBytes();
+    void takeUsualHex();
+    void takeUsualUnicode();
     void takeUnusualByte(std::uint8_t byte, bool isRaw, const char* next);
     void takePair(const text::CodePage& pairs, std::uint8_t lead, bool isRaw, const char* next);
     void takeUtf8Sequence(std::uint8_t lead, const char* next);
