@@ -1,6 +1,8 @@
 // The generated indexes of the Encoding Standard that are not double-byte sets (those are in PairTable.h).
 #pragma once
 
+#include "text/Encoding.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -9,6 +11,9 @@ namespace quillow::text {
 /// The single-byte indexes by byte from 0x80 on, in the order in which `Encoding` has the encodings that use them, without
 /// ISO-8859-8-I, which shares ISO-8859-8's; 0 where the index has nothing.
 extern const std::uint16_t kSingleByteIndexes[27][128];
+
+/// The index of a single-byte encoding.
+[[nodiscard]] const std::uint16_t* singleByteIndex(Encoding encoding);
 
 /// One range of index gb18030 ranges: code points from `codePoint` on for pointers from `pointer` on.
 struct Gb18030Range {

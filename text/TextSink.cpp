@@ -2,6 +2,14 @@
 
 #include "text/Utf8.h"
 
+#include <bit>
+#include <cassert>
+#include <cstdint>
+
+#ifdef __SSE2__
+#include <immintrin.h>
+#endif
+
 namespace quillow::text {
 
 namespace {
@@ -11,25 +19,54 @@ bool isControl(char32_t c) {
 }
 
 constexpr char32_t kByteOrderMark = 0xFEFF;
+constexpr std::string_view kByteOrderMarkUtf8 = "\xEF\xBB\xBF";
+
+/// The bytes that begin a character which may have to be dropped: C0 controls, DEL, and 0xC2, the lead byte of C1 controls.
+bool needsLook(char byte) {
+    const auto value = static_cast<std::uint8_t>(byte);
+    return (value < 0x20 && value != '\t' && value != '\n') || value == 0x7F || value == 0xC2;
+}
+
+/// How many bytes at the start of the view need no look.
+std::size_t plainPrefixLength(std::string_view bytes) {
+    std::size_t at = 0;
+#ifdef __SSE2__
+    for (; bytes.size() - at >= 16; at += 16) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes.data() + at));
+        const __m128i belowSpace = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x1F)), block);
+        const __m128i kept =
+            _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8('\t')), _mm_cmpeq_epi8(block, _mm_set1_epi8('\n')));
+        const __m128i others = _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8(0x7F)),
+                                            _mm_cmpeq_epi8(block, _mm_set1_epi8(static_cast<char>(0xC2))));
+        const auto look =
+            static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_andnot_si128(kept, belowSpace), others)));
+        if (look != 0) return at + static_cast<std::size_t>(std::countr_zero(look));
+    }
+#endif
+    while (at < bytes.size() && !needsLook(bytes[at]))
+        ++at;
+    return at;
+}
 
 } // namespace
 
-void TextSink::append(char32_t c) {
-    if (c >= 0x20 && c < 0x7F) {
-        out_.push_back(static_cast<char>(c));
+void TextSink::appendOther(char32_t codePoint) {
+    if (isControl(codePoint) && codePoint != '\t' && codePoint != '\n' &&
+        !(codePoint == '\f' && formFeeds_ == FormFeeds::keep))
         return;
-    }
-    if (isControl(c) && c != '\t' && c != '\n' && !(c == '\f' && formFeeds_ == FormFeeds::keep)) return;
-    if (c == kByteOrderMark && out_.empty()) return;
-    text::appendUtf8(out_, c);
+    if (codePoint == kByteOrderMark && out_.empty()) return;
+    text::appendUtf8(out_, codePoint);
 }
 
 void TextSink::appendUtf8(std::string_view utf8) {
+    assert(isValidUtf8(utf8));
     while (!utf8.empty()) {
-        std::size_t plain = 0;
-        while (plain < utf8.size() && utf8[plain] >= 0x20 && utf8[plain] < 0x7F)
-            ++plain;
-        out_.append(utf8.substr(0, plain));
+        if (out_.empty() && utf8.substr(0, kByteOrderMarkUtf8.size()) == kByteOrderMarkUtf8) {
+            utf8.remove_prefix(kByteOrderMarkUtf8.size());
+            continue;
+        }
+        const std::size_t plain = plainPrefixLength(utf8);
+        out_.append(utf8.data(), plain);
         utf8.remove_prefix(plain);
         if (utf8.empty()) break;
         const DecodedCodePoint decoded = decodeUtf8(utf8);

@@ -21,7 +21,13 @@ public:
 
     /// Appends one code point by the rules above: a control character is dropped (C0, DEL and C1), so is a
     /// U+FEFF that would begin the text; a surrogate or a value over U+10FFFF becomes U+FFFD.
-    void append(char32_t codePoint);
+    void append(char32_t codePoint) {
+        if (codePoint >= 0x20 && codePoint < 0x7F) {
+            out_.push_back(static_cast<char>(codePoint));
+        } else {
+            appendOther(codePoint);
+        }
+    }
 
     /// Appends printable ASCII (0x20..0x7E, TAB, LF) that the caller vouches for, as it is.
     void appendAscii(std::string_view ascii) { out_.append(ascii); }
@@ -41,6 +47,8 @@ public:
     [[nodiscard]] std::string finish() &&;
 
 private:
+    void appendOther(char32_t codePoint);
+
     std::string out_;
     FormFeeds formFeeds_;
 };

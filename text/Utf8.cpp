@@ -1,16 +1,38 @@
 #include "text/Utf8.h"
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <immintrin.h>
+#endif
 
 namespace quillow::text {
 
 namespace {
 
-bool isAsciiBlock(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return (word & 0x8080808080808080ULL) == 0;
+constexpr std::size_t kBlock = 16;
+
+/// The number of ASCII bytes at the start of a block of 16.
+std::size_t asciiPrefixOfBlock(const char* bytes) {
+#ifdef __SSE2__
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+    const auto high = static_cast<unsigned>(_mm_movemask_epi8(block));
+    return high == 0 ? kBlock : static_cast<std::size_t>(std::countr_zero(high));
+#else
+    std::uint64_t words[2];
+    std::memcpy(words, bytes, sizeof words);
+    if (((words[0] | words[1]) & 0x8080808080808080ULL) == 0) return kBlock;
+    std::size_t length = 0;
+    while (static_cast<std::uint8_t>(bytes[length]) < 0x80)
+        ++length;
+    return length;
+#endif
+}
+
+bool isTrail(char byte) {
+    return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
 }
 
 } // namespace
@@ -69,23 +91,51 @@ DecodedCodePoint decodeUtf8(std::string_view bytes) {
     return {codePoint, length, true};
 }
 
-bool isValidUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
-        if (bytes.size() >= 8 && isAsciiBlock(bytes.data())) {
-            bytes.remove_prefix(8);
-            continue;
-        }
-        const DecodedCodePoint decoded = decodeUtf8(bytes);
-        if (!decoded.wellFormed) return false;
-        bytes.remove_prefix(decoded.length);
+std::size_t asciiPrefixLength(std::string_view bytes) {
+    std::size_t at = 0;
+    while (bytes.size() - at >= kBlock) {
+        const std::size_t length = asciiPrefixOfBlock(bytes.data() + at);
+        at += length;
+        if (length < kBlock) return at;
     }
-    return true;
+    while (at < bytes.size() && static_cast<std::uint8_t>(bytes[at]) < 0x80)
+        ++at;
+    return at;
+}
+
+std::size_t validUtf8PrefixLength(std::string_view bytes) {
+    const char* const data = bytes.data();
+    std::size_t at = 0;
+    // The common sequences first: two and three bytes whose lead byte does not narrow the first trail byte.
+    while (bytes.size() - at >= kBlock) {
+        const auto lead = static_cast<std::uint8_t>(data[at]);
+        if (lead < 0x80) {
+            at += asciiPrefixOfBlock(data + at);
+        } else if (lead >= 0xC2 && lead <= 0xDF && isTrail(data[at + 1])) {
+            at += 2;
+        } else if (lead > 0xE0 && lead <= 0xEF && lead != 0xED && isTrail(data[at + 1]) && isTrail(data[at + 2])) {
+            at += 3;
+        } else {
+            const DecodedCodePoint decoded = decodeUtf8(bytes.substr(at));
+            if (!decoded.wellFormed) return at;
+            at += decoded.length;
+        }
+    }
+    while (at < bytes.size()) {
+        const DecodedCodePoint decoded = decodeUtf8(bytes.substr(at));
+        if (!decoded.wellFormed) return at;
+        at += decoded.length;
+    }
+    return at;
+}
+
+bool isValidUtf8(std::string_view bytes) {
+    return validUtf8PrefixLength(bytes) == bytes.size();
 }
 
 bool isMultiByteUtf8(std::string_view bytes) {
-    for (const char byte : bytes)
-        if (static_cast<std::uint8_t>(byte) >= 0x80) return isValidUtf8(bytes);
-    return false;
+    const std::size_t ascii = asciiPrefixLength(bytes);
+    return ascii < bytes.size() && isValidUtf8(bytes.substr(ascii));
 }
 
 } // namespace quillow::text

@@ -12,6 +12,12 @@ inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 /// Appends one code point as UTF-8. Surrogates and values over U+10FFFF are written as U+FFFD.
 void appendUtf8(std::string& out, char32_t codePoint);
 
+/// How many bytes at the start of the view are ASCII.
+[[nodiscard]] std::size_t asciiPrefixLength(std::string_view bytes);
+
+/// How many bytes at the start of the view are well-formed UTF-8, whole sequences only.
+[[nodiscard]] std::size_t validUtf8PrefixLength(std::string_view bytes);
+
 /// True when the whole view is well-formed UTF-8.
 [[nodiscard]] bool isValidUtf8(std::string_view bytes);
 
