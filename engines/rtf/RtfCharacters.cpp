@@ -77,9 +77,8 @@ void Interpreter::takeBytes() {
     const bool isShown = (state_.flags & kSuppressed) == 0;
     const std::size_t mark = output_.size();
     const std::uint64_t lost = loss_.charactersWithoutUnicode;
-    if (pending_ != 0) (void)prepareText();
     while (true) {
-        takeUsualHex();
+        if (pending_ == 0) takeUsualHex();
         if (scanner_.atEnd()) break;
         const char* p = scanner_.position();
         const bool isRaw = isHigh(*p);
@@ -100,6 +99,7 @@ void Interpreter::takeBytes() {
         }
         const Charset::Single single = state_.charset->single(byte);
         if (single.length != 0) {
+            if (pending_ != 0) (void)prepareText();
             output_.appendPacked(single.utf8, single.length);
             scanner_.moveTo(next);
         } else {
@@ -197,7 +197,7 @@ void Interpreter::takeUsualUnicode() {
         if (!isPlainText(*q)) break;
         output_.appendCodePoint(value);
         p = q + 1;
-        ++steps_;
+        ++work_;
     }
     scanner_.moveTo(p);
 }
@@ -353,6 +353,7 @@ bool Interpreter::rawIsUtf8() {
     if (rawIsUtf8_ != Answer::unknown) return rawIsUtf8_ == Answer::yes;
     rawIsUtf8_ = Answer::no;
     const std::string_view input = scanner_.input();
+    work_ += input.size();
     const char* end = input.data() + input.size();
     std::size_t from = 0;
     while (from < input.size()) {
