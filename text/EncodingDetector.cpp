@@ -58,7 +58,8 @@ bool looksLikeUtf8(std::string_view bytes) {
         bytes.remove_prefix(asciiPrefixLength(bytes));
         if (bytes.empty()) break;
         const DecodedCodePoint decoded = decodeUtf8(bytes);
-        const bool cutOff = !decoded.wellFormed && decoded.length == bytes.size() && decoded.length > 1;
+        const auto lead = static_cast<std::uint8_t>(bytes.front());
+        const bool cutOff = decoded.length == bytes.size() && lead >= 0xC2 && lead <= 0xF4;
         if (decoded.wellFormed) ++sequences;
         if (!decoded.wellFormed && !cutOff) ++errors;
         bytes.remove_prefix(decoded.length);
