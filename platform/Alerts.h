@@ -30,7 +30,8 @@ class Alerts {
 public:
     virtual ~Alerts() = default;
 
-    /// Shows the alert as a sheet on the window and returns at once; `completionHandler` (may be empty) gets the code.
+    /// Shows the alert as a sheet on the window (on its own when the window is null) and returns at once;
+    /// `completionHandler` (may be empty) gets the code, once, never before this function has returned.
     /// Escape presses a button named "Cancel" where there is one; it never answers a sole button's code.
     virtual void beginSheetModalForWindow(const Alert& alert, Window* window,
                                           std::function<void(int returnCode)> completionHandler) = 0;

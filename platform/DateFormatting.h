@@ -4,9 +4,18 @@
 #include <QDateTime>
 #include <QString>
 
+#include <memory>
+
 namespace quillow {
 
 enum class DateStyle { none, brief, medium, full };
+
+/// Writes dates by a fixed pattern.
+class DateFormatter {
+public:
+    virtual ~DateFormatter() = default;
+    [[nodiscard]] virtual QString stringFromDate(const QDateTime& date) const = 0;
+};
 
 class DateFormatting {
 public:
@@ -15,6 +24,10 @@ public:
     /// The date and time in the user's current locale (that of LC_TIME) with the given styles.
     [[nodiscard]] virtual QString localizedStringFromDate(const QDateTime& date, DateStyle dateStyle,
                                                           DateStyle timeStyle) const = 0;
+
+    /// A formatter of a pattern of Unicode's UTS #35 ("YYYY" is the year of the week) in the user's current locale. Never
+    /// null.
+    [[nodiscard]] virtual std::unique_ptr<DateFormatter> formatterWithPattern(const QString& dateFormat) const = 0;
 };
 
 } // namespace quillow

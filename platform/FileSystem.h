@@ -1,4 +1,5 @@
-// Port: whole files and what stands at a path. Paths are absolute, without a trailing slash.
+// Port: whole files and what stands at a path. Paths are absolute; at any other path, the empty one included, nothing stands.
+// A slash at the end makes no difference.
 #pragma once
 
 #include <QByteArray>

@@ -17,14 +17,16 @@ struct OpenPanel {
     bool canChooseFiles = true;
     QString prompt;  ///< text of the default button
     QString message; ///< one line above the list
+    friend bool operator==(const OpenPanel&, const OpenPanel&) = default;
 };
 
 class Panels {
 public:
     virtual ~Panels() = default;
 
-    /// Shows the panel as a sheet on the window and returns at once. `completionHandler` gets the chosen URL, or nothing
-    /// when the panel was cancelled.
+    /// Shows the panel as a sheet on the window (on its own when the window is null) and returns at once.
+    /// `completionHandler` gets the chosen file URL, or nothing when the panel was cancelled; it is called exactly once,
+    /// never before this function has returned.
     virtual void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                           std::function<void(const std::optional<QUrl>& url)> completionHandler) = 0;
 };

@@ -10,7 +10,7 @@ public:
     virtual ~Workspace() = default;
 
     /// True for a folder that the user sees as one document: its extension is "rtfd" in any letter case and it is not
-    /// empty. False for every other folder, for files and for missing items.
+    /// empty. A slash at the path's end makes no difference. False for every other folder, for files and for missing items.
     [[nodiscard]] virtual bool isFilePackageAtPath(const QString& path) const = 0;
 
     /// Shows the item selected in the file viewer. An empty root path means: in whatever folder it lies.

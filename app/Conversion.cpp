@@ -1,0 +1,135 @@
+// Turns one dropped document, or a batch of them, into plain-text files.
+#include "app/QuillowAppDelegate.h"
+#include "base/Format.h"
+#include "base/PathStrings.h"
+#include "engines/DocumentKind.h"
+#include "platform/Alerts.h"
+#include "platform/BookmarkStore.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgressIndicator.h"
+#include "platform/Workspace.h"
+
+#include <cassert>
+
+namespace quillow {
+namespace {
+
+std::optional<DocumentKind> documentKindOf(const QString& path) {
+    return documentKindForExtension(lowercaseString(pathExtension(path)).toStdString());
+}
+
+} // namespace
+
+bool QuillowAppDelegate::isAcceptedFileToConvertAtPath(const QString& path) const {
+    return documentKindOf(path).has_value();
+}
+
+bool QuillowAppDelegate::existFileOrBundleAtPath(const QString& path) const {
+    bool isDirectory = false;
+    if (!platform().fileSystem.fileExistsAtPath(path, &isDirectory)) return false;
+    return !isDirectory || platform().workspace.isFilePackageAtPath(path);
+}
+
+void QuillowAppDelegate::runDoProcess() {
+    const QString path = fileToProcessPath().value_or(QString());
+    if (!existFileOrBundleAtPath(path)) return;
+    if (!isAcceptedFileToConvertAtPath(path)) {
+        openAlertPanelCantDropThisHere();
+        return;
+    }
+    if (progressIndicator()) progressIndicator()->startAnimation();
+    doProcess();
+    if (progressIndicator()) progressIndicator()->stopAnimation();
+}
+
+// deliberate: the batch road looks neither for existence nor at the type; the conversion itself reports a file of another type
+// as one that has no text.
+void QuillowAppDelegate::runDoMultiProcess() {
+    if (progressIndicator()) progressIndicator()->startAnimation();
+    doMultiProcess();
+    if (progressIndicator()) progressIndicator()->stopAnimation();
+}
+
+void QuillowAppDelegate::doProcess() {
+    bool isStale = false;
+    const std::optional<QUrl> folder = bookmark_.urlForBookmark(effectiveDestinationBookmark(), &isStale);
+    if (!folder || !platform().bookmarkStore.startAccessingSecurityScopedResource(*folder)) return;
+    convertDocument(fileToProcessPath().value_or(QString()));
+    platform().bookmarkStore.stopAccessingSecurityScopedResource(*folder);
+}
+
+void QuillowAppDelegate::doMultiProcess() {
+    bool isStale = false;
+    const std::optional<QUrl> folder = bookmark_.urlForBookmark(effectiveDestinationBookmark(), &isStale);
+    if (!folder || !platform().bookmarkStore.startAccessingSecurityScopedResource(*folder)) return;
+    const QStringList batch = fileToProcessPathArray();
+    for (const QString& path : batch) {
+        const ConversionEnd end = convertDocument(path);
+        assert(fileToProcessPathArray() == batch && "the batch changed while it was converted");
+        // deliberate: bytes that cannot be read end the whole batch, where a document without text is only reported.
+        if (end == ConversionEnd::bytesUnreadable) break;
+    }
+    platform().bookmarkStore.stopAccessingSecurityScopedResource(*folder);
+}
+
+QuillowAppDelegate::ConversionEnd QuillowAppDelegate::convertDocument(const QString& path) {
+    // The bytes and their text. Only on success is anything of the delegate's state touched.
+    FileSystem& files = platform().fileSystem;
+    const std::optional<DocumentKind> kind = documentKindOf(path);
+    std::optional<QByteArray> text;
+    if (kind == DocumentKind::rtf || kind == DocumentKind::rtfd) {
+        const QString source =
+            kind == DocumentKind::rtfd ? stringWithFormat(QStringLiteral("%@/TXT.rtf"), {path}) : path;
+        // deliberate: unreadable bytes reach the reader as absent ones; it alone decides whether there is text.
+        if (const auto styled = platform().rtfTextReader.initWithRTF(files.contentsOfFile(source)))
+            text = plainTextOf(*styled);
+    } else if (kind) {
+        const std::optional<QByteArray> bytes = files.contentsOfFile(path);
+        if (!bytes) {
+            logNoText(path);
+            return ConversionEnd::bytesUnreadable;
+        }
+        if (kind == DocumentKind::pdf) {
+            text = platform().pdfTextReader.stringOfPDF(*bytes);
+        } else if (const auto styled = platform().htmlTextReader.initWithHTML(*bytes)) {
+            text = plainTextOf(*styled);
+        }
+    }
+    if (!text) {
+        logNoText(path);
+        return ConversionEnd::noText;
+    }
+
+    const QString baseName = stringByDeletingPathExtension(lastPathComponent(path));
+    const QString name = stringWithFormat(QStringLiteral("%@.txt"), {baseName});
+    const QString fullPathName = stringWithFormat(QStringLiteral("%@/%@"), {effectiveDestinationPath(), name});
+    setFinalName(name);
+    setFinalFullPathName(fullPathName);
+    // deliberate: whether the file could be written is not looked at; the document counts and is logged as converted.
+    files.writeToFileAtomically(*text, fullPathName);
+    setNumberProcessed(numberProcessed().longValue() + 1);
+    // deliberate: no conversion ever sets it back to false.
+    setDone(true);
+    doMessageLog(stringWithFormat(QStringLiteral("Converted %@  >>  %@"), {path, fullPathName}), false);
+    return ConversionEnd::converted;
+}
+
+QByteArray QuillowAppDelegate::plainTextOf(const AttributedString& styledText) {
+    setRtfString(styledText);
+    textView_.setAttributedString(styledText);
+    return textView_.string();
+}
+
+void QuillowAppDelegate::logNoText(const QString& path) {
+    doMessageLog(stringWithFormat(QStringLiteral("Not able to extract any text from %@"), {path}), true);
+}
+
+void QuillowAppDelegate::openAlertPanelCantDropThisHere() {
+    const Alert alert{QStringLiteral("Can't Accept This File Here"),
+                      QStringLiteral("You can drop here only File type: RTF, RTFD, HTM, HTML, PDF"),
+                      AlertStyle::warning,
+                      {}};
+    platform().alerts.beginSheetModalForWindow(alert, window(), {});
+}
+
+} // namespace quillow

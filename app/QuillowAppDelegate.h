@@ -1,0 +1,129 @@
+// The product's delegate, one instance for the whole run: it converts dropped documents (Conversion.cpp), decides where their
+// texts go (Destination.cpp) and keeps the message log (MessageLog.cpp).
+#pragma once
+
+#include "app/TextView.h"
+#include "frame/MWBookmark.h"
+#include "frame/MWDragDropBaseApp.h"
+#include "platform/LogView.h"
+#include "platform/TextReaders.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace quillow {
+
+class QuillowAppDelegate final : public MWDragDropBaseApp {
+public:
+    explicit QuillowAppDelegate(const Platform& platform); // selector: init
+
+    // Life cycle.
+    void applicationWillFinishLaunching(const Notification& notification);
+    void applicationDidFinishLaunching(const Notification& notification) override;
+
+    // Conversion.
+    /// Whether the path's extension is one of the five that are converted. Nothing on disk is looked at.
+    [[nodiscard]] bool isAcceptedFileToConvertAtPath(const QString& path) const override;
+    /// True for a file and for a folder that is a file package.
+    [[nodiscard]] bool existFileOrBundleAtPath(const QString& path) const;
+    void runDoProcess();
+    void runDoMultiProcess();
+    void doProcess() override;
+    void doMultiProcess();
+    void openAlertPanelCantDropThisHere() override;
+
+    // Destination.
+    void adjustDestinationPath(Sender sender = {});
+    void observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change& change,
+                                void* context) override;
+    void selectFolderToSaveOutput(Sender sender = {});
+
+    // Message log.
+    void doMessageLog(const QString& message, bool bringFront);
+    void clearLog(Sender sender = {});
+    void clearLogUndo(const QString& text);
+    void resetLogAlert(Sender sender = {});
+    void resetCounter(Sender sender = {});
+    void showLastProcessedFile(Sender sender = {});
+    void openLastProcessedFile(Sender sender = {});
+    void showLastOutputFile(Sender sender = {});
+    void openLastOutputFile(Sender sender = {});
+    void showOutputDirectory(Sender sender = {});
+
+    // Destination in force. The window shows `displayDestinationPath`; it is nil while no folder is chosen.
+    [[nodiscard]] std::optional<QString> displayDestinationPath() const { return displayDestinationPath_.get(); }
+    void setDisplayDestinationPath(const std::optional<QString>& path) { displayDestinationPath_.set(path); }
+    [[nodiscard]] std::optional<QString> effectiveDestinationPath() const { return effectiveDestinationPath_.get(); }
+    void setEffectiveDestinationPath(const std::optional<QString>& path) { effectiveDestinationPath_.set(path); }
+    [[nodiscard]] std::optional<QByteArray> effectiveDestinationBookmark() const {
+        return effectiveDestinationBookmark_.get();
+    }
+    void setEffectiveDestinationBookmark(const std::optional<QByteArray>& bookmark) {
+        effectiveDestinationBookmark_.set(bookmark);
+    }
+
+    // What the latest successful conversion left.
+    [[nodiscard]] std::optional<QString> finalName() const { return finalName_.get(); }
+    void setFinalName(const std::optional<QString>& name) { finalName_.set(name); }
+    [[nodiscard]] std::optional<QString> finalFullPathName() const { return finalFullPathName_.get(); }
+    void setFinalFullPathName(const std::optional<QString>& path) { finalFullPathName_.set(path); }
+    [[nodiscard]] const std::optional<AttributedString>& rtfString() const { return rtfString_; }
+    void setRtfString(const std::optional<AttributedString>& text) { rtfString_ = text; }
+    /// Documents converted in this run since the counter was reset.
+    [[nodiscard]] Boxed numberProcessed() const { return numberProcessed_.get(); }
+    void setNumberProcessed(const Boxed& count) { numberProcessed_.set(count); }
+
+    /// deliberate: false from the start and used by nothing; part of the delegate's interface.
+    [[nodiscard]] Boxed None() const { return None_.get(); }
+
+    /// The colour of every new line of the log.
+    [[nodiscard]] const Color& properTextColor() const { return properTextColor_; }
+    void setProperTextColor(const Color& color) { properTextColor_ = color; }
+    [[nodiscard]] const TextView& textView() const { return textView_; }
+
+    // Outlets. An outlet that is null takes what it is told without effect.
+    [[nodiscard]] LogView* textLog() const { return textLog_; }
+    void setTextLog(LogView* textLog) { textLog_ = textLog; }
+
+private:
+    enum class ConversionEnd { converted, noText, bytesUnreadable };
+    enum class DestinationPanel { closed, open };
+
+    // Conversion.
+    ConversionEnd convertDocument(const QString& path);
+    [[nodiscard]] QByteArray plainTextOf(const AttributedString& styledText);
+    void logNoText(const QString& path);
+
+    // Destination.
+    [[nodiscard]] std::optional<QString> pathForBookmark(const std::optional<QByteArray>& bookmark) const;
+    [[nodiscard]] std::optional<QByteArray> storedDestinationBookmark() const;
+    [[nodiscard]] bool takeStoredDestination();
+    void destinationPanelDidEnd(const std::optional<QUrl>& url);
+
+    // Message log.
+    void appendLogLine(const QString& message);
+    void replaceLog(const QString& text);
+    void nameClearLogAction();
+    void showFile(const std::optional<QString>& path);
+    void openFile(const std::optional<QString>& path);
+
+    MWBookmark bookmark_;
+    KVProperty<std::optional<QString>> displayDestinationPath_{*this, u"displayDestinationPath"};
+    KVProperty<std::optional<QString>> effectiveDestinationPath_{*this, u"effectiveDestinationPath"};
+    KVProperty<std::optional<QByteArray>> effectiveDestinationBookmark_{*this, u"effectiveDestinationBookmark"};
+    KVProperty<std::optional<QString>> finalName_{*this, u"finalName"};
+    KVProperty<std::optional<QString>> finalFullPathName_{*this, u"finalFullPathName"};
+    KVProperty<Boxed> numberProcessed_{*this, u"numberProcessed", 0};
+    KVProperty<Boxed> None_{*this, u"None", false};
+    std::optional<AttributedString> rtfString_;
+    Color properTextColor_;
+    TextView textView_;
+    LogView* textLog_ = nullptr;
+    QStringList waitingPaths_; ///< dropped while there was no folder to convert them into
+    DestinationPanel destinationPanel_ = DestinationPanel::closed;
+};
+
+} // namespace quillow

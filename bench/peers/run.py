@@ -1,0 +1,116 @@
+#!/usr/bin/env python3
+"""run.py [--ours PROGRAM] [--runs N] FILE...: quillow-convert beside the converters that Debian packages, on the same files.
+
+Every program runs on every file that it can read, in turns, N times; what counts is the least user and system CPU time of the
+runs and the memory of that run (never under about 10 MiB: a child begins as this program's copy). Printed are ours in milliseconds and MiB, and each peer as a multiple of ours (2.00x: the peer
+takes twice as long). A peer that is not installed is left out, and said to be. A program that fails on a file has no ratio.
+"""
+import argparse
+import math
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+PEERS = {
+    "pdf": ["pdftotext {} -", "pdftotext -raw {} -", "mutool draw -q -F txt {}"],
+    "html": ["w3m -dump -cols 10000 -T text/html -O UTF-8 {}",
+             "lynx -dump -nolist -force_html -width=1000 -display_charset=utf-8 {}",
+             "html2text -utf8 -width 10000 {}", "pandoc -f html -t plain {}"],
+    "rtf": ["unrtf --text --quiet --nopict {}", "catdoc -d utf-8 {}", "pandoc -f rtf -t plain {}"],
+}
+KINDS = {".pdf": "pdf", ".html": "html", ".htm": "html", ".rtf": "rtf"}
+LEAST_CPU = 1e-4  # seconds: what the system can tell apart from nothing
+
+
+def measure(command, path, timeout):
+    """(CPU seconds, MiB) of one run, or nothing when it failed or took too long."""
+    words = [word.replace("{}", path) for word in command.split()]
+    process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               start_new_session=True)
+    end = time.monotonic() + timeout
+    while True:
+        pid, status, usage = os.wait4(process.pid, os.WNOHANG)
+        if pid:
+            process.returncode = os.waitstatus_to_exitcode(status)
+            break
+        if time.monotonic() > end:
+            os.killpg(process.pid, signal.SIGKILL)
+            os.wait4(process.pid, 0)
+            process.returncode = -signal.SIGKILL
+            return None
+        time.sleep(0.0005)
+    if process.returncode != 0:
+        return None
+    return max(usage.ru_utime + usage.ru_stime, LEAST_CPU), usage.ru_maxrss / 1024
+
+
+def best_of(commands, path, runs, timeout):
+    best = {}
+    failed = set()
+    for _ in range(runs):
+        for command in commands:
+            if command in failed:
+                continue
+            outcome = measure(command, path, timeout)
+            if outcome is None:
+                failed.add(command)
+                best.pop(command, None)
+            else:
+                best[command] = min(best.get(command, outcome), outcome)
+    return best
+
+
+def label(command):
+    words = command.split()
+    return words[0] + (" -raw" if "-raw" in words else "")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("files", nargs="+")
+    parser.add_argument("--ours", default=str(ROOT / "build/release/bin/quillow-convert"))
+    parser.add_argument("--runs", type=int, default=5)
+    parser.add_argument("--timeout", type=float, default=120)
+    arguments = parser.parse_args()
+    if not shutil.which(arguments.ours):
+        sys.exit(f"{arguments.ours} is not there: build it (cmake --preset release && cmake --build build/release) or name it")
+
+    missing = sorted({c.split()[0] for cs in PEERS.values() for c in cs if not shutil.which(c.split()[0])})
+    if missing:
+        print("not installed, left out:", ", ".join(missing))
+    ours = arguments.ours + " -q {}"
+    ratios = {}
+    failures = 0
+    for path in arguments.files:
+        kind = KINDS.get(pathlib.Path(path).suffix.lower())
+        if kind is None or not os.path.isfile(path):
+            print(f"{path}: neither a PDF nor HTML nor RTF file, left out")
+            continue
+        peers = [c for c in PEERS[kind] if c.split()[0] not in missing]
+        best = best_of([ours] + peers, path, arguments.runs, arguments.timeout)
+        if ours not in best:
+            failures += 1
+            print(f"{os.path.basename(path):32} ours failed")
+            continue
+        cpu, memory = best[ours]
+        line = f"{os.path.basename(path):32} ours {cpu * 1000:8.1f} ms {memory:6.1f} MiB"
+        for peer in peers:
+            if peer not in best:
+                line += f"   {label(peer)} failed"
+                continue
+            ratios.setdefault((kind, label(peer)), []).append((best[peer][0] / cpu, best[peer][1] / memory))
+            line += f"   {label(peer)} {best[peer][0] / cpu:.2f}x {best[peer][1]:.1f} MiB"
+        print(line, flush=True)
+    for (kind, peer), values in sorted(ratios.items()):
+        mean = [math.exp(sum(math.log(v[i]) for v in values) / len(values)) for i in (0, 1)]
+        print(f"{kind}, {peer}, {len(values)} files: {mean[0]:.2f} times our CPU, {mean[1]:.2f} times our memory (geometric means)")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

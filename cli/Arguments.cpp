@@ -1,0 +1,217 @@
+#include "cli/Arguments.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace quillow::cli {
+
+namespace {
+
+using Outcome = std::variant<Arguments, Request, UsageError>;
+/// What an option does to the arguments; the answer is the complaint, empty when there is none.
+using Apply = std::string (*)(Arguments& arguments, std::string_view value);
+
+enum class Takes { nothing, value };
+
+struct Option {
+    std::string_view name;
+    char letter; ///< NUL where there is only the long name
+    Takes takes;
+    Apply apply;
+};
+
+std::string quoted(std::string_view text, std::string_view dashes = {}) {
+    std::string out;
+    out += '\'';
+    out += dashes;
+    out += text;
+    out += '\'';
+    return out;
+}
+
+std::string setOutputFolder(Arguments& arguments, std::string_view value) {
+    if (value.empty()) return "the output folder's name is empty";
+    if (arguments.outputFolder) return "the output folder is given twice";
+    arguments.outputFolder = std::string(value);
+    return {};
+}
+
+std::string setType(Arguments& arguments, std::string_view value) {
+    arguments.type = documentKindForExtension(value);
+    return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
+}
+
+std::string setJobs(Arguments& arguments, std::string_view value) {
+    unsigned jobs = 0;
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, jobs);
+    if (error != std::errc() || stop != end || jobs == 0)
+        return "the number of jobs must be 1 or more, not " + quoted(value);
+    arguments.jobs = std::min(jobs, kMaximumJobs);
+    return {};
+}
+
+std::string setPageMarks(Arguments& arguments, std::string_view value) {
+    if (value != "ff") return "unknown page mark " + quoted(value) + ": ff";
+    arguments.options.pageMarks = PageMarks::formFeed;
+    return {};
+}
+
+std::string setCells(Arguments& arguments, std::string_view value) {
+    if (value != "tab" && value != "line") return "unknown cell separator " + quoted(value) + ": tab or line";
+    arguments.options.cells = value == "line" ? CellSeparator::line : CellSeparator::tab;
+    return {};
+}
+
+std::string setNoListMarkers(Arguments& arguments, std::string_view) {
+    arguments.options.listMarkers = ListMarkers::off;
+    return {};
+}
+
+std::string setLinks(Arguments& arguments, std::string_view) {
+    arguments.options.links = LinkTargets::afterText;
+    return {};
+}
+
+std::string setHiddenText(Arguments& arguments, std::string_view) {
+    arguments.options.hiddenText = HiddenText::on;
+    return {};
+}
+
+std::string setHeadersFooters(Arguments& arguments, std::string_view) {
+    arguments.options.headersFooters = HeadersFooters::on;
+    return {};
+}
+
+std::string setReflow(Arguments& arguments, std::string_view) {
+    arguments.options.reflow = Reflow::joinLines;
+    return {};
+}
+
+std::string setStrict(Arguments& arguments, std::string_view) {
+    arguments.partial = PartialCountsAs::failed;
+    return {};
+}
+
+std::string setQuiet(Arguments& arguments, std::string_view) {
+    arguments.verbosity = Verbosity::quiet;
+    return {};
+}
+
+std::string setVerbose(Arguments& arguments, std::string_view) {
+    arguments.verbosity = Verbosity::verbose;
+    return {};
+}
+
+constexpr std::array kOptions = {
+    Option{"output", 'o', Takes::value, setOutputFolder},
+    Option{"type", 't', Takes::value, setType},
+    Option{"jobs", 'j', Takes::value, setJobs},
+    Option{"page-marks", '\0', Takes::value, setPageMarks},
+    Option{"cells", '\0', Takes::value, setCells},
+    Option{"no-list-markers", '\0', Takes::nothing, setNoListMarkers},
+    Option{"links", '\0', Takes::nothing, setLinks},
+    Option{"hidden-text", '\0', Takes::nothing, setHiddenText},
+    Option{"headers-footers", '\0', Takes::nothing, setHeadersFooters},
+    Option{"reflow", '\0', Takes::nothing, setReflow},
+    Option{"strict", '\0', Takes::nothing, setStrict},
+    Option{"quiet", 'q', Takes::nothing, setQuiet},
+    Option{"verbose", 'v', Takes::nothing, setVerbose},
+};
+
+const Option* optionNamed(std::string_view name) {
+    const auto found = std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& o) { return o.name == name; });
+    return found == kOptions.end() ? nullptr : &*found;
+}
+
+const Option* optionLettered(char letter) {
+    const auto found =
+        std::find_if(kOptions.begin(), kOptions.end(), [&](const Option& o) { return o.letter == letter; });
+    return found == kOptions.end() ? nullptr : &*found;
+}
+
+class Parser {
+public:
+    explicit Parser(std::span<const std::string_view> words)
+        : words_(words) {}
+
+    Outcome parse() && {
+        while (at_ < words_.size() && !request_ && complaint_.empty())
+            takeWord(words_[at_++]);
+        if (!complaint_.empty()) return UsageError{std::move(complaint_)};
+        if (request_) return *request_;
+        if (arguments_.inputs.empty()) return UsageError{"no input is given"};
+        if (std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardInput) > 1)
+            return UsageError{"standard input can be read only once"};
+        return std::move(arguments_);
+    }
+
+private:
+    void takeWord(std::string_view word) {
+        if (onlyInputs_ || word == kStandardInput || !word.starts_with('-')) {
+            // After "--" a word is a file's name whatever it looks like; "./-" then is what "-" means.
+            arguments_.inputs.emplace_back(onlyInputs_ && word == kStandardInput ? "./-" : word);
+        } else if (word == "--") {
+            onlyInputs_ = true;
+        } else if (word.starts_with("--")) {
+            takeLong(word.substr(2));
+        } else {
+            takeLetters(word.substr(1));
+        }
+    }
+
+    void takeLong(std::string_view word) {
+        if (word == "help") return void(request_ = Request::help);
+        if (word == "version") return void(request_ = Request::version);
+        const std::size_t equals = word.find('=');
+        const std::string_view name = word.substr(0, equals);
+        const Option* const option = optionNamed(name);
+        if (option == nullptr) return complain("unknown option " + quoted(name, "--"));
+        if (option->takes == Takes::nothing) {
+            if (equals != std::string_view::npos) return complain("option " + quoted(name, "--") + " takes no value");
+            return apply(*option, {});
+        }
+        if (equals != std::string_view::npos) return apply(*option, word.substr(equals + 1));
+        applyNextWord(*option, quoted(name, "--"));
+    }
+
+    void takeLetters(std::string_view letters) {
+        while (!letters.empty() && complaint_.empty() && !request_) {
+            const char letter = letters.front();
+            const std::string_view shown = letters.substr(0, 1);
+            letters.remove_prefix(1);
+            if (letter == 'h') return void(request_ = Request::help);
+            const Option* const option = letter == '\0' ? nullptr : optionLettered(letter);
+            if (option == nullptr) return complain("unknown option " + quoted(shown, "-"));
+            if (option->takes == Takes::nothing) {
+                apply(*option, {});
+                continue;
+            }
+            return letters.empty() ? applyNextWord(*option, quoted(shown, "-")) : apply(*option, letters);
+        }
+    }
+
+    void applyNextWord(const Option& option, const std::string& shownName) {
+        if (at_ == words_.size()) return complain("option " + shownName + " needs a value");
+        apply(option, words_[at_++]);
+    }
+
+    void apply(const Option& option, std::string_view value) { complaint_ = option.apply(arguments_, value); }
+    void complain(std::string message) { complaint_ = std::move(message); }
+
+    std::span<const std::string_view> words_;
+    std::size_t at_ = 0;
+    bool onlyInputs_ = false;
+    Arguments arguments_;
+    std::optional<Request> request_;
+    std::string complaint_;
+};
+
+} // namespace
+
+std::variant<Arguments, Request, UsageError> parseArguments(std::span<const std::string_view> arguments) {
+    return Parser(arguments).parse();
+}
+
+} // namespace quillow::cli

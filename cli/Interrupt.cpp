@@ -1,0 +1,47 @@
+#include "cli/Interrupt.h"
+
+#include "cli/OutputFolder.h"
+#include "cli/Program.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <system_error>
+#include <thread>
+
+namespace quillow::cli {
+
+namespace {
+
+bool isIgnored(int signal) {
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+void waitForInterrupt(sigset_t signals) {
+    int signal = 0;
+    while (::sigwait(&signals, &signal) != 0) {
+    }
+    OutputFolder::abandonWrites();
+    ::_exit(kInterrupted);
+}
+
+} // namespace
+
+void handleInterrupts() {
+    ::signal(SIGPIPE, SIG_IGN);
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        if (!isIgnored(signal)) ::sigaddset(&signals, signal);
+    sigset_t before;
+    ::pthread_sigmask(SIG_BLOCK, &signals, &before);
+    try {
+        std::thread(waitForInterrupt, signals).detach();
+    } catch (const std::system_error&) {
+        // No thread to be had: the signals end the program as they end any other.
+        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    }
+}
+
+} // namespace quillow::cli

@@ -1,0 +1,20 @@
+// The lines that the program writes to standard error.
+#pragma once
+
+#include "cli/Result.h"
+
+#include <string>
+#include <string_view>
+
+namespace quillow::cli {
+
+/// A path as one line shows it: control characters are escaped, everything else stays, UTF-8 or not.
+[[nodiscard]] std::string printable(std::string_view path);
+
+/// "quillow-convert: PATH: REASON (DETAIL)" and a line end; without the brackets where there is no detail.
+[[nodiscard]] std::string resultLine(std::string_view path, Reason reason, std::string_view detail);
+
+/// "quillow-convert: MESSAGE" and a line end.
+[[nodiscard]] std::string programLine(std::string_view message);
+
+} // namespace quillow::cli

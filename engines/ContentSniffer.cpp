@@ -1,0 +1,169 @@
+#include "engines/ContentSniffer.h"
+
+#include "engines/Extract.h"
+
+#include <array>
+#include <string>
+
+namespace quillow {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// The MIME Sniffing Standard's "resource header": no signature lies beyond these many bytes.
+constexpr std::size_t kResourceHeader = 1445;
+
+constexpr bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+
+constexpr char asciiLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool startsWithIgnoringCase(std::string_view bytes, std::string_view lowerPrefix) {
+    if (bytes.size() < lowerPrefix.size()) return false;
+    for (std::size_t i = 0; i < lowerPrefix.size(); ++i)
+        if (asciiLower(bytes[i]) != lowerPrefix[i]) return false;
+    return true;
+}
+
+/// The ASCII of a UTF-16 header; what is not ASCII becomes 0x7F, which no signature holds.
+std::string narrowed(std::string_view bytes, std::size_t lowByte) {
+    std::string ascii;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const char low = bytes[i + lowByte];
+        const char high = bytes[i + 1 - lowByte];
+        ascii.push_back(high == '\0' && low > '\0' ? low : '\x7F');
+    }
+    return ascii;
+}
+
+/// The first bytes without byte-order mark and leading blanks, as ASCII whatever Unicode form they are in.
+std::string header(std::string_view bytes) {
+    bytes = bytes.substr(0, kResourceHeader * 2);
+    std::string ascii;
+    if (bytes.starts_with("\xFF\xFE")) {
+        ascii = narrowed(bytes.substr(2), 0);
+    } else if (bytes.starts_with("\xFE\xFF")) {
+        ascii = narrowed(bytes.substr(2), 1);
+    } else if (bytes.size() >= 4 && bytes[0] == '\0' && bytes[1] > '\0' && bytes[2] == '\0') {
+        ascii = narrowed(bytes, 1);
+    } else if (bytes.size() >= 4 && bytes[0] > '\0' && bytes[1] == '\0' && bytes[3] == '\0') {
+        ascii = narrowed(bytes, 0);
+    } else {
+        if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+        ascii = bytes;
+    }
+    std::size_t begin = 0;
+    while (begin < ascii.size() && isBlank(ascii[begin]))
+        ++begin;
+    return ascii.substr(begin);
+}
+
+/// MIME Sniffing, section 7.1, the patterns of text/html; each is followed by a tag-terminating byte.
+constexpr std::array kHtmlPatterns = {
+    "<!doctype html"sv, "<html"sv, "<head"sv,  "<script"sv, "<iframe"sv, "<h1"sv,   "<div"sv, "<font"sv,
+    "<table"sv,         "<a"sv,    "<style"sv, "<title"sv,  "<b"sv,      "<body"sv, "<br"sv,  "<p"sv,
+};
+
+/// The tag-terminating bytes of the standard are SP and ">"; a tag name ends before any other blank too.
+bool endsTag(std::string_view rest) {
+    return !rest.empty() && (isBlank(rest.front()) || rest.front() == '>');
+}
+
+bool startsAsHtml(std::string_view text) {
+    if (text.starts_with("<!--")) return true;
+    for (const std::string_view pattern : kHtmlPatterns)
+        if (startsWithIgnoringCase(text, pattern) && endsTag(text.substr(pattern.size()))) return true;
+    return false;
+}
+
+struct Signature {
+    std::string_view bytes;
+    std::string_view description;
+};
+constexpr std::array kForeignSignatures = {
+    Signature{"\x89PNG\r\n\x1A\n"sv, "a PNG image"sv},
+    Signature{"\xFF\xD8\xFF"sv, "a JPEG image"sv},
+    Signature{"GIF87a"sv, "a GIF image"sv},
+    Signature{"GIF89a"sv, "a GIF image"sv},
+    Signature{"II*\0"sv, "a TIFF image"sv},
+    Signature{"MM\0*"sv, "a TIFF image"sv},
+    Signature{"PK\x03\x04"sv, "a ZIP archive or an office document"sv},
+    Signature{"PK\x05\x06"sv, "an empty ZIP archive"sv},
+    Signature{"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv, "a compound file, as old office documents are"sv},
+    Signature{"\x1F\x8B\x08"sv, "gzip-compressed data"sv},
+    Signature{"\xFD\x37zXZ\0"sv, "xz-compressed data"sv},
+    Signature{"\x28\xB5\x2F\xFD"sv, "zstd-compressed data"sv},
+    Signature{"7z\xBC\xAF\x27\x1C"sv, "a 7z archive"sv},
+    Signature{"Rar!\x1A\x07"sv, "a RAR archive"sv},
+    Signature{"\x7F"
+              "ELF"sv,
+              "a program"sv},
+    Signature{"%!PS-Adobe-"sv, "a PostScript document"sv},
+    Signature{"bplist00"sv, "a binary property list"sv},
+    Signature{"SQLite format 3\0"sv, "an SQLite database"sv},
+    Signature{"OggS\0"sv, "an Ogg recording"sv},
+};
+
+std::string_view asText(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+} // namespace
+
+bool looksLikeRtf(std::string_view bytes) {
+    return header(bytes).starts_with("{\\rtf");
+}
+
+bool startsAsPdf(std::string_view bytes) {
+    return header(bytes).starts_with("%PDF-");
+}
+
+bool looksLikePdf(std::string_view bytes) {
+    return bytes.substr(0, kPdfHeaderWindow).find("%PDF-") != std::string_view::npos;
+}
+
+bool looksLikeHtml(std::string_view bytes) {
+    const std::string text = header(bytes);
+    std::string_view rest = text;
+    if (startsWithIgnoringCase(rest, "<?xml")) {
+        const std::size_t end = rest.find("?>");
+        if (end == std::string_view::npos) return false;
+        rest.remove_prefix(end + 2);
+        while (!rest.empty() && isBlank(rest.front()))
+            rest.remove_prefix(1);
+    }
+    return startsAsHtml(rest);
+}
+
+std::optional<std::string_view> describeForeignContent(std::string_view bytes) {
+    for (const Signature& signature : kForeignSignatures)
+        if (bytes.starts_with(signature.bytes)) return signature.description;
+    if (bytes.starts_with("RIFF") && bytes.substr(0, 12).ends_with("WEBP")) return "a WebP image"sv;
+    if (bytes.substr(0, 8).ends_with("ftyp")) return "a media file"sv;
+    return std::nullopt;
+}
+
+std::string_view describeKind(DocumentKind kind) {
+    switch (kind) {
+    case DocumentKind::rtf:
+    case DocumentKind::rtfd: return "an RTF document";
+    case DocumentKind::html: return "an HTML page";
+    case DocumentKind::pdf: return "a PDF";
+    }
+    return "a document";
+}
+
+std::optional<DocumentKind> sniffDocumentKind(std::span<const std::byte> bytes) {
+    const std::string_view text = asText(bytes);
+    if (looksLikeRtf(text)) return DocumentKind::rtf;
+    // A page that speaks of PDF headers is a page: what begins as HTML is held to a PDF header in the first place only.
+    if (looksLikeHtml(text)) return DocumentKind::html;
+    if (looksLikePdf(text)) return DocumentKind::pdf;
+    return std::nullopt;
+}
+
+} // namespace quillow

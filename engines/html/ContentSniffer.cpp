@@ -1,0 +1,63 @@
+#include "engines/html/ContentSniffer.h"
+
+#include "engines/html/Ascii.h"
+#include "engines/html/EncodingSniffer.h"
+
+#include <algorithm>
+
+namespace quillow::html {
+
+namespace {
+
+struct Signature {
+    std::string_view bytes;
+    std::string_view what;
+};
+
+constexpr Signature kSignatures[] = {
+    {"%PDF-", "a PDF"},
+    {"{\\rtf", "RTF"},
+    {"PK\x03\x04", "a ZIP archive"},
+    {"\x1F\x8B\x08", "compressed data"},
+    {"7z\xBC\xAF", "an archive"},
+    {"Rar!\x1A", "an archive"},
+    {"\xD0\xCF\x11\xE0", "a compound document"},
+    {"\x89PNG", "a picture"},
+    {"\xFF\xD8\xFF", "a picture"},
+    {"GIF87a", "a picture"},
+    {"GIF89a", "a picture"},
+    {"\x7F"
+     "ELF",
+     "a program"},
+    {"bplist0", "a property list"},
+};
+
+/// MIME Sniffing, section 3: a "binary data byte".
+bool isBinaryByte(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte <= 0x08 || byte == 0x0B || (byte >= 0x0E && byte <= 0x1A) || (byte >= 0x1C && byte <= 0x1F);
+}
+
+constexpr std::size_t kLookedAt = 4096;
+/// One stray control character in many is damage; one in ten is no text.
+constexpr std::size_t kBinaryShare = 10;
+
+} // namespace
+
+std::optional<std::string> foreignContent(std::string_view bytes) {
+    const auto is = [](std::string_view what) { return "the content is " + std::string(what); };
+    std::string_view start = bytes;
+    if (start.starts_with("\xEF\xBB\xBF")) start.remove_prefix(3);
+    while (!start.empty() && isWhiteSpace(start.front()))
+        start.remove_prefix(1);
+    for (const Signature& signature : kSignatures)
+        if (start.starts_with(signature.bytes)) return is(signature.what);
+    const std::string_view looked = bytes.substr(0, kLookedAt);
+    const auto binary = static_cast<std::size_t>(std::count_if(looked.begin(), looked.end(), isBinaryByte));
+    if (binary * kBinaryShare <= looked.size()) return std::nullopt;
+    const SniffedEncoding sniffed = sniffEncoding(bytes);
+    if (sniffed.encoding == text::Encoding::utf16le || sniffed.encoding == text::Encoding::utf16be) return std::nullopt;
+    return is("binary data");
+}
+
+} // namespace quillow::html

@@ -1,0 +1,262 @@
+#include "engines/html/CssMatcher.h"
+
+#include "engines/html/Ascii.h"
+
+namespace quillow::html {
+
+namespace {
+
+constexpr int kImportantShift = 63;
+constexpr int kInlineShift = 62;
+constexpr int kLayerShift = 61;
+constexpr int kSpecificityShift = 30;
+
+/// CSS Cascading 5, section 6.1: importance, then the style attribute, then layers (whose order turns around for important
+/// declarations), then specificity, then the order of appearance. Never 0.
+std::uint64_t priorityOf(const CssDeclaration& declaration, bool layered, std::uint32_t specificity,
+                         std::uint32_t order) {
+    const bool important = declaration.importance == Importance::important;
+    return (std::uint64_t{important} << kImportantShift) | (std::uint64_t{layered == important} << kLayerShift) |
+           (std::uint64_t{specificity} << kSpecificityShift) | (std::uint64_t{order} + 1);
+}
+
+bool equals(std::string_view a, std::string_view b, LetterCase letterCase) {
+    return letterCase == LetterCase::ignored ? equalsIgnoringCase(a, b) : a == b;
+}
+
+/// Calls `each` with every word of a text separated by white space, until it answers true.
+template <typename Function>
+bool anyWord(std::string_view text, Function each) {
+    std::size_t at = 0;
+    while (at < text.size()) {
+        while (at < text.size() && isWhiteSpace(text[at]))
+            ++at;
+        const std::size_t start = at;
+        while (at < text.size() && !isWhiteSpace(text[at]))
+            ++at;
+        if (at > start && each(text.substr(start, at - start))) return true;
+    }
+    return false;
+}
+
+/// True when `word`, which holds no white space, is one of the words of a text.
+bool holdsWord(std::string_view text, std::string_view word) {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+        const std::size_t end = at + word.size();
+        if ((at == 0 || isWhiteSpace(text[at - 1])) && (end == text.size() || isWhiteSpace(text[end]))) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
+    : tree_(tree)
+    , sheets_(sheets) {
+    for (std::uint32_t rule = 0; rule < sheets.rules().size(); ++rule)
+        for (const ComplexSelector& selector : sheets.selectors().lists[sheets.rules()[rule].list])
+            file(rule, selector);
+}
+
+/// Files a selector under the most telling simple selector of its rightmost compound.
+void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
+    const SimpleSelector* best = nullptr;
+    const auto rank = [](const SimpleSelector& simple) {
+        switch (simple.kind) {
+        case SelectorKind::id: return 3;
+        case SelectorKind::className: return 2;
+        case SelectorKind::type: return 1;
+        default: return 0;
+        }
+    };
+    for (const SimpleSelector& simple : selector.compounds.front().simples) {
+        if (simple.kind == SelectorKind::never) return;
+        if (rank(simple) > (best == nullptr ? 0 : rank(*best))) best = &simple;
+    }
+    if (best == nullptr) {
+        others_.push_back({rule, &selector});
+    } else if (best->kind == SelectorKind::id) {
+        byId_[best->name].push_back({rule, &selector});
+    } else if (best->kind == SelectorKind::className) {
+        byClass_[best->name].push_back({rule, &selector});
+    } else {
+        byType_[best->name].push_back({rule, &selector});
+    }
+}
+
+void CssMatcher::cascade(NodeId element, CascadedValues& values) {
+    const auto look = [&](const Buckets& buckets, std::string_view key) {
+        if (const auto found = buckets.find(key); found != buckets.end()) applyBucket(found->second, element, values);
+    };
+    if (!sheets_.empty()) {
+        if (!byId_.empty())
+            if (const auto* id = tree_.attribute(element, "id")) look(byId_, *id);
+        if (!byClass_.empty())
+            if (const auto* classes = tree_.attribute(element, "class"))
+                anyWord(*classes, [&](std::string_view name) { return look(byClass_, name), false; });
+        if (!byType_.empty()) look(byType_, tree_.node(element).text);
+        applyBucket(others_, element, values);
+    }
+    if (const auto* style = tree_.attribute(element, "style"))
+        for (const CssDeclaration& declaration : parseStyleAttribute(*style))
+            values.apply(declaration, priorityOf(declaration, declaration.importance == Importance::important, 0, 0) |
+                                          (std::uint64_t{1} << kInlineShift));
+}
+
+void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
+    for (const Candidate& candidate : bucket) {
+        if (steps_ > kMaxMatchSteps) return;
+        if (!matches(*candidate.selector, element)) continue;
+        const CssRule& rule = sheets_.rules()[candidate.rule];
+        for (const CssDeclaration& declaration : rule.declarations)
+            values.apply(declaration,
+                         priorityOf(declaration, rule.layered, candidate.selector->specificity, candidate.rule));
+    }
+}
+
+NodeId CssMatcher::parentElement(NodeId element) const {
+    const NodeId parent = tree_.node(element).parent;
+    return parent == HtmlTree::kDocument ? kNoNode : parent;
+}
+
+NodeId CssMatcher::previousElement(NodeId element) const {
+    NodeId node = tree_.node(element).previous;
+    while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
+        node = tree_.node(node).previous;
+    return node;
+}
+
+NodeId CssMatcher::nextElement(NodeId element) const {
+    NodeId node = tree_.node(element).next;
+    while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
+        node = tree_.node(node).next;
+    return node;
+}
+
+/// Selectors 4, section 17, from right to left. Calls itself once a compound, of which there are at most kMaxCompounds.
+CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::size_t index, NodeId element) {
+    const CompoundSelector& compound = selector.compounds[index];
+    if (!spend(compound.simples.size() + 1)) return Outcome::never;
+    for (const SimpleSelector& simple : compound.simples)
+        if (!matchesSimple(simple, element)) return Outcome::fails;
+    if (index + 1 == selector.compounds.size()) return Outcome::matches;
+    const bool siblings = compound.toLeft == Combinator::nextSibling || compound.toLeft == Combinator::laterSibling;
+    const bool repeats = compound.toLeft == Combinator::descendant || compound.toLeft == Combinator::laterSibling;
+    for (NodeId other = siblings ? previousElement(element) : parentElement(element); other != kNoNode;
+         other = siblings ? previousElement(other) : parentElement(other)) {
+        const Outcome outcome = matchFrom(selector, index + 1, other);
+        if (outcome != Outcome::fails) return outcome;
+        if (!repeats) return Outcome::fails;
+    }
+    // No ancestor fits: then none fits from higher up either. Siblings say nothing about the ancestors'.
+    return siblings ? Outcome::fails : Outcome::never;
+}
+
+bool CssMatcher::matchesAny(const SelectorList& list, NodeId element) {
+    for (const ComplexSelector& selector : list)
+        if (matches(selector, element)) return true;
+    return false;
+}
+
+bool CssMatcher::hasClass(NodeId element, std::string_view name) {
+    const auto* classes = tree_.attribute(element, "class");
+    if (classes == nullptr) return false;
+    spend(classes->size() / 16);
+    return holdsWord(*classes, name);
+}
+
+bool CssMatcher::isEmpty(NodeId element) {
+    for (NodeId child = tree_.node(element).firstChild; child != kNoNode; child = tree_.node(child).next) {
+        spend(1);
+        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text.empty()) return false;
+    }
+    return true;
+}
+
+bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
+    const Node& node = tree_.node(element);
+    switch (simple.kind) {
+    case SelectorKind::type: return node.text == simple.name;
+    case SelectorKind::id: {
+        const auto* id = tree_.attribute(element, "id");
+        return id != nullptr && *id == simple.name;
+    }
+    case SelectorKind::className: return hasClass(element, simple.name);
+    case SelectorKind::attribute: return matchesAttribute(simple, element);
+    case SelectorKind::nthChild: return matchesNth(simple, element);
+    case SelectorKind::only: return isOnly(simple, element);
+    case SelectorKind::root: return node.tag == Tag::html;
+    case SelectorKind::empty: return isEmpty(element);
+    case SelectorKind::link:
+        return (node.tag == Tag::a || node.tag == Tag::area) && tree_.attribute(element, "href") != nullptr;
+    case SelectorKind::checked:
+        return tree_.attribute(element, "checked") != nullptr || tree_.attribute(element, "selected") != nullptr;
+    case SelectorKind::disabled: return tree_.attribute(element, "disabled") != nullptr;
+    case SelectorKind::enabled:
+        return (node.tag == Tag::input || node.tag == Tag::button || node.tag == Tag::select ||
+                node.tag == Tag::textarea || node.tag == Tag::option) &&
+               tree_.attribute(element, "disabled") == nullptr;
+    case SelectorKind::open: return tree_.attribute(element, "open") != nullptr;
+    case SelectorKind::isList:
+    case SelectorKind::nesting: return matchesAny(sheets_.selectors().lists[simple.list], element);
+    case SelectorKind::notList: return !matchesAny(sheets_.selectors().lists[simple.list], element);
+    case SelectorKind::never: return false;
+    }
+    return false;
+}
+
+bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) {
+    spend(tree_.attributes(element).size());
+    const auto* found = tree_.attribute(element, simple.name);
+    if (found == nullptr) return false;
+    const std::string_view value = *found;
+    const std::string_view wanted = simple.value;
+    if (simple.match != AttributeMatch::present) spend(value.size() / 16);
+    switch (simple.match) {
+    case AttributeMatch::present: return true;
+    case AttributeMatch::equals: return equals(value, wanted, simple.letterCase);
+    case AttributeMatch::includes:
+        return anyWord(value, [&](std::string_view word) { return equals(word, wanted, simple.letterCase); });
+    case AttributeMatch::dash:
+        return equals(value.substr(0, wanted.size()), wanted, simple.letterCase) &&
+               (value.size() == wanted.size() || value[wanted.size()] == '-');
+    case AttributeMatch::prefix:
+        return !wanted.empty() && equals(value.substr(0, wanted.size()), wanted, simple.letterCase);
+    case AttributeMatch::suffix:
+        return !wanted.empty() && value.size() >= wanted.size() &&
+               equals(value.substr(value.size() - wanted.size()), wanted, simple.letterCase);
+    case AttributeMatch::substring:
+        if (wanted.empty()) return false;
+        if (simple.letterCase == LetterCase::asWritten) return value.find(wanted) != std::string_view::npos;
+        for (std::size_t at = 0; at + wanted.size() <= value.size(); ++at)
+            if (equalsIgnoringCase(value.substr(at, wanted.size()), wanted)) return true;
+        return false;
+    }
+    return false;
+}
+
+bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
+    const std::string_view type = tree_.node(element).text;
+    int position = 1;
+    for (NodeId other = simple.fromEnd ? nextElement(element) : previousElement(element); other != kNoNode;
+         other = simple.fromEnd ? nextElement(other) : previousElement(other)) {
+        if (!spend(1)) return false;
+        if (!simple.ofType || tree_.node(other).text == type) ++position;
+        if (simple.a == 0 && position > simple.b) return false;
+    }
+    const int distance = position - simple.b;
+    if (simple.a == 0) return distance == 0;
+    return distance % simple.a == 0 && distance / simple.a >= 0;
+}
+
+bool CssMatcher::isOnly(const SimpleSelector& simple, NodeId element) {
+    SimpleSelector end = simple;
+    end.a = 0;
+    end.b = 1;
+    end.fromEnd = false;
+    if (!matchesNth(end, element)) return false;
+    end.fromEnd = true;
+    return matchesNth(end, element);
+}
+
+} // namespace quillow::html

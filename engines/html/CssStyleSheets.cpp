@@ -1,0 +1,181 @@
+// CSS Syntax Level 3, section 5: rules and declarations; CSS Nesting; conditional at-rules.
+#include "engines/html/CssStyleSheets.h"
+
+#include "engines/html/Ascii.h"
+
+namespace quillow::html {
+
+/// Walks one sheet. Blocks nest by a stack of our own, so that hostile nesting costs no call depth.
+class CssParser {
+public:
+    CssParser(CssStyleSheets& sheets, std::string_view css)
+        : sheets_(sheets)
+        , css_(css)
+        , tokens_(css, sheets.pool_.strings) {}
+
+    void parse();
+
+private:
+    /// An open block: its contents are rules, and inside a style rule declarations too. Selectors are parsed only when a
+    /// declaration of interest or a nested rule asks for them.
+    struct Block {
+        bool insideStyleRule = false;
+        bool layered = false;
+        bool invalid = false;
+        std::string_view prelude;               ///< of a style rule
+        std::optional<std::uint32_t> outer;     ///< the selectors that "&" stands for
+        std::optional<std::uint32_t> selectors; ///< of the innermost style rule around
+        std::vector<CssDeclaration> declarations;
+    };
+
+    bool resolveSelectors(Block& block);
+
+    void openBlock(std::string_view prelude);
+    void openAtRule(std::string_view prelude);
+    void openStyleRule(std::string_view prelude);
+    void closeBlock();
+    void takeDeclaration(std::string_view text);
+    void skipBlock();
+
+    CssStyleSheets& sheets_;
+    std::string_view css_;
+    CssTokenizer tokens_;
+    std::vector<Block> open_;
+};
+
+void CssParser::parse() {
+    open_.emplace_back();
+    CssToken
+        first; // of the rule or declaration that is being read; its text is what lies between it and the current token
+    std::size_t depth = 0; // of parentheses and brackets
+    const auto startAnew = [&] {
+        first = CssToken{};
+        depth = 0;
+    };
+    for (;;) {
+        const CssToken token = tokens_.next();
+        if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
+        const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
+        switch (token.type) {
+        case CssTokenType::end:
+            takeDeclaration(pending());
+            while (!open_.empty())
+                closeBlock();
+            return;
+        case CssTokenType::openCurly:
+            openBlock(pending());
+            startAnew();
+            break;
+        case CssTokenType::closeCurly:
+            if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
+            takeDeclaration(pending());
+            closeBlock();
+            startAnew();
+            break;
+        case CssTokenType::semicolon:
+            // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
+            if (depth > 0 ||
+                (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start))
+                break;
+            takeDeclaration(pending());
+            startAnew();
+            break;
+        case CssTokenType::function:
+        case CssTokenType::openParenthesis:
+        case CssTokenType::openSquare: ++depth; break;
+        case CssTokenType::closeParenthesis:
+        case CssTokenType::closeSquare: depth -= depth > 0 ? 1 : 0; break;
+        default: break;
+        }
+    }
+}
+
+void CssParser::takeDeclaration(std::string_view text) {
+    if (!open_.back().insideStyleRule || text.empty() || text.front() == '@') return;
+    if (const auto declaration = parseDeclaration(text, sheets_.pool_.strings))
+        open_.back().declarations.push_back(*declaration);
+}
+
+void CssParser::skipBlock() {
+    std::size_t depth = 1;
+    while (depth > 0) {
+        const CssToken token = tokens_.next();
+        if (token.type == CssTokenType::end) return;
+        if (token.type == CssTokenType::openCurly) ++depth;
+        if (token.type == CssTokenType::closeCurly) --depth;
+    }
+}
+
+void CssParser::openBlock(std::string_view prelude) {
+    if (open_.size() > static_cast<std::size_t>(kMaxRuleNesting)) {
+        skipBlock();
+    } else if (prelude.starts_with("@")) {
+        openAtRule(prelude.substr(1));
+    } else {
+        openStyleRule(prelude);
+    }
+}
+
+void CssParser::openAtRule(std::string_view prelude) {
+    std::size_t end = 0;
+    while (end < prelude.size() && (isAlpha(prelude[end]) || prelude[end] == '-'))
+        ++end;
+    const std::string_view name = prelude.substr(0, end);
+    const std::string_view condition = trimWhiteSpace(prelude.substr(end));
+    bool applies = false;
+    if (equalsIgnoringCase(name, "media")) {
+        applies = mediaMatches(condition);
+    } else if (equalsIgnoringCase(name, "supports")) {
+        // Every modern feature is supported; what asks for its absence is not.
+        applies = !(condition.size() >= 3 && equalsIgnoringCase(condition.substr(0, 3), "not"));
+    } else if (equalsIgnoringCase(name, "layer")) {
+        applies = true;
+    }
+    if (!applies || (open_.back().insideStyleRule && !resolveSelectors(open_.back()))) {
+        skipBlock();
+        return;
+    }
+    Block block;
+    block.insideStyleRule = open_.back().insideStyleRule;
+    block.selectors = open_.back().selectors;
+    block.layered = open_.back().layered || equalsIgnoringCase(name, "layer");
+    open_.push_back(std::move(block));
+}
+
+void CssParser::openStyleRule(std::string_view prelude) {
+    if (open_.back().insideStyleRule && !resolveSelectors(open_.back())) {
+        skipBlock();
+        return;
+    }
+    Block block;
+    block.insideStyleRule = true;
+    block.layered = open_.back().layered;
+    block.prelude = prelude;
+    block.outer = open_.back().selectors;
+    open_.push_back(std::move(block));
+}
+
+bool CssParser::resolveSelectors(Block& block) {
+    if (block.selectors) return true;
+    if (block.invalid) return false;
+    auto list = parseSelectors(block.prelude, sheets_.pool_, block.outer);
+    block.invalid = !list;
+    if (!list) return false;
+    block.selectors = static_cast<std::uint32_t>(sheets_.pool_.lists.size());
+    sheets_.pool_.lists.push_back(std::move(*list));
+    return true;
+}
+
+void CssParser::closeBlock() {
+    Block& block = open_.back();
+    if (!block.declarations.empty() && sheets_.rules_.size() < kMaxRules && resolveSelectors(block))
+        sheets_.rules_.push_back({*block.selectors, block.layered, std::move(block.declarations)});
+    open_.pop_back();
+}
+
+void CssStyleSheets::add(std::string_view css, std::string_view media) {
+    if (!mentionsRelevantProperty(css) || !mediaMatches(media)) return;
+    CssParser(*this, css).parse();
+}
+
+} // namespace quillow::html

@@ -1,0 +1,240 @@
+#include "engines/html/CssValues.h"
+
+#include "engines/html/Ascii.h"
+
+#include <array>
+#include <span>
+
+namespace quillow::html {
+
+namespace {
+
+struct Keyword {
+    std::string_view name;
+    std::uint8_t value;
+};
+
+template <typename Enumeration>
+constexpr std::uint8_t number(Enumeration value) {
+    return static_cast<std::uint8_t>(value);
+}
+
+constexpr Keyword kWide[] = {
+    {"inherit", kInherit}, {"initial", kInitial}, {"unset", kUnset}, {"revert", kRevert}, {"revert-layer", kRevert}};
+
+constexpr Keyword kDisplay[] = {
+    {"none", number(Display::none)},
+    {"block", number(Display::block)},
+    {"inline", number(Display::inline_)},
+    {"inline-block", number(Display::inlineBlock)},
+    {"flex", number(Display::flex)},
+    {"inline-flex", number(Display::inlineFlex)},
+    {"grid", number(Display::flex)},
+    {"inline-grid", number(Display::inlineFlex)},
+    {"table", number(Display::table)},
+    {"inline-table", number(Display::inlineTable)},
+    {"table-row", number(Display::tableRow)},
+    {"table-cell", number(Display::tableCell)},
+    {"table-row-group", number(Display::tableRowGroup)},
+    {"table-header-group", number(Display::tableRowGroup)},
+    {"table-footer-group", number(Display::tableRowGroup)},
+    {"table-caption", number(Display::tableCaption)},
+    {"table-column", number(Display::tableColumn)},
+    {"table-column-group", number(Display::tableColumn)},
+    {"list-item", number(Display::listItem)},
+    {"contents", number(Display::contents)},
+    {"flow-root", number(Display::block)},
+    {"flow", number(Display::block)},
+    {"math", number(Display::inlineBlock)},
+    {"ruby", number(Display::inline_)},
+    {"ruby-text", number(Display::inline_)},
+    {"-webkit-box", number(Display::flex)},
+    {"-webkit-flex", number(Display::flex)},
+    {"-webkit-inline-box", number(Display::inlineFlex)},
+    {"-webkit-inline-flex", number(Display::inlineFlex)},
+};
+
+constexpr Keyword kVisibility[] = {
+    {"visible", number(Visibility::visible)},
+    {"hidden", number(Visibility::hidden)},
+    {"collapse", number(Visibility::hidden)},
+};
+
+constexpr Keyword kWhiteSpace[] = {
+    {"normal", number(WhiteSpace::normal)},           {"nowrap", number(WhiteSpace::normal)},
+    {"collapse", number(WhiteSpace::normal)},         {"pre", number(WhiteSpace::preserve)},
+    {"pre-wrap", number(WhiteSpace::preserve)},       {"break-spaces", number(WhiteSpace::preserve)},
+    {"preserve", number(WhiteSpace::preserve)},       {"-moz-pre-wrap", number(WhiteSpace::preserve)},
+    {"pre-line", number(WhiteSpace::preserveBreaks)}, {"preserve-breaks", number(WhiteSpace::preserveBreaks)},
+};
+
+constexpr Keyword kListStyle[] = {
+    {"none", number(ListStyle::none)},
+    {"disc", number(ListStyle::bullet)},
+    {"circle", number(ListStyle::bullet)},
+    {"square", number(ListStyle::bullet)},
+    {"decimal", number(ListStyle::decimal)},
+    {"decimal-leading-zero", number(ListStyle::decimal)},
+    {"lower-alpha", number(ListStyle::lowerAlpha)},
+    {"lower-latin", number(ListStyle::lowerAlpha)},
+    {"upper-alpha", number(ListStyle::upperAlpha)},
+    {"upper-latin", number(ListStyle::upperAlpha)},
+    {"lower-roman", number(ListStyle::lowerRoman)},
+    {"upper-roman", number(ListStyle::upperRoman)},
+};
+
+constexpr Keyword kFloat[] = {
+    {"none", number(Flow::inFlow)},          {"left", number(Flow::outOfFlow)},
+    {"right", number(Flow::outOfFlow)},      {"inline-start", number(Flow::outOfFlow)},
+    {"inline-end", number(Flow::outOfFlow)},
+};
+
+constexpr Keyword kPosition[] = {
+    {"static", number(Flow::inFlow)},         {"relative", number(Flow::inFlow)},    {"sticky", number(Flow::inFlow)},
+    {"-webkit-sticky", number(Flow::inFlow)}, {"absolute", number(Flow::outOfFlow)}, {"fixed", number(Flow::outOfFlow)},
+};
+
+struct Property {
+    std::string_view name;
+    CssProperty property;
+    const Keyword* first;
+    std::size_t count;
+};
+
+template <std::size_t n>
+constexpr Property property(std::string_view name, CssProperty id, const Keyword (&keywords)[n]) {
+    return {name, id, keywords, n};
+}
+
+constexpr std::array kProperties = {
+    property("display", CssProperty::display, kDisplay),
+    property("visibility", CssProperty::visibility, kVisibility),
+    property("white-space", CssProperty::whiteSpace, kWhiteSpace),
+    property("white-space-collapse", CssProperty::whiteSpace, kWhiteSpace),
+    property("list-style", CssProperty::listStyle, kListStyle),
+    property("list-style-type", CssProperty::listStyle, kListStyle),
+    property("float", CssProperty::floating, kFloat),
+    property("position", CssProperty::position, kPosition),
+};
+
+const Property* findProperty(std::string_view name) {
+    for (const Property& candidate : kProperties)
+        if (equalsIgnoringCase(candidate.name, name)) return &candidate;
+    return nullptr;
+}
+
+template <typename Keywords>
+std::optional<std::uint8_t> findKeyword(const Keywords& keywords, std::string_view name) {
+    for (const Keyword& keyword : keywords)
+        if (equalsIgnoringCase(keyword.name, name)) return keyword.value;
+    return std::nullopt;
+}
+
+/// The two-keyword syntax of CSS Display 3, section 2: an outside ("block", "inline") and an inside ("flow", "flex", ...).
+std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_view second) {
+    const auto is = [&](std::string_view name) {
+        return equalsIgnoringCase(first, name) || equalsIgnoringCase(second, name);
+    };
+    const bool inlineOutside = is("inline");
+    if (!inlineOutside && !is("block") && !is("list-item")) return std::nullopt;
+    if (is("flex") || is("grid")) return number(inlineOutside ? Display::inlineFlex : Display::flex);
+    if (is("table")) return number(inlineOutside ? Display::inlineTable : Display::table);
+    if (is("flow-root")) return number(inlineOutside ? Display::inlineBlock : Display::block);
+    if (is("list-item")) return number(Display::listItem);
+    return number(inlineOutside ? Display::inline_ : Display::block);
+}
+
+/// What a property's value says, given its words. Shorthands (`list-style`, `white-space`) hold words of other properties.
+std::optional<std::uint8_t> valueOf(const Property& property, const std::vector<CssToken>& words) {
+    if (words.empty()) return std::nullopt;
+    if (words.size() == 1) {
+        if (const auto wide = findKeyword(kWide, words[0].text)) return wide;
+    }
+    const auto keyword = [&](std::string_view name) {
+        return findKeyword(std::span(property.first, property.count), name);
+    };
+    if (property.property == CssProperty::listStyle || property.property == CssProperty::whiteSpace) {
+        // "none" beside another word is the list's image, "normal" the other half of white-space's initial value: both are 0.
+        std::optional<std::uint8_t> found;
+        for (const CssToken& word : words)
+            if (const auto value = keyword(word.text); value && (!found || *value != 0)) found = value;
+        return found;
+    }
+    if (property.property == CssProperty::display && words.size() == 2)
+        return combinedDisplay(words[0].text, words[1].text);
+    return words.size() == 1 ? keyword(words[0].text) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings) {
+    CssTokenizer tokens(declaration, strings);
+    CssToken token = tokens.next();
+    while (token.type == CssTokenType::whiteSpace)
+        token = tokens.next();
+    if (token.type != CssTokenType::ident) return std::nullopt;
+    const Property* const property = findProperty(token.text);
+    if (property == nullptr) return std::nullopt;
+    token = tokens.next();
+    while (token.type == CssTokenType::whiteSpace)
+        token = tokens.next();
+    if (token.type != CssTokenType::colon) return std::nullopt;
+    CssDeclaration result;
+    result.property = property->property;
+    std::vector<CssToken> words;
+    bool afterBang = false;
+    for (token = tokens.next(); token.type != CssTokenType::end; token = tokens.next()) {
+        if (token.type == CssTokenType::whiteSpace) continue;
+        if (token.type == CssTokenType::delimiter && token.delimiter == '!') {
+            afterBang = true;
+        } else if (afterBang && token.type == CssTokenType::ident && equalsIgnoringCase(token.text, "important")) {
+            result.importance = Importance::important;
+        } else if (token.type == CssTokenType::ident && !afterBang) {
+            words.push_back(token);
+        } else if (property->name != "list-style") {
+            return std::nullopt; // a function, a number or a broken value: none of these properties takes one
+        }
+    }
+    const auto value = valueOf(*property, words);
+    if (!value) return std::nullopt;
+    result.value = *value;
+    return result;
+}
+
+std::vector<CssDeclaration> parseStyleAttribute(std::string_view style) {
+    std::vector<CssDeclaration> result;
+    if (!mentionsRelevantProperty(style)) return result;
+    CssStrings strings;
+    CssTokenizer tokens(style, strings);
+    std::size_t start = 0;
+    std::size_t depth = 0;
+    for (;;) {
+        const CssToken token = tokens.next();
+        const bool separates = depth == 0 && token.type == CssTokenType::semicolon;
+        if (token.type == CssTokenType::end || separates) {
+            if (auto declaration = parseDeclaration(style.substr(start, token.start - start), strings))
+                result.push_back(*declaration);
+            if (token.type == CssTokenType::end) return result;
+            start = tokens.position();
+        }
+        switch (token.type) {
+        case CssTokenType::function:
+        case CssTokenType::openParenthesis:
+        case CssTokenType::openSquare:
+        case CssTokenType::openCurly: ++depth; break;
+        case CssTokenType::closeParenthesis:
+        case CssTokenType::closeSquare:
+        case CssTokenType::closeCurly: depth -= depth > 0 ? 1 : 0; break;
+        default: break;
+        }
+    }
+}
+
+bool mentionsRelevantProperty(std::string_view css) {
+    for (const std::string_view name : {"display", "visibility", "white-space", "list-style", "float", "position"})
+        if (findIgnoringCase(css, name) != std::string_view::npos) return true;
+    // An escape may hide a name.
+    return css.find('\\') != std::string_view::npos;
+}
+
+} // namespace quillow::html

@@ -1,0 +1,36 @@
+// The few CSS properties that decide what text is seen, and their values as small numbers.
+#pragma once
+
+#include "engines/html/CssTokenizer.h"
+#include "engines/html/Style.h"
+
+#include <optional>
+#include <vector>
+
+namespace quillow::html {
+
+enum class CssProperty : std::uint8_t { display, visibility, whiteSpace, listStyle, floating, position, count };
+enum class Importance : std::uint8_t { normal, important };
+
+/// The values that every property takes beside its own; a property's own values are those of its enumeration in Style.
+inline constexpr std::uint8_t kInherit = 0xF0;
+inline constexpr std::uint8_t kInitial = 0xF1;
+inline constexpr std::uint8_t kUnset = 0xF2;
+inline constexpr std::uint8_t kRevert = 0xF3;
+
+struct CssDeclaration {
+    CssProperty property = CssProperty::display;
+    std::uint8_t value = kInherit;
+    Importance importance = Importance::normal;
+};
+
+/// One declaration without its semicolon, "display: none !important"; nothing when it is of no interest or not valid.
+[[nodiscard]] std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings);
+
+/// The declarations of a style attribute.
+[[nodiscard]] std::vector<CssDeclaration> parseStyleAttribute(std::string_view style);
+
+/// True when the CSS text names any property of interest; what answers false need not be parsed at all.
+[[nodiscard]] bool mentionsRelevantProperty(std::string_view css);
+
+} // namespace quillow::html

@@ -1,0 +1,348 @@
+#include "engines/html/HtmlTokenizer.h"
+
+#include "engines/html/Ascii.h"
+#include "engines/html/CharacterReferences.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace quillow::html {
+
+namespace {
+
+/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
+void normalizeLineEnds(std::string& source) {
+    std::size_t in = source.find('\r');
+    if (in == std::string::npos) return;
+    std::size_t out = in;
+    for (; in < source.size(); ++in) {
+        if (source[in] == '\r') {
+            if (in + 1 < source.size() && source[in + 1] == '\n') continue;
+            source[out++] = '\n';
+        } else {
+            source[out++] = source[in];
+        }
+    }
+    source.resize(out);
+}
+
+bool endsTagName(char c) {
+    return isWhiteSpace(c) || c == '/' || c == '>';
+}
+
+} // namespace
+
+HtmlTokenizer::HtmlTokenizer(HtmlTree& tree)
+    : tree_(tree) {
+    normalizeLineEnds(tree.source());
+    data_ = tree.source().data();
+    size_ = tree.source().size();
+}
+
+bool HtmlTokenizer::startsWith(std::size_t position, std::string_view lowerCase) const {
+    return position + lowerCase.size() <= size_ && equalsIgnoringCase({data_ + position, lowerCase.size()}, lowerCase);
+}
+
+std::size_t HtmlTokenizer::find(char character, std::size_t from) const {
+    if (from >= size_) return size_;
+    const void* const found = std::memchr(data_ + from, character, size_ - from);
+    return found == nullptr ? size_ : static_cast<std::size_t>(static_cast<const char*>(found) - data_);
+}
+
+std::size_t HtmlTokenizer::find(std::string_view text, std::size_t from) const {
+    const std::size_t found = std::string_view(data_, size_).find(text, from);
+    return found == std::string_view::npos ? size_ : found;
+}
+
+void HtmlTokenizer::next(Token& token) {
+    token.attributes.clear();
+    while (position_ < size_) {
+        const bool emitted = state_ == State::data ? data(token) : rawText(token);
+        if (emitted) return;
+    }
+    token.type = TokenType::endOfFile;
+}
+
+/// 13.2.5.1 Data state: a run of characters up to the next markup, or the markup.
+bool HtmlTokenizer::data(Token& token) {
+    const std::size_t start = position_;
+    std::size_t end = find('<', start);
+    while (end < size_) {
+        const char following = at(end + 1);
+        if (isAlpha(following) || following == '!' || following == '?' || (following == '/' && end + 2 < size_)) break;
+        end = find('<', end + 1);
+    }
+    if (end == start) return markup(token);
+    emitText(token, start, end, true);
+    return true;
+}
+
+void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, bool resolvesReferences) {
+    position_ = end;
+    token.type = TokenType::characters;
+    token.text = {data_ + start, end - start};
+    if (!resolvesReferences || std::memchr(data_ + start, '&', end - start) == nullptr) return;
+    scratch_.clear();
+    appendResolvingReferences(scratch_, token.text, ReferencePlace::text);
+    token.text = tree_.keep(scratch_);
+}
+
+/// 13.2.5.2 to 13.2.5.5 RCDATA, RAWTEXT, script data and PLAINTEXT: characters up to the end tag that fits the start tag.
+bool HtmlTokenizer::rawText(Token& token) {
+    const std::size_t start = position_;
+    std::size_t end = size_;
+    if (state_ == State::scriptData) end = scriptEndPosition(start);
+    if (state_ == State::rcdata || state_ == State::rawtext) end = endTagPosition(start);
+    if (end == start && end < size_) {
+        state_ = State::data;
+        return markup(token);
+    }
+    emitText(token, start, end, state_ == State::rcdata);
+    token.text = tree_.withReplacements(token.text);
+    return true;
+}
+
+bool HtmlTokenizer::isTagAt(std::size_t position, std::string_view name) const {
+    return startsWith(position, name) && position + name.size() < size_ && endsTagName(data_[position + name.size()]);
+}
+
+std::size_t HtmlTokenizer::endTagPosition(std::size_t from) const {
+    for (std::size_t open = find('<', from); open < size_; open = find('<', open + 1))
+        if (at(open + 1) == '/' && isTagAt(open + 2, lastStartTag_)) return open;
+    return size_;
+}
+
+/// 13.2.5.4 and 13.2.5.15 to 13.2.5.31: inside "<!--" a script element may hold another, whose end tag is not the end.
+std::size_t HtmlTokenizer::scriptEndPosition(std::size_t from) const {
+    enum class Escape { none, escaped, doubleEscaped };
+    Escape escape = Escape::none;
+    std::size_t position = from;
+    while (position < size_) {
+        const char c = data_[position];
+        if (c == '-' && escape != Escape::none && startsWith(position, "-->")) {
+            escape = Escape::none;
+            position += 3;
+        } else if (c != '<') {
+            position = escape == Escape::none ? find('<', position + 1) : position + 1;
+        } else if (at(position + 1) == '/' && isTagAt(position + 2, "script")) {
+            if (escape != Escape::doubleEscaped) return position;
+            escape = Escape::escaped;
+            position += 8;
+        } else if (escape == Escape::none && startsWith(position, "<!--")) {
+            escape = Escape::escaped;
+            position += 2; // its dashes may belong to "-->" too
+        } else if (escape == Escape::escaped && isTagAt(position + 1, "script")) {
+            escape = Escape::doubleEscaped;
+            position += 7;
+        } else {
+            ++position;
+        }
+    }
+    return size_;
+}
+
+/// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens something. False where no token comes of it.
+bool HtmlTokenizer::markup(Token& token) {
+    const char following = at(position_ + 1);
+    if (isAlpha(following)) {
+        ++position_;
+        return tag(token, TokenType::startTag);
+    }
+    if (following == '/') {
+        position_ += 2;
+        if (isAlpha(at(position_))) return tag(token, TokenType::endTag);
+        bogusComment(); // "</>" too ends at its ">"
+        return false;
+    }
+    if (following == '?') {
+        ++position_;
+        bogusComment();
+        return false;
+    }
+    position_ += 2;
+    if (startsWith(position_, "--")) {
+        position_ += 2;
+        comment();
+        return false;
+    }
+    if (startsWith(position_, "doctype")) {
+        position_ += 7;
+        doctype(token);
+        return true;
+    }
+    if (cdataAllowed_ && std::string_view(data_ + position_, size_ - position_).starts_with("[CDATA[")) {
+        position_ += 7;
+        return cdataSection(token);
+    }
+    bogusComment();
+    return false;
+}
+
+void HtmlTokenizer::bogusComment() {
+    position_ = std::min(find('>', position_) + 1, size_);
+}
+
+/// 13.2.5.43 to 13.2.5.52: "-->" and "--!>" end a comment, and right at its start ">" and "->" do.
+void HtmlTokenizer::comment() {
+    if (at(position_) == '>') {
+        ++position_;
+        return;
+    }
+    if (startsWith(position_, "->")) {
+        position_ += 2;
+        return;
+    }
+    for (std::size_t dashes = find("--", position_); dashes < size_; dashes = find("--", dashes + 1)) {
+        if (at(dashes + 2) == '>') {
+            position_ = dashes + 3;
+            return;
+        }
+        if (at(dashes + 2) == '!' && at(dashes + 3) == '>') {
+            position_ = dashes + 4;
+            return;
+        }
+    }
+    position_ = size_;
+}
+
+/// 13.2.5.69 CDATA section state.
+bool HtmlTokenizer::cdataSection(Token& token) {
+    const std::size_t start = position_;
+    const std::size_t end = find("]]>", start);
+    if (end > start) emitText(token, start, end, false);
+    position_ = std::min(end + 3, size_);
+    return end > start;
+}
+
+std::string_view HtmlTokenizer::lowered(std::size_t start, std::size_t end) {
+    bool sawNul = false;
+    for (std::size_t i = start; i < end; ++i) {
+        data_[i] = toLower(data_[i]);
+        sawNul = sawNul || data_[i] == '\0';
+    }
+    const std::string_view name(data_ + start, end - start);
+    return sawNul ? tree_.withReplacements(name) : name;
+}
+
+/// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
+bool HtmlTokenizer::tag(Token& token, TokenType type) {
+    const std::size_t start = position_;
+    while (position_ < size_ && !endsTagName(data_[position_]))
+        ++position_;
+    token.type = type;
+    token.name = lowered(start, position_);
+    token.tag = tagForName(token.name);
+    token.selfClosing = false;
+    while (attribute(token)) {
+    }
+    if (position_ >= size_) return false;
+    ++position_; // ">"
+    if (type == TokenType::startTag) lastStartTag_ = token.name;
+    return true;
+}
+
+/// 13.2.5.32 Before attribute name state: reads one attribute; false at the tag's ">" and at the end of the file.
+bool HtmlTokenizer::attribute(Token& token) {
+    while (position_ < size_ && (isWhiteSpace(data_[position_]) || data_[position_] == '/')) {
+        token.selfClosing = data_[position_] == '/' && at(position_ + 1) == '>';
+        ++position_;
+    }
+    if (position_ >= size_ || data_[position_] == '>') return false;
+    Attribute attribute;
+    attribute.name = attributeName();
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+    if (at(position_) == '=' && position_ < size_) {
+        ++position_;
+        attribute.value = attributeValue();
+    }
+    if (token.attributes.size() < kMaxAttributes) token.attributes.push_back(attribute);
+    return true;
+}
+
+/// 13.2.5.33 Attribute name state; a "=" first in the name belongs to it.
+std::string_view HtmlTokenizer::attributeName() {
+    const std::size_t start = position_++;
+    while (position_ < size_ && !endsTagName(data_[position_]) && data_[position_] != '=')
+        ++position_;
+    return lowered(start, position_);
+}
+
+/// 13.2.5.35 to 13.2.5.39 Attribute values.
+std::string_view HtmlTokenizer::attributeValue() {
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+    if (position_ >= size_ || data_[position_] == '>') return {};
+    const char quote = data_[position_];
+    std::size_t start = position_;
+    if (quote == '"' || quote == '\'') {
+        start = position_ + 1;
+        position_ = find(quote, start);
+    } else {
+        while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
+            ++position_;
+    }
+    std::string_view value(data_ + std::min(start, size_), position_ - std::min(start, position_));
+    if (quote == '"' || quote == '\'') position_ = std::min(position_ + 1, size_);
+    value = tree_.withReplacements(value);
+    if (value.find('&') == std::string_view::npos) return value;
+    scratch_.clear();
+    appendResolvingReferences(scratch_, value, ReferencePlace::attribute);
+    return tree_.keep(scratch_);
+}
+
+/// 13.2.5.53 to 13.2.5.68: what decides between the modes of rendering, and no more.
+void HtmlTokenizer::doctype(Token& token) {
+    token.type = TokenType::doctype;
+    token.forceQuirks = false;
+    token.hasPublicId = token.hasSystemId = false;
+    token.publicId = token.systemId = {};
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+    const std::size_t start = position_;
+    while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
+        ++position_;
+    token.name = lowered(start, position_);
+    if (token.name.empty()) token.forceQuirks = true;
+    doctypeIds(token);
+    if (position_ >= size_) token.forceQuirks = true;
+    bogusComment();
+}
+
+void HtmlTokenizer::doctypeIds(Token& token) {
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+    const bool isPublic = startsWith(position_, "public");
+    if (position_ >= size_ || data_[position_] == '>') return;
+    if (!isPublic && !startsWith(position_, "system")) {
+        token.forceQuirks = true;
+        return;
+    }
+    position_ += 6;
+    if (isPublic) {
+        token.hasPublicId = quotedId(token.publicId);
+        if (!token.hasPublicId) {
+            token.forceQuirks = true;
+            return;
+        }
+    }
+    token.hasSystemId = quotedId(token.systemId);
+    if (!token.hasSystemId && at(position_) != '>') token.forceQuirks = true;
+    if (!token.hasSystemId && !isPublic) token.forceQuirks = true;
+}
+
+bool HtmlTokenizer::quotedId(std::string_view& id) {
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+    const char quote = at(position_);
+    if (quote != '"' && quote != '\'') return false;
+    const std::size_t start = position_ + 1;
+    std::size_t end = start;
+    while (end < size_ && data_[end] != quote && data_[end] != '>')
+        ++end;
+    id = {data_ + start, end - start};
+    position_ = end < size_ && data_[end] == quote ? end + 1 : end;
+    return true;
+}
+
+} // namespace quillow::html

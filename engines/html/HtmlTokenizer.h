@@ -1,0 +1,75 @@
+// The tokenizer of the HTML Standard, section 13.2.5. Comments are no tokens here: nothing looks at them. Names are put in lower
+// case where they stand, in the tree's source; texts and values are slices of it where they hold no character reference.
+#pragma once
+
+#include "engines/html/HtmlTree.h"
+
+namespace quillow::html {
+
+enum class TokenType : std::uint8_t { doctype, startTag, endTag, characters, endOfFile };
+
+struct Token {
+    TokenType type = TokenType::endOfFile;
+    Tag tag = Tag::unknown;
+    bool selfClosing = false;
+    bool forceQuirks = false;  ///< of a doctype
+    bool hasPublicId = false;  ///< of a doctype
+    bool hasSystemId = false;  ///< of a doctype
+    std::string_view name;     ///< of a tag or doctype, lower case
+    std::string_view text;     ///< of characters, never empty; may hold U+0000
+    std::string_view publicId; ///< of a doctype
+    std::string_view systemId; ///< of a doctype
+    std::vector<Attribute> attributes;
+};
+
+class HtmlTokenizer {
+public:
+    /// The states that tree construction switches to.
+    enum class State { data, rcdata, rawtext, scriptData, plaintext };
+
+    explicit HtmlTokenizer(HtmlTree& tree);
+
+    /// Reads the next token into `token`.
+    void next(Token& token);
+
+    /// Switches the state, for the content of the start tag that was read last.
+    void switchTo(State state) { state_ = state; }
+    /// Whether "<![CDATA[" opens a CDATA section: in foreign content only.
+    void allowCdata(bool allowed) { cdataAllowed_ = allowed; }
+
+private:
+    [[nodiscard]] char at(std::size_t position) const { return position < size_ ? data_[position] : '\0'; }
+    [[nodiscard]] bool startsWith(std::size_t position, std::string_view lowerCase) const;
+    [[nodiscard]] std::size_t find(char character, std::size_t from) const;
+    [[nodiscard]] std::size_t find(std::string_view text, std::size_t from) const;
+
+    bool data(Token& token);
+    bool rawText(Token& token);
+    bool markup(Token& token);
+    bool tag(Token& token, TokenType type);
+    bool attribute(Token& token);
+    std::string_view attributeName();
+    std::string_view attributeValue();
+    void comment();
+    void bogusComment();
+    void doctype(Token& token);
+    void doctypeIds(Token& token);
+    bool quotedId(std::string_view& id);
+    bool cdataSection(Token& token);
+    [[nodiscard]] std::size_t endTagPosition(std::size_t from) const;
+    [[nodiscard]] std::size_t scriptEndPosition(std::size_t from) const;
+    [[nodiscard]] bool isTagAt(std::size_t position, std::string_view name) const;
+    void emitText(Token& token, std::size_t start, std::size_t end, bool resolvesReferences);
+    std::string_view lowered(std::size_t start, std::size_t end);
+
+    HtmlTree& tree_;
+    char* data_;
+    std::size_t size_;
+    std::size_t position_ = 0;
+    State state_ = State::data;
+    bool cdataAllowed_ = false;
+    std::string_view lastStartTag_;
+    std::string scratch_;
+};
+
+} // namespace quillow::html

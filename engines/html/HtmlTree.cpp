@@ -1,0 +1,132 @@
+#include "engines/html/HtmlTree.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace quillow::html {
+
+namespace {
+constexpr std::size_t kChunkBytes = 64 * 1024;
+} // namespace
+
+HtmlTree::HtmlTree(std::string source)
+    : source_(std::move(source)) {
+    nodes_.reserve(source_.size() / 24 + 16);
+    nodes_.emplace_back().kind = NodeKind::document;
+}
+
+const std::string_view* HtmlTree::attribute(NodeId id, std::string_view name) const {
+    for (const Attribute& attribute : attributes(id))
+        if (attribute.name == name) return &attribute.value;
+    return nullptr;
+}
+
+NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
+    const auto id = static_cast<NodeId>(nodes_.size());
+    Node& node = nodes_.emplace_back();
+    node.kind = NodeKind::element;
+    node.tag = tag;
+    node.space = space;
+    node.text = name;
+    node.firstAttribute = static_cast<std::uint32_t>(attributes_.size());
+    node.attributeCount = static_cast<std::uint32_t>(std::min(attributes.size(), kMaxAttributes));
+    attributes_.insert(attributes_.end(), attributes.begin(), attributes.begin() + node.attributeCount);
+    return id;
+}
+
+NodeId HtmlTree::createClone(const Node& original) {
+    const auto id = static_cast<NodeId>(nodes_.size());
+    const Node copied = original; // the vector may grow under it
+    Node& node = nodes_.emplace_back();
+    node.tag = copied.tag;
+    node.space = copied.space;
+    node.text = copied.text;
+    node.firstAttribute = copied.firstAttribute;
+    node.attributeCount = copied.attributeCount;
+    return id;
+}
+
+NodeId HtmlTree::createText(std::string_view text) {
+    const auto id = static_cast<NodeId>(nodes_.size());
+    Node& node = nodes_.emplace_back();
+    node.kind = NodeKind::text;
+    node.text = text;
+    return id;
+}
+
+void HtmlTree::insertBefore(NodeId parent, NodeId child, NodeId before) {
+    Node& inserted = nodes_[child];
+    Node& container = nodes_[parent];
+    const NodeId previous = before == kNoNode ? container.lastChild : nodes_[before].previous;
+    inserted.parent = parent;
+    inserted.previous = previous;
+    inserted.next = before;
+    (previous == kNoNode ? container.firstChild : nodes_[previous].next) = child;
+    (before == kNoNode ? container.lastChild : nodes_[before].previous) = child;
+}
+
+void HtmlTree::remove(NodeId child) {
+    Node& removed = nodes_[child];
+    if (removed.parent == kNoNode) return;
+    Node& container = nodes_[removed.parent];
+    (removed.previous == kNoNode ? container.firstChild : nodes_[removed.previous].next) = removed.next;
+    (removed.next == kNoNode ? container.lastChild : nodes_[removed.next].previous) = removed.previous;
+    removed.parent = removed.previous = removed.next = kNoNode;
+}
+
+std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
+    std::size_t moved = 0;
+    for (; nodes_[from].firstChild != kNoNode; ++moved) {
+        const NodeId child = nodes_[from].firstChild;
+        remove(child);
+        append(to, child);
+    }
+    return moved;
+}
+
+void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> added) {
+    std::vector<Attribute> all(attributes(element).begin(), attributes(element).end());
+    const std::size_t before = all.size();
+    for (const Attribute& attribute : added)
+        if (this->attribute(element, attribute.name) == nullptr && all.size() < kMaxAttributes)
+            all.push_back(attribute);
+    if (all.size() == before) return;
+    nodes_[element].firstAttribute = static_cast<std::uint32_t>(attributes_.size());
+    nodes_[element].attributeCount = static_cast<std::uint32_t>(all.size());
+    attributes_.insert(attributes_.end(), all.begin(), all.end());
+}
+
+char* HtmlTree::allocate(std::size_t size) {
+    if (size > freeBytes_) {
+        const std::size_t chunk = std::max(size, kChunkBytes);
+        chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
+        if (size > kChunkBytes / 4) return chunks_.back().get(); // keeps what is left of the chunk in use
+        free_ = chunks_.back().get();
+        freeBytes_ = chunk;
+    }
+    char* const room = free_;
+    free_ += size;
+    freeBytes_ -= size;
+    return room;
+}
+
+std::string_view HtmlTree::keep(std::string_view text) {
+    char* const room = allocate(text.size());
+    std::copy(text.begin(), text.end(), room);
+    return {room, text.size()};
+}
+
+std::string_view HtmlTree::withReplacements(std::string_view text) {
+    if (text.find('\0') == std::string_view::npos) return text;
+    std::string replaced;
+    for (const char c : text) {
+        if (c == '\0') {
+            replaced += "\uFFFD";
+        } else {
+            replaced += c;
+        }
+    }
+    return keep(replaced);
+}
+
+} // namespace quillow::html

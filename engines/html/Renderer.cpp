@@ -1,0 +1,381 @@
+#include "engines/html/Renderer.h"
+
+#include "engines/html/Ascii.h"
+#include "engines/html/ListMarkers.h"
+#include "engines/html/StyleResolver.h"
+#include "engines/html/TextCollector.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr std::size_t kIndentPerLevel = 2;
+/// Lists nested deeper are indented no further.
+constexpr std::size_t kMaxIndentLevels = 16;
+
+/// A guess at the text's size, to spare the buffer its growth.
+constexpr std::size_t kExpectedBytesPerNode = 8;
+
+/// What text nodes of an element are to be.
+enum class TextRole : std::uint8_t {
+    shown,
+    suppressed, ///< between the options of a select, or in SVG outside of its text elements: no box is made of it
+    flattened,  ///< in an option: shown, and no element inside breaks the line
+};
+enum class Neighbour : std::uint8_t { none, visible, hidden };
+
+/// An open element.
+struct Frame {
+    Style style;
+    TextRole textRole = TextRole::shown;
+    Neighbour previousCell = Neighbour::none; ///< the cell before in this row
+    Neighbour previousRow = Neighbour::none;  ///< the row before in this table
+    bool dropsWhiteSpace = false;             ///< text of nothing but white space makes no box here
+    bool blockifiesChildren = false;
+    bool breaksLine = false; ///< a block: ends the line before and after
+    bool inSelect = false;
+    bool ownContent = false; ///< has lines of its own: `outer` is the line around it
+    std::uint8_t requiredLineBreaks = 0;
+    std::size_t rowOwner = 0;   ///< the frame that counts this one's child cells
+    std::size_t tableOwner = 0; ///< the frame that counts this one's child rows
+    std::size_t listOwner = 0;  ///< the frame of the list around, or 0
+    std::size_t listDepth = 0;
+    std::int64_t nextNumber = 1; ///< of a list
+    std::int64_t numberStep = 1;
+    bool isListItem = false;
+    std::size_t markersBefore = 0; ///< of a list item
+    std::size_t writtenBefore = 0; ///< of a link
+    LineState outer;
+};
+
+Display blockified(Display display) {
+    switch (display) {
+    case Display::none:
+    case Display::contents:
+    case Display::block:
+    case Display::listItem:
+    case Display::flex:
+    case Display::table: return display;
+    case Display::inlineFlex: return Display::flex;
+    case Display::inlineTable: return Display::table;
+    default: return Display::block;
+    }
+}
+
+/// A target that means something outside of the page: no script, and not a place in the page itself.
+bool isReadableTarget(std::string_view target) {
+    target = trimWhiteSpace(target);
+    constexpr std::string_view kScript = "javascript:";
+    return !target.empty() && target.front() != '#' && !equalsIgnoringCase(target.substr(0, kScript.size()), kScript);
+}
+
+std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, std::string_view name) {
+    const auto* value = tree.attribute(element, name);
+    if (value == nullptr) return std::nullopt;
+    std::string_view digits = trimWhiteSpace(*value);
+    if (digits.starts_with("+")) digits.remove_prefix(1);
+    std::int32_t number = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) return std::nullopt;
+    return number;
+}
+
+class Renderer {
+public:
+    Renderer(const HtmlTree& tree, const Options& options, AuthorStyles authorStyles)
+        : tree_(tree)
+        , options_(options)
+        , styles_(tree, authorStyles == AuthorStyles::apply)
+        , collector_(tree.size() * kExpectedBytesPerNode) {}
+
+    RenderedText render();
+
+private:
+    enum class Entered { yes, no };
+
+    void walk(NodeId root);
+    Entered enter(NodeId node);
+    Entered enterElement(NodeId element);
+    void leave(NodeId element);
+    void enterText(const Node& node);
+
+    Style styleOf(NodeId element, const Frame& parent);
+    void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
+    void applySvgRules(const Node& node, Frame& frame) const;
+    void drawReplaced(const Frame& frame);
+    void openBox(const Node& node, Frame& frame);
+    void openCell(const Frame& parent, const Frame& frame);
+    void openRow(const Frame& parent, const Frame& frame);
+    void openList(NodeId element, Frame& frame);
+    void openListItem(NodeId element, Frame& frame);
+    [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
+
+    const HtmlTree& tree_;
+    const Options& options_;
+    StyleResolver styles_;
+    TextCollector collector_;
+    std::vector<Frame> frames_;
+};
+
+RenderedText Renderer::render() {
+    frames_.reserve(64);
+    frames_.emplace_back();
+    NodeId html = tree_.node(HtmlTree::kDocument).firstChild;
+    while (html != kNoNode && tree_.node(html).tag != Tag::html)
+        html = tree_.node(html).next;
+    if (html == kNoNode) {
+        walk(HtmlTree::kDocument);
+    } else {
+        frames_.back().style = styleOf(html, frames_.back());
+        const bool shown = frames_.back().style.display != Display::none;
+        for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
+            if (tree_.node(child).tag != Tag::head) walk(child);
+    }
+    return {std::move(collector_).finish(), styles_.authorStylesApplied()};
+}
+
+/// Visits a subtree in document order, without recursion.
+void Renderer::walk(NodeId root) {
+    NodeId node = root;
+    for (;;) {
+        if (enter(node) == Entered::yes) {
+            if (tree_.node(node).firstChild != kNoNode) {
+                node = tree_.node(node).firstChild;
+                continue;
+            }
+            leave(node);
+        }
+        while (node != root && tree_.node(node).next == kNoNode) {
+            node = tree_.node(node).parent;
+            leave(node);
+        }
+        if (node == root) return;
+        node = tree_.node(node).next;
+    }
+}
+
+Renderer::Entered Renderer::enter(NodeId id) {
+    const Node& node = tree_.node(id);
+    switch (node.kind) {
+    case NodeKind::element: return enterElement(id);
+    case NodeKind::text: enterText(node); return Entered::no;
+    case NodeKind::document: break;
+    }
+    frames_.push_back(frames_.back());
+    return Entered::yes;
+}
+
+void Renderer::enterText(const Node& node) {
+    const Frame& frame = frames_.back();
+    if (frame.textRole == TextRole::suppressed) return;
+    if (frame.dropsWhiteSpace && std::all_of(node.text.begin(), node.text.end(), isWhiteSpace)) return;
+    collector_.text(node.text, frame.style.whiteSpace, frame.style.visibility);
+}
+
+Style Renderer::styleOf(NodeId element, const Frame& parent) {
+    Style style = styles_.resolve(element, parent.style);
+    if (options_.hiddenText == HiddenText::on) {
+        style.visibility = Visibility::visible;
+        if (style.display == Display::none && !isMachinery(tree_.node(element)))
+            style.display = defaultDisplay(tree_.node(element));
+    }
+    const bool outOfFlow = style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
+    if (outOfFlow || parent.blockifiesChildren) style.display = blockified(style.display);
+    return style;
+}
+
+Renderer::Entered Renderer::enterElement(NodeId id) {
+    const Node& node = tree_.node(id);
+    const Frame& parent = frames_.back();
+    Frame frame;
+    frame.style = styleOf(id, parent);
+    if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
+    if (node.tag == Tag::br && node.space == Namespace::html) {
+        collector_.endLine();
+        if (isVisible(frame) && parent.textRole != TextRole::suppressed) collector_.literal('\n');
+        return Entered::no;
+    }
+    if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
+    if (isReplaced(node)) {
+        drawReplaced(frame);
+        return Entered::no;
+    }
+    frame.textRole = parent.textRole;
+    applySelectRules(node, parent, frame);
+    if (node.space == Namespace::svg) applySvgRules(node, frame);
+    frame.listOwner = parent.listOwner;
+    frame.listDepth = parent.listDepth;
+    const std::size_t index = frames_.size();
+    const bool passesThrough = frame.style.display == Display::contents;
+    frame.rowOwner = passesThrough ? parent.rowOwner : index;
+    frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
+    if (frame.style.display == Display::tableCell) {
+        openCell(parent, frame);
+    } else if (!passesThrough) {
+        frames_[parent.rowOwner].previousCell = Neighbour::none;
+    }
+    if (frame.style.display == Display::tableRow) openRow(parent, frame);
+    if (passesThrough) {
+        frame.dropsWhiteSpace = parent.dropsWhiteSpace;
+        frame.blockifiesChildren = parent.blockifiesChildren;
+    } else {
+        openBox(node, frame);
+    }
+    if (node.space == Namespace::html) {
+        openList(id, frame);
+        if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
+    }
+    frame.writtenBefore = collector_.written();
+    frames_.push_back(frame);
+    return Entered::yes;
+}
+
+/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line.
+void Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
+    if (node.space != Namespace::html) return;
+    frame.inSelect = parent.inSelect;
+    if (node.tag == Tag::select) {
+        frame.textRole = TextRole::suppressed;
+        frame.inSelect = true;
+        return;
+    }
+    if (parent.textRole != TextRole::suppressed || !parent.inSelect) return;
+    if (node.tag == Tag::option) {
+        frame.textRole = TextRole::flattened;
+    } else if (node.tag != Tag::optgroup) {
+        frame.style.display = Display::contents;
+    }
+}
+
+/// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
+void Renderer::applySvgRules(const Node& node, Frame& frame) const {
+    if (node.tag == Tag::svg) frame.textRole = TextRole::suppressed;
+    if (node.tag == Tag::text || node.tag == Tag::foreignObject) frame.textRole = TextRole::shown;
+}
+
+void Renderer::drawReplaced(const Frame& frame) {
+    if (blockified(frame.style.display) != frame.style.display) {
+        collector_.atomicBox();
+        return;
+    }
+    const std::size_t breaks = isVisible(frame) ? 1 : 0;
+    collector_.requireLineBreaks(breaks);
+    collector_.endLine();
+    collector_.requireLineBreaks(breaks);
+}
+
+/// The box that the display type makes, and the line breaks before it.
+void Renderer::openBox(const Node& node, Frame& frame) {
+    const bool outOfFlow = frame.style.floating == Flow::outOfFlow || frame.style.positioned == Flow::outOfFlow;
+    switch (frame.style.display) {
+    case Display::inlineBlock:
+    case Display::inlineFlex:
+    case Display::inlineTable:
+        frame.ownContent = true;
+        frame.outer = collector_.enterContent();
+        break;
+    case Display::block:
+    case Display::listItem:
+    case Display::flex:
+    case Display::table:
+    case Display::tableCaption:
+        if (outOfFlow) {
+            frame.ownContent = true;
+            frame.outer = collector_.enterOutOfFlow();
+        }
+        frame.breaksLine = true;
+        frame.requiredLineBreaks = 1;
+        break;
+    case Display::tableCell: frame.breaksLine = true; break;
+    default: break;
+    }
+    switch (frame.style.display) {
+    case Display::flex:
+    case Display::inlineFlex: frame.blockifiesChildren = true; [[fallthrough]];
+    case Display::table:
+    case Display::inlineTable:
+    case Display::tableRowGroup:
+    case Display::tableRow: frame.dropsWhiteSpace = true; break;
+    default: break;
+    }
+    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items."
+    if (node.tag == Tag::p && node.space == Namespace::html) frame.requiredLineBreaks = 2;
+    if (!isVisible(frame)) frame.requiredLineBreaks = 0;
+    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    if (frame.breaksLine) collector_.endLine();
+}
+
+/// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
+void Renderer::openCell(const Frame& parent, const Frame& frame) {
+    Neighbour& previous = frames_[parent.rowOwner].previousCell;
+    if (previous == Neighbour::visible) collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
+    previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
+}
+
+/// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
+void Renderer::openRow(const Frame& parent, const Frame& frame) {
+    Neighbour& previous = frames_[parent.tableOwner].previousRow;
+    if (previous == Neighbour::visible) collector_.literal('\n');
+    previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
+}
+
+/// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
+void Renderer::openList(NodeId id, Frame& frame) {
+    const Node& node = tree_.node(id);
+    if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
+    frame.listOwner = frames_.size();
+    ++frame.listDepth;
+    if (node.tag != Tag::ol) return;
+    const auto start = integerAttribute(tree_, id, "start");
+    if (tree_.attribute(id, "reversed") != nullptr) {
+        frame.numberStep = -1;
+        frame.nextNumber = 0;
+        for (NodeId child = node.firstChild; !start && child != kNoNode; child = tree_.node(child).next)
+            if (tree_.node(child).tag == Tag::li) ++frame.nextNumber;
+    }
+    if (start) frame.nextNumber = *start;
+}
+
+void Renderer::openListItem(NodeId id, Frame& frame) {
+    const bool isItem = tree_.node(id).tag == Tag::li;
+    std::int64_t number = 1;
+    if (isItem && frame.listOwner != 0) {
+        Frame& list = frames_[frame.listOwner];
+        if (const auto value = integerAttribute(tree_, id, "value")) list.nextNumber = *value;
+        number = list.nextNumber;
+        list.nextNumber += list.numberStep;
+    }
+    if (frame.style.display != Display::listItem || !isVisible(frame)) return;
+    const std::string marker = listMarker(frame.style.listStyle, number);
+    if (marker.empty()) return;
+    frame.isListItem = true;
+    frame.markersBefore = collector_.heldMarkerBytes();
+    if (frame.markersBefore == 0 && frame.listDepth > 1)
+        collector_.holdMarker(std::string(kIndentPerLevel * std::min(frame.listDepth - 1, kMaxIndentLevels), ' '));
+    collector_.holdMarker(marker);
+}
+
+void Renderer::leave(NodeId id) {
+    const Node& node = tree_.node(id);
+    const Frame frame = frames_.back();
+    frames_.pop_back();
+    if (options_.links == LinkTargets::afterText && node.tag == Tag::a && collector_.written() > frame.writtenBefore) {
+        const auto* target = tree_.attribute(id, "href");
+        if (target != nullptr && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
+    }
+    if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
+    if (frame.breaksLine || frame.ownContent) collector_.endLine();
+    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    if (frame.ownContent) collector_.leaveContent(frame.outer);
+}
+
+} // namespace
+
+RenderedText renderText(const HtmlTree& tree, const Options& options, AuthorStyles authorStyles) {
+    return Renderer(tree, options, authorStyles).render();
+}
+
+} // namespace quillow::html

@@ -1,0 +1,66 @@
+#include "engines/html/StyleResolver.h"
+
+#include "engines/html/Ascii.h"
+
+namespace quillow::html {
+
+namespace {
+
+/// The value of a property of type `Value`, given what the cascade says of it.
+template <typename Value>
+Value computed(std::optional<std::uint8_t> cascaded, Value own, Value inherited, Value initial, bool inherits) {
+    if (!cascaded || *cascaded == kRevert) return own;
+    if (*cascaded == kInherit || (*cascaded == kUnset && inherits)) return inherited;
+    if (*cascaded == kInitial || *cascaded == kUnset) return initial;
+    return static_cast<Value>(*cascaded);
+}
+
+} // namespace
+
+StyleResolver::StyleResolver(const HtmlTree& tree, bool withAuthor)
+    : tree_(tree) {
+    if (!withAuthor) return;
+    collectSheets();
+    matcher_ = std::make_unique<CssMatcher>(tree_, sheets_);
+}
+
+void StyleResolver::collectSheets() {
+    for (NodeId id = 0; id < tree_.size(); ++id) {
+        const Node& node = tree_.node(id);
+        if (node.kind != NodeKind::element || node.tag != Tag::style || node.firstChild == kNoNode) continue;
+        // HTML, 4.2.6: a type other than text/css is no style sheet.
+        const auto* type = tree_.attribute(id, "type");
+        if (type != nullptr && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
+        const auto* media = tree_.attribute(id, "media");
+        std::string_view css = tree_.node(node.firstChild).text;
+        if (node.firstChild != node.lastChild) {
+            std::string& whole = joined_.emplace_back();
+            for (NodeId child = node.firstChild; child != kNoNode; child = tree_.node(child).next)
+                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text;
+            css = whole;
+        }
+        sheets_.add(css, media == nullptr ? std::string_view() : *media);
+    }
+}
+
+Style StyleResolver::resolve(NodeId element, const Style& parent) {
+    Style style = userAgentStyle(tree_, element, parent);
+    if (!matcher_ || (sheets_.empty() && tree_.node(element).attributeCount == 0)) return style;
+    CascadedValues values;
+    matcher_->cascade(element, values);
+    const auto take = [&](CssProperty property, auto& own, auto inherited, auto initial, bool inherits) {
+        const auto value = values.value(property);
+        if (!value) return;
+        applied_ = true;
+        own = computed(value, own, inherited, initial, inherits);
+    };
+    take(CssProperty::display, style.display, parent.display, Display::inline_, false);
+    take(CssProperty::visibility, style.visibility, parent.visibility, Visibility::visible, true);
+    take(CssProperty::whiteSpace, style.whiteSpace, parent.whiteSpace, WhiteSpace::normal, true);
+    take(CssProperty::listStyle, style.listStyle, parent.listStyle, ListStyle::bullet, true);
+    take(CssProperty::floating, style.floating, parent.floating, Flow::inFlow, false);
+    take(CssProperty::position, style.positioned, parent.positioned, Flow::inFlow, false);
+    return style;
+}
+
+} // namespace quillow::html

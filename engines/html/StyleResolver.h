@@ -1,0 +1,32 @@
+// The computed style of an element: the user agent's style sheet, then the author's.
+#pragma once
+
+#include "engines/html/CssMatcher.h"
+#include "engines/html/UserAgentStyle.h"
+
+#include <deque>
+#include <memory>
+
+namespace quillow::html {
+
+class StyleResolver {
+public:
+    /// With `withAuthor` false neither sheets nor style attributes are looked at.
+    StyleResolver(const HtmlTree& tree, bool withAuthor);
+
+    [[nodiscard]] Style resolve(NodeId element, const Style& parent);
+
+    /// True when a declaration of the author's applied to any element so far.
+    [[nodiscard]] bool authorStylesApplied() const { return applied_; }
+
+private:
+    void collectSheets();
+
+    const HtmlTree& tree_;
+    std::deque<std::string> joined_; ///< sheets that several text nodes make up
+    CssStyleSheets sheets_;
+    std::unique_ptr<CssMatcher> matcher_; ///< nullptr without author styles
+    bool applied_ = false;
+};
+
+} // namespace quillow::html

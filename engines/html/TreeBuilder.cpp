@@ -1,0 +1,283 @@
+#include "engines/html/TreeBuilder.h"
+
+#include "engines/html/Ascii.h"
+
+#include <algorithm>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr TagSet kImpliedEnd{Tag::dd, Tag::dt, Tag::li, Tag::optgroup, Tag::option,
+                             Tag::p,  Tag::rb, Tag::rp, Tag::rt,       Tag::rtc};
+constexpr TagSet kImpliedEndThoroughly =
+    kImpliedEnd.with({Tag::caption, Tag::colgroup, Tag::tbody, Tag::td, Tag::tfoot, Tag::th, Tag::thead, Tag::tr});
+constexpr TagSet kScopeEnds{Tag::applet, Tag::caption, Tag::html,   Tag::table,  Tag::td,
+                            Tag::th,     Tag::marquee, Tag::object, Tag::select, Tag::template_};
+constexpr TagSet kTableScopeEnds{Tag::html, Tag::table, Tag::template_};
+constexpr TagSet kMathScopeEnds{Tag::mi, Tag::mo, Tag::mn, Tag::ms, Tag::mtext, Tag::annotationXml};
+constexpr TagSet kSvgScopeEnds{Tag::foreignObject, Tag::desc, Tag::title};
+/// Elements whose end brings another insertion mode.
+constexpr TagSet kModeElements{Tag::table, Tag::tbody,   Tag::tfoot,    Tag::thead,     Tag::tr,       Tag::td,
+                               Tag::th,    Tag::caption, Tag::colgroup, Tag::template_, Tag::frameset, Tag::head};
+
+/// Elements that put a marker into the list of active formatting elements.
+constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::applet,
+                                 Tag::object, Tag::marquee, Tag::template_};
+
+} // namespace
+
+std::string_view leadingWhiteSpace(std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size() && isWhiteSpace(text[end]))
+        ++end;
+    return text.substr(0, end);
+}
+
+std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
+    auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    TreeBuilder(*tree).run();
+    return tree;
+}
+
+void TreeBuilder::run() {
+    Token token;
+    while (!finished_) {
+        tokenizer_.allowCdata(!open_.empty() && current().space != Namespace::html);
+        tokenizer_.next(token);
+        if (skipLineFeed_) {
+            skipLineFeed_ = false;
+            if (token.type == TokenType::characters && token.text.front() == '\n') token.text.remove_prefix(1);
+            if (token.type == TokenType::characters && token.text.empty()) continue;
+        }
+        if (token.type == TokenType::startTag) {
+            ++startTags_;
+            boundDepth();
+        }
+        while (dispatch(token) == Next::reprocess) {
+        }
+    }
+}
+
+/// Keeps the stack within its bound: what would be nested deeper follows instead.
+void TreeBuilder::boundDepth() {
+    while (open_.size() >= kMaxTreeDepth) {
+        const OpenElement last = current();
+        if (last.tag == Tag::template_ && last.space == Namespace::html && !templateModes_.empty())
+            templateModes_.pop_back();
+        if (last.space == Namespace::html && kMarkerElements.contains(last.tag)) clearFormattingToMarker();
+        removeFormatting(last.id);
+        pop();
+        if (last.space == Namespace::html && kModeElements.contains(last.tag)) resetInsertionMode();
+    }
+}
+
+/// 13.2.6, the tree construction dispatcher.
+bool TreeBuilder::usesForeignRules(const Token& token) const {
+    if (open_.empty() || current().space == Namespace::html || token.type == TokenType::endOfFile) return false;
+    const bool startTag = token.type == TokenType::startTag;
+    const bool characters = token.type == TokenType::characters;
+    if (isMathTextIntegrationPoint(current())) {
+        if (characters) return false;
+        if (startTag && token.tag != Tag::mglyph && token.tag != Tag::malignmark) return false;
+    }
+    if (current().space == Namespace::mathMl && current().tag == Tag::annotationXml && startTag &&
+        token.tag == Tag::svg)
+        return false;
+    return !(isHtmlIntegrationPoint(current()) && (startTag || characters));
+}
+
+/// The rules of the current insertion mode.
+TreeBuilder::Next TreeBuilder::dispatchByMode(Token& token) {
+    switch (mode_) {
+    case Mode::initial: return initial(token);
+    case Mode::beforeHtml: return beforeHtml(token);
+    case Mode::beforeHead: return beforeHead(token);
+    case Mode::inHead: return inHead(token);
+    case Mode::inHeadNoscript: return inHeadNoscript(token);
+    case Mode::afterHead: return afterHead(token);
+    case Mode::inBody: return inBody(token);
+    case Mode::text: return text(token);
+    case Mode::inTable: return inTable(token);
+    case Mode::inTableText: return inTableText(token);
+    case Mode::inCaption: return inCaption(token);
+    case Mode::inColumnGroup: return inColumnGroup(token);
+    case Mode::inTableBody: return inTableBody(token);
+    case Mode::inRow: return inRow(token);
+    case Mode::inCell: return inCell(token);
+    case Mode::inTemplate: return inTemplate(token);
+    case Mode::afterBody: return afterBody(token);
+    case Mode::inFrameset: return inFrameset(token);
+    case Mode::afterFrameset: return afterFrameset(token);
+    case Mode::afterAfterBody: return afterAfterBody(token);
+    case Mode::afterAfterFrameset: return afterAfterFrameset(token);
+    }
+    return Next::token;
+}
+
+bool TreeBuilder::isOpen(Tag tag) const {
+    return std::any_of(open_.begin(), open_.end(), [tag](const OpenElement& element) {
+        return element.space == Namespace::html && element.tag == tag;
+    });
+}
+
+bool TreeBuilder::isInStack(NodeId id) const {
+    return std::any_of(open_.rbegin(), open_.rend(), [id](const OpenElement& element) { return element.id == id; });
+}
+
+/// 13.2.4.2: the elements at which a scope ends.
+bool TreeBuilder::endsScope(const OpenElement& element, Scope scope) {
+    if (scope == Scope::table) return element.space == Namespace::html && kTableScopeEnds.contains(element.tag);
+    if (element.space == Namespace::mathMl) return kMathScopeEnds.contains(element.tag);
+    if (element.space == Namespace::svg) return kSvgScopeEnds.contains(element.tag);
+    if (kScopeEnds.contains(element.tag)) return true;
+    if (scope == Scope::listItem) return element.tag == Tag::ol || element.tag == Tag::ul;
+    return scope == Scope::button && element.tag == Tag::button;
+}
+
+bool TreeBuilder::hasInScope(const TagSet& tags, Scope scope) const {
+    for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
+        if (element->space == Namespace::html && tags.contains(element->tag)) return true;
+        if (endsScope(*element, scope)) return false;
+    }
+    return false;
+}
+
+void TreeBuilder::push(NodeId id) {
+    const Node& node = tree_.node(id);
+    if (node.tag == Tag::p) ++openParagraphs_;
+    open_.push_back({id, node.tag, node.space});
+}
+
+void TreeBuilder::pop() {
+    if (open_.back().tag == Tag::p) --openParagraphs_;
+    open_.pop_back();
+}
+
+void TreeBuilder::popUntil(const TagSet& tags) {
+    while (open_.size() > 1) {
+        const OpenElement element = current();
+        pop();
+        if (element.space == Namespace::html && tags.contains(element.tag)) return;
+    }
+}
+
+void TreeBuilder::removeFromStack(NodeId id) {
+    for (std::size_t i = open_.size(); i-- > 0;) {
+        if (open_[i].id != id) continue;
+        if (open_[i].tag == Tag::p) --openParagraphs_;
+        open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(i));
+        return;
+    }
+}
+
+/// "Clear the stack back to a table (body, row) context".
+void TreeBuilder::clearStackBackTo(const TagSet& tags) {
+    const TagSet context = tags.with({Tag::template_, Tag::html});
+    while (!currentIsIn(context))
+        pop();
+}
+
+/// 13.2.6.3 Closing elements that have implied end tags.
+void TreeBuilder::generateImpliedEndTags(Tag except) {
+    while (currentIsIn(kImpliedEnd) && current().tag != except)
+        pop();
+}
+
+void TreeBuilder::generateAllImpliedEndTags() {
+    while (currentIsIn(kImpliedEndThoroughly))
+        pop();
+}
+
+void TreeBuilder::closeParagraph() {
+    generateImpliedEndTags(Tag::p);
+    popUntil({Tag::p});
+}
+
+/// 13.2.4.1 "Reset the insertion mode appropriately".
+void TreeBuilder::resetInsertionMode() {
+    for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
+        const bool last = element + 1 == open_.rend();
+        if (element->space != Namespace::html) continue;
+        switch (element->tag) {
+        case Tag::td:
+        case Tag::th: mode_ = last ? Mode::inBody : Mode::inCell; return;
+        case Tag::tr: mode_ = Mode::inRow; return;
+        case Tag::tbody:
+        case Tag::thead:
+        case Tag::tfoot: mode_ = Mode::inTableBody; return;
+        case Tag::caption: mode_ = Mode::inCaption; return;
+        case Tag::colgroup: mode_ = Mode::inColumnGroup; return;
+        case Tag::table: mode_ = Mode::inTable; return;
+        case Tag::template_: mode_ = templateModes_.empty() ? Mode::inBody : templateModes_.back(); return;
+        case Tag::head: mode_ = Mode::inHead; return;
+        case Tag::body: mode_ = Mode::inBody; return;
+        case Tag::frameset: mode_ = Mode::inFrameset; return;
+        case Tag::html: mode_ = head_ == kNoNode ? Mode::beforeHead : Mode::afterHead; return;
+        default: break;
+        }
+    }
+    mode_ = Mode::inBody;
+}
+
+/// 13.2.6.1 "Appropriate place for inserting a node", with foster parenting.
+TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) const {
+    const OpenElement& target = override != nullptr ? *override : current();
+    if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag))
+        return {target.id, kNoNode};
+    for (std::size_t i = open_.size(); i-- > 0;) {
+        if (open_[i].space != Namespace::html) continue;
+        if (open_[i].tag == Tag::template_) return {open_[i].id, kNoNode};
+        if (open_[i].tag != Tag::table) continue;
+        const NodeId parent = tree_.node(open_[i].id).parent;
+        if (parent != kNoNode) return {parent, open_[i].id};
+        return {open_[i - 1].id, kNoNode};
+    }
+    return {open_.front().id, kNoNode};
+}
+
+NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
+    const Place place = appropriatePlace();
+    const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
+    tree_.insertBefore(place.parent, element, place.before);
+    push(element);
+    return element;
+}
+
+NodeId TreeBuilder::insertImplied(Tag tag) {
+    Token token;
+    token.tag = tag;
+    token.name = tagName(tag);
+    return insertElement(token);
+}
+
+void TreeBuilder::insertCharacters(std::string_view text) {
+    if (text.empty()) return;
+    const Place place = appropriatePlace();
+    tree_.insertBefore(place.parent, tree_.createText(text), place.before);
+}
+
+/// Characters of which U+0000 is a parse error and ignored.
+void TreeBuilder::insertWithoutNul(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t nul = text.find('\0');
+        insertCharacters(text.substr(0, nul));
+        if (nul == std::string_view::npos) return;
+        text.remove_prefix(nul + 1);
+    }
+}
+
+/// 13.2.6.2 Parsing elements that contain only text.
+void TreeBuilder::parseRawText(const Token& token, HtmlTokenizer::State state) {
+    insertElement(token);
+    tokenizer_.switchTo(state);
+    originalMode_ = mode_;
+    mode_ = Mode::text;
+}
+
+void TreeBuilder::mergeAttributes(NodeId element, const Token& token) {
+    if (token.attributes.empty() || ++attributeMerges_ > kMaxAttributeMerges) return;
+    tree_.addMissingAttributes(element, token.attributes);
+}
+
+} // namespace quillow::html

@@ -1,0 +1,208 @@
+// Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms carry the standard's names. Comments
+// never come; parse errors are not counted.
+#pragma once
+
+#include "engines/html/HtmlTokenizer.h"
+#include "engines/html/TagSet.h"
+
+namespace quillow::html {
+
+/// Formatting elements that may be open at once after the last marker; the earliest is forgotten, its content stays.
+inline constexpr std::size_t kMaxActiveFormatting = 64;
+/// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
+inline constexpr std::size_t kReconstructionAllowance = 100'000;
+inline constexpr std::size_t kReconstructionsPerTag = 4;
+/// Children that the adoption agency moves in one document; beyond, misnested end tags are read as any others.
+inline constexpr std::size_t kMaxAdoptedChildren = 4'000'000;
+/// Further html and body tags whose attributes are looked at.
+inline constexpr int kMaxAttributeMerges = 64;
+
+class TreeBuilder {
+public:
+    explicit TreeBuilder(HtmlTree& tree)
+        : tree_(tree)
+        , tokenizer_(tree) {}
+
+    void run();
+
+private:
+    enum class Mode : std::uint8_t {
+        initial,
+        beforeHtml,
+        beforeHead,
+        inHead,
+        inHeadNoscript,
+        afterHead,
+        inBody,
+        text,
+        inTable,
+        inTableText,
+        inCaption,
+        inColumnGroup,
+        inTableBody,
+        inRow,
+        inCell,
+        inTemplate,
+        afterBody,
+        inFrameset,
+        afterFrameset,
+        afterAfterBody,
+        afterAfterFrameset,
+    };
+    /// What is left of a token after a mode's rules: nothing, or all of it for the mode that is now current.
+    enum class Next : std::uint8_t { token, reprocess };
+
+    struct OpenElement {
+        NodeId id = kNoNode;
+        Tag tag = Tag::unknown;
+        Namespace space = Namespace::html;
+    };
+    struct FormattingEntry {
+        NodeId id = kNoNode; ///< kNoNode for a marker
+        Tag tag = Tag::unknown;
+        [[nodiscard]] bool isMarker() const { return id == kNoNode; }
+    };
+    struct Place {
+        NodeId parent = kNoNode;
+        NodeId before = kNoNode;
+    };
+    enum class Scope { standard, listItem, button, table };
+
+    // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
+    [[nodiscard]] bool usesForeignRules(const Token& token) const;
+    Next dispatch(Token& token) { return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token); }
+    Next dispatchByMode(Token& token);
+    void boundDepth();
+    [[nodiscard]] const OpenElement& current() const { return open_.back(); }
+    [[nodiscard]] bool currentIs(Tag tag) const {
+        return !open_.empty() && current().space == Namespace::html && current().tag == tag;
+    }
+    [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
+        return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
+    }
+    [[nodiscard]] bool isOpen(Tag tag) const;
+    [[nodiscard]] bool isInStack(NodeId id) const;
+    [[nodiscard]] bool hasInScope(const TagSet& tags, Scope scope = Scope::standard) const;
+    [[nodiscard]] static bool endsScope(const OpenElement& element, Scope scope);
+    void pop();
+    void popUntil(const TagSet& tags);
+    void removeFromStack(NodeId id);
+    void clearStackBackTo(const TagSet& tags);
+    void generateImpliedEndTags(Tag except = Tag::unknown);
+    void generateAllImpliedEndTags();
+    void closeParagraph();
+    void closeParagraphInButtonScope() {
+        if (openParagraphs_ > 0 && hasInScope({Tag::p}, Scope::button)) closeParagraph();
+    }
+    void resetInsertionMode();
+    [[nodiscard]] Place appropriatePlace(const OpenElement* override = nullptr) const;
+    NodeId insertElement(const Token& token, Namespace space = Namespace::html);
+    NodeId insertImplied(Tag tag);
+    void insertVoid(const Token& token) {
+        insertElement(token);
+        pop();
+    }
+    void push(NodeId id);
+    void insertCharacters(std::string_view text);
+    void insertWithoutNul(std::string_view text);
+    void parseRawText(const Token& token, HtmlTokenizer::State state);
+    void mergeAttributes(NodeId element, const Token& token);
+
+    // TreeBuilderFormatting.cpp: the list of active formatting elements, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
+    void pushFormatting(NodeId element);
+    void reconstructFormatting();
+    void clearFormattingToMarker();
+    void insertMarker() { formatting_.push_back({}); }
+    [[nodiscard]] std::size_t formattingIndex(NodeId id) const;
+    [[nodiscard]] std::size_t lastFormatting(Tag tag) const;
+    void removeFormatting(NodeId id);
+    [[nodiscard]] bool sameElement(NodeId a, NodeId b) const;
+    NodeId clone(NodeId element);
+    void adoptionAgency(const Token& token);
+    bool adoptOnce(Tag tag);
+    void adopt(std::size_t formattingAt, std::size_t stackAt, std::size_t furthestAt);
+    void anyOtherEndTag(const Token& token);
+
+    // TreeBuilderModes.cpp: the modes before and after the body, and framesets.
+    Next initial(Token& token);
+    Next beforeHtml(Token& token);
+    Next beforeHead(Token& token);
+    Next inHead(Token& token);
+    Next inHeadNoscript(Token& token);
+    Next afterHead(Token& token);
+    Next text(Token& token);
+    Next inTemplate(Token& token);
+    Next afterBody(Token& token);
+    Next inFrameset(Token& token);
+    Next afterFrameset(Token& token);
+    Next afterAfterBody(Token& token);
+    Next afterAfterFrameset(Token& token);
+    void endTemplate();
+    void insertWhiteSpaceOf(const Token& token);
+
+    // TreeBuilderTables.cpp: the modes in tables.
+    Next inTable(Token& token);
+    Next inTableAnythingElse(Token& token);
+    Next inTableText(Token& token);
+    Next inCaption(Token& token);
+    Next inColumnGroup(Token& token);
+    Next inTableBody(Token& token);
+    Next inRow(Token& token);
+    Next inCell(Token& token);
+    void closeCell();
+    bool closeTable();
+
+    // TreeBuilderInBody.cpp.
+    Next inBody(Token& token);
+    Next inBodyStartTag(Token& token);
+    Next inBodyOtherStartTag(Token& token);
+    Next inBodyEndTag(Token& token);
+    void inBodyCharacters(const Token& token);
+    void startFrameset(const Token& token);
+    void startListItem(const Token& token, const TagSet& closes);
+    void startInput(const Token& token);
+    void startSelectPart(const Token& token);
+    void startForm(const Token& token);
+    void endForm();
+    void endBlock(const TagSet& tags, Tag except, Scope scope);
+
+    // TreeBuilderForeign.cpp: 13.2.6.5.
+    Next inForeignContent(Token& token);
+    Next foreignStartTag(Token& token);
+    Next foreignEndTag(Token& token);
+    [[nodiscard]] static bool isMathTextIntegrationPoint(const OpenElement& element);
+    [[nodiscard]] bool isHtmlIntegrationPoint(const OpenElement& element) const;
+
+    HtmlTree& tree_;
+    HtmlTokenizer tokenizer_;
+    Mode mode_ = Mode::initial;
+    Mode originalMode_ = Mode::initial;
+    std::vector<Mode> templateModes_;
+    std::vector<OpenElement> open_;
+    std::vector<FormattingEntry> formatting_;
+    std::vector<std::string_view> tableText_;
+    NodeId html_ = kNoNode;
+    NodeId head_ = kNoNode;
+    NodeId form_ = kNoNode;
+    bool framesetOk_ = true;
+    bool fosterParenting_ = false;
+    bool quirks_ = false;
+    bool skipLineFeed_ = false;
+    bool finished_ = false;
+    std::size_t openParagraphs_ = 0;
+    std::size_t startTags_ = 0;
+    std::size_t reconstructions_ = 0;
+    std::size_t adoptedChildren_ = 0;
+    int attributeMerges_ = 0;
+};
+
+/// 13.2.4.2: the "special" category of elements.
+[[nodiscard]] bool isSpecial(Tag tag, Namespace space);
+
+/// 13.2.6.4.1: whether a doctype asks for quirks mode.
+[[nodiscard]] bool isQuirksDoctype(const Token& doctype);
+
+/// The characters of `text` that are white space at its start.
+[[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);
+
+} // namespace quillow::html

@@ -1,0 +1,209 @@
+#include "engines/html/UserAgentStyle.h"
+
+#include "engines/html/Ascii.h"
+
+#include <array>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr std::size_t kTagCount = static_cast<std::size_t>(Tag::count);
+using DisplayTable = std::array<Display, kTagCount>;
+
+constexpr void set(DisplayTable& table, Display display, std::initializer_list<Tag> tags) {
+    for (const Tag tag : tags)
+        table[static_cast<std::size_t>(tag)] = display;
+}
+
+constexpr DisplayTable makeHtmlTable() {
+    DisplayTable table{};
+    table.fill(Display::inline_);
+    // 15.3.1 Hidden elements; noembed and noframes because embeds and frames are supported.
+    set(table, Display::none,
+        {Tag::area, Tag::base, Tag::basefont, Tag::bgsound, Tag::datalist, Tag::head, Tag::link, Tag::meta,
+         Tag::noembed, Tag::noframes, Tag::param, Tag::rp, Tag::script, Tag::style, Tag::template_, Tag::title,
+         Tag::source, Tag::track});
+    // 15.3.2 to 15.3.4, 15.3.13, 15.3.14: the page, flow content, sections, fieldset, details.
+    set(table, Display::block,
+        {Tag::address,    Tag::article,  Tag::aside,  Tag::blockquote, Tag::body,      Tag::center,   Tag::dd,
+         Tag::details,    Tag::dialog,   Tag::dir,    Tag::div,        Tag::dl,        Tag::dt,       Tag::fieldset,
+         Tag::figcaption, Tag::figure,   Tag::footer, Tag::form,       Tag::frame,     Tag::frameset, Tag::h1,
+         Tag::h2,         Tag::h3,       Tag::h4,     Tag::h5,         Tag::h6,        Tag::header,   Tag::hgroup,
+         Tag::hr,         Tag::html,     Tag::legend, Tag::listing,    Tag::main,      Tag::menu,     Tag::nav,
+         Tag::ol,         Tag::optgroup, Tag::option, Tag::p,          Tag::plaintext, Tag::pre,      Tag::search,
+         Tag::section,    Tag::summary,  Tag::ul,     Tag::xmp});
+    set(table, Display::listItem, {Tag::li});
+    set(table, Display::contents, {Tag::slot});
+    // 15.3.8 Tables.
+    set(table, Display::table, {Tag::table});
+    set(table, Display::tableCaption, {Tag::caption});
+    set(table, Display::tableColumn, {Tag::col, Tag::colgroup});
+    set(table, Display::tableRowGroup, {Tag::tbody, Tag::tfoot, Tag::thead});
+    set(table, Display::tableRow, {Tag::tr});
+    set(table, Display::tableCell, {Tag::td, Tag::th});
+    // 15.5 Widgets.
+    set(table, Display::inlineBlock,
+        {Tag::button, Tag::input, Tag::marquee, Tag::meter, Tag::progress, Tag::select, Tag::textarea});
+    return table;
+}
+constexpr DisplayTable kHtmlDisplay = makeHtmlTable();
+
+/// MathML Core, appendix A: every element is a box of its own.
+Display mathDisplay(const HtmlTree& tree, NodeId element) {
+    const Node& node = tree.node(element);
+    switch (node.tag) {
+    case Tag::math: {
+        const auto* display = tree.attribute(element, "display");
+        return display != nullptr && equalsIgnoringCase(*display, "block") ? Display::block : Display::inlineBlock;
+    }
+    case Tag::annotation:
+    case Tag::annotationXml: return Display::none;
+    case Tag::mtable: return Display::inlineTable;
+    case Tag::mtr: return Display::tableRow;
+    case Tag::mtd: return Display::tableCell;
+    default: break;
+    }
+    // Of "semantics" only the first child is shown.
+    if (tree.node(node.parent).tag == Tag::semantics)
+        for (NodeId other = node.previous; other != kNoNode; other = tree.node(other).previous)
+            if (tree.node(other).kind == NodeKind::element) return Display::none;
+    return Display::block;
+}
+
+Display svgDisplay(const Node& node) {
+    switch (node.tag) {
+    case Tag::svg: return Display::inlineBlock;
+    case Tag::text:
+    case Tag::foreignObject: return Display::block;
+    case Tag::title:
+    case Tag::desc:
+    case Tag::metadata:
+    case Tag::script:
+    case Tag::style: return Display::none;
+    default: return Display::inline_;
+    }
+}
+
+/// The elements whose rule depends on an attribute.
+Display htmlDisplay(const HtmlTree& tree, NodeId element) {
+    const Node& node = tree.node(element);
+    const Display display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
+    switch (node.tag) {
+    case Tag::audio: return tree.attribute(element, "controls") == nullptr ? Display::none : display;
+    case Tag::dialog: return tree.attribute(element, "open") == nullptr ? Display::none : display;
+    case Tag::input: {
+        const auto* type = tree.attribute(element, "type");
+        return type != nullptr && equalsIgnoringCase(*type, "hidden") ? Display::none : display;
+    }
+    default: return display;
+    }
+}
+
+/// 15.3.9 Lists, with the presentational `type` attribute, which a list item takes too.
+ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited) {
+    const Node& node = tree.node(element);
+    ListStyle style = inherited;
+    if (node.tag == Tag::ul || node.tag == Tag::menu || node.tag == Tag::dir) {
+        style = ListStyle::bullet;
+    } else if (node.tag == Tag::ol) {
+        style = ListStyle::decimal;
+    } else if (node.tag != Tag::li) {
+        return style;
+    }
+    const auto* type = tree.attribute(element, "type");
+    if (type == nullptr) return style;
+    if (*type == "1") return ListStyle::decimal;
+    if (*type == "a") return ListStyle::lowerAlpha;
+    if (*type == "A") return ListStyle::upperAlpha;
+    if (*type == "i") return ListStyle::lowerRoman;
+    if (*type == "I") return ListStyle::upperRoman;
+    if (equalsIgnoringCase(*type, "none")) return ListStyle::none;
+    for (const std::string_view bullet : {"disc", "circle", "square"})
+        if (equalsIgnoringCase(*type, bullet)) return ListStyle::bullet;
+    return style;
+}
+
+} // namespace
+
+Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent) {
+    const Node& node = tree.node(element);
+    Style style;
+    style.visibility = parent.visibility;
+    style.whiteSpace = parent.whiteSpace;
+    style.listStyle = parent.listStyle;
+    if (node.space == Namespace::svg) {
+        style.display = svgDisplay(node);
+        return style;
+    }
+    if (node.space == Namespace::mathMl) {
+        style.display = mathDisplay(tree, element);
+        if (node.tag == Tag::math) style.whiteSpace = WhiteSpace::normal;
+        if (node.tag == Tag::mphantom) style.visibility = Visibility::hidden;
+        return style;
+    }
+    style.display = htmlDisplay(tree, element);
+    switch (node.tag) {
+    case Tag::pre:
+    case Tag::listing:
+    case Tag::plaintext:
+    case Tag::xmp: style.whiteSpace = WhiteSpace::preserve; break;
+    case Tag::nobr:
+    case Tag::table: style.whiteSpace = node.tag == Tag::table ? style.whiteSpace : WhiteSpace::normal; break;
+    case Tag::ul:
+    case Tag::ol:
+    case Tag::menu:
+    case Tag::dir:
+    case Tag::li: style.listStyle = listStyleOf(tree, element, parent.listStyle); break;
+    default: break;
+    }
+    if (tree.node(element).attributeCount > 0 && node.tag != Tag::embed &&
+        (tree.attribute(element, "hidden") != nullptr || tree.attribute(element, "popover") != nullptr))
+        style.display = Display::none;
+    return style;
+}
+
+Display defaultDisplay(const Node& element) {
+    if (element.space == Namespace::svg) return svgDisplay(element);
+    if (element.space == Namespace::mathMl) return Display::block;
+    const Display display = kHtmlDisplay[static_cast<std::size_t>(element.tag)];
+    return display == Display::none ? Display::block : display;
+}
+
+bool isReplaced(const Node& element) {
+    if (element.space != Namespace::html) return false;
+    switch (element.tag) {
+    case Tag::img:
+    case Tag::image:
+    case Tag::input:
+    case Tag::textarea:
+    case Tag::iframe:
+    case Tag::embed:
+    case Tag::video:
+    case Tag::audio:
+    case Tag::meter:
+    case Tag::progress:
+    case Tag::frame:
+    case Tag::keygen: return true;
+    default: return false;
+    }
+}
+
+bool isMachinery(const Node& element) {
+    switch (element.tag) {
+    case Tag::script:
+    case Tag::style:
+    case Tag::template_:
+    case Tag::head:
+    case Tag::title:
+    case Tag::metadata:
+    case Tag::noembed:
+    case Tag::noframes:
+    case Tag::rp:
+    case Tag::annotation:
+    case Tag::annotationXml: return true;
+    default: return false;
+    }
+}
+
+} // namespace quillow::html

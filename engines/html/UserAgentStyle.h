@@ -1,0 +1,21 @@
+// The user agent style sheet: HTML Standard, section 15.3, as far as it decides what text is seen and how its lines break.
+#pragma once
+
+#include "engines/html/HtmlTree.h"
+#include "engines/html/Style.h"
+
+namespace quillow::html {
+
+/// The style of an element before the author's sheets, given its parent's.
+[[nodiscard]] Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent);
+
+/// The display type that an element has by its name alone.
+[[nodiscard]] Display defaultDisplay(const Node& element);
+
+/// True for an element that is drawn as one box whatever its children are: its content gives no text.
+[[nodiscard]] bool isReplaced(const Node& element);
+
+/// True for an element whose content is never text for a reader, whatever style says: scripts, styles, templates.
+[[nodiscard]] bool isMachinery(const Node& element);
+
+} // namespace quillow::html

@@ -1,0 +1,163 @@
+// The byte scans under the RTF scanner: each looks for the next byte that means something, sixteen bytes at a time where
+// the machine has SSE2 (every x86-64 has), byte by byte elsewhere.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+namespace quillow::rtf {
+
+[[nodiscard]] constexpr bool isLetter(char c) {
+    return static_cast<std::uint8_t>((c | 0x20) - 'a') < 26;
+}
+
+[[nodiscard]] constexpr bool isDigit(char c) {
+    return static_cast<std::uint8_t>(c - '0') < 10;
+}
+
+[[nodiscard]] constexpr bool isLineEnd(char c) {
+    return c == '\r' || c == '\n';
+}
+
+[[nodiscard]] constexpr bool isHigh(char c) {
+    return (static_cast<std::uint8_t>(c) & 0x80) != 0;
+}
+
+/// The three bytes that make up RTF's group and control syntax.
+[[nodiscard]] constexpr bool isSyntax(char c) {
+    return c == '\\' || c == '{' || c == '}';
+}
+
+/// Printable ASCII that stands for itself.
+[[nodiscard]] constexpr bool isPlainText(char c) {
+    return c >= 0x20 && c < 0x7F && !isSyntax(c);
+}
+
+inline constexpr std::array<std::int8_t, 256> kHexValues = [] {
+    std::array<std::int8_t, 256> values{};
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        const std::size_t lower = c | 0x20;
+        const bool isHexLetter = lower >= 'a' && lower <= 'f';
+        values[c] = static_cast<std::int8_t>(c >= '0' && c <= '9' ? c - '0' : isHexLetter ? lower - 'a' + 10 : -1);
+    }
+    return values;
+}();
+
+/// The value of a hexadecimal digit, or -1.
+[[nodiscard]] constexpr int hexValue(char c) {
+    return kHexValues[static_cast<std::uint8_t>(c)];
+}
+
+#if defined(__SSE2__)
+
+inline constexpr std::size_t kBlock = sizeof(__m128i);
+
+[[nodiscard]] inline __m128i loadBlock(const char* p) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+
+[[nodiscard]] inline unsigned maskOf(__m128i block) {
+    return static_cast<unsigned>(_mm_movemask_epi8(block));
+}
+
+[[nodiscard]] inline std::size_t lowestBit(unsigned mask) {
+    return static_cast<std::size_t>(__builtin_ctz(mask));
+}
+
+/// Bits of the bytes that are not plain text. `v | 2` folds '}' onto DEL; bytes over 0x7F are negative, so below 0x20.
+[[nodiscard]] inline unsigned notPlainText(__m128i v) {
+    const __m128i low = _mm_cmplt_epi8(v, _mm_set1_epi8(0x20));
+    const __m128i backslash = _mm_cmpeq_epi8(v, _mm_set1_epi8('\\'));
+    const __m128i open = _mm_cmpeq_epi8(v, _mm_set1_epi8('{'));
+    const __m128i close = _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(2)), _mm_set1_epi8(0x7F));
+    return maskOf(_mm_or_si128(_mm_or_si128(low, backslash), _mm_or_si128(open, close)));
+}
+
+/// All ones in the bytes that are a backslash or a brace.
+[[nodiscard]] inline __m128i syntaxBytes(__m128i v) {
+    const __m128i backslash = _mm_cmpeq_epi8(v, _mm_set1_epi8('\\'));
+    const __m128i open = _mm_cmpeq_epi8(v, _mm_set1_epi8('{'));
+    const __m128i close = _mm_cmpeq_epi8(v, _mm_set1_epi8('}'));
+    return _mm_or_si128(_mm_or_si128(backslash, open), close);
+}
+
+/// The number of ASCII letters at the start of a block, 0..16.
+[[nodiscard]] inline std::size_t leadingLetters(__m128i v) {
+    const __m128i offset = _mm_sub_epi8(_mm_or_si128(v, _mm_set1_epi8(0x20)), _mm_set1_epi8('a'));
+    const unsigned letters = maskOf(_mm_cmpeq_epi8(_mm_min_epu8(offset, _mm_set1_epi8(25)), offset));
+    return lowestBit(~letters);
+}
+
+#endif
+
+/// The first byte in [p, end) that is not plain text.
+[[nodiscard]] inline const char* findTextEnd(const char* p, const char* end) {
+#if defined(__SSE2__)
+    for (; static_cast<std::size_t>(end - p) >= kBlock; p += kBlock)
+        if (const unsigned mask = notPlainText(loadBlock(p))) return p + lowestBit(mask);
+#endif
+    while (p != end && isPlainText(*p))
+        ++p;
+    return p;
+}
+
+/// The first backslash or brace in [p, end).
+[[nodiscard]] inline const char* findSyntax(const char* p, const char* end) {
+#if defined(__SSE2__)
+    for (; static_cast<std::size_t>(end - p) >= 4 * kBlock; p += 4 * kBlock) {
+        const __m128i a = syntaxBytes(loadBlock(p));
+        const __m128i b = syntaxBytes(loadBlock(p + kBlock));
+        const __m128i c = syntaxBytes(loadBlock(p + 2 * kBlock));
+        const __m128i d = syntaxBytes(loadBlock(p + 3 * kBlock));
+        if (maskOf(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d))) == 0) continue;
+        if (const unsigned mask = maskOf(a)) return p + lowestBit(mask);
+        if (const unsigned mask = maskOf(b)) return p + kBlock + lowestBit(mask);
+        if (const unsigned mask = maskOf(c)) return p + 2 * kBlock + lowestBit(mask);
+        return p + 3 * kBlock + lowestBit(maskOf(d));
+    }
+#endif
+    while (p != end && !isSyntax(*p))
+        ++p;
+    return p;
+}
+
+/// The first byte over 0x7F in [p, end).
+[[nodiscard]] inline const char* findHighByte(const char* p, const char* end) {
+#if defined(__SSE2__)
+    for (; static_cast<std::size_t>(end - p) >= kBlock; p += kBlock)
+        if (const unsigned mask = maskOf(loadBlock(p))) return p + lowestBit(mask);
+#endif
+    while (p != end && !isHigh(*p))
+        ++p;
+    return p;
+}
+
+/// The number of code points in well-formed UTF-8: its bytes that are no trail bytes.
+[[nodiscard]] inline std::uint64_t countCodePoints(const char* p, const char* end) {
+    std::uint64_t count = 0;
+#if defined(__SSE2__)
+    const __m128i lastTrail = _mm_set1_epi8(static_cast<char>(0xBF));
+    while (static_cast<std::size_t>(end - p) >= kBlock) {
+        // Sixteen counters of a byte each take at most 255 blocks.
+        __m128i counters = _mm_setzero_si128();
+        for (int groups = 63; groups > 0 && static_cast<std::size_t>(end - p) >= 4 * kBlock; --groups, p += 4 * kBlock)
+            for (std::size_t i = 0; i < 4; ++i)
+                counters = _mm_sub_epi8(counters, _mm_cmpgt_epi8(loadBlock(p + i * kBlock), lastTrail));
+        for (int blocks = 3; blocks > 0 && static_cast<std::size_t>(end - p) >= kBlock; --blocks, p += kBlock)
+            counters = _mm_sub_epi8(counters, _mm_cmpgt_epi8(loadBlock(p), lastTrail));
+        const __m128i sums = _mm_sad_epu8(counters, _mm_setzero_si128());
+        count += static_cast<std::uint64_t>(_mm_cvtsi128_si64(sums)) +
+                 static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(sums, sums)));
+    }
+#endif
+    for (; p != end; ++p)
+        count += (static_cast<std::uint8_t>(*p) & 0xC0) != 0x80 ? 1 : 0;
+    return count;
+}
+
+} // namespace quillow::rtf

@@ -1,0 +1,67 @@
+// What the bytes of a run mean: a code page, UTF-8 or a symbol font, with the UTF-8 of every single byte ready to copy.
+#pragma once
+
+#include "text/CodePage.h"
+#include "text/SymbolFonts.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace quillow::rtf {
+
+class Charset {
+public:
+    /// What a single byte is in this charset. `other` bytes are controls, lead bytes, and bytes without a character.
+    struct Single {
+        std::uint32_t utf8; ///< its UTF-8, first byte lowest
+        std::uint8_t length;
+    };
+
+    /// A null page means UTF-8.
+    explicit Charset(const text::CodePage* page);
+    explicit Charset(text::SymbolFontDecoder decoder);
+
+    [[nodiscard]] bool isUtf8() const { return page_ == nullptr && symbols_ == nullptr; }
+    [[nodiscard]] bool isSymbolFont() const { return symbols_ != nullptr; }
+    [[nodiscard]] text::SymbolFontDecoder symbols() const { return symbols_; }
+    /// The code page when it is a double-byte one, else nullptr.
+    [[nodiscard]] const text::CodePage* pairs() const {
+        return page_ != nullptr && page_->isDoubleByte() ? page_ : nullptr;
+    }
+
+    /// The code point of a byte that stands alone; U+FFFD where there is none.
+    [[nodiscard]] char32_t decodeByte(std::uint8_t byte) const;
+
+    /// The UTF-8 of a byte that is printable in this charset; length 0 for every other byte.
+    [[nodiscard]] Single single(std::uint8_t byte) const { return {utf8_[byte], lengths_[byte]}; }
+
+private:
+    void prepareSingles();
+
+    const text::CodePage* page_ = nullptr;
+    text::SymbolFontDecoder symbols_ = nullptr;
+    std::array<std::uint32_t, 256> utf8_{};
+    std::array<std::uint8_t, 256> lengths_{};
+};
+
+/// The charsets of one document, each made once, at addresses that stay.
+class CharsetPool {
+public:
+    /// The charset of a code page number: 65001 is UTF-8; 0, 1200 and unknown ones are windows-1252.
+    [[nodiscard]] const Charset* forCodePage(int number);
+    [[nodiscard]] const Charset* forSymbols(text::SymbolFontDecoder symbols);
+
+private:
+    struct Entry {
+        int codePage;
+        std::unique_ptr<Charset> charset;
+    };
+    std::vector<Entry> entries_; // few: bounded by the code pages and symbol fonts that there are
+};
+
+inline constexpr int kWindowsLatin = 1252;
+inline constexpr int kUtf8CodePage = 65001;
+
+} // namespace quillow::rtf

@@ -1,0 +1,24 @@
+// Field instructions (RTF 1.9.1, "Fields"): the few whose text stands in the instruction and not in the result, and the
+// target of a link.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillow::rtf {
+
+struct FieldInstruction {
+    enum class Kind {
+        other,
+        character, ///< SYMBOL: `text` is the one character
+        base,      ///< EQ \o: `text` is what the overstrike's readings are set on
+        link,      ///< HYPERLINK: `text` is the target
+    };
+    Kind kind = Kind::other;
+    std::string text;
+};
+
+/// What an instruction (UTF-8, escapes resolved) says.
+[[nodiscard]] FieldInstruction readFieldInstruction(std::string_view instruction);
+
+} // namespace quillow::rtf

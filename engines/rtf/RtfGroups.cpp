@@ -1,0 +1,373 @@
+// Groups and destinations (RTF 1.9.1, "Groups", "Destinations"): which groups are read, which are passed over, and what is
+// done with a group's text when it closes.
+#include "engines/rtf/RtfInterpreter.h"
+
+#include <algorithm>
+
+namespace quillow::rtf {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t npos = std::string_view::npos;
+constexpr std::string_view kBlanks = " \t\n";
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string noteMark(std::uint32_t number) {
+    std::string mark(1, '[');
+    mark += std::to_string(number);
+    mark += ']';
+    return mark;
+}
+
+} // namespace
+
+/// An opening brace has been passed.
+void Interpreter::openGroup() {
+    if (stack_.size() < kMaxDepth) {
+        stack_.push_back(state_);
+        state_.closing = Closing::nothing;
+    } else {
+        ++overflow_;
+    }
+    scanner_.skipLineEnds();
+    if (scanner_.peek(0) != '\\') return;
+    if (scanner_.peek(1) == '*') {
+        scanner_.moveTo(scanner_.position() + 2);
+        scanner_.skipLineEnds();
+        if (!scanner_.atWord()) return;
+        const ControlWord word = scanner_.readWord();
+        if (word.action() == Action::destination) {
+            openDestination(word.keyword.destination());
+        } else if (word.action() == Action::binary) {
+            skipBinary(word.parameter);
+        } else {
+            skipRestOfGroup();
+        }
+        return;
+    }
+    const Keyword keyword = scanner_.readName();
+    if (keyword.action == Action::notAWord) return;
+    const ControlWord word = scanner_.readParameter(keyword);
+    if (word.action() == Action::destination) {
+        openDestination(word.keyword.destination());
+    } else if (word.action() != Action::none) {
+        handleWord(word);
+    }
+}
+
+/// The current group's closing brace has been passed.
+void Interpreter::leaveGroup() {
+    if (overflow_ > 0) {
+        --overflow_;
+        return;
+    }
+    if (stack_.size() <= 1) {
+        endDocument();
+        return;
+    }
+    const Closing closing = state_.closing;
+    state_ = stack_.back();
+    stack_.pop_back();
+    if (closing != Closing::nothing) finishDestination(closing);
+}
+
+/// Closing braces in the rest of the file that nothing there opens. Binary data is not told apart: this is a guess anyway.
+std::size_t Interpreter::countUnmatchedCloses() const {
+    std::size_t unmatched = 0;
+    std::size_t open = 0;
+    const char* end = scanner_.end();
+    for (const char* p = findSyntax(scanner_.position(), end); p != end; p = findSyntax(p, end)) {
+        if (*p == '\\') {
+            p += std::min<std::ptrdiff_t>(2, end - p);
+            continue;
+        }
+        if (*p == '{') {
+            ++open;
+        } else if (open > 0) {
+            --open;
+        } else {
+            ++unmatched;
+        }
+        ++p;
+    }
+    return unmatched;
+}
+
+/// The brace that closes the document. Where closing braces are still to come that nothing opens, this one is a stray and
+/// the text goes on (but not behind a NUL, where only the remains of a buffer can be). Else another document may follow.
+void Interpreter::endDocument() {
+    std::string_view rest = scanner_.rest();
+    rest.remove_prefix(std::min(rest.find_first_not_of("\r\n"), rest.size()));
+    if (!straysCounted_) {
+        straysCounted_ = true;
+        work_ += rest.size();
+        if (!rest.empty() && rest.front() != '\0') strays_ = countUnmatchedCloses();
+    }
+    if (strays_ > 0) {
+        --strays_;
+        return;
+    }
+    if (!stack_.empty()) {
+        state_ = stack_.front();
+        stack_.clear();
+    }
+    const std::size_t next = findRtfGroup(scanner_.rest(), 0);
+    work_ += std::min(next, scanner_.remaining());
+    if (next == npos) {
+        scanner_.moveToEnd();
+    } else {
+        scanner_.moveTo(scanner_.position() + next);
+    }
+}
+
+/// \rtf: a document begins. An appended one has tables of its own.
+void Interpreter::startDocument() {
+    if (stack_.size() <= 1) {
+        fonts_.reset();
+        lists_.reset();
+        const Closing closing = state_.closing;
+        state_ = {};
+        state_.closing = closing;
+        setCharset(fonts_.defaultCharset());
+    }
+    settle();
+    output_.ensureLineStart();
+    startParagraph();
+}
+
+void Interpreter::skipRestOfGroup() {
+    const char* start = scanner_.position();
+    leaveData(start, scanner_.skipGroup(rawPairs()));
+}
+
+/// A group of data has been read or passed over from `start` on. One that never closes, or that closes with the document's
+/// last brace, has swallowed the body: the text goes on at the first \pard in it.
+void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
+    const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
+    work_ += swallowed.size();
+    const bool isCutShort = completeness == Scanner::Completeness::cutShort;
+    const bool tookLastBrace =
+        !isCutShort && stack_.size() > 1 && scanner_.rest().find_first_not_of("\r\n\0 "sv) == npos;
+    if (!isCutShort && !tookLastBrace) return leaveGroup();
+
+    constexpr std::string_view kBodyMark = "\\pard";
+    const std::size_t body = recoveries_ < kMaxRecoveries ? swallowed.find(kBodyMark) : npos;
+    if (body == npos && !isCutShort) return leaveGroup();
+    truncated_ = true;
+    if (body == npos) return;
+    work_ += body;
+    ++recoveries_;
+    ++loss_.partsSkipped;
+    scanner_.moveTo(start + body);
+    if (overflow_ > 0 || stack_.size() > 1) leaveGroup();
+}
+
+Interpreter::Frame* Interpreter::innermost(Closing kind) {
+    const auto found =
+        std::find_if(frames_.rbegin(), frames_.rend(), [kind](const Frame& f) { return f.kind == kind; });
+    return found != frames_.rend() ? &*found : nullptr;
+}
+
+bool Interpreter::pushFrame(Closing kind) {
+    if (overflow_ > 0 || frames_.size() >= kMaxFrames) return false;
+    frames_.emplace_back().kind = kind;
+    state_.closing = kind;
+    return true;
+}
+
+/// From here on the text goes to the frame: in a paragraph of its own, outside lists.
+void Interpreter::divert(Frame& frame) {
+    frame.pending = pending_;
+    frame.paragraph = std::move(paragraph_);
+    frame.mark = output_.size();
+    pending_ = 0;
+    paragraph_ = {};
+    paragraph_.start = frame.mark;
+    state_.listOverride = 0;
+    state_.hasOldNumbering = false;
+}
+
+std::string Interpreter::endDiversion(Frame& frame) {
+    pending_ &= static_cast<std::uint8_t>(~kLabel);
+    settle();
+    if (!paragraph_.boxes.empty()) {
+        output_.ensureLineStart();
+        output_.append(paragraph_.boxes);
+    }
+    std::string text = output_.cut(frame.mark);
+    paragraph_ = std::move(frame.paragraph);
+    pending_ = frame.pending;
+    return text;
+}
+
+void Interpreter::openDestination(Destination destination) {
+    const bool isSuppressed = (state_.flags & kSuppressed) != 0;
+    const char* start = scanner_.position();
+    switch (destination) {
+    case Destination::body: return;
+    case Destination::fontTable: leaveData(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::listTable: return leaveData(start, lists_.readListTable(scanner_));
+    case Destination::overrideTable: return leaveData(start, lists_.readOverrideTable(scanner_));
+    case Destination::oldNumbering:
+        leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
+        state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
+        return armLabel();
+    case Destination::listText:
+        if (options_.listMarkers == ListMarkers::off) return skipRestOfGroup();
+        if (!pushFrame(Closing::listText)) return;
+        // The label that would be computed waits: the paragraph is still counted.
+        frames_.back().pending = pending_ & kLabel;
+        pending_ &= static_cast<std::uint8_t>(~kLabel);
+        paragraph_.labelled = true;
+        return;
+    case Destination::note:
+        if (isSuppressed) return skipRestOfGroup();
+        if (!prepareText() || !pushFrame(Closing::note)) return;
+        frames_.back().noteNumber = ++noteCount_;
+        output_.append(noteMark(noteCount_));
+        return divert(frames_.back());
+    case Destination::header:
+    case Destination::footer:
+        if (options_.headersFooters == HeadersFooters::off) return skipRestOfGroup();
+        if (pushFrame(destination == Destination::header ? Closing::header : Closing::footer)) divert(frames_.back());
+        return;
+    case Destination::textBox:
+        if (pushFrame(Closing::textBox)) divert(frames_.back());
+        return;
+    case Destination::shape: (void)pushFrame(Closing::shape); return;
+    case Destination::shapeResult: {
+        // The same shape once more, for readers that don't know shapes.
+        const Frame* shape = innermost(Closing::shape);
+        return shape != nullptr && shape->hasText ? skipRestOfGroup() : void();
+    }
+    case Destination::field: (void)pushFrame(Closing::field); return;
+    case Destination::fieldInstruction:
+        if (!pushFrame(Closing::fieldInstruction)) return skipRestOfGroup();
+        return divert(frames_.back());
+    case Destination::fieldResult:
+        if (frames_.empty() || frames_.back().kind != Closing::field) return;
+        if (frames_.back().skipsResult) return skipRestOfGroup();
+        if (overflow_ == 0) state_.closing = Closing::fieldResult;
+        return;
+    case Destination::unicodePair: return skipAnsiHalf();
+    case Destination::attachment: return skipAttachment();
+    default: return skipRestOfGroup(); // also the parts of tables, met outside their table
+    }
+}
+
+void Interpreter::finishDestination(Closing closing) {
+    if (closing == Closing::fieldResult) {
+        const Frame* field = innermost(Closing::field);
+        if (field == nullptr || field->target.empty() || options_.links == LinkTargets::off || !prepareText()) return;
+        output_.append(" <");
+        output_.append(field->target);
+        output_.append('>');
+        return;
+    }
+    Frame frame = std::move(frames_.back());
+    frames_.pop_back();
+    switch (closing) {
+    case Closing::listText:
+        settle();
+        pending_ |= frame.pending;
+        paragraph_.start = output_.size();
+        armLabel(); // to be counted, not written
+        break;
+    case Closing::note: {
+        const std::string text = endDiversion(frame);
+        notes_ += noteMark(frame.noteNumber);
+        notes_ += ' ';
+        notes_ += trimmed(text);
+        notes_ += '\n';
+        break;
+    }
+    case Closing::header: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        settle();
+        output_.ensureLineStart();
+        output_.append(trimmed(text));
+        output_.append('\n');
+        startParagraph();
+        break;
+    }
+    case Closing::footer: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        footers_ += trimmed(text);
+        footers_ += '\n';
+        break;
+    }
+    case Closing::textBox: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        for (Frame& outer : frames_)
+            if (outer.kind == Closing::shape) outer.hasText = true;
+        if ((state_.flags & kSuppressed) != 0) break;
+        paragraph_.boxes += trimmed(text);
+        paragraph_.boxes += '\n';
+        break;
+    }
+    case Closing::fieldInstruction: finishInstruction(frame); break;
+    default: break; // shapes and fields only remember
+    }
+}
+
+void Interpreter::finishInstruction(Frame& frame) {
+    FieldInstruction instruction = readFieldInstruction(endDiversion(frame));
+    Frame* field = frames_.empty() || frames_.back().kind != Closing::field ? nullptr : &frames_.back();
+    switch (instruction.kind) {
+    case FieldInstruction::Kind::other: break;
+    case FieldInstruction::Kind::character:
+    case FieldInstruction::Kind::base:
+        if (field != nullptr) field->skipsResult = true;
+        if (!prepareText()) break;
+        if (instruction.text == "\uFFFD") ++loss_.charactersWithoutUnicode;
+        output_.append(instruction.text);
+        break;
+    case FieldInstruction::Kind::link:
+        if (field != nullptr) field->target = std::move(instruction.text);
+        break;
+    }
+}
+
+/// {\upr{ansi}{\*\ud{unicode}}}: the first half is for readers without Unicode. It is kept where there is no second half.
+void Interpreter::skipAnsiHalf() {
+    scanner_.skipLineEnds();
+    if (scanner_.peek(0) != '{') return;
+    const char* ansiHalf = scanner_.position();
+    scanner_.advance();
+    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    work_ += static_cast<std::size_t>(scanner_.position() - ansiHalf);
+    if (completeness == Scanner::Completeness::whole) {
+        scanner_.skipLineEnds();
+        const std::string_view rest = scanner_.rest();
+        if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
+    }
+    // Going back costs a second walk, so it is not done without end.
+    if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
+}
+
+/// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.
+void Interpreter::skipAttachment() {
+    constexpr std::uint8_t kPlaceholder = 0xAC;
+    skipRestOfGroup();
+    scanner_.skipLineEnds();
+    const char* p = scanner_.position();
+    if (scanner_.hexByteAt(p) == kPlaceholder) {
+        scanner_.moveTo(p + 4);
+    } else if (static_cast<std::uint8_t>(scanner_.peek(0)) == kPlaceholder) {
+        scanner_.advance();
+    } else if (scanner_.rest().substr(0, 2) == "\u00AC") {
+        scanner_.moveTo(p + 2);
+    }
+}
+
+} // namespace quillow::rtf

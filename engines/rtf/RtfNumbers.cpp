@@ -1,0 +1,252 @@
+#include "engines/rtf/RtfNumbers.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace quillow::rtf {
+
+namespace {
+
+using Letters = std::u32string_view;
+
+constexpr Letters kLatinUpper = U"ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr Letters kLatinLower = U"abcdefghijklmnopqrstuvwxyz";
+constexpr Letters kRussianUpper = U"АБВГДЕЖЗИКЛМНОПРСТУФХЦЧШЩЫЭЮЯ";
+constexpr Letters kRussianLower = U"абвгдежзиклмнопрстуфхцчшщыэюя";
+constexpr Letters kAiueo =
+    U"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲン";
+constexpr Letters kIroha =
+    U"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフコエテアサキユメミシヱヒモセスン";
+constexpr Letters kCircled = U"①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳";
+constexpr Letters kGanada = U"가나다라마바사아자차카타파하";
+constexpr Letters kChosung = U"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ";
+constexpr Letters kHeavenlyStems = U"甲乙丙丁戊己庚辛壬癸";
+constexpr Letters kEarthlyBranches = U"子丑寅卯辰巳午未申酉戌亥";
+constexpr Letters kArabicAlphabet = U"أبتثجحخدذرزسشصضطظعغفقكلمنهوي";
+constexpr Letters kArabicAbjad = U"أبجدهوزحطيكلمنسعفصقرشتثخذضظغ";
+constexpr Letters kHebrew = U"אבגדהוזחטיכלמנסעפצקרשת";
+constexpr Letters kHindiVowels = U"अआइईउऊऋऌऍऎएऐऑऒओऔ";
+constexpr Letters kHindiConsonants = U"कखगघङचछजझञटठडढणतथदधनपफबभमयरलवशषसह";
+constexpr Letters kThai = U"กขคงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ";
+
+constexpr Letters kFullwidthDigits = U"０１２３４５６７８９";
+constexpr Letters kDevanagariDigits = U"०१२३४५६७८९";
+constexpr Letters kThaiDigits = U"๐๑๒๓๔๕๖๗๘๙";
+constexpr Letters kIdeographDigits = U"〇一二三四五六七八九";
+constexpr Letters kKoreanDigits = U"영일이삼사오육칠팔구";
+
+/// What comes after the last letter of an alphabet.
+enum class Beyond { repeat, wrap, digits };
+
+struct Alphabet {
+    int format;
+    Letters letters;
+    Beyond beyond;
+};
+
+constexpr Alphabet kAlphabets[] = {
+    {3, kLatinUpper, Beyond::repeat},     {4, kLatinLower, Beyond::repeat},   {12, kAiueo, Beyond::wrap},
+    {13, kIroha, Beyond::wrap},           {18, kCircled, Beyond::digits},     {20, kAiueo, Beyond::wrap},
+    {21, kIroha, Beyond::wrap},           {24, kGanada, Beyond::wrap},        {25, kChosung, Beyond::wrap},
+    {28, kCircled, Beyond::digits},       {30, kHeavenlyStems, Beyond::wrap}, {31, kEarthlyBranches, Beyond::wrap},
+    {46, kArabicAlphabet, Beyond::wrap},  {48, kArabicAbjad, Beyond::wrap},   {49, kHindiVowels, Beyond::wrap},
+    {50, kHindiConsonants, Beyond::wrap}, {53, kThai, Beyond::wrap},          {58, kRussianLower, Beyond::repeat},
+    {59, kRussianUpper, Beyond::repeat},
+};
+
+struct Digits {
+    int format;
+    Letters digits;
+};
+
+constexpr Digits kDigits[] = {
+    {14, kFullwidthDigits}, {19, kFullwidthDigits},  {33, kIdeographDigits}, {40, kIdeographDigits},
+    {44, kKoreanDigits},    {51, kDevanagariDigits}, {54, kThaiDigits},
+};
+
+/// Counting with a sign for each power of ten, as Chinese, Japanese and Korean do.
+struct Counting {
+    int format;
+    Letters digits;      ///< 0..9
+    Letters powers;      ///< 10, 100, 1000
+    bool onesBeforeTens; ///< whether 10 begins with the sign of one
+};
+
+constexpr Letters kPowers = U"十百千";
+constexpr Letters kFormalPowers = U"拾佰仟";
+constexpr Letters kFormalDigits = U"零壹貳參肆伍陸柒捌玖";
+constexpr Letters kSimplifiedFormalDigits = U"零壹贰叁肆伍陆柒捌玖";
+constexpr Letters kJapaneseFormalDigits = U"〇壱弐参四伍六七八九";
+
+constexpr Counting kCountings[] = {
+    {10, kIdeographDigits, kPowers, false},
+    {11, kIdeographDigits, kPowers, false},
+    {16, kJapaneseFormalDigits, U"拾百千", true},
+    {17, kIdeographDigits, kPowers, false},
+    {34, kFormalDigits, kFormalPowers, true},
+    {35, kIdeographDigits, kPowers, false},
+    {36, kIdeographDigits, kPowers, false},
+    {37, kIdeographDigits, kPowers, false},
+    {38, kSimplifiedFormalDigits, kFormalPowers, true},
+    {39, kIdeographDigits, kPowers, false},
+    {41, kIdeographDigits, kPowers, false},
+    {42, kKoreanDigits, U"십백천", false},
+    {43, kIdeographDigits, kPowers, false},
+};
+
+void appendDigits(std::u32string& out, std::uint32_t value, Letters digits) {
+    const std::size_t start = out.size();
+    do {
+        out.push_back(digits[value % 10]);
+        value /= 10;
+    } while (value != 0);
+    std::reverse(out.begin() + static_cast<std::ptrdiff_t>(start), out.end());
+}
+
+void appendArabic(std::u32string& out, std::uint32_t value) {
+    appendDigits(out, value, U"0123456789");
+}
+
+void appendAscii(std::u32string& out, std::string_view ascii) {
+    out.append(ascii.begin(), ascii.end());
+}
+
+void appendRoman(std::u32string& out, std::uint32_t value, bool upper) {
+    struct Numeral {
+        std::uint32_t value;
+        std::string_view letters;
+    };
+    constexpr Numeral kNumerals[] = {{1000, "m"}, {900, "cm"}, {500, "d"}, {400, "cd"}, {100, "c"},
+                                     {90, "xc"},  {50, "l"},   {40, "xl"}, {10, "x"},   {9, "ix"},
+                                     {5, "v"},    {4, "iv"},   {1, "i"}};
+    constexpr std::uint32_t kLargest = 32767; // what the format itself can count to; 32 + 15 letters
+    if (value == 0 || value > kLargest) return appendArabic(out, value);
+    for (const Numeral& numeral : kNumerals) {
+        for (; value >= numeral.value; value -= numeral.value)
+            for (const char letter : numeral.letters)
+                out.push_back(static_cast<char32_t>(upper ? letter - 'a' + 'A' : letter));
+    }
+}
+
+void appendLetters(std::u32string& out, const Alphabet& alphabet, std::uint32_t value) {
+    constexpr std::uint32_t kMostRepeats = 30; // 780 in Latin letters is the last such number
+    const auto size = static_cast<std::uint32_t>(alphabet.letters.size());
+    if (value == 0) return appendArabic(out, value);
+    const std::uint32_t round = (value - 1) / size;
+    const char32_t letter = alphabet.letters[(value - 1) % size];
+    if (round > 0 && (alphabet.beyond == Beyond::digits || round >= kMostRepeats)) return appendArabic(out, value);
+    out.append(alphabet.beyond == Beyond::repeat ? round + 1 : 1, letter);
+}
+
+void appendCounted(std::u32string& out, const Counting& counting, std::uint32_t value) {
+    if (value == 0 || value > 9999) return appendDigits(out, value, counting.digits);
+    bool zeroPending = false;
+    const std::size_t start = out.size();
+    std::uint32_t unit = 1000;
+    for (std::size_t power = 3;; --power, unit /= 10) {
+        const std::uint32_t digit = value / unit % 10;
+        if (digit == 0) {
+            zeroPending = out.size() > start;
+        } else {
+            if (zeroPending && counting.onesBeforeTens) out.push_back(counting.digits[0]);
+            zeroPending = false;
+            if (power == 0 || digit > 1 || counting.onesBeforeTens || out.size() > start)
+                out.push_back(counting.digits[digit]);
+            if (power > 0) out.push_back(counting.powers[power - 1]);
+        }
+        if (power == 0) return;
+    }
+}
+
+constexpr std::string_view kOnes[] = {"",         "One",     "Two",     "Three",     "Four",     "Five",    "Six",
+                                      "Seven",    "Eight",   "Nine",    "Ten",       "Eleven",   "Twelve",  "Thirteen",
+                                      "Fourteen", "Fifteen", "Sixteen", "Seventeen", "Eighteen", "Nineteen"};
+constexpr std::string_view kTens[] = {"",      "",      "Twenty",  "Thirty", "Forty",
+                                      "Fifty", "Sixty", "Seventy", "Eighty", "Ninety"};
+constexpr std::string_view kOrdinalOnes[] = {"",          "First",     "Second",      "Third",      "Fourth",
+                                             "Fifth",     "Sixth",     "Seventh",     "Eighth",     "Ninth",
+                                             "Tenth",     "Eleventh",  "Twelfth",     "Thirteenth", "Fourteenth",
+                                             "Fifteenth", "Sixteenth", "Seventeenth", "Eighteenth", "Nineteenth"};
+constexpr std::string_view kOrdinalTens[] = {"",         "",         "Twentieth",  "Thirtieth", "Fortieth",
+                                             "Fiftieth", "Sixtieth", "Seventieth", "Eightieth", "Ninetieth"};
+
+/// "1st", "2nd", "3rd", "11th".
+void appendOrdinal(std::u32string& out, std::uint32_t value) {
+    appendArabic(out, value);
+    const std::uint32_t tens = value % 100;
+    constexpr std::string_view kSuffixes[] = {"th", "st", "nd", "rd"};
+    const bool isTeen = tens >= 11 && tens <= 13;
+    appendAscii(out, isTeen || value % 10 > 3 ? kSuffixes[0] : kSuffixes[value % 10]);
+}
+
+void appendEnglish(std::u32string& out, std::uint32_t value, bool ordinal) {
+    if (value == 0 || value > 99) return ordinal ? appendOrdinal(out, value) : appendArabic(out, value);
+    if (value < 20) return appendAscii(out, ordinal ? kOrdinalOnes[value] : kOnes[value]);
+    const std::uint32_t ones = value % 10;
+    if (ones == 0) return appendAscii(out, ordinal ? kOrdinalTens[value / 10] : kTens[value / 10]);
+    appendAscii(out, kTens[value / 10]);
+    out.push_back('-');
+    const std::size_t last = out.size();
+    appendAscii(out, ordinal ? kOrdinalOnes[ones] : kOnes[ones]);
+    out[last] += 'a' - 'A';
+}
+
+/// Hebrew letters as numbers: 15 and 16 are written 9+6 and 9+7.
+void appendHebrewNumber(std::u32string& out, std::uint32_t value) {
+    if (value == 0 || value > 999) return appendArabic(out, value);
+    for (; value >= 400; value -= 400)
+        out.push_back(kHebrew[21]);
+    if (value >= 100) out.push_back(kHebrew[17 + value / 100]);
+    value %= 100;
+    if (value == 15 || value == 16) {
+        out.push_back(kHebrew[8]);
+        value -= 9;
+    } else if (value >= 10) {
+        out.push_back(kHebrew[8 + value / 10]);
+        value %= 10;
+    }
+    if (value > 0) out.push_back(kHebrew[value - 1]);
+}
+
+template <typename Table>
+const auto* findFormat(const Table& table, int format) {
+    const auto* found = std::find_if(std::begin(table), std::end(table),
+                                     [format](const auto& entry) { return entry.format == format; });
+    return found != std::end(table) ? found : nullptr;
+}
+
+} // namespace
+
+void appendNumber(std::u32string& out, int format, std::uint32_t value) {
+    switch (format) {
+    case kFormatBullet:
+    case kFormatNone: return;
+    case 1: return appendRoman(out, value, true);
+    case 2: return appendRoman(out, value, false);
+    case 5: return appendOrdinal(out, value);
+    case 6: return appendEnglish(out, value, false);
+    case 7: return appendEnglish(out, value, true);
+    case 22:
+        if (value < 10) out.push_back('0');
+        return appendArabic(out, value);
+    case 32: // the sixty-year cycle: a stem and a branch
+        if (value == 0) return appendArabic(out, value);
+        out.push_back(kHeavenlyStems[(value - 1) % kHeavenlyStems.size()]);
+        out.push_back(kEarthlyBranches[(value - 1) % kEarthlyBranches.size()]);
+        return;
+    case 45:
+    case 47: return appendHebrewNumber(out, value);
+    case 57:
+        appendAscii(out, "- ");
+        appendArabic(out, value);
+        return appendAscii(out, " -");
+    default: break;
+    }
+    if (const Alphabet* alphabet = findFormat(kAlphabets, format)) return appendLetters(out, *alphabet, value);
+    if (const Digits* digits = findFormat(kDigits, format)) return appendDigits(out, value, digits->digits);
+    if (const Counting* counting = findFormat(kCountings, format)) return appendCounted(out, *counting, value);
+    appendArabic(out, value);
+}
+
+} // namespace quillow::rtf

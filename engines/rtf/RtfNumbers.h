@@ -1,0 +1,19 @@
+// List numbers in words, letters and digits: the number formats of \levelnfc (RTF 1.9.1, "List Levels").
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillow::rtf {
+
+inline constexpr int kFormatArabic = 0;
+inline constexpr int kFormatBullet = 23;
+inline constexpr int kFormatNone = 255;
+
+/// Appends `value` in that format. Formats without letters for so large a value, and formats not known, give digits; bullets
+/// and \levelnfc255 give nothing. At most kMaxNumberLength characters are written.
+void appendNumber(std::u32string& out, int format, std::uint32_t value);
+
+inline constexpr std::size_t kMaxNumberLength = 64;
+
+} // namespace quillow::rtf

@@ -1,0 +1,76 @@
+// The delegate of a drag-and-drop application: it observes the drop area and holds what is being processed. What becomes of a
+// dropped path is the derived delegate's business; the hooks here do nothing.
+#pragma once
+
+#include "base/ActionSender.h"
+#include "frame/MWAppDelegateBase.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace quillow {
+
+class MWDragDropView;
+class ProgressIndicator;
+
+class MWDragDropBaseApp : public MWAppDelegateBase {
+public:
+    explicit MWDragDropBaseApp(const Platform& platform); // selector: init
+
+    /// Starts observing the drop area. A derived delegate that overrides one of these two calls it, so that the observation
+    /// begins and ends in pairs.
+    virtual void applicationDidFinishLaunching(const Notification& notification);
+    virtual void applicationWillTerminate(const Notification& notification);
+    [[nodiscard]] virtual bool applicationShouldTerminateAfterLastWindowClosed(Sender application = {});
+
+    /// True only for a folder, or a symbolic link to one.
+    [[nodiscard]] bool existFolderAtPath(const QString& path) const;
+    void taskStarted(Sender sender = {});
+    void openAlertPanelDestinationFolderNonExistant();
+
+    // Hooks.
+    virtual void openAlertPanelCantDropThisHere() {}
+    virtual void doProcess() {}
+    [[nodiscard]] virtual bool isAcceptedFileToConvertAtPath(const QString& path) const;
+    virtual void observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change& change,
+                                        void* context);
+
+    // What is being processed.
+    [[nodiscard]] std::optional<QString> fileToProcessPath() const { return fileToProcessPath_.get(); }
+    void setFileToProcessPath(const std::optional<QString>& path) { fileToProcessPath_.set(path); }
+    [[nodiscard]] QStringList fileToProcessPathArray() const { return fileToProcessPathArray_.get(); }
+    void setFileToProcessPathArray(const QStringList& paths) { fileToProcessPathArray_.set(paths); }
+    /// deliberate: kept for derived applications that process a bookmarked file; this product leaves it nil.
+    [[nodiscard]] std::optional<QByteArray> fileToProcessBookmark() const { return fileToProcessBookmark_.get(); }
+    void setFileToProcessBookmark(const std::optional<QByteArray>& bookmark) { fileToProcessBookmark_.set(bookmark); }
+    /// Whether the current task has finished: a boolean, begun with a capital letter on purpose.
+    [[nodiscard]] Boxed Done() const { return Done_.get(); }
+    void setDone(const Boxed& done) { Done_.set(done); }
+    [[nodiscard]] Boxed performingTask() const { return performingTask_.get(); }
+    void setPerformingTask(const Boxed& performingTask) { performingTask_.set(performingTask); }
+
+    // Outlets. An outlet that is null takes what it is told without effect.
+    [[nodiscard]] MWDragDropView* dragDropArea() const { return dragDropArea_; }
+    void setDragDropArea(MWDragDropView* dragDropArea) { dragDropArea_ = dragDropArea; }
+    [[nodiscard]] ProgressIndicator* progressIndicator() const { return progressIndicator_; }
+    void setProgressIndicator(ProgressIndicator* progressIndicator) { progressIndicator_ = progressIndicator; }
+    /// The main window: sheets are attached to it.
+    [[nodiscard]] Window* window() const { return window_; }
+    void setWindow(Window* window) { window_ = window; }
+
+private:
+    KVProperty<std::optional<QString>> fileToProcessPath_{*this, u"fileToProcessPath"};
+    KVProperty<QStringList> fileToProcessPathArray_{*this, u"fileToProcessPathArray"};
+    KVProperty<std::optional<QByteArray>> fileToProcessBookmark_{*this, u"fileToProcessBookmark"};
+    KVProperty<Boxed> Done_{*this, u"Done"};
+    KVProperty<Boxed> performingTask_{*this, u"performingTask"};
+    MWDragDropView* dragDropArea_ = nullptr;
+    ProgressIndicator* progressIndicator_ = nullptr;
+    Window* window_ = nullptr;
+    Observation dropObservation_;
+};
+
+} // namespace quillow

@@ -1,0 +1,79 @@
+#include "platform/qt/AlertBox.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+
+namespace quillow {
+namespace {
+
+constexpr QLatin1String kCancel("Cancel");
+
+/// Short messages would wrap their informative text into a column.
+constexpr int kMinimumCharacters = 60;
+
+QMessageBox::Icon iconFor(AlertStyle style) {
+    switch (style) {
+    case AlertStyle::warning: return QMessageBox::Warning;
+    case AlertStyle::informational: return QMessageBox::Information;
+    case AlertStyle::critical: return QMessageBox::Critical;
+    }
+    return QMessageBox::Warning;
+}
+
+} // namespace
+
+AlertBox::AlertBox(const Alert& alert, QWidget* parent)
+    : QMessageBox(parent) {
+    setWindowTitle(QStringLiteral("Quillow"));
+    setIcon(iconFor(alert.alertStyle));
+    setTextFormat(Qt::PlainText);
+    setText(alert.messageText);
+    setInformativeText(alert.informativeText);
+    if (auto* message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = message->font();
+        bold.setBold(true);
+        message->setFont(bold);
+        message->setMinimumWidth(message->fontMetrics().averageCharWidth() * kMinimumCharacters);
+    }
+    // The message box hands its text format to the message only.
+    if (auto* informative = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        informative->setTextFormat(Qt::PlainText);
+
+    const QStringList titles = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
+    for (const QString& title : titles) {
+        QPushButton* button = addButton(title, title == kCancel ? RejectRole : AcceptRole);
+        if (inOrderAdded_.isEmpty()) setDefaultButton(button);
+        if (title == kCancel) cancel_ = button;
+        inOrderAdded_.append(button);
+    }
+}
+
+int AlertBox::returnCode() const {
+    const qsizetype place = inOrderAdded_.indexOf(clickedButton());
+    return place < 0 ? kAlertDismissed : kAlertFirstButtonReturn + static_cast<int>(place);
+}
+
+// Qt lets Escape and the close button press a sole button, whatever it does.
+
+void AlertBox::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel))
+        dismiss();
+    else
+        QMessageBox::keyPressEvent(event);
+}
+
+void AlertBox::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (isVisible()) dismiss();
+}
+
+void AlertBox::dismiss() {
+    if (cancel_)
+        cancel_->click();
+    else
+        done(kAlertDismissed);
+}
+
+} // namespace quillow

@@ -1,0 +1,29 @@
+// The dialog of one alert. Its answer is the button's place in the alert's list, wherever the desktop's style puts it.
+#pragma once
+
+#include "platform/Alerts.h"
+
+#include <QList>
+#include <QMessageBox>
+
+namespace quillow {
+
+class AlertBox final : public QMessageBox {
+public:
+    AlertBox(const Alert& alert, QWidget* parent);
+
+    /// The code of the button that ended the dialog.
+    [[nodiscard]] int returnCode() const;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void dismiss();
+
+    QList<QAbstractButton*> inOrderAdded_;
+    QAbstractButton* cancel_ = nullptr;
+};
+
+} // namespace quillow

@@ -1,0 +1,25 @@
+// What a bookmark holds, and its bytes: a self-describing block, a tag and a CBOR map (RFC 8949).
+#pragma once
+
+#include "platform/qt/AccessRegistry.h"
+#include "platform/qt/FileIdentity.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace quillow {
+
+struct BookmarkBlock {
+    AccessMode mode = AccessMode::readWrite;
+    QByteArray path;                        ///< absolute, as the bytes that the file system uses
+    std::optional<QByteArray> relativePath; ///< from the document's folder; only in document-scoped bookmarks
+    FileIdentity identity;
+    std::optional<std::uint64_t> parentInode;
+
+    [[nodiscard]] QByteArray toBytes() const;
+    /// Nothing for bytes that are no bookmark of this version.
+    [[nodiscard]] static std::optional<BookmarkBlock> fromBytes(const QByteArray& bytes);
+};
+
+} // namespace quillow

@@ -1,0 +1,144 @@
+#include "platform/qt/BoxedText.h"
+
+#include <QCborArray>
+#include <QCborMap>
+#include <QCborValue>
+#include <QTimeZone>
+
+#include <type_traits>
+
+namespace quillow {
+namespace {
+
+/// Nesting that is read back; deeper values become nil.
+constexpr int kMaximumDepth = 16;
+
+QString percentEncoded(const QString& string) {
+    // By units, not by characters: a lone surrogate survives. "%XXXX" is one UTF-16 unit.
+    QString text;
+    for (const QChar unit : string) {
+        const char16_t code = unit.unicode();
+        const bool isPlain = code > 0x20 && code < 0x7F && code != u'%' && code != u'"' && code != u'\\' &&
+                             code != u';' && code != u',' && code != u'=';
+        if (isPlain)
+            text += unit;
+        else
+            text += QStringLiteral("%%1").arg(code, 4, 16, QLatin1Char('0'));
+    }
+    return text;
+}
+
+Boxed percentDecoded(QStringView text) {
+    QString string;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != QLatin1Char('%')) {
+            string += text[i];
+            continue;
+        }
+        bool isNumber = false;
+        const ushort code = text.mid(i + 1, 4).toUShort(&isNumber, 16);
+        if (!isNumber) return {};
+        string += QChar(code);
+        i += 4;
+    }
+    return string;
+}
+
+QString base64(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+QCborValue cborFromBoxed(const Boxed& value) {
+    if (const auto array = value.array()) {
+        QCborArray items;
+        for (const Boxed& item : *array)
+            items.append(cborFromBoxed(item));
+        return items;
+    }
+    if (const auto dictionary = value.dictionary()) {
+        QCborMap entries;
+        for (auto entry = dictionary->begin(); entry != dictionary->end(); ++entry)
+            entries.insert(QCborValue(entry.key()), cborFromBoxed(entry.value()));
+        return entries;
+    }
+    return value.isNil() ? QCborValue(nullptr) : QCborValue(textFromBoxed(value));
+}
+
+Boxed boxedFromCbor(const QCborValue& value, int depth) {
+    if (depth > kMaximumDepth) return {};
+    if (value.isString()) return boxedFromText(value.toString());
+    if (value.isArray()) {
+        Boxed::Array items;
+        for (const QCborValue item : value.toArray())
+            items.append(boxedFromCbor(item, depth + 1));
+        return items;
+    }
+    if (value.isMap()) {
+        Boxed::Dictionary entries;
+        const QCborMap map = value.toMap();
+        for (auto entry = map.begin(); entry != map.end(); ++entry)
+            entries.insert(entry.key().toString(), boxedFromCbor(entry.value(), depth + 1));
+        return entries;
+    }
+    return {};
+}
+
+} // namespace
+
+QString textFromBoxed(const Boxed& value) {
+    return std::visit(
+        [&value](const auto& held) -> QString {
+            using T = std::decay_t<decltype(held)>;
+            if constexpr (std::is_same_v<T, std::monostate>)
+                return {};
+            else if constexpr (std::is_same_v<T, bool>)
+                return held ? QStringLiteral("b:true") : QStringLiteral("b:false");
+            else if constexpr (std::is_same_v<T, std::int64_t>)
+                return QStringLiteral("i:") + QString::number(held);
+            else if constexpr (std::is_same_v<T, float>)
+                return QStringLiteral("f:") + QString::number(static_cast<double>(held), 'g', 9);
+            else if constexpr (std::is_same_v<T, double>)
+                return QStringLiteral("g:") + QString::number(held, 'g', 17);
+            else if constexpr (std::is_same_v<T, QString>)
+                return QStringLiteral("s:") + percentEncoded(held);
+            else if constexpr (std::is_same_v<T, QByteArray>)
+                return QStringLiteral("x:") + base64(held);
+            else if constexpr (std::is_same_v<T, QDateTime>)
+                return QStringLiteral("t:") + held.toUTC().toString(Qt::ISODateWithMs);
+            else
+                return QStringLiteral("j:") + base64(cborFromBoxed(value).toCbor());
+        },
+        value.value());
+}
+
+Boxed boxedFromText(const QString& text) {
+    if (text.size() < 2 || text[1] != QLatin1Char(':')) return {};
+    const QString rest = text.mid(2);
+    bool isNumber = false;
+    switch (text[0].unicode()) {
+    case u'b':
+        return rest == QLatin1String("true") ? Boxed(true) : rest == QLatin1String("false") ? Boxed(false) : Boxed();
+    case u'i': {
+        const qlonglong number = rest.toLongLong(&isNumber);
+        return isNumber ? Boxed(std::int64_t{number}) : Boxed();
+    }
+    case u'f': {
+        const float number = rest.toFloat(&isNumber);
+        return isNumber ? Boxed(number) : Boxed();
+    }
+    case u'g': {
+        const double number = rest.toDouble(&isNumber);
+        return isNumber ? Boxed(number) : Boxed();
+    }
+    case u's': return percentDecoded(rest);
+    case u'x': return QByteArray::fromBase64(rest.toLatin1());
+    case u't': {
+        const QDateTime instant = QDateTime::fromString(rest, Qt::ISODateWithMs);
+        return instant.isValid() ? Boxed(instant) : Boxed();
+    }
+    case u'j': return boxedFromCbor(QCborValue::fromCbor(QByteArray::fromBase64(rest.toLatin1())), 0);
+    default: return {};
+    }
+}
+
+} // namespace quillow

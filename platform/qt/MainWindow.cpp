@@ -1,0 +1,191 @@
+#include "platform/qt/MainWindow.h"
+
+#include "platform/qt/DocumentChooser.h"
+#include "platform/qt/DropArea.h"
+#include "platform/qt/ElidedLabel.h"
+#include "platform/qt/MainMenu.h"
+#include "platform/qt/QtLogView.h"
+#include "platform/qt/Spinner.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace quillow {
+namespace {
+
+constexpr int kInitialHeight = 580;
+constexpr int kMargin = 14;
+constexpr int kGap = 8;
+
+/// A label beside a value: quieter than the value, in any theme.
+QLabel* makeCaption(const QString& text) {
+    auto* label = new QLabel(text);
+    QPalette palette = label->palette();
+    QColor quiet = palette.color(QPalette::WindowText);
+    quiet.setAlphaF(0.7F);
+    palette.setColor(QPalette::WindowText, quiet);
+    label->setPalette(palette);
+    return label;
+}
+
+QFont bold(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
+
+MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
+    : workspace_(workspace)
+    , dropArea_(new DropArea(linkActionOfWindowSystem()))
+    , destination_(new ElidedLabel)
+    , convertedCount_(new QLabel)
+    , spinner_(new Spinner)
+    , logView_(new QtLogView) {
+    setWindowTitle(QStringLiteral("Quillow"));
+    menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
+
+    auto* logTitle = new QLabel(QStringLiteral("Message log"));
+    logTitle->setFont(bold(logTitle->font()));
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(kMargin, kGap, kMargin, kMargin - 2);
+    layout->setSpacing(kGap);
+    // The drop area's outline, drawn inside it, stands in line with the controls below.
+    auto* dropLine = new QHBoxLayout;
+    dropLine->setContentsMargins(-DropArea::kInset, 0, -DropArea::kInset, 0);
+    dropLine->addWidget(dropArea_);
+    layout->addLayout(dropLine);
+    layout->addLayout(makeDestinationLine());
+    layout->addWidget(logTitle);
+    layout->addWidget(logView_, 1);
+    layout->addLayout(makeLogCommands());
+    setCentralWidget(content);
+
+    setMinimumWidth(kMinimumWidth);
+    resize(kMinimumWidth, kInitialHeight);
+    dropArea_->setFocus();
+    setDestination(std::nullopt);
+    setConvertedCount(0);
+    setHasInput(false);
+    setHasOutput(false);
+
+    dropArea_->setDropHandler([this](const QStringList& paths) {
+        if (commands_.convert) commands_.convert(paths);
+    });
+    connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
+}
+
+MainWindow::~MainWindow() = default;
+
+QLayout* MainWindow::makeDestinationLine() {
+    QLabel* caption = makeCaption(QStringLiteral("Destination"));
+    destination_->setObjectName(QStringLiteral("destination"));
+    QPushButton* change =
+        makeButton(QStringLiteral("Chan&ge\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
+                   &MainWindowCommands::changeDestination);
+    QLabel* converted = makeCaption(QStringLiteral("Converted"));
+    convertedCount_->setFont(bold(convertedCount_->font()));
+    QPushButton* reset =
+        makeButton(QStringLiteral("&Reset"), QStringLiteral("Set the counter of converted documents to 0"),
+                   &MainWindowCommands::resetCounter);
+
+    auto* line = new QHBoxLayout;
+    line->setSpacing(kGap);
+    line->addWidget(caption);
+    line->addWidget(destination_);
+    line->addWidget(change);
+    line->addStretch(1);
+    line->addWidget(spinner_);
+    line->addWidget(converted);
+    line->addWidget(convertedCount_);
+    line->addWidget(reset);
+    return line;
+}
+
+QLayout* MainWindow::makeLogCommands() {
+    showOutput_ = makeButton(QStringLiteral("&Show Output"), QStringLiteral("Show the latest text in the file manager"),
+                             &MainWindowCommands::showOutput);
+    openOutput_ = makeButton(QStringLiteral("&Open Output"), QStringLiteral("Open the latest text"),
+                             &MainWindowCommands::openOutput);
+    showFolder_ = makeButton(QStringLiteral("Show Fol&der"), QStringLiteral("Show the destination in the file manager"),
+                             &MainWindowCommands::showFolder);
+    QPushButton* clear = makeButton(QStringLiteral("&Clear Log\u2026"), QStringLiteral("Clear the message log"),
+                                    &MainWindowCommands::clearLog);
+
+    auto* line = new QHBoxLayout;
+    line->setSpacing(kGap);
+    line->addWidget(showOutput_);
+    line->addWidget(openOutput_);
+    line->addWidget(showFolder_);
+    line->addStretch(1);
+    line->addWidget(clear);
+    return line;
+}
+
+QPushButton* MainWindow::makeButton(const QString& title, const QString& description,
+                                    std::function<void()> MainWindowCommands::*command) {
+    auto* button = new QPushButton(title);
+    button->setToolTip(description);
+    button->setAccessibleDescription(description);
+    connect(button, &QPushButton::clicked, this, [this, command] { run(command); });
+    return button;
+}
+
+void MainWindow::run(std::function<void()> MainWindowCommands::*command) const {
+    if (commands_.*command) (commands_.*command)();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    if (whenUp_) std::exchange(whenUp_, nullptr)();
+}
+
+void MainWindow::setCommands(const MainWindowCommands& commands) {
+    commands_ = commands;
+    menu_->setCommands(commands);
+}
+
+void MainWindow::setDestination(const std::optional<QString>& folder) {
+    destination_->setWholeText(folder.value_or(QStringLiteral("not chosen yet")));
+    destination_->setAccessibleName(QStringLiteral("Destination: ") + destination_->wholeText());
+    showFolder_->setEnabled(folder.has_value());
+    menu_->setHasFolder(folder.has_value());
+}
+
+void MainWindow::setConvertedCount(qint64 count) {
+    convertedCount_->setText(QLocale::c().toString(count));
+    convertedCount_->setAccessibleName(QStringLiteral("Converted: ") + convertedCount_->text());
+}
+
+void MainWindow::setHasInput(bool hasInput) {
+    menu_->setHasInput(hasInput);
+}
+
+void MainWindow::setHasOutput(bool hasOutput) {
+    showOutput_->setEnabled(hasOutput);
+    openOutput_->setEnabled(hasOutput);
+    menu_->setHasOutput(hasOutput);
+}
+
+void MainWindow::setUndoAction(const std::optional<QString>& actionName) {
+    menu_->setUndoAction(actionName);
+}
+
+void MainWindow::setRedoAction(const std::optional<QString>& actionName) {
+    menu_->setRedoAction(actionName);
+}
+
+void MainWindow::chooseDocuments() {
+    auto* chooser = new DocumentChooser(workspace_, this);
+    chooser->setHandler([this](const QStringList& paths) {
+        if (commands_.convert) commands_.convert(paths);
+    });
+    chooser->show();
+}
+
+} // namespace quillow

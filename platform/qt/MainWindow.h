@@ -1,0 +1,82 @@
+// The program's window: the drop area, where texts go and how many went, and the message log with its commands.
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Workspace.h"
+#include "platform/qt/MainWindowCommands.h"
+#include "platform/qt/QtWindow.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+
+class QLabel;
+class QPushButton;
+
+namespace quillow {
+
+class DropArea;
+class ElidedLabel;
+class MainMenu;
+class QtLogView;
+class Spinner;
+
+class MainWindow final : public QMainWindow {
+public:
+    static constexpr int kMinimumWidth = 615;
+
+    MainWindow(Alerts& alerts, const Workspace& workspace);
+    ~MainWindow() override;
+
+    void setCommands(const MainWindowCommands& commands);
+
+    /// The folder that texts go to; nothing while none is chosen.
+    void setDestination(const std::optional<QString>& folder);
+    void setConvertedCount(qint64 count);
+    /// Whether there is a latest document and a latest text to show and open.
+    void setHasInput(bool hasInput);
+    void setHasOutput(bool hasOutput);
+    /// What can be undone and redone; nothing for "not possible", an empty name for an action without one.
+    void setUndoAction(const std::optional<QString>& actionName);
+    void setRedoAction(const std::optional<QString>& actionName);
+
+    [[nodiscard]] QtWindow& window() { return window_; }
+    [[nodiscard]] DropArea& dropArea() { return *dropArea_; }
+    [[nodiscard]] QtLogView& logView() { return *logView_; }
+    [[nodiscard]] Spinner& spinner() { return *spinner_; }
+
+    /// Calls the handler once, when the window stands on the screen for the first time.
+    void callWhenUp(std::function<void()> handler) { whenUp_ = std::move(handler); }
+
+    /// Asks for documents in a dialog; what is chosen goes the road of a drop.
+    void chooseDocuments();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QLayout* makeDestinationLine();
+    [[nodiscard]] QLayout* makeLogCommands();
+    [[nodiscard]] QPushButton* makeButton(const QString& title, const QString& description,
+                                          std::function<void()> MainWindowCommands::*command);
+    void run(std::function<void()> MainWindowCommands::*command) const;
+
+    QtWindow window_{*this};
+    const Workspace& workspace_;
+    MainWindowCommands commands_;
+    std::function<void()> whenUp_;
+    DropArea* dropArea_;
+    ElidedLabel* destination_;
+    QLabel* convertedCount_;
+    Spinner* spinner_;
+    QtLogView* logView_;
+    QPushButton* showOutput_ = nullptr;
+    QPushButton* openOutput_ = nullptr;
+    QPushButton* showFolder_ = nullptr;
+    std::unique_ptr<MainMenu> menu_;
+};
+
+} // namespace quillow

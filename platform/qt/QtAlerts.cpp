@@ -1,0 +1,42 @@
+#include "platform/qt/QtAlerts.h"
+
+#include "platform/qt/AlertBox.h"
+#include "platform/qt/QtWindow.h"
+
+#include <utility>
+
+namespace quillow {
+namespace {
+
+class AlertSheet final : public Sheet {
+public:
+    AlertSheet(const Alert& alert, std::function<void(int)> handler)
+        : alert_(alert)
+        , handler_(std::move(handler)) {}
+
+    [[nodiscard]] bool asksTheSameAs(const Sheet& other) const override {
+        const auto* alert = dynamic_cast<const AlertSheet*>(&other);
+        return alert && alert->alert_ == alert_;
+    }
+    [[nodiscard]] QDialog* makeDialog(QWidget* window) const override { return new AlertBox(alert_, window); }
+    void takeAnswer(const QDialog& dialog, int) override {
+        returnCode_ = static_cast<const AlertBox&>(dialog).returnCode();
+    }
+    void complete() override {
+        if (handler_) handler_(returnCode_);
+    }
+
+private:
+    Alert alert_;
+    std::function<void(int)> handler_;
+    int returnCode_ = kAlertDismissed;
+};
+
+} // namespace
+
+void QtAlerts::beginSheetModalForWindow(const Alert& alert, Window* window,
+                                        std::function<void(int returnCode)> completionHandler) {
+    sheets_.begin(std::make_unique<AlertSheet>(alert, std::move(completionHandler)), QtWindow::widgetOf(window));
+}
+
+} // namespace quillow

@@ -1,0 +1,13 @@
+// The machine's clock.
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace quillow {
+
+class QtClock final : public Clock {
+public:
+    [[nodiscard]] QDateTime now() const override { return QDateTime::currentDateTime(); }
+};
+
+} // namespace quillow

@@ -1,0 +1,141 @@
+#include "platform/qt/QtFileSystem.h"
+
+#include "platform/qt/FileDescriptor.h"
+#include "platform/qt/PathBytes.h"
+
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace quillow {
+namespace {
+
+constexpr mode_t kModeOfNewFiles = 0666; // the umask takes its part
+constexpr int kNamesToTry = 100;
+
+/// The bytes of an absolute path, slashes at its end taken off; nothing for any other path.
+std::optional<QByteArray> systemPath(const QString& path) {
+    QByteArray bytes = pathToBytes(path);
+    while (bytes.size() > 1 && bytes.endsWith('/'))
+        bytes.chop(1);
+    return bytes.startsWith('/') && !bytes.contains('\0') ? std::optional(bytes) : std::nullopt;
+}
+
+/// The file that a write to `path` replaces: where the path is a symbolic link to something, that something.
+QByteArray replacedFile(const QByteArray& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.constData(), nullptr), &std::free);
+    return resolved ? QByteArray(resolved.get()) : path;
+}
+
+QByteArray folderOf(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash > 0 ? path.left(slash) : QByteArray("/");
+}
+
+struct TemporaryFile {
+    FileDescriptor descriptor;
+    QByteArray path;
+};
+
+/// A new, empty file with a hidden name of its own in the folder.
+TemporaryFile makeTemporaryFile(const QByteArray& folder) {
+    for (int i = 0; i < kNamesToTry; ++i) {
+        TemporaryFile file;
+        file.path = folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
+        file.descriptor =
+            FileDescriptor(::open(file.path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles));
+        if (file.descriptor.isOpen() || errno != EEXIST) return file;
+    }
+    return {};
+}
+
+bool writeAll(int descriptor, const QByteArray& bytes) {
+    for (qsizetype written = 0; written < bytes.size();) {
+        const ssize_t count =
+            ::write(descriptor, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        written += count;
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) const {
+    const auto name = systemPath(path);
+    if (!name) return std::nullopt;
+    // Not blocking, so that a named pipe under a document's name cannot hold the program up.
+    const FileDescriptor file(::open(name->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return std::nullopt;
+    if (!S_ISREG(status.st_mode) || status.st_size > kMaximumFileSize) return std::nullopt;
+
+    // One byte more than the size, so that the end of an unchanged file is met without growing.
+    QByteArray bytes(static_cast<qsizetype>(status.st_size) + 1, Qt::Uninitialized);
+    qsizetype length = 0;
+    while (true) {
+        if (length == bytes.size()) {
+            if (length > kMaximumFileSize) return std::nullopt;
+            bytes.resize(length * 2);
+        }
+        const ssize_t count =
+            ::read(file.number(), bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        length += count;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
+bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {
+    const auto name = systemPath(path);
+    struct stat status = {};
+    if (!name || ::stat(name->constData(), &status) != 0) return false;
+    if (isDirectory) *isDirectory = S_ISDIR(status.st_mode);
+    return true;
+}
+
+bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+    const auto name = systemPath(path);
+    if (!name) return false;
+    const QByteArray target = replacedFile(*name);
+    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target))) return false;
+
+    struct stat former = {};
+    const bool replaces = ::stat(target.constData(), &former) == 0;
+    if (replaces && S_ISDIR(former.st_mode)) return false;
+
+    const QByteArray folder = folderOf(target);
+    TemporaryFile temporary = makeTemporaryFile(folder);
+    if (!temporary.descriptor.isOpen()) return false;
+
+    bool isWritten = writeAll(temporary.descriptor.number(), bytes);
+    if (replaces && S_ISREG(former.st_mode)) {
+        // The owner first: changing it may take set-id bits away. Neither is worth failing for.
+        [[maybe_unused]] const int owner = ::fchown(temporary.descriptor.number(), former.st_uid, former.st_gid);
+        [[maybe_unused]] const int mode = ::fchmod(temporary.descriptor.number(), former.st_mode & 07777);
+    }
+    isWritten = isWritten && ::fsync(temporary.descriptor.number()) == 0;
+    isWritten = temporary.descriptor.close() && isWritten;
+    isWritten = isWritten && std::rename(temporary.path.constData(), target.constData()) == 0;
+    if (!isWritten) {
+        ::unlink(temporary.path.constData());
+        return false;
+    }
+    // The new name reaches the disk with its folder; a folder that cannot be synchronised is no failure of the write.
+    const FileDescriptor folderDescriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folderDescriptor.isOpen()) ::fsync(folderDescriptor.number());
+    return true;
+}
+
+} // namespace quillow

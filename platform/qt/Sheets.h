@@ -1,0 +1,52 @@
+// The sheets of the program's windows: a window shows one at a time, the others wait in order. A sheet that asks just what one
+// already showing or waiting on the same window asks joins that one and gets its answer, so that a drop of 500 documents asks
+// once.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+namespace quillow {
+
+class Sheet {
+public:
+    virtual ~Sheet() = default;
+    [[nodiscard]] virtual bool asksTheSameAs(const Sheet& other) const = 0;
+    [[nodiscard]] virtual QDialog* makeDialog(QWidget* window) const = 0;
+    /// Keeps for the handlers what the finished dialog answered.
+    virtual void takeAnswer(const QDialog& dialog, int result) = 0;
+    /// Tells the answer to whoever began this sheet.
+    virtual void complete() = 0;
+};
+
+class Sheets {
+public:
+    Sheets() = default;
+    Sheets(const Sheets&) = delete;
+    Sheets& operator=(const Sheets&) = delete;
+    ~Sheets();
+
+    /// Shows the sheet on the window (alone when it is null) as soon as that window is free. Returns at once; completion
+    /// comes from the event loop.
+    void begin(std::unique_ptr<Sheet> sheet, QWidget* window);
+
+private:
+    /// Sheets that ask the same; the first one makes the dialog.
+    using Round = std::vector<std::unique_ptr<Sheet>>;
+    struct Waiting {
+        Round round;
+        QPointer<QWidget> window;
+        QPointer<QDialog> dialog; ///< null until the round is shown
+    };
+
+    void showNext(QWidget* window);
+    void show(Waiting& waiting);
+    void finished(QDialog* dialog, int result);
+
+    std::vector<std::unique_ptr<Waiting>> waiting_;
+};
+
+} // namespace quillow

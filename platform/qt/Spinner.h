@@ -1,0 +1,32 @@
+// The progress indicator: an arc that turns. It keeps its place in the window while it is still.
+#pragma once
+
+#include "platform/ProgressIndicator.h"
+
+#include <QBasicTimer>
+#include <QWidget>
+
+namespace quillow {
+
+class Spinner final : public QWidget, public ProgressIndicator {
+public:
+    explicit Spinner(QWidget* parent = nullptr);
+
+    void startAnimation() override;
+    void stopAnimation() override;
+    [[nodiscard]] bool isAnimated() const { return timer_.isActive(); }
+    /// One step on, painted at once: for whoever waits without an event loop.
+    void turnNow();
+
+    [[nodiscard]] QSize sizeHint() const override { return {18, 18}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    QBasicTimer timer_;
+    int step_ = 0;
+};
+
+} // namespace quillow

@@ -1,0 +1,61 @@
+// The delegate over fakes, with a destination folder "/texts" chosen and in force, and a log to read.
+#pragma once
+
+#include "app/QuillowAppDelegate.h"
+#include "frame/MWDragDropView.h"
+#include "tests/fakes/FakeLogView.h"
+#include "tests/fakes/FakePlatform.h"
+#include "tests/fakes/FakeProgressIndicator.h"
+#include "tests/fakes/FakeWindow.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+namespace quillow {
+
+using namespace Qt::StringLiterals;
+
+struct DelegateFixture : testing::Test {
+    FakePlatform fakes;
+    FakeWindow window;
+    FakeProgressIndicator progressIndicator{fakes.journal};
+    FakeLogView log;
+    MWDragDropView dropArea;
+    QuillowAppDelegate delegate{fakes.platform()};
+
+    DelegateFixture() {
+        delegate.setWindow(&window);
+        delegate.setProgressIndicator(&progressIndicator);
+        delegate.setTextLog(&log);
+        delegate.setDragDropArea(&dropArea);
+        fakes.files.addFolder(u"/texts"_s);
+    }
+
+    QByteArray bookmarkOf(const QString& path) {
+        return MWBookmark(fakes.bookmarks).bookmarkForURL_RW(QUrl::fromLocalFile(path)).value();
+    }
+
+    /// Puts a folder in force, as a drop with a chosen folder does.
+    void putInForce(const QString& folder) {
+        delegate.setEffectiveDestinationBookmark(bookmarkOf(folder));
+        delegate.setEffectiveDestinationPath(folder);
+    }
+
+    /// The texts of the log's lines, without their stamps.
+    QStringList logLines() {
+        fakes.mainQueue.runAll();
+        QStringList lines;
+        for (const QString& line : log.string().split(u'\n').mid(1))
+            lines.append(line.section(u"} "_s, 1));
+        return lines;
+    }
+
+    static QString noText(const QString& path) { return u"Not able to extract any text from "_s + path; }
+    static QString converted(const QString& from, const QString& to) {
+        return u"Converted "_s + from + u"  >>  "_s + to;
+    }
+    std::optional<QByteArray> output(const QString& path) const { return fakes.files.contentsOfFile(path); }
+};
+
+} // namespace quillow

@@ -1,0 +1,108 @@
+#include "cli/Arguments.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::cli {
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+Arguments parsed(const Words& words) {
+    auto outcome = parseArguments(words);
+    if (const auto* const error = std::get_if<UsageError>(&outcome)) ADD_FAILURE() << error->message;
+    return std::get<Arguments>(std::move(outcome));
+}
+
+std::string complaint(const Words& words) {
+    const auto outcome = parseArguments(words);
+    const auto* const error = std::get_if<UsageError>(&outcome);
+    return error == nullptr ? std::string() : error->message;
+}
+
+TEST(Arguments, filesAloneTakeTheDefaults) {
+    const Arguments arguments = parsed({"a.rtf", "b.pdf"});
+
+    EXPECT_EQ(arguments.inputs, (std::vector<std::string>{"a.rtf", "b.pdf"}));
+    EXPECT_FALSE(arguments.outputFolder);
+    EXPECT_FALSE(arguments.type);
+    EXPECT_EQ(arguments.jobs, 0U);
+    EXPECT_EQ(arguments.options.listMarkers, ListMarkers::on);
+    EXPECT_EQ(arguments.options.pageMarks, PageMarks::off);
+    EXPECT_EQ(arguments.partial, PartialCountsAs::converted);
+    EXPECT_EQ(arguments.verbosity, Verbosity::normal);
+}
+
+TEST(Arguments, valuesStandApartOrTogether) {
+    for (const Words& words : {Words{"-o", "out", "-j", "3", "x"}, Words{"-oout", "-j3", "x"},
+                               Words{"--output", "out", "--jobs", "3", "x"}, Words{"--output=out", "--jobs=3", "x"}}) {
+        const Arguments arguments = parsed(words);
+        EXPECT_EQ(arguments.outputFolder, "out");
+        EXPECT_EQ(arguments.jobs, 3U);
+        EXPECT_EQ(arguments.inputs, std::vector<std::string>{"x"});
+    }
+}
+
+TEST(Arguments, optionsStandAnywhereBeforeTheDoubleDash) {
+    const Arguments arguments = parsed({"a.rtf", "--strict", "--", "--links", "-"});
+
+    EXPECT_EQ(arguments.partial, PartialCountsAs::failed);
+    EXPECT_EQ(arguments.options.links, LinkTargets::off);
+    EXPECT_EQ(arguments.inputs, (std::vector<std::string>{"a.rtf", "--links", "./-"}));
+}
+
+TEST(Arguments, textFormOptionsReachTheEngines) {
+    const Options options = parsed({"--page-marks", "ff", "--cells=line", "--no-list-markers", "--links",
+                                    "--hidden-text", "--headers-footers", "--reflow", "x"})
+                                .options;
+
+    EXPECT_EQ(options.pageMarks, PageMarks::formFeed);
+    EXPECT_EQ(options.cells, CellSeparator::line);
+    EXPECT_EQ(options.listMarkers, ListMarkers::off);
+    EXPECT_EQ(options.links, LinkTargets::afterText);
+    EXPECT_EQ(options.hiddenText, HiddenText::on);
+    EXPECT_EQ(options.headersFooters, HeadersFooters::on);
+    EXPECT_EQ(options.reflow, Reflow::joinLines);
+}
+
+TEST(Arguments, typeNamesAKind) {
+    EXPECT_EQ(parsed({"--type", "htm", "-"}).type, DocumentKind::html);
+    EXPECT_EQ(parsed({"-t", "rtfd", "-"}).type, DocumentKind::rtfd);
+    EXPECT_EQ(complaint({"--type", "doc", "-"}), "unknown type 'doc': rtf, rtfd, html or pdf");
+}
+
+TEST(Arguments, lettersMayBeJoined) {
+    const Arguments arguments = parsed({"-qj2", "x"});
+
+    EXPECT_EQ(arguments.verbosity, Verbosity::quiet);
+    EXPECT_EQ(arguments.jobs, 2U);
+}
+
+TEST(Arguments, jobsAreAPositiveNumber) {
+    for (const std::string_view value : {"0", "-1", "two", "", "3x", "99999999999999999999"})
+        EXPECT_NE(complaint({"-j", value, "x"}), "") << value;
+    EXPECT_EQ(parsed({"-j", "100000", "x"}).jobs, kMaximumJobs);
+}
+
+TEST(Arguments, mistakesAreNamed) {
+    EXPECT_EQ(complaint({}), "no input is given");
+    EXPECT_EQ(complaint({"-q"}), "no input is given");
+    EXPECT_EQ(complaint({"--colour", "x"}), "unknown option '--colour'");
+    EXPECT_EQ(complaint({"-z", "x"}), "unknown option '-z'");
+    EXPECT_EQ(complaint({"x", "-o"}), "option '-o' needs a value");
+    EXPECT_EQ(complaint({"x", "--output"}), "option '--output' needs a value");
+    EXPECT_EQ(complaint({"--strict=yes", "x"}), "option '--strict' takes no value");
+    EXPECT_EQ(complaint({"-o", "", "x"}), "the output folder's name is empty");
+    EXPECT_EQ(complaint({"-oa", "-ob", "x"}), "the output folder is given twice");
+    EXPECT_EQ(complaint({"-", "-"}), "standard input can be read only once");
+    EXPECT_EQ(complaint({"--page-marks", "lf", "x"}), "unknown page mark 'lf': ff");
+    EXPECT_EQ(complaint({"--cells", "comma", "x"}), "unknown cell separator 'comma': tab or line");
+}
+
+TEST(Arguments, helpAndVersionNeedNoInput) {
+    for (const std::string_view word : {"--help", "-h"})
+        EXPECT_EQ(std::get<Request>(parseArguments(Words{word})), Request::help);
+    EXPECT_EQ(std::get<Request>(parseArguments(Words{"--version"})), Request::version);
+}
+
+} // namespace
+} // namespace quillow::cli

@@ -1,0 +1,40 @@
+// Runs the real quillow-convert and tells what came of it.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace quillow::test {
+
+struct Outcome {
+    int exitCode = -1; ///< -1 where a signal ended it
+    int signal = 0;
+    std::string output;
+    std::string errors;
+};
+
+struct RunSetting {
+    std::string input;               ///< what standard input gives
+    std::string outputPath;          ///< where standard output goes instead of into Outcome::output
+    std::string folder;              ///< the working folder
+    std::vector<std::string> prefix; ///< a command that runs the program
+};
+
+/// A program under way; wait for it once.
+class Running {
+public:
+    Running(const std::vector<std::string>& arguments, const RunSetting& setting);
+    [[nodiscard]] pid_t process() const { return process_; }
+    [[nodiscard]] Outcome wait();
+
+private:
+    pid_t process_ = -1;
+    int output_ = -1;
+    int errors_ = -1;
+};
+
+[[nodiscard]] Outcome run(const std::vector<std::string>& arguments, const RunSetting& setting = {});
+
+} // namespace quillow::test

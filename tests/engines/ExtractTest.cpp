@@ -1,0 +1,80 @@
+#include "engines/Extract.h"
+
+#include "tests/engines/DataFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace quillow {
+namespace {
+
+using test::asBytes;
+
+Extraction read(std::string_view bytes, DocumentKind kind) {
+    return extract(asBytes(bytes), kind);
+}
+
+constexpr std::string_view kRtf = "{\\rtf1\\ansi Hello}";
+constexpr std::string_view kHtml = "<!DOCTYPE html><p>Hello</p>";
+
+std::string pdf() {
+    return test::fileContent(test::dataFile("pdf/plain.in"));
+}
+
+TEST(Extract, eachKindReachesItsEngine) {
+    EXPECT_EQ(read(kRtf, DocumentKind::rtf).text, "Hello\n");
+    EXPECT_EQ(read(kRtf, DocumentKind::rtfd).text, "Hello\n");
+    EXPECT_EQ(read(kHtml, DocumentKind::html).text, "Hello\n");
+    EXPECT_EQ(read(pdf(), DocumentKind::pdf).reason, Reason::ok);
+}
+
+TEST(Extract, noBytesAreDamagedButForHtml) {
+    EXPECT_EQ(read("", DocumentKind::rtf).reason, Reason::damaged);
+    EXPECT_EQ(read("", DocumentKind::rtfd).reason, Reason::damaged);
+    EXPECT_EQ(read("", DocumentKind::pdf).reason, Reason::damaged);
+    EXPECT_EQ(read("", DocumentKind::pdf).detail, "the file is empty");
+    EXPECT_EQ(read("", DocumentKind::html).reason, Reason::okEmpty);
+    EXPECT_EQ(read("", DocumentKind::html).text, "");
+}
+
+TEST(Extract, mislabelledContentIsNamed) {
+    const auto detail = [](std::string_view bytes, DocumentKind kind) {
+        const Extraction extraction = read(bytes, kind);
+        EXPECT_EQ(extraction.reason, Reason::wrongType);
+        EXPECT_FALSE(extraction.text);
+        return extraction.detail;
+    };
+
+    EXPECT_EQ(detail(pdf(), DocumentKind::rtf), "the content is a PDF");
+    EXPECT_EQ(detail(pdf(), DocumentKind::html), "the content is a PDF");
+    EXPECT_EQ(detail(kHtml, DocumentKind::rtf), "the content is an HTML page");
+    EXPECT_EQ(detail(kHtml, DocumentKind::pdf), "the content is an HTML page");
+    EXPECT_EQ(detail(kRtf, DocumentKind::html), "the content is an RTF document");
+    EXPECT_EQ(detail(kRtf, DocumentKind::pdf), "the content is an RTF document");
+    EXPECT_EQ(detail("\x89PNG\r\n\x1A\n", DocumentKind::html), "the content is a PNG image");
+    EXPECT_EQ(detail("PK\x03\x04", DocumentKind::rtf), "the content is a ZIP archive or an office document");
+    EXPECT_EQ(detail("GIF89a", DocumentKind::pdf), "the content is a GIF image");
+}
+
+TEST(Extract, textThatMentionsAPdfHeaderStaysText) {
+    EXPECT_EQ(read("Files begin with %PDF-1.4", DocumentKind::html).text, "Files begin with %PDF-1.4\n");
+}
+
+TEST(Extract, pdfBehindJunkIsAPdf) {
+    EXPECT_EQ(read("<html>" + pdf(), DocumentKind::pdf).reason, Reason::ok);
+}
+
+TEST(Extract, reasonsHaveNamesOfTheirOwn) {
+    std::set<std::string_view> names;
+    for (int i = 0; i <= static_cast<int>(Reason::skipped); ++i)
+        names.insert(reasonName(static_cast<Reason>(i)));
+
+    EXPECT_EQ(names.size(), 14U);
+    EXPECT_EQ(reasonName(Reason::okEmpty), "ok-empty");
+    EXPECT_EQ(reasonName(Reason::noTextLayer), "no-text-layer");
+    EXPECT_EQ(reasonName(Reason::outOfMemory), "out-of-memory");
+}
+
+} // namespace
+} // namespace quillow

@@ -1,0 +1,299 @@
+// The main window: its controls run the commands, it shows what it is told, and nothing in it is without a name.
+#include "platform/qt/MainWindow.h"
+
+#include "platform/qt/BackgroundTextReaders.h"
+#include "platform/qt/DocumentChooser.h"
+#include "platform/qt/DropArea.h"
+#include "platform/qt/ElidedLabel.h"
+#include "platform/qt/QtLogView.h"
+#include "platform/qt/TerminationSignals.h"
+#include "tests/fakes/FakeAlerts.h"
+#include "tests/platform/FileWorlds.h"
+#include "tests/platform/Waiting.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSet>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+
+namespace quillow {
+namespace {
+
+class MainWindowTest : public testing::Test {
+protected:
+    void SetUp() override {
+        MainWindowCommands commands;
+        const auto note = [this](const char* name) { return [this, name] { called_.append(QLatin1String(name)); }; };
+        commands.convert = [this](const QStringList& paths) { converted_ += paths; };
+        commands.changeDestination = note("changeDestination");
+        commands.resetCounter = note("resetCounter");
+        commands.showInput = note("showInput");
+        commands.openInput = note("openInput");
+        commands.showOutput = note("showOutput");
+        commands.openOutput = note("openOutput");
+        commands.showFolder = note("showFolder");
+        commands.clearLog = note("clearLog");
+        commands.undo = note("undo");
+        commands.redo = note("redo");
+        commands.quit = note("quit");
+        window_.setCommands(commands);
+        window_.show();
+        runEvents();
+    }
+    void enableAll() {
+        window_.setDestination(QStringLiteral("/home/user/Texts"));
+        window_.setHasInput(true);
+        window_.setHasOutput(true);
+        window_.setUndoAction(QStringLiteral("Clear Log"));
+        window_.setRedoAction(QString());
+    }
+    static QString plain(QString title) { return title.remove(u'&').remove(QChar(0x2026)); }
+    QList<QAction*> items() const {
+        QList<QAction*> items;
+        for (const QAction* menu : window_.menuBar()->actions())
+            for (QAction* item : menu->menu()->actions())
+                if (!item->isSeparator()) items.append(item);
+        return items;
+    }
+
+    DiskFileWorld world_;
+    FakeAlerts alerts_;
+    MainWindow window_{alerts_, world_.workspace};
+    QStringList called_;
+    QStringList converted_;
+};
+
+TEST_F(MainWindowTest, buttonsRunTheirCommands) {
+    enableAll();
+    for (auto* button : window_.findChildren<QPushButton*>())
+        button->click();
+    called_.sort();
+    EXPECT_EQ(called_, QStringList({QStringLiteral("changeDestination"), QStringLiteral("clearLog"),
+                                    QStringLiteral("openOutput"), QStringLiteral("resetCounter"),
+                                    QStringLiteral("showFolder"), QStringLiteral("showOutput")}));
+}
+
+TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
+    enableAll();
+    for (QAction* item : items()) {
+        if (plain(item->text()) == QStringLiteral("Copy")) continue; // enabled by a selection
+        EXPECT_TRUE(item->isEnabled()) << item->text().toStdString();
+    }
+    for (QAction* item : items()) {
+        const QString title = plain(item->text());
+        if (title == QStringLiteral("Minimize") || title == QStringLiteral("Close Window")) continue;
+        item->trigger();
+    }
+    for (const char* name : {"changeDestination", "resetCounter", "showInput", "openInput", "showOutput", "openOutput",
+                             "showFolder", "clearLog", "undo", "redo", "quit"})
+        EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
+    ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
+    EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
+    EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
+}
+
+TEST_F(MainWindowTest, shortcutsAndMnemonicsAreUnique) {
+    QSet<QString> keys;
+    for (const QAction* item : items()) {
+        if (item->shortcut().isEmpty()) continue;
+        EXPECT_FALSE(keys.contains(item->shortcut().toString())) << item->text().toStdString();
+        keys.insert(item->shortcut().toString());
+    }
+    // Menu titles and buttons share the Alt key.
+    QSet<QChar> mnemonics;
+    const auto take = [&mnemonics](const QString& title) {
+        const qsizetype mark = title.indexOf(u'&');
+        ASSERT_GE(mark, 0) << title.toStdString();
+        EXPECT_FALSE(mnemonics.contains(title[mark + 1].toLower())) << title.toStdString();
+        mnemonics.insert(title[mark + 1].toLower());
+    };
+    for (const QAction* menu : window_.menuBar()->actions())
+        take(menu->text());
+    for (const auto* button : window_.findChildren<QPushButton*>())
+        take(button->text());
+}
+
+TEST_F(MainWindowTest, mnemonicsOfAMenuAreUnique) {
+    enableAll();
+    for (const QAction* menu : window_.menuBar()->actions()) {
+        QSet<QChar> mnemonics;
+        for (const QAction* item : menu->menu()->actions()) {
+            if (item->isSeparator()) continue;
+            const qsizetype mark = item->text().indexOf(u'&');
+            ASSERT_GE(mark, 0) << item->text().toStdString();
+            EXPECT_FALSE(mnemonics.contains(item->text()[mark + 1].toLower())) << item->text().toStdString();
+            mnemonics.insert(item->text()[mark + 1].toLower());
+        }
+    }
+}
+
+TEST_F(MainWindowTest, whatCannotBeDoneIsDisabled) {
+    const auto isEnabled = [this](const char16_t* title) {
+        for (const QAction* item : items())
+            if (plain(item->text()) == QString::fromUtf16(title)) return item->isEnabled();
+        ADD_FAILURE() << QString::fromUtf16(title).toStdString();
+        return false;
+    };
+    for (const char16_t* title : {u"Undo", u"Redo", u"Show Output", u"Open Output", u"Show Folder", u"Show Document"})
+        EXPECT_FALSE(isEnabled(title)) << QString::fromUtf16(title).toStdString();
+    enableAll();
+    for (const char16_t* title :
+         {u"Undo Clear Log", u"Redo", u"Show Output", u"Open Output", u"Show Folder", u"Show Document"})
+        EXPECT_TRUE(isEnabled(title)) << QString::fromUtf16(title).toStdString();
+}
+
+TEST_F(MainWindowTest, showsTheDestinationAsPlainText) {
+    window_.setDestination(QStringLiteral("<b>/home/user/Texts</b>"));
+    const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
+    EXPECT_EQ(label->wholeText(), QStringLiteral("<b>/home/user/Texts</b>"));
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(label->toolTip().contains(QStringLiteral("&lt;b&gt;")));
+}
+
+TEST_F(MainWindowTest, aLongDestinationDoesNotWidenTheWindow) {
+    window_.resize(MainWindow::kMinimumWidth, 500);
+    window_.setDestination(QStringLiteral("/home/user/") + QString(400, u'x'));
+    window_.setConvertedCount(1234567);
+    runEvents();
+    EXPECT_EQ(window_.width(), MainWindow::kMinimumWidth);
+    EXPECT_LE(window_.minimumSizeHint().width(), MainWindow::kMinimumWidth);
+}
+
+TEST_F(MainWindowTest, everyControlHasAName) {
+    std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* control) {
+        const QSet<QAccessible::Role> needName{QAccessible::PushButton,   QAccessible::CheckBox,
+                                               QAccessible::EditableText, QAccessible::ComboBox,
+                                               QAccessible::MenuItem,     QAccessible::StaticText};
+        if (needName.contains(control->role()) && !control->state().invisible) {
+            EXPECT_FALSE(control->text(QAccessible::Name).isEmpty()) << control->role();
+        }
+        for (int i = 0; i < control->childCount(); ++i)
+            if (auto* child = control->child(i)) walk(child);
+    };
+    walk(QAccessible::queryAccessibleInterface(&window_));
+    auto* area = QAccessible::queryAccessibleInterface(&window_.dropArea());
+    EXPECT_EQ(area->role(), QAccessible::PushButton);
+    EXPECT_EQ(area->text(QAccessible::Name), QStringLiteral("Drop documents here"));
+    EXPECT_TRUE(area->text(QAccessible::Description).contains(QStringLiteral("Ctrl+O")));
+}
+
+TEST_F(MainWindowTest, chosenDocumentsGoTheRoadOfADrop) {
+    world_.addFile(world_.root() + QStringLiteral("/a.rtf"), "x");
+    world_.addFile(world_.root() + QStringLiteral("/Letter.rtfd/TXT.rtf"), "x");
+    window_.dropArea().click();
+    auto* chooser = window_.findChild<DocumentChooser*>();
+    ASSERT_NE(chooser, nullptr);
+    chooser->setDirectory(world_.root());
+    auto* name = chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    name->setText(QStringLiteral("\"a.rtf\" \"Letter.rtfd\""));
+    QTest::keyClick(name, Qt::Key_Return);
+    runEvents();
+    EXPECT_EQ(converted_,
+              QStringList({world_.root() + QStringLiteral("/a.rtf"), world_.root() + QStringLiteral("/Letter.rtfd")}));
+    EXPECT_TRUE(window_.findChildren<DocumentChooser*>().isEmpty());
+}
+
+TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
+    world_.addFile(world_.root() + QStringLiteral("/Letter.rtfd/TXT.rtf"), "x");
+    window_.chooseDocuments();
+    auto* chooser = window_.findChild<DocumentChooser*>();
+    Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Letter.rtfd"));
+    runEvents();
+    EXPECT_EQ(converted_, QStringList{world_.root() + QStringLiteral("/Letter.rtfd")});
+}
+
+TEST_F(MainWindowTest, tellsOnceWhenItIsUp) {
+    MainWindow other(alerts_, world_.workspace);
+    int times = 0;
+    other.callWhenUp([&times] { ++times; });
+    runEvents();
+    EXPECT_EQ(times, 0);
+    other.show();
+    EXPECT_TRUE(waitUntil([&times] { return times > 0; }));
+    other.repaint();
+    EXPECT_EQ(times, 1);
+}
+
+TEST_F(MainWindowTest, undoOfTheTextViewIsNotOurs) {
+    // The menu's undo must not end in the widget's.
+    EXPECT_FALSE(window_.logView().isUndoRedoEnabled());
+}
+
+/// A reader that takes its time: until the main thread has painted a few frames.
+class SlowReader final : public HtmlTextReader {
+public:
+    explicit SlowReader(const std::atomic<int>& frames)
+        : frames_(frames) {}
+    std::optional<AttributedString> initWithHTML(const QByteArray& bytes) override {
+        thread = std::this_thread::get_id();
+        for (int i = 0; i < 6000 && frames_ < 3; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        return AttributedString{bytes};
+    }
+    std::thread::id thread;
+
+private:
+    const std::atomic<int>& frames_;
+};
+
+/// Counts how often a widget is painted.
+class PaintCounter final : public QObject {
+public:
+    std::atomic<int> count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++count;
+        return false;
+    }
+};
+
+TEST_F(MainWindowTest, theSpinnerTurnsAndNothingReEntersDuringALongReading) {
+    PaintCounter frames;
+    window_.spinner().installEventFilter(&frames);
+    SlowReader slow(frames.count);
+    const BackgroundWork work(&window_.spinner());
+    BackgroundHtmlTextReader reader(slow, work);
+    bool isReading = false;
+    int reEntries = 0;
+    int later = 0;
+    const auto note = [&] { isReading ? ++reEntries : ++later; };
+    // Timers, posted calls, and input that is already in the queue.
+    QTimer::singleShot(0, &window_, note);
+    QMetaObject::invokeMethod(&window_, note, Qt::QueuedConnection);
+
+    window_.spinner().startAnimation();
+    isReading = true;
+    const auto text = reader.initWithHTML("text");
+    isReading = false;
+    window_.spinner().stopAnimation();
+
+    EXPECT_EQ(text, AttributedString{"text"});
+    EXPECT_NE(slow.thread, std::this_thread::get_id());
+    EXPECT_GE(frames.count, 3);
+    EXPECT_EQ(reEntries, 0);
+    runEvents();
+    EXPECT_EQ(later, 2);
+}
+
+TEST(TerminationSignals, aSignalBecomesACallOnTheMainThread) {
+    std::thread::id where;
+    const TerminationSignals guard([&where] { where = std::this_thread::get_id(); });
+    std::raise(SIGTERM);
+    EXPECT_EQ(where, std::thread::id());
+    EXPECT_TRUE(waitUntil([&where] { return where != std::thread::id(); }));
+    EXPECT_EQ(where, std::this_thread::get_id());
+}
+
+} // namespace
+} // namespace quillow

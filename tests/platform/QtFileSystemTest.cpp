@@ -1,0 +1,159 @@
+// What the disk's file system does beyond the contract: modes, links, pipes, names that are not UTF-8, a full disk.
+#include "platform/qt/PathBytes.h"
+#include "tests/platform/FileWorlds.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace quillow {
+namespace {
+
+class QtFileSystemTest : public testing::Test {
+protected:
+    QString at(const char16_t* name) const { return world_.root() + u'/' + QString::fromUtf16(name); }
+    QByteArray name(const char16_t* name) const { return pathToBytes(at(name)); }
+    mode_t modeOf(const char16_t* file) const {
+        struct stat status = {};
+        EXPECT_EQ(::stat(name(file).constData(), &status), 0);
+        return status.st_mode & 07777U;
+    }
+    QStringList entries() const {
+        return QDir(world_.root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    DiskFileWorld world_;
+};
+
+TEST_F(QtFileSystemTest, aNewFileGetsTheModeOfTheUmask) {
+    const mode_t former = ::umask(027);
+    EXPECT_TRUE(world_.fileSystem.writeToFileAtomically("x", at(u"new.txt")));
+    ::umask(former);
+    EXPECT_EQ(modeOf(u"new.txt"), 0640U);
+}
+
+TEST_F(QtFileSystemTest, aReplacedFileKeepsItsMode) {
+    world_.addFile(at(u"old.txt"), "old");
+    ASSERT_EQ(::chmod(name(u"old.txt").constData(), 0604), 0);
+    EXPECT_TRUE(world_.fileSystem.writeToFileAtomically("x", at(u"old.txt")));
+    EXPECT_EQ(modeOf(u"old.txt"), 0604U);
+}
+
+TEST_F(QtFileSystemTest, aWriteThroughALinkReplacesWhatTheLinkLeadsTo) {
+    world_.addFile(at(u"kept/real.txt"), "old");
+    world_.addSymbolicLink(at(u"link.txt"), at(u"kept/real.txt"));
+    EXPECT_TRUE(world_.fileSystem.writeToFileAtomically("new", at(u"link.txt")));
+    EXPECT_TRUE(QFileInfo(at(u"link.txt")).isSymLink());
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(at(u"kept/real.txt")), QByteArray("new"));
+}
+
+TEST_F(QtFileSystemTest, aLinkOutOfAReadOnlyFolderIsNoWayIntoAnother) {
+    world_.addFile(at(u"ro/real.txt"), "old");
+    world_.addSymbolicLink(at(u"link.txt"), at(u"ro/real.txt"));
+    world_.access.start(QFileInfo(at(u"ro")).canonicalFilePath(), AccessMode::readOnly);
+    EXPECT_FALSE(world_.fileSystem.writeToFileAtomically("new", at(u"link.txt")));
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(at(u"ro/real.txt")), QByteArray("old"));
+}
+
+TEST_F(QtFileSystemTest, aFailedWriteLeavesTheOldFileAndNothingElse) {
+    world_.addFile(at(u"old.txt"), "old");
+    // Files may grow to 1000 bytes only, as on a full disk.
+    struct rlimit former = {};
+    ::getrlimit(RLIMIT_FSIZE, &former);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = former;
+    small.rlim_cur = 1000;
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const bool isWritten = world_.fileSystem.writeToFileAtomically(QByteArray(5000, 'x'), at(u"old.txt"));
+    ::setrlimit(RLIMIT_FSIZE, &former);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(isWritten);
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(at(u"old.txt")), QByteArray("old"));
+    EXPECT_EQ(entries(), QStringList{QStringLiteral("old.txt")});
+}
+
+TEST_F(QtFileSystemTest, leavesNoTemporaryFileBehind) {
+    EXPECT_TRUE(world_.fileSystem.writeToFileAtomically("x", at(u"a.txt")));
+    EXPECT_EQ(entries(), QStringList{QStringLiteral("a.txt")});
+}
+
+TEST_F(QtFileSystemTest, doesNotWaitForANamedPipe) {
+    ASSERT_EQ(::mkfifo(name(u"pipe.rtf").constData(), 0600), 0);
+    EXPECT_FALSE(world_.fileSystem.contentsOfFile(at(u"pipe.rtf")).has_value());
+}
+
+TEST_F(QtFileSystemTest, readsFilesWhoseSizeIsNotKnownBefore) {
+    const auto status = world_.fileSystem.contentsOfFile(QStringLiteral("/proc/self/status"));
+    ASSERT_TRUE(status.has_value());
+    EXPECT_TRUE(status->contains("VmPeak"));
+}
+
+TEST_F(QtFileSystemTest, refusesFilesTooLargeForMemory) {
+    const int file = ::open(name(u"huge.pdf").constData(), O_CREAT | O_WRONLY, 0600);
+    ASSERT_GE(file, 0);
+    ASSERT_EQ(::ftruncate(file, QtFileSystem::kMaximumFileSize + 1), 0);
+    ::close(file);
+    EXPECT_FALSE(world_.fileSystem.contentsOfFile(at(u"huge.pdf")).has_value());
+}
+
+TEST_F(QtFileSystemTest, refusesRelativePathsAndNullCharacters) {
+    EXPECT_FALSE(world_.fileSystem.writeToFileAtomically("x", QStringLiteral("relative.txt")));
+    EXPECT_FALSE(world_.fileSystem.writeToFileAtomically("x", at(u"a") + QChar::Null + QStringLiteral("b")));
+    EXPECT_TRUE(entries().isEmpty());
+}
+
+TEST_F(QtFileSystemTest, namesThatAreNotUtf8AreReachable) {
+    const QByteArray raw = pathToBytes(world_.root()) + "/caf\xE9.rtf";
+    const int file = ::open(raw.constData(), O_CREAT | O_WRONLY, 0600);
+    ASSERT_GE(file, 0);
+    ASSERT_EQ(::write(file, "x", 1), 1);
+    ::close(file);
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(pathFromBytes(raw)), QByteArray("x"));
+    ::unlink(raw.constData()); // QTemporaryDir cannot
+}
+
+TEST(PathBytes, everyByteSurvivesTheWayThereAndBack) {
+    QByteArray all;
+    for (int byte = 1; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    for (const QByteArray& bytes :
+         {all, QByteArray("/a/\xF0\x9F\x98\x80\xC3\xA9"), QByteArray("\xED\xA0\x80\xC0\xAF\xF4\x90\x80\x80"),
+          QByteArray("\xE2\x82"), QByteArray()})
+        EXPECT_EQ(pathToBytes(pathFromBytes(bytes)), bytes);
+    EXPECT_EQ(pathFromBytes("\xC3\xA9\xF0\x9F\x98\x80"), QStringLiteral("\u00E9\U0001F600"));
+}
+
+TEST(PathBytes, fileUrlsKeepEveryByteAndLoseTrailingSlashes) {
+    const QString path = pathFromBytes("/a b/it's \"%41\"?#;caf\xE9");
+    EXPECT_EQ(pathFromFileUrl(fileUrlFromPath(path)), path);
+    EXPECT_EQ(pathFromFileUrl(QUrl(QStringLiteral("file:///x/Letter.rtfd//"))), QStringLiteral("/x/Letter.rtfd"));
+    EXPECT_EQ(pathFromFileUrl(QUrl(QStringLiteral("file:///"))), QStringLiteral("/"));
+}
+
+TEST(AccessRegistry, theInnermostOpenedFolderDecides) {
+    AccessRegistry access;
+    access.start(QStringLiteral("/a"), AccessMode::readOnly);
+    access.start(QStringLiteral("/a/b"), AccessMode::readWrite);
+    EXPECT_FALSE(access.mayWrite(QStringLiteral("/a/x")));
+    EXPECT_TRUE(access.mayWrite(QStringLiteral("/a/b/x")));
+    EXPECT_TRUE(access.mayWrite(QStringLiteral("/ab/x")));
+}
+
+TEST(AccessRegistry, nestedOpeningsAreCounted) {
+    AccessRegistry access;
+    access.start(QStringLiteral("/a"), AccessMode::readOnly);
+    access.start(QStringLiteral("/a"), AccessMode::readOnly);
+    access.stop(QStringLiteral("/a"));
+    EXPECT_FALSE(access.mayWrite(QStringLiteral("/a/x")));
+    access.stop(QStringLiteral("/a"));
+    EXPECT_TRUE(access.mayWrite(QStringLiteral("/a/x")));
+    access.stop(QStringLiteral("/a"));
+    EXPECT_TRUE(access.mayWrite(QStringLiteral("/a/x")));
+}
+
+} // namespace
+} // namespace quillow

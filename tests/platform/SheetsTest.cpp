@@ -1,0 +1,228 @@
+// Alerts and panels as sheets: what they answer, how they wait for one another, and which of them ask only once.
+#include "platform/qt/AlertBox.h"
+#include "platform/qt/FileDialog.h"
+#include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtPanels.h"
+#include "platform/qt/QtWindow.h"
+#include "tests/platform/Waiting.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quillow {
+namespace {
+
+class SheetsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        widget_.resize(600, 400);
+        widget_.show();
+        runEvents();
+    }
+
+    void begin(const Alert& alert) {
+        alerts_.beginSheetModalForWindow(alert, &window_, [this](int code) { codes_.push_back(code); });
+    }
+    void begin(const OpenPanel& panel) {
+        panels_.beginSheetModalForWindow(panel, &window_,
+                                         [this](const std::optional<QUrl>& url) { urls_.push_back(url); });
+    }
+    /// The sheets that are to be seen now.
+    template <class Dialog>
+    QList<Dialog*> visible() const {
+        QList<Dialog*> dialogs;
+        for (auto* dialog : widget_.findChildren<Dialog*>())
+            if (dialog->isVisible()) dialogs.append(dialog);
+        return dialogs;
+    }
+    AlertBox* alertBox() const { return visible<AlertBox>().value(0); }
+    QAbstractButton* button(const char16_t* title) const {
+        for (QAbstractButton* button : alertBox()->buttons())
+            if (button->text().remove(u'&') == QString::fromUtf16(title)) return button;
+        return nullptr;
+    }
+    void press(const char16_t* title) {
+        ASSERT_NE(button(title), nullptr);
+        button(title)->click();
+        runEvents();
+    }
+    static Alert alert(const char16_t* message, const QStringList& buttons = {}) {
+        return {QString::fromUtf16(message), QStringLiteral("informative"), AlertStyle::warning, buttons};
+    }
+    static OpenPanel folderPanel() {
+        OpenPanel panel;
+        panel.canChooseDirectories = true;
+        panel.canChooseFiles = false;
+        panel.prompt = QStringLiteral("Select");
+        panel.message = QStringLiteral("Please select the destination folder");
+        return panel;
+    }
+
+    QWidget widget_;
+    QtWindow window_{widget_};
+    Sheets sheets_;
+    QtAlerts alerts_{sheets_};
+    QtPanels panels_{sheets_};
+    std::vector<int> codes_;
+    std::vector<std::optional<QUrl>> urls_;
+    const QStringList openOrCancel_{QStringLiteral("Open Preferences"), QStringLiteral("Cancel")};
+};
+
+TEST_F(SheetsTest, anAlertReturnsAtOnceAndIsASheetOfItsWindow) {
+    begin(alert(u"message"));
+    ASSERT_NE(alertBox(), nullptr);
+    EXPECT_TRUE(codes_.empty());
+    EXPECT_EQ(alertBox()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(alertBox()->text(), QStringLiteral("message"));
+    EXPECT_EQ(alertBox()->informativeText(), QStringLiteral("informative"));
+}
+
+TEST_F(SheetsTest, withoutButtonsThereIsOneNamedOk) {
+    begin(alert(u"message"));
+    press(u"OK");
+    EXPECT_EQ(codes_, std::vector<int>{kAlertFirstButtonReturn});
+    EXPECT_EQ(alertBox(), nullptr);
+}
+
+TEST_F(SheetsTest, codesFollowTheOrderInWhichButtonsWereAdded) {
+    const QStringList titles{QStringLiteral("Cancel"), QStringLiteral("B"), QStringLiteral("A")};
+    for (const char16_t* title : {u"Cancel", u"B", u"A"}) {
+        begin(alert(title, titles));
+        press(title);
+    }
+    EXPECT_EQ(codes_, (std::vector<int>{1000, 1001, 1002}));
+}
+
+TEST_F(SheetsTest, returnPressesTheFirstButton) {
+    begin(alert(u"message", openOrCancel_));
+    QTest::keyClick(alertBox(), Qt::Key_Return);
+    runEvents();
+    EXPECT_EQ(codes_, std::vector<int>{kAlertFirstButtonReturn});
+}
+
+TEST_F(SheetsTest, escapePressesCancel) {
+    begin(alert(u"message", openOrCancel_));
+    QTest::keyClick(alertBox(), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(codes_, std::vector<int>{kAlertSecondButtonReturn});
+}
+
+TEST_F(SheetsTest, escapeDoesNotPressASoleButton) {
+    begin(alert(u"Are you sure?"));
+    QTest::keyClick(alertBox(), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(codes_, std::vector<int>{kAlertDismissed});
+}
+
+TEST_F(SheetsTest, closingTheSheetDoesNotPressASoleButton) {
+    begin(alert(u"Are you sure?"));
+    alertBox()->close();
+    runEvents();
+    EXPECT_EQ(codes_, std::vector<int>{kAlertDismissed});
+}
+
+TEST_F(SheetsTest, textsAreNotMarkup) {
+    begin({QStringLiteral("<b>message</b>"), QStringLiteral("<i>x</i>"), AlertStyle::warning, {}});
+    for (const QLabel* label : alertBox()->findChildren<QLabel*>())
+        EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText) << label->text().toStdString();
+}
+
+TEST_F(SheetsTest, oneSheetShowsAtATimeInOrder) {
+    begin(alert(u"first"));
+    begin(alert(u"second"));
+    ASSERT_EQ(visible<AlertBox>().size(), 1);
+    EXPECT_EQ(alertBox()->text(), QStringLiteral("first"));
+    press(u"OK");
+    ASSERT_EQ(visible<AlertBox>().size(), 1);
+    EXPECT_EQ(alertBox()->text(), QStringLiteral("second"));
+    EXPECT_EQ(codes_.size(), 1U);
+}
+
+TEST_F(SheetsTest, equalSheetsAskOnceAndAllGetTheAnswer) {
+    for (int i = 0; i < 500; ++i)
+        begin(alert(u"same", openOrCancel_));
+    EXPECT_EQ(widget_.findChildren<AlertBox*>().size(), 1);
+    press(u"Cancel");
+    EXPECT_EQ(codes_, std::vector<int>(500, kAlertSecondButtonReturn));
+    EXPECT_EQ(alertBox(), nullptr);
+}
+
+TEST_F(SheetsTest, aSheetBegunByAnAnswerIsShownAfterwards) {
+    alerts_.beginSheetModalForWindow(alert(u"same"), &window_, [this](int) { begin(alert(u"same")); });
+    press(u"OK");
+    ASSERT_NE(alertBox(), nullptr);
+    EXPECT_TRUE(codes_.empty());
+    press(u"OK");
+    EXPECT_EQ(codes_.size(), 1U);
+}
+
+TEST_F(SheetsTest, anAlertWithoutAWindowStandsAlone) {
+    alerts_.beginSheetModalForWindow(alert(u"alone"), nullptr, [this](int code) { codes_.push_back(code); });
+    AlertBox* alone = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (auto* box = dynamic_cast<AlertBox*>(top); box && box->isVisible()) alone = box;
+    ASSERT_NE(alone, nullptr);
+    alone->buttons().constFirst()->click();
+    runEvents();
+    EXPECT_EQ(codes_, std::vector<int>{kAlertFirstButtonReturn});
+}
+
+TEST_F(SheetsTest, aSheetBringsAClosedWindowBack) {
+    widget_.hide();
+    begin(alert(u"message"));
+    EXPECT_TRUE(widget_.isVisible());
+}
+
+TEST_F(SheetsTest, aFolderPanelShowsItsTextsAndChoosesAFolder) {
+    QTemporaryDir folder;
+    begin(folderPanel());
+    auto* dialog = visible<FileDialog>().value(0);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->labelText(QFileDialog::Accept), QStringLiteral("Select"));
+    bool showsMessage = false;
+    for (const QLabel* label : dialog->findChildren<QLabel*>())
+        showsMessage = showsMessage || (label->isVisible() && label->text() == folderPanel().message);
+    EXPECT_TRUE(showsMessage);
+
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
+    for (auto* candidate : dialog->findChildren<QPushButton*>())
+        if (candidate->text().remove(u'&') == QStringLiteral("Select")) candidate->click();
+    runEvents();
+    EXPECT_EQ(urls_, std::vector<std::optional<QUrl>>{QUrl::fromLocalFile(folder.path())});
+}
+
+TEST_F(SheetsTest, aCancelledPanelAnswersNothing) {
+    begin(folderPanel());
+    QTest::keyClick(visible<FileDialog>().value(0), Qt::Key_Escape);
+    runEvents();
+    EXPECT_EQ(urls_, std::vector<std::optional<QUrl>>{std::nullopt});
+}
+
+TEST_F(SheetsTest, aPanelStartsInItsFolder) {
+    QTemporaryDir folder;
+    OpenPanel panel = folderPanel();
+    panel.directoryURL = QUrl(folder.path()); // as made from a plain path
+    begin(panel);
+    EXPECT_EQ(visible<FileDialog>().value(0)->directory().path(), folder.path());
+}
+
+TEST_F(SheetsTest, panelsAndAlertsWaitForOneAnother) {
+    begin(folderPanel());
+    begin(alert(u"message"));
+    EXPECT_EQ(alertBox(), nullptr);
+    QTest::keyClick(visible<FileDialog>().value(0), Qt::Key_Escape);
+    runEvents();
+    EXPECT_NE(alertBox(), nullptr);
+}
+
+} // namespace
+} // namespace quillow

@@ -1,0 +1,33 @@
+// Waits in the event loop for a condition, not for a time; the limit only keeps a broken test from hanging.
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QThread>
+
+#include <functional>
+
+namespace quillow {
+
+[[nodiscard]] inline bool waitUntil(const std::function<bool()>& condition) {
+    constexpr qint64 kLimitMilliseconds = 60000;
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > kLimitMilliseconds) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QThread::msleep(1);
+    }
+    return true;
+}
+
+/// Runs what is queued now and what that queues.
+inline void runEvents() {
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace quillow
