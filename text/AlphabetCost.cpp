@@ -115,29 +115,23 @@ ByteMeaning meaningOf(char16_t c, const LanguageModel& model) {
             0};
 }
 
-std::array<ByteMeaning, 0x100> meaningsOf(Encoding encoding, const LanguageModel& model) {
-    std::array<ByteMeaning, 0x100> meanings;
-    const std::uint16_t* index = singleByteIndex(encoding);
-    for (std::size_t byte = 0; byte < meanings.size(); ++byte) {
-        const auto ascii = static_cast<char16_t>(byte);
-        if (byte < 0x80) {
-            const char16_t lower = folded(ascii);
-            if (lower >= 'a' && lower <= 'z') meanings[byte] = meaningOf(ascii, model);
-        } else if (index[byte - 0x80] == 0) {
-            meanings[byte].extra = kUndefined;
-        } else if (index[byte - 0x80] < 0xA0) {
-            meanings[byte].extra = kControl;
-        } else {
-            meanings[byte] = meaningOf(static_cast<char16_t>(index[byte - 0x80]), model);
-        }
+ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const LanguageModel& model) {
+    if (byte < 0x80) {
+        const char16_t lower = folded(byte);
+        return lower >= 'a' && lower <= 'z' ? meaningOf(char16_t{byte}, model) : ByteMeaning{};
     }
-    return meanings;
+    const char16_t c = index[byte - 0x80];
+    if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0};
+    if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0};
+    return meaningOf(c, model);
 }
 
 } // namespace
 
 std::uint64_t alphabetCost(const BytePairCounts& pairs, Encoding encoding, const LanguageModel& model) {
-    const std::array<ByteMeaning, 0x100> meanings = meaningsOf(encoding, model);
+    std::array<ByteMeaning, 0x100> meanings;
+    for (const std::uint8_t byte : pairs.bytes)
+        meanings[byte] = meaningOfByte(byte, singleByteIndex(encoding), model);
     const std::size_t classes = model.classes();
     std::uint64_t cost = 0;
     for (const BytePairCounts::Entry& pair : pairs.entries) {
