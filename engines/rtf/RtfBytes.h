@@ -2,6 +2,7 @@
 // the machine has SSE2 (every x86-64 has), byte by byte elsewhere.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -37,11 +38,19 @@ namespace quillow::rtf {
     return c >= 0x20 && c < 0x7F && !isSyntax(c);
 }
 
+inline constexpr std::array<std::int8_t, 256> kHexValues = [] {
+    std::array<std::int8_t, 256> values{};
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        const std::size_t lower = c | 0x20;
+        const bool isHexLetter = lower >= 'a' && lower <= 'f';
+        values[c] = static_cast<std::int8_t>(c >= '0' && c <= '9' ? c - '0' : isHexLetter ? lower - 'a' + 10 : -1);
+    }
+    return values;
+}();
+
 /// The value of a hexadecimal digit, or -1.
 [[nodiscard]] constexpr int hexValue(char c) {
-    if (isDigit(c)) return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+    return kHexValues[static_cast<std::uint8_t>(c)];
 }
 
 #if defined(__SSE2__)

@@ -39,7 +39,11 @@ constexpr bool endsFallback(Action action) {
 void Interpreter::takePlainText() {
     const char* p = scanner_.position();
     if ((state_.flags | pending_) == 0) {
-        scanner_.moveTo(output_.copyText(p, scanner_.end()));
+        // Line ends in the source part nothing.
+        do {
+            scanner_.moveTo(output_.copyText(scanner_.position(), scanner_.end()));
+            scanner_.skipLineEnds();
+        } while (!scanner_.atEnd() && isPlainText(scanner_.current()));
         return;
     }
     const char* textEnd = findTextEnd(p, scanner_.end());
@@ -53,12 +57,29 @@ void Interpreter::takePlainText() {
         writeCodePoint(state_.charset->decodeByte(static_cast<std::uint8_t>(*p)));
 }
 
+/// As many \'hh in a row as stand for one printable character each.
+void Interpreter::takeUsualHex() {
+    const char* p = scanner_.position();
+    const char* end = scanner_.end();
+    const Charset& charset = *state_.charset;
+    while (end - p >= 4 && p[0] == '\\' && p[1] == '\'') {
+        const int value = hexValue(p[2]) * 16 | hexValue(p[3]);
+        if (value < 0) break;
+        const Charset::Single single = charset.single(static_cast<std::uint8_t>(value));
+        if (single.length == 0) break;
+        output_.appendPacked(single.utf8, single.length);
+        p += 4;
+    }
+    scanner_.moveTo(p);
+}
+
 void Interpreter::takeBytes() {
     const bool isShown = (state_.flags & kSuppressed) == 0;
     const std::size_t mark = output_.size();
     const std::uint64_t lost = loss_.charactersWithoutUnicode;
-    if (pending_ != 0) (void)prepareText();
-    while (!scanner_.atEnd()) {
+    while (true) {
+        if (pending_ == 0) takeUsualHex();
+        if (scanner_.atEnd()) break;
         const char* p = scanner_.position();
         const bool isRaw = isHigh(*p);
         std::uint8_t byte = 0;
@@ -78,6 +99,7 @@ void Interpreter::takeBytes() {
         }
         const Charset::Single single = state_.charset->single(byte);
         if (single.length != 0) {
+            if (pending_ != 0) (void)prepareText();
             output_.appendPacked(single.utf8, single.length);
             scanner_.moveTo(next);
         } else {
@@ -157,20 +179,40 @@ void Interpreter::takeRawUtf8() {
     writeCodePoint(decoded.codePoint);
 }
 
+/// As many \uN? in a row as are letters with a fallback of one plain character.
+void Interpreter::takeUsualUnicode() {
+    if (state_.unicodeSkip != 1 || ((state_.flags & kSuppressed) | pending_) != 0) return;
+    constexpr std::ptrdiff_t kLongest = 12; // backslash, u, five digits, blank, fallback
+    constexpr std::uint32_t kFirstLetter = 0xA0;
+    constexpr std::uint32_t kFirstSurrogate = 0xD800;
+    const char* p = scanner_.position();
+    const char* end = scanner_.end();
+    while (end - p >= kLongest && p[0] == '\\' && p[1] == 'u' && isDigit(p[2])) {
+        const char* q = p + 2;
+        std::uint32_t value = 0;
+        for (; isDigit(*q) && q != p + 7; ++q)
+            value = value * 10 + static_cast<std::uint32_t>(*q - '0');
+        if (isDigit(*q) || value < kFirstLetter || value >= kFirstSurrogate || (value | 1) == 0x2029) break;
+        if (*q == ' ') ++q;
+        if (!isPlainText(*q)) break;
+        output_.appendCodePoint(value);
+        p = q + 1;
+        ++work_;
+    }
+    scanner_.moveTo(p);
+}
+
 /// \uN and those that follow it at once.
 void Interpreter::takeUnicode(std::int32_t number) {
     while (true) {
-        ++steps_;
         const std::int32_t shifted = number < 0 ? number + 0x10000 : number;
-        // Nearly every character needs no second look.
-        if (shifted >= 0xA0 && shifted < 0x2000 && ((state_.flags & kSuppressed) | pending_) == 0) {
-            output_.appendCodePoint(static_cast<char32_t>(shifted));
-        } else if (shifted < 0) {
+        if (shifted < 0) {
             writeCodePoint(text::kReplacementCharacter);
         } else if (shifted > 0) {
             writeCodePoint(static_cast<char32_t>(shifted));
         }
         skipFallback();
+        takeUsualUnicode();
         if (scanner_.peek(0) != '\\' || scanner_.peek(1) != 'u') return;
         if (!isDigit(scanner_.peek(2)) && scanner_.peek(2) != '-') return;
         const char* before = scanner_.position();
@@ -278,7 +320,7 @@ void Interpreter::armLabel() {
 
 void Interpreter::writeLabel() {
     pending_ &= static_cast<std::uint8_t>(~kLabel);
-    if (options_.listMarkers == ListMarkers::off) return;
+    if (options_.listMarkers == ListMarkers::off || labelBudget_ == 0) return;
     std::u32string label;
     if (state_.listOverride > 0) {
         label = lists_.nextLabel(state_.listOverride, state_.listLevel);
@@ -291,6 +333,7 @@ void Interpreter::writeLabel() {
     if (paragraph_.labelled || label.empty()) return;
     if (cost > labelBudget_) {
         labelBudget_ = 0;
+        ++loss_.partsSkipped;
         return;
     }
     labelBudget_ -= cost;
@@ -310,6 +353,7 @@ bool Interpreter::rawIsUtf8() {
     if (rawIsUtf8_ != Answer::unknown) return rawIsUtf8_ == Answer::yes;
     rawIsUtf8_ = Answer::no;
     const std::string_view input = scanner_.input();
+    work_ += input.size();
     const char* end = input.data() + input.size();
     std::size_t from = 0;
     while (from < input.size()) {

@@ -27,31 +27,28 @@ void FontTable::reset() {
     document_ = pool_.forCodePage(kWindowsLatin);
     hasAnsiCodePage_ = false;
     defaultFont_ = kNotGiven;
-    fonts_.clear();
+    fonts_ = {};
+    latest_ = nullptr;
 }
 
-void FontTable::forgetResolved() {
-    for (Font& font : fonts_)
-        font.charset = nullptr;
+void FontTable::useForDocument(int codePage) {
+    document_ = pool_.forCodePage(codePage);
+    latest_ = nullptr;
 }
 
 void FontTable::setAnsiCodePage(int number) {
-    const Charset* charset = pool_.forCodePage(number);
     hasAnsiCodePage_ = true;
-    if (charset == document_) return;
-    document_ = charset;
-    forgetResolved();
+    useForDocument(number);
 }
 
 void FontTable::setDocumentCharset(int number) {
-    if (hasAnsiCodePage_) return;
-    const Charset* charset = pool_.forCodePage(number);
-    if (charset == document_) return;
-    document_ = charset;
-    forgetResolved();
+    if (!hasAnsiCodePage_) useForDocument(number);
 }
 
-const Charset* FontTable::resolve(const Font& font) {
+const Charset* FontTable::resolve(int number) {
+    const auto found = fonts_.find(number);
+    if (found == fonts_.end()) return document_;
+    const Font& font = found->second;
     if (font.symbols != nullptr) return pool_.forSymbols(font.symbols);
     if (font.codePage != kNotGiven) return pool_.forCodePage(font.codePage);
     for (const CharsetCodePage& entry : kCharsets)
@@ -59,18 +56,17 @@ const Charset* FontTable::resolve(const Font& font) {
     return document_;
 }
 
-void FontTable::define(int number, const Font& font, const std::string& name) {
-    if (number < 0 || number > kMaxFont) return;
-    const auto index = static_cast<std::size_t>(number);
-    if (index >= fonts_.size()) fonts_.resize(index + 1);
-    fonts_[index] = font;
+void FontTable::define(int number, Font font, const std::string& name) {
+    if (number < 0 || fonts_.size() >= kMaxFonts) return;
     // A symbol font is known by its charset; old files and the Macintosh's give only the name of one.
     const bool isSymbolCharset = font.charsetNumber == kSymbolCharset;
     const bool mayBeSymbols =
         font.codePage == kNotGiven && (font.charsetNumber == kNotGiven || isSymbolCharset ||
                                        font.charsetNumber == kDefaultCharset || font.charsetNumber == kMacCharset);
-    if (mayBeSymbols) fonts_[index].symbols = text::symbolFontDecoder(name);
-    if (isSymbolCharset && fonts_[index].symbols == nullptr) fonts_[index].symbols = text::symbolToUnicode;
+    if (mayBeSymbols) font.symbols = text::symbolFontDecoder(name);
+    if (isSymbolCharset && font.symbols == nullptr) font.symbols = text::symbolToUnicode;
+    fonts_[number] = font;
+    latest_ = nullptr;
 }
 
 Scanner::Completeness FontTable::read(Scanner& scanner) {

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
+#include <unordered_map>
 
 namespace quillow::rtf {
 
@@ -33,13 +33,14 @@ public:
 
     /// The charset of \fN; the document's when the table has no such font.
     [[nodiscard]] const Charset* charset(int font) {
-        const auto index = static_cast<std::size_t>(static_cast<unsigned>(font));
-        if (index >= fonts_.size()) return document_;
-        if (fonts_[index].charset == nullptr) fonts_[index].charset = resolve(fonts_[index]);
-        return fonts_[index].charset;
+        if (font != latestFont_ || latest_ == nullptr) {
+            latest_ = resolve(font);
+            latestFont_ = font;
+        }
+        return latest_;
     }
 
-    static constexpr int kMaxFont = 0xFFFF; ///< a font of a higher number is not kept
+    static constexpr std::size_t kMaxFonts = 0x10000; ///< fonts over this number are not kept
 
 private:
     static constexpr int kNotGiven = -1;
@@ -49,18 +50,19 @@ private:
         int codePage = kNotGiven;
         int charsetNumber = kNotGiven;
         text::SymbolFontDecoder symbols = nullptr;
-        const Charset* charset = nullptr; // resolved on first use
     };
 
-    [[nodiscard]] const Charset* resolve(const Font& font);
-    void define(int number, const Font& font, const std::string& name);
-    void forgetResolved();
+    [[nodiscard]] const Charset* resolve(int number);
+    void define(int number, Font font, const std::string& name);
+    void useForDocument(int codePage);
 
     CharsetPool& pool_;
     const Charset* document_;
     bool hasAnsiCodePage_ = false;
     int defaultFont_ = kNotGiven;
-    std::vector<Font> fonts_;
+    std::unordered_map<int, Font> fonts_;
+    int latestFont_ = kNotGiven; // the latest answer of charset(); the same font is asked for again and again
+    const Charset* latest_ = nullptr;
 };
 
 } // namespace quillow::rtf

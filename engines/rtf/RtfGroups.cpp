@@ -8,11 +8,14 @@ namespace quillow::rtf {
 
 namespace {
 
+using namespace std::string_view_literals;
+
+constexpr std::size_t npos = std::string_view::npos;
 constexpr std::string_view kBlanks = " \t\n";
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
+    if (first == npos) return {};
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
@@ -104,6 +107,7 @@ void Interpreter::endDocument() {
     rest.remove_prefix(std::min(rest.find_first_not_of("\r\n"), rest.size()));
     if (!straysCounted_) {
         straysCounted_ = true;
+        work_ += rest.size();
         if (!rest.empty() && rest.front() != '\0') strays_ = countUnmatchedCloses();
     }
     if (strays_ > 0) {
@@ -115,7 +119,8 @@ void Interpreter::endDocument() {
         stack_.clear();
     }
     const std::size_t next = findRtfGroup(scanner_.rest(), 0);
-    if (next == std::string_view::npos) {
+    work_ += std::min(next, scanner_.remaining());
+    if (next == npos) {
         scanner_.moveToEnd();
     } else {
         scanner_.moveTo(scanner_.position() + next);
@@ -139,26 +144,28 @@ void Interpreter::startDocument() {
 
 void Interpreter::skipRestOfGroup() {
     const char* start = scanner_.position();
-    if (scanner_.skipGroup(rawPairs()) == Scanner::Completeness::cutShort) {
-        recoverFromUnclosed(start);
-    } else {
-        leaveGroup();
-    }
+    leaveData(start, scanner_.skipGroup(rawPairs()));
 }
 
-/// A group of data that never closes would swallow the body: the text goes on at the first \pard in it.
-void Interpreter::recoverFromUnclosed(const char* start) {
+/// A group of data has been read or passed over from `start` on. One that never closes, or that closes with the document's
+/// last brace, has swallowed the body: the text goes on at the first \pard in it.
+void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
+    const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
+    work_ += swallowed.size();
+    const bool isCutShort = completeness == Scanner::Completeness::cutShort;
+    const bool tookLastBrace =
+        !isCutShort && stack_.size() > 1 && scanner_.rest().find_first_not_of("\r\n\0 "sv) == npos;
+    if (!isCutShort && !tookLastBrace) return leaveGroup();
+
     constexpr std::string_view kBodyMark = "\\pard";
-    const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.end() - start));
-    const std::size_t at = recoveries_ < kMaxRecoveries ? swallowed.find(kBodyMark) : std::string_view::npos;
+    const std::size_t body = recoveries_ < kMaxRecoveries ? swallowed.find(kBodyMark) : npos;
+    if (body == npos && !isCutShort) return leaveGroup();
     truncated_ = true;
-    if (at == std::string_view::npos) {
-        scanner_.moveToEnd();
-        return;
-    }
+    if (body == npos) return;
+    work_ += body;
     ++recoveries_;
     ++loss_.partsSkipped;
-    scanner_.moveTo(start + at);
+    scanner_.moveTo(start + body);
     if (overflow_ > 0 || stack_.size() > 1) leaveGroup();
 }
 
@@ -203,24 +210,13 @@ std::string Interpreter::endDiversion(Frame& frame) {
 void Interpreter::openDestination(Destination destination) {
     const bool isSuppressed = (state_.flags & kSuppressed) != 0;
     const char* start = scanner_.position();
-    auto completeness = Scanner::Completeness::whole;
     switch (destination) {
     case Destination::body: return;
-    case Destination::fontTable:
-        completeness = fonts_.read(scanner_);
-        if (completeness == Scanner::Completeness::cutShort) return recoverFromUnclosed(start);
-        leaveGroup();
-        return setCharset(fonts_.defaultCharset());
-    case Destination::listTable:
-        completeness = lists_.readListTable(scanner_);
-        return completeness == Scanner::Completeness::whole ? leaveGroup() : recoverFromUnclosed(start);
-    case Destination::overrideTable:
-        completeness = lists_.readOverrideTable(scanner_);
-        return completeness == Scanner::Completeness::whole ? leaveGroup() : recoverFromUnclosed(start);
+    case Destination::fontTable: leaveData(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::listTable: return leaveData(start, lists_.readListTable(scanner_));
+    case Destination::overrideTable: return leaveData(start, lists_.readOverrideTable(scanner_));
     case Destination::oldNumbering:
-        completeness = lists_.readOldNumbering(scanner_, oldNumbering_);
-        if (completeness == Scanner::Completeness::cutShort) return recoverFromUnclosed(start);
-        leaveGroup();
+        leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
         state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
         return armLabel();
     case Destination::listText:
@@ -348,12 +344,15 @@ void Interpreter::skipAnsiHalf() {
     if (scanner_.peek(0) != '{') return;
     const char* ansiHalf = scanner_.position();
     scanner_.advance();
-    if (scanner_.skipGroup(rawPairs()) == Scanner::Completeness::whole) {
+    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    work_ += static_cast<std::size_t>(scanner_.position() - ansiHalf);
+    if (completeness == Scanner::Completeness::whole) {
         scanner_.skipLineEnds();
         const std::string_view rest = scanner_.rest();
         if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
     }
-    scanner_.moveTo(ansiHalf);
+    // Going back costs a second walk, so it is not done without end.
+    if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
 }
 
 /// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.

@@ -12,23 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-struct Signature {
-    std::string_view bytes;
-    std::string_view detail;
-};
-
-constexpr Signature kSignatures[] = {
-    {"%PDF-"sv, "the content is a PDF"},
-    {"PK\x03\x04"sv, "the content is a ZIP archive"},
-    {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv, "the content is a binary office document"},
-    {"\x89PNG"sv, "the content is a PNG picture"},
-    {"\xFF\xD8\xFF"sv, "the content is a JPEG picture"},
-    {"GIF8"sv, "the content is a GIF picture"},
-    {"\x1F\x8B"sv, "the content is compressed"},
-    {"%!PS"sv, "the content is PostScript"},
-    {"bplist0"sv, "the content is a property list"},
-};
-
+constexpr std::string_view kPdfHeader = "%PDF-";
 constexpr std::string_view kBlanks = " \t\r\n\f\0"sv;
 
 bool startsWithIgnoringCase(std::string_view text, std::string_view lower) {
@@ -113,22 +97,21 @@ void findDocument(std::string_view file, Source& source) {
     if (source.isUtf8) file = source.transcoded;
     if (file.substr(0, 3) == "\xEF\xBB\xBF"sv) file.remove_prefix(3);
 
-    for (const Signature& signature : kSignatures) {
-        if (file.substr(0, signature.bytes.size()) != signature.bytes) continue;
+    if (file.substr(0, kPdfHeader.size()) == kPdfHeader) {
         source.kind = Source::Kind::other;
-        source.detail = signature.detail;
+        source.detail = "the content is a PDF";
         return;
     }
     source.bytes = file;
     const std::string_view markup = markupDetail(file);
+    const std::size_t first = std::min(file.find_first_not_of(kBlanks), file.size());
     const std::size_t start = markup.empty() ? findRtfGroup(file, 0) : std::string_view::npos;
-    if (start != std::string_view::npos &&
-        !isBinary(file.substr(0, start).substr(std::min(start, file.find_first_not_of(kBlanks))))) {
+    // Text may stand before the document, a mail's header say; a document inside a binary file is not the file's text.
+    if (start != std::string_view::npos && !isBinary(file.substr(first, start - first))) {
         source.kind = Source::Kind::rtf;
         source.bytes.remove_prefix(start);
         return;
     }
-    const std::size_t first = std::min(file.find_first_not_of(kBlanks), file.size());
     if (file.substr(first, 4) == "\\rtf") {
         source.kind = Source::Kind::rtf;
         source.lostOpening = true;

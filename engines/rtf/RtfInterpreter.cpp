@@ -25,7 +25,7 @@ Interpreter::Interpreter(const Source& source, const Options& options)
 
 void Interpreter::run() {
     while (!scanner_.atEnd()) {
-        ++steps_;
+        ++work_;
         const char c = scanner_.current();
         if (c == '\\') {
             const Keyword keyword = scanner_.readName();

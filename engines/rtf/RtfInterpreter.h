@@ -35,8 +35,8 @@ public:
     [[nodiscard]] const LossAccount& loss() const { return loss_; }
     /// True when the file ends inside the text or inside a group that it needs.
     [[nodiscard]] bool isTruncated() const { return truncated_; }
-    /// Steps of the walk so far: a measure of work that does not depend on the machine.
-    [[nodiscard]] std::uint64_t steps() const { return steps_; }
+    /// Tokens taken and bytes passed over so far: a measure of work that does not depend on the machine.
+    [[nodiscard]] std::uint64_t work() const { return work_; }
 
 private:
     /// What the closing brace of a group still has to do.
@@ -109,7 +109,7 @@ private:
     void endDocument();
     void startDocument();
     void skipRestOfGroup();
-    void recoverFromUnclosed(const char* start);
+    void leaveData(const char* start, Scanner::Completeness completeness);
     void openDestination(Destination destination);
     void finishDestination(Closing closing);
     [[nodiscard]] bool pushFrame(Closing kind);
@@ -124,6 +124,8 @@ private:
     // RtfCharacters.cpp
     void takePlainText();
     void takeBytes();
+    void takeUsualHex();
+    void takeUsualUnicode();
     void takeUnusualByte(std::uint8_t byte, bool isRaw, const char* next);
     void takePair(const text::CodePage& pairs, std::uint8_t lead, bool isRaw, const char* next);
     void takeUtf8Sequence(std::uint8_t lead, const char* next);
@@ -170,7 +172,7 @@ private:
     std::size_t strays_ = 0;
     int recoveries_ = 0;
     bool truncated_ = false;
-    std::uint64_t steps_ = 0;
+    std::uint64_t work_ = 0;
 };
 
 } // namespace quillow::rtf

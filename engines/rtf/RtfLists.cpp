@@ -61,8 +61,8 @@ struct Lists::PendingLevel {
 void Lists::reset() {
     lists_.clear();
     counters_.clear();
-    listOfId_.clear();
-    overrides_.clear();
+    listOfId_ = {};
+    overrides_ = {};
     endOldNumbering();
 }
 
@@ -234,10 +234,7 @@ void Lists::readOverride(Scanner& scanner) {
             number = token.word.parameter;
         }
     }
-    if (number < 0 || number > kMaxOverride) return;
-    const auto index = static_cast<std::size_t>(number);
-    if (index >= overrides_.size()) overrides_.resize(index + 1);
-    overrides_[index] = entry;
+    if (number >= 0 && overrides_.size() < kMaxOverrides) overrides_[number] = entry;
 }
 
 void Lists::readOverrideLevel(Scanner& scanner, Override& entry, std::size_t level) {
@@ -278,9 +275,9 @@ void Lists::readOverrideLevel(Scanner& scanner, Override& entry, std::size_t lev
 }
 
 std::u32string Lists::nextLabel(int ls, int level) {
-    const auto index = static_cast<std::size_t>(static_cast<unsigned>(ls));
-    if (index >= overrides_.size() || overrides_[index].list == Override::kNoList) return {};
-    Override& entry = overrides_[index];
+    const auto found = overrides_.find(ls);
+    if (found == overrides_.end() || found->second.list == Override::kNoList) return {};
+    Override& entry = found->second;
     const List& list = lists_[entry.list];
     if (list.levels.empty()) return {};
     const std::size_t at = std::min(static_cast<std::size_t>(std::max(level, 0)), list.levels.size() - 1);

@@ -71,9 +71,9 @@ public:
     /// A paragraph without old-style numbering: the next one that has it starts anew.
     void endOldNumbering() { oldCounters_.fill(kNotStarted); }
 
-    static constexpr std::size_t kMaxLists = 4096;     ///< lists over this number are not kept
-    static constexpr int kMaxOverride = 0x7FFF;        ///< nor overrides of a higher \ls
-    static constexpr std::uint32_t kMaxStart = 0x7FFF; ///< larger starts and counters stay here
+    static constexpr std::size_t kMaxLists = 4096;       ///< lists over this number are not kept
+    static constexpr std::size_t kMaxOverrides = 0x8000; ///< nor overrides over this number
+    static constexpr std::uint32_t kMaxStart = 0x7FFF;   ///< larger starts and counters stay here
 
 private:
     enum class Follow : std::uint8_t { tab, space, nothing };
@@ -114,7 +114,7 @@ private:
     std::vector<List> lists_;
     std::vector<Counters> counters_;
     std::unordered_map<std::int32_t, std::size_t> listOfId_;
-    std::vector<Override> overrides_; // by \ls number
+    std::unordered_map<int, Override> overrides_; // by \ls number
     std::array<std::uint32_t, OldNumbering::kMaxLevel + 1> oldCounters_{};
 };
 

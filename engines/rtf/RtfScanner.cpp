@@ -28,7 +28,9 @@ namespace {
 const char* findSyntaxOutsidePairs(const char* p, const char* end, const text::CodePage& pairs) {
     while (true) {
         const char* syntax = findSyntax(p, end);
-        for (p = findHighByte(p, syntax); p < syntax; p = findHighByte(p, syntax)) {
+        while (p < syntax) {
+            p = findHighByte(p, syntax);
+            if (p == syntax) break;
             const auto lead = static_cast<std::uint8_t>(*p++);
             if (p == end || !pairs.isLeadByte(lead)) continue;
             if (pairs.decodePair(lead, static_cast<std::uint8_t>(*p)) != text::kReplacementCharacter) ++p;

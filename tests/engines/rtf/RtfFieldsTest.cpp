@@ -1,0 +1,46 @@
+#include "engines/rtf/RtfFields.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::rtf {
+namespace {
+
+using Kind = FieldInstruction::Kind;
+
+struct InstructionCase {
+    std::string_view instruction;
+    Kind kind;
+    std::string_view text;
+};
+
+TEST(RtfFields, instructionsGiveTheirText) {
+    constexpr InstructionCase kCases[] = {
+        {" SYMBOL 183 \\f \"Symbol\" \\s 10 ", Kind::character, "\u2022"},
+        {"symbol 0xB7 \\f Symbol", Kind::character, "\u2022"},
+        {"SYMBOL 61692 \\f Wingdings", Kind::character, "\u2713"},
+        {"SYMBOL 128 \\a", Kind::character, "\u20AC"},
+        {"SYMBOL 233 \\u", Kind::character, "\u00E9"},
+        {"SYMBOL x", Kind::other, ""},
+        {"SYMBOL", Kind::other, ""},
+        {"EQ \\o\\ad(\\s\\up 9(reading),base)", Kind::base, "base"},
+        {"EQ \\* jc2 \\* \"Font:X\" \\* hps10 \\o (\\s\\up 9(a,b),base)", Kind::base, "base"},
+        {"EQ \\o\\ad(\\s\\up 9(r);a\\,b)", Kind::base, "a,b"},
+        {"EQ \\f(1,2)", Kind::other, ""},
+        {"EQ \\o", Kind::other, ""},
+        {"HYPERLINK \"http://a.example/b c\" \\o \"tip\" \\t \"_blank\"", Kind::link, "http://a.example/b c"},
+        {"HYPERLINK http://a.example/", Kind::link, "http://a.example/"},
+        {"HYPERLINK \\l \"place\"", Kind::link, "#place"},
+        {"HYPERLINK \"C:\\\\x\" \\l \"y\"", Kind::link, "C:\\x#y"},
+        {"HYPERLINK", Kind::other, ""},
+        {"PAGE \\* MERGEFORMAT", Kind::other, ""},
+        {"", Kind::other, ""},
+    };
+    for (const InstructionCase& instructionCase : kCases) {
+        const FieldInstruction read = readFieldInstruction(instructionCase.instruction);
+        EXPECT_EQ(read.kind, instructionCase.kind) << instructionCase.instruction;
+        EXPECT_EQ(read.text, instructionCase.text) << instructionCase.instruction;
+    }
+}
+
+} // namespace
+} // namespace quillow::rtf

@@ -1,0 +1,63 @@
+#include "engines/rtf/RtfFonts.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::rtf {
+namespace {
+
+class RtfFonts : public testing::Test {
+protected:
+    Scanner::Completeness read(std::string_view table) {
+        Scanner scanner(table);
+        return fonts_.read(scanner);
+    }
+    CharsetPool pool_;
+    FontTable fonts_{pool_};
+};
+
+TEST_F(RtfFonts, codePageGoesBeforeCharsetAndCharsetBeforeDocument) {
+    fonts_.setAnsiCodePage(1250);
+    EXPECT_EQ(read("{\\f1\\fcharset204\\cpg1253 A;}{\\f2\\fcharset204 B;}{\\f3 C;}{\\f4\\fcharset1 D;}}"),
+              Scanner::Completeness::whole);
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(1253));
+    EXPECT_EQ(fonts_.charset(2), pool_.forCodePage(1251));
+    EXPECT_EQ(fonts_.charset(3), pool_.forCodePage(1250));
+    EXPECT_EQ(fonts_.charset(4), pool_.forCodePage(1250));
+    EXPECT_EQ(fonts_.charset(99), pool_.forCodePage(1250));
+}
+
+TEST_F(RtfFonts, documentCharsetIsTakenAlsoWhenItComesAfterTheTable) {
+    (void)read("{\\f1 A;}}");
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(1252));
+    fonts_.setDocumentCharset(10000);
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(10000));
+    fonts_.setAnsiCodePage(1251);
+    fonts_.setDocumentCharset(437);
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(1251));
+}
+
+TEST_F(RtfFonts, symbolFontsAreKnownByCharsetOrName) {
+    (void)read("{\\f1\\fcharset2 Wingdings;}{\\f2\\fcharset2 Odd;}{\\f3\\ftech Symbol;}{\\f4\\fcharset0 Symbol;}}");
+    EXPECT_EQ(fonts_.charset(1)->symbols(), text::wingdingsToUnicode);
+    EXPECT_EQ(fonts_.charset(2)->symbols(), text::symbolToUnicode);
+    EXPECT_EQ(fonts_.charset(3)->symbols(), text::symbolToUnicode);
+    EXPECT_FALSE(fonts_.charset(4)->isSymbolFont());
+}
+
+TEST_F(RtfFonts, unclosedTableKeepsWhatItHolds) {
+    EXPECT_EQ(read("{\\f1\\fcharset204 A;}{\\f2\\fcharset161 B"), Scanner::Completeness::cutShort);
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(1251));
+    EXPECT_EQ(fonts_.charset(2), pool_.forCodePage(1253));
+}
+
+TEST_F(RtfFonts, fontsOverTheLimitAreNotKept) {
+    std::string table;
+    for (std::size_t i = 0; i <= FontTable::kMaxFonts; ++i)
+        table += "\\f" + std::to_string(i) + "\\fcharset204;";
+    (void)read(table + "}");
+    EXPECT_EQ(fonts_.charset(static_cast<int>(FontTable::kMaxFonts) - 1), pool_.forCodePage(1251));
+    EXPECT_EQ(fonts_.charset(static_cast<int>(FontTable::kMaxFonts)), pool_.forCodePage(1252));
+}
+
+} // namespace
+} // namespace quillow::rtf

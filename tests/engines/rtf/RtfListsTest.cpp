@@ -1,0 +1,125 @@
+#include "engines/rtf/RtfLists.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::rtf {
+namespace {
+
+struct NumberCase {
+    int format;
+    std::uint32_t value;
+    std::u32string_view text;
+};
+
+TEST(RtfNumbers, formatsGiveTheirNumber) {
+    constexpr NumberCase kCases[] = {
+        {0, 12, U"12"},         {1, 1994, U"MCMXCIV"}, {2, 4, U"iv"},
+        {2, 40000, U"40000"},   {2, 0, U"0"},          {3, 26, U"Z"},
+        {4, 27, U"aa"},         {4, 53, U"aaa"},       {4, 1000, U"1000"},
+        {5, 1, U"1st"},         {5, 12, U"12th"},      {5, 23, U"23rd"},
+        {6, 21, U"Twenty-one"}, {7, 40, U"Fortieth"},  {7, 32, U"Thirty-second"},
+        {10, 10, U"十"},        {10, 21, U"二十一"},   {10, 105, U"百五"},
+        {12, 2, U"イ"},         {14, 10, U"１０"},     {18, 20, U"⑳"},
+        {18, 21, U"21"},        {22, 7, U"07"},        {22, 12, U"12"},
+        {23, 5, U""},           {24, 1, U"가"},        {30, 1, U"甲"},
+        {32, 13, U"丙子"},      {34, 11, U"壹拾壹"},   {45, 15, U"טו"},
+        {47, 111, U"קיא"},      {53, 1, U"ก"},         {54, 15, U"๑๕"},
+        {57, 3, U"- 3 -"},      {58, 2, U"б"},         {255, 9, U""},
+        {4711, 9, U"9"},        {-1, 9, U"9"},
+    };
+    for (const NumberCase& numberCase : kCases) {
+        std::u32string text;
+        appendNumber(text, numberCase.format, numberCase.value);
+        EXPECT_EQ(text, numberCase.text) << numberCase.format << ' ' << numberCase.value;
+    }
+}
+
+TEST(RtfNumbers, noNumberIsLongerThanTheLimit) {
+    for (int format = 0; format <= 60; ++format) {
+        for (const std::uint32_t value : {0U, 1U, 99U, 780U, 3888U, 27888U, 32767U, 0xFFFFFFFEU}) {
+            std::u32string text;
+            appendNumber(text, format, value);
+            EXPECT_LE(text.size(), kMaxNumberLength) << format << ' ' << value;
+        }
+    }
+}
+
+class RtfLists : public testing::Test {
+protected:
+    RtfLists() { lists_.reset(); }
+
+    void readTables(std::string_view lists, std::string_view overrides) {
+        Scanner listScanner(lists);
+        (void)lists_.readListTable(listScanner);
+        Scanner overrideScanner(overrides);
+        (void)lists_.readOverrideTable(overrideScanner);
+    }
+
+    CharsetPool pool_;
+    FontTable fonts_{pool_};
+    Lists lists_{fonts_, 1};
+};
+
+constexpr std::string_view kTwoLevels = "{\\list{\\listlevel\\levelnfc0\\levelstartat1{\\leveltext\\'02\\'00.;}}"
+                                        "{\\listlevel\\levelnfc0{\\leveltext\\'04\\'00.\\'01.;}}\\listid7}}";
+
+TEST_F(RtfLists, deeperLevelsBeginAnewAndShowTheirParents) {
+    readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"1.\t");
+    EXPECT_EQ(lists_.nextLabel(1, 1), U"1.1.\t");
+    EXPECT_EQ(lists_.nextLabel(1, 1), U"1.2.\t");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"2.\t");
+    EXPECT_EQ(lists_.nextLabel(1, 1), U"2.1.\t");
+}
+
+TEST_F(RtfLists, levelsNotBegunShowTheirStart) {
+    readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}}");
+    EXPECT_EQ(lists_.nextLabel(1, 1), U"1.1.\t");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"2.\t");
+}
+
+TEST_F(RtfLists, overridesOfOneListGoOnCountingUnlessTheyStartAnew) {
+    readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}{\\listoverride\\listid7\\ls2}"
+                           "{\\listoverride\\listid7{\\lfolevel\\listoverridestartat\\levelstartat5}\\ls3}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"1.\t");
+    EXPECT_EQ(lists_.nextLabel(2, 0), U"2.\t");
+    EXPECT_EQ(lists_.nextLabel(3, 0), U"5.\t");
+    EXPECT_EQ(lists_.nextLabel(3, 0), U"6.\t");
+}
+
+TEST_F(RtfLists, overridingLevelReplacesTheLists) {
+    readTables(kTwoLevels,
+               "{\\listoverride\\listid7{\\lfolevel\\listoverrideformat1{\\listlevel\\levelnfc3\\levelfollow2"
+               "{\\leveltext\\'02\\'00);}}}\\ls1}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"A)");
+}
+
+TEST_F(RtfLists, unknownOverridesHaveNoLabel) {
+    readTables(kTwoLevels, "{\\listoverride\\listid8\\ls1}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"");
+    EXPECT_EQ(lists_.nextLabel(2, 0), U"");
+    EXPECT_EQ(lists_.nextLabel(-3, 99), U"");
+}
+
+TEST_F(RtfLists, levelTextIsCutToItsLengthAndToTheLimit) {
+    readTables("{\\list{\\listlevel{\\leveltext\\'01ab;}}\\listid1}"
+               "{\\list{\\listlevel{\\leveltext\\'ff" +
+                   std::string(500, 'x') + ";}}\\listid2}}",
+               "{\\listoverride\\listid1\\ls1}{\\listoverride\\listid2\\ls2}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"a\t");
+    EXPECT_LE(lists_.nextLabel(2, 0).size(), LabelTemplate::kMaxUnits);
+}
+
+TEST_F(RtfLists, listsOverTheLimitAreNotKept) {
+    std::string tables;
+    for (std::size_t i = 0; i <= Lists::kMaxLists; ++i)
+        tables += "{\\list{\\listlevel{\\leveltext\\'01x;}}\\listid" + std::to_string(i) + "}";
+    const std::string last = std::to_string(Lists::kMaxLists - 1);
+    const std::string over = std::to_string(Lists::kMaxLists);
+    readTables(tables + "}", "{\\listoverride\\listid" + last + "\\ls1}{\\listoverride\\listid" + over + "\\ls2}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"x\t");
+    EXPECT_EQ(lists_.nextLabel(2, 0), U"");
+}
+
+} // namespace
+} // namespace quillow::rtf
