@@ -81,6 +81,8 @@ void PreferencesBindings::observe(const char16_t* key, void (PreferencesBindings
 void PreferencesBindings::showStored(const QString& key) {
     if (key == kDestinationType) showDestinationType();
     if (key == kDestBookmark || key == kDestPath) showFolder();
+    // The main window names the folder, too.
+    if (key == kDestBookmark) actions_.adjustDestinationPath();
     if (key == kStartupActionTag) showStartupAction();
     if (key == kStartupSelectedDocPath) showDocument();
     if (key == kNotifyUpdate || key == kLastCheckDate) showUpdate();

@@ -2,6 +2,7 @@
 // at start-up, Update whether newer releases are told.
 #pragma once
 
+#include "platform/Platform.h"
 #include "platform/qt/QtTabView.h"
 #include "platform/qt/QtWindow.h"
 
@@ -11,8 +12,6 @@ namespace quillow {
 
 class GeneralPane;
 class UpdatePane;
-
-enum class UpdateCheck { leftOut, built };
 
 class PreferencesWindow final : public QMainWindow {
 public:

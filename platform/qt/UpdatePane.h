@@ -1,7 +1,7 @@
 // The Update pane: whether newer releases are told, when one was last looked for, and looking now.
 #pragma once
 
-#include "platform/qt/PreferencesWindow.h"
+#include "platform/Platform.h"
 
 #include <QString>
 #include <QWidget>
