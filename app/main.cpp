@@ -231,6 +231,7 @@ int runProgram(QApplication& application) {
     prefToolbarDelegate.awakeFromNib();
     delegate.setPrefWindow(&preferences.window());
     delegate.setPrefToolbarDelegate(&prefToolbarDelegate);
+    delegate.setMainWindow(&window.window());
     delegate.setWindow(&window.window());
     delegate.setDragDropArea(&dropView);
     delegate.setProgressIndicator(&window.spinner());

@@ -21,28 +21,45 @@ ChosenItem::ChosenItem(QString subject, QString nothing)
     , nothing_(std::move(nothing))
     , pathLabel_(new ElidedLabel)
     , stateLabel_(new ElidedLabel)
-    , buttons_(new QHBoxLayout) {
+    , buttonLine_(new QHBoxLayout) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(pathLabel_);
     layout->addWidget(stateLabel_);
     layout->addStretch(1);
-    layout->addLayout(buttons_);
-    buttons_->setSpacing(kGap);
-    buttons_->addStretch(1);
+    layout->addLayout(buttonLine_);
+    buttonLine_->setSpacing(kGap);
+    buttonLine_->addStretch(1);
     setPath(QString());
     setState(QString(), State::prompt);
 }
 
-QPushButton* ChosenItem::addButton(const QString& title, const QString& description, std::function<void()> command) {
+void ChosenItem::addButton(const QString& title, const QString& description, Needs needs,
+                           std::function<void()> command) {
     auto* button = new QPushButton(title);
     button->setToolTip(description);
     button->setAccessibleDescription(description);
     button->setAutoDefault(true);
     connect(button, &QPushButton::clicked, button, [command = std::move(command)] { command(); });
-    buttons_->insertWidget(buttons_->count() - 1, button);
-    return button;
+    buttonLine_->insertWidget(buttonLine_->count() - 1, button);
+    buttons_.append({button, needs});
+}
+
+void ChosenItem::setUsable(bool isUsable) {
+    isUsable_ = isUsable;
+    enable();
+}
+
+void ChosenItem::setHasItem(bool hasItem) {
+    hasItem_ = hasItem;
+    enable();
+}
+
+void ChosenItem::enable() {
+    pathLabel_->setEnabled(isUsable_);
+    for (const Button& button : buttons_)
+        button.widget->setEnabled(isUsable_ && (hasItem_ || button.needs == Needs::nothing));
 }
 
 void ChosenItem::setPath(const QString& path) {

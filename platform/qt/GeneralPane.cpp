@@ -6,7 +6,6 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -29,6 +28,15 @@ QLabel* makeTitle(const QString& text) {
     return title;
 }
 
+/// What height is left over goes between the rows.
+void addRows(QVBoxLayout& column, QWidget* title, QLayout* choices, QWidget* item) {
+    column.setSpacing(4);
+    column.addWidget(title);
+    column.addLayout(choices);
+    column.addStretch(1);
+    column.addWidget(item, 4);
+}
+
 } // namespace
 
 GeneralPane::GeneralPane()
@@ -37,6 +45,9 @@ GeneralPane::GeneralPane()
     , folder_(new ChosenItem(QStringLiteral("Destination folder"), QStringLiteral("No folder chosen")))
     , startupAction_(new QComboBox)
     , document_(new ChosenItem(QStringLiteral("Start-up document"), QStringLiteral("No document chosen"))) {
+    // By tag.
+    startupAction_->addItems({QStringLiteral("Show the window"), QStringLiteral("Ask for documents if none came"),
+                              QStringLiteral("Ask for documents"), QStringLiteral("Open a document")});
     auto* line = new QFrame;
     line->setFrameShape(QFrame::VLine);
     line->setFrameShadow(QFrame::Sunken);
@@ -48,15 +59,16 @@ GeneralPane::GeneralPane()
     columns->addLayout(makeStartup(), 1);
     setDestinationIsFixed(false);
     setStartupAction(0);
+    setDocumentIsSpecified(false);
 }
 
 QLayout* GeneralPane::makeDestination() {
     folder_->addButton(QStringLiteral("&Select\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
-                       running(&GeneralPaneCommands::selectFolder));
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::selectFolder));
     folder_->addButton(QStringLiteral("S&how"), QStringLiteral("Show the destination folder in the file manager"),
-                       running(&GeneralPaneCommands::showFolder));
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::showFolder));
     folder_->addButton(QStringLiteral("&Clear"), QStringLiteral("Forget the destination folder"),
-                       running(&GeneralPaneCommands::clearFolder));
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::clearFolder));
     folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kLongestState)) + 4);
     // Toggled and not clicked: assistive tools toggle. Of the two that change together, the one that is now on tells.
     connect(asks_, &QRadioButton::toggled, this, [this](bool isOn) {
@@ -71,41 +83,35 @@ QLayout* GeneralPane::makeDestination() {
     choices->addWidget(asks_);
     choices->addWidget(fixed_);
     choices->addStretch(1);
+    // The lines of both columns stand at one height.
+    choices->addStrut(startupAction_->sizeHint().height());
     auto* column = new QVBoxLayout;
-    column->setSpacing(4);
-    column->addWidget(makeTitle(QStringLiteral("Destination of converted text")));
-    column->addLayout(choices);
-    column->addWidget(folder_, 1);
+    addRows(*column, makeTitle(QStringLiteral("Destination of converted text")), choices, folder_);
     return column;
 }
 
 QLayout* GeneralPane::makeStartup() {
-    // By tag.
-    startupAction_->addItems({QStringLiteral("Show the window"), QStringLiteral("Ask for documents if none came"),
-                              QStringLiteral("Ask for documents"), QStringLiteral("Open a document")});
     startupAction_->setAccessibleName(QStringLiteral("At start-up"));
     connect(startupAction_, &QComboBox::currentIndexChanged, this, [this](int tag) {
-        enableDocument();
+        document_->setUsable(tag == kOpenChosenDocument);
         if (!isShowing_ && tag >= 0 && commands_.setStartupAction) commands_.setStartupAction(tag);
     });
     document_->addButton(QStringLiteral("Se&lect\u2026"), QStringLiteral("Choose the document to open at start-up"),
-                         running(&GeneralPaneCommands::selectDocument));
-    documentButtons_ = {document_->addButton(QStringLiteral("Sho&w"),
-                                             QStringLiteral("Show the start-up document in the file manager"),
-                                             running(&GeneralPaneCommands::showDocument)),
-                        document_->addButton(QStringLiteral("T&est"), QStringLiteral("Open the start-up document now"),
-                                             running(&GeneralPaneCommands::testDocument)),
-                        document_->addButton(QStringLiteral("Clea&r"), QStringLiteral("Forget the start-up document"),
-                                             running(&GeneralPaneCommands::clearDocument))};
+                         ChosenItem::Needs::nothing, running(&GeneralPaneCommands::selectDocument));
+    document_->addButton(QStringLiteral("Sho&w"), QStringLiteral("Show the start-up document in the file manager"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::showDocument));
+    document_->addButton(QStringLiteral("T&est"), QStringLiteral("Open the start-up document now"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::testDocument));
+    document_->addButton(QStringLiteral("Clea&r"), QStringLiteral("Forget the start-up document"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::clearDocument));
     document_->setMinimumWidth(folder_->minimumWidth());
 
     auto* title = makeTitle(QStringLiteral("At s&tart-up"));
     title->setBuddy(startupAction_);
     auto* column = new QVBoxLayout;
-    column->setSpacing(4);
-    column->addWidget(title);
-    column->addWidget(startupAction_);
-    column->addWidget(document_, 1);
+    auto* choices = new QHBoxLayout;
+    choices->addWidget(startupAction_);
+    addRows(*column, title, choices, document_);
     return column;
 }
 
@@ -123,25 +129,18 @@ void GeneralPane::setDestinationAsks(bool asks) {
 void GeneralPane::setDestinationIsFixed(bool isFixed) {
     const QScopedValueRollback showing(isShowing_, true);
     if (isFixed) fixed_->setChecked(true);
-    folder_->setEnabled(isFixed);
+    folder_->setUsable(isFixed);
 }
 
 void GeneralPane::setStartupAction(int tag) {
     const QScopedValueRollback showing(isShowing_, true);
     // A tag that is none of the four does nothing at start-up, and none of the four is shown for it.
     startupAction_->setCurrentIndex(tag >= 0 && tag < startupAction_->count() ? tag : -1);
-    enableDocument();
+    document_->setUsable(tag == kOpenChosenDocument);
 }
 
 void GeneralPane::setDocumentIsSpecified(bool isSpecified) {
-    documentIsSpecified_ = isSpecified;
-    enableDocument();
-}
-
-void GeneralPane::enableDocument() {
-    document_->setEnabled(startupAction_->currentIndex() == kOpenChosenDocument);
-    for (QPushButton* button : documentButtons_)
-        button->setEnabled(documentIsSpecified_);
+    document_->setHasItem(isSpecified);
 }
 
 } // namespace quillow

@@ -8,7 +8,6 @@
 
 class QComboBox;
 class QLayout;
-class QPushButton;
 class QRadioButton;
 
 namespace quillow {
@@ -48,18 +47,15 @@ public:
 private:
     [[nodiscard]] QLayout* makeDestination();
     [[nodiscard]] QLayout* makeStartup();
-    void enableDocument();
     [[nodiscard]] std::function<void()> running(std::function<void()> GeneralPaneCommands::*command) const;
 
     GeneralPaneCommands commands_;
     bool isShowing_ = false; ///< the controls are being set, not used
-    bool documentIsSpecified_ = false;
     QRadioButton* asks_;
     QRadioButton* fixed_;
     ChosenItem* folder_;
     QComboBox* startupAction_;
     ChosenItem* document_;
-    QList<QPushButton*> documentButtons_; ///< those that need a specified document
 };
 
 } // namespace quillow

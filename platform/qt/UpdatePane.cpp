@@ -48,7 +48,7 @@ UpdatePane::UpdatePane(UpdateCheck updateCheck) {
     connect(notifies_, &QCheckBox::toggled, this, [this](bool isOn) {
         if (!isShowing_ && commands_.setNotifies) commands_.setNotifies(isOn);
     });
-    auto* daily = makeQuietLabel(QStringLiteral("It is looked for once a day, told or not."));
+    auto* daily = makeQuietLabel(QStringLiteral("Quillow looks for one once a day in either case."));
     lastCheck_ = new QLabel;
     lastCheck_->setTextFormat(Qt::PlainText);
     auto* checkNow = new QPushButton(QStringLiteral("Check &Now"));
