@@ -1,6 +1,7 @@
 #include "platform/qt/AlertBox.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -36,7 +37,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent)
         QFont bold = message->font();
         bold.setBold(true);
         message->setFont(bold);
-        message->setMinimumWidth(message->fontMetrics().averageCharWidth() * kMinimumCharacters);
+        // Not as the label's own minimum: that would hide from the message box that a long message needs its lines broken.
+        if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
+            const int width = message->fontMetrics().averageCharWidth() * kMinimumCharacters;
+            grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+        }
     }
     // The message box hands its text format to the message only.
     if (auto* informative = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))

@@ -52,6 +52,8 @@ bool FakeFileSystem::writeToFileAtomically(const QByteArray& bytes, const QStrin
 bool FakeFileSystem::createDirectory(const QString& path) {
     journal_.add(QStringLiteral("create folder ") + path);
     if (isDiskFull_) return false;
+    bool isDirectory = false;
+    if (fileExistsAtPath(path, &isDirectory)) return isDirectory;
     addFolder(path);
     return true;
 }

@@ -289,6 +289,38 @@ class Panels(ProgramTest):
         self.wait_for_log(self.converted(paper))
 
 
+class Preferences(ProgramTest):
+    def press_in(self, title, *keys):
+        subprocess.run(["xdotool", "windowactivate", "--sync", screen.window(title)])
+        screen.press_keys(*keys)
+
+    def test_panes_by_keyboard(self):
+        self.start_program()
+        self.press_in(WINDOW_TITLE, "ctrl+comma")
+        preferences = screen.window("^General")
+        general = screen.settled_place(preferences)
+        self.assertEqual(general.height, 278)
+
+        self.press_in("^General", "alt+u")
+        self.assertEqual(screen.window("^Update"), preferences)
+        screen.until(lambda: screen.place_of(preferences).height == 238, "height of the Update pane")
+        update = screen.settled_place(preferences)
+        self.assertEqual(update, general._replace(height=238))  # the top edge stands still
+        accessibility.control(self.accessible, "push button", "Check Now")
+
+        self.press_in("^Update", "alt+g")
+        screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
+        self.assertEqual(screen.settled_place(preferences), general)
+        self.press_in("^General", "alt+f")
+        defaults = HOME / ".config/org.quillow.Quillow/defaults.ini"
+        screen.until(lambda: defaults.exists() and "destinationType=i:1" in defaults.read_text(), "stored type")
+        accessibility.press(accessibility.control(self.accessible, "radio button", "Ask when saving"))
+        screen.until(lambda: "destinationType=i:0" in defaults.read_text(), "stored type")
+        self.press_in("^General", "Escape")
+        screen.until(lambda: not screen.find_window("^General"), "preferences closed")
+        self.assertIsNone(self.program.poll())
+
+
 class Life(ProgramTest):
     def test_every_control_has_a_name(self):
         self.preset_destination()

@@ -72,6 +72,16 @@ TYPED_TEST(DefaultsContract, keysAreApart) {
     EXPECT_EQ(this->store().objectForKey(QStringLiteral("one")), Boxed(1));
 }
 
+TYPED_TEST(DefaultsContract, aRegisteredValueAnswersUntilOneIsSet) {
+    this->store().registerDefaults({{this->key(), true}});
+    EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(true));
+    this->store().setObject(false, this->key());
+    EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(false));
+    this->store().setObject(nullptr, this->key());
+    this->store().synchronize();
+    EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(true));
+}
+
 TEST(QtDefaults, anotherProcessReadsTheSameTypes) {
     // Another store on the same file, made after the first one is gone, reads what is on the disk as another process would.
     QTemporaryDir folder;

@@ -98,5 +98,44 @@ TYPED_TEST(FileSystemContract, keepsNamesWithBlanksQuotesAndOtherScripts) {
     EXPECT_EQ(this->files().contentsOfFile(path), QByteArray("x"));
 }
 
+TYPED_TEST(FileSystemContract, makesAFolderAndThoseOnTheWay) {
+    EXPECT_TRUE(this->files().createDirectory(this->at(u"a/b/c")));
+    bool isDirectory = false;
+    EXPECT_TRUE(this->files().fileExistsAtPath(this->at(u"a/b/c"), &isDirectory) && isDirectory);
+    EXPECT_TRUE(this->files().createDirectory(this->at(u"a/b")));
+    this->world_.addFile(this->at(u"file"), "x");
+    EXPECT_FALSE(this->files().createDirectory(this->at(u"file")));
+}
+
+TYPED_TEST(FileSystemContract, listsAFolder) {
+    this->world_.addFile(this->at(u"folder/.hidden"), "x");
+    this->world_.addFile(this->at(u"folder/inner/file"), "x");
+    auto names = this->files().contentsOfDirectory(this->at(u"folder")).value_or(QStringList());
+    names.sort();
+    EXPECT_EQ(names, QStringList({QStringLiteral(".hidden"), QStringLiteral("inner")}));
+    EXPECT_FALSE(this->files().contentsOfDirectory(this->at(u"missing")).has_value());
+}
+
+TYPED_TEST(FileSystemContract, copiesAFileToWhereNothingStands) {
+    this->world_.addFile(this->at(u"in.pdf"), "bytes");
+    EXPECT_TRUE(this->files().copyItem(this->at(u"in.pdf"), this->at(u"out.pdf")));
+    EXPECT_EQ(this->files().contentsOfFile(this->at(u"out.pdf")), QByteArray("bytes"));
+    this->world_.addFile(this->at(u"other.pdf"), "other");
+    EXPECT_FALSE(this->files().copyItem(this->at(u"in.pdf"), this->at(u"other.pdf")));
+    EXPECT_EQ(this->files().contentsOfFile(this->at(u"other.pdf")), QByteArray("other"));
+    EXPECT_FALSE(this->files().copyItem(this->at(u"missing.pdf"), this->at(u"new.pdf")));
+    EXPECT_FALSE(this->files().fileExistsAtPath(this->at(u"new.pdf"), nullptr));
+}
+
+TYPED_TEST(FileSystemContract, removesAFolderWithAllThatIsInItButNotWhatALinkPointsAt) {
+    this->world_.addFile(this->at(u"kept/file"), "x");
+    this->world_.addFile(this->at(u"folder/inner/file"), "x");
+    this->world_.addSymbolicLink(this->at(u"folder/link"), this->at(u"kept"));
+    EXPECT_TRUE(this->files().removeItem(this->at(u"folder")));
+    EXPECT_FALSE(this->files().fileExistsAtPath(this->at(u"folder"), nullptr));
+    EXPECT_TRUE(this->files().fileExistsAtPath(this->at(u"kept/file"), nullptr));
+    EXPECT_FALSE(this->files().removeItem(this->at(u"folder")));
+}
+
 } // namespace
 } // namespace quillow

@@ -1,0 +1,90 @@
+// Windows as the logic sees them: frames that grow upwards, a resize that is to be seen, the Window menu.
+#include "platform/qt/QtWindow.h"
+
+#include "tests/platform/Waiting.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <gtest/gtest.h>
+
+namespace quillow {
+namespace {
+
+class QtWindowTest : public testing::Test {
+protected:
+    static double screenHeight() { return QGuiApplication::primaryScreen()->geometry().height(); }
+    void show() {
+        widget_.setGeometry(40, 60, 300, 200);
+        widget_.show();
+        runEvents();
+    }
+    QWidget widget_;
+    QtWindow window_{widget_};
+};
+
+TEST_F(QtWindowTest, theOriginOfAFrameIsTheBottomLeftCorner) {
+    show();
+    EXPECT_EQ(window_.frame(), (Rect{40, screenHeight() - 260, 300, 200}));
+    window_.setFrame({10, 20, 320, 100}, Animate::no);
+    EXPECT_EQ(widget_.geometry(), QRect(10, static_cast<int>(screenHeight()) - 120, 320, 100));
+    EXPECT_EQ(window_.frame(), (Rect{10, 20, 320, 100}));
+}
+
+TEST_F(QtWindowTest, anAnimatedFrameIsToldAtOnceAndReachedExactly) {
+    show();
+    const Rect target{40, window_.frame().y + 55, 300, 145};
+    window_.setFrame(target, Animate::yes);
+    EXPECT_EQ(window_.frame(), target);
+    EXPECT_EQ(widget_.height(), 200);
+    ASSERT_TRUE(waitUntil([this] { return widget_.height() == 145; }));
+    EXPECT_EQ(widget_.geometry(), QRect(40, 60, 300, 145));
+    EXPECT_EQ(window_.frame(), target);
+}
+
+TEST_F(QtWindowTest, theTopEdgeStandsStillDuringTheAnimation) {
+    show();
+    window_.setFrame({40, window_.frame().y - 100, 300, 300}, Animate::yes);
+    ASSERT_TRUE(waitUntil([this] {
+        EXPECT_EQ(widget_.geometry().topLeft(), QPoint(40, 60));
+        return widget_.height() == 300;
+    }));
+}
+
+TEST_F(QtWindowTest, aHiddenWindowTakesItsFrameAtOnce) {
+    widget_.resize(300, 200);
+    const Rect frame = window_.frame();
+    window_.setFrame({frame.x, frame.y + 50, 300, 150}, Animate::yes);
+    EXPECT_EQ(widget_.size(), QSize(300, 150));
+}
+
+TEST_F(QtWindowTest, sizeLimitsDoNotHoldAFrameBack) {
+    show();
+    widget_.setMinimumSize(300, 200);
+    window_.setFrame({40, 100, 200, 100}, Animate::no);
+    EXPECT_EQ(widget_.size(), QSize(200, 100));
+}
+
+TEST_F(QtWindowTest, aFixedHeightStaysFixedAtItsNewValue) {
+    show();
+    widget_.setFixedSize(300, 200);
+    window_.setFrame({40, 100, 300, 150}, Animate::no);
+    EXPECT_EQ(widget_.size(), QSize(300, 150));
+    EXPECT_EQ(widget_.minimumHeight(), 150);
+    EXPECT_EQ(widget_.maximumHeight(), 150);
+}
+
+TEST_F(QtWindowTest, centerPutsItIntoTheMiddleOfItsScreen) {
+    widget_.resize(300, 200);
+    window_.center();
+    window_.makeKeyAndOrderFront();
+    runEvents();
+    const QPoint offset = widget_.geometry().center() - widget_.screen()->availableGeometry().center();
+    // The decoration of a window that was never shown is not known.
+    const QSize decoration = widget_.frameGeometry().size() - widget_.size();
+    EXPECT_LE(offset.manhattanLength(), 2 + decoration.width() + decoration.height());
+    EXPECT_TRUE(window_.isVisible());
+}
+
+} // namespace
+} // namespace quillow
