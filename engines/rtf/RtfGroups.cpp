@@ -326,11 +326,12 @@ void Interpreter::finishInstruction(Frame& frame) {
     switch (instruction.kind) {
     case FieldInstruction::Kind::other: break;
     case FieldInstruction::Kind::character:
+        if (field != nullptr) field->skipsResult = true;
+        writeCodePoint(text::decodeUtf8(instruction.text).codePoint);
+        break;
     case FieldInstruction::Kind::base:
         if (field != nullptr) field->skipsResult = true;
-        if (!prepareText()) break;
-        if (instruction.text == "\uFFFD") ++loss_.charactersWithoutUnicode;
-        output_.append(instruction.text);
+        if (prepareText()) output_.append(instruction.text);
         break;
     case FieldInstruction::Kind::link:
         if (field != nullptr) field->target = std::move(instruction.text);
