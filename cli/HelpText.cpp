@@ -34,14 +34,14 @@ standard input. After "--" everything is a file's name.
   -h, --help            this text
       --version         the version
 
-A message is one line on standard error: "quillow-convert: PATH: REASON
-(DETAIL)".Reasons : ok,
-                       ok - empty, no - text - layer, partial, wrong - type, damaged, locked, too - large,
-                       out - of - memory, unreadable,
-                       unwritable.
+A message is one line on standard error:
+  quillow-convert: PATH: REASON (DETAIL)
+Reasons: ok, ok-empty, no-text-layer, partial, wrong-type, damaged, locked,
+too-large, out-of-memory, unreadable, unwritable.
 
-                           Exit status : 0 every document was converted 1 some or
-                           all failed; or two texts would go to one file, or a text would
+Exit status:
+    0   every document was converted
+    1   some or all failed; or two texts would go to one file, or a text would
         replace an input, and nothing was written
     2   the arguments are not understood
     3   no input is of a type that is read

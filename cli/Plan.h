@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillow::cli {
@@ -28,13 +29,8 @@ struct Plan {
     std::vector<Clash> clashes; ///< when there is any, nothing may be written
 };
 
-/// What tells two files apart whatever their paths look like.
-struct FileIdentity {
-    std::uint64_t device;
-    std::uint64_t number;
-    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
-    friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
-};
+/// What tells two files apart whatever their paths look like: the device and the file's number on it.
+using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
 using IdentityOf = std::function<std::optional<FileIdentity>(const std::string& path)>;
 
 /// The file's name without folders and without its last extension: "a/b.c.rtf" gives "b.c", ".rtf" gives ".rtf".

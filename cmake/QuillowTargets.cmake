@@ -14,6 +14,9 @@ if(QUILLOW_CCACHE)
 endif()
 
 add_compile_options(-Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    add_compile_options(-Wno-restrict) # GCC bug 105651: a false report on "literal" + std::string
+endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
     add_compile_options(-fno-plt)
 endif()

@@ -19,6 +19,7 @@ constexpr Cost kAsciiInOtherScript = bitsCost(4); ///< which of the 26 letters i
 constexpr Cost kPunctuation = bitsCost(5);        ///< typographic quotes, dashes, no-break spaces
 constexpr Cost kSymbol = bitsCost(8);             ///< multiplication and plus-minus signs, exponents
 constexpr Cost kRareSymbol = bitsCost(12);        ///< fractions, currency sign, box drawing
+constexpr Cost kSymbolBesideLetter = bitsCost(2); ///< on top of that
 constexpr Cost kControl = bitsCost(20);           ///< C1 controls
 constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding has nothing for
 constexpr Cost kCapitalInsideWord = bitsCost(6);
@@ -81,12 +82,7 @@ bool isPunctuation(char16_t c) {
 }
 
 bool isCommonSymbol(char16_t c) {
-    return c == 0xD7 || c == 0xB1 || c == 0xB2 || c == 0xB3 || c == 0xB5 || c == 0xBD || c == 0xF7;
-}
-
-Cost symbolCost(char16_t c) {
-    if (isPunctuation(c)) return kPunctuation;
-    return isCommonSymbol(c) ? kSymbol : kRareSymbol;
+    return c == 0xD7 || c == 0xB1 || c == 0xB2 || c == 0xB3 || c == 0xB5 || c == 0xF7;
 }
 
 enum class Case : std::uint8_t { none, lower, upper };
@@ -95,52 +91,56 @@ struct ByteMeaning {
     std::uint8_t letterClass = LanguageModel::kBoundary;
     Case letterCase = Case::none;
     Cost extra = 0;
+    Cost besideLetter = 0;
+
+    [[nodiscard]] bool isLetter() const { return letterClass != LanguageModel::kBoundary; }
 };
+
+ByteMeaning meaningOfSign(char16_t c) {
+    if (isPunctuation(c)) return {LanguageModel::kBoundary, Case::none, kPunctuation, 0};
+    return {LanguageModel::kBoundary, Case::none, isCommonSymbol(c) ? kSymbol : kRareSymbol, kSymbolBesideLetter};
+}
 
 ByteMeaning meaningOf(char16_t c, const LanguageModel& model) {
     const char16_t lower = folded(c);
     const auto found = std::lower_bound(model.letters.begin(), model.letters.end(), lower);
     const bool asciiLetter = lower >= 'a' && lower <= 'z';
     if (found == model.letters.end() || *found != lower) {
-        if (!asciiLetter && !isLetter(c)) return {LanguageModel::kBoundary, Case::none, symbolCost(c)};
+        if (!asciiLetter && !isLetter(c)) return meaningOfSign(c);
         return {LanguageModel::kOtherLetter, lower == c ? Case::lower : Case::upper,
-                asciiLetter ? kAsciiInOtherScript : kForeignLetter};
+                asciiLetter ? kAsciiInOtherScript : kForeignLetter, 0};
     }
     const auto place = static_cast<std::size_t>(found - model.letters.begin());
-    return {static_cast<std::uint8_t>(place + LanguageModel::kFirstLetter), lower == c ? Case::lower : Case::upper, 0};
+    return {static_cast<std::uint8_t>(place + LanguageModel::kFirstLetter), lower == c ? Case::lower : Case::upper, 0,
+            0};
 }
 
-std::array<ByteMeaning, 0x100> meaningsOf(Encoding encoding, const LanguageModel& model) {
-    std::array<ByteMeaning, 0x100> meanings;
-    const std::uint16_t* index = singleByteIndex(encoding);
-    for (std::size_t byte = 0; byte < meanings.size(); ++byte) {
-        const auto ascii = static_cast<char16_t>(byte);
-        if (byte < 0x80) {
-            const char16_t lower = folded(ascii);
-            if (lower >= 'a' && lower <= 'z') meanings[byte] = meaningOf(ascii, model);
-        } else if (index[byte - 0x80] == 0) {
-            meanings[byte].extra = kUndefined;
-        } else if (index[byte - 0x80] < 0xA0) {
-            meanings[byte].extra = kControl;
-        } else {
-            meanings[byte] = meaningOf(static_cast<char16_t>(index[byte - 0x80]), model);
-        }
+ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const LanguageModel& model) {
+    if (byte < 0x80) {
+        const char16_t lower = folded(byte);
+        return lower >= 'a' && lower <= 'z' ? meaningOf(char16_t{byte}, model) : ByteMeaning{};
     }
-    return meanings;
+    const char16_t c = index[byte - 0x80];
+    if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0};
+    if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0};
+    return meaningOf(c, model);
 }
 
 } // namespace
 
 std::uint64_t alphabetCost(const BytePairCounts& pairs, Encoding encoding, const LanguageModel& model) {
-    const std::array<ByteMeaning, 0x100> meanings = meaningsOf(encoding, model);
+    std::array<ByteMeaning, 0x100> meanings;
+    for (const std::uint8_t byte : pairs.bytes)
+        meanings[byte] = meaningOfByte(byte, singleByteIndex(encoding), model);
     const std::size_t classes = model.classes();
     std::uint64_t cost = 0;
     for (const BytePairCounts::Entry& pair : pairs.entries) {
         const ByteMeaning& first = meanings[pair.first];
         const ByteMeaning& second = meanings[pair.second];
         Cost each = second.extra;
-        if (first.letterClass != LanguageModel::kBoundary || second.letterClass != LanguageModel::kBoundary)
-            each += model.bits[first.letterClass * classes + second.letterClass];
+        if (first.isLetter() || second.isLetter()) each += model.bits[first.letterClass * classes + second.letterClass];
+        if (first.isLetter()) each += second.besideLetter;
+        if (second.isLetter()) each += first.besideLetter;
         if (first.letterCase == Case::lower && second.letterCase == Case::upper) each += kCapitalInsideWord;
         cost += std::uint64_t{pair.count} * each;
     }

@@ -43,6 +43,7 @@ public:
     }
 
     void putUtf8(std::string_view utf8) {
+        if (utf8.empty()) return; // it may have no address
         if (utf8.size() > sizeof buffer_ - used_) flush();
         if (utf8.size() > sizeof buffer_) {
             text_.utf8.append(utf8);

@@ -1,6 +1,6 @@
 #include "text/DetectorSample.h"
 
-#include "text/Utf8.h"
+#include <array>
 
 namespace quillow::text {
 
@@ -117,6 +117,11 @@ DetectorSample::DetectorSample(std::string_view bytes, std::size_t mostBytes)
 
 BytePairCounts::BytePairCounts(const DetectorSample& sample) {
     std::vector<std::uint32_t> counts(0x10000);
+    std::array<bool, 0x100> occurs{};
+    for (const char byte : sample.words)
+        occurs[static_cast<std::uint8_t>(byte)] = true;
+    for (std::size_t byte = 0; byte < occurs.size(); ++byte)
+        if (occurs[byte]) bytes.push_back(static_cast<std::uint8_t>(byte));
     for (std::size_t i = 1; i < sample.words.size(); ++i) {
         const auto first = static_cast<std::uint8_t>(sample.words[i - 1]);
         const auto second = static_cast<std::uint8_t>(sample.words[i]);

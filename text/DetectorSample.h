@@ -24,7 +24,8 @@ struct BytePairCounts {
         std::uint8_t second;
         std::uint32_t count;
     };
-    std::vector<Entry> entries; ///< of the pairs that occur
+    std::vector<Entry> entries;      ///< of the pairs that occur
+    std::vector<std::uint8_t> bytes; ///< that occur
 
     explicit BytePairCounts(const DetectorSample& sample);
 };

@@ -55,9 +55,27 @@ Cost placeCost(Encoding encoding, unsigned lead, unsigned trail, char32_t c) {
     }
 }
 
-struct Set {
-    const PairTable& pairs;
-    const CommonCharacters& common;
+/// A double-byte set and what is common in its language.
+class Set {
+public:
+    Set(const PairTable& pairs, const CommonCharacters& common)
+        : pairs_(pairs)
+        , costs_(0x10000) {
+        for (std::size_t level = 0; level < CommonCharacters::kLevels; ++level)
+            for (const char16_t c : common.levels[level])
+                costs_[c] =
+                    static_cast<std::uint8_t>(bitsCost(static_cast<unsigned>(CommonCharacters::kFirstLevel + level)));
+    }
+
+    [[nodiscard]] char32_t decode(unsigned lead, unsigned trail) const {
+        return pairs_.decode(static_cast<std::uint8_t>(lead), static_cast<std::uint8_t>(trail));
+    }
+    /// 0 for a character that is not common.
+    [[nodiscard]] Cost commonCost(char32_t c) const { return c < costs_.size() ? costs_[c] : 0; }
+
+private:
+    const PairTable& pairs_;
+    std::vector<std::uint8_t> costs_;
 };
 
 Set setOf(Encoding encoding) {
@@ -87,18 +105,10 @@ Step highStep(std::string_view bytes, Encoding encoding, const Set& set) {
     if (encoding == Encoding::gb18030 && isBetween(at(1), 0x30, 0x39) && isBetween(at(2), 0x81, 0xFE) &&
         isBetween(at(3), 0x30, 0x39))
         return {4, kRareCharacter};
-    const auto trail = static_cast<std::uint8_t>(at(1));
-    const char32_t c = set.pairs.decode(static_cast<std::uint8_t>(lead), trail);
+    const char32_t c = set.decode(lead, at(1));
     if (c == 0) return {1, kError};
-    if (c < 0x10000) {
-        const auto unit = static_cast<char16_t>(c);
-        for (std::size_t level = 0; level < CommonCharacters::kLevels; ++level) {
-            const std::u16string_view characters = set.common.levels[level];
-            if (std::binary_search(characters.begin(), characters.end(), unit))
-                return {2, bitsCost(static_cast<unsigned>(CommonCharacters::kFirstLevel + level))};
-        }
-    }
-    return {2, placeCost(encoding, lead, trail, c)};
+    const Cost common = set.commonCost(c);
+    return {2, common != 0 ? common : placeCost(encoding, lead, at(1), c)};
 }
 
 bool isAsciiLetter(char byte) {
@@ -107,12 +117,12 @@ bool isAsciiLetter(char byte) {
 
 } // namespace
 
-std::uint64_t eastAsianCost(const DetectorSample& sample, Encoding encoding) {
+std::uint64_t eastAsianCost(const DetectorSample& sample, Encoding encoding, std::uint64_t limit) {
     const Set set = setOf(encoding);
     std::string_view bytes = sample.words;
     std::uint64_t cost = 0;
     enum class Last { separator, letter, character } last = Last::separator;
-    while (!bytes.empty()) {
+    while (!bytes.empty() && cost <= limit) {
         const char byte = bytes.front();
         if (static_cast<std::uint8_t>(byte) >= 0x80) {
             const Step step = highStep(bytes, encoding, set);

@@ -33,6 +33,7 @@ public:
 
     /// Takes the run of ASCII bytes that comes next.
     std::string_view takeAscii() {
+        if (atEnd() || peek() >= 0x80) return {};
         const std::size_t length = asciiPrefixLength(bytes_.substr(at_));
         at_ += length;
         return bytes_.substr(at_ - length, length);

@@ -52,13 +52,16 @@ bool names(std::string_view languages, std::string_view language) {
 /// Well-formed UTF-8, whose last sequence may be cut off; or so much of it that what is not must be damage.
 bool looksLikeUtf8(std::string_view bytes) {
     constexpr std::size_t kSequencesPerError = 20;
+    constexpr std::size_t kMostErrors = 1000; // enough to know
+    if (isValidUtf8(bytes)) return true;
     std::size_t sequences = 0;
     std::size_t errors = 0;
-    while (!bytes.empty()) {
+    while (!bytes.empty() && errors < kMostErrors) {
         bytes.remove_prefix(asciiPrefixLength(bytes));
         if (bytes.empty()) break;
         const DecodedCodePoint decoded = decodeUtf8(bytes);
-        const bool cutOff = !decoded.wellFormed && decoded.length == bytes.size() && decoded.length > 1;
+        const auto lead = static_cast<std::uint8_t>(bytes.front());
+        const bool cutOff = decoded.length == bytes.size() && lead >= 0xC2 && lead <= 0xF4;
         if (decoded.wellFormed) ++sequences;
         if (!decoded.wellFormed && !cutOff) ++errors;
         bytes.remove_prefix(decoded.length);
@@ -95,7 +98,7 @@ bool looksLikeIso2022Jp(std::string_view bytes) {
     return false;
 }
 
-/// The cost of every candidate, least first decided by the order of the lists.
+/// The candidate of the least cost; of several the first.
 Encoding likeliest(const DetectorSample& sample) {
     const BytePairCounts pairs(sample);
     Encoding best = Encoding::windows1252;
@@ -111,7 +114,7 @@ Encoding likeliest(const DetectorSample& sample) {
             if (names(candidate.languages, kLanguageModels[i].language))
                 consider(candidate, alphabetCost(pairs, candidate.encoding, kLanguageModels[i]));
     for (const Candidate& candidate : kEastAsianCandidates)
-        consider(candidate, eastAsianCost(sample, candidate.encoding));
+        consider(candidate, eastAsianCost(sample, candidate.encoding, least));
     return best;
 }
 

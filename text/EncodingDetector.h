@@ -10,6 +10,6 @@ namespace quillow::text {
 /// first `kDetectorWindow` bytes of non-ASCII text are looked at. HTML tags in the input do not disturb it.
 [[nodiscard]] Encoding detectEncoding(std::string_view bytes);
 
-inline constexpr std::size_t kDetectorWindow = 256 * 1024;
+inline constexpr std::size_t kDetectorWindow = std::size_t{256} * 1024;
 
 } // namespace quillow::text

@@ -23,6 +23,7 @@ TONES = {0x300, 0x301, 0x303, 0x309, 0x323}
 UNIT = 8             # steps a bit
 MOST_BITS = 14
 SMOOTHING = 4.0
+SHARE_OUTSIDE_ASCII = 2
 # The commonest characters of ordinary prose, most common first: the translations of programs have too much of their own.
 PROSE = {
     "zh_CN": "的一是不了在人有我他这个们中来上大为和国地到以说时要就出会可也你对生能而子那得于着下自之年过发后作里用道行所然家种"
@@ -80,8 +81,18 @@ def words(text, script):
 
 def alphabet_model(path, language, script):
     text = prepared(path.read_text(encoding="utf-8"), language)
-    counted = [w for w in words(text, script) if any(ord(c) >= 0x80 for c in w)]
-    unigrams = collections.Counter(c for w in counted for c in w)
+    # The detector sees words that hold a letter outside ASCII. Where a language has few of them, all of its words tell, so
+    # those words have two thirds of the weight.
+    counted = collections.Counter("".join(word) for word in words(text, script))
+    of_ascii = sum(n for word, n in counted.items() if word.isascii())
+    weight = max(1.0, of_ascii / max(1, counted.total() - of_ascii))
+    for word in counted:
+        if not word.isascii():
+            counted[word] *= weight * SHARE_OUTSIDE_ASCII
+    unigrams = collections.Counter()
+    for word, count in counted.items():
+        for c in word:
+            unigrams[c] += count
     total = sum(unigrams.values())
     if script == "latin":
         letters = set("abcdefghijklmnopqrstuvwxyz")
@@ -92,13 +103,15 @@ def alphabet_model(path, language, script):
     classes = {c: i + 2 for i, c in enumerate(letters)}
     size = len(letters) + 2
     pairs = [[0.0] * size for _ in range(size)]
-    for w in counted:
+    for word, count in counted.items():
+        if script != "latin" and word.isascii():
+            continue
         previous = 0
-        for c in w:
+        for c in word:
             current = classes.get(c, 1)
-            pairs[previous][current] += 1
+            pairs[previous][current] += count
             previous = current
-        pairs[previous][0] += 1
+        pairs[previous][0] += count
     follows = [sum(row[j] for row in pairs) for j in range(size)]
     everything = sum(follows)
     bits = []

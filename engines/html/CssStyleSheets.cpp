@@ -67,8 +67,9 @@ void CssParser::parse() {
             startAnew();
             break;
         case CssTokenType::closeCurly:
+            if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
-            if (open_.size() > 1) closeBlock();
+            closeBlock();
             startAnew();
             break;
         case CssTokenType::semicolon:

@@ -104,6 +104,7 @@ std::optional<Encoding> Prescanner::readMeta() {
             needPragma = false;
         }
     }
+    if (atEnd()) return std::nullopt; // a tag cut off declares nothing
     if (!charset || (needPragma && !gotPragma)) return std::nullopt;
     if (*charset == Encoding::utf16be || *charset == Encoding::utf16le) return Encoding::utf8;
     if (*charset == Encoding::xUserDefined) return Encoding::windows1252;
@@ -163,6 +164,14 @@ std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
     return std::nullopt;
 }
 
+/// Markup in UTF-16 shows as above; a few zero bytes elsewhere are damage and say nothing.
+Encoding detectWithoutNul(std::string_view bytes) {
+    if (bytes.find('\0') == std::string_view::npos) return text::detectEncoding(bytes);
+    std::string kept(bytes);
+    std::erase(kept, '\0');
+    return text::detectEncoding(kept);
+}
+
 } // namespace
 
 std::optional<Encoding> prescanEncoding(std::string_view bytes) {
@@ -197,7 +206,7 @@ SniffedEncoding sniffEncoding(std::string_view bytes) {
     auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
     if (!declared && bytes.size() > kPrescanBytes) declared = prescanEncoding(bytes.substr(0, kLatePrescanBytes));
     if (declared) return {*declared, 0};
-    return {text::detectEncoding(bytes), 0};
+    return {detectWithoutNul(bytes), 0};
 }
 
 } // namespace quillow::html

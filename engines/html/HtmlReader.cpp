@@ -5,7 +5,6 @@
 #include "engines/html/HtmlTree.h"
 #include "engines/html/Renderer.h"
 
-#include <bit>
 #include <cstring>
 #include <optional>
 
@@ -25,7 +24,7 @@ std::uint64_t countCodePoints(std::string_view utf8) {
         std::uint64_t block = 0;
         std::memcpy(&block, utf8.data() + at, sizeof block);
         // Continuation bytes have the highest bit set and the next one clear.
-        continuations += static_cast<std::uint64_t>(std::popcount((block >> 7) & ~(block >> 6) & kLowBits));
+        continuations += (((block >> 7) & ~(block >> 6) & kLowBits) * kLowBits) >> 56;
     }
     for (; at < utf8.size(); ++at)
         if ((static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80) ++continuations;

@@ -38,8 +38,8 @@ char32_t lastCodePoint(std::string_view text) {
 
 constexpr std::array<bool, 256> makeWhiteSpaceTable() {
     std::array<bool, 256> table{};
-    for (const unsigned char c : {' ', '\t', '\n', '\f', '\r'})
-        table[c] = true;
+    for (const char c : {' ', '\t', '\n', '\f', '\r'})
+        table[static_cast<unsigned char>(c)] = true;
     return table;
 }
 constexpr std::array<bool, 256> kIsWhiteSpace = makeWhiteSpaceTable();

@@ -11,7 +11,7 @@ namespace {
 constexpr QLatin1String kCancel("Cancel");
 
 /// Short messages would wrap their informative text into a column.
-constexpr int kMinimumCharacters = 50;
+constexpr int kMinimumCharacters = 60;
 
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {

@@ -47,7 +47,7 @@ QtLogView::QtLogView(QWidget* parent)
 
 void QtLogView::replaceCharactersInRange(const TextRange& range, const QString& text) {
     const TextRange place = clamped(range);
-    const bool wasAtEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    const bool wasAtEnd = isAtEnd();
     QTextCursor cursor = cursorOver(place);
     cursor.insertText(displayed(text), QTextCharFormat());
     text_.replace(place.location, place.length, text);
@@ -92,6 +92,16 @@ QMimeData* QtLogView::createMimeDataFromSelection() const {
     auto* exactText = new QMimeData;
     exactText->setText(text_.mid(selection.selectionStart(), selection.selectionEnd() - selection.selectionStart()));
     return exactText;
+}
+
+void QtLogView::resizeEvent(QResizeEvent* event) {
+    const bool wasAtEnd = isAtEnd();
+    QPlainTextEdit::resizeEvent(event);
+    if (wasAtEnd) scrollRangeToVisible({text_.size(), 0});
+}
+
+bool QtLogView::isAtEnd() const {
+    return verticalScrollBar()->value() == verticalScrollBar()->maximum();
 }
 
 TextRange QtLogView::clamped(const TextRange& range) const {

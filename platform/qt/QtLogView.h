@@ -27,8 +27,11 @@ public:
 protected:
     /// What is copied is the exact text, too.
     QMimeData* createMimeDataFromSelection() const override;
+    /// The end stays in sight when it was.
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    [[nodiscard]] bool isAtEnd() const;
     [[nodiscard]] TextRange clamped(const TextRange& range) const;
     [[nodiscard]] QTextCursor cursorOver(const TextRange& range) const;
 

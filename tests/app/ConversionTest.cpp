@@ -160,6 +160,14 @@ TEST_F(ConversionTest, unreadableRtfReachesTheReaderAsAbsentBytes) {
     EXPECT_EQ(fakes.bookmarks.openAccesses(), 0);
 }
 
+TEST_F(ConversionTest, absentBytesThatTheReaderTakesForAnEmptyTextGiveAnEmptyFile) {
+    fakes.files.addFile(u"/in/Letter.rtfd/picture.png"_s, "pixels");
+    fakes.rtf.scriptAbsent("");
+    convert(u"/in/Letter.rtfd"_s);
+    EXPECT_EQ(output(u"/texts/Letter.txt"_s), QByteArray());
+    EXPECT_EQ(logLines(), (QStringList{converted(u"/in/Letter.rtfd"_s, u"/texts/Letter.txt"_s)}));
+}
+
 TEST_F(ConversionTest, emptyRtfReachesTheReaderAsEmptyBytes) {
     fakes.files.addFile(u"/in/a.rtf"_s);
     convert(u"/in/a.rtf"_s);

@@ -69,13 +69,15 @@ TEST_F(DestinationTest, droppedPathsAreConvertedOneByOne) {
 
 TEST_F(DestinationTest, otherNotificationsAreIgnored) {
     store(u"/texts"_s);
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s}); // before anything observes it
     launch();
     MWDragDropView otherView;
-    otherView.addLinkToFiles({u"/in/a.rtf"_s});
     delegate.observeValueForKeyPath(u"myFilePathDropped"_s, &otherView, {}, nullptr);
     delegate.observeValueForKeyPath(u"otherKey"_s, &dropArea, {}, nullptr);
     EXPECT_FALSE(delegate.fileToProcessPath());
     EXPECT_TRUE(fakes.journal.entries().isEmpty());
+    delegate.observeValueForKeyPath(u"myFilePathDropped"_s, &dropArea, {}, nullptr);
+    EXPECT_EQ(delegate.fileToProcessPath(), u"/in/a.rtf"_s);
 }
 
 TEST_F(DestinationTest, dropsEndWithTermination) {

@@ -17,6 +17,8 @@ class FakeReading {
 public:
     /// The answer for exactly these bytes; nothing stands for a document without text.
     void script(const QByteArray& bytes, const std::optional<QByteArray>& text) { scripted_.insert(bytes, text); }
+    /// The answer for absent bytes, which is nothing unless the test says otherwise.
+    void scriptAbsent(const QByteArray& text) { scriptedAbsent_ = text; }
     /// Called at every reading, before it answers.
     void onRead(std::function<void()> handler) { handler_ = std::move(handler); }
     /// What was asked for, in order; nothing stands for absent bytes.
@@ -31,13 +33,14 @@ protected:
         journal_.add(entry);
         read_.push_back(bytes);
         if (handler_) handler_();
-        if (!bytes) return std::nullopt;
+        if (!bytes) return scriptedAbsent_;
         return scripted_.value(*bytes, bytes);
     }
 
 private:
     Journal& journal_;
     QHash<QByteArray, std::optional<QByteArray>> scripted_;
+    std::optional<QByteArray> scriptedAbsent_;
     std::function<void()> handler_;
     std::vector<std::optional<QByteArray>> read_;
 };

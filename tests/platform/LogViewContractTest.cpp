@@ -117,6 +117,17 @@ TEST(QtLogView, showsTheEndWhenAskedTo) {
     EXPECT_EQ(view.verticalScrollBar()->value(), 0);
 }
 
+TEST(QtLogView, keepsTheEndInSightWhenTheWindowShrinks) {
+    QtLogView view;
+    view.resize(300, 600);
+    view.show();
+    view.replaceCharactersInRange({0, 0}, QString(20, u'\n'));
+    view.resize(300, 100);
+    runEvents();
+    EXPECT_GT(view.verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+}
+
 TEST(QtLogView, keepsTheUsersSelectionWhenLinesCome) {
     QtLogView view;
     view.replaceCharactersInRange({0, 0}, QStringLiteral("first"));

@@ -163,7 +163,10 @@ TEST(ByteOrderMark, partsOfMarksAreNone) {
 
 TEST(Decode, utf8MaximalSubpartsAreOneErrorEach) {
     expectDecoded({
-        {Encoding::utf8, "", "", 0},
+        {Encoding::utf8, {}, "", 0},
+        {Encoding::shiftJis, {}, "", 0},
+        {Encoding::windows1252, {}, "", 0},
+        {Encoding::utf16le, {}, "", 0},
         {Encoding::utf8, "aé漢😀", "aé漢😀", 0},
         {Encoding::utf8, "\xEF\xBB\xBFx", "\uFEFFx", 0},
         {Encoding::utf8, "a\x80z", "a\uFFFDz", 1},

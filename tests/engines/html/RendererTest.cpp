@@ -1,0 +1,124 @@
+// What is seen, where lines break, tables, lists, and the options.
+#include "tests/engines/html/HtmlTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::html {
+namespace {
+
+struct Case {
+    const char* html;
+    const char* text;
+};
+
+class Rendering : public testing::TestWithParam<Case> {};
+
+TEST_P(Rendering, writesWhatAReaderSees) {
+    EXPECT_EQ(textOf(GetParam().html), GetParam().text) << GetParam().html;
+}
+
+constexpr Case kBlocks[] = {
+    {"one<div>two</div>three", "one\ntwo\nthree"},
+    {"one<p>two</p>three", "one\n\ntwo\n\nthree"},
+    {"<h1>one</h1><h2>two</h2>three", "one\ntwo\nthree"},
+    {"one<hr>two", "one\ntwo"},
+    {"one<div></div><div><div></div></div>two", "one\ntwo"},
+    {"<div><div>one</div></div>", "one"},
+    {"one<br><br>two", "one\n\ntwo"},
+    {"<br>one", "\none"},
+    {"<span>one<div>two</div>three</span>", "one\ntwo\nthree"},
+    {"<fieldset><legend>l</legend>x</fieldset>", "l\nx"},
+    {"<blockquote>q</blockquote>x", "q\nx"},
+    {"<div style='display:flex'><span>1</span> t <span>2</span></div>", "1\nt\n2"},
+    {"<b style='position:absolute'>1</b><b>2</b>", "1\n2"},
+    {"<custom-element>1</custom-element><section>2</section>", "1\n2"},
+    {"<center>1</center>2<marquee>3</marquee>", "1\n23"},
+};
+INSTANTIATE_TEST_SUITE_P(Blocks, Rendering, testing::ValuesIn(kBlocks));
+
+constexpr Case kSeen[] = {
+    {"a<script>x</script>b<style>y</style>c<template>z</template>d", "abcd"},
+    {"a<p hidden>x</p>b", "ab"},
+    {"<details><summary>s</summary>inside</details>", "s\ninside"},
+    {"<dialog>x</dialog><dialog open>y</dialog>", "y"},
+    {"<noscript>n</noscript>", "n"},
+    {"a<img alt=x>b<iframe>x</iframe>c<video>x</video>d<object>o</object>", "abcdo"},
+    {"a<textarea>x</textarea>b<input value=x>c<meter>x</meter>d<progress>x</progress>", "abcd"},
+    {"<button>press</button><label>l</label>", "pressl"},
+    {"<select><option>1<option>2<optgroup label=g><option>3</select>x", "1\n2\n3\nx"},
+    {"a<select></select>b", "ab"},
+    {"<datalist><option>x</datalist>a", "a"},
+    {"<ruby>漢<rp>(</rp><rt>kan</rt><rp>)</rp></ruby>", "漢kan"},
+    {"<svg><title>t</title>loose<g><text>drawn</text></g></svg>", "drawn"},
+    {"<svg><foreignObject><p>inside</p></foreignObject></svg>", "inside"},
+    {"<math><semantics><mi>x</mi><annotation>y</annotation></semantics></math>", "x"},
+    {"<title>t</title>b", "b"},
+    {"<frameset><frame><noframes><body><p>no <b>frames</b></noframes></frameset>", "no frames"},
+    {"<p popover>x</p>a", "a"},
+    {"<audio controls>x</audio>a", "a"},
+};
+INSTANTIATE_TEST_SUITE_P(Seen, Rendering, testing::ValuesIn(kSeen));
+
+constexpr Case kTables[] = {
+    {"<table><tr><td>1<td>2<tr><td>3<td>4</table>", "1\t2\n3\t4"},
+    {"<table><caption>c</caption><thead><tr><th>1<th>2</thead><tbody><tr><td>3</table>x", "c\n1\t2\n3\nx"},
+    {"<table><tr><td></td><td>x</td><td></td></tr></table>", "\tx\t"},
+    {"<table> <tr> <td> 1 </td> <td> 2 </td> </tr> </table>", "1\t2"},
+    {"<table><tr><td><p>1</p><td>2</table>", "1\n\n\t2"},
+    {"<table><tr><td>1<td hidden>2<td>3</table>", "1\t3"},
+    {"<table><tr><td><table><tr><td>1</table><td>2</table>", "1\n\t2"},
+    {"<table><tr><td>1<tr><tr><td>3</table>", "1\n\n3"},
+    {"<div style='display:table'><div style='display:table-cell'>1</div><div style='display:table-cell'>2</div></div>",
+     "1\t2"},
+    {"a<span style='display:inline-table'><span style='display:table-cell'>1</span></span>b", "a1b"},
+};
+INSTANTIATE_TEST_SUITE_P(Tables, Rendering, testing::ValuesIn(kTables));
+
+constexpr Case kLists[] = {
+    {"<ul><li>a<li>b</ul>", "\u2022 a\n\u2022 b"},
+    {"<ol><li>a<li>b</ol>", "1. a\n2. b"},
+    {"<ol start=5><li>a<li value=9>b<li>c</ol>", "5. a\n9. b\n10. c"},
+    {"<ol reversed><li>a<li>b</ol>", "2. a\n1. b"},
+    {"<ol type=a><li>a<li type=I>b</ol>", "a. a\nII. b"},
+    {"<ul><li>a<ol><li>b<li>c</ol><li>d</ul>", "\u2022 a\n  1. b\n  2. c\n\u2022 d"},
+    {"<ul><li><p>a</p><p>b</p></ul>", "\u2022 a\n\nb"},
+    {"<ul><li></li><li>b</ul>", "\u2022 b"},
+    {"<ul style='list-style:none'><li>a</ul>", "a"},
+    {"<ul><li style='display:inline'>a<li style='display:inline'>b</ul>", "ab"},
+    {"<ol><li hidden>a<li>b</ol>", "1. b"},
+    {"<ol><li><ul><li>a</ul></ol>", "1. \u2022 a"},
+    {"<li>a", "\u2022 a"},
+    {"<menu><li>a</menu>", "\u2022 a"},
+};
+INSTANTIATE_TEST_SUITE_P(Lists, Rendering, testing::ValuesIn(kLists));
+
+TEST(RenderingOptions, listMarkersCanBeLeftOut) {
+    Options options;
+    options.listMarkers = ListMarkers::off;
+    EXPECT_EQ(textOf("<ol><li>a<ul><li>b</ul></ol>", options), "a\nb");
+}
+
+TEST(RenderingOptions, cellsCanStandOnLinesOfTheirOwn) {
+    Options options;
+    options.cells = CellSeparator::line;
+    EXPECT_EQ(textOf("<table><tr><td>1<td>2<tr><td>3</table>", options), "1\n2\n3");
+}
+
+TEST(RenderingOptions, linksAreFollowedByTheirTargets) {
+    Options options;
+    options.links = LinkTargets::afterText;
+    EXPECT_EQ(textOf("see <a href='http://h/p?a=1&amp;b'>this </a>page", options), "see this <http://h/p?a=1&b> page");
+    EXPECT_EQ(textOf("<a href='#x'>a</a><a href='JavaScript:f()'>b</a><a>c</a><a href=y><img></a>d", options), "abcd");
+}
+
+TEST(RenderingOptions, hiddenTextCanBeShown) {
+    Options options;
+    options.hiddenText = HiddenText::on;
+    EXPECT_EQ(
+        textOf("a<p hidden>b</p><i style='visibility:hidden'>c</i><b style='display:none'>d</b><script>e</script>",
+               options),
+        "a\n\nb\n\ncd");
+}
+
+} // namespace
+} // namespace quillow::html

@@ -1,0 +1,114 @@
+// The tokenizer and tree construction, on trees small enough to read.
+#include "tests/engines/html/HtmlTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::html {
+namespace {
+
+struct TreeCase {
+    const char* html;
+    const char* tree;
+};
+
+class TreeConstruction : public testing::TestWithParam<TreeCase> {};
+
+TEST_P(TreeConstruction, buildsTheStandardsTree) {
+    EXPECT_EQ(treeOf(GetParam().html), GetParam().tree) << GetParam().html;
+}
+
+constexpr TreeCase kDocuments[] = {
+    {"", "html(head body)"},
+    {"x", "html(head body('x'))"},
+    {"<title>t</title>x", "html(head(title('t')) body('x'))"},
+    {"<!DOCTYPE html>\n <html> <body> <p>x", "html(head body(' ' p('x')))"},
+    {"<p>x</body></html> y", "html(head body(p('x' ' y')))"},
+    {"<p>a<p>b", "html(head body(p('a') p('b')))"},
+    {"<head><script>1</script></head><link>x", "html(head(script('1') link) body('x'))"},
+    {"<noscript><p>n</noscript>", "html(head(noscript) body(p('n')))"},
+    {"<frameset><frame><noframes><p>n</noframes></frameset>", "html(head frameset(frame noframes('<p>n')))"},
+    {"<template><td>x</template>y", "html(head(template(td('x'))) body('y'))"},
+};
+INSTANTIATE_TEST_SUITE_P(Documents, TreeConstruction, testing::ValuesIn(kDocuments));
+
+constexpr TreeCase kMisnesting[] = {
+    {"<b>1<i>2</b>3</i>4", "html(head body(b('1' i('2')) i('3') '4'))"},
+    {"<b>1<p>2</b>3", "html(head body(b('1') p(b('2') '3')))"},
+    {"<a>1<a>2", "html(head body(a('1') a('2')))"},
+    {"<a>1<div>2<a>3", "html(head body(a('1') div(a('2') a('3'))))"},
+    {"<b><p>1</p><p>2</b>3", "html(head body(b(p('1')) p(b('2') '3')))"},
+    {"<p><b>1<p>2", "html(head body(p(b('1')) p(b('2'))))"},
+    {"<nobr>1<nobr>2", "html(head body(nobr('1') nobr('2')))"},
+    {"</p>x</p></br>y", "html(head body('x' p br 'y'))"},
+    {"<ul><li>1<li>2</ul>", "html(head body(ul(li('1') li('2'))))"},
+    {"<dl><dt>1<dd>2", "html(head body(dl(dt('1') dd('2'))))"},
+    {"<h1>1<h2>2", "html(head body(h1('1') h2('2')))"},
+    {"<button>1<button>2", "html(head body(button('1') button('2')))"},
+    {"<select><option>1<option>2</select>3", "html(head body(select(option('1') option('2')) '3'))"},
+    {"<select>1<input>2", "html(head body(select('1') input '2'))"},
+    {"<ruby>a<rt>b<rp>c", "html(head body(ruby('a' rt('b') rp('c'))))"},
+    {"<form><form>x</form>y", "html(head body(form('x') 'y'))"},
+};
+INSTANTIATE_TEST_SUITE_P(Misnesting, TreeConstruction, testing::ValuesIn(kMisnesting));
+
+constexpr TreeCase kTables[] = {
+    {"<table><td>1<td>2<tr><td>3", "html(head body(table(tbody(tr(td('1') td('2')) tr(td('3'))))))"},
+    {"<table>x<tr>y<td>z", "html(head body('x' 'y' table(tbody(tr(td('z'))))))"},
+    {"<table><caption>c<tr><td>1", "html(head body(table(caption('c') tbody(tr(td('1'))))))"},
+    {"<table><col><td>1", "html(head body(table(colgroup(col) tbody(tr(td('1'))))))"},
+    {"<table><tr><td><table><td>1</table>2", "html(head body(table(tbody(tr(td(table(tbody(tr(td('1')))) '2'))))))"},
+    {"<!DOCTYPE html><p><table>", "html(head body(p table))"},
+    {"<p><table>", "html(head body(p(table)))"},
+    {"<table><b>x<tr><td>y", "html(head body(b('x') table(tbody(tr(td('y'))))))"},
+};
+INSTANTIATE_TEST_SUITE_P(Tables, TreeConstruction, testing::ValuesIn(kTables));
+
+constexpr TreeCase kForeign[] = {
+    {"<svg><g>x</g></svg>y", "html(head body(svg:svg(svg:g('x')) 'y'))"},
+    {"<svg><p>x", "html(head body(svg:svg p('x')))"},
+    {"<svg><foreignObject><p>x</p></foreignObject></svg>y", "html(head body(svg:svg(svg:foreignobject(p('x'))) 'y'))"},
+    {"<math><mi>a<p>b", "html(head body(math:math(math:mi('a' p('b')))))"},
+    {"<svg><![CDATA[a<b]]></svg>", "html(head body(svg:svg('a<b')))"},
+    {"<svg/>x", "html(head body(svg:svg 'x'))"},
+    {"<svg><foreignObject></p>x", "html(head body(svg:svg(svg:foreignobject(p 'x'))))"},
+};
+INSTANTIATE_TEST_SUITE_P(Foreign, TreeConstruction, testing::ValuesIn(kForeign));
+
+constexpr TreeCase kTokens[] = {
+    {"a < b", "html(head body('a < b'))"},
+    {"a</>b", "html(head body('a' 'b'))"},
+    {"a<!-->b<!--->c<!-- d --!>e<!x>f<?g>h</ i>j", "html(head body('a' 'b' 'c' 'e' 'f' 'h' 'j'))"},
+    {"a<!--b", "html(head body('a'))"},
+    {"a<b c=\"d", "html(head body('a'))"},
+    {"x&lt;y&ampz&notit;&#65;&#x42&#0;&#x80;&unknown;", "html(head body('x<y&z\u00ACit;AB\uFFFD\u20AC&unknown;'))"},
+    {"&CounterClockwiseContourIntegral;&nGt;", "html(head body('\u2233\u226B\u20D2'))"},
+    {"<textarea>\n<p>&lt;</textarea>x", "html(head body(textarea('<p><') 'x'))"},
+    {"<script><!--<script></script>--></script>x", "html(head(script('<!--<script></script>-->')) body('x'))"},
+    {"<xmp><b>&lt;</xmp>", "html(head body(xmp('<b>&lt;')))"},
+    {"<plaintext></plaintext>", "html(head body(plaintext('</plaintext>')))"},
+    {"<pre>\n\nx", "html(head body(pre('\nx')))"},
+    {"<P CLASS=x>y</P>", "html(head body(p('y')))"},
+    {"<image>", "html(head body(img))"},
+    {"a\r\nb\rc", "html(head body('a\nb\nc'))"},
+};
+INSTANTIATE_TEST_SUITE_P(Tokens, TreeConstruction, testing::ValuesIn(kTokens));
+
+TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
+    const auto tree = parseHtml("<p ID=a id=b data-x='1&amp;2' y=\"?a=1&copy=2\">");
+    const NodeId body = tree->node(tree->node(tree->node(0).firstChild).firstChild).next;
+    const NodeId paragraph = tree->node(body).firstChild;
+    EXPECT_EQ(*tree->attribute(paragraph, "id"), "a");
+    EXPECT_EQ(*tree->attribute(paragraph, "data-x"), "1&2");
+    EXPECT_EQ(*tree->attribute(paragraph, "y"), "?a=1&copy=2");
+    EXPECT_EQ(tree->attribute(paragraph, "z"), nullptr);
+}
+
+TEST(HtmlTree, mergesTheAttributesOfASecondBodyTag) {
+    const auto tree = parseHtml("<body class=a><body class=b id=c>");
+    const NodeId body = tree->node(tree->node(tree->node(0).firstChild).firstChild).next;
+    EXPECT_EQ(*tree->attribute(body, "class"), "a");
+    EXPECT_EQ(*tree->attribute(body, "id"), "c");
+}
+
+} // namespace
+} // namespace quillow::html

@@ -1,0 +1,338 @@
+#!/usr/bin/env python3
+"""End-to-end tests of the desktop program on a real X server; run under session.py.
+
+$QUILLOW and $DRAG_SOURCE name the two programs. What the program did is read from the files it wrote and, over the
+accessibility tree, from its window.
+"""
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+import urllib.parse
+
+import accessibility
+import screen
+
+HOME = pathlib.Path(os.environ["HOME"])
+HERE = pathlib.Path(__file__).resolve().parent
+WINDOW_TITLE = "^Quillow$"
+
+
+def rtf(text):
+    """An RTF document of this text."""
+    return "{\\rtf1\\ansi " + "".join(c if ord(c) < 128 else f"\\u{ord(c)}?" for c in text) + "\\par}"
+
+
+class ProgramTest(unittest.TestCase):
+    def setUp(self):
+        self.papers = HOME / "Papers"
+        self.texts = HOME / "Texts"
+        self.papers.mkdir(parents=True, exist_ok=True)
+        self.texts.mkdir(exist_ok=True)
+        self.started = []
+
+    def tearDown(self):
+        for process in reversed(self.started):
+            if process.poll() is None:
+                process.terminate()
+            try:
+                process.wait(20)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+            if process.stdout:
+                process.stdout.close()
+
+    # The program.
+
+    def preset_destination(self):
+        subprocess.run([sys.executable, HERE / "presets.py", self.texts], check=True)
+
+    def start(self, *command, **options):
+        process = subprocess.Popen([str(part) for part in command], **options)
+        self.started.append(process)
+        return process
+
+    def start_program(self, *arguments):
+        self.program = self.start(os.environ["QUILLOW"], *arguments)
+        self.window = screen.window(WINDOW_TITLE)
+        self.accessible = accessibility.application("Quillow")
+
+    def document(self, name, text):
+        path = self.papers / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(rtf(text))
+        return path
+
+    def log(self):
+        node = accessibility.find(self.accessible, "text", "Message log")
+        return accessibility.text_of(node) if node else ""
+
+    def wait_for_log(self, *messages):
+        """Waits for lines that end so, in this order, and for no others."""
+        def lines():
+            found = self.log().split("\n")[1:]
+            return len(found) >= len(messages) and found
+
+        found = screen.until(lines, lambda: f"log lines {messages}, there is {self.log()!r}")
+        self.assertEqual([line.split("} ", 1)[1] for line in found], list(messages))
+
+    def converted(self, document, name=None):
+        return f"Converted {document}  >>  {self.texts}/{name or document.stem}.txt"
+
+    def no_text(self, document):
+        return f"Not able to extract any text from {document}"
+
+    def converted_count(self):
+        return int(accessibility.control(self.accessible, "label", "Converted: ").get_name().split(": ")[1])
+
+    def assert_text(self, name, text):
+        self.assertIn(text, (self.texts / name).read_text())
+
+    # The drag.
+
+    def drop_point(self):
+        """The drop area's middle, with the window at the left."""
+        screen.move_window(self.window, 10, 40)
+        window = screen.settled_place(self.window)
+        area = accessibility.control(self.accessible, "push button", "Drop documents here").get_extents(1)  # window
+        # Its left end tells whether it is lit: what hangs on the pointer does not reach there.
+        self.drop_place = screen.Place(window.x + area.x, window.y + area.y, 100, area.height)
+        return window.x + area.x + area.width // 2, window.y + area.y + area.height // 2
+
+    def picture_at_rest(self, start):
+        """The drop area with the pointer elsewhere."""
+        screen.pointer("mousemove", *start)
+        return screen.settled_picture(self.drop_place)
+
+    def hover_until_lit(self, point, before):
+        screen.hover_until(point, lambda: screen.picture_of(self.drop_place) != before, "drop area lit")
+
+    def drag(self, actions, *uris, text=None, expect):
+        """Drags from a program of ours onto the drop area and checks what the drag ended as: a link, or nothing."""
+        arguments = ["--actions", actions]
+        for uri in uris:
+            arguments += ["--uri", uri]
+        if text:
+            arguments += ["--text", text]
+        title = f"drag-source-{len(self.started)}"
+        source = self.start(os.environ["DRAG_SOURCE"], "--title", title, *arguments, stdout=subprocess.PIPE, text=True)
+        self.assertEqual(source.stdout.readline(), "ready\n")
+        source_window = screen.window(f"^{title}$")
+        point = self.drop_point()
+        screen.pointer("windowactivate", source_window)
+        screen.move_window(source_window, 900, 500)
+        place = screen.settled_place(source_window)
+        start = (place.x + place.width // 2, place.y + place.height // 2)
+        before = self.picture_at_rest(start)
+        screen.begin_drag(start, point)
+        if expect == "link":
+            self.hover_until_lit(point, before)
+        else:
+            screen.hover(point, 1.5)
+            self.assertEqual(screen.picture_of(self.drop_place), before, "a refused drag lit the drop area")
+        screen.pointer("mouseup", 1)
+        answers = []
+        for line in source.stdout:
+            answers.append(line.split())
+            if answers[-1][0] == "result":
+                break
+        # The source stays to the test's end: the target may not have fetched the data yet.
+        self.assertEqual(answers[-1], ["result", expect])
+
+    @staticmethod
+    def uri(path):
+        return "file://" + urllib.parse.quote(str(path))
+
+
+class FileManagerDrag(ProgramTest):
+    def test_file_from_file_manager(self):
+        self.preset_destination()
+        paper = self.document("thesis.rtf", "Of drops and links.")
+        self.start_program()
+        point = self.drop_point()
+        self.start("pcmanfm", "--no-desktop", self.papers, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        files = screen.window(f"^{self.papers.name}( |$)")
+        subprocess.run(["xdotool", "windowsize", files, "560", "480", "windowmove", files, "680", "40", "windowactivate",
+                        files], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        place = screen.settled_place(files)
+        item = self.item_place(place)
+
+        before = self.picture_at_rest(item)
+        screen.begin_drag(item, point)
+        self.hover_until_lit(point, before)
+        screen.pointer("mouseup", 1)
+
+        self.wait_for_log(self.converted(paper))
+        self.assert_text("thesis.txt", "Of drops and links.")
+        self.assertEqual(self.converted_count(), 1)
+        self.assertTrue(paper.exists(), "the document was moved")
+
+    def item_place(self, window):
+        """A point on the only item, found by what changes when it is selected: no theme and no tool kit matters."""
+        area = screen.Place(window.x + 160, window.y + 80, window.width - 200, window.height - 140)
+        with tempfile.TemporaryDirectory() as folder:
+            before, after = folder + "/before.png", folder + "/after.png"
+
+            def changed():
+                # Into the icon area and out of any selection; then everything, which is the one item.
+                screen.pointer("mousemove", window.x + window.width - 60, window.y + window.height - 90, "click", 1)
+                screen.save_settled_picture(area, before)
+                screen.press_keys("ctrl+a")
+                screen.save_settled_picture(area, after)
+                box = screen.output_of("convert", before, after, "-compose", "difference", "-composite", "-colorspace",
+                                       "gray", "-threshold", "4%", "-format", "%@", "info:").decode()
+                width, height, x, y = (int(n) for n in box.replace("x", "+").split("+"))
+                return (area.x + x + width // 2, area.y + y + height // 4) if 8 < width < area.width - 8 else None
+
+            return screen.until(changed, "an item that selecting changes")
+
+
+class OwnDrag(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.preset_destination()
+
+    def test_refused_actions_and_kinds(self):
+        paper = self.document("thesis.rtf", "never")
+        self.start_program()
+        self.drag("copy", self.uri(paper), expect="none")
+        self.drag("move", self.uri(paper), expect="none")
+        self.drag("copy,move", self.uri(paper), expect="none")
+        self.drag("copy,move,link", text=str(paper), expect="none")
+        self.drag("copy,move,link", "https://example.org/thesis.rtf", expect="none")
+        self.drag("copy,move,link", self.uri(paper), "https://example.org/thesis.rtf", expect="none")
+        # One that is taken shows that the others were not merely late.
+        self.drag("copy,move,link", self.uri(paper), expect="link")
+        self.wait_for_log(self.converted(paper))
+        self.assertTrue(paper.exists())
+
+    def test_three_documents_in_one_drop(self):
+        blanks = self.document("two  blanks & 'quotes' \"%1\".rtf", "first")
+        letters = self.document("\u00fcber \u6587\u66f8.rtf", "second")
+        bundle = self.document("Letter.rtfd/TXT.rtf", "third").parent
+        self.start_program()
+        self.drag("link,copy", self.uri(blanks), self.uri(letters), self.uri(bundle) + "/", expect="link")
+        self.wait_for_log(self.converted(blanks), self.converted(letters), self.converted(bundle))
+        self.assert_text(blanks.stem + ".txt", "first")
+        self.assert_text(letters.stem + ".txt", "second")
+        self.assert_text("Letter.txt", "third")
+        self.assertEqual(self.converted_count(), 3)
+
+    def test_same_document_twice(self):
+        paper = self.document("thesis.rtf", "again")
+        self.start_program()
+        self.drag("link", self.uri(paper), self.uri(paper), expect="link")
+        self.drag("link", self.uri(paper), expect="link")
+        self.wait_for_log(*[self.converted(paper)] * 3)
+        self.assertEqual(self.converted_count(), 3)
+
+    def test_drag_during_a_long_conversion(self):
+        papers = [self.document(f"many/{i:03}.rtf", f"text {i}\\par " * 20000) for i in range(120)]
+        late = self.document("late.rtf", "late")
+        self.start_program(*papers)
+        # The drag comes while the first documents are being converted; it waits and loses nothing.
+        self.drag("link", self.uri(late), expect="link")
+        self.wait_for_log(*[self.converted(paper) for paper in papers], self.converted(late))
+
+
+class Panels(ProgramTest):
+    def test_first_drop_asks_for_the_destination(self):
+        first, second = self.document("first.rtf", "one"), self.document("second.rtf", "two")
+        self.start_program()
+        self.drag("link", self.uri(first), self.uri(second), expect="link")
+        screen.window("^Choose a Folder")
+        accessibility.control(self.accessible, "label", "Select the default destination to save converted text")
+        screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
+        self.wait_for_log(self.converted(first), self.converted(second))
+
+        # A later run remembers the folder.
+        self.program.send_signal(signal.SIGTERM)
+        self.assertEqual(self.program.wait(30), 0)
+        self.start_program(first)
+        self.wait_for_log(self.converted(first))
+
+    def type_into_panel(self, text):
+        panel = screen.find_window("^Choose a Folder")
+        if not panel:
+            return True
+        subprocess.run(["xdotool", "windowactivate", "--sync", panel])
+        screen.press_keys("ctrl+a")
+        screen.type_text(text)
+        screen.press_keys("Return")
+        screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
+        return True
+
+    def test_refused_type_is_told(self):
+        self.preset_destination()
+        notes = self.papers / "notes.txt"
+        notes.write_text("x")
+        self.start_program()
+        self.drag("link", self.uri(notes), expect="link")
+        accessibility.control(self.accessible, "label", "Can't Accept This File Here")
+        accessibility.control(self.accessible, "label", "You can drop here only File type: RTF, RTFD, HTM, HTML, PDF")
+        self.assertEqual(self.log(), "")
+
+    def test_documents_chosen_by_keyboard(self):
+        self.preset_destination()
+        paper = self.document("thesis.rtf", "typed")
+        self.start_program()
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
+        screen.press_keys("ctrl+o")
+        chooser = screen.window("^Choose Files")
+        subprocess.run(["xdotool", "windowactivate", "--sync", chooser])
+        screen.type_text(str(paper))
+        screen.press_keys("Return")
+        self.wait_for_log(self.converted(paper))
+
+
+class Life(ProgramTest):
+    def test_every_control_has_a_name(self):
+        self.preset_destination()
+        self.start_program(self.document("thesis.rtf", "x"))
+        self.wait_for_log(self.converted(self.papers / "thesis.rtf"))
+        nodes = list(accessibility.walk(self.accessible))
+        unnamed = [node.get_role_name() for node in nodes
+                   if node.get_role_name() in accessibility.NAMED_ROLES and not node.get_name()]
+        self.assertEqual(unnamed, [])
+        self.assertGreater(len(nodes), 30)
+
+    def test_documents_of_the_command_line(self):
+        self.preset_destination()
+        paper, missing = self.document("thesis.rtf", "one"), self.papers / "missing.pdf"
+        bad = self.papers / "scan.pdf"
+        bad.write_bytes(b"this is no PDF document")
+        os.chdir(self.papers)
+        self.start_program("thesis.rtf", missing.name, bad)
+        self.wait_for_log(self.converted(paper), self.no_text(bad))
+
+    def test_clear_undo_redo(self):
+        self.preset_destination()
+        paper = self.document("thesis.rtf", "x")
+        self.start_program(paper)
+        self.wait_for_log(self.converted(paper))
+        text = self.log()
+        accessibility.press(accessibility.control(self.accessible, "push button", "Clear Log"))
+        accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
+        screen.until(lambda: self.log() == "", "log cleared")
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
+        screen.press_keys("ctrl+z")
+        screen.until(lambda: self.log() == text, "log back")
+        screen.press_keys("ctrl+shift+z")
+        screen.until(lambda: self.log() == "", "log cleared again")
+
+    def test_signals_and_the_menu_end_it_in_order(self):
+        for end in (lambda: self.program.send_signal(signal.SIGTERM), lambda: self.program.send_signal(signal.SIGINT),
+                    lambda: screen.press_keys("ctrl+q")):
+            self.start_program()
+            subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
+            end()
+            self.assertEqual(self.program.wait(30), 0)
+            screen.until(lambda: not screen.find_window(WINDOW_TITLE), "window gone")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""session.py [--size WxH] [--home DIR] -- COMMAND...: runs COMMAND in a desktop session of its own.
+
+A private X server, D-Bus session, window manager and home folder, all ended afterwards. Exits as the command does.
+"""
+import argparse
+import os
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+LIMIT_SECONDS = 60
+
+
+def wait_for(condition, what):
+    deadline = time.monotonic() + LIMIT_SECONDS
+    while not condition():
+        if time.monotonic() > deadline:
+            sys.exit(f"session.py: no {what} within {LIMIT_SECONDS} s")
+        time.sleep(0.02)
+
+
+class Session:
+    def __init__(self, size, home):
+        self.size = size
+        self.folder = tempfile.mkdtemp(prefix="quillow-gui-")
+        self.home = home or os.path.join(self.folder, "home")
+        self.processes = []
+
+    def __enter__(self):
+        try:
+            self.prepare_environment()
+            self.start_display()
+            self.start_bus()
+            self.start_window_manager()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            process.terminate()
+            try:
+                process.wait(10)
+            except subprocess.TimeoutExpired:
+                process.kill()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def start(self, *command, **options):
+        log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "wb")
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stderr=log, **{"stdout": log, **options})
+        self.processes.append(process)
+        return process
+
+    def prepare_environment(self):
+        runtime = os.path.join(self.folder, "run")
+        os.makedirs(runtime, mode=0o700)
+        os.makedirs(self.home, exist_ok=True)
+        for name in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_CURRENT_DESKTOP", "LC_ALL", "LC_TIME"):
+            os.environ.pop(name, None)
+        os.environ.update(
+            HOME=self.home, XDG_CONFIG_HOME=self.home + "/.config", XDG_DATA_HOME=self.home + "/.local/share",
+            XDG_CACHE_HOME=self.home + "/.cache", XDG_STATE_HOME=self.home + "/.local/state", XDG_RUNTIME_DIR=runtime,
+            LANG="C.UTF-8", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+
+    def start_display(self):
+        # The server picks a free display and writes its number.
+        readable, writable = os.pipe()
+        server = self.start("Xvfb", "-displayfd", str(writable), "-screen", "0", self.size + "x24", "-dpi", "96", "-nolisten",
+                            "tcp", "-noreset", pass_fds=[writable])
+        os.close(writable)
+        with os.fdopen(readable) as numbers:
+            number = numbers.readline().strip()
+        if not number:
+            sys.exit(f"session.py: Xvfb did not start (exit code {server.wait()})")
+        os.environ["DISPLAY"] = ":" + number
+
+    def start_bus(self):
+        bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+
+    def start_window_manager(self):
+        self.start("openbox")
+        check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
+        wait_for(lambda: b"window id" in subprocess.run(check, capture_output=True).stdout, "window manager")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--size", default="1280x900")
+    parser.add_argument("--home")
+    parser.add_argument("command", nargs="+")
+    arguments = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    with Session(arguments.size, arguments.home):
+        return subprocess.run(arguments.command).returncode
+
+
+if __name__ == "__main__":
+    sys.exit(main())
