@@ -12,7 +12,8 @@ QtDefaults::QtDefaults(const QString& filePath)
 }
 
 Boxed QtDefaults::objectForKey(const QString& key) const {
-    return boxedFromText(settings_.value(key).toString());
+    const Boxed stored = boxedFromText(settings_.value(key).toString());
+    return stored.isNil() ? registered_.value(key) : stored;
 }
 
 void QtDefaults::setObject(const Boxed& value, const QString& forKey) {
@@ -20,6 +21,14 @@ void QtDefaults::setObject(const Boxed& value, const QString& forKey) {
         settings_.remove(forKey);
     else
         settings_.setValue(forKey, textFromBoxed(value));
+    settings_.sync();
+}
+
+void QtDefaults::registerDefaults(const Boxed::Dictionary& registrationDictionary) {
+    registered_.insert(registrationDictionary);
+}
+
+void QtDefaults::synchronize() {
     settings_.sync();
 }
 

@@ -19,12 +19,15 @@ public:
     [[nodiscard]] Boxed objectForKey(const QString& key) const override;
     /// On disk when it returns, the whole file replaced at once.
     void setObject(const Boxed& value, const QString& forKey) override;
+    void registerDefaults(const Boxed::Dictionary& registrationDictionary) override;
+    void synchronize() override;
 
     /// "org.quillow.Quillow/defaults.ini" in the user's configuration folder.
     [[nodiscard]] static QString standardFilePath();
 
 private:
     QSettings settings_;
+    Boxed::Dictionary registered_;
 };
 
 } // namespace quillow
