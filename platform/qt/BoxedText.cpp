@@ -10,7 +10,7 @@
 namespace quillow {
 namespace {
 
-/// Nesting that is read back; deeper values become nil.
+/// Nesting that is read back; a value with more becomes nil.
 constexpr int kMaximumDepth = 16;
 
 QString base64(const QByteArray& bytes) {
@@ -51,23 +51,39 @@ Boxed imageFromText(const QString& text) {
     return image;
 }
 
-Boxed boxedFromCbor(const QCborValue& value, int depth) {
-    if (depth > kMaximumDepth) return {};
-    if (value.isString()) return boxedFromText(value.toString());
+/// Nothing when an item is damaged or too deep; a null is nil.
+std::optional<Boxed> boxedFromCbor(const QCborValue& value, int depth) {
+    if (depth > kMaximumDepth) return std::nullopt;
+    if (value.isNull()) return Boxed();
     if (value.isArray()) {
         Boxed::Array items;
-        for (const QCborValue item : value.toArray())
-            items.append(boxedFromCbor(item, depth + 1));
+        for (const QCborValue item : value.toArray()) {
+            const auto boxed = boxedFromCbor(item, depth + 1);
+            if (!boxed) return std::nullopt;
+            items.append(*boxed);
+        }
         return items;
     }
     if (value.isMap()) {
         Boxed::Dictionary entries;
         const QCborMap map = value.toMap();
-        for (auto entry = map.begin(); entry != map.end(); ++entry)
-            entries.insert(entry.key().toString(), boxedFromCbor(entry.value(), depth + 1));
+        for (auto entry = map.begin(); entry != map.end(); ++entry) {
+            const auto boxed = boxedFromCbor(entry.value(), depth + 1);
+            if (!boxed || !entry.key().isString()) return std::nullopt;
+            entries.insert(entry.key().toString(), *boxed);
+        }
         return entries;
     }
-    return {};
+    // A text that holds one more array or dictionary in its own form would escape the count of levels.
+    const QString text = value.toString();
+    const Boxed boxed = text.startsWith(u'j') ? Boxed() : boxedFromText(text);
+    return boxed.isNil() ? std::nullopt : std::optional(boxed);
+}
+
+Boxed boxedFromCborBytes(const QByteArray& bytes) {
+    QCborParserError error;
+    const QCborValue value = QCborValue::fromCbor(bytes, &error);
+    return error.error == QCborError::NoError ? boxedFromCbor(value, 0).value_or(Boxed()) : Boxed();
 }
 
 } // namespace
@@ -157,7 +173,7 @@ Boxed boxedFromText(const QString& text) {
     case u'm': return imageFromText(rest);
     case u'j': {
         const auto cbor = bytesFromBase64(rest);
-        return cbor ? boxedFromCbor(QCborValue::fromCbor(*cbor), 0) : Boxed();
+        return cbor ? boxedFromCborBytes(*cbor) : Boxed();
     }
     default: return {};
     }

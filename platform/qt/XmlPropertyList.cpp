@@ -45,9 +45,23 @@ private:
         const QString name = xml_.name().toString();
         if (name == u"dict") return depth < kPropertyListDepth ? readDictionary(depth) : std::nullopt;
         if (name == u"array") return depth < kPropertyListDepth ? readArray(depth) : std::nullopt;
-        const QString text = xml_.readElementText();
-        if (xml_.hasError()) return std::nullopt;
-        return readScalar(name, text);
+        const auto text = readText();
+        return text ? readScalar(name, *text) : std::nullopt;
+    }
+
+    /// The element's characters up to its end. There is nothing else in it, and no reference to an entity that is declared
+    /// elsewhere, which the reader would pass over.
+    std::optional<QString> readText() {
+        QString text;
+        while (!xml_.atEnd()) {
+            switch (xml_.readNext()) {
+            case QXmlStreamReader::Characters: text += xml_.text(); break;
+            case QXmlStreamReader::Comment: break;
+            case QXmlStreamReader::EndElement: return text;
+            default: return std::nullopt;
+            }
+        }
+        return std::nullopt;
     }
 
     static std::optional<Boxed> readScalar(const QString& name, const QString& text) {
@@ -93,11 +107,11 @@ private:
         Boxed::Dictionary dictionary;
         while (nextElement()) {
             if (xml_.name() != u"key") return std::nullopt;
-            const QString key = xml_.readElementText();
-            if (xml_.hasError() || !nextElement()) return std::nullopt;
+            const auto key = readText();
+            if (!key || !nextElement()) return std::nullopt;
             const auto value = readObject(depth + 1);
             if (!value) return std::nullopt;
-            dictionary.insert(key, *value);
+            dictionary.insert(*key, *value);
         }
         return endsHere(u"dict") ? std::optional<Boxed>(dictionary) : std::nullopt;
     }

@@ -199,6 +199,17 @@ TEST_F(QtDefaultsFile, deeplyNestedBytesAreNoValue) {
     EXPECT_EQ(defaults.objectForKey(QStringLiteral("key")), Boxed(1));
 }
 
+TEST_F(QtDefaultsFile, nestingIsKeptUpToItsLimit) {
+    Boxed value = 1;
+    for (int level = 0; level < 16; ++level)
+        value = Boxed::Array{value};
+    QtDefaults(file).setObject(value, kKey);
+    EXPECT_EQ(QtDefaults(file).objectForKey(kKey), value);
+    EXPECT_TRUE(boxedFromText(textFromBoxed(Boxed::Array{value})).isNil());
+    // A text of the form of an array inside such a text: "gA" is the Base64 of an empty array.
+    EXPECT_TRUE(boxedFromText(QStringLiteral("j:") + QString::fromLatin1(QByteArray("\x64j:gA").toBase64())).isNil());
+}
+
 TEST_F(QtDefaultsFile, valuesHoldForTheRunWhereNothingCanBeWritten) {
     const QString impossible = QStringLiteral("/proc/quillow/defaults.ini");
     testing::internal::CaptureStderr();
