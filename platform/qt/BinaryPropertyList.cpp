@@ -53,7 +53,7 @@ private:
     }
 
     std::optional<Boxed> readObject(std::uint64_t reference, int depth) {
-        if (reference >= objectCount_ || depth > kPropertyListDepth) return std::nullopt;
+        if (reference >= objectCount_) return std::nullopt;
         if (++objects_ > kPropertyListObjects) return std::nullopt;
         const auto at = readUnsigned(table_ + static_cast<std::size_t>(reference) * offsetSize_, offsetSize_);
         if (!at || *at < kHeaderSize || *at >= table_) return std::nullopt;
@@ -123,6 +123,7 @@ private:
         if (at > size_ || count > size_ - at) return std::nullopt;
         const auto length = static_cast<std::size_t>(count);
         if (type <= 0x6 && !takeBytes(length)) return std::nullopt;
+        if (type > 0x6 && depth >= kPropertyListDepth) return std::nullopt;
         switch (type) {
         case 0x4: return Boxed(QByteArray(reinterpret_cast<const char*>(bytes_ + at), static_cast<qsizetype>(length)));
         case 0x5:

@@ -1,11 +1,18 @@
-// A boxed value as one line of ASCII that keeps its type (the forms are listed in QtDefaults.h), and back.
+// A boxed value as one line of ASCII that keeps its type (the forms are listed in DefaultsFile.h), and back.
 #pragma once
 
 #include "base/Boxed.h"
 
 #include <QString>
 
+#include <optional>
+
 namespace quillow {
+
+/// Printing ASCII without blanks, quotes, brackets and signs of the INI form. By units, not by characters, so that a lone
+/// surrogate survives: "%XXXX" is one UTF-16 unit.
+[[nodiscard]] QString asciiFromString(const QString& string);
+[[nodiscard]] std::optional<QString> stringFromAscii(QStringView text);
 
 /// Nil has no text: empty.
 [[nodiscard]] QString textFromBoxed(const Boxed& value);

@@ -3,9 +3,14 @@
 
 #include "platform/PropertyListLoader.h"
 
+#include <QByteArray>
 #include <QObject>
 
-#include <atomic>
+#include <mutex>
+#include <set>
+
+class QEventLoop;
+class QUrl;
 
 namespace quillow {
 
@@ -14,6 +19,7 @@ inline constexpr qint64 kPropertyListDownloadLimit = 64 * 1024;
 /// How long one mirror may take, in milliseconds, name look-up and redirects included.
 inline constexpr int kPropertyListTimeout = 10'000;
 
+/// Outlives the threads that load through it; made on the main thread, after the application.
 class QtPropertyListLoader final : public QObject, public PropertyListLoader {
 public:
     explicit QtPropertyListLoader(int timeoutMilliseconds = kPropertyListTimeout);
@@ -25,9 +31,15 @@ public:
 
 private:
     [[nodiscard]] std::optional<QByteArray> download(const QUrl& url) const;
+    /// Runs the loop unless the program is about to quit.
+    void run(QEventLoop& loop) const;
+    [[nodiscard]] bool isStopping() const;
+    void stop();
 
     int timeoutMilliseconds_;
-    std::atomic<bool> isStopping_ = false;
+    mutable std::mutex mutex_;
+    mutable std::set<QEventLoop*> running_; ///< guarded by mutex_
+    bool isStopping_ = false;               ///< guarded by mutex_
 };
 
 } // namespace quillow

@@ -25,15 +25,15 @@ public:
     }
 
 private:
-    /// Moves to the next start of an element; false at the end of the enclosing one or on an error. A list that declares
-    /// entities of its own is refused: none is needed, and they can be made to grow.
+    /// Moves to the next start of an element; false at the end of the enclosing one or on an error. A list with declarations of
+    /// its own is refused: none is needed, and entities can be made to grow.
     bool nextElement() {
         while (!xml_.atEnd()) {
             switch (xml_.readNext()) {
             case QXmlStreamReader::StartElement: return ++objects_ <= kPropertyListObjects;
             case QXmlStreamReader::EndElement: return false;
             case QXmlStreamReader::DTD:
-                if (!xml_.entityDeclarations().isEmpty()) return false;
+                if (xml_.text().contains(u'[')) return false;
                 break;
             default: break;
             }
@@ -42,13 +42,26 @@ private:
     }
 
     std::optional<Boxed> readObject(int depth) {
-        if (depth > kPropertyListDepth) return std::nullopt;
         const QString name = xml_.name().toString();
-        if (name == u"dict") return readDictionary(depth);
-        if (name == u"array") return readArray(depth);
-        const QString text = xml_.readElementText();
-        if (xml_.hasError()) return std::nullopt;
-        return readScalar(name, text);
+        if (name == u"dict") return depth < kPropertyListDepth ? readDictionary(depth) : std::nullopt;
+        if (name == u"array") return depth < kPropertyListDepth ? readArray(depth) : std::nullopt;
+        const auto text = readText();
+        return text ? readScalar(name, *text) : std::nullopt;
+    }
+
+    /// The element's characters up to its end. There is nothing else in it, and no reference to an entity that is declared
+    /// elsewhere, which the reader would pass over.
+    std::optional<QString> readText() {
+        QString text;
+        while (!xml_.atEnd()) {
+            switch (xml_.readNext()) {
+            case QXmlStreamReader::Characters: text += xml_.text(); break;
+            case QXmlStreamReader::Comment: break;
+            case QXmlStreamReader::EndElement: return text;
+            default: return std::nullopt;
+            }
+        }
+        return std::nullopt;
     }
 
     static std::optional<Boxed> readScalar(const QString& name, const QString& text) {
@@ -59,8 +72,12 @@ private:
         if (name == u"integer") {
             const QString digits = text.trimmed();
             const bool isHexadecimal = digits.startsWith(u"0x", Qt::CaseInsensitive);
-            const qlonglong number = digits.toLongLong(&ok, isHexadecimal ? 16 : 10);
+            const int base = isHexadecimal ? 16 : 10;
+            const qlonglong number = digits.toLongLong(&ok, base);
             if (ok) return Boxed(std::int64_t{number});
+            // Above the signed numbers the bits count, as in the binary form.
+            const qulonglong unsignedNumber = digits.toULongLong(&ok, base);
+            if (ok) return Boxed(static_cast<std::int64_t>(unsignedNumber));
         } else if (name == u"real") {
             const double number = text.trimmed().toDouble(&ok);
             if (ok) return Boxed(number);
@@ -90,11 +107,11 @@ private:
         Boxed::Dictionary dictionary;
         while (nextElement()) {
             if (xml_.name() != u"key") return std::nullopt;
-            const QString key = xml_.readElementText();
-            if (xml_.hasError() || !nextElement()) return std::nullopt;
+            const auto key = readText();
+            if (!key || !nextElement()) return std::nullopt;
             const auto value = readObject(depth + 1);
             if (!value) return std::nullopt;
-            dictionary.insert(key, *value);
+            dictionary.insert(*key, *value);
         }
         return endsHere(u"dict") ? std::optional<Boxed>(dictionary) : std::nullopt;
     }

@@ -51,6 +51,8 @@ TYPED_TEST(DefaultsContract, valuesKeepTheirTypes) {
                             QByteArray(""),
                             QByteArray("\0\xFF", 2),
                             instant,
+                            Image{1, 2, QByteArray("\1\2\3\4\5\6\7\0", 8)},
+                            Image{},
                             Boxed::Array{},
                             Boxed::Array{1, QStringLiteral("two"), Boxed::Array{3.0}, Boxed()},
                             Boxed::Dictionary{{QStringLiteral("k"), QByteArray("v")}}};
@@ -72,45 +74,46 @@ TYPED_TEST(DefaultsContract, keysAreApart) {
     EXPECT_EQ(this->store().objectForKey(QStringLiteral("one")), Boxed(1));
 }
 
-TYPED_TEST(DefaultsContract, aRegisteredValueAnswersUntilOneIsSet) {
-    this->store().registerDefaults({{this->key(), true}});
+TYPED_TEST(DefaultsContract, registeredValuesStandInForAbsentOnes) {
+    this->store().registerDefaults({{this->key(), true}, {QStringLiteral("other"), 0}});
     EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(true));
     this->store().setObject(false, this->key());
     EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(false));
     this->store().setObject(nullptr, this->key());
-    this->store().synchronize();
     EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(true));
 }
 
-TEST(QtDefaults, anotherProcessReadsTheSameTypes) {
-    // Another store on the same file, made after the first one is gone, reads what is on the disk as another process would.
-    QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("deep/defaults.ini"));
-    {
-        QtDefaults first(file);
-        first.setObject(true, QStringLiteral("bool"));
-        first.setObject(1, QStringLiteral("int"));
-        first.setObject(QString(QLatin1String("")), QStringLiteral("string"));
-        first.setObject(QByteArray(""), QStringLiteral("bytes"));
-    }
-    const QtDefaults second(file);
-    EXPECT_EQ(second.objectForKey(QStringLiteral("bool")), Boxed(true));
-    EXPECT_EQ(second.objectForKey(QStringLiteral("int")), Boxed(1));
-    EXPECT_EQ(second.objectForKey(QStringLiteral("string")), Boxed(QString(QLatin1String(""))));
-    EXPECT_EQ(second.objectForKey(QStringLiteral("bytes")), Boxed(QByteArray("")));
-    EXPECT_TRUE(second.objectForKey(QStringLiteral("other")).isNil());
+TYPED_TEST(DefaultsContract, registeringAgainAddsAndReplaces) {
+    this->store().registerDefaults({{QStringLiteral("one"), 1}, {QStringLiteral("two"), 2}});
+    this->store().registerDefaults({{QStringLiteral("two"), 22}});
+    EXPECT_EQ(this->store().objectForKey(QStringLiteral("one")), Boxed(1));
+    EXPECT_EQ(this->store().objectForKey(QStringLiteral("two")), Boxed(22));
 }
 
-TEST(QtDefaults, aDamagedValueIsNil) {
-    QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("defaults.ini"));
-    QFile ini(file);
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[General]\na=true\nb=i:12x\nc=q:1\nd=s:%zz\ne=j:////\n");
-    ini.close();
-    const QtDefaults defaults(file);
-    for (const char16_t* key : {u"a", u"b", u"c", u"d", u"e"})
-        EXPECT_TRUE(defaults.objectForKey(QString::fromUtf16(key)).isNil());
+TYPED_TEST(DefaultsContract, registeringLeavesWhatWasSet) {
+    this->store().setObject(5, this->key());
+    this->store().registerDefaults({{this->key(), 7}});
+    EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(5));
+}
+
+TYPED_TEST(DefaultsContract, synchronizingChangesNoValue) {
+    this->store().synchronize();
+    this->store().setObject(QString(QLatin1String("")), this->key());
+    this->store().synchronize();
+    EXPECT_EQ(this->store().objectForKey(this->key()), Boxed(QString(QLatin1String(""))));
+    EXPECT_TRUE(this->store().objectForKey(QStringLiteral("other")).isNil());
+}
+
+TYPED_TEST(DefaultsContract, anyKeyNamesAValue) {
+    int number = 0;
+    const QString keys[] = {QString(QLatin1String("")), QStringLiteral("[General]"), QStringLiteral("# a=b;c"),
+                            QStringLiteral("a/b\\c"),   QStringLiteral("\u00C4\n "), QStringLiteral("%0041")};
+    for (const QString& key : keys)
+        this->store().setObject(++number, key);
+    this->store().synchronize();
+    for (const QString& key : keys)
+        EXPECT_GT(this->store().objectForKey(key).intValue(), 0) << key.toStdString();
+    EXPECT_EQ(this->store().objectForKey(QStringLiteral("%0041")), Boxed(number));
 }
 
 } // namespace

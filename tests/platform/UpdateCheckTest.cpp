@@ -1,0 +1,83 @@
+// The update check from end to end: mirrors on this machine, the download on a thread of its own, the outcome on the main queue.
+#include "platform/qt/QtBackgroundQueue.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtPropertyListLoader.h"
+#include "prefs/MWPhoneHome.h"
+#include "tests/fakes/FakePlatform.h"
+#include "tests/platform/LocalWebServer.h"
+#include "tests/platform/Waiting.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow {
+namespace {
+
+const QString kLastCheck = QStringLiteral("lastCheckDateForUpdate");
+
+QByteArray releaseList(int latest) {
+    return httpAnswer("200 OK", "<plist version=\"1.0\"><dict><key>LRA</key><integer>" + QByteArray::number(latest) +
+                                    "</integer><key>GFU</key><string>https://example.org/get</string><key>DPU</key>"
+                                    "<string>https://example.org/page</string></dict></plist>");
+}
+
+class UpdateCheck : public testing::Test {
+protected:
+    UpdateCheck() {
+        phoneHome.SetValueAppRelease(10501, QStringLiteral("Quillow"), first.url("/1"), second.url("/2"),
+                                     second.url("/3"), second.url("/4"));
+        fake.defaults.registerDefaults({{QStringLiteral("notifyUpdate"), true}});
+    }
+    [[nodiscard]] bool finish() {
+        return waitUntil([this] { return !phoneHome.isChekingUpdateSystem(); });
+    }
+
+    FakePlatform fake;
+    LocalWebServer first;
+    LocalWebServer second;
+    QtPropertyListLoader loader;
+    QtMainQueue mainQueue;
+    QtBackgroundQueue background;
+    MWPhoneHome phoneHome{
+        {fake.alerts, background, fake.clock, fake.defaults, mainQueue, loader, fake.workspace, fake.supportUtility}};
+};
+
+TEST_F(UpdateCheck, tellsOfTheReleaseThatTheSecondMirrorNames) {
+    first.answer("/1", httpAnswer("500 Internal Server Error", "later"));
+    second.answer("/2", releaseList(10600));
+    fake.alerts.answerNextModal(kAlertFirstButtonReturn);
+    phoneHome.startupProcedure();
+    EXPECT_TRUE(phoneHome.isChekingUpdateSystem());
+    ASSERT_TRUE(finish());
+    ASSERT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(fake.alerts.shown()[0].alert.messageText, QStringLiteral("There is an update available for Quillow"));
+    EXPECT_EQ(fake.workspace.openedUrls(), QStringList{QStringLiteral("https://example.org/get")});
+    EXPECT_EQ(fake.defaults.objectForKey(kLastCheck), Boxed(fake.clock.now().toUTC()));
+    EXPECT_EQ(first.requestCount(), 1);
+    EXPECT_EQ(second.requestCount(), 1);
+}
+
+TEST_F(UpdateCheck, asksNoOtherMirrorAfterTheFirstAnswered) {
+    first.answer("/1", releaseList(10501));
+    phoneHome.checkForLastReleaseAvailableWithNotify();
+    ASSERT_TRUE(finish());
+    ASSERT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(fake.alerts.shown()[0].alert.messageText, QStringLiteral("Quillow is up to date"));
+    EXPECT_EQ(second.requestCount(), 0);
+}
+
+TEST_F(UpdateCheck, tellsThatAllMirrorsFailed) {
+    first.close();
+    second.answer("/2", httpAnswer("404 Not Found", "none"));
+    second.answer("/3", httpAnswer("200 OK", "<html/>"));
+    second.answer("/4", httpAnswer("200 OK", "<plist><array/></plist>"));
+    phoneHome.checkForLastReleaseAvailableWithNotify();
+    ASSERT_TRUE(finish());
+    ASSERT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(fake.alerts.shown()[0].alert.messageText,
+              QStringLiteral("Quillow was not able to connect to the Varnel server"));
+    EXPECT_TRUE(fake.defaults.objectForKey(kLastCheck).isNil());
+    EXPECT_EQ(second.requestCount(), 3);
+}
+
+} // namespace
+} // namespace quillow
