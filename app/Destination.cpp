@@ -1,40 +1,144 @@
-// Where converted text goes: one folder, chosen once and remembered by its bookmark. What is dropped before a folder is chosen
-// waits for the panel's answer.
+// Where converted text goes: into one folder fixed in the preferences, or into a folder asked for when saving; and what happens
+// to a dropped path on either road.
 #include "app/QuillowAppDelegate.h"
 #include "base/PathStrings.h"
 #include "frame/MWDragDropView.h"
+#include "platform/Alerts.h"
+#include "platform/BookmarkStore.h"
 #include "platform/Defaults.h"
+#include "platform/FileSystem.h"
+#include "platform/MainQueue.h"
 #include "platform/Panels.h"
-
-#include <utility>
+#include "platform/Workspace.h"
 
 namespace quillow {
 namespace {
 
 // Keys of the defaults store.
+constexpr char16_t kDestinationType[] = u"destinationType";
 constexpr char16_t kDestBookmark[] = u"destBookmark";
 constexpr char16_t kDestPath[] = u"destPath";
 
+/// The destination type that means one fixed folder; every other asks when saving.
+constexpr std::int32_t kFixedFolder = 1;
+
+// deliberate: the text for a bookmark that was never stored speaks of a file, the one after clearing speaks of a folder.
+constexpr char16_t kPleaseSelectFile[] = u"Please select a file or change startup option";
+constexpr char16_t kPleaseSelectFolder[] = u"Please select a folder or change startup option";
+
+bool isHexDigit(QChar c) {
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+/// A URL made from a URL string, character for character (RFC 3986, appendix A): nothing where the string holds a character
+/// that no URL has, or a per cent sign without two hexadecimal digits.
+std::optional<QUrl> urlWithString(const QString& text) {
+    static constexpr QStringView kMarks = u"-._~:/?#[]@!$&'()*+,;=%";
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        const bool isAlphanumeric = (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+        if (!isAlphanumeric && !kMarks.contains(c)) return std::nullopt;
+        if (c == u'%' && (i + 2 >= text.size() || !isHexDigit(text[i + 1]) || !isHexDigit(text[i + 2])))
+            return std::nullopt;
+    }
+    const QUrl url(text, QUrl::StrictMode);
+    return url.isValid() ? std::optional(url) : std::nullopt;
+}
+
+/// Where a panel starts for the folder chosen last. deliberate: the path is read as a URL string, not as a path, so a folder
+/// with a blank or an accent in its name gives no URL, and the panel then starts where the platform likes.
+std::optional<QUrl> panelDirectory(const std::optional<QString>& latestPath) {
+    const std::optional<QUrl> url = latestPath ? urlWithString(*latestPath) : std::nullopt;
+    if (!url || !url->scheme().isEmpty()) return url;
+    return QUrl::fromLocalFile(url->path(QUrl::FullyDecoded));
+}
+
 } // namespace
 
+bool QuillowAppDelegate::destinationIsFixed() const {
+    return platform().defaults.objectForKey(QString::fromUtf16(kDestinationType)).intValue() == kFixedFolder;
+}
+
 void QuillowAppDelegate::adjustDestinationPath(Sender) {
+    if (!destinationIsFixed()) {
+        setDisplayDestinationPath(QStringLiteral("<ASK WHEN SAVING>"));
+        return;
+    }
     const std::optional<QString> path = pathForBookmark(storedDestinationBookmark());
     setDisplayDestinationPath(path);
     setEffectiveDestinationPath(path);
 }
 
+/// The state line of the destination at launch.
+void QuillowAppDelegate::checkStoredDestination() {
+    const std::optional<QByteArray> bookmark = storedDestinationBookmark();
+    setDestMessageStringSpecified(true);
+    if (!bookmark) {
+        setDestMessageString(QString::fromUtf16(kPleaseSelectFile));
+        return;
+    }
+    bool isStale = false;
+    const std::optional<QUrl> url = bookmark_.urlForBookmark(bookmark, &isStale);
+    if (!url || !platform().bookmarkStore.startAccessingSecurityScopedResource(*url)) {
+        setDestMessageString(QStringLiteral("Unvalid Bookmark. Please re-select"));
+        return;
+    }
+    platform().bookmarkStore.stopAccessingSecurityScopedResource(*url);
+    setDestMessageString(isStale ? QStringLiteral("Stale Bookmark. Please re-select")
+                                 : QStringLiteral("Valid Bookmark"));
+}
+
 void QuillowAppDelegate::observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change&,
                                                 void*) {
     if (ofObject != dragDropArea() || keyPath != QStringLiteral("myFilePathDropped")) return;
-    const std::optional<QString> path = dragDropArea()->myFilePathDropped();
-    setFileToProcessPath(path);
-    // While the panel is open everything waits for its answer, so that the order of the drop is kept.
-    if (destinationPanel_ == DestinationPanel::closed && takeStoredDestination()) {
+    setFileToProcessPath(dragDropArea()->myFilePathDropped());
+    if (destinationIsFixed())
+        convertIntoFixedFolder();
+    else
+        askForFolderAndConvert();
+}
+
+void QuillowAppDelegate::convertIntoFixedFolder() {
+    const std::optional<QByteArray> bookmark = storedDestinationBookmark();
+    const std::optional<QString> path = pathForBookmark(bookmark);
+    setEffectiveDestinationBookmark(bookmark);
+    setEffectiveDestinationPath(path);
+    if (path && existFolderAtPath(*path)) {
         runDoProcess();
         return;
     }
-    if (path) waitingPaths_.append(*path);
-    if (destinationPanel_ == DestinationPanel::closed) selectFolderToSaveOutput();
+    const Alert alert{QStringLiteral("Destination folder not yet set"),
+                      QStringLiteral("It is necessary to indicate in the preferences the destination folder where to "
+                                     "save converted text files"),
+                      AlertStyle::warning,
+                      {QStringLiteral("Open Preferences"), QStringLiteral("Cancel")}};
+    platform().alerts.beginSheetModalForWindow(alert, window(), [this](int returnCode) {
+        if (returnCode == kAlertFirstButtonReturn) platform().mainQueue.addOperation([this] { openPreferences(); });
+    });
+}
+
+void QuillowAppDelegate::askForFolderAndConvert() {
+    // Every path of a drop is gathered before the first panel is answered, so one answer converts them all; the panels of
+    // the later paths find the list emptied.
+    QStringList gathered = fileToProcessPathArray();
+    gathered.append(fileToProcessPath().value_or(QString()));
+    setFileToProcessPathArray(gathered);
+
+    OpenPanel panel;
+    panel.directoryURL = panelDirectory(latestAskDestinationPath());
+    panel.canChooseDirectories = true;
+    panel.canChooseFiles = false;
+    panel.prompt = QStringLiteral("Select");
+    panel.message = QStringLiteral("Please select the destination folder");
+    platform().panels.beginSheetModalForWindow(panel, window(), [this](const std::optional<QUrl>& url) {
+        if (url && existFolderAtPath(pathOfURL(*url))) {
+            setEffectiveDestinationBookmark(bookmark_.bookmarkForURL_RW(url));
+            setEffectiveDestinationPath(pathOfURL(*url));
+            latestAskDestinationPath_.set(pathOfURL(*url));
+            runDoMultiProcess();
+        }
+        setFileToProcessPathArray({});
+    });
 }
 
 void QuillowAppDelegate::selectFolderToSaveOutput(Sender) {
@@ -43,24 +147,31 @@ void QuillowAppDelegate::selectFolderToSaveOutput(Sender) {
     panel.canChooseFiles = false;
     panel.prompt = QStringLiteral("Select");
     panel.message = QStringLiteral("Select the default destination to save converted text");
-    destinationPanel_ = DestinationPanel::open;
-    // On the preferences window, or where there is none on the main window.
-    platform().panels.beginSheetModalForWindow(panel, prefWindow() ? prefWindow() : window(),
-                                               [this](const std::optional<QUrl>& url) { destinationPanelDidEnd(url); });
+    platform().panels.beginSheetModalForWindow(panel, prefWindow(), [this](const std::optional<QUrl>& url) {
+        if (!url || !existFolderAtPath(pathOfURL(*url))) return;
+        const auto bookmark = bookmark_.bookmarkForURL_RW(url);
+        platform().defaults.setObject(pathOfURL(*url), QString::fromUtf16(kDestPath));
+        platform().defaults.setObject(bookmark, QString::fromUtf16(kDestBookmark));
+        setDestMessageStringSpecified(true);
+    });
 }
 
-void QuillowAppDelegate::destinationPanelDidEnd(const std::optional<QUrl>& url) {
-    destinationPanel_ = DestinationPanel::closed;
-    const QStringList paths = std::exchange(waitingPaths_, {});
-    if (!url || !existFolderAtPath(pathOfURL(*url))) return;
-    Defaults& defaults = platform().defaults;
-    defaults.setObject(pathOfURL(*url), QString::fromUtf16(kDestPath));
-    defaults.setObject(bookmark_.bookmarkForURL_RW(*url), QString::fromUtf16(kDestBookmark));
-    adjustDestinationPath();
-    for (const QString& path : paths) {
-        setFileToProcessPath(path);
-        if (takeStoredDestination()) runDoProcess();
+void QuillowAppDelegate::clearDestPath(Sender) {
+    // Empty values, not absent ones: the next launch finds a bookmark that does not resolve.
+    platform().defaults.setObject(QByteArray(""), QString::fromUtf16(kDestBookmark));
+    platform().defaults.setObject(QStringLiteral(""), QString::fromUtf16(kDestPath));
+    setDestMessageString(QString::fromUtf16(kPleaseSelectFolder));
+    setDestMessageStringSpecified(false);
+}
+
+void QuillowAppDelegate::showDestPath(Sender) {
+    const std::optional<QString> path = pathForBookmark(storedDestinationBookmark());
+    if (platform().defaults.objectForKey(QString::fromUtf16(kDestPath)) != Boxed(path)) {
+        platform().defaults.setObject(path, QString::fromUtf16(kDestPath)); // no path removes the key
+        if (path && path->isEmpty()) setDestMessageString(QString::fromUtf16(kPleaseSelectFile));
     }
+    if (path && platform().fileSystem.fileExistsAtPath(*path, nullptr))
+        platform().workspace.selectFile(*path, QString());
 }
 
 std::optional<QByteArray> QuillowAppDelegate::storedDestinationBookmark() const {
@@ -71,15 +182,6 @@ std::optional<QString> QuillowAppDelegate::pathForBookmark(const std::optional<Q
     bool isStale = false;
     const std::optional<QUrl> url = bookmark_.urlForBookmark(bookmark, &isStale);
     return url ? std::optional<QString>(pathOfURL(*url)) : std::nullopt;
-}
-
-/// Makes the stored folder the one in force; true when it is there to be written into.
-bool QuillowAppDelegate::takeStoredDestination() {
-    const std::optional<QByteArray> bookmark = storedDestinationBookmark();
-    const std::optional<QString> path = pathForBookmark(bookmark);
-    setEffectiveDestinationBookmark(bookmark);
-    setEffectiveDestinationPath(path);
-    return path && existFolderAtPath(*path);
 }
 
 } // namespace quillow

@@ -1,21 +1,63 @@
 #include "app/QuillowAppDelegate.h"
 
+#include "base/Release.h"
+#include "platform/Defaults.h"
 #include "platform/Window.h"
+#include "prefs/MWPhoneHome.h"
+#include "util/BookmarkTransformers.h"
+#include "util/ComparisonTransformers.h"
+#include "util/MWValueTransformer.h"
+
+#include <memory>
 
 namespace quillow {
 
+void QuillowAppDelegate::initialize(Defaults& defaults, const UpdateMirrors& mirrors) {
+    // The windows' bindings read through the same store, so these are their initial values too.
+    defaults.registerDefaults({{QStringLiteral("notifyUpdate"), true},
+                               // deliberate: registered, and neither written nor read by anything.
+                               {QStringLiteral("lastVersionUsedToUpdatePref"), 0},
+                               {QStringLiteral("destinationType"), 0}});
+    MWPhoneHome::sharedPhoneHome().SetValueAppRelease(kCurrentRelease, QString::fromUtf16(kApplicationName), mirrors[0],
+                                                      mirrors[1], mirrors[2], mirrors[3]);
+}
+
 QuillowAppDelegate::QuillowAppDelegate(const Platform& platform)
     : MWDragDropBaseApp(platform)
-    , bookmark_(platform.bookmarkStore) {}
+    , bookmark_(platform.bookmarkStore) {
+    ValueTransformerRegistry& registry = platform.valueTransformers;
+    registry.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(1), QStringLiteral("valueIsNot1"));
+    registry.setValueTransformer(std::make_shared<MWValueIsEqualToRef>(1), QStringLiteral("valueIs1"));
+    registry.setValueTransformer(std::make_shared<MWPathFromBookmark>(platform.bookmarkStore), QStringLiteral("b2p"));
+}
 
 void QuillowAppDelegate::applicationWillFinishLaunching(const Notification&) {
-    if (window()) window()->makeKeyAndOrderFront();
+    adjustBeforeFinishingLaunching();
+    if (mainWindow_) mainWindow_->makeKeyAndOrderFront();
     setProperTextColor({Color::Source::controlText});
 }
 
 void QuillowAppDelegate::applicationDidFinishLaunching(const Notification& notification) {
+    if (platform().updateCheck == UpdateCheck::wired) {
+        const ActionSender itself;
+        MWPhoneHome::sharedPhoneHome().startupProcedure(&itself);
+    }
+    setFinishedLaunching(true);
     adjustDestinationPath();
+    checkStoredDestination();
+    if (mainWindow_) {
+        mainWindow_->setExcludedFromWindowsMenu(true);
+        mainWindow_->makeKeyAndOrderFront();
+    }
     MWDragDropBaseApp::applicationDidFinishLaunching(notification);
+}
+
+QString QuillowAppDelegate::getUserGuideName() const {
+    return QStringLiteral("Quillow User Guide");
+}
+
+QString QuillowAppDelegate::getUserGuideNameWithThisRelNum() const {
+    return QStringLiteral("Quillow User Guide 1.5");
 }
 
 } // namespace quillow

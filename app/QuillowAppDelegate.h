@@ -12,13 +12,20 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <optional>
 
 namespace quillow {
 
 class QuillowAppDelegate final : public MWDragDropBaseApp {
 public:
-    explicit QuillowAppDelegate(const Platform& platform); // selector: init
+    /// The four addresses of the release-information list, in the order in which they are asked.
+    using UpdateMirrors = std::array<QString, 4>;
+
+    /// Registers the defaults and configures the shared update checker, whose ports are set. Called once, before any
+    /// instance is made.
+    static void initialize(Defaults& defaults, const UpdateMirrors& mirrors); // selector: initialize
+    explicit QuillowAppDelegate(const Platform& platform);                    // selector: init
 
     // Life cycle.
     void applicationWillFinishLaunching(const Notification& notification);
@@ -40,6 +47,8 @@ public:
     void observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change& change,
                                 void* context) override;
     void selectFolderToSaveOutput(Sender sender = {});
+    void clearDestPath(Sender sender = {});
+    void showDestPath(Sender sender = {});
 
     // Message log.
     void doMessageLog(const QString& message, bool bringFront);
@@ -53,7 +62,12 @@ public:
     void openLastOutputFile(Sender sender = {});
     void showOutputDirectory(Sender sender = {});
 
-    // Destination in force. The window shows `displayDestinationPath`; it is nil while no folder is chosen.
+    // What the frame asks of a product.
+    [[nodiscard]] QString getUserGuideName() const override;
+    [[nodiscard]] QString getUserGuideNameWithThisRelNum() const override;
+
+    // Destination in force. The window shows `displayDestinationPath`: a path, "<ASK WHEN SAVING>", or nil when the fixed
+    // folder cannot be found.
     [[nodiscard]] std::optional<QString> displayDestinationPath() const { return displayDestinationPath_.get(); }
     void setDisplayDestinationPath(const std::optional<QString>& path) { displayDestinationPath_.set(path); }
     [[nodiscard]] std::optional<QString> effectiveDestinationPath() const { return effectiveDestinationPath_.get(); }
@@ -64,6 +78,14 @@ public:
     void setEffectiveDestinationBookmark(const std::optional<QByteArray>& bookmark) {
         effectiveDestinationBookmark_.set(bookmark);
     }
+
+    /// The folder chosen last when saving; the next panel starts there. Not kept across launches.
+    [[nodiscard]] std::optional<QString> latestAskDestinationPath() const { return latestAskDestinationPath_.get(); }
+    /// The state line of the destination in the preferences, and whether it states a condition or only prompts.
+    [[nodiscard]] std::optional<QString> destMessageString() const { return destMessageString_.get(); }
+    void setDestMessageString(const std::optional<QString>& text) { destMessageString_.set(text); }
+    [[nodiscard]] Boxed destMessageStringSpecified() const { return destMessageStringSpecified_.get(); }
+    void setDestMessageStringSpecified(const Boxed& value) { destMessageStringSpecified_.set(value); }
 
     // What the latest successful conversion left.
     [[nodiscard]] std::optional<QString> finalName() const { return finalName_.get(); }
@@ -87,10 +109,11 @@ public:
     // Outlets. An outlet that is null takes what it is told without effect.
     [[nodiscard]] LogView* textLog() const { return textLog_; }
     void setTextLog(LogView* textLog) { textLog_ = textLog; }
+    [[nodiscard]] Window* mainWindow() const { return mainWindow_; }
+    void setMainWindow(Window* mainWindow) { mainWindow_ = mainWindow; }
 
 private:
     enum class ConversionEnd { converted, noText, bytesUnreadable };
-    enum class DestinationPanel { closed, open };
 
     // Conversion.
     ConversionEnd convertDocument(const QString& path);
@@ -100,8 +123,10 @@ private:
     // Destination.
     [[nodiscard]] std::optional<QString> pathForBookmark(const std::optional<QByteArray>& bookmark) const;
     [[nodiscard]] std::optional<QByteArray> storedDestinationBookmark() const;
-    [[nodiscard]] bool takeStoredDestination();
-    void destinationPanelDidEnd(const std::optional<QUrl>& url);
+    [[nodiscard]] bool destinationIsFixed() const;
+    void checkStoredDestination();
+    void convertIntoFixedFolder();
+    void askForFolderAndConvert();
 
     // Message log.
     void appendLogLine(const QString& message);
@@ -114,6 +139,9 @@ private:
     KVProperty<std::optional<QString>> displayDestinationPath_{*this, u"displayDestinationPath"};
     KVProperty<std::optional<QString>> effectiveDestinationPath_{*this, u"effectiveDestinationPath"};
     KVProperty<std::optional<QByteArray>> effectiveDestinationBookmark_{*this, u"effectiveDestinationBookmark"};
+    KVProperty<std::optional<QString>> latestAskDestinationPath_{*this, u"latestAskDestinationPath"};
+    KVProperty<std::optional<QString>> destMessageString_{*this, u"destMessageString"};
+    KVProperty<Boxed> destMessageStringSpecified_{*this, u"destMessageStringSpecified"};
     KVProperty<std::optional<QString>> finalName_{*this, u"finalName"};
     KVProperty<std::optional<QString>> finalFullPathName_{*this, u"finalFullPathName"};
     KVProperty<Boxed> numberProcessed_{*this, u"numberProcessed", 0};
@@ -122,8 +150,7 @@ private:
     Color properTextColor_;
     TextView textView_;
     LogView* textLog_ = nullptr;
-    QStringList waitingPaths_; ///< dropped while there was no folder to convert them into
-    DestinationPanel destinationPanel_ = DestinationPanel::closed;
+    Window* mainWindow_ = nullptr;
 };
 
 } // namespace quillow

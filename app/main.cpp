@@ -1,7 +1,9 @@
 // The desktop program: makes the adapters, the delegate and the window, and ties them together.
+#include "app/Configuration.h"
 #include "app/QuillowAppDelegate.h"
 #include "base/Release.h"
 #include "base/UndoManager.h"
+#include "frame/MWAppSupportUtility.h"
 #include "frame/MWDragDropView.h"
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/qt/AccessRegistry.h"
@@ -9,18 +11,30 @@
 #include "platform/qt/DocumentGlyph.h"
 #include "platform/qt/IcuDateFormatting.h"
 #include "platform/qt/MainWindow.h"
+#include "platform/qt/PreferencesBindings.h"
+#include "platform/qt/PreferencesWindow.h"
 #include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtBackgroundQueue.h"
 #include "platform/qt/QtBookmarkStore.h"
 #include "platform/qt/QtBundle.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtDefaults.h"
+#include "platform/qt/QtDocuments.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/QtLogView.h"
 #include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtMenus.h"
 #include "platform/qt/QtPanels.h"
+#include "platform/qt/QtPropertyListLoader.h"
+#include "platform/qt/QtSystemInfo.h"
+#include "platform/qt/QtTimers.h"
+#include "platform/qt/QtToolbar.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/Spinner.h"
 #include "platform/qt/TerminationSignals.h"
+#include "prefs/MWPhoneHome.h"
+#include "prefs/MyPrefToolbarDelegate.h"
+#include "util/MWValueTransformer.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -89,7 +103,8 @@ private:
 MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& dropView, UndoManager& undoManager) {
     MainWindowCommands commands;
     commands.convert = [&dropView](const QStringList& paths) { dropView.addLinkToFiles(paths); };
-    commands.changeDestination = [&delegate] { delegate.selectFolderToSaveOutput(); };
+    commands.changeDestination = [&delegate] { delegate.openPreferencesAtTab(0); };
+    commands.openPreferences = [&delegate] { delegate.openPreferences(); };
     commands.resetCounter = [&delegate] { delegate.resetCounter(); };
     commands.showInput = [&delegate] { delegate.showLastProcessedFile(); };
     commands.openInput = [&delegate] { delegate.openLastProcessedFile(); };
@@ -99,8 +114,49 @@ MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& drop
     commands.clearLog = [&delegate] { delegate.resetLogAlert(); };
     commands.undo = [&undoManager] { undoManager.undo(); };
     commands.redo = [&undoManager] { undoManager.redo(); };
+    commands.openUserGuide = [&delegate] { delegate.openUserGuide(); };
+    commands.emailUs = [&delegate] { delegate.emailUs(); };
+    commands.visitAppUrl = [&delegate] { delegate.visitAppUrl(); };
+    commands.visitUs = [&delegate] { delegate.visitUs(); };
     commands.quit = [] { QCoreApplication::exit(0); };
     return commands;
+}
+
+PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate) {
+    PreferencesBindings::Actions actions;
+    actions.adjustDestinationPath = [&delegate] { delegate.adjustDestinationPath(); };
+    actions.selectFolder = [&delegate] { delegate.selectFolderToSaveOutput(); };
+    actions.showFolder = [&delegate] { delegate.showDestPath(); };
+    actions.clearFolder = [&delegate] { delegate.clearDestPath(); };
+    actions.selectDocument = [&delegate] { delegate.selectStartupDoc(); };
+    actions.showDocument = [&delegate] { delegate.showInFinderStartupDoc(); };
+    actions.testDocument = [&delegate] { delegate.testOpenStartupDoc(); };
+    actions.clearDocument = [&delegate] { delegate.clearStartupSelectedDoc(); };
+    actions.checkNow = [&delegate] { delegate.checkForLastReleaseAvailable(); };
+    return actions;
+}
+
+/// The transformers that the delegate has registered.
+PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry) {
+    const auto named = [&registry](const char16_t* name) {
+        return registry.valueTransformerForName(QString::fromUtf16(name));
+    };
+    const auto transform = [](const std::shared_ptr<const MWValueTransformer>& transformer) {
+        return [transformer](const Boxed& value) { return transformer->transformedValue(value); };
+    };
+    const auto valueIs1 = named(u"valueIs1");
+    return {transform(valueIs1), [valueIs1](const Boxed& value) { return valueIs1->reverseTransformedValue(value); },
+            transform(named(u"valueIsNot1")), transform(named(u"b2p"))};
+}
+
+SupportAddresses supportAddresses() {
+    return {QString::fromUtf16(configuration::kSupportMail), QString::fromUtf16(configuration::kAppUrl),
+            QString::fromUtf16(configuration::kSiteUrl), QString::fromUtf16(configuration::kStoreUrl)};
+}
+
+QuillowAppDelegate::UpdateMirrors updateMirrors() {
+    return {QString::fromUtf16(configuration::kMirrorUrl1), QString::fromUtf16(configuration::kMirrorUrl2),
+            QString::fromUtf16(configuration::kMirrorUrl3), QString::fromUtf16(configuration::kMirrorUrl4)};
 }
 
 int runProgram(QApplication& application) {
@@ -109,18 +165,27 @@ int runProgram(QApplication& application) {
     // The adapters.
     AccessRegistry access;
     Sheets sheets;
-    QtAlerts alerts(sheets);
+    QtMainQueue mainQueue;
+    QtAlerts alerts(sheets, mainQueue);
     QtPanels panels(sheets);
     QtBookmarkStore bookmarkStore(access);
-    QtBundle bundle;
+    QtBundle bundle(QtBundle::standardResourceFolder());
     QtClock clock;
     IcuDateFormatting dateFormatting;
-    QtDefaults defaults(QtDefaults::standardFilePath());
+    QtDefaults storedDefaults(QtDefaults::standardFilePath());
+    ObservedDefaults defaults(storedDefaults);
     QtFileSystem fileSystem(access);
-    QtMainQueue mainQueue;
+    QtSystemInfo systemInfo;
+    QtTimers timers;
+    QtToolbarFactory toolbarFactory(PreferencesWindow::kToolbarHeight);
     QtWorkspace workspace;
     UndoManager undoManager;
+    ValueTransformerRegistry valueTransformers;
+    constexpr UpdateCheck updateCheck = configuration::kUpdateCheckIsWired ? UpdateCheck::wired : UpdateCheck::leftOut;
     MainWindow window(alerts, workspace);
+    PreferencesWindow preferences(updateCheck);
+    QtDocuments documentController(window.window());
+    QtMenus menus(window.applicationMenu());
 
     const DocumentExtractor extractor(&logReason);
     EngineRtfTextReader rtfReader(extractor);
@@ -131,17 +196,52 @@ int runProgram(QApplication& application) {
     BackgroundHtmlTextReader backgroundHtmlReader(htmlReader, backgroundWork);
     BackgroundPdfTextReader backgroundPdfReader(pdfReader, backgroundWork);
 
+    // The update checker. Its downloads end before what they report to goes.
+    const MWAppSupportUtility supportUtility(workspace, alerts, systemInfo, supportAddresses());
+    QtPropertyListLoader propertyListLoader;
+    QtBackgroundQueue backgroundQueue;
+    MWPhoneHome::setSharedPorts(
+        {alerts, backgroundQueue, clock, defaults, mainQueue, propertyListLoader, workspace, supportUtility});
+    QuillowAppDelegate::initialize(defaults, updateMirrors());
+
     // The delegate and its outlets.
     MWDragDropView dropView;
-    QuillowAppDelegate delegate({alerts, bookmarkStore, bundle, clock, dateFormatting, defaults, fileSystem,
-                                 backgroundHtmlReader, mainQueue, panels, backgroundPdfReader, backgroundRtfReader,
-                                 undoManager, workspace});
+    QuillowAppDelegate delegate({alerts,
+                                 bookmarkStore,
+                                 bundle,
+                                 clock,
+                                 dateFormatting,
+                                 defaults,
+                                 documentController,
+                                 fileSystem,
+                                 backgroundHtmlReader,
+                                 mainQueue,
+                                 menus,
+                                 panels,
+                                 backgroundPdfReader,
+                                 backgroundRtfReader,
+                                 supportUtility,
+                                 systemInfo,
+                                 timers,
+                                 undoManager,
+                                 valueTransformers,
+                                 workspace,
+                                 updateCheck});
+    MyPrefToolbarDelegate prefToolbarDelegate(toolbarFactory, preferences.window(), preferences.tabView());
+    prefToolbarDelegate.awakeFromNib();
+    delegate.setPrefWindow(&preferences.window());
+    delegate.setPrefToolbarDelegate(&prefToolbarDelegate);
+    delegate.setMainWindow(&window.window());
     delegate.setWindow(&window.window());
     delegate.setDragDropArea(&dropView);
     delegate.setProgressIndicator(&window.spinner());
     delegate.setTextLog(&window.logView());
     const Bindings bindings(delegate, undoManager, window);
+    const PreferencesBindings preferencesBindings(preferences, delegate, defaults, dateFormatting,
+                                                  transformsOf(valueTransformers), preferencesActionsOf(delegate));
     window.setCommands(commandsOf(delegate, dropView, undoManager));
+    documentController.setRoads({[&window] { window.chooseDocuments(); },
+                                 [&dropView](const QStringList& paths) { dropView.addLinkToFiles(paths); }});
 
     // The run.
     const TerminationSignals signals([] { QCoreApplication::exit(0); });

@@ -22,9 +22,11 @@ MWAppDelegateBase::MWAppDelegateBase(const Platform& platform)
 }
 
 void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
-    platform_.menus.insertIntoApplicationMenu({QStringLiteral("Software Update…"), QString(),
-                                               [this](Sender sender) { checkForLastReleaseAvailable(sender); }},
-                                              1);
+    if (platform_.updateCheck == UpdateCheck::wired) {
+        platform_.menus.insertIntoApplicationMenu({QStringLiteral("Software Update…"), QString(),
+                                                   [this](Sender sender) { checkForLastReleaseAvailable(sender); }},
+                                                  1);
+    }
     if (prefWindow_) prefWindow_->setExcludedFromWindowsMenu(true);
     // A missing path is not the empty path: it changes nothing.
     if (platform_.defaults.objectForKey(QStringLiteral("StartupSelectedDocPath")) == Boxed(QStringLiteral(""))) {

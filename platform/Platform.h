@@ -24,6 +24,9 @@ class UndoManager;
 class ValueTransformerRegistry;
 class Workspace;
 
+/// Whether this build looks for newer releases; distributions leave that out.
+enum class UpdateCheck { leftOut, wired };
+
 struct Platform {
     Alerts& alerts;
     BookmarkStore& bookmarkStore;
@@ -45,6 +48,7 @@ struct Platform {
     UndoManager& undoManager;                    ///< the application's, base/UndoManager.h
     ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h
     Workspace& workspace;
+    UpdateCheck updateCheck = UpdateCheck::wired;
 };
 
 } // namespace quillow

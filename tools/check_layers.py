@@ -6,7 +6,7 @@ A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that fits
   qtvalue    the Qt Core value headers listed in QT_VALUE
   qt         any Qt header
   x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
-  a prefix   of a project include ("util/") or of a library's ("libxml/"); "-prefix" takes one back, the longest match decides
+  a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" takes one back, the longest match decides
 A folder that no rule covers is a breach.
 """
 import pathlib

@@ -40,10 +40,12 @@ namespace quillow::rtf {
 
 inline constexpr std::array<std::int8_t, 256> kHexValues = [] {
     std::array<std::int8_t, 256> values{};
-    for (std::size_t c = 0; c < values.size(); ++c) {
-        const std::size_t lower = c | 0x20;
-        const bool isHexLetter = lower >= 'a' && lower <= 'f';
-        values[c] = static_cast<std::int8_t>(c >= '0' && c <= '9' ? c - '0' : isHexLetter ? lower - 'a' + 10 : -1);
+    values.fill(-1);
+    for (std::uint8_t digit = 0; digit < 10; ++digit)
+        values['0' + digit] = static_cast<std::int8_t>(digit);
+    for (std::uint8_t digit = 10; digit < 16; ++digit) {
+        values['a' + digit - 10] = static_cast<std::int8_t>(digit);
+        values['A' + digit - 10] = static_cast<std::int8_t>(digit);
     }
     return values;
 }();

@@ -19,6 +19,14 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+/// A note's text without what parts it from its mark; some writers part them by a no-break space.
+std::string_view noteText(std::string_view text) {
+    constexpr std::string_view kNoBreakSpace = "\u00A0";
+    text = trimmed(text);
+    if (text.substr(0, kNoBreakSpace.size()) != kNoBreakSpace) return text;
+    return trimmed(text.substr(kNoBreakSpace.size()));
+}
+
 std::string noteMark(std::uint32_t number) {
     std::string mark(1, '[');
     mark += std::to_string(number);
@@ -284,7 +292,7 @@ void Interpreter::finishDestination(Closing closing) {
         const std::string text = endDiversion(frame);
         notes_ += noteMark(frame.noteNumber);
         notes_ += ' ';
-        notes_ += trimmed(text);
+        notes_ += noteText(text);
         notes_ += '\n';
         break;
     }
@@ -311,8 +319,15 @@ void Interpreter::finishDestination(Closing closing) {
         for (Frame& outer : frames_)
             if (outer.kind == Closing::shape) outer.hasText = true;
         if ((state_.flags & kSuppressed) != 0) break;
-        paragraph_.boxes += trimmed(text);
-        paragraph_.boxes += '\n';
+        if (output_.size() == paragraph_.start && output_.atLineStart() && (pending_ & kSurrogate) == 0) {
+            // Anchored where its paragraph begins, it stands before that.
+            output_.append(trimmed(text));
+            output_.append('\n');
+            paragraph_.start = output_.size();
+        } else {
+            paragraph_.boxes += trimmed(text);
+            paragraph_.boxes += '\n';
+        }
         break;
     }
     case Closing::fieldInstruction: finishInstruction(frame); break;
@@ -326,11 +341,12 @@ void Interpreter::finishInstruction(Frame& frame) {
     switch (instruction.kind) {
     case FieldInstruction::Kind::other: break;
     case FieldInstruction::Kind::character:
+        if (field != nullptr) field->skipsResult = true;
+        writeCodePoint(text::decodeUtf8(instruction.text).codePoint);
+        break;
     case FieldInstruction::Kind::base:
         if (field != nullptr) field->skipsResult = true;
-        if (!prepareText()) break;
-        if (instruction.text == "\uFFFD") ++loss_.charactersWithoutUnicode;
-        output_.append(instruction.text);
+        if (prepareText()) output_.append(instruction.text);
         break;
     case FieldInstruction::Kind::link:
         if (field != nullptr) field->target = std::move(instruction.text);

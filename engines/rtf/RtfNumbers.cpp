@@ -41,18 +41,18 @@ enum class Beyond { repeat, wrap, digits };
 
 struct Alphabet {
     int format;
-    Letters letters;
     Beyond beyond;
+    Letters letters;
 };
 
 constexpr Alphabet kAlphabets[] = {
-    {3, kLatinUpper, Beyond::repeat},     {4, kLatinLower, Beyond::repeat},   {12, kAiueo, Beyond::wrap},
-    {13, kIroha, Beyond::wrap},           {18, kCircled, Beyond::digits},     {20, kAiueo, Beyond::wrap},
-    {21, kIroha, Beyond::wrap},           {24, kGanada, Beyond::wrap},        {25, kChosung, Beyond::wrap},
-    {28, kCircled, Beyond::digits},       {30, kHeavenlyStems, Beyond::wrap}, {31, kEarthlyBranches, Beyond::wrap},
-    {46, kArabicAlphabet, Beyond::wrap},  {48, kArabicAbjad, Beyond::wrap},   {49, kHindiVowels, Beyond::wrap},
-    {50, kHindiConsonants, Beyond::wrap}, {53, kThai, Beyond::wrap},          {58, kRussianLower, Beyond::repeat},
-    {59, kRussianUpper, Beyond::repeat},
+    {3, Beyond::repeat, kLatinUpper},     {4, Beyond::repeat, kLatinLower},   {12, Beyond::wrap, kAiueo},
+    {13, Beyond::wrap, kIroha},           {18, Beyond::digits, kCircled},     {20, Beyond::wrap, kAiueo},
+    {21, Beyond::wrap, kIroha},           {24, Beyond::wrap, kGanada},        {25, Beyond::wrap, kChosung},
+    {28, Beyond::digits, kCircled},       {30, Beyond::wrap, kHeavenlyStems}, {31, Beyond::wrap, kEarthlyBranches},
+    {46, Beyond::wrap, kArabicAlphabet},  {48, Beyond::wrap, kArabicAbjad},   {49, Beyond::wrap, kHindiVowels},
+    {50, Beyond::wrap, kHindiConsonants}, {53, Beyond::wrap, kThai},          {58, Beyond::repeat, kRussianLower},
+    {59, Beyond::repeat, kRussianUpper},
 };
 
 struct Digits {
@@ -68,9 +68,9 @@ constexpr Digits kDigits[] = {
 /// Counting with a sign for each power of ten, as Chinese, Japanese and Korean do.
 struct Counting {
     int format;
+    bool onesBeforeTens; ///< whether 10 begins with the sign of one
     Letters digits;      ///< 0..9
     Letters powers;      ///< 10, 100, 1000
-    bool onesBeforeTens; ///< whether 10 begins with the sign of one
 };
 
 constexpr Letters kPowers = U"十百千";
@@ -80,19 +80,19 @@ constexpr Letters kSimplifiedFormalDigits = U"零壹贰叁肆伍陆柒捌玖";
 constexpr Letters kJapaneseFormalDigits = U"〇壱弐参四伍六七八九";
 
 constexpr Counting kCountings[] = {
-    {10, kIdeographDigits, kPowers, false},
-    {11, kIdeographDigits, kPowers, false},
-    {16, kJapaneseFormalDigits, U"拾百千", true},
-    {17, kIdeographDigits, kPowers, false},
-    {34, kFormalDigits, kFormalPowers, true},
-    {35, kIdeographDigits, kPowers, false},
-    {36, kIdeographDigits, kPowers, false},
-    {37, kIdeographDigits, kPowers, false},
-    {38, kSimplifiedFormalDigits, kFormalPowers, true},
-    {39, kIdeographDigits, kPowers, false},
-    {41, kIdeographDigits, kPowers, false},
-    {42, kKoreanDigits, U"십백천", false},
-    {43, kIdeographDigits, kPowers, false},
+    {10, false, kIdeographDigits, kPowers},
+    {11, false, kIdeographDigits, kPowers},
+    {16, true, kJapaneseFormalDigits, U"拾百千"},
+    {17, false, kIdeographDigits, kPowers},
+    {34, true, kFormalDigits, kFormalPowers},
+    {35, false, kIdeographDigits, kPowers},
+    {36, false, kIdeographDigits, kPowers},
+    {37, false, kIdeographDigits, kPowers},
+    {38, true, kSimplifiedFormalDigits, kFormalPowers},
+    {39, false, kIdeographDigits, kPowers},
+    {41, false, kIdeographDigits, kPowers},
+    {42, false, kKoreanDigits, U"십백천"},
+    {43, false, kIdeographDigits, kPowers},
 };
 
 void appendDigits(std::u32string& out, std::uint32_t value, Letters digits) {

@@ -53,7 +53,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kInitialCapacity = 16 * 1024;
+    static constexpr std::size_t kInitialCapacity = 0x4000;
     static constexpr std::size_t kSlack = 64; // what a single append may write without asking
 
     void makeRoom() {

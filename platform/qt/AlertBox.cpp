@@ -8,7 +8,8 @@
 namespace quillow {
 namespace {
 
-constexpr QLatin1String kCancel("Cancel");
+/// The buttons that Escape presses: those that ask for nothing.
+const QStringList kDismissing{QStringLiteral("Cancel"), QStringLiteral("Later"), QStringLiteral("Close")};
 
 /// Short messages would wrap their informative text into a column.
 constexpr int kMinimumCharacters = 60;
@@ -43,9 +44,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent)
 
     const QStringList titles = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
     for (const QString& title : titles) {
-        QPushButton* button = addButton(title, title == kCancel ? RejectRole : AcceptRole);
+        // deliberate: a sole button is never pressed by Escape, whatever it is named.
+        const bool isDismissing = titles.size() > 1 && kDismissing.contains(title);
+        QPushButton* button = addButton(title, isDismissing ? RejectRole : AcceptRole);
         if (inOrderAdded_.isEmpty()) setDefaultButton(button);
-        if (title == kCancel) cancel_ = button;
+        if (isDismissing && !dismissing_) dismissing_ = button;
         inOrderAdded_.append(button);
     }
 }
@@ -70,8 +73,8 @@ void AlertBox::closeEvent(QCloseEvent* event) {
 }
 
 void AlertBox::dismiss() {
-    if (cancel_)
-        cancel_->click();
+    if (dismissing_)
+        dismissing_->click();
     else
         done(kAlertDismissed);
 }

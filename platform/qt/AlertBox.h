@@ -23,7 +23,7 @@ private:
     void dismiss();
 
     QList<QAbstractButton*> inOrderAdded_;
-    QAbstractButton* cancel_ = nullptr;
+    QAbstractButton* dismissing_ = nullptr;
 };
 
 } // namespace quillow

@@ -12,6 +12,8 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     setAcceptMode(QFileDialog::AcceptOpen);
     setWindowTitle(QStringLiteral("Choose Files"));
     setLabelText(QFileDialog::Accept, prompt);
+    startIn(QString());
+    if (message.isEmpty()) return;
     auto* label = new QLabel(message, this);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -21,7 +23,19 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     label->setContentsMargins(12, 12, 12, 0);
     // The place of a menu bar is the only one above the dialog's own grid.
     layout()->setMenuBar(label);
-    startIn(QString());
+}
+
+void FileDialog::showFiles(const QStringList& extensions) {
+    setWindowTitle(QStringLiteral("Choose a File"));
+    setFileMode(QFileDialog::ExistingFile);
+    if (extensions.isEmpty() || extensions.contains(QString())) {
+        setNameFilter(QStringLiteral("All files (*)"));
+        return;
+    }
+    QStringList patterns;
+    for (const QString& extension : extensions)
+        patterns.append(QStringLiteral("*.") + extension);
+    setNameFilter(QStringLiteral("Documents (%1)").arg(patterns.join(QLatin1Char(' '))));
 }
 
 void FileDialog::showFoldersOnly() {

@@ -3,8 +3,10 @@
 #include "base/Release.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtLogView.h"
+#include "platform/qt/QtWindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
@@ -36,11 +38,15 @@ MainMenu::MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts)
     : window_(window)
     , logView_(logView)
     , alerts_(alerts) {
-    QMenu& program = *window_.menuBar()->addMenu(QStringLiteral("&Quillow"));
+    applicationMenu_ = window_.menuBar()->addMenu(QStringLiteral("&Quillow"));
+    QMenu& program = *applicationMenu_;
     add(program, QStringLiteral("&About Quillow"), {}, [this] {
         tell(QStringLiteral("Quillow %1").arg(QString::fromUtf16(kCurrentReleaseString)),
              QString::fromUtf8(kStatement));
     });
+    program.addSeparator();
+    add(program, QStringLiteral("&Preferences\u2026"), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+        &MainWindowCommands::openPreferences);
     program.addSeparator();
     add(program, QStringLiteral("&Quit Quillow"), QKeySequence(Qt::CTRL | Qt::Key_Q), &MainWindowCommands::quit);
 
@@ -55,9 +61,7 @@ MainMenu::MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts)
     makeEditMenu();
     makeLogMenu();
 
-    QMenu& windows = *window_.menuBar()->addMenu(QStringLiteral("&Window"));
-    add(windows, QStringLiteral("&Minimize"), QKeySequence(Qt::CTRL | Qt::Key_M), [this] { window_.showMinimized(); });
-
+    makeWindowMenu();
     makeHelpMenu();
 }
 
@@ -90,10 +94,33 @@ void MainMenu::makeLogMenu() {
     add(log, QStringLiteral("&Clear Log\u2026"), {}, &MainWindowCommands::clearLog);
 }
 
+void MainMenu::makeWindowMenu() {
+    QMenu* windows = window_.menuBar()->addMenu(QStringLiteral("&Window"));
+    add(*windows, QStringLiteral("&Minimize"), QKeySequence(Qt::CTRL | Qt::Key_M), [this] { window_.showMinimized(); });
+    const qsizetype ownItems = windows->actions().size();
+    QObject::connect(windows, &QMenu::aboutToShow, windows, [windows, ownItems] {
+        while (windows->actions().size() > ownItems)
+            delete windows->actions().constLast();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (!qobject_cast<QMainWindow*>(window) || !window->isVisible()) continue;
+            if (window->property(kExcludedFromWindowsMenu).toBool()) continue;
+            QObject::connect(windows->addAction(window->windowTitle()), &QAction::triggered, window, [window] {
+                window->raise();
+                window->activateWindow();
+            });
+        }
+    });
+}
+
 void MainMenu::makeHelpMenu() {
     QMenu& help = *window_.menuBar()->addMenu(QStringLiteral("&Help"));
     add(help, QStringLiteral("Quillow &Help"), QKeySequence(Qt::Key_F1),
         [this] { tell(QStringLiteral("Quillow turns documents into plain text"), QString::fromUtf8(kHelp)); });
+    add(help, QStringLiteral("User &Guide"), {}, &MainWindowCommands::openUserGuide);
+    help.addSeparator();
+    add(help, QStringLiteral("Quillow on the &Web"), {}, &MainWindowCommands::visitAppUrl);
+    add(help, QStringLiteral("Visit &Us"), {}, &MainWindowCommands::visitUs);
+    add(help, QStringLiteral("&Mail to Support"), {}, &MainWindowCommands::emailUs);
 }
 
 QAction* MainMenu::add(QMenu& menu, const QString& title, const QKeySequence& keys, std::function<void()> action) {

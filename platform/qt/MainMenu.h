@@ -21,6 +21,7 @@ class MainMenu {
 public:
     MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts);
 
+    [[nodiscard]] QMenu& applicationMenu() { return *applicationMenu_; }
     void setCommands(const MainWindowCommands& commands) { commands_ = commands; }
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
@@ -34,6 +35,7 @@ private:
     QAction* add(QMenu& menu, const QString& title, const QKeySequence& keys, Command command);
     void makeEditMenu();
     void makeLogMenu();
+    void makeWindowMenu();
     void makeHelpMenu();
     void tell(const QString& message, const QString& informative);
 
@@ -41,6 +43,7 @@ private:
     QtLogView& logView_;
     Alerts& alerts_;
     MainWindowCommands commands_;
+    QMenu* applicationMenu_ = nullptr;
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     QAction* showInput_ = nullptr;

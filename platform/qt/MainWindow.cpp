@@ -180,6 +180,10 @@ void MainWindow::setRedoAction(const std::optional<QString>& actionName) {
     menu_->setRedoAction(actionName);
 }
 
+QMenu& MainWindow::applicationMenu() {
+    return menu_->applicationMenu();
+}
+
 void MainWindow::chooseDocuments() {
     auto* chooser = new DocumentChooser(workspace_, this);
     chooser->setHandler([this](const QStringList& paths) {

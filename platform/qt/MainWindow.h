@@ -14,6 +14,7 @@
 #include <utility>
 
 class QLabel;
+class QMenu;
 class QPushButton;
 
 namespace quillow {
@@ -44,6 +45,8 @@ public:
     void setRedoAction(const std::optional<QString>& actionName);
 
     [[nodiscard]] QtWindow& window() { return window_; }
+    /// The first menu of the menu bar.
+    [[nodiscard]] QMenu& applicationMenu();
     [[nodiscard]] DropArea& dropArea() { return *dropArea_; }
     [[nodiscard]] QtLogView& logView() { return *logView_; }
     [[nodiscard]] Spinner& spinner() { return *spinner_; }

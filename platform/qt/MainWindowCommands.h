@@ -10,6 +10,7 @@ namespace quillow {
 struct MainWindowCommands {
     std::function<void(const QStringList& paths)> convert; ///< dropped or chosen documents
     std::function<void()> changeDestination;
+    std::function<void()> openPreferences;
     std::function<void()> resetCounter;
     std::function<void()> showInput;
     std::function<void()> openInput;
@@ -19,6 +20,10 @@ struct MainWindowCommands {
     std::function<void()> clearLog;
     std::function<void()> undo;
     std::function<void()> redo;
+    std::function<void()> openUserGuide;
+    std::function<void()> emailUs;
+    std::function<void()> visitAppUrl;
+    std::function<void()> visitUs;
     std::function<void()> quit;
 };
 

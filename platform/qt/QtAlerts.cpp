@@ -3,6 +3,8 @@
 #include "platform/qt/AlertBox.h"
 #include "platform/qt/QtWindow.h"
 
+#include <QApplication>
+
 #include <utility>
 
 namespace quillow {
@@ -37,6 +39,14 @@ private:
 void QtAlerts::beginSheetModalForWindow(const Alert& alert, Window* window,
                                         std::function<void(int returnCode)> completionHandler) {
     sheets_.begin(std::make_unique<AlertSheet>(alert, std::move(completionHandler)), QtWindow::widgetOf(window));
+}
+
+int QtAlerts::runModal(const Alert& alert) {
+    AlertBox box(alert, QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    const QtMainQueue::Suspension suspension(mainQueue_);
+    box.exec();
+    return box.returnCode();
 }
 
 } // namespace quillow

@@ -5,6 +5,7 @@
 
 #include <QRandomGenerator>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,12 +13,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace quillow {
 namespace {
 
 constexpr mode_t kModeOfNewFiles = 0666; // the umask takes its part
+constexpr mode_t kModeOfNewFolders = 0777;
 constexpr int kNamesToTry = 100;
 
 /// The bytes of an absolute path, slashes at its end taken off; nothing for any other path.
@@ -136,6 +140,54 @@ bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString&
     const FileDescriptor folderDescriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folderDescriptor.isOpen()) ::fsync(folderDescriptor.number());
     return true;
+}
+
+bool QtFileSystem::createDirectory(const QString& path) {
+    const auto name = systemPath(path);
+    if (!name || !access_.mayWrite(pathFromBytes(*name))) return false;
+    for (qsizetype slash = 1; slash > 0;) {
+        slash = name->indexOf('/', slash);
+        const QByteArray folder = slash < 0 ? *name : name->left(slash);
+        if (::mkdir(folder.constData(), kModeOfNewFolders) != 0 && errno != EEXIST) break;
+        if (slash > 0) ++slash;
+    }
+    bool isDirectory = false;
+    return fileExistsAtPath(path, &isDirectory) && isDirectory;
+}
+
+std::optional<QStringList> QtFileSystem::contentsOfDirectory(const QString& path) const {
+    const auto name = systemPath(path);
+    if (!name) return std::nullopt;
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(name->constData()), &::closedir);
+    if (!stream) return std::nullopt;
+    QStringList names;
+    while (const dirent* entry = ::readdir(stream.get())) {
+        const QByteArray entryName(entry->d_name);
+        if (entryName != "." && entryName != "..") names.append(pathFromBytes(entryName));
+    }
+    return names;
+}
+
+bool QtFileSystem::copyItem(const QString& path, const QString& toPath) {
+    const auto target = systemPath(toPath);
+    const auto bytes = contentsOfFile(path);
+    if (!target || !bytes || !access_.mayWrite(pathFromBytes(*target))) return false;
+    // A symbolic link that leads nowhere stands in the way, too: O_EXCL follows none.
+    FileDescriptor file(
+        ::open(target->constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, kModeOfNewFiles));
+    if (!file.isOpen()) return false;
+    const bool isWritten = writeAll(file.number(), *bytes);
+    if (file.close() && isWritten) return true;
+    ::unlink(target->constData());
+    return false;
+}
+
+bool QtFileSystem::removeItem(const QString& path) {
+    const auto name = systemPath(path);
+    if (!name || !access_.mayWrite(pathFromBytes(*name))) return false;
+    std::error_code error;
+    const auto count = std::filesystem::remove_all(name->toStdString(), error);
+    return !error && count > 0;
 }
 
 } // namespace quillow

@@ -17,6 +17,10 @@ public:
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    bool createDirectory(const QString& path) override;
+    [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
+    bool copyItem(const QString& path, const QString& toPath) override;
+    bool removeItem(const QString& path) override;
 
 private:
     const AccessRegistry& access_;

@@ -15,6 +15,13 @@ void QtMainQueue::addOperation(std::function<void()> operation) {
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
+QtMainQueue::Suspension::Suspension(QtMainQueue& queue)
+    : queue_(queue)
+    , wasRunning_(std::exchange(queue.isRunning_, false)) {
+    // The events of operations that were added while this one ran may have come and gone.
+    QCoreApplication::postEvent(&queue, new QEvent(QEvent::User));
+}
+
 bool QtMainQueue::event(QEvent* event) {
     if (event->type() != QEvent::User) return QObject::event(event);
     // One event was posted for each operation; one that comes while an operation runs is made up for afterwards.

@@ -15,6 +15,19 @@ public:
     /// May be called from any thread.
     void addOperation(std::function<void()> operation) override;
 
+    /// An operation that shows a modal alert stands still meanwhile: those behind it run under the alert.
+    class [[nodiscard]] Suspension {
+    public:
+        explicit Suspension(QtMainQueue& queue);
+        Suspension(const Suspension&) = delete;
+        Suspension& operator=(const Suspension&) = delete;
+        ~Suspension() { queue_.isRunning_ = wasRunning_; }
+
+    private:
+        QtMainQueue& queue_;
+        bool wasRunning_;
+    };
+
 protected:
     bool event(QEvent* event) override;
 

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] QDialog* makeDialog(QWidget* window) const override {
         auto* dialog = new FileDialog(panel_.message, panel_.prompt, window);
         if (panel_.canChooseFiles)
-            dialog->setFileMode(QFileDialog::ExistingFile);
+            dialog->showFiles(panel_.allowedFileTypes);
         else
             dialog->showFoldersOnly();
         // A URL without a scheme, as one made from a plain path is, names a folder here all the same.

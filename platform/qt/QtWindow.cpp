@@ -1,12 +1,102 @@
 #include "platform/qt/QtWindow.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <cmath>
+
 namespace quillow {
+namespace {
+
+int heightOfPrimaryScreen() {
+    return QGuiApplication::primaryScreen()->geometry().height();
+}
+
+// Lower edge of a widget's rectangle to that of the logic's, whose y grows upwards.
+
+Rect fromPlace(const QRect& place) {
+    return {static_cast<double>(place.x()), static_cast<double>(heightOfPrimaryScreen() - place.y() - place.height()),
+            static_cast<double>(place.width()), static_cast<double>(place.height())};
+}
+
+QRect toPlace(const Rect& frame) {
+    const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
+    return {whole(frame.x), heightOfPrimaryScreen() - whole(frame.y + frame.height), whole(frame.width),
+            whole(frame.height)};
+}
+
+} // namespace
+
+QtWindow::QtWindow(QWidget& widget)
+    : widget_(widget) {
+    animation_.setDuration(kAnimationMilliseconds);
+    animation_.setEasingCurve(QEasingCurve::InOutQuad);
+    QObject::connect(&animation_, &QVariantAnimation::valueChanged, &animation_,
+                     [this](const QVariant& place) { moveTo(place.toRect()); });
+}
 
 void QtWindow::makeKeyAndOrderFront() {
     if (widget_.isMinimized()) widget_.setWindowState(widget_.windowState() & ~Qt::WindowMinimized);
     widget_.show();
     widget_.raise();
     widget_.activateWindow();
+}
+
+void QtWindow::center() {
+    const QRect screen = widget_.screen()->availableGeometry();
+    const QRect now = place();
+    QRect centred(QPoint(0, 0), now.size());
+    centred.moveCenter(screen.center());
+    animation_.stop();
+    moveTo(centred);
+}
+
+Rect QtWindow::frame() const {
+    return fromPlace(place());
+}
+
+QRect QtWindow::place() const {
+    return animation_.state() == QAbstractAnimation::Running ? animation_.endValue().toRect() : widget_.geometry();
+}
+
+void QtWindow::setFrame(const Rect& frame, Animate animate) {
+    const QRect target = toPlace(frame);
+    animation_.stop();
+    if (animate == Animate::no || !widget_.isVisible()) {
+        moveTo(target);
+        return;
+    }
+    animation_.setStartValue(widget_.geometry());
+    animation_.setEndValue(target);
+    animation_.start();
+}
+
+void QtWindow::moveTo(const QRect& place) {
+    const QSize size = place.size();
+    const QSize least = widget_.minimumSize();
+    const QSize most = widget_.maximumSize();
+    const auto lower = [](int limit, int other, int value) { return limit == other ? value : qMin(limit, value); };
+    const auto upper = [](int limit, int other, int value) { return limit == other ? value : qMax(limit, value); };
+    widget_.setMinimumSize(lower(least.width(), most.width(), size.width()),
+                           lower(least.height(), most.height(), size.height()));
+    widget_.setMaximumSize(upper(most.width(), least.width(), size.width()),
+                           upper(most.height(), least.height(), size.height()));
+    // The decoration of a window that was never shown is unknown, and it stands outside of what a geometry tells; and a window
+    // that only changes its size is not to be moved by a pixel.
+    const bool isPlaced = widget_.isVisible();
+    if (place.topLeft() == widget_.geometry().topLeft()) {
+        widget_.resize(size);
+    } else if (isPlaced) {
+        widget_.setGeometry(place);
+    } else {
+        widget_.resize(size);
+        widget_.move(place.topLeft());
+    }
+    widget_.update();
+}
+
+void QtWindow::setExcludedFromWindowsMenu(bool excluded) {
+    widget_.setProperty(kExcludedFromWindowsMenu, excluded);
 }
 
 } // namespace quillow

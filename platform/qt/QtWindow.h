@@ -3,16 +3,35 @@
 
 #include "platform/Window.h"
 
+#include <QRect>
+#include <QVariantAnimation>
 #include <QWidget>
 
 namespace quillow {
 
+/// The widgets of windows that the Window menu leaves out carry this property with the value true.
+inline constexpr char kExcludedFromWindowsMenu[] = "quillowExcludedFromWindowsMenu";
+
 class QtWindow final : public Window {
 public:
-    explicit QtWindow(QWidget& widget)
-        : widget_(widget) {}
+    /// How long a change of the frame takes that is to be seen.
+    static constexpr int kAnimationMilliseconds = 150;
+
+    explicit QtWindow(QWidget& widget);
 
     void makeKeyAndOrderFront() override;
+    [[nodiscard]] bool isVisible() const override { return widget_.isVisible(); }
+    void center() override;
+    void setTitle(const QString& title) override { widget_.setWindowTitle(title); }
+
+    /// The bottom left corner of the primary screen is the origin. While a frame is on its way this is already the one that
+    /// the window is going to have.
+    [[nodiscard]] Rect frame() const override;
+    /// A window that is not to be seen is never animated. A height or width that the user cannot change stays so.
+    void setFrame(const Rect& frame, Animate animate) override;
+
+    void setExcludedFromWindowsMenu(bool excluded) override;
+
     [[nodiscard]] QWidget& widget() const { return widget_; }
     /// The widget of a window that the logic hands back; null for null.
     [[nodiscard]] static QWidget* widgetOf(Window* window) {
@@ -20,7 +39,11 @@ public:
     }
 
 private:
+    [[nodiscard]] QRect place() const;
+    void moveTo(const QRect& place);
+
     QWidget& widget_;
+    QVariantAnimation animation_;
 };
 
 } // namespace quillow

@@ -72,4 +72,9 @@ void QtWorkspace::openFile(const QString& path) {
     openUrl_(fileUrlFromPath(path));
 }
 
+void QtWorkspace::openURL(const QUrl& url) {
+    const QString scheme = url.scheme();
+    if (url.isValid() && (scheme == u"http" || scheme == u"https" || scheme == u"mailto")) openUrl_(url);
+}
+
 } // namespace quillow

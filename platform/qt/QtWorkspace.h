@@ -20,6 +20,8 @@ public:
     /// By org.freedesktop.FileManager1; where no file manager answers to that, the folder around the item is opened.
     void selectFile(const QString& path, const QString& inFileViewerRootedAtPath) override;
     void openFile(const QString& path) override;
+    /// Only addresses of the web and of mail: what is opened may come from the network.
+    void openURL(const QUrl& url) override;
 
 private:
     QDBusConnection sessionBus_;

@@ -22,10 +22,11 @@ struct DelegateFixture : testing::Test {
     FakeProgressIndicator progressIndicator{fakes.journal};
     FakeLogView log;
     MWDragDropView dropArea;
-    QuillowAppDelegate delegate{fakes.platform()};
+    QuillowAppDelegate delegate{(fakes.updateCheck = UpdateCheck::leftOut, fakes.platform())};
 
     DelegateFixture() {
         delegate.setWindow(&window);
+        delegate.setMainWindow(&window);
         delegate.setProgressIndicator(&progressIndicator);
         delegate.setTextLog(&log);
         delegate.setDragDropArea(&dropArea);

@@ -51,6 +51,7 @@ struct FakePlatform {
          QStringLiteral("https://example.org/"), QStringLiteral("https://example.org/store")}};
     ValueTransformerRegistry valueTransformers;
     UndoManager undoManager;
+    UpdateCheck updateCheck = UpdateCheck::wired;
 
     [[nodiscard]] Platform platform() {
         return {alerts,
@@ -72,7 +73,8 @@ struct FakePlatform {
                 timers,
                 undoManager,
                 valueTransformers,
-                workspace};
+                workspace,
+                updateCheck};
     }
 };
 

@@ -87,6 +87,13 @@ TEST_F(AppDelegateBase, putsSoftwareUpdateSecondIntoTheApplicationMenu) {
     EXPECT_EQ(fake.menus.applicationMenu()[1].keyEquivalent, QString());
 }
 
+TEST_F(AppDelegateBase, leavesTheUpdateOutOfABuildThatDoesNotCheck) {
+    fake.updateCheck = UpdateCheck::leftOut;
+    Delegate without(fake.platform());
+    without.adjustBeforeFinishingLaunching();
+    EXPECT_EQ(fake.menus.applicationMenu().size(), 2);
+}
+
 TEST_F(AppDelegateBase, checksForUpdatesFromTheMenu) {
     // The shared checker outlives this test, so do its ports.
     static FakePlatform platform;

@@ -45,6 +45,11 @@ protected:
         commands.clearLog = note("clearLog");
         commands.undo = note("undo");
         commands.redo = note("redo");
+        commands.openPreferences = note("openPreferences");
+        commands.openUserGuide = note("openUserGuide");
+        commands.emailUs = note("emailUs");
+        commands.visitAppUrl = note("visitAppUrl");
+        commands.visitUs = note("visitUs");
         commands.quit = note("quit");
         window_.setCommands(commands);
         window_.show();
@@ -94,8 +99,9 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
         if (title == QStringLiteral("Minimize") || title == QStringLiteral("Close Window")) continue;
         item->trigger();
     }
-    for (const char* name : {"changeDestination", "resetCounter", "showInput", "openInput", "showOutput", "openOutput",
-                             "showFolder", "clearLog", "undo", "redo", "quit"})
+    for (const char* name :
+         {"changeDestination", "resetCounter", "showInput", "openInput", "showOutput", "openOutput", "showFolder",
+          "clearLog", "undo", "redo", "openPreferences", "openUserGuide", "emailUs", "visitAppUrl", "visitUs", "quit"})
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
     ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
     EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));

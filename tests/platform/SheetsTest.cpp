@@ -70,7 +70,8 @@ protected:
     QWidget widget_;
     QtWindow window_{widget_};
     Sheets sheets_;
-    QtAlerts alerts_{sheets_};
+    QtMainQueue mainQueue_;
+    QtAlerts alerts_{sheets_, mainQueue_};
     QtPanels panels_{sheets_};
     std::vector<int> codes_;
     std::vector<std::optional<QUrl>> urls_;

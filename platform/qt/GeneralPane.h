@@ -1,0 +1,61 @@
+// The General pane: where texts go, and what happens at start-up.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+class QComboBox;
+class QLayout;
+class QRadioButton;
+
+namespace quillow {
+
+class ChosenItem;
+
+struct GeneralPaneCommands {
+    std::function<void(bool isFixed)> setDestinationIsFixed; ///< the user has changed it
+    std::function<void()> selectFolder;
+    std::function<void()> showFolder;
+    std::function<void()> clearFolder;
+    std::function<void(int tag)> setStartupAction; ///< the user has changed it
+    std::function<void()> selectDocument;
+    std::function<void()> showDocument;
+    std::function<void()> testDocument;
+    std::function<void()> clearDocument;
+};
+
+class GeneralPane final : public QWidget {
+public:
+    /// The start-up action that opens a chosen document.
+    static constexpr int kOpenChosenDocument = 3;
+
+    GeneralPane();
+
+    void setCommands(const GeneralPaneCommands& commands) { commands_ = commands; }
+
+    // What is shown; showing runs no command.
+    void setDestinationAsks(bool asks);
+    void setDestinationIsFixed(bool isFixed);
+    void setStartupAction(int tag);
+    /// Whether there is a chosen document that can be shown, tested and cleared.
+    void setDocumentIsSpecified(bool isSpecified);
+    [[nodiscard]] ChosenItem& folder() { return *folder_; }
+    [[nodiscard]] ChosenItem& document() { return *document_; }
+
+private:
+    [[nodiscard]] QLayout* makeDestination();
+    [[nodiscard]] QLayout* makeStartup();
+    [[nodiscard]] std::function<void()> running(std::function<void()> GeneralPaneCommands::*command) const;
+
+    GeneralPaneCommands commands_;
+    bool isShowing_ = false; ///< the controls are being set, not used
+    QRadioButton* asks_;
+    QRadioButton* fixed_;
+    ChosenItem* folder_;
+    QComboBox* startupAction_;
+    ChosenItem* document_;
+};
+
+} // namespace quillow

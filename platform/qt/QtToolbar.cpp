@@ -1,0 +1,97 @@
+#include "platform/qt/QtToolbar.h"
+
+#include "platform/qt/PaneGlyphs.h"
+#include "platform/qt/QtWindow.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <utility>
+
+namespace quillow {
+namespace {
+
+constexpr int kIconSize = 32;
+constexpr int kLeastButtonWidth = 72;
+
+} // namespace
+
+QtToolbar::QtToolbar(QString identifier, int height)
+    : identifier_(std::move(identifier))
+    , height_(height)
+    , bar_(new QToolBar) {
+    bar_->setObjectName(identifier_);
+    bar_->setAccessibleName(QStringLiteral("Panes"));
+    bar_->setMovable(false);
+    bar_->setFloatable(false);
+    bar_->setIconSize({kIconSize, kIconSize});
+    bar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar_->setFixedHeight(height_);
+}
+
+QtToolbar::~QtToolbar() {
+    delete bar_.data();
+}
+
+void QtToolbar::setAllowsUserCustomization(bool allows) {
+    // What a bar can be customised by is the context menu that its window would give it.
+    bar_->setContextMenuPolicy(allows ? Qt::DefaultContextMenu : Qt::PreventContextMenu);
+}
+
+void QtToolbar::attachToWindow(Window& window) {
+    auto* mainWindow = qobject_cast<QMainWindow*>(QtWindow::widgetOf(&window));
+    Q_ASSERT(mainWindow && delegate_);
+    const QStringList selectable = delegate_->toolbarSelectableItemIdentifiers(*this);
+    for (const QString& identifier : delegate_->toolbarDefaultItemIdentifiers(*this)) {
+        if (auto item = delegate_->itemForItemIdentifier(*this, identifier, true))
+            addItem(std::move(item), selectable.contains(identifier));
+    }
+    mainWindow->addToolBar(Qt::TopToolBarArea, bar_);
+}
+
+void QtToolbar::addItem(std::unique_ptr<ToolbarItem> item, bool isSelectable) {
+    auto* button = new QToolButton;
+    // The first letter is the mnemonic; an ampersand of the label is none.
+    QString label = item->label;
+    button->setText(QLatin1Char('&') + label.replace(QLatin1Char('&'), QLatin1String("&&")));
+    button->setToolTip(item->toolTip);
+    button->setAccessibleName(item->label);
+    button->setIcon(imageNamed(item->imageName));
+    button->setIconSize({kIconSize, kIconSize});
+    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    button->setAutoRaise(true);
+    button->setMinimumWidth(kLeastButtonWidth);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setCheckable(isSelectable);
+    button->setAutoExclusive(isSelectable);
+    QObject::connect(button, &QToolButton::clicked, button, [pressed = item.get()] {
+        if (pressed->action) pressed->action(pressed);
+    });
+    bar_->addWidget(button);
+    buttons_[item->itemIdentifier] = button;
+    items_.push_back(std::move(item));
+}
+
+void QtToolbar::setShowsToolbarButton(bool shows) {
+    bar_->toggleViewAction()->setVisible(shows);
+}
+
+QList<const ToolbarItem*> QtToolbar::items() const {
+    QList<const ToolbarItem*> items;
+    for (const auto& item : items_)
+        items.append(item.get());
+    return items;
+}
+
+void QtToolbar::setSelectedItemIdentifier(const QString& identifier) {
+    const auto found = buttons_.find(identifier);
+    if (found != buttons_.end() && found->second) found->second->setChecked(true);
+}
+
+std::unique_ptr<Toolbar> QtToolbarFactory::makeToolbar(const QString& identifier) {
+    return std::make_unique<QtToolbar>(identifier, height_);
+}
+
+} // namespace quillow
