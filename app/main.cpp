@@ -21,12 +21,14 @@
 #include "platform/qt/QtDefaults.h"
 #include "platform/qt/QtDocuments.h"
 #include "platform/qt/QtFileSystem.h"
+#include "platform/qt/QtImageCodec.h"
 #include "platform/qt/QtLogView.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtMenus.h"
 #include "platform/qt/QtPanels.h"
 #include "platform/qt/QtPropertyListLoader.h"
 #include "platform/qt/QtSystemInfo.h"
+#include "platform/qt/QtTextUnarchiver.h"
 #include "platform/qt/QtTimers.h"
 #include "platform/qt/QtToolbar.h"
 #include "platform/qt/QtWorkspace.h"
@@ -35,6 +37,7 @@
 #include "prefs/MWPhoneHome.h"
 #include "prefs/MyPrefToolbarDelegate.h"
 #include "util/MWValueTransformer.h"
+#include "util/StandardTransformers.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -180,7 +183,10 @@ int runProgram(QApplication& application) {
     QtToolbarFactory toolbarFactory(PreferencesWindow::kToolbarHeight);
     QtWorkspace workspace;
     UndoManager undoManager;
+    const QtImageCodec imageCodec;
+    const QtTextUnarchiver textUnarchiver;
     ValueTransformerRegistry valueTransformers;
+    registerStandardTransformers(valueTransformers, bookmarkStore, imageCodec, textUnarchiver);
     constexpr UpdateCheck updateCheck = configuration::kUpdateCheckIsWired ? UpdateCheck::wired : UpdateCheck::leftOut;
     MainWindow window(alerts, workspace);
     PreferencesWindow preferences(updateCheck);

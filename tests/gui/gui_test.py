@@ -240,20 +240,24 @@ class OwnDrag(ProgramTest):
 
 
 class Panels(ProgramTest):
-    def test_first_drop_asks_for_the_destination(self):
+    def test_drop_asks_for_the_destination(self):
         first, second = self.document("first.rtf", "one"), self.document("second.rtf", "two")
         self.start_program()
         self.drag("link", self.uri(first), self.uri(second), expect="link")
         screen.window("^Choose a Folder")
-        accessibility.control(self.accessible, "label", "Select the default destination to save converted text")
+        accessibility.control(self.accessible, "label", "Please select the destination folder")
         screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
         self.wait_for_log(self.converted(first), self.converted(second))
 
-        # A later run remembers the folder.
+        # A later run asks again; Cancel converts nothing.
         self.program.send_signal(signal.SIGTERM)
         self.assertEqual(self.program.wait(30), 0)
         self.start_program(first)
-        self.wait_for_log(self.converted(first))
+        panel = screen.window("^Choose a Folder")
+        subprocess.run(["xdotool", "windowactivate", "--sync", panel])
+        screen.press_keys("Escape")
+        screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
+        self.assertEqual(self.log(), "")
 
     def type_into_panel(self, text):
         panel = screen.find_window("^Choose a Folder")

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""presets.py FOLDER: makes FOLDER the stored destination of the program whose configuration is in $XDG_CONFIG_HOME.
+"""presets.py FOLDER: makes FOLDER the fixed destination of the program whose configuration is in $XDG_CONFIG_HOME.
 
 Writes the defaults file in the program's own form (platform/qt/QtDefaults.h): a bookmark is bytes, its block a tag and a CBOR
 map (platform/qt/BookmarkBlock.h). Without the folder's identity in it, the folder is known by its path alone.
@@ -36,4 +36,4 @@ bookmark = base64.b64encode(b"QuillowBookmark\n" + cbor(block)).decode()
 path = "".join(c if c.isalnum() or c in "/-_." else f"%{ord(c):04x}" for c in folder)
 defaults = pathlib.Path(os.environ["XDG_CONFIG_HOME"], "org.quillow.Quillow", "defaults.ini")
 defaults.parent.mkdir(parents=True, exist_ok=True)
-defaults.write_text(f"[General]\ndestBookmark=x:{bookmark}\ndestPath=s:{path}\n")
+defaults.write_text(f"[General]\ndestinationType=i:1\ndestBookmark=x:{bookmark}\ndestPath=s:{path}\n")
