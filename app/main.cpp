@@ -51,7 +51,7 @@ namespace {
 void describeApplication() {
     QCoreApplication::setApplicationName(QString::fromUtf16(kApplicationName));
     QCoreApplication::setApplicationVersion(QString::fromUtf16(kCurrentReleaseString));
-    QGuiApplication::setApplicationDisplayName(QString::fromUtf16(kApplicationName));
+    // No display name of its own: Qt would append it to every window's title.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quillow.Quillow"));
     QGuiApplication::setWindowIcon(applicationIcon());
 }

@@ -35,8 +35,8 @@ struct PhoneHomePorts {
 
 class MWPhoneHome {
 public:
-    explicit MWPhoneHome(const PhoneHomePorts& ports) // selector: init
-        : ports_(ports) {}
+    explicit MWPhoneHome(const PhoneHomePorts& ports)
+        : ports_(ports) {} // selector: init
     MWPhoneHome(const MWPhoneHome&) = delete;
     MWPhoneHome& operator=(const MWPhoneHome&) = delete;
 

@@ -26,9 +26,9 @@ public:
     // A subclass says: the panes' heights in points by tag, the items' identifiers, and the items.
     [[nodiscard]] virtual QList<std::int32_t> heightArray() const { return {}; }
     [[nodiscard]] virtual QStringList returnAllkeys() const { return {}; }
-    // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
-    [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(Toolbar& toolbar, const QString& itemIdentifier,
-                                                                     bool willBeInsertedIntoToolbar) override;
+    [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(
+        Toolbar& toolbar, const QString& itemIdentifier,
+        bool willBeInsertedIntoToolbar) override; // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
 
     /// Makes the toolbar and shows the first pane. Called once the window stands.
     void awakeFromNib();

@@ -10,9 +10,9 @@ public:
     using MWPrefToolbarDelegate::MWPrefToolbarDelegate;
     [[nodiscard]] QList<std::int32_t> heightArray() const override;
     [[nodiscard]] QStringList returnAllkeys() const override;
-    // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
-    [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(Toolbar& toolbar, const QString& itemIdentifier,
-                                                                     bool willBeInsertedIntoToolbar) override;
+    [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(
+        Toolbar& toolbar, const QString& itemIdentifier,
+        bool willBeInsertedIntoToolbar) override; // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
 };
 
 } // namespace quillow

@@ -11,6 +11,6 @@ namespace quillow {
 inline constexpr std::int32_t kPaneAllowance = 78;
 
 /// The frame for a pane of that height: the top edge, x and the width stay.
-[[nodiscard]] Rect frameForPane(const Rect& frame, std::int32_t paneHeight);
+[[nodiscard]] Rect frameForPane(const Rect& frame, std::int32_t paneHeight); // selector: none
 
 } // namespace quillow

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """names.py [--check] [ROOT]: writes docs/NAMES.md, the frame's names in selector form beside their C++ form, from the headers
-of base/, frame/ and app/. With --check writes nothing and fails when the file and the headers differ.
+of base/, util/, frame/, prefs/ and app/. With --check writes nothing and fails when the file and the headers differ.
 
 The rule: a function f(a, b, c) is the selector "f:b:c:", f() is "f". Listed are the public functions of every class; a
 constructor or destructor only where a comment gives its selector. The comment stands behind the declaration, on its last line
@@ -14,7 +14,7 @@ import pathlib
 import re
 import sys
 
-FOLDERS = ("base", "frame", "app")
+FOLDERS = ("base", "util", "frame", "prefs", "app")
 HEADING = """# Names
 
 The frame's names in selector form and in C++. Made by `tools/names.py` from the headers; do not edit. The rule: the first

@@ -14,8 +14,8 @@ class BookmarkStore;
 /// The path behind bookmark bytes; an empty path gives "FILe NOT FOUND", a bookmark that does not resolve gives nil.
 class MWPathFromBookmark final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
-    explicit MWPathFromBookmark(BookmarkStore& bookmarkStore) // selector: init
-        : bookmarkStore_(bookmarkStore) {}
+    explicit MWPathFromBookmark(BookmarkStore& bookmarkStore)
+        : bookmarkStore_(bookmarkStore) {} // selector: init
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
@@ -25,8 +25,8 @@ private:
 /// The last path component behind bookmark bytes; an empty one gives "FILE NOT FOUND", a bookmark that does not resolve nil.
 class MWNameFromBookmark final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
-    explicit MWNameFromBookmark(BookmarkStore& bookmarkStore) // selector: init
-        : bookmarkStore_(bookmarkStore) {}
+    explicit MWNameFromBookmark(BookmarkStore& bookmarkStore)
+        : bookmarkStore_(bookmarkStore) {} // selector: init
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:

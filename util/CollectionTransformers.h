@@ -12,7 +12,7 @@ namespace quillow {
 class MWValueIsInSet final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsInSet(const QList<Boxed>& set)
-        : myRefSet(set) {}
+        : myRefSet(set) {} // selector: initWithSet:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
@@ -23,7 +23,7 @@ private:
 class MWValueIsInArray final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsInArray(const QList<Boxed>& array)
-        : myRefArray(array) {}
+        : myRefArray(array) {} // selector: initWithArray:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:

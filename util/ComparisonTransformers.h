@@ -12,7 +12,7 @@ namespace quillow {
 class MWValueIsEqualToRef final : public MWValueTransformerOf<ValueClass::number, Reverse::allowed> {
 public:
     explicit MWValueIsEqualToRef(std::int32_t value)
-        : myRefValue(value) {}
+        : myRefValue(value) {} // selector: initWithValue:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
     [[nodiscard]] Boxed reverseTransformedValue(const Boxed& value) const override;
 
@@ -24,7 +24,7 @@ private:
 class MWValueIsGreaterOfRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsGreaterOfRef(std::int32_t value)
-        : myRefValue(value) {}
+        : myRefValue(value) {} // selector: initWithValue:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
@@ -35,7 +35,7 @@ private:
 class MWValueIsSmallerOfRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsSmallerOfRef(std::int32_t value)
-        : myRefValue(value) {}
+        : myRefValue(value) {} // selector: initWithValue:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
@@ -46,7 +46,7 @@ private:
 class MWValueNotEqualToRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueNotEqualToRef(std::int32_t value)
-        : myRefValue(value) {}
+        : myRefValue(value) {} // selector: initWithValue:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:

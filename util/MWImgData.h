@@ -10,8 +10,8 @@ class ImageCodec;
 /// The picture in the bytes; nil gives a new empty picture, bytes that hold none give nil. Reverse: the picture as TIFF bytes.
 class MWImgData final : public MWValueTransformerOf<ValueClass::image, Reverse::allowed> {
 public:
-    explicit MWImgData(const ImageCodec& imageCodec) // selector: init
-        : imageCodec_(imageCodec) {}
+    explicit MWImgData(const ImageCodec& imageCodec)
+        : imageCodec_(imageCodec) {} // selector: init
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
     [[nodiscard]] Boxed reverseTransformedValue(const Boxed& value) const override;
 

@@ -10,8 +10,8 @@ class TextUnarchiver;
 /// The plain string of the styled text archived in the bytes; nil, and bytes that hold none, give nil.
 class MWUnarchivieFromDataToText final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
-    explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver) // selector: init
-        : unarchiver_(unarchiver) {}
+    explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver)
+        : unarchiver_(unarchiver) {} // selector: init
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:

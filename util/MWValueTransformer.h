@@ -28,7 +28,7 @@ enum class Reverse { notAllowed, allowed };
 
 /// The two facts about a transformer's class, fixed at compile time; what is left to each one are its conversions.
 template <ValueClass Class, Reverse Allowed>
-class MWValueTransformerOf : public MWValueTransformer {
+class MWValueTransformerOf : public MWValueTransformer { // selector: none
 public:
     [[nodiscard]] ValueClass transformedValueClass() const final { return Class; }
     [[nodiscard]] bool allowsReverseTransformation() const final { return Allowed == Reverse::allowed; }

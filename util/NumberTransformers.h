@@ -36,7 +36,7 @@ public:
 class MWValueMultipliedBy final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueMultipliedBy(const Boxed& value)
-        : myRefValue(value) {}
+        : myRefValue(value) {} // selector: initWithValue:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:

@@ -11,6 +11,6 @@ class ValueTransformerRegistry;
 
 /// The ports outlive the registry.
 void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore,
-                                  const ImageCodec& imageCodec, const TextUnarchiver& textUnarchiver);
+                                  const ImageCodec& imageCodec, const TextUnarchiver& textUnarchiver); // selector: none
 
 } // namespace quillow

@@ -11,7 +11,7 @@ namespace quillow {
 class MWReturnInitStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWReturnInitStr(const std::optional<QString>& string)
-        : myRefString(string) {}
+        : myRefString(string) {} // selector: initWithString:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
@@ -23,7 +23,7 @@ private:
 class MWValueIsEqualToStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWValueIsEqualToStr(const std::optional<QString>& string)
-        : myRefString(string) {}
+        : myRefString(string) {} // selector: initWithString:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
