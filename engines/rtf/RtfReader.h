@@ -5,8 +5,7 @@
 
 namespace quillow::rtf {
 
-/// Where the bytes come from: in an RTFD bundle's inner file the attachment groups and their placeholders leave nothing.
-/// (An ordinary RTF file that carries such groups is treated the same way.)
+/// Reads an RTF file, or the RTF file inside an RTFD bundle: attachment groups and their placeholders leave nothing in either.
 [[nodiscard]] Extraction readRtf(std::span<const std::byte> bytes, const Options& options);
 
 } // namespace quillow::rtf
