@@ -78,9 +78,13 @@ void logReason(std::string_view line) {
 /// Tells the window what the delegate's properties say, now and after every change.
 class Bindings {
 public:
-    Bindings(QuillowAppDelegate& delegate, UndoManager& undoManager, MainWindow& window) {
-        bind(delegate, u"displayDestinationPath",
-             [&delegate, &window] { window.setDestination(delegate.displayDestinationPath()); });
+    Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoManager& undoManager, MainWindow& window) {
+        // Adjusted at launch and whenever the folder of the preferences is chosen or cleared.
+        bind(delegate, u"displayDestinationPath", [&delegate, &defaults, &window] {
+            window.setDestination(delegate.displayDestinationPath());
+            const auto bookmark = defaults.objectForKey(QStringLiteral("destBookmark")).data();
+            window.setHasFolder(bookmark && !bookmark->isEmpty());
+        });
         bind(delegate, u"numberProcessed",
              [&delegate, &window] { window.setConvertedCount(delegate.numberProcessed().longValue()); });
         bind(delegate, u"fileToProcessPath",
@@ -242,7 +246,7 @@ int runProgram(QApplication& application) {
     delegate.setDragDropArea(&dropView);
     delegate.setProgressIndicator(&window.spinner());
     delegate.setTextLog(&window.logView());
-    const Bindings bindings(delegate, undoManager, window);
+    const Bindings bindings(delegate, defaults, undoManager, window);
     const PreferencesBindings preferencesBindings(preferences, delegate, defaults, dateFormatting,
                                                   transformsOf(valueTransformers), preferencesActionsOf(delegate));
     window.setCommands(commandsOf(delegate, dropView, undoManager));

@@ -70,6 +70,7 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     resize(kMinimumWidth, kInitialHeight);
     dropArea_->setFocus();
     setDestination(std::nullopt);
+    setHasFolder(false);
     setConvertedCount(0);
     setHasInput(false);
     setHasOutput(false);
@@ -153,8 +154,11 @@ void MainWindow::setCommands(const MainWindowCommands& commands) {
 void MainWindow::setDestination(const std::optional<QString>& folder) {
     destination_->setWholeText(folder.value_or(QStringLiteral("not chosen yet")));
     destination_->setAccessibleName(QStringLiteral("Destination: ") + destination_->wholeText());
-    showFolder_->setEnabled(folder.has_value());
-    menu_->setHasFolder(folder.has_value());
+}
+
+void MainWindow::setHasFolder(bool hasFolder) {
+    showFolder_->setEnabled(hasFolder);
+    menu_->setHasFolder(hasFolder);
 }
 
 void MainWindow::setConvertedCount(qint64 count) {

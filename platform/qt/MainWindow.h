@@ -34,8 +34,10 @@ public:
 
     void setCommands(const MainWindowCommands& commands);
 
-    /// The folder that texts go to; nothing while none is chosen.
+    /// Where texts go, as it is shown; nothing while the folder cannot be found.
     void setDestination(const std::optional<QString>& folder);
+    /// Whether a folder is fixed in the preferences: the one that can be shown, whichever way texts go.
+    void setHasFolder(bool hasFolder);
     void setConvertedCount(qint64 count);
     /// Whether there is a latest document and a latest text to show and open.
     void setHasInput(bool hasInput);

@@ -23,6 +23,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <thread>
 
@@ -57,6 +58,7 @@ protected:
     }
     void enableAll() {
         window_.setDestination(QStringLiteral("/home/user/Texts"));
+        window_.setHasFolder(true);
         window_.setHasInput(true);
         window_.setHasOutput(true);
         window_.setUndoAction(QStringLiteral("Clear Log"));
@@ -156,6 +158,20 @@ TEST_F(MainWindowTest, whatCannotBeDoneIsDisabled) {
     for (const char16_t* title :
          {u"Undo Clear Log", u"Redo", u"Show Output", u"Open Output", u"Show Folder", u"Show Document"})
         EXPECT_TRUE(isEnabled(title)) << QString::fromUtf16(title).toStdString();
+}
+
+TEST_F(MainWindowTest, destinationThatIsAskedForIsNoFolderToShow) {
+    enableAll();
+    window_.setHasFolder(false);
+    window_.setDestination(QStringLiteral("<ASK WHEN SAVING>"));
+    const auto buttons = window_.findChildren<QPushButton*>();
+    const auto showFolder = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
+        return plain(button->text()) == QStringLiteral("Show Folder");
+    });
+    ASSERT_NE(showFolder, buttons.end());
+    EXPECT_FALSE((*showFolder)->isEnabled());
+    window_.setHasFolder(true);
+    EXPECT_TRUE((*showFolder)->isEnabled());
 }
 
 TEST_F(MainWindowTest, showsTheDestinationAsPlainText) {
