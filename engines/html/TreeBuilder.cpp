@@ -21,6 +21,20 @@ constexpr TagSet kSvgScopeEnds{Tag::foreignObject, Tag::desc, Tag::title};
 constexpr TagSet kModeElements{Tag::table, Tag::tbody,   Tag::tfoot,    Tag::thead,     Tag::tr,       Tag::td,
                                Tag::th,    Tag::caption, Tag::colgroup, Tag::template_, Tag::frameset, Tag::head};
 
+/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
+std::string withLineFeeds(std::string_view source) {
+    std::string normalized;
+    normalized.reserve(source.size());
+    while (!source.empty()) {
+        const std::size_t line = source.find('\r');
+        normalized.append(source.substr(0, line));
+        if (line == std::string_view::npos) break;
+        normalized.push_back('\n');
+        source.remove_prefix(line + (source.substr(line + 1).starts_with('\n') ? 2 : 1));
+    }
+    return normalized;
+}
+
 /// Elements that put a marker into the list of active formatting elements.
 constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::applet,
                                  Tag::object, Tag::marquee, Tag::template_};
@@ -35,7 +49,15 @@ std::string_view leadingWhiteSpace(std::string_view text) {
 }
 
 std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
+    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
     auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    TreeBuilder(*tree).run();
+    return tree;
+}
+
+std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8) {
+    if (utf8.find('\r') != std::string_view::npos) return parseHtml(std::string(utf8));
+    auto tree = std::make_unique<HtmlTree>(utf8);
     TreeBuilder(*tree).run();
     return tree;
 }

@@ -36,9 +36,9 @@ bool isSpecial(Tag tag, Namespace space) {
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     const auto left = tree_.attributes(a);
     const auto right = tree_.attributes(b);
-    return tree_.node(a).text == tree_.node(b).text && left.size() == right.size() &&
+    return tree_.node(a).text() == tree_.node(b).text() && left.size() == right.size() &&
            std::is_permutation(left.begin(), left.end(), right.begin(), [](const Attribute& x, const Attribute& y) {
-               return x.name == y.name && x.value == y.value;
+               return x.hasNameOf(y) && x.value() == y.value();
            });
 }
 
@@ -230,7 +230,7 @@ void TreeBuilder::anyOtherEndTag(const Token& token) {
     for (std::size_t i = open_.size(); i-- > 0;) {
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && element.tag == token.tag &&
-            (token.tag != Tag::unknown || tree_.node(element.id).text == token.name)) {
+            (token.tag != Tag::unknown || tree_.node(element.id).text() == token.name)) {
             generateImpliedEndTags(token.tag == Tag::unknown ? Tag::unknown : token.tag);
             while (open_.size() > std::max<std::size_t>(i, 1))
                 pop();
