@@ -2,6 +2,7 @@
 #include "engines/html/CssStyleSheets.h"
 
 #include "engines/html/Ascii.h"
+#include "engines/html/CssStructure.h"
 
 namespace quillow::html {
 
@@ -11,7 +12,7 @@ public:
     CssParser(CssStyleSheets& sheets, std::string_view css)
         : sheets_(sheets)
         , css_(css)
-        , tokens_(css, sheets.pool_.strings) {}
+        , structure_(css, sheets.pool_.strings) {}
 
     void parse();
 
@@ -36,62 +37,63 @@ private:
     void closeBlock();
     void takeDeclaration(std::string_view text);
     void skipBlock();
+    [[nodiscard]] bool isAtRule(std::size_t start) const;
 
     CssStyleSheets& sheets_;
     std::string_view css_;
-    CssTokenizer tokens_;
+    CssStructure structure_;
     std::vector<Block> open_;
 };
 
 void CssParser::parse() {
     open_.emplace_back();
-    CssToken
-        first; // of the rule or declaration that is being read; its text is what lies between it and the current token
-    std::size_t depth = 0; // of parentheses and brackets
+    std::size_t first = structure_.skipBlank(); // of the rule or declaration that is being read
+    std::size_t depth = 0;                      // of parentheses and brackets
     const auto startAnew = [&] {
-        first = CssToken{};
+        first = structure_.skipBlank();
         depth = 0;
     };
     for (;;) {
-        const CssToken token = tokens_.next();
-        if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
-        const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
-        switch (token.type) {
-        case CssTokenType::end:
+        const char c = structure_.next();
+        const auto pending = [&] { return trimWhiteSpace(css_.substr(first, structure_.position() - first)); };
+        switch (c) {
+        case '\0':
             takeDeclaration(pending());
             while (!open_.empty())
                 closeBlock();
             return;
-        case CssTokenType::openCurly:
+        case '{':
             openBlock(pending());
             startAnew();
             break;
-        case CssTokenType::closeCurly:
+        case '}':
             if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
             closeBlock();
             startAnew();
             break;
-        case CssTokenType::semicolon:
+        case ';':
             // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
             if (depth > 0 ||
-                (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start))
+                (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)))
                 break;
             takeDeclaration(pending());
             startAnew();
             break;
-        case CssTokenType::function:
-        case CssTokenType::openParenthesis:
-        case CssTokenType::openSquare: ++depth; break;
-        case CssTokenType::closeParenthesis:
-        case CssTokenType::closeSquare: depth -= depth > 0 ? 1 : 0; break;
-        default: break;
+        case '(':
+        case '[': ++depth; break;
+        default: depth -= depth > 0 ? 1 : 0; break;
         }
     }
 }
 
+bool CssParser::isAtRule(std::size_t start) const {
+    return css_[start] == '@' &&
+           CssTokenizer(css_, sheets_.pool_.strings, start).next().type == CssTokenType::atKeyword;
+}
+
 void CssParser::takeDeclaration(std::string_view text) {
-    if (!open_.back().insideStyleRule || text.empty() || text.front() == '@') return;
+    if (!open_.back().insideStyleRule || !mayBeRelevant(text)) return;
     if (const auto declaration = parseDeclaration(text, sheets_.pool_.strings))
         open_.back().declarations.push_back(*declaration);
 }
@@ -99,10 +101,10 @@ void CssParser::takeDeclaration(std::string_view text) {
 void CssParser::skipBlock() {
     std::size_t depth = 1;
     while (depth > 0) {
-        const CssToken token = tokens_.next();
-        if (token.type == CssTokenType::end) return;
-        if (token.type == CssTokenType::openCurly) ++depth;
-        if (token.type == CssTokenType::closeCurly) --depth;
+        const char c = structure_.next();
+        if (c == '\0') return;
+        if (c == '{') ++depth;
+        if (c == '}') --depth;
     }
 }
 
@@ -174,7 +176,7 @@ void CssParser::closeBlock() {
 }
 
 void CssStyleSheets::add(std::string_view css, std::string_view media) {
-    if (!mentionsRelevantProperty(css) || !mediaMatches(media)) return;
+    if (!mediaMatches(media)) return;
     CssParser(*this, css).parse();
 }
 
