@@ -40,15 +40,47 @@ std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
     return tree;
 }
 
-void TreeBuilder::run() {
+std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName, Namespace contextSpace) {
+    auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    const NodeId context = tree->createElement(tagForName(contextName), tree->keep(contextName), contextSpace, {});
+    TreeBuilder(*tree).runFragment(context);
+    return tree;
+}
+
+void TreeBuilder::runFragment(NodeId context) {
+    const Node& node = tree_.node(context);
+    context_ = {context, node.tag, node.space};
+    const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
+    // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
+    constexpr TagSet kPlain{Tag::style,    Tag::xmp,    Tag::iframe,   Tag::noembed,
+                            Tag::noframes, Tag::script, Tag::plaintext};
+    if (tag == Tag::title || tag == Tag::textarea) tokenizer_.switchTo(HtmlTokenizer::State::rcdata);
+    if (kPlain.contains(tag)) tokenizer_.switchTo(HtmlTokenizer::State::plaintext);
+    // 5. to 7. The root.
+    html_ = tree_.createElement(Tag::html, tagName(Tag::html), Namespace::html, {});
+    tree_.append(HtmlTree::kDocument, html_);
+    push(html_);
+    // 8. and following.
+    if (tag == Tag::template_) templateModes_.push_back(Mode::inTemplate);
+    resetInsertionMode();
+    if (tag == Tag::form) form_ = context;
+    readTokens();
+}
+
+void TreeBuilder::readTokens() {
     Token token;
     while (!finished_) {
-        tokenizer_.allowCdata(!open_.empty() && current().space != Namespace::html);
+        tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
         tokenizer_.next(token);
         if (skipLineFeed_) {
             skipLineFeed_ = false;
             if (token.type == TokenType::characters && token.text.front() == '\n') token.text.remove_prefix(1);
             if (token.type == TokenType::characters && token.text.empty()) continue;
+        }
+        if (token.type == TokenType::comment) {
+            // It makes no node, but ends the characters that a table holds back.
+            if (mode_ == Mode::inTableText) inTableText(token);
+            continue;
         }
         if (token.type == TokenType::startTag) {
             ++startTags_;
@@ -74,17 +106,18 @@ void TreeBuilder::boundDepth() {
 
 /// 13.2.6, the tree construction dispatcher.
 bool TreeBuilder::usesForeignRules(const Token& token) const {
-    if (open_.empty() || current().space == Namespace::html || token.type == TokenType::endOfFile) return false;
+    if (open_.empty() || token.type == TokenType::endOfFile) return false;
+    const OpenElement& node = adjustedCurrent();
+    if (node.space == Namespace::html) return false;
     const bool startTag = token.type == TokenType::startTag;
     const bool characters = token.type == TokenType::characters;
-    if (isMathTextIntegrationPoint(current())) {
+    if (isMathTextIntegrationPoint(node)) {
         if (characters) return false;
         if (startTag && token.tag != Tag::mglyph && token.tag != Tag::malignmark) return false;
     }
-    if (current().space == Namespace::mathMl && current().tag == Tag::annotationXml && startTag &&
-        token.tag == Tag::svg)
+    if (node.space == Namespace::mathMl && node.tag == Tag::annotationXml && startTag && token.tag == Tag::svg)
         return false;
-    return !(isHtmlIntegrationPoint(current()) && (startTag || characters));
+    return !(isHtmlIntegrationPoint(node) && (startTag || characters));
 }
 
 /// The rules of the current insertion mode.
@@ -198,8 +231,9 @@ void TreeBuilder::closeParagraph() {
 void TreeBuilder::resetInsertionMode() {
     for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
         const bool last = element + 1 == open_.rend();
-        if (element->space != Namespace::html) continue;
-        switch (element->tag) {
+        const OpenElement& node = last && isFragment() ? context_ : *element;
+        if (node.space != Namespace::html) continue;
+        switch (node.tag) {
         case Tag::td:
         case Tag::th: mode_ = last ? Mode::inBody : Mode::inCell; return;
         case Tag::tr: mode_ = Mode::inRow; return;
@@ -210,7 +244,7 @@ void TreeBuilder::resetInsertionMode() {
         case Tag::colgroup: mode_ = Mode::inColumnGroup; return;
         case Tag::table: mode_ = Mode::inTable; return;
         case Tag::template_: mode_ = templateModes_.empty() ? Mode::inBody : templateModes_.back(); return;
-        case Tag::head: mode_ = Mode::inHead; return;
+        case Tag::head: mode_ = last ? Mode::inBody : Mode::inHead; return;
         case Tag::body: mode_ = Mode::inBody; return;
         case Tag::frameset: mode_ = Mode::inFrameset; return;
         case Tag::html: mode_ = head_ == kNoNode ? Mode::beforeHead : Mode::afterHead; return;

@@ -1,5 +1,5 @@
 // Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms carry the standard's names. Comments
-// never come; parse errors are not counted.
+// make no nodes; parse errors are not counted.
 #pragma once
 
 #include "engines/html/HtmlTokenizer.h"
@@ -23,7 +23,11 @@ public:
         : tree_(tree)
         , tokenizer_(tree) {}
 
-    void run();
+    /// Reads a document.
+    void run() { readTokens(); }
+    /// 13.4 "The HTML fragment parsing algorithm": what a script sets as the content of a context element, whose node (in no
+    /// tree, without parent) is given. The nodes become children of an html element.
+    void runFragment(NodeId context);
 
 private:
     enum class Mode : std::uint8_t {
@@ -69,11 +73,20 @@ private:
     enum class Scope { standard, listItem, button, table };
 
     // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
+    void readTokens();
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
     Next dispatch(Token& token) { return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token); }
     Next dispatchByMode(Token& token);
     void boundDepth();
     [[nodiscard]] const OpenElement& current() const { return open_.back(); }
+    [[nodiscard]] bool isFragment() const { return context_.id != kNoNode; }
+    [[nodiscard]] bool isSelectFragment() const {
+        return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
+    }
+    /// "The adjusted current node": the context element in place of a fragment's root.
+    [[nodiscard]] const OpenElement& adjustedCurrent() const {
+        return isFragment() && open_.size() == 1 ? context_ : current();
+    }
     [[nodiscard]] bool currentIs(Tag tag) const {
         return !open_.empty() && current().space == Namespace::html && current().tag == tag;
     }
@@ -179,6 +192,7 @@ private:
     Mode originalMode_ = Mode::initial;
     std::vector<Mode> templateModes_;
     std::vector<OpenElement> open_;
+    OpenElement context_; ///< of a fragment
     std::vector<FormattingEntry> formatting_;
     std::vector<std::string_view> tableText_;
     NodeId html_ = kNoNode;
@@ -195,6 +209,10 @@ private:
     std::size_t adoptedChildren_ = 0;
     int attributeMerges_ = 0;
 };
+
+/// The tree of a fragment in well-formed UTF-8 that stands in an element of that lower-case name; see TreeBuilder::runFragment.
+[[nodiscard]] std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName,
+                                                      Namespace contextSpace);
 
 /// 13.2.4.2: the "special" category of elements.
 [[nodiscard]] bool isSpecial(Tag tag, Namespace space);

@@ -57,7 +57,7 @@ TreeBuilder::Next TreeBuilder::foreignStartTag(Token& token) {
             pop();
         return dispatchByMode(token);
     }
-    insertElement(token, current().space);
+    insertElement(token, adjustedCurrent().space);
     if (token.selfClosing) pop();
     return Next::token;
 }
