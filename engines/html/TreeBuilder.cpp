@@ -149,13 +149,14 @@ TreeBuilder::Next TreeBuilder::dispatchByMode(Token& token) {
 }
 
 bool TreeBuilder::isOpen(Tag tag) const {
-    return std::any_of(open_.begin(), open_.end(), [tag](const OpenElement& element) {
-        return element.space == Namespace::html && element.tag == tag;
-    });
+    return counted(std::find_if(open_.rbegin(), open_.rend(), [tag](const OpenElement& element) {
+               return element.space == Namespace::html && element.tag == tag;
+           })) != open_.rend();
 }
 
 bool TreeBuilder::isInStack(NodeId id) const {
-    return std::any_of(open_.rbegin(), open_.rend(), [id](const OpenElement& element) { return element.id == id; });
+    return counted(std::find_if(open_.rbegin(), open_.rend(),
+                                [id](const OpenElement& element) { return element.id == id; })) != open_.rend();
 }
 
 /// 13.2.4.2: the elements at which a scope ends.
@@ -169,11 +170,13 @@ bool TreeBuilder::endsScope(const OpenElement& element, Scope scope) {
 }
 
 bool TreeBuilder::hasInScope(const TagSet& tags, Scope scope) const {
-    for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
-        if (element->space == Namespace::html && tags.contains(element->tag)) return true;
-        if (endsScope(*element, scope)) return false;
-    }
-    return false;
+    const auto isOne = [&](const OpenElement& element) {
+        return element.space == Namespace::html && tags.contains(element.tag);
+    };
+    const auto found = counted(std::find_if(open_.rbegin(), open_.rend(), [&](const OpenElement& element) {
+        return isOne(element) || endsScope(element, scope);
+    }));
+    return found != open_.rend() && isOne(*found);
 }
 
 void TreeBuilder::push(NodeId id) {
@@ -197,6 +200,7 @@ void TreeBuilder::popUntil(const TagSet& tags) {
 
 void TreeBuilder::removeFromStack(NodeId id) {
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         if (open_[i].id != id) continue;
         if (open_[i].tag == Tag::p) --openParagraphs_;
         open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(i));
@@ -230,6 +234,7 @@ void TreeBuilder::closeParagraph() {
 /// 13.2.4.1 "Reset the insertion mode appropriately".
 void TreeBuilder::resetInsertionMode() {
     for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
+        ++steps_;
         const bool last = element + 1 == open_.rend();
         const OpenElement& node = last && isFragment() ? context_ : *element;
         if (node.space != Namespace::html) continue;
@@ -260,6 +265,7 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) co
     if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag))
         return {target.id, kNoNode};
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         if (open_[i].space != Namespace::html) continue;
         if (open_[i].tag == Tag::template_) return {open_[i].id, kNoNode};
         if (open_[i].tag != Tag::table) continue;
@@ -311,6 +317,7 @@ void TreeBuilder::parseRawText(const Token& token, HtmlTokenizer::State state) {
 
 void TreeBuilder::mergeAttributes(NodeId element, const Token& token) {
     if (token.attributes.empty() || ++attributeMerges_ > kMaxAttributeMerges) return;
+    steps_ += (tree_.attributes(element).size() + token.attributes.size()) * token.attributes.size();
     tree_.addMissingAttributes(element, token.attributes);
 }
 

@@ -9,6 +9,8 @@ namespace quillow::html {
 
 /// Formatting elements that may be open at once after the last marker; the earliest is forgotten, its content stays.
 inline constexpr std::size_t kMaxActiveFormatting = 64;
+/// Formatting elements with more attributes are told apart by the order of these too.
+inline constexpr std::size_t kMaxUnorderedAttributes = 8;
 /// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
 inline constexpr std::size_t kReconstructionAllowance = 100'000;
 inline constexpr std::size_t kReconstructionsPerTag = 4;
@@ -28,6 +30,10 @@ public:
     /// 13.4 "The HTML fragment parsing algorithm": what a script sets as the content of a context element, whose node (in no
     /// tree, without parent) is given. The nodes become children of an html element.
     void runFragment(NodeId context);
+
+    /// The elements and attributes that were looked at so far, in the stack of open elements, in the list of active formatting
+    /// elements and in tags: what has to stay in proportion to the document.
+    [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
 private:
     enum class Mode : std::uint8_t {
@@ -92,6 +98,12 @@ private:
     }
     [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
         return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
+    }
+    /// Where the search for an element from the top of the stack downwards ended, counted.
+    using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
+    StackPosition counted(StackPosition found) const {
+        steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
+        return found;
     }
     [[nodiscard]] bool isOpen(Tag tag) const;
     [[nodiscard]] bool isInStack(NodeId id) const;
@@ -207,6 +219,7 @@ private:
     std::size_t startTags_ = 0;
     std::size_t reconstructions_ = 0;
     std::size_t adoptedChildren_ = 0;
+    mutable std::uint64_t steps_ = 0;
     int attributeMerges_ = 0;
 };
 

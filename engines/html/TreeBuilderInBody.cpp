@@ -235,6 +235,7 @@ void TreeBuilder::startForm(const Token& token) {
 void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
     framesetOk_ = false;
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && closes.contains(element.tag)) {
             generateImpliedEndTags(element.tag);
