@@ -1,6 +1,6 @@
 // Any text through the HTML tokenizer from any of its states. What must hold: tokens are well-formed UTF-8 and no more than their source
 // accounts for, names are in lower case, characters are never empty, and the end comes.
-#include "engines/html/HtmlTokenizer.h"
+#include "engines/html/TreeBuilder.h"
 #include "text/Encoding.h"
 #include "text/Utf8.h"
 
@@ -31,13 +31,13 @@ void check(const Token& token, std::size_t& total) {
         checkText(token.publicId, total);
         checkText(token.systemId, total);
     } else if (token.type == TokenType::startTag || token.type == TokenType::endTag) {
-        require(!token.name.empty() && token.tag == tagForName(token.name) &&
+        require(!token.name.empty() && token.tag == tagForKey(keyOf(token.name)) &&
                 token.attributes.size() <= kMaxAttributes);
         checkName(token.name, total);
         for (const Attribute& attribute : token.attributes) {
-            require(!attribute.name.empty());
-            checkName(attribute.name, total);
-            checkText(attribute.value, total);
+            require(!attribute.name().empty());
+            checkName(attribute.name(), total);
+            checkText(attribute.value(), total);
         }
     } else {
         require(token.type == TokenType::comment || !token.text.empty());
@@ -51,7 +51,7 @@ void check(const Token& token, std::size_t& total) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
-    HtmlTree tree("<x>" + quillow::text::decode(bytes, quillow::text::Encoding::utf8).utf8);
+    HtmlTree tree("<x>" + withLineFeeds(quillow::text::decode(bytes, quillow::text::Encoding::utf8).utf8));
     const std::size_t source = tree.source().size();
     HtmlTokenizer tokenizer(tree);
     Token token;

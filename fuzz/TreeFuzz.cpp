@@ -46,9 +46,9 @@ void checkLinks(const HtmlTree& tree, NodeId id) {
     }
     if (node.next != kNoNode)
         require(tree.node(node.next).previous == id && tree.node(node.next).parent == node.parent);
-    if (node.kind == NodeKind::text) require(node.firstChild == kNoNode && !node.text.empty());
-    if (node.kind == NodeKind::element) require(!node.text.empty());
-    require(quillow::text::isValidUtf8(node.text));
+    if (node.kind == NodeKind::text) require(node.firstChild == kNoNode && !node.text().empty());
+    if (node.kind == NodeKind::element) require(!node.text().empty());
+    require(quillow::text::isValidUtf8(node.text()));
 }
 
 /// Walks the tree; answers the bytes of its texts.
@@ -61,7 +61,7 @@ std::size_t checkTree(const HtmlTree& tree) {
         require(++visited <= tree.size());
         checkLinks(tree, id);
         const Node& node = tree.node(id);
-        if (node.kind == NodeKind::text) bytes += node.text.size();
+        if (node.kind == NodeKind::text) bytes += node.text().size();
         if (node.firstChild != kNoNode) {
             id = node.firstChild;
             // Formatting elements that are opened again, and what the adoption agency nests, come on top.

@@ -90,14 +90,14 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
     };
     if (!sheets_.empty()) {
         if (!byId_.empty())
-            if (const auto* id = tree_.attribute(element, "id")) look(byId_, *id);
+            if (const auto id = tree_.attribute(element, AttributeName::id)) look(byId_, *id);
         if (!byClass_.empty())
-            if (const auto* classes = tree_.attribute(element, "class"))
+            if (const auto classes = tree_.attribute(element, AttributeName::class_))
                 anyWord(*classes, [&](std::string_view name) { return look(byClass_, name), false; });
-        if (!byType_.empty()) look(byType_, tree_.node(element).text);
+        if (!byType_.empty()) look(byType_, tree_.node(element).text());
         applyBucket(others_, element, values);
     }
-    if (const auto* style = tree_.attribute(element, "style"))
+    if (const auto style = tree_.attribute(element, AttributeName::style))
         for (const CssDeclaration& declaration : parseStyleAttribute(*style))
             values.apply(declaration, priorityOf(declaration, declaration.importance == Importance::important, 0, 0) |
                                           (std::uint64_t{1} << kInlineShift));
@@ -159,8 +159,8 @@ bool CssMatcher::matchesAny(const SelectorList& list, NodeId element) {
 }
 
 bool CssMatcher::hasClass(NodeId element, std::string_view name) {
-    const auto* classes = tree_.attribute(element, "class");
-    if (classes == nullptr) return false;
+    const auto classes = tree_.attribute(element, AttributeName::class_);
+    if (!classes) return false;
     spend(classes->size() / 16);
     return holdsWord(*classes, name);
 }
@@ -168,7 +168,7 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
 bool CssMatcher::isEmpty(NodeId element) {
     for (NodeId child = tree_.node(element).firstChild; child != kNoNode; child = tree_.node(child).next) {
         spend(1);
-        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text.empty()) return false;
+        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text().empty()) return false;
     }
     return true;
 }
@@ -176,10 +176,10 @@ bool CssMatcher::isEmpty(NodeId element) {
 bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     const Node& node = tree_.node(element);
     switch (simple.kind) {
-    case SelectorKind::type: return node.text == simple.name;
+    case SelectorKind::type: return node.text() == simple.name;
     case SelectorKind::id: {
-        const auto* id = tree_.attribute(element, "id");
-        return id != nullptr && *id == simple.name;
+        const auto id = tree_.attribute(element, AttributeName::id);
+        return id && *id == simple.name;
     }
     case SelectorKind::className: return hasClass(element, simple.name);
     case SelectorKind::attribute: return matchesAttribute(simple, element);
@@ -188,15 +188,15 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     case SelectorKind::root: return node.tag == Tag::html;
     case SelectorKind::empty: return isEmpty(element);
     case SelectorKind::link:
-        return (node.tag == Tag::a || node.tag == Tag::area) && tree_.attribute(element, "href") != nullptr;
+        return (node.tag == Tag::a || node.tag == Tag::area) && tree_.attribute(element, AttributeName::href);
     case SelectorKind::checked:
-        return tree_.attribute(element, "checked") != nullptr || tree_.attribute(element, "selected") != nullptr;
-    case SelectorKind::disabled: return tree_.attribute(element, "disabled") != nullptr;
+        return tree_.attribute(element, AttributeName::checked) || tree_.attribute(element, AttributeName::selected);
+    case SelectorKind::disabled: return tree_.attribute(element, AttributeName::disabled).has_value();
     case SelectorKind::enabled:
         return (node.tag == Tag::input || node.tag == Tag::button || node.tag == Tag::select ||
                 node.tag == Tag::textarea || node.tag == Tag::option) &&
-               tree_.attribute(element, "disabled") == nullptr;
-    case SelectorKind::open: return tree_.attribute(element, "open") != nullptr;
+               !tree_.attribute(element, AttributeName::disabled);
+    case SelectorKind::open: return tree_.attribute(element, AttributeName::open).has_value();
     case SelectorKind::isList:
     case SelectorKind::nesting: return matchesAny(sheets_.selectors().lists[simple.list], element);
     case SelectorKind::notList: return !matchesAny(sheets_.selectors().lists[simple.list], element);
@@ -207,8 +207,8 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
 
 bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) {
     spend(tree_.attributes(element).size());
-    const auto* found = tree_.attribute(element, simple.name);
-    if (found == nullptr) return false;
+    const auto found = tree_.attribute(element, simple.name);
+    if (!found) return false;
     const std::string_view value = *found;
     const std::string_view wanted = simple.value;
     if (simple.match != AttributeMatch::present) spend(value.size() / 16);
@@ -236,12 +236,12 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
 }
 
 bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
-    const std::string_view type = tree_.node(element).text;
+    const std::string_view type = tree_.node(element).text();
     int position = 1;
     for (NodeId other = simple.fromEnd ? nextElement(element) : previousElement(element); other != kNoNode;
          other = simple.fromEnd ? nextElement(other) : previousElement(other)) {
         if (!spend(1)) return false;
-        if (!simple.ofType || tree_.node(other).text == type) ++position;
+        if (!simple.ofType || tree_.node(other).text() == type) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
     const int distance = position - simple.b;

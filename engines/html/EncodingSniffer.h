@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/Encoding.h"
+#include "text/Utf8.h"
 
 #include <optional>
 #include <string_view>
@@ -28,5 +29,7 @@ struct SniffedEncoding {
 };
 /// The encoding of a document that came without any word about it.
 [[nodiscard]] SniffedEncoding sniffEncoding(std::string_view bytes);
+/// The same where it is known already how much of the document is UTF-8.
+[[nodiscard]] SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& utf8);
 
 } // namespace quillow::html

@@ -1,6 +1,8 @@
 // The element names that tree construction and rendering tell apart, as small numbers.
 #pragma once
 
+#include "engines/html/NameKey.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -177,8 +179,8 @@ enum class Tag : std::uint8_t {
     count,
 };
 
-/// The tag of a name in lower-case ASCII; Tag::unknown for any other.
-[[nodiscard]] Tag tagForName(std::string_view lowerCaseName);
+/// The tag of a name; Tag::unknown for any other.
+[[nodiscard]] Tag tagForKey(const NameKey& key);
 
 /// The lower-case name; empty for Tag::unknown.
 [[nodiscard]] std::string_view tagName(Tag tag);

@@ -2,6 +2,7 @@
 
 #include "engines/html/Ascii.h"
 #include "engines/html/CharacterReferences.h"
+#include "text/ByteScan.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,22 +11,6 @@ namespace quillow::html {
 
 namespace {
 
-/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
-void normalizeLineEnds(std::string& source) {
-    std::size_t in = source.find('\r');
-    if (in == std::string::npos) return;
-    std::size_t out = in;
-    for (; in < source.size(); ++in) {
-        if (source[in] == '\r') {
-            if (in + 1 < source.size() && source[in + 1] == '\n') continue;
-            source[out++] = '\n';
-        } else {
-            source[out++] = source[in];
-        }
-    }
-    source.resize(out);
-}
-
 bool endsTagName(char c) {
     return isWhiteSpace(c) || c == '/' || c == '>';
 }
@@ -33,11 +18,10 @@ bool endsTagName(char c) {
 } // namespace
 
 HtmlTokenizer::HtmlTokenizer(HtmlTree& tree)
-    : tree_(tree) {
-    normalizeLineEnds(tree.source());
-    data_ = tree.source().data();
-    size_ = tree.source().size();
-}
+    : tree_(tree)
+    , source_(tree.source())
+    , data_(source_.data())
+    , size_(source_.size()) {}
 
 bool HtmlTokenizer::startsWith(std::size_t position, std::string_view lowerCase) const {
     return position + lowerCase.size() <= size_ && equalsIgnoringCase({data_ + position, lowerCase.size()}, lowerCase);
@@ -50,7 +34,7 @@ std::size_t HtmlTokenizer::find(char character, std::size_t from) const {
 }
 
 std::size_t HtmlTokenizer::find(std::string_view text, std::size_t from) const {
-    const std::size_t found = std::string_view(data_, size_).find(text, from);
+    const std::size_t found = source_.find(text, from);
     return found == std::string_view::npos ? size_ : found;
 }
 
@@ -66,22 +50,34 @@ void HtmlTokenizer::next(Token& token) {
 /// 13.2.5.1 Data state: a run of characters up to the next markup, or the markup.
 bool HtmlTokenizer::data(Token& token) {
     const std::size_t start = position_;
-    std::size_t end = find('<', start);
-    while (end < size_) {
-        const char following = at(end + 1);
-        if (isAlpha(following) || following == '!' || following == '?' || (following == '/' && end + 2 < size_)) break;
-        end = find('<', end + 1);
+    Found found;
+    std::size_t end = start;
+    for (;; ++end) {
+        end = text::findFirstOf<'<', '&', '\0'>(source_, end);
+        if (end == size_) break;
+        if (data_[end] != '<') {
+            found.add(data_[end]);
+        } else if (opensMarkup(end + 1)) {
+            break;
+        }
     }
     if (end == start) return markup(token);
-    emitText(token, start, end, true);
+    emitText(token, start, end, found);
     return true;
 }
 
-void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, bool resolvesReferences) {
+/// 13.2.5.6 Tag open state: whether what stands here after a "<" makes it more than a character.
+bool HtmlTokenizer::opensMarkup(std::size_t position) const {
+    const char following = at(position);
+    return isAlpha(following) || following == '!' || following == '?' || (following == '/' && position + 1 < size_);
+}
+
+void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, Found found) {
     position_ = end;
     token.type = TokenType::characters;
-    token.text = {data_ + start, end - start};
-    if (!resolvesReferences || std::memchr(data_ + start, '&', end - start) == nullptr) return;
+    token.text = source_.substr(start, end - start);
+    token.holdsNul = found.nul;
+    if (!found.reference) return;
     scratch_.clear();
     appendResolvingReferences(scratch_, token.text, ReferencePlace::text);
     token.text = tree_.keep(scratch_);
@@ -97,7 +93,9 @@ bool HtmlTokenizer::rawText(Token& token) {
         state_ = State::data;
         return markup(token);
     }
-    emitText(token, start, end, state_ == State::rcdata);
+    Found found;
+    found.reference = state_ == State::rcdata && source_.substr(start, end - start).find('&') != std::string_view::npos;
+    emitText(token, start, end, found);
     token.text = tree_.withReplacements(token.text);
     return true;
 }
@@ -176,7 +174,7 @@ bool HtmlTokenizer::markup(Token& token) {
         doctype(token);
         return true;
     }
-    if (cdataAllowed_ && std::string_view(data_ + position_, size_ - position_).starts_with("[CDATA[")) {
+    if (cdataAllowed_ && source_.substr(position_).starts_with("[CDATA[")) {
         position_ += 7;
         return cdataSection(token);
     }
@@ -217,29 +215,37 @@ void HtmlTokenizer::comment(Token& token) {
 bool HtmlTokenizer::cdataSection(Token& token) {
     const std::size_t start = position_;
     const std::size_t end = find("]]>", start);
-    if (end > start) emitText(token, start, end, false);
+    if (end > start) {
+        emitText(token, start, end, {});
+        token.holdsNul = true; // as far as anyone knows
+    }
     position_ = std::min(end + 3, size_);
     return end > start;
 }
 
-std::string_view HtmlTokenizer::lowered(std::size_t start, std::size_t end) {
-    bool sawNul = false;
-    for (std::size_t i = start; i < end; ++i) {
-        data_[i] = toLower(data_[i]);
-        sawNul = sawNul || data_[i] == '\0';
-    }
-    const std::string_view name(data_ + start, end - start);
-    return sawNul ? tree_.withReplacements(name) : name;
+/// The name that was scanned at the current position, in lower case and with U+FFFD for U+0000.
+std::string_view HtmlTokenizer::takeName(ScannedName& name) {
+    const std::string_view written = source_.substr(position_, name.length);
+    position_ += name.length;
+    if (name.asWritten) return written;
+    std::string lower(written);
+    std::transform(lower.begin(), lower.end(), lower.begin(), toLower);
+    const std::string_view kept = tree_.withReplacements(tree_.keep(lower));
+    name.key = keyOf(kept);
+    return kept;
 }
 
 /// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
 bool HtmlTokenizer::tag(Token& token, TokenType type) {
-    const std::size_t start = position_;
-    while (position_ < size_ && !endsTagName(data_[position_]))
-        ++position_;
+    ScannedName name = scanName(source_, position_, NameEnd::tag);
     token.type = type;
-    token.name = lowered(start, position_);
-    token.tag = tagForName(token.name);
+    token.tag = tagForKey(name.key);
+    if (token.tag != Tag::unknown) {
+        token.name = tagName(token.tag);
+        position_ += name.length;
+    } else {
+        token.name = takeName(name);
+    }
     token.selfClosing = false;
     while (attribute(token)) {
     }
@@ -256,42 +262,67 @@ bool HtmlTokenizer::attribute(Token& token) {
         ++position_;
     }
     if (position_ >= size_ || data_[position_] == '>') return false;
-    Attribute attribute;
-    attribute.name = attributeName();
+    ScannedName scanned = attributeName();
+    const std::string_view name = takeName(scanned);
     skipWhiteSpace();
+    std::string_view value;
     if (at(position_) == '=' && position_ < size_) {
         ++position_;
-        attribute.value = attributeValue();
+        value = attributeValue();
     }
-    if (token.attributes.size() < kMaxAttributes) token.attributes.push_back(attribute);
+    if (token.attributes.size() < kMaxAttributes)
+        token.attributes.emplace_back(attributeNameForKey(scanned.key), name, value);
     return true;
 }
 
 /// 13.2.5.33 Attribute name state; a "=" first in the name belongs to it.
-std::string_view HtmlTokenizer::attributeName() {
-    const std::size_t start = position_++;
-    while (position_ < size_ && !endsTagName(data_[position_]) && data_[position_] != '=')
-        ++position_;
-    return lowered(start, position_);
+ScannedName HtmlTokenizer::attributeName() const {
+    if (data_[position_] != '=') return scanName(source_, position_, NameEnd::attribute);
+    ScannedName name;
+    name.length = 1 + scanName(source_, position_ + 1, NameEnd::attribute).length;
+    name.asWritten = false; // as far as anyone knows
+    return name;
 }
 
-/// 13.2.5.35 to 13.2.5.39 Attribute values.
+/// 13.2.5.35 Before attribute value state.
 std::string_view HtmlTokenizer::attributeValue() {
     skipWhiteSpace();
-    if (position_ >= size_ || data_[position_] == '>') return {};
-    const char quote = data_[position_];
-    std::size_t start = position_;
-    if (quote == '"' || quote == '\'') {
-        start = position_ + 1;
-        position_ = find(quote, start);
-    } else {
-        while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
-            ++position_;
+    switch (at(position_)) {
+    case '"': return quotedValue<'"'>();
+    case '\'': return quotedValue<'\''>();
+    case '>': return {};
+    default: return unquotedValue();
     }
-    std::string_view value(data_ + std::min(start, size_), position_ - std::min(start, position_));
-    if (quote == '"' || quote == '\'') position_ = std::min(position_ + 1, size_);
-    value = tree_.withReplacements(value);
-    if (value.find('&') == std::string_view::npos) return value;
+}
+
+/// 13.2.5.36 Attribute value (double-quoted) state and 13.2.5.37, the same with single quotes.
+template <char quote>
+std::string_view HtmlTokenizer::quotedValue() {
+    const std::size_t start = position_ + 1;
+    Found found;
+    std::size_t end = start;
+    for (;; ++end) {
+        end = text::findFirstOf<quote, '&', '\0'>(source_, end);
+        if (end == size_ || data_[end] == quote) break;
+        found.add(data_[end]);
+    }
+    position_ = std::min(end + 1, size_);
+    return finishedValue(start, end, found);
+}
+
+/// 13.2.5.38 Attribute value (unquoted) state.
+std::string_view HtmlTokenizer::unquotedValue() {
+    const std::size_t start = position_;
+    Found found;
+    for (; position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>'; ++position_)
+        found.add(data_[position_]);
+    return finishedValue(start, position_, found);
+}
+
+std::string_view HtmlTokenizer::finishedValue(std::size_t start, std::size_t end, Found found) {
+    std::string_view value = source_.substr(start, end - start);
+    if (found.nul) value = tree_.withReplacements(value);
+    if (!found.reference) return value;
     scratch_.clear();
     appendResolvingReferences(scratch_, value, ReferencePlace::attribute);
     return tree_.keep(scratch_);
@@ -308,10 +339,12 @@ void HtmlTokenizer::doctype(Token& token) {
     token.hasPublicId = token.hasSystemId = false;
     token.publicId = token.systemId = {};
     skipWhiteSpace();
-    const std::size_t start = position_;
-    while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
-        ++position_;
-    token.name = lowered(start, position_);
+    ScannedName name;
+    name.asWritten = false; // as far as anyone knows
+    while (position_ + name.length < size_ && !isWhiteSpace(data_[position_ + name.length]) &&
+           data_[position_ + name.length] != '>')
+        ++name.length;
+    token.name = takeName(name);
     token.forceQuirks = token.name.empty() || !doctypeIds(token);
     position_ = std::min(find('>', position_) + 1, size_);
 }

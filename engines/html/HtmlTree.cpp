@@ -7,18 +7,28 @@ namespace quillow::html {
 
 namespace {
 constexpr std::size_t kChunkBytes = 64 * 1024;
+/// A guess; pages of few tags have fewer nodes, and what is reserved and not used costs nothing.
+constexpr std::size_t kBytesPerNode = 24;
 } // namespace
 
-HtmlTree::HtmlTree(std::string source)
-    : source_(std::move(source)) {
-    nodes_.reserve(source_.size() / 24 + 16);
+HtmlTree::HtmlTree(std::string_view source)
+    : source_(source) {
+    nodes_.reserve(source_.size() / kBytesPerNode + 16);
     nodes_.emplace_back().kind = NodeKind::document;
 }
 
-const std::string_view* HtmlTree::attribute(NodeId id, std::string_view name) const {
+HtmlTree::HtmlTree(std::string source)
+    : HtmlTree(std::string_view()) {
+    ownSource_ = std::move(source);
+    source_ = ownSource_;
+}
+
+std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view name) const {
+    if (const AttributeName known = attributeNameForKey(keyOf(name)); known != AttributeName::unknown)
+        return attribute(id, known);
     for (const Attribute& attribute : attributes(id))
-        if (attribute.name == name) return &attribute.value;
-    return nullptr;
+        if (attribute.known() == AttributeName::unknown && attribute.name() == name) return attribute.value();
+    return std::nullopt;
 }
 
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
@@ -27,9 +37,9 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     node.kind = NodeKind::element;
     node.tag = tag;
     node.space = space;
-    node.text = name;
+    node.setText(name);
     node.firstAttribute = static_cast<std::uint32_t>(attributes_.size());
-    node.attributeCount = static_cast<std::uint32_t>(std::min(attributes.size(), kMaxAttributes));
+    node.attributeCount = static_cast<std::uint8_t>(std::min(attributes.size(), kMaxAttributes));
     attributes_.insert(attributes_.end(), attributes.begin(), attributes.begin() + node.attributeCount);
     return id;
 }
@@ -40,7 +50,7 @@ NodeId HtmlTree::createClone(const Node& original) {
     Node& node = nodes_.emplace_back();
     node.tag = copied.tag;
     node.space = copied.space;
-    node.text = copied.text;
+    node.setText(copied.text());
     node.firstAttribute = copied.firstAttribute;
     node.attributeCount = copied.attributeCount;
     return id;
@@ -50,7 +60,7 @@ NodeId HtmlTree::createText(std::string_view text) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
     node.kind = NodeKind::text;
-    node.text = text;
+    node.setText(text);
     return id;
 }
 
@@ -88,11 +98,12 @@ void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> a
     std::vector<Attribute> all(attributes(element).begin(), attributes(element).end());
     const std::size_t before = all.size();
     for (const Attribute& attribute : added)
-        if (this->attribute(element, attribute.name) == nullptr && all.size() < kMaxAttributes)
+        if (std::none_of(all.begin(), all.end(), [&](const Attribute& a) { return a.hasNameOf(attribute); }) &&
+            all.size() < kMaxAttributes)
             all.push_back(attribute);
     if (all.size() == before) return;
     nodes_[element].firstAttribute = static_cast<std::uint32_t>(attributes_.size());
-    nodes_[element].attributeCount = static_cast<std::uint32_t>(all.size());
+    nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
     attributes_.insert(attributes_.end(), all.begin(), all.end());
 }
 

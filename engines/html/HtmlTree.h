@@ -2,11 +2,13 @@
 // what rendering needs and nothing else (no comments, no doctype). `parseHtml` fills it; how is known to one file only.
 #pragma once
 
+#include "engines/html/HtmlAttributes.h"
 #include "engines/html/HtmlTags.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,11 +22,6 @@ inline constexpr NodeId kNoNode = 0xFFFFFFFF;
 enum class NodeKind : std::uint8_t { document, element, text };
 enum class Namespace : std::uint8_t { html, svg, mathMl };
 
-struct Attribute {
-    std::string_view name; ///< ASCII lower case
-    std::string_view value;
-};
-
 struct Node {
     NodeId parent = kNoNode;
     NodeId previous = kNoNode;
@@ -34,16 +31,30 @@ struct Node {
     NodeKind kind = NodeKind::element;
     Namespace space = Namespace::html;
     Tag tag = Tag::unknown;
+    std::uint8_t attributeCount = 0;
     std::uint32_t firstAttribute = 0;
-    std::uint32_t attributeCount = 0;
-    std::string_view text; ///< a text node's characters; an element's name in lower case
+    std::uint32_t textSize = 0;
+    const char* textData = nullptr;
+
+    /// A text node's characters; an element's name in lower case.
+    [[nodiscard]] std::string_view text() const { return {textData, textSize}; }
+    void setText(std::string_view text) {
+        textData = text.data();
+        textSize = static_cast<std::uint32_t>(text.size());
+    }
 };
 
-/// A tree with its strings. Neither copied nor moved: the slices point into it.
+/// Attributes of one element beyond this number are dropped.
+inline constexpr std::size_t kMaxAttributes = 255;
+
+/// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
 class HtmlTree {
 public:
     static constexpr NodeId kDocument = 0;
 
+    /// A tree over a source that outlives it, without U+000D.
+    explicit HtmlTree(std::string_view source);
+    /// A tree that keeps its source.
     explicit HtmlTree(std::string source);
     HtmlTree(const HtmlTree&) = delete;
     HtmlTree& operator=(const HtmlTree&) = delete;
@@ -53,11 +64,16 @@ public:
     [[nodiscard]] std::span<const Attribute> attributes(NodeId id) const {
         return std::span(attributes_).subspan(nodes_[id].firstAttribute, nodes_[id].attributeCount);
     }
-    /// The value of an attribute, or nullptr where the element has none of that name; the first of several wins.
-    [[nodiscard]] const std::string_view* attribute(NodeId id, std::string_view name) const;
+    /// The value of an attribute, or nothing where the element has none of that name; the first of several wins.
+    [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, AttributeName name) const {
+        for (const Attribute& attribute : attributes(id))
+            if (attribute.known() == name) return attribute.value();
+        return std::nullopt;
+    }
+    /// The same for a name of any kind, in lower case.
+    [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, std::string_view name) const;
 
-    /// The source, which the builder may rewrite in place (lower case for names, character references) before it takes slices.
-    [[nodiscard]] std::string& source() { return source_; }
+    [[nodiscard]] std::string_view source() const { return source_; }
 
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
@@ -81,7 +97,8 @@ public:
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
-    std::string source_;
+    std::string ownSource_;
+    std::string_view source_;
     std::vector<Node> nodes_;
     std::vector<Attribute> attributes_;
     std::vector<std::unique_ptr<char[]>> chunks_;
@@ -92,10 +109,10 @@ private:
 /// Elements nest no deeper than this; what is nested deeper becomes a sibling, so that its text is kept. Browsers draw the
 /// same line at 512.
 inline constexpr std::size_t kMaxTreeDepth = 512;
-/// Attributes of one element beyond this number are dropped.
-inline constexpr std::size_t kMaxAttributes = 1024;
 
 /// The tree of a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
 [[nodiscard]] std::unique_ptr<HtmlTree> parseHtml(std::string utf8);
+/// The same without a copy where that can be: the document outlives the tree.
+[[nodiscard]] std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8);
 
 } // namespace quillow::html

@@ -73,9 +73,9 @@ bool isReadableTarget(std::string_view target) {
     return !target.empty() && target.front() != '#' && !equalsIgnoringCase(target.substr(0, kScript.size()), kScript);
 }
 
-std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, std::string_view name) {
-    const auto* value = tree.attribute(element, name);
-    if (value == nullptr) return std::nullopt;
+std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, AttributeName name) {
+    const auto value = tree.attribute(element, name);
+    if (!value) return std::nullopt;
     std::string_view digits = trimWhiteSpace(*value);
     if (digits.starts_with("+")) digits.remove_prefix(1);
     std::int32_t number = 0;
@@ -171,8 +171,9 @@ Renderer::Entered Renderer::enter(NodeId id) {
 void Renderer::enterText(const Node& node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
-    if (frame.dropsWhiteSpace && std::all_of(node.text.begin(), node.text.end(), isWhiteSpace)) return;
-    collector_.text(node.text, frame.style.whiteSpace, frame.style.visibility);
+    const std::string_view text = node.text();
+    if (frame.dropsWhiteSpace && std::all_of(text.begin(), text.end(), isWhiteSpace)) return;
+    collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
 Style Renderer::styleOf(NodeId element, const Frame& parent) {
@@ -329,8 +330,8 @@ void Renderer::openList(NodeId id, Frame& frame) {
     frame.listOwner = frames_.size();
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
-    const auto start = integerAttribute(tree_, id, "start");
-    if (tree_.attribute(id, "reversed") != nullptr) {
+    const auto start = integerAttribute(tree_, id, AttributeName::start);
+    if (tree_.attribute(id, AttributeName::reversed)) {
         frame.numberStep = -1;
         frame.nextNumber = 0;
         for (NodeId child = node.firstChild; !start && child != kNoNode; child = tree_.node(child).next)
@@ -344,7 +345,7 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     std::int64_t number = 1;
     if (isItem && frame.listOwner != 0) {
         Frame& list = frames_[frame.listOwner];
-        if (const auto value = integerAttribute(tree_, id, "value")) list.nextNumber = *value;
+        if (const auto value = integerAttribute(tree_, id, AttributeName::value)) list.nextNumber = *value;
         number = list.nextNumber;
         list.nextNumber += list.numberStep;
     }
@@ -363,8 +364,8 @@ void Renderer::leave(NodeId id) {
     const Frame frame = frames_.back();
     frames_.pop_back();
     if (options_.links == LinkTargets::afterText && node.tag == Tag::a && collector_.written() > frame.writtenBefore) {
-        const auto* target = tree_.attribute(id, "href");
-        if (target != nullptr && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
+        const auto target = tree_.attribute(id, AttributeName::href);
+        if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();

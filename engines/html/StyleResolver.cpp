@@ -29,17 +29,17 @@ void StyleResolver::collectSheets() {
         const Node& node = tree_.node(id);
         if (node.kind != NodeKind::element || node.tag != Tag::style || node.firstChild == kNoNode) continue;
         // HTML, 4.2.6: a type other than text/css is no style sheet.
-        const auto* type = tree_.attribute(id, "type");
-        if (type != nullptr && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
-        const auto* media = tree_.attribute(id, "media");
-        std::string_view css = tree_.node(node.firstChild).text;
+        const auto type = tree_.attribute(id, AttributeName::type);
+        if (type && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
+        const auto media = tree_.attribute(id, AttributeName::media);
+        std::string_view css = tree_.node(node.firstChild).text();
         if (node.firstChild != node.lastChild) {
             std::string& whole = joined_.emplace_back();
             for (NodeId child = node.firstChild; child != kNoNode; child = tree_.node(child).next)
-                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text;
+                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text();
             css = whole;
         }
-        sheets_.add(css, media == nullptr ? std::string_view() : *media);
+        sheets_.add(css, media.value_or(std::string_view()));
     }
 }
 

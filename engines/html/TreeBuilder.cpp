@@ -27,6 +27,19 @@ constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::
 
 } // namespace
 
+std::string withLineFeeds(std::string_view source) {
+    std::string normalized;
+    normalized.reserve(source.size());
+    while (!source.empty()) {
+        const std::size_t line = source.find('\r');
+        normalized.append(source.substr(0, line));
+        if (line == std::string_view::npos) break;
+        normalized.push_back('\n');
+        source.remove_prefix(line + (source.substr(line + 1).starts_with('\n') ? 2 : 1));
+    }
+    return normalized;
+}
+
 std::string_view leadingWhiteSpace(std::string_view text) {
     std::size_t end = 0;
     while (end < text.size() && isWhiteSpace(text[end]))
@@ -35,14 +48,24 @@ std::string_view leadingWhiteSpace(std::string_view text) {
 }
 
 std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
+    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
     auto tree = std::make_unique<HtmlTree>(std::move(utf8));
     TreeBuilder(*tree).run();
     return tree;
 }
 
+std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8) {
+    if (utf8.find('\r') != std::string_view::npos) return parseHtml(std::string(utf8));
+    auto tree = std::make_unique<HtmlTree>(utf8);
+    TreeBuilder(*tree).run();
+    return tree;
+}
+
 std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName, Namespace contextSpace) {
+    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
     auto tree = std::make_unique<HtmlTree>(std::move(utf8));
-    const NodeId context = tree->createElement(tagForName(contextName), tree->keep(contextName), contextSpace, {});
+    const NodeId context =
+        tree->createElement(tagForKey(keyOf(contextName)), tree->keep(contextName), contextSpace, {});
     TreeBuilder(*tree).runFragment(context);
     return tree;
 }

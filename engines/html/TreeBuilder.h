@@ -233,6 +233,9 @@ private:
 /// 13.2.6.4.1: whether a doctype asks for quirks mode.
 [[nodiscard]] bool isQuirksDoctype(const Token& doctype);
 
+/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
+[[nodiscard]] std::string withLineFeeds(std::string_view source);
+
 /// The characters of `text` that are white space at its start.
 [[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);
 

@@ -36,10 +36,10 @@ bool isSpecial(Tag tag, Namespace space) {
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     const auto left = tree_.attributes(a);
     const auto right = tree_.attributes(b);
-    if (tree_.node(a).text != tree_.node(b).text || left.size() != right.size()) return false;
+    if (tree_.node(a).text() != tree_.node(b).text() || left.size() != right.size()) return false;
     const auto same = [this](const Attribute& x, const Attribute& y) {
         ++steps_;
-        return x.name == y.name && x.value == y.value;
+        return x.hasNameOf(y) && x.value() == y.value();
     };
     if (left.size() > kMaxUnorderedAttributes) return std::equal(left.begin(), left.end(), right.begin(), same);
     return std::is_permutation(left.begin(), left.end(), right.begin(), same);
@@ -237,7 +237,7 @@ void TreeBuilder::anyOtherEndTag(const Token& token) {
         ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && element.tag == token.tag &&
-            (token.tag != Tag::unknown || tree_.node(element.id).text == token.name)) {
+            (token.tag != Tag::unknown || tree_.node(element.id).text() == token.name)) {
             generateImpliedEndTags(token.tag == Tag::unknown ? Tag::unknown : token.tag);
             while (open_.size() > std::max<std::size_t>(i, 1))
                 pop();

@@ -26,9 +26,9 @@ constexpr TagSet kMarked{Tag::applet, Tag::marquee, Tag::object};
 constexpr TagSet kIgnoredStarts{Tag::caption, Tag::col,   Tag::colgroup, Tag::frame, Tag::head, Tag::tbody,
                                 Tag::td,      Tag::tfoot, Tag::th,       Tag::thead, Tag::tr};
 
-const Attribute* findAttribute(const Token& token, std::string_view name) {
+const Attribute* findAttribute(const Token& token, AttributeName name) {
     const auto found = std::find_if(token.attributes.begin(), token.attributes.end(),
-                                    [&](const Attribute& attribute) { return attribute.name == name; });
+                                    [&](const Attribute& attribute) { return attribute.known() == name; });
     return found == token.attributes.end() ? nullptr : &*found;
 }
 
@@ -50,9 +50,13 @@ TreeBuilder::Next TreeBuilder::inBody(Token& token) {
 }
 
 void TreeBuilder::inBodyCharacters(const Token& token) {
-    if (std::all_of(token.text.begin(), token.text.end(), [](char c) { return c == '\0'; })) return;
+    if (token.holdsNul && std::all_of(token.text.begin(), token.text.end(), [](char c) { return c == '\0'; })) return;
     reconstructFormatting();
-    insertWithoutNul(token.text);
+    if (token.holdsNul) {
+        insertWithoutNul(token.text);
+    } else {
+        insertCharacters(token.text);
+    }
     if (framesetOk_)
         framesetOk_ =
             std::all_of(token.text.begin(), token.text.end(), [](char c) { return isWhiteSpace(c) || c == '\0'; });
@@ -255,8 +259,8 @@ void TreeBuilder::startInput(const Token& token) {
     if (hasInScope({Tag::select})) popUntil({Tag::select});
     reconstructFormatting();
     insertVoid(token);
-    const Attribute* const type = findAttribute(token, "type");
-    if (type == nullptr || !equalsIgnoringCase(type->value, "hidden")) framesetOk_ = false;
+    const Attribute* const type = findAttribute(token, AttributeName::type);
+    if (type == nullptr || !equalsIgnoringCase(type->value(), "hidden")) framesetOk_ = false;
 }
 
 void TreeBuilder::startSelectPart(const Token& token) {

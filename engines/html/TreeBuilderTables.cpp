@@ -74,8 +74,8 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
         case Tag::template_: return inHead(token);
         case Tag::input: {
             const auto type = std::find_if(token.attributes.begin(), token.attributes.end(),
-                                           [](const Attribute& attribute) { return attribute.name == "type"; });
-            if (type == token.attributes.end() || !equalsIgnoringCase(type->value, "hidden")) break;
+                                           [](const Attribute& attribute) { return attribute.known() == AttributeName::type; });
+            if (type == token.attributes.end() || !equalsIgnoringCase(type->value(), "hidden")) break;
             insertVoid(token);
             return Next::token;
         }

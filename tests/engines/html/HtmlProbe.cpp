@@ -39,9 +39,9 @@ std::string attributesOf(const Token& token) {
     std::string out = "{";
     std::set<std::string_view> seen;
     for (const Attribute& attribute : token.attributes) {
-        if (!seen.insert(attribute.name).second) continue;
+        if (!seen.insert(attribute.name()).second) continue;
         if (out.size() > 1) out += ',';
-        out += quoted(attribute.name) + ":" + quoted(attribute.value);
+        out += quoted(attribute.name()) + ":" + quoted(attribute.value());
     }
     return out + "}";
 }
@@ -73,7 +73,7 @@ HtmlTokenizer::State stateOf(std::string_view name) {
 
 std::string tokens(std::string_view state, std::string_view tag, std::string_view bytes) {
     const bool cdata = state == "cdata";
-    HtmlTree tree("<" + std::string(tag) + ">" + (cdata ? "<![CDATA[" : "") + std::string(bytes));
+    HtmlTree tree("<" + std::string(tag) + ">" + (cdata ? "<![CDATA[" : "") + withLineFeeds(bytes));
     HtmlTokenizer tokenizer(tree);
     Token token;
     tokenizer.next(token);
@@ -90,15 +90,15 @@ std::string tokens(std::string_view state, std::string_view tag, std::string_vie
 std::string printed(const HtmlTree& tree, NodeId id, std::size_t depth) {
     const Node& node = tree.node(id);
     const std::string indent = "| " + std::string(2 * depth, ' ');
-    if (node.kind == NodeKind::text) return indent + "\"" + std::string(node.text) + "\"\n";
+    if (node.kind == NodeKind::text) return indent + "\"" + std::string(node.text()) + "\"\n";
     const std::string_view prefix = node.space == Namespace::svg      ? "svg "
                                     : node.space == Namespace::mathMl ? "math "
                                                                       : "";
-    std::string out = indent + "<" + std::string(prefix) + std::string(node.text) + ">\n";
+    std::string out = indent + "<" + std::string(prefix) + std::string(node.text()) + ">\n";
     std::set<std::string_view> seen;
     for (const Attribute& attribute : tree.attributes(id))
-        if (seen.insert(attribute.name).second)
-            out += indent + "  " + std::string(attribute.name) + "=\"" + std::string(attribute.value) + "\"\n";
+        if (seen.insert(attribute.name()).second)
+            out += indent + "  " + std::string(attribute.name()) + "=\"" + std::string(attribute.value()) + "\"\n";
     return out;
 }
 

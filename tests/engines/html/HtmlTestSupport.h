@@ -29,10 +29,10 @@ inline std::string treeOf(const HtmlTree& tree) {
         const Node& node = tree.node(id);
         if (!out.empty() && out.back() != '(') out += ' ';
         if (node.kind == NodeKind::text) {
-            out += "'" + std::string(node.text) + "'";
+            out += "'" + std::string(node.text()) + "'";
         } else {
             out += node.space == Namespace::svg ? "svg:" : node.space == Namespace::mathMl ? "math:" : "";
-            out += node.text;
+            out += node.text();
         }
         if (node.firstChild != kNoNode) {
             out += '(';

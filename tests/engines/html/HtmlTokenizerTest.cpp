@@ -95,7 +95,7 @@ constexpr TokenCase kDoctypes[] = {
 INSTANTIATE_TEST_SUITE_P(Doctypes, Tokens, testing::ValuesIn(kDoctypes));
 
 TEST(HtmlTokenizer, onlyTheStartTagsOwnEndTagEndsItsText) {
-    HtmlTree tree("<X>a</Y></x-></X b=c>&amp;");
+    HtmlTree tree(std::string("<X>a</Y></x-></X b=c>&amp;"));
     HtmlTokenizer tokenizer(tree);
     Token token;
     tokenizer.next(token);
@@ -104,14 +104,14 @@ TEST(HtmlTokenizer, onlyTheStartTagsOwnEndTagEndsItsText) {
 }
 
 TEST(HtmlTokenizer, textWithoutAStartTagHasNoEndTag) {
-    HtmlTree tree("a&amp;</></b>");
+    HtmlTree tree(std::string("a&amp;</></b>"));
     HtmlTokenizer tokenizer(tree);
     tokenizer.switchTo(HtmlTokenizer::State::rcdata);
     EXPECT_EQ(tokensFrom(tokenizer), "a&</></b>");
 }
 
 TEST(HtmlTokenizer, cdataSectionsAreSectionsOnlyWhereAllowed) {
-    HtmlTree tree("<![CDATA[a<b]]]>c");
+    HtmlTree tree(std::string("<![CDATA[a<b]]]>c"));
     HtmlTokenizer tokenizer(tree);
     tokenizer.allowCdata(true);
     EXPECT_EQ(tokensFrom(tokenizer), "a<b]|c");

@@ -144,7 +144,7 @@ TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
     EXPECT_EQ(*tree->attribute(paragraph, "id"), "a");
     EXPECT_EQ(*tree->attribute(paragraph, "data-x"), "1&2");
     EXPECT_EQ(*tree->attribute(paragraph, "y"), "?a=1&copy=2");
-    EXPECT_EQ(tree->attribute(paragraph, "z"), nullptr);
+    EXPECT_EQ(tree->attribute(paragraph, "z"), std::nullopt);
 }
 
 TEST(HtmlTree, mergesTheAttributesOfASecondBodyTag) {
