@@ -198,6 +198,12 @@ std::optional<Encoding> encodingFromContentType(std::string_view content) {
     return text::encodingForLabel(label.substr(0, label.find_first_of(" \t\n\f\r;")));
 }
 
+std::optional<Encoding> declaredEncoding(std::string_view bytes) {
+    const auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
+    if (declared || bytes.size() <= kPrescanBytes) return declared;
+    return prescanEncoding(bytes.substr(0, kLatePrescanBytes));
+}
+
 SniffedEncoding sniffEncoding(std::string_view bytes) {
     return sniffEncoding(bytes, text::wellFormedUtf8Prefix(bytes));
 }
@@ -208,9 +214,7 @@ SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& ut
     // Multi-byte UTF-8 is no accident: it is believed over any declaration.
     const bool multiByteUtf8 = utf8.bytes == bytes.size() && utf8.codePoints < utf8.bytes;
     if (multiByteUtf8) return {Encoding::utf8, 0};
-    auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
-    if (!declared && bytes.size() > kPrescanBytes) declared = prescanEncoding(bytes.substr(0, kLatePrescanBytes));
-    if (declared) return {*declared, 0};
+    if (const auto declared = declaredEncoding(bytes)) return {*declared, 0};
     return {detectWithoutNul(bytes), 0};
 }
 

@@ -20,6 +20,9 @@ inline constexpr std::size_t kLatePrescanBytes = 1024 * 1024;
 /// "Extracting a character encoding from a meta element", section 2.4.
 [[nodiscard]] std::optional<text::Encoding> encodingFromContentType(std::string_view content);
 
+/// What a document says about itself, in its first bytes or further on.
+[[nodiscard]] std::optional<text::Encoding> declaredEncoding(std::string_view bytes);
+
 struct SniffedEncoding {
     text::Encoding encoding = text::Encoding::windows1252;
     std::size_t byteOrderMarkLength = 0;

@@ -105,6 +105,7 @@ bool HtmlTokenizer::isTagAt(std::size_t position, std::string_view name) const {
 }
 
 std::size_t HtmlTokenizer::endTagPosition(std::size_t from) const {
+    if (lastStartTag_.empty()) return size_; // a fragment, without its start tag
     for (std::size_t open = find('<', from); open < size_; open = find('<', open + 1))
         if (at(open + 1) == '/' && isTagAt(open + 2, lastStartTag_)) return open;
     return size_;
@@ -122,10 +123,11 @@ std::size_t HtmlTokenizer::scriptEndPosition(std::size_t from) const {
             position += 3;
         } else if (c != '<') {
             position = escape == Escape::none ? find('<', position + 1) : position + 1;
-        } else if (at(position + 1) == '/' && isTagAt(position + 2, "script")) {
-            if (escape != Escape::doubleEscaped) return position;
+        } else if (escape == Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, "script")) {
             escape = Escape::escaped;
             position += 8;
+        } else if (escape != Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, lastStartTag_)) {
+            return position;
         } else if (escape == Escape::none && startsWith(position, "<!--")) {
             escape = Escape::escaped;
             position += 2; // its dashes may belong to "-->" too
@@ -149,19 +151,23 @@ bool HtmlTokenizer::markup(Token& token) {
     if (following == '/') {
         position_ += 2;
         if (isAlpha(at(position_))) return tag(token, TokenType::endTag);
-        bogusComment(); // "</>" too ends at its ">"
-        return false;
+        if (at(position_) == '>') {
+            ++position_; // "</>" is nothing at all
+            return false;
+        }
+        bogusComment(token);
+        return true;
     }
     if (following == '?') {
         ++position_;
-        bogusComment();
-        return false;
+        bogusComment(token);
+        return true;
     }
     position_ += 2;
     if (startsWith(position_, "--")) {
         position_ += 2;
-        comment();
-        return false;
+        comment(token);
+        return true;
     }
     if (startsWith(position_, "doctype")) {
         position_ += 7;
@@ -172,35 +178,37 @@ bool HtmlTokenizer::markup(Token& token) {
         position_ += 7;
         return cdataSection(token);
     }
-    bogusComment();
-    return false;
+    bogusComment(token);
+    return true;
 }
 
-void HtmlTokenizer::bogusComment() {
-    position_ = std::min(find('>', position_) + 1, size_);
+void HtmlTokenizer::emitComment(Token& token, std::size_t start, std::size_t end, std::size_t next) {
+    token.type = TokenType::comment;
+    token.text = {data_ + start, end - start};
+    position_ = std::min(next, size_);
+}
+
+/// 13.2.5.41 Bogus comment state.
+void HtmlTokenizer::bogusComment(Token& token) {
+    const std::size_t end = find('>', position_);
+    emitComment(token, position_, end, end + 1);
 }
 
 /// 13.2.5.43 to 13.2.5.52: "-->" and "--!>" end a comment, and right at its start ">" and "->" do.
-void HtmlTokenizer::comment() {
-    if (at(position_) == '>') {
-        ++position_;
-        return;
+void HtmlTokenizer::comment(Token& token) {
+    const std::size_t start = position_;
+    if (at(start) == '>') return emitComment(token, start, start, start + 1);
+    if (startsWith(start, "->")) return emitComment(token, start, start, start + 2);
+    for (std::size_t dashes = find("--", start); dashes < size_; dashes = find("--", dashes + 1)) {
+        if (at(dashes + 2) == '>') return emitComment(token, start, dashes, dashes + 3);
+        if (at(dashes + 2) == '!' && at(dashes + 3) == '>') return emitComment(token, start, dashes, dashes + 4);
     }
-    if (startsWith(position_, "->")) {
-        position_ += 2;
-        return;
-    }
-    for (std::size_t dashes = find("--", position_); dashes < size_; dashes = find("--", dashes + 1)) {
-        if (at(dashes + 2) == '>') {
-            position_ = dashes + 3;
-            return;
-        }
-        if (at(dashes + 2) == '!' && at(dashes + 3) == '>') {
-            position_ = dashes + 4;
-            return;
-        }
-    }
-    position_ = size_;
+    // What the end of the file cuts off of the comment's end is not its text.
+    const std::string_view text(data_ + start, size_ - start);
+    std::size_t cut = 0;
+    for (const std::string_view end : {"-", "--", "--!"})
+        if (text.ends_with(end)) cut = end.size();
+    emitComment(token, start, size_ - cut, size_);
 }
 
 /// 13.2.5.69 CDATA section state.
@@ -256,8 +264,7 @@ bool HtmlTokenizer::attribute(Token& token) {
     if (position_ >= size_ || data_[position_] == '>') return false;
     ScannedName scanned = attributeName();
     const std::string_view name = takeName(scanned);
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+    skipWhiteSpace();
     std::string_view value;
     if (at(position_) == '=' && position_ < size_) {
         ++position_;
@@ -279,8 +286,7 @@ ScannedName HtmlTokenizer::attributeName() const {
 
 /// 13.2.5.35 Before attribute value state.
 std::string_view HtmlTokenizer::attributeValue() {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+    skipWhiteSpace();
     switch (at(position_)) {
     case '"': return quotedValue<'"'>();
     case '\'': return quotedValue<'\''>();
@@ -322,59 +328,58 @@ std::string_view HtmlTokenizer::finishedValue(std::size_t start, std::size_t end
     return tree_.keep(scratch_);
 }
 
-/// 13.2.5.53 to 13.2.5.68: what decides between the modes of rendering, and no more.
-void HtmlTokenizer::doctype(Token& token) {
-    token.type = TokenType::doctype;
-    token.forceQuirks = false;
-    token.hasPublicId = token.hasSystemId = false;
-    token.publicId = token.systemId = {};
+void HtmlTokenizer::skipWhiteSpace() {
     while (position_ < size_ && isWhiteSpace(data_[position_]))
         ++position_;
+}
+
+/// 13.2.5.53 to 13.2.5.68: a doctype, which at its worst is one that asks for quirks.
+void HtmlTokenizer::doctype(Token& token) {
+    token.type = TokenType::doctype;
+    token.hasPublicId = token.hasSystemId = false;
+    token.publicId = token.systemId = {};
+    skipWhiteSpace();
     ScannedName name;
     name.asWritten = false; // as far as anyone knows
     while (position_ + name.length < size_ && !isWhiteSpace(data_[position_ + name.length]) &&
            data_[position_ + name.length] != '>')
         ++name.length;
     token.name = takeName(name);
-    if (token.name.empty()) token.forceQuirks = true;
-    doctypeIds(token);
-    if (position_ >= size_) token.forceQuirks = true;
-    bogusComment();
+    token.forceQuirks = token.name.empty() || !doctypeIds(token);
+    position_ = std::min(find('>', position_) + 1, size_);
 }
 
-void HtmlTokenizer::doctypeIds(Token& token) {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+/// 13.2.5.56 to 13.2.5.67, from the end of the name to ">" or to what is bogus; false where that forces quirks.
+bool HtmlTokenizer::doctypeIds(Token& token) {
+    const auto isEnd = [this] {
+        skipWhiteSpace();
+        return at(position_) == '>';
+    };
+    if (isEnd()) return true;
     const bool isPublic = startsWith(position_, "public");
-    if (position_ >= size_ || data_[position_] == '>') return;
-    if (!isPublic && !startsWith(position_, "system")) {
-        token.forceQuirks = true;
-        return;
-    }
+    if (!isPublic && !startsWith(position_, "system")) return false;
     position_ += 6;
     if (isPublic) {
-        token.hasPublicId = quotedId(token.publicId);
-        if (!token.hasPublicId) {
-            token.forceQuirks = true;
-            return;
-        }
+        if (!quotedId(token.hasPublicId, token.publicId)) return false;
+        if (isEnd()) return true;
     }
-    token.hasSystemId = quotedId(token.systemId);
-    if (!token.hasSystemId && at(position_) != '>') token.forceQuirks = true;
-    if (!token.hasSystemId && !isPublic) token.forceQuirks = true;
+    if (!quotedId(token.hasSystemId, token.systemId)) return false;
+    skipWhiteSpace();
+    return position_ < size_; // what stands there is bogus, but forces nothing
 }
 
-bool HtmlTokenizer::quotedId(std::string_view& id) {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+/// Reads an identifier in quotes; false where there is none or where it does not end with its quote.
+bool HtmlTokenizer::quotedId(bool& has, std::string_view& id) {
+    skipWhiteSpace();
     const char quote = at(position_);
     if (quote != '"' && quote != '\'') return false;
-    const std::size_t start = position_ + 1;
-    std::size_t end = start;
-    while (end < size_ && data_[end] != quote && data_[end] != '>')
-        ++end;
-    id = {data_ + start, end - start};
-    position_ = end < size_ && data_[end] == quote ? end + 1 : end;
+    const std::size_t start = ++position_;
+    while (position_ < size_ && data_[position_] != quote && data_[position_] != '>')
+        ++position_;
+    has = true;
+    id = {data_ + start, position_ - start};
+    if (at(position_) != quote) return false;
+    ++position_;
     return true;
 }
 

@@ -1,12 +1,12 @@
-// The tokenizer of the HTML Standard, section 13.2.5. Comments are no tokens here: nothing looks at them. Names, texts and values
-// are slices of the tree's source where they are to be as they were written.
+// The tokenizer of the HTML Standard, section 13.2.5. Names, texts and values are slices of the tree's source where they are to be as
+// they were written.
 #pragma once
 
 #include "engines/html/HtmlTree.h"
 
 namespace quillow::html {
 
-enum class TokenType : std::uint8_t { doctype, startTag, endTag, characters, endOfFile };
+enum class TokenType : std::uint8_t { doctype, startTag, endTag, comment, characters, endOfFile };
 
 struct Token {
     TokenType type = TokenType::endOfFile;
@@ -17,9 +17,9 @@ struct Token {
     bool hasSystemId = false;  ///< of a doctype
     std::string_view name;     ///< of a tag or doctype, lower case
     bool holdsNul = true;      ///< of characters: there may be U+0000 in them
-    std::string_view text;     ///< of characters, never empty
-    std::string_view publicId; ///< of a doctype
-    std::string_view systemId; ///< of a doctype
+    std::string_view text;     ///< of characters, never empty, or of a comment (which may hold U+0000)
+    std::string_view publicId; ///< of a doctype, may hold U+0000
+    std::string_view systemId; ///< of a doctype, may hold U+0000
     std::vector<Attribute> attributes;
 };
 
@@ -66,11 +66,13 @@ private:
     std::string_view quotedValue();
     std::string_view unquotedValue();
     std::string_view finishedValue(std::size_t start, std::size_t end, Found found);
-    void comment();
-    void bogusComment();
+    void comment(Token& token);
+    void bogusComment(Token& token);
+    void emitComment(Token& token, std::size_t start, std::size_t end, std::size_t next);
     void doctype(Token& token);
-    void doctypeIds(Token& token);
-    bool quotedId(std::string_view& id);
+    void skipWhiteSpace();
+    bool doctypeIds(Token& token);
+    bool quotedId(bool& has, std::string_view& id);
     bool cdataSection(Token& token);
     [[nodiscard]] std::size_t endTagPosition(std::size_t from) const;
     [[nodiscard]] std::size_t scriptEndPosition(std::size_t from) const;

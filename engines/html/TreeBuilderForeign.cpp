@@ -17,7 +17,8 @@ constexpr TagSet kBreakouts{
 bool hasFontAttribute(const Token& token) {
     for (const Attribute& attribute : token.attributes)
         if (attribute.known() == AttributeName::color || attribute.known() == AttributeName::face ||
-            attribute.known() == AttributeName::size) return true;
+            attribute.known() == AttributeName::size)
+            return true;
     return false;
 }
 
@@ -58,7 +59,7 @@ TreeBuilder::Next TreeBuilder::foreignStartTag(Token& token) {
             pop();
         return dispatchByMode(token);
     }
-    insertElement(token, current().space);
+    insertElement(token, adjustedCurrent().space);
     if (token.selfClosing) pop();
     return Next::token;
 }

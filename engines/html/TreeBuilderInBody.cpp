@@ -37,7 +37,8 @@ const Attribute* findAttribute(const Token& token, AttributeName name) {
 TreeBuilder::Next TreeBuilder::inBody(Token& token) {
     switch (token.type) {
     case TokenType::characters: inBodyCharacters(token); return Next::token;
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::startTag: return inBodyStartTag(token);
     case TokenType::endTag: return inBodyEndTag(token);
     case TokenType::endOfFile:
@@ -238,6 +239,7 @@ void TreeBuilder::startForm(const Token& token) {
 void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
     framesetOk_ = false;
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && closes.contains(element.tag)) {
             generateImpliedEndTags(element.tag);
@@ -253,6 +255,7 @@ void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
 }
 
 void TreeBuilder::startInput(const Token& token) {
+    if (isSelectFragment()) return;
     if (hasInScope({Tag::select})) popUntil({Tag::select});
     reconstructFormatting();
     insertVoid(token);
@@ -263,6 +266,7 @@ void TreeBuilder::startInput(const Token& token) {
 void TreeBuilder::startSelectPart(const Token& token) {
     const bool inSelect = hasInScope({Tag::select});
     if (token.tag == Tag::select) {
+        if (isSelectFragment()) return;
         if (inSelect) {
             popUntil({Tag::select});
             return;

@@ -33,7 +33,8 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
         originalMode_ = mode_;
         mode_ = Mode::inTableText;
         return Next::reprocess;
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::endOfFile: return inBody(token);
     case TokenType::startTag:
         switch (token.tag) {
@@ -159,7 +160,8 @@ TreeBuilder::Next TreeBuilder::inColumnGroup(Token& token) {
         if (token.text.empty()) return Next::token;
         break;
     }
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::endOfFile: return inBody(token);
     case TokenType::startTag:
         if (token.tag == Tag::html) return inBody(token);
