@@ -44,6 +44,7 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     Node& node = nodes_.emplace_back();
     node.tag = tag;
     node.space = space;
+    if (tag == Tag::style || tag == Tag::frameset || tag == Tag::noframes) noted_.push_back(id);
     const std::size_t count = std::min(attributes.size(), kMaxAttributes);
     node.attributeCount = static_cast<std::uint8_t>(count);
     if (count == 0 && tag != Tag::unknown) return id;
@@ -128,7 +129,7 @@ char* HtmlTree::allocateChunk(std::size_t size) {
 }
 
 char* HtmlTree::allocate(std::size_t size, std::size_t alignment) {
-    const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(free_) % alignment) % alignment;
+    const std::size_t padding = -reinterpret_cast<std::uintptr_t>(free_) & (alignment - 1);
     if (padding + size > freeBytes_) return allocateChunk(size);
     char* const room = free_ + padding;
     free_ = room + size;

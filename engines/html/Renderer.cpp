@@ -100,10 +100,11 @@ private:
     void walk(NodeId root);
     Entered enter(NodeId node);
     Entered enterElement(NodeId element);
+    Entered enterElement(NodeId element, const Frame& parent, Frame& frame);
     void leave(NodeId element);
     void enterText(const Node& node);
 
-    Style styleOf(NodeId element, const Frame& parent);
+    void styleFrame(NodeId element, const Frame& parent, Frame& frame);
     void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
@@ -130,7 +131,8 @@ RenderedText Renderer::render() {
     if (html == kNoNode) {
         walk(HtmlTree::kDocument);
     } else {
-        frames_.back().style = styleOf(html, frames_.back());
+        const Frame outside;
+        styleFrame(html, outside, frames_.back());
         styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
         for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
@@ -179,8 +181,9 @@ void Renderer::enterText(const Node& node) {
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
-Style Renderer::styleOf(NodeId element, const Frame& parent) {
-    Style style = styles_.resolve(element, parent.style);
+void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
+    Style& style = frame.style;
+    styles_.resolve(element, parent.style, style);
     if (options_.hiddenText == HiddenText::on) {
         style.visibility = Visibility::visible;
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
@@ -188,14 +191,18 @@ Style Renderer::styleOf(NodeId element, const Frame& parent) {
     }
     const bool outOfFlow = style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
     if (outOfFlow || parent.blockifiesChildren) style.display = blockified(style.display);
-    return style;
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
+    Frame& frame = frames_.emplace_back();
+    const Entered entered = enterElement(id, frames_[frames_.size() - 2], frame);
+    if (entered == Entered::no) frames_.pop_back();
+    return entered;
+}
+
+Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& frame) {
     const Node& node = tree_.node(id);
-    const Frame& parent = frames_.back();
-    Frame frame;
-    frame.style = styleOf(id, parent);
+    styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
     if (node.tag == Tag::br && node.space == Namespace::html) {
         collector_.endLine();
@@ -212,7 +219,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
     if (node.space == Namespace::svg) applySvgRules(node, frame);
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
-    const auto index = static_cast<std::uint32_t>(frames_.size());
+    const auto index = static_cast<std::uint32_t>(frames_.size() - 1);
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
@@ -233,7 +240,6 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
         if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
     frame.writtenBefore = collector_.written();
-    frames_.push_back(frame);
     styles_.enter(id);
     return Entered::yes;
 }
@@ -331,7 +337,7 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
     if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
-    frame.listOwner = static_cast<std::uint32_t>(frames_.size());
+    frame.listOwner = static_cast<std::uint32_t>(frames_.size() - 1);
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
     const auto start = integerAttribute(tree_, id, AttributeName::start);
@@ -375,7 +381,7 @@ void Renderer::leave(NodeId id) {
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
     frames_.pop_back();
-    styles_.leave(id);
+    styles_.leave();
 }
 
 } // namespace
