@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #ifdef __SSE2__
@@ -52,7 +53,9 @@ template <char... kWanted>
 
 /// The white space of HTML and CSS: TAB, LF, FF, CR and SP.
 [[nodiscard]] constexpr bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r' && c != '\v');
+    constexpr std::uint64_t kBlanks = 1ULL << ' ' | 1ULL << '\t' | 1ULL << '\n' | 1ULL << '\f' | 1ULL << '\r';
+    const auto byte = static_cast<unsigned char>(c);
+    return byte <= ' ' && (kBlanks >> byte & 1) != 0;
 }
 
 /// As skipBlanks, one byte after the other.
@@ -96,6 +99,35 @@ template <char... kWanted>
     }
 #endif
     return findBlankRunPortable(bytes, from);
+}
+
+/// A "binary data byte" of the MIME Sniffing Standard, section 3: a control character that no text has.
+[[nodiscard]] constexpr bool isBinaryByte(char c) {
+    return static_cast<unsigned char>(c) < ' ' && !isBlank(c) && c != '\x1B';
+}
+
+/// As countBinaryBytes, one byte after the other.
+[[nodiscard]] constexpr std::size_t countBinaryBytesPortable(std::string_view bytes) {
+    std::size_t count = 0;
+    for (const char c : bytes)
+        count += isBinaryByte(c) ? 1 : 0;
+    return count;
+}
+
+/// How many of the bytes are binary data bytes.
+[[nodiscard]] inline std::size_t countBinaryBytes(std::string_view bytes) {
+    std::size_t count = 0;
+#ifdef __SSE2__
+    for (; bytes.size() >= scan::kBlock; bytes.remove_prefix(scan::kBlock)) {
+        const __m128i block = scan::load(bytes.data());
+        const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x1F)), block);
+        const auto controls = static_cast<unsigned>(_mm_movemask_epi8(low));
+        if (controls == 0) continue;
+        const unsigned allowed = scan::maskOf<'\t', '\n', '\f', '\r', '\x1B'>(block);
+        count += static_cast<std::size_t>(std::popcount(controls & ~allowed));
+    }
+#endif
+    return count + countBinaryBytesPortable(bytes);
 }
 
 } // namespace quillow::text

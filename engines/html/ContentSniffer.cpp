@@ -2,9 +2,7 @@
 
 #include "engines/html/Ascii.h"
 #include "engines/html/EncodingSniffer.h"
-
-#include <array>
-#include <cstdint>
+#include "text/ByteScan.h"
 
 namespace quillow::html {
 
@@ -33,15 +31,6 @@ constexpr Signature kSignatures[] = {
     {"bplist0", "a property list"},
 };
 
-/// MIME Sniffing, section 3: a "binary data byte".
-constexpr std::array<std::uint8_t, 256> makeBinaryTable() {
-    std::array<std::uint8_t, 256> table{};
-    for (std::size_t byte = 0; byte < 0x20; ++byte)
-        table[byte] = byte <= 0x08 || byte == 0x0B || (byte >= 0x0E && byte != 0x1B) ? 1 : 0;
-    return table;
-}
-constexpr std::array<std::uint8_t, 256> kBinary = makeBinaryTable();
-
 constexpr std::size_t kLookedAt = 4096;
 /// One stray control character in many is damage; one in ten is no text.
 constexpr std::size_t kBinaryShare = 10;
@@ -57,9 +46,7 @@ std::optional<std::string> foreignContent(std::string_view bytes) {
     for (const Signature& signature : kSignatures)
         if (start.starts_with(signature.bytes)) return is(signature.what);
     const std::string_view looked = bytes.substr(0, kLookedAt);
-    std::size_t binary = 0;
-    for (const char c : looked)
-        binary += kBinary[static_cast<unsigned char>(c)];
+    const std::size_t binary = text::countBinaryBytes(looked);
     if (binary * kBinaryShare <= looked.size()) return std::nullopt;
     const SniffedEncoding sniffed = sniffEncoding(bytes);
     if (sniffed.encoding == text::Encoding::utf16le || sniffed.encoding == text::Encoding::utf16be) return std::nullopt;

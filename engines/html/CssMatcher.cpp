@@ -145,11 +145,14 @@ void CssMatcher::readNames(NodeId element) {
     named_ = element;
     names_.clear();
     if (const auto classes = tree_.attribute(element, AttributeName::class_))
-        for (std::size_t at = text::skipBlanks(*classes, 0); at < classes->size();) {
-            const std::size_t end = text::findFirstOf<' ', '\t', '\n', '\f', '\r'>(*classes, at);
+        for (std::size_t at = text::skipBlanksPortable(*classes, 0); at < classes->size();) {
+            std::size_t end = at;
+            while (end < classes->size() && !isWhiteSpace((*classes)[end]))
+                ++end;
             const std::string_view name = classes->substr(at, end - at);
             names_.push_back({name, hashOf(name)});
-            at = end < classes->size() ? text::skipBlanks(*classes, end) : end;
+            at = std::min(end + 1, classes->size());
+            if (at < classes->size() && isWhiteSpace((*classes)[at])) at = text::skipBlanksPortable(*classes, at);
         }
     classes_ = names_.size();
     if (const auto id = tree_.attribute(element, AttributeName::id)) names_.push_back({*id, hashOf(*id)});

@@ -59,7 +59,7 @@ private:
     bool rawText(Token& token);
     bool markup(Token& token);
     bool tag(Token& token, TokenType type, std::size_t start);
-    bool attribute(Token& token);
+    void attribute(Token& token);
     [[nodiscard]] ScannedName attributeNameFromEqualsSign() const;
     std::string_view attributeValue();
     template <char quote>

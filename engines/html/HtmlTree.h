@@ -116,7 +116,6 @@ public:
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
-    [[nodiscard]] static std::uint32_t knownAttributes(std::span<const Attribute> attributes);
     /// Alignments are powers of two.
     [[nodiscard]] char* allocate(std::size_t size, std::size_t alignment);
     [[nodiscard]] char* allocateChunk(std::size_t size);

@@ -3,6 +3,7 @@
 #include "engines/html/Ascii.h"
 #include "engines/html/ListMarkers.h"
 #include "engines/html/StyleResolver.h"
+#include "engines/html/TagSet.h"
 #include "engines/html/TextCollector.h"
 #include "text/ByteScan.h"
 
@@ -83,6 +84,8 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
     if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) return std::nullopt;
     return number;
 }
+
+constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
 public:
@@ -215,8 +218,12 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         return Entered::no;
     }
     frame.textRole = parent.textRole;
-    applySelectRules(node, parent, frame);
-    if (node.space == Namespace::svg) applySvgRules(node, frame);
+    if (node.space == Namespace::html) {
+        frame.inSelect = parent.inSelect;
+        if (node.tag == Tag::select || parent.inSelect) applySelectRules(node, parent, frame);
+    } else if (node.space == Namespace::svg) {
+        applySvgRules(node, frame);
+    }
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
     const auto index = static_cast<std::uint32_t>(frames_.size() - 1);
@@ -236,8 +243,9 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         openBox(node, frame);
     }
     if (node.space == Namespace::html) {
-        openList(id, frame);
-        if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
+        if (kLists.contains(node.tag)) openList(id, frame);
+        const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
+        if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
     frame.writtenBefore = collector_.written();
     styles_.enter(id);
@@ -246,14 +254,12 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
 
 /// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line.
 void Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
-    if (node.space != Namespace::html) return;
-    frame.inSelect = parent.inSelect;
     if (node.tag == Tag::select) {
         frame.textRole = TextRole::suppressed;
         frame.inSelect = true;
         return;
     }
-    if (parent.textRole != TextRole::suppressed || !parent.inSelect) return;
+    if (parent.textRole != TextRole::suppressed) return;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
@@ -336,7 +342,6 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
-    if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
     frame.listOwner = static_cast<std::uint32_t>(frames_.size() - 1);
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;

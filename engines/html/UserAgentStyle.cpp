@@ -166,22 +166,9 @@ Display defaultDisplay(const Node& element) {
 }
 
 bool isReplaced(const Node& element) {
-    if (element.space != Namespace::html) return false;
-    switch (element.tag) {
-    case Tag::img:
-    case Tag::image:
-    case Tag::input:
-    case Tag::textarea:
-    case Tag::iframe:
-    case Tag::embed:
-    case Tag::video:
-    case Tag::audio:
-    case Tag::meter:
-    case Tag::progress:
-    case Tag::frame:
-    case Tag::keygen: return true;
-    default: return false;
-    }
+    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input,    Tag::textarea, Tag::iframe, Tag::embed,
+                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,    Tag::keygen};
+    return element.space == Namespace::html && kReplaced.contains(element.tag);
 }
 
 bool isMachinery(const Node& element) {
