@@ -15,17 +15,20 @@ namespace quillow::text {
 namespace scan {
 
 inline constexpr std::size_t kBlock = 16;
+inline constexpr std::size_t kHalfBlock = 8;
 
 #ifdef __SSE2__
 /// A bit for each of sixteen bytes that is one of the wanted ones, the lowest for the first.
 template <char... kWanted>
 [[nodiscard]] inline unsigned maskOf(__m128i block) {
-    __m128i found = _mm_setzero_si128();
-    ((found = _mm_or_si128(found, _mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)))), ...);
-    return static_cast<unsigned>(_mm_movemask_epi8(found));
+    return static_cast<unsigned>(_mm_movemask_epi8((_mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)) | ...)));
 }
 [[nodiscard]] inline __m128i load(const char* bytes) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+/// Eight bytes, and eight zero bytes behind them.
+[[nodiscard]] inline __m128i loadHalf(const char* bytes) {
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
 }
 #endif
 
@@ -72,6 +75,9 @@ template <char... kWanted>
         const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::load(bytes.data() + from));
         if (blanks != 0xFFFF) return from + static_cast<std::size_t>(std::countr_one(blanks));
     }
+    if (bytes.size() - from >= scan::kHalfBlock)
+        from += static_cast<std::size_t>(
+            std::countr_one(scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::loadHalf(bytes.data() + from))));
 #endif
     return skipBlanksPortable(bytes, from);
 }
@@ -96,6 +102,14 @@ template <char... kWanted>
         const unsigned runs = blanks & (~scan::maskOf<' '>(block) | following);
         if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
         from += scan::kBlock;
+    }
+    if (bytes.size() - from > scan::kHalfBlock) {
+        const __m128i block = scan::loadHalf(bytes.data() + from);
+        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block);
+        const unsigned following = blanks >> 1 | (isBlank(bytes[from + scan::kHalfBlock]) ? 0x80U : 0U);
+        const unsigned runs = blanks & (~scan::maskOf<' '>(block) | following);
+        if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
+        from += scan::kHalfBlock;
     }
 #endif
     return findBlankRunPortable(bytes, from);

@@ -160,9 +160,15 @@ void CssMatcher::readNames(NodeId element) {
     names_.push_back({name, hashOf(name)});
 }
 
+/// False for most elements without child elements.
+bool CssMatcher::mayHoldElements(NodeId element) const {
+    const NodeId child = tree_.node(element).firstChild;
+    return child != kNoNode && (tree_.node(child).kind == NodeKind::element || tree_.node(child).next != kNoNode);
+}
+
 void CssMatcher::enter(NodeId node) {
     watchedStart_.push_back(static_cast<std::uint32_t>(watched_.size()));
-    if (!watchesAncestors_ || tree_.node(node).kind != NodeKind::element) return;
+    if (!watchesAncestors_ || tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
     if (named_ != node) readNames(node);
     for (const Name& name : names_) {
         watched_.push_back(name.hash);
@@ -183,8 +189,9 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
         for (std::size_t i = 0; i < ids; ++i)
             if (const Bucket* const bucket = (i < classes_ ? byClass_ : byId_).find(names_[i].text, names_[i].hash))
                 applyBucket(*bucket, element, values);
-        applyBucket(byTag_[static_cast<std::size_t>(tree_.node(element).tag)], element, values);
-        applyBucket(others_, element, values);
+        const Bucket& ofTag = byTag_[static_cast<std::size_t>(tree_.node(element).tag)];
+        if (!ofTag.empty()) applyBucket(ofTag, element, values);
+        if (!others_.empty()) applyBucket(others_, element, values);
     }
     if (const auto style = tree_.attribute(element, AttributeName::style))
         for (const CssDeclaration& declaration : parseStyleAttribute(*style))

@@ -97,6 +97,7 @@ private:
     void watchAncestors(const ComplexSelector& selector, Candidate& candidate);
     [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
     void readNames(NodeId element);
+    [[nodiscard]] bool mayHoldElements(NodeId element) const;
     void applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values);
     Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, NodeId element);
     bool matches(const ComplexSelector& selector, NodeId element) {

@@ -52,6 +52,12 @@ bool HtmlTokenizer::data(Token& token) {
         if (following == '/' && isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
         if (opensMarkup(position_ + 1)) return markup(token);
     }
+    characters(token);
+    return true;
+}
+
+/// At a character that opens no markup.
+void HtmlTokenizer::characters(Token& token) {
     const std::size_t start = position_;
     Found found;
     std::size_t end = start;
@@ -65,7 +71,6 @@ bool HtmlTokenizer::data(Token& token) {
         }
     }
     emitText(token, start, end, found);
-    return true;
 }
 
 /// 13.2.5.6 Tag open state: whether what stands here after a "<" makes it more than a character.

@@ -55,6 +55,7 @@ private:
     };
 
     bool data(Token& token);
+    void characters(Token& token);
     [[nodiscard]] bool opensMarkup(std::size_t position) const;
     bool rawText(Token& token);
     bool markup(Token& token);
