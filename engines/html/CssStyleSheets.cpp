@@ -5,6 +5,30 @@
 
 namespace quillow::html {
 
+namespace {
+
+/// What ends the simple block that a token begins; 0 for all other tokens.
+char closerOf(const CssToken& token) {
+    switch (token.type) {
+    case CssTokenType::function:
+    case CssTokenType::openParenthesis: return ')';
+    case CssTokenType::openSquare: return ']';
+    case CssTokenType::openCurly: return '}';
+    default: return 0;
+    }
+}
+
+/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing token ends a block.
+void followNesting(const CssToken& token, std::string& closers) {
+    if (const char closer = closerOf(token); closer != 0) {
+        closers.push_back(closer);
+    } else if (!closers.empty() && token.delimiter == closers.back()) {
+        closers.pop_back();
+    }
+}
+
+} // namespace
+
 /// Walks one sheet. Blocks nest by a stack of our own, so that hostile nesting costs no call depth.
 class CssParser {
 public:
@@ -47,44 +71,39 @@ void CssParser::parse() {
     open_.emplace_back();
     CssToken
         first; // of the rule or declaration that is being read; its text is what lies between it and the current token
-    std::size_t depth = 0; // of parentheses and brackets
-    const auto startAnew = [&] {
-        first = CssToken{};
-        depth = 0;
-    };
+    std::string closers; // of what is open in it
     for (;;) {
         const CssToken token = tokens_.next();
         if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
         const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
-        switch (token.type) {
-        case CssTokenType::end:
+        if (token.type == CssTokenType::end) {
             takeDeclaration(pending());
             while (!open_.empty())
                 closeBlock();
             return;
+        }
+        if (!closers.empty() || (token.type != CssTokenType::openCurly && closerOf(token) != 0)) {
+            followNesting(token, closers);
+            continue;
+        }
+        switch (token.type) {
         case CssTokenType::openCurly:
             openBlock(pending());
-            startAnew();
+            first = CssToken{};
             break;
         case CssTokenType::closeCurly:
             if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
             closeBlock();
-            startAnew();
+            first = CssToken{};
             break;
         case CssTokenType::semicolon:
             // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
-            if (depth > 0 ||
-                (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start))
+            if (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start)
                 break;
             takeDeclaration(pending());
-            startAnew();
+            first = CssToken{};
             break;
-        case CssTokenType::function:
-        case CssTokenType::openParenthesis:
-        case CssTokenType::openSquare: ++depth; break;
-        case CssTokenType::closeParenthesis:
-        case CssTokenType::closeSquare: depth -= depth > 0 ? 1 : 0; break;
         default: break;
         }
     }
@@ -97,12 +116,11 @@ void CssParser::takeDeclaration(std::string_view text) {
 }
 
 void CssParser::skipBlock() {
-    std::size_t depth = 1;
-    while (depth > 0) {
+    std::string closers = "}";
+    while (!closers.empty()) {
         const CssToken token = tokens_.next();
         if (token.type == CssTokenType::end) return;
-        if (token.type == CssTokenType::openCurly) ++depth;
-        if (token.type == CssTokenType::closeCurly) --depth;
+        followNesting(token, closers);
     }
 }
 

@@ -66,6 +66,15 @@ Display blockified(Display display) {
     }
 }
 
+bool isOutOfFlow(const Style& style) {
+    return style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
+}
+
+/// HTML, 15.3.5: quotation marks are drawn around it. They are no text, but like any other they keep the space beside them.
+bool isQuotation(const Node& node) {
+    return node.tag == Tag::q && node.space == Namespace::html;
+}
+
 /// A target that means something outside of the page: no script, and not a place in the page itself.
 bool isReadableTarget(std::string_view target) {
     target = trimWhiteSpace(target);
@@ -183,8 +192,7 @@ Style Renderer::styleOf(NodeId element, const Frame& parent) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
-    const bool outOfFlow = style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
-    if (outOfFlow || parent.blockifiesChildren) style.display = blockified(style.display);
+    if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
     return style;
 }
 
@@ -229,6 +237,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
         openList(id, frame);
         if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
+    if (isQuotation(node)) collector_.atomicBox();
     frame.writtenBefore = collector_.written();
     frames_.push_back(frame);
     return Entered::yes;
@@ -262,15 +271,17 @@ void Renderer::drawReplaced(const Frame& frame) {
         collector_.atomicBox();
         return;
     }
+    LineState outer;
+    if (isOutOfFlow(frame.style)) outer = collector_.enterOutOfFlow();
     const std::size_t breaks = isVisible(frame) ? 1 : 0;
     collector_.requireLineBreaks(breaks);
     collector_.endLine();
     collector_.requireLineBreaks(breaks);
+    if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
 }
 
 /// The box that the display type makes, and the line breaks before it.
 void Renderer::openBox(const Node& node, Frame& frame) {
-    const bool outOfFlow = frame.style.floating == Flow::outOfFlow || frame.style.positioned == Flow::outOfFlow;
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -283,7 +294,7 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::flex:
     case Display::table:
     case Display::tableCaption:
-        if (outOfFlow) {
+        if (isOutOfFlow(frame.style)) {
             frame.ownContent = true;
             frame.outer = collector_.enterOutOfFlow();
         }
@@ -367,6 +378,7 @@ void Renderer::leave(NodeId id) {
         const auto target = tree_.attribute(id, AttributeName::href);
         if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
+    if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
     collector_.requireLineBreaks(frame.requiredLineBreaks);
