@@ -313,8 +313,10 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::tableRow: frame.dropsWhiteSpace = true; break;
     default: break;
     }
-    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items."
-    if (node.tag == Tag::p && node.space == Namespace::html) frame.requiredLineBreaks = 2;
+    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items." As in
+    // browsers, not where it is a part of a table.
+    const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
+    if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.breaksLine) collector_.endLine();

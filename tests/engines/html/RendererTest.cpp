@@ -75,6 +75,7 @@ constexpr Case kTables[] = {
     {"<table><tr><td>1<tr><tr><td>3</table>", "1\n\n3"},
     {"<div style='display:table'><div style='display:table-cell'>1</div><div style='display:table-cell'>2</div></div>",
      "1\t2"},
+    {"<div style='display:table'><p style='display:table-cell'>1</p><p style='display:table-cell'>2</p></div>", "1\t2"},
     {"a<span style='display:inline-table'><span style='display:table-cell'>1</span></span>b", "a1b"},
 };
 INSTANTIATE_TEST_SUITE_P(Tables, Rendering, testing::ValuesIn(kTables));
