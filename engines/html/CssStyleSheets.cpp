@@ -2,27 +2,21 @@
 #include "engines/html/CssStyleSheets.h"
 
 #include "engines/html/Ascii.h"
+#include "engines/html/CssStructure.h"
 
 namespace quillow::html {
 
 namespace {
 
-/// What ends the simple block that a token begins; 0 for all other tokens.
-char closerOf(const CssToken& token) {
-    switch (token.type) {
-    case CssTokenType::function:
-    case CssTokenType::openParenthesis: return ')';
-    case CssTokenType::openSquare: return ']';
-    case CssTokenType::openCurly: return '}';
-    default: return 0;
-    }
-}
-
-/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing token ends a block.
-void followNesting(const CssToken& token, std::string& closers) {
-    if (const char closer = closerOf(token); closer != 0) {
-        closers.push_back(closer);
-    } else if (!closers.empty() && token.delimiter == closers.back()) {
+/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing character ends a block.
+void followNesting(char c, std::string& closers) {
+    if (c == '(') {
+        closers.push_back(')');
+    } else if (c == '[') {
+        closers.push_back(']');
+    } else if (c == '{') {
+        closers.push_back('}');
+    } else if (!closers.empty() && c == closers.back()) {
         closers.pop_back();
     }
 }
@@ -35,7 +29,7 @@ public:
     CssParser(CssStyleSheets& sheets, std::string_view css)
         : sheets_(sheets)
         , css_(css)
-        , tokens_(css, sheets.pool_.strings) {}
+        , structure_(css, sheets.pool_.strings) {}
 
     void parse();
 
@@ -60,57 +54,60 @@ private:
     void closeBlock();
     void takeDeclaration(std::string_view text);
     void skipBlock();
+    [[nodiscard]] bool isAtRule(std::size_t start) const;
 
     CssStyleSheets& sheets_;
     std::string_view css_;
-    CssTokenizer tokens_;
+    CssStructure structure_;
     std::vector<Block> open_;
 };
 
 void CssParser::parse() {
     open_.emplace_back();
-    CssToken
-        first; // of the rule or declaration that is being read; its text is what lies between it and the current token
-    std::string closers; // of what is open in it
+    std::size_t first = structure_.skipBlank(); // of the rule or declaration that is being read
+    std::string closers;                        // of what is open in it
     for (;;) {
-        const CssToken token = tokens_.next();
-        if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
-        const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
-        if (token.type == CssTokenType::end) {
+        const char c = structure_.next();
+        const auto pending = [&] { return trimWhiteSpace(css_.substr(first, structure_.position() - first)); };
+        if (c == '\0') {
             takeDeclaration(pending());
             while (!open_.empty())
                 closeBlock();
             return;
         }
-        if (!closers.empty() || (token.type != CssTokenType::openCurly && closerOf(token) != 0)) {
-            followNesting(token, closers);
+        if (!closers.empty() || c == '(' || c == '[') {
+            followNesting(c, closers);
             continue;
         }
-        switch (token.type) {
-        case CssTokenType::openCurly:
+        switch (c) {
+        case '{':
             openBlock(pending());
-            first = CssToken{};
+            first = structure_.skipBlank();
             break;
-        case CssTokenType::closeCurly:
+        case '}':
             if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
             closeBlock();
-            first = CssToken{};
+            first = structure_.skipBlank();
             break;
-        case CssTokenType::semicolon:
+        case ';':
             // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
-            if (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start)
-                break;
+            if (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)) break;
             takeDeclaration(pending());
-            first = CssToken{};
+            first = structure_.skipBlank();
             break;
         default: break;
         }
     }
 }
 
+bool CssParser::isAtRule(std::size_t start) const {
+    return css_[start] == '@' &&
+           CssTokenizer(css_, sheets_.pool_.strings, start).next().type == CssTokenType::atKeyword;
+}
+
 void CssParser::takeDeclaration(std::string_view text) {
-    if (!open_.back().insideStyleRule || text.empty() || text.front() == '@') return;
+    if (!open_.back().insideStyleRule || !mayBeRelevant(text)) return;
     if (const auto declaration = parseDeclaration(text, sheets_.pool_.strings))
         open_.back().declarations.push_back(*declaration);
 }
@@ -118,9 +115,9 @@ void CssParser::takeDeclaration(std::string_view text) {
 void CssParser::skipBlock() {
     std::string closers = "}";
     while (!closers.empty()) {
-        const CssToken token = tokens_.next();
-        if (token.type == CssTokenType::end) return;
-        followNesting(token, closers);
+        const char c = structure_.next();
+        if (c == '\0') return;
+        followNesting(c, closers);
     }
 }
 
@@ -192,7 +189,7 @@ void CssParser::closeBlock() {
 }
 
 void CssStyleSheets::add(std::string_view css, std::string_view media) {
-    if (!mentionsRelevantProperty(css) || !mediaMatches(media)) return;
+    if (!mediaMatches(media)) return;
     CssParser(*this, css).parse();
 }
 
