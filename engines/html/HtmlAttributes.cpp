@@ -1,7 +1,5 @@
 #include "engines/html/HtmlAttributes.h"
 
-#include "engines/html/KeyTable.h"
-
 namespace quillow::html {
 
 namespace {
@@ -13,12 +11,8 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(AttributeName::c
 };
 static_assert(!kNames.back().empty());
 
-constexpr KeyTable<7, kNames.size()> kTable(kNames);
-
 } // namespace
 
-AttributeName attributeNameForKey(const NameKey& key) {
-    return static_cast<AttributeName>(kTable.find(key));
-}
+constexpr KeyTable<7, kNames.size()> kAttributeTable(kNames);
 
 } // namespace quillow::html

@@ -1,7 +1,7 @@
 // The attribute names that tree construction, style and rendering ask for, as small numbers.
 #pragma once
 
-#include "engines/html/NameKey.h"
+#include "engines/html/KeyTable.h"
 
 #include <cstdint>
 #include <string_view>
@@ -36,7 +36,10 @@ enum class AttributeName : std::uint8_t {
 };
 
 /// The number of a name; AttributeName::unknown for any other.
-[[nodiscard]] AttributeName attributeNameForKey(const NameKey& key);
+extern const KeyTable<7, static_cast<std::size_t>(AttributeName::count)> kAttributeTable;
+[[nodiscard]] inline AttributeName attributeNameForKey(const NameKey& key) {
+    return static_cast<AttributeName>(kAttributeTable.find(key));
+}
 
 /// One attribute of an element. Its strings live as long as the tree.
 class Attribute {

@@ -1,7 +1,5 @@
 #include "engines/html/HtmlTags.h"
 
-#include "engines/html/KeyTable.h"
-
 namespace quillow::html {
 
 namespace {
@@ -178,16 +176,9 @@ constexpr std::array<std::string_view, kTagCount> kNames = {
 };
 static_assert(!kNames.back().empty());
 
-constexpr KeyTable<10, kTagCount> kTable(kNames);
-
 } // namespace
 
-Tag tagForKey(const NameKey& key) {
-    return static_cast<Tag>(kTable.find(key));
-}
-
-std::string_view tagName(Tag tag) {
-    return kNames[static_cast<std::size_t>(tag)];
-}
+constexpr std::array<std::string_view, kTagCount> kTagNames = kNames;
+constexpr KeyTable<10, kTagCount> kTagTable(kNames);
 
 } // namespace quillow::html

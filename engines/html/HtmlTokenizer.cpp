@@ -50,6 +50,7 @@ void HtmlTokenizer::next(Token& token) {
 /// 13.2.5.1 Data state: a run of characters up to the next markup, or the markup.
 bool HtmlTokenizer::data(Token& token) {
     const std::size_t start = position_;
+    if (data_[start] == '<' && opensMarkup(start + 1)) return markup(token);
     Found found;
     std::size_t end = start;
     for (;; ++end) {
@@ -61,7 +62,6 @@ bool HtmlTokenizer::data(Token& token) {
             break;
         }
     }
-    if (end == start) return markup(token);
     emitText(token, start, end, found);
     return true;
 }
@@ -225,9 +225,12 @@ bool HtmlTokenizer::cdataSection(Token& token) {
 
 /// The name that was scanned at the current position, in lower case and with U+FFFD for U+0000.
 std::string_view HtmlTokenizer::takeName(ScannedName& name) {
-    const std::string_view written = source_.substr(position_, name.length);
+    const std::string_view written(data_ + position_, name.length);
     position_ += name.length;
-    if (name.asWritten) return written;
+    return name.asWritten ? written : rewrittenName(name, written);
+}
+
+std::string_view HtmlTokenizer::rewrittenName(ScannedName& name, std::string_view written) {
     std::string lower(written);
     std::transform(lower.begin(), lower.end(), lower.begin(), toLower);
     const std::string_view kept = tree_.withReplacements(tree_.keep(lower));
@@ -237,7 +240,7 @@ std::string_view HtmlTokenizer::takeName(ScannedName& name) {
 
 /// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
 bool HtmlTokenizer::tag(Token& token, TokenType type) {
-    ScannedName name = scanName(source_, position_, NameEnd::tag);
+    ScannedName name = scanName<NameEnd::tag>(source_, position_);
     token.type = type;
     token.tag = tagForKey(name.key);
     if (token.tag != Tag::unknown) {
@@ -257,14 +260,15 @@ bool HtmlTokenizer::tag(Token& token, TokenType type) {
 
 /// 13.2.5.32 Before attribute name state: reads one attribute; false at the tag's ">" and at the end of the file.
 bool HtmlTokenizer::attribute(Token& token) {
-    while (position_ < size_ && (isWhiteSpace(data_[position_]) || data_[position_] == '/')) {
+    for (;; ++position_) {
+        if (position_ >= size_ || data_[position_] == '>') return false;
+        if (!isWhiteSpace(data_[position_]) && data_[position_] != '/') break;
         token.selfClosing = data_[position_] == '/' && at(position_ + 1) == '>';
-        ++position_;
     }
-    if (position_ >= size_ || data_[position_] == '>') return false;
-    ScannedName scanned = attributeName();
+    ScannedName scanned = data_[position_] == '=' ? attributeNameFromEqualsSign()
+                                                  : scanName<NameEnd::attribute>(source_, position_);
     const std::string_view name = takeName(scanned);
-    skipWhiteSpace();
+    if (at(position_) != '=') skipWhiteSpace();
     std::string_view value;
     if (at(position_) == '=' && position_ < size_) {
         ++position_;
@@ -275,18 +279,17 @@ bool HtmlTokenizer::attribute(Token& token) {
     return true;
 }
 
-/// 13.2.5.33 Attribute name state; a "=" first in the name belongs to it.
-ScannedName HtmlTokenizer::attributeName() const {
-    if (data_[position_] != '=') return scanName(source_, position_, NameEnd::attribute);
+/// 13.2.5.32: a "=" first in the name belongs to it.
+ScannedName HtmlTokenizer::attributeNameFromEqualsSign() const {
     ScannedName name;
-    name.length = 1 + scanName(source_, position_ + 1, NameEnd::attribute).length;
+    name.length = 1 + scanName<NameEnd::attribute>(source_, position_ + 1).length;
     name.asWritten = false; // as far as anyone knows
     return name;
 }
 
 /// 13.2.5.35 Before attribute value state.
 std::string_view HtmlTokenizer::attributeValue() {
-    skipWhiteSpace();
+    if (isWhiteSpace(at(position_))) skipWhiteSpace();
     switch (at(position_)) {
     case '"': return quotedValue<'"'>();
     case '\'': return quotedValue<'\''>();

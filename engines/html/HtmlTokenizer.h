@@ -60,7 +60,7 @@ private:
     bool markup(Token& token);
     bool tag(Token& token, TokenType type);
     bool attribute(Token& token);
-    [[nodiscard]] ScannedName attributeName() const;
+    [[nodiscard]] ScannedName attributeNameFromEqualsSign() const;
     std::string_view attributeValue();
     template <char quote>
     std::string_view quotedValue();
@@ -79,6 +79,7 @@ private:
     [[nodiscard]] bool isTagAt(std::size_t position, std::string_view name) const;
     void emitText(Token& token, std::size_t start, std::size_t end, Found found);
     std::string_view takeName(ScannedName& name);
+    std::string_view rewrittenName(ScannedName& name, std::string_view written);
 
     HtmlTree& tree_;
     std::string_view source_;

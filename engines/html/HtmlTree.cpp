@@ -1,7 +1,7 @@
 #include "engines/html/HtmlTree.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cassert>
 
 namespace quillow::html {
 
@@ -34,13 +34,16 @@ std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view 
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
-    node.kind = NodeKind::element;
     node.tag = tag;
     node.space = space;
-    node.setText(name);
-    node.firstAttribute = static_cast<std::uint32_t>(attributes_.size());
-    node.attributeCount = static_cast<std::uint8_t>(std::min(attributes.size(), kMaxAttributes));
-    attributes_.insert(attributes_.end(), attributes.begin(), attributes.begin() + node.attributeCount);
+    const std::size_t count = std::min(attributes.size(), kMaxAttributes);
+    node.attributeCount = static_cast<std::uint8_t>(count);
+    if (count == 0 && tag != Tag::unknown) return id;
+    const std::size_t named = tag == Tag::unknown ? 1 : 0;
+    Attribute* const room = allocateAttributes(count + named);
+    if (named != 0) std::construct_at(room, AttributeName::unknown, std::string_view(), name);
+    std::uninitialized_copy_n(attributes.data(), count, room + named);
+    node.content.attributes = room + named;
     return id;
 }
 
@@ -50,17 +53,8 @@ NodeId HtmlTree::createClone(const Node& original) {
     Node& node = nodes_.emplace_back();
     node.tag = copied.tag;
     node.space = copied.space;
-    node.setText(copied.text());
-    node.firstAttribute = copied.firstAttribute;
     node.attributeCount = copied.attributeCount;
-    return id;
-}
-
-NodeId HtmlTree::createText(std::string_view text) {
-    const auto id = static_cast<NodeId>(nodes_.size());
-    Node& node = nodes_.emplace_back();
-    node.kind = NodeKind::text;
-    node.setText(text);
+    node.content = copied.content;
     return id;
 }
 
@@ -102,27 +96,37 @@ void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> a
             all.size() < kMaxAttributes)
             all.push_back(attribute);
     if (all.size() == before) return;
-    nodes_[element].firstAttribute = static_cast<std::uint32_t>(attributes_.size());
+    // An element whose attributes are added to has a known tag: no name stands before them.
+    assert(nodes_[element].tag != Tag::unknown);
+    Attribute* const room = allocateAttributes(all.size());
+    std::uninitialized_copy(all.begin(), all.end(), room);
+    nodes_[element].content.attributes = room;
     nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
-    attributes_.insert(attributes_.end(), all.begin(), all.end());
 }
 
-char* HtmlTree::allocate(std::size_t size) {
-    if (size > freeBytes_) {
-        const std::size_t chunk = std::max(size, kChunkBytes);
-        chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
-        if (size > kChunkBytes / 4) return chunks_.back().get(); // keeps what is left of the chunk in use
-        free_ = chunks_.back().get();
-        freeBytes_ = chunk;
+/// A chunk of its own where what is asked for would waste what is left of the one in use.
+char* HtmlTree::allocateChunk(std::size_t size) {
+    const std::size_t chunk = std::max(size, kChunkBytes);
+    chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
+    char* const room = chunks_.back().get();
+    if (size <= kChunkBytes / 4) {
+        free_ = room + size;
+        freeBytes_ = chunk - size;
     }
-    char* const room = free_;
-    free_ += size;
-    freeBytes_ -= size;
+    return room;
+}
+
+char* HtmlTree::allocate(std::size_t size, std::size_t alignment) {
+    const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(free_) % alignment) % alignment;
+    if (padding + size > freeBytes_) return allocateChunk(size);
+    char* const room = free_ + padding;
+    free_ = room + size;
+    freeBytes_ -= padding + size;
     return room;
 }
 
 std::string_view HtmlTree::keep(std::string_view text) {
-    char* const room = allocate(text.size());
+    char* const room = allocate(text.size(), 1);
     std::copy(text.begin(), text.end(), room);
     return {room, text.size()};
 }

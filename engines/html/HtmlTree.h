@@ -32,15 +32,16 @@ struct Node {
     Namespace space = Namespace::html;
     Tag tag = Tag::unknown;
     std::uint8_t attributeCount = 0;
-    std::uint32_t firstAttribute = 0;
-    std::uint32_t textSize = 0;
-    const char* textData = nullptr;
+    std::uint32_t textSize = 0; ///< of a text node
+    union {
+        const char* text;            ///< of a text node
+        const Attribute* attributes; ///< of an element; before them, where its tag is unknown, its name as an attribute's value
+    } content = {nullptr};
 
     /// A text node's characters; an element's name in lower case.
-    [[nodiscard]] std::string_view text() const { return {textData, textSize}; }
-    void setText(std::string_view text) {
-        textData = text.data();
-        textSize = static_cast<std::uint32_t>(text.size());
+    [[nodiscard]] std::string_view text() const {
+        if (kind == NodeKind::text) return {content.text, textSize};
+        return tag != Tag::unknown || kind == NodeKind::document ? tagName(tag) : content.attributes[-1].value();
     }
 };
 
@@ -62,7 +63,7 @@ public:
     [[nodiscard]] const Node& node(NodeId id) const { return nodes_[id]; }
     [[nodiscard]] std::size_t size() const { return nodes_.size(); }
     [[nodiscard]] std::span<const Attribute> attributes(NodeId id) const {
-        return std::span(attributes_).subspan(nodes_[id].firstAttribute, nodes_[id].attributeCount);
+        return {nodes_[id].content.attributes, nodes_[id].attributeCount};
     }
     /// The value of an attribute, or nothing where the element has none of that name; the first of several wins.
     [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, AttributeName name) const {
@@ -79,8 +80,22 @@ public:
                                        std::span<const Attribute> attributes);
     /// A new element with the name and the attributes of another.
     [[nodiscard]] NodeId createClone(const Node& original);
-    [[nodiscard]] NodeId createText(std::string_view text);
-    void append(NodeId parent, NodeId child) { insertBefore(parent, child, kNoNode); }
+    [[nodiscard]] NodeId createText(std::string_view text) {
+        const auto id = static_cast<NodeId>(nodes_.size());
+        Node& node = nodes_.emplace_back();
+        node.kind = NodeKind::text;
+        node.textSize = static_cast<std::uint32_t>(text.size());
+        node.content.text = text.data();
+        return id;
+    }
+    void append(NodeId parent, NodeId child) {
+        Node& inserted = nodes_[child];
+        Node& container = nodes_[parent];
+        inserted.parent = parent;
+        inserted.previous = container.lastChild;
+        (container.lastChild == kNoNode ? container.firstChild : nodes_[container.lastChild].next) = child;
+        container.lastChild = child;
+    }
     /// `before` is a child of `parent`, or kNoNode for the end.
     void insertBefore(NodeId parent, NodeId child, NodeId before);
     void remove(NodeId child);
@@ -89,18 +104,21 @@ public:
     /// Adds the attributes that the element does not have yet.
     void addMissingAttributes(NodeId element, std::span<const Attribute> attributes);
 
-    /// Room for `size` bytes that lives as long as the tree.
-    [[nodiscard]] char* allocate(std::size_t size);
     /// A copy that lives as long as the tree.
     [[nodiscard]] std::string_view keep(std::string_view text);
     /// The text with U+FFFD for each U+0000.
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
+    [[nodiscard]] char* allocate(std::size_t size, std::size_t alignment);
+    [[nodiscard]] char* allocateChunk(std::size_t size);
+    [[nodiscard]] Attribute* allocateAttributes(std::size_t count) {
+        return reinterpret_cast<Attribute*>(allocate(count * sizeof(Attribute), alignof(Attribute)));
+    }
+
     std::string ownSource_;
     std::string_view source_;
     std::vector<Node> nodes_;
-    std::vector<Attribute> attributes_;
     std::vector<std::unique_ptr<char[]>> chunks_;
     char* free_ = nullptr;
     std::size_t freeBytes_ = 0;

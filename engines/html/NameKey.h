@@ -3,7 +3,13 @@
 
 #include "engines/html/Ascii.h"
 
+#include <array>
+#include <bit>
 #include <cstdint>
+
+#ifdef __SSE2__
+#include <immintrin.h>
+#endif
 
 namespace quillow::html {
 
@@ -43,9 +49,60 @@ struct ScannedName {
     bool asWritten = true; ///< no upper-case letter and no U+0000 in it: the source has it as it is to be
 };
 
-/// Reads the name at `from`, which is not past the end of the source.
-[[nodiscard]] ScannedName scanName(std::string_view source, std::size_t from, NameEnd end);
-/// The same, one byte after the other.
-[[nodiscard]] ScannedName scanNamePortable(std::string_view source, std::size_t from, NameEnd end);
+/// Reads the name at `from`, which is not past the end of the source, one byte after the other.
+template <NameEnd end>
+[[nodiscard]] ScannedName scanNamePortable(std::string_view source, std::size_t from);
+
+extern template ScannedName scanNamePortable<NameEnd::tag>(std::string_view source, std::size_t from);
+extern template ScannedName scanNamePortable<NameEnd::attribute>(std::string_view source, std::size_t from);
+
+[[nodiscard]] constexpr bool endsName(char c, NameEnd end) {
+    return isWhiteSpace(c) || c == '/' || c == '>' || (c == '=' && end == NameEnd::attribute);
+}
+
+#ifdef __SSE2__
+/// Masks that keep the first bytes of a block: the load begins so many bytes before the middle.
+inline constexpr std::array<unsigned char, 32> kKeepFirst = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+                                                             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+/// 0xFF for each byte that may end a name: all that does, and control characters, which do not.
+template <NameEnd end>
+[[nodiscard]] inline __m128i mayEndName(__m128i block) {
+    const __m128i blank = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x20)), block);
+    const __m128i slash = _mm_cmpeq_epi8(block, _mm_set1_epi8('/'));
+    __m128i ends = _mm_or_si128(_mm_or_si128(blank, slash), _mm_cmpeq_epi8(block, _mm_set1_epi8('>')));
+    if constexpr (end == NameEnd::attribute) ends = _mm_or_si128(ends, _mm_cmpeq_epi8(block, _mm_set1_epi8('=')));
+    return ends;
+}
+
+/// 0xFF for each of "A" to "Z", which are moved to the lowest signed numbers.
+[[nodiscard]] inline __m128i upperCaseBytes(__m128i block) {
+    const __m128i moved = _mm_add_epi8(block, _mm_set1_epi8(static_cast<char>(0x80 - 'A')));
+    return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(0x80 + 26)));
+}
+#endif
+
+/// The same, sixteen bytes at a time where the processor can.
+template <NameEnd end>
+[[nodiscard]] inline ScannedName scanName(std::string_view source, std::size_t from) {
+#ifdef __SSE2__
+    const auto load = [](const void* bytes) { return _mm_loadu_si128(static_cast<const __m128i*>(bytes)); };
+    if (source.size() - from >= NameKey::kMaxLength) {
+        const __m128i block = load(source.data() + from);
+        const auto ends = static_cast<unsigned>(_mm_movemask_epi8(mayEndName<end>(block)));
+        const auto length = static_cast<std::size_t>(std::countr_zero(ends));
+        if (ends != 0 && endsName(source[from + length], end)) {
+            const __m128i kept = _mm_and_si128(block, load(kKeepFirst.data() + NameKey::kMaxLength - length));
+            const __m128i upper = upperCaseBytes(kept);
+            const __m128i lower = _mm_or_si128(kept, _mm_and_si128(upper, _mm_set1_epi8(0x20)));
+            return {{static_cast<std::uint64_t>(_mm_cvtsi128_si64(lower)),
+                     static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(lower, lower)))},
+                    length,
+                    _mm_movemask_epi8(upper) == 0};
+        }
+    }
+#endif
+    return scanNamePortable<end>(source, from);
+}
 
 } // namespace quillow::html

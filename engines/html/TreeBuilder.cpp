@@ -300,10 +300,15 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) co
 }
 
 NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
-    const Place place = appropriatePlace();
+    const Place place = fosterParenting_ ? appropriatePlace() : Place{current().id, kNoNode};
     const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
-    tree_.insertBefore(place.parent, element, place.before);
-    push(element);
+    if (place.before == kNoNode) {
+        tree_.append(place.parent, element);
+    } else {
+        tree_.insertBefore(place.parent, element, place.before);
+    }
+    if (token.tag == Tag::p) ++openParagraphs_;
+    open_.push_back({element, token.tag, space});
     return element;
 }
 
@@ -316,6 +321,10 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
+    if (!fosterParenting_) {
+        tree_.append(current().id, tree_.createText(text));
+        return;
+    }
     const Place place = appropriatePlace();
     tree_.insertBefore(place.parent, tree_.createText(text), place.before);
 }
