@@ -265,8 +265,8 @@ bool HtmlTokenizer::attribute(Token& token) {
         if (!isWhiteSpace(data_[position_]) && data_[position_] != '/') break;
         token.selfClosing = data_[position_] == '/' && at(position_ + 1) == '>';
     }
-    ScannedName scanned = data_[position_] == '=' ? attributeNameFromEqualsSign()
-                                                  : scanName<NameEnd::attribute>(source_, position_);
+    ScannedName scanned =
+        data_[position_] == '=' ? attributeNameFromEqualsSign() : scanName<NameEnd::attribute>(source_, position_);
     const std::string_view name = takeName(scanned);
     if (at(position_) != '=') skipWhiteSpace();
     std::string_view value;
