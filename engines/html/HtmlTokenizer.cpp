@@ -49,8 +49,13 @@ void HtmlTokenizer::next(Token& token) {
 
 /// 13.2.5.1 Data state: a run of characters up to the next markup, or the markup.
 bool HtmlTokenizer::data(Token& token) {
+    if (data_[position_] == '<') {
+        const char following = at(position_ + 1);
+        if (isAlpha(following)) return tag(token, TokenType::startTag, position_ + 1);
+        if (following == '/' && isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
+        if (opensMarkup(position_ + 1)) return markup(token);
+    }
     const std::size_t start = position_;
-    if (data_[start] == '<' && opensMarkup(start + 1)) return markup(token);
     Found found;
     std::size_t end = start;
     for (;; ++end) {
@@ -75,7 +80,7 @@ bool HtmlTokenizer::opensMarkup(std::size_t position) const {
 void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, Found found) {
     position_ = end;
     token.type = TokenType::characters;
-    token.text = source_.substr(start, end - start);
+    token.text = {data_ + start, end - start};
     token.holdsNul = found.nul;
     if (!found.reference) return;
     scratch_.clear();
@@ -144,13 +149,10 @@ std::size_t HtmlTokenizer::scriptEndPosition(std::size_t from) const {
 /// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens something. False where no token comes of it.
 bool HtmlTokenizer::markup(Token& token) {
     const char following = at(position_ + 1);
-    if (isAlpha(following)) {
-        ++position_;
-        return tag(token, TokenType::startTag);
-    }
+    if (isAlpha(following)) return tag(token, TokenType::startTag, position_ + 1);
     if (following == '/') {
+        if (isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
         position_ += 2;
-        if (isAlpha(at(position_))) return tag(token, TokenType::endTag);
         if (at(position_) == '>') {
             ++position_; // "</>" is nothing at all
             return false;
@@ -239,8 +241,9 @@ std::string_view HtmlTokenizer::rewrittenName(ScannedName& name, std::string_vie
 }
 
 /// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
-bool HtmlTokenizer::tag(Token& token, TokenType type) {
-    ScannedName name = scanName<NameEnd::tag>(source_, position_);
+bool HtmlTokenizer::tag(Token& token, TokenType type, std::size_t start) {
+    position_ = start;
+    ScannedName name = scanName<NameEnd::tag>(source_, start);
     token.type = type;
     token.tag = tagForKey(name.key);
     if (token.tag != Tag::unknown) {
@@ -250,8 +253,9 @@ bool HtmlTokenizer::tag(Token& token, TokenType type) {
         token.name = takeName(name);
     }
     token.selfClosing = false;
-    while (attribute(token)) {
-    }
+    if (at(position_) != '>')
+        while (attribute(token)) {
+        }
     if (position_ >= size_) return false;
     ++position_; // ">"
     if (type == TokenType::startTag) lastStartTag_ = token.name;
@@ -260,20 +264,17 @@ bool HtmlTokenizer::tag(Token& token, TokenType type) {
 
 /// 13.2.5.32 Before attribute name state: reads one attribute; false at the tag's ">" and at the end of the file.
 bool HtmlTokenizer::attribute(Token& token) {
+    if (at(position_) == ' ') ++position_;
     for (;; ++position_) {
         if (position_ >= size_ || data_[position_] == '>') return false;
-        if (!isWhiteSpace(data_[position_]) && data_[position_] != '/') break;
-        token.selfClosing = data_[position_] == '/' && at(position_ + 1) == '>';
+        const char c = data_[position_];
+        if (c > '/' || (!isWhiteSpace(c) && c != '/')) break;
+        token.selfClosing = c == '/' && at(position_ + 1) == '>';
     }
     ScannedName scanned =
         data_[position_] == '=' ? attributeNameFromEqualsSign() : scanName<NameEnd::attribute>(source_, position_);
     const std::string_view name = takeName(scanned);
-    if (at(position_) != '=') skipWhiteSpace();
-    std::string_view value;
-    if (at(position_) == '=' && position_ < size_) {
-        ++position_;
-        value = attributeValue();
-    }
+    const std::string_view value = attributeValue();
     if (token.attributes.size() < kMaxAttributes)
         token.attributes.emplace_back(attributeNameForKey(scanned.key), name, value);
     return true;
@@ -287,9 +288,15 @@ ScannedName HtmlTokenizer::attributeNameFromEqualsSign() const {
     return name;
 }
 
-/// 13.2.5.35 Before attribute value state.
+/// 13.2.5.34 After attribute name state and 13.2.5.35 Before attribute value state.
 std::string_view HtmlTokenizer::attributeValue() {
-    if (isWhiteSpace(at(position_))) skipWhiteSpace();
+    if (at(position_) != '=') {
+        skipWhiteSpace();
+        if (at(position_) != '=') return {};
+    }
+    ++position_;
+    if (at(position_) == '"') return quotedValue<'"'>();
+    skipWhiteSpace();
     switch (at(position_)) {
     case '"': return quotedValue<'"'>();
     case '\'': return quotedValue<'\''>();
@@ -302,12 +309,11 @@ std::string_view HtmlTokenizer::attributeValue() {
 template <char quote>
 std::string_view HtmlTokenizer::quotedValue() {
     const std::size_t start = position_ + 1;
+    std::size_t end = text::findFirstOf<quote, '&', '\0'>(source_, start);
     Found found;
-    std::size_t end = start;
-    for (;; ++end) {
-        end = text::findFirstOf<quote, '&', '\0'>(source_, end);
-        if (end == size_ || data_[end] == quote) break;
+    while (end < size_ && data_[end] != quote) {
         found.add(data_[end]);
+        end = text::findFirstOf<quote, '&', '\0'>(source_, end + 1);
     }
     position_ = std::min(end + 1, size_);
     return finishedValue(start, end, found);
@@ -323,7 +329,11 @@ std::string_view HtmlTokenizer::unquotedValue() {
 }
 
 std::string_view HtmlTokenizer::finishedValue(std::size_t start, std::size_t end, Found found) {
-    std::string_view value = source_.substr(start, end - start);
+    const std::string_view value(data_ + start, end - start);
+    return found.nul || found.reference ? replacedValue(value, found) : value;
+}
+
+std::string_view HtmlTokenizer::replacedValue(std::string_view value, Found found) {
     if (found.nul) value = tree_.withReplacements(value);
     if (!found.reference) return value;
     scratch_.clear();

@@ -58,7 +58,7 @@ private:
     [[nodiscard]] bool opensMarkup(std::size_t position) const;
     bool rawText(Token& token);
     bool markup(Token& token);
-    bool tag(Token& token, TokenType type);
+    bool tag(Token& token, TokenType type, std::size_t start);
     bool attribute(Token& token);
     [[nodiscard]] ScannedName attributeNameFromEqualsSign() const;
     std::string_view attributeValue();
@@ -66,6 +66,7 @@ private:
     std::string_view quotedValue();
     std::string_view unquotedValue();
     std::string_view finishedValue(std::size_t start, std::size_t end, Found found);
+    std::string_view replacedValue(std::string_view value, Found found);
     void comment(Token& token);
     void bogusComment(Token& token);
     void emitComment(Token& token, std::size_t start, std::size_t end, std::size_t next);

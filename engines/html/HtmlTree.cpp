@@ -31,6 +31,14 @@ std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view 
     return std::nullopt;
 }
 
+std::uint32_t HtmlTree::knownAttributes(std::span<const Attribute> attributes) {
+    static_assert(static_cast<unsigned>(AttributeName::count) <= 32);
+    std::uint32_t known = 0;
+    for (const Attribute& attribute : attributes)
+        known |= std::uint32_t{1} << static_cast<unsigned>(attribute.known());
+    return known;
+}
+
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
@@ -44,6 +52,7 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     if (named != 0) std::construct_at(room, AttributeName::unknown, std::string_view(), name);
     std::uninitialized_copy_n(attributes.data(), count, room + named);
     node.content.attributes = room + named;
+    node.sizeOrKnown = knownAttributes(attributes.first(count));
     return id;
 }
 
@@ -54,6 +63,7 @@ NodeId HtmlTree::createClone(const Node& original) {
     node.tag = copied.tag;
     node.space = copied.space;
     node.attributeCount = copied.attributeCount;
+    node.sizeOrKnown = copied.sizeOrKnown;
     node.content = copied.content;
     return id;
 }
@@ -102,6 +112,7 @@ void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> a
     std::uninitialized_copy(all.begin(), all.end(), room);
     nodes_[element].content.attributes = room;
     nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
+    nodes_[element].sizeOrKnown = knownAttributes(all);
 }
 
 /// A chunk of its own where what is asked for would waste what is left of the one in use.

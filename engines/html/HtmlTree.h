@@ -32,7 +32,7 @@ struct Node {
     Namespace space = Namespace::html;
     Tag tag = Tag::unknown;
     std::uint8_t attributeCount = 0;
-    std::uint32_t textSize = 0; ///< of a text node
+    std::uint32_t sizeOrKnown = 0; ///< a text node's size; an element's known attributes, a bit each
     union {
         const char* text; ///< of a text node
         const Attribute*
@@ -41,9 +41,11 @@ struct Node {
 
     /// A text node's characters; an element's name in lower case.
     [[nodiscard]] std::string_view text() const {
-        if (kind == NodeKind::text) return {content.text, textSize};
+        if (kind == NodeKind::text) return {content.text, sizeOrKnown};
         return tag != Tag::unknown || kind == NodeKind::document ? tagName(tag) : content.attributes[-1].value();
     }
+    /// Whether an element has an attribute of that name.
+    [[nodiscard]] bool has(AttributeName name) const { return (sizeOrKnown >> static_cast<unsigned>(name) & 1) != 0; }
 };
 
 /// Attributes of one element beyond this number are dropped.
@@ -68,6 +70,7 @@ public:
     }
     /// The value of an attribute, or nothing where the element has none of that name; the first of several wins.
     [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, AttributeName name) const {
+        if (!nodes_[id].has(name)) return std::nullopt;
         for (const Attribute& attribute : attributes(id))
             if (attribute.known() == name) return attribute.value();
         return std::nullopt;
@@ -85,7 +88,7 @@ public:
         const auto id = static_cast<NodeId>(nodes_.size());
         Node& node = nodes_.emplace_back();
         node.kind = NodeKind::text;
-        node.textSize = static_cast<std::uint32_t>(text.size());
+        node.sizeOrKnown = static_cast<std::uint32_t>(text.size());
         node.content.text = text.data();
         return id;
     }
@@ -111,6 +114,7 @@ public:
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
+    [[nodiscard]] static std::uint32_t knownAttributes(std::span<const Attribute> attributes);
     [[nodiscard]] char* allocate(std::size_t size, std::size_t alignment);
     [[nodiscard]] char* allocateChunk(std::size_t size);
     [[nodiscard]] Attribute* allocateAttributes(std::size_t count) {

@@ -91,7 +91,8 @@ template <NameEnd end>
         const __m128i block = load(source.data() + from);
         const auto ends = static_cast<unsigned>(_mm_movemask_epi8(mayEndName<end>(block)));
         const auto length = static_cast<std::size_t>(std::countr_zero(ends));
-        if (ends != 0 && endsName(source[from + length], end)) {
+        // Of what may end a name, only control characters do not.
+        if (ends != 0 && (source[from + length] > ' ' || isWhiteSpace(source[from + length]))) {
             const __m128i kept = _mm_and_si128(block, load(kKeepFirst.data() + NameKey::kMaxLength - length));
             const __m128i upper = upperCaseBytes(kept);
             const __m128i lower = _mm_or_si128(kept, _mm_and_si128(upper, _mm_set1_epi8(0x20)));

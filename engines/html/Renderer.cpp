@@ -4,6 +4,7 @@
 #include "engines/html/ListMarkers.h"
 #include "engines/html/StyleResolver.h"
 #include "engines/html/TextCollector.h"
+#include "text/ByteScan.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,13 +41,13 @@ struct Frame {
     bool inSelect = false;
     bool ownContent = false; ///< has lines of its own: `outer` is the line around it
     std::uint8_t requiredLineBreaks = 0;
-    std::size_t rowOwner = 0;   ///< the frame that counts this one's child cells
-    std::size_t tableOwner = 0; ///< the frame that counts this one's child rows
-    std::size_t listOwner = 0;  ///< the frame of the list around, or 0
-    std::size_t listDepth = 0;
-    std::int64_t nextNumber = 1; ///< of a list
-    std::int64_t numberStep = 1;
     bool isListItem = false;
+    std::int8_t numberStep = 1;   ///< of a list
+    std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
+    std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
+    std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
+    std::uint32_t listDepth = 0;
+    std::int64_t nextNumber = 1;   ///< of a list
     std::size_t markersBefore = 0; ///< of a list item
     std::size_t writtenBefore = 0; ///< of a link
     LineState outer;
@@ -139,6 +140,7 @@ RenderedText Renderer::render() {
         walk(HtmlTree::kDocument);
     } else {
         frames_.back().style = styleOf(html, frames_.back());
+        styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
         for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
             if (tree_.node(child).tag != Tag::head) walk(child);
@@ -174,6 +176,7 @@ Renderer::Entered Renderer::enter(NodeId id) {
     case NodeKind::document: break;
     }
     frames_.push_back(frames_.back());
+    styles_.enter(id);
     return Entered::yes;
 }
 
@@ -181,7 +184,7 @@ void Renderer::enterText(const Node& node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = node.text();
-    if (frame.dropsWhiteSpace && std::all_of(text.begin(), text.end(), isWhiteSpace)) return;
+    if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
@@ -217,7 +220,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
     if (node.space == Namespace::svg) applySvgRules(node, frame);
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
-    const std::size_t index = frames_.size();
+    const auto index = static_cast<std::uint32_t>(frames_.size());
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
@@ -240,6 +243,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
     if (isQuotation(node)) collector_.atomicBox();
     frame.writtenBefore = collector_.written();
     frames_.push_back(frame);
+    styles_.enter(id);
     return Entered::yes;
 }
 
@@ -340,7 +344,7 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
     if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
-    frame.listOwner = frames_.size();
+    frame.listOwner = static_cast<std::uint32_t>(frames_.size());
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
     const auto start = integerAttribute(tree_, id, AttributeName::start);
@@ -368,14 +372,13 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     frame.isListItem = true;
     frame.markersBefore = collector_.heldMarkerBytes();
     if (frame.markersBefore == 0 && frame.listDepth > 1)
-        collector_.holdMarker(std::string(kIndentPerLevel * std::min(frame.listDepth - 1, kMaxIndentLevels), ' '));
+        collector_.holdMarker(std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
     collector_.holdMarker(marker);
 }
 
 void Renderer::leave(NodeId id) {
     const Node& node = tree_.node(id);
-    const Frame frame = frames_.back();
-    frames_.pop_back();
+    const Frame& frame = frames_.back();
     if (options_.links == LinkTargets::afterText && node.tag == Tag::a && collector_.written() > frame.writtenBefore) {
         const auto target = tree_.attribute(id, AttributeName::href);
         if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
@@ -385,6 +388,8 @@ void Renderer::leave(NodeId id) {
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
+    frames_.pop_back();
+    styles_.leave(id);
 }
 
 } // namespace

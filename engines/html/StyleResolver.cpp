@@ -45,14 +45,13 @@ void StyleResolver::collectSheets() {
 
 Style StyleResolver::resolve(NodeId element, const Style& parent) {
     Style style = userAgentStyle(tree_, element, parent);
-    if (!matcher_ || (sheets_.empty() && tree_.node(element).attributeCount == 0)) return style;
+    if (!matcher_ || (sheets_.empty() && !tree_.node(element).has(AttributeName::style))) return style;
     CascadedValues values;
     matcher_->cascade(element, values);
+    if (!values.any()) return style;
+    applied_ = true;
     const auto take = [&](CssProperty property, auto& own, auto inherited, auto initial, bool inherits) {
-        const auto value = values.value(property);
-        if (!value) return;
-        applied_ = true;
-        own = computed(value, own, inherited, initial, inherits);
+        own = computed(values.value(property), own, inherited, initial, inherits);
     };
     take(CssProperty::display, style.display, parent.display, Display::inline_, false);
     take(CssProperty::visibility, style.visibility, parent.visibility, Visibility::visible, true);

@@ -157,8 +157,7 @@ Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent) 
     case Tag::li: style.listStyle = listStyleOf(tree, element, parent.listStyle); break;
     default: break;
     }
-    if (tree.node(element).attributeCount > 0 && node.tag != Tag::embed &&
-        (tree.attribute(element, AttributeName::hidden) || tree.attribute(element, AttributeName::popover)))
+    if (node.tag != Tag::embed && (node.has(AttributeName::hidden) || node.has(AttributeName::popover)))
         style.display = Display::none;
     return style;
 }
