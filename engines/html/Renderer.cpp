@@ -372,7 +372,8 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     frame.isListItem = true;
     frame.markersBefore = collector_.heldMarkerBytes();
     if (frame.markersBefore == 0 && frame.listDepth > 1)
-        collector_.holdMarker(std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
+        collector_.holdMarker(
+            std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
     collector_.holdMarker(marker);
 }
 
