@@ -6,6 +6,23 @@
 
 namespace quillow::html {
 
+namespace {
+
+/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing character ends a block.
+void followNesting(char c, std::string& closers) {
+    if (c == '(') {
+        closers.push_back(')');
+    } else if (c == '[') {
+        closers.push_back(']');
+    } else if (c == '{') {
+        closers.push_back('}');
+    } else if (!closers.empty() && c == closers.back()) {
+        closers.pop_back();
+    }
+}
+
+} // namespace
+
 /// Walks one sheet. Blocks nest by a stack of our own, so that hostile nesting costs no call depth.
 class CssParser {
 public:
@@ -48,41 +65,38 @@ private:
 void CssParser::parse() {
     open_.emplace_back();
     std::size_t first = structure_.skipBlank(); // of the rule or declaration that is being read
-    std::size_t depth = 0;                      // of parentheses and brackets
-    const auto startAnew = [&] {
-        first = structure_.skipBlank();
-        depth = 0;
-    };
+    std::string closers;                        // of what is open in it
     for (;;) {
         const char c = structure_.next();
         const auto pending = [&] { return trimWhiteSpace(css_.substr(first, structure_.position() - first)); };
-        switch (c) {
-        case '\0':
+        if (c == '\0') {
             takeDeclaration(pending());
             while (!open_.empty())
                 closeBlock();
             return;
+        }
+        if (!closers.empty() || c == '(' || c == '[') {
+            followNesting(c, closers);
+            continue;
+        }
+        switch (c) {
         case '{':
             openBlock(pending());
-            startAnew();
+            first = structure_.skipBlank();
             break;
         case '}':
             if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
             closeBlock();
-            startAnew();
+            first = structure_.skipBlank();
             break;
         case ';':
             // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
-            if (depth > 0 ||
-                (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)))
-                break;
+            if (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)) break;
             takeDeclaration(pending());
-            startAnew();
+            first = structure_.skipBlank();
             break;
-        case '(':
-        case '[': ++depth; break;
-        default: depth -= depth > 0 ? 1 : 0; break;
+        default: break;
         }
     }
 }
@@ -99,12 +113,11 @@ void CssParser::takeDeclaration(std::string_view text) {
 }
 
 void CssParser::skipBlock() {
-    std::size_t depth = 1;
-    while (depth > 0) {
+    std::string closers = "}";
+    while (!closers.empty()) {
         const char c = structure_.next();
         if (c == '\0') return;
-        if (c == '{') ++depth;
-        if (c == '}') --depth;
+        followNesting(c, closers);
     }
 }
 

@@ -164,8 +164,7 @@ std::optional<std::uint8_t> valueOf(const Property& property, std::span<const st
             if (const auto value = keyword(word); value && (!found || *value != 0)) found = value;
         return found;
     }
-    if (property.property == CssProperty::display && words.size() == 2)
-        return combinedDisplay(words[0], words[1]);
+    if (property.property == CssProperty::display && words.size() == 2) return combinedDisplay(words[0], words[1]);
     return words.size() == 1 ? keyword(words[0]) : std::nullopt;
 }
 

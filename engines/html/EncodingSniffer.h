@@ -12,7 +12,7 @@ namespace quillow::html {
 /// The first bytes of a document in which the standard looks for a declaration.
 inline constexpr std::size_t kPrescanBytes = 1024;
 /// A declaration further on is still believed up to here.
-inline constexpr std::size_t kLatePrescanBytes = 1024 * 1024;
+inline constexpr std::size_t kLatePrescanBytes = std::size_t{1024} * 1024;
 
 /// "Prescan a byte stream to determine its encoding", section 13.2.3.2.
 [[nodiscard]] std::optional<text::Encoding> prescanEncoding(std::string_view bytes);

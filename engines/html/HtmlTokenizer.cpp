@@ -273,8 +273,8 @@ void HtmlTokenizer::attribute(Token& token) {
         if (c > '/' || (!isWhiteSpace(c) && c != '/')) break;
         token.selfClosing = c == '/' && at(position_ + 1) == '>';
     }
-    ScannedName scanned = data_[position_] == '=' ? attributeNameFromEqualsSign()
-                                                  : scanName<NameEnd::attribute>(source_, position_);
+    ScannedName scanned =
+        data_[position_] == '=' ? attributeNameFromEqualsSign() : scanName<NameEnd::attribute>(source_, position_);
     const std::string_view name = takeName(scanned);
     const std::string_view value = attributeValue();
     if (token.attributes.size() < kMaxAttributes)

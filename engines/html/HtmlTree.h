@@ -34,8 +34,9 @@ struct Node {
     std::uint8_t attributeCount = 0;
     std::uint32_t sizeOrKnown = 0; ///< a text node's size; an element's known attributes, a bit each
     union {
-        const char* text;            ///< of a text node
-        const Attribute* attributes; ///< of an element; before them, where its tag is unknown, its name as an attribute's value
+        const char* text; ///< of a text node
+        const Attribute*
+            attributes; ///< of an element; before them, where its tag is unknown, its name as an attribute's value
     } content = {nullptr};
 
     /// A text node's characters; an element's name in lower case.

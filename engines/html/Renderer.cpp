@@ -68,6 +68,15 @@ Display blockified(Display display) {
     }
 }
 
+bool isOutOfFlow(const Style& style) {
+    return style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
+}
+
+/// HTML, 15.3.5: quotation marks are drawn around it. They are no text, but like any other they keep the space beside them.
+bool isQuotation(const Node& node) {
+    return node.tag == Tag::q && node.space == Namespace::html;
+}
+
 /// A target that means something outside of the page: no script, and not a place in the page itself.
 bool isReadableTarget(std::string_view target) {
     target = trimWhiteSpace(target);
@@ -192,8 +201,7 @@ void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
-    const bool outOfFlow = style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
-    if (outOfFlow || parent.blockifiesChildren) style.display = blockified(style.display);
+    if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
@@ -247,6 +255,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
         if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
+    if (isQuotation(node)) collector_.atomicBox();
     frame.writtenBefore = collector_.written();
     styles_.enter(id);
     return Entered::yes;
@@ -278,15 +287,17 @@ void Renderer::drawReplaced(const Frame& frame) {
         collector_.atomicBox();
         return;
     }
+    LineState outer;
+    if (isOutOfFlow(frame.style)) outer = collector_.enterOutOfFlow();
     const std::size_t breaks = isVisible(frame) ? 1 : 0;
     collector_.requireLineBreaks(breaks);
     collector_.endLine();
     collector_.requireLineBreaks(breaks);
+    if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
 }
 
 /// The box that the display type makes, and the line breaks before it.
 void Renderer::openBox(const Node& node, Frame& frame) {
-    const bool outOfFlow = frame.style.floating == Flow::outOfFlow || frame.style.positioned == Flow::outOfFlow;
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -299,7 +310,7 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::flex:
     case Display::table:
     case Display::tableCaption:
-        if (outOfFlow) {
+        if (isOutOfFlow(frame.style)) {
             frame.ownContent = true;
             frame.outer = collector_.enterOutOfFlow();
         }
@@ -318,8 +329,10 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::tableRow: frame.dropsWhiteSpace = true; break;
     default: break;
     }
-    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items."
-    if (node.tag == Tag::p && node.space == Namespace::html) frame.requiredLineBreaks = 2;
+    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items." As in
+    // browsers, not where it is a part of a table.
+    const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
+    if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.breaksLine) collector_.endLine();
@@ -370,7 +383,8 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     frame.isListItem = true;
     frame.markersBefore = collector_.heldMarkerBytes();
     if (frame.markersBefore == 0 && frame.listDepth > 1)
-        collector_.holdMarker(std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
+        collector_.holdMarker(
+            std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
     collector_.holdMarker(marker);
 }
 
@@ -381,6 +395,7 @@ void Renderer::leave(NodeId id) {
         const auto target = tree_.attribute(id, AttributeName::href);
         if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
+    if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
     collector_.requireLineBreaks(frame.requiredLineBreaks);

@@ -101,7 +101,7 @@ private:
     }
     /// Where the search for an element from the top of the stack downwards ended, counted.
     using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
-    StackPosition counted(StackPosition found) const {
+    StackPosition counted(const StackPosition& found) const {
         steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
         return found;
     }
