@@ -128,7 +128,7 @@ private:
         std::string_view text;
         std::uint32_t hash;
     };
-    NodeId named_ = kNoNode;     ///< the element whose classes, id and name (the last) `names_` holds
+    NodeId named_ = kNoNode; ///< the element whose classes, id and name (the last) `names_` holds
     std::vector<Name> names_;
     std::size_t classes_ = 0; ///< of the names
     AncestorFilter ancestors_;

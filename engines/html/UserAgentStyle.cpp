@@ -111,8 +111,8 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
 }
 
 /// The elements that have more rules than one display type.
-constexpr TagSet kWithRules{Tag::audio,     Tag::dialog, Tag::input, Tag::pre, Tag::listing, Tag::plaintext, Tag::xmp,
-                            Tag::nobr,      Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
+constexpr TagSet kWithRules{Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,
+                            Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
 
 void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     const Node& node = tree.node(element);
@@ -166,8 +166,8 @@ Display defaultDisplay(const Node& element) {
 }
 
 bool isReplaced(const Node& element) {
-    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input,    Tag::textarea, Tag::iframe, Tag::embed,
-                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,    Tag::keygen};
+    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
+                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
     return element.space == Namespace::html && kReplaced.contains(element.tag);
 }
 
