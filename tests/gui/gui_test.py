@@ -9,7 +9,6 @@ import pathlib
 import signal
 import subprocess
 import sys
-import tempfile
 import unittest
 import urllib.parse
 
@@ -146,49 +145,6 @@ class ProgramTest(unittest.TestCase):
     @staticmethod
     def uri(path):
         return "file://" + urllib.parse.quote(str(path))
-
-
-class FileManagerDrag(ProgramTest):
-    def test_file_from_file_manager(self):
-        self.preset_destination()
-        paper = self.document("thesis.rtf", "Of drops and links.")
-        self.start_program()
-        point = self.drop_point()
-        self.start("pcmanfm", "--no-desktop", self.papers, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        files = screen.window(f"^{self.papers.name}( |$)")
-        subprocess.run(["xdotool", "windowsize", files, "560", "480", "windowmove", files, "680", "40", "windowactivate",
-                        files], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        place = screen.settled_place(files)
-        item = self.item_place(place)
-
-        before = self.picture_at_rest(item)
-        screen.begin_drag(item, point)
-        self.hover_until_lit(point, before)
-        screen.pointer("mouseup", 1)
-
-        self.wait_for_log(self.converted(paper))
-        self.assert_text("thesis.txt", "Of drops and links.")
-        self.assertEqual(self.converted_count(), 1)
-        self.assertTrue(paper.exists(), "the document was moved")
-
-    def item_place(self, window):
-        """A point on the only item, found by what changes when it is selected: no theme and no tool kit matters."""
-        area = screen.Place(window.x + 160, window.y + 80, window.width - 200, window.height - 140)
-        with tempfile.TemporaryDirectory() as folder:
-            before, after = folder + "/before.png", folder + "/after.png"
-
-            def changed():
-                # Into the icon area and out of any selection; then everything, which is the one item.
-                screen.pointer("mousemove", window.x + window.width - 60, window.y + window.height - 90, "click", 1)
-                screen.save_settled_picture(area, before)
-                screen.press_keys("ctrl+a")
-                screen.save_settled_picture(area, after)
-                box = screen.output_of("convert", before, after, "-compose", "difference", "-composite", "-colorspace",
-                                       "gray", "-threshold", "4%", "-format", "%@", "info:").decode()
-                width, height, x, y = (int(n) for n in box.replace("x", "+").split("+"))
-                return (area.x + x + width // 2, area.y + y + height // 4) if 8 < width < area.width - 8 else None
-
-            return screen.until(changed, "an item that selecting changes")
 
 
 class OwnDrag(ProgramTest):
