@@ -166,7 +166,8 @@ TEST_F(DestinationTest, otherNotificationsAreIgnored) {
     dropArea.addLinkToFiles({u"/in/a.rtf"_s}); // before anything observes it
     launchWithFixedFolder(u"/texts"_s);
     fakes.journal.clear();
-    MWDragDropView otherView;
+    FakeViewArea otherArea;
+    const MWDragDropView otherView(otherArea);
     delegate.observeValueForKeyPath(u"myFilePathDropped"_s, &otherView, {}, nullptr);
     delegate.observeValueForKeyPath(u"otherKey"_s, &dropArea, {}, nullptr);
     EXPECT_FALSE(delegate.fileToProcessPath());
