@@ -12,8 +12,7 @@ constexpr int kLimitMilliseconds = 5000;
 
 /// The key, without the zero byte with which some tool kits end it.
 QString keyOf(const QMimeData& data) {
-    const QByteArray bytes = data.data(QLatin1String(FileTransferPortal::kMimeType));
-    return QString::fromUtf8(bytes.left(bytes.indexOf('\0')));
+    return QString::fromUtf8(data.data(QLatin1String(FileTransferPortal::kMimeType)).constData());
 }
 
 } // namespace
