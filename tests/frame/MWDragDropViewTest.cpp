@@ -35,7 +35,7 @@ struct MWDragDropViewTest : testing::Test {
     }
     QString drawing() { return area.draw({10, 10, 1, 1}).join(u'\n'); }
     bool redrawsAfter(const std::function<void()>& act) {
-        (void)drawing();
+        static_cast<void>(drawing());
         act();
         return area.needsDisplay();
     }
