@@ -4,11 +4,13 @@
 #include "base/Release.h"
 #include "base/UndoManager.h"
 #include "frame/MWAppSupportUtility.h"
-#include "frame/MWDragDropView.h"
+#include "frame/MWOutlinedDragDropView.h"
+#include "frame/MWWhiteView.h"
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/qt/AccessRegistry.h"
 #include "platform/qt/BackgroundTextReaders.h"
 #include "platform/qt/DocumentGlyph.h"
+#include "platform/qt/DropArea.h"
 #include "platform/qt/IcuDateFormatting.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/PreferencesBindings.h"
@@ -215,7 +217,9 @@ int runProgram(QApplication& application) {
     QuillowAppDelegate::initialize(defaults, updateMirrors());
 
     // The delegate and its outlets.
-    MWDragDropView dropView;
+    const MWWhiteView whitePanel(window.dropArea());
+    MWOutlinedDragDropView dropView(window.dropArea());
+    dropView.awakeFromNib();
     QuillowAppDelegate delegate({alerts,
                                  bookmarkStore,
                                  bundle,

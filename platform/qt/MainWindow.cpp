@@ -55,11 +55,7 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(kMargin, kGap, kMargin, kMargin - 2);
     layout->setSpacing(kGap);
-    // The drop area's outline, drawn inside it, stands in line with the controls below.
-    auto* dropLine = new QHBoxLayout;
-    dropLine->setContentsMargins(-DropArea::kInset, 0, -DropArea::kInset, 0);
-    dropLine->addWidget(dropArea_);
-    layout->addLayout(dropLine);
+    layout->addWidget(dropArea_);
     layout->addLayout(makeDestinationLine());
     layout->addWidget(logTitle);
     layout->addWidget(logView_, 1);
@@ -75,9 +71,6 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     setHasInput(false);
     setHasOutput(false);
 
-    dropArea_->setDropHandler([this](const QStringList& paths) {
-        if (commands_.convert) commands_.convert(paths);
-    });
     connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
 }
 

@@ -161,9 +161,12 @@ class OwnDrag(ProgramTest):
         self.drag("copy,move,link", text=str(paper), expect="none")
         self.drag("copy,move,link", "https://example.org/thesis.rtf", expect="none")
         self.drag("copy,move,link", self.uri(paper), "https://example.org/thesis.rtf", expect="none")
-        # One that is taken shows that the others were not merely late.
+        self.drag("copy,move,link", self.uri(paper), self.uri(paper).replace("file://", "file://other.example.org"),
+                  expect="none")
+        # Those that are taken show that the others were not merely late.
         self.drag("copy,move,link", self.uri(paper), expect="link")
-        self.wait_for_log(self.converted(paper))
+        self.drag("move,link", self.uri(paper), text=str(paper), expect="link")
+        self.wait_for_log(self.converted(paper), self.converted(paper))
         self.assertTrue(paper.exists())
 
     def test_three_documents_in_one_drop(self):
@@ -214,6 +217,29 @@ class Panels(ProgramTest):
         screen.press_keys("Escape")
         screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
         self.assertEqual(self.log(), "")
+
+    def test_many_documents_ask_once(self):
+        papers = [self.document(f"many/{i:03}.rtf", f"text {i}") for i in range(500)]
+        self.start_program()
+        self.drag("copy,link", *(self.uri(paper) for paper in papers), expect="link")
+        screen.window("^Choose a Folder")
+        screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
+        self.wait_for_log(*(self.converted(paper) for paper in papers))
+        self.assertEqual(self.converted_count(), 500)
+        self.assertEqual(len(list(self.texts.iterdir())), 500)
+        self.assertIsNone(screen.find_window("^Choose a Folder"), "asked again")
+
+        # Cancel gives all of them up, and the next drop begins afresh.
+        self.drag("link", *(self.uri(paper) for paper in papers), expect="link")
+        panel = screen.window("^Choose a Folder")
+        subprocess.run(["xdotool", "windowactivate", "--sync", panel])
+        screen.press_keys("Escape")
+        screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
+        self.assertEqual(self.converted_count(), 500)
+        self.drag("link", self.uri(papers[0]), expect="link")
+        screen.window("^Choose a Folder")
+        screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
+        screen.until(lambda: self.converted_count() == 501, "one more text")
 
     def type_into_panel(self, text):
         panel = screen.find_window("^Choose a Folder")
