@@ -8,12 +8,14 @@
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/qt/AccessRegistry.h"
 #include "platform/qt/BackgroundTextReaders.h"
+#include "platform/qt/DiscloseButton.h"
 #include "platform/qt/DocumentGlyph.h"
 #include "platform/qt/IcuDateFormatting.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/PreferencesBindings.h"
 #include "platform/qt/PreferencesWindow.h"
 #include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtArchive.h"
 #include "platform/qt/QtBackgroundQueue.h"
 #include "platform/qt/QtBookmarkStore.h"
 #include "platform/qt/QtBundle.h"
@@ -91,6 +93,7 @@ public:
              [&delegate, &window] { window.setHasInput(delegate.fileToProcessPath().has_value()); });
         bind(delegate, u"finalFullPathName",
              [&delegate, &window] { window.setHasOutput(delegate.finalFullPathName().has_value()); });
+        bind(delegate, u"bigWin", [&delegate, &window] { window.setBig(delegate.bigWin().boolValue()); });
         undoManager.setChangeHandler([&undoManager, &window] {
             window.setUndoAction(undoManager.canUndo() ? std::optional(undoManager.undoActionName()) : std::nullopt);
             window.setRedoAction(undoManager.canRedo() ? std::optional(undoManager.redoActionName()) : std::nullopt);
@@ -119,6 +122,8 @@ MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& drop
     commands.openOutput = [&delegate] { delegate.openLastOutputFile(); };
     commands.showFolder = [&delegate] { delegate.showOutputDirectory(); };
     commands.clearLog = [&delegate] { delegate.resetLogAlert(); };
+    commands.switchWindows = [&delegate] { delegate.switchWindows(); };
+    commands.showMainWindow = [&delegate] { delegate.showMainWindow(); };
     commands.undo = [&undoManager] { undoManager.undo(); };
     commands.redo = [&undoManager] { undoManager.redo(); };
     commands.openUserGuide = [&delegate] { delegate.openUserGuide(); };
@@ -182,6 +187,7 @@ int runProgram(QApplication& application) {
     QtDefaults storedDefaults(QtDefaults::standardFilePath());
     ObservedDefaults defaults(storedDefaults);
     QtFileSystem fileSystem(access);
+    QtArchive archive(fileSystem);
     QtSystemInfo systemInfo;
     QtTimers timers;
     QtToolbarFactory toolbarFactory(PreferencesWindow::kToolbarHeight);
@@ -217,6 +223,7 @@ int runProgram(QApplication& application) {
     // The delegate and its outlets.
     MWDragDropView dropView;
     QuillowAppDelegate delegate({alerts,
+                                 archive,
                                  bookmarkStore,
                                  bundle,
                                  clock,
@@ -246,6 +253,7 @@ int runProgram(QApplication& application) {
     delegate.setDragDropArea(&dropView);
     delegate.setProgressIndicator(&window.spinner());
     delegate.setTextLog(&window.logView());
+    delegate.setMyDiscloseButton(&window.discloseButton());
     const Bindings bindings(delegate, defaults, undoManager, window);
     const PreferencesBindings preferencesBindings(preferences, delegate, defaults, dateFormatting,
                                                   transformsOf(valueTransformers), preferencesActionsOf(delegate));
