@@ -110,6 +110,7 @@ QWidget* MainWindow::makeLowerPart() {
 
 QLayout* MainWindow::makeLogTitle() {
     makeQuiet(*latestEntry_);
+    latestEntry_->setObjectName(QStringLiteral("latestEntry"));
     auto* line = new QHBoxLayout;
     line->setSpacing(kMargin);
     line->addWidget(discloseButton_);
