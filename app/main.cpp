@@ -9,6 +9,7 @@
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/qt/AccessRegistry.h"
 #include "platform/qt/BackgroundTextReaders.h"
+#include "platform/qt/DiscloseButton.h"
 #include "platform/qt/DocumentGlyph.h"
 #include "platform/qt/DropArea.h"
 #include "platform/qt/IcuDateFormatting.h"
@@ -16,6 +17,7 @@
 #include "platform/qt/PreferencesBindings.h"
 #include "platform/qt/PreferencesWindow.h"
 #include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtArchive.h"
 #include "platform/qt/QtBackgroundQueue.h"
 #include "platform/qt/QtBookmarkStore.h"
 #include "platform/qt/QtBundle.h"
@@ -93,6 +95,7 @@ public:
              [&delegate, &window] { window.setHasInput(delegate.fileToProcessPath().has_value()); });
         bind(delegate, u"finalFullPathName",
              [&delegate, &window] { window.setHasOutput(delegate.finalFullPathName().has_value()); });
+        bind(delegate, u"bigWin", [&delegate, &window] { window.setBig(delegate.bigWin().boolValue()); });
         undoManager.setChangeHandler([&undoManager, &window] {
             window.setUndoAction(undoManager.canUndo() ? std::optional(undoManager.undoActionName()) : std::nullopt);
             window.setRedoAction(undoManager.canRedo() ? std::optional(undoManager.redoActionName()) : std::nullopt);
@@ -121,6 +124,8 @@ MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& drop
     commands.openOutput = [&delegate] { delegate.openLastOutputFile(); };
     commands.showFolder = [&delegate] { delegate.showOutputDirectory(); };
     commands.clearLog = [&delegate] { delegate.resetLogAlert(); };
+    commands.switchWindows = [&delegate] { delegate.switchWindows(); };
+    commands.showMainWindow = [&delegate] { delegate.showMainWindow(); };
     commands.undo = [&undoManager] { undoManager.undo(); };
     commands.redo = [&undoManager] { undoManager.redo(); };
     commands.openUserGuide = [&delegate] { delegate.openUserGuide(); };
@@ -184,6 +189,7 @@ int runProgram(QApplication& application) {
     QtDefaults storedDefaults(QtDefaults::standardFilePath());
     ObservedDefaults defaults(storedDefaults);
     QtFileSystem fileSystem(access);
+    QtArchive archive(fileSystem);
     QtSystemInfo systemInfo;
     QtTimers timers;
     QtToolbarFactory toolbarFactory(PreferencesWindow::kToolbarHeight);
@@ -221,6 +227,7 @@ int runProgram(QApplication& application) {
     MWOutlinedDragDropView dropView(window.dropArea());
     dropView.awakeFromNib();
     QuillowAppDelegate delegate({alerts,
+                                 archive,
                                  bookmarkStore,
                                  bundle,
                                  clock,
@@ -250,6 +257,7 @@ int runProgram(QApplication& application) {
     delegate.setDragDropArea(&dropView);
     delegate.setProgressIndicator(&window.spinner());
     delegate.setTextLog(&window.logView());
+    delegate.setMyDiscloseButton(&window.discloseButton());
     const Bindings bindings(delegate, defaults, undoManager, window);
     const PreferencesBindings preferencesBindings(preferences, delegate, defaults, dateFormatting,
                                                   transformsOf(valueTransformers), preferencesActionsOf(delegate));
