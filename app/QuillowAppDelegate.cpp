@@ -52,6 +52,14 @@ void QuillowAppDelegate::applicationDidFinishLaunching(const Notification& notif
     MWDragDropBaseApp::applicationDidFinishLaunching(notification);
 }
 
+bool QuillowAppDelegate::applicationShouldTerminateAfterLastWindowClosed(Sender) {
+    return false;
+}
+
+void QuillowAppDelegate::showMainWindow(Sender) {
+    if (mainWindow_) mainWindow_->makeKeyAndOrderFront();
+}
+
 QString QuillowAppDelegate::getUserGuideName() const {
     return QStringLiteral("Quillow User Guide");
 }

@@ -30,6 +30,8 @@ public:
     // Life cycle.
     void applicationWillFinishLaunching(const Notification& notification);
     void applicationDidFinishLaunching(const Notification& notification) override;
+    [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed(Sender application = {}) override;
+    void showMainWindow(Sender sender = {});
 
     // Conversion.
     /// Whether the path's extension is one of the five that are converted. Nothing on disk is looked at.

@@ -11,7 +11,12 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
 
 namespace quillow {
 namespace {
@@ -19,6 +24,8 @@ namespace {
 constexpr int kInitialHeight = 580;
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
+/// Windows come up within fractions of this; one that does not is kept off the screen.
+constexpr std::chrono::seconds kLongestWayUp{3};
 
 /// A label beside a value: quieter than the value, in any theme.
 QLabel* makeCaption(const QString& text) {
@@ -143,6 +150,18 @@ void MainWindow::run(std::function<void()> MainWindowCommands::*command) const {
 
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
+    tellThatItIsUp();
+}
+
+void MainWindow::callWhenUp(std::function<void()> handler) {
+    whenUp_ = std::move(handler);
+    if (isVisible() && windowHandle() && windowHandle()->isExposed())
+        tellThatItIsUp();
+    else
+        QTimer::singleShot(kLongestWayUp, this, &MainWindow::tellThatItIsUp);
+}
+
+void MainWindow::tellThatItIsUp() {
     if (whenUp_) std::exchange(whenUp_, nullptr)();
 }
 
