@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """End-to-end tests of the program's life: starts, later starts, closing, long conversions, the end. Run under session.py.
 
-$QUILLOW, $PINGER and $DRAG_SOURCE name the programs.
+$QUILLOW, $DRAG_SOURCE and $WINDOW_MANAGER_MESSAGE name the programs.
 """
 import os
 import pathlib
@@ -47,8 +47,11 @@ class LifeTest(ProgramTest):
         done = subprocess.run([os.environ["QUILLOW"], *arguments], stderr=subprocess.PIPE, timeout=LIMIT_SECONDS, **options)
         return done.returncode, done.stderr.decode()
 
+    def window_manager_message(self, *arguments):
+        return screen.output_of(os.environ["WINDOW_MANAGER_MESSAGE"], *arguments).decode().strip()
+
     def close_window(self, window=None):
-        screen.close_window(window or self.window)
+        self.window_manager_message("close", window or self.window)
 
     def close_window_and_wait(self):
         self.close_window()
@@ -170,8 +173,8 @@ class Closing(LifeTest):
         self.close_window()
         time.sleep(1)
         self.assertTrue(screen.find_window(WINDOW_TITLE))
-        accessibility.press(accessibility.control(self.accessible, "push button", "Cancel"))
-        screen.until(lambda: not accessibility.find(self.accessible, "push button", "Cancel"), "sheet gone")
+        accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
+        screen.until(lambda: not accessibility.find(self.accessible, "push button", "OK"), "sheet gone")
         self.close_window_and_wait()
 
     def test_every_signal_ends_it_in_order(self):
@@ -212,7 +215,7 @@ class LongConversion(LifeTest):
         self.assertFalse(self.long_text.exists(), "the document was too short for this test")
 
     def ping(self):
-        return screen.output_of(os.environ["PINGER"], self.window, "4000").decode().strip()
+        return self.window_manager_message("ping", self.window, "4000")
 
     def test_the_window_stays_alive(self):
         self.begin()

@@ -51,11 +51,6 @@ def move_window(window_id, x, y):
     settled_place(window_id)
 
 
-def close_window(window_id):
-    """Asks the window manager to close the window, as its close button does."""
-    subprocess.run(["xdotool", "windowactivate", "--sync", window_id, "key", "alt+F4"], check=True)
-
-
 def settled_place(window_id):
     places = []
 
