@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/Panels.h"
+#include "platform/Termination.h"
 #include "platform/Workspace.h"
 
 namespace quillow {
@@ -92,6 +93,8 @@ void QuillowAppDelegate::checkStoredDestination() {
 void QuillowAppDelegate::observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change&,
                                                 void*) {
     if (ofObject != dragDropArea() || keyPath != QStringLiteral("myFilePathDropped")) return;
+    // The rest of a long drop does not hold up the end.
+    if (platform().termination.isRequested()) return;
     setFileToProcessPath(dragDropArea()->myFilePathDropped());
     if (destinationIsFixed())
         convertIntoFixedFolder();

@@ -20,6 +20,7 @@ class Panels;
 class PdfTextReader;
 class RtfTextReader;
 class SystemInfo;
+class Termination;
 class Timers;
 class UndoManager;
 class ValueTransformerRegistry;
@@ -46,6 +47,7 @@ struct Platform {
     RtfTextReader& rtfTextReader;
     const MWAppSupportUtility& supportUtility; ///< frame/MWAppSupportUtility.h
     const SystemInfo& systemInfo;
+    const Termination& termination;
     Timers& timers;
     UndoManager& undoManager;                    ///< the application's, base/UndoManager.h
     ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h

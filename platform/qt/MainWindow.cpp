@@ -14,7 +14,12 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QTextBlock>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
 
 namespace quillow {
 namespace {
@@ -22,6 +27,8 @@ namespace {
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
 constexpr int kLeastDropHeight = 80; ///< the glyph with room around it
+/// Windows come up within fractions of this; one that does not is kept off the screen.
+constexpr std::chrono::seconds kLongestWayUp{3};
 
 /// Makes a label quieter than the values, in any theme.
 void makeQuiet(QLabel& label) {
@@ -173,6 +180,18 @@ void MainWindow::run(std::function<void()> MainWindowCommands::*command) const {
 
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
+    tellThatItIsUp();
+}
+
+void MainWindow::callWhenUp(std::function<void()> handler) {
+    whenUp_ = std::move(handler);
+    if (isVisible() && windowHandle() && windowHandle()->isExposed())
+        tellThatItIsUp();
+    else
+        QTimer::singleShot(kLongestWayUp, this, &MainWindow::tellThatItIsUp);
+}
+
+void MainWindow::tellThatItIsUp() {
     if (whenUp_) std::exchange(whenUp_, nullptr)();
 }
 

@@ -12,7 +12,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 
 class QLabel;
 class QMenu;
@@ -61,8 +60,10 @@ public:
     [[nodiscard]] Spinner& spinner() { return *spinner_; }
     [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
 
-    /// Calls the handler once, when the window stands on the screen for the first time.
-    void callWhenUp(std::function<void()> handler) { whenUp_ = std::move(handler); }
+    /// Calls the handler once, when the window stands on the screen: now or at its next painting. A window that is kept off the
+    /// screen, as on another workspace, calls it a little later all the same. A second handler takes the place of one that
+    /// has not been called.
+    void callWhenUp(std::function<void()> handler);
 
     /// Asks for documents in a dialog; what is chosen goes the road of a drop.
     void chooseDocuments();
@@ -79,6 +80,7 @@ private:
     [[nodiscard]] QPushButton* makeButton(const QString& title, const QString& description,
                                           std::function<void()> MainWindowCommands::*command);
     void showLatestEntry();
+    void tellThatItIsUp();
     void run(std::function<void()> MainWindowCommands::*command) const;
 
     QtWindow window_{*this};

@@ -17,6 +17,7 @@
 #include "tests/fakes/FakeMenus.h"
 #include "tests/fakes/FakePanels.h"
 #include "tests/fakes/FakeSystemInfo.h"
+#include "tests/fakes/FakeTermination.h"
 #include "tests/fakes/FakeTextReaders.h"
 #include "tests/fakes/FakeTimers.h"
 #include "tests/fakes/FakeWorkspace.h"
@@ -43,6 +44,7 @@ struct FakePlatform {
     FakeHtmlTextReader html{journal};
     FakePdfTextReader pdf{journal};
     FakeSystemInfo systemInfo;
+    FakeTermination termination;
     FakeTimers timers;
     FakeWorkspace workspace{files, journal};
     MWAppSupportUtility supportUtility{
@@ -56,9 +58,10 @@ struct FakePlatform {
     UpdateCheck updateCheck = UpdateCheck::wired;
 
     [[nodiscard]] Platform platform() {
-        return {alerts,      archive,           bookmarks, bundle,     clock, dates, defaults,       documents,  files,
-                html,        mainQueue,         menus,     panels,     pdf,   rtf,   supportUtility, systemInfo, timers,
-                undoManager, valueTransformers, workspace, updateCheck};
+        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       defaults,
+                documents, files,          html,       mainQueue,   menus,  panels,      pdf,
+                rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
+                workspace, updateCheck};
     }
 };
 
