@@ -112,6 +112,7 @@ QLayout* MainWindow::makeLogTitle() {
     makeQuiet(*latestEntry_);
     latestEntry_->setObjectName(QStringLiteral("latestEntry"));
     auto* line = new QHBoxLayout;
+    line->setContentsMargins(-DiscloseButton::kInset, 0, 0, 0);
     line->setSpacing(kMargin);
     line->addWidget(discloseButton_);
     line->addWidget(latestEntry_, 1);
