@@ -48,7 +48,7 @@ void DiscloseButton::setState(ButtonState state) {
 
 QSize DiscloseButton::sizeHint() const {
     const QSize title = fontMetrics().size(Qt::TextShowMnemonic, text());
-    return {kTriangle + kGap + title.width() + 2, title.height() + 2 * kVerticalPadding};
+    return {2 * kInset + kTriangle + kGap + title.width(), title.height() + 2 * kVerticalPadding};
 }
 
 void DiscloseButton::keyPressEvent(QKeyEvent* event) {
@@ -67,8 +67,8 @@ void DiscloseButton::paintEvent(QPaintEvent*) {
     const QColor text = palette().color(QPalette::WindowText);
     const QColor accent = palette().color(QPalette::Highlight);
 
-    QRectF square(0, (height() - kTriangle) / 2.0, kTriangle, kTriangle);
-    if (isRightToLeft) square.moveRight(width());
+    QRectF square(kInset, (height() - kTriangle) / 2.0, kTriangle, kTriangle);
+    if (isRightToLeft) square.moveRight(width() - kInset);
     painter.save();
     if (isRightToLeft && !isChecked()) {
         painter.translate(2 * square.center().x(), 0);
@@ -79,7 +79,7 @@ void DiscloseButton::paintEvent(QPaintEvent*) {
     painter.drawPolygon(triangle(square, isChecked()));
     painter.restore();
 
-    const int indent = kTriangle + kGap;
+    const int indent = kInset + kTriangle + kGap;
     const QRect title = rect().adjusted(isRightToLeft ? 0 : indent, 0, isRightToLeft ? -indent : 0, 0);
     const int mnemonic =
         style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;

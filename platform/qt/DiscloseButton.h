@@ -11,6 +11,8 @@ namespace quillow {
 
 class DiscloseButton final : public QAbstractButton, public Button {
 public:
+    static constexpr int kInset = 4; ///< from the widget's edge to the triangle, in points
+
     /// The description is the tool tip, too.
     DiscloseButton(const QString& title, const QString& description, QWidget* parent = nullptr);
 

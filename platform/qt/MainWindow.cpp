@@ -88,12 +88,17 @@ MainWindow::~MainWindow() = default;
 QWidget* MainWindow::makeUpperPart() {
     auto* part = new QWidget;
     auto* layout = new QVBoxLayout(part);
-    layout->setContentsMargins(kMargin, kGap, kMargin, kGap);
+    // Each line has its own margins, so that what is drawn inside the drop area and the disclosure button stands in line with the
+    // controls; a layout takes a negative margin for none.
+    layout->setContentsMargins(0, kGap, 0, kGap);
     layout->setSpacing(kGap);
     // The drop area takes what the lines leave.
     dropArea_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     dropArea_->setMinimumHeight(kLeastDropHeight);
-    layout->addWidget(dropArea_, 1);
+    auto* dropLine = new QHBoxLayout;
+    dropLine->setContentsMargins(kMargin, 0, kMargin, 0);
+    dropLine->addWidget(dropArea_);
+    layout->addLayout(dropLine, 1);
     layout->addLayout(makeDestinationLine());
     layout->addLayout(makeLogTitle());
     return part;
@@ -113,6 +118,7 @@ QLayout* MainWindow::makeLogTitle() {
     makeQuiet(*latestEntry_);
     latestEntry_->setObjectName(QStringLiteral("latestEntry"));
     auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin - DiscloseButton::kInset, 0, kMargin, 0);
     line->setSpacing(kMargin);
     line->addWidget(discloseButton_);
     line->addWidget(latestEntry_, 1);
@@ -133,6 +139,7 @@ QLayout* MainWindow::makeDestinationLine() {
                    &MainWindowCommands::resetCounter);
 
     auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin, 0, kMargin, 0);
     line->setSpacing(kGap);
     line->addWidget(caption);
     line->addWidget(destination_);

@@ -321,9 +321,14 @@ class Modes(ProgramTest):
         screen.press_keys(*keys)
 
     def expect_height(self, height):
-        screen.until(lambda: screen.place_of(self.window).height == height, f"height {height}")
-        place = screen.settled_place(self.window)
-        self.assertEqual(place, self.place._replace(height=height), "another edge than the lower one moved")
+        def has_height():
+            place = screen.place_of(self.window)
+            # Also on the way only the lower edge moves.
+            self.assertEqual(place._replace(height=0), self.place._replace(height=0))
+            return place.height == height
+
+        screen.until(has_height, f"height {height}")
+        self.assertEqual(screen.settled_place(self.window), self.place._replace(height=height))
         self.assertEqual(accessibility.is_checked(self.disclosure()), height == self.BIG)
 
     def quit(self):
@@ -344,7 +349,7 @@ class Modes(ProgramTest):
         self.press_window("ctrl+l")
         self.expect_height(self.SMALL)
         button = self.disclosure().get_extents(0)  # on the screen
-        screen.pointer("mousemove", button.x + 4, button.y + button.height // 2, "click", 1)
+        screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
         self.expect_height(self.BIG)
 
     def test_only_the_width_is_the_users(self):
