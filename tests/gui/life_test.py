@@ -175,6 +175,7 @@ class Closing(LifeTest):
         self.assertTrue(screen.find_window(WINDOW_TITLE))
         accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
         screen.until(lambda: not accessibility.find(self.accessible, "push button", "OK"), "sheet gone")
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
         self.close_window_and_wait()
 
     def test_every_signal_ends_it_in_order(self):
