@@ -56,8 +56,8 @@ class ProgramTest(unittest.TestCase):
         self.started.append(process)
         return process
 
-    def start_program(self, *arguments):
-        self.program = self.start(os.environ["QUILLOW"], *arguments)
+    def start_program(self, *arguments, **options):
+        self.program = self.start(os.environ["QUILLOW"], *arguments, **options)
         self.window = screen.window(WINDOW_TITLE)
         self.accessible = accessibility.application("Quillow")
 

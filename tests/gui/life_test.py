@@ -192,6 +192,14 @@ class Closing(LifeTest):
         self.assertEqual(self.end_and_wait(), 0)
 
 
+    def test_a_window_system_that_goes_away_ends_it(self):
+        self.start_program(stderr=subprocess.DEVNULL)
+        subprocess.run(["xdotool", "windowkill", self.window], check=True)  # closes the program's connection
+        self.assertEqual(self.program.wait(LIMIT_SECONDS), 1)
+        # The next start is not held up.
+        self.start_program()
+
+
 class LongConversion(LifeTest):
     PAGES = 4000
 
