@@ -88,8 +88,8 @@ MainWindow::~MainWindow() = default;
 QWidget* MainWindow::makeUpperPart() {
     auto* part = new QWidget;
     auto* layout = new QVBoxLayout(part);
-    // Each line has its own margins, so that what is drawn inside the drop area and the disclosure button stands in line with the
-    // controls; a layout takes a negative margin for none.
+    // Each line has its own margins, so that what is drawn inside the disclosure button stands in line with the controls; a layout
+    // takes a negative margin for none.
     layout->setContentsMargins(0, kGap, 0, kGap);
     layout->setSpacing(kGap);
     // The drop area takes what the lines leave.

@@ -54,6 +54,13 @@ TEST_F(DestinationTest, launchShowsTheMainWindowAndKeepsItOutOfTheWindowMenu) {
     EXPECT_TRUE(delegate.finishedLaunching());
 }
 
+TEST_F(DestinationTest, showMainWindowRaisesIt) {
+    delegate.showMainWindow();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.raised(), 1);
+    EXPECT_FALSE(delegate.applicationShouldTerminateAfterLastWindowClosed());
+}
+
 TEST_F(DestinationTest, firstLaunchAsksWhenSavingAndPromptsForAFile) {
     launch();
     EXPECT_EQ(delegate.displayDestinationPath(), u"<ASK WHEN SAVING>"_s);
@@ -160,6 +167,14 @@ TEST_F(DestinationTest, droppedPathsAreConvertedOneByOne) {
     EXPECT_EQ(logLines(), (QStringList{converted(u"/in/b.rtf"_s, u"/texts/b.txt"_s),
                                        converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)}));
     EXPECT_EQ(fakes.journal.entries().count(u"startAccess /texts"_s), 2);
+}
+
+TEST_F(DestinationTest, theEndWaitsForTheDocumentAndNotForTheDrop) {
+    launchWithFixedFolder(u"/texts"_s);
+    fakes.rtf.onRead([this] { fakes.termination.requested = true; });
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s, u"/in/b.rtf"_s});
+    EXPECT_EQ(logLines(), QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)});
+    EXPECT_FALSE(output(u"/texts/b.txt"_s));
 }
 
 TEST_F(DestinationTest, otherNotificationsAreIgnored) {

@@ -175,6 +175,7 @@ class Closing(LifeTest):
         self.assertTrue(screen.find_window(WINDOW_TITLE))
         accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
         screen.until(lambda: not accessibility.find(self.accessible, "push button", "OK"), "sheet gone")
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
         self.close_window_and_wait()
 
     def test_every_signal_ends_it_in_order(self):
@@ -189,6 +190,14 @@ class Closing(LifeTest):
         accessibility.press(accessibility.control(self.accessible, "push button", "Clear Log"))
         accessibility.control(self.accessible, "push button", "OK")
         self.assertEqual(self.end_and_wait(), 0)
+
+
+    def test_a_window_system_that_goes_away_ends_it(self):
+        self.start_program(stderr=subprocess.DEVNULL)
+        subprocess.run(["xdotool", "windowkill", self.window], check=True)  # closes the program's connection
+        self.assertEqual(self.program.wait(LIMIT_SECONDS), 1)
+        # The next start is not held up.
+        self.start_program()
 
 
 class LongConversion(LifeTest):

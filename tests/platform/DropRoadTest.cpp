@@ -65,6 +65,7 @@ protected:
     Platform platform() {
         fakes_.updateCheck = UpdateCheck::leftOut;
         return {alerts_,
+                fakes_.archive,
                 world_.bookmarkStore,
                 fakes_.bundle,
                 fakes_.clock,
@@ -80,6 +81,7 @@ protected:
                 backgroundReader_,
                 fakes_.supportUtility,
                 fakes_.systemInfo,
+                fakes_.termination,
                 fakes_.timers,
                 fakes_.undoManager,
                 fakes_.valueTransformers,
