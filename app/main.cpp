@@ -190,7 +190,7 @@ int runProgram(QApplication& application) {
     const QtImageCodec imageCodec;
     const QtTextUnarchiver textUnarchiver;
     ValueTransformerRegistry valueTransformers;
-    registerStandardTransformers(valueTransformers, bookmarkStore, imageCodec, textUnarchiver);
+    registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
     constexpr UpdateCheck updateCheck = configuration::kUpdateCheckIsWired ? UpdateCheck::wired : UpdateCheck::leftOut;
     MainWindow window(alerts, workspace);
     PreferencesWindow preferences(updateCheck);
