@@ -35,9 +35,17 @@ protected:
         runEvents();
         ASSERT_NE(settings(), nullptr);
     }
+    /// The sheets of a window, those included that are on their way out.
+    template <class Dialog>
+    static QList<Dialog*> sheets(const QWidget& window) {
+        QList<Dialog*> found;
+        for (auto* dialog : window.findChildren<QDialog*>())
+            if (auto* sheet = dynamic_cast<Dialog*>(dialog)) found.append(sheet);
+        return found;
+    }
     template <class Dialog>
     Dialog* sheet() const {
-        for (auto* dialog : application_->widget().findChildren<Dialog*>())
+        for (auto* dialog : sheets<Dialog>(application_->widget()))
             if (dialog->isVisible()) return dialog;
         return nullptr;
     }
@@ -297,7 +305,7 @@ TEST_F(ExporterSheetsTest, askingTwiceShowsOneSheet) {
     openSettings();
     application_->exporter().run(application_.get());
     runEvents();
-    EXPECT_EQ(application_->widget().findChildren<ExportSettingsDialog*>().size(), 1);
+    EXPECT_EQ(sheets<ExportSettingsDialog>(application_->widget()).size(), 1);
     click(settings(), u"Cancel"_s);
     EXPECT_EQ(settings(), nullptr);
 }
@@ -367,7 +375,7 @@ TEST_F(ExporterSheetsTest, aWindowThatGoesTakesTheSheetAlongAndTheExporterStays)
     other->show();
     application_->exporter().run(&document);
     runEvents();
-    ASSERT_EQ(other->findChildren<ExportSettingsDialog*>().size(), 1);
+    ASSERT_EQ(sheets<ExportSettingsDialog>(*other).size(), 1);
     other.reset();
     application_->exporter().addAllToRight();
     application_->exporter().setStart_of_file(u"x"_s);
