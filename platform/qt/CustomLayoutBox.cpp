@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QFontDatabase>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -14,42 +15,63 @@ namespace {
 constexpr int kGap = 8;
 constexpr int kColumnGap = 16;
 constexpr float kQuiet = 0.7F;
-constexpr int kCharactersShown = 16;
+constexpr int kCharactersShown = 22;
+constexpr int kColumns = 5;
 
-QLabel* makeHint() {
-    auto* hint =
-        new QLabel(QStringLiteral("For the format \u201cCustom layout\u201d. Type \\n for a line feed, \\t for a "
-                                  "tab."));
-    hint->setTextFormat(Qt::PlainText);
-    QPalette colours = hint->palette();
-    QColor quiet = colours.color(QPalette::WindowText);
-    quiet.setAlphaF(kQuiet);
-    colours.setColor(QPalette::WindowText, quiet);
-    hint->setPalette(colours);
-    return hint;
+QLabel* makeLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QFrame* makeLine() {
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
 }
 
 } // namespace
 
 CustomLayoutBox::CustomLayoutBox(const ExporterOwner& owner)
-    : QGroupBox(QStringLiteral("Custom layout"))
-    , owner_(owner) {
+    : owner_(owner) {
     auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kGap);
     grid->setVerticalSpacing(kGap - 2);
-    grid->addWidget(makeHint(), 0, 0, 1, 4);
-    grid->addWidget(makePresets(), 0, 4, Qt::AlignRight);
-    addText(*grid, 1, 0, QStringLiteral("&Start of file"), QStringLiteral("start_of_file"));
-    addText(*grid, 1, 3, QStringLiteral("End of &file"), QStringLiteral("end_of_file"));
-    addText(*grid, 2, 0, QStringLiteral("S&tart of record"), QStringLiteral("start_of_record"));
-    addText(*grid, 2, 3, QStringLiteral("End of re&cord"), QStringLiteral("end_of_record"));
-    addText(*grid, 3, 0, QStringLiteral("&Before a field"), QStringLiteral("field_open_tag"));
-    addText(*grid, 3, 3, QStringLiteral("After a f&ield"), QStringLiteral("field_close_tag"));
-    addText(*grid, 4, 0, QStringLiteral("Betwee&n fields"), QStringLiteral("field_separator"));
-    grid->addWidget(makeLastRecordSwitch(), 4, 3, 1, 2);
+    grid->addWidget(makeLine(), 0, 0, 1, kColumns);
+    grid->addLayout(makeHeading(), 1, 0, 1, kColumns);
+    addText(*grid, 2, 0, QStringLiteral("&Start of file"), QStringLiteral("start_of_file"));
+    addText(*grid, 2, 3, QStringLiteral("End of &file"), QStringLiteral("end_of_file"));
+    addText(*grid, 3, 0, QStringLiteral("S&tart of record"), QStringLiteral("start_of_record"));
+    addText(*grid, 3, 3, QStringLiteral("End of re&cord"), QStringLiteral("end_of_record"));
+    addText(*grid, 4, 0, QStringLiteral("&Before a field"), QStringLiteral("field_open_tag"));
+    addText(*grid, 4, 3, QStringLiteral("After a f&ield"), QStringLiteral("field_close_tag"));
+    addText(*grid, 5, 0, QStringLiteral("Betwee&n fields"), QStringLiteral("field_separator"));
+    grid->addWidget(makeLastRecordSwitch(), 5, 3, 1, 2);
     grid->setColumnMinimumWidth(2, kColumnGap - kGap);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(4, 1);
+}
+
+QLayout* CustomLayoutBox::makeHeading() {
+    auto* title = makeLabel(QStringLiteral("Custom layout"));
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    auto* hint = makeLabel(QStringLiteral("\\n stands for a line feed, \\t for a tab"));
+    QPalette colours = hint->palette();
+    QColor quiet = colours.color(QPalette::WindowText);
+    quiet.setAlphaF(kQuiet);
+    colours.setColor(QPalette::WindowText, quiet);
+    hint->setPalette(colours);
+    auto* heading = new QHBoxLayout;
+    heading->setSpacing(kColumnGap);
+    heading->addWidget(title);
+    heading->addWidget(hint);
+    heading->addStretch(1);
+    heading->addWidget(makePresets());
+    return heading;
 }
 
 void CustomLayoutBox::unbind() {

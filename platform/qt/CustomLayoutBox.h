@@ -4,19 +4,20 @@
 #include "platform/ExporterInterface.h"
 #include "platform/qt/ControlBindings.h"
 
-#include <QGroupBox>
+#include <QWidget>
 
 class QGridLayout;
 
 namespace quillow {
 
-class CustomLayoutBox final : public QGroupBox {
+class CustomLayoutBox final : public QWidget {
 public:
     explicit CustomLayoutBox(const ExporterOwner& owner);
     /// Leaves the exporter alone from now on.
     void unbind();
 
 private:
+    [[nodiscard]] QLayout* makeHeading();
     void addText(QGridLayout& grid, int row, int column, const QString& title, const QString& key);
     [[nodiscard]] QWidget* makePresets();
     [[nodiscard]] QWidget* makeLastRecordSwitch();
