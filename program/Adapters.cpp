@@ -23,7 +23,7 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
     , termination(terminationOfProgram)
     , extractor(&logReason)
     , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
-    registerStandardTransformers(valueTransformers, bookmarkStore, imageCodec, textUnarchiver);
+    registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 
 Platform Adapters::platform() {
