@@ -12,7 +12,7 @@ import unittest
 
 import accessibility
 import screen
-from gui_test import HOME, WINDOW_TITLE, ProgramTest, rtf
+from gui_test import WINDOW_TITLE, ProgramTest, rtf
 
 RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
 LIMIT_SECONDS = 60
@@ -175,7 +175,6 @@ class Closing(LifeTest):
         self.assertTrue(screen.find_window(WINDOW_TITLE))
         accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
         screen.until(lambda: not accessibility.find(self.accessible, "push button", "OK"), "sheet gone")
-        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
         self.close_window_and_wait()
 
     def test_every_signal_ends_it_in_order(self):
