@@ -15,7 +15,7 @@ import screen
 from gui_test import WINDOW_TITLE, ProgramTest, rtf
 
 RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
-LIMIT_SECONDS = 60
+screen.LIMIT_SECONDS = LIMIT_SECONDS = 200  # a long conversion on a busy machine
 
 
 def long_pdf(pages, lines=75):
