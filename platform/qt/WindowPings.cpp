@@ -71,7 +71,9 @@ EventReader readerOfLibrary(const char* name) {
 } // namespace
 
 WindowPings::WindowPings() {
-    const auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    // Other platforms of Qt may have that interface too, without a connection behind it.
+    const bool isX11 = qGuiApp && QGuiApplication::platformName() == QLatin1String("xcb");
+    const auto* x11 = isX11 ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     if (!x11) return;
     const xcb_atom_t protocols = atomOf(x11->connection(), "WM_PROTOCOLS");
     const xcb_atom_t ping = atomOf(x11->connection(), "_NET_WM_PING");
