@@ -4,6 +4,7 @@
 namespace quillow {
 
 class Alerts;
+class Archive;
 class BookmarkStore;
 class Bundle;
 class Clock;
@@ -30,6 +31,7 @@ enum class UpdateCheck { leftOut, wired };
 
 struct Platform {
     Alerts& alerts;
+    Archive& archive;
     BookmarkStore& bookmarkStore;
     Bundle& bundle;
     Clock& clock;

@@ -28,6 +28,7 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
 
 Platform Adapters::platform() {
     return {alerts,
+            archive,
             bookmarkStore,
             bundle,
             clock,

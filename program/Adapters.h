@@ -13,6 +13,7 @@
 #include "platform/qt/ObservedDefaults.h"
 #include "platform/qt/PreferencesWindow.h"
 #include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtArchive.h"
 #include "platform/qt/QtBackgroundQueue.h"
 #include "platform/qt/QtBookmarkStore.h"
 #include "platform/qt/QtBundle.h"
@@ -59,6 +60,7 @@ struct Adapters {
     QtDefaults storedDefaults{QtDefaults::standardFilePath()};
     ObservedDefaults defaults{storedDefaults};
     QtFileSystem fileSystem{access};
+    QtArchive archive{fileSystem};
     QtSystemInfo systemInfo;
     QtTimers timers;
     QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};

@@ -1,5 +1,6 @@
 #include "program/Parts.h"
 
+#include "platform/qt/DiscloseButton.h"
 #include "prefs/MWPhoneHome.h"
 
 #include <utility>
@@ -36,6 +37,7 @@ void Parts::connectOutlets() {
     delegate_->setDragDropArea(&dropView_);
     delegate_->setProgressIndicator(&adapters_.window.spinner());
     delegate_->setTextLog(&adapters_.window.logView());
+    delegate_->setMyDiscloseButton(&adapters_.window.discloseButton());
 }
 
 void Parts::connectWindows(std::function<void()> quit) {

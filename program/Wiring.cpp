@@ -19,6 +19,7 @@ Bindings::Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoM
          [&delegate, &window] { window.setHasInput(delegate.fileToProcessPath().has_value()); });
     bind(delegate, u"finalFullPathName",
          [&delegate, &window] { window.setHasOutput(delegate.finalFullPathName().has_value()); });
+    bind(delegate, u"bigWin", [&delegate, &window] { window.setBig(delegate.bigWin().boolValue()); });
     undoManager.setChangeHandler([&undoManager, &window] {
         window.setUndoAction(undoManager.canUndo() ? std::optional(undoManager.undoActionName()) : std::nullopt);
         window.setRedoAction(undoManager.canRedo() ? std::optional(undoManager.redoActionName()) : std::nullopt);
@@ -44,6 +45,8 @@ MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& drop
     commands.openOutput = [&delegate] { delegate.openLastOutputFile(); };
     commands.showFolder = [&delegate] { delegate.showOutputDirectory(); };
     commands.clearLog = [&delegate] { delegate.resetLogAlert(); };
+    commands.switchWindows = [&delegate] { delegate.switchWindows(); };
+    commands.showMainWindow = [&delegate] { delegate.showMainWindow(); };
     commands.undo = [&undoManager] { undoManager.undo(); };
     commands.redo = [&undoManager] { undoManager.redo(); };
     commands.openUserGuide = [&delegate] { delegate.openUserGuide(); };

@@ -1,5 +1,7 @@
 #include "platform/qt/MainWindow.h"
 
+#include "platform/qt/DiscloseButton.h"
+#include "platform/qt/DisclosedContent.h"
 #include "platform/qt/DocumentChooser.h"
 #include "platform/qt/DropArea.h"
 #include "platform/qt/ElidedLabel.h"
@@ -11,6 +13,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -21,20 +24,25 @@
 namespace quillow {
 namespace {
 
-constexpr int kInitialHeight = 580;
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
 /// Windows come up within fractions of this; one that does not is kept off the screen.
 constexpr std::chrono::seconds kLongestWayUp{3};
+constexpr int kLeastDropHeight = 80; ///< the glyph with room around it
 
-/// A label beside a value: quieter than the value, in any theme.
-QLabel* makeCaption(const QString& text) {
-    auto* label = new QLabel(text);
-    QPalette palette = label->palette();
+/// Makes a label quieter than the values, in any theme.
+void makeQuiet(QLabel& label) {
+    QPalette palette = label.palette();
     QColor quiet = palette.color(QPalette::WindowText);
     quiet.setAlphaF(0.7F);
     palette.setColor(QPalette::WindowText, quiet);
-    label->setPalette(palette);
+    label.setPalette(palette);
+}
+
+/// A label beside a value.
+QLabel* makeCaption(const QString& text) {
+    auto* label = new QLabel(text);
+    makeQuiet(*label);
     return label;
 }
 
@@ -51,34 +59,22 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
     , spinner_(new Spinner)
-    , logView_(new QtLogView) {
+    , logView_(new QtLogView)
+    , discloseButton_(
+          new DiscloseButton(QStringLiteral("&Message log"), QStringLiteral("Show or hide the message log")))
+    , latestEntry_(new ElidedLabel) {
     setWindowTitle(QStringLiteral("Quillow"));
     menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
 
-    auto* logTitle = new QLabel(QStringLiteral("Message log"));
-    logTitle->setFont(bold(logTitle->font()));
-
-    auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(kMargin, kGap, kMargin, kMargin - 2);
-    layout->setSpacing(kGap);
-    // The drop area's outline, drawn inside it, stands in line with the controls below.
-    auto* dropLine = new QHBoxLayout;
-    dropLine->setContentsMargins(-DropArea::kInset, 0, -DropArea::kInset, 0);
-    dropLine->addWidget(dropArea_);
-    layout->addLayout(dropLine);
-    layout->addLayout(makeDestinationLine());
-    layout->addWidget(logTitle);
-    layout->addWidget(logView_, 1);
-    layout->addLayout(makeLogCommands());
-    setCentralWidget(content);
+    setCentralWidget(new DisclosedContent(makeUpperPart(), makeLowerPart(), kSmallHeight, kBigHeight));
 
     setMinimumWidth(kMinimumWidth);
-    resize(kMinimumWidth, kInitialHeight);
+    resize(kMinimumWidth, kSmallHeight);
     dropArea_->setFocus();
     setDestination(std::nullopt);
     setHasFolder(false);
     setConvertedCount(0);
+    setBig(false);
     setHasInput(false);
     setHasOutput(false);
 
@@ -86,9 +82,50 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
         if (commands_.convert) commands_.convert(paths);
     });
     connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
+    discloseButton_->setAction([this] { run(&MainWindowCommands::switchWindows); });
+    connect(logView_, &QPlainTextEdit::textChanged, this, [this] { showLatestEntry(); });
 }
 
 MainWindow::~MainWindow() = default;
+
+QWidget* MainWindow::makeUpperPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(kMargin, kGap, kMargin, kGap);
+    layout->setSpacing(kGap);
+    // The drop area takes what the lines leave. Its outline, drawn inside it, stands in line with the controls below.
+    dropArea_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    dropArea_->setMinimumHeight(kLeastDropHeight);
+    auto* dropLine = new QHBoxLayout;
+    dropLine->setContentsMargins(-DropArea::kInset, 0, -DropArea::kInset, 0);
+    dropLine->addWidget(dropArea_);
+    layout->addLayout(dropLine, 1);
+    layout->addLayout(makeDestinationLine());
+    layout->addLayout(makeLogTitle());
+    return part;
+}
+
+QWidget* MainWindow::makeLowerPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(kMargin, 0, kMargin, kMargin - 2);
+    layout->setSpacing(kGap);
+    layout->addWidget(logView_, 1);
+    layout->addLayout(makeLogCommands());
+    return part;
+}
+
+QLayout* MainWindow::makeLogTitle() {
+    makeQuiet(*latestEntry_);
+    latestEntry_->setObjectName(QStringLiteral("latestEntry"));
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(-DiscloseButton::kInset, 0, 0, 0);
+    line->setSpacing(kMargin);
+    line->addWidget(discloseButton_);
+    line->addWidget(latestEntry_, 1);
+    line->addStretch(0);
+    return line;
+}
 
 QLayout* MainWindow::makeDestinationLine() {
     QLabel* caption = makeCaption(QStringLiteral("Destination"));
@@ -183,6 +220,21 @@ void MainWindow::setHasFolder(bool hasFolder) {
 void MainWindow::setConvertedCount(qint64 count) {
     convertedCount_->setText(QLocale::c().toString(count));
     convertedCount_->setAccessibleName(QStringLiteral("Converted: ") + convertedCount_->text());
+}
+
+void MainWindow::setBig(bool isBig) {
+    isBig_ = isBig;
+    discloseButton_->setState(isBig ? ButtonState::on : ButtonState::off);
+    menu_->setBig(isBig);
+    showLatestEntry();
+}
+
+void MainWindow::showLatestEntry() {
+    const QString line = logView_->document()->lastBlock().text();
+    const qsizetype stampEnd = line.indexOf(QLatin1String("} "));
+    latestEntry_->setWholeText(stampEnd < 0 ? line : line.mid(stampEnd + 2));
+    latestEntry_->setAccessibleName(QStringLiteral("Latest entry: ") + latestEntry_->wholeText());
+    latestEntry_->setVisible(!isBig_ && !line.isEmpty());
 }
 
 void MainWindow::setHasInput(bool hasInput) {

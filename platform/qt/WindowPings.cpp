@@ -72,7 +72,7 @@ EventReader readerOfLibrary(const char* name) {
 
 WindowPings::WindowPings() {
     const auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!x11) return;
+    if (!x11 || !x11->connection()) return; // the offscreen platform answers without a connection
     const xcb_atom_t protocols = atomOf(x11->connection(), "WM_PROTOCOLS");
     const xcb_atom_t ping = atomOf(x11->connection(), "_NET_WM_PING");
     const std::lock_guard lock(mutex);

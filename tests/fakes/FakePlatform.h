@@ -5,6 +5,7 @@
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Platform.h"
 #include "tests/fakes/FakeAlerts.h"
+#include "tests/fakes/FakeArchive.h"
 #include "tests/fakes/FakeBookmarkStore.h"
 #include "tests/fakes/FakeBundle.h"
 #include "tests/fakes/FakeClock.h"
@@ -29,6 +30,7 @@ struct FakePlatform {
     Journal journal;
     FakeAlerts alerts;
     FakeFileSystem files{journal};
+    FakeArchive archive{files};
     FakeBookmarkStore bookmarks{files, journal};
     FakeBundle bundle;
     FakeClock clock;
@@ -56,11 +58,10 @@ struct FakePlatform {
     UpdateCheck updateCheck = UpdateCheck::wired;
 
     [[nodiscard]] Platform platform() {
-        return {alerts,     bookmarks,   bundle, clock,       dates,
-                defaults,   documents,   files,  html,        mainQueue,
-                menus,      panels,      pdf,    rtf,         supportUtility,
-                systemInfo, termination, timers, undoManager, valueTransformers,
-                workspace,  updateCheck};
+        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       defaults,
+                documents, files,          html,       mainQueue,   menus,  panels,      pdf,
+                rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
+                workspace, updateCheck};
     }
 };
 

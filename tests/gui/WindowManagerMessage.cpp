@@ -66,7 +66,10 @@ public:
 private:
     void send(xcb_window_t destination, std::uint32_t mask, const xcb_client_message_event_t& message) const {
         xcb_send_event(connection_, 0, destination, mask, reinterpret_cast<const char*>(&message));
-        xcb_flush(connection_);
+        // A round trip: what a program has sent that is gone already is not always carried out.
+        const auto cookie = xcb_get_input_focus(connection_);
+        const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(connection_, cookie, nullptr),
+                                                       &std::free);
     }
     static bool isAnswer(const xcb_generic_event_t& event, const xcb_client_message_event_t& question) {
         if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return false;

@@ -6,6 +6,7 @@ accessibility tree, from its window.
 """
 import os
 import pathlib
+import plistlib
 import signal
 import subprocess
 import sys
@@ -18,6 +19,7 @@ import screen
 
 HOME = pathlib.Path(os.environ["HOME"])
 HERE = pathlib.Path(__file__).resolve().parent
+DATA_FILE = HOME / "Library/Application Support/Quillow/Quillow.qwldat"
 WINDOW_TITLE = "^Quillow$"
 
 
@@ -250,6 +252,7 @@ class Panels(ProgramTest):
         self.wait_for_log(self.converted(first), self.converted(second))
 
         # A later run asks again; Cancel converts nothing.
+        log = self.log()
         self.program.send_signal(signal.SIGTERM)
         self.assertEqual(self.program.wait(30), 0)
         self.start_program(first)
@@ -257,7 +260,7 @@ class Panels(ProgramTest):
         subprocess.run(["xdotool", "windowactivate", "--sync", panel])
         screen.press_keys("Escape")
         screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
-        self.assertEqual(self.log(), "")
+        self.assertEqual(self.log(), log)
 
     def type_into_panel(self, text):
         panel = screen.find_window("^Choose a Folder")
@@ -323,6 +326,129 @@ class Preferences(ProgramTest):
         self.press_in("^General", "Escape")
         screen.until(lambda: not screen.find_window("^General"), "preferences closed")
         self.assertIsNone(self.program.poll())
+
+
+class Modes(ProgramTest):
+    SMALL, BIG = 255, 580
+
+    def disclosure(self):
+        return accessibility.control(self.accessible, "check box", "Message log")
+
+    def press_window(self, *keys):
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
+        screen.press_keys(*keys)
+
+    def expect_height(self, height):
+        def has_height():
+            place = screen.place_of(self.window)
+            # Also on the way only the lower edge moves.
+            self.assertEqual(place._replace(height=0), self.place._replace(height=0))
+            return place.height == height
+
+        screen.until(has_height, f"height {height}")
+        self.assertEqual(screen.settled_place(self.window), self.place._replace(height=height))
+        self.assertEqual(accessibility.is_checked(self.disclosure()), height == self.BIG)
+
+    def quit(self):
+        self.press_window("ctrl+q")
+        self.assertEqual(self.program.wait(30), 0)
+
+    def test_switched_by_the_disclosure_button(self):
+        self.start_program()
+        screen.move_window(self.window, 60, 40)
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.SMALL)
+        accessibility.press(self.disclosure())
+        self.expect_height(self.BIG)
+        accessibility.press(self.disclosure())
+        self.expect_height(self.SMALL)
+        self.press_window("alt+m")
+        self.expect_height(self.BIG)
+        self.press_window("ctrl+l")
+        self.expect_height(self.SMALL)
+        button = self.disclosure().get_extents(0)  # on the screen
+        screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
+        self.expect_height(self.BIG)
+
+    def test_only_the_width_is_the_users(self):
+        self.start_program()
+        screen.move_window(self.window, 60, 40)
+        hints = screen.output_of("xprop", "-id", self.window, "WM_NORMAL_HINTS").decode()
+        self.assertRegex(hints, r"minimum size: 615 by 255\b")
+        self.assertRegex(hints, r"maximum size: 9999 by 255\b")
+        subprocess.run(["xdotool", "windowsize", self.window, "800", "255"])
+        screen.until(lambda: screen.place_of(self.window).width == 800, "width 800")
+        self.place = screen.settled_place(self.window)
+        self.press_window("ctrl+l")
+        self.expect_height(self.BIG)
+        hints = screen.output_of("xprop", "-id", self.window, "WM_NORMAL_HINTS").decode()
+        self.assertRegex(hints, r"minimum size: 615 by 580\b")
+        self.assertRegex(hints, r"maximum size: 9999 by 580\b")
+
+    def test_log_and_mode_are_kept(self):
+        self.preset_destination()
+        first, second = self.document("first.rtf", "one"), self.document("second \U0001f600.rtf", "two")
+        self.start_program(first, second)
+        self.wait_for_log(self.converted(first), self.converted(second))
+        self.press_window("ctrl+l")
+        screen.until(lambda: screen.place_of(self.window).height == self.BIG, "big mode")
+        log = self.log()
+        self.quit()
+
+        # Other readers of the format read the file.
+        archive = plistlib.loads(DATA_FILE.read_bytes())
+        objects = archive["$objects"]
+        self.assertEqual((archive["$archiver"], archive["$version"], objects[0]), ("NSKeyedArchiver", 100000, "$null"))
+        root = objects[archive["$top"]["root"].data]
+        self.assertEqual(objects[root["$class"].data]["$classname"], "NSDictionary")
+        entries = {objects[key.data]: objects[value.data] for key, value in zip(root["NS.keys"], root["NS.objects"])}
+        self.assertEqual(entries, {"appversion": 10501, "bigWin": True, "logContent": log})
+        self.assertEqual([path.name for path in DATA_FILE.parent.iterdir()], [DATA_FILE.name])
+
+        self.start_program()
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.BIG)
+        self.assertEqual(self.log(), log)
+        self.assertEqual(self.converted_count(), 0)
+        self.press_window("ctrl+l")
+        self.expect_height(self.SMALL)
+        self.quit()
+
+        third = self.document("third.rtf", "three")
+        self.start_program(third)
+        self.wait_for_log(self.converted(first), self.converted(second), self.converted(third))
+        self.assertTrue(self.log().startswith(log))
+        self.assertEqual(screen.settled_place(self.window).height, self.SMALL)
+
+    def test_file_of_another_writer(self):
+        uid = plistlib.UID
+        DATA_FILE.parent.mkdir(parents=True)
+        DATA_FILE.write_bytes(plistlib.dumps({
+            "$archiver": "NSKeyedArchiver", "$version": 100000, "$top": {"root": uid(1)}, "$objects": [
+                "$null", {"$class": uid(9), "NS.keys": [uid(2), uid(3), uid(4)], "NS.objects": [uid(5), uid(6), uid(8)]},
+                "appversion", "logContent", "bigWin", 10400, {"$class": uid(7), "NS.string": "\nstamp} \u00fcber"},
+                {"$classname": "NSMutableString", "$classes": ["NSMutableString", "NSString", "NSObject"]}, True,
+                {"$classname": "NSMutableDictionary", "$classes": ["NSMutableDictionary", "NSDictionary", "NSObject"]}]},
+            fmt=plistlib.FMT_BINARY))
+        self.start_program()
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.BIG)
+        self.assertEqual(self.log(), "\nstamp} \u00fcber")
+
+    def test_damaged_file_is_kept(self):
+        DATA_FILE.parent.mkdir(parents=True)
+        DATA_FILE.write_bytes(b"bplist00 and no more")
+        with tempfile.TemporaryFile() as errors:
+            self.start_program(stderr=errors)
+            self.assertEqual(self.log(), "")
+            self.quit()
+            errors.seek(0)
+            lines = errors.read().decode().splitlines()
+        kept = DATA_FILE.with_name(DATA_FILE.name + ".damaged")
+        self.assertEqual(kept.read_bytes(), b"bplist00 and no more")
+        self.assertEqual([line for line in lines if str(kept) in line], lines)
+        self.assertEqual(len(lines), 1)
+        self.assertEqual(plistlib.loads(DATA_FILE.read_bytes())["$archiver"], "NSKeyedArchiver")
 
 
 class Life(ProgramTest):
