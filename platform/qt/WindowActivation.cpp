@@ -89,7 +89,7 @@ void activateForLauncher(QWidget& window, const QByteArray& startupId, const QBy
     if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken);
     window.activateWindow();
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11) return;
+    if (!x11 || !x11->connection()) return; // the offscreen platform answers without a connection
     qunsetenv("XDG_ACTIVATION_TOKEN");
     const RootMessages messages(x11->connection());
     messages.activate(static_cast<xcb_window_t>(window.winId()), timeOfStartupId(startupId));

@@ -10,6 +10,7 @@ import plistlib
 import signal
 import subprocess
 import sys
+import tempfile
 import unittest
 import urllib.parse
 

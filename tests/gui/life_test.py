@@ -5,6 +5,7 @@ $QUILLOW, $DRAG_SOURCE and $WINDOW_MANAGER_MESSAGE name the programs.
 """
 import os
 import pathlib
+import plistlib
 import signal
 import subprocess
 import time
@@ -12,7 +13,7 @@ import unittest
 
 import accessibility
 import screen
-from gui_test import WINDOW_TITLE, ProgramTest, rtf
+from gui_test import DATA_FILE, WINDOW_TITLE, ProgramTest, rtf
 
 RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
 screen.LIMIT_SECONDS = LIMIT_SECONDS = 200  # a long conversion on a busy machine
@@ -158,6 +159,49 @@ class SecondStart(LifeTest):
         self.assertEqual(other.wait(LIMIT_SECONDS), 0)
 
 
+def saved_log():
+    """The log in the data file, or None."""
+    if not DATA_FILE.exists():
+        return None
+    archive = plistlib.loads(DATA_FILE.read_bytes())
+    objects = archive["$objects"]
+    root = objects[archive["$top"]["root"].data]
+    entries = {objects[key.data]: objects[value.data] for key, value in zip(root["NS.keys"], root["NS.objects"])}
+    return entries["logContent"]
+
+
+class AlertAtLaunch(LifeTest):
+    """The data file is of a newer release: an alert comes before the window."""
+    def setUp(self):
+        super().setUp()
+        DATA_FILE.parent.mkdir(parents=True)
+        uid = plistlib.UID
+        DATA_FILE.write_bytes(plistlib.dumps({
+            "$archiver": "NSKeyedArchiver", "$version": 100000, "$top": {"root": uid(1)}, "$objects": [
+                "$null", {"$class": uid(4), "NS.keys": [uid(2)], "NS.objects": [uid(3)]}, "appversion", 10502,
+                {"$classname": "NSDictionary", "$classes": ["NSDictionary", "NSObject"]}]}, fmt=plistlib.FMT_BINARY))
+
+    def start_under_alert(self, *arguments):
+        self.program = self.start(os.environ["QUILLOW"], *arguments)
+        self.accessible = accessibility.application("Quillow")
+        return screen.until(lambda: accessibility.find(self.accessible, "alert", ""), "alert")
+
+    def test_documents_wait_for_the_end_of_launch(self):
+        first, second = self.document("first.rtf", "one"), self.document("second.rtf", "two")
+        self.start_under_alert(first)
+        self.assertEqual(self.start_again(second), (0, ""))
+        time.sleep(1)
+        self.assertEqual(list(self.texts.iterdir()), [])
+        subprocess.run(["xdotool", "key", "Return"], check=True)
+        self.wait_for_log(self.converted(first), self.converted(second))
+
+    def test_a_signal_ends_it_in_order(self):
+        self.start_under_alert(self.document("first.rtf", "one"))
+        self.assertEqual(self.end_and_wait(), 0)
+        self.assertEqual(list(self.texts.iterdir()), [])
+        self.assertEqual(saved_log(), "")
+
+
 class Closing(LifeTest):
     def test_a_closed_window_leaves_the_program_running(self):
         self.start_program()
@@ -178,11 +222,15 @@ class Closing(LifeTest):
         self.close_window_and_wait()
 
     def test_every_signal_ends_it_in_order(self):
-        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
-            self.start_program()
+        paper = self.document("thesis.rtf", "x")
+        for count, number in enumerate((signal.SIGTERM, signal.SIGINT, signal.SIGHUP), 1):
+            self.start_program(paper)
+            self.wait_for_log(*[self.converted(paper)] * count)
+            log = self.log()
             self.close_window_and_wait()
             self.assertEqual(self.end_and_wait(number), 0)
             self.assertEqual(self.sockets(), [])
+            self.assertEqual(saved_log(), log)
 
     def test_a_signal_ends_it_under_a_sheet(self):
         self.start_program()
@@ -192,9 +240,13 @@ class Closing(LifeTest):
 
 
     def test_a_window_system_that_goes_away_ends_it(self):
-        self.start_program(stderr=subprocess.DEVNULL)
+        paper = self.document("thesis.rtf", "x")
+        self.start_program(paper, stderr=subprocess.DEVNULL)
+        self.wait_for_log(self.converted(paper))
+        log = self.log()
         subprocess.run(["xdotool", "windowkill", self.window], check=True)  # closes the program's connection
         self.assertEqual(self.program.wait(LIMIT_SECONDS), 1)
+        self.assertEqual(saved_log(), log)
         # The next start is not held up.
         self.start_program()
 
@@ -279,6 +331,7 @@ class LongConversion(LifeTest):
         self.assertTrue(self.long_text.exists())
         self.assertFalse((self.texts / "late.txt").exists())
         self.assertEqual([path.name for path in self.texts.iterdir()], ["long.txt"])
+        self.assertEqual([line.split("} ", 1)[1] for line in saved_log().split("\n")[1:]], [self.converted(self.long)])
 
     def test_quitting_by_the_menu_waits_for_the_drop(self):
         self.begin()

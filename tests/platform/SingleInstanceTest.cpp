@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -224,6 +225,13 @@ TEST(StartupId, tellsItsTime) {
     EXPECT_EQ(timeOfStartupId("a_TIME1_TIME4294967295"), 4294967295U);
     for (const char* id : {"", "plain", "x_TIME", "x_TIMEabc", "x_TIME99999999999", "x_TIME-1"})
         EXPECT_EQ(timeOfStartupId(id), 0U) << id;
+}
+
+TEST(WindowActivation, offScreenAsksTheWindowOnly) {
+    QWidget window;
+    window.show();
+    activateForLauncher(window, "launcher_TIME5", "");
+    EXPECT_TRUE(window.isVisible());
 }
 
 } // namespace
