@@ -324,8 +324,18 @@ void Interpreter::finishDestination(Closing closing) {
         for (Frame& outer : frames_)
             if (outer.kind == Closing::shape) outer.hasText = true;
         if ((state_.flags & kSuppressed) != 0) break;
-        paragraph_.boxes += trimmed(text);
-        paragraph_.boxes += '\n';
+        const Frame* shape = innermost(Closing::shape);
+        const bool isAbove = shape != nullptr && shape->partsText && output_.size() == paragraph_.start &&
+                             output_.atLineStart() && (pending_ & kSurrogate) == 0;
+        if (isAbove) {
+            output_.append(trimmed(text));
+            output_.append('\n');
+            paragraph_.start = output_.size();
+            paragraph_.listText = paragraph_.start;
+        } else {
+            paragraph_.boxes += trimmed(text);
+            paragraph_.boxes += '\n';
+        }
         break;
     }
     case Closing::fieldInstruction: finishInstruction(frame); break;

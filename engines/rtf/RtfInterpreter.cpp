@@ -109,6 +109,9 @@ void Interpreter::handleWord(ControlWord word) {
     case Action::listLevel:
         state_.listLevel = static_cast<std::uint8_t>(std::clamp<std::int32_t>(word.parameter, 0, kListLevels - 1));
         break;
+    case Action::shapeWrap:
+        if (Frame* shape = innermost(Closing::shape)) shape->partsText = word.parameter == 1;
+        break;
     case Action::rtf: startDocument(); break;
     case Action::defaultFont:
         fonts_.setDefaultFont(word.parameter);

@@ -84,6 +84,7 @@ private:
         Paragraph paragraph;
         std::uint32_t noteNumber = 0;
         bool hasText = false;     ///< of a shape: its text box has been read
+        bool partsText = false;   ///< of a shape: no text stands beside it
         bool skipsResult = false; ///< of a field: its text came from the instruction
         std::string target;       ///< of a field: where it links to
     };
