@@ -61,7 +61,8 @@ void TextSink::appendOther(char32_t codePoint) {
 void TextSink::appendUtf8(std::string_view utf8) {
     assert(isValidUtf8(utf8));
     while (!utf8.empty()) {
-        if (out_.empty() && utf8.substr(0, kByteOrderMarkUtf8.size()) == kByteOrderMarkUtf8) {
+        if (out_.empty() && utf8.front() == kByteOrderMarkUtf8.front() &&
+            utf8.substr(0, kByteOrderMarkUtf8.size()) == kByteOrderMarkUtf8) {
             utf8.remove_prefix(kByteOrderMarkUtf8.size());
             continue;
         }

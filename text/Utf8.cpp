@@ -31,6 +31,22 @@ std::size_t asciiPrefixOfBlock(const char* bytes) {
 #endif
 }
 
+constexpr std::size_t kStride = 64;
+
+/// True when none of 64 bytes is over 0x7F.
+bool isAsciiStride(const char* bytes) {
+#ifdef __SSE2__
+    const auto* const blocks = reinterpret_cast<const __m128i*>(bytes);
+    const __m128i low = _mm_or_si128(_mm_loadu_si128(blocks), _mm_loadu_si128(blocks + 1));
+    const __m128i high = _mm_or_si128(_mm_loadu_si128(blocks + 2), _mm_loadu_si128(blocks + 3));
+    return _mm_movemask_epi8(_mm_or_si128(low, high)) == 0;
+#else
+    for (std::size_t at = 0; at < kStride; at += kBlock)
+        if (asciiPrefixOfBlock(bytes + at) < kBlock) return false;
+    return true;
+#endif
+}
+
 bool isTrail(char byte) {
     return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
 }
@@ -93,6 +109,8 @@ DecodedCodePoint decodeUtf8(std::string_view bytes) {
 
 std::size_t asciiPrefixLength(std::string_view bytes) {
     std::size_t at = 0;
+    while (bytes.size() - at >= kStride && isAsciiStride(bytes.data() + at))
+        at += kStride;
     while (bytes.size() - at >= kBlock) {
         const std::size_t length = asciiPrefixOfBlock(bytes.data() + at);
         at += length;
@@ -103,30 +121,41 @@ std::size_t asciiPrefixLength(std::string_view bytes) {
     return at;
 }
 
-std::size_t validUtf8PrefixLength(std::string_view bytes) {
+Utf8Prefix wellFormedUtf8Prefix(std::string_view bytes) {
     const char* const data = bytes.data();
     std::size_t at = 0;
+    std::size_t trails = 0;
     // The common sequences first: two and three bytes whose lead byte does not narrow the first trail byte.
     while (bytes.size() - at >= kBlock) {
         const auto lead = static_cast<std::uint8_t>(data[at]);
         if (lead < 0x80) {
-            at += asciiPrefixOfBlock(data + at);
+            while (bytes.size() - at >= kStride && isAsciiStride(data + at))
+                at += kStride;
+            if (bytes.size() - at >= kBlock) at += asciiPrefixOfBlock(data + at);
         } else if (lead >= 0xC2 && lead <= 0xDF && isTrail(data[at + 1])) {
             at += 2;
+            trails += 1;
         } else if (lead > 0xE0 && lead <= 0xEF && lead != 0xED && isTrail(data[at + 1]) && isTrail(data[at + 2])) {
             at += 3;
+            trails += 2;
         } else {
             const DecodedCodePoint decoded = decodeUtf8(bytes.substr(at));
-            if (!decoded.wellFormed) return at;
+            if (!decoded.wellFormed) return {at, at - trails};
             at += decoded.length;
+            trails += decoded.length - 1;
         }
     }
     while (at < bytes.size()) {
         const DecodedCodePoint decoded = decodeUtf8(bytes.substr(at));
-        if (!decoded.wellFormed) return at;
+        if (!decoded.wellFormed) break;
         at += decoded.length;
+        trails += decoded.length - 1;
     }
-    return at;
+    return {at, at - trails};
+}
+
+std::size_t validUtf8PrefixLength(std::string_view bytes) {
+    return wellFormedUtf8Prefix(bytes).bytes;
 }
 
 bool isValidUtf8(std::string_view bytes) {

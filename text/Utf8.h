@@ -15,7 +15,14 @@ void appendUtf8(std::string& out, char32_t codePoint);
 /// How many bytes at the start of the view are ASCII.
 [[nodiscard]] std::size_t asciiPrefixLength(std::string_view bytes);
 
-/// How many bytes at the start of the view are well-formed UTF-8, whole sequences only.
+struct Utf8Prefix {
+    std::size_t bytes = 0;
+    std::size_t codePoints = 0;
+};
+/// How much at the start of the view is well-formed UTF-8, whole sequences only.
+[[nodiscard]] Utf8Prefix wellFormedUtf8Prefix(std::string_view bytes);
+
+/// Its bytes.
 [[nodiscard]] std::size_t validUtf8PrefixLength(std::string_view bytes);
 
 /// True when the whole view is well-formed UTF-8.

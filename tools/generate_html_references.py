@@ -3,13 +3,17 @@
 standard library carries as html.entities.html5."""
 import html.entities
 import os
+import textwrap
 
 OUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'engines', 'html', 'NamedReferenceTables.cpp')
 
 
 def main():
     lines = []
-    for name, text in sorted(html.entities.html5.items(), key=lambda item: item[0].encode()):
+    references = sorted(html.entities.html5.items(), key=lambda item: item[0].encode())
+    firsts = [ord(name[0]) for name, _ in references]
+    starts = [str(sum(first < c for first in firsts)) for c in range(ord('A'), ord('z') + 2)]
+    for name, text in references:
         points = [ord(c) for c in text] + [0]
         lines.append(f'    {{"{name}", 0x{points[0]:X}, 0x{points[1]:X}}},')
     with open(OUT, 'w', encoding='utf-8') as out:
@@ -18,8 +22,10 @@ def main():
                   'namespace quillow::html {\n\n'
                   '// clang-format off\n'
                   f'const NamedReference kNamedReferences[{len(lines)}] = {{\n' + '\n'.join(lines) + '\n};\n'
-                  '// clang-format on\n'
-                  f'const std::size_t kNamedReferenceCount = {len(lines)};\n\n'
+                                    'const std::uint16_t kNamedReferenceStarts[] = {\n'
+                  + '\n'.join(textwrap.wrap(', '.join(starts), 110, initial_indent='    ', subsequent_indent='    '))
+                  + '};\n'
+                  '// clang-format on\n\n'
                   '} // namespace quillow::html\n')
 
 

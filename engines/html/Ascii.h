@@ -14,7 +14,7 @@ namespace quillow::html {
     return c >= '0' && c <= '9';
 }
 [[nodiscard]] constexpr bool isAlpha(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return static_cast<unsigned char>((c | 0x20) - 'a') < 26;
 }
 [[nodiscard]] constexpr bool isHexDigit(char c) {
     return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');

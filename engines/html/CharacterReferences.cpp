@@ -36,12 +36,36 @@ std::size_t appendNumeric(std::string& out, std::string_view rest) {
     return at;
 }
 
+struct ReferenceRange {
+    const NamedReference* low;
+    const NamedReference* high;
+};
+
+/// The names that begin as the text does.
+ReferenceRange referencesOf(char first) {
+    if (first < kFirstReferenceCharacter || first > kLastReferenceCharacter) return {nullptr, nullptr};
+    const auto index = static_cast<std::size_t>(first - kFirstReferenceCharacter);
+    return {kNamedReferences + kNamedReferenceStarts[index], kNamedReferences + kNamedReferenceStarts[index + 1]};
+}
+
+/// The name with a semicolon that the text begins with, or nullptr. No other name goes on behind a semicolon.
+const NamedReference* wholeMatch(std::string_view rest) {
+    std::size_t length = 0;
+    while (length < rest.size() && (isAlpha(rest[length]) || isDigit(rest[length])))
+        ++length;
+    if (length == rest.size() || rest[length] != ';') return nullptr;
+    const std::string_view name = rest.substr(0, length + 1);
+    const ReferenceRange range = referencesOf(rest[0]);
+    const NamedReference* const found = std::partition_point(
+        range.low, range.high, [name](const NamedReference& reference) { return reference.name < name; });
+    return found != range.high && found->name == name ? found : nullptr;
+}
+
 /// The longest name of the table that the text begins with, or nullptr. Narrows the sorted table character by character.
 const NamedReference* longestMatch(std::string_view rest) {
-    const NamedReference* low = kNamedReferences;
-    const NamedReference* high = kNamedReferences + kNamedReferenceCount;
+    auto [low, high] = referencesOf(rest[0]);
     const NamedReference* found = nullptr;
-    for (std::size_t at = 0; at < rest.size() && low < high; ++at) {
+    for (std::size_t at = 1; at < rest.size() && low < high; ++at) {
         const char wanted = rest[at];
         const auto characterAt = [at](const NamedReference& reference) {
             return at < reference.name.size() ? reference.name[at] : '\0';
@@ -55,8 +79,9 @@ const NamedReference* longestMatch(std::string_view rest) {
 
 /// A reference after "&"; answers the bytes taken, 0 where it is none.
 std::size_t appendNamed(std::string& out, std::string_view rest, ReferencePlace place) {
-    if (rest.empty() || !(isAlpha(rest[0]) || isDigit(rest[0]))) return 0;
-    const NamedReference* const reference = longestMatch(rest);
+    if (rest.empty() || !isAlpha(rest[0])) return 0;
+    const NamedReference* reference = wholeMatch(rest);
+    if (reference == nullptr) reference = longestMatch(rest);
     if (reference == nullptr) return 0;
     const std::size_t length = reference->name.size();
     if (place == ReferencePlace::attribute && reference->name.back() != ';' && length < rest.size() &&

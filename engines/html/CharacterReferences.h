@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,10 @@ struct NamedReference {
 };
 /// Sorted by name, byte by byte.
 extern const NamedReference kNamedReferences[];
-extern const std::size_t kNamedReferenceCount;
+/// Where the names begin that begin with each character from the first to the last, and the number of all names.
+inline constexpr char kFirstReferenceCharacter = 'A';
+inline constexpr char kLastReferenceCharacter = 'z';
+extern const std::uint16_t kNamedReferenceStarts[kLastReferenceCharacter - kFirstReferenceCharacter + 2];
 
 enum class ReferencePlace { text, attribute };
 

@@ -2,6 +2,8 @@
 
 #include "engines/html/Ascii.h"
 
+#include <cstring>
+
 namespace quillow::html {
 
 namespace {
@@ -48,7 +50,47 @@ bool holdsWord(std::string_view text, std::string_view word) {
     return false;
 }
 
+/// How much a simple selector narrows down the elements that it may be about; 0 for those that are looked up by nothing.
+int rank(const SimpleSelector& simple) {
+    switch (simple.kind) {
+    case SelectorKind::id: return 3;
+    case SelectorKind::className: return 2;
+    case SelectorKind::type: return 1;
+    default: return 0;
+    }
+}
+
+/// A hash of a name from its size, its first and its last bytes.
+std::uint32_t hashOf(std::string_view name) {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    if (name.size() >= sizeof first) {
+        std::memcpy(&first, name.data(), sizeof first);
+        std::memcpy(&last, name.data() + name.size() - sizeof last, sizeof last);
+    } else {
+        for (const char c : name)
+            first = first << 8 | static_cast<unsigned char>(c);
+    }
+    constexpr std::uint32_t kOdd = 0x9E3779B1; // 2 to the power of 32 over the golden ratio
+    return ((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12;
+}
+/// Set in every hash that a selector holds, so that none is 0.
+constexpr std::uint32_t kNotNothing = 1U << 30;
+
 } // namespace
+
+CssMatcher::Bucket& CssMatcher::Buckets::operator[](std::string_view name) {
+    const std::uint32_t hash = hashOf(name) % kBits;
+    mayHold_[hash / 64] |= std::uint64_t{1} << (hash % 64);
+    return byName_[name];
+}
+
+const CssMatcher::Bucket* CssMatcher::Buckets::find(std::string_view name, std::uint32_t hash) const {
+    hash %= kBits;
+    if ((mayHold_[hash / 64] >> (hash % 64) & 1) == 0) return nullptr;
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? nullptr : &found->second;
+}
 
 CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
     : tree_(tree)
@@ -61,43 +103,80 @@ CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
 /// Files a selector under the most telling simple selector of its rightmost compound.
 void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
     const SimpleSelector* best = nullptr;
-    const auto rank = [](const SimpleSelector& simple) {
-        switch (simple.kind) {
-        case SelectorKind::id: return 3;
-        case SelectorKind::className: return 2;
-        case SelectorKind::type: return 1;
-        default: return 0;
-        }
-    };
     for (const SimpleSelector& simple : selector.compounds.front().simples) {
         if (simple.kind == SelectorKind::never) return;
         if (rank(simple) > (best == nullptr ? 0 : rank(*best))) best = &simple;
     }
+    Candidate candidate{rule, &selector, {}};
+    watchAncestors(selector, candidate);
     if (best == nullptr) {
-        others_.push_back({rule, &selector});
+        others_.push_back(candidate);
     } else if (best->kind == SelectorKind::id) {
-        byId_[best->name].push_back({rule, &selector});
+        byId_[best->name].push_back(candidate);
     } else if (best->kind == SelectorKind::className) {
-        byClass_[best->name].push_back({rule, &selector});
+        byClass_[best->name].push_back(candidate);
     } else {
-        byType_[best->name].push_back({rule, &selector});
+        byTag_[static_cast<std::size_t>(tagForKey(keyOf(best->name)))].push_back(candidate);
     }
 }
 
+/// A compound that another's descendant or child combinator leads to is an ancestor of the element, whatever stands between.
+void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& candidate) {
+    std::size_t watched = 0;
+    for (std::size_t i = 1; i < selector.compounds.size(); ++i) {
+        const Combinator combinator = selector.compounds[i - 1].toLeft;
+        if (combinator != Combinator::descendant && combinator != Combinator::child) continue;
+        for (const SimpleSelector& simple : selector.compounds[i].simples) {
+            if (rank(simple) == 0 || watched == candidate.ancestors.size()) continue;
+            candidate.ancestors[watched++] = hashOf(simple.name) | kNotNothing;
+            watchesAncestors_ = true;
+        }
+    }
+}
+
+bool CssMatcher::ancestorsMayFit(const Candidate& candidate) const {
+    for (const std::uint32_t hash : candidate.ancestors) {
+        if (hash == 0) return true;
+        if (!ancestors_.mayHold(hash)) return false;
+    }
+    return true;
+}
+
+/// Calls `each` with the hashes of an element's name, id and classes.
+template <typename Function>
+void CssMatcher::forEachWatched(NodeId element, Function each) const {
+    const Node& node = tree_.node(element);
+    if (node.kind != NodeKind::element) return;
+    each(hashOf(node.text()) | kNotNothing);
+    if (const auto id = tree_.attribute(element, AttributeName::id)) each(hashOf(*id) | kNotNothing);
+    if (const auto classes = tree_.attribute(element, AttributeName::class_))
+        anyWord(*classes, [&](std::string_view name) { return each(hashOf(name) | kNotNothing), false; });
+}
+
+void CssMatcher::enter(NodeId node) {
+    ++entered_;
+    if (watchesAncestors_) forEachWatched(node, [this](std::uint32_t hash) { ancestors_.add(hash); });
+}
+
+void CssMatcher::leave(NodeId node) {
+    --entered_;
+    if (watchesAncestors_) forEachWatched(node, [this](std::uint32_t hash) { ancestors_.remove(hash); });
+}
+
 void CssMatcher::cascade(NodeId element, CascadedValues& values) {
-    const auto look = [&](const Buckets& buckets, std::string_view key) {
-        if (const auto found = buckets.find(key); found != buckets.end()) applyBucket(found->second, element, values);
+    const auto look = [&](const Buckets& buckets, std::string_view name) {
+        if (const Bucket* const bucket = buckets.find(name, hashOf(name))) applyBucket(*bucket, element, values);
     };
     if (!sheets_.empty()) {
         if (!byId_.empty())
-            if (const auto* id = tree_.attribute(element, "id")) look(byId_, *id);
+            if (const auto id = tree_.attribute(element, AttributeName::id)) look(byId_, *id);
         if (!byClass_.empty())
-            if (const auto* classes = tree_.attribute(element, "class"))
+            if (const auto classes = tree_.attribute(element, AttributeName::class_))
                 anyWord(*classes, [&](std::string_view name) { return look(byClass_, name), false; });
-        if (!byType_.empty()) look(byType_, tree_.node(element).text);
+        applyBucket(byTag_[static_cast<std::size_t>(tree_.node(element).tag)], element, values);
         applyBucket(others_, element, values);
     }
-    if (const auto* style = tree_.attribute(element, "style"))
+    if (const auto style = tree_.attribute(element, AttributeName::style))
         for (const CssDeclaration& declaration : parseStyleAttribute(*style))
             values.apply(declaration, priorityOf(declaration, declaration.importance == Importance::important, 0, 0) |
                                           (std::uint64_t{1} << kInlineShift));
@@ -105,7 +184,8 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
 
 void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
     for (const Candidate& candidate : bucket) {
-        if (steps_ > kMaxMatchSteps) return;
+        if (!spend(1)) return;
+        if (entered_ > 0 && !ancestorsMayFit(candidate)) continue;
         if (!matches(*candidate.selector, element)) continue;
         const CssRule& rule = sheets_.rules()[candidate.rule];
         for (const CssDeclaration& declaration : rule.declarations)
@@ -159,8 +239,8 @@ bool CssMatcher::matchesAny(const SelectorList& list, NodeId element) {
 }
 
 bool CssMatcher::hasClass(NodeId element, std::string_view name) {
-    const auto* classes = tree_.attribute(element, "class");
-    if (classes == nullptr) return false;
+    const auto classes = tree_.attribute(element, AttributeName::class_);
+    if (!classes) return false;
     spend(classes->size() / 16);
     return holdsWord(*classes, name);
 }
@@ -168,7 +248,7 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
 bool CssMatcher::isEmpty(NodeId element) {
     for (NodeId child = tree_.node(element).firstChild; child != kNoNode; child = tree_.node(child).next) {
         spend(1);
-        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text.empty()) return false;
+        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text().empty()) return false;
     }
     return true;
 }
@@ -176,10 +256,10 @@ bool CssMatcher::isEmpty(NodeId element) {
 bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     const Node& node = tree_.node(element);
     switch (simple.kind) {
-    case SelectorKind::type: return node.text == simple.name;
+    case SelectorKind::type: return node.text() == simple.name;
     case SelectorKind::id: {
-        const auto* id = tree_.attribute(element, "id");
-        return id != nullptr && *id == simple.name;
+        const auto id = tree_.attribute(element, AttributeName::id);
+        return id && *id == simple.name;
     }
     case SelectorKind::className: return hasClass(element, simple.name);
     case SelectorKind::attribute: return matchesAttribute(simple, element);
@@ -188,15 +268,15 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     case SelectorKind::root: return node.tag == Tag::html;
     case SelectorKind::empty: return isEmpty(element);
     case SelectorKind::link:
-        return (node.tag == Tag::a || node.tag == Tag::area) && tree_.attribute(element, "href") != nullptr;
+        return (node.tag == Tag::a || node.tag == Tag::area) && tree_.attribute(element, AttributeName::href);
     case SelectorKind::checked:
-        return tree_.attribute(element, "checked") != nullptr || tree_.attribute(element, "selected") != nullptr;
-    case SelectorKind::disabled: return tree_.attribute(element, "disabled") != nullptr;
+        return tree_.attribute(element, AttributeName::checked) || tree_.attribute(element, AttributeName::selected);
+    case SelectorKind::disabled: return tree_.attribute(element, AttributeName::disabled).has_value();
     case SelectorKind::enabled:
         return (node.tag == Tag::input || node.tag == Tag::button || node.tag == Tag::select ||
                 node.tag == Tag::textarea || node.tag == Tag::option) &&
-               tree_.attribute(element, "disabled") == nullptr;
-    case SelectorKind::open: return tree_.attribute(element, "open") != nullptr;
+               !tree_.attribute(element, AttributeName::disabled);
+    case SelectorKind::open: return tree_.attribute(element, AttributeName::open).has_value();
     case SelectorKind::isList:
     case SelectorKind::nesting: return matchesAny(sheets_.selectors().lists[simple.list], element);
     case SelectorKind::notList: return !matchesAny(sheets_.selectors().lists[simple.list], element);
@@ -207,8 +287,8 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
 
 bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) {
     spend(tree_.attributes(element).size());
-    const auto* found = tree_.attribute(element, simple.name);
-    if (found == nullptr) return false;
+    const auto found = tree_.attribute(element, simple.name);
+    if (!found) return false;
     const std::string_view value = *found;
     const std::string_view wanted = simple.value;
     if (simple.match != AttributeMatch::present) spend(value.size() / 16);
@@ -236,12 +316,12 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
 }
 
 bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
-    const std::string_view type = tree_.node(element).text;
+    const std::string_view type = tree_.node(element).text();
     int position = 1;
     for (NodeId other = simple.fromEnd ? nextElement(element) : previousElement(element); other != kNoNode;
          other = simple.fromEnd ? nextElement(other) : previousElement(other)) {
         if (!spend(1)) return false;
-        if (!simple.ofType || tree_.node(other).text == type) ++position;
+        if (!simple.ofType || tree_.node(other).text() == type) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
     const int distance = position - simple.b;

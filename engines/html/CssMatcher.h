@@ -16,7 +16,10 @@ public:
         Entry& entry = entries_[static_cast<std::size_t>(declaration.property)];
         if (entry.priority > priority) return;
         entry = {priority, declaration.value};
+        any_ = true;
     }
+    /// True when any declaration applied.
+    [[nodiscard]] bool any() const { return any_; }
     /// The value of a property, or nothing where no declaration applies.
     [[nodiscard]] std::optional<std::uint8_t> value(CssProperty property) const {
         const Entry& entry = entries_[static_cast<std::size_t>(property)];
@@ -29,6 +32,25 @@ private:
         std::uint8_t value = 0;
     };
     std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_{};
+    bool any_ = false;
+};
+
+/// Which names, classes and ids the elements around an element have, and perhaps some more: a Bloom filter that counts, so that
+/// what was put in can be taken out again.
+class AncestorFilter {
+public:
+    void add(std::uint32_t hash) {
+        if (counts_[hash % kSlots] < kFull) ++counts_[hash % kSlots];
+    }
+    void remove(std::uint32_t hash) {
+        if (counts_[hash % kSlots] < kFull) --counts_[hash % kSlots];
+    }
+    [[nodiscard]] bool mayHold(std::uint32_t hash) const { return counts_[hash % kSlots] != 0; }
+
+private:
+    static constexpr std::size_t kSlots = 4096;
+    static constexpr std::uint8_t kFull = 0xFF; ///< and so it stays
+    std::array<std::uint8_t, kSlots> counts_{};
 };
 
 /// Elementary steps of selector matching in one document. Beyond them no rule of a sheet applies to the elements that follow,
@@ -39,8 +61,11 @@ class CssMatcher {
 public:
     CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets);
 
-    /// Applies the sheets and the style attribute of one element.
+    /// Applies the sheets and the style attribute of one element. Its ancestors, and no others, have been entered and not left;
+    /// who asks about one element after the other without regard to the tree never enters any.
     void cascade(NodeId element, CascadedValues& values);
+    void enter(NodeId node);
+    void leave(NodeId node);
 
     [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
@@ -48,13 +73,30 @@ private:
     struct Candidate {
         std::uint32_t rule;
         const ComplexSelector* selector;
+        /// What of its ancestors' names, classes and ids the filter is asked about; 0 where there is nothing more.
+        std::array<std::uint32_t, 3> ancestors;
     };
     using Bucket = std::vector<Candidate>;
-    using Buckets = std::unordered_map<std::string_view, Bucket>;
+    /// Buckets by class or id. Most names that are looked for are in none.
+    class Buckets {
+    public:
+        Bucket& operator[](std::string_view name);
+        [[nodiscard]] const Bucket* find(std::string_view name, std::uint32_t hash) const;
+        [[nodiscard]] bool empty() const { return byName_.empty(); }
+
+    private:
+        static constexpr std::size_t kBits = 1024;
+        std::array<std::uint64_t, kBits / 64> mayHold_{};
+        std::unordered_map<std::string_view, Bucket> byName_;
+    };
     /// The outcome of matching from one compound leftwards: `never` means that no other ancestor can help either.
     enum class Outcome { matches, fails, never };
 
     void file(std::uint32_t rule, const ComplexSelector& selector);
+    void watchAncestors(const ComplexSelector& selector, Candidate& candidate);
+    [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
+    template <typename Function>
+    void forEachWatched(NodeId element, Function each) const;
     void applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values);
     Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, NodeId element);
     bool matches(const ComplexSelector& selector, NodeId element) {
@@ -79,8 +121,11 @@ private:
     const CssStyleSheets& sheets_;
     Buckets byId_;
     Buckets byClass_;
-    Buckets byType_;
+    std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too
     Bucket others_;
+    AncestorFilter ancestors_;
+    std::size_t entered_ = 0;
+    bool watchesAncestors_ = false; ///< a selector asks about them
     std::uint64_t steps_ = 0;
 };
 

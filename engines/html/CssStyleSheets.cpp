@@ -2,8 +2,26 @@
 #include "engines/html/CssStyleSheets.h"
 
 #include "engines/html/Ascii.h"
+#include "engines/html/CssStructure.h"
 
 namespace quillow::html {
+
+namespace {
+
+/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing character ends a block.
+void followNesting(char c, std::string& closers) {
+    if (c == '(') {
+        closers.push_back(')');
+    } else if (c == '[') {
+        closers.push_back(']');
+    } else if (c == '{') {
+        closers.push_back('}');
+    } else if (!closers.empty() && c == closers.back()) {
+        closers.pop_back();
+    }
+}
+
+} // namespace
 
 /// Walks one sheet. Blocks nest by a stack of our own, so that hostile nesting costs no call depth.
 class CssParser {
@@ -11,7 +29,7 @@ public:
     CssParser(CssStyleSheets& sheets, std::string_view css)
         : sheets_(sheets)
         , css_(css)
-        , tokens_(css, sheets.pool_.strings) {}
+        , structure_(css, sheets.pool_.strings) {}
 
     void parse();
 
@@ -36,73 +54,70 @@ private:
     void closeBlock();
     void takeDeclaration(std::string_view text);
     void skipBlock();
+    [[nodiscard]] bool isAtRule(std::size_t start) const;
 
     CssStyleSheets& sheets_;
     std::string_view css_;
-    CssTokenizer tokens_;
+    CssStructure structure_;
     std::vector<Block> open_;
 };
 
 void CssParser::parse() {
     open_.emplace_back();
-    CssToken
-        first; // of the rule or declaration that is being read; its text is what lies between it and the current token
-    std::size_t depth = 0; // of parentheses and brackets
-    const auto startAnew = [&] {
-        first = CssToken{};
-        depth = 0;
-    };
+    std::size_t first = structure_.skipBlank(); // of the rule or declaration that is being read
+    std::string closers;                        // of what is open in it
     for (;;) {
-        const CssToken token = tokens_.next();
-        if (first.type == CssTokenType::end && token.type != CssTokenType::whiteSpace) first = token;
-        const auto pending = [&] { return trimWhiteSpace(css_.substr(first.start, token.start - first.start)); };
-        switch (token.type) {
-        case CssTokenType::end:
+        const char c = structure_.next();
+        const auto pending = [&] { return trimWhiteSpace(css_.substr(first, structure_.position() - first)); };
+        if (c == '\0') {
             takeDeclaration(pending());
             while (!open_.empty())
                 closeBlock();
             return;
-        case CssTokenType::openCurly:
+        }
+        if (!closers.empty() || c == '(' || c == '[') {
+            followNesting(c, closers);
+            continue;
+        }
+        switch (c) {
+        case '{':
             openBlock(pending());
-            startAnew();
+            first = structure_.skipBlank();
             break;
-        case CssTokenType::closeCurly:
+        case '}':
             if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
             takeDeclaration(pending());
             closeBlock();
-            startAnew();
+            first = structure_.skipBlank();
             break;
-        case CssTokenType::semicolon:
+        case ';':
             // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
-            if (depth > 0 ||
-                (!open_.back().insideStyleRule && first.type != CssTokenType::atKeyword && first.start != token.start))
-                break;
+            if (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)) break;
             takeDeclaration(pending());
-            startAnew();
+            first = structure_.skipBlank();
             break;
-        case CssTokenType::function:
-        case CssTokenType::openParenthesis:
-        case CssTokenType::openSquare: ++depth; break;
-        case CssTokenType::closeParenthesis:
-        case CssTokenType::closeSquare: depth -= depth > 0 ? 1 : 0; break;
         default: break;
         }
     }
 }
 
+bool CssParser::isAtRule(std::size_t start) const {
+    return css_[start] == '@' &&
+           CssTokenizer(css_, sheets_.pool_.strings, start).next().type == CssTokenType::atKeyword;
+}
+
 void CssParser::takeDeclaration(std::string_view text) {
-    if (!open_.back().insideStyleRule || text.empty() || text.front() == '@') return;
+    if (!open_.back().insideStyleRule || !mayBeRelevant(text)) return;
     if (const auto declaration = parseDeclaration(text, sheets_.pool_.strings))
         open_.back().declarations.push_back(*declaration);
 }
 
 void CssParser::skipBlock() {
-    std::size_t depth = 1;
-    while (depth > 0) {
-        const CssToken token = tokens_.next();
-        if (token.type == CssTokenType::end) return;
-        if (token.type == CssTokenType::openCurly) ++depth;
-        if (token.type == CssTokenType::closeCurly) --depth;
+    std::string closers = "}";
+    while (!closers.empty()) {
+        const char c = structure_.next();
+        if (c == '\0') return;
+        followNesting(c, closers);
     }
 }
 
@@ -174,7 +189,7 @@ void CssParser::closeBlock() {
 }
 
 void CssStyleSheets::add(std::string_view css, std::string_view media) {
-    if (!mentionsRelevantProperty(css) || !mediaMatches(media)) return;
+    if (!mediaMatches(media)) return;
     CssParser(*this, css).parse();
 }
 

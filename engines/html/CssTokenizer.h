@@ -47,8 +47,9 @@ using CssStrings = std::deque<std::string>;
 /// A cursor over a style sheet; copying it remembers a place. Comments are skipped. `strings` outlives the tokens.
 class CssTokenizer {
 public:
-    CssTokenizer(std::string_view input, CssStrings& strings)
+    CssTokenizer(std::string_view input, CssStrings& strings, std::size_t position = 0)
         : input_(input)
+        , position_(position)
         , strings_(&strings) {}
 
     [[nodiscard]] CssToken next();
@@ -72,7 +73,7 @@ private:
     CssToken consumeUrl();
 
     std::string_view input_;
-    std::size_t position_ = 0;
+    std::size_t position_;
     CssStrings* strings_;
 };
 

@@ -1,6 +1,7 @@
 #include "engines/html/CssValues.h"
 
 #include "engines/html/Ascii.h"
+#include "engines/html/CssStructure.h"
 
 #include <array>
 #include <span>
@@ -8,6 +9,9 @@
 namespace quillow::html {
 
 namespace {
+
+/// No value of these properties has more words.
+constexpr std::size_t kMaxWords = 8;
 
 struct Keyword {
     std::string_view name;
@@ -145,10 +149,10 @@ std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_
 }
 
 /// What a property's value says, given its words. Shorthands (`list-style`, `white-space`) hold words of other properties.
-std::optional<std::uint8_t> valueOf(const Property& property, const std::vector<CssToken>& words) {
+std::optional<std::uint8_t> valueOf(const Property& property, std::span<const std::string_view> words) {
     if (words.empty()) return std::nullopt;
     if (words.size() == 1) {
-        if (const auto wide = findKeyword(kWide, words[0].text)) return wide;
+        if (const auto wide = findKeyword(kWide, words[0])) return wide;
     }
     const auto keyword = [&](std::string_view name) {
         return findKeyword(std::span(property.first, property.count), name);
@@ -156,13 +160,12 @@ std::optional<std::uint8_t> valueOf(const Property& property, const std::vector<
     if (property.property == CssProperty::listStyle || property.property == CssProperty::whiteSpace) {
         // "none" beside another word is the list's image, "normal" the other half of white-space's initial value: both are 0.
         std::optional<std::uint8_t> found;
-        for (const CssToken& word : words)
-            if (const auto value = keyword(word.text); value && (!found || *value != 0)) found = value;
+        for (const std::string_view word : words)
+            if (const auto value = keyword(word); value && (!found || *value != 0)) found = value;
         return found;
     }
-    if (property.property == CssProperty::display && words.size() == 2)
-        return combinedDisplay(words[0].text, words[1].text);
-    return words.size() == 1 ? keyword(words[0].text) : std::nullopt;
+    if (property.property == CssProperty::display && words.size() == 2) return combinedDisplay(words[0], words[1]);
+    return words.size() == 1 ? keyword(words[0]) : std::nullopt;
 }
 
 } // namespace
@@ -181,7 +184,8 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
     if (token.type != CssTokenType::colon) return std::nullopt;
     CssDeclaration result;
     result.property = property->property;
-    std::vector<CssToken> words;
+    std::array<std::string_view, kMaxWords> words;
+    std::size_t count = 0;
     bool afterBang = false;
     for (token = tokens.next(); token.type != CssTokenType::end; token = tokens.next()) {
         if (token.type == CssTokenType::whiteSpace) continue;
@@ -190,12 +194,13 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
         } else if (afterBang && token.type == CssTokenType::ident && equalsIgnoringCase(token.text, "important")) {
             result.importance = Importance::important;
         } else if (token.type == CssTokenType::ident && !afterBang) {
-            words.push_back(token);
+            if (count == kMaxWords) return std::nullopt;
+            words[count++] = token.text;
         } else if (property->name != "list-style") {
             return std::nullopt; // a function, a number or a broken value: none of these properties takes one
         }
     }
-    const auto value = valueOf(*property, words);
+    const auto value = valueOf(*property, std::span(words).first(count));
     if (!value) return std::nullopt;
     result.value = *value;
     return result;
@@ -203,38 +208,37 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
 
 std::vector<CssDeclaration> parseStyleAttribute(std::string_view style) {
     std::vector<CssDeclaration> result;
-    if (!mentionsRelevantProperty(style)) return result;
     CssStrings strings;
-    CssTokenizer tokens(style, strings);
-    std::size_t start = 0;
+    CssStructure structure(style, strings);
+    std::size_t start = structure.skipBlank();
     std::size_t depth = 0;
     for (;;) {
-        const CssToken token = tokens.next();
-        const bool separates = depth == 0 && token.type == CssTokenType::semicolon;
-        if (token.type == CssTokenType::end || separates) {
-            if (auto declaration = parseDeclaration(style.substr(start, token.start - start), strings))
-                result.push_back(*declaration);
-            if (token.type == CssTokenType::end) return result;
-            start = tokens.position();
-        }
-        switch (token.type) {
-        case CssTokenType::function:
-        case CssTokenType::openParenthesis:
-        case CssTokenType::openSquare:
-        case CssTokenType::openCurly: ++depth; break;
-        case CssTokenType::closeParenthesis:
-        case CssTokenType::closeSquare:
-        case CssTokenType::closeCurly: depth -= depth > 0 ? 1 : 0; break;
-        default: break;
+        const char c = structure.next();
+        if (c == '\0' || (c == ';' && depth == 0)) {
+            const std::string_view text = style.substr(start, structure.position() - start);
+            if (mayBeRelevant(text))
+                if (const auto declaration = parseDeclaration(text, strings)) result.push_back(*declaration);
+            if (c == '\0') return result;
+            start = structure.skipBlank();
+        } else if (c == '(' || c == '[' || c == '{') {
+            ++depth;
+        } else if (c != ';' && depth > 0) {
+            --depth;
         }
     }
 }
 
-bool mentionsRelevantProperty(std::string_view css) {
-    for (const std::string_view name : {"display", "visibility", "white-space", "list-style", "float", "position"})
-        if (findIgnoringCase(css, name) != std::string_view::npos) return true;
-    // An escape may hide a name.
-    return css.find('\\') != std::string_view::npos;
+bool mayBeRelevant(std::string_view declaration) {
+    if (declaration.size() < 3) return false;
+    const auto packed = [](char a, char b, char c) {
+        return static_cast<unsigned>(a) << 16 | static_cast<unsigned>(b) << 8 | static_cast<unsigned>(c);
+    };
+    const auto starts = [packed](const char* name) { return packed(name[0], name[1], name[2]); };
+    const std::string_view start = declaration.substr(0, 3);
+    if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
+    const unsigned letters = packed(toLower(start[0]), toLower(start[1]), toLower(start[2]));
+    return letters == starts("dis") || letters == starts("flo") || letters == starts("lis") ||
+           letters == starts("pos") || letters == starts("vis") || letters == starts("whi");
 }
 
 } // namespace quillow::html

@@ -30,7 +30,7 @@ struct CssDeclaration {
 /// The declarations of a style attribute.
 [[nodiscard]] std::vector<CssDeclaration> parseStyleAttribute(std::string_view style);
 
-/// True when the CSS text names any property of interest; what answers false need not be parsed at all.
-[[nodiscard]] bool mentionsRelevantProperty(std::string_view css);
+/// False for most declarations of other properties, which need not be parsed at all. Nothing stands before the property's name.
+[[nodiscard]] bool mayBeRelevant(std::string_view declaration);
 
 } // namespace quillow::html

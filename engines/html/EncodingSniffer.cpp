@@ -198,14 +198,23 @@ std::optional<Encoding> encodingFromContentType(std::string_view content) {
     return text::encodingForLabel(label.substr(0, label.find_first_of(" \t\n\f\r;")));
 }
 
+std::optional<Encoding> declaredEncoding(std::string_view bytes) {
+    const auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
+    if (declared || bytes.size() <= kPrescanBytes) return declared;
+    return prescanEncoding(bytes.substr(0, kLatePrescanBytes));
+}
+
 SniffedEncoding sniffEncoding(std::string_view bytes) {
+    return sniffEncoding(bytes, text::wellFormedUtf8Prefix(bytes));
+}
+
+SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& utf8) {
     if (const auto mark = text::byteOrderMark(bytes)) return {mark->encoding, mark->length};
     if (const auto wide = unmarkedUtf16(bytes)) return {*wide, 0};
     // Multi-byte UTF-8 is no accident: it is believed over any declaration.
-    if (text::isMultiByteUtf8(bytes)) return {Encoding::utf8, 0};
-    auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
-    if (!declared && bytes.size() > kPrescanBytes) declared = prescanEncoding(bytes.substr(0, kLatePrescanBytes));
-    if (declared) return {*declared, 0};
+    const bool multiByteUtf8 = utf8.bytes == bytes.size() && utf8.codePoints < utf8.bytes;
+    if (multiByteUtf8) return {Encoding::utf8, 0};
+    if (const auto declared = declaredEncoding(bytes)) return {*declared, 0};
     return {detectWithoutNul(bytes), 0};
 }
 

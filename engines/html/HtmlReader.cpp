@@ -5,7 +5,6 @@
 #include "engines/html/HtmlTree.h"
 #include "engines/html/Renderer.h"
 
-#include <cstring>
 #include <optional>
 
 namespace quillow::html {
@@ -15,29 +14,46 @@ namespace {
 /// Larger documents are refused; node numbers and offsets stay far inside of their 32 bits.
 constexpr std::size_t kMaxDocumentBytes = std::size_t{512} * 1024 * 1024;
 
-/// Bytes that begin a character, eight at a time.
-std::uint64_t countCodePoints(std::string_view utf8) {
-    constexpr std::uint64_t kLowBits = 0x0101010101010101ULL;
-    std::uint64_t continuations = 0;
-    std::size_t at = 0;
-    for (; at + sizeof(std::uint64_t) <= utf8.size(); at += sizeof(std::uint64_t)) {
-        std::uint64_t block = 0;
-        std::memcpy(&block, utf8.data() + at, sizeof block);
-        // Continuation bytes have the highest bit set and the next one clear.
-        continuations += (((block >> 7) & ~(block >> 6) & kLowBits) * kLowBits) >> 56;
+/// A document as UTF-8: in place where its bytes are that already.
+struct Utf8Document {
+    std::string_view inPlace;
+    std::optional<std::string> decoded;
+    LossAccount loss;
+
+    [[nodiscard]] std::string_view view() const { return decoded ? std::string_view(*decoded) : inPlace; }
+};
+
+/// True where bytes up to 0x7F stand for themselves whatever came before them (Encoding Standard, section 4.2).
+bool keepsAscii(text::Encoding encoding) {
+    switch (encoding) {
+    case text::Encoding::utf16le:
+    case text::Encoding::utf16be:
+    case text::Encoding::iso2022Jp:
+    case text::Encoding::replacement: return false;
+    default: return true;
     }
-    for (; at < utf8.size(); ++at)
-        if ((static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80) ++continuations;
-    return utf8.size() - continuations;
 }
 
-text::DecodedText decode(std::string_view document) {
-    const SniffedEncoding sniffed = sniffEncoding(document);
-    document.remove_prefix(sniffed.byteOrderMarkLength);
+Utf8Document decode(std::string_view bytes) {
+    const text::Utf8Prefix prefix = text::wellFormedUtf8Prefix(bytes);
+    const SniffedEncoding sniffed = sniffEncoding(bytes, prefix);
+    Utf8Document document;
+    document.inPlace = bytes.substr(sniffed.byteOrderMarkLength);
+    const bool wellFormed = prefix.bytes == bytes.size();
+    const bool ascii = wellFormed && prefix.codePoints == prefix.bytes;
+    if (ascii ? keepsAscii(sniffed.encoding) : wellFormed && sniffed.encoding == text::Encoding::utf8) {
+        const bool marked = sniffed.byteOrderMarkLength > 0;
+        document.loss.charactersDecoded = prefix.codePoints - (marked ? 1 : 0);
+        return document;
+    }
     const bool wide = sniffed.encoding == text::Encoding::utf16le || sniffed.encoding == text::Encoding::utf16be;
     // Half a code unit at the end of a file cut short is no character.
-    if (wide && document.size() % 2 != 0) document.remove_suffix(1);
-    return text::decode(document, sniffed.encoding);
+    if (wide && document.inPlace.size() % 2 != 0) document.inPlace.remove_suffix(1);
+    text::DecodedText decoded = text::decode(document.inPlace, sniffed.encoding);
+    document.decoded = std::move(decoded.utf8);
+    document.loss.charactersDecoded = text::wellFormedUtf8Prefix(document.view()).codePoints;
+    document.loss.charactersWithoutUnicode = decoded.replacements;
+    return document;
 }
 
 /// What a document of frames says to readers without frames: the text of its "noframes" elements, which is HTML again.
@@ -50,7 +66,7 @@ std::optional<std::string> framesAlternative(const HtmlTree& tree) {
         if (node.tag == Tag::frameset && tree.node(node.parent).tag == Tag::html) hasFrames = true;
         if (node.tag != Tag::noframes) continue;
         for (NodeId child = node.firstChild; child != kNoNode; child = tree.node(child).next)
-            if (tree.node(child).kind == NodeKind::text) alternative += tree.node(child).text;
+            if (tree.node(child).kind == NodeKind::text) alternative += tree.node(child).text();
     }
     return hasFrames ? std::optional(std::move(alternative)) : std::nullopt;
 }
@@ -77,10 +93,9 @@ Extraction readHtml(std::span<const std::byte> bytes, const Options& options) {
         result.detail = *other;
         return result;
     }
-    text::DecodedText decoded = decode(document);
-    result.loss.charactersDecoded = countCodePoints(decoded.utf8);
-    result.loss.charactersWithoutUnicode = decoded.replacements;
-    auto tree = parseHtml(std::move(decoded.utf8));
+    const Utf8Document utf8 = decode(document);
+    result.loss = utf8.loss;
+    auto tree = parseHtmlInPlace(utf8.view());
     if (auto alternative = framesAlternative(*tree)) tree = parseHtml(std::move(*alternative));
     result.text = render(*tree, options);
     result.reason = result.text->empty() ? Reason::okEmpty : Reason::ok;

@@ -1,8 +1,5 @@
 #include "engines/html/HtmlTags.h"
 
-#include <array>
-#include <cstddef>
-
 namespace quillow::html {
 
 namespace {
@@ -179,40 +176,9 @@ constexpr std::array<std::string_view, kTagCount> kNames = {
 };
 static_assert(!kNames.back().empty());
 
-// A hash table made at compile time, open addressing, never more than a third full.
-constexpr std::size_t kSlots = 1024;
-
-constexpr std::size_t slotOf(std::string_view name) {
-    std::size_t hash = name.size();
-    for (const char c : name)
-        hash = hash * 31 + static_cast<unsigned char>(c);
-    return (hash ^ (hash >> 10)) % kSlots;
-}
-
-constexpr std::array<std::uint8_t, kSlots> makeTable() {
-    std::array<std::uint8_t, kSlots> table{};
-    for (std::size_t tag = 1; tag < kTagCount; ++tag) {
-        std::size_t slot = slotOf(kNames[tag]);
-        while (table[slot] != 0)
-            slot = (slot + 1) % kSlots;
-        table[slot] = static_cast<std::uint8_t>(tag);
-    }
-    return table;
-}
-
-constexpr std::array<std::uint8_t, kSlots> kTable = makeTable();
-
 } // namespace
 
-Tag tagForName(std::string_view name) {
-    if (name.size() > 16) return Tag::unknown;
-    for (std::size_t slot = slotOf(name); kTable[slot] != 0; slot = (slot + 1) % kSlots)
-        if (kNames[kTable[slot]] == name) return static_cast<Tag>(kTable[slot]);
-    return Tag::unknown;
-}
-
-std::string_view tagName(Tag tag) {
-    return kNames[static_cast<std::size_t>(tag)];
-}
+constexpr std::array<std::string_view, kTagCount> kTagNames = kNames;
+constexpr KeyTable<10, kTagCount> kTagTable(kNames);
 
 } // namespace quillow::html

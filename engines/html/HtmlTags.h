@@ -1,6 +1,8 @@
 // The element names that tree construction and rendering tell apart, as small numbers.
 #pragma once
 
+#include "engines/html/KeyTable.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -177,10 +179,16 @@ enum class Tag : std::uint8_t {
     count,
 };
 
-/// The tag of a name in lower-case ASCII; Tag::unknown for any other.
-[[nodiscard]] Tag tagForName(std::string_view lowerCaseName);
+/// The tag of a name; Tag::unknown for any other.
+extern const KeyTable<10, static_cast<std::size_t>(Tag::count)> kTagTable;
+[[nodiscard]] inline Tag tagForKey(const NameKey& key) {
+    return static_cast<Tag>(kTagTable.find(key));
+}
 
 /// The lower-case name; empty for Tag::unknown.
-[[nodiscard]] std::string_view tagName(Tag tag);
+extern const std::array<std::string_view, static_cast<std::size_t>(Tag::count)> kTagNames;
+[[nodiscard]] inline std::string_view tagName(Tag tag) {
+    return kTagNames[static_cast<std::size_t>(tag)];
+}
 
 } // namespace quillow::html

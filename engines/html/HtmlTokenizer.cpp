@@ -2,6 +2,7 @@
 
 #include "engines/html/Ascii.h"
 #include "engines/html/CharacterReferences.h"
+#include "text/ByteScan.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,22 +11,6 @@ namespace quillow::html {
 
 namespace {
 
-/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
-void normalizeLineEnds(std::string& source) {
-    std::size_t in = source.find('\r');
-    if (in == std::string::npos) return;
-    std::size_t out = in;
-    for (; in < source.size(); ++in) {
-        if (source[in] == '\r') {
-            if (in + 1 < source.size() && source[in + 1] == '\n') continue;
-            source[out++] = '\n';
-        } else {
-            source[out++] = source[in];
-        }
-    }
-    source.resize(out);
-}
-
 bool endsTagName(char c) {
     return isWhiteSpace(c) || c == '/' || c == '>';
 }
@@ -33,11 +18,10 @@ bool endsTagName(char c) {
 } // namespace
 
 HtmlTokenizer::HtmlTokenizer(HtmlTree& tree)
-    : tree_(tree) {
-    normalizeLineEnds(tree.source());
-    data_ = tree.source().data();
-    size_ = tree.source().size();
-}
+    : tree_(tree)
+    , source_(tree.source())
+    , data_(source_.data())
+    , size_(source_.size()) {}
 
 bool HtmlTokenizer::startsWith(std::size_t position, std::string_view lowerCase) const {
     return position + lowerCase.size() <= size_ && equalsIgnoringCase({data_ + position, lowerCase.size()}, lowerCase);
@@ -50,7 +34,7 @@ std::size_t HtmlTokenizer::find(char character, std::size_t from) const {
 }
 
 std::size_t HtmlTokenizer::find(std::string_view text, std::size_t from) const {
-    const std::size_t found = std::string_view(data_, size_).find(text, from);
+    const std::size_t found = source_.find(text, from);
     return found == std::string_view::npos ? size_ : found;
 }
 
@@ -65,23 +49,40 @@ void HtmlTokenizer::next(Token& token) {
 
 /// 13.2.5.1 Data state: a run of characters up to the next markup, or the markup.
 bool HtmlTokenizer::data(Token& token) {
-    const std::size_t start = position_;
-    std::size_t end = find('<', start);
-    while (end < size_) {
-        const char following = at(end + 1);
-        if (isAlpha(following) || following == '!' || following == '?' || (following == '/' && end + 2 < size_)) break;
-        end = find('<', end + 1);
+    if (data_[position_] == '<') {
+        const char following = at(position_ + 1);
+        if (isAlpha(following)) return tag(token, TokenType::startTag, position_ + 1);
+        if (following == '/' && isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
+        if (opensMarkup(position_ + 1)) return markup(token);
     }
-    if (end == start) return markup(token);
-    emitText(token, start, end, true);
+    const std::size_t start = position_;
+    Found found;
+    std::size_t end = start;
+    for (;; ++end) {
+        end = text::findFirstOf<'<', '&', '\0'>(source_, end);
+        if (end == size_) break;
+        if (data_[end] != '<') {
+            found.add(data_[end]);
+        } else if (opensMarkup(end + 1)) {
+            break;
+        }
+    }
+    emitText(token, start, end, found);
     return true;
 }
 
-void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, bool resolvesReferences) {
+/// 13.2.5.6 Tag open state: whether what stands here after a "<" makes it more than a character.
+bool HtmlTokenizer::opensMarkup(std::size_t position) const {
+    const char following = at(position);
+    return isAlpha(following) || following == '!' || following == '?' || (following == '/' && position + 1 < size_);
+}
+
+void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, Found found) {
     position_ = end;
     token.type = TokenType::characters;
     token.text = {data_ + start, end - start};
-    if (!resolvesReferences || std::memchr(data_ + start, '&', end - start) == nullptr) return;
+    token.holdsNul = found.nul;
+    if (!found.reference) return;
     scratch_.clear();
     appendResolvingReferences(scratch_, token.text, ReferencePlace::text);
     token.text = tree_.keep(scratch_);
@@ -97,7 +98,9 @@ bool HtmlTokenizer::rawText(Token& token) {
         state_ = State::data;
         return markup(token);
     }
-    emitText(token, start, end, state_ == State::rcdata);
+    Found found;
+    found.reference = state_ == State::rcdata && source_.substr(start, end - start).find('&') != std::string_view::npos;
+    emitText(token, start, end, found);
     token.text = tree_.withReplacements(token.text);
     return true;
 }
@@ -107,6 +110,7 @@ bool HtmlTokenizer::isTagAt(std::size_t position, std::string_view name) const {
 }
 
 std::size_t HtmlTokenizer::endTagPosition(std::size_t from) const {
+    if (lastStartTag_.empty()) return size_; // a fragment, without its start tag
     for (std::size_t open = find('<', from); open < size_; open = find('<', open + 1))
         if (at(open + 1) == '/' && isTagAt(open + 2, lastStartTag_)) return open;
     return size_;
@@ -124,10 +128,11 @@ std::size_t HtmlTokenizer::scriptEndPosition(std::size_t from) const {
             position += 3;
         } else if (c != '<') {
             position = escape == Escape::none ? find('<', position + 1) : position + 1;
-        } else if (at(position + 1) == '/' && isTagAt(position + 2, "script")) {
-            if (escape != Escape::doubleEscaped) return position;
+        } else if (escape == Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, "script")) {
             escape = Escape::escaped;
             position += 8;
+        } else if (escape != Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, lastStartTag_)) {
+            return position;
         } else if (escape == Escape::none && startsWith(position, "<!--")) {
             escape = Escape::escaped;
             position += 2; // its dashes may belong to "-->" too
@@ -144,97 +149,113 @@ std::size_t HtmlTokenizer::scriptEndPosition(std::size_t from) const {
 /// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens something. False where no token comes of it.
 bool HtmlTokenizer::markup(Token& token) {
     const char following = at(position_ + 1);
-    if (isAlpha(following)) {
-        ++position_;
-        return tag(token, TokenType::startTag);
-    }
+    if (isAlpha(following)) return tag(token, TokenType::startTag, position_ + 1);
     if (following == '/') {
+        if (isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
         position_ += 2;
-        if (isAlpha(at(position_))) return tag(token, TokenType::endTag);
-        bogusComment(); // "</>" too ends at its ">"
-        return false;
+        if (at(position_) == '>') {
+            ++position_; // "</>" is nothing at all
+            return false;
+        }
+        bogusComment(token);
+        return true;
     }
     if (following == '?') {
         ++position_;
-        bogusComment();
-        return false;
+        bogusComment(token);
+        return true;
     }
     position_ += 2;
     if (startsWith(position_, "--")) {
         position_ += 2;
-        comment();
-        return false;
+        comment(token);
+        return true;
     }
     if (startsWith(position_, "doctype")) {
         position_ += 7;
         doctype(token);
         return true;
     }
-    if (cdataAllowed_ && std::string_view(data_ + position_, size_ - position_).starts_with("[CDATA[")) {
+    if (cdataAllowed_ && source_.substr(position_).starts_with("[CDATA[")) {
         position_ += 7;
         return cdataSection(token);
     }
-    bogusComment();
-    return false;
+    bogusComment(token);
+    return true;
 }
 
-void HtmlTokenizer::bogusComment() {
-    position_ = std::min(find('>', position_) + 1, size_);
+void HtmlTokenizer::emitComment(Token& token, std::size_t start, std::size_t end, std::size_t next) {
+    token.type = TokenType::comment;
+    token.text = {data_ + start, end - start};
+    position_ = std::min(next, size_);
+}
+
+/// 13.2.5.41 Bogus comment state.
+void HtmlTokenizer::bogusComment(Token& token) {
+    const std::size_t end = find('>', position_);
+    emitComment(token, position_, end, end + 1);
 }
 
 /// 13.2.5.43 to 13.2.5.52: "-->" and "--!>" end a comment, and right at its start ">" and "->" do.
-void HtmlTokenizer::comment() {
-    if (at(position_) == '>') {
-        ++position_;
-        return;
+void HtmlTokenizer::comment(Token& token) {
+    const std::size_t start = position_;
+    if (at(start) == '>') return emitComment(token, start, start, start + 1);
+    if (startsWith(start, "->")) return emitComment(token, start, start, start + 2);
+    for (std::size_t dashes = find("--", start); dashes < size_; dashes = find("--", dashes + 1)) {
+        if (at(dashes + 2) == '>') return emitComment(token, start, dashes, dashes + 3);
+        if (at(dashes + 2) == '!' && at(dashes + 3) == '>') return emitComment(token, start, dashes, dashes + 4);
     }
-    if (startsWith(position_, "->")) {
-        position_ += 2;
-        return;
-    }
-    for (std::size_t dashes = find("--", position_); dashes < size_; dashes = find("--", dashes + 1)) {
-        if (at(dashes + 2) == '>') {
-            position_ = dashes + 3;
-            return;
-        }
-        if (at(dashes + 2) == '!' && at(dashes + 3) == '>') {
-            position_ = dashes + 4;
-            return;
-        }
-    }
-    position_ = size_;
+    // What the end of the file cuts off of the comment's end is not its text.
+    const std::string_view text(data_ + start, size_ - start);
+    std::size_t cut = 0;
+    for (const std::string_view end : {"-", "--", "--!"})
+        if (text.ends_with(end)) cut = end.size();
+    emitComment(token, start, size_ - cut, size_);
 }
 
 /// 13.2.5.69 CDATA section state.
 bool HtmlTokenizer::cdataSection(Token& token) {
     const std::size_t start = position_;
     const std::size_t end = find("]]>", start);
-    if (end > start) emitText(token, start, end, false);
+    if (end > start) {
+        emitText(token, start, end, {});
+        token.holdsNul = true; // as far as anyone knows
+    }
     position_ = std::min(end + 3, size_);
     return end > start;
 }
 
-std::string_view HtmlTokenizer::lowered(std::size_t start, std::size_t end) {
-    bool sawNul = false;
-    for (std::size_t i = start; i < end; ++i) {
-        data_[i] = toLower(data_[i]);
-        sawNul = sawNul || data_[i] == '\0';
-    }
-    const std::string_view name(data_ + start, end - start);
-    return sawNul ? tree_.withReplacements(name) : name;
+/// The name that was scanned at the current position, in lower case and with U+FFFD for U+0000.
+std::string_view HtmlTokenizer::takeName(ScannedName& name) {
+    const std::string_view written(data_ + position_, name.length);
+    position_ += name.length;
+    return name.asWritten ? written : rewrittenName(name, written);
+}
+
+std::string_view HtmlTokenizer::rewrittenName(ScannedName& name, std::string_view written) {
+    std::string lower(written);
+    std::transform(lower.begin(), lower.end(), lower.begin(), toLower);
+    const std::string_view kept = tree_.withReplacements(tree_.keep(lower));
+    name.key = keyOf(kept);
+    return kept;
 }
 
 /// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
-bool HtmlTokenizer::tag(Token& token, TokenType type) {
-    const std::size_t start = position_;
-    while (position_ < size_ && !endsTagName(data_[position_]))
-        ++position_;
+bool HtmlTokenizer::tag(Token& token, TokenType type, std::size_t start) {
+    position_ = start;
+    ScannedName name = scanName<NameEnd::tag>(source_, start);
     token.type = type;
-    token.name = lowered(start, position_);
-    token.tag = tagForName(token.name);
-    token.selfClosing = false;
-    while (attribute(token)) {
+    token.tag = tagForKey(name.key);
+    if (token.tag != Tag::unknown) {
+        token.name = tagName(token.tag);
+        position_ += name.length;
+    } else {
+        token.name = takeName(name);
     }
+    token.selfClosing = false;
+    if (at(position_) != '>')
+        while (attribute(token)) {
+        }
     if (position_ >= size_) return false;
     ++position_; // ">"
     if (type == TokenType::startTag) lastStartTag_ = token.name;
@@ -243,105 +264,135 @@ bool HtmlTokenizer::tag(Token& token, TokenType type) {
 
 /// 13.2.5.32 Before attribute name state: reads one attribute; false at the tag's ">" and at the end of the file.
 bool HtmlTokenizer::attribute(Token& token) {
-    while (position_ < size_ && (isWhiteSpace(data_[position_]) || data_[position_] == '/')) {
-        token.selfClosing = data_[position_] == '/' && at(position_ + 1) == '>';
-        ++position_;
+    if (at(position_) == ' ') ++position_;
+    for (;; ++position_) {
+        if (position_ >= size_ || data_[position_] == '>') return false;
+        const char c = data_[position_];
+        if (c > '/' || (!isWhiteSpace(c) && c != '/')) break;
+        token.selfClosing = c == '/' && at(position_ + 1) == '>';
     }
-    if (position_ >= size_ || data_[position_] == '>') return false;
-    Attribute attribute;
-    attribute.name = attributeName();
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
-    if (at(position_) == '=' && position_ < size_) {
-        ++position_;
-        attribute.value = attributeValue();
-    }
-    if (token.attributes.size() < kMaxAttributes) token.attributes.push_back(attribute);
+    ScannedName scanned =
+        data_[position_] == '=' ? attributeNameFromEqualsSign() : scanName<NameEnd::attribute>(source_, position_);
+    const std::string_view name = takeName(scanned);
+    const std::string_view value = attributeValue();
+    if (token.attributes.size() < kMaxAttributes)
+        token.attributes.emplace_back(attributeNameForKey(scanned.key), name, value);
     return true;
 }
 
-/// 13.2.5.33 Attribute name state; a "=" first in the name belongs to it.
-std::string_view HtmlTokenizer::attributeName() {
-    const std::size_t start = position_++;
-    while (position_ < size_ && !endsTagName(data_[position_]) && data_[position_] != '=')
-        ++position_;
-    return lowered(start, position_);
+/// 13.2.5.32: a "=" first in the name belongs to it.
+ScannedName HtmlTokenizer::attributeNameFromEqualsSign() const {
+    ScannedName name;
+    name.length = 1 + scanName<NameEnd::attribute>(source_, position_ + 1).length;
+    name.asWritten = false; // as far as anyone knows
+    return name;
 }
 
-/// 13.2.5.35 to 13.2.5.39 Attribute values.
+/// 13.2.5.34 After attribute name state and 13.2.5.35 Before attribute value state.
 std::string_view HtmlTokenizer::attributeValue() {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
-    if (position_ >= size_ || data_[position_] == '>') return {};
-    const char quote = data_[position_];
-    std::size_t start = position_;
-    if (quote == '"' || quote == '\'') {
-        start = position_ + 1;
-        position_ = find(quote, start);
-    } else {
-        while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
-            ++position_;
+    if (at(position_) != '=') {
+        skipWhiteSpace();
+        if (at(position_) != '=') return {};
     }
-    std::string_view value(data_ + std::min(start, size_), position_ - std::min(start, position_));
-    if (quote == '"' || quote == '\'') position_ = std::min(position_ + 1, size_);
-    value = tree_.withReplacements(value);
-    if (value.find('&') == std::string_view::npos) return value;
+    ++position_;
+    if (at(position_) == '"') return quotedValue<'"'>();
+    skipWhiteSpace();
+    switch (at(position_)) {
+    case '"': return quotedValue<'"'>();
+    case '\'': return quotedValue<'\''>();
+    case '>': return {};
+    default: return unquotedValue();
+    }
+}
+
+/// 13.2.5.36 Attribute value (double-quoted) state and 13.2.5.37, the same with single quotes.
+template <char quote>
+std::string_view HtmlTokenizer::quotedValue() {
+    const std::size_t start = position_ + 1;
+    std::size_t end = text::findFirstOf<quote, '&', '\0'>(source_, start);
+    Found found;
+    while (end < size_ && data_[end] != quote) {
+        found.add(data_[end]);
+        end = text::findFirstOf<quote, '&', '\0'>(source_, end + 1);
+    }
+    position_ = std::min(end + 1, size_);
+    return finishedValue(start, end, found);
+}
+
+/// 13.2.5.38 Attribute value (unquoted) state.
+std::string_view HtmlTokenizer::unquotedValue() {
+    const std::size_t start = position_;
+    Found found;
+    for (; position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>'; ++position_)
+        found.add(data_[position_]);
+    return finishedValue(start, position_, found);
+}
+
+std::string_view HtmlTokenizer::finishedValue(std::size_t start, std::size_t end, Found found) {
+    const std::string_view value(data_ + start, end - start);
+    return found.nul || found.reference ? replacedValue(value, found) : value;
+}
+
+std::string_view HtmlTokenizer::replacedValue(std::string_view value, Found found) {
+    if (found.nul) value = tree_.withReplacements(value);
+    if (!found.reference) return value;
     scratch_.clear();
     appendResolvingReferences(scratch_, value, ReferencePlace::attribute);
     return tree_.keep(scratch_);
 }
 
-/// 13.2.5.53 to 13.2.5.68: what decides between the modes of rendering, and no more.
+void HtmlTokenizer::skipWhiteSpace() {
+    while (position_ < size_ && isWhiteSpace(data_[position_]))
+        ++position_;
+}
+
+/// 13.2.5.53 to 13.2.5.68: a doctype, which at its worst is one that asks for quirks.
 void HtmlTokenizer::doctype(Token& token) {
     token.type = TokenType::doctype;
-    token.forceQuirks = false;
     token.hasPublicId = token.hasSystemId = false;
     token.publicId = token.systemId = {};
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
-    const std::size_t start = position_;
-    while (position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>')
-        ++position_;
-    token.name = lowered(start, position_);
-    if (token.name.empty()) token.forceQuirks = true;
-    doctypeIds(token);
-    if (position_ >= size_) token.forceQuirks = true;
-    bogusComment();
+    skipWhiteSpace();
+    ScannedName name;
+    name.asWritten = false; // as far as anyone knows
+    while (position_ + name.length < size_ && !isWhiteSpace(data_[position_ + name.length]) &&
+           data_[position_ + name.length] != '>')
+        ++name.length;
+    token.name = takeName(name);
+    token.forceQuirks = token.name.empty() || !doctypeIds(token);
+    position_ = std::min(find('>', position_) + 1, size_);
 }
 
-void HtmlTokenizer::doctypeIds(Token& token) {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+/// 13.2.5.56 to 13.2.5.67, from the end of the name to ">" or to what is bogus; false where that forces quirks.
+bool HtmlTokenizer::doctypeIds(Token& token) {
+    const auto isEnd = [this] {
+        skipWhiteSpace();
+        return at(position_) == '>';
+    };
+    if (isEnd()) return true;
     const bool isPublic = startsWith(position_, "public");
-    if (position_ >= size_ || data_[position_] == '>') return;
-    if (!isPublic && !startsWith(position_, "system")) {
-        token.forceQuirks = true;
-        return;
-    }
+    if (!isPublic && !startsWith(position_, "system")) return false;
     position_ += 6;
     if (isPublic) {
-        token.hasPublicId = quotedId(token.publicId);
-        if (!token.hasPublicId) {
-            token.forceQuirks = true;
-            return;
-        }
+        if (!quotedId(token.hasPublicId, token.publicId)) return false;
+        if (isEnd()) return true;
     }
-    token.hasSystemId = quotedId(token.systemId);
-    if (!token.hasSystemId && at(position_) != '>') token.forceQuirks = true;
-    if (!token.hasSystemId && !isPublic) token.forceQuirks = true;
+    if (!quotedId(token.hasSystemId, token.systemId)) return false;
+    skipWhiteSpace();
+    return position_ < size_; // what stands there is bogus, but forces nothing
 }
 
-bool HtmlTokenizer::quotedId(std::string_view& id) {
-    while (position_ < size_ && isWhiteSpace(data_[position_]))
-        ++position_;
+/// Reads an identifier in quotes; false where there is none or where it does not end with its quote.
+bool HtmlTokenizer::quotedId(bool& has, std::string_view& id) {
+    skipWhiteSpace();
     const char quote = at(position_);
     if (quote != '"' && quote != '\'') return false;
-    const std::size_t start = position_ + 1;
-    std::size_t end = start;
-    while (end < size_ && data_[end] != quote && data_[end] != '>')
-        ++end;
-    id = {data_ + start, end - start};
-    position_ = end < size_ && data_[end] == quote ? end + 1 : end;
+    const std::size_t start = ++position_;
+    while (position_ < size_ && data_[position_] != quote && data_[position_] != '>')
+        ++position_;
+    has = true;
+    id = {data_ + start, position_ - start};
+    if (at(position_) != quote) return false;
+    ++position_;
     return true;
 }
 

@@ -1,12 +1,12 @@
-// The tokenizer of the HTML Standard, section 13.2.5. Comments are no tokens here: nothing looks at them. Names are put in lower
-// case where they stand, in the tree's source; texts and values are slices of it where they hold no character reference.
+// The tokenizer of the HTML Standard, section 13.2.5. Names, texts and values are slices of the tree's source where they are to be as
+// they were written.
 #pragma once
 
 #include "engines/html/HtmlTree.h"
 
 namespace quillow::html {
 
-enum class TokenType : std::uint8_t { doctype, startTag, endTag, characters, endOfFile };
+enum class TokenType : std::uint8_t { doctype, startTag, endTag, comment, characters, endOfFile };
 
 struct Token {
     TokenType type = TokenType::endOfFile;
@@ -16,9 +16,10 @@ struct Token {
     bool hasPublicId = false;  ///< of a doctype
     bool hasSystemId = false;  ///< of a doctype
     std::string_view name;     ///< of a tag or doctype, lower case
-    std::string_view text;     ///< of characters, never empty; may hold U+0000
-    std::string_view publicId; ///< of a doctype
-    std::string_view systemId; ///< of a doctype
+    bool holdsNul = true;      ///< of characters: there may be U+0000 in them
+    std::string_view text;     ///< of characters, never empty, or of a comment (which may hold U+0000)
+    std::string_view publicId; ///< of a doctype, may hold U+0000
+    std::string_view systemId; ///< of a doctype, may hold U+0000
     std::vector<Attribute> attributes;
 };
 
@@ -43,27 +44,47 @@ private:
     [[nodiscard]] std::size_t find(char character, std::size_t from) const;
     [[nodiscard]] std::size_t find(std::string_view text, std::size_t from) const;
 
+    /// What a run of characters holds that has to be replaced.
+    struct Found {
+        bool reference = false;
+        bool nul = false;
+        void add(char c) {
+            reference = reference || c == '&';
+            nul = nul || c == '\0';
+        }
+    };
+
     bool data(Token& token);
+    [[nodiscard]] bool opensMarkup(std::size_t position) const;
     bool rawText(Token& token);
     bool markup(Token& token);
-    bool tag(Token& token, TokenType type);
+    bool tag(Token& token, TokenType type, std::size_t start);
     bool attribute(Token& token);
-    std::string_view attributeName();
+    [[nodiscard]] ScannedName attributeNameFromEqualsSign() const;
     std::string_view attributeValue();
-    void comment();
-    void bogusComment();
+    template <char quote>
+    std::string_view quotedValue();
+    std::string_view unquotedValue();
+    std::string_view finishedValue(std::size_t start, std::size_t end, Found found);
+    std::string_view replacedValue(std::string_view value, Found found);
+    void comment(Token& token);
+    void bogusComment(Token& token);
+    void emitComment(Token& token, std::size_t start, std::size_t end, std::size_t next);
     void doctype(Token& token);
-    void doctypeIds(Token& token);
-    bool quotedId(std::string_view& id);
+    void skipWhiteSpace();
+    bool doctypeIds(Token& token);
+    bool quotedId(bool& has, std::string_view& id);
     bool cdataSection(Token& token);
     [[nodiscard]] std::size_t endTagPosition(std::size_t from) const;
     [[nodiscard]] std::size_t scriptEndPosition(std::size_t from) const;
     [[nodiscard]] bool isTagAt(std::size_t position, std::string_view name) const;
-    void emitText(Token& token, std::size_t start, std::size_t end, bool resolvesReferences);
-    std::string_view lowered(std::size_t start, std::size_t end);
+    void emitText(Token& token, std::size_t start, std::size_t end, Found found);
+    std::string_view takeName(ScannedName& name);
+    std::string_view rewrittenName(ScannedName& name, std::string_view written);
 
     HtmlTree& tree_;
-    char* data_;
+    std::string_view source_;
+    const char* data_;
     std::size_t size_;
     std::size_t position_ = 0;
     State state_ = State::data;

@@ -1,36 +1,58 @@
 #include "engines/html/HtmlTree.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cassert>
 
 namespace quillow::html {
 
 namespace {
 constexpr std::size_t kChunkBytes = 64 * 1024;
+/// A guess; pages of few tags have fewer nodes, and what is reserved and not used costs nothing.
+constexpr std::size_t kBytesPerNode = 24;
 } // namespace
 
-HtmlTree::HtmlTree(std::string source)
-    : source_(std::move(source)) {
-    nodes_.reserve(source_.size() / 24 + 16);
+HtmlTree::HtmlTree(std::string_view source)
+    : source_(source) {
+    nodes_.reserve(source_.size() / kBytesPerNode + 16);
     nodes_.emplace_back().kind = NodeKind::document;
 }
 
-const std::string_view* HtmlTree::attribute(NodeId id, std::string_view name) const {
+HtmlTree::HtmlTree(std::string source)
+    : HtmlTree(std::string_view()) {
+    ownSource_ = std::move(source);
+    source_ = ownSource_;
+}
+
+std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view name) const {
+    if (const AttributeName known = attributeNameForKey(keyOf(name)); known != AttributeName::unknown)
+        return attribute(id, known);
     for (const Attribute& attribute : attributes(id))
-        if (attribute.name == name) return &attribute.value;
-    return nullptr;
+        if (attribute.known() == AttributeName::unknown && attribute.name() == name) return attribute.value();
+    return std::nullopt;
+}
+
+std::uint32_t HtmlTree::knownAttributes(std::span<const Attribute> attributes) {
+    static_assert(static_cast<unsigned>(AttributeName::count) <= 32);
+    std::uint32_t known = 0;
+    for (const Attribute& attribute : attributes)
+        known |= std::uint32_t{1} << static_cast<unsigned>(attribute.known());
+    return known;
 }
 
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
-    node.kind = NodeKind::element;
     node.tag = tag;
     node.space = space;
-    node.text = name;
-    node.firstAttribute = static_cast<std::uint32_t>(attributes_.size());
-    node.attributeCount = static_cast<std::uint32_t>(std::min(attributes.size(), kMaxAttributes));
-    attributes_.insert(attributes_.end(), attributes.begin(), attributes.begin() + node.attributeCount);
+    const std::size_t count = std::min(attributes.size(), kMaxAttributes);
+    node.attributeCount = static_cast<std::uint8_t>(count);
+    if (count == 0 && tag != Tag::unknown) return id;
+    const std::size_t named = tag == Tag::unknown ? 1 : 0;
+    Attribute* const room = allocateAttributes(count + named);
+    if (named != 0) std::construct_at(room, AttributeName::unknown, std::string_view(), name);
+    std::uninitialized_copy_n(attributes.data(), count, room + named);
+    node.content.attributes = room + named;
+    node.sizeOrKnown = knownAttributes(attributes.first(count));
     return id;
 }
 
@@ -40,17 +62,9 @@ NodeId HtmlTree::createClone(const Node& original) {
     Node& node = nodes_.emplace_back();
     node.tag = copied.tag;
     node.space = copied.space;
-    node.text = copied.text;
-    node.firstAttribute = copied.firstAttribute;
     node.attributeCount = copied.attributeCount;
-    return id;
-}
-
-NodeId HtmlTree::createText(std::string_view text) {
-    const auto id = static_cast<NodeId>(nodes_.size());
-    Node& node = nodes_.emplace_back();
-    node.kind = NodeKind::text;
-    node.text = text;
+    node.sizeOrKnown = copied.sizeOrKnown;
+    node.content = copied.content;
     return id;
 }
 
@@ -88,30 +102,42 @@ void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> a
     std::vector<Attribute> all(attributes(element).begin(), attributes(element).end());
     const std::size_t before = all.size();
     for (const Attribute& attribute : added)
-        if (this->attribute(element, attribute.name) == nullptr && all.size() < kMaxAttributes)
+        if (std::none_of(all.begin(), all.end(), [&](const Attribute& a) { return a.hasNameOf(attribute); }) &&
+            all.size() < kMaxAttributes)
             all.push_back(attribute);
     if (all.size() == before) return;
-    nodes_[element].firstAttribute = static_cast<std::uint32_t>(attributes_.size());
-    nodes_[element].attributeCount = static_cast<std::uint32_t>(all.size());
-    attributes_.insert(attributes_.end(), all.begin(), all.end());
+    // An element whose attributes are added to has a known tag: no name stands before them.
+    assert(nodes_[element].tag != Tag::unknown);
+    Attribute* const room = allocateAttributes(all.size());
+    std::uninitialized_copy(all.begin(), all.end(), room);
+    nodes_[element].content.attributes = room;
+    nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
+    nodes_[element].sizeOrKnown = knownAttributes(all);
 }
 
-char* HtmlTree::allocate(std::size_t size) {
-    if (size > freeBytes_) {
-        const std::size_t chunk = std::max(size, kChunkBytes);
-        chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
-        if (size > kChunkBytes / 4) return chunks_.back().get(); // keeps what is left of the chunk in use
-        free_ = chunks_.back().get();
-        freeBytes_ = chunk;
+/// A chunk of its own where what is asked for would waste what is left of the one in use.
+char* HtmlTree::allocateChunk(std::size_t size) {
+    const std::size_t chunk = std::max(size, kChunkBytes);
+    chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
+    char* const room = chunks_.back().get();
+    if (size <= kChunkBytes / 4) {
+        free_ = room + size;
+        freeBytes_ = chunk - size;
     }
-    char* const room = free_;
-    free_ += size;
-    freeBytes_ -= size;
+    return room;
+}
+
+char* HtmlTree::allocate(std::size_t size, std::size_t alignment) {
+    const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(free_) % alignment) % alignment;
+    if (padding + size > freeBytes_) return allocateChunk(size);
+    char* const room = free_ + padding;
+    free_ = room + size;
+    freeBytes_ -= padding + size;
     return room;
 }
 
 std::string_view HtmlTree::keep(std::string_view text) {
-    char* const room = allocate(text.size());
+    char* const room = allocate(text.size(), 1);
     std::copy(text.begin(), text.end(), room);
     return {room, text.size()};
 }

@@ -2,11 +2,13 @@
 // what rendering needs and nothing else (no comments, no doctype). `parseHtml` fills it; how is known to one file only.
 #pragma once
 
+#include "engines/html/HtmlAttributes.h"
 #include "engines/html/HtmlTags.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,11 +22,6 @@ inline constexpr NodeId kNoNode = 0xFFFFFFFF;
 enum class NodeKind : std::uint8_t { document, element, text };
 enum class Namespace : std::uint8_t { html, svg, mathMl };
 
-struct Attribute {
-    std::string_view name; ///< ASCII lower case
-    std::string_view value;
-};
-
 struct Node {
     NodeId parent = kNoNode;
     NodeId previous = kNoNode;
@@ -34,16 +31,34 @@ struct Node {
     NodeKind kind = NodeKind::element;
     Namespace space = Namespace::html;
     Tag tag = Tag::unknown;
-    std::uint32_t firstAttribute = 0;
-    std::uint32_t attributeCount = 0;
-    std::string_view text; ///< a text node's characters; an element's name in lower case
+    std::uint8_t attributeCount = 0;
+    std::uint32_t sizeOrKnown = 0; ///< a text node's size; an element's known attributes, a bit each
+    union {
+        const char* text; ///< of a text node
+        const Attribute*
+            attributes; ///< of an element; before them, where its tag is unknown, its name as an attribute's value
+    } content = {nullptr};
+
+    /// A text node's characters; an element's name in lower case.
+    [[nodiscard]] std::string_view text() const {
+        if (kind == NodeKind::text) return {content.text, sizeOrKnown};
+        return tag != Tag::unknown || kind == NodeKind::document ? tagName(tag) : content.attributes[-1].value();
+    }
+    /// Whether an element has an attribute of that name.
+    [[nodiscard]] bool has(AttributeName name) const { return (sizeOrKnown >> static_cast<unsigned>(name) & 1) != 0; }
 };
 
-/// A tree with its strings. Neither copied nor moved: the slices point into it.
+/// Attributes of one element beyond this number are dropped.
+inline constexpr std::size_t kMaxAttributes = 255;
+
+/// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
 class HtmlTree {
 public:
     static constexpr NodeId kDocument = 0;
 
+    /// A tree over a source that outlives it, without U+000D.
+    explicit HtmlTree(std::string_view source);
+    /// A tree that keeps its source.
     explicit HtmlTree(std::string source);
     HtmlTree(const HtmlTree&) = delete;
     HtmlTree& operator=(const HtmlTree&) = delete;
@@ -51,20 +66,40 @@ public:
     [[nodiscard]] const Node& node(NodeId id) const { return nodes_[id]; }
     [[nodiscard]] std::size_t size() const { return nodes_.size(); }
     [[nodiscard]] std::span<const Attribute> attributes(NodeId id) const {
-        return std::span(attributes_).subspan(nodes_[id].firstAttribute, nodes_[id].attributeCount);
+        return {nodes_[id].content.attributes, nodes_[id].attributeCount};
     }
-    /// The value of an attribute, or nullptr where the element has none of that name; the first of several wins.
-    [[nodiscard]] const std::string_view* attribute(NodeId id, std::string_view name) const;
+    /// The value of an attribute, or nothing where the element has none of that name; the first of several wins.
+    [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, AttributeName name) const {
+        if (!nodes_[id].has(name)) return std::nullopt;
+        for (const Attribute& attribute : attributes(id))
+            if (attribute.known() == name) return attribute.value();
+        return std::nullopt;
+    }
+    /// The same for a name of any kind, in lower case.
+    [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, std::string_view name) const;
 
-    /// The source, which the builder may rewrite in place (lower case for names, character references) before it takes slices.
-    [[nodiscard]] std::string& source() { return source_; }
+    [[nodiscard]] std::string_view source() const { return source_; }
 
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
     /// A new element with the name and the attributes of another.
     [[nodiscard]] NodeId createClone(const Node& original);
-    [[nodiscard]] NodeId createText(std::string_view text);
-    void append(NodeId parent, NodeId child) { insertBefore(parent, child, kNoNode); }
+    [[nodiscard]] NodeId createText(std::string_view text) {
+        const auto id = static_cast<NodeId>(nodes_.size());
+        Node& node = nodes_.emplace_back();
+        node.kind = NodeKind::text;
+        node.sizeOrKnown = static_cast<std::uint32_t>(text.size());
+        node.content.text = text.data();
+        return id;
+    }
+    void append(NodeId parent, NodeId child) {
+        Node& inserted = nodes_[child];
+        Node& container = nodes_[parent];
+        inserted.parent = parent;
+        inserted.previous = container.lastChild;
+        (container.lastChild == kNoNode ? container.firstChild : nodes_[container.lastChild].next) = child;
+        container.lastChild = child;
+    }
     /// `before` is a child of `parent`, or kNoNode for the end.
     void insertBefore(NodeId parent, NodeId child, NodeId before);
     void remove(NodeId child);
@@ -73,17 +108,22 @@ public:
     /// Adds the attributes that the element does not have yet.
     void addMissingAttributes(NodeId element, std::span<const Attribute> attributes);
 
-    /// Room for `size` bytes that lives as long as the tree.
-    [[nodiscard]] char* allocate(std::size_t size);
     /// A copy that lives as long as the tree.
     [[nodiscard]] std::string_view keep(std::string_view text);
     /// The text with U+FFFD for each U+0000.
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
-    std::string source_;
+    [[nodiscard]] static std::uint32_t knownAttributes(std::span<const Attribute> attributes);
+    [[nodiscard]] char* allocate(std::size_t size, std::size_t alignment);
+    [[nodiscard]] char* allocateChunk(std::size_t size);
+    [[nodiscard]] Attribute* allocateAttributes(std::size_t count) {
+        return reinterpret_cast<Attribute*>(allocate(count * sizeof(Attribute), alignof(Attribute)));
+    }
+
+    std::string ownSource_;
+    std::string_view source_;
     std::vector<Node> nodes_;
-    std::vector<Attribute> attributes_;
     std::vector<std::unique_ptr<char[]>> chunks_;
     char* free_ = nullptr;
     std::size_t freeBytes_ = 0;
@@ -92,10 +132,10 @@ private:
 /// Elements nest no deeper than this; what is nested deeper becomes a sibling, so that its text is kept. Browsers draw the
 /// same line at 512.
 inline constexpr std::size_t kMaxTreeDepth = 512;
-/// Attributes of one element beyond this number are dropped.
-inline constexpr std::size_t kMaxAttributes = 1024;
 
 /// The tree of a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
 [[nodiscard]] std::unique_ptr<HtmlTree> parseHtml(std::string utf8);
+/// The same without a copy where that can be: the document outlives the tree.
+[[nodiscard]] std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8);
 
 } // namespace quillow::html

@@ -2237,7 +2237,10 @@ const NamedReference kNamedReferences[2231] = {
     {"zwj;", 0x200D, 0x0},
     {"zwnj;", 0x200C, 0x0},
 };
+const std::uint16_t kNamedReferenceStarts[] = {
+    0, 27, 39, 75, 129, 159, 167, 189, 201, 230, 237, 245, 305, 314, 386, 415, 434, 439, 484, 524, 547, 587,
+    604, 609, 613, 624, 634, 634, 634, 634, 634, 634, 634, 703, 819, 918, 984, 1051, 1090, 1150, 1178, 1234,
+    1242, 1252, 1406, 1446, 1614, 1675, 1744, 1755, 1859, 2017, 2075, 2127, 2169, 2180, 2204, 2218, 2231};
 // clang-format on
-const std::size_t kNamedReferenceCount = 2231;
 
 } // namespace quillow::html

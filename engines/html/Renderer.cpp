@@ -4,6 +4,7 @@
 #include "engines/html/ListMarkers.h"
 #include "engines/html/StyleResolver.h"
 #include "engines/html/TextCollector.h"
+#include "text/ByteScan.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,13 +41,13 @@ struct Frame {
     bool inSelect = false;
     bool ownContent = false; ///< has lines of its own: `outer` is the line around it
     std::uint8_t requiredLineBreaks = 0;
-    std::size_t rowOwner = 0;   ///< the frame that counts this one's child cells
-    std::size_t tableOwner = 0; ///< the frame that counts this one's child rows
-    std::size_t listOwner = 0;  ///< the frame of the list around, or 0
-    std::size_t listDepth = 0;
-    std::int64_t nextNumber = 1; ///< of a list
-    std::int64_t numberStep = 1;
     bool isListItem = false;
+    std::int8_t numberStep = 1;   ///< of a list
+    std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
+    std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
+    std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
+    std::uint32_t listDepth = 0;
+    std::int64_t nextNumber = 1;   ///< of a list
     std::size_t markersBefore = 0; ///< of a list item
     std::size_t writtenBefore = 0; ///< of a link
     LineState outer;
@@ -66,6 +67,15 @@ Display blockified(Display display) {
     }
 }
 
+bool isOutOfFlow(const Style& style) {
+    return style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
+}
+
+/// HTML, 15.3.5: quotation marks are drawn around it. They are no text, but like any other they keep the space beside them.
+bool isQuotation(const Node& node) {
+    return node.tag == Tag::q && node.space == Namespace::html;
+}
+
 /// A target that means something outside of the page: no script, and not a place in the page itself.
 bool isReadableTarget(std::string_view target) {
     target = trimWhiteSpace(target);
@@ -73,9 +83,9 @@ bool isReadableTarget(std::string_view target) {
     return !target.empty() && target.front() != '#' && !equalsIgnoringCase(target.substr(0, kScript.size()), kScript);
 }
 
-std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, std::string_view name) {
-    const auto* value = tree.attribute(element, name);
-    if (value == nullptr) return std::nullopt;
+std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, AttributeName name) {
+    const auto value = tree.attribute(element, name);
+    if (!value) return std::nullopt;
     std::string_view digits = trimWhiteSpace(*value);
     if (digits.starts_with("+")) digits.remove_prefix(1);
     std::int32_t number = 0;
@@ -130,6 +140,7 @@ RenderedText Renderer::render() {
         walk(HtmlTree::kDocument);
     } else {
         frames_.back().style = styleOf(html, frames_.back());
+        styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
         for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
             if (tree_.node(child).tag != Tag::head) walk(child);
@@ -165,14 +176,16 @@ Renderer::Entered Renderer::enter(NodeId id) {
     case NodeKind::document: break;
     }
     frames_.push_back(frames_.back());
+    styles_.enter(id);
     return Entered::yes;
 }
 
 void Renderer::enterText(const Node& node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
-    if (frame.dropsWhiteSpace && std::all_of(node.text.begin(), node.text.end(), isWhiteSpace)) return;
-    collector_.text(node.text, frame.style.whiteSpace, frame.style.visibility);
+    const std::string_view text = node.text();
+    if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
+    collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
 Style Renderer::styleOf(NodeId element, const Frame& parent) {
@@ -182,8 +195,7 @@ Style Renderer::styleOf(NodeId element, const Frame& parent) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
-    const bool outOfFlow = style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
-    if (outOfFlow || parent.blockifiesChildren) style.display = blockified(style.display);
+    if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
     return style;
 }
 
@@ -208,7 +220,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
     if (node.space == Namespace::svg) applySvgRules(node, frame);
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
-    const std::size_t index = frames_.size();
+    const auto index = static_cast<std::uint32_t>(frames_.size());
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
@@ -228,8 +240,10 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
         openList(id, frame);
         if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
+    if (isQuotation(node)) collector_.atomicBox();
     frame.writtenBefore = collector_.written();
     frames_.push_back(frame);
+    styles_.enter(id);
     return Entered::yes;
 }
 
@@ -261,15 +275,17 @@ void Renderer::drawReplaced(const Frame& frame) {
         collector_.atomicBox();
         return;
     }
+    LineState outer;
+    if (isOutOfFlow(frame.style)) outer = collector_.enterOutOfFlow();
     const std::size_t breaks = isVisible(frame) ? 1 : 0;
     collector_.requireLineBreaks(breaks);
     collector_.endLine();
     collector_.requireLineBreaks(breaks);
+    if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
 }
 
 /// The box that the display type makes, and the line breaks before it.
 void Renderer::openBox(const Node& node, Frame& frame) {
-    const bool outOfFlow = frame.style.floating == Flow::outOfFlow || frame.style.positioned == Flow::outOfFlow;
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -282,7 +298,7 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::flex:
     case Display::table:
     case Display::tableCaption:
-        if (outOfFlow) {
+        if (isOutOfFlow(frame.style)) {
             frame.ownContent = true;
             frame.outer = collector_.enterOutOfFlow();
         }
@@ -301,8 +317,10 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     case Display::tableRow: frame.dropsWhiteSpace = true; break;
     default: break;
     }
-    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items."
-    if (node.tag == Tag::p && node.space == Namespace::html) frame.requiredLineBreaks = 2;
+    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items." As in
+    // browsers, not where it is a part of a table.
+    const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
+    if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.breaksLine) collector_.endLine();
@@ -326,11 +344,11 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
     if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
-    frame.listOwner = frames_.size();
+    frame.listOwner = static_cast<std::uint32_t>(frames_.size());
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
-    const auto start = integerAttribute(tree_, id, "start");
-    if (tree_.attribute(id, "reversed") != nullptr) {
+    const auto start = integerAttribute(tree_, id, AttributeName::start);
+    if (tree_.attribute(id, AttributeName::reversed)) {
         frame.numberStep = -1;
         frame.nextNumber = 0;
         for (NodeId child = node.firstChild; !start && child != kNoNode; child = tree_.node(child).next)
@@ -344,7 +362,7 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     std::int64_t number = 1;
     if (isItem && frame.listOwner != 0) {
         Frame& list = frames_[frame.listOwner];
-        if (const auto value = integerAttribute(tree_, id, "value")) list.nextNumber = *value;
+        if (const auto value = integerAttribute(tree_, id, AttributeName::value)) list.nextNumber = *value;
         number = list.nextNumber;
         list.nextNumber += list.numberStep;
     }
@@ -354,22 +372,25 @@ void Renderer::openListItem(NodeId id, Frame& frame) {
     frame.isListItem = true;
     frame.markersBefore = collector_.heldMarkerBytes();
     if (frame.markersBefore == 0 && frame.listDepth > 1)
-        collector_.holdMarker(std::string(kIndentPerLevel * std::min(frame.listDepth - 1, kMaxIndentLevels), ' '));
+        collector_.holdMarker(
+            std::string(kIndentPerLevel * std::min<std::size_t>(frame.listDepth - 1, kMaxIndentLevels), ' '));
     collector_.holdMarker(marker);
 }
 
 void Renderer::leave(NodeId id) {
     const Node& node = tree_.node(id);
-    const Frame frame = frames_.back();
-    frames_.pop_back();
+    const Frame& frame = frames_.back();
     if (options_.links == LinkTargets::afterText && node.tag == Tag::a && collector_.written() > frame.writtenBefore) {
-        const auto* target = tree_.attribute(id, "href");
-        if (target != nullptr && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
+        const auto target = tree_.attribute(id, AttributeName::href);
+        if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
+    if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
+    frames_.pop_back();
+    styles_.leave(id);
 }
 
 } // namespace

@@ -29,30 +29,29 @@ void StyleResolver::collectSheets() {
         const Node& node = tree_.node(id);
         if (node.kind != NodeKind::element || node.tag != Tag::style || node.firstChild == kNoNode) continue;
         // HTML, 4.2.6: a type other than text/css is no style sheet.
-        const auto* type = tree_.attribute(id, "type");
-        if (type != nullptr && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
-        const auto* media = tree_.attribute(id, "media");
-        std::string_view css = tree_.node(node.firstChild).text;
+        const auto type = tree_.attribute(id, AttributeName::type);
+        if (type && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
+        const auto media = tree_.attribute(id, AttributeName::media);
+        std::string_view css = tree_.node(node.firstChild).text();
         if (node.firstChild != node.lastChild) {
             std::string& whole = joined_.emplace_back();
             for (NodeId child = node.firstChild; child != kNoNode; child = tree_.node(child).next)
-                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text;
+                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text();
             css = whole;
         }
-        sheets_.add(css, media == nullptr ? std::string_view() : *media);
+        sheets_.add(css, media.value_or(std::string_view()));
     }
 }
 
 Style StyleResolver::resolve(NodeId element, const Style& parent) {
     Style style = userAgentStyle(tree_, element, parent);
-    if (!matcher_ || (sheets_.empty() && tree_.node(element).attributeCount == 0)) return style;
+    if (!matcher_ || (sheets_.empty() && !tree_.node(element).has(AttributeName::style))) return style;
     CascadedValues values;
     matcher_->cascade(element, values);
+    if (!values.any()) return style;
+    applied_ = true;
     const auto take = [&](CssProperty property, auto& own, auto inherited, auto initial, bool inherits) {
-        const auto value = values.value(property);
-        if (!value) return;
-        applied_ = true;
-        own = computed(value, own, inherited, initial, inherits);
+        own = computed(values.value(property), own, inherited, initial, inherits);
     };
     take(CssProperty::display, style.display, parent.display, Display::inline_, false);
     take(CssProperty::visibility, style.visibility, parent.visibility, Visibility::visible, true);

@@ -14,7 +14,14 @@ public:
     /// With `withAuthor` false neither sheets nor style attributes are looked at.
     StyleResolver(const HtmlTree& tree, bool withAuthor);
 
+    /// The style of an element. Its ancestors, and no others, have been entered and not left.
     [[nodiscard]] Style resolve(NodeId element, const Style& parent);
+    void enter(NodeId node) {
+        if (matcher_) matcher_->enter(node);
+    }
+    void leave(NodeId node) {
+        if (matcher_) matcher_->leave(node);
+    }
 
     /// True when a declaration of the author's applied to any element so far.
     [[nodiscard]] bool authorStylesApplied() const { return applied_; }

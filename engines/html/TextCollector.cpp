@@ -1,10 +1,10 @@
 #include "engines/html/TextCollector.h"
 
 #include "engines/html/Ascii.h"
+#include "text/ByteScan.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
-#include <array>
 
 namespace quillow::html {
 
@@ -36,27 +36,14 @@ char32_t lastCodePoint(std::string_view text) {
     return 0;
 }
 
-constexpr std::array<bool, 256> makeWhiteSpaceTable() {
-    std::array<bool, 256> table{};
-    for (const char c : {' ', '\t', '\n', '\f', '\r'})
-        table[static_cast<unsigned char>(c)] = true;
-    return table;
-}
-constexpr std::array<bool, 256> kIsWhiteSpace = makeWhiteSpaceTable();
-
-bool isSpaceByte(char c) {
-    return kIsWhiteSpace[static_cast<unsigned char>(c)];
-}
-
 } // namespace
 
-void TextCollector::beforeWriting() {
+void TextCollector::writeWhatIsHeld() {
     if (started_)
         for (; required_ > 0; --required_)
             sink_.appendAscii('\n');
     required_ = 0;
     started_ = true;
-    line_.removable = 0;
     if (!heldMarkers_.empty()) {
         sink_.appendUtf8(heldMarkers_);
         heldMarkers_.clear();
@@ -124,7 +111,7 @@ void TextCollector::flushPending(std::string_view following) {
     line_.pending = LineState::Space::none;
     if (pending != LineState::Space::visible) return;
     if (line_.pendingBreak && breakVanishes(following)) return;
-    write(" ");
+    literal(' ');
 }
 
 void TextCollector::text(std::string_view characters, WhiteSpace mode, Visibility visibility) {
@@ -145,21 +132,16 @@ void TextCollector::preserved(std::string_view characters, Visibility visibility
 }
 
 void TextCollector::collapsible(std::string_view characters, WhiteSpace mode, Visibility visibility) {
-    const char* at = characters.data();
-    const char* const end = at + characters.size();
     line_.pendingBreak = false; // only breaks inside of one text vanish
-    // Words are written together as long as what stands between them is a single space.
-    while (at < end) {
-        const char* const spaceStart = at;
-        while (at < end && isSpaceByte(*at))
-            ++at;
-        if (at > spaceStart) collapse({spaceStart, static_cast<std::size_t>(at - spaceStart)}, mode, visibility);
-        const char* const start = at;
-        while (at < end && (!isSpaceByte(*at) || (*at == ' ' && at + 1 < end && !isSpaceByte(at[1]))))
-            ++at;
-        if (at == start) continue;
-        const std::string_view words(start, static_cast<std::size_t>(at - start));
-        flushPending(words);
+    for (std::size_t at = 0; at < characters.size();) {
+        const std::size_t start = text::skipBlanks(characters, at);
+        if (start > at && (!line_.atStart || mode == WhiteSpace::preserveBreaks))
+            collapse(characters.substr(at, start - at), mode, visibility);
+        if (start == characters.size()) return;
+        // Words are written together as long as what stands between them is a single space.
+        at = text::findBlankRun(characters, start);
+        const std::string_view words = characters.substr(start, at - start);
+        if (line_.pending != LineState::Space::none) flushPending(words);
         if (visibility == Visibility::visible) write(words);
         line_.removable = 0;
         line_.atStart = false;
@@ -167,20 +149,18 @@ void TextCollector::collapsible(std::string_view characters, WhiteSpace mode, Vi
 }
 
 void TextCollector::collapse(std::string_view whiteSpace, WhiteSpace mode, Visibility visibility) {
-    const std::size_t breaks = static_cast<std::size_t>(std::count(whiteSpace.begin(), whiteSpace.end(), '\n'));
-    if (mode == WhiteSpace::preserveBreaks && breaks > 0) {
+    const bool hasBreak = text::findFirstOf<'\n'>(whiteSpace, 0) < whiteSpace.size();
+    if (mode == WhiteSpace::preserveBreaks && hasBreak) {
         endLine();
         if (visibility == Visibility::visible)
-            for (std::size_t i = 0; i < breaks; ++i)
+            for (auto breaks = std::count(whiteSpace.begin(), whiteSpace.end(), '\n'); breaks > 0; --breaks)
                 literal('\n');
         return;
     }
     if (line_.atStart) return;
-    if (line_.pending == LineState::Space::none) {
+    if (line_.pending == LineState::Space::none)
         line_.pending = visibility == Visibility::visible ? LineState::Space::visible : LineState::Space::hidden;
-        line_.pendingBreak = false;
-    }
-    line_.pendingBreak = breaks > 0;
+    line_.pendingBreak = hasBreak;
 }
 
 std::string TextCollector::finish() && {

@@ -60,7 +60,11 @@ public:
     [[nodiscard]] std::string finish() &&;
 
 private:
-    void beforeWriting();
+    void beforeWriting() {
+        line_.removable = 0;
+        if (required_ > 0 || !started_ || !heldMarkers_.empty()) writeWhatIsHeld();
+    }
+    void writeWhatIsHeld();
     void write(std::string_view characters);
     void collapsible(std::string_view characters, WhiteSpace mode, Visibility visibility);
     void preserved(std::string_view characters, Visibility visibility);

@@ -27,6 +27,19 @@ constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::
 
 } // namespace
 
+std::string withLineFeeds(std::string_view source) {
+    std::string normalized;
+    normalized.reserve(source.size());
+    while (!source.empty()) {
+        const std::size_t line = source.find('\r');
+        normalized.append(source.substr(0, line));
+        if (line == std::string_view::npos) break;
+        normalized.push_back('\n');
+        source.remove_prefix(line + (source.substr(line + 1).starts_with('\n') ? 2 : 1));
+    }
+    return normalized;
+}
+
 std::string_view leadingWhiteSpace(std::string_view text) {
     std::size_t end = 0;
     while (end < text.size() && isWhiteSpace(text[end]))
@@ -35,20 +48,62 @@ std::string_view leadingWhiteSpace(std::string_view text) {
 }
 
 std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
+    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
     auto tree = std::make_unique<HtmlTree>(std::move(utf8));
     TreeBuilder(*tree).run();
     return tree;
 }
 
-void TreeBuilder::run() {
+std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8) {
+    if (utf8.find('\r') != std::string_view::npos) return parseHtml(std::string(utf8));
+    auto tree = std::make_unique<HtmlTree>(utf8);
+    TreeBuilder(*tree).run();
+    return tree;
+}
+
+std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName, Namespace contextSpace) {
+    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
+    auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    const NodeId context =
+        tree->createElement(tagForKey(keyOf(contextName)), tree->keep(contextName), contextSpace, {});
+    TreeBuilder(*tree).runFragment(context);
+    return tree;
+}
+
+void TreeBuilder::runFragment(NodeId context) {
+    const Node& node = tree_.node(context);
+    context_ = {context, node.tag, node.space};
+    const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
+    // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
+    constexpr TagSet kPlain{Tag::style,    Tag::xmp,    Tag::iframe,   Tag::noembed,
+                            Tag::noframes, Tag::script, Tag::plaintext};
+    if (tag == Tag::title || tag == Tag::textarea) tokenizer_.switchTo(HtmlTokenizer::State::rcdata);
+    if (kPlain.contains(tag)) tokenizer_.switchTo(HtmlTokenizer::State::plaintext);
+    // 5. to 7. The root.
+    html_ = tree_.createElement(Tag::html, tagName(Tag::html), Namespace::html, {});
+    tree_.append(HtmlTree::kDocument, html_);
+    push(html_);
+    // 8. and following.
+    if (tag == Tag::template_) templateModes_.push_back(Mode::inTemplate);
+    resetInsertionMode();
+    if (tag == Tag::form) form_ = context;
+    readTokens();
+}
+
+void TreeBuilder::readTokens() {
     Token token;
     while (!finished_) {
-        tokenizer_.allowCdata(!open_.empty() && current().space != Namespace::html);
+        tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
         tokenizer_.next(token);
         if (skipLineFeed_) {
             skipLineFeed_ = false;
             if (token.type == TokenType::characters && token.text.front() == '\n') token.text.remove_prefix(1);
             if (token.type == TokenType::characters && token.text.empty()) continue;
+        }
+        if (token.type == TokenType::comment) {
+            // It makes no node, but ends the characters that a table holds back.
+            if (mode_ == Mode::inTableText) inTableText(token);
+            continue;
         }
         if (token.type == TokenType::startTag) {
             ++startTags_;
@@ -74,17 +129,18 @@ void TreeBuilder::boundDepth() {
 
 /// 13.2.6, the tree construction dispatcher.
 bool TreeBuilder::usesForeignRules(const Token& token) const {
-    if (open_.empty() || current().space == Namespace::html || token.type == TokenType::endOfFile) return false;
+    if (open_.empty() || token.type == TokenType::endOfFile) return false;
+    const OpenElement& node = adjustedCurrent();
+    if (node.space == Namespace::html) return false;
     const bool startTag = token.type == TokenType::startTag;
     const bool characters = token.type == TokenType::characters;
-    if (isMathTextIntegrationPoint(current())) {
+    if (isMathTextIntegrationPoint(node)) {
         if (characters) return false;
         if (startTag && token.tag != Tag::mglyph && token.tag != Tag::malignmark) return false;
     }
-    if (current().space == Namespace::mathMl && current().tag == Tag::annotationXml && startTag &&
-        token.tag == Tag::svg)
+    if (node.space == Namespace::mathMl && node.tag == Tag::annotationXml && startTag && token.tag == Tag::svg)
         return false;
-    return !(isHtmlIntegrationPoint(current()) && (startTag || characters));
+    return !(isHtmlIntegrationPoint(node) && (startTag || characters));
 }
 
 /// The rules of the current insertion mode.
@@ -116,13 +172,14 @@ TreeBuilder::Next TreeBuilder::dispatchByMode(Token& token) {
 }
 
 bool TreeBuilder::isOpen(Tag tag) const {
-    return std::any_of(open_.begin(), open_.end(), [tag](const OpenElement& element) {
-        return element.space == Namespace::html && element.tag == tag;
-    });
+    return counted(std::find_if(open_.rbegin(), open_.rend(), [tag](const OpenElement& element) {
+               return element.space == Namespace::html && element.tag == tag;
+           })) != open_.rend();
 }
 
 bool TreeBuilder::isInStack(NodeId id) const {
-    return std::any_of(open_.rbegin(), open_.rend(), [id](const OpenElement& element) { return element.id == id; });
+    return counted(std::find_if(open_.rbegin(), open_.rend(),
+                                [id](const OpenElement& element) { return element.id == id; })) != open_.rend();
 }
 
 /// 13.2.4.2: the elements at which a scope ends.
@@ -136,11 +193,13 @@ bool TreeBuilder::endsScope(const OpenElement& element, Scope scope) {
 }
 
 bool TreeBuilder::hasInScope(const TagSet& tags, Scope scope) const {
-    for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
-        if (element->space == Namespace::html && tags.contains(element->tag)) return true;
-        if (endsScope(*element, scope)) return false;
-    }
-    return false;
+    const auto isOne = [&](const OpenElement& element) {
+        return element.space == Namespace::html && tags.contains(element.tag);
+    };
+    const auto found = counted(std::find_if(open_.rbegin(), open_.rend(), [&](const OpenElement& element) {
+        return isOne(element) || endsScope(element, scope);
+    }));
+    return found != open_.rend() && isOne(*found);
 }
 
 void TreeBuilder::push(NodeId id) {
@@ -164,6 +223,7 @@ void TreeBuilder::popUntil(const TagSet& tags) {
 
 void TreeBuilder::removeFromStack(NodeId id) {
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         if (open_[i].id != id) continue;
         if (open_[i].tag == Tag::p) --openParagraphs_;
         open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(i));
@@ -197,9 +257,11 @@ void TreeBuilder::closeParagraph() {
 /// 13.2.4.1 "Reset the insertion mode appropriately".
 void TreeBuilder::resetInsertionMode() {
     for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
+        ++steps_;
         const bool last = element + 1 == open_.rend();
-        if (element->space != Namespace::html) continue;
-        switch (element->tag) {
+        const OpenElement& node = last && isFragment() ? context_ : *element;
+        if (node.space != Namespace::html) continue;
+        switch (node.tag) {
         case Tag::td:
         case Tag::th: mode_ = last ? Mode::inBody : Mode::inCell; return;
         case Tag::tr: mode_ = Mode::inRow; return;
@@ -210,7 +272,7 @@ void TreeBuilder::resetInsertionMode() {
         case Tag::colgroup: mode_ = Mode::inColumnGroup; return;
         case Tag::table: mode_ = Mode::inTable; return;
         case Tag::template_: mode_ = templateModes_.empty() ? Mode::inBody : templateModes_.back(); return;
-        case Tag::head: mode_ = Mode::inHead; return;
+        case Tag::head: mode_ = last ? Mode::inBody : Mode::inHead; return;
         case Tag::body: mode_ = Mode::inBody; return;
         case Tag::frameset: mode_ = Mode::inFrameset; return;
         case Tag::html: mode_ = head_ == kNoNode ? Mode::beforeHead : Mode::afterHead; return;
@@ -226,6 +288,7 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) co
     if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag))
         return {target.id, kNoNode};
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         if (open_[i].space != Namespace::html) continue;
         if (open_[i].tag == Tag::template_) return {open_[i].id, kNoNode};
         if (open_[i].tag != Tag::table) continue;
@@ -237,10 +300,15 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) co
 }
 
 NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
-    const Place place = appropriatePlace();
+    const Place place = fosterParenting_ ? appropriatePlace() : Place{current().id, kNoNode};
     const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
-    tree_.insertBefore(place.parent, element, place.before);
-    push(element);
+    if (place.before == kNoNode) {
+        tree_.append(place.parent, element);
+    } else {
+        tree_.insertBefore(place.parent, element, place.before);
+    }
+    if (token.tag == Tag::p) ++openParagraphs_;
+    open_.push_back({element, token.tag, space});
     return element;
 }
 
@@ -253,6 +321,10 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
+    if (!fosterParenting_) {
+        tree_.append(current().id, tree_.createText(text));
+        return;
+    }
     const Place place = appropriatePlace();
     tree_.insertBefore(place.parent, tree_.createText(text), place.before);
 }
@@ -277,6 +349,7 @@ void TreeBuilder::parseRawText(const Token& token, HtmlTokenizer::State state) {
 
 void TreeBuilder::mergeAttributes(NodeId element, const Token& token) {
     if (token.attributes.empty() || ++attributeMerges_ > kMaxAttributeMerges) return;
+    steps_ += (tree_.attributes(element).size() + token.attributes.size()) * token.attributes.size();
     tree_.addMissingAttributes(element, token.attributes);
 }
 

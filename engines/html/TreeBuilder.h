@@ -1,5 +1,5 @@
 // Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms carry the standard's names. Comments
-// never come; parse errors are not counted.
+// make no nodes; parse errors are not counted.
 #pragma once
 
 #include "engines/html/HtmlTokenizer.h"
@@ -9,6 +9,8 @@ namespace quillow::html {
 
 /// Formatting elements that may be open at once after the last marker; the earliest is forgotten, its content stays.
 inline constexpr std::size_t kMaxActiveFormatting = 64;
+/// Formatting elements with more attributes are told apart by the order of these too.
+inline constexpr std::size_t kMaxUnorderedAttributes = 8;
 /// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
 inline constexpr std::size_t kReconstructionAllowance = 100'000;
 inline constexpr std::size_t kReconstructionsPerTag = 4;
@@ -23,7 +25,15 @@ public:
         : tree_(tree)
         , tokenizer_(tree) {}
 
-    void run();
+    /// Reads a document.
+    void run() { readTokens(); }
+    /// 13.4 "The HTML fragment parsing algorithm": what a script sets as the content of a context element, whose node (in no
+    /// tree, without parent) is given. The nodes become children of an html element.
+    void runFragment(NodeId context);
+
+    /// The elements and attributes that were looked at so far, in the stack of open elements, in the list of active formatting
+    /// elements and in tags: what has to stay in proportion to the document.
+    [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
 private:
     enum class Mode : std::uint8_t {
@@ -69,16 +79,31 @@ private:
     enum class Scope { standard, listItem, button, table };
 
     // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
+    void readTokens();
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
     Next dispatch(Token& token) { return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token); }
     Next dispatchByMode(Token& token);
     void boundDepth();
     [[nodiscard]] const OpenElement& current() const { return open_.back(); }
+    [[nodiscard]] bool isFragment() const { return context_.id != kNoNode; }
+    [[nodiscard]] bool isSelectFragment() const {
+        return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
+    }
+    /// "The adjusted current node": the context element in place of a fragment's root.
+    [[nodiscard]] const OpenElement& adjustedCurrent() const {
+        return isFragment() && open_.size() == 1 ? context_ : current();
+    }
     [[nodiscard]] bool currentIs(Tag tag) const {
         return !open_.empty() && current().space == Namespace::html && current().tag == tag;
     }
     [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
         return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
+    }
+    /// Where the search for an element from the top of the stack downwards ended, counted.
+    using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
+    StackPosition counted(const StackPosition& found) const {
+        steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
+        return found;
     }
     [[nodiscard]] bool isOpen(Tag tag) const;
     [[nodiscard]] bool isInStack(NodeId id) const;
@@ -179,6 +204,7 @@ private:
     Mode originalMode_ = Mode::initial;
     std::vector<Mode> templateModes_;
     std::vector<OpenElement> open_;
+    OpenElement context_; ///< of a fragment
     std::vector<FormattingEntry> formatting_;
     std::vector<std::string_view> tableText_;
     NodeId html_ = kNoNode;
@@ -193,14 +219,22 @@ private:
     std::size_t startTags_ = 0;
     std::size_t reconstructions_ = 0;
     std::size_t adoptedChildren_ = 0;
+    mutable std::uint64_t steps_ = 0;
     int attributeMerges_ = 0;
 };
+
+/// The tree of a fragment in well-formed UTF-8 that stands in an element of that lower-case name; see TreeBuilder::runFragment.
+[[nodiscard]] std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName,
+                                                      Namespace contextSpace);
 
 /// 13.2.4.2: the "special" category of elements.
 [[nodiscard]] bool isSpecial(Tag tag, Namespace space);
 
 /// 13.2.6.4.1: whether a doctype asks for quirks mode.
 [[nodiscard]] bool isQuirksDoctype(const Token& doctype);
+
+/// 13.2.3.5 Preprocessing the input stream: line ends become LF.
+[[nodiscard]] std::string withLineFeeds(std::string_view source);
 
 /// The characters of `text` that are white space at its start.
 [[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);

@@ -16,7 +16,9 @@ constexpr TagSet kBreakouts{
 
 bool hasFontAttribute(const Token& token) {
     for (const Attribute& attribute : token.attributes)
-        if (attribute.name == "color" || attribute.name == "face" || attribute.name == "size") return true;
+        if (attribute.known() == AttributeName::color || attribute.known() == AttributeName::face ||
+            attribute.known() == AttributeName::size)
+            return true;
     return false;
 }
 
@@ -31,8 +33,8 @@ bool TreeBuilder::isHtmlIntegrationPoint(const OpenElement& element) const {
     if (element.space == Namespace::svg)
         return element.tag == Tag::foreignObject || element.tag == Tag::desc || element.tag == Tag::title;
     if (element.space != Namespace::mathMl || element.tag != Tag::annotationXml) return false;
-    const auto* encoding = tree_.attribute(element.id, "encoding");
-    return encoding != nullptr &&
+    const auto encoding = tree_.attribute(element.id, AttributeName::encoding);
+    return encoding &&
            (equalsIgnoringCase(*encoding, "text/html") || equalsIgnoringCase(*encoding, "application/xhtml+xml"));
 }
 
@@ -57,7 +59,7 @@ TreeBuilder::Next TreeBuilder::foreignStartTag(Token& token) {
             pop();
         return dispatchByMode(token);
     }
-    insertElement(token, current().space);
+    insertElement(token, adjustedCurrent().space);
     if (token.selfClosing) pop();
     return Next::token;
 }
@@ -71,7 +73,7 @@ TreeBuilder::Next TreeBuilder::foreignEndTag(Token& token) {
     }
     for (std::size_t i = open_.size(); i-- > 1;) {
         if (open_[i].space == Namespace::html) return dispatchByMode(token);
-        if (tree_.node(open_[i].id).text == token.name) {
+        if (tree_.node(open_[i].id).text() == token.name) {
             while (open_.size() > i)
                 pop();
             return Next::token;

@@ -32,14 +32,17 @@ bool isSpecial(Tag tag, Namespace space) {
     return (space == Namespace::svg ? kSpecialSvg : kSpecialMath).contains(tag);
 }
 
-/// Same name, namespace and attributes: what the Noah's Ark clause counts.
+/// Same name, namespace and attributes: what the Noah's Ark clause counts. Of many attributes the order must be the same too.
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     const auto left = tree_.attributes(a);
     const auto right = tree_.attributes(b);
-    return tree_.node(a).text == tree_.node(b).text && left.size() == right.size() &&
-           std::is_permutation(left.begin(), left.end(), right.begin(), [](const Attribute& x, const Attribute& y) {
-               return x.name == y.name && x.value == y.value;
-           });
+    if (tree_.node(a).text() != tree_.node(b).text() || left.size() != right.size()) return false;
+    const auto same = [this](const Attribute& x, const Attribute& y) {
+        ++steps_;
+        return x.hasNameOf(y) && x.value() == y.value();
+    };
+    if (left.size() > kMaxUnorderedAttributes) return std::equal(left.begin(), left.end(), right.begin(), same);
+    return std::is_permutation(left.begin(), left.end(), right.begin(), same);
 }
 
 /// "Push onto the list of active formatting elements", with the Noah's Ark clause, and with a bound.
@@ -49,8 +52,7 @@ void TreeBuilder::pushFormatting(NodeId element) {
     std::size_t sinceMarker = 0;
     for (std::size_t i = formatting_.size(); i-- > 0 && !formatting_[i].isMarker();) {
         ++sinceMarker;
-        if (tree_.attributes(element).size() > kMaxActiveFormatting || !sameElement(formatting_[i].id, element))
-            continue;
+        if (!sameElement(formatting_[i].id, element)) continue;
         ++same;
         earliestSame = i;
     }
@@ -59,6 +61,7 @@ void TreeBuilder::pushFormatting(NodeId element) {
     } else if (sinceMarker >= kMaxActiveFormatting) {
         formatting_.erase(formatting_.end() - static_cast<std::ptrdiff_t>(sinceMarker));
     }
+    steps_ += sinceMarker;
     formatting_.push_back({element, tree_.node(element).tag});
 }
 
@@ -98,13 +101,13 @@ void TreeBuilder::clearFormattingToMarker() {
 }
 
 std::size_t TreeBuilder::formattingIndex(NodeId id) const {
-    for (std::size_t i = formatting_.size(); i-- > 0;)
+    for (std::size_t i = formatting_.size(); i-- > 0; ++steps_)
         if (formatting_[i].id == id) return i;
     return kNowhere;
 }
 
 std::size_t TreeBuilder::lastFormatting(Tag tag) const {
-    for (std::size_t i = formatting_.size(); i-- > 0 && !formatting_[i].isMarker();)
+    for (std::size_t i = formatting_.size(); i-- > 0 && !formatting_[i].isMarker(); ++steps_)
         if (formatting_[i].tag == tag) return i;
     return kNowhere;
 }
@@ -141,6 +144,7 @@ bool TreeBuilder::adoptOnce(Tag tag) {
     std::size_t stackAt = open_.size();
     while (stackAt > 0 && open_[stackAt - 1].id != formattingElement)
         --stackAt;
+    steps_ += open_.size() - stackAt;
     if (stackAt == 0) {
         removeFormatting(formattingElement);
         return false;
@@ -210,7 +214,9 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
     tree_.insertBefore(place.parent, lastNode, place.before);
     // 4.15 to 4.17 A copy of the formatting element takes over the furthest block's children.
     const NodeId copy = clone(formattingElement);
-    adoptedChildren_ += tree_.moveChildren(furthestBlock, copy);
+    const std::size_t moved = tree_.moveChildren(furthestBlock, copy);
+    adoptedChildren_ += moved;
+    steps_ += moved;
     tree_.append(furthestBlock, copy);
     // 4.18 and 4.19
     const std::size_t old = formattingIndex(formattingElement);
@@ -228,9 +234,10 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
 /// 13.2.6.4.7 "Any other end tag".
 void TreeBuilder::anyOtherEndTag(const Token& token) {
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && element.tag == token.tag &&
-            (token.tag != Tag::unknown || tree_.node(element.id).text == token.name)) {
+            (token.tag != Tag::unknown || tree_.node(element.id).text() == token.name)) {
             generateImpliedEndTags(token.tag == Tag::unknown ? Tag::unknown : token.tag);
             while (open_.size() > std::max<std::size_t>(i, 1))
                 pop();

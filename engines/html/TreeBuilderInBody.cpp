@@ -26,9 +26,9 @@ constexpr TagSet kMarked{Tag::applet, Tag::marquee, Tag::object};
 constexpr TagSet kIgnoredStarts{Tag::caption, Tag::col,   Tag::colgroup, Tag::frame, Tag::head, Tag::tbody,
                                 Tag::td,      Tag::tfoot, Tag::th,       Tag::thead, Tag::tr};
 
-const Attribute* findAttribute(const Token& token, std::string_view name) {
+const Attribute* findAttribute(const Token& token, AttributeName name) {
     const auto found = std::find_if(token.attributes.begin(), token.attributes.end(),
-                                    [&](const Attribute& attribute) { return attribute.name == name; });
+                                    [&](const Attribute& attribute) { return attribute.known() == name; });
     return found == token.attributes.end() ? nullptr : &*found;
 }
 
@@ -37,7 +37,8 @@ const Attribute* findAttribute(const Token& token, std::string_view name) {
 TreeBuilder::Next TreeBuilder::inBody(Token& token) {
     switch (token.type) {
     case TokenType::characters: inBodyCharacters(token); return Next::token;
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::startTag: return inBodyStartTag(token);
     case TokenType::endTag: return inBodyEndTag(token);
     case TokenType::endOfFile:
@@ -49,9 +50,13 @@ TreeBuilder::Next TreeBuilder::inBody(Token& token) {
 }
 
 void TreeBuilder::inBodyCharacters(const Token& token) {
-    if (std::all_of(token.text.begin(), token.text.end(), [](char c) { return c == '\0'; })) return;
+    if (token.holdsNul && std::all_of(token.text.begin(), token.text.end(), [](char c) { return c == '\0'; })) return;
     reconstructFormatting();
-    insertWithoutNul(token.text);
+    if (token.holdsNul) {
+        insertWithoutNul(token.text);
+    } else {
+        insertCharacters(token.text);
+    }
     if (framesetOk_)
         framesetOk_ =
             std::all_of(token.text.begin(), token.text.end(), [](char c) { return isWhiteSpace(c) || c == '\0'; });
@@ -234,6 +239,7 @@ void TreeBuilder::startForm(const Token& token) {
 void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
     framesetOk_ = false;
     for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && closes.contains(element.tag)) {
             generateImpliedEndTags(element.tag);
@@ -249,16 +255,18 @@ void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
 }
 
 void TreeBuilder::startInput(const Token& token) {
+    if (isSelectFragment()) return;
     if (hasInScope({Tag::select})) popUntil({Tag::select});
     reconstructFormatting();
     insertVoid(token);
-    const Attribute* const type = findAttribute(token, "type");
-    if (type == nullptr || !equalsIgnoringCase(type->value, "hidden")) framesetOk_ = false;
+    const Attribute* const type = findAttribute(token, AttributeName::type);
+    if (type == nullptr || !equalsIgnoringCase(type->value(), "hidden")) framesetOk_ = false;
 }
 
 void TreeBuilder::startSelectPart(const Token& token) {
     const bool inSelect = hasInScope({Tag::select});
     if (token.tag == Tag::select) {
+        if (isSelectFragment()) return;
         if (inSelect) {
             popUntil({Tag::select});
             return;

@@ -269,6 +269,7 @@ TreeBuilder::Next TreeBuilder::inTemplate(Token& token) {
     };
     switch (token.type) {
     case TokenType::characters:
+    case TokenType::comment:
     case TokenType::doctype: return inBody(token);
     case TokenType::startTag:
         switch (token.tag) {
@@ -313,7 +314,7 @@ TreeBuilder::Next TreeBuilder::afterBody(Token& token) {
         return inBody(token);
     if (token.type == TokenType::startTag && token.tag == Tag::html) return inBody(token);
     if (token.type == TokenType::endTag && token.tag == Tag::html) {
-        mode_ = Mode::afterAfterBody;
+        if (!isFragment()) mode_ = Mode::afterAfterBody;
         return Next::token;
     }
     if (token.type == TokenType::endOfFile) {
@@ -347,7 +348,7 @@ TreeBuilder::Next TreeBuilder::inFrameset(Token& token) {
     case TokenType::endTag:
         if (token.tag == Tag::frameset && open_.size() > 1) {
             pop();
-            if (!currentIs(Tag::frameset)) mode_ = Mode::afterFrameset;
+            if (!isFragment() && !currentIs(Tag::frameset)) mode_ = Mode::afterFrameset;
         }
         return Next::token;
     case TokenType::endOfFile: finished_ = true; return Next::token;
@@ -380,6 +381,7 @@ TreeBuilder::Next TreeBuilder::afterAfterBody(Token& token) {
 TreeBuilder::Next TreeBuilder::afterAfterFrameset(Token& token) {
     if (token.type == TokenType::startTag && token.tag == Tag::html) return inBody(token);
     if (token.type == TokenType::startTag && token.tag == Tag::noframes) return inHead(token);
+    insertWhiteSpaceOf(token);
     finished_ = token.type == TokenType::endOfFile;
     return Next::token;
 }

@@ -33,7 +33,8 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
         originalMode_ = mode_;
         mode_ = Mode::inTableText;
         return Next::reprocess;
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::endOfFile: return inBody(token);
     case TokenType::startTag:
         switch (token.tag) {
@@ -73,8 +74,8 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
         case Tag::template_: return inHead(token);
         case Tag::input: {
             const auto type = std::find_if(token.attributes.begin(), token.attributes.end(),
-                                           [](const Attribute& attribute) { return attribute.name == "type"; });
-            if (type == token.attributes.end() || !equalsIgnoringCase(type->value, "hidden")) break;
+                                           [](const Attribute& attribute) { return attribute.known() == AttributeName::type; });
+            if (type == token.attributes.end() || !equalsIgnoringCase(type->value(), "hidden")) break;
             insertVoid(token);
             return Next::token;
         }
@@ -159,7 +160,8 @@ TreeBuilder::Next TreeBuilder::inColumnGroup(Token& token) {
         if (token.text.empty()) return Next::token;
         break;
     }
-    case TokenType::doctype: return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
     case TokenType::endOfFile: return inBody(token);
     case TokenType::startTag:
         if (token.tag == Tag::html) return inBody(token);

@@ -54,8 +54,8 @@ Display mathDisplay(const HtmlTree& tree, NodeId element) {
     const Node& node = tree.node(element);
     switch (node.tag) {
     case Tag::math: {
-        const auto* display = tree.attribute(element, "display");
-        return display != nullptr && equalsIgnoringCase(*display, "block") ? Display::block : Display::inlineBlock;
+        const auto display = tree.attribute(element, AttributeName::display);
+        return display && equalsIgnoringCase(*display, "block") ? Display::block : Display::inlineBlock;
     }
     case Tag::annotation:
     case Tag::annotationXml: return Display::none;
@@ -90,11 +90,11 @@ Display htmlDisplay(const HtmlTree& tree, NodeId element) {
     const Node& node = tree.node(element);
     const Display display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
     switch (node.tag) {
-    case Tag::audio: return tree.attribute(element, "controls") == nullptr ? Display::none : display;
-    case Tag::dialog: return tree.attribute(element, "open") == nullptr ? Display::none : display;
+    case Tag::audio: return !tree.attribute(element, AttributeName::controls) ? Display::none : display;
+    case Tag::dialog: return !tree.attribute(element, AttributeName::open) ? Display::none : display;
     case Tag::input: {
-        const auto* type = tree.attribute(element, "type");
-        return type != nullptr && equalsIgnoringCase(*type, "hidden") ? Display::none : display;
+        const auto type = tree.attribute(element, AttributeName::type);
+        return type && equalsIgnoringCase(*type, "hidden") ? Display::none : display;
     }
     default: return display;
     }
@@ -111,8 +111,8 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
     } else if (node.tag != Tag::li) {
         return style;
     }
-    const auto* type = tree.attribute(element, "type");
-    if (type == nullptr) return style;
+    const auto type = tree.attribute(element, AttributeName::type);
+    if (!type) return style;
     if (*type == "1") return ListStyle::decimal;
     if (*type == "a") return ListStyle::lowerAlpha;
     if (*type == "A") return ListStyle::upperAlpha;
@@ -157,8 +157,7 @@ Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent) 
     case Tag::li: style.listStyle = listStyleOf(tree, element, parent.listStyle); break;
     default: break;
     }
-    if (tree.node(element).attributeCount > 0 && node.tag != Tag::embed &&
-        (tree.attribute(element, "hidden") != nullptr || tree.attribute(element, "popover") != nullptr))
+    if (node.tag != Tag::embed && (node.has(AttributeName::hidden) || node.has(AttributeName::popover)))
         style.display = Display::none;
     return style;
 }

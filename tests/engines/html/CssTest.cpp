@@ -84,6 +84,13 @@ constexpr HidingCase kSyntax[] = {
     {".o{ b{display:none} & > i{display:none} }", "<p class=o>1<b>x</b><i>y</i></p><b>2</b>", "1\n\n2"},
     {".o{ @media screen{display:none} }", "<p class=o>x</p>1", "1"},
     {"}b{display:none}", "1<b>2</b>", "12"},
+    {"<![CDATA[b{display:none}]]>", "1<b>2</b>", "12"},
+    {"/*<![CDATA[*/b{display:none}/*]]>*/", "1<b>x</b>", "1"},
+    {"u:is(i{}b{display:none}", "1<b>2</b>", "12"},
+    {"b{width:calc(1}b{display:none}", "1<b>2</b>", "12"},
+    {"b{width:[}];display:none}", "1<b>x</b>", "1"},
+    {"@page{x:(}b{display:none})}i{display:none}", "1<b>2</b><i>x</i>", "12"},
+    {"b{color:)];display:none}", "1<b>x</b>", "1"},
     {"b{}}i{display:none}", "1<b>2</b>", "12"},
 };
 INSTANTIATE_TEST_SUITE_P(Syntax, StyleSheets, testing::ValuesIn(kSyntax));

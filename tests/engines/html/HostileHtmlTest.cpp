@@ -30,6 +30,9 @@ std::size_t depthOf(const HtmlTree& tree) {
     return deepest;
 }
 
+/// A scan of the whole stack, 512 elements, costs a tag of five bytes that much.
+constexpr std::uint64_t kMostStepsPerByte = kMaxTreeDepth / 5;
+
 struct DeepCase {
     const char* open;
     std::size_t times;
@@ -67,6 +70,91 @@ TEST(HostileHtml, textAfterDeepNestingIsKept) {
 TEST(HostileHtml, deepTemplatesEnd) {
     EXPECT_EQ(textOf(repeated("<template>", 100'000) + repeated("</template>", 100'000) + "after"), "after");
 }
+
+// Work is counted: twice as much of the same costs no more than a little over twice the steps, and no byte costs more than its bound.
+struct HostileCase {
+    const char* name;
+    std::string (*make)(std::size_t times);
+    std::size_t times;
+    const char* text; ///< what the text ends with
+};
+
+std::string nested(std::string_view open, std::string_view close, std::size_t times) {
+    return repeated(open, times) + "inside" + repeated(close, times) + "after";
+}
+
+std::string numbered(std::string_view before, std::string_view after, std::size_t times) {
+    std::string out;
+    for (std::size_t i = 0; i < times; ++i)
+        out += std::string(before) + std::to_string(i) + std::string(after);
+    return out;
+}
+
+/// Tags of the same attributes in another order each time, all but one value the same.
+std::string shuffledAttributes(std::size_t times) {
+    std::string out;
+    for (std::size_t i = 0; i < times; ++i) {
+        out += "<b z=" + std::to_string(i);
+        for (std::size_t k = 0; k < 60; ++k)
+            out += " a" + std::to_string((k * 7 + i) % 61) + "=1";
+        out += '>';
+    }
+    return out + "x";
+}
+
+constexpr HostileCase kHostile[] = {
+    {"elements", [](std::size_t n) { return nested("<div>", "</div>", n); }, 50'000, "inside\nafter"},
+    {"inlineElements", [](std::size_t n) { return nested("<span>", "</span>", n); }, 50'000, "insideafter"},
+    {"paragraphsInElements", [](std::size_t n) { return repeated("<div><p>", 500) + repeated("<p>x", n); }, 50'000,
+     "x"},
+    {"tables", [](std::size_t n) { return nested("<table><tr><td>", "</table>", n); }, 10'000, "inside\nafter"},
+    {"bareTables", [](std::size_t n) { return nested("<table>", "</table>", n); }, 10'000, "inside\nafter"},
+    {"lists", [](std::size_t n) { return nested("<ul><li>", "</ul>", n); }, 50'000, "inside\nafter"},
+    {"selects", [](std::size_t n) { return nested("<select><option>", "</select>", n); }, 50'000, "after"},
+    {"formatting", [](std::size_t n) { return numbered("<font size=", ">", n) + repeated("<p>x", n); }, 10'000, "x"},
+    {"misnested", [](std::size_t n) { return repeated("<b><i><p>x</b>y</i>", n); }, 10'000, "xy"},
+    {"links", [](std::size_t n) { return repeated("<a><div>x", n); }, 10'000, "x"},
+    {"adopted", [](std::size_t n) { return repeated("<a><b><div>", 100) + repeated("</a><a>x</b><b>", n); }, 10'000,
+     "x"},
+    {"fostered", [](std::size_t n) { return repeated("<table><tr><td>", 200) + "<table>" + repeated("<b>x</i>", n); },
+     10'000, "x"},
+    {"shuffledAttributes", shuffledAttributes, 2'000, "x"},
+    {"attributes", [](std::size_t n) { return "<p" + numbered(" a", "=1", n) + ">x"; }, 50'000, "x"},
+    {"bodies", [](std::size_t n) { return numbered("<body a", "=1 b=2>", n) + "x"; }, 10'000, "x"},
+    {"namedReferences", [](std::size_t n) { return repeated("&CounterClockwiseContourIntegral", n) + "x"; }, 50'000,
+     "x"},
+    {"ampersands", [](std::size_t n) { return repeated("&", n) + "x"; }, 50'000, "&x"},
+    {"comments",
+     [](std::size_t n) { return repeated("<!--", n) + "--><!-- -- --! ->" + repeated("<!-->", n) + "-->x"; }, 50'000,
+     "x"},
+    {"foreign", [](std::size_t n) { return nested("<svg><foreignObject>", "</svg>", n); }, 50'000, "after"},
+    {"unknownEndTags", [](std::size_t n) { return repeated("<x-y>", 500) + repeated("</z-z>a", n); }, 10'000, "a"},
+};
+
+class HostileWork : public testing::TestWithParam<HostileCase> {};
+
+std::uint64_t stepsOf(const std::string& html) {
+    HtmlTree tree(html);
+    TreeBuilder builder(tree);
+    builder.run();
+    EXPECT_LE(tree.size(), html.size() + kReconstructionAllowance + kReconstructionsPerTag * html.size() / 3);
+    return builder.steps();
+}
+
+TEST_P(HostileWork, growsWithTheDocumentAndTheTextComesOut) {
+    const HostileCase& given = GetParam();
+    const std::string once = given.make(given.times);
+    const std::string twice = given.make(2 * given.times);
+    const std::uint64_t steps = stepsOf(once);
+    const std::uint64_t doubled = stepsOf(twice);
+    EXPECT_LE(steps, kMostStepsPerByte * once.size());
+    EXPECT_LE(doubled * 10, steps * 22);
+    const std::string text = textOf(twice);
+    EXPECT_TRUE(text.ends_with(given.text)) << text.substr(text.size() - std::min<std::size_t>(text.size(), 40));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, HostileWork, testing::ValuesIn(kHostile),
+                         [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST(HostileHtml, misnestedFormattingGrowsLinearly) {
     std::string html;

@@ -22,32 +22,35 @@ inline std::string textOf(std::string_view html, const Options& options = {}) {
 }
 
 /// The tree in one line: "html(head body(p('text')))", with "svg:" and "math:" before foreign names.
-inline std::string treeOf(std::string_view html) {
-    const auto tree = parseHtml(std::string(html));
+inline std::string treeOf(const HtmlTree& tree) {
     std::string out;
-    NodeId id = tree->node(HtmlTree::kDocument).firstChild;
+    NodeId id = tree.node(HtmlTree::kDocument).firstChild;
     while (id != kNoNode) {
-        const Node& node = tree->node(id);
+        const Node& node = tree.node(id);
         if (!out.empty() && out.back() != '(') out += ' ';
         if (node.kind == NodeKind::text) {
-            out += "'" + std::string(node.text) + "'";
+            out += "'" + std::string(node.text()) + "'";
         } else {
             out += node.space == Namespace::svg ? "svg:" : node.space == Namespace::mathMl ? "math:" : "";
-            out += node.text;
+            out += node.text();
         }
         if (node.firstChild != kNoNode) {
             out += '(';
             id = node.firstChild;
             continue;
         }
-        while (id != kNoNode && tree->node(id).next == kNoNode) {
-            id = tree->node(id).parent;
+        while (id != kNoNode && tree.node(id).next == kNoNode) {
+            id = tree.node(id).parent;
             if (id == HtmlTree::kDocument) return out;
             out += ')';
         }
-        id = tree->node(id).next;
+        id = tree.node(id).next;
     }
     return out;
+}
+
+inline std::string treeOf(std::string_view html) {
+    return treeOf(*parseHtml(std::string(html)));
 }
 
 } // namespace quillow::html

@@ -32,6 +32,11 @@ constexpr Case kBlocks[] = {
     {"<div style='display:flex'><span>1</span> t <span>2</span></div>", "1\nt\n2"},
     {"<b style='position:absolute'>1</b><b>2</b>", "1\n2"},
     {"<custom-element>1</custom-element><section>2</section>", "1\n2"},
+    {"1 <a> <img style='float:left'> </a> 2", "1 \n2"},
+    {"1 <img style='float:left'>", "1"},
+    {"1<img style='display:block'>2", "1\n2"},
+    {"<q> 1 </q>2", " 1 2"},
+    {"1 <q>2</q> <p><q> </q>", "1 2\n\n "},
     {"<center>1</center>2<marquee>3</marquee>", "1\n23"},
 };
 INSTANTIATE_TEST_SUITE_P(Blocks, Rendering, testing::ValuesIn(kBlocks));
@@ -70,6 +75,7 @@ constexpr Case kTables[] = {
     {"<table><tr><td>1<tr><tr><td>3</table>", "1\n\n3"},
     {"<div style='display:table'><div style='display:table-cell'>1</div><div style='display:table-cell'>2</div></div>",
      "1\t2"},
+    {"<div style='display:table'><p style='display:table-cell'>1</p><p style='display:table-cell'>2</p></div>", "1\t2"},
     {"a<span style='display:inline-table'><span style='display:table-cell'>1</span></span>b", "a1b"},
 };
 INSTANTIATE_TEST_SUITE_P(Tables, Rendering, testing::ValuesIn(kTables));

@@ -1,4 +1,5 @@
 // The tokenizer and tree construction, on trees small enough to read.
+#include "engines/html/TreeBuilder.h"
 #include "tests/engines/html/HtmlTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -27,6 +28,7 @@ constexpr TreeCase kDocuments[] = {
     {"<head><script>1</script></head><link>x", "html(head(script('1') link) body('x'))"},
     {"<noscript><p>n</noscript>", "html(head(noscript) body(p('n')))"},
     {"<frameset><frame><noframes><p>n</noframes></frameset>", "html(head frameset(frame noframes('<p>n')))"},
+    {"<frameset></frameset> x </html> y ", "html(head frameset ' ' ' ' ' ' ' ')"},
     {"<template><td>x</template>y", "html(head(template(td('x'))) body('y'))"},
 };
 INSTANTIATE_TEST_SUITE_P(Documents, TreeConstruction, testing::ValuesIn(kDocuments));
@@ -59,6 +61,7 @@ constexpr TreeCase kTables[] = {
     {"<table><tr><td><table><td>1</table>2", "html(head body(table(tbody(tr(td(table(tbody(tr(td('1')))) '2'))))))"},
     {"<!DOCTYPE html><p><table>", "html(head body(p table))"},
     {"<p><table>", "html(head body(p(table)))"},
+    {"<table>x<!-- --> <tr><td>y", "html(head body('x' table(' ' tbody(tr(td('y'))))))"},
     {"<table><b>x<tr><td>y", "html(head body(b('x') table(tbody(tr(td('y'))))))"},
 };
 INSTANTIATE_TEST_SUITE_P(Tables, TreeConstruction, testing::ValuesIn(kTables));
@@ -87,11 +90,52 @@ constexpr TreeCase kTokens[] = {
     {"<xmp><b>&lt;</xmp>", "html(head body(xmp('<b>&lt;')))"},
     {"<plaintext></plaintext>", "html(head body(plaintext('</plaintext>')))"},
     {"<pre>\n\nx", "html(head body(pre('\nx')))"},
+    {"<pre><!-- -->\nx", "html(head body(pre('\nx')))"},
     {"<P CLASS=x>y</P>", "html(head body(p('y')))"},
     {"<image>", "html(head body(img))"},
     {"a\r\nb\rc", "html(head body('a\nb\nc'))"},
 };
 INSTANTIATE_TEST_SUITE_P(Tokens, TreeConstruction, testing::ValuesIn(kTokens));
+
+// 13.4: the tree of a fragment stands in an html element.
+struct FragmentCase {
+    const char* context;
+    Namespace space;
+    const char* html;
+    const char* tree;
+};
+
+class FragmentConstruction : public testing::TestWithParam<FragmentCase> {};
+
+TEST_P(FragmentConstruction, buildsTheStandardsTree) {
+    const FragmentCase& given = GetParam();
+    EXPECT_EQ(treeOf(*parseFragment(given.html, given.context, given.space)), given.tree) << given.html;
+}
+
+constexpr FragmentCase kFragments[] = {
+    {"div", Namespace::html, "</div><p>1<p>2", "html(p('1') p('2'))"},
+    {"body", Namespace::html, "<body><tr>x</body>y", "html('x' 'y')"},
+    {"html", Namespace::html, "<p>x</p></body></html> ", "html(head body(p('x') ' '))"},
+    {"head", Namespace::html, "<p>x", "html(p('x'))"},
+    {"table", Namespace::html, "<td>1<tr><td>2", "html(tbody(tr(td('1')) tr(td('2'))))"},
+    {"tbody", Namespace::html, "</tbody><td>1", "html(tr(td('1')))"},
+    {"tr", Namespace::html, "<td>1</tr><td>2", "html(td('1') td('2'))"},
+    {"td", Namespace::html, "1<td>2</td>3", "html('1' '2' '3')"},
+    {"caption", Namespace::html, "1<tr>2</caption>", "html('1' '2')"},
+    {"colgroup", Namespace::html, "x<col>", "html(col)"},
+    {"frameset", Namespace::html, "</frameset><frame>x ", "html(frame ' ')"},
+    {"template", Namespace::html, "<td>1</td></template>2", "html(td('1') '2')"},
+    {"form", Namespace::html, "<form>x", "html('x')"},
+    {"select", Namespace::html, "<input><select><option>1<option>2", "html(option('1') option('2'))"},
+    {"textarea", Namespace::html, "<p>&lt;</textarea></>", "html('<p><</textarea></>')"},
+    {"script", Namespace::html, "<p>&lt;</script>", "html('<p>&lt;</script>')"},
+    {"plaintext", Namespace::html, "<p>", "html('<p>')"},
+    {"svg", Namespace::svg, "<g><![CDATA[x]]></g><p>y", "html(svg:g('x') p('y'))"},
+    {"foreignobject", Namespace::svg, "<p>x<svg>y", "html(p('x' svg:svg('y')))"},
+    {"math", Namespace::mathMl, "<mi>x<p>y", "html(math:mi('x' p('y')))"},
+    {"annotation-xml", Namespace::mathMl, "<svg>x", "html(svg:svg('x'))"},
+};
+INSTANTIATE_TEST_SUITE_P(Contexts, FragmentConstruction, testing::ValuesIn(kFragments));
 
 TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
     const auto tree = parseHtml("<p ID=a id=b data-x='1&amp;2' y=\"?a=1&copy=2\">");
@@ -100,7 +144,7 @@ TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
     EXPECT_EQ(*tree->attribute(paragraph, "id"), "a");
     EXPECT_EQ(*tree->attribute(paragraph, "data-x"), "1&2");
     EXPECT_EQ(*tree->attribute(paragraph, "y"), "?a=1&copy=2");
-    EXPECT_EQ(tree->attribute(paragraph, "z"), nullptr);
+    EXPECT_EQ(tree->attribute(paragraph, "z"), std::nullopt);
 }
 
 TEST(HtmlTree, mergesTheAttributesOfASecondBodyTag) {

@@ -1,0 +1,126 @@
+#include "engines/html/CssStructure.h"
+
+#include "engines/html/Ascii.h"
+#include "text/ByteScan.h"
+
+#include <array>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr std::array<bool, 256> makePlainTable() {
+    std::array<bool, 256> table{};
+    table.fill(true);
+    for (const char c : std::string_view("{}()[];\"'\\/"))
+        table[static_cast<unsigned char>(c)] = false;
+    return table;
+}
+constexpr std::array<bool, 256> kPlain = makePlainTable();
+
+bool isNameByte(char c) {
+    return isAlpha(c) || isDigit(c) || c == '-' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+} // namespace
+
+char CssStructure::next() {
+    for (;;) {
+        while (at_ < css_.size() && kPlain[static_cast<unsigned char>(css_[at_])])
+            ++at_;
+        position_ = at_;
+        if (at_ >= css_.size()) return '\0';
+        const char c = css_[at_];
+        switch (c) {
+        case '"':
+        case '\'': skipString(c); break;
+        case '\\': skipEscape(); break;
+        case '/': skipComment(); break;
+        case '(':
+            if (skipUrl()) break;
+            [[fallthrough]];
+        default: return take();
+        }
+    }
+}
+
+char CssStructure::take() {
+    const char c = css_[at_++];
+    boundary_ = at_;
+    sawEscape_ = false;
+    return c;
+}
+
+std::size_t CssStructure::skipBlank() {
+    for (;;) {
+        if (at_ >= css_.size()) return at_;
+        if (isWhiteSpace(css_[at_])) {
+            ++at_;
+        } else if (startsWith("/*")) {
+            skipComment();
+        } else if (startsWith("<!--")) {
+            at_ += 4;
+        } else if (startsWith("-->")) {
+            at_ += 3;
+        } else {
+            return at_;
+        }
+    }
+}
+
+void CssStructure::skipComment() {
+    if (!startsWith("/*")) {
+        ++at_;
+        return;
+    }
+    const std::size_t end = css_.find("*/", at_ + 2);
+    at_ = boundary_ = end == std::string_view::npos ? css_.size() : end + 2;
+    sawEscape_ = false;
+}
+
+void CssStructure::skipString(char quote) {
+    std::size_t end = quote == '"' ? text::findFirstOf<'"', '\\', '\n'>(css_, at_ + 1)
+                                   : text::findFirstOf<'\'', '\\', '\n'>(css_, at_ + 1);
+    if (end < css_.size() && css_[end] == '\\') {
+        CssTokenizer tokens(css_, *strings_, at_);
+        static_cast<void>(tokens.next());
+        end = tokens.position();
+    } else if (end < css_.size() && css_[end] == quote) {
+        ++end;
+    }
+    at_ = boundary_ = end;
+    sawEscape_ = false;
+}
+
+/// CSS Syntax 3, section 4.3.8. What an escape of several digits goes on with has no part in the structure.
+void CssStructure::skipEscape() {
+    const bool valid = at_ + 1 < css_.size() && css_[at_ + 1] != '\n';
+    at_ += valid ? 2 : 1;
+    sawEscape_ = true;
+}
+
+/// At "(": CSS Syntax 3, section 4.3.4. True when it belonged to an unquoted URL, which was skipped.
+bool CssStructure::skipUrl() {
+    if (sawEscape_) return skipUrlByTokens();
+    const std::string_view before = css_.substr(boundary_, at_ - boundary_);
+    if (before.size() < 3 || !equalsIgnoringCase(before.substr(before.size() - 3), "url")) return false;
+    if (before.size() > 3) {
+        const char c = before[before.size() - 4];
+        if (isNameByte(c) || c == '#' || c == '@') return false;
+    }
+    boundary_ = at_ - 3;
+    return skipUrlByTokens();
+}
+
+bool CssStructure::skipUrlByTokens() {
+    CssTokenizer tokens(css_, *strings_, boundary_);
+    CssToken token;
+    while (tokens.position() <= at_)
+        token = tokens.next();
+    if (token.type != CssTokenType::url) return false;
+    at_ = boundary_ = tokens.position();
+    sawEscape_ = false;
+    return true;
+}
+
+} // namespace quillow::html

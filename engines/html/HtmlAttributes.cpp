@@ -1,0 +1,18 @@
+#include "engines/html/HtmlAttributes.h"
+
+namespace quillow::html {
+
+namespace {
+
+// In the order of the enumeration.
+constexpr std::array<std::string_view, static_cast<std::size_t>(AttributeName::count)> kNames = {
+    "",   "checked", "class", "color",   "controls", "disabled", "display", "encoding", "face",  "hidden", "href",
+    "id", "media",   "open",  "popover", "reversed", "selected", "size",    "start",    "style", "type",   "value",
+};
+static_assert(!kNames.back().empty());
+
+} // namespace
+
+constexpr KeyTable<7, kNames.size()> kAttributeTable(kNames);
+
+} // namespace quillow::html

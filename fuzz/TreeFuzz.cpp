@@ -1,0 +1,92 @@
+// Any text as a document, and as a fragment in any of several elements. What must hold of a tree: its links agree with each other, it has
+// no circles, its texts are well-formed and no longer than their source, and its depth and size keep their limits.
+#include "engines/html/TreeBuilder.h"
+#include "text/Encoding.h"
+#include "text/Utf8.h"
+
+#include <cstdlib>
+
+using namespace quillow::html;
+
+namespace {
+
+void require(bool holds) {
+    if (!holds) std::abort();
+}
+
+struct Context {
+    const char* name; ///< nullptr for a document
+    Namespace space;
+};
+
+constexpr Context kContexts[] = {
+    {nullptr, Namespace::html},
+    {"div", Namespace::html},
+    {"table", Namespace::html},
+    {"tr", Namespace::html},
+    {"td", Namespace::html},
+    {"select", Namespace::html},
+    {"template", Namespace::html},
+    {"html", Namespace::html},
+    {"frameset", Namespace::html},
+    {"svg", Namespace::svg},
+    {"desc", Namespace::svg},
+    {"math", Namespace::mathMl},
+    {"annotation-xml", Namespace::mathMl},
+    {"textarea", Namespace::html},
+};
+
+void checkLinks(const HtmlTree& tree, NodeId id) {
+    const Node& node = tree.node(id);
+    if (node.firstChild != kNoNode) {
+        require(tree.node(node.firstChild).previous == kNoNode && tree.node(node.firstChild).parent == id);
+        require(tree.node(node.lastChild).next == kNoNode && tree.node(node.lastChild).parent == id);
+    } else {
+        require(node.lastChild == kNoNode);
+    }
+    if (node.next != kNoNode)
+        require(tree.node(node.next).previous == id && tree.node(node.next).parent == node.parent);
+    if (node.kind == NodeKind::text) require(node.firstChild == kNoNode && !node.text().empty());
+    if (node.kind == NodeKind::element) require(!node.text().empty());
+    require(quillow::text::isValidUtf8(node.text()));
+}
+
+/// Walks the tree; answers the bytes of its texts.
+std::size_t checkTree(const HtmlTree& tree) {
+    std::size_t visited = 0;
+    std::size_t depth = 0;
+    std::size_t bytes = 0;
+    NodeId id = HtmlTree::kDocument;
+    for (;;) {
+        require(++visited <= tree.size());
+        checkLinks(tree, id);
+        const Node& node = tree.node(id);
+        if (node.kind == NodeKind::text) bytes += node.text().size();
+        if (node.firstChild != kNoNode) {
+            id = node.firstChild;
+            // Formatting elements that are opened again, and what the adoption agency nests, come on top.
+            require(++depth <= kMaxTreeDepth + 2 * kMaxActiveFormatting);
+            continue;
+        }
+        for (; id != HtmlTree::kDocument && tree.node(id).next == kNoNode; --depth)
+            id = tree.node(id).parent;
+        if (id == HtmlTree::kDocument) return bytes;
+        id = tree.node(id).next;
+    }
+}
+
+} // namespace
+
+// The first byte chooses the context.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+    std::string source = quillow::text::decode(bytes, quillow::text::Encoding::utf8).utf8;
+    const std::size_t length = source.size();
+    const Context& context = kContexts[data[0] % std::size(kContexts)];
+    const auto tree = context.name == nullptr ? parseHtml(std::move(source))
+                                              : parseFragment(std::move(source), context.name, context.space);
+    require(checkTree(*tree) <= 3 * length);
+    require(tree->size() <= 8 * length + kReconstructionAllowance + kReconstructionsPerTag * length + 16);
+    return 0;
+}
