@@ -1,4 +1,5 @@
-// Bytes a second of the decoders, of the UTF-8 check, of the text sink and of the encoding detector.
+// Bytes a second of the decoders, of the UTF-8 check, of the byte scans, of the text sink and of the encoding detector.
+#include "text/ByteScan.h"
 #include "text/Encoding.h"
 #include "text/EncodingDetector.h"
 #include "text/TextSink.h"
@@ -23,6 +24,7 @@ std::string repeated(std::string_view piece) {
 
 // The same few words in the encodings' own bytes.
 constexpr std::string_view kAscii = "The library in the village opens every morning at nine o'clock.\n";
+constexpr std::string_view kMarkup = "<p>The library in the village opens every morning at nine.<br>\n";
 constexpr std::string_view kRussianUtf8 = "Библиотека в деревне открывается каждое утро в девять часов.\n";
 constexpr std::string_view kJapaneseUtf8 = "村の図書館は毎朝九時に開きます。\n";
 constexpr std::string_view kRussian1251 =
@@ -46,6 +48,16 @@ void validates(benchmark::State& state, std::string_view piece) {
     const std::string bytes = repeated(piece);
     for (auto _ : state)
         benchmark::DoNotOptimize(isValidUtf8(bytes));
+    count(state, bytes);
+}
+
+/// A whole text in pieces, as HTML's tokenizer and white-space processing walk over it.
+template <typename Scan>
+void scans(benchmark::State& state, std::string_view piece, Scan scan) {
+    const std::string bytes = repeated(piece);
+    for (auto _ : state)
+        for (std::size_t at = 0; at < bytes.size(); ++at)
+            benchmark::DoNotOptimize(at = scan(bytes, at));
     count(state, bytes);
 }
 
@@ -86,6 +98,10 @@ void detectsShort(benchmark::State& state, std::string_view bytes) {
 BENCHMARK_CAPTURE(validates, ascii, kAscii);
 BENCHMARK_CAPTURE(validates, russian, kRussianUtf8);
 BENCHMARK_CAPTURE(validates, japanese, kJapaneseUtf8);
+BENCHMARK_CAPTURE(scans, upToMarkup, kMarkup, findFirstOf<'<', '&', '\0'>);
+BENCHMARK_CAPTURE(scans, upToMarkupPortable, kMarkup, findFirstOfPortable<'<', '&', '\0'>);
+BENCHMARK_CAPTURE(scans, upToBlanks, kAscii, findBlankRun);
+BENCHMARK_CAPTURE(scans, upToBlanksPortable, kAscii, findBlankRunPortable);
 BENCHMARK_CAPTURE(appends, ascii, kAscii);
 BENCHMARK_CAPTURE(appends, russian, kRussianUtf8);
 BENCHMARK_CAPTURE(appendsCodePoints, ascii, U'a');

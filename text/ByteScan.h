@@ -3,6 +3,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #ifdef __SSE2__
@@ -14,17 +15,20 @@ namespace quillow::text {
 namespace scan {
 
 inline constexpr std::size_t kBlock = 16;
+inline constexpr std::size_t kHalfBlock = 8;
 
 #ifdef __SSE2__
 /// A bit for each of sixteen bytes that is one of the wanted ones, the lowest for the first.
 template <char... kWanted>
 [[nodiscard]] inline unsigned maskOf(__m128i block) {
-    __m128i found = _mm_setzero_si128();
-    ((found = _mm_or_si128(found, _mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)))), ...);
-    return static_cast<unsigned>(_mm_movemask_epi8(found));
+    return static_cast<unsigned>(_mm_movemask_epi8((_mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)) | ...)));
 }
 [[nodiscard]] inline __m128i load(const char* bytes) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+/// Eight bytes, and eight zero bytes behind them.
+[[nodiscard]] inline __m128i loadHalf(const char* bytes) {
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
 }
 #endif
 
@@ -52,7 +56,9 @@ template <char... kWanted>
 
 /// The white space of HTML and CSS: TAB, LF, FF, CR and SP.
 [[nodiscard]] constexpr bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r' && c != '\v');
+    constexpr std::uint64_t kBlanks = 1ULL << ' ' | 1ULL << '\t' | 1ULL << '\n' | 1ULL << '\f' | 1ULL << '\r';
+    const auto byte = static_cast<unsigned char>(c);
+    return byte <= ' ' && (kBlanks >> byte & 1) != 0;
 }
 
 /// As skipBlanks, one byte after the other.
@@ -69,6 +75,9 @@ template <char... kWanted>
         const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::load(bytes.data() + from));
         if (blanks != 0xFFFF) return from + static_cast<std::size_t>(std::countr_one(blanks));
     }
+    if (bytes.size() - from >= scan::kHalfBlock)
+        from += static_cast<std::size_t>(
+            std::countr_one(scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::loadHalf(bytes.data() + from))));
 #endif
     return skipBlanksPortable(bytes, from);
 }
@@ -94,8 +103,45 @@ template <char... kWanted>
         if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
         from += scan::kBlock;
     }
+    if (bytes.size() - from > scan::kHalfBlock) {
+        const __m128i block = scan::loadHalf(bytes.data() + from);
+        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block);
+        const unsigned following = blanks >> 1 | (isBlank(bytes[from + scan::kHalfBlock]) ? 0x80U : 0U);
+        const unsigned runs = blanks & (~scan::maskOf<' '>(block) | following);
+        if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
+        from += scan::kHalfBlock;
+    }
 #endif
     return findBlankRunPortable(bytes, from);
+}
+
+/// A "binary data byte" of the MIME Sniffing Standard, section 3: a control character that no text has.
+[[nodiscard]] constexpr bool isBinaryByte(char c) {
+    return static_cast<unsigned char>(c) < ' ' && !isBlank(c) && c != '\x1B';
+}
+
+/// As countBinaryBytes, one byte after the other.
+[[nodiscard]] constexpr std::size_t countBinaryBytesPortable(std::string_view bytes) {
+    std::size_t count = 0;
+    for (const char c : bytes)
+        count += isBinaryByte(c) ? 1 : 0;
+    return count;
+}
+
+/// How many of the bytes are binary data bytes.
+[[nodiscard]] inline std::size_t countBinaryBytes(std::string_view bytes) {
+    std::size_t count = 0;
+#ifdef __SSE2__
+    for (; bytes.size() >= scan::kBlock; bytes.remove_prefix(scan::kBlock)) {
+        const __m128i block = scan::load(bytes.data());
+        const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x1F)), block);
+        const auto controls = static_cast<unsigned>(_mm_movemask_epi8(low));
+        if (controls == 0) continue;
+        const unsigned allowed = scan::maskOf<'\t', '\n', '\f', '\r', '\x1B'>(block);
+        count += static_cast<std::size_t>(std::popcount(controls & ~allowed));
+    }
+#endif
+    return count + countBinaryBytesPortable(bytes);
 }
 
 } // namespace quillow::text

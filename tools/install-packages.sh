@@ -8,7 +8,7 @@ build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev l
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0)
 fuzzing=(clang-14 libclang-rt-14-dev)
-benching=(libbenchmark-dev valgrind)
+benching=(libbenchmark-dev libxml2-dev valgrind)
 
 packages=("${build[@]}")
 for what in "$@"; do

@@ -21,7 +21,7 @@ PEERS = {
     "pdf": ["pdftotext {} -", "pdftotext -raw {} -", "mutool draw -q -F txt {}"],
     "html": ["w3m -dump -cols 10000 -T text/html -O UTF-8 {}",
              "lynx -dump -nolist -force_html -width=1000 -display_charset=utf-8 {}",
-             "html2text -utf8 -width 10000 {}", "pandoc -f html -t plain {}"],
+             "html2text -utf8 -width 10000 {}", "pandoc -f html -t plain {}", f"{ROOT}/build/release/bin/libxml2_text {{}}"],
     "rtf": ["unrtf --text --quiet --nopict {}", "catdoc -d utf-8 {}", "pandoc -f rtf -t plain {}",
             # A profile of its own, so that it does not meet a LibreOffice that is running.
             f"soffice -env:UserInstallation=file://{tempfile.gettempdir()}/quillow-peers --headless --cat {{}}"],
@@ -70,7 +70,7 @@ def best_of(commands, path, runs, timeout):
 
 def label(command):
     words = command.split()
-    return words[0] + (" -raw" if "-raw" in words else "")
+    return os.path.basename(words[0]) + (" -raw" if "-raw" in words else "")
 
 
 def main():

@@ -1,6 +1,8 @@
 // ASCII classes and comparisons, independent of any locale (Infra Standard, "code points").
 #pragma once
 
+#include "text/ByteScan.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
@@ -8,7 +10,7 @@
 namespace quillow::html {
 
 [[nodiscard]] constexpr bool isWhiteSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r';
+    return text::isBlank(c);
 }
 [[nodiscard]] constexpr bool isDigit(char c) {
     return c >= '0' && c <= '9';

@@ -77,9 +77,18 @@ const NamedReference* longestMatch(std::string_view rest) {
     return found;
 }
 
+/// The references that pages are full of: the bytes taken, or 0.
+std::size_t appendCommon(std::string& out, std::string_view rest) {
+    if (rest.starts_with("amp;")) return out.push_back('&'), 4;
+    if (rest.starts_with("nbsp;")) return out.append("\u00A0"), 5;
+    if (rest.starts_with("quot;")) return out.push_back('"'), 5;
+    return 0;
+}
+
 /// A reference after "&"; answers the bytes taken, 0 where it is none.
 std::size_t appendNamed(std::string& out, std::string_view rest, ReferencePlace place) {
     if (rest.empty() || !isAlpha(rest[0])) return 0;
+    if (const std::size_t taken = appendCommon(out, rest); taken > 0) return taken;
     const NamedReference* reference = wholeMatch(rest);
     if (reference == nullptr) reference = longestMatch(rest);
     if (reference == nullptr) return 0;

@@ -2,8 +2,7 @@
 
 #include "engines/html/Ascii.h"
 #include "engines/html/EncodingSniffer.h"
-
-#include <algorithm>
+#include "text/ByteScan.h"
 
 namespace quillow::html {
 
@@ -32,12 +31,6 @@ constexpr Signature kSignatures[] = {
     {"bplist0", "a property list"},
 };
 
-/// MIME Sniffing, section 3: a "binary data byte".
-bool isBinaryByte(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte <= 0x08 || byte == 0x0B || (byte >= 0x0E && byte <= 0x1A) || (byte >= 0x1C && byte <= 0x1F);
-}
-
 constexpr std::size_t kLookedAt = 4096;
 /// One stray control character in many is damage; one in ten is no text.
 constexpr std::size_t kBinaryShare = 10;
@@ -53,7 +46,7 @@ std::optional<std::string> foreignContent(std::string_view bytes) {
     for (const Signature& signature : kSignatures)
         if (start.starts_with(signature.bytes)) return is(signature.what);
     const std::string_view looked = bytes.substr(0, kLookedAt);
-    const auto binary = static_cast<std::size_t>(std::count_if(looked.begin(), looked.end(), isBinaryByte));
+    const std::size_t binary = text::countBinaryBytes(looked);
     if (binary * kBinaryShare <= looked.size()) return std::nullopt;
     const SniffedEncoding sniffed = sniffEncoding(bytes);
     if (sniffed.encoding == text::Encoding::utf16le || sniffed.encoding == text::Encoding::utf16be) return std::nullopt;

@@ -1,6 +1,7 @@
 #include "engines/html/CssMatcher.h"
 
 #include "engines/html/Ascii.h"
+#include "text/ByteScan.h"
 
 #include <cstring>
 
@@ -60,7 +61,7 @@ int rank(const SimpleSelector& simple) {
     }
 }
 
-/// A hash of a name from its size, its first and its last bytes.
+/// A hash of a name from its size, its first and its last bytes; never 0.
 std::uint32_t hashOf(std::string_view name) {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
@@ -72,10 +73,8 @@ std::uint32_t hashOf(std::string_view name) {
             first = first << 8 | static_cast<unsigned char>(c);
     }
     constexpr std::uint32_t kOdd = 0x9E3779B1; // 2 to the power of 32 over the golden ratio
-    return ((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12;
+    return (((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12) + 1;
 }
-/// Set in every hash that a selector holds, so that none is 0.
-constexpr std::uint32_t kNotNothing = 1U << 30;
 
 } // namespace
 
@@ -128,7 +127,7 @@ void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& cand
         if (combinator != Combinator::descendant && combinator != Combinator::child) continue;
         for (const SimpleSelector& simple : selector.compounds[i].simples) {
             if (rank(simple) == 0 || watched == candidate.ancestors.size()) continue;
-            candidate.ancestors[watched++] = hashOf(simple.name) | kNotNothing;
+            candidate.ancestors[watched++] = hashOf(simple.name);
             watchesAncestors_ = true;
         }
     }
@@ -142,39 +141,57 @@ bool CssMatcher::ancestorsMayFit(const Candidate& candidate) const {
     return true;
 }
 
-/// Calls `each` with the hashes of an element's name, id and classes.
-template <typename Function>
-void CssMatcher::forEachWatched(NodeId element, Function each) const {
-    const Node& node = tree_.node(element);
-    if (node.kind != NodeKind::element) return;
-    each(hashOf(node.text()) | kNotNothing);
-    if (const auto id = tree_.attribute(element, AttributeName::id)) each(hashOf(*id) | kNotNothing);
+void CssMatcher::readNames(NodeId element) {
+    named_ = element;
+    names_.clear();
     if (const auto classes = tree_.attribute(element, AttributeName::class_))
-        anyWord(*classes, [&](std::string_view name) { return each(hashOf(name) | kNotNothing), false; });
+        for (std::size_t at = text::skipBlanksPortable(*classes, 0); at < classes->size();) {
+            std::size_t end = at;
+            while (end < classes->size() && !isWhiteSpace((*classes)[end]))
+                ++end;
+            const std::string_view name = classes->substr(at, end - at);
+            names_.push_back({name, hashOf(name)});
+            at = std::min(end + 1, classes->size());
+            if (at < classes->size() && isWhiteSpace((*classes)[at])) at = text::skipBlanksPortable(*classes, at);
+        }
+    classes_ = names_.size();
+    if (const auto id = tree_.attribute(element, AttributeName::id)) names_.push_back({*id, hashOf(*id)});
+    const std::string_view name = tree_.node(element).text();
+    names_.push_back({name, hashOf(name)});
+}
+
+/// False for most elements without child elements.
+bool CssMatcher::mayHoldElements(NodeId element) const {
+    const NodeId child = tree_.node(element).firstChild;
+    return child != kNoNode && (tree_.node(child).kind == NodeKind::element || tree_.node(child).next != kNoNode);
 }
 
 void CssMatcher::enter(NodeId node) {
-    ++entered_;
-    if (watchesAncestors_) forEachWatched(node, [this](std::uint32_t hash) { ancestors_.add(hash); });
+    watchedStart_.push_back(static_cast<std::uint32_t>(watched_.size()));
+    if (!watchesAncestors_ || tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
+    if (named_ != node) readNames(node);
+    for (const Name& name : names_) {
+        watched_.push_back(name.hash);
+        ancestors_.add(name.hash);
+    }
 }
 
-void CssMatcher::leave(NodeId node) {
-    --entered_;
-    if (watchesAncestors_) forEachWatched(node, [this](std::uint32_t hash) { ancestors_.remove(hash); });
+void CssMatcher::leave() {
+    for (const std::uint32_t start = watchedStart_.back(); watched_.size() > start; watched_.pop_back())
+        ancestors_.remove(watched_.back());
+    watchedStart_.pop_back();
 }
 
 void CssMatcher::cascade(NodeId element, CascadedValues& values) {
-    const auto look = [&](const Buckets& buckets, std::string_view name) {
-        if (const Bucket* const bucket = buckets.find(name, hashOf(name))) applyBucket(*bucket, element, values);
-    };
     if (!sheets_.empty()) {
-        if (!byId_.empty())
-            if (const auto id = tree_.attribute(element, AttributeName::id)) look(byId_, *id);
-        if (!byClass_.empty())
-            if (const auto classes = tree_.attribute(element, AttributeName::class_))
-                anyWord(*classes, [&](std::string_view name) { return look(byClass_, name), false; });
-        applyBucket(byTag_[static_cast<std::size_t>(tree_.node(element).tag)], element, values);
-        applyBucket(others_, element, values);
+        readNames(element);
+        const std::size_t ids = names_.size() - 1;
+        for (std::size_t i = 0; i < ids; ++i)
+            if (const Bucket* const bucket = (i < classes_ ? byClass_ : byId_).find(names_[i].text, names_[i].hash))
+                applyBucket(*bucket, element, values);
+        const Bucket& ofTag = byTag_[static_cast<std::size_t>(tree_.node(element).tag)];
+        if (!ofTag.empty()) applyBucket(ofTag, element, values);
+        if (!others_.empty()) applyBucket(others_, element, values);
     }
     if (const auto style = tree_.attribute(element, AttributeName::style))
         for (const CssDeclaration& declaration : parseStyleAttribute(*style))
@@ -185,7 +202,7 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
 void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
     for (const Candidate& candidate : bucket) {
         if (!spend(1)) return;
-        if (entered_ > 0 && !ancestorsMayFit(candidate)) continue;
+        if (!watchedStart_.empty() && !ancestorsMayFit(candidate)) continue;
         if (!matches(*candidate.selector, element)) continue;
         const CssRule& rule = sheets_.rules()[candidate.rule];
         for (const CssDeclaration& declaration : rule.declarations)

@@ -65,7 +65,8 @@ public:
     /// who asks about one element after the other without regard to the tree never enters any.
     void cascade(NodeId element, CascadedValues& values);
     void enter(NodeId node);
-    void leave(NodeId node);
+    /// Leaves what was entered last.
+    void leave();
 
     [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
@@ -95,8 +96,8 @@ private:
     void file(std::uint32_t rule, const ComplexSelector& selector);
     void watchAncestors(const ComplexSelector& selector, Candidate& candidate);
     [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
-    template <typename Function>
-    void forEachWatched(NodeId element, Function each) const;
+    void readNames(NodeId element);
+    [[nodiscard]] bool mayHoldElements(NodeId element) const;
     void applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values);
     Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, NodeId element);
     bool matches(const ComplexSelector& selector, NodeId element) {
@@ -123,9 +124,17 @@ private:
     Buckets byClass_;
     std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too
     Bucket others_;
+    struct Name {
+        std::string_view text;
+        std::uint32_t hash;
+    };
+    NodeId named_ = kNoNode; ///< the element whose classes, id and name (the last) `names_` holds
+    std::vector<Name> names_;
+    std::size_t classes_ = 0; ///< of the names
     AncestorFilter ancestors_;
-    std::size_t entered_ = 0;
-    bool watchesAncestors_ = false; ///< a selector asks about them
+    std::vector<std::uint32_t> watched_;      ///< the hashes in the filter, element by element
+    std::vector<std::uint32_t> watchedStart_; ///< of each entered element
+    bool watchesAncestors_ = false;           ///< a selector asks about them
     std::uint64_t steps_ = 0;
 };
 

@@ -3,20 +3,9 @@
 #include "engines/html/Ascii.h"
 #include "text/ByteScan.h"
 
-#include <array>
-
 namespace quillow::html {
 
 namespace {
-
-constexpr std::array<bool, 256> makePlainTable() {
-    std::array<bool, 256> table{};
-    table.fill(true);
-    for (const char c : std::string_view("{}()[];\"'\\/"))
-        table[static_cast<unsigned char>(c)] = false;
-    return table;
-}
-constexpr std::array<bool, 256> kPlain = makePlainTable();
 
 bool isNameByte(char c) {
     return isAlpha(c) || isDigit(c) || c == '-' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
@@ -26,8 +15,7 @@ bool isNameByte(char c) {
 
 char CssStructure::next() {
     for (;;) {
-        while (at_ < css_.size() && kPlain[static_cast<unsigned char>(css_[at_])])
-            ++at_;
+        at_ = text::findFirstOf<'{', '}', '(', ')', '[', ']', ';', '"', '\'', '\\', '/'>(css_, at_);
         position_ = at_;
         if (at_ >= css_.size()) return '\0';
         const char c = css_[at_];

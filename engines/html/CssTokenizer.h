@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <string>
 #include <string_view>
 
@@ -42,7 +42,7 @@ struct CssToken {
 };
 
 /// Strings that a name or string with escapes in it resolves to.
-using CssStrings = std::deque<std::string>;
+using CssStrings = std::list<std::string>;
 
 /// A cursor over a style sheet; copying it remembers a place. Comments are skipped. `strings` outlives the tokens.
 class CssTokenizer {

@@ -61,7 +61,7 @@ Utf8Document decode(std::string_view bytes) {
 std::optional<std::string> framesAlternative(const HtmlTree& tree) {
     bool hasFrames = false;
     std::string alternative;
-    for (NodeId id = 0; id < tree.size(); ++id) {
+    for (const NodeId id : tree.notedElements()) {
         const Node& node = tree.node(id);
         if (node.tag == Tag::frameset && tree.node(node.parent).tag == Tag::html) hasFrames = true;
         if (node.tag != Tag::noframes) continue;

@@ -39,11 +39,8 @@ std::size_t HtmlTokenizer::find(std::string_view text, std::size_t from) const {
 }
 
 void HtmlTokenizer::next(Token& token) {
-    token.attributes.clear();
-    while (position_ < size_) {
-        const bool emitted = state_ == State::data ? data(token) : rawText(token);
-        if (emitted) return;
-    }
+    while (position_ < size_)
+        if (state_ == State::data ? data(token) : rawText(token)) return;
     token.type = TokenType::endOfFile;
 }
 
@@ -55,6 +52,12 @@ bool HtmlTokenizer::data(Token& token) {
         if (following == '/' && isAlpha(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
         if (opensMarkup(position_ + 1)) return markup(token);
     }
+    characters(token);
+    return true;
+}
+
+/// At a character that opens no markup.
+void HtmlTokenizer::characters(Token& token) {
     const std::size_t start = position_;
     Found found;
     std::size_t end = start;
@@ -68,7 +71,6 @@ bool HtmlTokenizer::data(Token& token) {
         }
     }
     emitText(token, start, end, found);
-    return true;
 }
 
 /// 13.2.5.6 Tag open state: whether what stands here after a "<" makes it more than a character.
@@ -242,6 +244,7 @@ std::string_view HtmlTokenizer::rewrittenName(ScannedName& name, std::string_vie
 
 /// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
 bool HtmlTokenizer::tag(Token& token, TokenType type, std::size_t start) {
+    token.attributes.clear();
     position_ = start;
     ScannedName name = scanName<NameEnd::tag>(source_, start);
     token.type = type;
@@ -253,20 +256,19 @@ bool HtmlTokenizer::tag(Token& token, TokenType type, std::size_t start) {
         token.name = takeName(name);
     }
     token.selfClosing = false;
-    if (at(position_) != '>')
-        while (attribute(token)) {
-        }
+    while (position_ < size_ && data_[position_] != '>')
+        attribute(token);
     if (position_ >= size_) return false;
     ++position_; // ">"
     if (type == TokenType::startTag) lastStartTag_ = token.name;
     return true;
 }
 
-/// 13.2.5.32 Before attribute name state: reads one attribute; false at the tag's ">" and at the end of the file.
-bool HtmlTokenizer::attribute(Token& token) {
-    if (at(position_) == ' ') ++position_;
+/// 13.2.5.32 Before attribute name state: reads one attribute, if there is one before the tag's ">" or the end of the file.
+void HtmlTokenizer::attribute(Token& token) {
+    if (data_[position_] == ' ') ++position_;
     for (;; ++position_) {
-        if (position_ >= size_ || data_[position_] == '>') return false;
+        if (position_ >= size_ || data_[position_] == '>') return;
         const char c = data_[position_];
         if (c > '/' || (!isWhiteSpace(c) && c != '/')) break;
         token.selfClosing = c == '/' && at(position_ + 1) == '>';
@@ -277,7 +279,6 @@ bool HtmlTokenizer::attribute(Token& token) {
     const std::string_view value = attributeValue();
     if (token.attributes.size() < kMaxAttributes)
         token.attributes.emplace_back(attributeNameForKey(scanned.key), name, value);
-    return true;
 }
 
 /// 13.2.5.32: a "=" first in the name belongs to it.

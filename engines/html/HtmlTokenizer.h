@@ -55,11 +55,12 @@ private:
     };
 
     bool data(Token& token);
+    void characters(Token& token);
     [[nodiscard]] bool opensMarkup(std::size_t position) const;
     bool rawText(Token& token);
     bool markup(Token& token);
     bool tag(Token& token, TokenType type, std::size_t start);
-    bool attribute(Token& token);
+    void attribute(Token& token);
     [[nodiscard]] ScannedName attributeNameFromEqualsSign() const;
     std::string_view attributeValue();
     template <char quote>

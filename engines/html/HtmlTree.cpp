@@ -9,6 +9,11 @@ namespace {
 constexpr std::size_t kChunkBytes = 64 * 1024;
 /// A guess; pages of few tags have fewer nodes, and what is reserved and not used costs nothing.
 constexpr std::size_t kBytesPerNode = 24;
+std::uint32_t bitOf(const Attribute& attribute) {
+    static_assert(static_cast<unsigned>(AttributeName::count) <= 32);
+    return std::uint32_t{1} << static_cast<unsigned>(attribute.known());
+}
+
 } // namespace
 
 HtmlTree::HtmlTree(std::string_view source)
@@ -31,28 +36,23 @@ std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view 
     return std::nullopt;
 }
 
-std::uint32_t HtmlTree::knownAttributes(std::span<const Attribute> attributes) {
-    static_assert(static_cast<unsigned>(AttributeName::count) <= 32);
-    std::uint32_t known = 0;
-    for (const Attribute& attribute : attributes)
-        known |= std::uint32_t{1} << static_cast<unsigned>(attribute.known());
-    return known;
-}
-
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
     const auto id = static_cast<NodeId>(nodes_.size());
     Node& node = nodes_.emplace_back();
     node.tag = tag;
     node.space = space;
+    if (tag == Tag::style || tag == Tag::frameset || tag == Tag::noframes) noted_.push_back(id);
     const std::size_t count = std::min(attributes.size(), kMaxAttributes);
     node.attributeCount = static_cast<std::uint8_t>(count);
     if (count == 0 && tag != Tag::unknown) return id;
     const std::size_t named = tag == Tag::unknown ? 1 : 0;
     Attribute* const room = allocateAttributes(count + named);
     if (named != 0) std::construct_at(room, AttributeName::unknown, std::string_view(), name);
-    std::uninitialized_copy_n(attributes.data(), count, room + named);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::construct_at(room + named + i, attributes[i]);
+        node.sizeOrKnown |= bitOf(attributes[i]);
+    }
     node.content.attributes = room + named;
-    node.sizeOrKnown = knownAttributes(attributes.first(count));
     return id;
 }
 
@@ -112,7 +112,8 @@ void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> a
     std::uninitialized_copy(all.begin(), all.end(), room);
     nodes_[element].content.attributes = room;
     nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
-    nodes_[element].sizeOrKnown = knownAttributes(all);
+    for (const Attribute& attribute : all)
+        nodes_[element].sizeOrKnown |= bitOf(attribute);
 }
 
 /// A chunk of its own where what is asked for would waste what is left of the one in use.
@@ -128,7 +129,7 @@ char* HtmlTree::allocateChunk(std::size_t size) {
 }
 
 char* HtmlTree::allocate(std::size_t size, std::size_t alignment) {
-    const std::size_t padding = (alignment - reinterpret_cast<std::uintptr_t>(free_) % alignment) % alignment;
+    const std::size_t padding = -reinterpret_cast<std::uintptr_t>(free_) & (alignment - 1);
     if (padding + size > freeBytes_) return allocateChunk(size);
     char* const room = free_ + padding;
     free_ = room + size;

@@ -78,6 +78,9 @@ public:
     /// The same for a name of any kind, in lower case.
     [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, std::string_view name) const;
 
+    /// The style, frameset and noframes elements, in the order in which they were created.
+    [[nodiscard]] std::span<const NodeId> notedElements() const { return noted_; }
+
     [[nodiscard]] std::string_view source() const { return source_; }
 
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
@@ -114,7 +117,7 @@ public:
     [[nodiscard]] std::string_view withReplacements(std::string_view text);
 
 private:
-    [[nodiscard]] static std::uint32_t knownAttributes(std::span<const Attribute> attributes);
+    /// Alignments are powers of two.
     [[nodiscard]] char* allocate(std::size_t size, std::size_t alignment);
     [[nodiscard]] char* allocateChunk(std::size_t size);
     [[nodiscard]] Attribute* allocateAttributes(std::size_t count) {
@@ -124,6 +127,7 @@ private:
     std::string ownSource_;
     std::string_view source_;
     std::vector<Node> nodes_;
+    std::vector<NodeId> noted_;
     std::vector<std::unique_ptr<char[]>> chunks_;
     char* free_ = nullptr;
     std::size_t freeBytes_ = 0;

@@ -8,11 +8,13 @@ ScannedName scanNamePortable(std::string_view source, std::size_t from) {
     bool holdsNul = false;
     for (; from < source.size() && !endsName(source[from], end); ++from, ++name.length) {
         const char c = source[from];
-        if (name.length < NameKey::kMaxLength) name.key.put(name.length, toLower(c));
-        if (c == '\0' || toLower(c) != c) name.asWritten = false;
-        holdsNul = holdsNul || c == '\0';
+        if (toLower(c) != c) name.asWritten = false;
+        if (c == '\0') holdsNul = true;
     }
-    if (name.length > NameKey::kMaxLength || holdsNul) name.key = {};
+    if (holdsNul) name.asWritten = false;
+    if (name.length <= NameKey::kMaxLength && !holdsNul)
+        for (std::size_t i = 0; i < name.length; ++i)
+            name.key.put(i, toLower(source[from - name.length + i]));
     return name;
 }
 

@@ -3,6 +3,7 @@
 #include "engines/html/Ascii.h"
 #include "engines/html/ListMarkers.h"
 #include "engines/html/StyleResolver.h"
+#include "engines/html/TagSet.h"
 #include "engines/html/TextCollector.h"
 #include "text/ByteScan.h"
 
@@ -93,6 +94,8 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
     return number;
 }
 
+constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
+
 class Renderer {
 public:
     Renderer(const HtmlTree& tree, const Options& options, AuthorStyles authorStyles)
@@ -109,10 +112,11 @@ private:
     void walk(NodeId root);
     Entered enter(NodeId node);
     Entered enterElement(NodeId element);
+    Entered enterElement(NodeId element, const Frame& parent, Frame& frame);
     void leave(NodeId element);
     void enterText(const Node& node);
 
-    Style styleOf(NodeId element, const Frame& parent);
+    void styleFrame(NodeId element, const Frame& parent, Frame& frame);
     void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
@@ -139,7 +143,8 @@ RenderedText Renderer::render() {
     if (html == kNoNode) {
         walk(HtmlTree::kDocument);
     } else {
-        frames_.back().style = styleOf(html, frames_.back());
+        const Frame outside;
+        styleFrame(html, outside, frames_.back());
         styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
         for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
@@ -188,22 +193,27 @@ void Renderer::enterText(const Node& node) {
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
-Style Renderer::styleOf(NodeId element, const Frame& parent) {
-    Style style = styles_.resolve(element, parent.style);
+void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
+    Style& style = frame.style;
+    styles_.resolve(element, parent.style, style);
     if (options_.hiddenText == HiddenText::on) {
         style.visibility = Visibility::visible;
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
     if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
-    return style;
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
+    Frame& frame = frames_.emplace_back();
+    const Entered entered = enterElement(id, frames_[frames_.size() - 2], frame);
+    if (entered == Entered::no) frames_.pop_back();
+    return entered;
+}
+
+Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& frame) {
     const Node& node = tree_.node(id);
-    const Frame& parent = frames_.back();
-    Frame frame;
-    frame.style = styleOf(id, parent);
+    styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
     if (node.tag == Tag::br && node.space == Namespace::html) {
         collector_.endLine();
@@ -216,11 +226,15 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
         return Entered::no;
     }
     frame.textRole = parent.textRole;
-    applySelectRules(node, parent, frame);
-    if (node.space == Namespace::svg) applySvgRules(node, frame);
+    if (node.space == Namespace::html) {
+        frame.inSelect = parent.inSelect;
+        if (node.tag == Tag::select || parent.inSelect) applySelectRules(node, parent, frame);
+    } else if (node.space == Namespace::svg) {
+        applySvgRules(node, frame);
+    }
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
-    const auto index = static_cast<std::uint32_t>(frames_.size());
+    const auto index = static_cast<std::uint32_t>(frames_.size() - 1);
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
@@ -237,26 +251,24 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
         openBox(node, frame);
     }
     if (node.space == Namespace::html) {
-        openList(id, frame);
-        if (options_.listMarkers == ListMarkers::on) openListItem(id, frame);
+        if (kLists.contains(node.tag)) openList(id, frame);
+        const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
+        if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
     if (isQuotation(node)) collector_.atomicBox();
     frame.writtenBefore = collector_.written();
-    frames_.push_back(frame);
     styles_.enter(id);
     return Entered::yes;
 }
 
 /// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line.
 void Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
-    if (node.space != Namespace::html) return;
-    frame.inSelect = parent.inSelect;
     if (node.tag == Tag::select) {
         frame.textRole = TextRole::suppressed;
         frame.inSelect = true;
         return;
     }
-    if (parent.textRole != TextRole::suppressed || !parent.inSelect) return;
+    if (parent.textRole != TextRole::suppressed) return;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
@@ -343,8 +355,7 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
-    if (node.tag != Tag::ol && node.tag != Tag::ul && node.tag != Tag::menu && node.tag != Tag::dir) return;
-    frame.listOwner = static_cast<std::uint32_t>(frames_.size());
+    frame.listOwner = static_cast<std::uint32_t>(frames_.size() - 1);
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
     const auto start = integerAttribute(tree_, id, AttributeName::start);
@@ -390,7 +401,7 @@ void Renderer::leave(NodeId id) {
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
     frames_.pop_back();
-    styles_.leave(id);
+    styles_.leave();
 }
 
 } // namespace

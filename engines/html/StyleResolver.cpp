@@ -25,9 +25,9 @@ StyleResolver::StyleResolver(const HtmlTree& tree, bool withAuthor)
 }
 
 void StyleResolver::collectSheets() {
-    for (NodeId id = 0; id < tree_.size(); ++id) {
+    for (const NodeId id : tree_.notedElements()) {
         const Node& node = tree_.node(id);
-        if (node.kind != NodeKind::element || node.tag != Tag::style || node.firstChild == kNoNode) continue;
+        if (node.tag != Tag::style || node.firstChild == kNoNode) continue;
         // HTML, 4.2.6: a type other than text/css is no style sheet.
         const auto type = tree_.attribute(id, AttributeName::type);
         if (type && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
@@ -43,12 +43,12 @@ void StyleResolver::collectSheets() {
     }
 }
 
-Style StyleResolver::resolve(NodeId element, const Style& parent) {
-    Style style = userAgentStyle(tree_, element, parent);
-    if (!matcher_ || (sheets_.empty() && !tree_.node(element).has(AttributeName::style))) return style;
+void StyleResolver::resolve(NodeId element, const Style& parent, Style& style) {
+    userAgentStyle(tree_, element, parent, style);
+    if (!matcher_ || (sheets_.empty() && !tree_.node(element).has(AttributeName::style))) return;
     CascadedValues values;
     matcher_->cascade(element, values);
-    if (!values.any()) return style;
+    if (!values.any()) return;
     applied_ = true;
     const auto take = [&](CssProperty property, auto& own, auto inherited, auto initial, bool inherits) {
         own = computed(values.value(property), own, inherited, initial, inherits);
@@ -59,7 +59,6 @@ Style StyleResolver::resolve(NodeId element, const Style& parent) {
     take(CssProperty::listStyle, style.listStyle, parent.listStyle, ListStyle::bullet, true);
     take(CssProperty::floating, style.floating, parent.floating, Flow::inFlow, false);
     take(CssProperty::position, style.positioned, parent.positioned, Flow::inFlow, false);
-    return style;
 }
 
 } // namespace quillow::html

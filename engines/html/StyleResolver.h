@@ -15,12 +15,13 @@ public:
     StyleResolver(const HtmlTree& tree, bool withAuthor);
 
     /// The style of an element. Its ancestors, and no others, have been entered and not left.
-    [[nodiscard]] Style resolve(NodeId element, const Style& parent);
+    void resolve(NodeId element, const Style& parent, Style& style);
     void enter(NodeId node) {
         if (matcher_) matcher_->enter(node);
     }
-    void leave(NodeId node) {
-        if (matcher_) matcher_->leave(node);
+    /// Leaves what was entered last.
+    void leave() {
+        if (matcher_) matcher_->leave();
     }
 
     /// True when a declaration of the author's applied to any element so far.

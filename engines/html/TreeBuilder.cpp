@@ -73,6 +73,7 @@ std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view conte
 void TreeBuilder::runFragment(NodeId context) {
     const Node& node = tree_.node(context);
     context_ = {context, node.tag, node.space};
+    sawForeign_ = node.space != Namespace::html;
     const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
     // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
     constexpr TagSet kPlain{Tag::style,    Tag::xmp,    Tag::iframe,   Tag::noembed,
@@ -93,7 +94,7 @@ void TreeBuilder::runFragment(NodeId context) {
 void TreeBuilder::readTokens() {
     Token token;
     while (!finished_) {
-        tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
+        if (sawForeign_) tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
         tokenizer_.next(token);
         if (skipLineFeed_) {
             skipLineFeed_ = false;
@@ -129,7 +130,7 @@ void TreeBuilder::boundDepth() {
 
 /// 13.2.6, the tree construction dispatcher.
 bool TreeBuilder::usesForeignRules(const Token& token) const {
-    if (open_.empty() || token.type == TokenType::endOfFile) return false;
+    if (!sawForeign_ || open_.empty() || token.type == TokenType::endOfFile) return false;
     const OpenElement& node = adjustedCurrent();
     if (node.space == Namespace::html) return false;
     const bool startTag = token.type == TokenType::startTag;
@@ -308,6 +309,7 @@ NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
         tree_.insertBefore(place.parent, element, place.before);
     }
     if (token.tag == Tag::p) ++openParagraphs_;
+    if (space != Namespace::html) sawForeign_ = true;
     open_.push_back({element, token.tag, space});
     return element;
 }

@@ -214,6 +214,7 @@ private:
     bool fosterParenting_ = false;
     bool quirks_ = false;
     bool skipLineFeed_ = false;
+    bool sawForeign_ = false; ///< an element of SVG or MathML, or a context that is one
     bool finished_ = false;
     std::size_t openParagraphs_ = 0;
     std::size_t startTags_ = 0;

@@ -1,6 +1,7 @@
 #include "engines/html/UserAgentStyle.h"
 
 #include "engines/html/Ascii.h"
+#include "engines/html/TagSet.h"
 
 #include <array>
 
@@ -85,21 +86,6 @@ Display svgDisplay(const Node& node) {
     }
 }
 
-/// The elements whose rule depends on an attribute.
-Display htmlDisplay(const HtmlTree& tree, NodeId element) {
-    const Node& node = tree.node(element);
-    const Display display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
-    switch (node.tag) {
-    case Tag::audio: return !tree.attribute(element, AttributeName::controls) ? Display::none : display;
-    case Tag::dialog: return !tree.attribute(element, AttributeName::open) ? Display::none : display;
-    case Tag::input: {
-        const auto type = tree.attribute(element, AttributeName::type);
-        return type && equalsIgnoringCase(*type, "hidden") ? Display::none : display;
-    }
-    default: return display;
-    }
-}
-
 /// 15.3.9 Lists, with the presentational `type` attribute, which a list item takes too.
 ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited) {
     const Node& node = tree.node(element);
@@ -124,42 +110,52 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
     return style;
 }
 
-} // namespace
+/// The elements that have more rules than one display type.
+constexpr TagSet kWithRules{Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,
+                            Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
 
-Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent) {
+void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     const Node& node = tree.node(element);
-    Style style;
-    style.visibility = parent.visibility;
-    style.whiteSpace = parent.whiteSpace;
-    style.listStyle = parent.listStyle;
-    if (node.space == Namespace::svg) {
-        style.display = svgDisplay(node);
-        return style;
-    }
-    if (node.space == Namespace::mathMl) {
-        style.display = mathDisplay(tree, element);
-        if (node.tag == Tag::math) style.whiteSpace = WhiteSpace::normal;
-        if (node.tag == Tag::mphantom) style.visibility = Visibility::hidden;
-        return style;
-    }
-    style.display = htmlDisplay(tree, element);
     switch (node.tag) {
+    case Tag::audio:
+        if (!node.has(AttributeName::controls)) style.display = Display::none;
+        break;
+    case Tag::dialog:
+        if (!node.has(AttributeName::open)) style.display = Display::none;
+        break;
+    case Tag::input: {
+        const auto type = tree.attribute(element, AttributeName::type);
+        if (type && equalsIgnoringCase(*type, "hidden")) style.display = Display::none;
+        break;
+    }
     case Tag::pre:
     case Tag::listing:
     case Tag::plaintext:
     case Tag::xmp: style.whiteSpace = WhiteSpace::preserve; break;
-    case Tag::nobr:
-    case Tag::table: style.whiteSpace = node.tag == Tag::table ? style.whiteSpace : WhiteSpace::normal; break;
-    case Tag::ul:
-    case Tag::ol:
-    case Tag::menu:
-    case Tag::dir:
-    case Tag::li: style.listStyle = listStyleOf(tree, element, parent.listStyle); break;
-    default: break;
+    case Tag::nobr: style.whiteSpace = WhiteSpace::normal; break;
+    default: style.listStyle = listStyleOf(tree, element, style.listStyle); break;
     }
-    if (node.tag != Tag::embed && (node.has(AttributeName::hidden) || node.has(AttributeName::popover)))
-        style.display = Display::none;
-    return style;
+}
+
+} // namespace
+
+void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, Style& style) {
+    const Node& node = tree.node(element);
+    style.visibility = parent.visibility;
+    style.whiteSpace = parent.whiteSpace;
+    style.listStyle = parent.listStyle;
+    if (node.space == Namespace::html) {
+        style.display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
+        if (kWithRules.contains(node.tag)) applyHtmlRules(tree, element, style);
+        if (node.tag != Tag::embed && (node.has(AttributeName::hidden) || node.has(AttributeName::popover)))
+            style.display = Display::none;
+    } else if (node.space == Namespace::svg) {
+        style.display = svgDisplay(node);
+    } else {
+        style.display = mathDisplay(tree, element);
+        if (node.tag == Tag::math) style.whiteSpace = WhiteSpace::normal;
+        if (node.tag == Tag::mphantom) style.visibility = Visibility::hidden;
+    }
 }
 
 Display defaultDisplay(const Node& element) {
@@ -170,22 +166,9 @@ Display defaultDisplay(const Node& element) {
 }
 
 bool isReplaced(const Node& element) {
-    if (element.space != Namespace::html) return false;
-    switch (element.tag) {
-    case Tag::img:
-    case Tag::image:
-    case Tag::input:
-    case Tag::textarea:
-    case Tag::iframe:
-    case Tag::embed:
-    case Tag::video:
-    case Tag::audio:
-    case Tag::meter:
-    case Tag::progress:
-    case Tag::frame:
-    case Tag::keygen: return true;
-    default: return false;
-    }
+    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
+                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
+    return element.space == Namespace::html && kReplaced.contains(element.tag);
 }
 
 bool isMachinery(const Node& element) {

@@ -6,8 +6,8 @@
 
 namespace quillow::html {
 
-/// The style of an element before the author's sheets, given its parent's.
-[[nodiscard]] Style userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent);
+/// Sets the style of an element, which is the initial one, to what it is before the author's sheets, given its parent's.
+void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, Style& style);
 
 /// The display type that an element has by its name alone.
 [[nodiscard]] Display defaultDisplay(const Node& element);
