@@ -7,6 +7,7 @@
 #include "platform/BookmarkStore.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgressIndicator.h"
+#include "platform/Termination.h"
 #include "platform/Workspace.h"
 
 #include <cassert>
@@ -64,6 +65,8 @@ void QuillowAppDelegate::doMultiProcess() {
     if (!folder || !platform().bookmarkStore.startAccessingSecurityScopedResource(*folder)) return;
     const QStringList batch = fileToProcessPathArray();
     for (const QString& path : batch) {
+        // The document that is being converted is finished; the next ones are not begun.
+        if (platform().termination.isRequested()) break;
         const ConversionEnd end = convertDocument(path);
         assert(fileToProcessPathArray() == batch && "the batch changed while it was converted");
         // deliberate: bytes that cannot be read end the whole batch, where a document without text is only reported.

@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/Panels.h"
+#include "platform/Termination.h"
 #include "platform/Workspace.h"
 
 namespace quillow {
@@ -30,10 +31,11 @@ bool isHexDigit(QChar c) {
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
-/// A URL made from a URL string, character for character (RFC 3986, appendix A): nothing where the string holds a character
-/// that no URL has, or a per cent sign without two hexadecimal digits.
+/// A URL made from the string of a URL without a host, character for character (RFC 3986, appendix A): nothing where the string
+/// holds a character that has no place there, a second number sign, or a per cent sign without two hexadecimal digits.
 std::optional<QUrl> urlWithString(const QString& text) {
-    static constexpr QStringView kMarks = u"-._~:/?#[]@!$&'()*+,;=%";
+    static constexpr QStringView kMarks = u"-._~:/?#@!$&'()*+,;=%";
+    if (text.count(u'#') > 1) return std::nullopt;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         const bool isAlphanumeric = (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
@@ -91,6 +93,8 @@ void QuillowAppDelegate::checkStoredDestination() {
 void QuillowAppDelegate::observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change&,
                                                 void*) {
     if (ofObject != dragDropArea() || keyPath != QStringLiteral("myFilePathDropped")) return;
+    // The rest of a long drop does not hold up the end.
+    if (platform().termination.isRequested()) return;
     setFileToProcessPath(dragDropArea()->myFilePathDropped());
     if (destinationIsFixed())
         convertIntoFixedFolder();

@@ -33,6 +33,7 @@ QuillowAppDelegate::QuillowAppDelegate(const Platform& platform)
 
 void QuillowAppDelegate::applicationWillFinishLaunching(const Notification&) {
     adjustBeforeFinishingLaunching();
+    goSmallWindow();
     if (mainWindow_) mainWindow_->makeKeyAndOrderFront();
     setProperTextColor({Color::Source::controlText});
 }
@@ -45,11 +46,19 @@ void QuillowAppDelegate::applicationDidFinishLaunching(const Notification& notif
     setFinishedLaunching(true);
     adjustDestinationPath();
     checkStoredDestination();
-    if (mainWindow_) {
-        mainWindow_->setExcludedFromWindowsMenu(true);
-        mainWindow_->makeKeyAndOrderFront();
-    }
+    if (mainWindow_) mainWindow_->setExcludedFromWindowsMenu(true);
+    loadAppDataFromDisk();
+    if (mainWindow_) mainWindow_->makeKeyAndOrderFront();
     MWDragDropBaseApp::applicationDidFinishLaunching(notification);
+}
+
+void QuillowAppDelegate::applicationWillTerminate(const Notification& notification) {
+    saveAppDataToDisk();
+    MWDragDropBaseApp::applicationWillTerminate(notification);
+}
+
+bool QuillowAppDelegate::applicationShouldTerminateAfterLastWindowClosed(Sender) {
+    return false;
 }
 
 QString QuillowAppDelegate::getUserGuideName() const {

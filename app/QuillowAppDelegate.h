@@ -1,5 +1,6 @@
 // The product's delegate, one instance for the whole run: it converts dropped documents (Conversion.cpp), decides where their
-// texts go (Destination.cpp) and keeps the message log (MessageLog.cpp).
+// texts go (Destination.cpp), keeps the message log (MessageLog.cpp), and keeps both that and the window's mode from one run to the next
+// (DataFileAndModes.cpp).
 #pragma once
 
 #include "app/TextView.h"
@@ -17,6 +18,8 @@
 
 namespace quillow {
 
+class Button;
+
 class QuillowAppDelegate final : public MWDragDropBaseApp {
 public:
     /// The four addresses of the release-information list, in the order in which they are asked.
@@ -30,6 +33,10 @@ public:
     // Life cycle.
     void applicationWillFinishLaunching(const Notification& notification);
     void applicationDidFinishLaunching(const Notification& notification) override;
+    /// Saves the application data, then what the base does.
+    void applicationWillTerminate(const Notification& notification) override;
+    /// False: closing the main window leaves the program running.
+    [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed(Sender application = {}) override;
 
     // Conversion.
     /// Whether the path's extension is one of the five that are converted. Nothing on disk is looked at.
@@ -61,6 +68,17 @@ public:
     void showLastOutputFile(Sender sender = {});
     void openLastOutputFile(Sender sender = {});
     void showOutputDirectory(Sender sender = {});
+
+    // The application data file and the window's modes.
+    /// The folder is made when nothing stands at its path; whether that succeeds is not told.
+    [[nodiscard]] QString pathForDataFile() const;
+    void saveAppDataToDisk();
+    void loadAppDataFromDisk();
+    void goBigWindow(Sender sender = {});
+    void goSmallWindow(Sender sender = {});
+    void switchWindows(Sender sender = {});
+    /// Makes `mainWindow` key and brings it to the front, also when it was closed.
+    void showMainWindow(Sender sender = {});
 
     // What the frame asks of a product.
     [[nodiscard]] QString getUserGuideName() const override;
@@ -98,6 +116,13 @@ public:
     [[nodiscard]] Boxed numberProcessed() const { return numberProcessed_.get(); }
     void setNumberProcessed(const Boxed& count) { numberProcessed_.set(count); }
 
+    /// Whether the window is in its big mode, a boolean; nil until the mode was first changed or read.
+    [[nodiscard]] Boxed bigWin() const { return bigWin_.get(); }
+    void setBigWin(const Boxed& bigWin) { bigWin_.set(bigWin); }
+    /// The log as the application data file gave it back; nil when nothing was read. The log view shows it when it is set.
+    [[nodiscard]] std::optional<QString> logContent() const { return logContent_.get(); }
+    void setLogContent(const std::optional<QString>& text) { logContent_.set(text); }
+
     /// deliberate: false from the start and used by nothing; part of the delegate's interface.
     [[nodiscard]] Boxed None() const { return None_.get(); }
 
@@ -108,9 +133,12 @@ public:
 
     // Outlets. An outlet that is null takes what it is told without effect.
     [[nodiscard]] LogView* textLog() const { return textLog_; }
-    void setTextLog(LogView* textLog) { textLog_ = textLog; }
+    void setTextLog(LogView* textLog);
     [[nodiscard]] Window* mainWindow() const { return mainWindow_; }
     void setMainWindow(Window* mainWindow) { mainWindow_ = mainWindow; }
+    /// The button whose state mirrors the window's mode.
+    [[nodiscard]] Button* myDiscloseButton() const { return myDiscloseButton_; }
+    void setMyDiscloseButton(Button* myDiscloseButton) { myDiscloseButton_ = myDiscloseButton; }
 
 private:
     enum class ConversionEnd { converted, noText, bytesUnreadable };
@@ -135,6 +163,10 @@ private:
     void showFile(const std::optional<QString>& path);
     void openFile(const std::optional<QString>& path);
 
+    // The window's modes.
+    void changeHeight(double height, double rise);
+    void limitHeight(double height);
+
     MWBookmark bookmark_;
     KVProperty<std::optional<QString>> displayDestinationPath_{*this, u"displayDestinationPath"};
     KVProperty<std::optional<QString>> effectiveDestinationPath_{*this, u"effectiveDestinationPath"};
@@ -145,12 +177,16 @@ private:
     KVProperty<std::optional<QString>> finalName_{*this, u"finalName"};
     KVProperty<std::optional<QString>> finalFullPathName_{*this, u"finalFullPathName"};
     KVProperty<Boxed> numberProcessed_{*this, u"numberProcessed", 0};
+    KVProperty<Boxed> bigWin_{*this, u"bigWin"};
+    KVProperty<std::optional<QString>> logContent_{*this, u"logContent"};
     KVProperty<Boxed> None_{*this, u"None", false};
     std::optional<AttributedString> rtfString_;
     Color properTextColor_;
     TextView textView_;
     LogView* textLog_ = nullptr;
+    Observation logContentBinding_;
     Window* mainWindow_ = nullptr;
+    Button* myDiscloseButton_ = nullptr;
 };
 
 } // namespace quillow

@@ -72,6 +72,9 @@ Boxed box(const QStringList& value) {
         array.append(item);
     return array;
 }
+Boxed box(const Boxed::Array& value) {
+    return value;
+}
 
 void unbox(const Boxed& boxed, Boxed& value) {
     value = boxed;
@@ -86,6 +89,9 @@ void unbox(const Boxed& boxed, QStringList& value) {
     for (const Boxed& item : boxed.array().value_or(Boxed::Array())) {
         if (const auto text = item.string()) value.append(*text);
     }
+}
+void unbox(const Boxed& boxed, Boxed::Array& value) {
+    value = boxed.array().value_or(Boxed::Array());
 }
 
 } // namespace
@@ -106,5 +112,6 @@ template class KVProperty<Boxed>;
 template class KVProperty<std::optional<QString>>;
 template class KVProperty<std::optional<QByteArray>>;
 template class KVProperty<QStringList>;
+template class KVProperty<Boxed::Array>;
 
 } // namespace quillow

@@ -98,7 +98,8 @@ private:
     QString key_;
 };
 
-/// The field of an observed property. T is Boxed, std::optional<QString>, std::optional<QByteArray> or QStringList.
+/// The field of an observed property. T is Boxed, std::optional<QString>, std::optional<QByteArray>, QStringList or
+/// Boxed::Array; the last two take nil for the empty list.
 template <class T>
 class KVProperty final : public KVSlot { // selector: none
 public:
@@ -124,5 +125,6 @@ extern template class KVProperty<Boxed>;
 extern template class KVProperty<std::optional<QString>>;
 extern template class KVProperty<std::optional<QByteArray>>;
 extern template class KVProperty<QStringList>;
+extern template class KVProperty<Boxed::Array>;
 
 } // namespace quillow

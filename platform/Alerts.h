@@ -33,7 +33,9 @@ public:
 
     /// Shows the alert as a sheet on the window (on its own when the window is null) and returns at once;
     /// `completionHandler` (may be empty) gets the code, once, never before this function has returned.
-    /// Escape presses a button named "Cancel" where there is one; it never answers a sole button's code.
+    /// Escape presses a button named "Cancel" where there is one; it never answers a sole button's code. An alert that is begun
+    /// while an equal one is open on the same window may be answered as by Escape without being shown, right after the open
+    /// one's handler has returned.
     virtual void beginSheetModalForWindow(const Alert& alert, Window* window,
                                           std::function<void(int returnCode)> completionHandler) = 0;
 

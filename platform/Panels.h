@@ -29,7 +29,8 @@ public:
 
     /// Shows the panel as a sheet on the window (on its own when the window is null) and returns at once.
     /// `completionHandler` gets the chosen file URL, or nothing when the panel was cancelled; it is called exactly once,
-    /// never before this function has returned.
+    /// never before this function has returned. A panel that is begun while an equal one is open on the same window may be
+    /// cancelled without being shown, right after the open one's handler has returned.
     virtual void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                           std::function<void(const std::optional<QUrl>& url)> completionHandler) = 0;
 };

@@ -4,6 +4,7 @@
 namespace quillow {
 
 class Alerts;
+class Archive;
 class BookmarkStore;
 class Bundle;
 class Clock;
@@ -19,6 +20,7 @@ class Panels;
 class PdfTextReader;
 class RtfTextReader;
 class SystemInfo;
+class Termination;
 class Timers;
 class UndoManager;
 class ValueTransformerRegistry;
@@ -29,6 +31,7 @@ enum class UpdateCheck { leftOut, wired };
 
 struct Platform {
     Alerts& alerts;
+    Archive& archive;
     BookmarkStore& bookmarkStore;
     Bundle& bundle;
     Clock& clock;
@@ -44,6 +47,7 @@ struct Platform {
     RtfTextReader& rtfTextReader;
     const MWAppSupportUtility& supportUtility; ///< frame/MWAppSupportUtility.h
     const SystemInfo& systemInfo;
+    const Termination& termination;
     Timers& timers;
     UndoManager& undoManager;                    ///< the application's, base/UndoManager.h
     ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h

@@ -10,7 +10,7 @@ public:
     virtual ~SystemInfo() = default;
     /// A human-readable name and version, "Debian GNU/Linux 12 (bookworm)".
     [[nodiscard]] virtual QString operatingSystemVersionString() const = 0;
-    /// The user's home folder, without a slash at the end.
+    /// The user's home folder: absolute, so that no tilde is left in it, and without a slash at the end.
     [[nodiscard]] virtual QString homeDirectory() const = 0;
 };
 

@@ -24,6 +24,12 @@ public:
     /// Moves and resizes the window and repaints it; size limits do not hold it back.
     virtual void setFrame(const Rect& frame, Animate animate) = 0;
 
+    /// The least and the largest size of the window's contents. A window that is outside of them is resized into them, its
+    /// top left corner where it was; a frame that is still on its way is reached first. Where the two contradict each other
+    /// the least size holds. `setFrame` is not held back by them.
+    virtual void setMinSize(const Size& size) = 0;
+    virtual void setMaxSize(const Size& size) = 0;
+
     /// Whether the Window menu lists the window.
     virtual void setExcludedFromWindowsMenu(bool excluded) = 0;
 };

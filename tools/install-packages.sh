@@ -4,8 +4,8 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev
-       fonts-dejavu-core)
-testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm x11-utils dbus
+       libxcb1-dev fonts-dejavu-core)
+testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0)
 fuzzing=(clang-14 libclang-rt-14-dev)
 benching=(libbenchmark-dev valgrind)

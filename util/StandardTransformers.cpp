@@ -1,6 +1,7 @@
 #include "util/StandardTransformers.h"
 
 #include "util/BookmarkTransformers.h"
+#include "util/MWDateTagElaborated.h"
 #include "util/MWImgData.h"
 #include "util/MWUnarchivieFromDataToText.h"
 #include "util/NumberTransformers.h"
@@ -10,7 +11,7 @@
 
 namespace quillow {
 
-void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore,
+void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore, const Clock& clock,
                                   const ImageCodec& imageCodec, const TextUnarchiver& textUnarchiver) {
     registry.setValueTransformer(std::make_shared<MWImgData>(imageCodec), QStringLiteral("MWImgData"));
     registry.setValueTransformer(std::make_shared<MWIntToBool>(), QStringLiteral("MWIntToBool"));
@@ -26,6 +27,7 @@ void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkSt
     registry.setValueTransformer(std::make_shared<MWHeightForFontSize>(), QStringLiteral("MWHeightForFontSize"));
     registry.setValueTransformer(std::make_shared<MWUnarchivieFromDataToText>(textUnarchiver),
                                  QStringLiteral("MWUnarchivieFromDataToText"));
+    registry.setValueTransformer(std::make_shared<MWDateTagElaborated>(clock), QStringLiteral("MWDateTagElaborated"));
     registry.setValueTransformer(std::make_shared<MWEmptyTrimmedString>(), QStringLiteral("MWEmptyTrimmedString"));
     registry.setValueTransformer(std::make_shared<MWFilledTrimmedString>(), QStringLiteral("MWFilledTrimmedString"));
 }

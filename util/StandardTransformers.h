@@ -5,12 +5,13 @@
 namespace quillow {
 
 class BookmarkStore;
+class Clock;
 class ImageCodec;
 class TextUnarchiver;
 class ValueTransformerRegistry;
 
 /// The ports outlive the registry.
-void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore,
+void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore, const Clock& clock,
                                   const ImageCodec& imageCodec, const TextUnarchiver& textUnarchiver); // selector: none
 
 } // namespace quillow

@@ -26,6 +26,13 @@ QMessageBox::Icon iconFor(AlertStyle style) {
 
 } // namespace
 
+int neutralReturnCode(const Alert& alert) {
+    if (alert.buttons.size() < 2) return kAlertDismissed;
+    for (int place = 0; place < alert.buttons.size(); ++place)
+        if (kDismissing.contains(alert.buttons[place])) return kAlertFirstButtonReturn + place;
+    return kAlertDismissed;
+}
+
 AlertBox::AlertBox(const Alert& alert, QWidget* parent)
     : QMessageBox(parent) {
     setWindowTitle(QStringLiteral("Quillow"));
@@ -49,11 +56,10 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent)
 
     const QStringList titles = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
     for (const QString& title : titles) {
-        // deliberate: a sole button is never pressed by Escape, whatever it is named.
-        const bool isDismissing = titles.size() > 1 && kDismissing.contains(title);
+        const bool isDismissing = kAlertFirstButtonReturn + inOrderAdded_.size() == neutralReturnCode(alert);
         QPushButton* button = addButton(title, isDismissing ? RejectRole : AcceptRole);
         if (inOrderAdded_.isEmpty()) setDefaultButton(button);
-        if (isDismissing && !dismissing_) dismissing_ = button;
+        if (isDismissing) dismissing_ = button;
         inOrderAdded_.append(button);
     }
 }

@@ -8,6 +8,10 @@
 
 namespace quillow {
 
+/// The code with which Escape ends the alert: that of the first button that asks for nothing ("Cancel", "Later", "Close"), else
+/// kAlertDismissed. deliberate: it is never a sole button's, whatever it is named.
+[[nodiscard]] int neutralReturnCode(const Alert& alert);
+
 class AlertBox final : public QMessageBox {
 public:
     AlertBox(const Alert& alert, QWidget* parent);
@@ -23,7 +27,7 @@ private:
     void dismiss();
 
     QList<QAbstractButton*> inOrderAdded_;
-    QAbstractButton* dismissing_ = nullptr;
+    QAbstractButton* dismissing_ = nullptr; ///< the button that Escape presses
 };
 
 } // namespace quillow

@@ -1,17 +1,28 @@
 #include "platform/qt/BackgroundWork.h"
 
+#include <QApplication>
+#include <QWindow>
+
 namespace quillow {
 namespace {
 
-/// Frames between two paintings of the whole window: what another window uncovered comes back within half a second.
+/// Frames between two paintings of whole windows: what another window uncovered comes back within half a second.
 constexpr int kFramesBetweenFullPaintings = 12;
+
+bool isOnScreen(const QWidget& widget) {
+    const QWindow* window = widget.window()->windowHandle();
+    return widget.isVisible() && window && window->isExposed();
+}
 
 } // namespace
 
 void BackgroundWork::paint(int frame) const {
-    if (!spinner_ || !spinner_->window()->isVisible() || spinner_->window()->isMinimized()) return;
-    if (frame % kFramesBetweenFullPaintings == 0) spinner_->window()->repaint();
-    if (spinner_->isAnimated()) spinner_->turnNow();
+    if (frame % kFramesBetweenFullPaintings == 0) {
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (QWidget* widget : widgets)
+            if (isOnScreen(*widget)) widget->repaint();
+    }
+    if (spinner_ && spinner_->isAnimated() && isOnScreen(*spinner_)) spinner_->turnNow();
 }
 
 } // namespace quillow

@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::size_t kTrailerSize = 32;
 constexpr std::size_t kHeaderSize = 8;
-/// The format counts dates in seconds from 2001-01-01 00:00 UTC.
-constexpr std::int64_t kReferenceDate = 978307200;
 /// How many times the size of a list its texts and data may take together once every reference is followed.
 constexpr std::size_t kCopiesFactor = 4;
 
@@ -95,17 +93,14 @@ private:
     [[nodiscard]] std::optional<Boxed> readDate(std::size_t at) const {
         const auto real = readReal(at, 8);
         if (!real) return std::nullopt;
-        const double seconds = real->doubleValue();
-        constexpr double kFarthest = 1e11; // some three thousand years; what is beyond is no date of a document
-        if (!(seconds > -kFarthest && seconds < kFarthest)) return std::nullopt;
-        return Boxed(
-            QDateTime::fromMSecsSinceEpoch(kReferenceDate * 1000 + static_cast<std::int64_t>(seconds * 1000), Qt::UTC));
+        const auto date = dateFromReferenceDate(real->doubleValue());
+        return date ? std::optional(Boxed(*date)) : std::nullopt;
     }
 
     [[nodiscard]] std::optional<Boxed> readUniqueIdentifier(std::size_t at, std::size_t length) const {
         const auto number = length <= 8 ? readUnsigned(at, length) : std::nullopt;
         if (!number) return std::nullopt;
-        return Boxed(Boxed::Dictionary{{QStringLiteral("CF$UID"), static_cast<std::int64_t>(*number)}});
+        return uniqueIdentifier(static_cast<std::int64_t>(*number));
     }
 
     /// Objects with a count: 15 in the marker means that an integer object with the count follows.

@@ -7,9 +7,6 @@
 namespace quillow {
 namespace {
 
-constexpr QRgb kIconLine = 0xFF2F6FC8;
-constexpr QRgb kIconPaper = 0xFFF3F7FD;
-
 QPixmap paintedIcon(int size) {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
@@ -17,8 +14,8 @@ QPixmap paintedIcon(int size) {
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal height = size * 0.92;
     const qreal width = height * kDocumentGlyphAspect;
-    paintDocumentGlyph(painter, QRectF((size - width) / 2, (size - height) / 2, width, height), QColor(kIconLine),
-                       QColor(kIconPaper));
+    paintDocumentGlyph(painter, QRectF((size - width) / 2, (size - height) / 2, width, height),
+                       QColor(kDocumentGlyphLine), QColor(kDocumentGlyphPaper));
     return pixmap;
 }
 

@@ -1,12 +1,18 @@
 #include "platform/qt/DropArea.h"
 
 #include "platform/qt/DocumentGlyph.h"
+#include "platform/qt/QtDraggingInfo.h"
+#include "platform/qt/QtDrawing.h"
 
 #include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QStyleOption>
+
+#include <algorithm>
+#include <utility>
 
 namespace quillow {
 namespace {
@@ -14,14 +20,17 @@ namespace {
 constexpr char kTitle[] = "Drop documents here";
 constexpr char kHint[] = "RTF, RTFD, HTM, HTML, PDF \u2013 or choose files with Ctrl+O";
 
-// The outline, in points.
-constexpr qreal kCornerRadius = 6.0;
-constexpr qreal kLineWidth = 1.0;
-constexpr qreal kHilitedLineWidth = 2.0;
-constexpr qreal kDash = 2.0;
+// The views' panel is white in every theme, so what stands on it has colours of its own, not the palette's.
+constexpr QRgb kTitleColor = 0xFF1F2328;
+constexpr QRgb kHintColor = 0xFF57606A;
+constexpr QRgb kPressedPaper = 0xFFD6E4F8;
 
+// In points.
 constexpr int kGlyphHeight = 48;
 constexpr int kGlyphGap = 26;
+constexpr qreal kFocusInset = 7.5;
+constexpr qreal kFocusRadius = 4;
+constexpr qreal kFocusWidth = 1.5;
 
 QFont titleFont(const QFont& font) {
     QFont title = font;
@@ -30,24 +39,47 @@ QFont titleFont(const QFont& font) {
     return title;
 }
 
-QColor mixed(const QColor& base, const QColor& over, float share) {
-    const auto channel = [share](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(channel(base.redF(), over.redF()), channel(base.greenF(), over.greenF()),
-                            channel(base.blueF(), over.blueF()));
-}
-
 } // namespace
 
-DropArea::DropArea(LinkAction linkAction, QWidget* parent)
+DropArea::DropArea(LinkAction linkAction, FileTransferPortal portal, QWidget* parent)
     : QAbstractButton(parent)
-    , linkAction_(linkAction) {
-    setAcceptDrops(true);
+    , linkAction_(linkAction)
+    , portal_(std::move(portal)) {
     setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setText(QString::fromUtf8(kTitle));
     setAccessibleName(QString::fromUtf8(kTitle));
     setAccessibleDescription(QString::fromUtf8(kHint));
+}
+
+void DropArea::addView(View& view) {
+    views_.push_back(&view);
+    update();
+}
+
+void DropArea::removeView(View& view) {
+    std::erase(views_, &view);
+    update();
+}
+
+void DropArea::setFrame(const Rect& frame) {
+    const int parentHeight = parentWidget() ? parentWidget()->height() : 0;
+    const QRectF place(frame.x, parentHeight - frame.y - frame.height, frame.width, frame.height);
+    setGeometry(place.toRect());
+}
+
+Rect DropArea::bounds() const {
+    return {0, 0, static_cast<double>(width()), static_cast<double>(height())};
+}
+
+void DropArea::registerForDraggedTypes(const QStringList& types) {
+    draggedTypes_ = types;
+    setAcceptDrops(true);
+}
+
+void DropArea::unregisterDraggedTypes() {
+    draggedTypes_.clear();
+    setAcceptDrops(false);
 }
 
 QSize DropArea::minimumSizeHint() const {
@@ -65,70 +97,69 @@ void DropArea::keyPressEvent(QKeyEvent* event) {
 }
 
 void DropArea::dragEnterEvent(QDragEnterEvent* event) {
-    answer_ = answerFor(event->possibleActions(), linkAction_);
-    if (answer_ == Qt::IgnoreAction || !localFilesOf(*event->mimeData())) {
-        answer_ = Qt::IgnoreAction;
-        event->ignore();
-        return;
-    }
-    setHilited(true);
-    event->setDropAction(answer_);
-    event->accept();
+    const QtDraggingInfo info(*event, linkAction_, portal_);
+    const QStringList types = info.types();
+    const bool isRegistered =
+        std::any_of(types.begin(), types.end(), [this](const QString& type) { return draggedTypes_.contains(type); });
+    answer_ = target() && isRegistered ? target()->draggingEntered(info) : DragOperation::none;
+    answer(*event);
 }
 
 void DropArea::dragMoveEvent(QDragMoveEvent* event) {
-    if (answer_ == Qt::IgnoreAction) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(answer_);
-    event->accept();
+    answer(*event);
 }
 
 void DropArea::dragLeaveEvent(QDragLeaveEvent*) {
-    setHilited(false);
+    answer_ = DragOperation::none;
+    if (target()) target()->draggingExited();
 }
 
 void DropArea::dropEvent(QDropEvent* event) {
-    setHilited(false);
-    const auto paths = localFilesOf(*event->mimeData());
-    const Qt::DropAction answer = answerFor(event->possibleActions(), linkAction_);
-    if (!paths || answer == Qt::IgnoreAction) {
+    const DragOperation former = std::exchange(answer_, DragOperation::none);
+    const Qt::DropAction action = dropActionFor(former, event->possibleActions(), linkAction_);
+    if (!target() || former == DragOperation::none) {
         event->ignore();
         return;
     }
-    event->setDropAction(answer);
+    // What was answered is offered no more: to the view, the drag went away.
+    if (action == Qt::IgnoreAction) {
+        event->ignore();
+        target()->draggingExited();
+        return;
+    }
+    // Answered before the view sees it: what it sets off may take long.
+    event->setDropAction(action);
     event->accept();
-    if (dropHandler_) dropHandler_(*paths);
+    const QtDraggingInfo info(*event, linkAction_, portal_);
+    if (!target()->prepareForDragOperation(info) || !target()->performDragOperation(info)) event->ignore();
 }
 
-void DropArea::setHilited(bool isHilited) {
-    if (isHilited_ == isHilited) return;
-    isHilited_ = isHilited;
-    update();
+void DropArea::answer(QDropEvent& event) const {
+    const Qt::DropAction action = dropActionFor(answer_, event.possibleActions(), linkAction_);
+    if (action == Qt::IgnoreAction) {
+        event.ignore();
+        return;
+    }
+    // Not acceptProposedAction(), which says what the source likes best: copy, or even move.
+    event.setDropAction(action);
+    event.accept();
 }
 
-void DropArea::paintEvent(QPaintEvent*) {
+void DropArea::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    const QRect dirty = event->rect();
+    const Rect rect{static_cast<double>(dirty.x()), static_cast<double>(height() - dirty.bottom() - 1),
+                    static_cast<double>(dirty.width()), static_cast<double>(dirty.height())};
+    for (View* view : views_) {
+        QtDrawing drawing(painter, height());
+        view->drawRect(rect, drawing);
+    }
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor base = palette().color(QPalette::Base);
-    const QColor text = palette().color(QPalette::Text);
-    const QColor accent = palette().color(QPalette::Highlight);
-    const bool isLit = isHilited_ || isDown();
-    QStyleOption option;
-    option.initFrom(this);
-    const bool showsFocus = hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange);
+    paintContent(painter);
+}
 
-    // The outline: dashes of two points and gaps of two; a pen counts them in its widths.
-    const QRectF outline = QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset);
-    const qreal width = isHilited_ ? kHilitedLineWidth : kLineWidth;
-    QPen pen(isLit || showsFocus ? accent : mixed(base, text, 0.6F), width, Qt::CustomDashLine, Qt::FlatCap);
-    pen.setDashPattern({kDash / width, kDash / width});
-    painter.setPen(pen);
-    painter.setBrush(isLit ? mixed(base, accent, 0.08F) : underMouse() ? mixed(base, accent, 0.03F) : base);
-    painter.drawRoundedRect(outline, kCornerRadius, kCornerRadius);
-
-    // The glyph and two lines of text, together in the middle.
+/// The glyph and two lines of text, together in the middle, and the ring of the keyboard's focus.
+void DropArea::paintContent(QPainter& painter) const {
     const QString title = QString::fromUtf8(kTitle);
     const QString hint = QString::fromUtf8(kHint);
     const QFont bold = titleFont(font());
@@ -136,24 +167,27 @@ void DropArea::paintEvent(QPaintEvent*) {
     const QFontMetricsF hintMetrics(font());
     const qreal glyphWidth = kGlyphHeight * kDocumentGlyphAspect;
     const qreal textWidth = qMax(titleMetrics.horizontalAdvance(title), hintMetrics.horizontalAdvance(hint));
-    const qreal left = (this->width() - glyphWidth - kGlyphGap - textWidth) / 2;
+    const qreal left = (width() - glyphWidth - kGlyphGap - textWidth) / 2;
     const QPointF middle = QRectF(rect()).center();
-    paintDocumentGlyph(painter, QRectF(left, middle.y() - kGlyphHeight / 2.0, glyphWidth, kGlyphHeight), accent,
-                       mixed(base, accent, 0.1F));
+    const bool isLit = isDown() || answer_ != DragOperation::none;
+    paintDocumentGlyph(painter, QRectF(left, middle.y() - kGlyphHeight / 2.0, glyphWidth, kGlyphHeight),
+                       QColor(kDocumentGlyphLine), QColor(isLit ? kPressedPaper : kDocumentGlyphPaper));
     const qreal textLeft = left + glyphWidth + kGlyphGap;
     const qreal textTop = middle.y() - (titleMetrics.height() + 2 + hintMetrics.height()) / 2;
-    painter.setPen(text);
+    painter.setPen(QColor(kTitleColor));
     painter.setFont(bold);
     painter.drawText(QPointF(textLeft, textTop + titleMetrics.ascent()), title);
-    painter.setPen(mixed(base, text, 0.65F));
+    painter.setPen(QColor(kHintColor));
     painter.setFont(font());
     painter.drawText(QPointF(textLeft, textTop + titleMetrics.height() + 2 + hintMetrics.ascent()), hint);
 
-    if (showsFocus) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(accent, 1));
-        painter.drawRoundedRect(outline.adjusted(3.5, 3.5, -3.5, -3.5), kCornerRadius - 2, kCornerRadius - 2);
-    }
+    QStyleOption option;
+    option.initFrom(this);
+    if (!hasFocus() || !option.state.testFlag(QStyle::State_KeyboardFocusChange)) return;
+    const QRectF ring = QRectF(rect()).adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(kDocumentGlyphLine), kFocusWidth));
+    painter.drawRoundedRect(ring, kFocusRadius, kFocusRadius);
 }
 
 LinkAction linkActionOfWindowSystem() {

@@ -1,26 +1,31 @@
-// The area of the window onto which documents are dropped. It is a button as well: pressing it by keyboard, mouse or an
-// assistive tool asks for documents in a dialog.
+// The area of the window onto which documents are dropped: it forwards drags and drawing to the views of the logic that stand in
+// it, and answers the window system as they say. It is a button as well: pressing it by keyboard, mouse or an assistive tool asks
+// for documents in a dialog.
 #pragma once
 
+#include "platform/View.h"
 #include "platform/qt/DropRule.h"
+#include "platform/qt/FileTransferPortal.h"
 
 #include <QAbstractButton>
 
-#include <functional>
+#include <vector>
 
 namespace quillow {
 
-class DropArea final : public QAbstractButton {
+class DropArea final : public QAbstractButton, public ViewArea {
 public:
-    static constexpr int kInset = 3; ///< from the widget's edge to the outline, in points
+    explicit DropArea(LinkAction linkAction, FileTransferPortal portal = FileTransferPortal(),
+                      QWidget* parent = nullptr);
 
-    explicit DropArea(LinkAction linkAction, QWidget* parent = nullptr);
-
-    /// Called with the paths of each drop, before the drop is answered as finished.
-    void setDropHandler(std::function<void(const QStringList& paths)> handler) { dropHandler_ = std::move(handler); }
-
-    /// True while a drag that would be taken hovers; it makes the outline heavier.
-    [[nodiscard]] bool isHilited() const { return isHilited_; }
+    // ViewArea. A frame that is set holds until the window's layout sets another one.
+    void addView(View& view) override;
+    void removeView(View& view) override;
+    void setFrame(const Rect& frame) override;
+    [[nodiscard]] Rect bounds() const override;
+    void setNeedsDisplay() override { update(); }
+    void registerForDraggedTypes(const QStringList& types) override;
+    void unregisterDraggedTypes() override;
 
     [[nodiscard]] QSize sizeHint() const override { return {587, 114}; }
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -34,12 +39,17 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void setHilited(bool isHilited);
+    /// The view that gets the drags; null while there is none.
+    [[nodiscard]] View* target() const { return views_.empty() ? nullptr : views_.back(); }
+    /// Answers the window system as the view did on entry, as far as that is still offered.
+    void answer(QDropEvent& event) const;
+    void paintContent(QPainter& painter) const;
 
     LinkAction linkAction_;
-    std::function<void(const QStringList&)> dropHandler_;
-    Qt::DropAction answer_ = Qt::IgnoreAction; ///< given on entry, kept while the drag moves
-    bool isHilited_ = false;
+    FileTransferPortal portal_;
+    std::vector<View*> views_; ///< not owned
+    QStringList draggedTypes_;
+    DragOperation answer_ = DragOperation::none; ///< given on entry, kept while the drag moves
 };
 
 /// The link action under the running window system.

@@ -21,9 +21,20 @@ bool isComment(const QUrl& url) {
 
 } // namespace
 
-Qt::DropAction answerFor(Qt::DropActions offered, LinkAction linkAction) {
-    const Qt::DropAction wanted = linkAction == LinkAction::expressible ? Qt::LinkAction : Qt::CopyAction;
-    return offered.testFlag(wanted) ? wanted : Qt::IgnoreAction;
+DragOperationMask operationMaskOf(Qt::DropActions offered, LinkAction linkAction) {
+    DragOperationMask mask = 0;
+    const auto add = [&](Qt::DropAction action, DragOperation operation) {
+        if (offered.testFlag(action)) mask |= static_cast<DragOperationMask>(operation);
+    };
+    add(Qt::CopyAction, DragOperation::copy);
+    add(Qt::MoveAction, DragOperation::move);
+    add(linkAction == LinkAction::expressible ? Qt::LinkAction : Qt::CopyAction, DragOperation::link);
+    return mask;
+}
+
+Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, LinkAction linkAction) {
+    const Qt::DropAction action = linkAction == LinkAction::expressible ? Qt::LinkAction : Qt::CopyAction;
+    return answer == DragOperation::link && offered.testFlag(action) ? action : Qt::IgnoreAction;
 }
 
 std::optional<QStringList> localFilesOf(const QMimeData& data) {

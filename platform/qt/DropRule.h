@@ -1,5 +1,8 @@
-// Which drags the drop area takes, and what it answers: the rule alone, without a window.
+// How a drag of the window system reads to a view, and how the view's answer reads to the window system: the rule alone,
+// without a window.
 #pragma once
+
+#include "platform/Dragging.h"
 
 #include <QMimeData>
 #include <QStringList>
@@ -11,9 +14,12 @@ namespace quillow {
 /// Whether the window system can say "link". Wayland's drags know copy, move and ask only.
 enum class LinkAction { expressible, missing };
 
-/// The action with which a drag that offers these is answered: link, or, only where link cannot be said, copy; never move.
-/// Qt::IgnoreAction when it is refused.
-[[nodiscard]] Qt::DropAction answerFor(Qt::DropActions offered, LinkAction linkAction);
+/// The source's mask of operations. Where link cannot be said, copy stands for it.
+[[nodiscard]] DragOperationMask operationMaskOf(Qt::DropActions offered, LinkAction linkAction);
+
+/// The action that tells the source of a drag that offers these what a view answered: link, or, only where link cannot be
+/// said, copy; never move. Qt::IgnoreAction for none, and for what is not offered.
+[[nodiscard]] Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, LinkAction linkAction);
 
 /// The paths of the local files in the drag's order, without slashes at their ends; nothing when it is no list of local files:
 /// text, an address of the web, or a list in which anything is not local.

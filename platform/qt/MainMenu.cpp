@@ -97,6 +97,10 @@ void MainMenu::makeLogMenu() {
 void MainMenu::makeWindowMenu() {
     QMenu* windows = window_.menuBar()->addMenu(QStringLiteral("&Window"));
     add(*windows, QStringLiteral("&Minimize"), QKeySequence(Qt::CTRL | Qt::Key_M), [this] { window_.showMinimized(); });
+    switchWindows_ = add(*windows, QString(), QKeySequence(Qt::CTRL | Qt::Key_L), &MainWindowCommands::switchWindows);
+    windows->addSeparator();
+    add(*windows, QStringLiteral("Main &Window"), QKeySequence(Qt::CTRL | Qt::Key_1),
+        &MainWindowCommands::showMainWindow);
     const qsizetype ownItems = windows->actions().size();
     QObject::connect(windows, &QMenu::aboutToShow, windows, [windows, ownItems] {
         while (windows->actions().size() > ownItems)
@@ -152,6 +156,10 @@ void MainMenu::setHasOutput(bool hasOutput) {
 
 void MainMenu::setHasFolder(bool hasFolder) {
     showFolder_->setEnabled(hasFolder);
+}
+
+void MainMenu::setBig(bool isBig) {
+    switchWindows_->setText(isBig ? QStringLiteral("Hide Message &Log") : QStringLiteral("Show Message &Log"));
 }
 
 void MainMenu::setUndoAction(const std::optional<QString>& actionName) {

@@ -26,6 +26,7 @@ public:
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
     void setHasFolder(bool hasFolder);
+    void setBig(bool isBig);
     void setUndoAction(const std::optional<QString>& actionName);
     void setRedoAction(const std::optional<QString>& actionName);
 
@@ -51,6 +52,7 @@ private:
     QAction* showOutput_ = nullptr;
     QAction* openOutput_ = nullptr;
     QAction* showFolder_ = nullptr;
+    QAction* switchWindows_ = nullptr;
 };
 
 } // namespace quillow

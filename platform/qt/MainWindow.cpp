@@ -1,5 +1,7 @@
 #include "platform/qt/MainWindow.h"
 
+#include "platform/qt/DiscloseButton.h"
+#include "platform/qt/DisclosedContent.h"
 #include "platform/qt/DocumentChooser.h"
 #include "platform/qt/DropArea.h"
 #include "platform/qt/ElidedLabel.h"
@@ -11,23 +13,36 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QTextBlock>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
 
 namespace quillow {
 namespace {
 
-constexpr int kInitialHeight = 580;
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
+constexpr int kLeastDropHeight = 80; ///< the glyph with room around it
+/// Windows come up within fractions of this; one that does not is kept off the screen.
+constexpr std::chrono::seconds kLongestWayUp{3};
 
-/// A label beside a value: quieter than the value, in any theme.
-QLabel* makeCaption(const QString& text) {
-    auto* label = new QLabel(text);
-    QPalette palette = label->palette();
+/// Makes a label quieter than the values, in any theme.
+void makeQuiet(QLabel& label) {
+    QPalette palette = label.palette();
     QColor quiet = palette.color(QPalette::WindowText);
     quiet.setAlphaF(0.7F);
     palette.setColor(QPalette::WindowText, quiet);
-    label->setPalette(palette);
+    label.setPalette(palette);
+}
+
+/// A label beside a value.
+QLabel* makeCaption(const QString& text) {
+    auto* label = new QLabel(text);
+    makeQuiet(*label);
     return label;
 }
 
@@ -44,44 +59,72 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
     , spinner_(new Spinner)
-    , logView_(new QtLogView) {
+    , logView_(new QtLogView)
+    , discloseButton_(
+          new DiscloseButton(QStringLiteral("&Message log"), QStringLiteral("Show or hide the message log")))
+    , latestEntry_(new ElidedLabel) {
     setWindowTitle(QStringLiteral("Quillow"));
     menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
 
-    auto* logTitle = new QLabel(QStringLiteral("Message log"));
-    logTitle->setFont(bold(logTitle->font()));
-
-    auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(kMargin, kGap, kMargin, kMargin - 2);
-    layout->setSpacing(kGap);
-    // The drop area's outline, drawn inside it, stands in line with the controls below.
-    auto* dropLine = new QHBoxLayout;
-    dropLine->setContentsMargins(-DropArea::kInset, 0, -DropArea::kInset, 0);
-    dropLine->addWidget(dropArea_);
-    layout->addLayout(dropLine);
-    layout->addLayout(makeDestinationLine());
-    layout->addWidget(logTitle);
-    layout->addWidget(logView_, 1);
-    layout->addLayout(makeLogCommands());
-    setCentralWidget(content);
+    setCentralWidget(new DisclosedContent(makeUpperPart(), makeLowerPart(), kSmallHeight, kBigHeight));
 
     setMinimumWidth(kMinimumWidth);
-    resize(kMinimumWidth, kInitialHeight);
+    resize(kMinimumWidth, kSmallHeight);
     dropArea_->setFocus();
     setDestination(std::nullopt);
     setHasFolder(false);
     setConvertedCount(0);
+    setBig(false);
     setHasInput(false);
     setHasOutput(false);
 
-    dropArea_->setDropHandler([this](const QStringList& paths) {
-        if (commands_.convert) commands_.convert(paths);
-    });
     connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
+    discloseButton_->setAction([this] { run(&MainWindowCommands::switchWindows); });
+    connect(logView_, &QPlainTextEdit::textChanged, this, [this] { showLatestEntry(); });
 }
 
 MainWindow::~MainWindow() = default;
+
+QWidget* MainWindow::makeUpperPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    // Each line has its own margins, so that what is drawn inside the disclosure button stands in line with the controls; a layout
+    // takes a negative margin for none.
+    layout->setContentsMargins(0, kGap, 0, kGap);
+    layout->setSpacing(kGap);
+    // The drop area takes what the lines leave.
+    dropArea_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    dropArea_->setMinimumHeight(kLeastDropHeight);
+    auto* dropLine = new QHBoxLayout;
+    dropLine->setContentsMargins(kMargin, 0, kMargin, 0);
+    dropLine->addWidget(dropArea_);
+    layout->addLayout(dropLine, 1);
+    layout->addLayout(makeDestinationLine());
+    layout->addLayout(makeLogTitle());
+    return part;
+}
+
+QWidget* MainWindow::makeLowerPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(kMargin, 0, kMargin, kMargin - 2);
+    layout->setSpacing(kGap);
+    layout->addWidget(logView_, 1);
+    layout->addLayout(makeLogCommands());
+    return part;
+}
+
+QLayout* MainWindow::makeLogTitle() {
+    makeQuiet(*latestEntry_);
+    latestEntry_->setObjectName(QStringLiteral("latestEntry"));
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin - DiscloseButton::kInset, 0, kMargin, 0);
+    line->setSpacing(kMargin);
+    line->addWidget(discloseButton_);
+    line->addWidget(latestEntry_, 1);
+    line->addStretch(0);
+    return line;
+}
 
 QLayout* MainWindow::makeDestinationLine() {
     QLabel* caption = makeCaption(QStringLiteral("Destination"));
@@ -96,6 +139,7 @@ QLayout* MainWindow::makeDestinationLine() {
                    &MainWindowCommands::resetCounter);
 
     auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin, 0, kMargin, 0);
     line->setSpacing(kGap);
     line->addWidget(caption);
     line->addWidget(destination_);
@@ -143,6 +187,18 @@ void MainWindow::run(std::function<void()> MainWindowCommands::*command) const {
 
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
+    tellThatItIsUp();
+}
+
+void MainWindow::callWhenUp(std::function<void()> handler) {
+    whenUp_ = std::move(handler);
+    if (isVisible() && windowHandle() && windowHandle()->isExposed())
+        tellThatItIsUp();
+    else
+        QTimer::singleShot(kLongestWayUp, this, &MainWindow::tellThatItIsUp);
+}
+
+void MainWindow::tellThatItIsUp() {
     if (whenUp_) std::exchange(whenUp_, nullptr)();
 }
 
@@ -164,6 +220,21 @@ void MainWindow::setHasFolder(bool hasFolder) {
 void MainWindow::setConvertedCount(qint64 count) {
     convertedCount_->setText(QLocale::c().toString(count));
     convertedCount_->setAccessibleName(QStringLiteral("Converted: ") + convertedCount_->text());
+}
+
+void MainWindow::setBig(bool isBig) {
+    isBig_ = isBig;
+    discloseButton_->setState(isBig ? ButtonState::on : ButtonState::off);
+    menu_->setBig(isBig);
+    showLatestEntry();
+}
+
+void MainWindow::showLatestEntry() {
+    const QString line = logView_->document()->lastBlock().text();
+    const qsizetype stampEnd = line.indexOf(QLatin1String("} "));
+    latestEntry_->setWholeText(stampEnd < 0 ? line : line.mid(stampEnd + 2));
+    latestEntry_->setAccessibleName(QStringLiteral("Latest entry: ") + latestEntry_->wholeText());
+    latestEntry_->setVisible(!isBig_ && !line.isEmpty());
 }
 
 void MainWindow::setHasInput(bool hasInput) {

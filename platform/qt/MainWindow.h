@@ -1,4 +1,5 @@
-// The program's window: the drop area, where texts go and how many went, and the message log with its commands.
+// The program's window: the drop area, where texts go and how many went, and, when the window is tall enough, the message log
+// with its commands.
 #pragma once
 
 #include "platform/Alerts.h"
@@ -11,7 +12,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 
 class QLabel;
 class QMenu;
@@ -19,6 +19,7 @@ class QPushButton;
 
 namespace quillow {
 
+class DiscloseButton;
 class DropArea;
 class ElidedLabel;
 class MainMenu;
@@ -27,7 +28,10 @@ class Spinner;
 
 class MainWindow final : public QMainWindow {
 public:
+    // In points, the menu bar counted.
     static constexpr int kMinimumWidth = 615;
+    static constexpr int kSmallHeight = 255; ///< all but the message log
+    static constexpr int kBigHeight = 580;
 
     MainWindow(Alerts& alerts, const Workspace& workspace);
     ~MainWindow() override;
@@ -39,6 +43,8 @@ public:
     /// Whether a folder is fixed in the preferences: the one that can be shown, whichever way texts go.
     void setHasFolder(bool hasFolder);
     void setConvertedCount(qint64 count);
+    /// Whether the window is in its big mode, or on its way there: its controls say so. The height is not changed.
+    void setBig(bool isBig);
     /// Whether there is a latest document and a latest text to show and open.
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
@@ -52,9 +58,12 @@ public:
     [[nodiscard]] DropArea& dropArea() { return *dropArea_; }
     [[nodiscard]] QtLogView& logView() { return *logView_; }
     [[nodiscard]] Spinner& spinner() { return *spinner_; }
+    [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
 
-    /// Calls the handler once, when the window stands on the screen for the first time.
-    void callWhenUp(std::function<void()> handler) { whenUp_ = std::move(handler); }
+    /// Calls the handler once, when the window stands on the screen: now or at its next painting. A window that is kept off the
+    /// screen, as on another workspace, calls it a little later all the same. A second handler takes the place of one that
+    /// has not been called.
+    void callWhenUp(std::function<void()> handler);
 
     /// Asks for documents in a dialog; what is chosen goes the road of a drop.
     void chooseDocuments();
@@ -63,10 +72,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] QWidget* makeUpperPart();
+    [[nodiscard]] QWidget* makeLowerPart();
     [[nodiscard]] QLayout* makeDestinationLine();
+    [[nodiscard]] QLayout* makeLogTitle();
     [[nodiscard]] QLayout* makeLogCommands();
     [[nodiscard]] QPushButton* makeButton(const QString& title, const QString& description,
                                           std::function<void()> MainWindowCommands::*command);
+    void showLatestEntry();
+    void tellThatItIsUp();
     void run(std::function<void()> MainWindowCommands::*command) const;
 
     QtWindow window_{*this};
@@ -78,6 +92,9 @@ private:
     QLabel* convertedCount_;
     Spinner* spinner_;
     QtLogView* logView_;
+    DiscloseButton* discloseButton_;
+    ElidedLabel* latestEntry_; ///< the log's last message, while the log itself is not disclosed
+    bool isBig_ = false;
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;
     QPushButton* showFolder_ = nullptr;

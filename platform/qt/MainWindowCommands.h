@@ -18,6 +18,8 @@ struct MainWindowCommands {
     std::function<void()> openOutput;
     std::function<void()> showFolder;
     std::function<void()> clearLog;
+    std::function<void()> switchWindows; ///< between the small and the big mode
+    std::function<void()> showMainWindow;
     std::function<void()> undo;
     std::function<void()> redo;
     std::function<void()> openUserGuide;

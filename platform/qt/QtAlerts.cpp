@@ -14,7 +14,8 @@ class AlertSheet final : public Sheet {
 public:
     AlertSheet(const Alert& alert, std::function<void(int)> handler)
         : alert_(alert)
-        , handler_(std::move(handler)) {}
+        , handler_(std::move(handler))
+        , returnCode_(neutralReturnCode(alert)) {}
 
     [[nodiscard]] bool asksTheSameAs(const Sheet& other) const override {
         const auto* alert = dynamic_cast<const AlertSheet*>(&other);
@@ -31,7 +32,7 @@ public:
 private:
     Alert alert_;
     std::function<void(int)> handler_;
-    int returnCode_ = kAlertDismissed;
+    int returnCode_;
 };
 
 } // namespace

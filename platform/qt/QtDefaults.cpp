@@ -1,5 +1,6 @@
 #include "platform/qt/QtDefaults.h"
 
+#include "platform/qt/DamagedFile.h"
 #include "platform/qt/DefaultsFile.h"
 
 #include <QDir>
@@ -17,8 +18,6 @@ namespace {
 
 /// A settings file holds a few bookmarks and paths: some kilobytes.
 constexpr qint64 kLargestFile = 4 * 1024 * 1024;
-/// How many damaged files are kept.
-constexpr int kMostKeptAside = 100;
 /// How long another process may hold the file, in milliseconds, before we go on without its leave.
 constexpr int kLockPatience = 2000;
 
@@ -66,7 +65,7 @@ void QtDefaults::synchronize() {
     Boxed::Dictionary values = disk.state == DiskState::whole ? disk.values : values_;
     apply(unwritten_, values);
     if (!unwritten_.isEmpty() && values != disk.values) {
-        if (disk.state != DiskState::whole && !putAside()) {
+        if (disk.state != DiskState::whole && !moveDamagedFileAside(filePath_)) {
             warnOnce(QStringLiteral("the settings cannot be kept: %1 cannot be moved aside").arg(filePath_));
             return;
         }
@@ -102,14 +101,6 @@ QtDefaults::Disk QtDefaults::readDisk() {
     if (content.condition == FileCondition::whole) return {content.values, DiskState::whole};
     warnOnce(QStringLiteral("the settings file %1 is damaged; what is readable of it is used").arg(filePath_));
     return {content.values, DiskState::damaged};
-}
-
-bool QtDefaults::putAside() const {
-    for (int number = 1; number <= kMostKeptAside; ++number) {
-        const QString ending = number == 1 ? QStringLiteral(".damaged") : QStringLiteral(".damaged-%1").arg(number);
-        if (QFile::rename(filePath_, filePath_ + ending)) return true;
-    }
-    return false;
 }
 
 bool QtDefaults::write(const Boxed::Dictionary& values) const {

@@ -30,8 +30,6 @@ private:
     };
 
     [[nodiscard]] Disk readDisk();
-    /// Whether the file is gone from its place.
-    [[nodiscard]] bool putAside() const;
     [[nodiscard]] bool write(const Boxed::Dictionary& values) const;
     void warnOnce(const QString& line);
 

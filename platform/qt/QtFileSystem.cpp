@@ -43,21 +43,53 @@ QByteArray folderOf(const QByteArray& path) {
     return slash > 0 ? path.left(slash) : QByteArray("/");
 }
 
+/// A file being written beside the one that it becomes. It has no name until then where the file system can do that, so that
+/// nothing is left of it when the program is killed; elsewhere a hidden one.
 struct TemporaryFile {
     FileDescriptor descriptor;
-    QByteArray path;
+    QByteArray path; ///< empty while it has no name
 };
 
-/// A new, empty file with a hidden name of its own in the folder.
+/// A hidden name of its own in the folder.
+QByteArray hiddenName(const QByteArray& folder) {
+    return folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
+}
+
 TemporaryFile makeTemporaryFile(const QByteArray& folder) {
-    for (int i = 0; i < kNamesToTry; ++i) {
-        TemporaryFile file;
-        file.path = folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
+    TemporaryFile file;
+    file.descriptor = FileDescriptor(::open(folder.constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kModeOfNewFiles));
+    for (int i = 0; !file.descriptor.isOpen() && i < kNamesToTry; ++i) {
+        file.path = hiddenName(folder);
         file.descriptor =
             FileDescriptor(::open(file.path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles));
-        if (file.descriptor.isOpen() || errno != EEXIST) return file;
+        if (!file.descriptor.isOpen() && errno != EEXIST) break;
     }
-    return {};
+    return file;
+}
+
+/// Gives a file without a name one that nothing has yet. False with EEXIST when something has it.
+bool giveName(const FileDescriptor& descriptor, const QByteArray& name) {
+    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(descriptor.number());
+    return ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Makes the file the one at `target`, whatever stood there.
+bool moveInto(TemporaryFile& file, const QByteArray& folder, const QByteArray& target) {
+    if (file.path.isEmpty()) {
+        if (giveName(file.descriptor, target)) return true;
+        if (errno != EEXIST) return false;
+        // Only a rename takes the place of what is there in one step.
+        QByteArray name;
+        for (int i = 0; name.isEmpty() && i < kNamesToTry; ++i) {
+            const QByteArray candidate = hiddenName(folder);
+            if (giveName(file.descriptor, candidate))
+                name = candidate;
+            else if (errno != EEXIST)
+                return false;
+        }
+        file.path = name;
+    }
+    return !file.path.isEmpty() && std::rename(file.path.constData(), target.constData()) == 0;
 }
 
 bool writeAll(int descriptor, const QByteArray& bytes) {
@@ -130,10 +162,8 @@ bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString&
         [[maybe_unused]] const int mode = ::fchmod(temporary.descriptor.number(), former.st_mode & 07777);
     }
     isWritten = isWritten && ::fsync(temporary.descriptor.number()) == 0;
-    isWritten = temporary.descriptor.close() && isWritten;
-    isWritten = isWritten && std::rename(temporary.path.constData(), target.constData()) == 0;
-    if (!isWritten) {
-        ::unlink(temporary.path.constData());
+    if (!isWritten || !moveInto(temporary, folder, target)) {
+        if (!temporary.path.isEmpty()) ::unlink(temporary.path.constData());
         return false;
     }
     // The new name reaches the disk with its folder; a folder that cannot be synchronised is no failure of the write.

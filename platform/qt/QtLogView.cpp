@@ -15,9 +15,14 @@ constexpr int kHasControlTextColor = QTextFormat::UserProperty + 1;
 
 constexpr qreal kMargin = 8;
 
+/// A line as long as this is no entry, whose two paths have at most 4,096 bytes each. Laying one out takes some sixty bytes a
+/// character, so longer ones are shown broken, at a blank where there is one.
+constexpr qsizetype kLongLine = 16384;
+
 /// One unit for each unit of the text, and none that the document would take for structure of its own or join with another.
 QString displayed(const QString& text) {
     QString result = text;
+    qsizetype length = 0; // of the line
     for (QChar& unit : result) {
         switch (unit.unicode()) {
         case u'\0': unit = QChar::ReplacementCharacter; break;
@@ -28,6 +33,9 @@ QString displayed(const QString& text) {
         case QChar::ParagraphSeparator: unit = QLatin1Char('\n'); break;
         default: break;
         }
+        ++length;
+        if ((length >= kLongLine && unit == QLatin1Char(' ')) || length >= 2 * kLongLine) unit = QLatin1Char('\n');
+        if (unit == QLatin1Char('\n')) length = 0;
     }
     return result;
 }

@@ -15,6 +15,9 @@ public:
     /// May be called from any thread.
     void addOperation(std::function<void()> operation) override;
 
+    /// Runs what waits now, and what that adds: for a program that ends.
+    void runAll() { runWaiting(); }
+
     /// An operation that shows a modal alert stands still meanwhile: those behind it run under the alert.
     class [[nodiscard]] Suspension {
     public:

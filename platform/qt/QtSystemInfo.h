@@ -6,13 +6,22 @@
 #include <QDir>
 #include <QSysInfo>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace quillow {
 
 class QtSystemInfo final : public SystemInfo {
 public:
     /// PRETTY_NAME of os-release.
     [[nodiscard]] QString operatingSystemVersionString() const override { return QSysInfo::prettyProductName(); }
-    [[nodiscard]] QString homeDirectory() const override { return QDir::homePath(); }
+    /// Where $HOME is no absolute path ("~"), the one of the user database.
+    [[nodiscard]] QString homeDirectory() const override {
+        const QString home = QDir::homePath();
+        if (QDir::isAbsolutePath(home)) return home;
+        const passwd* user = ::getpwuid(::getuid());
+        return user ? QDir::cleanPath(QFile::decodeName(user->pw_dir)) : QDir::rootPath();
+    }
 };
 
 } // namespace quillow

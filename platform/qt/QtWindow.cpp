@@ -4,6 +4,7 @@
 #include <QScreen>
 
 #include <cmath>
+#include <utility>
 
 namespace quillow {
 namespace {
@@ -19,8 +20,15 @@ Rect fromPlace(const QRect& place) {
             static_cast<double>(place.width()), static_cast<double>(place.height())};
 }
 
+int whole(double value) {
+    return static_cast<int>(std::lround(value));
+}
+
+QSize toSize(const Size& size) {
+    return {whole(size.width), whole(size.height)};
+}
+
 QRect toPlace(const Rect& frame) {
-    const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
     return {whole(frame.x), heightOfPrimaryScreen() - whole(frame.y + frame.height), whole(frame.width),
             whole(frame.height)};
 }
@@ -33,6 +41,7 @@ QtWindow::QtWindow(QWidget& widget)
     animation_.setEasingCurve(QEasingCurve::InOutQuad);
     QObject::connect(&animation_, &QVariantAnimation::valueChanged, &animation_,
                      [this](const QVariant& place) { moveTo(place.toRect()); });
+    QObject::connect(&animation_, &QVariantAnimation::finished, &animation_, [this] { applyLimits(); });
 }
 
 void QtWindow::makeKeyAndOrderFront() {
@@ -49,6 +58,7 @@ void QtWindow::center() {
     centred.moveCenter(screen.center());
     animation_.stop();
     moveTo(centred);
+    applyLimits();
 }
 
 Rect QtWindow::frame() const {
@@ -62,6 +72,7 @@ QRect QtWindow::place() const {
 void QtWindow::setFrame(const Rect& frame, Animate animate) {
     const QRect target = toPlace(frame);
     animation_.stop();
+    limitsWait_ = false;
     if (animate == Animate::no || !widget_.isVisible()) {
         moveTo(target);
         return;
@@ -73,8 +84,8 @@ void QtWindow::setFrame(const Rect& frame, Animate animate) {
 
 void QtWindow::moveTo(const QRect& place) {
     const QSize size = place.size();
-    const QSize least = widget_.minimumSize();
-    const QSize most = widget_.maximumSize();
+    const QSize least = leastSize();
+    const QSize most = mostSize();
     const auto lower = [](int limit, int other, int value) { return limit == other ? value : qMin(limit, value); };
     const auto upper = [](int limit, int other, int value) { return limit == other ? value : qMax(limit, value); };
     widget_.setMinimumSize(lower(least.width(), most.width(), size.width()),
@@ -93,6 +104,30 @@ void QtWindow::moveTo(const QRect& place) {
         widget_.move(place.topLeft());
     }
     widget_.update();
+}
+
+void QtWindow::setMinSize(const Size& size) {
+    minSize_ = toSize(size);
+    limitsChanged();
+}
+
+void QtWindow::setMaxSize(const Size& size) {
+    maxSize_ = toSize(size);
+    limitsChanged();
+}
+
+void QtWindow::limitsChanged() {
+    limitsWait_ = true;
+    if (animation_.state() != QAbstractAnimation::Running) applyLimits();
+}
+
+void QtWindow::applyLimits() {
+    if (!std::exchange(limitsWait_, false)) return;
+    // Never crossed, so that the window is not resized to a size between; the widget follows its limits with its top left
+    // corner where it is.
+    widget_.setMinimumSize(leastSize().boundedTo(widget_.maximumSize()));
+    widget_.setMaximumSize(mostSize());
+    widget_.setMinimumSize(leastSize());
 }
 
 void QtWindow::setExcludedFromWindowsMenu(bool excluded) {

@@ -7,6 +7,8 @@
 #include <QVariantAnimation>
 #include <QWidget>
 
+#include <optional>
+
 namespace quillow {
 
 /// The widgets of windows that the Window menu leaves out carry this property with the value true.
@@ -30,6 +32,9 @@ public:
     /// A window that is not to be seen is never animated. A height or width that the user cannot change stays so.
     void setFrame(const Rect& frame, Animate animate) override;
 
+    void setMinSize(const Size& size) override;
+    void setMaxSize(const Size& size) override;
+
     void setExcludedFromWindowsMenu(bool excluded) override;
 
     [[nodiscard]] QWidget& widget() const { return widget_; }
@@ -41,9 +46,16 @@ public:
 private:
     [[nodiscard]] QRect place() const;
     void moveTo(const QRect& place);
+    void limitsChanged();
+    void applyLimits();
+    [[nodiscard]] QSize leastSize() const { return minSize_.value_or(widget_.minimumSize()); }
+    [[nodiscard]] QSize mostSize() const { return maxSize_.value_or(widget_.maximumSize()).expandedTo(leastSize()); }
 
     QWidget& widget_;
     QVariantAnimation animation_;
+    std::optional<QSize> minSize_; ///< what the logic has set; a window without limits keeps its widget's
+    std::optional<QSize> maxSize_;
+    bool limitsWait_ = false; ///< for the end of the animation
 };
 
 } // namespace quillow

@@ -14,7 +14,7 @@ Sheets::~Sheets() {
 
 void Sheets::begin(std::unique_ptr<Sheet> sheet, QWidget* window) {
     for (const auto& waiting : waiting_) {
-        if (waiting->window != window || !waiting->round.front()->asksTheSameAs(*sheet)) continue;
+        if (waiting->hasEnded || waiting->window != window || !waiting->round.front()->asksTheSameAs(*sheet)) continue;
         waiting->round.push_back(std::move(sheet));
         return;
     }
@@ -28,7 +28,7 @@ void Sheets::begin(std::unique_ptr<Sheet> sheet, QWidget* window) {
 void Sheets::showNext(QWidget* window) {
     for (const auto& waiting : waiting_) {
         if (waiting->window != window) continue;
-        if (!waiting->dialog) show(*waiting);
+        if (!waiting->dialog && !waiting->hasEnded) show(*waiting);
         return;
     }
 }
@@ -48,15 +48,16 @@ void Sheets::finished(QDialog* dialog, int result) {
     const auto found = std::find_if(waiting_.begin(), waiting_.end(),
                                     [dialog](const auto& waiting) { return waiting->dialog == dialog; });
     if (found == waiting_.end()) return;
-    const std::unique_ptr<Waiting> waiting = std::move(*found);
-    waiting_.erase(found);
+    Waiting& ended = **found;
+    ended.hasEnded = true;
     dialog->deleteLater();
 
-    for (const auto& sheet : waiting->round)
-        sheet->takeAnswer(*dialog, result);
-    const QPointer<QWidget> window = waiting->window;
-    for (const auto& sheet : waiting->round)
+    // The window stays taken until all are answered: what a handler begins is shown after that.
+    const QPointer<QWidget> window = ended.window;
+    ended.round.front()->takeAnswer(*dialog, result);
+    for (const auto& sheet : ended.round)
         sheet->complete();
+    std::erase_if(waiting_, [&ended](const auto& waiting) { return waiting.get() == &ended; });
     showNext(window);
 }
 

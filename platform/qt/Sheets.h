@@ -1,6 +1,6 @@
 // The sheets of the program's windows: a window shows one at a time, the others wait in order. A sheet that asks just what one
-// already showing or waiting on the same window asks joins that one and gets its answer, so that a drop of 500 documents asks
-// once.
+// already showing or waiting on the same window asks is never shown: it waits until that one has ended and was completed, and is
+// then ended at once with its neutral answer. So a drop of 500 documents asks once, and nothing is dropped in between.
 #pragma once
 
 #include <QDialog>
@@ -16,7 +16,8 @@ public:
     virtual ~Sheet() = default;
     [[nodiscard]] virtual bool asksTheSameAs(const Sheet& other) const = 0;
     [[nodiscard]] virtual QDialog* makeDialog(QWidget* window) const = 0;
-    /// Keeps for the handlers what the finished dialog answered.
+    /// Keeps for the handler what the finished dialog answered. A sheet that was not shown keeps its neutral answer: the one
+    /// that asks for nothing.
     virtual void takeAnswer(const QDialog& dialog, int result) = 0;
     /// Tells the answer to whoever began this sheet.
     virtual void complete() = 0;
@@ -34,12 +35,13 @@ public:
     void begin(std::unique_ptr<Sheet> sheet, QWidget* window);
 
 private:
-    /// Sheets that ask the same; the first one makes the dialog.
+    /// Sheets that ask the same; only the first one is shown.
     using Round = std::vector<std::unique_ptr<Sheet>>;
     struct Waiting {
         Round round;
         QPointer<QWidget> window;
         QPointer<QDialog> dialog; ///< null until the round is shown
+        bool hasEnded = false;    ///< its handlers are being called
     };
 
     void showNext(QWidget* window);

@@ -4,6 +4,8 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <utility>
 
 namespace quillow {
@@ -13,10 +15,15 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
 /// A signal handler may do little more than write a byte where the event loop sees it.
 volatile sig_atomic_t signalPipe = -1;
+std::atomic<bool> isRaised = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "used in a signal handler");
 
 void passOn(int) {
+    const int errnoOfOthers = errno;
+    isRaised = true;
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = ::write(signalPipe, &byte, 1);
+    errno = errnoOfOthers;
 }
 
 } // namespace
@@ -24,6 +31,7 @@ void passOn(int) {
 TerminationSignals::TerminationSignals(std::function<void()> handler) {
     int ends[2] = {-1, -1};
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;
+    isRaised = false;
     readEnd_ = FileDescriptor(ends[0]);
     writeEnd_ = FileDescriptor(ends[1]);
     signalPipe = writeEnd_.number();
@@ -45,6 +53,10 @@ TerminationSignals::~TerminationSignals() {
     for (const int number : kSignals)
         ::signal(number, SIG_DFL);
     signalPipe = -1;
+}
+
+bool TerminationSignals::isRequested() const {
+    return isRaised;
 }
 
 } // namespace quillow

@@ -1,6 +1,7 @@
 // SIGTERM, SIGINT and SIGHUP as a call on the main thread.
 #pragma once
 
+#include "platform/Termination.h"
 #include "platform/qt/FileDescriptor.h"
 
 #include <QSocketNotifier>
@@ -10,13 +11,17 @@
 
 namespace quillow {
 
-/// One at a time: the signals are the process's. A second signal while the first is being dealt with ends the process.
-class TerminationSignals {
+/// One at a time: the signals are the process's. The second signal of a kind ends the process at once.
+class TerminationSignals final : public Termination {
 public:
+    /// The handler is called from the event loop.
     explicit TerminationSignals(std::function<void()> handler);
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
-    ~TerminationSignals();
+    ~TerminationSignals() override;
+
+    /// True from the moment of the signal on, also while the event loop does not run. May be asked on any thread.
+    [[nodiscard]] bool isRequested() const override;
 
 private:
     FileDescriptor readEnd_;

@@ -430,6 +430,17 @@ TEST_F(ConversionTest, batchTouchesNeitherSinglePathNorBookmark) {
     EXPECT_EQ(delegate.fileToProcessPathArray(), (QStringList{u"/in/a.rtf"_s}));
 }
 
+TEST_F(ConversionTest, theEndWaitsForTheDocumentAndNotForTheBatch) {
+    for (const QString& path : {u"/in/a.rtf"_s, u"/in/b.rtf"_s, u"/in/c.rtf"_s})
+        fakes.files.addFile(path, "text");
+    fakes.rtf.onRead([this] { fakes.termination.requested = fakes.rtf.read().size() == 2; });
+    convertBatch({u"/in/a.rtf"_s, u"/in/b.rtf"_s, u"/in/c.rtf"_s});
+    EXPECT_EQ(logLines(), (QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s),
+                                       converted(u"/in/b.rtf"_s, u"/texts/b.txt"_s)}));
+    EXPECT_FALSE(output(u"/texts/c.txt"_s));
+    EXPECT_TRUE(fakes.journal.entries().contains(u"stopAnimation"_s));
+}
+
 #ifndef NDEBUG
 TEST_F(ConversionTest, batchThatChangesWhileItRunsIsAMistake) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";

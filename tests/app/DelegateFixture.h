@@ -6,6 +6,7 @@
 #include "tests/fakes/FakeLogView.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/FakeProgressIndicator.h"
+#include "tests/fakes/FakeViewArea.h"
 #include "tests/fakes/FakeWindow.h"
 
 #include <QStringList>
@@ -21,7 +22,8 @@ struct DelegateFixture : testing::Test {
     FakeWindow window;
     FakeProgressIndicator progressIndicator{fakes.journal};
     FakeLogView log;
-    MWDragDropView dropArea;
+    FakeViewArea viewArea;
+    MWDragDropView dropArea{viewArea};
     QuillowAppDelegate delegate{(fakes.updateCheck = UpdateCheck::leftOut, fakes.platform())};
 
     DelegateFixture() {

@@ -54,6 +54,13 @@ TEST_F(DestinationTest, launchShowsTheMainWindowAndKeepsItOutOfTheWindowMenu) {
     EXPECT_TRUE(delegate.finishedLaunching());
 }
 
+TEST_F(DestinationTest, showMainWindowRaisesIt) {
+    delegate.showMainWindow();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.raised(), 1);
+    EXPECT_FALSE(delegate.applicationShouldTerminateAfterLastWindowClosed());
+}
+
 TEST_F(DestinationTest, firstLaunchAsksWhenSavingAndPromptsForAFile) {
     launch();
     EXPECT_EQ(delegate.displayDestinationPath(), u"<ASK WHEN SAVING>"_s);
@@ -162,11 +169,20 @@ TEST_F(DestinationTest, droppedPathsAreConvertedOneByOne) {
     EXPECT_EQ(fakes.journal.entries().count(u"startAccess /texts"_s), 2);
 }
 
+TEST_F(DestinationTest, theEndWaitsForTheDocumentAndNotForTheDrop) {
+    launchWithFixedFolder(u"/texts"_s);
+    fakes.rtf.onRead([this] { fakes.termination.requested = true; });
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s, u"/in/b.rtf"_s});
+    EXPECT_EQ(logLines(), QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)});
+    EXPECT_FALSE(output(u"/texts/b.txt"_s));
+}
+
 TEST_F(DestinationTest, otherNotificationsAreIgnored) {
     dropArea.addLinkToFiles({u"/in/a.rtf"_s}); // before anything observes it
     launchWithFixedFolder(u"/texts"_s);
     fakes.journal.clear();
-    MWDragDropView otherView;
+    FakeViewArea otherArea;
+    const MWDragDropView otherView(otherArea);
     delegate.observeValueForKeyPath(u"myFilePathDropped"_s, &otherView, {}, nullptr);
     delegate.observeValueForKeyPath(u"otherKey"_s, &dropArea, {}, nullptr);
     EXPECT_FALSE(delegate.fileToProcessPath());
@@ -323,6 +339,50 @@ TEST_F(AskingDestinationTest, folderWhosePathIsNoUrlLeavesTheStartToThePlatform)
     }
 }
 
+// deliberate: the path is read as the string of a URL, so that of its characters some mean something else there.
+TEST_F(AskingDestinationTest, nextPanelStartsAtThePathThatTheUrlStringGives) {
+    const std::vector<std::pair<QString, std::optional<QString>>> cases{
+        {u"/a%20b"_s, u"/a b"_s},      {u"/a%2Fb"_s, u"/a/b"_s},   {u"/C#/texts"_s, u"/C"_s},
+        {u"/what?/now"_s, u"/what"_s}, {u"/a:b@c"_s, u"/a:b@c"_s}, {u"/it's(1)+~;=,!$&*"_s, u"/it's(1)+~;=,!$&*"_s},
+        {u"/a#b#c"_s, std::nullopt},   {u"/a[1]"_s, std::nullopt}, {u"/a|b"_s, std::nullopt},
+        {u"/a\"b"_s, std::nullopt},    {u"/a%"_s, std::nullopt},   {u"/a%2"_s, std::nullopt},
+        {u"/a\\b"_s, std::nullopt},    {u"/{a}"_s, std::nullopt},  {u"/a\tb"_s, std::nullopt},
+    };
+    for (const auto& [folder, start] : cases) {
+        fakes.files.addFolder(folder);
+        dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+        fakes.panels.choose(folder);
+        ASSERT_EQ(delegate.latestAskDestinationPath(), folder);
+        dropArea.addLinkToFiles({u"/in/b.rtf"_s});
+        const std::optional<QUrl> url = fakes.panels.shown().back().panel.directoryURL;
+        EXPECT_EQ(url ? std::optional(url->path(QUrl::FullyDecoded)) : std::nullopt, start) << folder.toStdString();
+        fakes.panels.cancel();
+    }
+}
+
+TEST_F(AskingDestinationTest, cancelledOrUselessAnswerLeavesTheLatestFolder) {
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+    fakes.panels.choose(u"/texts"_s);
+    dropArea.addLinkToFiles({u"/in/b.rtf"_s});
+    fakes.panels.cancel();
+    dropArea.addLinkToFiles({u"/in/b.rtf"_s});
+    fakes.panels.choose(u"/missing"_s);
+    EXPECT_EQ(delegate.latestAskDestinationPath(), u"/texts"_s);
+    EXPECT_EQ(delegate.effectiveDestinationPath(), u"/texts"_s);
+}
+
+TEST_F(AskingDestinationTest, dropAtEachTypeReadsTheTypeAnew) {
+    store(u"/texts"_s);
+    fixDestination();
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+    EXPECT_EQ(logLines(), (QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)}));
+    EXPECT_EQ(delegate.displayDestinationPath(), u"<ASK WHEN SAVING>"_s) << "a drop changes nothing of what is shown";
+    fakes.defaults.setObject(0, u"destinationType"_s);
+    dropArea.addLinkToFiles({u"/in/b.rtf"_s});
+    EXPECT_EQ(fakes.panels.openCount(), 1U);
+    EXPECT_EQ(delegate.fileToProcessPathArray(), QStringList{u"/in/b.rtf"_s}) << "the fixed road gathers nothing";
+}
+
 TEST_F(AskingDestinationTest, folderThatGetsNoBookmarkConvertsNothing) {
     dropArea.addLinkToFiles({u"/in/a.rtf"_s});
     fakes.bookmarks.fail(FakeBookmarkStore::Failure::nothingWithoutError);
@@ -396,6 +456,70 @@ TEST_F(DestinationTest, showingADeletedFolderRemovesItsPath) {
     delegate.showDestPath();
     EXPECT_TRUE(stored(u"destPath"_s).isNil());
     EXPECT_TRUE(fakes.journal.entries().isEmpty());
+}
+
+TEST_F(DestinationTest, showingTheSameFolderStoresNothingAnew) {
+    store(u"/texts"_s);
+    fakes.defaults.setObject(u"/texts"_s, u"destPath"_s);
+    const qsizetype before = fakes.defaults.written().size();
+    delegate.showDestPath();
+    EXPECT_EQ(fakes.defaults.written().size(), before);
+    EXPECT_EQ(fakes.journal.entries(), QStringList{u"select '/texts' in ''"_s});
+}
+
+TEST_F(DestinationTest, showingAStaleFolderDoesNotRefreshItsBookmark) {
+    store(u"/texts"_s);
+    fakes.files.move(u"/texts"_s, u"/moved"_s);
+    const Boxed before = stored(u"destBookmark"_s);
+    delegate.showDestPath();
+    fixDestination();
+    launch();
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+    EXPECT_EQ(stored(u"destBookmark"_s), before);
+    EXPECT_EQ(output(u"/moved/a.txt"_s), QByteArray("text"));
+}
+
+TEST_F(DestinationTest, showingAClearedFolderRemovesItsPathAndKeepsTheStateLine) {
+    store(u"/texts"_s);
+    delegate.clearDestPath();
+    delegate.showDestPath();
+    EXPECT_TRUE(stored(u"destPath"_s).isNil()) << "no path at all, not an empty one";
+    EXPECT_EQ(stateLine(), kPleaseSelectFolder);
+    EXPECT_TRUE(fakes.journal.entries().isEmpty());
+}
+
+TEST_F(DestinationTest, showingWithoutAFolderEverChosenDoesNothing) {
+    delegate.showDestPath();
+    EXPECT_TRUE(stored(u"destPath"_s).isNil());
+    EXPECT_TRUE(fakes.journal.entries().isEmpty());
+}
+
+TEST_F(DestinationTest, choosingOrClearingInFixedModeWaitsForTheTypesControl) {
+    fakes.files.addFolder(u"/other"_s);
+    launchWithFixedFolder(u"/texts"_s);
+    delegate.selectFolderToSaveOutput();
+    fakes.panels.choose(u"/other"_s);
+    EXPECT_EQ(delegate.displayDestinationPath(), u"/texts"_s);
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+    EXPECT_EQ(output(u"/other/a.txt"_s), QByteArray("text")) << "a drop reads the folder anew";
+    EXPECT_EQ(delegate.displayDestinationPath(), u"/texts"_s);
+    delegate.clearDestPath();
+    dropArea.addLinkToFiles({u"/in/b.rtf"_s});
+    EXPECT_EQ(fakes.alerts.shown().size(), 1U);
+    EXPECT_EQ(delegate.displayDestinationPath(), u"/texts"_s);
+    delegate.adjustDestinationPath();
+    EXPECT_FALSE(delegate.displayDestinationPath());
+    EXPECT_FALSE(delegate.effectiveDestinationPath());
+}
+
+TEST_F(DestinationTest, textThatCannotBeWrittenIsNotDetected) {
+    launchWithFixedFolder(u"/texts"_s);
+    fakes.files.addFolder(u"/texts/a.txt"_s); // no file can be written over a folder
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s});
+    EXPECT_EQ(logLines(), (QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)}));
+    EXPECT_EQ(delegate.numberProcessed(), Boxed(1));
+    EXPECT_FALSE(output(u"/texts/a.txt"_s));
+    EXPECT_TRUE(fakes.alerts.shown().empty());
 }
 
 TEST_F(DestinationTest, switchingTheTypeAdjustsWhatIsShown) {

@@ -25,9 +25,13 @@ public:
     /// A modal alert is answered before it returns: by what the test said for it, else it is dismissed.
     [[nodiscard]] int runModal(const Alert& alert) override {
         shown_.push_back({alert, nullptr});
+        if (modalHandler_) modalHandler_();
         return std::exchange(modalAnswer_, kAlertDismissed);
     }
     void answerNextModal(int returnCode) { modalAnswer_ = returnCode; }
+
+    /// Called while a modal alert is shown.
+    void setModalHandler(std::function<void()> handler) { modalHandler_ = std::move(handler); }
 
     [[nodiscard]] const std::vector<Shown>& shown() const { return shown_; }
     [[nodiscard]] std::size_t openCount() const { return open_.size(); }
@@ -42,6 +46,7 @@ public:
 private:
     std::vector<Shown> shown_;
     std::deque<std::function<void(int)>> open_;
+    std::function<void()> modalHandler_;
     int modalAnswer_ = kAlertDismissed;
 };
 

@@ -5,6 +5,7 @@
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Platform.h"
 #include "tests/fakes/FakeAlerts.h"
+#include "tests/fakes/FakeArchive.h"
 #include "tests/fakes/FakeBookmarkStore.h"
 #include "tests/fakes/FakeBundle.h"
 #include "tests/fakes/FakeClock.h"
@@ -16,6 +17,7 @@
 #include "tests/fakes/FakeMenus.h"
 #include "tests/fakes/FakePanels.h"
 #include "tests/fakes/FakeSystemInfo.h"
+#include "tests/fakes/FakeTermination.h"
 #include "tests/fakes/FakeTextReaders.h"
 #include "tests/fakes/FakeTimers.h"
 #include "tests/fakes/FakeWorkspace.h"
@@ -28,6 +30,7 @@ struct FakePlatform {
     Journal journal;
     FakeAlerts alerts;
     FakeFileSystem files{journal};
+    FakeArchive archive{files};
     FakeBookmarkStore bookmarks{files, journal};
     FakeBundle bundle;
     FakeClock clock;
@@ -41,6 +44,7 @@ struct FakePlatform {
     FakeHtmlTextReader html{journal};
     FakePdfTextReader pdf{journal};
     FakeSystemInfo systemInfo;
+    FakeTermination termination;
     FakeTimers timers;
     FakeWorkspace workspace{files, journal};
     MWAppSupportUtility supportUtility{
@@ -54,27 +58,10 @@ struct FakePlatform {
     UpdateCheck updateCheck = UpdateCheck::wired;
 
     [[nodiscard]] Platform platform() {
-        return {alerts,
-                bookmarks,
-                bundle,
-                clock,
-                dates,
-                defaults,
-                documents,
-                files,
-                html,
-                mainQueue,
-                menus,
-                panels,
-                pdf,
-                rtf,
-                supportUtility,
-                systemInfo,
-                timers,
-                undoManager,
-                valueTransformers,
-                workspace,
-                updateCheck};
+        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       defaults,
+                documents, files,          html,       mainQueue,   menus,  panels,      pdf,
+                rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
+                workspace, updateCheck};
     }
 };
 

@@ -3,6 +3,8 @@
 
 #include "platform/Window.h"
 
+#include <algorithm>
+
 namespace quillow {
 
 class FakeWindow final : public Window {
@@ -18,6 +20,15 @@ public:
     void setFrame(const Rect& frame, Animate animate) override {
         frame_ = frame;
         lastAnimation_ = animate;
+        ++framesSet_;
+    }
+    void setMinSize(const Size& size) override {
+        minSize_ = size;
+        resizeIntoLimits();
+    }
+    void setMaxSize(const Size& size) override {
+        maxSize_ = size;
+        resizeIntoLimits();
     }
     void setExcludedFromWindowsMenu(bool excluded) override { isExcludedFromWindowsMenu_ = excluded; }
 
@@ -25,14 +36,29 @@ public:
     [[nodiscard]] int centered() const { return centered_; }
     [[nodiscard]] const QString& title() const { return title_; }
     [[nodiscard]] Animate lastAnimation() const { return lastAnimation_; }
+    /// How often a frame was set; resizes by the limits are not counted.
+    [[nodiscard]] int framesSet() const { return framesSet_; }
+    [[nodiscard]] const Size& minSize() const { return minSize_; }
+    [[nodiscard]] const Size& maxSize() const { return maxSize_; }
+    void close() { isVisible_ = false; }
     [[nodiscard]] bool isExcludedFromWindowsMenu() const { return isExcludedFromWindowsMenu_; }
 
 private:
+    void resizeIntoLimits() {
+        const double top = frame_.y + frame_.height;
+        frame_.width = std::max(std::min(frame_.width, maxSize_.width), minSize_.width);
+        frame_.height = std::max(std::min(frame_.height, maxSize_.height), minSize_.height);
+        frame_.y = top - frame_.height;
+    }
+
     bool isVisible_ = false;
     int raised_ = 0;
     int centered_ = 0;
     QString title_;
     Rect frame_;
+    Size minSize_;
+    Size maxSize_{1e6, 1e6};
+    int framesSet_ = 0;
     Animate lastAnimation_ = Animate::no;
     bool isExcludedFromWindowsMenu_ = false;
 };

@@ -3,6 +3,7 @@
 #include "frame/MWDragDropView.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/FakeProgressIndicator.h"
+#include "tests/fakes/FakeViewArea.h"
 #include "tests/fakes/FakeWindow.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +33,8 @@ struct MWDragDropBaseAppTest : testing::Test {
     FakePlatform fakes;
     FakeWindow window;
     FakeProgressIndicator progressIndicator{fakes.journal};
-    MWDragDropView dropArea;
+    FakeViewArea viewArea;
+    MWDragDropView dropArea{viewArea};
     ObservingApp app{fakes.platform()};
 
     MWDragDropBaseAppTest() {

@@ -50,5 +50,9 @@ def text_of(node):
     return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
 
 
+def is_checked(node):
+    return node.get_state_set().contains(Atspi.StateType.CHECKED)
+
+
 def press(node):
     Atspi.Action.do_action(node, 0)

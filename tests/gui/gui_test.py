@@ -6,6 +6,7 @@ accessibility tree, from its window.
 """
 import os
 import pathlib
+import plistlib
 import signal
 import subprocess
 import sys
@@ -18,6 +19,7 @@ import screen
 
 HOME = pathlib.Path(os.environ["HOME"])
 HERE = pathlib.Path(__file__).resolve().parent
+DATA_FILE = HOME / "Library/Application Support/Quillow/Quillow.qwldat"
 WINDOW_TITLE = "^Quillow$"
 
 
@@ -56,8 +58,8 @@ class ProgramTest(unittest.TestCase):
         self.started.append(process)
         return process
 
-    def start_program(self, *arguments):
-        self.program = self.start(os.environ["QUILLOW"], *arguments)
+    def start_program(self, *arguments, **options):
+        self.program = self.start(os.environ["QUILLOW"], *arguments, **options)
         self.window = screen.window(WINDOW_TITLE)
         self.accessible = accessibility.application("Quillow")
 
@@ -148,49 +150,6 @@ class ProgramTest(unittest.TestCase):
         return "file://" + urllib.parse.quote(str(path))
 
 
-class FileManagerDrag(ProgramTest):
-    def test_file_from_file_manager(self):
-        self.preset_destination()
-        paper = self.document("thesis.rtf", "Of drops and links.")
-        self.start_program()
-        point = self.drop_point()
-        self.start("pcmanfm", "--no-desktop", self.papers, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        files = screen.window(f"^{self.papers.name}( |$)")
-        subprocess.run(["xdotool", "windowsize", files, "560", "480", "windowmove", files, "680", "40", "windowactivate",
-                        files], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        place = screen.settled_place(files)
-        item = self.item_place(place)
-
-        before = self.picture_at_rest(item)
-        screen.begin_drag(item, point)
-        self.hover_until_lit(point, before)
-        screen.pointer("mouseup", 1)
-
-        self.wait_for_log(self.converted(paper))
-        self.assert_text("thesis.txt", "Of drops and links.")
-        self.assertEqual(self.converted_count(), 1)
-        self.assertTrue(paper.exists(), "the document was moved")
-
-    def item_place(self, window):
-        """A point on the only item, found by what changes when it is selected: no theme and no tool kit matters."""
-        area = screen.Place(window.x + 160, window.y + 80, window.width - 200, window.height - 140)
-        with tempfile.TemporaryDirectory() as folder:
-            before, after = folder + "/before.png", folder + "/after.png"
-
-            def changed():
-                # Into the icon area and out of any selection; then everything, which is the one item.
-                screen.pointer("mousemove", window.x + window.width - 60, window.y + window.height - 90, "click", 1)
-                screen.save_settled_picture(area, before)
-                screen.press_keys("ctrl+a")
-                screen.save_settled_picture(area, after)
-                box = screen.output_of("convert", before, after, "-compose", "difference", "-composite", "-colorspace",
-                                       "gray", "-threshold", "4%", "-format", "%@", "info:").decode()
-                width, height, x, y = (int(n) for n in box.replace("x", "+").split("+"))
-                return (area.x + x + width // 2, area.y + y + height // 4) if 8 < width < area.width - 8 else None
-
-            return screen.until(changed, "an item that selecting changes")
-
-
 class OwnDrag(ProgramTest):
     def setUp(self):
         super().setUp()
@@ -205,9 +164,12 @@ class OwnDrag(ProgramTest):
         self.drag("copy,move,link", text=str(paper), expect="none")
         self.drag("copy,move,link", "https://example.org/thesis.rtf", expect="none")
         self.drag("copy,move,link", self.uri(paper), "https://example.org/thesis.rtf", expect="none")
-        # One that is taken shows that the others were not merely late.
+        self.drag("copy,move,link", self.uri(paper), self.uri(paper).replace("file://", "file://other.example.org"),
+                  expect="none")
+        # Those that are taken show that the others were not merely late.
         self.drag("copy,move,link", self.uri(paper), expect="link")
-        self.wait_for_log(self.converted(paper))
+        self.drag("move,link", self.uri(paper), text=str(paper), expect="link")
+        self.wait_for_log(self.converted(paper), self.converted(paper))
         self.assertTrue(paper.exists())
 
     def test_three_documents_in_one_drop(self):
@@ -250,6 +212,7 @@ class Panels(ProgramTest):
         self.wait_for_log(self.converted(first), self.converted(second))
 
         # A later run asks again; Cancel converts nothing.
+        log = self.log()
         self.program.send_signal(signal.SIGTERM)
         self.assertEqual(self.program.wait(30), 0)
         self.start_program(first)
@@ -257,7 +220,30 @@ class Panels(ProgramTest):
         subprocess.run(["xdotool", "windowactivate", "--sync", panel])
         screen.press_keys("Escape")
         screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
-        self.assertEqual(self.log(), "")
+        self.assertEqual(self.log(), log)
+
+    def test_many_documents_ask_once(self):
+        papers = [self.document(f"many/{i:03}.rtf", f"text {i}") for i in range(500)]
+        self.start_program()
+        self.drag("copy,link", *(self.uri(paper) for paper in papers), expect="link")
+        screen.window("^Choose a Folder")
+        screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
+        self.wait_for_log(*(self.converted(paper) for paper in papers))
+        self.assertEqual(self.converted_count(), 500)
+        self.assertEqual(len(list(self.texts.iterdir())), 500)
+        self.assertIsNone(screen.find_window("^Choose a Folder"), "asked again")
+
+        # Cancel gives all of them up, and the next drop begins afresh.
+        self.drag("link", *(self.uri(paper) for paper in papers), expect="link")
+        panel = screen.window("^Choose a Folder")
+        subprocess.run(["xdotool", "windowactivate", "--sync", panel])
+        screen.press_keys("Escape")
+        screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
+        self.assertEqual(self.converted_count(), 500)
+        self.drag("link", self.uri(papers[0]), expect="link")
+        screen.window("^Choose a Folder")
+        screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
+        screen.until(lambda: self.converted_count() == 501, "one more text")
 
     def type_into_panel(self, text):
         panel = screen.find_window("^Choose a Folder")
@@ -323,6 +309,129 @@ class Preferences(ProgramTest):
         self.press_in("^General", "Escape")
         screen.until(lambda: not screen.find_window("^General"), "preferences closed")
         self.assertIsNone(self.program.poll())
+
+
+class Modes(ProgramTest):
+    SMALL, BIG = 255, 580
+
+    def disclosure(self):
+        return accessibility.control(self.accessible, "check box", "Message log")
+
+    def press_window(self, *keys):
+        subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
+        screen.press_keys(*keys)
+
+    def expect_height(self, height):
+        def has_height():
+            place = screen.place_of(self.window)
+            # Also on the way only the lower edge moves.
+            self.assertEqual(place._replace(height=0), self.place._replace(height=0))
+            return place.height == height
+
+        screen.until(has_height, f"height {height}")
+        self.assertEqual(screen.settled_place(self.window), self.place._replace(height=height))
+        self.assertEqual(accessibility.is_checked(self.disclosure()), height == self.BIG)
+
+    def quit(self):
+        self.press_window("ctrl+q")
+        self.assertEqual(self.program.wait(30), 0)
+
+    def test_switched_by_the_disclosure_button(self):
+        self.start_program()
+        screen.move_window(self.window, 60, 40)
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.SMALL)
+        accessibility.press(self.disclosure())
+        self.expect_height(self.BIG)
+        accessibility.press(self.disclosure())
+        self.expect_height(self.SMALL)
+        self.press_window("alt+m")
+        self.expect_height(self.BIG)
+        self.press_window("ctrl+l")
+        self.expect_height(self.SMALL)
+        button = self.disclosure().get_extents(0)  # on the screen
+        screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
+        self.expect_height(self.BIG)
+
+    def test_only_the_width_is_the_users(self):
+        self.start_program()
+        screen.move_window(self.window, 60, 40)
+        hints = screen.output_of("xprop", "-id", self.window, "WM_NORMAL_HINTS").decode()
+        self.assertRegex(hints, r"minimum size: 615 by 255\b")
+        self.assertRegex(hints, r"maximum size: 9999 by 255\b")
+        subprocess.run(["xdotool", "windowsize", self.window, "800", "255"])
+        screen.until(lambda: screen.place_of(self.window).width == 800, "width 800")
+        self.place = screen.settled_place(self.window)
+        self.press_window("ctrl+l")
+        self.expect_height(self.BIG)
+        hints = screen.output_of("xprop", "-id", self.window, "WM_NORMAL_HINTS").decode()
+        self.assertRegex(hints, r"minimum size: 615 by 580\b")
+        self.assertRegex(hints, r"maximum size: 9999 by 580\b")
+
+    def test_log_and_mode_are_kept(self):
+        self.preset_destination()
+        first, second = self.document("first.rtf", "one"), self.document("second \U0001f600.rtf", "two")
+        self.start_program(first, second)
+        self.wait_for_log(self.converted(first), self.converted(second))
+        self.press_window("ctrl+l")
+        screen.until(lambda: screen.place_of(self.window).height == self.BIG, "big mode")
+        log = self.log()
+        self.quit()
+
+        # Other readers of the format read the file.
+        archive = plistlib.loads(DATA_FILE.read_bytes())
+        objects = archive["$objects"]
+        self.assertEqual((archive["$archiver"], archive["$version"], objects[0]), ("NSKeyedArchiver", 100000, "$null"))
+        root = objects[archive["$top"]["root"].data]
+        self.assertEqual(objects[root["$class"].data]["$classname"], "NSDictionary")
+        entries = {objects[key.data]: objects[value.data] for key, value in zip(root["NS.keys"], root["NS.objects"])}
+        self.assertEqual(entries, {"appversion": 10501, "bigWin": True, "logContent": log})
+        self.assertEqual([path.name for path in DATA_FILE.parent.iterdir()], [DATA_FILE.name])
+
+        self.start_program()
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.BIG)
+        self.assertEqual(self.log(), log)
+        self.assertEqual(self.converted_count(), 0)
+        self.press_window("ctrl+l")
+        self.expect_height(self.SMALL)
+        self.quit()
+
+        third = self.document("third.rtf", "three")
+        self.start_program(third)
+        self.wait_for_log(self.converted(first), self.converted(second), self.converted(third))
+        self.assertTrue(self.log().startswith(log))
+        self.assertEqual(screen.settled_place(self.window).height, self.SMALL)
+
+    def test_file_of_another_writer(self):
+        uid = plistlib.UID
+        DATA_FILE.parent.mkdir(parents=True)
+        DATA_FILE.write_bytes(plistlib.dumps({
+            "$archiver": "NSKeyedArchiver", "$version": 100000, "$top": {"root": uid(1)}, "$objects": [
+                "$null", {"$class": uid(9), "NS.keys": [uid(2), uid(3), uid(4)], "NS.objects": [uid(5), uid(6), uid(8)]},
+                "appversion", "logContent", "bigWin", 10400, {"$class": uid(7), "NS.string": "\nstamp} \u00fcber"},
+                {"$classname": "NSMutableString", "$classes": ["NSMutableString", "NSString", "NSObject"]}, True,
+                {"$classname": "NSMutableDictionary", "$classes": ["NSMutableDictionary", "NSDictionary", "NSObject"]}]},
+            fmt=plistlib.FMT_BINARY))
+        self.start_program()
+        self.place = screen.settled_place(self.window)
+        self.expect_height(self.BIG)
+        self.assertEqual(self.log(), "\nstamp} \u00fcber")
+
+    def test_damaged_file_is_kept(self):
+        DATA_FILE.parent.mkdir(parents=True)
+        DATA_FILE.write_bytes(b"bplist00 and no more")
+        with tempfile.TemporaryFile() as errors:
+            self.start_program(stderr=errors)
+            self.assertEqual(self.log(), "")
+            self.quit()
+            errors.seek(0)
+            lines = errors.read().decode().splitlines()
+        kept = DATA_FILE.with_name(DATA_FILE.name + ".damaged")
+        self.assertEqual(kept.read_bytes(), b"bplist00 and no more")
+        self.assertEqual([line for line in lines if str(kept) in line], lines)
+        self.assertEqual(len(lines), 1)
+        self.assertEqual(plistlib.loads(DATA_FILE.read_bytes())["$archiver"], "NSKeyedArchiver")
 
 
 class Life(ProgramTest):

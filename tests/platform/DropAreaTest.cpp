@@ -1,12 +1,17 @@
-// The drop area: which drags it takes, what it answers, and its life as a button. Drags over a real window system are in
-// tests/gui.
+// The drop area with its views: which drags it takes, what it answers, what it paints at each scale, and its life as a button.
+// Drags over a real window system are in tests/gui.
 #include "platform/qt/DropArea.h"
 
+#include "frame/MWOutlinedDragDropView.h"
+#include "frame/MWWhiteView.h"
 #include "platform/qt/PathBytes.h"
+#include "tests/platform/Waiting.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QImage>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTest>
 #include <QUrl>
 
@@ -15,21 +20,33 @@
 namespace quillow {
 namespace {
 
-TEST(DropRule, answersLinkWhereverLinkIsOffered) {
-    EXPECT_EQ(answerFor(Qt::LinkAction, LinkAction::expressible), Qt::LinkAction);
-    EXPECT_EQ(answerFor(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, LinkAction::expressible), Qt::LinkAction);
+constexpr DragOperationMask kCopy = 1;
+constexpr DragOperationMask kLink = 2;
+constexpr DragOperationMask kMove = 16;
+
+TEST(DropRule, readsTheMaskOfTheSource) {
+    EXPECT_EQ(operationMaskOf(Qt::LinkAction, LinkAction::expressible), kLink);
+    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction, LinkAction::expressible), kCopy | kMove);
+    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, LinkAction::expressible),
+              kCopy | kMove | kLink);
+    EXPECT_EQ(operationMaskOf(Qt::IgnoreAction, LinkAction::expressible), 0U);
 }
 
-TEST(DropRule, refusesCopyAndMoveAlone) {
-    EXPECT_EQ(answerFor(Qt::CopyAction, LinkAction::expressible), Qt::IgnoreAction);
-    EXPECT_EQ(answerFor(Qt::MoveAction, LinkAction::expressible), Qt::IgnoreAction);
-    EXPECT_EQ(answerFor(Qt::CopyAction | Qt::MoveAction, LinkAction::expressible), Qt::IgnoreAction);
-    EXPECT_EQ(answerFor(Qt::IgnoreAction, LinkAction::expressible), Qt::IgnoreAction);
+TEST(DropRule, copyStandsForLinkOnlyWhereLinkCannotBeSaid) {
+    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction, LinkAction::missing), kCopy | kMove | kLink);
+    EXPECT_EQ(operationMaskOf(Qt::MoveAction, LinkAction::missing), kMove);
+    EXPECT_EQ(operationMaskOf(Qt::LinkAction, LinkAction::missing), 0U);
 }
 
-TEST(DropRule, answersCopyOnlyWhereLinkCannotBeSaid) {
-    EXPECT_EQ(answerFor(Qt::CopyAction | Qt::MoveAction, LinkAction::missing), Qt::CopyAction);
-    EXPECT_EQ(answerFor(Qt::MoveAction, LinkAction::missing), Qt::IgnoreAction);
+TEST(DropRule, answersLinkOrItsStandInAndNeverMove) {
+    const Qt::DropActions every = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+    EXPECT_EQ(dropActionFor(DragOperation::link, every, LinkAction::expressible), Qt::LinkAction);
+    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::CopyAction | Qt::MoveAction, LinkAction::missing), Qt::CopyAction);
+    EXPECT_EQ(dropActionFor(DragOperation::none, every, LinkAction::expressible), Qt::IgnoreAction);
+    EXPECT_EQ(dropActionFor(DragOperation::move, every, LinkAction::expressible), Qt::IgnoreAction);
+    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::CopyAction | Qt::MoveAction, LinkAction::expressible),
+              Qt::IgnoreAction);
+    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::MoveAction, LinkAction::missing), Qt::IgnoreAction);
 }
 
 std::optional<QStringList> filesOf(const char* uriList) {
@@ -70,77 +87,128 @@ class DropAreaTest : public testing::Test {
 protected:
     void SetUp() override {
         area_.resize(587, 114);
-        area_.setDropHandler([this](const QStringList& paths) { dropped_.append(paths); });
+        view_.awakeFromNib();
         files_.setUrls({QUrl(QStringLiteral("file:///a.rtf")), QUrl(QStringLiteral("file:///b.rtfd/"))});
     }
-    bool enter(const QMimeData& data, Qt::DropActions actions) {
+    static Qt::DropAction send(DropArea& area, QDropEvent& event) {
+        event.ignore();
+        QCoreApplication::sendEvent(&area, &event);
+        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    }
+    Qt::DropAction enter(const QMimeData& data, Qt::DropActions actions) {
         QDragEnterEvent event({10, 10}, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&area_, &event);
-        return event.isAccepted();
+        return send(area_, event);
+    }
+    Qt::DropAction move(const QMimeData& data, Qt::DropActions actions) {
+        QDragMoveEvent event({11, 10}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        return send(area_, event);
     }
     Qt::DropAction drop(const QMimeData& data, Qt::DropActions actions) {
         QDropEvent event({10, 10}, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        event.ignore();
-        QCoreApplication::sendEvent(&area_, &event);
-        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+        return send(area_, event);
     }
     void leave() {
         QDragLeaveEvent event;
         QCoreApplication::sendEvent(&area_, &event);
     }
-    /// How much of the outline's upper side is drawn.
-    int ink() {
-        QImage image(area_.size(), QImage::Format_RGB32);
-        area_.render(&image);
-        int changed = 0;
-        for (int x = 100; x < 200; ++x)
-            for (int y = 1; y < 6; ++y)
-                if (image.pixelColor(x, y) != area_.palette().color(QPalette::Base)) ++changed;
-        return changed;
-    }
 
     DropArea area_{LinkAction::expressible};
+    MWWhiteView panel_{area_};
+    MWOutlinedDragDropView view_{area_};
     QMimeData files_;
     QStringList dropped_;
+    Observation observation_ =
+        view_.addObserver(QStringLiteral("myFilePathDropped"), [this](const QString&, const KVObject&, const Change&) {
+            dropped_.append(*view_.myFilePathDropped());
+        });
+    const Qt::DropActions every_ = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
 };
 
 TEST_F(DropAreaTest, lightsUpOnlyWhileAnAcceptableDragHovers) {
-    EXPECT_FALSE(enter(files_, Qt::CopyAction));
-    EXPECT_FALSE(area_.isHilited());
-    EXPECT_TRUE(enter(files_, Qt::CopyAction | Qt::LinkAction));
-    EXPECT_TRUE(area_.isHilited());
+    EXPECT_EQ(enter(files_, Qt::CopyAction), Qt::IgnoreAction);
+    EXPECT_FALSE(view_.hilited());
+    EXPECT_EQ(enter(files_, every_), Qt::LinkAction);
+    EXPECT_TRUE(view_.hilited());
     leave();
-    EXPECT_FALSE(area_.isHilited());
+    EXPECT_FALSE(view_.hilited());
 }
 
-TEST_F(DropAreaTest, theOutlineIsHeavierWhileLit) {
-    const int before = ink();
-    ASSERT_TRUE(enter(files_, Qt::LinkAction));
-    const int lit = ink();
+TEST_F(DropAreaTest, movingKeepsTheAnswerOfTheEntry) {
+    EXPECT_EQ(enter(files_, every_), Qt::LinkAction);
+    EXPECT_EQ(move(files_, every_), Qt::LinkAction);
     leave();
-    EXPECT_GT(lit, before);
-    EXPECT_EQ(ink(), before);
+    EXPECT_EQ(enter(files_, Qt::CopyAction), Qt::IgnoreAction);
+    EXPECT_EQ(move(files_, Qt::CopyAction), Qt::IgnoreAction);
+}
+
+TEST_F(DropAreaTest, aSourceThatStopsOfferingLinkWhileItHoversGetsNoOtherAnswer) {
+    ASSERT_EQ(enter(files_, every_), Qt::LinkAction);
+    EXPECT_EQ(move(files_, Qt::MoveAction), Qt::IgnoreAction);
+    EXPECT_EQ(move(files_, every_), Qt::LinkAction);
 }
 
 TEST_F(DropAreaTest, aDropReportsItsPathsAndAnswersLink) {
-    ASSERT_TRUE(enter(files_, Qt::CopyAction | Qt::LinkAction));
-    EXPECT_EQ(drop(files_, Qt::CopyAction | Qt::LinkAction), Qt::LinkAction);
+    ASSERT_EQ(enter(files_, every_), Qt::LinkAction);
+    EXPECT_EQ(drop(files_, every_), Qt::LinkAction);
     EXPECT_EQ(dropped_, (QStringList{QStringLiteral("/a.rtf"), QStringLiteral("/b.rtfd")}));
-    EXPECT_FALSE(area_.isHilited());
+    EXPECT_FALSE(view_.hilited());
 }
 
 TEST_F(DropAreaTest, theSameDropIsReportedAgain) {
     for (int i = 0; i < 2; ++i) {
-        ASSERT_TRUE(enter(files_, Qt::LinkAction));
+        ASSERT_EQ(enter(files_, Qt::LinkAction), Qt::LinkAction);
         drop(files_, Qt::LinkAction);
     }
     EXPECT_EQ(dropped_.size(), 4);
 }
 
-TEST_F(DropAreaTest, aDropThatNoLongerOffersLinkIsRefused) {
-    ASSERT_TRUE(enter(files_, Qt::LinkAction));
+TEST_F(DropAreaTest, aDropThatNoLongerOffersLinkIsRefusedAndDarkensTheArea) {
+    ASSERT_EQ(enter(files_, Qt::LinkAction), Qt::LinkAction);
     EXPECT_EQ(drop(files_, Qt::MoveAction), Qt::IgnoreAction);
     EXPECT_TRUE(dropped_.isEmpty());
+    EXPECT_FALSE(view_.hilited());
+}
+
+TEST_F(DropAreaTest, aRefusedEntryIsNoDrop) {
+    QMimeData text;
+    text.setText(QStringLiteral("/a.rtf"));
+    EXPECT_EQ(enter(text, every_), Qt::IgnoreAction);
+    EXPECT_EQ(drop(text, every_), Qt::IgnoreAction);
+    EXPECT_TRUE(dropped_.isEmpty());
+}
+
+TEST_F(DropAreaTest, onlyRegisteredTypesReachTheView) {
+    area_.registerForDraggedTypes({QStringLiteral("NSStringPboardType")});
+    EXPECT_EQ(enter(files_, every_), Qt::IgnoreAction);
+    area_.unregisterDraggedTypes();
+    EXPECT_FALSE(area_.acceptDrops());
+}
+
+TEST(DropAreaWithoutViews, takesNothing) {
+    DropArea area(LinkAction::expressible);
+    EXPECT_FALSE(area.acceptDrops());
+    { const MWDragDropView view(area, Rect{0, 0, 300, 100}); }
+    EXPECT_FALSE(area.acceptDrops());
+    QMimeData files;
+    files.setUrls({QUrl(QStringLiteral("file:///a.rtf"))});
+    QDragEnterEvent event({10, 10}, Qt::LinkAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&area, &event);
+    EXPECT_FALSE(event.isAccepted());
+}
+
+TEST(DropAreaOfWayland, answersCopyWhereLinkCannotBeSaid) {
+    DropArea area(LinkAction::missing);
+    const MWDragDropView view(area, Rect{0, 0, 300, 100});
+    QMimeData files;
+    files.setUrls({QUrl(QStringLiteral("file:///a.rtf"))});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&area, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDropEvent drop({10, 10}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&area, &drop);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    EXPECT_EQ(view.myFilePathDropped(), QStringLiteral("/a.rtf"));
 }
 
 TEST_F(DropAreaTest, returnAndSpacePressIt) {
@@ -152,6 +220,113 @@ TEST_F(DropAreaTest, returnAndSpacePressIt) {
     QTest::keyClick(&area_, Qt::Key_Space);
     EXPECT_EQ(presses, 3);
     EXPECT_EQ(area_.focusPolicy(), Qt::StrongFocus);
+}
+
+// What is painted. A picture is taken at each scale; lengths are in points.
+
+class DropAreaPainting : public DropAreaTest, public testing::WithParamInterface<double> {
+protected:
+    void SetUp() override {
+        DropAreaTest::SetUp();
+        // A size that is a whole number of pixels at every scale.
+        area_.resize(600, 120);
+    }
+    QImage picture() {
+        QImage image((QSizeF(area_.size()) * GetParam()).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(GetParam());
+        image.fill(Qt::red);
+        area_.render(&image);
+        return image;
+    }
+    /// The pixel of a point.
+    int pixel(double point) const { return static_cast<int>(point * GetParam()); }
+    /// Pixels of the outline's upper side, in points of the line's width times its length: its ink.
+    double ink() {
+        const QImage image = picture();
+        double darkness = 0;
+        for (int x = pixel(100); x < pixel(500); ++x)
+            for (int y = pixel(1); y < pixel(6); ++y)
+                darkness += 1.0 - qGray(image.pixel(x, y)) / 255.0;
+        return darkness / GetParam() / GetParam();
+    }
+};
+
+TEST_P(DropAreaPainting, thePanelIsWhiteAndItsFrameGrey) {
+    const QImage image = picture();
+    EXPECT_EQ(image.pixelColor(pixel(300), pixel(10)), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(pixel(1.9), pixel(60)), QColor(Qt::white));
+    const QColor gray(0x80, 0x80, 0x80);
+    if (GetParam() == 1.5) return; // no whole pixels there
+    for (const QPoint& edge : {QPoint(0, image.height() / 2), QPoint(image.width() - 1, image.height() / 2),
+                               QPoint(image.width() / 2, 0), QPoint(image.width() / 2, image.height() - 1)})
+        EXPECT_EQ(image.pixelColor(edge), gray) << edge.x() << ' ' << edge.y();
+}
+
+TEST_P(DropAreaPainting, theOutlineIsBlackDashesOfTwoPointsAndGapsOfTwo) {
+    const QImage image = picture();
+    const int y = pixel(3);
+    int black = 0;
+    int white = 0;
+    int changes = 0;
+    bool isDark = false;
+    for (int x = pixel(100); x < pixel(500); ++x) {
+        const int gray = qGray(image.pixel(x, y));
+        black += gray < 8 ? 1 : 0;
+        white += gray > 247 ? 1 : 0;
+        const bool isDarkNow = gray < 128;
+        changes += isDarkNow && !isDark ? 1 : 0;
+        isDark = isDarkNow;
+    }
+    EXPECT_NEAR(changes, 100, 1) << "a dash every four points";
+    EXPECT_GT(black, 90);
+    EXPECT_GT(white, 90);
+    EXPECT_NEAR(ink(), 200, 3) << "half of 400 points, one point wide";
+}
+
+TEST_P(DropAreaPainting, theOutlineIsTwiceAsHeavyWhileLit) {
+    ASSERT_EQ(enter(files_, Qt::LinkAction), Qt::LinkAction);
+    EXPECT_NEAR(ink(), 400, 5);
+    leave();
+    EXPECT_NEAR(ink(), 200, 3);
+}
+
+TEST_P(DropAreaPainting, aDarkThemeChangesNothingOfIt) {
+    const QImage before = picture();
+    QPalette dark(QColor(40, 40, 40), QColor(20, 20, 20));
+    dark.setColor(QPalette::Highlight, Qt::yellow);
+    area_.setPalette(dark);
+    EXPECT_EQ(picture(), before);
+}
+
+TEST_P(DropAreaPainting, itsTextsAreReadableOnWhite) {
+    const QImage image = picture();
+    int ink = 0;
+    for (int x = pixel(20); x < pixel(580); ++x)
+        for (int y = pixel(30); y < pixel(90); ++y)
+            ink += qGray(image.pixel(x, y)) < 0x70 ? 1 : 0;
+    EXPECT_GT(ink, 300);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtScale, DropAreaPainting, testing::Values(1.0, 1.5, 2.0));
+
+TEST(DropAreaFocus, thatOfTheKeyboardIsToBeSeen) {
+    QWidget window;
+    auto* other = new QPushButton(&window);
+    auto* area = new DropArea(LinkAction::expressible, FileTransferPortal(), &window);
+    const MWWhiteView panel(*area, Rect{0, 0, 587, 114});
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return window.isActiveWindow(); }));
+    other->setFocus();
+    const auto picture = [area] {
+        QImage image(area->size(), QImage::Format_RGB32);
+        area->render(&image);
+        return image;
+    };
+    const QImage without = picture();
+    QTest::keyClick(other, Qt::Key_Tab);
+    ASSERT_TRUE(area->hasFocus());
+    EXPECT_NE(picture(), without);
 }
 
 } // namespace

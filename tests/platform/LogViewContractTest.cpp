@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScrollBar>
+#include <QTextBlock>
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,18 @@ TEST(QtLogView, everyUnitHasItsPlaceInTheWidget) {
     view.addForegroundColor({Color::Source::literal, 0xFF0000FF}, {text.size() - 1, 1});
     EXPECT_TRUE(view.foregroundColorAt(text.size() - 1).has_value());
     EXPECT_FALSE(view.foregroundColorAt(text.size() - 2).has_value());
+}
+
+TEST(QtLogView, linesLongerThanAnyEntryAreBrokenForTheEyeOnly) {
+    QtLogView view;
+    const QString text = QString(30000, u'x') + u' ' + QString(100000, u'y') + u'\n' + QString(16000, u'z');
+    view.replaceCharactersInRange({0, 0}, text);
+    EXPECT_EQ(view.string(), text);
+    EXPECT_EQ(view.document()->characterCount() - 1, text.size());
+    QList<int> lengths;
+    for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next())
+        lengths.append(block.length());
+    EXPECT_EQ(lengths, QList<int>({30001, 32768, 32768, 32768, 1697, 16001}));
 }
 
 TEST(QtLogView, copiesTheExactText) {

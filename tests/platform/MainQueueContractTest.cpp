@@ -76,6 +76,20 @@ TEST(QtMainQueue, noOperationRunsInsideAnother) {
     EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }
 
+TEST(QtMainQueue, runsAllAtTheEndOfTheProgram) {
+    QtMainQueue queue;
+    std::vector<int> order;
+    queue.addOperation([&] {
+        order.push_back(1);
+        queue.addOperation([&] { order.push_back(3); });
+    });
+    queue.addOperation([&] { order.push_back(2); });
+    queue.runAll();
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+    runEvents();
+    EXPECT_EQ(order.size(), 3U);
+}
+
 TEST(QtMainQueue, operationsOfOtherThreadsRunOnTheMainThread) {
     QtMainQueue queue;
     std::thread::id where;

@@ -2,6 +2,7 @@
 #include "platform/qt/MainWindow.h"
 
 #include "platform/qt/BackgroundTextReaders.h"
+#include "platform/qt/DiscloseButton.h"
 #include "platform/qt/DocumentChooser.h"
 #include "platform/qt/DropArea.h"
 #include "platform/qt/ElidedLabel.h"
@@ -44,6 +45,8 @@ protected:
         commands.openOutput = note("openOutput");
         commands.showFolder = note("showFolder");
         commands.clearLog = note("clearLog");
+        commands.switchWindows = note("switchWindows");
+        commands.showMainWindow = note("showMainWindow");
         commands.undo = note("undo");
         commands.redo = note("redo");
         commands.openPreferences = note("openPreferences");
@@ -101,9 +104,9 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
         if (title == QStringLiteral("Minimize") || title == QStringLiteral("Close Window")) continue;
         item->trigger();
     }
-    for (const char* name :
-         {"changeDestination", "resetCounter", "showInput", "openInput", "showOutput", "openOutput", "showFolder",
-          "clearLog", "undo", "redo", "openPreferences", "openUserGuide", "emailUs", "visitAppUrl", "visitUs", "quit"})
+    for (const char* name : {"changeDestination", "resetCounter", "showInput", "openInput", "showOutput", "openOutput",
+                             "showFolder", "clearLog", "switchWindows", "showMainWindow", "undo", "redo",
+                             "openPreferences", "openUserGuide", "emailUs", "visitAppUrl", "visitUs", "quit"})
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
     ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
     EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
@@ -129,6 +132,7 @@ TEST_F(MainWindowTest, shortcutsAndMnemonicsAreUnique) {
         take(menu->text());
     for (const auto* button : window_.findChildren<QPushButton*>())
         take(button->text());
+    take(window_.discloseButton().text());
 }
 
 TEST_F(MainWindowTest, mnemonicsOfAMenuAreUnique) {
@@ -232,6 +236,98 @@ TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
     Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Letter.rtfd"));
     runEvents();
     EXPECT_EQ(converted_, QStringList{world_.root() + QStringLiteral("/Letter.rtfd")});
+}
+
+TEST_F(MainWindowTest, beginsSmallWithoutTheLog) {
+    EXPECT_EQ(window_.size(), QSize(MainWindow::kMinimumWidth, MainWindow::kSmallHeight));
+    EXPECT_FALSE(window_.logView().isVisible());
+    EXPECT_TRUE(window_.discloseButton().isVisible());
+    EXPECT_EQ(window_.discloseButton().state(), ButtonState::off);
+    // All of the upper part is inside, with room below.
+    const QRect button(window_.discloseButton().mapTo(&window_, QPoint(0, 0)), window_.discloseButton().size());
+    EXPECT_LT(button.bottom(), MainWindow::kSmallHeight - 4);
+    EXPECT_GE(button.height(), window_.discloseButton().sizeHint().height());
+}
+
+TEST_F(MainWindowTest, nothingMovesWhenTheLogIsDisclosed) {
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} text"));
+    runEvents();
+    const auto places = [this] {
+        return QList<QPoint>{window_.dropArea().mapTo(&window_, QPoint(0, 0)),
+                             window_.dropArea().mapTo(&window_, window_.dropArea().rect().bottomRight()),
+                             window_.discloseButton().mapTo(&window_, QPoint(0, 0))};
+    };
+    const auto before = places();
+    window_.resize(MainWindow::kMinimumWidth, 400);
+    EXPECT_EQ(places(), before);
+    EXPECT_TRUE(window_.logView().isVisible());
+    const QSize uncovered = window_.logView().size();
+    window_.resize(MainWindow::kMinimumWidth, MainWindow::kBigHeight);
+    runEvents();
+    EXPECT_EQ(places(), before);
+    EXPECT_EQ(window_.logView().size(), uncovered);
+    const QPoint end = window_.logView().mapTo(&window_, window_.logView().rect().bottomRight());
+    EXPECT_LT(end.y(), MainWindow::kBigHeight - 30) << "the commands are below";
+    window_.resize(MainWindow::kMinimumWidth, MainWindow::kSmallHeight);
+    EXPECT_EQ(places(), before);
+    EXPECT_FALSE(window_.logView().isVisible());
+}
+
+TEST_F(MainWindowTest, theDisclosureButtonSwitchesByEveryWay) {
+    DiscloseButton& button = window_.discloseButton();
+    button.click();
+    EXPECT_EQ(called_, QStringList(QStringLiteral("switchWindows")));
+    EXPECT_EQ(button.state(), ButtonState::on);
+    button.setFocus();
+    QTest::keyClick(&button, Qt::Key_Space);
+    EXPECT_EQ(button.state(), ButtonState::off);
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_EQ(called_.size(), 3);
+    // What assistive tools do: a toggle without a click.
+    auto* control = QAccessible::queryAccessibleInterface(&button);
+    ASSERT_NE(control, nullptr);
+    EXPECT_EQ(control->text(QAccessible::Name), QStringLiteral("Message log"));
+    control->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(waitUntil([this] { return called_.size() == 4; }));
+    EXPECT_EQ(button.state(), ButtonState::off);
+}
+
+TEST_F(MainWindowTest, controlsFollowTheModeWithoutSwitching) {
+    const auto titleOf = [this] {
+        for (const QAction* item : items())
+            if (item->text().contains(QStringLiteral("Message"))) return plain(item->text());
+        return QString();
+    };
+    EXPECT_EQ(titleOf(), QStringLiteral("Show Message Log"));
+    window_.setBig(true);
+    EXPECT_EQ(window_.discloseButton().state(), ButtonState::on);
+    EXPECT_EQ(titleOf(), QStringLiteral("Hide Message Log"));
+    window_.setBig(false);
+    EXPECT_EQ(window_.discloseButton().state(), ButtonState::off);
+    EXPECT_TRUE(called_.isEmpty());
+}
+
+TEST_F(MainWindowTest, theLatestEntryIsShownWhileTheLogIsNot) {
+    const auto* entry = window_.findChild<QLabel*>(QStringLiteral("latestEntry"));
+    ASSERT_NE(entry, nullptr);
+    EXPECT_FALSE(entry->isVisible());
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} first\nstamp} Not {able} <b>"));
+    EXPECT_TRUE(entry->isVisible());
+    EXPECT_EQ(static_cast<const ElidedLabel*>(entry)->wholeText(), QStringLiteral("Not {able} <b>"));
+    EXPECT_EQ(entry->accessibleName(), QStringLiteral("Latest entry: Not {able} <b>"));
+    window_.setBig(true);
+    EXPECT_FALSE(entry->isVisible());
+    window_.setBig(false);
+    EXPECT_TRUE(entry->isVisible());
+    window_.logView().replaceCharactersInRange({0, window_.logView().length()}, QString());
+    EXPECT_FALSE(entry->isVisible());
+}
+
+TEST_F(MainWindowTest, aLongEntryDoesNotWidenTheWindow) {
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} ") + QString(400, u'x'));
+    runEvents();
+    EXPECT_LE(window_.minimumSizeHint().width(), MainWindow::kMinimumWidth);
+    EXPECT_EQ(window_.width(), MainWindow::kMinimumWidth);
 }
 
 TEST_F(MainWindowTest, tellsOnceWhenItIsUp) {

@@ -109,5 +109,15 @@ TEST_F(ModalAlertsTest, operationsRunUnderAnAlertThatAnOperationShows) {
     EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
 }
 
+TEST_F(ModalAlertsTest, theEndOfTheProgramDismissesOneAndThoseAfterIt) {
+    std::vector<int> codes;
+    QTimer::singleShot(0, [&] {
+        codes.push_back(run(update_, [](AlertBox&) { QCoreApplication::exit(3); }));
+        codes.push_back(alerts_.runModal({QStringLiteral("after"), QString(), AlertStyle::warning, update_}));
+    });
+    EXPECT_EQ(QApplication::exec(), 3);
+    EXPECT_EQ(codes, (std::vector<int>{kAlertDismissed, kAlertDismissed}));
+}
+
 } // namespace
 } // namespace quillow

@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace quillow {
@@ -53,6 +54,14 @@ protected:
     void press(const char16_t* title) {
         ASSERT_NE(button(title), nullptr);
         button(title)->click();
+        runEvents();
+    }
+    void choose(const QString& folder) {
+        auto* dialog = visible<FileDialog>().value(0);
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder);
+        for (auto* candidate : dialog->findChildren<QPushButton*>())
+            if (candidate->text().remove(u'&') == QStringLiteral("Select")) candidate->click();
         runEvents();
     }
     static Alert alert(const char16_t* message, const QStringList& buttons = {}) {
@@ -148,22 +157,104 @@ TEST_F(SheetsTest, oneSheetShowsAtATimeInOrder) {
     EXPECT_EQ(codes_.size(), 1U);
 }
 
-TEST_F(SheetsTest, equalSheetsAskOnceAndAllGetTheAnswer) {
+TEST_F(SheetsTest, equalAlertsAskOnceAndTheOthersEndWithCancel) {
     for (int i = 0; i < 500; ++i)
         begin(alert(u"same", openOrCancel_));
     EXPECT_EQ(widget_.findChildren<AlertBox*>().size(), 1);
-    press(u"Cancel");
-    EXPECT_EQ(codes_, std::vector<int>(500, kAlertSecondButtonReturn));
+    press(u"Open Preferences");
+    std::vector<int> expected(500, kAlertSecondButtonReturn);
+    expected[0] = kAlertFirstButtonReturn;
+    EXPECT_EQ(codes_, expected);
     EXPECT_EQ(alertBox(), nullptr);
 }
 
-TEST_F(SheetsTest, aSheetBegunByAnAnswerIsShownAfterwards) {
-    alerts_.beginSheetModalForWindow(alert(u"same"), &window_, [this](int) { begin(alert(u"same")); });
+TEST_F(SheetsTest, equalAlertsOfOneButtonEndWithoutIt) {
+    for (int i = 0; i < 3; ++i)
+        begin(alert(u"same"));
     press(u"OK");
-    ASSERT_NE(alertBox(), nullptr);
-    EXPECT_TRUE(codes_.empty());
+    EXPECT_EQ(codes_, (std::vector<int>{kAlertFirstButtonReturn, kAlertDismissed, kAlertDismissed}));
+    begin(alert(u"same", {QStringLiteral("Cancel")}));
+    begin(alert(u"same", {QStringLiteral("Cancel")}));
+    press(u"Cancel");
+    EXPECT_EQ(codes_.back(), kAlertDismissed) << "a sole button is not pressed, whatever it is named";
+}
+
+TEST_F(SheetsTest, equalAlertsWithoutACancelEndAsByEscape) {
+    for (int i = 0; i < 2; ++i) {
+        begin(alert(u"same", {QStringLiteral("Download"), QStringLiteral("Later")}));
+        begin(alert(u"other", {QStringLiteral("A"), QStringLiteral("B")}));
+    }
+    press(u"Download");
+    press(u"A");
+    EXPECT_EQ(codes_, (std::vector<int>{1000, 1001, 1000, kAlertDismissed}));
+}
+
+TEST_F(SheetsTest, equalPanelsAskOnceAndTheOthersAreCancelled) {
+    QTemporaryDir folder;
+    for (int i = 0; i < 500; ++i)
+        begin(folderPanel());
+    EXPECT_EQ(widget_.findChildren<FileDialog*>().size(), 1);
+    choose(folder.path());
+    ASSERT_EQ(urls_.size(), 500U);
+    EXPECT_EQ(urls_[0], QUrl::fromLocalFile(folder.path()));
+    EXPECT_EQ(std::count(urls_.begin(), urls_.end(), std::nullopt), 499);
+    EXPECT_TRUE(visible<FileDialog>().isEmpty());
+}
+
+TEST_F(SheetsTest, equalSheetsOfTwoWindowsAskTwice) {
+    QWidget otherWidget;
+    QtWindow other(otherWidget);
+    otherWidget.show();
+    begin(alert(u"same"));
+    alerts_.beginSheetModalForWindow(alert(u"same"), &other, [this](int code) { codes_.push_back(code); });
     press(u"OK");
     EXPECT_EQ(codes_.size(), 1U);
+    auto* box = otherWidget.findChild<AlertBox*>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->isVisible());
+    box->buttons().constFirst()->click();
+    runEvents();
+    EXPECT_EQ(codes_, (std::vector<int>{kAlertFirstButtonReturn, kAlertFirstButtonReturn}));
+}
+
+TEST_F(SheetsTest, equalSheetsThatWaitBehindAnotherAskOnceInTheirTurn) {
+    begin(alert(u"first"));
+    for (int i = 0; i < 3; ++i)
+        begin(alert(u"same", openOrCancel_));
+    press(u"OK");
+    ASSERT_NE(alertBox(), nullptr);
+    EXPECT_EQ(alertBox()->text(), QStringLiteral("same"));
+    press(u"Open Preferences");
+    EXPECT_EQ(codes_, (std::vector<int>{1000, 1000, 1001, 1001}));
+    EXPECT_EQ(alertBox(), nullptr);
+}
+
+TEST_F(SheetsTest, nothingIsDeliveredBetweenTheAnswerAndTheNeutralOnes) {
+    int delivered = 0;
+    std::vector<int> deliveredBefore;
+    for (int i = 0; i < 3; ++i) {
+        alerts_.beginSheetModalForWindow(alert(u"same"), &window_, [&](int) {
+            deliveredBefore.push_back(delivered);
+            QMetaObject::invokeMethod(
+                &widget_, [&delivered] { ++delivered; }, Qt::QueuedConnection);
+        });
+    }
+    press(u"OK");
+    EXPECT_EQ(deliveredBefore, (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(delivered, 3);
+}
+
+TEST_F(SheetsTest, aSheetBegunByAnAnswerIsShownAfterwards) {
+    alerts_.beginSheetModalForWindow(alert(u"same"), &window_, [this](int) {
+        begin(alert(u"same"));
+        EXPECT_EQ(alertBox(), nullptr) << "the equal one that waits has not been answered yet";
+    });
+    begin(alert(u"same"));
+    press(u"OK");
+    EXPECT_EQ(codes_, std::vector<int>{kAlertDismissed});
+    ASSERT_NE(alertBox(), nullptr);
+    press(u"OK");
+    EXPECT_EQ(codes_, (std::vector<int>{kAlertDismissed, kAlertFirstButtonReturn}));
 }
 
 TEST_F(SheetsTest, anAlertWithoutAWindowStandsAlone) {
@@ -194,10 +285,7 @@ TEST_F(SheetsTest, aFolderPanelShowsItsTextsAndChoosesAFolder) {
         showsMessage = showsMessage || (label->isVisible() && label->text() == folderPanel().message);
     EXPECT_TRUE(showsMessage);
 
-    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder.path());
-    for (auto* candidate : dialog->findChildren<QPushButton*>())
-        if (candidate->text().remove(u'&') == QStringLiteral("Select")) candidate->click();
-    runEvents();
+    choose(folder.path());
     EXPECT_EQ(urls_, std::vector<std::optional<QUrl>>{QUrl::fromLocalFile(folder.path())});
 }
 

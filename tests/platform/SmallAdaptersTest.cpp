@@ -76,6 +76,18 @@ TEST(QtTimers, callbacksAreDroppedWithTheTimers) {
     EXPECT_EQ(ran, 0);
 }
 
+TEST(QtSystemInfo, theHomeFolderIsAbsoluteWhateverTheEnvironmentSays) {
+    const QByteArray home = qgetenv("HOME");
+    for (const char* value : {"~", "relative/home", "/home/user/"}) {
+        qputenv("HOME", value);
+        const QString path = QtSystemInfo().homeDirectory();
+        EXPECT_TRUE(path.startsWith(u'/')) << path.toStdString();
+        EXPECT_TRUE(path == u"/" || !path.endsWith(u'/')) << path.toStdString();
+    }
+    EXPECT_EQ(QtSystemInfo().homeDirectory(), QStringLiteral("/home/user"));
+    qputenv("HOME", home);
+}
+
 TEST(QtSystemInfo, namesTheSystemAndTheHomeFolder) {
     const QtSystemInfo info;
     EXPECT_FALSE(info.operatingSystemVersionString().isEmpty());

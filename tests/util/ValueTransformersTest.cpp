@@ -2,6 +2,7 @@
 #include "platform/BookmarkStore.h"
 #include "platform/ImageCodec.h"
 #include "platform/TextUnarchiver.h"
+#include "tests/fakes/FakeClock.h"
 #include "util/BookmarkTransformers.h"
 #include "util/CollectionTransformers.h"
 #include "util/ComparisonTransformers.h"
@@ -262,11 +263,12 @@ TEST(ValueTransformerRegistry, findsEveryStandardTransformerByItsClassName) {
     const ScriptedImageCodec codec;
     const ScriptedTextUnarchiver unarchiver;
     ValueTransformerRegistry registry;
-    registerStandardTransformers(registry, store, codec, unarchiver);
+    const FakeClock clock;
+    registerStandardTransformers(registry, store, clock, codec, unarchiver);
     for (const char16_t* name :
          {u"MWImgData", u"MWIntToBool", u"MWNegateIntToBool", u"MWOneIfOneInArray", u"MWPathFromBookmark",
           u"MWNameFromBookmark", u"MW1IfNot0", u"MWNumberBoolToNumberNum", u"MWHeightForFontSize",
-          u"MWUnarchivieFromDataToText", u"MWEmptyTrimmedString", u"MWFilledTrimmedString"})
+          u"MWUnarchivieFromDataToText", u"MWEmptyTrimmedString", u"MWFilledTrimmedString", u"MWDateTagElaborated"})
         EXPECT_NE(registry.valueTransformerForName(QString::fromUtf16(name)), nullptr)
             << QString::fromUtf16(name).toStdString();
 }

@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+"""many_documents.py PROGRAM CONVERT FILE...: 500 documents handed to the window at once, beside the command line on the same ones.
+
+Run it under tests/gui/session.py. The documents are copies of the FILEs in turn. Printed are wall and CPU seconds from the hand-over to
+the last text, and ratios; the window converts one after the other, so the command line does so too (-j 1).
+"""
+import os
+import pathlib
+import resource
+import shutil
+import subprocess
+import sys
+import time
+
+DOCUMENTS = 500
+HOME = pathlib.Path(os.environ["HOME"])
+PRESETS = pathlib.Path(__file__).resolve().parents[2] / "tests/gui/presets.py"
+TICKS = os.sysconf("SC_CLK_TCK")
+
+
+def make_documents(files):
+    folder = HOME / "many"
+    folder.mkdir()
+    documents = []
+    for number in range(DOCUMENTS):
+        source = pathlib.Path(files[number % len(files)])
+        documents.append(folder / f"{number:03}{source.suffix}")
+        shutil.copy(source, documents[-1])
+    return documents
+
+
+def wait_for_texts(folder):
+    while sum(1 for _ in folder.glob("*.txt")) < DOCUMENTS:
+        time.sleep(0.01)
+
+
+def cpu_seconds(pid):
+    fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(") ", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / TICKS
+
+
+def in_window(program, documents):
+    texts = HOME / "window-texts"
+    texts.mkdir()
+    subprocess.run([sys.executable, PRESETS, texts], check=True)
+    process = subprocess.Popen([program], stdin=subprocess.DEVNULL)
+    subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Quillow$"], check=True, stdout=subprocess.DEVNULL)
+    time.sleep(1)
+    used, begin = cpu_seconds(process.pid), time.monotonic()
+    subprocess.run([program, *documents], check=True)  # a second start hands its documents over
+    wait_for_texts(texts)
+    result = time.monotonic() - begin, cpu_seconds(process.pid) - used
+    process.terminate()
+    process.wait()
+    return result
+
+
+def on_command_line(convert, documents):
+    texts = HOME / "command-line-texts"
+    used, begin = resource.getrusage(resource.RUSAGE_CHILDREN), time.monotonic()
+    subprocess.run([convert, "-o", texts, "-j", "1", *documents], check=True, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    wall, now = time.monotonic() - begin, resource.getrusage(resource.RUSAGE_CHILDREN)
+    return wall, now.ru_utime + now.ru_stime - used.ru_utime - used.ru_stime
+
+
+def main():
+    program, convert, *files = sys.argv[1:]
+    documents = make_documents(files)
+    window, line = in_window(program, documents), on_command_line(convert, documents)
+    different = [d.name for d in documents if (HOME / "window-texts" / d.stem).with_suffix(".txt").read_bytes() !=
+                 (HOME / "command-line-texts" / d.stem).with_suffix(".txt").read_bytes()]
+    print(f"{DOCUMENTS} documents{'window':>14}{'command line':>14}{'ratio':>8}")
+    for title, ours, theirs in zip(("seconds", "CPU seconds"), window, line):
+        print(f"{title:13}{ours:14.2f}{theirs:14.2f}{ours / theirs:8.2f}")
+    print(f"texts that differ: {len(different)} {' '.join(different[:5])}")
+
+
+if __name__ == "__main__":
+    main()

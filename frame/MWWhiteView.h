@@ -1,0 +1,17 @@
+// A plain white panel with a grey frame: the background of the drop area.
+#pragma once
+
+#include "platform/View.h"
+
+namespace quillow {
+
+class MWWhiteView final : public View {
+public:
+    /// Stands over the whole of its area, wherever that is.
+    explicit MWWhiteView(ViewArea& area);
+    MWWhiteView(ViewArea& area, const Rect& frame); // selector: initWithFrame:
+    /// Draws the whole panel, whatever part has to be drawn again.
+    void drawRect(const Rect& rect, Drawing& drawing) override; // selector: drawRect:
+};
+
+} // namespace quillow

@@ -1,0 +1,16 @@
+// Port: a button with two states, such as a disclosure triangle.
+#pragma once
+
+namespace quillow {
+
+enum class ButtonState { off = 0, on = 1 };
+
+class Button {
+public:
+    virtual ~Button() = default;
+    [[nodiscard]] virtual ButtonState state() const = 0;
+    /// Shows the state; the button's action is not run.
+    virtual void setState(ButtonState state) = 0;
+};
+
+} // namespace quillow

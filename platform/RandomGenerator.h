@@ -1,0 +1,17 @@
+// Port: the system's generator of pseudo-random numbers.
+#pragma once
+
+#include <cstdint>
+
+namespace quillow {
+
+class RandomGenerator {
+public:
+    virtual ~RandomGenerator() = default;
+    /// Starts the sequence that belongs to the seed.
+    virtual void seed(std::uint32_t seed) = 0;
+    /// The next number of the sequence, from 0 to 2147483647.
+    [[nodiscard]] virtual std::int64_t next() = 0;
+};
+
+} // namespace quillow

@@ -1,0 +1,35 @@
+// The button that opens and closes the lower part of a window: a triangle and a title, triangle down while it is on.
+#pragma once
+
+#include "platform/Button.h"
+
+#include <QAbstractButton>
+
+#include <functional>
+
+namespace quillow {
+
+class DiscloseButton final : public QAbstractButton, public Button {
+public:
+    static constexpr int kInset = 4; ///< from the widget's edge to the triangle, in points
+
+    /// The description is the tool tip, too.
+    DiscloseButton(const QString& title, const QString& description, QWidget* parent = nullptr);
+
+    [[nodiscard]] ButtonState state() const override { return isChecked() ? ButtonState::on : ButtonState::off; }
+    void setState(ButtonState state) override;
+
+    /// Called after the user has changed the state, by mouse, keyboard or an assistive tool.
+    void setAction(std::function<void()> action) { action_ = std::move(action); }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    std::function<void()> action_;
+};
+
+} // namespace quillow

@@ -1,0 +1,34 @@
+// A list of the exporter's fields, with its selection in step with the exporter's.
+#pragma once
+
+#include "base/ArrayController.h"
+
+#include <QListWidget>
+
+#include <functional>
+
+namespace quillow {
+
+class KeyList final : public QListWidget {
+public:
+    explicit KeyList(ArrayController& controller);
+    ~KeyList() override;
+    /// Leaves the controller alone from now on.
+    void unbind();
+
+    /// Called after every change of the fields or of the selection.
+    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+private:
+    void showArray();
+    void storeSelection();
+
+    ArrayController* controller_;
+    Boxed::Array shown_;
+    std::function<void()> changeHandler_;
+    bool isShowing_ = false; ///< the list is being set, not used
+};
+
+} // namespace quillow

@@ -1,0 +1,55 @@
+#include "program/Adapters.h"
+
+#include "util/StandardTransformers.h"
+
+#include <cstdio>
+
+namespace quillow {
+namespace {
+
+void logReason(std::string_view line) {
+    std::fprintf(stderr, "quillow: %.*s\n", static_cast<int>(line.size()), line.data());
+}
+
+SupportAddresses supportAddresses() {
+    return {QString::fromUtf16(configuration::kSupportMail), QString::fromUtf16(configuration::kAppUrl),
+            QString::fromUtf16(configuration::kSiteUrl), QString::fromUtf16(configuration::kStoreUrl)};
+}
+
+} // namespace
+
+Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
+    : mainQueue(mainQueueOfProgram)
+    , termination(terminationOfProgram)
+    , extractor(&logReason)
+    , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
+    registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
+}
+
+Platform Adapters::platform() {
+    return {alerts,
+            archive,
+            bookmarkStore,
+            bundle,
+            clock,
+            dateFormatting,
+            defaults,
+            documents,
+            fileSystem,
+            backgroundHtmlReader,
+            mainQueue,
+            menus,
+            panels,
+            backgroundPdfReader,
+            backgroundRtfReader,
+            supportUtility,
+            systemInfo,
+            termination,
+            timers,
+            undoManager,
+            valueTransformers,
+            workspace,
+            kUpdateCheck};
+}
+
+} // namespace quillow

@@ -1,0 +1,92 @@
+// The adapters of the desktop, in the order in which they need one another. They are unmade in the opposite order.
+#pragma once
+
+#include "app/Configuration.h"
+#include "base/UndoManager.h"
+#include "frame/MWAppSupportUtility.h"
+#include "platform/Termination.h"
+#include "platform/engine/EngineTextReaders.h"
+#include "platform/qt/AccessRegistry.h"
+#include "platform/qt/BackgroundTextReaders.h"
+#include "platform/qt/IcuDateFormatting.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/ObservedDefaults.h"
+#include "platform/qt/PreferencesWindow.h"
+#include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtArchive.h"
+#include "platform/qt/QtBackgroundQueue.h"
+#include "platform/qt/QtBookmarkStore.h"
+#include "platform/qt/QtBundle.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDefaults.h"
+#include "platform/qt/QtDocuments.h"
+#include "platform/qt/QtFileSystem.h"
+#include "platform/qt/QtImageCodec.h"
+#include "platform/qt/QtLogView.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtMenus.h"
+#include "platform/qt/QtPanels.h"
+#include "platform/qt/QtPropertyListLoader.h"
+#include "platform/qt/QtSystemInfo.h"
+#include "platform/qt/QtTextUnarchiver.h"
+#include "platform/qt/QtTimers.h"
+#include "platform/qt/QtToolbar.h"
+#include "platform/qt/QtWorkspace.h"
+#include "util/MWValueTransformer.h"
+
+namespace quillow {
+
+struct Adapters {
+    static constexpr UpdateCheck kUpdateCheck =
+        configuration::kUpdateCheckIsWired ? UpdateCheck::wired : UpdateCheck::leftOut;
+
+    Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram);
+    Adapters(const Adapters&) = delete;
+    Adapters& operator=(const Adapters&) = delete;
+
+    /// What the delegate chain takes.
+    [[nodiscard]] Platform platform();
+
+    QtMainQueue& mainQueue;
+    const Termination& termination;
+    AccessRegistry access;
+    Sheets sheets;
+    QtAlerts alerts{sheets, mainQueue};
+    QtPanels panels{sheets};
+    QtBookmarkStore bookmarkStore{access};
+    QtBundle bundle{QtBundle::standardResourceFolder()};
+    QtClock clock;
+    IcuDateFormatting dateFormatting;
+    QtDefaults storedDefaults{QtDefaults::standardFilePath()};
+    ObservedDefaults defaults{storedDefaults};
+    QtFileSystem fileSystem{access};
+    QtArchive archive{fileSystem};
+    QtSystemInfo systemInfo;
+    QtTimers timers;
+    QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};
+    QtWorkspace workspace;
+    UndoManager undoManager;
+    QtImageCodec imageCodec;
+    QtTextUnarchiver textUnarchiver;
+    ValueTransformerRegistry valueTransformers;
+    MainWindow window{alerts, workspace};
+    PreferencesWindow preferences{kUpdateCheck};
+    QtDocuments documents{window.window()};
+    QtMenus menus{window.applicationMenu()};
+
+    DocumentExtractor extractor;
+    EngineRtfTextReader rtfReader{extractor};
+    EngineHtmlTextReader htmlReader{extractor};
+    EnginePdfTextReader pdfReader{extractor};
+    BackgroundWork backgroundWork{&window.spinner()};
+    BackgroundRtfTextReader backgroundRtfReader{rtfReader, backgroundWork};
+    BackgroundHtmlTextReader backgroundHtmlReader{htmlReader, backgroundWork};
+    BackgroundPdfTextReader backgroundPdfReader{pdfReader, backgroundWork};
+
+    // The update checker's. Its downloads end before what they report to goes.
+    MWAppSupportUtility supportUtility;
+    QtPropertyListLoader propertyListLoader;
+    QtBackgroundQueue backgroundQueue;
+};
+
+} // namespace quillow

@@ -1,0 +1,56 @@
+#include "program/Parts.h"
+
+#include "platform/qt/DiscloseButton.h"
+#include "platform/qt/DropArea.h"
+#include "prefs/MWPhoneHome.h"
+
+#include <utility>
+
+namespace quillow {
+namespace {
+
+QuillowAppDelegate::UpdateMirrors updateMirrors() {
+    return {QString::fromUtf16(configuration::kMirrorUrl1), QString::fromUtf16(configuration::kMirrorUrl2),
+            QString::fromUtf16(configuration::kMirrorUrl3), QString::fromUtf16(configuration::kMirrorUrl4)};
+}
+
+} // namespace
+
+Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::function<void()> quit)
+    : adapters_(mainQueue, termination)
+    , whitePanel_(adapters_.window.dropArea())
+    , dropView_(adapters_.window.dropArea()) {
+    MWPhoneHome::setSharedPorts({adapters_.alerts, adapters_.backgroundQueue, adapters_.clock, adapters_.defaults,
+                                 adapters_.mainQueue, adapters_.propertyListLoader, adapters_.workspace,
+                                 adapters_.supportUtility});
+    QuillowAppDelegate::initialize(adapters_.defaults, updateMirrors());
+    delegate_.emplace(adapters_.platform());
+    connectOutlets();
+    connectWindows(std::move(quit));
+}
+
+void Parts::connectOutlets() {
+    dropView_.awakeFromNib();
+    prefToolbarDelegate_.emplace(adapters_.toolbarFactory, adapters_.preferences.window(),
+                                 adapters_.preferences.tabView());
+    prefToolbarDelegate_->awakeFromNib();
+    delegate_->setPrefWindow(&adapters_.preferences.window());
+    delegate_->setPrefToolbarDelegate(&*prefToolbarDelegate_);
+    delegate_->setMainWindow(&adapters_.window.window());
+    delegate_->setWindow(&adapters_.window.window());
+    delegate_->setDragDropArea(&dropView_);
+    delegate_->setProgressIndicator(&adapters_.window.spinner());
+    delegate_->setTextLog(&adapters_.window.logView());
+    delegate_->setMyDiscloseButton(&adapters_.window.discloseButton());
+}
+
+void Parts::connectWindows(std::function<void()> quit) {
+    bindings_.emplace(*delegate_, adapters_.defaults, adapters_.undoManager, adapters_.window);
+    preferencesBindings_.emplace(adapters_.preferences, *delegate_, adapters_.defaults, adapters_.dateFormatting,
+                                 transformsOf(adapters_.valueTransformers), preferencesActionsOf(*delegate_));
+    adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));
+    adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
+                                  [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});
+}
+
+} // namespace quillow

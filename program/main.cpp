@@ -1,0 +1,59 @@
+// The desktop program. A start that finds another one running hands its documents over and ends.
+#include "base/Release.h"
+#include "platform/qt/DocumentGlyph.h"
+#include "platform/qt/SingleInstance.h"
+#include "program/Application.h"
+#include "program/CommandLine.h"
+
+#include <QApplication>
+
+#include <chrono>
+#include <cstdio>
+#include <optional>
+
+namespace quillow {
+namespace {
+
+/// A program that runs answers in milliseconds, whatever its window does.
+constexpr std::chrono::seconds kPatience{10};
+
+void describeApplication() {
+    QCoreApplication::setApplicationName(QString::fromUtf16(kApplicationName));
+    QCoreApplication::setApplicationVersion(QString::fromUtf16(kCurrentReleaseString));
+    // No display name of its own: Qt would append it to every window's title.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.quillow.Quillow"));
+    QGuiApplication::setWindowIcon(applicationIcon());
+}
+
+/// Tells screens apart on which a user may sit: a start on another one runs on its own.
+QByteArray displayName() {
+    const QByteArray windowSystem = QGuiApplication::platformName().toUtf8();
+    if (windowSystem.startsWith("wayland")) return windowSystem + '-' + qgetenv("WAYLAND_DISPLAY");
+    if (windowSystem == "xcb") return windowSystem + '-' + qgetenv("DISPLAY");
+    return windowSystem;
+}
+
+int runProgram(const Handover& handover) {
+    std::optional<Application> application; // goes after the thread that hands messages to it
+    SingleInstance instance(SingleInstance::standardFolder(), displayName());
+    const SingleInstance::Role role = instance.begin(encodedHandover(handover), kPatience);
+    if (role == SingleInstance::Role::handedOver) return 0;
+    if (role == SingleInstance::Role::unanswered) {
+        std::fputs("quillow: Quillow is running but does not answer; nothing was converted\n", stderr);
+        return 1;
+    }
+    application.emplace(role == SingleInstance::Role::first ? Findable::yes : Findable::no);
+    application->open(handover);
+    instance.serve([&application](const QByteArray& message) { return application->take(message); });
+    return application->run();
+}
+
+} // namespace
+} // namespace quillow
+
+int main(int argc, char** argv) {
+    const quillow::LauncherTraces traces;
+    QApplication application(argc, argv);
+    quillow::describeApplication();
+    return quillow::runProgram(quillow::handoverOf(application, argc, argv, traces));
+}

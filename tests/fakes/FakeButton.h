@@ -1,0 +1,22 @@
+// A button in memory.
+#pragma once
+
+#include "platform/Button.h"
+
+namespace quillow {
+
+class FakeButton final : public Button {
+public:
+    [[nodiscard]] ButtonState state() const override { return state_; }
+    void setState(ButtonState state) override {
+        state_ = state;
+        ++statesSet_;
+    }
+    [[nodiscard]] int statesSet() const { return statesSet_; }
+
+private:
+    ButtonState state_ = ButtonState::off;
+    int statesSet_ = 0;
+};
+
+} // namespace quillow

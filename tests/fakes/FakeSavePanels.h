@@ -1,0 +1,74 @@
+// Save panels that are confirmed or cancelled when the test says so.
+#pragma once
+
+#include "platform/SavePanel.h"
+
+#include <utility>
+
+namespace quillow {
+
+class FakeSavePanels final : public SavePanels {
+public:
+    /// What the last panel made is like; it stays when the panel goes.
+    struct State {
+        AccessoryView* accessoryView = nullptr;
+        QString name;
+        std::optional<QUrl> url;
+        Window* window = nullptr;
+        bool isUp = false;
+        std::function<void(int)> completionHandler;
+    };
+
+    [[nodiscard]] std::unique_ptr<SavePanel> makeSavePanel() override {
+        ++made_;
+        state_ = std::make_shared<State>();
+        return std::make_unique<Panel>(state_);
+    }
+
+    [[nodiscard]] int made() const { return made_; }
+    [[nodiscard]] const State& last() const { return *state_; }
+
+    // What the user does.
+    void type(const QString& name) { state_->name = name; }
+    void confirm(const QString& path) {
+        state_->url = QUrl::fromLocalFile(path);
+        end(kSavePanelConfirmed);
+    }
+    void confirmWithoutURL() { end(kSavePanelConfirmed); }
+    void cancel() { end(kSavePanelCancelled); }
+
+private:
+    class Panel final : public SavePanel {
+    public:
+        explicit Panel(std::shared_ptr<State> state)
+            : state_(std::move(state)) {}
+        Panel(const Panel&) = delete;
+        Panel& operator=(const Panel&) = delete;
+        ~Panel() override {
+            state_->isUp = false;
+            state_->completionHandler = nullptr;
+        }
+        void setAccessoryView(AccessoryView* view) override { state_->accessoryView = view; }
+        [[nodiscard]] QString nameFieldStringValue() const override { return state_->name; }
+        void setNameFieldStringValue(const QString& name) override { state_->name = name; }
+        [[nodiscard]] std::optional<QUrl> URL() const override { return state_->url; }
+        void beginSheetModalForWindow(Window* window, std::function<void(int result)> completionHandler) override {
+            state_->window = window;
+            state_->isUp = true;
+            state_->completionHandler = std::move(completionHandler);
+        }
+
+    private:
+        std::shared_ptr<State> state_;
+    };
+
+    void end(int result) {
+        state_->isUp = false;
+        if (const auto handler = std::exchange(state_->completionHandler, nullptr)) handler(result);
+    }
+
+    std::shared_ptr<State> state_;
+    int made_ = 0;
+};
+
+} // namespace quillow

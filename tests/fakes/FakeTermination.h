@@ -1,0 +1,15 @@
+// Termination that a test asks for.
+#pragma once
+
+#include "platform/Termination.h"
+
+namespace quillow {
+
+class FakeTermination final : public Termination {
+public:
+    [[nodiscard]] bool isRequested() const override { return requested; }
+
+    bool requested = false;
+};
+
+} // namespace quillow

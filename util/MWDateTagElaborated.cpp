@@ -1,0 +1,27 @@
+#include "util/MWDateTagElaborated.h"
+
+#include "base/Replacement.h"
+#include "platform/Clock.h"
+#include "util/TimeFields.h"
+
+#include <utility>
+
+namespace quillow {
+
+Boxed MWDateTagElaborated::transformedValue(const Boxed& value) const {
+    // Nothing gives the empty string.
+    QString text = value.string().value_or(QStringLiteral(""));
+    // The present instant, in six parts.
+    const TimeFields now(clock_.now());
+    // Tag after tag, over the whole text as it is by then. Digits alone make no new tag.
+    const std::pair<QStringView, QString> replacements[] = {
+        {u"<yy>", twoDigits(now.year % 100)}, {u"<YY>", QString::number(now.year)}, {u"<mm>", twoDigits(now.month)},
+        {u"<dd>", twoDigits(now.day)},        {u"<hh>", twoDigits(now.hour)},       {u"<ii>", twoDigits(now.minute)},
+        {u"<ss>", twoDigits(now.second)},
+    };
+    for (const auto& [tag, digits] : replacements)
+        text = stringByReplacingOccurrences(text, tag, digits);
+    return text;
+}
+
+} // namespace quillow

@@ -1,0 +1,21 @@
+// Builds UTF-8 from pieces of UTF-16, so that a long text is never held in both.
+#pragma once
+
+#include <QByteArray>
+#include <QStringView>
+
+namespace quillow {
+
+class Utf8Builder { // selector: none
+public:
+    /// A surrogate pair may be split between two pieces. A lone surrogate becomes U+FFFD.
+    void append(QStringView piece);
+    /// The bytes, without byte-order mark; the builder is empty afterwards.
+    [[nodiscard]] QByteArray take();
+
+private:
+    QByteArray bytes_;
+    char16_t pendingHigh_ = 0; ///< a high surrogate whose low one may follow
+};
+
+} // namespace quillow
