@@ -201,7 +201,8 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
 
 void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
     for (const Candidate& candidate : bucket) {
-        if (!spend(1)) return;
+        if (steps_ > kMaxMatchSteps) return;
+        ++steps_;
         if (!watchedStart_.empty() && !ancestorsMayFit(candidate)) continue;
         if (!matches(*candidate.selector, element)) continue;
         const CssRule& rule = sheets_.rules()[candidate.rule];

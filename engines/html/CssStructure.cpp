@@ -7,6 +7,25 @@ namespace quillow::html {
 
 namespace {
 
+/// The next byte that has to be looked at: one of { } [ ] ( ) ; " ' \ / or, which is none of them, |.
+std::size_t findNotable(std::string_view css, std::size_t from) {
+#ifdef __SSE2__
+    const auto within = [](__m128i block, char first) { // three neighbours: { | } without their case bit, ' ( )
+        const __m128i distance = _mm_sub_epi8(block, _mm_set1_epi8(first));
+        return _mm_cmpeq_epi8(_mm_min_epu8(distance, _mm_set1_epi8(2)), distance);
+    };
+    for (; css.size() - from >= text::scan::kBlock; from += text::scan::kBlock) {
+        const __m128i block = text::scan::load(css.data() + from);
+        const __m128i brackets = within(_mm_or_si128(block, _mm_set1_epi8(0x20)), '{');
+        const __m128i parentheses = within(block, '\'');
+        const unsigned others = text::scan::maskOf<'"', ';', '/'>(block);
+        const unsigned found = others | static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(brackets, parentheses)));
+        if (found != 0) return from + static_cast<std::size_t>(std::countr_zero(found));
+    }
+#endif
+    return text::findFirstOfPortable<'{', '}', '(', ')', '[', ']', ';', '"', '\'', '\\', '/'>(css, from);
+}
+
 bool isNameByte(char c) {
     return isAlpha(c) || isDigit(c) || c == '-' || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -15,7 +34,7 @@ bool isNameByte(char c) {
 
 char CssStructure::next() {
     for (;;) {
-        at_ = text::findFirstOf<'{', '}', '(', ')', '[', ']', ';', '"', '\'', '\\', '/'>(css_, at_);
+        at_ = findNotable(css_, at_);
         position_ = at_;
         if (at_ >= css_.size()) return '\0';
         const char c = css_[at_];
@@ -24,6 +43,7 @@ char CssStructure::next() {
         case '\'': skipString(c); break;
         case '\\': skipEscape(); break;
         case '/': skipComment(); break;
+        case '|': ++at_; break;
         case '(':
             if (skipUrl()) break;
             [[fallthrough]];

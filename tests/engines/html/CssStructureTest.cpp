@@ -75,6 +75,7 @@ const char* const kSheets[] = {
     "a:not([b;c]){}",
     "a{b:calc((1px + 2px) * 3)}",
     "}}}{{{",
+    "a|b{c:d||e;}[f|=g]{}",
 };
 INSTANTIATE_TEST_SUITE_P(Sheets, CssStructureCase, testing::ValuesIn(kSheets));
 
