@@ -4,6 +4,7 @@
 #include "text/EncodingDetector.h"
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <string>
 
 namespace quillow::html {
@@ -140,9 +141,10 @@ std::string Prescanner::getValue() {
     if (atEnd() || bytes_[at_] == '>') return value;
     if (bytes_[at_] == '"' || bytes_[at_] == '\'') {
         const char quote = bytes_[at_++];
-        for (; !atEnd() && bytes_[at_] != quote; ++at_)
-            value.push_back(toLower(bytes_[at_]));
-        if (!atEnd()) ++at_;
+        const std::size_t end = std::min(bytes_.find(quote, at_), bytes_.size());
+        value = bytes_.substr(at_, end - at_);
+        std::transform(value.begin(), value.end(), value.begin(), toLower);
+        at_ = std::min(end + 1, bytes_.size());
         return value;
     }
     for (; !atEnd() && !isWhiteSpace(bytes_[at_]) && bytes_[at_] != '>'; ++at_)
