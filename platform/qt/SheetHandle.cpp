@@ -1,5 +1,9 @@
 #include "platform/qt/SheetHandle.h"
 
+#include <QTimer>
+
+#include <utility>
+
 namespace quillow {
 namespace {
 
