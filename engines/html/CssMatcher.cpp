@@ -183,7 +183,7 @@ void CssMatcher::leave() {
 }
 
 void CssMatcher::cascade(NodeId element, CascadedValues& values) {
-    if (!sheets_.empty()) {
+    if (!sheets_.empty() && steps_ <= kMaxMatchSteps) {
         readNames(element);
         const std::size_t ids = names_.size() - 1;
         for (std::size_t i = 0; i < ids; ++i)
