@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <new>
 
 namespace quillow::html {
 
@@ -16,10 +17,19 @@ std::uint32_t bitOf(const Attribute& attribute) {
 
 } // namespace
 
+void NodeBlock::reserve(std::size_t count) {
+    if (count <= capacity_) return;
+    void* const moved = std::realloc(static_cast<void*>(nodes_.get()), count * sizeof(Node));
+    if (moved == nullptr) throw std::bad_alloc();
+    static_cast<void>(nodes_.release()); // which std::realloc has freed
+    nodes_.reset(static_cast<Node*>(moved));
+    capacity_ = count;
+}
+
 HtmlTree::HtmlTree(std::string_view source)
     : source_(source) {
     nodes_.reserve(source_.size() / kBytesPerNode + 16);
-    nodes_.emplace_back().kind = NodeKind::document;
+    nodes_.emplaceBack().kind = NodeKind::document;
 }
 
 HtmlTree::HtmlTree(std::string source)
@@ -38,7 +48,7 @@ std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view 
 
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
     const auto id = static_cast<NodeId>(nodes_.size());
-    Node& node = nodes_.emplace_back();
+    Node& node = nodes_.emplaceBack();
     node.tag = tag;
     node.space = space;
     if (tag == Tag::style || tag == Tag::frameset || tag == Tag::noframes) noted_.push_back(id);
@@ -58,8 +68,8 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
 
 NodeId HtmlTree::createClone(const Node& original) {
     const auto id = static_cast<NodeId>(nodes_.size());
-    const Node copied = original; // the vector may grow under it
-    Node& node = nodes_.emplace_back();
+    const Node copied = original; // the block may move under it
+    Node& node = nodes_.emplaceBack();
     node.tag = copied.tag;
     node.space = copied.space;
     node.attributeCount = copied.attributeCount;

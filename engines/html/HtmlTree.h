@@ -7,11 +7,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace quillow::html {
@@ -51,6 +53,30 @@ struct Node {
 /// Attributes of one element beyond this number are dropped.
 inline constexpr std::size_t kMaxAttributes = 255;
 
+/// The nodes in one block, which grows by std::realloc: of a large one the system moves the pages, not the bytes, so that no
+/// second block is ever filled beside it.
+class NodeBlock {
+public:
+    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] Node& operator[](NodeId id) { return nodes_.get()[id]; }
+    [[nodiscard]] const Node& operator[](NodeId id) const { return nodes_.get()[id]; }
+    void reserve(std::size_t count);
+    /// Appends a node; references to others may end.
+    Node& emplaceBack() {
+        if (size_ == capacity_) reserve(2 * capacity_ + 16);
+        return *std::construct_at(nodes_.get() + size_++);
+    }
+
+private:
+    struct Free {
+        void operator()(Node* nodes) const { std::free(nodes); }
+    };
+    static_assert(std::is_trivially_copyable_v<Node>);
+    std::unique_ptr<Node, Free> nodes_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
+
 /// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
 class HtmlTree {
 public:
@@ -89,7 +115,7 @@ public:
     [[nodiscard]] NodeId createClone(const Node& original);
     [[nodiscard]] NodeId createText(std::string_view text) {
         const auto id = static_cast<NodeId>(nodes_.size());
-        Node& node = nodes_.emplace_back();
+        Node& node = nodes_.emplaceBack();
         node.kind = NodeKind::text;
         node.sizeOrKnown = static_cast<std::uint32_t>(text.size());
         node.content.text = text.data();
@@ -126,7 +152,7 @@ private:
 
     std::string ownSource_;
     std::string_view source_;
-    std::vector<Node> nodes_;
+    NodeBlock nodes_;
     std::vector<NodeId> noted_;
     std::vector<std::unique_ptr<char[]>> chunks_;
     char* free_ = nullptr;
