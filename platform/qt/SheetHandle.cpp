@@ -12,7 +12,7 @@ public:
         : QDialog(window)
         , result_(result) {}
     void setVisible(bool isVisible) override {
-        if (isVisible) QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
+        if (isVisible) QMetaObject::invokeMethod(this, "reject", Qt::QueuedConnection);
     }
     void reject() override { done(result_); }
 
