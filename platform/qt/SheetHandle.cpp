@@ -1,7 +1,5 @@
 #include "platform/qt/SheetHandle.h"
 
-#include <QTimer>
-
 #include <utility>
 
 namespace quillow {
@@ -14,10 +12,9 @@ public:
         : QDialog(window)
         , result_(result) {}
     void setVisible(bool isVisible) override {
-        if (isVisible)
-            QMetaObject::invokeMethod(
-                this, [this] { done(result_); }, Qt::QueuedConnection);
+        if (isVisible) QMetaObject::invokeMethod(this, "reject", Qt::QueuedConnection);
     }
+    void reject() override { done(result_); }
 
 private:
     int result_;
