@@ -19,9 +19,6 @@ constexpr std::size_t kIndentPerLevel = 2;
 /// Lists nested deeper are indented no further.
 constexpr std::size_t kMaxIndentLevels = 16;
 
-/// A guess at the text's size, to spare the buffer its growth.
-constexpr std::size_t kExpectedBytesPerNode = 8;
-
 /// What text nodes of an element are to be.
 enum class TextRole : std::uint8_t {
     shown,
@@ -102,7 +99,8 @@ public:
         : tree_(tree)
         , options_(options)
         , styles_(tree, authorStyles == AuthorStyles::apply)
-        , collector_(tree.size() * kExpectedBytesPerNode) {}
+        // Few texts outgrow their source, and what is reserved and not used costs no memory.
+        , collector_(tree.source().size()) {}
 
     RenderedText render();
 
