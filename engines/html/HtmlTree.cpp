@@ -7,7 +7,7 @@
 namespace quillow::html {
 
 namespace {
-constexpr std::size_t kChunkBytes = 64 * 1024;
+constexpr std::size_t kChunkBytes = std::size_t{64} * 1024;
 /// A guess; pages of few tags have fewer nodes, and what is reserved and not used costs nothing.
 constexpr std::size_t kBytesPerNode = 24;
 std::uint32_t bitOf(const Attribute& attribute) {
