@@ -50,7 +50,7 @@ std::optional<QUrl> urlWithString(const QString& text) {
 /// Where a panel starts for the folder chosen last. deliberate: the path is read as a URL string, not as a path, so a folder
 /// with a blank or an accent in its name gives no URL, and the panel then starts where the platform likes.
 std::optional<QUrl> panelDirectory(const std::optional<QString>& latestPath) {
-    const std::optional<QUrl> url = latestPath ? urlWithString(*latestPath) : std::nullopt;
+    std::optional<QUrl> url = latestPath ? urlWithString(*latestPath) : std::nullopt;
     if (!url || !url->scheme().isEmpty()) return url;
     return QUrl::fromLocalFile(url->path(QUrl::FullyDecoded));
 }

@@ -27,6 +27,7 @@ Result extracted(const InputDocument& input, const PlannedDocument& document, co
     if (!kind && input.bytes.view().empty()) return failed(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted("neither name nor content is that of an RTF, HTML or PDF document");
     Extraction extraction = extract(input.bytes.view(), *kind, options);
+    if (input.bytes.haveChanged()) return failed(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;
     result.detail = std::move(extraction.detail);

@@ -44,6 +44,13 @@ InputOutcome readToEnd(int number, std::size_t expected, InputKind kind) {
     }
 }
 
+bool startsAsRtf(int file) {
+    constexpr std::string_view kSignature = "{\\rtf";
+    char first[kSignature.size()] = {};
+    const ssize_t got = ::pread(file, first, sizeof first, 0);
+    return got == static_cast<ssize_t>(sizeof first) && std::string_view(first, sizeof first) == kSignature;
+}
+
 bool equalsIgnoringCase(std::string_view text, std::string_view lower) {
     return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](char a, char b) {
         return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
@@ -82,13 +89,15 @@ std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) 
 }
 
 InputOutcome readFile(const std::string& path, InputKind kind) {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     if (!file.isOpen()) return unreadable(lastError());
     struct stat status = {};
     if (::fstat(file.number(), &status) != 0) return unreadable(lastError());
     if (S_ISDIR(status.st_mode)) return unreadable("is a folder");
     const auto size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
     if (size > kMaximumInput) return tooLarge();
+    if (S_ISREG(status.st_mode) && size >= kMappedFrom && startsAsRtf(file.number()))
+        if (auto mapped = MappedFile::map(file, status)) return InputDocument{Bytes(std::move(*mapped)), kind};
     return readToEnd(file.number(), size, kind);
 }
 

@@ -1,26 +1,37 @@
 // Reads the bytes of a document: a file, an RTFD bundle's text, standard input.
 #pragma once
 
+#include "cli/MappedFile.h"
 #include "engines/Extract.h"
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
 
 namespace quillow::cli {
 
-/// The largest document that is read. Everything read is held in memory.
+/// The largest document that is read. All of it is held in memory.
 inline constexpr std::size_t kMaximumInput = std::size_t{1} << 30;
 /// Entries of a bundle that are looked through for its text.
 inline constexpr std::size_t kMaximumBundleEntries = 100'000;
 
-/// Bytes that were read. (Read, not mapped: a file that is cut short while it is mapped ends the program.)
+/// RTF files of this size on are mapped, not read: the RTF engine stays in bounds even if the bytes change under it.
+inline constexpr std::size_t kMappedFrom = std::size_t{1} << 20;
+
+/// The bytes of a document, read or mapped.
 class Bytes {
 public:
     Bytes() = default;
-    [[nodiscard]] std::span<const std::byte> view() const { return {data_.get(), size_}; }
+    explicit Bytes(MappedFile file)
+        : file_(std::move(file)) {}
+    [[nodiscard]] std::span<const std::byte> view() const {
+        return file_ ? file_->view() : std::span<const std::byte>(data_.get(), size_);
+    }
+    /// True when a mapped file is no more what it was: what was read is then not to be trusted.
+    [[nodiscard]] bool haveChanged() const { return file_ && file_->hasChanged(); }
 
     /// Room for at least `capacity` bytes; false when there is no memory for it.
     [[nodiscard]] bool grow(std::size_t capacity);
@@ -28,6 +39,7 @@ public:
     void added(std::size_t bytes) { size_ += bytes; }
 
 private:
+    std::optional<MappedFile> file_;
     std::unique_ptr<std::byte[]> data_;
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;

@@ -108,7 +108,7 @@ void MWAppDelegateBase::offerPreferences(const QString& messageText, const QStri
 /// The URL that the stored bookmark names; a stale one says so in the state line and is used all the same.
 std::optional<QUrl> MWAppDelegateBase::startupDocumentUrl() {
     bool isStale = false;
-    const auto url = bookmark_.urlForBookmark(stored(platform_.defaults, kSelectedDocBookmark).data(), &isStale);
+    auto url = bookmark_.urlForBookmark(stored(platform_.defaults, kSelectedDocBookmark).data(), &isStale);
     if (isStale) setStartupDocPathMessageString(QString::fromUtf16(kStale));
     return url;
 }
@@ -119,7 +119,7 @@ void MWAppDelegateBase::openDocumentUnderAccess(const QUrl& url) {
 }
 
 std::optional<QUrl> MWAppDelegateBase::synchroniseStartupDocPath() {
-    const auto url = startupDocumentUrl();
+    auto url = startupDocumentUrl();
     const auto path = url ? std::optional(pathOfURL(*url)) : std::nullopt;
     if (stored(platform_.defaults, kSelectedDocPath) != Boxed(path)) {
         store(platform_.defaults, path, kSelectedDocPath); // no path removes the key

@@ -8,8 +8,8 @@ namespace quillow {
 class RandomGenerator {
 public:
     virtual ~RandomGenerator() = default;
-    /// Starts the sequence that belongs to the seed.
-    virtual void seed(std::uint32_t seed) = 0;
+    /// Starts the sequence that belongs to this number.
+    virtual void seed(std::uint32_t number) = 0;
     /// The next number of the sequence, from 0 to 2147483647.
     [[nodiscard]] virtual std::int64_t next() = 0;
 };

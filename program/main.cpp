@@ -27,7 +27,7 @@ void describeApplication() {
 
 /// Tells screens apart on which a user may sit: a start on another one runs on its own.
 QByteArray displayName() {
-    const QByteArray windowSystem = QGuiApplication::platformName().toUtf8();
+    QByteArray windowSystem = QGuiApplication::platformName().toUtf8();
     if (windowSystem.startsWith("wayland")) return windowSystem + '-' + qgetenv("WAYLAND_DISPLAY");
     if (windowSystem == "xcb") return windowSystem + '-' + qgetenv("DISPLAY");
     return windowSystem;

@@ -13,6 +13,7 @@ import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -21,7 +22,9 @@ PEERS = {
     "html": ["w3m -dump -cols 10000 -T text/html -O UTF-8 {}",
              "lynx -dump -nolist -force_html -width=1000 -display_charset=utf-8 {}",
              "html2text -utf8 -width 10000 {}", "pandoc -f html -t plain {}", f"{ROOT}/build/release/bin/libxml2_text {{}}"],
-    "rtf": ["unrtf --text --quiet --nopict {}", "catdoc -d utf-8 {}", "pandoc -f rtf -t plain {}"],
+    "rtf": ["unrtf --text --quiet --nopict {}", "catdoc -d utf-8 {}", "pandoc -f rtf -t plain {}",
+            # A profile of its own, so that it does not meet a LibreOffice that is running.
+            f"soffice -env:UserInstallation=file://{tempfile.gettempdir()}/quillow-peers --headless --cat {{}}"],
 }
 KINDS = {".pdf": "pdf", ".html": "html", ".htm": "html", ".rtf": "rtf"}
 LEAST_CPU = 1e-4  # seconds: what the system can tell apart from nothing

@@ -114,7 +114,7 @@ private:
     [[nodiscard]] NodeId previousElement(NodeId element) const;
     [[nodiscard]] NodeId nextElement(NodeId element) const;
     bool spend(std::uint64_t steps) {
-        steps_ += steps;
+        if (steps_ <= kMaxMatchSteps) steps_ += steps;
         return steps_ <= kMaxMatchSteps;
     }
 

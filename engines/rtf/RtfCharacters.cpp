@@ -40,11 +40,13 @@ void Interpreter::takePlainText() {
     const char* p = scanner_.position();
     if ((state_.flags | pending_) == 0) {
         // Line ends in the source part nothing.
-        do {
-            scanner_.moveTo(output_.copyText(scanner_.position(), scanner_.end()));
+        while (true) {
+            p = output_.copyText(p, scanner_.end());
+            scanner_.moveTo(p);
+            if (scanner_.atEnd() || !isLineEnd(*p)) return;
             scanner_.skipLineEnds();
-        } while (!scanner_.atEnd() && isPlainText(scanner_.current()));
-        return;
+            p = scanner_.position();
+        }
     }
     const char* textEnd = findTextEnd(p, scanner_.end());
     scanner_.moveTo(textEnd);
@@ -265,9 +267,8 @@ bool Interpreter::prepareText() {
     return true;
 }
 
-/// Call where a paragraph ends: an empty one in a list has its label all the same.
-void Interpreter::settle() {
-    if (pending_ == 0) return;
+/// An empty paragraph in a list has its label all the same.
+void Interpreter::settlePending() {
     const bool isEmpty = (pending_ & kLabel) != 0;
     (void)prepareText();
     if (isEmpty && output_.size() > paragraph_.start && output_.back() == '\t') output_.truncate(output_.size() - 1);
@@ -312,12 +313,6 @@ void Interpreter::writeSurrogate(char32_t c) {
     pending_ |= kSurrogate;
 }
 
-/// A label is due where a paragraph in a list has no text yet.
-void Interpreter::armLabel() {
-    if (state_.listOverride == 0 && !state_.hasOldNumbering) return;
-    if (output_.size() == paragraph_.start) pending_ |= kLabel;
-}
-
 void Interpreter::writeLabel() {
     pending_ &= static_cast<std::uint8_t>(~kLabel);
     if (options_.listMarkers == ListMarkers::off || labelBudget_ == 0) return;
@@ -337,6 +332,10 @@ void Interpreter::writeLabel() {
         return;
     }
     labelBudget_ -= cost;
+    if (output_.size() == paragraph_.start && label.find_first_not_of(U" \t") != std::u32string::npos) {
+        output_.truncate(paragraph_.listText);
+        paragraph_.start = paragraph_.listText;
+    }
     for (const char32_t c : label) {
         if (c == '\t') {
             output_.append('\t');

@@ -198,6 +198,7 @@ void Interpreter::divert(Frame& frame) {
     pending_ = 0;
     paragraph_ = {};
     paragraph_.start = frame.mark;
+    paragraph_.listText = frame.mark;
     state_.listOverride = 0;
     state_.hasOldNumbering = false;
 }
@@ -233,7 +234,8 @@ void Interpreter::openDestination(Destination destination) {
         // The label that would be computed waits: the paragraph is still counted.
         frames_.back().pending = pending_ & kLabel;
         pending_ &= static_cast<std::uint8_t>(~kLabel);
-        paragraph_.labelled = true;
+        frames_.back().mark = output_.size();
+        if (isSuppressed) paragraph_.labelled = true;
         return;
     case Destination::note:
         if (isSuppressed) return skipRestOfGroup();
@@ -285,8 +287,11 @@ void Interpreter::finishDestination(Closing closing) {
     case Closing::listText:
         settle();
         pending_ |= frame.pending;
+        // Blanks alone are no label: some writers leave it to the list tables.
+        if (!trimmed(output_.view(frame.mark)).empty()) paragraph_.labelled = true;
+        paragraph_.listText = std::max(frame.mark, paragraph_.start);
         paragraph_.start = output_.size();
-        armLabel(); // to be counted, not written
+        armLabel(); // to be counted, and written only in place of blanks
         break;
     case Closing::note: {
         const std::string text = endDiversion(frame);
@@ -319,11 +324,14 @@ void Interpreter::finishDestination(Closing closing) {
         for (Frame& outer : frames_)
             if (outer.kind == Closing::shape) outer.hasText = true;
         if ((state_.flags & kSuppressed) != 0) break;
-        if (output_.size() == paragraph_.start && output_.atLineStart() && (pending_ & kSurrogate) == 0) {
-            // Anchored where its paragraph begins, it stands before that.
+        const Frame* shape = innermost(Closing::shape);
+        const bool isAbove = shape != nullptr && shape->partsText && output_.size() == paragraph_.start &&
+                             output_.atLineStart() && (pending_ & kSurrogate) == 0;
+        if (isAbove) {
             output_.append(trimmed(text));
             output_.append('\n');
             paragraph_.start = output_.size();
+            paragraph_.listText = paragraph_.start;
         } else {
             paragraph_.boxes += trimmed(text);
             paragraph_.boxes += '\n';

@@ -15,6 +15,7 @@ Interpreter::Interpreter(const Source& source, const Options& options)
     , scanner_(source.bytes)
     , fonts_(pool_)
     , lists_(fonts_, 1)
+    , output_(scanner_)
     , cellMark_(options.cells == CellSeparator::line ? '\n' : '\t')
     , labelBudget_(source.bytes.size() * kLabelBytesPerInputByte + kNoLabelsBelow) {
     if (source.isUtf8) rawIsUtf8_ = Answer::yes;
@@ -38,6 +39,8 @@ void Interpreter::run() {
             }
         } else if (isPlainText(c)) {
             takePlainText();
+        } else if (isLineEnd(c)) {
+            scanner_.skipLineEnds();
         } else {
             takeOther(c);
         }
@@ -45,7 +48,7 @@ void Interpreter::run() {
     finishAtEnd();
 }
 
-/// Groups, line ends, bytes over 0x7F and control characters.
+/// Groups, bytes over 0x7F and control characters.
 void Interpreter::takeOther(char c) {
     if (isHigh(c)) return takeBytes();
     scanner_.advance();
@@ -53,7 +56,7 @@ void Interpreter::takeOther(char c) {
     case '{': openGroup(); break;
     case '}': leaveGroup(); break;
     case '\t': writeTab(); break;
-    default: break; // line ends and control characters mean nothing
+    default: break; // other control characters mean nothing
     }
 }
 
@@ -105,6 +108,9 @@ void Interpreter::handleWord(ControlWord word) {
         break;
     case Action::listLevel:
         state_.listLevel = static_cast<std::uint8_t>(std::clamp<std::int32_t>(word.parameter, 0, kListLevels - 1));
+        break;
+    case Action::shapeWrap:
+        if (Frame* shape = innermost(Closing::shape)) shape->partsText = word.parameter == 1;
         break;
     case Action::rtf: startDocument(); break;
     case Action::defaultFont:
@@ -171,6 +177,7 @@ void Interpreter::setCharset(const Charset* charset) {
 
 void Interpreter::startParagraph() {
     paragraph_.start = output_.size();
+    paragraph_.listText = paragraph_.start;
     paragraph_.labelled = false;
     if (countsOldNumbers_ && !state_.hasOldNumbering) {
         lists_.endOldNumbering();
@@ -267,10 +274,17 @@ std::string Interpreter::takeText() {
     std::string_view text = output_.view();
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
+    // A mark that came to the front because what stood before it was cut off.
+    constexpr std::string_view kByteOrderMark = "\uFEFF";
+    std::size_t start = 0;
+    while (text.substr(start).starts_with(kByteOrderMark))
+        start += kByteOrderMark.size();
+    if (start == text.size()) return {};
     output_.truncate(text.size());
-    if (text.empty()) return {};
     output_.append('\n');
-    return std::string(output_.view());
+    std::string taken = output_.take();
+    taken.erase(0, start);
+    return taken;
 }
 
 } // namespace quillow::rtf

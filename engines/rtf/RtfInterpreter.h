@@ -68,10 +68,11 @@ private:
 
     /// The paragraph being written. Each diverted text has its own.
     struct Paragraph {
-        std::size_t start = 0;   ///< while the output ends here, nothing of the paragraph but its list text is written
-        std::size_t cellEnd = 0; ///< where the row's latest cell ended, 0 outside a row
-        bool labelled = false;   ///< its list text stands in the file
-        std::string boxes;       ///< text boxes anchored in it, each ending with LF
+        std::size_t start = 0;    ///< while the output ends here, nothing of the paragraph but its list text is written
+        std::size_t cellEnd = 0;  ///< where the row's latest cell ended, 0 outside a row
+        std::size_t listText = 0; ///< where its list text begins, which ends at its start
+        bool labelled = false;    ///< its label stands in the file
+        std::string boxes;        ///< text boxes anchored in it, each ending with LF
     };
 
     /// An open group that has more to remember than its state. Diverted text is written behind the text that it interrupts
@@ -83,6 +84,7 @@ private:
         Paragraph paragraph;
         std::uint32_t noteNumber = 0;
         bool hasText = false;     ///< of a shape: its text box has been read
+        bool partsText = false;   ///< of a shape: no text stands beside it
         bool skipsResult = false; ///< of a field: its text came from the instruction
         std::string target;       ///< of a field: where it links to
     };
@@ -133,12 +135,20 @@ private:
     void takeUnicode(std::int32_t number);
     void skipFallback();
     [[nodiscard]] bool prepareText();
-    void settle();
+    /// Call where a paragraph ends.
+    void settle() {
+        if (pending_ != 0) settlePending();
+    }
+    void settlePending();
     void writeCodePoint(char32_t c);
     void writeSurrogate(char32_t c);
     void writeReplacement();
     void writeLabel();
-    void armLabel();
+    /// A label is due where a paragraph in a list has no text yet.
+    void armLabel() {
+        if (state_.listOverride == 0 && !state_.hasOldNumbering) return;
+        if (output_.size() == paragraph_.start) pending_ |= kLabel;
+    }
     [[nodiscard]] bool rawIsUtf8();
     [[nodiscard]] const text::CodePage* rawPairs();
 

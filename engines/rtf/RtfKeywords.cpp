@@ -256,6 +256,7 @@ constexpr NamedKeyword kKeywords[] = {
     destination("shppict", Destination::data),
     destination("shprslt", Destination::shapeResult),
     destination("shptxt", Destination::textBox),
+    {"shpwr", Action::shapeWrap},
     destination("sn", Destination::skipped),
     destination("sp", Destination::skipped),
     destination("staticval", Destination::skipped),

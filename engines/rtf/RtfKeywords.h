@@ -36,6 +36,8 @@ enum class Action : std::uint8_t {
     paragraphDefaults,
     listOverride,
     listLevel,
+    // Properties of a shape
+    shapeWrap, ///< \shpwr
     // Document properties
     rtf,
     defaultFont,

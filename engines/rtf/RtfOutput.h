@@ -1,12 +1,11 @@
 // The growing buffer that the text is written into. It is written in blocks, so it always has slack behind its end.
 #pragma once
 
-#include "engines/rtf/RtfBytes.h"
+#include "engines/rtf/RtfScanner.h"
 #include "text/Utf8.h"
 
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,8 +13,11 @@ namespace quillow::rtf {
 
 class Output {
 public:
-    Output() { grow(kInitialCapacity); }
-    ~Output();
+    /// How far `source` has come tells how much text is still to come when the buffer must grow. It must outlive the object.
+    explicit Output(const Scanner& source)
+        : source_(source) {
+        grow(0);
+    }
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -28,6 +30,8 @@ public:
     void truncate(std::size_t size) { cursor_ = begin_ + size; }
     /// Takes everything from `from` on out of the buffer.
     [[nodiscard]] std::string cut(std::size_t from);
+    /// The whole buffer without a copy. Nothing may be written afterwards.
+    [[nodiscard]] std::string take();
 
     /// Printable ASCII, TAB, LF or FF.
     void append(char c) {
@@ -54,36 +58,44 @@ public:
 
 private:
     static constexpr std::size_t kInitialCapacity = 0x4000;
-    static constexpr std::size_t kSlack = 64; // what a single append may write without asking
+    static constexpr std::size_t kStep = 0x700; // still in the nearest cache when the text comes
+    static constexpr std::size_t kSlack = 64;   // what a single append may write without asking
 
     void makeRoom() {
         if (cursor_ >= limit_) grow(0);
     }
     void grow(std::size_t atLeast);
+    [[nodiscard]] std::size_t expectedSize() const;
 
+    const Scanner& source_;
+    std::string buffer_; // its end lies ahead of the cursor
     char* begin_ = nullptr;
     char* cursor_ = nullptr;
-    char* limit_ = nullptr; // kSlack bytes before the end of what is allocated
+    char* limit_ = nullptr; // kSlack bytes before the buffer's end
 };
 
 inline const char* Output::copyText(const char* p, const char* end) {
 #if defined(__SSE2__)
-    constexpr std::size_t kBlocks = 4;
-    static_assert(kBlocks * kBlock <= kSlack);
-    while (static_cast<std::size_t>(end - p) >= kBlocks * kBlock) {
-        for (std::size_t i = 0; i < kBlocks; ++i) {
-            const __m128i block = loadBlock(p + i * kBlock);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(cursor_ + i * kBlock), block);
-            if (const unsigned mask = notPlainText(block)) {
-                const std::size_t length = i * kBlock + lowestBit(mask);
-                cursor_ += length;
-                makeRoom();
-                return p + length;
-            }
-        }
-        p += kBlocks * kBlock;
-        cursor_ += kBlocks * kBlock;
+    constexpr std::size_t kStride = 4 * kBlock;
+    static_assert(kStride <= kSlack);
+    while (static_cast<std::size_t>(end - p) >= kStride) {
+        char* const to = cursor_;
+        std::size_t length = 0;
+        unsigned unusual = 0;
+        do {
+            const __m128i block = loadBlock(p + length);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + length), block);
+            unusual = unusualText(block);
+            if (unusual != 0) break;
+            length += kBlock;
+        } while (length != kStride);
+        if (unusual != 0) length += lowestBit(unusual);
+        p += length;
+        cursor_ = to + length;
         makeRoom();
+        if (unusual == 0) continue;
+        if ((*p | 2) != '~') return p;
+        append(*p++); // '|' or '~'
     }
 #endif
     while (p != end && isPlainText(*p))

@@ -122,7 +122,7 @@ Boxed KeyedArchive::referenced(const Boxed& identifier) const {
 }
 
 std::optional<QString> KeyedArchive::string(const Boxed& object) const {
-    if (const auto plain = object.string()) return plain;
+    if (auto plain = object.string()) return plain;
     if (!isOfClass(object, u"NSString")) return std::nullopt;
     const Boxed characters = object.dictionary()->value(name(kString));
     const auto plain = characters.string();

@@ -106,7 +106,7 @@ std::optional<QByteArray> QtBookmarkStore::findElsewhere(const QByteArray& bookm
     }
     if (searches_.size() >= kRememberedSearches) searches_.clear();
     ++searchCount_;
-    const auto found = findMovedItem(item, formerPath, budget_, now_);
+    auto found = findMovedItem(item, formerPath, budget_, now_);
     searches_.insert(bookmark, {now_(), found});
     return found;
 }

@@ -16,7 +16,7 @@ public:
         : resourceFolder_(std::move(resourceFolder)) {}
 
     [[nodiscard]] QString localizedStringForKey(const QString& key, const QString& value) const override {
-        const QString translation = QCoreApplication::translate("Quillow", key.toUtf8().constData());
+        QString translation = QCoreApplication::translate("Quillow", key.toUtf8().constData());
         if (translation != key) return translation;
         return value.isEmpty() ? key : value;
     }

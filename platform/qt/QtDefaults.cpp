@@ -17,7 +17,7 @@ namespace quillow {
 namespace {
 
 /// A settings file holds a few bookmarks and paths: some kilobytes.
-constexpr qint64 kLargestFile = 4 * 1024 * 1024;
+constexpr qint64 kLargestFile = qint64{4} * 1024 * 1024;
 /// How long another process may hold the file, in milliseconds, before we go on without its leave.
 constexpr int kLockPatience = 2000;
 

@@ -17,7 +17,7 @@ QStringList QtDraggingInfo::types() const {
 std::optional<QStringList> QtDraggingInfo::propertyListForType(const QString& type) const {
     if (!types().contains(type)) return std::nullopt;
     if (FileTransferPortal::hasKey(data_)) {
-        if (const auto files = portal_.retrieveFiles(data_)) return files;
+        if (auto files = portal_.retrieveFiles(data_)) return files;
     }
     return localFiles_;
 }

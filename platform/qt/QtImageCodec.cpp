@@ -118,7 +118,8 @@ std::optional<Image> QtImageCodec::imageWithData(const QByteArray& bytes) const 
     Image image{pixels.width(), pixels.height(), {}};
     image.rgba.reserve(qsizetype{image.width} * image.height * kBytesPerPixel);
     for (int row = 0; row < image.height; ++row)
-        image.rgba.append(reinterpret_cast<const char*>(pixels.constScanLine(row)), image.width * kBytesPerPixel);
+        image.rgba.append(reinterpret_cast<const char*>(pixels.constScanLine(row)),
+                          qsizetype{image.width} * kBytesPerPixel);
     return image;
 }
 

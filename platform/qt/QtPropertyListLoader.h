@@ -15,7 +15,7 @@ class QUrl;
 namespace quillow {
 
 /// What a mirror may send at most, in bytes; a release-information list takes a few hundred.
-inline constexpr qint64 kPropertyListDownloadLimit = 64 * 1024;
+inline constexpr qint64 kPropertyListDownloadLimit = qint64{64} * 1024;
 /// How long one mirror may take, in milliseconds, name look-up and redirects included.
 inline constexpr int kPropertyListTimeout = 10'000;
 

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] QString operatingSystemVersionString() const override { return QSysInfo::prettyProductName(); }
     /// Where $HOME is no absolute path ("~"), the one of the user database.
     [[nodiscard]] QString homeDirectory() const override {
-        const QString home = QDir::homePath();
+        QString home = QDir::homePath();
         if (QDir::isAbsolutePath(home)) return home;
         const passwd* user = ::getpwuid(::getuid());
         return user ? QDir::cleanPath(QFile::decodeName(user->pw_dir)) : QDir::rootPath();

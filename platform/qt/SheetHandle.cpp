@@ -1,5 +1,7 @@
 #include "platform/qt/SheetHandle.h"
 
+#include <utility>
+
 namespace quillow {
 namespace {
 
@@ -10,10 +12,9 @@ public:
         : QDialog(window)
         , result_(result) {}
     void setVisible(bool isVisible) override {
-        if (isVisible)
-            QMetaObject::invokeMethod(
-                this, [this] { done(result_); }, Qt::QueuedConnection);
+        if (isVisible) QMetaObject::invokeMethod(this, "reject", Qt::QueuedConnection);
     }
+    void reject() override { done(result_); }
 
 private:
     int result_;

@@ -117,9 +117,9 @@ SingleInstance::~SingleInstance() {
 }
 
 QByteArray SingleInstance::standardFolder() {
-    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
     if (!runtime.isEmpty()) return runtime;
-    const QByteArray folder = "/tmp/org.quillow.Quillow-" + QByteArray::number(::geteuid());
+    QByteArray folder = "/tmp/org.quillow.Quillow-" + QByteArray::number(::geteuid());
     ::mkdir(folder.constData(), 0700); // one of another user under that name is not used
     return folder;
 }

@@ -1,9 +1,17 @@
 #include "cli/Input.h"
 
+#include "cli/FileDescriptor.h"
 #include "tests/cli/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <optional>
+#include <vector>
 
 namespace quillow::cli {
 namespace {
@@ -33,6 +41,67 @@ TEST(Input, readsTheWholeFile) {
 
 TEST(Input, readsFilesThatDoNotSayTheirSize) {
     EXPECT_NE(textOf(readInput("/proc/self/status")).find("Name:"), std::string::npos);
+}
+
+TEST(Input, largeRtfIsMapped) {
+    const TemporaryFolder folder;
+    const std::string rtf = "{\\rtf1 " + std::string(kMappedFrom, 'x') + "}";
+
+    EXPECT_EQ(textOf(readInput(folder.put("a.rtf", rtf))), rtf);
+}
+
+TEST(Input, mappedFileThatIsCutShortEndsInZerosAndSaysSo) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a.rtf", "{\\rtf1 " + std::string(2 * kMappedFrom, 'x') + "}");
+    const InputOutcome outcome = readInput(path);
+    const auto& document = std::get<InputDocument>(outcome);
+    const auto bytes = document.bytes.view();
+    EXPECT_FALSE(document.bytes.haveChanged());
+
+    std::filesystem::resize_file(path, kMappedFrom);
+
+    EXPECT_EQ(bytes[kMappedFrom - 1], std::byte{'x'});
+    EXPECT_EQ(bytes.back(), std::byte{0});
+    EXPECT_EQ(bytes[kMappedFrom + kMappedFrom / 2], std::byte{0});
+    EXPECT_EQ(bytes[0], std::byte{'{'});
+    EXPECT_TRUE(document.bytes.haveChanged());
+}
+
+TEST(Input, mappedFileThatIsWrittenToHasChanged) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a.rtf", "{\\rtf1 " + std::string(kMappedFrom, 'x') + "}");
+    const InputOutcome outcome = readInput(path);
+
+    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+
+    EXPECT_TRUE(std::get<InputDocument>(outcome).bytes.haveChanged());
+}
+
+std::optional<MappedFile> mapped(const std::string& path) {
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status = {};
+    if (::fstat(file.number(), &status) != 0) return std::nullopt;
+    return MappedFile::map(file, status);
+}
+
+TEST(MappedFile, thereIsABoundToHowManyThereAre) {
+    const TemporaryFolder folder;
+    const std::string path = folder.put("a", "text");
+    std::vector<MappedFile> mappings;
+    while (auto mapping = mapped(path))
+        mappings.push_back(std::move(*mapping));
+
+    EXPECT_EQ(mappings.size(), MappedFile::kMostMappings);
+    mappings.pop_back();
+    EXPECT_TRUE(mapped(path));
+}
+
+TEST(MappedFile, busErrorsElsewhereEndTheProgram) {
+    const TemporaryFolder folder;
+    const auto mapping = mapped(folder.put("a", "text"));
+    ASSERT_TRUE(mapping);
+
+    EXPECT_EXIT(static_cast<void>(::kill(::getpid(), SIGBUS)); ::pause(), testing::KilledBySignal(SIGBUS), "");
 }
 
 TEST(Input, missingFileAndFolderSayWhatIsWrong) {

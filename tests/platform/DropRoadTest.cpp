@@ -14,6 +14,8 @@
 #include "platform/qt/Spinner.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/platform/FileWorlds.h"
+#include "tests/platform/SmallFilesOnly.h"
+#include "tests/platform/VisibleDialogs.h"
 #include "tests/platform/Waiting.h"
 
 #include <QDragEnterEvent>
@@ -24,9 +26,6 @@
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace quillow {
 namespace {
@@ -136,10 +135,7 @@ protected:
 
     template <class Dialog>
     QList<Dialog*> visible() const {
-        QList<Dialog*> dialogs;
-        for (auto* dialog : widget_.findChildren<Dialog*>())
-            if (dialog->isVisible()) dialogs.append(dialog);
-        return dialogs;
+        return visibleDialogs<Dialog>(widget_);
     }
     int dialogs() const { return static_cast<int>(widget_.findChildren<QDialog*>().size()); }
     void chooseFolder(const QString& folder) {
@@ -366,15 +362,10 @@ TEST_F(DropRoad, onAFullDiskNoHalfWrittenTextIsLeft) {
     world_.addFile(papers() + QStringLiteral("/long.rtf"), "{\\rtf1 " + QByteArray(5000, 'x') + "}");
     world_.addFile(papers() + QStringLiteral("/new.rtf"), "{\\rtf1 " + QByteArray(5000, 'y') + "}");
     const QStringList paths{papers() + QStringLiteral("/long.rtf"), papers() + QStringLiteral("/new.rtf")};
-    struct rlimit former = {};
-    ::getrlimit(RLIMIT_FSIZE, &former);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    struct rlimit small = former;
-    small.rlim_cur = 1000;
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    drop(paths);
-    ::setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, handler);
+    {
+        const SmallFilesOnly fullDisk;
+        drop(paths);
+    }
     EXPECT_EQ(dialogs(), 0);
     EXPECT_EQ(logLines(), converted(paths));
     EXPECT_EQ(written(), QStringList{QStringLiteral("long.txt")});

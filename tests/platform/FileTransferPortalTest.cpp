@@ -1,6 +1,7 @@
 // Drags whose files are had from the desktop's portal, with a portal of the test's own on a bus of its own.
 #include "frame/MWDragDropView.h"
 #include "platform/qt/DropArea.h"
+#include "tests/platform/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -8,7 +9,6 @@
 #include <QDBusVirtualObject>
 #include <QDragEnterEvent>
 #include <QMimeData>
-#include <QProcess>
 #include <QThread>
 #include <QUrl>
 
@@ -45,34 +45,25 @@ private:
 class FileTransferPortalTest : public testing::Test {
 protected:
     void SetUp() override {
-        daemon_.start(QStringLiteral("dbus-daemon"),
-                      {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-        ASSERT_TRUE(daemon_.waitForReadyRead());
-        const QString address = QString::fromLatin1(daemon_.readLine()).trimmed();
-        bus_ = QDBusConnection::connectToBus(address, QStringLiteral("portal-client"));
-        serviceBus_ = QDBusConnection::connectToBus(address, QStringLiteral("portal-service"));
-        ASSERT_TRUE(bus_.isConnected() && serviceBus_.isConnected());
+        ASSERT_TRUE(bus_.isConnected());
         portal_.moveToThread(&thread_);
         thread_.start();
     }
     void TearDown() override {
-        QDBusConnection::disconnectFromBus(QStringLiteral("portal-client"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("portal-service"));
         thread_.quit();
         thread_.wait();
-        daemon_.kill();
-        daemon_.waitForFinished();
     }
     void startPortal() {
-        ASSERT_TRUE(serviceBus_.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/documents"), &portal_));
-        ASSERT_TRUE(serviceBus_.registerService(QStringLiteral("org.freedesktop.portal.Documents")));
+        ASSERT_TRUE(
+            bus_.service().registerVirtualObject(QStringLiteral("/org/freedesktop/portal/documents"), &portal_));
+        ASSERT_TRUE(bus_.service().registerService(QStringLiteral("org.freedesktop.portal.Documents")));
     }
     static void setKey(QMimeData& data, const QByteArray& key) {
         data.setData(QLatin1String(FileTransferPortal::kMimeType), key);
     }
     /// What a drag of this data ends as, dropped on an area that asks this bus.
     Qt::DropAction drop(const QMimeData& data) {
-        DropArea area(LinkAction::expressible, FileTransferPortal([this] { return bus_; }));
+        DropArea area(LinkAction::expressible, FileTransferPortal([this] { return bus_.client(); }));
         MWDragDropView view(area, Rect{0, 0, 300, 100});
         const Observation observation =
             view.addObserver(QStringLiteral("myFilePathDropped"), [&](const QString&, const KVObject&, const Change&) {
@@ -87,11 +78,9 @@ protected:
         return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
     }
 
-    QProcess daemon_;
     QThread thread_;
     Portal portal_;
-    QDBusConnection bus_{QString()};
-    QDBusConnection serviceBus_{QString()};
+    PrivateBus bus_;
     QStringList dropped_;
     const QStringList handedOut_{QStringLiteral("/run/user/1/doc/1/\u00FC b.rtf"),
                                  QStringLiteral("/run/user/1/doc/2/L.rtfd")};
@@ -145,7 +134,7 @@ TEST_F(FileTransferPortalTest, nothingIsReportedWhereAKeyOpensNothing) {
     for (const char* key : {"unknown", "odd"}) {
         QMimeData data;
         setKey(data, key);
-        FileTransferPortal portal([this] { return bus_; });
+        FileTransferPortal portal([this] { return bus_.client(); });
         EXPECT_FALSE(portal.retrieveFiles(data).has_value()) << key;
     }
 }
@@ -155,14 +144,14 @@ TEST_F(FileTransferPortalTest, anAnswerWithAPathThatIsNotWholeIsRefused) {
     startPortal();
     QMimeData data;
     setKey(data, "known");
-    EXPECT_FALSE(FileTransferPortal([this] { return bus_; }).retrieveFiles(data).has_value());
+    EXPECT_FALSE(FileTransferPortal([this] { return bus_.client(); }).retrieveFiles(data).has_value());
 }
 
 TEST_F(FileTransferPortalTest, anEmptyKeyIsNotAskedFor) {
     startPortal();
     QMimeData data;
     setKey(data, QByteArray(1, '\0'));
-    EXPECT_FALSE(FileTransferPortal([this] { return bus_; }).retrieveFiles(data).has_value());
+    EXPECT_FALSE(FileTransferPortal([this] { return bus_.client(); }).retrieveFiles(data).has_value());
     EXPECT_TRUE(portal_.calls().isEmpty());
 }
 

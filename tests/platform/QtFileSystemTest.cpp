@@ -1,14 +1,12 @@
 // What the disk's file system does beyond the contract: modes, links, pipes, names that are not UTF-8, a full disk.
 #include "platform/qt/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
+#include "tests/platform/SmallFilesOnly.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <csignal>
 
 namespace quillow {
 namespace {
@@ -61,17 +59,10 @@ TEST_F(QtFileSystemTest, aLinkOutOfAReadOnlyFolderIsNoWayIntoAnother) {
 
 TEST_F(QtFileSystemTest, aFailedWriteLeavesTheOldFileAndNothingElse) {
     world_.addFile(at(u"old.txt"), "old");
-    // Files may grow to 1000 bytes only, as on a full disk.
-    struct rlimit former = {};
-    ::getrlimit(RLIMIT_FSIZE, &former);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    struct rlimit small = former;
-    small.rlim_cur = 1000;
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const bool isWritten = world_.fileSystem.writeToFileAtomically(QByteArray(5000, 'x'), at(u"old.txt"));
-    ::setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(isWritten);
+    {
+        const SmallFilesOnly fullDisk;
+        EXPECT_FALSE(world_.fileSystem.writeToFileAtomically(QByteArray(5000, 'x'), at(u"old.txt")));
+    }
     EXPECT_EQ(world_.fileSystem.contentsOfFile(at(u"old.txt")), QByteArray("old"));
     EXPECT_EQ(entries(), QStringList{QStringLiteral("old.txt")});
 }

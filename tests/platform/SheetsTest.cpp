@@ -4,6 +4,7 @@
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtPanels.h"
 #include "platform/qt/QtWindow.h"
+#include "tests/platform/VisibleDialogs.h"
 #include "tests/platform/Waiting.h"
 
 #include <QAbstractButton>
@@ -40,10 +41,7 @@ protected:
     /// The sheets that are to be seen now.
     template <class Dialog>
     QList<Dialog*> visible() const {
-        QList<Dialog*> dialogs;
-        for (auto* dialog : widget_.findChildren<Dialog*>())
-            if (dialog->isVisible()) dialogs.append(dialog);
-        return dialogs;
+        return visibleDialogs<Dialog>(widget_);
     }
     AlertBox* alertBox() const { return visible<AlertBox>().value(0); }
     QAbstractButton* button(const char16_t* title) const {

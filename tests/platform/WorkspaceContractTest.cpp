@@ -1,12 +1,12 @@
 // What every workspace behind the port takes for a document, and how the desktop's is asked to show and open items.
 #include "platform/qt/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
+#include "tests/platform/PrivateBus.h"
 #include "tests/platform/Waiting.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <gtest/gtest.h>
@@ -71,33 +71,17 @@ public:
 /// A session bus of the test's own.
 class QtWorkspaceOnABus : public testing::Test {
 protected:
-    void SetUp() override {
-        daemon_.start(QStringLiteral("dbus-daemon"),
-                      {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-        ASSERT_TRUE(daemon_.waitForReadyRead());
-        const QString address = QString::fromLatin1(daemon_.readLine()).trimmed();
-        bus_ = QDBusConnection::connectToBus(address, QStringLiteral("client"));
-        serviceBus_ = QDBusConnection::connectToBus(address, QStringLiteral("service"));
-        ASSERT_TRUE(bus_.isConnected() && serviceBus_.isConnected());
-    }
-    void TearDown() override {
-        QDBusConnection::disconnectFromBus(QStringLiteral("client"));
-        QDBusConnection::disconnectFromBus(QStringLiteral("service"));
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
+    void SetUp() override { ASSERT_TRUE(bus_.isConnected()); }
 
-    QProcess daemon_;
-    QDBusConnection bus_{QString()};
-    QDBusConnection serviceBus_{QString()};
+    PrivateBus bus_;
     QList<QUrl> opened_;
 };
 
 TEST_F(QtWorkspaceOnABus, asksTheFileManagerToShowTheItem) {
     FileManager fileManager;
-    ASSERT_TRUE(serviceBus_.registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager));
-    ASSERT_TRUE(serviceBus_.registerService(QStringLiteral("org.freedesktop.FileManager1")));
-    QtWorkspace workspace(bus_, [this](const QUrl& url) { opened_.append(url); });
+    ASSERT_TRUE(bus_.service().registerVirtualObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager));
+    ASSERT_TRUE(bus_.service().registerService(QStringLiteral("org.freedesktop.FileManager1")));
+    QtWorkspace workspace(bus_.client(), [this](const QUrl& url) { opened_.append(url); });
     workspace.selectFile(QStringLiteral("/home/user/Texts/\u00FCber alles.txt/"), QString());
     ASSERT_TRUE(waitUntil([&] { return !fileManager.calls.isEmpty(); }));
     EXPECT_EQ(fileManager.calls.constFirst().member(), QStringLiteral("ShowItems"));
@@ -107,7 +91,7 @@ TEST_F(QtWorkspaceOnABus, asksTheFileManagerToShowTheItem) {
 }
 
 TEST_F(QtWorkspaceOnABus, opensTheFolderWhereNoFileManagerAnswers) {
-    QtWorkspace workspace(bus_, [this](const QUrl& url) { opened_.append(url); });
+    QtWorkspace workspace(bus_.client(), [this](const QUrl& url) { opened_.append(url); });
     workspace.selectFile(QStringLiteral("/home/user/Texts/a.txt"), QString());
     ASSERT_TRUE(waitUntil([&] { return !opened_.isEmpty(); }));
     EXPECT_EQ(opened_, QList<QUrl>{QUrl(QStringLiteral("file:///home/user/Texts"))});

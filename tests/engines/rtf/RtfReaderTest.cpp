@@ -89,6 +89,30 @@ TEST(RtfReader, hiddenTextLosesNothing) {
     EXPECT_EQ(read("{\\rtf1 a{\\v\\u57344?\\'81}}").loss.charactersWithoutUnicode, 0U);
 }
 
+TEST(RtfReader, noByteOrderMarkBeginsTheText) {
+    EXPECT_EQ(textOf("{\\rtf1 \\u-257?a\\u-257?}"), "a\uFEFF\n");
+    // Cut out of an instruction or a box, the mark comes to the front.
+    EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?\\u-257?a)}{\\fldrslt b}}}"), "a\n");
+    EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?)}{\\fldrslt b}}}"), "");
+}
+
+TEST(RtfReader, everyPrintableCharacterIsTextWhereverItStands) {
+    for (char c = 0x20; c < 0x7F; ++c) {
+        if (isSyntax(c)) continue;
+        for (std::size_t before = 0; before < 70; ++before) {
+            const std::string line = std::string(before, 'x') + c + std::string(70, 'y') + c + c;
+            EXPECT_EQ(textOf("{\\rtf1 " + line + "\\tab " + line + "}"), line + "\t" + line + "\n") << before;
+        }
+    }
+}
+
+TEST(RtfReader, charactersAreCountedByCodePoint) {
+    for (const std::size_t count : {std::size_t{1}, std::size_t{63}, std::size_t{64}, std::size_t{5000}}) {
+        const Extraction extraction = read("{\\rtf1 " + repeated("a\\u233?\\u8364?\\u-10179?\\u-8704?", count) + "}");
+        EXPECT_EQ(extraction.loss.charactersDecoded, 4 * count + 1) << count;
+    }
+}
+
 TEST(RtfReader, groupsDeeperThanTheLimitAreCountedAndTheirTextTaken) {
     const std::size_t depth = kMaxDepth + 5000;
     const std::string document =
