@@ -177,6 +177,10 @@ std::string TextCollector::finish() && {
         }
     }
     text.resize(std::min(out, text.size()));
+    // Line ends that stood before a space taken back may be the last ones now.
+    while (text.ends_with("\n\n"))
+        text.pop_back();
+    if (text == "\n") text.clear();
     return text;
 }
 

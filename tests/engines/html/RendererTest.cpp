@@ -34,6 +34,8 @@ constexpr Case kBlocks[] = {
     {"<custom-element>1</custom-element><section>2</section>", "1\n2"},
     {"1 <a> <img style='float:left'> </a> 2", "1 \n2"},
     {"1 <img style='float:left'>", "1"},
+    {"1<br><img> <b style='float:left'></b>", "1"},
+    {"<img> <b style='float:left'></b>", ""},
     {"1<img style='display:block'>2", "1\n2"},
     {"<q> 1 </q>2", " 1 2"},
     {"1 <q>2</q> <p><q> </q>", "1 2\n\n "},
