@@ -1,9 +1,13 @@
 #!/usr/bin/env python3
-"""run.py [--ours PROGRAM] [--runs N] FILE...: quillow-convert beside the converters that Debian packages, on the same files.
+"""run.py [--ours PROGRAM] [--runs N] [--together] FILE...: quillow-convert beside the converters that Debian packages, on the same files.
 
 Every program runs on every file that it can read, in turns, N times; what counts is the least user and system CPU time of the
 runs and the memory of that run (never under about 10 MiB: a child begins as this program's copy). Printed are ours in milliseconds and MiB, and each peer as a multiple of ours (2.00x: the peer
 takes twice as long). A peer that is not installed is left out, and said to be. A program that fails on a file has no ratio.
+
+With --together, files of one kind are a collection to be converted: ours reads them all in one run on one core, a peer, which takes one
+file a run, runs once for each. Printed are the sums; then the same with every run's start (that on a document of one letter)
+subtracted.
 """
 import argparse
 import math
@@ -27,12 +31,13 @@ PEERS = {
             f"soffice -env:UserInstallation=file://{tempfile.gettempdir()}/quillow-peers --headless --cat {{}}"],
 }
 KINDS = {".pdf": "pdf", ".html": "html", ".htm": "html", ".rtf": "rtf"}
+LETTERS = {"html": b"<p>x", "rtf": b"{\\rtf1 x}"}
 LEAST_CPU = 1e-4  # seconds: what the system can tell apart from nothing
 
 
-def measure(command, path, timeout):
-    """(CPU seconds, MiB) of one run, or nothing when it failed or took too long."""
-    words = [word.replace("{}", path) for word in command.split()]
+def measure(command, paths, timeout):
+    """(CPU seconds, MiB) of one run on a path, or on a list of them at the command's end; nothing when it failed or took too long."""
+    words = [word.replace("{}", paths) for word in command.split()] if isinstance(paths, str) else command.split() + paths
     process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                start_new_session=True)
     end = time.monotonic() + timeout
@@ -68,6 +73,44 @@ def best_of(commands, path, runs, timeout):
     return best
 
 
+def sum_of(command, paths, runs, timeout):
+    """The least CPU seconds of `runs` rounds over all paths; nothing when one of them failed."""
+    rounds = []
+    for _ in range(runs):
+        outcomes = [measure(command, path, timeout) for path in paths]
+        if None in outcomes:
+            return None
+        rounds.append(sum(cpu for cpu, _ in outcomes))
+    return min(rounds)
+
+
+def compare_collection(program, kind, paths, peers, runs, timeout):
+    with tempfile.TemporaryDirectory() as folder:
+        letter = os.path.join(folder, "letter." + kind)
+        pathlib.Path(letter).write_bytes(LETTERS[kind])
+        ours = measure_together(program, paths, runs, timeout)
+        start = sum_of(program + " -q {}", [letter] * 50, 1, timeout) / 50
+        if ours is None:
+            print("ours failed")
+            return 1
+        megabytes = sum(map(os.path.getsize, paths)) / 1e6
+        print(f"{len(paths)} files, {megabytes:.1f} MB: ours {ours * 1000:.0f} ms, {start * 1000:.2f} of them start")
+        for peer in peers:
+            theirs = sum_of(peer, paths, 1 if "pandoc" in peer or "soffice" in peer else runs, timeout)
+            if theirs is None:
+                print(f"{label(peer)}: failed on one of them")
+                continue
+            begin = sum_of(peer, [letter] * 20, 1, timeout) / 20
+            print(f"{label(peer)}: {theirs * 1000:.0f} ms, {begin * 1000:.2f} of each run start: {theirs / ours:.1f} times ours; "
+                  f"starts subtracted {(theirs - begin * len(paths)) / (ours - start):.1f} times", flush=True)
+    return 0
+
+
+def measure_together(program, paths, runs, timeout):
+    outcomes = [measure(program + " -q -j 1", paths, timeout) for _ in range(runs)]
+    return None if None in outcomes else min(cpu for cpu, _ in outcomes)
+
+
 def label(command):
     words = command.split()
     return os.path.basename(words[0]) + (" -raw" if "-raw" in words else "")
@@ -79,6 +122,7 @@ def main():
     parser.add_argument("--ours", default=str(ROOT / "build/release/bin/quillow-convert"))
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--timeout", type=float, default=120)
+    parser.add_argument("--together", action="store_true")
     arguments = parser.parse_args()
     if not shutil.which(arguments.ours):
         sys.exit(f"{arguments.ours} is not there: build it (cmake --preset release && cmake --build build/release) or name it")
@@ -86,6 +130,13 @@ def main():
     missing = sorted({c.split()[0] for cs in PEERS.values() for c in cs if not shutil.which(c.split()[0])})
     if missing:
         print("not installed, left out:", ", ".join(missing))
+    if arguments.together:
+        kinds = {KINDS.get(pathlib.Path(path).suffix.lower()) for path in arguments.files}
+        if len(kinds) != 1 or kinds & {None, "pdf"}:
+            sys.exit("--together takes HTML files or RTF files")
+        kind = kinds.pop()
+        peers = [c for c in PEERS[kind] if c.split()[0] not in missing]
+        return compare_collection(arguments.ours, kind, arguments.files, peers, arguments.runs, arguments.timeout)
     ours = arguments.ours + " -q {}"
     ratios = {}
     failures = 0

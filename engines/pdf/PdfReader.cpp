@@ -2,7 +2,6 @@
 #include "engines/pdf/PdfReader.h"
 
 #include "engines/pdf/PdfLimits.h"
-#include "engines/pdf/PopplerPages.h"
 #include "engines/pdf/PresentationForms.h"
 #include "text/TextSink.h"
 #include "text/Utf8.h"
@@ -115,7 +114,7 @@ Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
 /// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
 /// holds the words as they are drawn, the last one first. A fifth of the letters is more than a quotation. Where geometry
 /// has lost letters (it drops what overlaps), all of them out of order are better than a few in order.
-std::optional<std::u16string> bestText(const PopplerPages& pages, std::size_t index) {
+std::optional<std::u16string> bestText(const PdfPages& pages, std::size_t index) {
     std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
     if (!drawn) return drawn;
     const Letters letters = countLetters(*drawn);
@@ -126,7 +125,7 @@ std::optional<std::u16string> bestText(const PopplerPages& pages, std::size_t in
 
 class Pages {
 public:
-    Pages(const PopplerPages& source, const Options& options)
+    Pages(const PdfPages& source, const Options& options)
         : source_(source)
         , sink_(options.pageMarks == PageMarks::formFeed ? TextSink::FormFeeds::keep : TextSink::FormFeeds::drop)
         , marks_(options.pageMarks) {}
@@ -189,7 +188,7 @@ private:
         return extraction;
     }
 
-    const PopplerPages& source_;
+    const PdfPages& source_;
     TextSink sink_;
     PageMarks marks_;
     LossAccount loss_;
@@ -202,15 +201,20 @@ private:
 
 } // namespace
 
-Extraction readPdf(std::span<const std::byte> bytes, const Options& options) {
-    if (bytes.size() > kMaximumDocument) return failure(Reason::tooLarge, "the file is too large", 0);
-    const PopplerPages pages(bytes);
+Extraction readPages(const PdfPages& pages, const Options& options) {
     switch (pages.opening()) {
-    case PopplerPages::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
-    case PopplerPages::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
-    case PopplerPages::Opening::opened: break;
+    case PdfPages::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
+    case PdfPages::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
+    case PdfPages::Opening::opened: break;
     }
     return Pages(pages, options).read();
+}
+
+Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const PdfModule& module) {
+    if (bytes.size() > kMaximumDocument) return failure(Reason::tooLarge, "the file is too large", 0);
+    const std::unique_ptr<PdfPages> pages = module.open(bytes);
+    if (!pages) return failure(Reason::unreadable, "what reads PDFs is not installed: " + module.failure(), 0);
+    return readPages(*pages, options);
 }
 
 } // namespace quillow::pdf

@@ -2,9 +2,15 @@
 #pragma once
 
 #include "engines/Extract.h"
+#include "engines/pdf/PdfModule.h"
 
 namespace quillow::pdf {
 
-[[nodiscard]] Extraction readPdf(std::span<const std::byte> bytes, const Options& options);
+/// The text of a document. Where the module that reads pages is missing: `unreadable`.
+[[nodiscard]] Extraction readPdf(std::span<const std::byte> bytes, const Options& options,
+                                 const PdfModule& module = PdfModule::installed());
+
+/// The same for pages that have been opened, or not.
+[[nodiscard]] Extraction readPages(const PdfPages& pages, const Options& options);
 
 } // namespace quillow::pdf

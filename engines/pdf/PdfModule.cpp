@@ -1,0 +1,35 @@
+#include "engines/pdf/PdfModule.h"
+
+#include <dlfcn.h>
+
+#include <system_error>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// The folder of the running program (proc(5)); the loader's own $ORIGIN means another one where a sanitizer stands before it.
+std::filesystem::path programFolder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+} // namespace
+
+PdfModule::PdfModule(const std::filesystem::path& file) {
+    if (void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL))
+        open_ = reinterpret_cast<decltype(open_)>(dlsym(module, "quillowOpenPdf"));
+    if (open_ == nullptr) failure_ = dlerror();
+}
+
+const PdfModule& PdfModule::installed() {
+    static const PdfModule module(programFolder() / QUILLOW_PDF_MODULE);
+    return module;
+}
+
+std::unique_ptr<PdfPages> PdfModule::open(std::span<const std::byte> bytes) const {
+    if (open_ == nullptr) return nullptr;
+    return std::unique_ptr<PdfPages>(open_(bytes.data(), bytes.size()));
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,38 @@
+// The module that reads PDF pages. It is a shared object of its own, loaded when the first PDF comes: the thirty libraries that
+// it needs take longer to load than most documents of other kinds take to read.
+#pragma once
+
+#include "engines/pdf/PdfPages.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace quillow::pdf {
+
+class PdfModule {
+public:
+    /// Loads a module, which stays loaded until the process ends.
+    explicit PdfModule(const std::filesystem::path& file);
+
+    /// The one that is built and installed with the running program; loaded by the first call, from any thread.
+    [[nodiscard]] static const PdfModule& installed();
+
+    /// The document, opened with the empty password; null where the module could not be loaded. The bytes are not copied and
+    /// must outlive the pages.
+    [[nodiscard]] std::unique_ptr<PdfPages> open(std::span<const std::byte> bytes) const;
+
+    /// Why the module could not be loaded, in the loader's words; empty where it could.
+    [[nodiscard]] const std::string& failure() const { return failure_; }
+
+private:
+    PdfPages* (*open_)(const std::byte* bytes, std::size_t size) = nullptr;
+    std::string failure_;
+};
+
+} // namespace quillow::pdf
+
+/// The module's one entry point, by the name that the loader looks for: the pages of a document, which the caller owns.
+extern "C" quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size);

@@ -1,0 +1,34 @@
+// The pages of a PDF document, as the engine asks for them; what library reads them is not known here.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace quillow::pdf {
+
+/// How the text of a page is put in order.
+enum class PageOrder {
+    contentStream, ///< as the page's content draws it
+    reading,       ///< as the library reads the page's geometry, right-to-left runs in logical order
+};
+
+class PdfPages {
+public:
+    enum class Opening { opened, locked, damaged };
+
+    PdfPages() = default;
+    virtual ~PdfPages() = default;
+    PdfPages(const PdfPages&) = delete;
+    PdfPages& operator=(const PdfPages&) = delete;
+
+    [[nodiscard]] virtual Opening opening() const = 0;
+
+    /// As many pages as the document claims to have; 0 unless opened.
+    [[nodiscard]] virtual std::size_t count() const = 0;
+
+    /// The text of a page in UTF-16, or nothing when the page cannot be read.
+    [[nodiscard]] virtual std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const = 0;
+};
+
+} // namespace quillow::pdf

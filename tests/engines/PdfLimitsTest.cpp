@@ -1,0 +1,91 @@
+#include "engines/pdf/PdfLimits.h"
+
+#include "engines/pdf/PdfReader.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace quillow::pdf {
+namespace {
+
+/// Pages that a function makes.
+class MadePages final : public PdfPages {
+public:
+    using Page = std::function<std::optional<std::u16string>(std::size_t)>;
+
+    MadePages(std::size_t count, Page page)
+        : count_(count)
+        , page_(std::move(page)) {}
+
+    [[nodiscard]] Opening opening() const override { return Opening::opened; }
+    [[nodiscard]] std::size_t count() const override { return count_; }
+    [[nodiscard]] std::optional<std::u16string> pageText(std::size_t index, PageOrder /*order*/) const override {
+        ++asked;
+        return page_(index);
+    }
+
+    mutable std::size_t asked = 0;
+
+private:
+    std::size_t count_;
+    Page page_;
+};
+
+std::optional<std::u16string> letter(std::size_t /*index*/) {
+    return u"x";
+}
+
+TEST(PdfLimits, asManyPagesAsAllowedAreAllRead) {
+    const Extraction extraction = readPages(MadePages(kMaximumPages, letter), {});
+
+    EXPECT_EQ(extraction.reason, Reason::ok);
+    EXPECT_EQ(extraction.text->size(), 2 * kMaximumPages);
+}
+
+TEST(PdfLimits, pagesBeyondTheLimitAreLeftAndTheOthersKept) {
+    const MadePages pages(kMaximumPages + 2, letter);
+
+    const Extraction extraction = readPages(pages, {});
+
+    EXPECT_EQ(extraction.reason, Reason::partial);
+    EXPECT_EQ(extraction.detail, "more than 100000 pages");
+    EXPECT_EQ(extraction.text->size(), 2 * kMaximumPages);
+    EXPECT_EQ(extraction.pages, kMaximumPages + 2);
+    EXPECT_EQ(pages.asked, kMaximumPages);
+}
+
+TEST(PdfLimits, pagesAreNoLongerAskedForWhenTooManyInARowAreMissing) {
+    const MadePages pages(kMaximumPages, [](std::size_t index) { return index == 0 ? letter(index) : std::nullopt; });
+
+    const Extraction extraction = readPages(pages, {});
+
+    EXPECT_EQ(extraction.reason, Reason::partial);
+    EXPECT_EQ(extraction.detail, "too many pages are missing");
+    EXPECT_EQ(extraction.text, "x\n");
+    EXPECT_EQ(pages.asked, 1 + kMaximumMissingPages + 1);
+}
+
+TEST(PdfLimits, missingPagesInARowCountAnewAfterAPage) {
+    const MadePages pages(3 * kMaximumMissingPages, [](std::size_t index) {
+        return index % kMaximumMissingPages == 0 ? letter(index) : std::nullopt;
+    });
+
+    EXPECT_EQ(readPages(pages, {}).text, "x\nx\nx\n");
+}
+
+TEST(PdfLimits, textBeyondTheLimitEndsTheReading) {
+    constexpr std::size_t kPage = 4 << 20;
+    const std::u16string page(kPage, u'x');
+    const MadePages pages(kMaximumPages, [&](std::size_t) { return page; });
+
+    const Extraction extraction = readPages(pages, {});
+
+    EXPECT_EQ(extraction.reason, Reason::partial);
+    EXPECT_EQ(extraction.detail, "the text is too long");
+    EXPECT_GT(extraction.text->size(), kMaximumText);
+    EXPECT_LE(extraction.text->size(), kMaximumText + kPage + 2);
+}
+
+} // namespace
+} // namespace quillow::pdf
