@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <new>
 #include <system_error>
 
 namespace quillow::pdf {
@@ -29,7 +30,9 @@ const PdfModule& PdfModule::installed() {
 
 std::unique_ptr<PdfPages> PdfModule::open(std::span<const std::byte> bytes) const {
     if (open_ == nullptr) return nullptr;
-    return std::unique_ptr<PdfPages>(open_(bytes.data(), bytes.size()));
+    std::unique_ptr<PdfPages> pages(open_(bytes.data(), bytes.size()));
+    if (!pages) throw std::bad_alloc();
+    return pages;
 }
 
 } // namespace quillow::pdf

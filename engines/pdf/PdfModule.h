@@ -21,18 +21,19 @@ public:
     [[nodiscard]] static const PdfModule& installed();
 
     /// The document, opened with the empty password; null where the module could not be loaded. The bytes are not copied and
-    /// must outlive the pages.
+    /// must outlive the pages. Throws std::bad_alloc.
     [[nodiscard]] std::unique_ptr<PdfPages> open(std::span<const std::byte> bytes) const;
 
     /// Why the module could not be loaded, in the loader's words; empty where it could.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
 private:
-    PdfPages* (*open_)(const std::byte* bytes, std::size_t size) = nullptr;
+    PdfPages* (*open_)(const std::byte* bytes, std::size_t size) noexcept = nullptr;
     std::string failure_;
 };
 
 } // namespace quillow::pdf
 
-/// The module's one entry point, by the name that the loader looks for: the pages of a document, which the caller owns.
-extern "C" quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size);
+/// The module's one entry point, by the name that the loader looks for: the pages of a document, which the caller owns; null
+/// when there is no memory for them.
+extern "C" quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept;

@@ -1,4 +1,5 @@
-// The pages of a PDF document, as the engine asks for them; what library reads them is not known here.
+// The pages of a PDF document, as the engine asks for them; what library reads them is not known here. No exception leaves
+// these functions: module and program may have a C++ run time each.
 #pragma once
 
 #include <cstddef>
@@ -22,13 +23,16 @@ public:
     PdfPages(const PdfPages&) = delete;
     PdfPages& operator=(const PdfPages&) = delete;
 
-    [[nodiscard]] virtual Opening opening() const = 0;
+    [[nodiscard]] virtual Opening opening() const noexcept = 0;
 
     /// As many pages as the document claims to have; 0 unless opened.
-    [[nodiscard]] virtual std::size_t count() const = 0;
+    [[nodiscard]] virtual std::size_t count() const noexcept = 0;
 
     /// The text of a page in UTF-16, or nothing when the page cannot be read.
-    [[nodiscard]] virtual std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const = 0;
+    [[nodiscard]] virtual std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const noexcept = 0;
+
+    /// Whether memory ended while the document was opened or a page was read; what was answered then means nothing.
+    [[nodiscard]] virtual bool hasMemoryEnded() const noexcept = 0;
 };
 
 } // namespace quillow::pdf

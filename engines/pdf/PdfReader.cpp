@@ -6,6 +6,7 @@
 #include "text/TextSink.h"
 #include "text/Utf8.h"
 
+#include <new>
 #include <utility>
 
 namespace quillow::pdf {
@@ -141,6 +142,7 @@ private:
         if (index >= kMaximumPages) return stop("more than " + std::to_string(kMaximumPages) + " pages");
         if (sink_.size() > kMaximumText) return stop("the text is too long");
         const std::optional<std::u16string> page = bestText(source_, index);
+        if (source_.hasMemoryEnded()) throw std::bad_alloc();
         if (!page) {
             ++loss_.partsSkipped;
             if (++missingInARow_ > kMaximumMissingPages) stop("too many pages are missing");
@@ -202,6 +204,7 @@ private:
 } // namespace
 
 Extraction readPages(const PdfPages& pages, const Options& options) {
+    if (pages.hasMemoryEnded()) throw std::bad_alloc();
     switch (pages.opening()) {
     case PdfPages::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
     case PdfPages::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);

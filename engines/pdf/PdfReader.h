@@ -10,7 +10,7 @@ namespace quillow::pdf {
 [[nodiscard]] Extraction readPdf(std::span<const std::byte> bytes, const Options& options,
                                  const PdfModule& module = PdfModule::installed());
 
-/// The same for pages that have been opened, or not.
+/// The same for pages that have been opened, or not. Throws std::bad_alloc where memory ended in the module too.
 [[nodiscard]] Extraction readPages(const PdfPages& pages, const Options& options);
 
 } // namespace quillow::pdf

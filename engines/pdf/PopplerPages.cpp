@@ -5,7 +5,7 @@
 #include <poppler/cpp/poppler-global.h>
 #include <poppler/cpp/poppler-page.h>
 
-#include <exception>
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <new>
@@ -32,57 +32,64 @@ poppler::page::text_layout_enum layoutOf(PageOrder order) {
 
 class PopplerPages final : public PdfPages {
 public:
-    explicit PopplerPages(std::span<const std::byte> bytes);
+    explicit PopplerPages(std::span<const std::byte> bytes) noexcept;
 
-    [[nodiscard]] Opening opening() const override { return opening_; }
-    [[nodiscard]] std::size_t count() const override;
-    [[nodiscard]] std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const override;
+    [[nodiscard]] Opening opening() const noexcept override { return opening_; }
+    [[nodiscard]] std::size_t count() const noexcept override;
+    [[nodiscard]] std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const noexcept override;
+    [[nodiscard]] bool hasMemoryEnded() const noexcept override { return hasMemoryEnded_; }
 
 private:
+    /// Calls what may throw. What the library throws is a failure of the document, but for the end of memory.
+    template <typename Call>
+    void guarded(const Call& call) const noexcept {
+        try {
+            call();
+        } catch (const std::bad_alloc&) {
+            hasMemoryEnded_ = true;
+        } catch (...) { // the caller's answer stays "it cannot be read"
+        }
+    }
+
     std::unique_ptr<poppler::document> document_;
     Opening opening_ = Opening::damaged;
+    mutable bool hasMemoryEnded_ = false;
 };
 
-// What the library throws is a failure of the document, but for the end of memory, which the door explains.
-PopplerPages::PopplerPages(std::span<const std::byte> bytes) {
-    silenceMessages();
+PopplerPages::PopplerPages(std::span<const std::byte> bytes) noexcept {
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return;
-    try {
+    guarded([&] {
+        silenceMessages();
         document_.reset(poppler::document::load_from_raw_data(reinterpret_cast<const char*>(bytes.data()),
                                                               static_cast<int>(bytes.size())));
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception&) {
-        return;
-    }
-    if (!document_) return;
-    opening_ = document_->is_locked() ? Opening::locked : Opening::opened;
+        if (document_) opening_ = document_->is_locked() ? Opening::locked : Opening::opened;
+    });
 }
 
-std::size_t PopplerPages::count() const {
-    if (opening_ != Opening::opened) return 0;
-    const int pages = document_->pages();
-    return pages > 0 ? static_cast<std::size_t>(pages) : 0;
+std::size_t PopplerPages::count() const noexcept {
+    std::size_t count = 0;
+    guarded([&] {
+        if (opening_ == Opening::opened) count = static_cast<std::size_t>(std::max(document_->pages(), 0));
+    });
+    return count;
 }
 
-std::optional<std::u16string> PopplerPages::pageText(std::size_t index, PageOrder order) const {
-    if (index >= count()) return std::nullopt;
-    try {
+std::optional<std::u16string> PopplerPages::pageText(std::size_t index, PageOrder order) const noexcept {
+    std::optional<std::u16string> text;
+    guarded([&] {
+        if (index >= count()) return;
         const std::unique_ptr<poppler::page> page(document_->create_page(static_cast<int>(index)));
-        if (!page) return std::nullopt;
-        const poppler::ustring text = page->text(poppler::rectf(), layoutOf(order));
-        return std::u16string(text.begin(), text.end());
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
+        if (!page) return;
+        const poppler::ustring characters = page->text(poppler::rectf(), layoutOf(order));
+        text.emplace(characters.begin(), characters.end());
+    });
+    return text;
 }
 
 } // namespace
 
 } // namespace quillow::pdf
 
-quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size) {
-    return std::make_unique<quillow::pdf::PopplerPages>(std::span(bytes, size)).release();
+quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
+    return new (std::nothrow) quillow::pdf::PopplerPages(std::span(bytes, size));
 }

@@ -18,14 +18,17 @@ public:
         : count_(count)
         , page_(std::move(page)) {}
 
-    [[nodiscard]] Opening opening() const override { return Opening::opened; }
-    [[nodiscard]] std::size_t count() const override { return count_; }
-    [[nodiscard]] std::optional<std::u16string> pageText(std::size_t index, PageOrder /*order*/) const override {
+    [[nodiscard]] Opening opening() const noexcept override { return Opening::opened; }
+    [[nodiscard]] std::size_t count() const noexcept override { return count_; }
+    [[nodiscard]] std::optional<std::u16string> pageText(std::size_t index,
+                                                         PageOrder /*order*/) const noexcept override {
         ++asked;
         return page_(index);
     }
+    [[nodiscard]] bool hasMemoryEnded() const noexcept override { return asked >= memoryEndsAt; }
 
     mutable std::size_t asked = 0;
+    std::size_t memoryEndsAt = static_cast<std::size_t>(-1); ///< pages
 
 private:
     std::size_t count_;
@@ -85,6 +88,18 @@ TEST(PdfLimits, textBeyondTheLimitEndsTheReading) {
     EXPECT_EQ(extraction.detail, "the text is too long");
     EXPECT_GT(extraction.text->size(), kMaximumText);
     EXPECT_LE(extraction.text->size(), kMaximumText + kPage + 2);
+}
+
+TEST(PdfLimits, endOfMemoryIsNoMissingPage) {
+    MadePages pages(3, letter);
+
+    pages.memoryEndsAt = 2;
+    EXPECT_THROW(static_cast<void>(readPages(pages, {})), std::bad_alloc);
+    EXPECT_EQ(pages.asked, 2U);
+
+    pages.memoryEndsAt = 0;
+    EXPECT_THROW(static_cast<void>(readPages(pages, {})), std::bad_alloc);
+    EXPECT_EQ(pages.asked, 2U);
 }
 
 } // namespace
