@@ -112,6 +112,8 @@ private:
     void startDocument();
     void skipRestOfGroup();
     void leaveData(const char* start, Scanner::Completeness completeness);
+    void leaveTable(const char* start, Scanner::Completeness completeness);
+    [[nodiscard]] bool goOnAtBody(std::string_view swallowed);
     void openDestination(Destination destination);
     void finishDestination(Closing closing);
     [[nodiscard]] bool pushFrame(Closing kind);

@@ -69,7 +69,8 @@ enum class Action : std::uint8_t {
 enum class Destination : std::uint8_t {
     body, ///< an ordinary group, also one whose \* destination is read as text
     skipped,
-    data, ///< skipped even when the word is not the group's first: it carries no text that could be lost
+    data,  ///< skipped even when the word is not the group's first: it carries no text that could be lost
+    table, ///< skipped; has no paragraph, so one in it is the body's
     fontTable,
     listTable,
     overrideTable,
