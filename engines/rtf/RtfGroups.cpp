@@ -188,8 +188,7 @@ void Interpreter::leaveData(const char* start, Scanner::Completeness completenes
     const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
     work_ += swallowed.size();
     const bool isCutShort = completeness == Scanner::Completeness::cutShort;
-    const bool tookLastBrace =
-        !isCutShort && stack_.size() > 1 && scanner_.rest().find_first_not_of("\r\n\0 "sv) == npos;
+    const bool tookLastBrace = !isCutShort && stack_.size() > 1 && scanner_.position() == lastBrace_;
     if (isCutShort) truncated_ = true;
     if ((isCutShort || tookLastBrace) && goOnAtBody(swallowed)) return;
     if (!isCutShort) leaveGroup();
@@ -420,6 +419,15 @@ void Interpreter::skipAnsiHalf() {
     }
     // Going back costs a second walk, so it is not done without end.
     if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
+}
+
+/// An entry of the font table or the style sheet that a brace too many or too few has put outside: its name, which ends with
+/// a semicolon, is no text.
+void Interpreter::skipStrayEntry() {
+    constexpr std::size_t kLongestEntry = 256;
+    if (stack_.size() <= 1 || state_.closing != Closing::nothing) return;
+    Scanner entry(scanner_.rest().substr(0, kLongestEntry));
+    if (entry.skipGroup(nullptr) == Scanner::Completeness::whole && entry.position()[-2] == ';') skipRestOfGroup();
 }
 
 /// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.

@@ -123,6 +123,7 @@ private:
     void finishInstruction(Frame& frame);
     void skipAnsiHalf();
     void skipAttachment();
+    void skipStrayEntry();
     [[nodiscard]] std::size_t countUnmatchedCloses() const;
 
     // RtfCharacters.cpp
@@ -156,6 +157,7 @@ private:
 
     const Options& options_;
     Scanner scanner_;
+    const char* lastBrace_; ///< behind the last closing brace of the file
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;

@@ -46,6 +46,8 @@ enum class Action : std::uint8_t {
     // Words of the font table
     fontCharset,
     fontCodePage,
+    // Words of the style sheet
+    styleRelation, ///< \sbasedon, \snext
     // Words of the list tables; value of numberFormat: a \levelnfc number
     numberFormat,
     levelFormat,
