@@ -45,8 +45,18 @@ std::size_t findWord(std::string_view text, std::string_view word) {
     return at;
 }
 
+/// Where the body begins in a group that has swallowed it: at its first \sectd or \pard.
 std::size_t findBody(std::string_view swallowed) {
     return std::min(findWord(swallowed, "\\sectd"), findWord(swallowed, "\\pard"));
+}
+
+/// In a table: where there is neither, behind the last entry that ends before the first paragraph does.
+std::size_t findBodyAfterEntries(std::string_view table) {
+    const std::size_t body = findBody(table);
+    if (body != npos) return body;
+    const std::size_t paragraph = findWord(table, "\\par");
+    const std::size_t brace = paragraph != npos ? table.rfind('}', paragraph) : npos;
+    return brace != npos ? brace + 1 : npos;
 }
 
 bool holdsParagraph(std::string_view table) {
@@ -182,40 +192,46 @@ void Interpreter::skipRestOfGroup() {
     leaveData(start, scanner_.skipGroup(rawPairs()));
 }
 
-/// A group of data has been read or passed over from `start` on. One that never closes, or that closes with the document's
-/// last brace, has swallowed the body.
+/// True when a group that has just been read or passed over ends the file, or closed with the document's last brace: a brace of
+/// its own is missing.
+bool Interpreter::lacksBrace(Scanner::Completeness completeness) const {
+    return completeness == Scanner::Completeness::cutShort || (stack_.size() > 1 && scanner_.position() == lastBrace_);
+}
+
+/// A group of data has been read or passed over from `start` on. Where it lacks its brace, it has swallowed the body.
 void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
     const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
-    work_ += swallowed.size();
-    const bool isCutShort = completeness == Scanner::Completeness::cutShort;
-    const bool tookLastBrace = !isCutShort && stack_.size() > 1 && scanner_.position() == lastBrace_;
-    if (isCutShort) truncated_ = true;
-    if ((isCutShort || tookLastBrace) && goOnAtBody(swallowed)) return;
-    if (!isCutShort) leaveGroup();
+    leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
 /// The same for a table, in which no paragraph can end: where one does, a closing brace is missing before it, and the brace that
 /// closed the table is a later one.
 void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
     const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
-    if (completeness == Scanner::Completeness::whole && holdsParagraph(table)) {
-        work_ += 2 * table.size();
-        if (goOnAtBody(table)) return;
+    std::size_t body = npos;
+    if (lacksBrace(completeness)) {
+        body = findBodyAfterEntries(table);
+    } else if (holdsParagraph(table)) {
+        body = findBody(table);
     }
-    leaveData(start, completeness);
+    leaveSwallowed(table, completeness, body);
 }
 
-/// The text goes on where the body begins in a group that has swallowed it: at its first \sectd or \pard.
-bool Interpreter::goOnAtBody(std::string_view swallowed) {
-    const std::size_t body = recoveries_ < kMaxRecoveries ? findBody(swallowed) : npos;
-    if (body == npos) return false;
+/// The text goes on at `body` in a group that has swallowed it, if it has, else after the group.
+void Interpreter::leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body) {
+    work_ += swallowed.size();
+    const bool isCutShort = completeness == Scanner::Completeness::cutShort;
+    if (isCutShort) truncated_ = true;
+    if (body == npos || recoveries_ >= kMaxRecoveries) {
+        if (!isCutShort) leaveGroup();
+        return;
+    }
     work_ += body;
     ++recoveries_;
     ++loss_.partsSkipped;
     truncated_ = true;
     scanner_.moveTo(swallowed.data() + body);
     if (overflow_ > 0 || stack_.size() > 1) leaveGroup();
-    return true;
 }
 
 Interpreter::Frame* Interpreter::innermost(Closing kind) {

@@ -113,7 +113,8 @@ private:
     void skipRestOfGroup();
     void leaveData(const char* start, Scanner::Completeness completeness);
     void leaveTable(const char* start, Scanner::Completeness completeness);
-    [[nodiscard]] bool goOnAtBody(std::string_view swallowed);
+    void leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body);
+    [[nodiscard]] bool lacksBrace(Scanner::Completeness completeness) const;
     void openDestination(Destination destination);
     void finishDestination(Closing closing);
     [[nodiscard]] bool pushFrame(Closing kind);
