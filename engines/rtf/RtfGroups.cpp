@@ -60,6 +60,7 @@ std::size_t findBodyAfterEntries(std::string_view table) {
 }
 
 bool holdsParagraph(std::string_view table) {
+    if (findWord(table, "\\par") == npos) return false; // hardly any table gets further
     const std::size_t body = findBody(table);
     return body != npos && findWord(table.substr(body), "\\par") != npos;
 }
