@@ -15,6 +15,9 @@ namespace quillow::text {
 [[nodiscard]] char32_t wingdings3ToUnicode(std::uint8_t byte);
 [[nodiscard]] char32_t webdingsToUnicode(std::uint8_t byte);
 
+/// The encoding of ITC Zapf Dingbats (ISO 32000-1, annex D.6), which Monotype Sorts shares.
+[[nodiscard]] char32_t zapfDingbatsToUnicode(std::uint8_t byte);
+
 using SymbolFontDecoder = char32_t (*)(std::uint8_t byte);
 
 /// The function above for a font of that name (case does not matter), or nullptr for any other font.

@@ -141,15 +141,16 @@ MAC_JAPANESE = {
 }
 
 # 708 as Windows has it. 10005 and 10021 after Apple's HEBREW.TXT and THAI.TXT: right-to-left copies of ASCII signs become the
-# signs, presentation variants of vowel and tone marks the marks, private-use characters nothing.
+# signs, presentation variants of vowel and tone marks the marks, private-use characters nothing; what is two characters is its
+# one precomposed character (yod yod patah), or its letter without the point (lamed holam).
 SINGLE_BYTE = {
     708: ('│┤éâ╡à╢çêëèïî╖╕╣║╗╝ô╜╛ûù┐└\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD'
             '\uFFFD┴┬├¤─┼╞╟╚╔╩،╦«»░▒▓╠═╬╧╨╤╥╙\u061B╘╒╓\u061F'
             '╫\u0621\u0622\u0623\u0624\u0625\u0626\u0627\u0628\u0629\u062A\u062B\u062C\u062D\u062E\u062F\u0630\u0631\u0632\u0633\u0634\u0635\u0636\u0637\u0638\u0639\u063A█▄▌▐▀'
             '\u0640\u0641\u0642\u0643\u0644\u0645\u0646\u0647\u0648\u0649\u064A\u064B\u064C\u064D\u064E\u064F\u0650\u0651\u0652\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD╪┘┌µ£■\u00A0'),
-    10005: ('ÄÅÇÉÑÖÜáàâäãåçéèêëíìîïñóòôöõúùûü'
-            ' !"#$%₪\u0027()*+,-./0123456789:;<=>?'
-            '\uFFFD„\uFFFD\uFFFD\uFFFD\u05BD\u05BC\uFB4B\uFFFD…\u00A0\uFFFD\u05B7\u05B5\u05B6\u05B4–—“”‘’\uFB2A\uFB2B\u05BE\u05B0\u05B2\u05B1\u05BB\u05C1\u05B8\u05B3'
+    10005: ('Ä\uFB1FÇÉÑÖÜáàâäãåçéèêëíìîïñóòôöõúùûü'
+            ' !"#$%₪\u0027)(*+,-./0123456789:;<=>?'
+            '\u05DC„\uFFFD\uFFFD\uFFFD\uFFFD\u05BC\uFB4B\uFB35…\u00A0\u05B8\u05B7\u05B5\u05B6\u05B4–—“”‘’\uFB2A\uFB2B\u05BF\u05B0\u05B2\u05B1\u05BB\u05B9\u05B8\u05B3'
             '\u05D0\u05D1\u05D2\u05D3\u05D4\u05D5\u05D6\u05D7\u05D8\u05D9\u05DA\u05DB\u05DC\u05DD\u05DE\u05DF\u05E0\u05E1\u05E2\u05E3\u05E4\u05E5\u05E6\u05E7\u05E8\u05E9\u05EA}]{[|'),
     10021: ('«»…\u0E48\u0E49\u0E4A\u0E4B\u0E4C\u0E48\u0E49\u0E4A\u0E4B\u0E4C“”\u0E4D\uFFFD•\u0E31\u0E47\u0E34\u0E35\u0E36\u0E37\u0E48\u0E49\u0E4A\u0E4B\u0E4C‘’\uFFFD'
             '\u00A0กขฃคฅฆงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟ'

@@ -21,6 +21,14 @@ constexpr bool isNoncharacter(char32_t c) {
     return (c & 0xFFFE) == 0xFFFE || (c >= 0xFDD0 && c <= 0xFDEF);
 }
 
+std::uint64_t countReplacements(std::string_view text) {
+    constexpr std::string_view kReplacement = "\uFFFD";
+    std::uint64_t count = 0;
+    for (std::size_t at = text.find(kReplacement); at != std::string_view::npos; at = text.find(kReplacement, at + 1))
+        ++count;
+    return count;
+}
+
 /// Words that the fallback after \u never swallows: they carry the text's structure.
 constexpr bool endsFallback(Action action) {
     switch (action) {
@@ -226,7 +234,7 @@ void Interpreter::takeUnicode(std::int32_t number) {
 }
 
 /// What follows \u for readers without Unicode: as many bytes as \uc says, a \'hh, a control word or symbol, and \bin with
-/// its data each counting as one. A brace ends it.
+/// its data each counting as one, also a \'hh whose digits are none. A brace ends it.
 void Interpreter::skipFallback() {
     for (unsigned left = state_.unicodeSkip; left > 0 && !scanner_.atEnd();) {
         const char* p = scanner_.position();
@@ -252,7 +260,10 @@ void Interpreter::skipFallback() {
         } else if (isLineEnd(scanner_.peek(1))) {
             return; // an escaped line end is \par
         } else {
+            const bool isBrokenHex = scanner_.peek(1) == '\'';
             scanner_.moveTo(p + std::min<std::size_t>(2, scanner_.remaining()));
+            for (int digits = isBrokenHex ? 2 : 0; digits > 0 && isPlainText(scanner_.peek(0)); --digits)
+                scanner_.advance();
         }
     }
 }
@@ -333,6 +344,7 @@ void Interpreter::writeLabel() {
     }
     labelBudget_ -= cost;
     if (output_.size() == paragraph_.start && label.find_first_not_of(U" \t") != std::u32string::npos) {
+        loss_.charactersWithoutUnicode -= countReplacements(output_.view(paragraph_.listText));
         output_.truncate(paragraph_.listText);
         paragraph_.start = paragraph_.listText;
     }

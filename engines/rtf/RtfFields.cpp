@@ -89,46 +89,116 @@ FieldInstruction readSymbol(std::string_view rest) {
     return symbol;
 }
 
-/// EQ ... \o [\ad ...] (reading, base): the last argument that is not raised or lowered.
-FieldInstruction readEquation(std::string_view rest) {
-    std::size_t start = 0;
-    do {
-        start = rest.find('\\', start);
-        if (start == std::string_view::npos || start + 1 >= rest.size()) return {};
-        ++start;
-    } while ((rest[start] | 0x20) != 'o' || (start + 1 < rest.size() && isLetter(rest[start + 1])));
-    const std::size_t open = rest.find('(', start);
-    if (open == std::string_view::npos) return {};
-
+/// The elements of an equation's overstrike, \o(...), from its opening parenthesis on: the last one that is not raised or
+/// lowered is the base that the others are written over.
+std::string baseOfOverstrike(std::string_view elements) {
     std::string_view base;
     std::size_t depth = 0;
-    std::size_t argument = open + 1;
-    for (std::size_t i = open + 1; i < rest.size(); ++i) {
-        const char c = rest[i];
+    std::size_t element = 1;
+    for (std::size_t i = 1; i < elements.size(); ++i) {
+        const char c = elements[i];
         if (c == '\\') {
             ++i; // an escaped parenthesis or comma, or a switch's letter
             continue;
         }
         const bool ends = depth == 0 && (c == ',' || c == ';' || c == ')');
         if (ends) {
-            std::string_view text = rest.substr(argument, i - argument);
+            std::string_view text = elements.substr(element, i - element);
             const std::size_t first = text.find_first_not_of(kBlanks);
             const bool isRaised = first != std::string_view::npos && text.size() > first + 1 && text[first] == '\\' &&
                                   (text[first + 1] | 0x20) == 's';
             if (!isRaised && !text.empty()) base = text;
-            argument = i + 1;
+            element = i + 1;
             if (c == ')') break;
         }
         if (c == '(') ++depth;
         if (c == ')' && depth > 0) --depth;
     }
-    FieldInstruction equation{FieldInstruction::Kind::base, {}};
+    std::string text;
     for (std::size_t i = 0; i < base.size(); ++i) {
         if (base[i] == '\\' && i + 1 < base.size()) ++i;
-        equation.text.push_back(base[i]);
+        text.push_back(base[i]);
     }
-    if (equation.text.empty()) return {};
-    return equation;
+    return text;
+}
+
+/// A switch of an equation at a backslash: takes its letters, what an option has after them (a number, or a backslash and
+/// the bracket to draw) and the blanks behind it.
+std::string takeEquationSwitch(std::string_view& rest) {
+    rest.remove_prefix(1);
+    std::string name;
+    for (; !rest.empty() && isLetter(rest.front()); rest.remove_prefix(1))
+        name.push_back(static_cast<char>(rest.front() | 0x20));
+    const bool drawsBracket = name.size() == 2 && name[1] == 'c' && name != "ac";
+    if (drawsBracket && rest.size() >= 2 && rest.front() == '\\') rest.remove_prefix(2);
+    while (!rest.empty() && (isDigit(rest.front()) || rest.front() == '-' || rest.front() == ' '))
+        rest.remove_prefix(1);
+    return name;
+}
+
+/// EQ switch[options](element, ...)...: the text of the elements in their order, a fraction's two with a slash, a list's with
+/// its separators. What stands outside elements is an instruction.
+std::string elementsOfEquation(std::string_view rest) {
+    std::string text;
+    std::string open; // of each open parenthesis the letter of its switch, or the parenthesis where it has none
+    char latest = 0;  // the switch whose elements come next
+    while (!rest.empty()) {
+        const char c = rest.front();
+        if (c == '\\' && rest.size() >= 2 && isLetter(rest[1])) {
+            const std::string name = takeEquationSwitch(rest);
+            if (name.size() == 1) latest = name.front();
+            continue;
+        }
+        rest.remove_prefix(1);
+        if (c == '(') {
+            open.push_back(latest != 0 ? latest : c);
+            latest = 0;
+            if (open.back() == c) text.push_back(c);
+        } else if (open.empty()) {
+            continue;
+        } else if (c == ')') {
+            if (open.back() == '(') text.push_back(c);
+            open.pop_back();
+        } else if (c == '\\') {
+            if (!rest.empty()) {
+                text.push_back(rest.front());
+                rest.remove_prefix(1);
+            }
+        } else if (c != ',' && c != ';') {
+            text.push_back(c);
+        } else if (open.back() == 'f') {
+            text.push_back('/');
+        } else if (open.back() == 'l' || open.back() == '(') {
+            text.push_back(c);
+        }
+    }
+    return text;
+}
+
+FieldInstruction readEquation(std::string_view rest) {
+    FieldInstruction equation{FieldInstruction::Kind::text, {}};
+    for (std::size_t at = rest.find('\\'); at != std::string_view::npos && at + 1 < rest.size();
+         at = rest.find('\\', at + 1)) {
+        const bool isOverstrike = (rest[at + 1] | 0x20) == 'o' && (at + 2 == rest.size() || !isLetter(rest[at + 2]));
+        if (!isOverstrike) continue;
+        const std::size_t open = rest.find('(', at);
+        if (open == std::string_view::npos) return {};
+        equation.text = baseOfOverstrike(rest.substr(open));
+        break;
+    }
+    if (equation.text.empty()) equation.text = elementsOfEquation(rest);
+    return equation.text.find_first_not_of(kBlanks) == std::string::npos ? FieldInstruction{} : equation;
+}
+
+/// GOTOBUTTON place text, MACROBUTTON macro text: the text is what is shown. A general switch may follow it.
+FieldInstruction readButton(std::string_view rest) {
+    Argument target;
+    if (!takeArgument(rest, target) || target.isSwitch) return {};
+    rest = rest.substr(0, rest.find("\\*"));
+    const std::size_t first = rest.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    rest = rest.substr(first, rest.find_last_not_of(kBlanks) - first + 1);
+    return {FieldInstruction::Kind::text, std::string(rest)};
 }
 
 /// HYPERLINK "address" [\l "place"] [\o "tip"] [\t "frame"] ...
@@ -160,6 +230,8 @@ FieldInstruction readFieldInstruction(std::string_view instruction) {
     if (!takeArgument(instruction, name)) return {};
     if (equalsIgnoringCase(name.text, "symbol")) return readSymbol(instruction);
     if (equalsIgnoringCase(name.text, "eq")) return readEquation(instruction);
+    if (equalsIgnoringCase(name.text, "gotobutton") || equalsIgnoringCase(name.text, "macrobutton"))
+        return readButton(instruction);
     if (equalsIgnoringCase(name.text, "hyperlink")) return readLink(instruction);
     return {};
 }

@@ -11,7 +11,7 @@ struct FieldInstruction {
     enum class Kind {
         other,
         character, ///< SYMBOL: `text` is the one character
-        base,      ///< EQ \o: `text` is what the overstrike's readings are set on
+        text,      ///< EQ, GOTOBUTTON, MACROBUTTON: `text` is what is shown
         link,      ///< HYPERLINK: `text` is the target
     };
     Kind kind = Kind::other;

@@ -1,5 +1,7 @@
 #include "engines/rtf/RtfFonts.h"
 
+#include <string_view>
+
 namespace quillow::rtf {
 
 namespace {
@@ -20,6 +22,23 @@ constexpr CharsetCodePage kCharsets[] = {
     {134, 936},  {136, 950},  {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256}, {179, 1256},
     {180, 1256}, {181, 1255}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}, {254, 437},  {255, 850},
 };
+
+/// Windows names the scripts of a font that has several by these suffixes ("Arial CE"); some writers give nothing else.
+struct SuffixCharset {
+    std::string_view suffix;
+    int charset;
+};
+
+constexpr SuffixCharset kSuffixes[] = {
+    {" CE", 238},       {" Cyr", 204},      {" Greek", 161},  {" Tur", 162},          {" Baltic", 186},
+    {" (Hebrew)", 177}, {" (Arabic)", 178}, {" (Thai)", 222}, {" (Vietnamese)", 163},
+};
+
+int charsetOfName(std::string_view name, int otherwise) {
+    for (const SuffixCharset& entry : kSuffixes)
+        if (name.ends_with(entry.suffix)) return entry.charset;
+    return otherwise;
+}
 
 } // namespace
 
@@ -65,6 +84,8 @@ void FontTable::define(int number, Font font, const std::string& name) {
                                        font.charsetNumber == kDefaultCharset || font.charsetNumber == kMacCharset);
     if (mayBeSymbols) font.symbols = text::symbolFontDecoder(name);
     if (isSymbolCharset && font.symbols == nullptr) font.symbols = text::symbolToUnicode;
+    const bool saysNothing = font.codePage == kNotGiven && font.charsetNumber == kNotGiven;
+    if (saysNothing) font.charsetNumber = charsetOfName(name, kNotGiven);
     fonts_[number] = font;
     latest_ = nullptr;
 }

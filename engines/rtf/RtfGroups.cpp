@@ -19,12 +19,50 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+/// True where there is anything but blanks and replacement characters.
+bool isReadable(std::string_view text) {
+    constexpr std::string_view kReplacement = "\uFFFD";
+    while (true) {
+        text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+        if (text.substr(0, kReplacement.size()) != kReplacement) return !text.empty();
+        text.remove_prefix(kReplacement.size());
+    }
+}
+
 /// A note's text without what parts it from its mark; some writers part them by a no-break space.
 std::string_view noteText(std::string_view text) {
     constexpr std::string_view kNoBreakSpace = "\u00A0";
     text = trimmed(text);
     if (text.substr(0, kNoBreakSpace.size()) != kNoBreakSpace) return text;
     return trimmed(text.substr(kNoBreakSpace.size()));
+}
+
+/// Where a control word of that name stands first, or npos.
+std::size_t findWord(std::string_view text, std::string_view word) {
+    std::size_t at = text.find(word);
+    while (at != npos && at + word.size() < text.size() && isLetter(text[at + word.size()]))
+        at = text.find(word, at + word.size());
+    return at;
+}
+
+/// Where the body begins in a group that has swallowed it: at its first \sectd or \pard.
+std::size_t findBody(std::string_view swallowed) {
+    return std::min(findWord(swallowed, "\\sectd"), findWord(swallowed, "\\pard"));
+}
+
+/// In a table: where there is neither, behind the last entry that ends before the first paragraph does.
+std::size_t findBodyAfterEntries(std::string_view table) {
+    const std::size_t body = findBody(table);
+    if (body != npos) return body;
+    const std::size_t paragraph = findWord(table, "\\par");
+    const std::size_t brace = paragraph != npos ? table.rfind('}', paragraph) : npos;
+    return brace != npos ? brace + 1 : npos;
+}
+
+bool holdsParagraph(std::string_view table) {
+    if (findWord(table, "\\par") == npos) return false; // hardly any table gets further
+    const std::size_t body = findBody(table);
+    return body != npos && findWord(table.substr(body), "\\par") != npos;
 }
 
 std::string noteMark(std::uint32_t number) {
@@ -155,25 +193,45 @@ void Interpreter::skipRestOfGroup() {
     leaveData(start, scanner_.skipGroup(rawPairs()));
 }
 
-/// A group of data has been read or passed over from `start` on. One that never closes, or that closes with the document's
-/// last brace, has swallowed the body: the text goes on at the first \pard in it.
+/// True when a group that has just been read or passed over ends the file, or closed with the document's last brace: a brace of
+/// its own is missing.
+bool Interpreter::lacksBrace(Scanner::Completeness completeness) const {
+    return completeness == Scanner::Completeness::cutShort || (stack_.size() > 1 && scanner_.position() == lastBrace_);
+}
+
+/// A group of data has been read or passed over from `start` on. Where it lacks its brace, it has swallowed the body.
 void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
     const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
+    leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
+}
+
+/// The same for a table, in which no paragraph can end: where one does, a closing brace is missing before it, and the brace that
+/// closed the table is a later one.
+void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
+    const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
+    std::size_t body = npos;
+    if (lacksBrace(completeness)) {
+        body = findBodyAfterEntries(table);
+    } else if (holdsParagraph(table)) {
+        body = findBody(table);
+    }
+    leaveSwallowed(table, completeness, body);
+}
+
+/// The text goes on at `body` in a group that has swallowed it, if it has, else after the group.
+void Interpreter::leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body) {
     work_ += swallowed.size();
     const bool isCutShort = completeness == Scanner::Completeness::cutShort;
-    const bool tookLastBrace =
-        !isCutShort && stack_.size() > 1 && scanner_.rest().find_first_not_of("\r\n\0 "sv) == npos;
-    if (!isCutShort && !tookLastBrace) return leaveGroup();
-
-    constexpr std::string_view kBodyMark = "\\pard";
-    const std::size_t body = recoveries_ < kMaxRecoveries ? swallowed.find(kBodyMark) : npos;
-    if (body == npos && !isCutShort) return leaveGroup();
-    truncated_ = true;
-    if (body == npos) return;
+    if (isCutShort) truncated_ = true;
+    if (body == npos || recoveries_ >= kMaxRecoveries) {
+        if (!isCutShort) leaveGroup();
+        return;
+    }
     work_ += body;
     ++recoveries_;
     ++loss_.partsSkipped;
-    scanner_.moveTo(start + body);
+    truncated_ = true;
+    scanner_.moveTo(swallowed.data() + body);
     if (overflow_ > 0 || stack_.size() > 1) leaveGroup();
 }
 
@@ -221,9 +279,10 @@ void Interpreter::openDestination(Destination destination) {
     const char* start = scanner_.position();
     switch (destination) {
     case Destination::body: return;
-    case Destination::fontTable: leaveData(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
-    case Destination::listTable: return leaveData(start, lists_.readListTable(scanner_));
-    case Destination::overrideTable: return leaveData(start, lists_.readOverrideTable(scanner_));
+    case Destination::table: return leaveTable(start, scanner_.skipGroup(rawPairs()));
+    case Destination::fontTable: leaveTable(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::listTable: return leaveTable(start, lists_.readListTable(scanner_));
+    case Destination::overrideTable: return leaveTable(start, lists_.readOverrideTable(scanner_));
     case Destination::oldNumbering:
         leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
         state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
@@ -287,8 +346,8 @@ void Interpreter::finishDestination(Closing closing) {
     case Closing::listText:
         settle();
         pending_ |= frame.pending;
-        // Blanks alone are no label: some writers leave it to the list tables.
-        if (!trimmed(output_.view(frame.mark)).empty()) paragraph_.labelled = true;
+        // Blanks alone are no label: some writers leave it to the list tables. Nor is what can't be read.
+        if (isReadable(output_.view(frame.mark))) paragraph_.labelled = true;
         paragraph_.listText = std::max(frame.mark, paragraph_.start);
         paragraph_.start = output_.size();
         armLabel(); // to be counted, and written only in place of blanks
@@ -352,7 +411,7 @@ void Interpreter::finishInstruction(Frame& frame) {
         if (field != nullptr) field->skipsResult = true;
         writeCodePoint(text::decodeUtf8(instruction.text).codePoint);
         break;
-    case FieldInstruction::Kind::base:
+    case FieldInstruction::Kind::text:
         if (field != nullptr) field->skipsResult = true;
         if (prepareText()) output_.append(instruction.text);
         break;
@@ -377,6 +436,15 @@ void Interpreter::skipAnsiHalf() {
     }
     // Going back costs a second walk, so it is not done without end.
     if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
+}
+
+/// An entry of the font table or the style sheet that a brace too many or too few has put outside: its name, which ends with
+/// a semicolon, is no text.
+void Interpreter::skipStrayEntry() {
+    constexpr std::size_t kLongestEntry = 256;
+    if (stack_.size() <= 1 || state_.closing != Closing::nothing) return;
+    Scanner entry(scanner_.rest().substr(0, kLongestEntry));
+    if (entry.skipGroup(nullptr) == Scanner::Completeness::whole && entry.position()[-2] == ';') skipRestOfGroup();
 }
 
 /// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.

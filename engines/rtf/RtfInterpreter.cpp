@@ -8,11 +8,17 @@ namespace {
 
 constexpr std::size_t kNoLabelsBelow = 4096; // a short file may have labels longer than itself
 
+const char* endOfLastBrace(std::string_view input) {
+    const std::size_t brace = input.rfind('}');
+    return brace != std::string_view::npos ? input.data() + brace + 1 : nullptr;
+}
+
 } // namespace
 
 Interpreter::Interpreter(const Source& source, const Options& options)
     : options_(options)
     , scanner_(source.bytes)
+    , lastBrace_(endOfLastBrace(source.bytes))
     , fonts_(pool_)
     , lists_(fonts_, 1)
     , output_(scanner_)
@@ -112,6 +118,8 @@ void Interpreter::handleWord(ControlWord word) {
     case Action::shapeWrap:
         if (Frame* shape = innermost(Closing::shape)) shape->partsText = word.parameter == 1;
         break;
+    case Action::fontCharset:
+    case Action::styleRelation: skipStrayEntry(); break;
     case Action::rtf: startDocument(); break;
     case Action::defaultFont:
         fonts_.setDefaultFont(word.parameter);

@@ -112,6 +112,9 @@ private:
     void startDocument();
     void skipRestOfGroup();
     void leaveData(const char* start, Scanner::Completeness completeness);
+    void leaveTable(const char* start, Scanner::Completeness completeness);
+    void leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body);
+    [[nodiscard]] bool lacksBrace(Scanner::Completeness completeness) const;
     void openDestination(Destination destination);
     void finishDestination(Closing closing);
     [[nodiscard]] bool pushFrame(Closing kind);
@@ -121,6 +124,7 @@ private:
     void finishInstruction(Frame& frame);
     void skipAnsiHalf();
     void skipAttachment();
+    void skipStrayEntry();
     [[nodiscard]] std::size_t countUnmatchedCloses() const;
 
     // RtfCharacters.cpp
@@ -154,6 +158,7 @@ private:
 
     const Options& options_;
     Scanner scanner_;
+    const char* lastBrace_; ///< behind the last closing brace of the file
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;

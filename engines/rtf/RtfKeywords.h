@@ -46,6 +46,8 @@ enum class Action : std::uint8_t {
     // Words of the font table
     fontCharset,
     fontCodePage,
+    // Words of the style sheet
+    styleRelation, ///< \sbasedon, \snext
     // Words of the list tables; value of numberFormat: a \levelnfc number
     numberFormat,
     levelFormat,
@@ -69,7 +71,8 @@ enum class Action : std::uint8_t {
 enum class Destination : std::uint8_t {
     body, ///< an ordinary group, also one whose \* destination is read as text
     skipped,
-    data, ///< skipped even when the word is not the group's first: it carries no text that could be lost
+    data,  ///< skipped even when the word is not the group's first: it carries no text that could be lost
+    table, ///< skipped; has no paragraph, so one in it is the body's
     fontTable,
     listTable,
     overrideTable,

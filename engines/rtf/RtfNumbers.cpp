@@ -18,7 +18,12 @@ constexpr Letters kAiueo =
     U"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲン";
 constexpr Letters kIroha =
     U"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフコエテアサキユメミシヱヒモセスン";
+constexpr Letters kAiueoHalf = U"ｱｲｳｴｵｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾅﾆﾇﾈﾉﾊﾋﾌﾍﾎﾏﾐﾑﾒﾓﾔﾕﾖﾗﾘﾙﾚﾛﾜｦﾝ";
+constexpr Letters kIrohaHalf = U"ｲﾛﾊﾆﾎﾍﾄﾁﾘﾇﾙｦﾜｶﾖﾀﾚｿﾂﾈﾅﾗﾑｳヰﾉｵｸﾔﾏｹﾌｺｴﾃｱｻｷﾕﾒﾐｼヱﾋﾓｾｽﾝ";
 constexpr Letters kCircled = U"①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳";
+constexpr Letters kFullStops = U"⒈⒉⒊⒋⒌⒍⒎⒏⒐⒑⒒⒓⒔⒕⒖⒗⒘⒙⒚⒛";
+constexpr Letters kParenthesized = U"⑴⑵⑶⑷⑸⑹⑺⑻⑼⑽⑾⑿⒀⒁⒂⒃⒄⒅⒆⒇";
+constexpr Letters kParenthesizedIdeographs = U"㈠㈡㈢㈣㈤㈥㈦㈧㈨㈩";
 constexpr Letters kGanada = U"가나다라마바사아자차카타파하";
 constexpr Letters kChosung = U"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ";
 constexpr Letters kHeavenlyStems = U"甲乙丙丁戊己庚辛壬癸";
@@ -34,6 +39,8 @@ constexpr Letters kFullwidthDigits = U"０１２３４５６７８９";
 constexpr Letters kDevanagariDigits = U"०१२३४५६७८९";
 constexpr Letters kThaiDigits = U"๐๑๒๓๔๕๖๗๘๙";
 constexpr Letters kIdeographDigits = U"〇一二三四五六七八九";
+constexpr Letters kCircleDigits = U"○一二三四五六七八九";
+constexpr Letters kZeroDigits = U"零一二三四五六七八九";
 constexpr Letters kKoreanDigits = U"영일이삼사오육칠팔구";
 
 /// What comes after the last letter of an alphabet.
@@ -46,12 +53,29 @@ struct Alphabet {
 };
 
 constexpr Alphabet kAlphabets[] = {
-    {3, Beyond::repeat, kLatinUpper},     {4, Beyond::repeat, kLatinLower},   {12, Beyond::wrap, kAiueo},
-    {13, Beyond::wrap, kIroha},           {18, Beyond::digits, kCircled},     {20, Beyond::wrap, kAiueo},
-    {21, Beyond::wrap, kIroha},           {24, Beyond::wrap, kGanada},        {25, Beyond::wrap, kChosung},
-    {28, Beyond::digits, kCircled},       {30, Beyond::wrap, kHeavenlyStems}, {31, Beyond::wrap, kEarthlyBranches},
-    {46, Beyond::wrap, kArabicAlphabet},  {48, Beyond::wrap, kArabicAbjad},   {49, Beyond::wrap, kHindiVowels},
-    {50, Beyond::wrap, kHindiConsonants}, {53, Beyond::wrap, kThai},          {58, Beyond::repeat, kRussianLower},
+    {3, Beyond::repeat, kLatinUpper},
+    {4, Beyond::repeat, kLatinLower},
+    {12, Beyond::wrap, kAiueoHalf},
+    {13, Beyond::wrap, kIrohaHalf},
+    {18, Beyond::digits, kCircled},
+    {20, Beyond::wrap, kAiueo},
+    {21, Beyond::wrap, kIroha},
+    {24, Beyond::wrap, kGanada},
+    {25, Beyond::wrap, kChosung},
+    {26, Beyond::digits, kFullStops},
+    {27, Beyond::digits, kParenthesized},
+    {28, Beyond::digits, kCircled},
+    {29, Beyond::digits, kParenthesizedIdeographs},
+    {30, Beyond::digits, kHeavenlyStems},
+    {31, Beyond::digits, kEarthlyBranches},
+    {46, Beyond::wrap, kArabicAlphabet},
+    {47, Beyond::digits, kHebrew},
+    {48, Beyond::wrap, kArabicAbjad},
+    {49, Beyond::wrap,
+     kHindiConsonants}, // deliberate: word processors have the letters of 49 and 50 the other way round
+    {50, Beyond::wrap, kHindiVowels},
+    {53, Beyond::wrap, kThai},
+    {58, Beyond::repeat, kRussianLower},
     {59, Beyond::repeat, kRussianUpper},
 };
 
@@ -61,16 +85,22 @@ struct Digits {
 };
 
 constexpr Digits kDigits[] = {
-    {14, kFullwidthDigits}, {19, kFullwidthDigits},  {33, kIdeographDigits}, {40, kIdeographDigits},
-    {44, kKoreanDigits},    {51, kDevanagariDigits}, {54, kThaiDigits},
+    {10, kIdeographDigits}, {14, kFullwidthDigits},  {17, kIdeographDigits},
+    {19, kFullwidthDigits}, {36, kCircleDigits},     {41, kKoreanDigits},
+    {44, kZeroDigits},      {51, kDevanagariDigits}, {54, kThaiDigits},
 };
+
+/// Which powers of ten have the sign of one before them.
+enum class Ones { always, allButTen, never };
 
 /// Counting with a sign for each power of ten, as Chinese, Japanese and Korean do.
 struct Counting {
     int format;
-    bool onesBeforeTens; ///< whether 10 begins with the sign of one
-    Letters digits;      ///< 0..9
-    Letters powers;      ///< 10, 100, 1000
+    Ones ones;
+    bool saysZero; ///< whether a gap between two signs is filled by a zero
+    std::uint32_t largest;
+    Letters digits; ///< 0..9; beyond the largest number these alone
+    Letters powers; ///< 10, 100, 1000
 };
 
 constexpr Letters kPowers = U"十百千";
@@ -80,20 +110,20 @@ constexpr Letters kSimplifiedFormalDigits = U"零壹贰叁肆伍陆柒捌玖";
 constexpr Letters kJapaneseFormalDigits = U"〇壱弐参四伍六七八九";
 
 constexpr Counting kCountings[] = {
-    {10, false, kIdeographDigits, kPowers},
-    {11, false, kIdeographDigits, kPowers},
-    {16, true, kJapaneseFormalDigits, U"拾百千"},
-    {17, false, kIdeographDigits, kPowers},
-    {34, true, kFormalDigits, kFormalPowers},
-    {35, false, kIdeographDigits, kPowers},
-    {36, false, kIdeographDigits, kPowers},
-    {37, false, kIdeographDigits, kPowers},
-    {38, true, kSimplifiedFormalDigits, kFormalPowers},
-    {39, false, kIdeographDigits, kPowers},
-    {41, false, kIdeographDigits, kPowers},
-    {42, false, kKoreanDigits, U"십백천"},
-    {43, false, kIdeographDigits, kPowers},
+    {11, Ones::never, false, 9999, kIdeographDigits, kPowers},
+    {16, Ones::always, false, 9999, kJapaneseFormalDigits, U"拾百千"},
+    {33, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {34, Ones::always, true, 9999, kFormalDigits, kFormalPowers},
+    {35, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {37, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {38, Ones::always, true, 9999, kSimplifiedFormalDigits, kFormalPowers},
+    {39, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {42, Ones::never, false, 9999, kKoreanDigits, U"십백천"},
 };
+
+/// Native Korean numbers, for 1 to 99.
+constexpr Letters kKoreanOnes[] = {U"", U"하나", U"둘", U"셋", U"넷", U"다섯", U"여섯", U"일곱", U"여덟", U"아홉"};
+constexpr Letters kKoreanTens[] = {U"", U"열", U"스물", U"서른", U"마흔", U"쉰", U"예순", U"일흔", U"여든", U"아흔"};
 
 void appendDigits(std::u32string& out, std::uint32_t value, Letters digits) {
     const std::size_t start = out.size();
@@ -140,7 +170,7 @@ void appendLetters(std::u32string& out, const Alphabet& alphabet, std::uint32_t 
 }
 
 void appendCounted(std::u32string& out, const Counting& counting, std::uint32_t value) {
-    if (value == 0 || value > 9999) return appendDigits(out, value, counting.digits);
+    if (value == 0 || value > counting.largest) return appendDigits(out, value, counting.digits);
     bool zeroPending = false;
     const std::size_t start = out.size();
     std::uint32_t unit = 1000;
@@ -149,14 +179,21 @@ void appendCounted(std::u32string& out, const Counting& counting, std::uint32_t 
         if (digit == 0) {
             zeroPending = out.size() > start;
         } else {
-            if (zeroPending && counting.onesBeforeTens) out.push_back(counting.digits[0]);
+            if (zeroPending && counting.saysZero) out.push_back(counting.digits[0]);
             zeroPending = false;
-            if (power == 0 || digit > 1 || counting.onesBeforeTens || out.size() > start)
-                out.push_back(counting.digits[digit]);
+            const bool isLeadingTen = power == 1 && out.size() == start;
+            const bool saysOne = counting.ones == Ones::always || (counting.ones == Ones::allButTen && !isLeadingTen);
+            if (power == 0 || digit > 1 || saysOne) out.push_back(counting.digits[digit]);
             if (power > 0) out.push_back(counting.powers[power - 1]);
         }
         if (power == 0) return;
     }
+}
+
+void appendKorean(std::u32string& out, std::uint32_t value) {
+    if (value == 0 || value > 99) return appendArabic(out, value);
+    out += kKoreanTens[value / 10];
+    out += kKoreanOnes[value % 10];
 }
 
 constexpr std::string_view kOnes[] = {"",         "One",     "Two",     "Three",     "Four",     "Five",    "Six",
@@ -235,8 +272,8 @@ void appendNumber(std::u32string& out, int format, std::uint32_t value) {
         out.push_back(kHeavenlyStems[(value - 1) % kHeavenlyStems.size()]);
         out.push_back(kEarthlyBranches[(value - 1) % kEarthlyBranches.size()]);
         return;
-    case 45:
-    case 47: return appendHebrewNumber(out, value);
+    case 43: return appendKorean(out, value);
+    case 45: return appendHebrewNumber(out, value);
     case 57:
         appendAscii(out, "- ");
         appendArabic(out, value);

@@ -1,4 +1,5 @@
-// List numbers in words, letters and digits: the number formats of \levelnfc (RTF 1.9.1, "List Levels").
+// List numbers in words, letters and digits: the number formats of \levelnfc (RTF 1.9.1, "List Levels"), which are
+// those of ISO 29500-1, 17.18.59, in the order of MS-OSHARED 2.2.1.3; their signs are told by MS-DOCX 2.4.
 #pragma once
 
 #include <cstdint>

@@ -37,9 +37,24 @@ TEST(SymbolFonts, wingdingsListBulletsAndTypedArrowsArePlainShapes) {
     EXPECT_EQ(wingdingsToUnicode(0xE0), U'→');
 }
 
+TEST(SymbolFonts, zapfDingbatsHaveTheirSigns) {
+    EXPECT_EQ(zapfDingbatsToUnicode(0x21), U'✁');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x25), U'☎');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x33), U'✓');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x48), U'★');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x6C), U'●');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x7E), U'❞');
+    EXPECT_EQ(zapfDingbatsToUnicode(0x80), U'❨');
+    EXPECT_EQ(zapfDingbatsToUnicode(0xAB), U'♠');
+    EXPECT_EQ(zapfDingbatsToUnicode(0xAC), U'①');
+    EXPECT_EQ(zapfDingbatsToUnicode(0xD5), U'→');
+    EXPECT_EQ(zapfDingbatsToUnicode(0xFE), U'➾');
+    EXPECT_EQ(zapfDingbatsToUnicode(0xF0), char32_t{0xFFFD});
+}
+
 TEST(SymbolFonts, bytesWithoutSignAreReplacementCharacters) {
-    for (const SymbolFontDecoder decoder :
-         {symbolToUnicode, wingdingsToUnicode, wingdings2ToUnicode, wingdings3ToUnicode, webdingsToUnicode}) {
+    for (const SymbolFontDecoder decoder : {symbolToUnicode, wingdingsToUnicode, wingdings2ToUnicode,
+                                            wingdings3ToUnicode, webdingsToUnicode, zapfDingbatsToUnicode}) {
         EXPECT_EQ(decoder(0x00), char32_t{0xFFFD});
         EXPECT_EQ(decoder(0x1F), char32_t{0xFFFD});
         EXPECT_EQ(decoder(0x7F) == 0xFFFD, decoder != wingdingsToUnicode);
@@ -58,6 +73,9 @@ TEST(SymbolFonts, fontNamesFindTheirDecoderInAnyCase) {
     EXPECT_EQ(symbolFontDecoder("Wingdings 2"), wingdings2ToUnicode);
     EXPECT_EQ(symbolFontDecoder("wingdings 3"), wingdings3ToUnicode);
     EXPECT_EQ(symbolFontDecoder("Webdings"), webdingsToUnicode);
+    EXPECT_EQ(symbolFontDecoder("ZapfDingbats"), zapfDingbatsToUnicode);
+    EXPECT_EQ(symbolFontDecoder("Zapf Dingbats"), zapfDingbatsToUnicode);
+    EXPECT_EQ(symbolFontDecoder("Monotype Sorts"), zapfDingbatsToUnicode);
     EXPECT_EQ(symbolFontDecoder("Arial"), nullptr);
     EXPECT_EQ(symbolFontDecoder(""), nullptr);
     EXPECT_EQ(symbolFontDecoder("Wingdings 22"), nullptr);

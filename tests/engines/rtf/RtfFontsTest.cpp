@@ -37,11 +37,25 @@ TEST_F(RtfFonts, documentCharsetIsTakenAlsoWhenItComesAfterTheTable) {
 }
 
 TEST_F(RtfFonts, symbolFontsAreKnownByCharsetOrName) {
-    (void)read("{\\f1\\fcharset2 Wingdings;}{\\f2\\fcharset2 Odd;}{\\f3\\ftech Symbol;}{\\f4\\fcharset0 Symbol;}}");
+    (void)read("{\\f1\\fcharset2 Wingdings;}{\\f2\\fcharset2 Odd;}{\\f3\\ftech Symbol;}{\\f4\\fcharset0 Symbol;}"
+               "{\\f5\\fcharset2 ZapfDingbats;}}");
     EXPECT_EQ(fonts_.charset(1)->symbols(), text::wingdingsToUnicode);
     EXPECT_EQ(fonts_.charset(2)->symbols(), text::symbolToUnicode);
+    EXPECT_EQ(fonts_.charset(5)->symbols(), text::zapfDingbatsToUnicode);
     EXPECT_EQ(fonts_.charset(3)->symbols(), text::symbolToUnicode);
     EXPECT_FALSE(fonts_.charset(4)->isSymbolFont());
+}
+
+TEST_F(RtfFonts, suffixOfTheNameCountsWhereNothingElseIsGiven) {
+    (void)read("{\\f1 Arial CE;}{\\f2 Arial Cyr;}{\\f3 Arial (Thai);}{\\f4 Arial BlaCE;}{\\f5\\fcharset161 Arial Cyr;}"
+               "{\\f6\\cpg1257 Arial Cyr;}{\\f7\\fcharset0 Arial Cyr;}}");
+    EXPECT_EQ(fonts_.charset(1), pool_.forCodePage(1250));
+    EXPECT_EQ(fonts_.charset(2), pool_.forCodePage(1251));
+    EXPECT_EQ(fonts_.charset(3), pool_.forCodePage(874));
+    EXPECT_EQ(fonts_.charset(4), pool_.forCodePage(1252));
+    EXPECT_EQ(fonts_.charset(5), pool_.forCodePage(1253));
+    EXPECT_EQ(fonts_.charset(6), pool_.forCodePage(1257));
+    EXPECT_EQ(fonts_.charset(7), pool_.forCodePage(1252));
 }
 
 TEST_F(RtfFonts, unclosedTableKeepsWhatItHolds) {

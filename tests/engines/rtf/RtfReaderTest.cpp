@@ -52,6 +52,8 @@ TEST(RtfReader, everyDocumentHasItsReason) {
         {"{\\rtf1 a", Reason::partial, "a\n"},
         {"{\\rtf1 a{\\b b\\par ", Reason::partial, "ab\n"},
         {"{\\rtf1 a{\\pict 00", Reason::partial, "a\n"},
+        {"{\\rtf1{\\stylesheet{Style;}\\pard a\\par} b}", Reason::partial, "a\n b\n"},
+        {"{\\rtf1{\\stylesheet{\\pard Style;}} b}", Reason::ok, " b\n"},
         {"{\\rtf1 a\\bin9 b}", Reason::partial, "a\n"},
         {"{\\rtf1 a \\u12", Reason::partial, "a \n"},
         {"{\\rtf1 a \\'e", Reason::partial, "a e\n"},
@@ -83,6 +85,14 @@ TEST(RtfReader, lossesAreCounted) {
     EXPECT_EQ(extraction.loss.charactersWithoutUnicode, 3U);
     EXPECT_EQ(extraction.loss.charactersDecoded, 5U);
     EXPECT_EQ(extraction.loss.partsSkipped, 1U);
+}
+
+TEST(RtfReader, unreadableListTextThatTheTablesReplaceIsNoLoss) {
+    const Extraction extraction =
+        read("{\\rtf1{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01-;}}\\listid1}}"
+             "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}{\\listtext\\u57344?\\tab}\\ls1 a\\u57344?}");
+    EXPECT_EQ(extraction.text, "-\ta\uFFFD\n");
+    EXPECT_EQ(extraction.loss.charactersWithoutUnicode, 1U);
 }
 
 TEST(RtfReader, hiddenTextLosesNothing) {

@@ -35,7 +35,8 @@ INSTANTIATE_TEST_SUITE_P(Hostile, RtfWork,
                                          "{\\field{\\fldinst ", "{\\footnote x", "{\\shptxt x", "}{\\rtf1 ",
                                          "} {\\rtf1", "\\rtf1", "\\bin9 ", "\xC3\xA9\\bin", "\\'93",
                                          "{\\listtable{\\list{\\listlevel", "{\\*\\pn{\\pntxtb", "\\u-10179?",
-                                         "{\\NeXTGraphic ", "{\\info\\pard "));
+                                         "{\\NeXTGraphic ", "{\\info\\pard ", "{\\info\\pard\\par}", "{\\fcharset0 ",
+                                         "{\\field{\\*\\fldinst EQ \\\\f("));
 
 } // namespace
 } // namespace quillow::rtf
