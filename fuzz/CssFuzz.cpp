@@ -18,7 +18,7 @@ bool sameValues(const CascadedValues& a, const CascadedValues& b) {
 void checkAncestorFilter(const HtmlTree& tree, const CssStyleSheets& sheets) {
     CssMatcher led(tree, sheets);
     CssMatcher alone(tree, sheets);
-    NodeId node = tree.node(HtmlTree::kDocument).firstChild();
+    NodeId node = tree.firstChild(HtmlTree::kDocument);
     while (node != HtmlTree::kDocument) {
         if (tree.node(node).kind == NodeKind::element) {
             CascadedValues a;
@@ -28,8 +28,8 @@ void checkAncestorFilter(const HtmlTree& tree, const CssStyleSheets& sheets) {
             if (alone.steps() <= kMaxMatchSteps && !sameValues(a, b)) std::abort();
         }
         led.enter(node);
-        if (tree.node(node).firstChild() != kNoNode) {
-            node = tree.node(node).firstChild();
+        if (tree.firstChild(node) != kNoNode) {
+            node = tree.firstChild(node);
             continue;
         }
         led.leave();

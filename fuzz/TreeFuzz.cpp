@@ -38,10 +38,10 @@ constexpr Context kContexts[] = {
 
 void checkLinks(const HtmlTree& tree, NodeId id) {
     const Node& node = tree.node(id);
-    if (const NodeId first = node.firstChild(); first != kNoNode)
+    if (const NodeId first = tree.firstChild(id); first != kNoNode)
         require(tree.previous(first) == kNoNode && tree.parent(first) == id);
     if (node.isLast()) {
-        require(node.next() == kNoNode && (id == HtmlTree::kDocument || tree.parent(id) == node.parentOfLast()));
+        require(node.next() == kNoNode && (id == HtmlTree::kDocument || tree.parent(id) == tree.parentOfLast(id)));
     } else {
         require(tree.previous(node.next()) == id);
         if (node.kind == NodeKind::element && tree.node(node.next()).kind == NodeKind::element)
@@ -62,8 +62,8 @@ std::size_t checkTree(const HtmlTree& tree) {
         checkLinks(tree, id);
         const Node& node = tree.node(id);
         if (node.kind == NodeKind::text) bytes += tree.text(id).size();
-        if (node.firstChild() != kNoNode) {
-            id = node.firstChild();
+        if (tree.firstChild(id) != kNoNode) {
+            id = tree.firstChild(id);
             // Formatting elements that are opened again, and what the adoption agency nests, come on top.
             require(++depth <= kMaxTreeDepth + 2 * kMaxActiveFormatting);
             continue;

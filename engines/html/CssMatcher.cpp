@@ -146,9 +146,7 @@ void CssMatcher::readNames(NodeId element) {
     names_.clear();
     if (const auto classes = tree_.attribute(element, AttributeName::class_))
         for (std::size_t at = text::skipBlanksPortable(*classes, 0); at < classes->size();) {
-            std::size_t end = at;
-            while (end < classes->size() && !isWhiteSpace((*classes)[end]))
-                ++end;
+            const std::size_t end = text::findBlank(*classes, at);
             const std::string_view name = classes->substr(at, end - at);
             names_.push_back({name, hashOf(name)});
             at = std::min(end + 1, classes->size());
@@ -162,7 +160,7 @@ void CssMatcher::readNames(NodeId element) {
 
 /// False for most elements without child elements.
 bool CssMatcher::mayHoldElements(NodeId element) const {
-    const NodeId child = tree_.node(element).firstChild();
+    const NodeId child = tree_.firstChild(element);
     return child != kNoNode && (tree_.node(child).kind == NodeKind::element || !tree_.node(child).isLast());
 }
 
@@ -264,7 +262,7 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
 }
 
 bool CssMatcher::isEmpty(NodeId element) {
-    for (NodeId child = tree_.node(element).firstChild(); child != kNoNode; child = tree_.node(child).next()) {
+    for (NodeId child = tree_.firstChild(element); child != kNoNode; child = tree_.node(child).next()) {
         spend(1);
         if (tree_.node(child).kind == NodeKind::element || !tree_.text(child).empty()) return false;
     }

@@ -49,8 +49,8 @@ HtmlTree::HtmlTree(std::string_view source)
     : source_(source) {
     std::uint32_t* const end = words_.reserve(source_.size() / kSourceBytesPerWord + kMostNodeWords);
     std::construct_at(reinterpret_cast<Node*>(end))->kind = NodeKind::document;
-    end[kOwnWord] = kNoNode;
-    words_.setEnd(end + kOwnWord + 1);
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    words_.setEnd(end + kParentWord + 1);
 }
 
 HtmlTree::HtmlTree(std::string source)
@@ -62,7 +62,13 @@ HtmlTree::HtmlTree(std::string source)
 NodeId HtmlTree::parentOfText(NodeId id) const {
     while (!node(id).isLast())
         id = node(id).next_;
-    return node(id).next_ == kNoNode ? kNoNode : node(id).parentOfLast();
+    return node(id).next_ == kNoNode ? kNoNode : parentOfLast(id);
+}
+
+NodeId HtmlTree::previous(NodeId id) const {
+    if (isLone(node(id))) return kNoNode;
+    const NodeId before = words_[id + kPreviousWord];
+    return before == kNoNode || node(before).isLast() ? kNoNode : before;
 }
 
 std::string_view HtmlTree::unknownName(NodeId id) const {
@@ -109,8 +115,8 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     node.tag = tag;
     node.space = space;
     node.count_ = static_cast<std::uint8_t>(attributes.size());
-    end += kOwnWord;
-    *end++ = kNoNode;
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    end += kAttributesWord;
     if (tag == Tag::unknown) {
         *end++ = id + kMostNodeWords + 2;
         *end++ = locate(name);
@@ -132,52 +138,60 @@ NodeId HtmlTree::createClone(NodeId original) {
     copy.tag = copied.tag;
     copy.space = copied.space;
     copy.count_ = copied.count_;
-    end += kOwnWord;
-    *end++ = kNoNode;
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    end += kAttributesWord;
     if (hasAttributesWord(copied.tag, copied.count_)) *end++ = words_[original + kAttributesWord];
     words_.setEnd(end);
     return id;
 }
 
+NodeId HtmlTree::replaceLoneText(NodeId parent) {
+    const Node lone = node(words_[parent + kFirstChildWord]);
+    const NodeId text = createText(lone.next_ & ~Node::kLast, lone.count_);
+    words_.node(text).next_ = parent | Node::kLast;
+    words_[text + kPreviousWord] = text;
+    words_[parent + kFirstChildWord] = text;
+    return text;
+}
+
 void HtmlTree::insertBefore(NodeId parent, NodeId child, NodeId before) {
     if (before == kNoNode) return append(parent, child);
-    Node& inserted = words_.node(child);
-    Node& following = words_.node(before);
-    if (inserted.kind != NodeKind::text) words_[child + kOwnWord] = parent;
-    inserted.next_ = before;
-    inserted.previous_ = following.previous_;
-    NodeId& toFollowing =
-        words_.node(parent).content_ == before ? words_.node(parent).content_ : words_.node(following.previous_).next_;
-    toFollowing = child;
-    following.previous_ = child;
+    assert(node(before).kind == NodeKind::element);
+    const NodeId previous = words_[before + kPreviousWord];
+    if (node(child).kind != NodeKind::text) words_[child + kParentWord] = parent;
+    words_.node(child).next_ = before;
+    words_[child + kPreviousWord] = previous;
+    NodeId& first = words_[parent + kFirstChildWord];
+    (first == before ? first : words_.node(previous).next_) = child;
+    words_[before + kPreviousWord] = child;
 }
 
 void HtmlTree::remove(NodeId child) {
     const NodeId from = parent(child);
     if (from == kNoNode) return;
+    NodeId& first = words_[from + kFirstChildWord];
+    if (isLone(node(child))) {
+        first = kNoNode;
+        return;
+    }
     Node& removed = words_.node(child);
-    Node& container = words_.node(from);
-    const bool isFirst = container.content_ == child;
-    if (!removed.isLast()) {
-        words_.node(removed.next_).previous_ = removed.previous_;
-    } else if (!isFirst) {
-        words_.node(container.content_).previous_ = removed.previous_;
-    }
-    if (isFirst) {
-        container.content_ = removed.next();
+    const NodeId previous = words_[child + kPreviousWord];
+    // What held the child as the one before it: the one after it, or of the last one the first.
+    words_[(removed.isLast() ? first : removed.next_) + kPreviousWord] = previous;
+    if (first == child) {
+        first = removed.next();
     } else {
-        words_.node(removed.previous_).next_ = removed.next_;
+        words_.node(previous).next_ = removed.next_;
     }
-    removed.previous_ = removed.next_ = kNoNode;
-    if (removed.kind != NodeKind::text) words_[child + kOwnWord] = kNoNode;
+    removed.next_ = words_[child + kPreviousWord] = kNoNode;
+    if (removed.kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
 }
 
 std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
-    const NodeId first = node(from).content_;
-    if (first == kNoNode) return 0;
-    words_.node(from).content_ = kNoNode;
+    NodeId child = firstOfSeveral(from);
+    words_[from + kFirstChildWord] = kNoNode;
     std::size_t moved = 0;
-    for (NodeId child = first; child != kNoNode; ++moved) {
+    for (; child != kNoNode; ++moved) {
         const NodeId next = node(child).next();
         append(to, child);
         child = next;

@@ -68,12 +68,16 @@ private:
 
 /// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
 ///
-/// Large pages are dense with small elements and texts, so each takes as few words as it can. Behind its Node stand:
-/// - of a text of kLongText bytes or more, its size;
-/// - of an element, its parent, and, if it has attributes or a name of its own, or may get attributes later, the place of its
-///   attributes.
+/// Large pages are dense with small elements and texts, so each takes as few words as it can. Behind its Node stand the sibling
+/// before it (of the first one the last) and:
+/// - of a text, its location, and its size if that is kLongText bytes or more;
+/// - of an element, its first child, its parent, and, if it has attributes or a name of its own, or may get attributes later,
+///   the place of its attributes.
 /// At that place stand a bit for each known attribute, and the attributes; before them, where the tag is unknown, the location
 /// and the size of the name. Copies of an element share them.
+///
+/// A lone text, most often the only child that its parent gets, is nothing but a Node, whose "next" is its location, and whose
+/// "space" is the number of words from its parent to it. As soon as it gets a sibling, another text takes its place.
 class HtmlTree {
 public:
     static constexpr NodeId kDocument = 0;
@@ -90,18 +94,22 @@ public:
     [[nodiscard]] std::size_t bytes() const { return words_.size() * sizeof(std::uint32_t); }
     /// Takes long for a text that has many siblings after it.
     [[nodiscard]] NodeId parent(NodeId id) const {
-        return node(id).kind == NodeKind::text ? parentOfText(id) : words_[id + kOwnWord];
+        return node(id).kind == NodeKind::text ? parentOfText(id) : words_[id + kParentWord];
     }
-    [[nodiscard]] NodeId previous(NodeId id) const {
-        const NodeId before = node(id).previous_;
-        return before == kNoNode || node(before).isLast() ? kNoNode : before;
+    /// The parent of a node that is the last of its children.
+    [[nodiscard]] NodeId parentOfLast(NodeId id) const {
+        return isLone(node(id)) ? id - static_cast<NodeId>(node(id).space) : node(id).next_ & ~Node::kLast;
     }
+    [[nodiscard]] NodeId firstChild(NodeId id) const {
+        return node(id).kind == NodeKind::text ? kNoNode : words_[id + kFirstChildWord];
+    }
+    [[nodiscard]] NodeId previous(NodeId id) const;
     /// A text node's characters; an element's name in lower case.
     [[nodiscard]] std::string_view text(NodeId id) const {
         const Node& node = words_.node(id);
-        if (node.kind == NodeKind::text)
-            return textAt(node.content_, node.count_ == kLongText ? words_[id + kOwnWord] : node.count_);
-        return node.tag != Tag::unknown ? tagName(node.tag) : unknownName(id);
+        if (node.kind != NodeKind::text) return node.tag != Tag::unknown ? tagName(node.tag) : unknownName(id);
+        if (isLone(node)) return textAt(node.next_ & ~Node::kLast, node.count_);
+        return textAt(words_[id + kLocationWord], node.count_ == kLongText ? words_[id + kSizeWord] : node.count_);
     }
     [[nodiscard]] AttributeList attributes(NodeId id) const {
         const std::size_t count = node(id).count_;
@@ -133,35 +141,42 @@ public:
                                        std::span<const Attribute> attributes);
     /// A new element with the name and the attributes of another.
     [[nodiscard]] NodeId createClone(NodeId original);
-    [[nodiscard]] NodeId createText(std::string_view text) {
-        const std::uint32_t location = locate(text);
-        std::uint32_t* end = words_.reserve(kMostNodeWords);
-        const NodeId id = words_.size();
-        Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
-        end += kOwnWord;
-        node.kind = NodeKind::text;
-        node.content_ = location;
-        node.count_ = static_cast<std::uint8_t>(std::min<std::size_t>(text.size(), kLongText));
-        if (text.size() >= kLongText) *end++ = static_cast<std::uint32_t>(text.size());
-        words_.setEnd(end);
-        return id;
-    }
+    [[nodiscard]] NodeId createText(std::string_view text) { return createText(locate(text), text.size()); }
     void append(NodeId parent, NodeId child) {
-        Node& inserted = words_.node(child);
-        Node& container = words_.node(parent);
-        if (inserted.kind != NodeKind::text) words_[child + kOwnWord] = parent;
-        inserted.next_ = parent | Node::kLast;
-        if (container.content_ == kNoNode) {
-            container.content_ = inserted.previous_ = child;
+        const NodeId first = firstOfSeveral(parent);
+        if (node(child).kind != NodeKind::text) words_[child + kParentWord] = parent;
+        words_.node(child).next_ = parent | Node::kLast;
+        if (first == kNoNode) {
+            words_[parent + kFirstChildWord] = words_[child + kPreviousWord] = child;
             return;
         }
-        Node& first = words_.node(container.content_);
-        words_.node(first.previous_).next_ = child;
-        inserted.previous_ = first.previous_;
-        first.previous_ = child;
+        const NodeId last = words_[first + kPreviousWord];
+        words_.node(last).next_ = child;
+        words_[child + kPreviousWord] = last;
+        words_[first + kPreviousWord] = child;
     }
-    /// `before` is a child of `parent`, or kNoNode for the end.
+    /// Appends a new text, which is not empty.
+    void appendText(NodeId parent, std::string_view text) {
+        const std::uint32_t location = locate(text);
+        const NodeId id = words_.size();
+        // What begins with a line end stands before an element most often.
+        if (words_[parent + kFirstChildWord] != kNoNode || text.front() == '\n' || text.size() >= kLongText ||
+            id - parent > kMostSpace || location >= (kNoNode & ~Node::kLast)) {
+            append(parent, createText(location, text.size()));
+            return;
+        }
+        std::uint32_t* const end = words_.reserve(kNodeWords);
+        Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
+        node.kind = NodeKind::text;
+        node.space = static_cast<Namespace>(id - parent);
+        node.count_ = static_cast<std::uint8_t>(text.size());
+        node.next_ = location | Node::kLast;
+        words_.setEnd(end + kNodeWords);
+        words_[parent + kFirstChildWord] = id;
+    }
+    /// `before` is an element that is a child of `parent`, or kNoNode for the end.
     void insertBefore(NodeId parent, NodeId child, NodeId before);
+    /// A text that is removed is not to be inserted again.
     void remove(NodeId child);
     /// Moves every child of `from` to the end of `to`; answers how many there were.
     std::size_t moveChildren(NodeId from, NodeId to);
@@ -177,10 +192,37 @@ private:
     friend class AttributeList::Iterator;
 
     static constexpr std::uint8_t kLongText = 0xFF;
-    static constexpr NodeId kOwnWord =
-        sizeof(Node) / sizeof(std::uint32_t); ///< an element's parent, a long text's size
-    static constexpr NodeId kAttributesWord = kOwnWord + 1;
-    static constexpr std::size_t kMostNodeWords = 6;
+    static constexpr NodeId kNodeWords = sizeof(Node) / sizeof(std::uint32_t);
+    static constexpr NodeId kPreviousWord = kNodeWords;
+    static constexpr NodeId kLocationWord = kPreviousWord + 1;
+    static constexpr NodeId kSizeWord = kLocationWord + 1;
+    static constexpr NodeId kFirstChildWord = kPreviousWord + 1;
+    static constexpr NodeId kParentWord = kFirstChildWord + 1;
+    static constexpr NodeId kAttributesWord = kParentWord + 1;
+    static constexpr std::size_t kMostNodeWords = kAttributesWord + 1;
+    static constexpr NodeId kMostSpace = 0xFF; ///< between a parent and its lone text
+
+    [[nodiscard]] static bool isLone(const Node& node) {
+        return node.kind == NodeKind::text && node.space != Namespace::html;
+    }
+    [[nodiscard]] NodeId createText(std::uint32_t location, std::size_t size) {
+        std::uint32_t* end = words_.reserve(kMostNodeWords);
+        const NodeId id = words_.size();
+        Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
+        node.kind = NodeKind::text;
+        node.count_ = static_cast<std::uint8_t>(std::min<std::size_t>(size, kLongText));
+        end[kPreviousWord] = kNoNode;
+        end[kLocationWord] = location;
+        if (size >= kLongText) end[kSizeWord] = static_cast<std::uint32_t>(size);
+        words_.setEnd(end + (size >= kLongText ? kSizeWord : kLocationWord) + 1);
+        return id;
+    }
+    /// The first child of a parent that is about to get another.
+    NodeId firstOfSeveral(NodeId parent) {
+        const NodeId first = words_[parent + kFirstChildWord];
+        return first == kNoNode || !isLone(node(first)) ? first : replaceLoneText(parent);
+    }
+    NodeId replaceLoneText(NodeId parent);
 
     /// The words of an attribute: its head, the location of its value, of a long value the size, and of an unknown name the
     /// location.

@@ -22,14 +22,11 @@ enum class Namespace : std::uint8_t { html, svg, mathMl };
 class Node {
 public:
     NodeKind kind = NodeKind::element;
-    Namespace space = Namespace::html;
-    Tag tag = Tag::unknown;
+    Namespace space = Namespace::html; ///< of an element
+    Tag tag = Tag::unknown;            ///< of an element
 
     [[nodiscard]] bool isLast() const { return (next_ & kLast) != 0; }
     [[nodiscard]] NodeId next() const { return isLast() ? kNoNode : next_; }
-    /// The parent, where this is the last of its children.
-    [[nodiscard]] NodeId parentOfLast() const { return next_ & ~kLast; }
-    [[nodiscard]] NodeId firstChild() const { return kind == NodeKind::text ? kNoNode : content_; }
 
 private:
     friend class HtmlTree;
@@ -37,10 +34,8 @@ private:
     /// Marks the last of its parent's children, whose "next" is the parent.
     static constexpr NodeId kLast = 0x80000000;
 
-    std::uint8_t count_ = 0; ///< of an element's attributes; of a text's bytes, or kLongText
+    std::uint8_t count_ = 0; ///< of an element's attributes; of a text's bytes, or HtmlTree::kLongText
     NodeId next_ = kNoNode;
-    NodeId previous_ = kNoNode; ///< of the first child the last one
-    NodeId content_ = kNoNode;  ///< an element's first child; a text's location
 };
 
 /// Words of 32 bits in one block, which grows by std::realloc: of a large one the system moves the pages, not the bytes, so that
@@ -63,7 +58,7 @@ private:
     struct Free {
         void operator()(std::uint32_t* words) const { std::free(words); }
     };
-    static_assert(std::is_trivially_copyable_v<Node> && sizeof(Node) == 16 && alignof(Node) == alignof(std::uint32_t));
+    static_assert(std::is_trivially_copyable_v<Node> && sizeof(Node) == 8 && alignof(Node) == alignof(std::uint32_t));
     void grow(std::size_t more);
 
     std::unique_ptr<std::uint32_t, Free> words_;

@@ -135,7 +135,7 @@ private:
 RenderedText Renderer::render() {
     frames_.reserve(64);
     frames_.emplace_back();
-    NodeId html = tree_.node(HtmlTree::kDocument).firstChild();
+    NodeId html = tree_.firstChild(HtmlTree::kDocument);
     while (html != kNoNode && tree_.node(html).tag != Tag::html)
         html = tree_.node(html).next();
     if (html == kNoNode) {
@@ -145,7 +145,7 @@ RenderedText Renderer::render() {
         styleFrame(html, outside, frames_.back());
         styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
-        for (NodeId child = tree_.node(html).firstChild(); shown && child != kNoNode; child = tree_.node(child).next())
+        for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.node(child).next())
             if (tree_.node(child).tag != Tag::head) walk(child);
     }
     return {std::move(collector_).finish(), styles_.authorStylesApplied()};
@@ -156,14 +156,14 @@ void Renderer::walk(NodeId root) {
     NodeId node = root;
     for (;;) {
         if (enter(node) == Entered::yes) {
-            if (const NodeId child = tree_.node(node).firstChild(); child != kNoNode) {
+            if (const NodeId child = tree_.firstChild(node); child != kNoNode) {
                 node = child;
                 continue;
             }
             leave(node);
         }
         while (node != root && tree_.node(node).isLast()) {
-            node = tree_.node(node).parentOfLast();
+            node = tree_.parentOfLast(node);
             leave(node);
         }
         if (node == root) return;
@@ -360,7 +360,7 @@ void Renderer::openList(NodeId id, Frame& frame) {
     if (tree_.attribute(id, AttributeName::reversed)) {
         frame.numberStep = -1;
         frame.nextNumber = 0;
-        for (NodeId child = node.firstChild(); !start && child != kNoNode; child = tree_.node(child).next())
+        for (NodeId child = tree_.firstChild(id); !start && child != kNoNode; child = tree_.node(child).next())
             if (tree_.node(child).tag == Tag::li) ++frame.nextNumber;
     }
     if (start) frame.nextNumber = *start;

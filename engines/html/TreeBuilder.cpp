@@ -109,7 +109,7 @@ void TreeBuilder::readTokens() {
         }
         if (token.type == TokenType::startTag) {
             ++startTags_;
-            boundDepth();
+            if (open_.size() >= kMaxTreeDepth) boundDepth();
         }
         while (dispatch(token) == Next::reprocess) {
         }
@@ -325,7 +325,7 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
     if (!fosterParenting_) {
-        tree_.append(current().id, tree_.createText(text));
+        tree_.appendText(current().id, text);
         return;
     }
     const Place place = appropriatePlace();

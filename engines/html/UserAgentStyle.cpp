@@ -110,6 +110,8 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
     return style;
 }
 
+constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
+                           Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
 /// The elements that have more rules than one display type.
 constexpr TagSet kWithRules{Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,
                             Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
@@ -166,8 +168,6 @@ Display defaultDisplay(const Node& element) {
 }
 
 bool isReplaced(const Node& element) {
-    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
-                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
     return element.space == Namespace::html && kReplaced.contains(element.tag);
 }
 

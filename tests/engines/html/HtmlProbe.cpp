@@ -110,14 +110,14 @@ std::string treeOf(std::string_view space, const std::string& name, std::string_
     const auto tree =
         isDocument ? parseHtml(std::string(bytes)) : parseFragment(std::string(bytes), name, contextSpace);
     NodeId root = HtmlTree::kDocument;
-    if (!isDocument) root = tree->node(root).firstChild();
+    if (!isDocument) root = tree->firstChild(root);
     std::string out;
     std::size_t depth = 0;
-    NodeId id = tree->node(root).firstChild();
+    NodeId id = tree->firstChild(root);
     while (id != kNoNode) {
         out += printed(*tree, id, depth);
-        if (tree->node(id).firstChild() != kNoNode) {
-            id = tree->node(id).firstChild();
+        if (tree->firstChild(id) != kNoNode) {
+            id = tree->firstChild(id);
             ++depth;
             continue;
         }
