@@ -80,7 +80,7 @@ std::string render(const HtmlTree& tree, const Options& options) {
 
 } // namespace
 
-Extraction readHtml(std::span<const std::byte> bytes, const Options& options) {
+Extraction readHtml(std::span<const std::byte> bytes, const Options& options, const BytesDone& bytesDone) {
     Extraction result;
     const std::string_view document(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     if (document.size() > kMaxDocumentBytes) {
@@ -95,6 +95,8 @@ Extraction readHtml(std::span<const std::byte> bytes, const Options& options) {
     }
     Utf8Document utf8 = decode(document);
     result.loss = utf8.loss;
+    if (!utf8.decoded && utf8.inPlace.find('\r') != std::string_view::npos) utf8.decoded.emplace(utf8.inPlace);
+    if (utf8.decoded && bytesDone) bytesDone();
     auto tree = utf8.decoded ? parseHtml(std::move(*utf8.decoded)) : parseHtmlInPlace(utf8.inPlace);
     if (auto alternative = framesAlternative(*tree)) {
         tree.reset(); // before another is made

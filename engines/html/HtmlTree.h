@@ -266,7 +266,7 @@ inline constexpr std::size_t kMaxTreeDepth = 512;
 
 /// The tree of a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
 [[nodiscard]] std::unique_ptr<HtmlTree> parseHtml(std::string utf8);
-/// The same without a copy where that can be: the document outlives the tree.
+/// The same without a copy: the document, which holds no U+000D, outlives the tree.
 [[nodiscard]] std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8);
 
 } // namespace quillow::html

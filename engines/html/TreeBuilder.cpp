@@ -57,7 +57,6 @@ std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
 }
 
 std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8) {
-    if (utf8.find('\r') != std::string_view::npos) return parseHtml(std::string(utf8));
     auto tree = std::make_unique<HtmlTree>(utf8);
     TreeBuilder(*tree).run();
     return tree;

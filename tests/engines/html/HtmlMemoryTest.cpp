@@ -127,7 +127,7 @@ TEST(HtmlMemory, aLegacyEncodingCostsOneCopy) {
     const TextMemory memory =
         memoryOf(document("<meta charset=windows-1252>", "<p>The quick brown f\xF6x jumps over the lazy dog.</p>\r\n"));
     EXPECT_GT(memory.text, kDocument * 3 / 4);
-    // The copy grows by doubling, and before the text is there.
+    // There is room for twice the bytes in the copy.
     EXPECT_LE(memory.most, 3 * kDocument + kBeside);
 }
 
