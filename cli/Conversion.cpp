@@ -21,12 +21,12 @@ Result notAccepted(std::string detail) {
     return result;
 }
 
-Result extracted(const InputDocument& input, const PlannedDocument& document, const Options& options) {
+Result extracted(InputDocument& input, const PlannedDocument& document, const Options& options) {
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return failed(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted("neither name nor content is that of an RTF, HTML or PDF document");
-    Extraction extraction = extract(input.bytes.view(), *kind, options);
+    Extraction extraction = extract(input.bytes.view(), *kind, options, [&input] { input.bytes.release(); });
     if (input.bytes.haveChanged()) return failed(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;

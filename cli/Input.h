@@ -37,6 +37,11 @@ public:
     [[nodiscard]] bool grow(std::size_t capacity);
     [[nodiscard]] std::span<std::byte> room() { return {data_.get() + size_, capacity_ - size_}; }
     void added(std::size_t bytes) { size_ += bytes; }
+    /// Frees what was read; a mapped file stays.
+    void release() {
+        data_.reset();
+        size_ = capacity_ = 0;
+    }
 
 private:
     std::optional<MappedFile> file_;

@@ -38,9 +38,9 @@ std::optional<std::string_view> otherContent(Bytes bytes, DocumentKind kind) {
 }
 
 /// RTF and HTML take nearly any bytes as text, so what plainly is another kind never reaches them.
-Extraction readTolerantKind(Bytes bytes, DocumentKind kind, const Options& options) {
+Extraction readTolerantKind(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone) {
     if (const auto other = otherContent(bytes, kind)) return wrongType(*other);
-    return kind == DocumentKind::html ? html::readHtml(bytes, options) : rtf::readRtf(bytes, options);
+    return kind == DocumentKind::html ? html::readHtml(bytes, options, bytesDone) : rtf::readRtf(bytes, options);
 }
 
 /// A PDF may carry any junk before its header: the engine is asked first, and its failure explained.
@@ -51,7 +51,7 @@ Extraction readPdfKind(Bytes bytes, const Options& options) {
     return extraction;
 }
 
-Extraction dispatch(Bytes bytes, DocumentKind kind, const Options& options) {
+Extraction dispatch(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone) {
     if (bytes.empty() && kind != DocumentKind::html) return failure(Reason::damaged, "the file is empty");
     if (bytes.empty()) {
         Extraction extraction;
@@ -59,7 +59,7 @@ Extraction dispatch(Bytes bytes, DocumentKind kind, const Options& options) {
         extraction.text.emplace();
         return extraction;
     }
-    return kind == DocumentKind::pdf ? readPdfKind(bytes, options) : readTolerantKind(bytes, kind, options);
+    return kind == DocumentKind::pdf ? readPdfKind(bytes, options) : readTolerantKind(bytes, kind, options, bytesDone);
 }
 
 } // namespace
@@ -84,11 +84,12 @@ std::string_view reasonName(Reason reason) {
     return "damaged";
 }
 
-Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options) {
+Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options,
+                   const BytesDone& bytesDone) {
     // The engines throw nothing of their own; the standard library does when memory ends, and that is one document's
     // failure, not the program's.
     try {
-        return dispatch(bytes, kind, options);
+        return dispatch(bytes, kind, options, bytesDone);
     } catch (const std::bad_alloc&) {
         return failure(Reason::outOfMemory, "the document needs more memory than there is");
     } catch (const std::length_error&) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -71,9 +72,14 @@ struct Extraction {
     std::uint64_t pages = 0; ///< pages of a PDF; 0 where the format has none
 };
 
+/// Called at most once, when a document's bytes are looked at no more though its text is still to come: who owns them may free
+/// them. Never throws.
+using BytesDone = std::function<void()>;
+
 /// Reads one document that is wholly in memory. Never throws, opens no file and no socket, keeps nothing between calls and
 /// may be called from several threads at once. For DocumentKind::rtfd the bytes are those of the RTF file in the bundle.
-[[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {});
+[[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {},
+                                 const BytesDone& bytesDone = {});
 
 /// The kind that the content itself shows, by its first bytes (for standard input without a name, and to say what a
 /// mislabelled file is). Nothing when the bytes look like none of them; never answers rtfd.

@@ -82,6 +82,33 @@ template <char... kWanted>
     return skipBlanksPortable(bytes, from);
 }
 
+/// As findBlank, one byte after the other.
+[[nodiscard]] constexpr std::size_t findBlankPortable(std::string_view bytes, std::size_t from) {
+    while (from < bytes.size() && !isBlank(bytes[from]))
+        ++from;
+    return from;
+}
+
+/// The position of the first white space at or after `from`, which is not past the end; the view's size where there is none.
+[[nodiscard]] inline std::size_t findBlank(std::string_view bytes, std::size_t from) {
+#ifdef __SSE2__
+    const auto blanks = [&](__m128i block) { return scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block); };
+    for (; bytes.size() - from >= scan::kBlock; from += scan::kBlock)
+        if (const unsigned mask = blanks(scan::load(bytes.data() + from)); mask != 0)
+            return from + static_cast<std::size_t>(std::countr_zero(mask));
+    for (; bytes.size() - from >= scan::kHalfBlock; from += scan::kHalfBlock)
+        if (const unsigned mask = blanks(scan::loadHalf(bytes.data() + from)); mask != 0)
+            return from + static_cast<std::size_t>(std::countr_zero(mask));
+    if (bytes.size() >= scan::kHalfBlock) {
+        // The last bytes, once more those before `from` among them.
+        const std::size_t start = bytes.size() - scan::kHalfBlock;
+        const unsigned mask = blanks(scan::loadHalf(bytes.data() + start)) >> (from - start);
+        return mask == 0 ? bytes.size() : from + static_cast<std::size_t>(std::countr_zero(mask));
+    }
+#endif
+    return findBlankPortable(bytes, from);
+}
+
 /// As findBlankRun, one byte after the other.
 [[nodiscard]] constexpr std::size_t findBlankRunPortable(std::string_view bytes, std::size_t from) {
     const auto isSingleSpace = [bytes](std::size_t at) {

@@ -132,7 +132,8 @@ std::optional<ByteOrderMark> byteOrderMark(std::string_view bytes) {
 
 DecodedText decode(std::string_view bytes, Encoding encoding) {
     DecodedText text;
-    text.utf8.reserve(bytes.size());
+    // Most texts do not outgrow it, and what is reserved and not used costs no memory.
+    text.utf8.reserve(2 * bytes.size());
     {
         DecoderOutput out(text);
         switch (encoding) {

@@ -146,9 +146,7 @@ void CssMatcher::readNames(NodeId element) {
     names_.clear();
     if (const auto classes = tree_.attribute(element, AttributeName::class_))
         for (std::size_t at = text::skipBlanksPortable(*classes, 0); at < classes->size();) {
-            std::size_t end = at;
-            while (end < classes->size() && !isWhiteSpace((*classes)[end]))
-                ++end;
+            const std::size_t end = text::findBlank(*classes, at);
             const std::string_view name = classes->substr(at, end - at);
             names_.push_back({name, hashOf(name)});
             at = std::min(end + 1, classes->size());
@@ -156,14 +154,14 @@ void CssMatcher::readNames(NodeId element) {
         }
     classes_ = names_.size();
     if (const auto id = tree_.attribute(element, AttributeName::id)) names_.push_back({*id, hashOf(*id)});
-    const std::string_view name = tree_.node(element).text();
+    const std::string_view name = tree_.text(element);
     names_.push_back({name, hashOf(name)});
 }
 
 /// False for most elements without child elements.
 bool CssMatcher::mayHoldElements(NodeId element) const {
-    const NodeId child = tree_.node(element).firstChild;
-    return child != kNoNode && (tree_.node(child).kind == NodeKind::element || tree_.node(child).next != kNoNode);
+    const NodeId child = tree_.firstChild(element);
+    return child != kNoNode && (tree_.node(child).kind == NodeKind::element || !tree_.node(child).isLast());
 }
 
 void CssMatcher::enter(NodeId node) {
@@ -213,21 +211,21 @@ void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValue
 }
 
 NodeId CssMatcher::parentElement(NodeId element) const {
-    const NodeId parent = tree_.node(element).parent;
+    const NodeId parent = tree_.parent(element);
     return parent == HtmlTree::kDocument ? kNoNode : parent;
 }
 
 NodeId CssMatcher::previousElement(NodeId element) const {
-    NodeId node = tree_.node(element).previous;
+    NodeId node = tree_.previous(element);
     while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
-        node = tree_.node(node).previous;
+        node = tree_.previous(node);
     return node;
 }
 
 NodeId CssMatcher::nextElement(NodeId element) const {
-    NodeId node = tree_.node(element).next;
+    NodeId node = tree_.node(element).next();
     while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
-        node = tree_.node(node).next;
+        node = tree_.node(node).next();
     return node;
 }
 
@@ -264,9 +262,9 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
 }
 
 bool CssMatcher::isEmpty(NodeId element) {
-    for (NodeId child = tree_.node(element).firstChild; child != kNoNode; child = tree_.node(child).next) {
+    for (NodeId child = tree_.firstChild(element); child != kNoNode; child = tree_.node(child).next()) {
         spend(1);
-        if (tree_.node(child).kind == NodeKind::element || !tree_.node(child).text().empty()) return false;
+        if (tree_.node(child).kind == NodeKind::element || !tree_.text(child).empty()) return false;
     }
     return true;
 }
@@ -274,7 +272,7 @@ bool CssMatcher::isEmpty(NodeId element) {
 bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     const Node& node = tree_.node(element);
     switch (simple.kind) {
-    case SelectorKind::type: return node.text() == simple.name;
+    case SelectorKind::type: return tree_.text(element) == simple.name;
     case SelectorKind::id: {
         const auto id = tree_.attribute(element, AttributeName::id);
         return id && *id == simple.name;
@@ -334,12 +332,12 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
 }
 
 bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
-    const std::string_view type = tree_.node(element).text();
+    const std::string_view type = tree_.text(element);
     int position = 1;
     for (NodeId other = simple.fromEnd ? nextElement(element) : previousElement(element); other != kNoNode;
          other = simple.fromEnd ? nextElement(other) : previousElement(other)) {
         if (!spend(1)) return false;
-        if (!simple.ofType || tree_.node(other).text() == type) ++position;
+        if (!simple.ofType || tree_.text(other) == type) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
     const int distance = position - simple.b;

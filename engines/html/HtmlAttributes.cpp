@@ -15,4 +15,8 @@ static_assert(!kNames.back().empty());
 
 constexpr KeyTable<7, kNames.size()> kAttributeTable(kNames);
 
+std::string_view attributeName(AttributeName known) {
+    return kNames[static_cast<std::size_t>(known)];
+}
+
 } // namespace quillow::html

@@ -63,10 +63,10 @@ std::optional<std::string> framesAlternative(const HtmlTree& tree) {
     std::string alternative;
     for (const NodeId id : tree.notedElements()) {
         const Node& node = tree.node(id);
-        if (node.tag == Tag::frameset && tree.node(node.parent).tag == Tag::html) hasFrames = true;
+        if (node.tag == Tag::frameset && tree.node(tree.parent(id)).tag == Tag::html) hasFrames = true;
         if (node.tag != Tag::noframes) continue;
-        for (NodeId child = node.firstChild; child != kNoNode; child = tree.node(child).next)
-            if (tree.node(child).kind == NodeKind::text) alternative += tree.node(child).text();
+        for (NodeId child = tree.firstChild(id); child != kNoNode; child = tree.node(child).next())
+            if (tree.node(child).kind == NodeKind::text) alternative += tree.text(child);
     }
     return hasFrames ? std::optional(std::move(alternative)) : std::nullopt;
 }
@@ -80,7 +80,7 @@ std::string render(const HtmlTree& tree, const Options& options) {
 
 } // namespace
 
-Extraction readHtml(std::span<const std::byte> bytes, const Options& options) {
+Extraction readHtml(std::span<const std::byte> bytes, const Options& options, const BytesDone& bytesDone) {
     Extraction result;
     const std::string_view document(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     if (document.size() > kMaxDocumentBytes) {
@@ -93,10 +93,15 @@ Extraction readHtml(std::span<const std::byte> bytes, const Options& options) {
         result.detail = *other;
         return result;
     }
-    const Utf8Document utf8 = decode(document);
+    Utf8Document utf8 = decode(document);
     result.loss = utf8.loss;
-    auto tree = parseHtmlInPlace(utf8.view());
-    if (auto alternative = framesAlternative(*tree)) tree = parseHtml(std::move(*alternative));
+    if (!utf8.decoded && utf8.inPlace.find('\r') != std::string_view::npos) utf8.decoded.emplace(utf8.inPlace);
+    if (utf8.decoded && bytesDone) bytesDone();
+    auto tree = utf8.decoded ? parseHtml(std::move(*utf8.decoded)) : parseHtmlInPlace(utf8.inPlace);
+    if (auto alternative = framesAlternative(*tree)) {
+        tree.reset(); // before another is made
+        tree = parseHtml(std::move(*alternative));
+    }
     result.text = render(*tree, options);
     result.reason = result.text->empty() ? Reason::okEmpty : Reason::ok;
     return result;

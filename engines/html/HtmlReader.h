@@ -5,6 +5,8 @@
 
 namespace quillow::html {
 
-[[nodiscard]] Extraction readHtml(std::span<const std::byte> bytes, const Options& options);
+/// The bytes are done when the document has to be written otherwise first: in UTF-8, or without U+000D.
+[[nodiscard]] Extraction readHtml(std::span<const std::byte> bytes, const Options& options,
+                                  const BytesDone& bytesDone = {});
 
 } // namespace quillow::html

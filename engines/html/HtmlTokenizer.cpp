@@ -310,7 +310,15 @@ std::string_view HtmlTokenizer::attributeValue() {
 template <char quote>
 std::string_view HtmlTokenizer::quotedValue() {
     const std::size_t start = position_ + 1;
-    std::size_t end = text::findFirstOf<quote, '&', '\0'>(source_, start);
+    const std::size_t end = text::findFirstOf<quote, '&', '\0'>(source_, start);
+    if (at(end) != quote) return quotedValue<quote>(start, end);
+    position_ = end + 1;
+    return {data_ + start, end - start};
+}
+
+/// The same for a value in which something has to be replaced, first at `end`, or which does not end.
+template <char quote>
+std::string_view HtmlTokenizer::quotedValue(std::size_t start, std::size_t end) {
     Found found;
     while (end < size_ && data_[end] != quote) {
         found.add(data_[end]);
@@ -327,11 +335,6 @@ std::string_view HtmlTokenizer::unquotedValue() {
     for (; position_ < size_ && !isWhiteSpace(data_[position_]) && data_[position_] != '>'; ++position_)
         found.add(data_[position_]);
     return finishedValue(start, position_, found);
-}
-
-std::string_view HtmlTokenizer::finishedValue(std::size_t start, std::size_t end, Found found) {
-    const std::string_view value(data_ + start, end - start);
-    return found.nul || found.reference ? replacedValue(value, found) : value;
 }
 
 std::string_view HtmlTokenizer::replacedValue(std::string_view value, Found found) {

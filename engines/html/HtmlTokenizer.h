@@ -65,8 +65,13 @@ private:
     std::string_view attributeValue();
     template <char quote>
     std::string_view quotedValue();
+    template <char quote>
+    std::string_view quotedValue(std::size_t start, std::size_t end);
     std::string_view unquotedValue();
-    std::string_view finishedValue(std::size_t start, std::size_t end, Found found);
+    std::string_view finishedValue(std::size_t start, std::size_t end, Found found) {
+        const std::string_view value(data_ + start, end - start);
+        return found.nul || found.reference ? replacedValue(value, found) : value;
+    }
     std::string_view replacedValue(std::string_view value, Found found);
     void comment(Token& token);
     void bogusComment(Token& token);

@@ -2,34 +2,55 @@
 
 #include <algorithm>
 #include <cassert>
+#include <limits>
 #include <new>
 
 namespace quillow::html {
 
 namespace {
-constexpr std::size_t kChunkBytes = std::size_t{64} * 1024;
-/// A guess; pages of few tags have fewer nodes, and what is reserved and not used costs nothing.
-constexpr std::size_t kBytesPerNode = 24;
-std::uint32_t bitOf(const Attribute& attribute) {
-    static_assert(static_cast<unsigned>(AttributeName::count) <= 32);
-    return std::uint32_t{1} << static_cast<unsigned>(attribute.known());
+
+/// A guess; pages of few tags take fewer, and what is reserved and not used costs nothing.
+constexpr std::size_t kSourceBytesPerWord = 4;
+
+/// Elements that further tags may give attributes.
+bool mayGetAttributes(Tag tag) {
+    return tag == Tag::html || tag == Tag::body;
+}
+
+/// Whether an element has the word for the place of its attributes.
+bool hasAttributesWord(Tag tag, std::size_t attributes) {
+    return attributes != 0 || tag == Tag::unknown || mayGetAttributes(tag);
 }
 
 } // namespace
 
-void NodeBlock::reserve(std::size_t count) {
-    if (count <= capacity_) return;
-    void* const moved = std::realloc(static_cast<void*>(nodes_.get()), count * sizeof(Node));
+void WordBlock::grow(std::size_t more) {
+    constexpr std::size_t kMost = Node::kLast - 1; // no node has a number with the mark in it
+    if (more > kMost - size_) throw std::bad_alloc();
+    const std::size_t capacity = std::min(std::max<std::size_t>(size_ + more, 2 * std::size_t{capacity_}), kMost);
+    void* const moved = std::realloc(static_cast<void*>(words_.get()), capacity * sizeof(std::uint32_t));
     if (moved == nullptr) throw std::bad_alloc();
-    static_cast<void>(nodes_.release()); // which std::realloc has freed
-    nodes_.reset(static_cast<Node*>(moved));
-    capacity_ = count;
+    static_cast<void>(words_.release()); // which std::realloc has freed
+    words_.reset(static_cast<std::uint32_t*>(moved));
+    capacity_ = static_cast<NodeId>(capacity);
+}
+
+Attribute AttributeList::Iterator::operator*() const {
+    return tree_->attributeAt(word_);
+}
+
+AttributeList::Iterator& AttributeList::Iterator::operator++() {
+    word_ += HtmlTree::wordsOf(AttributeHead(tree_->words_[word_]));
+    --left_;
+    return *this;
 }
 
 HtmlTree::HtmlTree(std::string_view source)
     : source_(source) {
-    nodes_.reserve(source_.size() / kBytesPerNode + 16);
-    nodes_.emplaceBack().kind = NodeKind::document;
+    std::uint32_t* const end = words_.reserve(source_.size() / kSourceBytesPerWord + kMostNodeWords);
+    std::construct_at(reinterpret_cast<Node*>(end))->kind = NodeKind::document;
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    words_.setEnd(end + kParentWord + 1);
 }
 
 HtmlTree::HtmlTree(std::string source)
@@ -38,119 +59,167 @@ HtmlTree::HtmlTree(std::string source)
     source_ = ownSource_;
 }
 
+NodeId HtmlTree::parentOfText(NodeId id) const {
+    while (!node(id).isLast())
+        id = node(id).next_;
+    return node(id).next_ == kNoNode ? kNoNode : parentOfLast(id);
+}
+
+NodeId HtmlTree::previous(NodeId id) const {
+    if (isLone(node(id))) return kNoNode;
+    const NodeId before = words_[id + kPreviousWord];
+    return before == kNoNode || node(before).isLast() ? kNoNode : before;
+}
+
+std::string_view HtmlTree::unknownName(NodeId id) const {
+    if (node(id).kind == NodeKind::document) return {};
+    const NodeId attributes = words_[id + kAttributesWord];
+    return textAt(words_[attributes - 2], words_[attributes - 1]);
+}
+
+Attribute HtmlTree::attributeAt(NodeId word) const {
+    const AttributeHead head(words_[word]);
+    if (head.isKnown()) return {head.known(), attributeName(head.known()), valueAt(word)};
+    return {head.known(), textAt(words_[word + wordsOf(head) - 1], head.nameSize()), valueAt(word)};
+}
+
 std::optional<std::string_view> HtmlTree::attribute(NodeId id, std::string_view name) const {
     if (const AttributeName known = attributeNameForKey(keyOf(name)); known != AttributeName::unknown)
         return attribute(id, known);
+    if (!has(id, AttributeName::unknown)) return std::nullopt;
     for (const Attribute& attribute : attributes(id))
         if (attribute.known() == AttributeName::unknown && attribute.name() == name) return attribute.value();
     return std::nullopt;
 }
 
+std::uint32_t* HtmlTree::writeAttributes(std::span<const Attribute> attributes, std::uint32_t* end) {
+    std::uint32_t* const knownWord = end++;
+    AttributeNames known;
+    for (const Attribute& attribute : attributes) {
+        const AttributeHead head = attribute.head();
+        known.add(head.known());
+        *end++ = head.word();
+        *end++ = locate(attribute.value());
+        if (head.hasLongValue()) *end++ = static_cast<std::uint32_t>(attribute.value().size());
+        if (!head.isKnown()) *end++ = locate(attribute.name());
+    }
+    *knownWord = known.bits();
+    return end;
+}
+
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
-    const auto id = static_cast<NodeId>(nodes_.size());
-    Node& node = nodes_.emplaceBack();
+    attributes = attributes.first(std::min(attributes.size(), kMaxAttributes));
+    std::uint32_t* end = words_.reserve(kMostNodeWords + 3 + attributes.size() * kMostAttributeWords);
+    const NodeId id = words_.size();
+    Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
     node.tag = tag;
     node.space = space;
-    if (tag == Tag::style || tag == Tag::frameset || tag == Tag::noframes) noted_.push_back(id);
-    const std::size_t count = std::min(attributes.size(), kMaxAttributes);
-    node.attributeCount = static_cast<std::uint8_t>(count);
-    if (count == 0 && tag != Tag::unknown) return id;
-    const std::size_t named = tag == Tag::unknown ? 1 : 0;
-    Attribute* const room = allocateAttributes(count + named);
-    if (named != 0) std::construct_at(room, AttributeName::unknown, std::string_view(), name);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::construct_at(room + named + i, attributes[i]);
-        node.sizeOrKnown |= bitOf(attributes[i]);
+    node.count_ = static_cast<std::uint8_t>(attributes.size());
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    end += kAttributesWord;
+    if (tag == Tag::unknown) {
+        *end++ = id + kMostNodeWords + 2;
+        *end++ = locate(name);
+        *end++ = static_cast<std::uint32_t>(name.size());
+    } else if (hasAttributesWord(tag, attributes.size())) {
+        *end++ = id + kMostNodeWords;
     }
-    node.content.attributes = room + named;
+    if (!attributes.empty()) end = writeAttributes(attributes, end);
+    words_.setEnd(end);
+    if (tag == Tag::style || tag == Tag::frameset || tag == Tag::noframes) noted_.push_back(id);
     return id;
 }
 
-NodeId HtmlTree::createClone(const Node& original) {
-    const auto id = static_cast<NodeId>(nodes_.size());
-    const Node copied = original; // the block may move under it
-    Node& node = nodes_.emplaceBack();
-    node.tag = copied.tag;
-    node.space = copied.space;
-    node.attributeCount = copied.attributeCount;
-    node.sizeOrKnown = copied.sizeOrKnown;
-    node.content = copied.content;
+NodeId HtmlTree::createClone(NodeId original) {
+    std::uint32_t* end = words_.reserve(kMostNodeWords);
+    const NodeId id = words_.size();
+    const Node& copied = node(original);
+    Node& copy = *std::construct_at(reinterpret_cast<Node*>(end));
+    copy.tag = copied.tag;
+    copy.space = copied.space;
+    copy.count_ = copied.count_;
+    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    end += kAttributesWord;
+    if (hasAttributesWord(copied.tag, copied.count_)) *end++ = words_[original + kAttributesWord];
+    words_.setEnd(end);
     return id;
+}
+
+NodeId HtmlTree::replaceLoneText(NodeId parent) {
+    const Node lone = node(words_[parent + kFirstChildWord]);
+    const NodeId text = createText(lone.next_ & ~Node::kLast, lone.count_);
+    words_.node(text).next_ = parent | Node::kLast;
+    words_[text + kPreviousWord] = text;
+    words_[parent + kFirstChildWord] = text;
+    return text;
 }
 
 void HtmlTree::insertBefore(NodeId parent, NodeId child, NodeId before) {
-    Node& inserted = nodes_[child];
-    Node& container = nodes_[parent];
-    const NodeId previous = before == kNoNode ? container.lastChild : nodes_[before].previous;
-    inserted.parent = parent;
-    inserted.previous = previous;
-    inserted.next = before;
-    (previous == kNoNode ? container.firstChild : nodes_[previous].next) = child;
-    (before == kNoNode ? container.lastChild : nodes_[before].previous) = child;
+    if (before == kNoNode) return append(parent, child);
+    assert(node(before).kind == NodeKind::element);
+    const NodeId previous = words_[before + kPreviousWord];
+    if (node(child).kind != NodeKind::text) words_[child + kParentWord] = parent;
+    words_.node(child).next_ = before;
+    words_[child + kPreviousWord] = previous;
+    NodeId& first = words_[parent + kFirstChildWord];
+    (first == before ? first : words_.node(previous).next_) = child;
+    words_[before + kPreviousWord] = child;
 }
 
 void HtmlTree::remove(NodeId child) {
-    Node& removed = nodes_[child];
-    if (removed.parent == kNoNode) return;
-    Node& container = nodes_[removed.parent];
-    (removed.previous == kNoNode ? container.firstChild : nodes_[removed.previous].next) = removed.next;
-    (removed.next == kNoNode ? container.lastChild : nodes_[removed.next].previous) = removed.previous;
-    removed.parent = removed.previous = removed.next = kNoNode;
+    const NodeId from = parent(child);
+    if (from == kNoNode) return;
+    NodeId& first = words_[from + kFirstChildWord];
+    if (isLone(node(child))) {
+        first = kNoNode;
+        return;
+    }
+    Node& removed = words_.node(child);
+    const NodeId previous = words_[child + kPreviousWord];
+    // What held the child as the one before it: the one after it, or of the last one the first.
+    words_[(removed.isLast() ? first : removed.next_) + kPreviousWord] = previous;
+    if (first == child) {
+        first = removed.next();
+    } else {
+        words_.node(previous).next_ = removed.next_;
+    }
+    removed.next_ = words_[child + kPreviousWord] = kNoNode;
+    if (removed.kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
 }
 
 std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
+    NodeId child = firstOfSeveral(from);
+    words_[from + kFirstChildWord] = kNoNode;
     std::size_t moved = 0;
-    for (; nodes_[from].firstChild != kNoNode; ++moved) {
-        const NodeId child = nodes_[from].firstChild;
-        remove(child);
+    for (; child != kNoNode; ++moved) {
+        const NodeId next = node(child).next();
         append(to, child);
+        child = next;
     }
     return moved;
 }
 
 void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> added) {
-    std::vector<Attribute> all(attributes(element).begin(), attributes(element).end());
+    assert(mayGetAttributes(node(element).tag));
+    const AttributeList old = attributes(element);
+    std::vector<Attribute> all(old.begin(), old.end());
     const std::size_t before = all.size();
     for (const Attribute& attribute : added)
         if (std::none_of(all.begin(), all.end(), [&](const Attribute& a) { return a.hasNameOf(attribute); }) &&
             all.size() < kMaxAttributes)
             all.push_back(attribute);
     if (all.size() == before) return;
-    // An element whose attributes are added to has a known tag: no name stands before them.
-    assert(nodes_[element].tag != Tag::unknown);
-    Attribute* const room = allocateAttributes(all.size());
-    std::uninitialized_copy(all.begin(), all.end(), room);
-    nodes_[element].content.attributes = room;
-    nodes_[element].attributeCount = static_cast<std::uint8_t>(all.size());
-    for (const Attribute& attribute : all)
-        nodes_[element].sizeOrKnown |= bitOf(attribute);
+    // Of another element, in no tree, that has them all.
+    const NodeId other = createElement(node(element).tag, {}, node(element).space, all);
+    words_[element + kAttributesWord] = words_[other + kAttributesWord];
+    words_.node(element).count_ = node(other).count_;
 }
 
-/// A chunk of its own where what is asked for would waste what is left of the one in use.
-char* HtmlTree::allocateChunk(std::size_t size) {
-    const std::size_t chunk = std::max(size, kChunkBytes);
-    chunks_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
-    char* const room = chunks_.back().get();
-    if (size <= kChunkBytes / 4) {
-        free_ = room + size;
-        freeBytes_ = chunk - size;
-    }
-    return room;
-}
-
-char* HtmlTree::allocate(std::size_t size, std::size_t alignment) {
-    const std::size_t padding = -reinterpret_cast<std::uintptr_t>(free_) & (alignment - 1);
-    if (padding + size > freeBytes_) return allocateChunk(size);
-    char* const room = free_ + padding;
-    free_ = room + size;
-    freeBytes_ -= padding + size;
-    return room;
-}
-
-std::string_view HtmlTree::keep(std::string_view text) {
-    char* const room = allocate(text.size(), 1);
-    std::copy(text.begin(), text.end(), room);
-    return {room, text.size()};
+std::uint32_t HtmlTree::locateKept(std::string_view text) {
+    if (text.empty()) return sourceSize();
+    const std::size_t place = kept_.locate(text);
+    if (place + text.size() > std::numeric_limits<std::uint32_t>::max() - source_.size()) throw std::bad_alloc();
+    return sourceSize() + static_cast<std::uint32_t>(place);
 }
 
 std::string_view HtmlTree::withReplacements(std::string_view text) {

@@ -112,7 +112,7 @@ private:
     Entered enterElement(NodeId element);
     Entered enterElement(NodeId element, const Frame& parent, Frame& frame);
     void leave(NodeId element);
-    void enterText(const Node& node);
+    void enterText(NodeId node);
 
     void styleFrame(NodeId element, const Frame& parent, Frame& frame);
     void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
@@ -135,9 +135,9 @@ private:
 RenderedText Renderer::render() {
     frames_.reserve(64);
     frames_.emplace_back();
-    NodeId html = tree_.node(HtmlTree::kDocument).firstChild;
+    NodeId html = tree_.firstChild(HtmlTree::kDocument);
     while (html != kNoNode && tree_.node(html).tag != Tag::html)
-        html = tree_.node(html).next;
+        html = tree_.node(html).next();
     if (html == kNoNode) {
         walk(HtmlTree::kDocument);
     } else {
@@ -145,7 +145,7 @@ RenderedText Renderer::render() {
         styleFrame(html, outside, frames_.back());
         styles_.enter(html);
         const bool shown = frames_.back().style.display != Display::none;
-        for (NodeId child = tree_.node(html).firstChild; shown && child != kNoNode; child = tree_.node(child).next)
+        for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.node(child).next())
             if (tree_.node(child).tag != Tag::head) walk(child);
     }
     return {std::move(collector_).finish(), styles_.authorStylesApplied()};
@@ -156,18 +156,18 @@ void Renderer::walk(NodeId root) {
     NodeId node = root;
     for (;;) {
         if (enter(node) == Entered::yes) {
-            if (tree_.node(node).firstChild != kNoNode) {
-                node = tree_.node(node).firstChild;
+            if (const NodeId child = tree_.firstChild(node); child != kNoNode) {
+                node = child;
                 continue;
             }
             leave(node);
         }
-        while (node != root && tree_.node(node).next == kNoNode) {
-            node = tree_.node(node).parent;
+        while (node != root && tree_.node(node).isLast()) {
+            node = tree_.parentOfLast(node);
             leave(node);
         }
         if (node == root) return;
-        node = tree_.node(node).next;
+        node = tree_.node(node).next();
     }
 }
 
@@ -175,7 +175,7 @@ Renderer::Entered Renderer::enter(NodeId id) {
     const Node& node = tree_.node(id);
     switch (node.kind) {
     case NodeKind::element: return enterElement(id);
-    case NodeKind::text: enterText(node); return Entered::no;
+    case NodeKind::text: enterText(id); return Entered::no;
     case NodeKind::document: break;
     }
     frames_.push_back(frames_.back());
@@ -183,10 +183,10 @@ Renderer::Entered Renderer::enter(NodeId id) {
     return Entered::yes;
 }
 
-void Renderer::enterText(const Node& node) {
+void Renderer::enterText(NodeId node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
-    const std::string_view text = node.text();
+    const std::string_view text = tree_.text(node);
     if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
@@ -360,7 +360,7 @@ void Renderer::openList(NodeId id, Frame& frame) {
     if (tree_.attribute(id, AttributeName::reversed)) {
         frame.numberStep = -1;
         frame.nextNumber = 0;
-        for (NodeId child = node.firstChild; !start && child != kNoNode; child = tree_.node(child).next)
+        for (NodeId child = tree_.firstChild(id); !start && child != kNoNode; child = tree_.node(child).next())
             if (tree_.node(child).tag == Tag::li) ++frame.nextNumber;
     }
     if (start) frame.nextNumber = *start;

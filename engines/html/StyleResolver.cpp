@@ -27,16 +27,17 @@ StyleResolver::StyleResolver(const HtmlTree& tree, bool withAuthor)
 void StyleResolver::collectSheets() {
     for (const NodeId id : tree_.notedElements()) {
         const Node& node = tree_.node(id);
-        if (node.tag != Tag::style || node.firstChild == kNoNode) continue;
+        const NodeId first = tree_.firstChild(id);
+        if (node.tag != Tag::style || first == kNoNode) continue;
         // HTML, 4.2.6: a type other than text/css is no style sheet.
         const auto type = tree_.attribute(id, AttributeName::type);
         if (type && !type->empty() && !equalsIgnoringCase(*type, "text/css")) continue;
         const auto media = tree_.attribute(id, AttributeName::media);
-        std::string_view css = tree_.node(node.firstChild).text();
-        if (node.firstChild != node.lastChild) {
+        std::string_view css = tree_.text(first);
+        if (!tree_.node(first).isLast()) {
             std::string& whole = joined_.emplace_back();
-            for (NodeId child = node.firstChild; child != kNoNode; child = tree_.node(child).next)
-                if (tree_.node(child).kind == NodeKind::text) whole += tree_.node(child).text();
+            for (NodeId child = first; child != kNoNode; child = tree_.node(child).next())
+                if (tree_.node(child).kind == NodeKind::text) whole += tree_.text(child);
             css = whole;
         }
         sheets_.add(css, media.value_or(std::string_view()));
@@ -45,7 +46,7 @@ void StyleResolver::collectSheets() {
 
 void StyleResolver::resolve(NodeId element, const Style& parent, Style& style) {
     userAgentStyle(tree_, element, parent, style);
-    if (!matcher_ || (sheets_.empty() && !tree_.node(element).has(AttributeName::style))) return;
+    if (!matcher_ || (sheets_.empty() && !tree_.has(element, AttributeName::style))) return;
     CascadedValues values;
     matcher_->cascade(element, values);
     if (!values.any()) return;

@@ -3,6 +3,7 @@
 #include "engines/html/Ascii.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace quillow::html {
 
@@ -27,17 +28,19 @@ constexpr TagSet kMarkerElements{Tag::td,     Tag::th,      Tag::caption,  Tag::
 
 } // namespace
 
-std::string withLineFeeds(std::string_view source) {
-    std::string normalized;
-    normalized.reserve(source.size());
-    while (!source.empty()) {
-        const std::size_t line = source.find('\r');
-        normalized.append(source.substr(0, line));
-        if (line == std::string_view::npos) break;
-        normalized.push_back('\n');
-        source.remove_prefix(line + (source.substr(line + 1).starts_with('\n') ? 2 : 1));
+std::string withLineFeeds(std::string source) {
+    const std::size_t size = source.size();
+    std::size_t written = std::min(source.find('\r'), size);
+    for (std::size_t read = written; read < size;) {
+        source[written++] = '\n';
+        read += read + 1 < size && source[read + 1] == '\n' ? 2 : 1;
+        const std::size_t end = std::min(source.find('\r', read), size);
+        std::memmove(source.data() + written, source.data() + read, end - read);
+        written += end - read;
+        read = end;
     }
-    return normalized;
+    source.resize(written);
+    return source;
 }
 
 std::string_view leadingWhiteSpace(std::string_view text) {
@@ -48,22 +51,19 @@ std::string_view leadingWhiteSpace(std::string_view text) {
 }
 
 std::unique_ptr<HtmlTree> parseHtml(std::string utf8) {
-    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
-    auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    auto tree = std::make_unique<HtmlTree>(withLineFeeds(std::move(utf8)));
     TreeBuilder(*tree).run();
     return tree;
 }
 
 std::unique_ptr<HtmlTree> parseHtmlInPlace(std::string_view utf8) {
-    if (utf8.find('\r') != std::string_view::npos) return parseHtml(std::string(utf8));
     auto tree = std::make_unique<HtmlTree>(utf8);
     TreeBuilder(*tree).run();
     return tree;
 }
 
 std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view contextName, Namespace contextSpace) {
-    if (utf8.find('\r') != std::string::npos) utf8 = withLineFeeds(utf8);
-    auto tree = std::make_unique<HtmlTree>(std::move(utf8));
+    auto tree = std::make_unique<HtmlTree>(withLineFeeds(std::move(utf8)));
     const NodeId context =
         tree->createElement(tagForKey(keyOf(contextName)), tree->keep(contextName), contextSpace, {});
     TreeBuilder(*tree).runFragment(context);
@@ -108,7 +108,7 @@ void TreeBuilder::readTokens() {
         }
         if (token.type == TokenType::startTag) {
             ++startTags_;
-            boundDepth();
+            if (open_.size() >= kMaxTreeDepth) boundDepth();
         }
         while (dispatch(token) == Next::reprocess) {
         }
@@ -293,7 +293,7 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) co
         if (open_[i].space != Namespace::html) continue;
         if (open_[i].tag == Tag::template_) return {open_[i].id, kNoNode};
         if (open_[i].tag != Tag::table) continue;
-        const NodeId parent = tree_.node(open_[i].id).parent;
+        const NodeId parent = tree_.parent(open_[i].id);
         if (parent != kNoNode) return {parent, open_[i].id};
         return {open_[i - 1].id, kNoNode};
     }
@@ -324,7 +324,7 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
     if (!fosterParenting_) {
-        tree_.append(current().id, tree_.createText(text));
+        tree_.appendText(current().id, text);
         return;
     }
     const Place place = appropriatePlace();

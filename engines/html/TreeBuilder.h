@@ -135,7 +135,11 @@ private:
 
     // TreeBuilderFormatting.cpp: the list of active formatting elements, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
     void pushFormatting(NodeId element);
-    void reconstructFormatting();
+    /// "Reconstruct the active formatting elements". Most often there are none, or the last one is the current node.
+    void reconstructFormatting() {
+        if (!formatting_.empty() && formatting_.back().id != current().id) openFormattingAgain();
+    }
+    void openFormattingAgain();
     void clearFormattingToMarker();
     void insertMarker() { formatting_.push_back({}); }
     [[nodiscard]] std::size_t formattingIndex(NodeId id) const;
@@ -235,7 +239,7 @@ private:
 [[nodiscard]] bool isQuirksDoctype(const Token& doctype);
 
 /// 13.2.3.5 Preprocessing the input stream: line ends become LF.
-[[nodiscard]] std::string withLineFeeds(std::string_view source);
+[[nodiscard]] std::string withLineFeeds(std::string source);
 
 /// The characters of `text` that are white space at its start.
 [[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);

@@ -73,7 +73,7 @@ TreeBuilder::Next TreeBuilder::foreignEndTag(Token& token) {
     }
     for (std::size_t i = open_.size(); i-- > 1;) {
         if (open_[i].space == Namespace::html) return dispatchByMode(token);
-        if (tree_.node(open_[i].id).text() == token.name) {
+        if (tree_.text(open_[i].id) == token.name) {
             while (open_.size() > i)
                 pop();
             return Next::token;

@@ -36,7 +36,7 @@ bool isSpecial(Tag tag, Namespace space) {
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     const auto left = tree_.attributes(a);
     const auto right = tree_.attributes(b);
-    if (tree_.node(a).text() != tree_.node(b).text() || left.size() != right.size()) return false;
+    if (tree_.text(a) != tree_.text(b) || left.size() != right.size()) return false;
     const auto same = [this](const Attribute& x, const Attribute& y) {
         ++steps_;
         return x.hasNameOf(y) && x.value() == y.value();
@@ -66,13 +66,10 @@ void TreeBuilder::pushFormatting(NodeId element) {
 }
 
 NodeId TreeBuilder::clone(NodeId element) {
-    const Node& node = tree_.node(element);
-    return tree_.createClone(node);
+    return tree_.createClone(element);
 }
 
-/// "Reconstruct the active formatting elements".
-void TreeBuilder::reconstructFormatting() {
-    if (formatting_.empty()) return;
+void TreeBuilder::openFormattingAgain() {
     // Rewind to the entry after the last marker or open element.
     std::size_t first = formatting_.size();
     while (first > 0 && !formatting_[first - 1].isMarker() && !isInStack(formatting_[first - 1].id))
@@ -237,7 +234,7 @@ void TreeBuilder::anyOtherEndTag(const Token& token) {
         ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && element.tag == token.tag &&
-            (token.tag != Tag::unknown || tree_.node(element.id).text() == token.name)) {
+            (token.tag != Tag::unknown || tree_.text(element.id) == token.name)) {
             generateImpliedEndTags(token.tag == Tag::unknown ? Tag::unknown : token.tag);
             while (open_.size() > std::max<std::size_t>(i, 1))
                 pop();

@@ -66,8 +66,8 @@ Display mathDisplay(const HtmlTree& tree, NodeId element) {
     default: break;
     }
     // Of "semantics" only the first child is shown.
-    if (tree.node(node.parent).tag == Tag::semantics)
-        for (NodeId other = node.previous; other != kNoNode; other = tree.node(other).previous)
+    if (tree.node(tree.parent(element)).tag == Tag::semantics)
+        for (NodeId other = tree.previous(element); other != kNoNode; other = tree.previous(other))
             if (tree.node(other).kind == NodeKind::element) return Display::none;
     return Display::block;
 }
@@ -110,6 +110,8 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
     return style;
 }
 
+constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
+                           Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
 /// The elements that have more rules than one display type.
 constexpr TagSet kWithRules{Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,
                             Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
@@ -118,10 +120,10 @@ void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     const Node& node = tree.node(element);
     switch (node.tag) {
     case Tag::audio:
-        if (!node.has(AttributeName::controls)) style.display = Display::none;
+        if (!tree.has(element, AttributeName::controls)) style.display = Display::none;
         break;
     case Tag::dialog:
-        if (!node.has(AttributeName::open)) style.display = Display::none;
+        if (!tree.has(element, AttributeName::open)) style.display = Display::none;
         break;
     case Tag::input: {
         const auto type = tree.attribute(element, AttributeName::type);
@@ -147,7 +149,7 @@ void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, S
     if (node.space == Namespace::html) {
         style.display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
         if (kWithRules.contains(node.tag)) applyHtmlRules(tree, element, style);
-        if (node.tag != Tag::embed && (node.has(AttributeName::hidden) || node.has(AttributeName::popover)))
+        if (node.tag != Tag::embed && tree.has(element, {AttributeName::hidden, AttributeName::popover}))
             style.display = Display::none;
     } else if (node.space == Namespace::svg) {
         style.display = svgDisplay(node);
@@ -166,8 +168,6 @@ Display defaultDisplay(const Node& element) {
 }
 
 bool isReplaced(const Node& element) {
-    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
-                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
     return element.space == Namespace::html && kReplaced.contains(element.tag);
 }
 

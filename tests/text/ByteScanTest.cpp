@@ -52,6 +52,16 @@ TEST(ByteScan, skipsWhiteSpace) {
             }
 }
 
+TEST(ByteScan, findsWhiteSpace) {
+    forEachText(" \n\t\v\r\f", [](std::string_view text) {
+        for (std::size_t from = 0; from <= text.size(); ++from)
+            ASSERT_EQ(findBlank(text, from), findBlankPortable(text, from)) << testing::PrintToString(text);
+    });
+    EXPECT_EQ(findBlank("one\v two", 0), 4U);
+    EXPECT_EQ(findBlank("one two three", 4), 7U);
+    EXPECT_EQ(findBlank("one two three", 8), 13U);
+}
+
 TEST(ByteScan, endsAtWhiteSpaceThatIsMoreThanOneSpaceBetweenWords) {
     forEachText(" \n\t\v\r", [](std::string_view text) {
         for (std::size_t from = 0; from <= text.size(); from += 5)

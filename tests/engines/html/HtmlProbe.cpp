@@ -73,7 +73,7 @@ HtmlTokenizer::State stateOf(std::string_view name) {
 
 std::string tokens(std::string_view state, std::string_view tag, std::string_view bytes) {
     const bool cdata = state == "cdata";
-    HtmlTree tree("<" + std::string(tag) + ">" + (cdata ? "<![CDATA[" : "") + withLineFeeds(bytes));
+    HtmlTree tree("<" + std::string(tag) + ">" + (cdata ? "<![CDATA[" : "") + withLineFeeds(std::string(bytes)));
     HtmlTokenizer tokenizer(tree);
     Token token;
     tokenizer.next(token);
@@ -90,13 +90,13 @@ std::string tokens(std::string_view state, std::string_view tag, std::string_vie
 std::string printed(const HtmlTree& tree, NodeId id, std::size_t depth) {
     const Node& node = tree.node(id);
     const std::string indent = "| " + std::string(2 * depth, ' ');
-    if (node.kind == NodeKind::text) return indent + "\"" + std::string(node.text()) + "\"\n";
+    if (node.kind == NodeKind::text) return indent + "\"" + std::string(tree.text(id)) + "\"\n";
     const std::string_view prefix = node.space == Namespace::svg      ? "svg "
                                     : node.space == Namespace::mathMl ? "math "
                                                                       : "";
-    std::string out = indent + "<" + std::string(prefix) + std::string(node.text()) + ">\n";
+    std::string out = indent + "<" + std::string(prefix) + std::string(tree.text(id)) + ">\n";
     std::set<std::string_view> seen;
-    for (const Attribute& attribute : tree.attributes(id))
+    for (const Attribute attribute : tree.attributes(id))
         if (seen.insert(attribute.name()).second)
             out += indent + "  " + std::string(attribute.name()) + "=\"" + std::string(attribute.value()) + "\"\n";
     return out;
@@ -110,21 +110,21 @@ std::string treeOf(std::string_view space, const std::string& name, std::string_
     const auto tree =
         isDocument ? parseHtml(std::string(bytes)) : parseFragment(std::string(bytes), name, contextSpace);
     NodeId root = HtmlTree::kDocument;
-    if (!isDocument) root = tree->node(root).firstChild;
+    if (!isDocument) root = tree->firstChild(root);
     std::string out;
     std::size_t depth = 0;
-    NodeId id = tree->node(root).firstChild;
+    NodeId id = tree->firstChild(root);
     while (id != kNoNode) {
         out += printed(*tree, id, depth);
-        if (tree->node(id).firstChild != kNoNode) {
-            id = tree->node(id).firstChild;
+        if (tree->firstChild(id) != kNoNode) {
+            id = tree->firstChild(id);
             ++depth;
             continue;
         }
-        for (; id != root && tree->node(id).next == kNoNode; --depth)
-            id = tree->node(id).parent;
+        for (; id != root && tree->node(id).isLast(); --depth)
+            id = tree->parent(id);
         if (id == root) break;
-        id = tree->node(id).next;
+        id = tree->node(id).next();
     }
     return out;
 }

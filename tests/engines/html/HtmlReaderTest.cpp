@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace quillow::html {
 namespace {
 
@@ -37,6 +40,23 @@ TEST(HtmlReader, halfACodeUnitAtTheEndIsNoCharacter) {
                                         7))
                   .text,
               "ab\n");
+}
+
+TEST(HtmlReader, saysWhenTheBytesAreDone) {
+    const auto readAndWipe = [](std::string html) {
+        int times = 0;
+        const auto wipe = [&] {
+            ++times;
+            std::fill(html.begin(), html.end(), '\0');
+        };
+        Extraction result = readHtml(std::as_bytes(std::span(html)), {}, wipe);
+        return std::pair(times, result.text.value_or(""));
+    };
+    using Expected = std::pair<int, std::string>;
+    EXPECT_EQ(readAndWipe("<p class=a>x &amp; y"), Expected(0, "x & y\n"));
+    EXPECT_EQ(readAndWipe("<p class=a>x &amp; y\r\n<pre>a\rb"), Expected(1, "x & y\n\na\nb\n"));
+    EXPECT_EQ(readAndWipe("<meta charset=windows-1252>x \xE4 y"), Expected(1, "x \u00E4 y\n"));
+    EXPECT_EQ(readAndWipe("<frameset></frameset>\r\n<noframes>x</noframes>"), Expected(1, "x\n"));
 }
 
 TEST(HtmlReader, decodesTheDeclaredEncoding) {

@@ -24,27 +24,27 @@ inline std::string textOf(std::string_view html, const Options& options = {}) {
 /// The tree in one line: "html(head body(p('text')))", with "svg:" and "math:" before foreign names.
 inline std::string treeOf(const HtmlTree& tree) {
     std::string out;
-    NodeId id = tree.node(HtmlTree::kDocument).firstChild;
+    NodeId id = tree.firstChild(HtmlTree::kDocument);
     while (id != kNoNode) {
         const Node& node = tree.node(id);
         if (!out.empty() && out.back() != '(') out += ' ';
         if (node.kind == NodeKind::text) {
-            out += "'" + std::string(node.text()) + "'";
+            out += "'" + std::string(tree.text(id)) + "'";
         } else {
             out += node.space == Namespace::svg ? "svg:" : node.space == Namespace::mathMl ? "math:" : "";
-            out += node.text();
+            out += tree.text(id);
         }
-        if (node.firstChild != kNoNode) {
+        if (tree.firstChild(id) != kNoNode) {
             out += '(';
-            id = node.firstChild;
+            id = tree.firstChild(id);
             continue;
         }
-        while (id != kNoNode && tree.node(id).next == kNoNode) {
-            id = tree.node(id).parent;
+        while (id != kNoNode && tree.node(id).isLast()) {
+            id = tree.parent(id);
             if (id == HtmlTree::kDocument) return out;
             out += ')';
         }
-        id = tree.node(id).next;
+        id = tree.node(id).next();
     }
     return out;
 }
