@@ -8,7 +8,6 @@
 #include "text/ByteScan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
 namespace quillow::html {
@@ -84,11 +83,7 @@ bool isReadableTarget(std::string_view target) {
 std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, AttributeName name) {
     const auto value = tree.attribute(element, name);
     if (!value) return std::nullopt;
-    std::string_view digits = trimWhiteSpace(*value);
-    if (digits.starts_with("+")) digits.remove_prefix(1);
-    std::int32_t number = 0;
-    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) return std::nullopt;
-    return number;
+    return parseInteger(*value);
 }
 
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
@@ -115,7 +110,7 @@ private:
     void enterText(const Node& node);
 
     void styleFrame(NodeId element, const Frame& parent, Frame& frame);
-    void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
+    Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
     void openBox(const Node& node, Frame& frame);
@@ -226,7 +221,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     frame.textRole = parent.textRole;
     if (node.space == Namespace::html) {
         frame.inSelect = parent.inSelect;
-        if (node.tag == Tag::select || parent.inSelect) applySelectRules(node, parent, frame);
+        if ((node.tag == Tag::select || parent.inSelect) && applySelectRules(node, parent, frame) == Entered::no)
+            return Entered::no;
     } else if (node.space == Namespace::svg) {
         applySvgRules(node, frame);
     }
@@ -259,19 +255,22 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     return Entered::yes;
 }
 
-/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line.
-void Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
+/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line. The
+/// copy of the chosen option is no second one.
+Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
+    if (node.tag == Tag::selectedcontent) return Entered::no;
     if (node.tag == Tag::select) {
         frame.textRole = TextRole::suppressed;
         frame.inSelect = true;
-        return;
+        return Entered::yes;
     }
-    if (parent.textRole != TextRole::suppressed) return;
+    if (parent.textRole != TextRole::suppressed) return Entered::yes;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
         frame.style.display = Display::contents;
     }
+    return Entered::yes;
 }
 
 /// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
