@@ -122,7 +122,9 @@ constexpr HostileCase kHostile[] = {
     {"selectedContentsInDepth",
      [](std::size_t n) { return repeated("<select><div><selectedcontent></div><option><table><td>", n); }, 10'000, ""},
     {"optionsWithSelectedContent",
-     [](std::size_t n) { return "<select><button><selectedcontent></button>" + repeated("<option selected>x<b>x</b>", n); },
+     [](std::size_t n) {
+         return "<select><button><selectedcontent></button>" + repeated("<option selected>x<b>x</b>", n);
+     },
      10'000, "xx\nxx"},
     {"optionsInDepth",
      [](std::size_t n) {
