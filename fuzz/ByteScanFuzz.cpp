@@ -24,6 +24,7 @@ void checkName(std::string_view bytes, std::size_t from) {
 void checkFrom(std::string_view bytes, std::size_t from) {
     require(text::findFirstOf<'<', '&', '\0'>(bytes, from) == text::findFirstOfPortable<'<', '&', '\0'>(bytes, from));
     require(text::skipBlanks(bytes, from) == text::skipBlanksPortable(bytes, from));
+    require(text::findBlank(bytes, from) == text::findBlankPortable(bytes, from));
     require(text::findBlankRun(bytes, from) == text::findBlankRunPortable(bytes, from));
     if (from == bytes.size()) return;
     checkName<html::NameEnd::tag>(bytes, from);

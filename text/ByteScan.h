@@ -82,6 +82,29 @@ template <char... kWanted>
     return skipBlanksPortable(bytes, from);
 }
 
+/// As findBlank, one byte after the other.
+[[nodiscard]] constexpr std::size_t findBlankPortable(std::string_view bytes, std::size_t from) {
+    while (from < bytes.size() && !isBlank(bytes[from]))
+        ++from;
+    return from;
+}
+
+/// The position of the first white space at or after `from`; the view's size where there is none.
+[[nodiscard]] inline std::size_t findBlank(std::string_view bytes, std::size_t from) {
+#ifdef __SSE2__
+    for (; bytes.size() - from >= scan::kBlock; from += scan::kBlock) {
+        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::load(bytes.data() + from));
+        if (blanks != 0) return from + static_cast<std::size_t>(std::countr_zero(blanks));
+    }
+    if (bytes.size() - from >= scan::kHalfBlock) {
+        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::loadHalf(bytes.data() + from));
+        if (blanks != 0) return from + static_cast<std::size_t>(std::countr_zero(blanks));
+        from += scan::kHalfBlock;
+    }
+#endif
+    return findBlankPortable(bytes, from);
+}
+
 /// As findBlankRun, one byte after the other.
 [[nodiscard]] constexpr std::size_t findBlankRunPortable(std::string_view bytes, std::size_t from) {
     const auto isSingleSpace = [bytes](std::size_t at) {

@@ -9,7 +9,16 @@
 
 namespace quillow::html {
 
-enum class CssProperty : std::uint8_t { display, visibility, whiteSpace, listStyle, floating, position, count };
+enum class CssProperty : std::uint8_t {
+    display,
+    visibility,
+    whiteSpace,
+    listStyle,
+    floating,
+    position,
+    content,
+    count
+};
 enum class Importance : std::uint8_t { normal, important };
 
 /// The values that every property takes beside its own; a property's own values are those of its enumeration in Style.

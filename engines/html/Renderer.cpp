@@ -39,7 +39,8 @@ struct Frame {
     bool ownContent = false; ///< has lines of its own: `outer` is the line around it
     std::uint8_t requiredLineBreaks = 0;
     bool isListItem = false;
-    std::int8_t numberStep = 1;   ///< of a list
+    std::int8_t numberStep = 1; ///< of a list
+    GeneratedContent after;
     std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
     std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
     std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
@@ -86,6 +87,8 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
     return parseInteger(*value);
 }
 
+/// Elements with a say in the line that is neither text nor a box.
+constexpr TagSet kNoted{Tag::q, Tag::wbr};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -113,9 +116,12 @@ private:
     Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
+    void generateContent(const Node& node, Frame& frame);
+    void drawGenerated(const GeneratedContent& generated, const Frame& frame);
     void openBox(const Node& node, Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
     void openRow(const Frame& parent, const Frame& frame);
+    void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
     void openListItem(NodeId element, Frame& frame);
     [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
@@ -249,7 +255,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
         if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
-    if (isQuotation(node)) collector_.atomicBox();
+    if (kNoted.contains(node.tag)) enterNoted(node);
+    if (frame.style.generatesContent) generateContent(node, frame);
     frame.writtenBefore = collector_.written();
     styles_.enter(id);
     return Entered::yes;
@@ -291,6 +298,36 @@ void Renderer::drawReplaced(const Frame& frame) {
     collector_.endLine();
     collector_.requireLineBreaks(breaks);
     if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
+}
+
+/// CSS Pseudo-Elements 4, section 4.1. Generated content is no text of the document, but it stands in the line: the space beside it
+/// is seen, or not seen where the generated one is.
+void Renderer::generateContent(const Node& node, Frame& frame) {
+    if (frame.textRole != TextRole::shown || node.space != Namespace::html) return;
+    const GeneratedContent before = styles_.generated(PseudoElement::before, frame.style);
+    frame.after = styles_.generated(PseudoElement::after, frame.style);
+    if (before.content != 0) drawGenerated(before, frame);
+}
+
+void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& frame) {
+    if (generated.display == Display::none) return;
+    if (generated.flow == Flow::outOfFlow) {
+        collector_.leaveContent(collector_.enterOutOfFlow());
+        return;
+    }
+    const bool inLine = generated.display == Display::inline_ || generated.display == Display::contents;
+    if (frame.blockifiesChildren || (!inLine && blockified(generated.display) == generated.display)) {
+        collector_.endLine();
+    } else if (!inLine) {
+        collector_.atomicBox();
+    } else {
+        const auto space = [&](std::uint8_t part) {
+            if ((generated.content & part) != 0) collector_.text(" ", generated.whiteSpace, Visibility::hidden);
+        };
+        space(generated::kSpaceBefore);
+        if ((generated.content & generated::kText) != 0) collector_.atomicBox();
+        space(generated::kSpaceAfter);
+    }
 }
 
 /// The box that the display type makes, and the line breaks before it.
@@ -349,6 +386,14 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
+void Renderer::enterNoted(const Node& node) {
+    if (isQuotation(node)) {
+        collector_.atomicBox();
+    } else if (node.space == Namespace::html) {
+        collector_.breakOpportunity();
+    }
+}
+
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
@@ -392,6 +437,7 @@ void Renderer::leave(NodeId id) {
         const auto target = tree_.attribute(id, AttributeName::href);
         if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
+    if (frame.after.content != 0) drawGenerated(frame.after, frame);
     if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();

@@ -52,6 +52,15 @@ TEST(ByteScan, skipsWhiteSpace) {
             }
 }
 
+TEST(ByteScan, findsTheEndOfAWord) {
+    forEachText(" \n\t\v\r", [](std::string_view text) {
+        for (std::size_t from = 0; from <= text.size(); from += 5)
+            ASSERT_EQ(findBlank(text, from), findBlankPortable(text, from)) << testing::PrintToString(text);
+    });
+    EXPECT_EQ(findBlank("one two", 0), 3U);
+    EXPECT_EQ(findBlank("one two", 4), 7U);
+}
+
 TEST(ByteScan, endsAtWhiteSpaceThatIsMoreThanOneSpaceBetweenWords) {
     forEachText(" \n\t\v\r", [](std::string_view text) {
         for (std::size_t from = 0; from <= text.size(); from += 5)
