@@ -444,8 +444,12 @@ bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string
     advance();
     SimpleSelector simple;
     if (name == "not") return parseNestedList(compound, SelectorKind::notList, arguments);
-    if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any")
-        return parseNestedList(compound, SelectorKind::isList, arguments);
+    if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any") {
+        const std::uint32_t before = specificity_;
+        const bool valid = parseNestedList(compound, SelectorKind::isList, arguments);
+        if (name == "where") specificity_ = before; // section 16: it counts nothing
+        return valid;
+    }
     if (name == "nth-child" || name == "nth-last-child" || name == "nth-of-type" || name == "nth-last-of-type") {
         simple.kind = SelectorKind::nthChild;
         simple.fromEnd = name.find("last") != std::string_view::npos;

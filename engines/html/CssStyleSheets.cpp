@@ -141,8 +141,7 @@ void CssParser::openAtRule(std::string_view prelude) {
     if (equalsIgnoringCase(name, "media")) {
         applies = mediaMatches(condition);
     } else if (equalsIgnoringCase(name, "supports")) {
-        // Every modern feature is supported; what asks for its absence is not.
-        applies = !(condition.size() >= 3 && equalsIgnoringCase(condition.substr(0, 3), "not"));
+        applies = supportsHolds(condition);
     } else if (equalsIgnoringCase(name, "layer")) {
         applies = true;
     }

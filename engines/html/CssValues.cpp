@@ -249,6 +249,10 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
     return result;
 }
 
+bool isKnownProperty(std::string_view name) {
+    return findProperty(trimWhiteSpace(name)) != nullptr;
+}
+
 std::vector<CssDeclaration> parseStyleAttribute(std::string_view style) {
     std::vector<CssDeclaration> result;
     CssStrings strings;

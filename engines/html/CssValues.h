@@ -36,6 +36,9 @@ struct CssDeclaration {
 /// One declaration without its semicolon, "display: none !important"; nothing when it is of no interest or not valid.
 [[nodiscard]] std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings);
 
+/// Whether values of a property are looked at; there may be white space around its name.
+[[nodiscard]] bool isKnownProperty(std::string_view name);
+
 /// The declarations of a style attribute.
 [[nodiscard]] std::vector<CssDeclaration> parseStyleAttribute(std::string_view style);
 

@@ -120,6 +120,7 @@ private:
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
     void openBox(const Node& node, Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
+    void leaveCells(Frame& row);
     void openRow(const Frame& parent, const Frame& frame);
     void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
@@ -215,6 +216,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
     if (node.tag == Tag::br && node.space == Namespace::html) {
+        if (frame.style.display == Display::contents) return Entered::no;
         collector_.endLine();
         if (isVisible(frame) && parent.textRole != TextRole::suppressed) collector_.literal('\n');
         return Entered::no;
@@ -240,8 +242,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
     if (frame.style.display == Display::tableCell) {
         openCell(parent, frame);
-    } else if (!passesThrough) {
-        frames_[parent.rowOwner].previousCell = Neighbour::none;
+    } else if (!passesThrough && frames_[parent.rowOwner].previousCell != Neighbour::none) {
+        leaveCells(frames_[parent.rowOwner]);
     }
     if (frame.style.display == Display::tableRow) openRow(parent, frame);
     if (passesThrough) {
@@ -287,6 +289,8 @@ void Renderer::applySvgRules(const Node& node, Frame& frame) const {
 }
 
 void Renderer::drawReplaced(const Frame& frame) {
+    // CSS Display 3, appendix B: of what is drawn in an unusual way, no contents are left.
+    if (frame.style.display == Display::contents) return;
     if (blockified(frame.style.display) != frame.style.display) {
         collector_.atomicBox();
         return;
@@ -377,6 +381,14 @@ void Renderer::openCell(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.rowOwner].previousCell;
     if (previous == Neighbour::visible) collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
+}
+
+/// CSS 2, 17.2.1: what is no cell is put into one that has no element; as in browsers, the cell before is not the last then.
+void Renderer::leaveCells(Frame& row) {
+    const bool isRow = row.style.display == Display::tableRow;
+    if (isRow && row.previousCell == Neighbour::visible)
+        collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
+    row.previousCell = Neighbour::none;
 }
 
 /// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
