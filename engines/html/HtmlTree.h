@@ -109,6 +109,10 @@ public:
 
     [[nodiscard]] std::string_view source() const { return source_; }
 
+    /// Whether the document is in quirks mode: a few rules of style are others then.
+    [[nodiscard]] bool isQuirky() const { return quirky_; }
+    void setQuirky() { quirky_ = true; }
+
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
     /// A new element with the name and the attributes of another.
@@ -150,6 +154,7 @@ private:
         return reinterpret_cast<Attribute*>(allocate(count * sizeof(Attribute), alignof(Attribute)));
     }
 
+    bool quirky_ = false;
     std::string ownSource_;
     std::string_view source_;
     NodeBlock nodes_;

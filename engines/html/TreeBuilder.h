@@ -220,7 +220,6 @@ private:
     NodeId form_ = kNoNode;
     bool framesetOk_ = true;
     bool fosterParenting_ = false;
-    bool quirks_ = false;
     bool skipLineFeed_ = false;
     /// An element of SVG or MathML, a context that is one, or a selectedcontent element: each token asks for more then.
     bool sawUncommon_ = false;

@@ -146,7 +146,7 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
         pushFormatting(insertElement(token));
         break;
     case Tag::table:
-        if (!quirks_) closeParagraphInButtonScope();
+        if (!tree_.isQuirky()) closeParagraphInButtonScope();
         insertElement(token);
         framesetOk_ = false;
         mode_ = Mode::inTable;

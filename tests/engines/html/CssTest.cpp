@@ -87,6 +87,8 @@ constexpr HidingCase kSyntax[] = {
     {"@supports selector(:has(a)) and (display:flex){b{display:none}}@supports (-webkit-touch-callout:none) or "
      "(-o-x:y){i{display:none}}",
      "<b>x</b><i>1</i>", "1"},
+    {"b{display:none;&{display:inline}}i{&{display:inline}display:none}", "<b>1</b><i>x</i>", "1"},
+    {"b{display:none;@media screen{display:inline}}", "<b>1</b>", "1"},
     {":where(.a){display:none}b{display:inline}", "<b class=a>1</b>", "1"},
     {":is(.a){display:none}b{display:inline}", "<b class=a>x</b>1", "1"},
     {"@supports (display:grid){b{display:none}}@supports not (display:grid){i{display:none}}", "<b>x</b><i>1</i>", "1"},

@@ -39,6 +39,8 @@ INSTANTIATE_TEST_SUITE_P(Collapsing, WhiteSpaceProcessing, testing::ValuesIn(kCo
 constexpr Case kPreserving[] = {
     {"<pre>a  b\n  c </pre>", "a  b\n  c "},
     {"<pre>\n a</pre>", " a"},
+    {"<pre><table><td>a  b</table></pre>", "a b"}, // in quirks mode
+    {"<!DOCTYPE html><pre><table><td>a  b</table></pre>", "a  b"},
     {"<div style='white-space:pre-wrap'>a \n\tb</div>", "a \n\tb"},
     {"<div style='white-space:pre-line'>a \n  b  c</div>", "a\nb c"},
     {"<div style='white-space:nowrap'>a\n  b</div>", "a b"},
