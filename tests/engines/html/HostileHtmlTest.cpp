@@ -233,6 +233,23 @@ TEST(HostileHtml, selectorMatchingStopsAtItsBound) {
     EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
 }
 
+TEST(HostileHtml, generatedContentStopsAtTheSameBound) {
+    const std::string css = repeated("b::before{content:'x'}", 2'000);
+    const auto tree = parseHtml(repeated("<b>x</b>", 20'000));
+    CssStyleSheets sheets;
+    sheets.add(css, "");
+    CssMatcher matcher(*tree, sheets);
+    std::size_t generating = 0;
+    for (NodeId id = 1; id < tree->size(); ++id) {
+        CascadedValues values;
+        if (tree->node(id).kind == NodeKind::element) matcher.cascade(id, values);
+        if (matcher.generatesContent()) ++generating;
+    }
+    EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
+    EXPECT_GT(generating, 0U);
+    EXPECT_LT(generating, 20'000U);
+}
+
 TEST(HostileHtml, nestedRulesAndSelectorsAreBounded) {
     EXPECT_EQ(textOf("<style>" + repeated("a{", 100'000) + "display:none" + repeated("}", 100'000) + "</style>x"), "x");
     EXPECT_EQ(textOf("<style>" + repeated(":not(", 50'000) + "{display:none}</style>x"), "x");
