@@ -19,7 +19,8 @@ constexpr Cost kAsciiInOtherScript = bitsCost(4); ///< which of the 26 letters i
 constexpr Cost kPunctuation = bitsCost(5);        ///< typographic quotes, dashes, no-break spaces
 constexpr Cost kSymbol = bitsCost(8);             ///< multiplication and plus-minus signs, exponents
 constexpr Cost kRareSymbol = bitsCost(12);        ///< fractions, currency sign, box drawing
-constexpr Cost kSymbolBesideLetter = bitsCost(2); ///< on top of that
+constexpr Cost kSymbolBesideLetter = bitsCost(5); ///< on top of that
+constexpr Cost kOnWrongSide = bitsCost(8);        ///< an opening sign after a letter, an exponent before one
 constexpr Cost kControl = bitsCost(20);           ///< C1 controls
 constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding has nothing for
 constexpr Cost kCapitalInsideWord = bitsCost(6);
@@ -67,8 +68,6 @@ bool isPunctuation(char16_t c) {
     case 0xB4:
     case 0xB7:
     case 0xBB:
-    case 0xA1:
-    case 0xBF:
     case 0x387:
     case 0x60C:
     case 0x61B:
@@ -77,12 +76,21 @@ bool isPunctuation(char16_t c) {
     case 0x2122:
     case 0x20AC:
     case 0x20AA: return true;
-    default: return (c >= 0x2010 && c <= 0x2027) || c == 0x2030 || c == 0x2039 || c == 0x203A;
+    default: return (c >= 0x200C && c <= 0x201F) || (c >= 0x2022 && c <= 0x2027) || c == 0x2039 || c == 0x203A;
     }
 }
 
+/// Question marks and quotation marks that open, and in no language close.
+bool isOpeningSign(char16_t c) {
+    return c == 0xA1 || c == 0xBF || c == 0x201A || c == 0x201E;
+}
+
+bool isExponent(char16_t c) {
+    return c == 0xB2 || c == 0xB3 || c == 0xB9;
+}
+
 bool isCommonSymbol(char16_t c) {
-    return c == 0xD7 || c == 0xB1 || c == 0xB2 || c == 0xB3 || c == 0xB5 || c == 0xF7;
+    return c == 0xD7 || c == 0xB1 || c == 0xB5 || c == 0xF7 || c == 0x2020 || c == 0x2021 || c == 0x2030;
 }
 
 enum class Case : std::uint8_t { none, lower, upper };
@@ -91,14 +99,18 @@ struct ByteMeaning {
     std::uint8_t letterClass = LanguageModel::kBoundary;
     Case letterCase = Case::none;
     Cost extra = 0;
-    Cost besideLetter = 0;
+    Cost afterLetter = 0;
+    Cost beforeLetter = 0;
 
     [[nodiscard]] bool isLetter() const { return letterClass != LanguageModel::kBoundary; }
 };
 
 ByteMeaning meaningOfSign(char16_t c) {
-    if (isPunctuation(c)) return {LanguageModel::kBoundary, Case::none, kPunctuation, 0};
-    return {LanguageModel::kBoundary, Case::none, isCommonSymbol(c) ? kSymbol : kRareSymbol, kSymbolBesideLetter};
+    constexpr auto kBoundary = LanguageModel::kBoundary;
+    if (isOpeningSign(c)) return {kBoundary, Case::none, kPunctuation, kOnWrongSide, 0};
+    if (isPunctuation(c)) return {kBoundary, Case::none, kPunctuation, 0, 0};
+    if (isExponent(c)) return {kBoundary, Case::none, kSymbol, 0, kOnWrongSide};
+    return {kBoundary, Case::none, isCommonSymbol(c) ? kSymbol : kRareSymbol, kSymbolBesideLetter, kSymbolBesideLetter};
 }
 
 ByteMeaning meaningOf(char16_t c, const LanguageModel& model) {
@@ -108,11 +120,11 @@ ByteMeaning meaningOf(char16_t c, const LanguageModel& model) {
     if (found == model.letters.end() || *found != lower) {
         if (!asciiLetter && !isLetter(c)) return meaningOfSign(c);
         return {LanguageModel::kOtherLetter, lower == c ? Case::lower : Case::upper,
-                asciiLetter ? kAsciiInOtherScript : kForeignLetter, 0};
+                asciiLetter ? kAsciiInOtherScript : kForeignLetter, 0, 0};
     }
     const auto place = static_cast<std::size_t>(found - model.letters.begin());
     return {static_cast<std::uint8_t>(place + LanguageModel::kFirstLetter), lower == c ? Case::lower : Case::upper, 0,
-            0};
+            0, 0};
 }
 
 ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const LanguageModel& model) {
@@ -121,8 +133,8 @@ ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const L
         return lower >= 'a' && lower <= 'z' ? meaningOf(char16_t{byte}, model) : ByteMeaning{};
     }
     const char16_t c = index[byte - 0x80];
-    if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0};
-    if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0};
+    if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0, 0};
+    if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0, 0};
     return meaningOf(c, model);
 }
 
@@ -139,8 +151,8 @@ std::uint64_t alphabetCost(const BytePairCounts& pairs, Encoding encoding, const
         const ByteMeaning& second = meanings[pair.second];
         Cost each = second.extra;
         if (first.isLetter() || second.isLetter()) each += model.bits[first.letterClass * classes + second.letterClass];
-        if (first.isLetter()) each += second.besideLetter;
-        if (second.isLetter()) each += first.besideLetter;
+        if (first.isLetter()) each += second.afterLetter;
+        if (second.isLetter()) each += first.beforeLetter;
         if (first.letterCase == Case::lower && second.letterCase == Case::upper) each += kCapitalInsideWord;
         cost += std::uint64_t{pair.count} * each;
     }

@@ -49,9 +49,10 @@ bool names(std::string_view languages, std::string_view language) {
     return languages.find(language) != std::string_view::npos;
 }
 
-/// Well-formed UTF-8, whose last sequence may be cut off; or so much of it that what is not must be damage.
+/// Well-formed UTF-8, whose last sequence may be cut off; or so much of it that what is not must be damage. No text of a sentence
+/// in another encoding holds three of its sequences for each byte that is none.
 bool looksLikeUtf8(std::string_view bytes) {
-    constexpr std::size_t kSequencesPerError = 20;
+    constexpr std::size_t kSequencesPerError = 3;
     constexpr std::size_t kMostErrors = 1000; // enough to know
     if (isValidUtf8(bytes)) return true;
     std::size_t sequences = 0;

@@ -4,7 +4,10 @@
 #include "text/ByteScan.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace quillow::html {
@@ -36,6 +39,15 @@ namespace quillow::html {
     while (!text.empty() && isWhiteSpace(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+/// HTML, 2.3.4.1 "Rules for parsing integers"; nothing where the number is too large for 32 bits, too.
+[[nodiscard]] inline std::optional<std::int32_t> parseInteger(std::string_view text) {
+    text = trimWhiteSpace(text);
+    if (text.starts_with("+")) text.remove_prefix(1);
+    std::int32_t number = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc()) return std::nullopt;
+    return number;
 }
 
 /// The position of an ASCII lower-case needle in a text of any case, or npos.

@@ -76,6 +76,15 @@ std::uint32_t hashOf(std::string_view name) {
     return (((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12) + 1;
 }
 
+/// Whether any rule could generate content that stands in a line.
+bool anyContent(const CssStyleSheets& sheets) {
+    return std::any_of(sheets.rules().begin(), sheets.rules().end(), [](const CssRule& rule) {
+        return std::any_of(rule.declarations.begin(), rule.declarations.end(), [](const CssDeclaration& declaration) {
+            return declaration.property == CssProperty::content && declaration.value != 0;
+        });
+    });
+}
+
 } // namespace
 
 CssMatcher::Bucket& CssMatcher::Buckets::operator[](std::string_view name) {
@@ -94,9 +103,10 @@ const CssMatcher::Bucket* CssMatcher::Buckets::find(std::string_view name, std::
 CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
     : tree_(tree)
     , sheets_(sheets) {
+    const bool generates = anyContent(sheets);
     for (std::uint32_t rule = 0; rule < sheets.rules().size(); ++rule)
         for (const ComplexSelector& selector : sheets.selectors().lists[sheets.rules()[rule].list])
-            file(rule, selector);
+            if (generates || selector.pseudo == PseudoElement::none) file(rule, selector);
 }
 
 /// Files a selector under the most telling simple selector of its rightmost compound.
@@ -127,7 +137,8 @@ void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& cand
         if (combinator != Combinator::descendant && combinator != Combinator::child) continue;
         for (const SimpleSelector& simple : selector.compounds[i].simples) {
             if (rank(simple) == 0 || watched == candidate.ancestors.size()) continue;
-            candidate.ancestors[watched++] = hashOf(simple.name);
+            candidate.ancestors[watched] = hashOf(simple.name);
+            ancestors_.expect(candidate.ancestors[watched++]);
             watchesAncestors_ = true;
         }
     }
@@ -154,8 +165,6 @@ void CssMatcher::readNames(NodeId element) {
         }
     classes_ = names_.size();
     if (const auto id = tree_.attribute(element, AttributeName::id)) names_.push_back({*id, hashOf(*id)});
-    const std::string_view name = tree_.text(element);
-    names_.push_back({name, hashOf(name)});
 }
 
 /// False for most elements without child elements.
@@ -168,10 +177,14 @@ void CssMatcher::enter(NodeId node) {
     watchedStart_.push_back(static_cast<std::uint32_t>(watched_.size()));
     if (!watchesAncestors_ || tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
     if (named_ != node) readNames(node);
-    for (const Name& name : names_) {
-        watched_.push_back(name.hash);
-        ancestors_.add(name.hash);
-    }
+    const auto watch = [this](std::uint32_t hash) {
+        if (!ancestors_.isExpected(hash)) return;
+        watched_.push_back(hash);
+        ancestors_.add(hash);
+    };
+    for (const Name& name : names_)
+        watch(name.hash);
+    watch(hashOf(tree_.text(node)));
 }
 
 void CssMatcher::leave() {
@@ -181,10 +194,10 @@ void CssMatcher::leave() {
 }
 
 void CssMatcher::cascade(NodeId element, CascadedValues& values) {
+    generated_.clear();
     if (!sheets_.empty() && steps_ <= kMaxMatchSteps) {
         readNames(element);
-        const std::size_t ids = names_.size() - 1;
-        for (std::size_t i = 0; i < ids; ++i)
+        for (std::size_t i = 0; i < names_.size(); ++i)
             if (const Bucket* const bucket = (i < classes_ ? byClass_ : byId_).find(names_[i].text, names_[i].hash))
                 applyBucket(*bucket, element, values);
         const Bucket& ofTag = byTag_[static_cast<std::size_t>(tree_.node(element).tag)];
@@ -197,16 +210,29 @@ void CssMatcher::cascade(NodeId element, CascadedValues& values) {
                                           (std::uint64_t{1} << kInlineShift));
 }
 
+void CssMatcher::cascadeGenerated(PseudoElement pseudo, CascadedValues& values) const {
+    for (const Candidate* const candidate : generated_)
+        if (candidate->selector->pseudo == pseudo) apply(*candidate, values);
+}
+
+void CssMatcher::apply(const Candidate& candidate, CascadedValues& values) const {
+    const CssRule& rule = sheets_.rules()[candidate.rule];
+    for (const CssDeclaration& declaration : rule.declarations)
+        values.apply(declaration,
+                     priorityOf(declaration, rule.layered, candidate.selector->specificity, candidate.rule));
+}
+
 void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
     for (const Candidate& candidate : bucket) {
         if (steps_ > kMaxMatchSteps) return;
         ++steps_;
         if (!watchedStart_.empty() && !ancestorsMayFit(candidate)) continue;
         if (!matches(*candidate.selector, element)) continue;
-        const CssRule& rule = sheets_.rules()[candidate.rule];
-        for (const CssDeclaration& declaration : rule.declarations)
-            values.apply(declaration,
-                         priorityOf(declaration, rule.layered, candidate.selector->specificity, candidate.rule));
+        if (candidate.selector->pseudo == PseudoElement::none) {
+            apply(candidate, values);
+        } else {
+            generated_.push_back(&candidate);
+        }
     }
 }
 
@@ -303,7 +329,8 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
 
 bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) {
     spend(tree_.attributes(element).size());
-    const auto found = tree_.attribute(element, simple.name);
+    const bool known = simple.attribute != AttributeName::unknown;
+    const auto found = known ? tree_.attribute(element, simple.attribute) : tree_.attribute(element, simple.name);
     if (!found) return false;
     const std::string_view value = *found;
     const std::string_view wanted = simple.value;

@@ -39,6 +39,11 @@ private:
 /// what was put in can be taken out again.
 class AncestorFilter {
 public:
+    /// Says that it will be asked about a name; others need not be put in.
+    void expect(std::uint32_t hash) { expected_[hash % kSlots / 64] |= std::uint64_t{1} << (hash % 64); }
+    [[nodiscard]] bool isExpected(std::uint32_t hash) const {
+        return (expected_[hash % kSlots / 64] >> (hash % 64) & 1) != 0;
+    }
     void add(std::uint32_t hash) {
         if (counts_[hash % kSlots] < kFull) ++counts_[hash % kSlots];
     }
@@ -51,6 +56,7 @@ private:
     static constexpr std::size_t kSlots = 4096;
     static constexpr std::uint8_t kFull = 0xFF; ///< and so it stays
     std::array<std::uint8_t, kSlots> counts_{};
+    std::array<std::uint64_t, kSlots / 64> expected_{};
 };
 
 /// Elementary steps of selector matching in one document. Beyond them no rule of a sheet applies to the elements that follow,
@@ -64,6 +70,10 @@ public:
     /// Applies the sheets and the style attribute of one element. Its ancestors, and no others, have been entered and not left;
     /// who asks about one element after the other without regard to the tree never enters any.
     void cascade(NodeId element, CascadedValues& values);
+    /// Whether a rule was about the content generated in the element that was asked about last.
+    [[nodiscard]] bool generatesContent() const { return !generated_.empty(); }
+    /// What was said about it; of the style attribute it is nothing.
+    void cascadeGenerated(PseudoElement pseudo, CascadedValues& values) const;
     void enter(NodeId node);
     /// Leaves what was entered last.
     void leave();
@@ -98,6 +108,7 @@ private:
     [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
     void readNames(NodeId element);
     [[nodiscard]] bool mayHoldElements(NodeId element) const;
+    void apply(const Candidate& candidate, CascadedValues& values) const;
     void applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values);
     Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, NodeId element);
     bool matches(const ComplexSelector& selector, NodeId element) {
@@ -124,11 +135,12 @@ private:
     Buckets byClass_;
     std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too
     Bucket others_;
+    std::vector<const Candidate*> generated_; ///< that match the generated content of the element asked about last
     struct Name {
         std::string_view text;
         std::uint32_t hash;
     };
-    NodeId named_ = kNoNode; ///< the element whose classes, id and name (the last) `names_` holds
+    NodeId named_ = kNoNode; ///< the element whose classes and id `names_` holds
     std::vector<Name> names_;
     std::size_t classes_ = 0; ///< of the names
     AncestorFilter ancestors_;

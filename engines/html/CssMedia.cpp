@@ -2,6 +2,7 @@
 #include "engines/html/Ascii.h"
 #include "engines/html/CssStyleSheets.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -101,6 +102,18 @@ bool featureHolds(std::string_view feature) {
     return false;
 }
 
+/// A declaration that a browser of today takes, as far as can be told: of the properties that are known here by its value, of others
+/// by whose they are.
+bool isSupportedFeature(std::string_view feature) {
+    constexpr std::string_view kOfOthers[] = {"-ms-", "-moz-", "-o-", "-webkit-touch-callout",
+                                              "-webkit-overflow-scrolling"};
+    const bool ofOthers = std::any_of(std::begin(kOfOthers), std::end(kOfOthers), [feature](std::string_view name) {
+        return equalsIgnoringCase(feature.substr(0, name.size()), name);
+    });
+    CssStrings strings;
+    return !ofOthers && (!isKnownProperty(feature.substr(0, feature.find(':'))) || parseDeclaration(feature, strings));
+}
+
 /// Splits off the next word or parenthesised group.
 std::string_view takePart(std::string_view& rest) {
     rest = trimWhiteSpace(rest);
@@ -118,18 +131,21 @@ std::string_view takePart(std::string_view& rest) {
     return part;
 }
 
-bool conditionHolds(std::string_view condition, int nesting);
+/// What a group in parentheses is about: a feature of the medium, or a declaration.
+using FeatureTest = bool (*)(std::string_view feature);
 
-bool groupHolds(std::string_view group, int nesting) {
+bool conditionHolds(std::string_view condition, FeatureTest test, int nesting);
+
+bool groupHolds(std::string_view group, FeatureTest test, int nesting) {
     std::string_view inside = group.substr(1, group.size() - (group.back() == ')' ? 2 : 1));
     inside = trimWhiteSpace(inside);
     if (inside.starts_with("(") || (inside.size() > 4 && equalsIgnoringCase(inside.substr(0, 4), "not ")))
-        return nesting < 8 && conditionHolds(inside, nesting + 1);
-    return featureHolds(inside);
+        return nesting < 8 && conditionHolds(inside, test, nesting + 1);
+    return test(inside);
 }
 
 /// One media query or condition: words and groups joined by "and" or "or", "not" before them.
-bool conditionHolds(std::string_view condition, int nesting) {
+bool conditionHolds(std::string_view condition, FeatureTest test, int nesting) {
     bool result = true;
     bool negated = false;
     bool negatesAll = false;
@@ -138,6 +154,7 @@ bool conditionHolds(std::string_view condition, int nesting) {
     while (!trimWhiteSpace(condition).empty()) {
         const std::string_view part = takePart(condition);
         if (equalsIgnoringCase(part, "only") || equalsIgnoringCase(part, "and")) continue;
+        if (test == isSupportedFeature && equalsIgnoringCase(part, "selector")) continue; // the group after it is one
         if (equalsIgnoringCase(part, "or")) {
             disjunction = true;
             continue;
@@ -148,7 +165,7 @@ bool conditionHolds(std::string_view condition, int nesting) {
         }
         bool holds = false;
         if (part.front() == '(') {
-            holds = groupHolds(part, nesting) != negated;
+            holds = groupHolds(part, test, nesting) != negated;
             negated = false;
         } else {
             // A media type: "not" before it negates the whole query.
@@ -175,10 +192,14 @@ bool mediaMatches(std::string_view queries) {
             ++comma;
         }
         const std::string_view query = trimWhiteSpace(queries.substr(0, comma));
-        if (!query.empty() && conditionHolds(query, 0)) return true;
+        if (!query.empty() && conditionHolds(query, featureHolds, 0)) return true;
         queries.remove_prefix(std::min(comma + 1, queries.size()));
     }
     return false;
+}
+
+bool supportsHolds(std::string_view condition) {
+    return conditionHolds(condition, isSupportedFeature, 0);
 }
 
 } // namespace quillow::html

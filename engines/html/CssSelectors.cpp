@@ -31,8 +31,6 @@ constexpr std::string_view kNeverTrue[] = {"hover",
                                            "target",
                                            "focus-within",
                                            "focus-visible",
-                                           "after",
-                                           "before",
                                            "first-line",
                                            "first-letter",
                                            "lang",
@@ -109,6 +107,7 @@ private:
     bool parseType(CompoundSelector& compound);
     bool parseAttribute(CompoundSelector& compound);
     bool parsePseudo(CompoundSelector& compound);
+    bool parsePseudoElement(CompoundSelector& compound);
     bool parsePseudoFunction(CompoundSelector& compound, std::string_view name);
     bool parseNestedList(CompoundSelector& compound, SelectorKind kind, std::string_view arguments);
     std::string_view takeArguments();
@@ -121,6 +120,7 @@ private:
     CssToken token_;
     std::uint32_t specificity_ = 0;
     bool sawNesting_ = false;
+    PseudoElement pseudo_ = PseudoElement::none; ///< of the selector being read
 };
 
 std::optional<SelectorList> SelectorParser::parseList() {
@@ -138,6 +138,7 @@ std::optional<SelectorList> SelectorParser::parseList() {
 std::optional<ComplexSelector> SelectorParser::parseComplex() {
     specificity_ = 0;
     sawNesting_ = false;
+    pseudo_ = PseudoElement::none;
     std::vector<CompoundSelector> leftToRight;
     skipWhiteSpace();
     Combinator combinator = Combinator::none;
@@ -167,6 +168,7 @@ std::optional<ComplexSelector> SelectorParser::parseComplex() {
     }
     ComplexSelector selector;
     selector.specificity = specificity_;
+    selector.pseudo = pseudo_;
     selector.compounds.assign(std::make_move_iterator(leftToRight.rbegin()),
                               std::make_move_iterator(leftToRight.rend()));
     if (selector.compounds.size() > kMaxCompounds)
@@ -192,6 +194,8 @@ Combinator SelectorParser::parseCombinator() {
 }
 
 void SelectorParser::add(CompoundSelector& compound, SimpleSelector simple, std::uint32_t weight) {
+    if (pseudo_ != PseudoElement::none)
+        simple = SimpleSelector{}; // what comes after a pseudo-element is never true of it
     if (simple.kind == SelectorKind::nesting) {
         sawNesting_ = true;
         if (outer_) {
@@ -282,6 +286,7 @@ bool SelectorParser::parseAttribute(CompoundSelector& compound) {
     simple.kind = SelectorKind::attribute;
     if (token_.type != CssTokenType::ident) return false;
     simple.name = lowered(token_.text, pool_);
+    simple.attribute = attributeNameForKey(keyOf(simple.name));
     advance();
     skipWhiteSpace();
     if (token_.type == CssTokenType::delimiter) {
@@ -322,18 +327,12 @@ bool SelectorParser::parseAttribute(CompoundSelector& compound) {
 bool SelectorParser::parsePseudo(CompoundSelector& compound) {
     advance();
     SimpleSelector simple;
-    if (token_.type == CssTokenType::colon) { // a pseudo-element
+    if (token_.type == CssTokenType::colon) {
         advance();
-        if (token_.type == CssTokenType::function) {
-            takeArguments();
-        } else if (token_.type != CssTokenType::ident) {
-            return false;
-        }
-        advance();
-        add(compound, simple, kTypeWeight);
-        return true;
+        return parsePseudoElement(compound);
     }
     const std::string_view name = lowered(token_.text, pool_);
+    if (name == "before" || name == "after") return parsePseudoElement(compound); // as CSS 2 writes them
     if (token_.type == CssTokenType::function) return parsePseudoFunction(compound, name);
     if (token_.type != CssTokenType::ident) return false;
     const auto nth = [&](bool fromEnd, bool ofType) {
@@ -375,6 +374,28 @@ bool SelectorParser::parsePseudo(CompoundSelector& compound) {
     }
     advance();
     add(compound, simple, kClassWeight);
+    return true;
+}
+
+/// Those of generated content are told apart; the others hold no text of their own.
+bool SelectorParser::parsePseudoElement(CompoundSelector& compound) {
+    PseudoElement pseudo = PseudoElement::none;
+    if (token_.type == CssTokenType::function) {
+        takeArguments();
+    } else if (token_.type != CssTokenType::ident) {
+        return false;
+    } else if (nesting_ == 0 && equalsIgnoringCase(token_.text, "before")) {
+        pseudo = PseudoElement::before;
+    } else if (nesting_ == 0 && equalsIgnoringCase(token_.text, "after")) {
+        pseudo = PseudoElement::after;
+    }
+    advance();
+    if (pseudo == PseudoElement::none || pseudo_ != PseudoElement::none) {
+        add(compound, SimpleSelector{}, kTypeWeight);
+        return true;
+    }
+    specificity_ = addSpecificity(specificity_, kTypeWeight);
+    pseudo_ = pseudo;
     return true;
 }
 
@@ -423,8 +444,12 @@ bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string
     advance();
     SimpleSelector simple;
     if (name == "not") return parseNestedList(compound, SelectorKind::notList, arguments);
-    if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any")
-        return parseNestedList(compound, SelectorKind::isList, arguments);
+    if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any") {
+        const std::uint32_t before = specificity_;
+        const bool valid = parseNestedList(compound, SelectorKind::isList, arguments);
+        if (name == "where") specificity_ = before; // section 16: it counts nothing
+        return valid;
+    }
     if (name == "nth-child" || name == "nth-last-child" || name == "nth-of-type" || name == "nth-last-of-type") {
         simple.kind = SelectorKind::nthChild;
         simple.fromEnd = name.find("last") != std::string_view::npos;

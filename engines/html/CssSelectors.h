@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engines/html/CssTokenizer.h"
+#include "engines/html/HtmlAttributes.h"
 
 #include <optional>
 #include <vector>
@@ -26,7 +27,7 @@ enum class SelectorKind : std::uint8_t {
     isList,
     notList, ///< lists[list]; :is() and :where(), :not()
     nesting, ///< "&": lists[list] of the outer rule; :scope and & without an outer rule are :root
-    never,   ///< dynamic pseudo-classes and all pseudo-elements: valid, and no element is ever it
+    never,   ///< dynamic pseudo-classes and most pseudo-elements: valid, and no element is ever it
 };
 enum class AttributeMatch : std::uint8_t { present, equals, includes, dash, prefix, suffix, substring };
 enum class Combinator : std::uint8_t { none, descendant, child, nextSibling, laterSibling };
@@ -38,7 +39,8 @@ struct SimpleSelector {
     LetterCase letterCase = LetterCase::asWritten;
     bool fromEnd = false;
     bool ofType = false;
-    std::string_view name; ///< lower case for types and attributes
+    AttributeName attribute = AttributeName::unknown; ///< of an attribute, where its name is a known one
+    std::string_view name;                            ///< lower case for types and attributes
     std::string_view value;
     int a = 0;
     int b = 0;
@@ -50,9 +52,13 @@ struct CompoundSelector {
     Combinator toLeft = Combinator::none; ///< how the compound before this one is related
 };
 
+/// What of an element a selector is about: itself, or the content that is generated at its start or end.
+enum class PseudoElement : std::uint8_t { none, before, after };
+
 /// Compounds from right to left.
 struct ComplexSelector {
     std::vector<CompoundSelector> compounds;
+    PseudoElement pseudo = PseudoElement::none;
     std::uint32_t specificity = 0; ///< ids, classes, types in ten bits each
 };
 

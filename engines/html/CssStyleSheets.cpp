@@ -52,6 +52,7 @@ private:
     void openAtRule(std::string_view prelude);
     void openStyleRule(std::string_view prelude);
     void closeBlock();
+    void addRule(Block& block);
     void takeDeclaration(std::string_view text);
     void skipBlock();
     [[nodiscard]] bool isAtRule(std::size_t start) const;
@@ -122,6 +123,7 @@ void CssParser::skipBlock() {
 }
 
 void CssParser::openBlock(std::string_view prelude) {
+    addRule(open_.back());
     if (open_.size() > static_cast<std::size_t>(kMaxRuleNesting)) {
         skipBlock();
     } else if (prelude.starts_with("@")) {
@@ -141,8 +143,7 @@ void CssParser::openAtRule(std::string_view prelude) {
     if (equalsIgnoringCase(name, "media")) {
         applies = mediaMatches(condition);
     } else if (equalsIgnoringCase(name, "supports")) {
-        // Every modern feature is supported; what asks for its absence is not.
-        applies = !(condition.size() >= 3 && equalsIgnoringCase(condition.substr(0, 3), "not"));
+        applies = supportsHolds(condition);
     } else if (equalsIgnoringCase(name, "layer")) {
         applies = true;
     }
@@ -182,10 +183,15 @@ bool CssParser::resolveSelectors(Block& block) {
 }
 
 void CssParser::closeBlock() {
-    Block& block = open_.back();
+    addRule(open_.back());
+    open_.pop_back();
+}
+
+/// Makes a rule of the declarations so far: those after a nested rule come after it in the cascade too (CSS Nesting, section 4).
+void CssParser::addRule(Block& block) {
     if (!block.declarations.empty() && sheets_.rules_.size() < kMaxRules && resolveSelectors(block))
         sheets_.rules_.push_back({*block.selectors, block.layered, std::move(block.declarations)});
-    open_.pop_back();
+    block.declarations.clear();
 }
 
 void CssStyleSheets::add(std::string_view css, std::string_view media) {

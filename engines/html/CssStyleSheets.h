@@ -36,6 +36,9 @@ private:
     std::vector<CssRule> rules_;
 };
 
+/// CSS Conditional Rules 3, section 6: the condition of "@supports".
+[[nodiscard]] bool supportsHolds(std::string_view condition);
+
 /// Media Queries 4: true when one query of the list holds for the screen of this size.
 [[nodiscard]] bool mediaMatches(std::string_view queries);
 

@@ -98,6 +98,14 @@ constexpr Keyword kPosition[] = {
     {"-webkit-sticky", number(Flow::inFlow)}, {"absolute", number(Flow::outOfFlow)}, {"fixed", number(Flow::outOfFlow)},
 };
 
+/// Of words; what else there may be is read by `ContentReader`.
+constexpr Keyword kContent[] = {
+    {"none", 0},
+    {"normal", 0},
+    {"open-quote", generated::kBox | generated::kText},
+    {"close-quote", generated::kBox | generated::kText},
+};
+
 struct Property {
     std::string_view name;
     CssProperty property;
@@ -119,6 +127,7 @@ constexpr std::array kProperties = {
     property("list-style-type", CssProperty::listStyle, kListStyle),
     property("float", CssProperty::floating, kFloat),
     property("position", CssProperty::position, kPosition),
+    property("content", CssProperty::content, kContent),
 };
 
 const Property* findProperty(std::string_view name) {
@@ -168,6 +177,35 @@ std::optional<std::uint8_t> valueOf(const Property& property, std::span<const st
     return words.size() == 1 ? keyword(words[0]) : std::nullopt;
 }
 
+/// CSS Generated Content 3, section 2: strings, and what makes text or pictures out of something else.
+class ContentReader {
+public:
+    void add(const CssToken& token) {
+        switch (token.type) {
+        case CssTokenType::string: addString(token.text); break;
+        case CssTokenType::function:
+        case CssTokenType::url: parts_ |= generated::kBox | generated::kText; break;
+        default: break; // keywords, what is within a function, the slash before the text for those who hear it
+        }
+    }
+    /// Nothing where only keywords have been read.
+    [[nodiscard]] std::optional<std::uint8_t> value() const {
+        return parts_ == 0 ? std::nullopt : std::optional(parts_);
+    }
+
+private:
+    void addString(std::string_view text) {
+        parts_ |= generated::kBox;
+        if (text.empty()) return;
+        const bool visible = !trimWhiteSpace(text).empty();
+        if (isWhiteSpace(text.front()) && (parts_ & generated::kText) == 0) parts_ |= generated::kSpaceBefore;
+        if (visible) parts_ = (parts_ | generated::kText) & static_cast<std::uint8_t>(~generated::kSpaceAfter);
+        if (isWhiteSpace(text.back()) && (parts_ & generated::kText) != 0) parts_ |= generated::kSpaceAfter;
+    }
+
+    std::uint8_t parts_ = 0;
+};
+
 } // namespace
 
 std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings) {
@@ -187,6 +225,8 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
     std::array<std::string_view, kMaxWords> words;
     std::size_t count = 0;
     bool afterBang = false;
+    ContentReader content;
+    const bool isContent = property->property == CssProperty::content;
     for (token = tokens.next(); token.type != CssTokenType::end; token = tokens.next()) {
         if (token.type == CssTokenType::whiteSpace) continue;
         if (token.type == CssTokenType::delimiter && token.delimiter == '!') {
@@ -196,14 +236,21 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
         } else if (token.type == CssTokenType::ident && !afterBang) {
             if (count == kMaxWords) return std::nullopt;
             words[count++] = token.text;
+        } else if (isContent) {
+            content.add(token);
         } else if (property->name != "list-style") {
             return std::nullopt; // a function, a number or a broken value: none of these properties takes one
         }
     }
-    const auto value = valueOf(*property, std::span(words).first(count));
+    auto value = content.value();
+    if (!value) value = valueOf(*property, std::span(words).first(count));
     if (!value) return std::nullopt;
     result.value = *value;
     return result;
+}
+
+bool isKnownProperty(std::string_view name) {
+    return findProperty(trimWhiteSpace(name)) != nullptr;
 }
 
 std::vector<CssDeclaration> parseStyleAttribute(std::string_view style) {
@@ -237,8 +284,8 @@ bool mayBeRelevant(std::string_view declaration) {
     const std::string_view start = declaration.substr(0, 3);
     if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
     const unsigned letters = packed(toLower(start[0]), toLower(start[1]), toLower(start[2]));
-    return letters == starts("dis") || letters == starts("flo") || letters == starts("lis") ||
-           letters == starts("pos") || letters == starts("vis") || letters == starts("whi");
+    return letters == starts("con") || letters == starts("dis") || letters == starts("flo") ||
+           letters == starts("lis") || letters == starts("pos") || letters == starts("vis") || letters == starts("whi");
 }
 
 } // namespace quillow::html

@@ -9,7 +9,16 @@
 
 namespace quillow::html {
 
-enum class CssProperty : std::uint8_t { display, visibility, whiteSpace, listStyle, floating, position, count };
+enum class CssProperty : std::uint8_t {
+    display,
+    visibility,
+    whiteSpace,
+    listStyle,
+    floating,
+    position,
+    content,
+    count
+};
 enum class Importance : std::uint8_t { normal, important };
 
 /// The values that every property takes beside its own; a property's own values are those of its enumeration in Style.
@@ -26,6 +35,9 @@ struct CssDeclaration {
 
 /// One declaration without its semicolon, "display: none !important"; nothing when it is of no interest or not valid.
 [[nodiscard]] std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings);
+
+/// Whether values of a property are looked at; there may be white space around its name.
+[[nodiscard]] bool isKnownProperty(std::string_view name);
 
 /// The declarations of a style attribute.
 [[nodiscard]] std::vector<CssDeclaration> parseStyleAttribute(std::string_view style);

@@ -173,6 +173,7 @@ constexpr std::array<std::string_view, kTagCount> kNames = {
     "video",
     "wbr",
     "xmp",
+    "selectedcontent",
 };
 static_assert(!kNames.back().empty());
 

@@ -176,6 +176,7 @@ enum class Tag : std::uint8_t {
     video,
     wbr,
     xmp,
+    selectedcontent, ///< last, so that the names of the notable elements (HtmlTree::createElement) lie close together
     count,
 };
 

@@ -187,6 +187,19 @@ void HtmlTree::remove(NodeId child) {
     if (removed.kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
 }
 
+std::size_t HtmlTree::removeChildren(NodeId parent) {
+    NodeId child = firstOfSeveral(parent);
+    words_[parent + kFirstChildWord] = kNoNode;
+    std::size_t removed = 0;
+    for (; child != kNoNode; ++removed) {
+        const NodeId next = node(child).next();
+        words_.node(child).next_ = words_[child + kPreviousWord] = kNoNode;
+        if (node(child).kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
+        child = next;
+    }
+    return removed;
+}
+
 std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
     NodeId child = firstOfSeveral(from);
     words_[from + kFirstChildWord] = kNoNode;

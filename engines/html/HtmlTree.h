@@ -137,6 +137,10 @@ public:
 
     [[nodiscard]] std::string_view source() const { return source_; }
 
+    /// Whether the document is in quirks mode: a few rules of style are others then.
+    [[nodiscard]] bool isQuirky() const { return quirky_; }
+    void setQuirky() { quirky_ = true; }
+
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
     /// A new element with the name and the attributes of another.
@@ -178,6 +182,8 @@ public:
     void insertBefore(NodeId parent, NodeId child, NodeId before);
     /// A text that is removed is not to be inserted again.
     void remove(NodeId child);
+    /// Removes every child; answers how many there were.
+    std::size_t removeChildren(NodeId parent);
     /// Moves every child of `from` to the end of `to`; answers how many there were.
     std::size_t moveChildren(NodeId from, NodeId to);
     /// Adds the attributes that the element, an html or body element of HTML, does not have yet.
@@ -253,6 +259,7 @@ private:
     /// Writes the words of attributes; answers where they end.
     std::uint32_t* writeAttributes(std::span<const Attribute> attributes, std::uint32_t* end);
 
+    bool quirky_ = false;
     std::string ownSource_;
     std::string_view source_;
     WordBlock words_;

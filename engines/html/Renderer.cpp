@@ -8,7 +8,6 @@
 #include "text/ByteScan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
 namespace quillow::html {
@@ -40,7 +39,8 @@ struct Frame {
     bool ownContent = false; ///< has lines of its own: `outer` is the line around it
     std::uint8_t requiredLineBreaks = 0;
     bool isListItem = false;
-    std::int8_t numberStep = 1;   ///< of a list
+    std::int8_t numberStep = 1; ///< of a list
+    GeneratedContent after;
     std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
     std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
     std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
@@ -84,13 +84,11 @@ bool isReadableTarget(std::string_view target) {
 std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId element, AttributeName name) {
     const auto value = tree.attribute(element, name);
     if (!value) return std::nullopt;
-    std::string_view digits = trimWhiteSpace(*value);
-    if (digits.starts_with("+")) digits.remove_prefix(1);
-    std::int32_t number = 0;
-    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) return std::nullopt;
-    return number;
+    return parseInteger(*value);
 }
 
+/// Elements with a say in the line that is neither text nor a box.
+constexpr TagSet kNoted{Tag::q, Tag::wbr};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -115,12 +113,16 @@ private:
     void enterText(NodeId node);
 
     void styleFrame(NodeId element, const Frame& parent, Frame& frame);
-    void applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
+    Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
+    void generateContent(const Node& node, Frame& frame);
+    void drawGenerated(const GeneratedContent& generated, const Frame& frame);
     void openBox(const Node& node, Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
+    void leaveCells(Frame& row);
     void openRow(const Frame& parent, const Frame& frame);
+    void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
     void openListItem(NodeId element, Frame& frame);
     [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
@@ -214,6 +216,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
     if (node.tag == Tag::br && node.space == Namespace::html) {
+        if (frame.style.display == Display::contents) return Entered::no;
         collector_.endLine();
         if (isVisible(frame) && parent.textRole != TextRole::suppressed) collector_.literal('\n');
         return Entered::no;
@@ -226,7 +229,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     frame.textRole = parent.textRole;
     if (node.space == Namespace::html) {
         frame.inSelect = parent.inSelect;
-        if (node.tag == Tag::select || parent.inSelect) applySelectRules(node, parent, frame);
+        if ((node.tag == Tag::select || parent.inSelect) && applySelectRules(node, parent, frame) == Entered::no)
+            return Entered::no;
     } else if (node.space == Namespace::svg) {
         applySvgRules(node, frame);
     }
@@ -238,8 +242,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
     if (frame.style.display == Display::tableCell) {
         openCell(parent, frame);
-    } else if (!passesThrough) {
-        frames_[parent.rowOwner].previousCell = Neighbour::none;
+    } else if (!passesThrough && frames_[parent.rowOwner].previousCell != Neighbour::none) {
+        leaveCells(frames_[parent.rowOwner]);
     }
     if (frame.style.display == Display::tableRow) openRow(parent, frame);
     if (passesThrough) {
@@ -253,25 +257,29 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
         if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
-    if (isQuotation(node)) collector_.atomicBox();
+    if (kNoted.contains(node.tag)) enterNoted(node);
+    if (frame.style.generatesContent) generateContent(node, frame);
     frame.writtenBefore = collector_.written();
     styles_.enter(id);
     return Entered::yes;
 }
 
-/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line.
-void Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
+/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line. The
+/// copy of the chosen option is no second one.
+Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
+    if (node.tag == Tag::selectedcontent) return Entered::no;
     if (node.tag == Tag::select) {
         frame.textRole = TextRole::suppressed;
         frame.inSelect = true;
-        return;
+        return Entered::yes;
     }
-    if (parent.textRole != TextRole::suppressed) return;
+    if (parent.textRole != TextRole::suppressed) return Entered::yes;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
         frame.style.display = Display::contents;
     }
+    return Entered::yes;
 }
 
 /// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
@@ -281,6 +289,8 @@ void Renderer::applySvgRules(const Node& node, Frame& frame) const {
 }
 
 void Renderer::drawReplaced(const Frame& frame) {
+    // CSS Display 3, appendix B: of what is drawn in an unusual way, no contents are left.
+    if (frame.style.display == Display::contents) return;
     if (blockified(frame.style.display) != frame.style.display) {
         collector_.atomicBox();
         return;
@@ -292,6 +302,36 @@ void Renderer::drawReplaced(const Frame& frame) {
     collector_.endLine();
     collector_.requireLineBreaks(breaks);
     if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
+}
+
+/// CSS Pseudo-Elements 4, section 4.1. Generated content is no text of the document, but it stands in the line: the space beside it
+/// is seen, or not seen where the generated one is.
+void Renderer::generateContent(const Node& node, Frame& frame) {
+    if (frame.textRole != TextRole::shown || node.space != Namespace::html) return;
+    const GeneratedContent before = styles_.generated(PseudoElement::before, frame.style);
+    frame.after = styles_.generated(PseudoElement::after, frame.style);
+    if (before.content != 0) drawGenerated(before, frame);
+}
+
+void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& frame) {
+    if (generated.display == Display::none) return;
+    if (generated.flow == Flow::outOfFlow) {
+        collector_.leaveContent(collector_.enterOutOfFlow());
+        return;
+    }
+    const bool inLine = generated.display == Display::inline_ || generated.display == Display::contents;
+    if (frame.blockifiesChildren || (!inLine && blockified(generated.display) == generated.display)) {
+        collector_.endLine();
+    } else if (!inLine) {
+        collector_.atomicBox();
+    } else {
+        const auto space = [&](std::uint8_t part) {
+            if ((generated.content & part) != 0) collector_.text(" ", generated.whiteSpace, Visibility::hidden);
+        };
+        space(generated::kSpaceBefore);
+        if ((generated.content & generated::kText) != 0) collector_.atomicBox();
+        space(generated::kSpaceAfter);
+    }
 }
 
 /// The box that the display type makes, and the line breaks before it.
@@ -343,11 +383,27 @@ void Renderer::openCell(const Frame& parent, const Frame& frame) {
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
+/// CSS 2, 17.2.1: what is no cell is put into one that has no element; as in browsers, the cell before is not the last then.
+void Renderer::leaveCells(Frame& row) {
+    const bool isRow = row.style.display == Display::tableRow;
+    if (isRow && row.previousCell == Neighbour::visible)
+        collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
+    row.previousCell = Neighbour::none;
+}
+
 /// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
 void Renderer::openRow(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.tableOwner].previousRow;
     if (previous == Neighbour::visible) collector_.literal('\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
+}
+
+void Renderer::enterNoted(const Node& node) {
+    if (isQuotation(node)) {
+        collector_.atomicBox();
+    } else if (node.space == Namespace::html) {
+        collector_.breakOpportunity();
+    }
 }
 
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
@@ -393,6 +449,7 @@ void Renderer::leave(NodeId id) {
         const auto target = tree_.attribute(id, AttributeName::href);
         if (target && isReadableTarget(*target)) collector_.insert(" <" + std::string(*target) + ">");
     }
+    if (frame.after.content != 0) drawGenerated(frame.after, frame);
     if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();

@@ -27,6 +27,22 @@ enum class WhiteSpace : std::uint8_t { normal, preserve, preserveBreaks };
 enum class ListStyle : std::uint8_t { none, bullet, decimal, lowerAlpha, upperAlpha, lowerRoman, upperRoman };
 enum class Flow : std::uint8_t { inFlow, outOfFlow };
 
+/// What the `content` property of generated content comes to in a line: a set of these. Nothing, for none of it.
+namespace generated {
+inline constexpr std::uint8_t kBox = 1;
+inline constexpr std::uint8_t kSpaceBefore = 2; ///< it begins with collapsible white space
+inline constexpr std::uint8_t kText = 4;        ///< there is something to be seen
+inline constexpr std::uint8_t kSpaceAfter = 8;
+} // namespace generated
+
+/// Generated content: `::before` or `::after`.
+struct GeneratedContent {
+    std::uint8_t content = 0;
+    Display display = Display::inline_;
+    WhiteSpace whiteSpace = WhiteSpace::normal;
+    Flow flow = Flow::inFlow;
+};
+
 struct Style {
     Display display = Display::inline_;
     Visibility visibility = Visibility::visible;
@@ -34,6 +50,7 @@ struct Style {
     ListStyle listStyle = ListStyle::bullet;
     Flow floating = Flow::inFlow;   ///< the `float` property
     Flow positioned = Flow::inFlow; ///< the `position` property: absolute or fixed
+    bool generatesContent = false;  ///< a rule is about its `::before` or `::after`
 };
 
 } // namespace quillow::html

@@ -15,6 +15,22 @@ Value computed(std::optional<std::uint8_t> cascaded, Value own, Value inherited,
     return static_cast<Value>(*cascaded);
 }
 
+GeneratedContent generatedContent(const CascadedValues& values, const Style& style) {
+    GeneratedContent result;
+    const auto content = values.value(CssProperty::content);
+    if (!content || *content >= kInherit) return result;
+    const auto take = [&](CssProperty property, auto inherited, auto initial, bool inherits) {
+        return computed(values.value(property), inherits ? inherited : initial, inherited, initial, inherits);
+    };
+    result.content = *content;
+    result.display = take(CssProperty::display, style.display, Display::inline_, false);
+    result.whiteSpace = take(CssProperty::whiteSpace, style.whiteSpace, WhiteSpace::normal, true);
+    const Flow floating = take(CssProperty::floating, style.floating, Flow::inFlow, false);
+    const Flow positioned = take(CssProperty::position, style.positioned, Flow::inFlow, false);
+    result.flow = floating == Flow::outOfFlow ? floating : positioned;
+    return result;
+}
+
 } // namespace
 
 StyleResolver::StyleResolver(const HtmlTree& tree, bool withAuthor)
@@ -49,6 +65,7 @@ void StyleResolver::resolve(NodeId element, const Style& parent, Style& style) {
     if (!matcher_ || (sheets_.empty() && !tree_.has(element, AttributeName::style))) return;
     CascadedValues values;
     matcher_->cascade(element, values);
+    style.generatesContent = matcher_->generatesContent();
     if (!values.any()) return;
     applied_ = true;
     const auto take = [&](CssProperty property, auto& own, auto inherited, auto initial, bool inherits) {
@@ -60,6 +77,12 @@ void StyleResolver::resolve(NodeId element, const Style& parent, Style& style) {
     take(CssProperty::listStyle, style.listStyle, parent.listStyle, ListStyle::bullet, true);
     take(CssProperty::floating, style.floating, parent.floating, Flow::inFlow, false);
     take(CssProperty::position, style.positioned, parent.positioned, Flow::inFlow, false);
+}
+
+GeneratedContent StyleResolver::generated(PseudoElement pseudo, const Style& style) const {
+    CascadedValues values;
+    matcher_->cascadeGenerated(pseudo, values);
+    return values.any() ? generatedContent(values, style) : GeneratedContent{};
 }
 
 } // namespace quillow::html

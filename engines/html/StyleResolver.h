@@ -16,6 +16,8 @@ public:
 
     /// The style of an element. Its ancestors, and no others, have been entered and not left.
     void resolve(NodeId element, const Style& parent, Style& style);
+    /// The generated content of the element that was resolved last, whose style says that there may be some.
+    [[nodiscard]] GeneratedContent generated(PseudoElement pseudo, const Style& style) const;
     void enter(NodeId node) {
         if (matcher_) matcher_->enter(node);
     }

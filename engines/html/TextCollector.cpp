@@ -2,7 +2,6 @@
 
 #include "engines/html/Ascii.h"
 #include "text/ByteScan.h"
-#include "text/Utf8.h"
 
 #include <algorithm>
 
@@ -10,31 +9,8 @@ namespace quillow::html {
 
 namespace {
 
-struct Range {
-    char32_t first;
-    char32_t last;
-};
-
-/// East Asian Wide and Fullwidth but not Hangul (UAX #11): between two of these a line break of the source is no space
-/// (CSS Text 3, section 4.1.3).
-constexpr Range kWide[] = {{0x2E80, 0x303E},   {0x3041, 0x3130},  {0x3190, 0xA4CF}, {0xF900, 0xFAFF},
-                           {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},  {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F},
-                           {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
-
-bool isWide(char32_t c) {
-    return std::any_of(std::begin(kWide), std::end(kWide),
-                       [c](Range range) { return c >= range.first && c <= range.last; });
-}
-
-char32_t lastCodePoint(std::string_view text) {
-    std::size_t start = text.size();
-    while (start > 0 && text.size() - start < 4) {
-        --start;
-        if ((static_cast<unsigned char>(text[start]) & 0xC0) != 0x80)
-            return text::decodeUtf8(text.substr(start)).codePoint;
-    }
-    return 0;
-}
+/// U+200B ZERO WIDTH SPACE.
+constexpr std::string_view kZeroWidthSpace = "\u200B";
 
 } // namespace
 
@@ -101,9 +77,11 @@ LineState TextCollector::enterOutOfFlow() {
     return outer;
 }
 
+/// CSS Text 3, 4.1.3: beside a zero width space, which is where a line may break, a line break of the source is nothing; anywhere
+/// else it is a space, as browsers have it.
 bool TextCollector::breakVanishes(std::string_view following) const {
-    if (following.empty() || static_cast<unsigned char>(following[0]) < 0xE2) return false;
-    return isWide(text::decodeUtf8(following).codePoint) && isWide(lastCodePoint(sink_.view()));
+    return following.starts_with(kZeroWidthSpace) || opportunity_ == sink_.size() ||
+           sink_.view().ends_with(kZeroWidthSpace);
 }
 
 void TextCollector::flushPending(std::string_view following) {
@@ -132,7 +110,6 @@ void TextCollector::preserved(std::string_view characters, Visibility visibility
 }
 
 void TextCollector::collapsible(std::string_view characters, WhiteSpace mode, Visibility visibility) {
-    line_.pendingBreak = false; // only breaks inside of one text vanish
     for (std::size_t at = 0; at < characters.size();) {
         const std::size_t start = text::skipBlanks(characters, at);
         if (start > at && (!line_.atStart || mode == WhiteSpace::preserveBreaks))
@@ -158,8 +135,8 @@ void TextCollector::collapse(std::string_view whiteSpace, WhiteSpace mode, Visib
         return;
     }
     if (line_.atStart) return;
-    if (line_.pending == LineState::Space::none)
-        line_.pending = visibility == Visibility::visible ? LineState::Space::visible : LineState::Space::hidden;
+    if (line_.pending != LineState::Space::none) return;
+    line_.pending = visibility == Visibility::visible ? LineState::Space::visible : LineState::Space::hidden;
     line_.pendingBreak = hasBreak;
 }
 

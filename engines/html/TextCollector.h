@@ -16,7 +16,7 @@ struct LineState {
     enum class Space : std::uint8_t { none, visible, hidden };
     bool atStart = true;         ///< collapsible white space here is removed
     Space pending = Space::none; ///< a collapsed space, seen only when something follows it on the line
-    bool pendingBreak = false;   ///< there is a line break in the white space that the pending space stands for
+    bool pendingBreak = false;   ///< there is a line break in the text that the pending space comes from
     std::size_t removable = 0; ///< one past the place of a space already written that goes if the line ends here, or 0
 };
 
@@ -40,6 +40,10 @@ public:
     void endLine();
     /// A box that stands in the line like a letter.
     void atomicBox();
+    /// A place where the line may break, like a zero width space that is not written.
+    void breakOpportunity() {
+        if (line_.pending == LineState::Space::none) opportunity_ = sink_.size();
+    }
 
     /// Content that stands outside of the line around it (a float, an inline block) has lines of its own.
     [[nodiscard]] LineState enterContent();
@@ -74,6 +78,7 @@ private:
 
     text::TextSink sink_;
     LineState line_;
+    std::size_t opportunity_ = static_cast<std::size_t>(-1); ///< the text's size at the last break opportunity
     std::size_t required_ = 0;
     bool started_ = false;
     std::vector<std::size_t> removed_; ///< places of spaces taken back

@@ -73,7 +73,7 @@ std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view conte
 void TreeBuilder::runFragment(NodeId context) {
     const Node& node = tree_.node(context);
     context_ = {context, node.tag, node.space};
-    sawForeign_ = node.space != Namespace::html;
+    sawUncommon_ = node.space != Namespace::html;
     const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
     // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
     constexpr TagSet kPlain{Tag::style,    Tag::xmp,    Tag::iframe,   Tag::noembed,
@@ -94,7 +94,10 @@ void TreeBuilder::runFragment(NodeId context) {
 void TreeBuilder::readTokens() {
     Token token;
     while (!finished_) {
-        if (sawForeign_) tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
+        if (sawUncommon_) {
+            tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
+            noteClosedOption();
+        }
         tokenizer_.next(token);
         if (skipLineFeed_) {
             skipLineFeed_ = false;
@@ -113,6 +116,9 @@ void TreeBuilder::readTokens() {
         while (dispatch(token) == Next::reprocess) {
         }
     }
+    // "Stop parsing": all elements are popped off the stack.
+    open_.clear();
+    noteClosedOption();
 }
 
 /// Keeps the stack within its bound: what would be nested deeper follows instead.
@@ -130,7 +136,7 @@ void TreeBuilder::boundDepth() {
 
 /// 13.2.6, the tree construction dispatcher.
 bool TreeBuilder::usesForeignRules(const Token& token) const {
-    if (!sawForeign_ || open_.empty() || token.type == TokenType::endOfFile) return false;
+    if (!sawUncommon_ || open_.empty() || token.type == TokenType::endOfFile) return false;
     const OpenElement& node = adjustedCurrent();
     if (node.space == Namespace::html) return false;
     const bool startTag = token.type == TokenType::startTag;
@@ -181,6 +187,15 @@ bool TreeBuilder::isOpen(Tag tag) const {
 bool TreeBuilder::isInStack(NodeId id) const {
     return counted(std::find_if(open_.rbegin(), open_.rend(),
                                 [id](const OpenElement& element) { return element.id == id; })) != open_.rend();
+}
+
+/// Whether an element is open that was at this place of the stack when it was last looked for.
+bool TreeBuilder::isStillOpen(NodeId id, std::size_t& place) const {
+    if (place < open_.size() && open_[place].id == id) return true;
+    const auto found = counted(
+        std::find_if(open_.rbegin(), open_.rend(), [id](const OpenElement& element) { return element.id == id; }));
+    place = static_cast<std::size_t>(open_.rend() - found) - 1;
+    return found != open_.rend();
 }
 
 /// 13.2.4.2: the elements at which a scope ends.
@@ -309,7 +324,7 @@ NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
         tree_.insertBefore(place.parent, element, place.before);
     }
     if (token.tag == Tag::p) ++openParagraphs_;
-    if (space != Namespace::html) sawForeign_ = true;
+    if (space != Namespace::html) sawUncommon_ = true;
     open_.push_back({element, token.tag, space});
     return element;
 }

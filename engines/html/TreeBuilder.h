@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engines/html/HtmlTokenizer.h"
+#include "engines/html/SelectedContent.h"
 #include "engines/html/TagSet.h"
 
 namespace quillow::html {
@@ -23,7 +24,8 @@ class TreeBuilder {
 public:
     explicit TreeBuilder(HtmlTree& tree)
         : tree_(tree)
-        , tokenizer_(tree) {}
+        , tokenizer_(tree)
+        , selectedContent_(tree) {}
 
     /// Reads a document.
     void run() { readTokens(); }
@@ -33,7 +35,7 @@ public:
 
     /// The elements and attributes that were looked at so far, in the stack of open elements, in the list of active formatting
     /// elements and in tags: what has to stay in proportion to the document.
-    [[nodiscard]] std::uint64_t steps() const { return steps_; }
+    [[nodiscard]] std::uint64_t steps() const { return steps_ + selectedContent_.steps(); }
 
 private:
     enum class Mode : std::uint8_t {
@@ -107,6 +109,7 @@ private:
     }
     [[nodiscard]] bool isOpen(Tag tag) const;
     [[nodiscard]] bool isInStack(NodeId id) const;
+    [[nodiscard]] bool isStillOpen(NodeId id, std::size_t& place) const;
     [[nodiscard]] bool hasInScope(const TagSet& tags, Scope scope = Scope::standard) const;
     [[nodiscard]] static bool endsScope(const OpenElement& element, Scope scope);
     void pop();
@@ -191,6 +194,8 @@ private:
     void startListItem(const Token& token, const TagSet& closes);
     void startInput(const Token& token);
     void startSelectPart(const Token& token);
+    void startSelectedContent(const Token& token);
+    void noteClosedOption();
     void startForm(const Token& token);
     void endForm();
     void endBlock(const TagSet& tags, Tag except, Scope scope);
@@ -211,14 +216,17 @@ private:
     OpenElement context_; ///< of a fragment
     std::vector<FormattingEntry> formatting_;
     std::vector<std::string_view> tableText_;
+    SelectedContent selectedContent_;
+    std::size_t selectPlace_ = 0; ///< in the stack of open elements, of the select that is followed
+    std::size_t optionPlace_ = 0; ///< and of its open option
     NodeId html_ = kNoNode;
     NodeId head_ = kNoNode;
     NodeId form_ = kNoNode;
     bool framesetOk_ = true;
     bool fosterParenting_ = false;
-    bool quirks_ = false;
     bool skipLineFeed_ = false;
-    bool sawForeign_ = false; ///< an element of SVG or MathML, or a context that is one
+    /// An element of SVG or MathML, a context that is one, or a selectedcontent element: each token asks for more then.
+    bool sawUncommon_ = false;
     bool finished_ = false;
     std::size_t openParagraphs_ = 0;
     std::size_t startTags_ = 0;

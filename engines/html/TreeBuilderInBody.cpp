@@ -146,7 +146,7 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
         pushFormatting(insertElement(token));
         break;
     case Tag::table:
-        if (!quirks_) closeParagraphInButtonScope();
+        if (!tree_.isQuirky()) closeParagraphInButtonScope();
         insertElement(token);
         framesetOk_ = false;
         mode_ = Mode::inTable;
@@ -194,6 +194,7 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
     case Tag::select:
     case Tag::optgroup:
     case Tag::option: startSelectPart(token); break;
+    case Tag::selectedcontent: startSelectedContent(token); break;
     case Tag::rb:
     case Tag::rtc:
         if (hasInScope({Tag::ruby})) generateImpliedEndTags();
@@ -277,8 +278,28 @@ void TreeBuilder::startSelectPart(const Token& token) {
     } else if (currentIs(Tag::option)) {
         pop();
     }
+    if (sawUncommon_) noteClosedOption();
     reconstructFormatting();
-    insertElement(token);
+    const NodeId element = insertElement(token);
+    if (sawUncommon_ && token.tag == Tag::option) {
+        selectedContent_.optionInserted(element);
+        optionPlace_ = open_.size() - 1;
+    }
+}
+
+void TreeBuilder::startSelectedContent(const Token& token) {
+    reconstructFormatting();
+    selectedContent_.contentInserted(insertElement(token));
+    sawUncommon_ = true;
+}
+
+/// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option into selectedcontent".
+/// Asked between tokens, and between the end of one option and the start of the next, once there has been such an element.
+void TreeBuilder::noteClosedOption() {
+    if (selectedContent_.select() == kNoNode) return;
+    const NodeId option = selectedContent_.openOption();
+    if (option != kNoNode && !isStillOpen(option, optionPlace_)) selectedContent_.optionClosed();
+    if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
 }
 
 /// The end tag of a block: closes it where it is in scope.

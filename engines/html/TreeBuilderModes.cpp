@@ -104,10 +104,10 @@ TreeBuilder::Next TreeBuilder::initial(Token& token) {
     if (isOnlyWhiteSpace(token)) return Next::token;
     mode_ = Mode::beforeHtml;
     if (token.type == TokenType::doctype) {
-        quirks_ = isQuirksDoctype(token);
+        if (isQuirksDoctype(token)) tree_.setQuirky();
         return Next::token;
     }
-    quirks_ = true;
+    tree_.setQuirky();
     return Next::reprocess;
 }
 

@@ -113,8 +113,8 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
 constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
                            Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
 /// The elements that have more rules than one display type.
-constexpr TagSet kWithRules{Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,
-                            Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
+constexpr TagSet kWithRules{Tag::table, Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext,
+                            Tag::xmp,   Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
 
 void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     const Node& node = tree.node(element);
@@ -135,6 +135,9 @@ void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     case Tag::plaintext:
     case Tag::xmp: style.whiteSpace = WhiteSpace::preserve; break;
     case Tag::nobr: style.whiteSpace = WhiteSpace::normal; break;
+    case Tag::table: // 15.3.8, in quirks mode
+        if (tree.isQuirky()) style.whiteSpace = WhiteSpace::normal;
+        break;
     default: style.listStyle = listStyleOf(tree, element, style.listStyle); break;
     }
 }

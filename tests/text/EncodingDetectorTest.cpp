@@ -251,7 +251,15 @@ TEST(EncodingDetector, wellFormedUtf8IsUtf8EvenWhenCutOff) {
 TEST(EncodingDetector, utf8WithDamageIsStillUtf8) {
     const std::string text(kLanguages[12].text);
     EXPECT_EQ(detectEncoding(text + "\xFF" + text), Encoding::utf8);
+    EXPECT_EQ(detectEncoding("\xC3\xA9t\xC3\xA9 \xC3\xA0 \x92"), Encoding::utf8);
     EXPECT_NE(detectEncoding("\xC3\xA9 \xE9 \xE8 \xEA"), Encoding::utf8);
+    EXPECT_NE(detectEncoding("\xC3\xA9t\xC3\xA9 \xE9."), Encoding::utf8);
+}
+
+TEST(EncodingDetector, signsStandOnTheirSideOfAWord) {
+    EXPECT_EQ(detectEncoding("Poka\xBF kod"), Encoding::windows1250);       // no question mark opens after a word
+    EXPECT_EQ(detectEncoding("amb l'\xE0udio"), Encoding::windows1252);     // nor does a dagger stand before one
+    EXPECT_EQ(detectEncoding("zmienione has\xB3o"), Encoding::windows1250); // nor an exponent in it
 }
 
 TEST(EncodingDetector, byteOrderMarksDecide) {

@@ -80,6 +80,17 @@ constexpr HidingCase kSyntax[] = {
     {"i{background:url(a}b);display:none}", "<i>x</i>1", "1"},
     {"@media screen{b{display:none}}@media print{i{display:none}}", "<b>x</b><i>1</i>", "1"},
     {"@media (max-width:600px){b{display:none}}@media (min-width:600px){i{display:none}}", "<b>1</b><i>x</i>", "1"},
+    {"@supports not (display:foo){b{display:none}}@supports (display:foo){i{display:none}}", "<b>x</b><i>1</i>", "1"},
+    {"@supports (-ms-ime-align:auto){i{display:none}}@supports (--a:0) and (not "
+     "(-moz-appearance:none)){b{display:none}}",
+     "<b>x</b><i>1</i>", "1"},
+    {"@supports selector(:has(a)) and (display:flex){b{display:none}}@supports (-webkit-touch-callout:none) or "
+     "(-o-x:y){i{display:none}}",
+     "<b>x</b><i>1</i>", "1"},
+    {"b{display:none;&{display:inline}}i{&{display:inline}display:none}", "<b>1</b><i>x</i>", "1"},
+    {"b{display:none;@media screen{display:inline}}", "<b>1</b>", "1"},
+    {":where(.a){display:none}b{display:inline}", "<b class=a>1</b>", "1"},
+    {":is(.a){display:none}b{display:inline}", "<b class=a>x</b>1", "1"},
     {"@supports (display:grid){b{display:none}}@supports not (display:grid){i{display:none}}", "<b>x</b><i>1</i>", "1"},
     {".o{ b{display:none} & > i{display:none} }", "<p class=o>1<b>x</b><i>y</i></p><b>2</b>", "1\n\n2"},
     {".o{ @media screen{display:none} }", "<p class=o>x</p>1", "1"},

@@ -119,6 +119,32 @@ constexpr HostileCase kHostile[] = {
     {"bareTables", [](std::size_t n) { return nested("<table>", "</table>", n); }, 10'000, "inside\nafter"},
     {"lists", [](std::size_t n) { return nested("<ul><li>", "</ul>", n); }, 50'000, "inside\nafter"},
     {"selects", [](std::size_t n) { return nested("<select><option>", "</select>", n); }, 50'000, "after"},
+    {"selectedContents",
+     [](std::size_t n) { return repeated("<select><selectedcontent></selectedcontent><option>x</select>", n); }, 10'000,
+     "x\nx"},
+    {"selectedContentsOfOneSelect",
+     [](std::size_t n) {
+         return "<select><option>" + repeated("<b>x</b>", n) + "</option>" + repeated("<selectedcontent>y", n);
+     },
+     10'000, "x"},
+    {"selectedContentsInDepth",
+     [](std::size_t n) { return repeated("<select><div><selectedcontent></div><option><table><td>", n); }, 10'000, ""},
+    {"optionsWithSelectedContent",
+     [](std::size_t n) {
+         return "<select><button><selectedcontent></button>" + repeated("<option selected>x<b>x</b>", n);
+     },
+     10'000, "xx\nxx"},
+    {"optionsInDepth",
+     [](std::size_t n) {
+         return "<select><button><selectedcontent></button>" + repeated("<div>", 500) +
+                repeated("<option selected>x", n);
+     },
+     10'000, "x\nx"},
+    {"buttonsInSelect",
+     [](std::size_t n) {
+         return "<select><option>x</option>" + repeated("<button><selectedcontent><button>", n) + "</select>x";
+     },
+     10'000, "x\nx"},
     {"formatting", [](std::size_t n) { return numbered("<font size=", ">", n) + repeated("<p>x", n); }, 10'000, "x"},
     {"misnested", [](std::size_t n) { return repeated("<b><i><p>x</b>y</i>", n); }, 10'000, "xy"},
     {"links", [](std::size_t n) { return repeated("<a><div>x", n); }, 10'000, "x"},
@@ -217,6 +243,24 @@ TEST(HostileHtml, selectorMatchingStopsAtItsBound) {
         if (tree->node(id).kind == NodeKind::element) matcher.cascade(id, values);
     }
     EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
+}
+
+TEST(HostileHtml, generatedContentStopsAtTheSameBound) {
+    const std::string css = repeated("b::before{content:'x'}", 2'000);
+    const auto tree = parseHtml(repeated("<b>x</b>", 20'000));
+    CssStyleSheets sheets;
+    sheets.add(css, "");
+    CssMatcher matcher(*tree, sheets);
+    std::size_t generating = 0;
+    std::size_t depth = 0;
+    for (NodeId id = HtmlTree::kDocument; id != kNoNode; id = following(*tree, id, depth)) {
+        CascadedValues values;
+        if (tree->node(id).kind == NodeKind::element) matcher.cascade(id, values);
+        if (matcher.generatesContent()) ++generating;
+    }
+    EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
+    EXPECT_GT(generating, 0U);
+    EXPECT_LT(generating, 20'000U);
 }
 
 TEST(HostileHtml, nestedRulesAndSelectorsAreBounded) {

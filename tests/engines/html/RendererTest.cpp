@@ -44,6 +44,7 @@ constexpr Case kBlocks[] = {
 INSTANTIATE_TEST_SUITE_P(Blocks, Rendering, testing::ValuesIn(kBlocks));
 
 constexpr Case kSeen[] = {
+    {"1<br style='display:contents'>2 <img style='display:contents'> 3", "12 3"},
     {"a<script>x</script>b<style>y</style>c<template>z</template>d", "abcd"},
     {"a<p hidden>x</p>b", "ab"},
     {"<details><summary>s</summary>inside</details>", "s\ninside"},
@@ -54,6 +55,10 @@ constexpr Case kSeen[] = {
     {"<button>press</button><label>l</label>", "pressl"},
     {"<select><option>1<option>2<optgroup label=g><option>3</select>x", "1\n2\n3\nx"},
     {"a<select></select>b", "ab"},
+    {"<select><button>0<selectedcontent></selectedcontent></button><option>1<option selected>2<b>3</b></select>4",
+     "1\n23\n4"},
+    {"<select><option>1<div><option>2</option></div></option><button><selectedcontent></button></select>", "12"},
+    {"<selectedcontent>1</selectedcontent>2", "12"},
     {"<datalist><option>x</datalist>a", "a"},
     {"<ruby>漢<rp>(</rp><rt>kan</rt><rp>)</rp></ruby>", "漢kan"},
     {"<svg><title>t</title>loose<g><text>drawn</text></g></svg>", "drawn"},
@@ -67,6 +72,10 @@ constexpr Case kSeen[] = {
 INSTANTIATE_TEST_SUITE_P(Seen, Rendering, testing::ValuesIn(kSeen));
 
 constexpr Case kTables[] = {
+    {"<table><tr><td>1<td style='display:block'>2<td style='display:block'>3<td>4", "1\t\n2\n3\n4"},
+    {"<table><tr><td>1<td style='display:inline'>2", "1\t2"},
+    {"<div style='display:table-row'><span style='display:table-cell'>1</span> <span>2</span></div>", "1\t2"},
+    {"<span style='display:table-cell'>1</span><span>2</span>", "12"},
     {"<table><tr><td>1<td>2<tr><td>3<td>4</table>", "1\t2\n3\t4"},
     {"<table><caption>c</caption><thead><tr><th>1<th>2</thead><tbody><tr><td>3</table>x", "c\n1\t2\n3\nx"},
     {"<table><tr><td></td><td>x</td><td></td></tr></table>", "\tx\t"},

@@ -53,6 +53,49 @@ constexpr TreeCase kMisnesting[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Misnesting, TreeConstruction, testing::ValuesIn(kMisnesting));
 
+constexpr TreeCase kSelectedContent[] = {
+    {"<select><button><selectedcontent></button><option>1<b>2",
+     "html(head body(select(button(selectedcontent('1' b('2'))) option('1' b('2')))))"},
+    // The last one with the attribute, else the first that is not disabled.
+    {"<select><selectedcontent></selectedcontent><option>1<option selected>2<option>3<option "
+     "selected>4<option>5</select>6",
+     "html(head body(select(selectedcontent('4') option('1') option('2') option('3') option('4') option('5')) '6'))"},
+    {"<select><selectedcontent></selectedcontent><option disabled>1<optgroup disabled><option>2</optgroup><option>3",
+     "html(head body(select(selectedcontent('3') option('1') optgroup(option('2')) option('3'))))"},
+    {"<select size=2><selectedcontent></selectedcontent><option>1",
+     "html(head body(select(selectedcontent option('1'))))"},
+    {"<select size=2><selectedcontent></selectedcontent><option>1<option selected>2",
+     "html(head body(select(selectedcontent('2') option('1') option('2'))))"},
+    {"<select multiple><selectedcontent></selectedcontent><option selected>1",
+     "html(head body(select(selectedcontent option('1'))))"},
+    // Options before the element, and what it held.
+    {"<select><option>1<option selected>2</option><selectedcontent>3</selectedcontent>",
+     "html(head body(select(option('1') option('2') selectedcontent('2' '3'))))"},
+    {"<select><selectedcontent>1<i>2</i></selectedcontent><option>3",
+     "html(head body(select(selectedcontent('3') option('3'))))"},
+    {"<select><selectedcontent><option>1<option selected>2</selectedcontent>",
+     "html(head body(select(selectedcontent('2'))))"},
+    // Disabled: in an option, in another one, in a second select. And without a select.
+    {"<select><option>1<selectedcontent></selectedcontent><option>2",
+     "html(head body(select(option('1' selectedcontent) option('2'))))"},
+    {"<select><div><selectedcontent><selectedcontent></div><option>1",
+     "html(head body(select(div(selectedcontent('1')) option('1'))))"},
+    {"<select><table><td><select><selectedcontent></selectedcontent><option>1</select></table><option>2",
+     "html(head body(select(table(tbody(tr(td(select(selectedcontent option('1')))))) option('2'))))"},
+    {"<selectedcontent></selectedcontent><option>1", "html(head body(selectedcontent option('1')))"},
+    // An option in an option, in a datalist or in a group of a group is none of the select's.
+    {"<select><selectedcontent></selectedcontent><option disabled>1<div><option selected>2",
+     "html(head body(select(selectedcontent option('1' div(option('2'))))))"},
+    {"<select><selectedcontent></selectedcontent><datalist><option>1</datalist><option>2",
+     "html(head body(select(selectedcontent('2') datalist(option('1')) option('2'))))"},
+    {"<select><selectedcontent></selectedcontent><optgroup><div><optgroup><option>1",
+     "html(head body(select(selectedcontent optgroup(div(optgroup(option('1')))))))"},
+    // One select after the other.
+    {"<select><selectedcontent></selectedcontent><option>1</select><select><option>2</select>",
+     "html(head body(select(selectedcontent('1') option('1')) select(option('2'))))"},
+};
+INSTANTIATE_TEST_SUITE_P(SelectedContent, TreeConstruction, testing::ValuesIn(kSelectedContent));
+
 constexpr TreeCase kTables[] = {
     {"<table><td>1<td>2<tr><td>3", "html(head body(table(tbody(tr(td('1') td('2')) tr(td('3'))))))"},
     {"<table>x<tr>y<td>z", "html(head body('x' 'y' table(tbody(tr(td('z'))))))"},
