@@ -173,9 +173,9 @@ bool CssMatcher::mayHoldElements(NodeId element) const {
     return child != kNoNode && (tree_.node(child).kind == NodeKind::element || !tree_.node(child).isLast());
 }
 
-void CssMatcher::enter(NodeId node) {
+void CssMatcher::watchNames(NodeId node) {
     watchedStart_.push_back(static_cast<std::uint32_t>(watched_.size()));
-    if (!watchesAncestors_ || tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
+    if (tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
     if (named_ != node) readNames(node);
     const auto watch = [this](std::uint32_t hash) {
         if (!ancestors_.isExpected(hash)) return;
@@ -187,7 +187,7 @@ void CssMatcher::enter(NodeId node) {
     watch(hashOf(tree_.text(node)));
 }
 
-void CssMatcher::leave() {
+void CssMatcher::unwatchNames() {
     for (const std::uint32_t start = watchedStart_.back(); watched_.size() > start; watched_.pop_back())
         ancestors_.remove(watched_.back());
     watchedStart_.pop_back();

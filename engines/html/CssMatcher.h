@@ -74,9 +74,13 @@ public:
     [[nodiscard]] bool generatesContent() const { return !generated_.empty(); }
     /// What was said about it; of the style attribute it is nothing.
     void cascadeGenerated(PseudoElement pseudo, CascadedValues& values) const;
-    void enter(NodeId node);
+    void enter(NodeId node) {
+        if (watchesAncestors_) watchNames(node);
+    }
     /// Leaves what was entered last.
-    void leave();
+    void leave() {
+        if (watchesAncestors_) unwatchNames();
+    }
 
     [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
@@ -106,6 +110,8 @@ private:
     void file(std::uint32_t rule, const ComplexSelector& selector);
     void watchAncestors(const ComplexSelector& selector, Candidate& candidate);
     [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
+    void watchNames(NodeId node);
+    void unwatchNames();
     void readNames(NodeId element);
     [[nodiscard]] bool mayHoldElements(NodeId element) const;
     void apply(const Candidate& candidate, CascadedValues& values) const;

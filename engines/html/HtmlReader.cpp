@@ -95,7 +95,8 @@ Extraction readHtml(std::span<const std::byte> bytes, const Options& options, co
     }
     Utf8Document utf8 = decode(document);
     result.loss = utf8.loss;
-    if (!utf8.decoded && utf8.inPlace.find('\r') != std::string_view::npos) utf8.decoded.emplace(utf8.inPlace);
+    if (!utf8.decoded && utf8.inPlace.find('\r') != std::string_view::npos)
+        utf8.decoded = copyWithLineFeeds(utf8.inPlace);
     if (utf8.decoded && bytesDone) bytesDone();
     auto tree = utf8.decoded ? parseHtml(std::move(*utf8.decoded)) : parseHtmlInPlace(utf8.inPlace);
     if (auto alternative = framesAlternative(*tree)) {

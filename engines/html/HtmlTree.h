@@ -271,6 +271,9 @@ private:
 /// same line at 512.
 inline constexpr std::size_t kMaxTreeDepth = 512;
 
+/// 13.2.3.5 Preprocessing the input stream: a copy whose line ends are LF.
+[[nodiscard]] std::string copyWithLineFeeds(std::string_view source);
+
 /// The tree of a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
 [[nodiscard]] std::unique_ptr<HtmlTree> parseHtml(std::string utf8);
 /// The same without a copy: the document, which holds no U+000D, outlives the tree.

@@ -43,6 +43,18 @@ std::string withLineFeeds(std::string source) {
     return source;
 }
 
+std::string copyWithLineFeeds(std::string_view source) {
+    std::string copy;
+    copy.reserve(source.size());
+    for (std::size_t read = 0;;) {
+        const std::size_t end = std::min(source.find('\r', read), source.size());
+        copy.append(source, read, end - read);
+        if (end == source.size()) return copy;
+        copy.push_back('\n');
+        read = end + (source.substr(end + 1).starts_with('\n') ? 2 : 1);
+    }
+}
+
 std::string_view leadingWhiteSpace(std::string_view text) {
     std::size_t end = 0;
     while (end < text.size() && isWhiteSpace(text[end]))

@@ -195,7 +195,12 @@ private:
     void startInput(const Token& token);
     void startSelectPart(const Token& token);
     void startSelectedContent(const Token& token);
-    void noteClosedOption();
+    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option into
+    /// selectedcontent". Asked between tokens, and between the end of one option and the start of the next.
+    void noteClosedOption() {
+        if (selectedContent_.select() != kNoNode) endOption();
+    }
+    void endOption();
     void startForm(const Token& token);
     void endForm();
     void endBlock(const TagSet& tags, Tag except, Scope scope);

@@ -293,10 +293,7 @@ void TreeBuilder::startSelectedContent(const Token& token) {
     sawUncommon_ = true;
 }
 
-/// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option into selectedcontent".
-/// Asked between tokens, and between the end of one option and the start of the next, once there has been such an element.
-void TreeBuilder::noteClosedOption() {
-    if (selectedContent_.select() == kNoNode) return;
+void TreeBuilder::endOption() {
     const NodeId option = selectedContent_.openOption();
     if (option != kNoNode && !isStillOpen(option, optionPlace_)) selectedContent_.optionClosed();
     if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
