@@ -130,7 +130,10 @@ std::string takeEquationSwitch(std::string_view& rest) {
     for (; !rest.empty() && isLetter(rest.front()); rest.remove_prefix(1))
         name.push_back(static_cast<char>(rest.front() | 0x20));
     const bool drawsBracket = name.size() == 2 && name[1] == 'c' && name != "ac";
-    if (drawsBracket && rest.size() >= 2 && rest.front() == '\\') rest.remove_prefix(2);
+    if (drawsBracket && rest.size() >= 2 && rest.front() == '\\') {
+        rest.remove_prefix(1);
+        rest.remove_prefix(text::decodeUtf8(rest).length);
+    }
     while (!rest.empty() && (isDigit(rest.front()) || rest.front() == '-' || rest.front() == ' '))
         rest.remove_prefix(1);
     return name;

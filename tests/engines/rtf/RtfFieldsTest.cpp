@@ -31,6 +31,8 @@ TEST(RtfFields, instructionsGiveTheirText) {
         {"eq \\l(a,b;c)\\r(3,x)\\d\\fo10()", Kind::text, "a,b;c3x"},
         {"EQ \\b\\bc\\{(f(x,y)\\,\\f(\\s\\up 8(n),m))", Kind::text, "f(x,y),n/m"},
         {"EQ \\* jc2 \\x(x)", Kind::text, "x"},
+        {"EQ \\b\\lc\\\u27E8\\rc\\\u27E9(x)", Kind::text, "x"},
+        {"EQ (\\jc\\\u27E8x", Kind::text, "(x"},
         {"EQ \\f(", Kind::other, ""},
         {"EQ ) ) \\", Kind::other, ""},
         {"GOTOBUTTON _Toc1  3 ", Kind::text, "3"},
