@@ -76,8 +76,8 @@ private:
 /// At that place stand a bit for each known attribute, and the attributes; before them, where the tag is unknown, the location
 /// and the size of the name. Copies of an element share them.
 ///
-/// A lone text, most often the only child that its parent gets, is nothing but a Node, whose "next" is its location, and whose
-/// "space" is the number of words from its parent to it. As soon as it gets a sibling, another text takes its place.
+/// A lone text, most often the only child that its parent gets, is nothing but a Node, whose "next" is its location, and which
+/// knows how far behind its parent it stands. As soon as it gets a sibling, another text takes its place.
 class HtmlTree {
 public:
     static constexpr NodeId kDocument = 0;
@@ -98,7 +98,7 @@ public:
     }
     /// The parent of a node that is the last of its children.
     [[nodiscard]] NodeId parentOfLast(NodeId id) const {
-        return isLone(node(id)) ? id - static_cast<NodeId>(node(id).space) : node(id).next_ & ~Node::kLast;
+        return isLone(node(id)) ? id - node(id).distanceToParent() : node(id).next_ & ~Node::kLast;
     }
     [[nodiscard]] NodeId firstChild(NodeId id) const {
         return node(id).kind == NodeKind::text ? kNoNode : words_[id + kFirstChildWord];
@@ -165,14 +165,14 @@ public:
         const NodeId id = words_.size();
         // What begins with a line end stands before an element most often.
         if (words_[parent + kFirstChildWord] != kNoNode || text.front() == '\n' || text.size() >= kLongText ||
-            id - parent > kMostSpace || location >= (kNoNode & ~Node::kLast)) {
+            id - parent > kMostDistance || location >= (kNoNode & ~Node::kLast)) {
             append(parent, createText(location, text.size()));
             return;
         }
         std::uint32_t* const end = words_.reserve(kNodeWords);
         Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
         node.kind = NodeKind::text;
-        node.space = static_cast<Namespace>(id - parent);
+        node.setDistanceToParent(id - parent);
         node.count_ = static_cast<std::uint8_t>(text.size());
         node.next_ = location | Node::kLast;
         words_.setEnd(end + kNodeWords);
@@ -206,10 +206,10 @@ private:
     static constexpr NodeId kParentWord = kFirstChildWord + 1;
     static constexpr NodeId kAttributesWord = kParentWord + 1;
     static constexpr std::size_t kMostNodeWords = kAttributesWord + 1;
-    static constexpr NodeId kMostSpace = 0xFF; ///< between a parent and its lone text
+    static constexpr NodeId kMostDistance = 0xFF; ///< from a parent to its lone text
 
     [[nodiscard]] static bool isLone(const Node& node) {
-        return node.kind == NodeKind::text && node.space != Namespace::html;
+        return node.kind == NodeKind::text && node.distanceToParent() != 0;
     }
     [[nodiscard]] NodeId createText(std::uint32_t location, std::size_t size) {
         std::uint32_t* end = words_.reserve(kMostNodeWords);

@@ -34,6 +34,10 @@ private:
     /// Marks the last of its parent's children, whose "next" is the parent.
     static constexpr NodeId kLast = 0x80000000;
 
+    /// Of a lone text the words from its parent to it, of any other text 0: it stands where an element has its namespace.
+    [[nodiscard]] NodeId distanceToParent() const { return static_cast<NodeId>(space); }
+    void setDistanceToParent(NodeId words) { space = static_cast<Namespace>(words); }
+
     std::uint8_t count_ = 0; ///< of an element's attributes; of a text's bytes, or HtmlTree::kLongText
     NodeId next_ = kNoNode;
 };
