@@ -34,10 +34,11 @@ def pss_mib(pid):
 def run(program):
     """(milliseconds to the window, milliseconds of CPU to rest, MiB at rest) of one start."""
     watcher = subprocess.Popen(["xprop", "-root", "-spy", "_NET_CLIENT_LIST"], stdout=subprocess.PIPE, text=True)
-    before = clients(watcher)
+    while clients(watcher):
+        pass  # the window of the run before is still listed
     begin = time.monotonic()
     process = subprocess.Popen([program], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    while clients(watcher) == before:
+    while not clients(watcher):
         pass
     shown = time.monotonic() - begin
     used, since = cpu_seconds(process.pid), time.monotonic()
