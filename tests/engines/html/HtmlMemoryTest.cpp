@@ -1,48 +1,20 @@
-// How much memory a document takes beside its own bytes, counted in what is asked for, not in what the system gives. A program
-// of its own, since it replaces the global allocation functions. The nodes, which do not come from these, count themselves.
+// How much memory a document takes beside its own bytes. The nodes, which do not come from the allocation functions that are
+// counted, count themselves.
 #include "engines/html/HtmlReader.h"
 #include "engines/html/HtmlTree.h"
+#include "tests/engines/CountedMemory.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstddef>
-#include <cstdlib>
-#include <new>
 #include <string>
 #include <string_view>
 
-namespace {
-
-std::atomic<std::size_t> liveBytes = 0;
-std::atomic<std::size_t> mostBytes = 0;
-
-constexpr std::size_t kHeader = alignof(std::max_align_t); // in front of each block, to keep its size
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    auto* block = static_cast<char*>(std::malloc(size + kHeader));
-    if (block == nullptr) throw std::bad_alloc();
-    *reinterpret_cast<std::size_t*>(block) = size;
-    const std::size_t live = liveBytes += size;
-    if (live > mostBytes) mostBytes = live;
-    return block + kHeader;
-}
-
-void operator delete(void* pointer) noexcept {
-    if (pointer == nullptr) return;
-    char* block = static_cast<char*>(pointer) - kHeader;
-    liveBytes -= *reinterpret_cast<std::size_t*>(block);
-    std::free(block);
-}
-
-void operator delete(void* pointer, std::size_t) noexcept {
-    operator delete(pointer);
-}
-
 namespace quillow::html {
 namespace {
+
+using test::liveBytes;
+using test::mostBytes;
 
 constexpr std::size_t kDocument = std::size_t{2} << 20;
 constexpr std::size_t kBeside = std::size_t{128} << 10; ///< tables, stacks, a piece of kept strings that is not full
