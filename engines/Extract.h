@@ -76,8 +76,9 @@ struct Extraction {
 /// them. Never throws.
 using BytesDone = std::function<void()>;
 
-/// Reads one document that is wholly in memory. Never throws, opens no file and no socket, keeps nothing between calls and
-/// may be called from several threads at once. For DocumentKind::rtfd the bytes are those of the RTF file in the bundle.
+/// Reads one document that is wholly in memory. Never throws, opens no socket and no file but, for the first PDF, the module
+/// that reads them; keeps nothing else between calls and may be called from several threads at once. For DocumentKind::rtfd the
+/// bytes are those of the RTF file in the bundle.
 [[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {},
                                  const BytesDone& bytesDone = {});
 

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
+#include <string>
+#include <utility>
 
 namespace quillow {
 namespace {
@@ -74,6 +77,30 @@ TEST(Extract, reasonsHaveNamesOfTheirOwn) {
     EXPECT_EQ(reasonName(Reason::okEmpty), "ok-empty");
     EXPECT_EQ(reasonName(Reason::noTextLayer), "no-text-layer");
     EXPECT_EQ(reasonName(Reason::outOfMemory), "out-of-memory");
+}
+
+/// The text of a document whose bytes are overwritten as soon as they are done, and how often that was said.
+std::pair<std::optional<std::string>, int> readOnce(std::string document, DocumentKind kind) {
+    int done = 0;
+    Extraction extraction = extract(asBytes(document), kind, {}, [&] {
+        ++done;
+        std::fill(document.begin(), document.end(), '?');
+    });
+    return {std::move(extraction.text), done};
+}
+
+TEST(Extract, bytesAreDoneWhereADocumentIsWrittenOtherwiseFirst) {
+    const std::pair once(std::optional<std::string>("f\u00F6x\njumps\n"), 1);
+
+    EXPECT_EQ(readOnce("<pre>f\u00F6x\r\njumps</pre>", DocumentKind::html), once);
+    EXPECT_EQ(readOnce("<meta charset=windows-1252><pre>f\xF6x\njumps</pre>", DocumentKind::html), once);
+}
+
+TEST(Extract, bytesAreNotDoneWhereTheyAreReadInPlace) {
+    const std::pair never(std::optional<std::string>("Hello\n"), 0);
+
+    EXPECT_EQ(readOnce(std::string(kHtml), DocumentKind::html), never);
+    EXPECT_EQ(readOnce(std::string(kRtf), DocumentKind::rtf), never);
 }
 
 } // namespace
