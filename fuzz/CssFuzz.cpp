@@ -1,8 +1,11 @@
 // A style sheet on a small fixed document: matching ends within its bound, and every value applied is one that exists.
 #include "engines/html/CssMatcher.h"
+#include "engines/html/TreeWalk.h"
 
 #include <cstdlib>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -14,30 +17,36 @@ bool sameValues(const CascadedValues& a, const CascadedValues& b) {
     return true;
 }
 
-/// What applies to an element is the same whether or not the matcher was led to it through the tree.
-void checkAncestorFilter(const HtmlTree& tree, const CssStyleSheets& sheets) {
+/// What applies to the last element of a path from the document, by a matcher that has been nowhere else in the tree.
+CascadedValues askedAlone(const HtmlTree& tree, const CssStyleSheets& sheets, std::span<const NodeId> path) {
+    CssMatcher matcher(tree, sheets);
+    CascadedValues values;
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        if (i > 1) matcher.enter(path[i - 1]);
+        for (NodeId node = tree.firstChild(path[i - 1]); node != kNoNode; node = tree.next(node)) {
+            if (tree.node(node).kind != NodeKind::element) continue;
+            values = {};
+            matcher.cascade(node, values);
+            if (node == path[i]) break;
+        }
+    }
+    return values;
+}
+
+/// What applies to an element is the same wherever the matcher has been before.
+void checkWay(const HtmlTree& tree, const CssStyleSheets& sheets) {
     CssMatcher led(tree, sheets);
-    CssMatcher alone(tree, sheets);
-    NodeId node = tree.firstChild(HtmlTree::kDocument);
-    while (node != HtmlTree::kDocument) {
-        if (tree.node(node).kind == NodeKind::element) {
-            CascadedValues a;
-            CascadedValues b;
-            led.cascade(node, a);
-            alone.cascade(node, b);
-            if (alone.steps() <= kMaxMatchSteps && !sameValues(a, b)) std::abort();
-        }
-        led.enter(node);
-        if (tree.firstChild(node) != kNoNode) {
-            node = tree.firstChild(node);
-            continue;
-        }
-        led.leave();
-        while (node != HtmlTree::kDocument && tree.node(node).isLast()) {
-            node = tree.parent(node);
-            if (node != HtmlTree::kDocument) led.leave();
-        }
-        if (node != HtmlTree::kDocument) node = tree.node(node).next();
+    std::vector<NodeId> path{HtmlTree::kDocument}; // to the node that was visited last
+    for (TreeWalk walk(tree, HtmlTree::kDocument); walk.node() != kNoNode; walk.advance()) {
+        if (walk.ancestors().size() == path.size() && path.size() > 1) led.enter(path.back());
+        for (std::size_t size = path.size() - 1; size > walk.ancestors().size(); --size)
+            led.leave();
+        path.assign(walk.ancestors().begin(), walk.ancestors().end());
+        path.push_back(walk.node());
+        if (tree.node(walk.node()).kind != NodeKind::element) continue;
+        CascadedValues values;
+        led.cascade(walk.node(), values);
+        if (led.steps() <= kMaxMatchSteps && !sameValues(values, askedAlone(tree, sheets, path))) std::abort();
     }
 }
 
@@ -50,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     quillow::html::CssStyleSheets sheets;
     sheets.add(css, "");
     if (sheets.rules().size() > quillow::html::kMaxRules) std::abort();
-    checkAncestorFilter(*tree, sheets);
+    checkWay(*tree, sheets);
     static_cast<void>(quillow::html::parseStyleAttribute(css));
     static_cast<void>(quillow::html::mediaMatches(css));
     return 0;

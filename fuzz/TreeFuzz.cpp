@@ -1,6 +1,7 @@
-// Any text as a document, and as a fragment in any of several elements. What must hold of a tree: its links agree with each other, it has
-// no circles, its texts are well-formed and no longer than their source, and its depth and size keep their limits.
+// Any text as a document, and as a fragment in any of several elements. What must hold of a tree: it has no circles, its texts are
+// well-formed and no longer than their source, and its depth and size keep their limits.
 #include "engines/html/TreeBuilder.h"
+#include "engines/html/TreeWalk.h"
 #include "text/Encoding.h"
 #include "text/Utf8.h"
 
@@ -36,43 +37,25 @@ constexpr Context kContexts[] = {
     {"textarea", Namespace::html},
 };
 
-void checkLinks(const HtmlTree& tree, NodeId id) {
-    const Node& node = tree.node(id);
-    if (const NodeId first = tree.firstChild(id); first != kNoNode)
-        require(tree.previous(first) == kNoNode && tree.parent(first) == id);
-    if (node.isLast()) {
-        require(node.next() == kNoNode && (id == HtmlTree::kDocument || tree.parent(id) == tree.parentOfLast(id)));
-    } else {
-        require(tree.previous(node.next()) == id);
-        if (node.kind == NodeKind::element && tree.node(node.next()).kind == NodeKind::element)
-            require(tree.parent(node.next()) == tree.parent(id));
-    }
-    if (node.kind != NodeKind::document) require(!tree.text(id).empty());
+void checkNode(const HtmlTree& tree, NodeId id) {
+    require(tree.node(id).isLast() == (tree.next(id) == kNoNode));
+    require(tree.resolved(id) == id);
+    require(!tree.text(id).empty());
     require(quillow::text::isValidUtf8(tree.text(id)));
 }
 
 /// Walks the tree; answers the bytes of its texts.
 std::size_t checkTree(const HtmlTree& tree) {
     std::size_t visited = 0;
-    std::size_t depth = 0;
     std::size_t bytes = 0;
-    NodeId id = HtmlTree::kDocument;
-    for (;;) {
+    for (TreeWalk walk(tree, HtmlTree::kDocument); walk.node() != kNoNode; walk.advance()) {
         require(++visited <= tree.bytes() / sizeof(Node));
-        checkLinks(tree, id);
-        const Node& node = tree.node(id);
-        if (node.kind == NodeKind::text) bytes += tree.text(id).size();
-        if (tree.firstChild(id) != kNoNode) {
-            id = tree.firstChild(id);
-            // Formatting elements that are opened again, and what the adoption agency nests, come on top.
-            require(++depth <= kMaxTreeDepth + 2 * kMaxActiveFormatting);
-            continue;
-        }
-        for (; id != HtmlTree::kDocument && tree.node(id).isLast(); --depth)
-            id = tree.parent(id);
-        if (id == HtmlTree::kDocument) return bytes;
-        id = tree.node(id).next();
+        checkNode(tree, walk.node());
+        if (tree.node(walk.node()).kind == NodeKind::text) bytes += tree.text(walk.node()).size();
+        // Formatting elements that are opened again, and what the adoption agency nests, come on top.
+        require(walk.ancestors().size() <= kMaxTreeDepth + 2 * kMaxActiveFormatting);
     }
+    return bytes;
 }
 
 } // namespace

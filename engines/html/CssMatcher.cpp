@@ -85,6 +85,15 @@ bool anyContent(const CssStyleSheets& sheets) {
     });
 }
 
+/// Whether any selector asks about other elements than its subject.
+bool anyLooksAround(const SelectorPool& pool) {
+    return std::any_of(pool.compounds.begin(), pool.compounds.end(),
+                       [](const CompoundSelector& compound) { return compound.toLeft != Combinator::none; }) ||
+           std::any_of(pool.simples.begin(), pool.simples.end(), [](const SimpleSelector& simple) {
+               return simple.kind == SelectorKind::nthChild || simple.kind == SelectorKind::only;
+           });
+}
+
 } // namespace
 
 CssMatcher::Bucket& CssMatcher::Buckets::operator[](std::string_view name) {
@@ -102,17 +111,19 @@ const CssMatcher::Bucket* CssMatcher::Buckets::find(std::string_view name, std::
 
 CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
     : tree_(tree)
-    , sheets_(sheets) {
+    , sheets_(sheets)
+    , looksAround_(anyLooksAround(sheets.selectors())) {
     const bool generates = anyContent(sheets);
     for (std::uint32_t rule = 0; rule < sheets.rules().size(); ++rule)
-        for (const ComplexSelector& selector : sheets.selectors().lists[sheets.rules()[rule].list])
+        for (const ComplexSelector& selector : sheets.selectors().list(sheets.rules()[rule].list))
             if (generates || selector.pseudo == PseudoElement::none) file(rule, selector);
 }
 
 /// Files a selector under the most telling simple selector of its rightmost compound.
 void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
     const SimpleSelector* best = nullptr;
-    for (const SimpleSelector& simple : selector.compounds.front().simples) {
+    const SelectorPool& pool = sheets_.selectors();
+    for (const SimpleSelector& simple : pool.simplesOf(pool.compoundsOf(selector).front())) {
         if (simple.kind == SelectorKind::never) return;
         if (rank(simple) > (best == nullptr ? 0 : rank(*best))) best = &simple;
     }
@@ -132,10 +143,11 @@ void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
 /// A compound that another's descendant or child combinator leads to is an ancestor of the element, whatever stands between.
 void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& candidate) {
     std::size_t watched = 0;
-    for (std::size_t i = 1; i < selector.compounds.size(); ++i) {
-        const Combinator combinator = selector.compounds[i - 1].toLeft;
+    const auto compounds = sheets_.selectors().compoundsOf(selector);
+    for (std::size_t i = 1; i < compounds.size(); ++i) {
+        const Combinator combinator = compounds[i - 1].toLeft;
         if (combinator != Combinator::descendant && combinator != Combinator::child) continue;
-        for (const SimpleSelector& simple : selector.compounds[i].simples) {
+        for (const SimpleSelector& simple : sheets_.selectors().simplesOf(compounds[i])) {
             if (rank(simple) == 0 || watched == candidate.ancestors.size()) continue;
             candidate.ancestors[watched] = hashOf(simple.name);
             ancestors_.expect(candidate.ancestors[watched++]);
@@ -167,16 +179,9 @@ void CssMatcher::readNames(NodeId element) {
     if (const auto id = tree_.attribute(element, AttributeName::id)) names_.push_back({*id, hashOf(*id)});
 }
 
-/// False for most elements without child elements.
-bool CssMatcher::mayHoldElements(NodeId element) const {
-    const NodeId child = tree_.firstChild(element);
-    return child != kNoNode && (tree_.node(child).kind == NodeKind::element || !tree_.node(child).isLast());
-}
-
-void CssMatcher::watchNames(NodeId node) {
+void CssMatcher::watchNames(NodeId element) {
     watchedStart_.push_back(static_cast<std::uint32_t>(watched_.size()));
-    if (tree_.node(node).kind != NodeKind::element || !mayHoldElements(node)) return;
-    if (named_ != node) readNames(node);
+    if (named_ != element) readNames(element);
     const auto watch = [this](std::uint32_t hash) {
         if (!ancestors_.isExpected(hash)) return;
         watched_.push_back(hash);
@@ -184,7 +189,7 @@ void CssMatcher::watchNames(NodeId node) {
     };
     for (const Name& name : names_)
         watch(name.hash);
-    watch(hashOf(tree_.text(node)));
+    watch(hashOf(tree_.text(element)));
 }
 
 void CssMatcher::unwatchNames() {
@@ -195,14 +200,19 @@ void CssMatcher::unwatchNames() {
 
 void CssMatcher::cascade(NodeId element, CascadedValues& values) {
     generated_.clear();
+    Subject subject{element, {}};
+    if (looksAround_) {
+        trail_.add(element);
+        subject.place = trail_.here();
+    }
     if (!sheets_.empty() && steps_ <= kMaxMatchSteps) {
         readNames(element);
         for (std::size_t i = 0; i < names_.size(); ++i)
             if (const Bucket* const bucket = (i < classes_ ? byClass_ : byId_).find(names_[i].text, names_[i].hash))
-                applyBucket(*bucket, element, values);
+                applyBucket(*bucket, subject, values);
         const Bucket& ofTag = byTag_[static_cast<std::size_t>(tree_.node(element).tag)];
-        if (!ofTag.empty()) applyBucket(ofTag, element, values);
-        if (!others_.empty()) applyBucket(others_, element, values);
+        if (!ofTag.empty()) applyBucket(ofTag, subject, values);
+        if (!others_.empty()) applyBucket(others_, subject, values);
     }
     if (const auto style = tree_.attribute(element, AttributeName::style))
         for (const CssDeclaration& declaration : parseStyleAttribute(*style))
@@ -222,12 +232,12 @@ void CssMatcher::apply(const Candidate& candidate, CascadedValues& values) const
                      priorityOf(declaration, rule.layered, candidate.selector->specificity, candidate.rule));
 }
 
-void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values) {
+void CssMatcher::applyBucket(const Bucket& bucket, const Subject& subject, CascadedValues& values) {
     for (const Candidate& candidate : bucket) {
         if (steps_ > kMaxMatchSteps) return;
         ++steps_;
-        if (!watchedStart_.empty() && !ancestorsMayFit(candidate)) continue;
-        if (!matches(*candidate.selector, element)) continue;
+        if (!ancestorsMayFit(candidate)) continue;
+        if (!matches(*candidate.selector, subject)) continue;
         if (candidate.selector->pseudo == PseudoElement::none) {
             apply(candidate, values);
         } else {
@@ -236,36 +246,29 @@ void CssMatcher::applyBucket(const Bucket& bucket, NodeId element, CascadedValue
     }
 }
 
-NodeId CssMatcher::parentElement(NodeId element) const {
-    const NodeId parent = tree_.parent(element);
-    return parent == HtmlTree::kDocument ? kNoNode : parent;
-}
-
-NodeId CssMatcher::previousElement(NodeId element) const {
-    NodeId node = tree_.previous(element);
-    while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
-        node = tree_.previous(node);
-    return node;
+/// The element of a place, or no element where there is none.
+CssMatcher::Subject CssMatcher::subjectAt(const std::optional<ElementTrail::Place>& place) const {
+    return place ? Subject{trail_.element(*place), *place} : Subject{};
 }
 
 NodeId CssMatcher::nextElement(NodeId element) const {
-    NodeId node = tree_.node(element).next();
+    NodeId node = tree_.next(element);
     while (node != kNoNode && tree_.node(node).kind != NodeKind::element)
-        node = tree_.node(node).next();
+        node = tree_.next(node);
     return node;
 }
 
 /// Selectors 4, section 17, from right to left. Calls itself once a compound, of which there are at most kMaxCompounds.
-CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::size_t index, NodeId element) {
-    const CompoundSelector& compound = selector.compounds[index];
-    if (!spend(compound.simples.size() + 1)) return Outcome::never;
-    for (const SimpleSelector& simple : compound.simples)
-        if (!matchesSimple(simple, element)) return Outcome::fails;
-    if (index + 1 == selector.compounds.size()) return Outcome::matches;
+CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::size_t index, const Subject& subject) {
+    const CompoundSelector& compound = sheets_.selectors().compoundsOf(selector)[index];
+    if (!spend(compound.simples.size + 1)) return Outcome::never;
+    for (const SimpleSelector& simple : sheets_.selectors().simplesOf(compound))
+        if (!matchesSimple(simple, subject)) return Outcome::fails;
+    if (index + 1 == selector.compounds.size) return Outcome::matches;
     const bool siblings = compound.toLeft == Combinator::nextSibling || compound.toLeft == Combinator::laterSibling;
     const bool repeats = compound.toLeft == Combinator::descendant || compound.toLeft == Combinator::laterSibling;
-    for (NodeId other = siblings ? previousElement(element) : parentElement(element); other != kNoNode;
-         other = siblings ? previousElement(other) : parentElement(other)) {
+    for (Subject other = siblings ? previousOf(subject) : parentOf(subject); other.element != kNoNode;
+         other = siblings ? previousOf(other) : parentOf(other)) {
         const Outcome outcome = matchFrom(selector, index + 1, other);
         if (outcome != Outcome::fails) return outcome;
         if (!repeats) return Outcome::fails;
@@ -274,9 +277,9 @@ CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::
     return siblings ? Outcome::fails : Outcome::never;
 }
 
-bool CssMatcher::matchesAny(const SelectorList& list, NodeId element) {
-    for (const ComplexSelector& selector : list)
-        if (matches(selector, element)) return true;
+bool CssMatcher::matchesAny(std::uint32_t list, const Subject& subject) {
+    for (const ComplexSelector& selector : sheets_.selectors().list(list))
+        if (matches(selector, subject)) return true;
     return false;
 }
 
@@ -288,14 +291,15 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
 }
 
 bool CssMatcher::isEmpty(NodeId element) {
-    for (NodeId child = tree_.firstChild(element); child != kNoNode; child = tree_.node(child).next()) {
+    for (NodeId child = tree_.firstChild(element); child != kNoNode; child = tree_.next(child)) {
         spend(1);
         if (tree_.node(child).kind == NodeKind::element || !tree_.text(child).empty()) return false;
     }
     return true;
 }
 
-bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
+bool CssMatcher::matchesSimple(const SimpleSelector& simple, const Subject& subject) {
+    const NodeId element = subject.element;
     const Node& node = tree_.node(element);
     switch (simple.kind) {
     case SelectorKind::type: return tree_.text(element) == simple.name;
@@ -305,8 +309,8 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
     }
     case SelectorKind::className: return hasClass(element, simple.name);
     case SelectorKind::attribute: return matchesAttribute(simple, element);
-    case SelectorKind::nthChild: return matchesNth(simple, element);
-    case SelectorKind::only: return isOnly(simple, element);
+    case SelectorKind::nthChild: return matchesNth(simple, subject);
+    case SelectorKind::only: return isOnly(simple, subject);
     case SelectorKind::root: return node.tag == Tag::html;
     case SelectorKind::empty: return isEmpty(element);
     case SelectorKind::link:
@@ -320,8 +324,8 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, NodeId element) {
                !tree_.attribute(element, AttributeName::disabled);
     case SelectorKind::open: return tree_.attribute(element, AttributeName::open).has_value();
     case SelectorKind::isList:
-    case SelectorKind::nesting: return matchesAny(sheets_.selectors().lists[simple.list], element);
-    case SelectorKind::notList: return !matchesAny(sheets_.selectors().lists[simple.list], element);
+    case SelectorKind::nesting: return matchesAny(simple.list, subject);
+    case SelectorKind::notList: return !matchesAny(simple.list, subject);
     case SelectorKind::never: return false;
     }
     return false;
@@ -358,13 +362,15 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
     return false;
 }
 
-bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
-    const std::string_view type = tree_.text(element);
+bool CssMatcher::matchesNth(const SimpleSelector& simple, const Subject& subject) {
+    const std::string_view type = tree_.text(subject.element);
     int position = 1;
-    for (NodeId other = simple.fromEnd ? nextElement(element) : previousElement(element); other != kNoNode;
-         other = simple.fromEnd ? nextElement(other) : previousElement(other)) {
+    const auto neighbour = [&](const Subject& of) {
+        return simple.fromEnd ? Subject{nextElement(of.element), {}} : previousOf(of);
+    };
+    for (Subject other = neighbour(subject); other.element != kNoNode; other = neighbour(other)) {
         if (!spend(1)) return false;
-        if (!simple.ofType || tree_.text(other) == type) ++position;
+        if (!simple.ofType || tree_.text(other.element) == type) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
     const int distance = position - simple.b;
@@ -372,14 +378,14 @@ bool CssMatcher::matchesNth(const SimpleSelector& simple, NodeId element) {
     return distance % simple.a == 0 && distance / simple.a >= 0;
 }
 
-bool CssMatcher::isOnly(const SimpleSelector& simple, NodeId element) {
+bool CssMatcher::isOnly(const SimpleSelector& simple, const Subject& subject) {
     SimpleSelector end = simple;
     end.a = 0;
     end.b = 1;
     end.fromEnd = false;
-    if (!matchesNth(end, element)) return false;
+    if (!matchesNth(end, subject)) return false;
     end.fromEnd = true;
-    return matchesNth(end, element);
+    return matchesNth(end, subject);
 }
 
 } // namespace quillow::html

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engines/html/CssStyleSheets.h"
+#include "engines/html/ElementTrail.h"
 #include "engines/html/HtmlTree.h"
 
 #include <array>
@@ -67,18 +68,21 @@ class CssMatcher {
 public:
     CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets);
 
-    /// Applies the sheets and the style attribute of one element. Its ancestors, and no others, have been entered and not left;
-    /// who asks about one element after the other without regard to the tree never enters any.
+    /// Applies the sheets and the style attribute of one element. Its ancestors, and no others, have been entered and not left,
+    /// and those before it in its parent have been asked about.
     void cascade(NodeId element, CascadedValues& values);
     /// Whether a rule was about the content generated in the element that was asked about last.
     [[nodiscard]] bool generatesContent() const { return !generated_.empty(); }
     /// What was said about it; of the style attribute it is nothing.
     void cascadeGenerated(PseudoElement pseudo, CascadedValues& values) const;
-    void enter(NodeId node) {
-        if (watchesAncestors_) watchNames(node);
+    /// Enters the element that was asked about last, if there are elements in it.
+    void enter(NodeId element) {
+        if (looksAround_) trail_.enter();
+        if (watchesAncestors_) watchNames(element);
     }
     /// Leaves what was entered last.
     void leave() {
+        if (looksAround_) trail_.leave();
         if (watchesAncestors_) unwatchNames();
     }
 
@@ -104,31 +108,36 @@ private:
         std::array<std::uint64_t, kBits / 64> mayHold_{};
         std::unordered_map<std::string_view, Bucket> byName_;
     };
+    /// An element that selectors are held against. Without a place where no selector looks around.
+    struct Subject {
+        NodeId element = kNoNode;
+        ElementTrail::Place place;
+    };
     /// The outcome of matching from one compound leftwards: `never` means that no other ancestor can help either.
     enum class Outcome { matches, fails, never };
 
     void file(std::uint32_t rule, const ComplexSelector& selector);
     void watchAncestors(const ComplexSelector& selector, Candidate& candidate);
     [[nodiscard]] bool ancestorsMayFit(const Candidate& candidate) const;
-    void watchNames(NodeId node);
+    void watchNames(NodeId element);
     void unwatchNames();
     void readNames(NodeId element);
-    [[nodiscard]] bool mayHoldElements(NodeId element) const;
     void apply(const Candidate& candidate, CascadedValues& values) const;
-    void applyBucket(const Bucket& bucket, NodeId element, CascadedValues& values);
-    Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, NodeId element);
-    bool matches(const ComplexSelector& selector, NodeId element) {
-        return matchFrom(selector, 0, element) == Outcome::matches;
+    void applyBucket(const Bucket& bucket, const Subject& subject, CascadedValues& values);
+    Outcome matchFrom(const ComplexSelector& selector, std::size_t compound, const Subject& subject);
+    bool matches(const ComplexSelector& selector, const Subject& subject) {
+        return matchFrom(selector, 0, subject) == Outcome::matches;
     }
-    bool matchesAny(const SelectorList& list, NodeId element);
-    bool matchesSimple(const SimpleSelector& simple, NodeId element);
+    bool matchesAny(std::uint32_t list, const Subject& subject);
+    bool matchesSimple(const SimpleSelector& simple, const Subject& subject);
     bool matchesAttribute(const SimpleSelector& simple, NodeId element);
-    bool matchesNth(const SimpleSelector& simple, NodeId element);
-    bool isOnly(const SimpleSelector& simple, NodeId element);
+    bool matchesNth(const SimpleSelector& simple, const Subject& subject);
+    bool isOnly(const SimpleSelector& simple, const Subject& subject);
     bool hasClass(NodeId element, std::string_view name);
     bool isEmpty(NodeId element);
-    [[nodiscard]] NodeId parentElement(NodeId element) const;
-    [[nodiscard]] NodeId previousElement(NodeId element) const;
+    [[nodiscard]] Subject subjectAt(const std::optional<ElementTrail::Place>& place) const;
+    [[nodiscard]] Subject parentOf(const Subject& subject) const { return subjectAt(trail_.parent(subject.place)); }
+    [[nodiscard]] Subject previousOf(const Subject& subject) const { return subjectAt(trail_.previous(subject.place)); }
     [[nodiscard]] NodeId nextElement(NodeId element) const;
     bool spend(std::uint64_t steps) {
         if (steps_ <= kMaxMatchSteps) steps_ += steps;
@@ -153,6 +162,8 @@ private:
     std::vector<std::uint32_t> watched_;      ///< the hashes in the filter, element by element
     std::vector<std::uint32_t> watchedStart_; ///< of each entered element
     bool watchesAncestors_ = false;           ///< a selector asks about them
+    bool looksAround_ = false;                ///< a selector asks about other elements than its subject
+    ElementTrail trail_;
     std::uint64_t steps_ = 0;
 };
 

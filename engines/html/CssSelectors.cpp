@@ -79,13 +79,21 @@ std::string_view lowered(std::string_view name, SelectorPool& pool) {
     return kept;
 }
 
+/// The range of what will be appended to a vector.
+template <typename Part>
+PoolRange rangeAtEnd(const std::vector<Part>& parts, std::size_t size) {
+    return {static_cast<std::uint32_t>(parts.size()), static_cast<std::uint32_t>(size)};
+}
+
 class SelectorParser {
 public:
     SelectorParser(std::string_view text, SelectorPool& pool, std::optional<std::uint32_t> outer, int nesting)
         : tokens_(text, pool.strings)
         , pool_(pool)
+        , unfinished_(pool.unfinished[static_cast<std::size_t>(nesting)])
         , outer_(outer)
         , nesting_(nesting) {
+        unfinished_.selectors.clear();
         advance();
     }
 
@@ -100,7 +108,9 @@ private:
     [[nodiscard]] bool isDelimiter(char c) const {
         return token_.type == CssTokenType::delimiter && token_.delimiter == c;
     }
-    std::optional<ComplexSelector> parseComplex();
+    [[nodiscard]] bool parseComplex();
+    void finishComplex();
+    CompoundSelector& addCompound(std::size_t place, Combinator toLeft);
     Combinator parseCombinator();
     bool parseCompound(CompoundSelector& compound);
     bool parseSimple(CompoundSelector& compound);
@@ -115,6 +125,7 @@ private:
 
     CssTokenizer tokens_;
     SelectorPool& pool_;
+    SelectorPool::Unfinished& unfinished_;
     std::optional<std::uint32_t> outer_;
     int nesting_;
     CssToken token_;
@@ -124,22 +135,30 @@ private:
 };
 
 std::optional<SelectorList> SelectorParser::parseList() {
-    SelectorList list;
     for (;;) {
-        auto selector = parseComplex();
-        if (!selector) return std::nullopt;
-        list.push_back(std::move(*selector));
-        if (token_.type == CssTokenType::end) return list;
+        if (!parseComplex()) return std::nullopt;
+        if (token_.type == CssTokenType::end) break;
         if (token_.type != CssTokenType::comma) return std::nullopt;
         advance();
     }
+    const SelectorList list = rangeAtEnd(pool_.selectors, unfinished_.selectors.size());
+    pool_.selectors.insert(pool_.selectors.end(), unfinished_.selectors.begin(), unfinished_.selectors.end());
+    return list;
 }
 
-std::optional<ComplexSelector> SelectorParser::parseComplex() {
+/// A compound without simple selectors yet; all that are added next are its own.
+CompoundSelector& SelectorParser::addCompound(std::size_t place, Combinator toLeft) {
+    auto& compounds = unfinished_.compounds;
+    return *compounds.insert(compounds.begin() + static_cast<std::ptrdiff_t>(place),
+                             {rangeAtEnd(unfinished_.simples, 0), toLeft});
+}
+
+bool SelectorParser::parseComplex() {
     specificity_ = 0;
     sawNesting_ = false;
     pseudo_ = PseudoElement::none;
-    std::vector<CompoundSelector> leftToRight;
+    unfinished_.simples.clear();
+    unfinished_.compounds.clear();
     skipWhiteSpace();
     Combinator combinator = Combinator::none;
     if (outer_ && nesting_ == 0 && token_.type == CssTokenType::delimiter && token_.delimiter != '&' &&
@@ -147,33 +166,40 @@ std::optional<ComplexSelector> SelectorParser::parseComplex() {
         combinator = parseCombinator(); // a relative selector, "> b"
     const Combinator leading = combinator;
     for (;;) {
-        CompoundSelector compound;
-        if (!parseCompound(compound)) return std::nullopt;
-        compound.toLeft = combinator;
-        leftToRight.push_back(std::move(compound));
+        if (!parseCompound(addCompound(unfinished_.compounds.size(), combinator))) return false;
         combinator = parseCombinator();
         if (combinator == Combinator::none) break;
         if (token_.type == CssTokenType::end || token_.type == CssTokenType::comma) {
-            if (combinator != Combinator::descendant) return std::nullopt;
+            if (combinator != Combinator::descendant) return false;
             break;
         }
     }
     if (outer_ && nesting_ == 0 && (!sawNesting_ || leading != Combinator::none)) {
-        leftToRight.front().toLeft = leading == Combinator::none ? Combinator::descendant : leading;
-        CompoundSelector compound;
+        unfinished_.compounds.front().toLeft = leading == Combinator::none ? Combinator::descendant : leading;
         SimpleSelector simple;
         simple.kind = SelectorKind::nesting;
-        add(compound, simple, 0);
-        leftToRight.insert(leftToRight.begin(), std::move(compound));
+        add(addCompound(0, Combinator::none), simple, 0);
+    }
+    finishComplex();
+    return true;
+}
+
+/// Moves what was read into the pool.
+void SelectorParser::finishComplex() {
+    if (unfinished_.compounds.size() > kMaxCompounds) {
+        unfinished_.simples.assign(1, {});
+        unfinished_.compounds.assign(1, {{0, 1}, Combinator::none});
     }
     ComplexSelector selector;
     selector.specificity = specificity_;
     selector.pseudo = pseudo_;
-    selector.compounds.assign(std::make_move_iterator(leftToRight.rbegin()),
-                              std::make_move_iterator(leftToRight.rend()));
-    if (selector.compounds.size() > kMaxCompounds)
-        selector.compounds = {CompoundSelector{{SimpleSelector{}}, Combinator::none}};
-    return selector;
+    selector.compounds = rangeAtEnd(pool_.compounds, unfinished_.compounds.size());
+    for (auto compound = unfinished_.compounds.rbegin(); compound != unfinished_.compounds.rend(); ++compound) {
+        const auto first = unfinished_.simples.begin() + compound->simples.first;
+        pool_.compounds.push_back({rangeAtEnd(pool_.simples, compound->simples.size), compound->toLeft});
+        pool_.simples.insert(pool_.simples.end(), first, first + compound->simples.size);
+    }
+    unfinished_.selectors.push_back(selector);
 }
 
 Combinator SelectorParser::parseCombinator() {
@@ -200,15 +226,17 @@ void SelectorParser::add(CompoundSelector& compound, SimpleSelector simple, std:
         sawNesting_ = true;
         if (outer_) {
             simple.list = *outer_;
-            for (const ComplexSelector& selector : pool_.lists[*outer_])
+            for (const ComplexSelector& selector : pool_.list(*outer_))
                 weight = std::max(weight, selector.specificity);
         } else {
             simple.kind = SelectorKind::root;
         }
     }
     specificity_ = addSpecificity(specificity_, weight);
-    if (compound.simples.size() >= kMaxSimpleSelectors) simple = SimpleSelector{};
-    if (compound.simples.size() <= kMaxSimpleSelectors) compound.simples.push_back(simple);
+    if (compound.simples.size >= kMaxSimpleSelectors) simple = SimpleSelector{};
+    if (compound.simples.size > kMaxSimpleSelectors) return;
+    unfinished_.simples.push_back(simple);
+    ++compound.simples.size;
 }
 
 bool SelectorParser::parseCompound(CompoundSelector& compound) {
@@ -473,11 +501,11 @@ bool SelectorParser::parseNestedList(CompoundSelector& compound, SelectorKind ki
             if (kind == SelectorKind::notList) return false;
             list.emplace(); // a forgiving list
         }
-        for (const ComplexSelector& selector : *list)
-            weight = std::max(weight, selector.specificity);
         simple.kind = kind;
         simple.list = static_cast<std::uint32_t>(pool_.lists.size());
-        pool_.lists.push_back(std::move(*list));
+        pool_.lists.push_back(*list);
+        for (const ComplexSelector& selector : pool_.list(simple.list))
+            weight = std::max(weight, selector.specificity);
     }
     add(compound, simple, weight);
     return true;

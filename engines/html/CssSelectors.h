@@ -5,7 +5,9 @@
 #include "engines/html/CssTokenizer.h"
 #include "engines/html/HtmlAttributes.h"
 
+#include <array>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace quillow::html {
@@ -47,8 +49,14 @@ struct SimpleSelector {
     std::uint32_t list = 0;
 };
 
+/// A part of one of the pool's vectors.
+struct PoolRange {
+    std::uint32_t first = 0;
+    std::uint32_t size = 0;
+};
+
 struct CompoundSelector {
-    std::vector<SimpleSelector> simples;
+    PoolRange simples;
     Combinator toLeft = Combinator::none; ///< how the compound before this one is related
 };
 
@@ -57,23 +65,44 @@ enum class PseudoElement : std::uint8_t { none, before, after };
 
 /// Compounds from right to left.
 struct ComplexSelector {
-    std::vector<CompoundSelector> compounds;
+    PoolRange compounds;
     PseudoElement pseudo = PseudoElement::none;
     std::uint32_t specificity = 0; ///< ids, classes, types in ten bits each
 };
 
-using SelectorList = std::vector<ComplexSelector>;
-
-/// Every list of a document's style sheets; the lists inside pseudo-classes are referred to by index.
-struct SelectorPool {
-    CssStrings strings;
-    std::vector<SelectorList> lists;
-};
+using SelectorList = PoolRange;
 
 /// Selectors nested in pseudo-classes deeper than this, and with more compounds or simple selectors than these, match nothing.
 inline constexpr int kMaxSelectorNesting = 4;
 inline constexpr std::size_t kMaxCompounds = 32;
 inline constexpr std::size_t kMaxSimpleSelectors = 32;
+
+/// Every selector of a document's style sheets, part by part; the lists inside pseudo-classes are referred to by index.
+struct SelectorPool {
+    CssStrings strings;
+    std::vector<SimpleSelector> simples;
+    std::vector<CompoundSelector> compounds;
+    std::vector<ComplexSelector> selectors;
+    std::vector<SelectorList> lists;
+
+    [[nodiscard]] std::span<const ComplexSelector> list(std::uint32_t index) const {
+        return std::span(selectors).subspan(lists[index].first, lists[index].size);
+    }
+    [[nodiscard]] std::span<const CompoundSelector> compoundsOf(const ComplexSelector& selector) const {
+        return std::span(compounds).subspan(selector.compounds.first, selector.compounds.size);
+    }
+    [[nodiscard]] std::span<const SimpleSelector> simplesOf(const CompoundSelector& compound) const {
+        return std::span(simples).subspan(compound.simples.first, compound.simples.size);
+    }
+
+    /// What is being read, at each level of nesting.
+    struct Unfinished {
+        std::vector<SimpleSelector> simples;
+        std::vector<CompoundSelector> compounds; ///< of those, from left to right
+        std::vector<ComplexSelector> selectors;
+    };
+    std::array<Unfinished, kMaxSelectorNesting + 1> unfinished;
+};
 
 /// Parses a selector list; one that is not valid makes the whole list nothing. `outer` is the list that "&" stands for inside
 /// a nested rule: there, a selector without "&" is relative to it. What is added to the pool stays there.

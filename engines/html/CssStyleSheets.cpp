@@ -174,11 +174,11 @@ void CssParser::openStyleRule(std::string_view prelude) {
 bool CssParser::resolveSelectors(Block& block) {
     if (block.selectors) return true;
     if (block.invalid) return false;
-    auto list = parseSelectors(block.prelude, sheets_.pool_, block.outer);
+    const auto list = parseSelectors(block.prelude, sheets_.pool_, block.outer);
     block.invalid = !list;
     if (!list) return false;
     block.selectors = static_cast<std::uint32_t>(sheets_.pool_.lists.size());
-    sheets_.pool_.lists.push_back(std::move(*list));
+    sheets_.pool_.lists.push_back(*list);
     return true;
 }
 

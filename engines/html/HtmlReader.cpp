@@ -63,9 +63,9 @@ std::optional<std::string> framesAlternative(const HtmlTree& tree) {
     std::string alternative;
     for (const NodeId id : tree.notedElements()) {
         const Node& node = tree.node(id);
-        if (node.tag == Tag::frameset && tree.node(tree.parent(id)).tag == Tag::html) hasFrames = true;
+        if (node.tag == Tag::frameset) hasFrames = true;
         if (node.tag != Tag::noframes) continue;
-        for (NodeId child = tree.firstChild(id); child != kNoNode; child = tree.node(child).next())
+        for (NodeId child = tree.firstChild(id); child != kNoNode; child = tree.next(child))
             if (tree.node(child).kind == NodeKind::text) alternative += tree.text(child);
     }
     return hasFrames ? std::optional(std::move(alternative)) : std::nullopt;

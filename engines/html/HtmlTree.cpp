@@ -1,6 +1,9 @@
 #include "engines/html/HtmlTree.h"
 
+#include "engines/html/TagSet.h"
+
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <limits>
 #include <new>
@@ -12,20 +15,33 @@ namespace {
 /// A guess; pages of few tags take fewer, and what is reserved and not used costs nothing.
 constexpr std::size_t kSourceBytesPerWord = 4;
 
-/// Elements that further tags may give attributes.
-bool mayGetAttributes(Tag tag) {
-    return tag == Tag::html || tag == Tag::body;
-}
-
-/// Whether an element has the word for the place of its attributes.
-bool hasAttributesWord(Tag tag, std::size_t attributes) {
-    return attributes != 0 || tag == Tag::unknown || mayGetAttributes(tag);
-}
+/// Elements that never move, because their numbers are kept, and those whose first child is often created late.
+constexpr TagSet kNeverMoved{Tag::unknown,  Tag::html,  Tag::head,   Tag::body,   Tag::frameset,
+                             Tag::noframes, Tag::style, Tag::select, Tag::option, Tag::selectedcontent};
+/// Elements without children.
+constexpr TagSet kEmpty{Tag::br, Tag::hr, Tag::wbr};
 
 } // namespace
 
+NodeId Node::target() const {
+    return static_cast<NodeId>(space) | static_cast<NodeId>(next_) << 2 | static_cast<NodeId>(firstChild_) << 4 |
+           static_cast<NodeId>(tag) << 6 | static_cast<NodeId>(form_) << 14 | static_cast<NodeId>(offset_) << 16 |
+           static_cast<NodeId>(count_) << 18;
+}
+
+void Node::moveTo(NodeId id) {
+    kind = NodeKind::moved;
+    space = static_cast<Namespace>(id & 3);
+    next_ = static_cast<Link>(id >> 2 & 3);
+    firstChild_ = static_cast<Link>(id >> 4 & 3);
+    tag = static_cast<Tag>(id >> 6 & 0xFF);
+    form_ = static_cast<Form>(id >> 14 & 3);
+    offset_ = id >> 16 & 3;
+    count_ = id >> 18 & kCountMask;
+}
+
 void WordBlock::grow(std::size_t more) {
-    constexpr std::size_t kMost = Node::kLast - 1; // no node has a number with the mark in it
+    constexpr std::size_t kMost = Node::kMostTarget;
     if (more > kMost - size_) throw std::bad_alloc();
     const std::size_t capacity = std::min(std::max<std::size_t>(size_ + more, 2 * std::size_t{capacity_}), kMost);
     void* const moved = std::realloc(static_cast<void*>(words_.get()), capacity * sizeof(std::uint32_t));
@@ -48,27 +64,16 @@ AttributeList::Iterator& AttributeList::Iterator::operator++() {
 HtmlTree::HtmlTree(std::string_view source)
     : source_(source) {
     std::uint32_t* const end = words_.reserve(source_.size() / kSourceBytesPerWord + kMostNodeWords);
-    std::construct_at(reinterpret_cast<Node*>(end))->kind = NodeKind::document;
-    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
-    words_.setEnd(end + kParentWord + 1);
+    Node& document = *std::construct_at(reinterpret_cast<Node*>(end));
+    document.kind = NodeKind::document;
+    document.form_ = Node::Form::wide;
+    words_.setEnd(end + kMostNodeWords);
 }
 
 HtmlTree::HtmlTree(std::string source)
     : HtmlTree(std::string_view()) {
     ownSource_ = std::move(source);
     source_ = ownSource_;
-}
-
-NodeId HtmlTree::parentOfText(NodeId id) const {
-    while (!node(id).isLast())
-        id = node(id).next_;
-    return node(id).next_ == kNoNode ? kNoNode : parentOfLast(id);
-}
-
-NodeId HtmlTree::previous(NodeId id) const {
-    if (isLone(node(id))) return kNoNode;
-    const NodeId before = words_[id + kPreviousWord];
-    return before == kNoNode || node(before).isLast() ? kNoNode : before;
 }
 
 std::string_view HtmlTree::unknownName(NodeId id) const {
@@ -108,20 +113,34 @@ std::uint32_t* HtmlTree::writeAttributes(std::span<const Attribute> attributes, 
 }
 
 NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
+    // Elements without attributes.
+    static constexpr auto kBare = [] {
+        std::array<Node, static_cast<std::size_t>(Tag::count)> nodes{};
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            nodes[i].tag = static_cast<Tag>(i);
+            nodes[i].form_ = kNeverMoved.contains(nodes[i].tag) ? Node::Form::wide
+                             : kEmpty.contains(nodes[i].tag)    ? Node::Form::point
+                                                                : Node::Form::narrow;
+        }
+        return nodes;
+    }();
     attributes = attributes.first(std::min(attributes.size(), kMaxAttributes));
     std::uint32_t* end = words_.reserve(kMostNodeWords + 3 + attributes.size() * kMostAttributeWords);
     const NodeId id = words_.size();
-    Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
-    node.tag = tag;
-    node.space = space;
-    node.count_ = static_cast<std::uint8_t>(attributes.size());
-    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
+    Node& node = *std::construct_at(reinterpret_cast<Node*>(end), kBare[static_cast<std::size_t>(tag)]);
+    if (space != Namespace::html) node.space = space;
+    if (attributes.empty() && node.form_ != Node::Form::wide) {
+        words_.setEnd(end + (node.form_ == Node::Form::point ? 1 : kFirstChildWord));
+        return id;
+    }
+    node.form_ = Node::Form::wide;
+    node.count_ = attributes.size() & Node::kCountMask;
     end += kAttributesWord;
     if (tag == Tag::unknown) {
         *end++ = id + kMostNodeWords + 2;
         *end++ = locate(name);
         *end++ = static_cast<std::uint32_t>(name.size());
-    } else if (hasAttributesWord(tag, attributes.size())) {
+    } else {
         *end++ = id + kMostNodeWords;
     }
     if (!attributes.empty()) end = writeAttributes(attributes, end);
@@ -130,90 +149,96 @@ NodeId HtmlTree::createElement(Tag tag, std::string_view name, Namespace space, 
     return id;
 }
 
-NodeId HtmlTree::createClone(NodeId original) {
-    std::uint32_t* end = words_.reserve(kMostNodeWords);
+NodeId HtmlTree::createClone(NodeId original, bool childrenFollow) {
+    std::uint32_t* const end = words_.reserve(kMostNodeWords);
+    original = resolved(original);
     const NodeId id = words_.size();
     const Node& copied = node(original);
     Node& copy = *std::construct_at(reinterpret_cast<Node*>(end));
     copy.tag = copied.tag;
     copy.space = copied.space;
     copy.count_ = copied.count_;
-    end[kPreviousWord] = end[kFirstChildWord] = end[kParentWord] = kNoNode;
-    end += kAttributesWord;
-    if (hasAttributesWord(copied.tag, copied.count_)) *end++ = words_[original + kAttributesWord];
-    words_.setEnd(end);
+    const bool narrow = childrenFollow && copied.form_ != Node::Form::wide;
+    copy.form_ = narrow ? Node::Form::narrow : Node::Form::wide;
+    end[kAttributesWord] = copied.form_ == Node::Form::wide ? words_[original + kAttributesWord] : id + kMostNodeWords;
+    words_.setEnd(end + (narrow ? kFirstChildWord : kMostNodeWords));
     return id;
 }
 
-NodeId HtmlTree::replaceLoneText(NodeId parent) {
-    const Node lone = node(words_[parent + kFirstChildWord]);
-    const NodeId text = createText(lone.next_ & ~Node::kLast, lone.count_);
-    words_.node(text).next_ = parent | Node::kLast;
-    words_[text + kPreviousWord] = text;
-    words_[parent + kFirstChildWord] = text;
-    return text;
+/// Gives a node that has too few words another place with all that its kind may have; answers where.
+NodeId HtmlTree::moveToEnd(NodeId id) {
+    std::uint32_t* const end = words_.reserve(kMostNodeWords);
+    const NodeId place = words_.size();
+    Node& old = words_.node(id);
+    Node& node = *std::construct_at(reinterpret_cast<Node*>(end), old);
+    std::copy_n(&words_[id] + 1, node.offset_ - 1, end + 1);
+    end[node.offset_] = node.form_ == Node::Form::point ? id + node.offset_ : words_[id + node.offset_];
+    if (node.kind == NodeKind::text) {
+        node.form_ = Node::Form::narrow;
+        words_.setEnd(end + node.offset_ + 1);
+    } else {
+        assert(node.form_ != Node::Form::wide);
+        end[kFirstChildWord] = id + kFirstChildWord;
+        if (node.firstChild_ != Node::Link::none) node.firstChild_ = Node::Link::elsewhere;
+        end[kAttributesWord] = place + kMostNodeWords; // where a copy would look for some
+        node.form_ = Node::Form::wide;
+        words_.setEnd(end + kMostNodeWords);
+    }
+    if (node.next_ != Node::Link::none) node.next_ = Node::Link::elsewhere;
+    old.moveTo(place);
+    return place;
 }
 
-void HtmlTree::insertBefore(NodeId parent, NodeId child, NodeId before) {
-    if (before == kNoNode) return append(parent, child);
-    assert(node(before).kind == NodeKind::element);
-    const NodeId previous = words_[before + kPreviousWord];
-    if (node(child).kind != NodeKind::text) words_[child + kParentWord] = parent;
-    words_.node(child).next_ = before;
-    words_[child + kPreviousWord] = previous;
-    NodeId& first = words_[parent + kFirstChildWord];
-    (first == before ? first : words_.node(previous).next_) = child;
-    words_[before + kPreviousWord] = child;
-}
-
-void HtmlTree::remove(NodeId child) {
-    const NodeId from = parent(child);
-    if (from == kNoNode) return;
-    NodeId& first = words_[from + kFirstChildWord];
-    if (isLone(node(child))) {
-        first = kNoNode;
+void HtmlTree::setNext(NodeId id, NodeId next) {
+    if (next == kNoNode) {
+        words_.node(id).next_ = Node::Link::none;
         return;
     }
-    Node& removed = words_.node(child);
-    const NodeId previous = words_[child + kPreviousWord];
-    // What held the child as the one before it: the one after it, or of the last one the first.
-    words_[(removed.isLast() ? first : removed.next_) + kPreviousWord] = previous;
-    if (first == child) {
-        first = removed.next();
-    } else {
-        words_.node(previous).next_ = removed.next_;
+    if (words_.node(id).form_ == Node::Form::point) {
+        if (id + words_.node(id).offset_ == next) {
+            words_.node(id).next_ = Node::Link::behind;
+            return;
+        }
+        id = moveToEnd(id);
     }
-    removed.next_ = words_[child + kPreviousWord] = kNoNode;
-    if (removed.kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
+    Node& node = words_.node(id);
+    node.next_ = Node::Link::elsewhere;
+    words_[id + node.offset_] = next;
 }
 
-std::size_t HtmlTree::removeChildren(NodeId parent) {
-    NodeId child = firstOfSeveral(parent);
-    words_[parent + kFirstChildWord] = kNoNode;
-    std::size_t removed = 0;
-    for (; child != kNoNode; ++removed) {
-        const NodeId next = node(child).next();
-        words_.node(child).next_ = words_[child + kPreviousWord] = kNoNode;
-        if (node(child).kind != NodeKind::text) words_[child + kParentWord] = kNoNode;
-        child = next;
+void HtmlTree::setFirstChild(NodeId id, NodeId child) {
+    if (child == kNoNode) {
+        words_.node(id).firstChild_ = Node::Link::none;
+        return;
     }
-    return removed;
+    if (words_.node(id).form_ != Node::Form::wide) id = moveToEnd(id);
+    words_.node(id).firstChild_ = Node::Link::elsewhere;
+    words_[id + kFirstChildWord] = child;
 }
 
-std::size_t HtmlTree::moveChildren(NodeId from, NodeId to) {
-    NodeId child = firstOfSeveral(from);
-    words_[from + kFirstChildWord] = kNoNode;
-    std::size_t moved = 0;
-    for (; child != kNoNode; ++moved) {
-        const NodeId next = node(child).next();
-        append(to, child);
-        child = next;
-    }
-    return moved;
+void HtmlTree::insert(NodeId parent, NodeId previous, NodeId child) {
+    const NodeId following = previous != kNoNode ? next(resolved(previous)) : firstChild(resolved(parent));
+    setNext(resolved(child), following);
+    setFollowing(parent, previous, child);
+}
+
+void HtmlTree::remove(NodeId parent, NodeId previous, NodeId child) {
+    setFollowing(parent, previous, next(resolved(child)));
+    setNext(resolved(child), kNoNode);
+}
+
+void HtmlTree::removeChildren(NodeId parent) {
+    setFirstChild(resolved(parent), kNoNode);
+}
+
+void HtmlTree::moveChildren(NodeId from, NodeId to) {
+    const NodeId first = firstChild(resolved(from));
+    removeChildren(from);
+    setFirstChild(resolved(to), first);
 }
 
 void HtmlTree::addMissingAttributes(NodeId element, std::span<const Attribute> added) {
-    assert(mayGetAttributes(node(element).tag));
+    assert(node(element).form_ == Node::Form::wide);
     const AttributeList old = attributes(element);
     std::vector<Attribute> all(old.begin(), old.end());
     const std::size_t before = all.size();

@@ -6,7 +6,7 @@
 #include "engines/html/NodeBlock.h"
 #include "engines/html/StringArena.h"
 
-#include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -68,16 +68,18 @@ private:
 
 /// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
 ///
-/// Large pages are dense with small elements and texts, so each takes as few words as it can. Behind its Node stand the sibling
-/// before it (of the first one the last) and:
-/// - of a text, its location, and its size if that is kLongText bytes or more;
-/// - of an element, its first child, its parent, and, if it has attributes or a name of its own, or may get attributes later,
-///   the place of its attributes.
+/// Large pages are dense with small elements and texts, so each takes as few words as it can. Behind its Node stand:
+/// - of a text, its location, its size if that is kLongText bytes or more, and its next sibling if that is not right behind it;
+/// - of an element, its next sibling; and, if its first child is not right behind that, or if it has attributes or a name of its
+///   own or is of a kind that often is so, its first child and the place of its attributes. A `br` and its like have none of it.
 /// At that place stand a bit for each known attribute, and the attributes; before them, where the tag is unknown, the location
 /// and the size of the name. Copies of an element share them.
 ///
-/// A lone text, most often the only child that its parent gets, is nothing but a Node, whose "next" is its location, and which
-/// knows how far behind its parent it stands. As soon as it gets a sibling, another text takes its place.
+/// Nodes are created in document order nearly always, which is why the neighbour is right behind. Where one turns out to need a
+/// word that it has no room for, it moves to the end of the block, and its first word says where.
+///
+/// No node knows its parent or the sibling before it: who changes the tree keeps the open elements, who reads it the way that it
+/// went (see TreeWalk).
 class HtmlTree {
 public:
     static constexpr NodeId kDocument = 0;
@@ -89,27 +91,44 @@ public:
     HtmlTree(const HtmlTree&) = delete;
     HtmlTree& operator=(const HtmlTree&) = delete;
 
-    [[nodiscard]] const Node& node(NodeId id) const { return words_.node(id); }
+    /// A node by its number, as `firstChild` and `next` give it. The number under which a node was created is another one if it
+    /// has moved since: see `resolved`.
+    [[nodiscard]] const Node& node(NodeId id) const {
+        assert(words_.node(id).kind != NodeKind::moved);
+        return words_.node(id);
+    }
+    /// The number under which a node is found that was created under the given one.
+    [[nodiscard]] NodeId resolved(NodeId id) const {
+        const Node& node = words_.node(id);
+        if (node.kind == NodeKind::moved) [[unlikely]]
+            return node.target();
+        return id;
+    }
     /// What the nodes and their attributes take, in bytes.
     [[nodiscard]] std::size_t bytes() const { return words_.size() * sizeof(std::uint32_t); }
-    /// Takes long for a text that has many siblings after it.
-    [[nodiscard]] NodeId parent(NodeId id) const {
-        return node(id).kind == NodeKind::text ? parentOfText(id) : words_[id + kParentWord];
-    }
-    /// The parent of a node that is the last of its children.
-    [[nodiscard]] NodeId parentOfLast(NodeId id) const {
-        return isLone(node(id)) ? id - node(id).distanceToParent() : node(id).next_ & ~Node::kLast;
-    }
     [[nodiscard]] NodeId firstChild(NodeId id) const {
-        return node(id).kind == NodeKind::text ? kNoNode : words_[id + kFirstChildWord];
+        const Node::Link link = node(id).firstChild_;
+        if (link == Node::Link::none) return kNoNode;
+        const NodeId place = id + kFirstChildWord;
+        return resolved(link == Node::Link::behind ? place : words_[place]);
     }
-    [[nodiscard]] NodeId previous(NodeId id) const;
+    /// The next sibling.
+    [[nodiscard]] NodeId next(NodeId id) const {
+        const Node& node = this->node(id);
+        if (node.next_ == Node::Link::none) return kNoNode;
+        const NodeId place = id + node.offset_;
+        return resolved(node.next_ == Node::Link::behind ? place : words_[place]);
+    }
     /// A text node's characters; an element's name in lower case.
     [[nodiscard]] std::string_view text(NodeId id) const {
-        const Node& node = words_.node(id);
-        if (node.kind != NodeKind::text) return node.tag != Tag::unknown ? tagName(node.tag) : unknownName(id);
-        if (isLone(node)) return textAt(node.next_ & ~Node::kLast, node.count_);
-        return textAt(words_[id + kLocationWord], node.count_ == kLongText ? words_[id + kSizeWord] : node.count_);
+        const Node& node = this->node(id);
+        if (node.kind == NodeKind::text) return characters(id);
+        return node.tag != Tag::unknown ? tagName(node.tag) : unknownName(id);
+    }
+    /// A text node's characters.
+    [[nodiscard]] std::string_view characters(NodeId id) const {
+        const std::size_t count = node(id).count_;
+        return textAt(words_[id + kLocationWord], count == kLongText ? words_[id + kSizeWord] : count);
     }
     [[nodiscard]] AttributeList attributes(NodeId id) const {
         const std::size_t count = node(id).count_;
@@ -141,51 +160,49 @@ public:
     [[nodiscard]] bool isQuirky() const { return quirky_; }
     void setQuirky() { quirky_ = true; }
 
+    /// A new element, in no tree yet.
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
-    /// A new element with the name and the attributes of another.
-    [[nodiscard]] NodeId createClone(NodeId original);
-    [[nodiscard]] NodeId createText(std::string_view text) { return createText(locate(text), text.size()); }
-    void append(NodeId parent, NodeId child) {
-        const NodeId first = firstOfSeveral(parent);
-        if (node(child).kind != NodeKind::text) words_[child + kParentWord] = parent;
-        words_.node(child).next_ = parent | Node::kLast;
-        if (first == kNoNode) {
-            words_[parent + kFirstChildWord] = words_[child + kPreviousWord] = child;
-            return;
-        }
-        const NodeId last = words_[first + kPreviousWord];
-        words_.node(last).next_ = child;
-        words_[child + kPreviousWord] = last;
-        words_[first + kPreviousWord] = child;
-    }
-    /// Appends a new text, which is not empty.
-    void appendText(NodeId parent, std::string_view text) {
+    /// A new element with the name and the attributes of another; `childrenFollow` if its first child will be created next.
+    [[nodiscard]] NodeId createClone(NodeId original, bool childrenFollow);
+    /// A new text, which is not empty.
+    [[nodiscard]] NodeId createText(std::string_view text) {
         const std::uint32_t location = locate(text);
+        std::uint32_t* const end = words_.reserve(kMostNodeWords);
         const NodeId id = words_.size();
-        // What begins with a line end stands before an element most often.
-        if (words_[parent + kFirstChildWord] != kNoNode || text.front() == '\n' || text.size() >= kLongText ||
-            id - parent > kMostDistance || location >= (kNoNode & ~Node::kLast)) {
-            append(parent, createText(location, text.size()));
-            return;
-        }
-        std::uint32_t* const end = words_.reserve(kNodeWords);
-        Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
+        const bool isLong = text.size() >= kLongText;
+        Node node;
         node.kind = NodeKind::text;
-        node.setDistanceToParent(id - parent);
-        node.count_ = static_cast<std::uint8_t>(text.size());
-        node.next_ = location | Node::kLast;
-        words_.setEnd(end + kNodeWords);
-        words_[parent + kFirstChildWord] = id;
+        node.offset_ = isLong ? kSizeWord + 1 : kLocationWord + 1;
+        node.count_ = (isLong ? kLongText : text.size()) & Node::kCountMask;
+        std::construct_at(reinterpret_cast<Node*>(end), node);
+        end[kLocationWord] = location;
+        if (isLong) end[kSizeWord] = static_cast<std::uint32_t>(text.size());
+        words_.setEnd(end + node.offset_);
+        return id;
     }
-    /// `before` is an element that is a child of `parent`, or kNoNode for the end.
-    void insertBefore(NodeId parent, NodeId child, NodeId before);
-    /// A text that is removed is not to be inserted again.
-    void remove(NodeId child);
-    /// Removes every child; answers how many there were.
-    std::size_t removeChildren(NodeId parent);
-    /// Moves every child of `from` to the end of `to`; answers how many there were.
-    std::size_t moveChildren(NodeId from, NodeId to);
+    /// Creates an element as the last child of a parent, whose last one so far is given, or kNoNode where there is none.
+    NodeId appendElement(NodeId parent, NodeId last, Tag tag, std::string_view name, Namespace space,
+                         std::span<const Attribute> attributes) {
+        linkNew(parent, last);
+        return createElement(tag, name, space, attributes);
+    }
+    NodeId appendText(NodeId parent, NodeId last, std::string_view text) {
+        linkNew(parent, last);
+        return createText(text);
+    }
+    NodeId appendClone(NodeId parent, NodeId last, NodeId original) {
+        linkNew(parent, last);
+        return createClone(original, true);
+    }
+    /// Inserts a node that is in no tree behind a sibling, or as the first child where that is kNoNode.
+    void insert(NodeId parent, NodeId previous, NodeId child);
+    /// Takes a node out again; `previous` is the sibling before it, or kNoNode.
+    void remove(NodeId parent, NodeId previous, NodeId child);
+    /// Takes all children out.
+    void removeChildren(NodeId parent);
+    /// Makes the children of one element those of another, which has none.
+    void moveChildren(NodeId from, NodeId to);
     /// Adds the attributes that the element, an html or body element of HTML, does not have yet.
     void addMissingAttributes(NodeId element, std::span<const Attribute> attributes);
 
@@ -197,38 +214,46 @@ public:
 private:
     friend class AttributeList::Iterator;
 
-    static constexpr std::uint8_t kLongText = 0xFF;
-    static constexpr NodeId kNodeWords = sizeof(Node) / sizeof(std::uint32_t);
-    static constexpr NodeId kPreviousWord = kNodeWords;
-    static constexpr NodeId kLocationWord = kPreviousWord + 1;
-    static constexpr NodeId kSizeWord = kLocationWord + 1;
-    static constexpr NodeId kFirstChildWord = kPreviousWord + 1;
-    static constexpr NodeId kParentWord = kFirstChildWord + 1;
-    static constexpr NodeId kAttributesWord = kParentWord + 1;
-    static constexpr std::size_t kMostNodeWords = kAttributesWord + 1;
-    static constexpr NodeId kMostDistance = 0xFF; ///< from a parent to its lone text
+    static constexpr std::uint16_t kLongText = Node::kCountMask;
+    static constexpr NodeId kLocationWord = 1;
+    static constexpr NodeId kSizeWord = 2;
+    static constexpr NodeId kFirstChildWord = 2; ///< or where the first child is, of an element with no room for it
+    static constexpr NodeId kAttributesWord = 3;
+    static constexpr NodeId kMostNodeWords = 4;
 
-    [[nodiscard]] static bool isLone(const Node& node) {
-        return node.kind == NodeKind::text && node.distanceToParent() != 0;
+    /// Makes the node that is created next the last child.
+    void linkNew(NodeId parent, NodeId last) {
+        if (last != kNoNode) {
+            last = resolved(last);
+            if (node(last).form_ == Node::Form::point) {
+                if (last + node(last).offset_ == words_.size()) {
+                    words_.node(last).next_ = Node::Link::behind;
+                    return;
+                }
+                last = moveToEnd(last);
+            }
+            words_.node(last).next_ = Node::Link::elsewhere;
+            words_[last + node(last).offset_] = words_.size();
+        } else {
+            parent = resolved(parent);
+            if (node(parent).form_ != Node::Form::wide) {
+                if (node(parent).form_ == Node::Form::narrow && parent + kFirstChildWord == words_.size()) {
+                    words_.node(parent).firstChild_ = Node::Link::behind;
+                    return;
+                }
+                parent = moveToEnd(parent);
+            }
+            words_.node(parent).firstChild_ = Node::Link::elsewhere;
+            words_[parent + kFirstChildWord] = words_.size();
+        }
     }
-    [[nodiscard]] NodeId createText(std::uint32_t location, std::size_t size) {
-        std::uint32_t* end = words_.reserve(kMostNodeWords);
-        const NodeId id = words_.size();
-        Node& node = *std::construct_at(reinterpret_cast<Node*>(end));
-        node.kind = NodeKind::text;
-        node.count_ = static_cast<std::uint8_t>(std::min<std::size_t>(size, kLongText));
-        end[kPreviousWord] = kNoNode;
-        end[kLocationWord] = location;
-        if (size >= kLongText) end[kSizeWord] = static_cast<std::uint32_t>(size);
-        words_.setEnd(end + (size >= kLongText ? kSizeWord : kLocationWord) + 1);
-        return id;
+    NodeId moveToEnd(NodeId id);
+    void setNext(NodeId id, NodeId next);
+    void setFirstChild(NodeId id, NodeId child);
+    /// What follows a sibling, or is the first child.
+    void setFollowing(NodeId parent, NodeId previous, NodeId following) {
+        previous != kNoNode ? setNext(resolved(previous), following) : setFirstChild(resolved(parent), following);
     }
-    /// The first child of a parent that is about to get another.
-    NodeId firstOfSeveral(NodeId parent) {
-        const NodeId first = words_[parent + kFirstChildWord];
-        return first == kNoNode || !isLone(node(first)) ? first : replaceLoneText(parent);
-    }
-    NodeId replaceLoneText(NodeId parent);
 
     /// The words of an attribute: its head, the location of its value, of a long value the size, and of an unknown name the
     /// location.
@@ -250,7 +275,6 @@ private:
     }
     [[nodiscard]] std::uint32_t sourceSize() const { return static_cast<std::uint32_t>(source_.size()); }
     [[nodiscard]] std::string_view unknownName(NodeId id) const;
-    [[nodiscard]] NodeId parentOfText(NodeId id) const;
     [[nodiscard]] std::string_view valueAt(NodeId word) const {
         const AttributeHead head(words_[word]);
         return textAt(words_[word + 1], head.hasLongValue() ? words_[word + 2] : head.valueSize());

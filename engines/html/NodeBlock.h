@@ -15,31 +15,55 @@ namespace quillow::html {
 using NodeId = std::uint32_t;
 inline constexpr NodeId kNoNode = 0xFFFFFFFF;
 
-enum class NodeKind : std::uint8_t { document, element, text };
+enum class NodeKind : std::uint8_t {
+    document,
+    element,
+    text,
+    moved, ///< no node any more: it stands elsewhere, see HtmlTree::resolved
+};
 enum class Namespace : std::uint8_t { html, svg, mathMl };
 
-/// What there is of every node. Behind it, in the same block, stand the words that only some nodes have: see HtmlTree.
-class Node {
+/// What there is of every node: one word. Behind it, in the same block, stand the words that only some nodes have: see HtmlTree.
+class alignas(std::uint32_t) Node {
 public:
-    NodeKind kind = NodeKind::element;
-    Namespace space = Namespace::html; ///< of an element
-    Tag tag = Tag::unknown;            ///< of an element
-
-    [[nodiscard]] bool isLast() const { return (next_ & kLast) != 0; }
-    [[nodiscard]] NodeId next() const { return isLast() ? kNoNode : next_; }
+    NodeKind kind : 2 = NodeKind::element;
+    Namespace space : 2 = Namespace::html; ///< of an element
+    [[nodiscard]] bool isLast() const { return next_ == Link::none; }
 
 private:
     friend class HtmlTree;
     friend class WordBlock;
-    /// Marks the last of its parent's children, whose "next" is the parent.
-    static constexpr NodeId kLast = 0x80000000;
 
-    /// Of a lone text the words from its parent to it, of any other text 0: it stands where an element has its namespace.
-    [[nodiscard]] NodeId distanceToParent() const { return static_cast<NodeId>(space); }
-    void setDistanceToParent(NodeId words) { space = static_cast<Namespace>(words); }
+    /// Where a neighbour stands.
+    enum class Link : std::uint8_t {
+        none,
+        behind,   ///< right behind the node's own words
+        elsewhere ///< where a word of the node says
+    };
+    /// Which words an element has, or a text, beside those that every one has.
+    enum class Form : std::uint8_t {
+        point,  ///< none
+        narrow, ///< that of the next sibling
+        wide,   ///< of an element: those of the first child and the attributes too
+    };
 
-    std::uint8_t count_ = 0; ///< of an element's attributes; of a text's bytes, or HtmlTree::kLongText
-    NodeId next_ = kNoNode;
+    Link next_ : 2 = Link::none;
+    Link firstChild_ : 2 = Link::none;
+
+public:
+    Tag tag = Tag::unknown; ///< of an element
+
+private:
+    Form form_ : 2 = Form::point;
+    std::uint16_t offset_ : 2 =
+        1; ///< of the word of the next sibling, or of the next sibling itself, if that is right behind
+    static constexpr std::uint16_t kCountMask = 0xFFF;
+    std::uint16_t count_ : 12 = 0; ///< of an element's attributes; of a text's bytes, or HtmlTree::kLongText
+
+    /// Of a node that has moved, where it is: all that the word can hold beside the kind.
+    [[nodiscard]] NodeId target() const;
+    void moveTo(NodeId id);
+    static constexpr NodeId kMostTarget = (NodeId{1} << 30) - 1;
 };
 
 /// Words of 32 bits in one block, which grows by std::realloc: of a large one the system moves the pages, not the bytes, so that
@@ -62,7 +86,7 @@ private:
     struct Free {
         void operator()(std::uint32_t* words) const { std::free(words); }
     };
-    static_assert(std::is_trivially_copyable_v<Node> && sizeof(Node) == 8 && alignof(Node) == alignof(std::uint32_t));
+    static_assert(std::is_trivially_copyable_v<Node> && sizeof(Node) == 4 && alignof(Node) == alignof(std::uint32_t));
     void grow(std::size_t more);
 
     std::unique_ptr<std::uint32_t, Free> words_;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace quillow::html {
 
@@ -32,6 +33,8 @@ struct Frame {
     TextRole textRole = TextRole::shown;
     Neighbour previousCell = Neighbour::none; ///< the cell before in this row
     Neighbour previousRow = Neighbour::none;  ///< the row before in this table
+    bool isSemantics = false;                 ///< MathML's "semantics": only its first element is shown
+    bool sawElement = false;                  ///< of that
     bool dropsWhiteSpace = false;             ///< text of nothing but white space makes no box here
     bool blockifiesChildren = false;
     bool breaksLine = false; ///< a block: ends the line before and after
@@ -106,13 +109,12 @@ private:
     enum class Entered { yes, no };
 
     void walk(NodeId root);
-    Entered enter(NodeId node);
     Entered enterElement(NodeId element);
-    Entered enterElement(NodeId element, const Frame& parent, Frame& frame);
+    Entered enterElement(NodeId element, Frame& parent, Frame& frame);
     void leave(NodeId element);
     void enterText(NodeId node);
 
-    void styleFrame(NodeId element, const Frame& parent, Frame& frame);
+    void styleFrame(NodeId element, Frame& parent, Frame& frame);
     Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
@@ -132,23 +134,24 @@ private:
     StyleResolver styles_;
     TextCollector collector_;
     std::vector<Frame> frames_;
+    std::vector<NodeId> path_; ///< the elements around the node that the walk is at
 };
 
 RenderedText Renderer::render() {
     frames_.reserve(64);
     frames_.emplace_back();
-    NodeId html = tree_.firstChild(HtmlTree::kDocument);
-    while (html != kNoNode && tree_.node(html).tag != Tag::html)
-        html = tree_.node(html).next();
-    if (html == kNoNode) {
-        walk(HtmlTree::kDocument);
-    } else {
-        const Frame outside;
-        styleFrame(html, outside, frames_.back());
-        styles_.enter(html);
-        const bool shown = frames_.back().style.display != Display::none;
-        for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.node(child).next())
-            if (tree_.node(child).tag != Tag::head) walk(child);
+    const NodeId html = tree_.firstChild(HtmlTree::kDocument);
+    Frame outside;
+    styleFrame(html, outside, frames_.back());
+    styles_.enter(html);
+    const bool shown = frames_.back().style.display != Display::none;
+    for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.next(child)) {
+        if (tree_.node(child).tag != Tag::head) {
+            walk(child);
+        } else {
+            Frame head;
+            styleFrame(child, frames_.back(), head);
+        }
     }
     return {std::move(collector_).finish(), styles_.authorStylesApplied()};
 }
@@ -157,45 +160,50 @@ RenderedText Renderer::render() {
 void Renderer::walk(NodeId root) {
     NodeId node = root;
     for (;;) {
-        if (enter(node) == Entered::yes) {
+        NodeId text = kNoNode;
+        NodeId entered = kNoNode;
+        if (tree_.node(node).kind == NodeKind::text) {
+            text = node;
+        } else if (enterElement(node) == Entered::yes) {
+            entered = node;
             if (const NodeId child = tree_.firstChild(node); child != kNoNode) {
-                node = child;
-                continue;
+                // Most often there is nothing but a text.
+                if (tree_.node(child).kind != NodeKind::text || !tree_.node(child).isLast()) {
+                    path_.push_back(node);
+                    styles_.enter(node);
+                    node = child;
+                    continue;
+                }
+                text = child;
             }
+        }
+        if (text != kNoNode) enterText(text);
+        if (entered != kNoNode) leave(entered);
+        for (;;) {
+            if (node == root) return;
+            if (const NodeId next = tree_.next(node); next != kNoNode) {
+                node = next;
+                break;
+            }
+            node = path_.back();
+            path_.pop_back();
+            styles_.leave();
             leave(node);
         }
-        while (node != root && tree_.node(node).isLast()) {
-            node = tree_.parentOfLast(node);
-            leave(node);
-        }
-        if (node == root) return;
-        node = tree_.node(node).next();
     }
-}
-
-Renderer::Entered Renderer::enter(NodeId id) {
-    const Node& node = tree_.node(id);
-    switch (node.kind) {
-    case NodeKind::element: return enterElement(id);
-    case NodeKind::text: enterText(id); return Entered::no;
-    case NodeKind::document: break;
-    }
-    frames_.push_back(frames_.back());
-    styles_.enter(id);
-    return Entered::yes;
 }
 
 void Renderer::enterText(NodeId node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
-    const std::string_view text = tree_.text(node);
+    const std::string_view text = tree_.characters(node);
     if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
-void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
+void Renderer::styleFrame(NodeId element, Frame& parent, Frame& frame) {
     Style& style = frame.style;
-    styles_.resolve(element, parent.style, style);
+    styles_.resolve(element, parent.style, parent.isSemantics && std::exchange(parent.sawElement, true), style);
     if (options_.hiddenText == HiddenText::on) {
         style.visibility = Visibility::visible;
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
@@ -211,7 +219,7 @@ Renderer::Entered Renderer::enterElement(NodeId id) {
     return entered;
 }
 
-Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& frame) {
+Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame) {
     const Node& node = tree_.node(id);
     styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
@@ -233,6 +241,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
             return Entered::no;
     } else if (node.space == Namespace::svg) {
         applySvgRules(node, frame);
+    } else {
+        frame.isSemantics = node.tag == Tag::semantics;
     }
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
@@ -260,7 +270,6 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     if (kNoted.contains(node.tag)) enterNoted(node);
     if (frame.style.generatesContent) generateContent(node, frame);
     frame.writtenBefore = collector_.written();
-    styles_.enter(id);
     return Entered::yes;
 }
 
@@ -416,7 +425,7 @@ void Renderer::openList(NodeId id, Frame& frame) {
     if (tree_.attribute(id, AttributeName::reversed)) {
         frame.numberStep = -1;
         frame.nextNumber = 0;
-        for (NodeId child = tree_.firstChild(id); !start && child != kNoNode; child = tree_.node(child).next())
+        for (NodeId child = tree_.firstChild(id); !start && child != kNoNode; child = tree_.next(child))
             if (tree_.node(child).tag == Tag::li) ++frame.nextNumber;
     }
     if (start) frame.nextNumber = *start;
@@ -456,7 +465,6 @@ void Renderer::leave(NodeId id) {
     collector_.requireLineBreaks(frame.requiredLineBreaks);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
     frames_.pop_back();
-    styles_.leave();
 }
 
 } // namespace

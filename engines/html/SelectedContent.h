@@ -2,6 +2,11 @@
 #pragma once
 
 #include "engines/html/HtmlTree.h"
+#include "engines/html/OpenElement.h"
+
+#include <optional>
+#include <span>
+#include <utility>
 
 namespace quillow::html {
 
@@ -12,10 +17,11 @@ public:
     explicit SelectedContent(HtmlTree& tree)
         : tree_(tree) {}
 
-    /// "The selectedcontent HTML element post-connection steps". Of several in one select the first to come is the one.
-    void contentInserted(NodeId content);
-    /// "The option HTML element insertion steps"; the option is open now.
-    void optionInserted(NodeId option);
+    /// "The selectedcontent HTML element post-connection steps". Of several in one select the first to come is the one. It is
+    /// the last of the open elements.
+    void contentInserted(NodeId content, std::span<const OpenElement> open);
+    /// "The option HTML element insertion steps"; the option is the last of the open elements.
+    void optionInserted(NodeId option, std::span<const OpenElement> open);
     /// "Maybe clone an option into selectedcontent", when the option that was inserted last is not open any more.
     void optionClosed();
     /// The select is not open any more.
@@ -26,16 +32,24 @@ public:
     /// Its option that was inserted last, as long as it is open; or kNoNode.
     [[nodiscard]] NodeId openOption() const { return open_; }
 
-    /// The nodes that were looked at, copied or removed so far.
+    /// Its selectedcontent element.
+    [[nodiscard]] NodeId content() const { return content_; }
+    /// The last child, if any, that it has since a copy was made; nothing if none was made since this was asked last. What it
+    /// held before is in no tree then.
+    [[nodiscard]] std::optional<NodeId> takeCopied() { return std::exchange(copied_, std::nullopt); }
+
+    /// The nodes that were looked at or copied so far.
     [[nodiscard]] std::uint64_t steps() const { return steps_; }
 
 private:
-    [[nodiscard]] bool isHtml(NodeId id, Tag tag) const;
-    [[nodiscard]] NodeId selectToEnable(NodeId content);
-    [[nodiscard]] NodeId nearestSelect(NodeId option);
-    [[nodiscard]] bool isDisabled(NodeId option);
-    [[nodiscard]] NodeId following(NodeId node, NodeId root) const;
-    void setSelectedness(NodeId option);
+    /// What an option learns from the elements around it.
+    struct Surroundings {
+        NodeId select = kNoNode; ///< "the option element nearest ancestor select"
+        NodeId group = kNoNode;
+    };
+    [[nodiscard]] NodeId selectToEnable(std::span<const OpenElement> open);
+    [[nodiscard]] Surroundings surroundings(std::span<const OpenElement> open);
+    void setSelectedness(NodeId option, NodeId group);
     void cloneSelected();
 
     HtmlTree& tree_;
@@ -43,6 +57,7 @@ private:
     NodeId content_ = kNoNode;
     NodeId open_ = kNoNode;
     NodeId selected_ = kNoNode; ///< the option whose selectedness is true
+    std::optional<NodeId> copied_;
     std::uint64_t steps_ = 0;
 };
 

@@ -52,7 +52,7 @@ void StyleResolver::collectSheets() {
         std::string_view css = tree_.text(first);
         if (!tree_.node(first).isLast()) {
             std::string& whole = joined_.emplace_back();
-            for (NodeId child = first; child != kNoNode; child = tree_.node(child).next())
+            for (NodeId child = first; child != kNoNode; child = tree_.next(child))
                 if (tree_.node(child).kind == NodeKind::text) whole += tree_.text(child);
             css = whole;
         }
@@ -60,8 +60,9 @@ void StyleResolver::collectSheets() {
     }
 }
 
-void StyleResolver::resolve(NodeId element, const Style& parent, Style& style) {
+void StyleResolver::resolve(NodeId element, const Style& parent, bool isAlternative, Style& style) {
     userAgentStyle(tree_, element, parent, style);
+    if (isAlternative) style.display = Display::none;
     if (!matcher_ || (sheets_.empty() && !tree_.has(element, AttributeName::style))) return;
     CascadedValues values;
     matcher_->cascade(element, values);

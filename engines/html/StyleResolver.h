@@ -14,12 +14,14 @@ public:
     /// With `withAuthor` false neither sheets nor style attributes are looked at.
     StyleResolver(const HtmlTree& tree, bool withAuthor);
 
-    /// The style of an element. Its ancestors, and no others, have been entered and not left.
-    void resolve(NodeId element, const Style& parent, Style& style);
+    /// The style of an element, which is the initial one. Its ancestors, and no others, have been entered and not left, and those
+    /// before it in its parent have been resolved. `isAlternative` for an element of "semantics" that is not the first one.
+    void resolve(NodeId element, const Style& parent, bool isAlternative, Style& style);
     /// The generated content of the element that was resolved last, whose style says that there may be some.
     [[nodiscard]] GeneratedContent generated(PseudoElement pseudo, const Style& style) const;
-    void enter(NodeId node) {
-        if (matcher_) matcher_->enter(node);
+    /// Enters the element that was resolved last, if there are elements in it.
+    void enter(NodeId element) {
+        if (matcher_) matcher_->enter(element);
     }
     /// Leaves what was entered last.
     void leave() {

@@ -84,7 +84,9 @@ std::unique_ptr<HtmlTree> parseFragment(std::string utf8, std::string_view conte
 
 void TreeBuilder::runFragment(NodeId context) {
     const Node& node = tree_.node(context);
-    context_ = {context, node.tag, node.space};
+    context_.id = context;
+    context_.tag = node.tag;
+    context_.space = node.space;
     sawUncommon_ = node.space != Namespace::html;
     const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
     // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
@@ -93,9 +95,7 @@ void TreeBuilder::runFragment(NodeId context) {
     if (tag == Tag::title || tag == Tag::textarea) tokenizer_.switchTo(HtmlTokenizer::State::rcdata);
     if (kPlain.contains(tag)) tokenizer_.switchTo(HtmlTokenizer::State::plaintext);
     // 5. to 7. The root.
-    html_ = tree_.createElement(Tag::html, tagName(Tag::html), Namespace::html, {});
-    tree_.append(HtmlTree::kDocument, html_);
-    push(html_);
+    openHtml(tree_.appendElement(HtmlTree::kDocument, kNoNode, Tag::html, tagName(Tag::html), Namespace::html, {}));
     // 8. and following.
     if (tag == Tag::template_) templateModes_.push_back(Mode::inTemplate);
     resetInsertionMode();
@@ -230,10 +230,14 @@ bool TreeBuilder::hasInScope(const TagSet& tags, Scope scope) const {
     return found != open_.rend() && isOne(*found);
 }
 
-void TreeBuilder::push(NodeId id) {
-    const Node& node = tree_.node(id);
-    if (node.tag == Tag::p) ++openParagraphs_;
-    open_.push_back({id, node.tag, node.space});
+void TreeBuilder::push(const OpenElement& element) {
+    if (element.tag == Tag::p) ++openParagraphs_;
+    open_.push_back(element);
+}
+
+void TreeBuilder::openHtml(NodeId html) {
+    html_ = html;
+    push({html, Tag::html, Namespace::html, HtmlTree::kDocument});
 }
 
 void TreeBuilder::pop() {
@@ -303,7 +307,7 @@ void TreeBuilder::resetInsertionMode() {
         case Tag::head: mode_ = last ? Mode::inBody : Mode::inHead; return;
         case Tag::body: mode_ = Mode::inBody; return;
         case Tag::frameset: mode_ = Mode::inFrameset; return;
-        case Tag::html: mode_ = head_ == kNoNode ? Mode::beforeHead : Mode::afterHead; return;
+        case Tag::html: mode_ = head_.id == kNoNode ? Mode::beforeHead : Mode::afterHead; return;
         default: break;
         }
     }
@@ -311,34 +315,56 @@ void TreeBuilder::resetInsertionMode() {
 }
 
 /// 13.2.6.1 "Appropriate place for inserting a node", with foster parenting.
-TreeBuilder::Place TreeBuilder::appropriatePlace(const OpenElement* override) const {
-    const OpenElement& target = override != nullptr ? *override : current();
-    if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag))
-        return {target.id, kNoNode};
+TreeBuilder::Place TreeBuilder::appropriatePlace(OpenElement& target) {
+    if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag)) return {&target};
     for (std::size_t i = open_.size(); i-- > 0;) {
         ++steps_;
         if (open_[i].space != Namespace::html) continue;
-        if (open_[i].tag == Tag::template_) return {open_[i].id, kNoNode};
+        if (open_[i].tag == Tag::template_) return {&open_[i]};
         if (open_[i].tag != Tag::table) continue;
-        const NodeId parent = tree_.parent(open_[i].id);
-        if (parent != kNoNode) return {parent, open_[i].id};
-        return {open_[i - 1].id, kNoNode};
+        if (open_[i].parent != kNoNode) return {nullptr, &open_[i]};
+        return {&open_[i - 1]};
     }
-    return {open_.front().id, kNoNode};
+    return {&open_.front()};
+}
+
+OpenElement TreeBuilder::insertAt(const Place& place, OpenElement node) {
+    node.parent = place.parentId();
+    node.previous = place.previous();
+    tree_.insert(node.parent, node.previous, node.id);
+    place.fill(node.id);
+    return node;
+}
+
+/// Inserts an element and does not open it.
+OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
+    if (fosterParenting_) {
+        const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
+        return insertAt(appropriatePlace(), {element, token.tag, space});
+    }
+    OpenElement& parent = current();
+    const NodeId previous = parent.lastChild;
+    parent.lastChild = tree_.appendElement(parent.id, previous, token.tag, token.name, space, token.attributes);
+    return {parent.lastChild, token.tag, space, parent.id, previous};
 }
 
 NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
-    const Place place = fosterParenting_ ? appropriatePlace() : Place{current().id, kNoNode};
-    const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
-    if (place.before == kNoNode) {
-        tree_.append(place.parent, element);
-    } else {
-        tree_.insertBefore(place.parent, element, place.before);
-    }
-    if (token.tag == Tag::p) ++openParagraphs_;
     if (space != Namespace::html) sawUncommon_ = true;
-    open_.push_back({element, token.tag, space});
-    return element;
+    if (token.tag == Tag::p) ++openParagraphs_;
+    if (fosterParenting_) {
+        open_.push_back(addElement(token, space));
+        return current().id;
+    }
+    const NodeId parent = current().id;
+    const NodeId previous = current().lastChild;
+    const NodeId id = tree_.appendElement(parent, previous, token.tag, token.name, space, token.attributes);
+    current().lastChild = id;
+    open_.push_back({id, token.tag, space, parent, previous});
+    return id;
+}
+
+void TreeBuilder::insertVoid(const Token& token) {
+    addElement(token, Namespace::html);
 }
 
 NodeId TreeBuilder::insertImplied(Tag tag) {
@@ -350,12 +376,13 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
-    if (!fosterParenting_) {
-        tree_.appendText(current().id, text);
-        return;
-    }
-    const Place place = appropriatePlace();
-    tree_.insertBefore(place.parent, tree_.createText(text), place.before);
+    if (fosterParenting_) return insertFosteredText(text);
+    OpenElement& parent = current();
+    parent.lastChild = tree_.appendText(parent.id, parent.lastChild, text);
+}
+
+void TreeBuilder::insertFosteredText(std::string_view text) {
+    insertAt(appropriatePlace(), {tree_.createText(text)});
 }
 
 /// Characters of which U+0000 is a parse error and ignored.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engines/html/HtmlTokenizer.h"
+#include "engines/html/OpenElement.h"
 #include "engines/html/SelectedContent.h"
 #include "engines/html/TagSet.h"
 
@@ -15,8 +16,6 @@ inline constexpr std::size_t kMaxUnorderedAttributes = 8;
 /// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
 inline constexpr std::size_t kReconstructionAllowance = 100'000;
 inline constexpr std::size_t kReconstructionsPerTag = 4;
-/// Children that the adoption agency moves in one document; beyond, misnested end tags are read as any others.
-inline constexpr std::size_t kMaxAdoptedChildren = 4'000'000;
 /// Further html and body tags whose attributes are looked at.
 inline constexpr int kMaxAttributeMerges = 64;
 
@@ -64,29 +63,34 @@ private:
     /// What is left of a token after a mode's rules: nothing, or all of it for the mode that is now current.
     enum class Next : std::uint8_t { token, reprocess };
 
-    struct OpenElement {
-        NodeId id = kNoNode;
-        Tag tag = Tag::unknown;
-        Namespace space = Namespace::html;
-    };
     struct FormattingEntry {
         NodeId id = kNoNode; ///< kNoNode for a marker
         Tag tag = Tag::unknown;
         [[nodiscard]] bool isMarker() const { return id == kNoNode; }
     };
+    /// Where a node is inserted: as the last child of an open element, or before an open table. Ends when the stack changes.
     struct Place {
-        NodeId parent = kNoNode;
-        NodeId before = kNoNode;
+        OpenElement* parent = nullptr;
+        OpenElement* table = nullptr;
+        [[nodiscard]] NodeId parentId() const { return table != nullptr ? table->parent : parent->id; }
+        /// The child that is before the place.
+        [[nodiscard]] NodeId previous() const { return table != nullptr ? table->previous : parent->lastChild; }
+        /// The node inserted is before the place now.
+        void fill(NodeId inserted) const { (table != nullptr ? table->previous : parent->lastChild) = inserted; }
     };
     enum class Scope { standard, listItem, button, table };
 
     // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
     void readTokens();
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
-    Next dispatch(Token& token) { return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token); }
+    Next dispatch(Token& token) {
+        if (!sawUncommon_ && mode_ == Mode::inBody) return inBody(token); // as most often
+        return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token);
+    }
     Next dispatchByMode(Token& token);
     void boundDepth();
     [[nodiscard]] const OpenElement& current() const { return open_.back(); }
+    [[nodiscard]] OpenElement& current() { return open_.back(); }
     [[nodiscard]] bool isFragment() const { return context_.id != kNoNode; }
     [[nodiscard]] bool isSelectFragment() const {
         return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
@@ -123,15 +127,19 @@ private:
         if (openParagraphs_ > 0 && hasInScope({Tag::p}, Scope::button)) closeParagraph();
     }
     void resetInsertionMode();
-    [[nodiscard]] Place appropriatePlace(const OpenElement* override = nullptr) const;
+    [[nodiscard]] Place appropriatePlace(OpenElement& target);
+    [[nodiscard]] Place appropriatePlace() { return appropriatePlace(current()); }
+    OpenElement addElement(const Token& token, Namespace space);
     NodeId insertElement(const Token& token, Namespace space = Namespace::html);
     NodeId insertImplied(Tag tag);
-    void insertVoid(const Token& token) {
-        insertElement(token);
-        pop();
-    }
-    void push(NodeId id);
+    void insertVoid(const Token& token);
+    /// Inserts a node that is in no tree; answers its entry for the stack, with its neighbours.
+    OpenElement insertAt(const Place& place, OpenElement node);
+    void push(const OpenElement& element);
+    void removeHead(std::size_t place);
+    void openHtml(NodeId html);
     void insertCharacters(std::string_view text);
+    void insertFosteredText(std::string_view text);
     void insertWithoutNul(std::string_view text);
     void parseRawText(const Token& token, HtmlTokenizer::State state);
     void mergeAttributes(NodeId element, const Token& token);
@@ -149,10 +157,10 @@ private:
     [[nodiscard]] std::size_t lastFormatting(Tag tag) const;
     void removeFormatting(NodeId id);
     [[nodiscard]] bool sameElement(NodeId a, NodeId b) const;
-    NodeId clone(NodeId element);
     void adoptionAgency(const Token& token);
     bool adoptOnce(Tag tag);
     void adopt(std::size_t formattingAt, std::size_t stackAt, std::size_t furthestAt);
+    void takeOut(OpenElement& element);
     void anyOtherEndTag(const Token& token);
 
     // TreeBuilderModes.cpp: the modes before and after the body, and framesets.
@@ -201,6 +209,7 @@ private:
         if (selectedContent_.select() != kNoNode) endOption();
     }
     void endOption();
+    void noteCopiedOption();
     void startForm(const Token& token);
     void endForm();
     void endBlock(const TagSet& tags, Tag except, Scope scope);
@@ -222,10 +231,12 @@ private:
     std::vector<FormattingEntry> formatting_;
     std::vector<std::string_view> tableText_;
     SelectedContent selectedContent_;
-    std::size_t selectPlace_ = 0; ///< in the stack of open elements, of the select that is followed
-    std::size_t optionPlace_ = 0; ///< and of its open option
+    std::size_t selectPlace_ = 0;         ///< in the stack of open elements, of the select that is followed
+    std::size_t optionPlace_ = 0;         ///< and of its open option
+    std::size_t contentPlace_ = kNoPlace; ///< and of its selectedcontent, as long as that is open
+    static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
     NodeId html_ = kNoNode;
-    NodeId head_ = kNoNode;
+    OpenElement head_; ///< as it was when it was closed
     NodeId form_ = kNoNode;
     bool framesetOk_ = true;
     bool fosterParenting_ = false;
@@ -236,7 +247,6 @@ private:
     std::size_t openParagraphs_ = 0;
     std::size_t startTags_ = 0;
     std::size_t reconstructions_ = 0;
-    std::size_t adoptedChildren_ = 0;
     mutable std::uint64_t steps_ = 0;
     int attributeMerges_ = 0;
 };

@@ -33,7 +33,7 @@ bool TreeBuilder::isHtmlIntegrationPoint(const OpenElement& element) const {
     if (element.space == Namespace::svg)
         return element.tag == Tag::foreignObject || element.tag == Tag::desc || element.tag == Tag::title;
     if (element.space != Namespace::mathMl || element.tag != Tag::annotationXml) return false;
-    const auto encoding = tree_.attribute(element.id, AttributeName::encoding);
+    const auto encoding = tree_.attribute(tree_.resolved(element.id), AttributeName::encoding);
     return encoding &&
            (equalsIgnoringCase(*encoding, "text/html") || equalsIgnoringCase(*encoding, "application/xhtml+xml"));
 }
@@ -73,7 +73,7 @@ TreeBuilder::Next TreeBuilder::foreignEndTag(Token& token) {
     }
     for (std::size_t i = open_.size(); i-- > 1;) {
         if (open_[i].space == Namespace::html) return dispatchByMode(token);
-        if (tree_.text(open_[i].id) == token.name) {
+        if (tree_.text(tree_.resolved(open_[i].id)) == token.name) {
             while (open_.size() > i)
                 pop();
             return Next::token;

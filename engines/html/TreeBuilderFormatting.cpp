@@ -2,6 +2,7 @@
 #include "engines/html/TreeBuilder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillow::html {
 
@@ -34,6 +35,8 @@ bool isSpecial(Tag tag, Namespace space) {
 
 /// Same name, namespace and attributes: what the Noah's Ark clause counts. Of many attributes the order must be the same too.
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
+    a = tree_.resolved(a);
+    b = tree_.resolved(b);
     const auto left = tree_.attributes(a);
     const auto right = tree_.attributes(b);
     if (tree_.text(a) != tree_.text(b) || left.size() != right.size()) return false;
@@ -62,11 +65,7 @@ void TreeBuilder::pushFormatting(NodeId element) {
         formatting_.erase(formatting_.end() - static_cast<std::ptrdiff_t>(sinceMarker));
     }
     steps_ += sinceMarker;
-    formatting_.push_back({element, tree_.node(element).tag});
-}
-
-NodeId TreeBuilder::clone(NodeId element) {
-    return tree_.createClone(element);
+    formatting_.push_back({element, tree_.node(tree_.resolved(element)).tag});
 }
 
 void TreeBuilder::openFormattingAgain() {
@@ -81,11 +80,18 @@ void TreeBuilder::openFormattingAgain() {
         return;
     }
     for (; first < formatting_.size(); ++first) {
-        const NodeId copy = clone(formatting_[first].id);
+        const NodeId original = formatting_[first].id;
         const Place place = appropriatePlace();
-        tree_.insertBefore(place.parent, copy, place.before);
+        OpenElement copy{kNoNode, formatting_[first].tag, Namespace::html, place.parentId(), place.previous()};
+        if (place.table != nullptr) {
+            copy.id = tree_.createClone(original, true);
+            copy = insertAt(place, copy);
+        } else {
+            copy.id = tree_.appendClone(copy.parent, copy.previous, original);
+            place.fill(copy.id);
+        }
         push(copy);
-        formatting_[first].id = copy;
+        formatting_[first].id = copy.id;
     }
 }
 
@@ -122,7 +128,7 @@ void TreeBuilder::adoptionAgency(const Token& token) {
         return;
     }
     // 4.3 Without such a formatting element the end tag is any other end tag.
-    if (lastFormatting(token.tag) == kNowhere || adoptedChildren_ > kMaxAdoptedChildren) {
+    if (lastFormatting(token.tag) == kNowhere) {
         anyOtherEndTag(token);
         return;
     }
@@ -167,14 +173,26 @@ bool TreeBuilder::adoptOnce(Tag tag) {
     return true;
 }
 
+/// Takes an open element out of its parent.
+void TreeBuilder::takeOut(OpenElement& element) {
+    if (element.parent == kNoNode) return;
+    tree_.remove(element.parent, element.previous, element.id);
+    for (OpenElement& other : open_) {
+        if (other.id == element.parent && other.lastChild == element.id) other.lastChild = element.previous;
+        if (other.previous == element.id) other.previous = element.previous;
+    }
+    steps_ += open_.size();
+    element.parent = element.previous = kNoNode;
+}
+
 /// Steps 4.9 to 4.19.
 void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size_t furthestAt) {
     const NodeId formattingElement = open_[stackAt].id;
     const NodeId furthestBlock = open_[furthestAt].id;
-    // 4.9 to 4.11 The common ancestor and the bookmark.
-    const OpenElement commonAncestor = open_[stackAt - 1];
+    // 4.9 to 4.11 The common ancestor, which is above the formatting element in the stack, and the bookmark.
     std::size_t bookmark = formattingAt;
-    NodeId lastNode = furthestBlock;
+    std::size_t lastAt = furthestAt; // in the stack, the last node
+    takeOut(open_[furthestAt]);
     // 4.13 The inner loop walks up from the furthest block to the formatting element.
     int inner = 0;
     for (std::size_t i = furthestAt; i-- > stackAt + 1;) {
@@ -189,43 +207,46 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
         }
         if (listed == kNowhere) {
             removeFromStack(node);
+            --lastAt;
             continue;
         }
         // 4.13.6 A copy takes its place in both lists.
-        const NodeId copy = clone(node);
-        formatting_[listed].id = copy;
-        open_[i].id = copy;
+        OpenElement& copy = open_[i];
+        copy.id = tree_.createClone(node, false);
+        formatting_[listed].id = copy.id;
         // 4.13.7
-        if (lastNode == furthestBlock) bookmark = listed + 1;
-        // 4.13.8 and 4.13.9
-        tree_.remove(lastNode);
-        tree_.append(copy, lastNode);
-        lastNode = copy;
+        if (open_[lastAt].id == furthestBlock) bookmark = listed + 1;
+        // 4.13.8 and 4.13.9 The last node is in no tree.
+        copy = {copy.id, copy.tag, copy.space};
+        open_[lastAt] = insertAt({&copy}, open_[lastAt]);
+        lastAt = i;
     }
     // 4.14 Insert the last node, with the common ancestor as override target.
-    tree_.remove(lastNode);
     const bool fostering = fosterParenting_;
     fosterParenting_ = true;
-    const Place place = appropriatePlace(&commonAncestor);
+    open_[lastAt] = insertAt(appropriatePlace(open_[stackAt - 1]), open_[lastAt]);
     fosterParenting_ = fostering;
-    tree_.insertBefore(place.parent, lastNode, place.before);
     // 4.15 to 4.17 A copy of the formatting element takes over the furthest block's children.
-    const NodeId copy = clone(formattingElement);
-    const std::size_t moved = tree_.moveChildren(furthestBlock, copy);
-    adoptedChildren_ += moved;
-    steps_ += moved;
-    tree_.append(furthestBlock, copy);
+    OpenElement copy;
+    copy.id = tree_.createClone(formattingElement, false);
+    tree_.moveChildren(furthestBlock, copy.id);
     // 4.18 and 4.19
     const std::size_t old = formattingIndex(formattingElement);
+    copy.tag = formatting_[old].tag;
     formatting_.erase(formatting_.begin() + static_cast<std::ptrdiff_t>(old));
     if (old < bookmark) --bookmark;
     bookmark = std::min(bookmark, formatting_.size());
-    formatting_.insert(formatting_.begin() + static_cast<std::ptrdiff_t>(bookmark), {copy, tree_.node(copy).tag});
+    formatting_.insert(formatting_.begin() + static_cast<std::ptrdiff_t>(bookmark), {copy.id, copy.tag});
     removeFromStack(formattingElement);
     std::size_t below = open_.size();
     while (below > 0 && open_[below - 1].id != furthestBlock)
         --below;
-    open_.insert(open_.begin() + static_cast<std::ptrdiff_t>(below), {copy, tree_.node(copy).tag, Namespace::html});
+    OpenElement& furthest = open_[below - 1];
+    copy.lastChild = std::exchange(furthest.lastChild, kNoNode);
+    for (std::size_t i = below; i < open_.size(); ++i)
+        if (open_[i].parent == furthestBlock) open_[i].parent = copy.id;
+    steps_ += open_.size() - below;
+    open_.insert(open_.begin() + static_cast<std::ptrdiff_t>(below), insertAt({&furthest}, copy));
 }
 
 /// 13.2.6.4.7 "Any other end tag".

@@ -221,7 +221,7 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
 
 void TreeBuilder::startFrameset(const Token& token) {
     if (open_.size() < 2 || open_[1].tag != Tag::body || !framesetOk_) return;
-    tree_.remove(open_[1].id);
+    takeOut(open_[1]);
     while (open_.size() > 1)
         pop();
     insertElement(token);
@@ -282,21 +282,41 @@ void TreeBuilder::startSelectPart(const Token& token) {
     reconstructFormatting();
     const NodeId element = insertElement(token);
     if (sawUncommon_ && token.tag == Tag::option) {
-        selectedContent_.optionInserted(element);
+        selectedContent_.optionInserted(element, open_);
         optionPlace_ = open_.size() - 1;
     }
 }
 
 void TreeBuilder::startSelectedContent(const Token& token) {
     reconstructFormatting();
-    selectedContent_.contentInserted(insertElement(token));
+    const NodeId element = insertElement(token);
+    selectedContent_.contentInserted(element, open_);
+    if (selectedContent_.content() == element) contentPlace_ = open_.size() - 1;
+    noteCopiedOption();
     sawUncommon_ = true;
 }
 
 void TreeBuilder::endOption() {
     const NodeId option = selectedContent_.openOption();
-    if (option != kNoNode && !isStillOpen(option, optionPlace_)) selectedContent_.optionClosed();
+    if (option != kNoNode && !isStillOpen(option, optionPlace_)) {
+        selectedContent_.optionClosed();
+        noteCopiedOption();
+    }
     if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
+}
+
+/// What the selectedcontent element held is in no tree any more; if the element is open, it may be, too.
+void TreeBuilder::noteCopiedOption() {
+    const auto lastChild = selectedContent_.takeCopied();
+    if (!lastChild || contentPlace_ == kNoPlace) return;
+    if (!isStillOpen(selectedContent_.content(), contentPlace_)) {
+        contentPlace_ = kNoPlace;
+        return;
+    }
+    open_[contentPlace_].lastChild = *lastChild;
+    steps_ += open_.size() - contentPlace_;
+    for (std::size_t i = contentPlace_ + 1; i < open_.size(); ++i)
+        if (open_[i].parent == selectedContent_.content()) open_[i].parent = open_[i].previous = kNoNode;
 }
 
 /// The end tag of a block: closes it where it is in scope.

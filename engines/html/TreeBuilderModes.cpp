@@ -117,10 +117,8 @@ TreeBuilder::Next TreeBuilder::beforeHtml(Token& token) {
     if (token.type == TokenType::endTag && !kActedUpon.contains(token.tag)) return Next::token;
     mode_ = Mode::beforeHead;
     const bool isHtml = token.type == TokenType::startTag && token.tag == Tag::html;
-    html_ = tree_.createElement(Tag::html, "html", Namespace::html,
-                                isHtml ? std::span<const Attribute>(token.attributes) : std::span<const Attribute>());
-    tree_.append(HtmlTree::kDocument, html_);
-    push(html_);
+    openHtml(tree_.appendElement(HtmlTree::kDocument, kNoNode, Tag::html, tagName(Tag::html), Namespace::html,
+                                 isHtml ? std::span<const Attribute>(token.attributes) : std::span<const Attribute>()));
     return isHtml ? Next::token : Next::reprocess;
 }
 
@@ -131,10 +129,10 @@ TreeBuilder::Next TreeBuilder::beforeHead(Token& token) {
     if (token.type == TokenType::endTag && !kActedUpon.contains(token.tag)) return Next::token;
     mode_ = Mode::inHead;
     if (token.type == TokenType::startTag && token.tag == Tag::head) {
-        head_ = insertElement(token);
+        head_.id = insertElement(token);
         return Next::token;
     }
-    head_ = insertImplied(Tag::head);
+    head_.id = insertImplied(Tag::head);
     return Next::reprocess;
 }
 
@@ -172,7 +170,7 @@ TreeBuilder::Next TreeBuilder::inHead(Token& token) {
     } else if (token.type == TokenType::endTag) {
         switch (token.tag) {
         case Tag::head:
-            pop();
+            removeHead(open_.size() - 1);
             mode_ = Mode::afterHead;
             return Next::token;
         case Tag::body:
@@ -183,9 +181,15 @@ TreeBuilder::Next TreeBuilder::inHead(Token& token) {
         }
     }
     // Anything else.
-    pop();
+    removeHead(open_.size() - 1);
     mode_ = Mode::afterHead;
     return Next::reprocess;
+}
+
+void TreeBuilder::removeHead(std::size_t place) {
+    const auto head = open_.begin() + static_cast<std::ptrdiff_t>(place);
+    head_ = *head;
+    open_.erase(head);
 }
 
 void TreeBuilder::endTemplate() {
@@ -238,8 +242,9 @@ TreeBuilder::Next TreeBuilder::afterHead(Token& token) {
         }
         if (kBelongInHead.contains(token.tag)) {
             push(head_);
+            const std::size_t place = open_.size() - 1;
             const Next next = inHead(token);
-            removeFromStack(head_);
+            removeHead(place);
             return next;
         }
     } else if (token.type == TokenType::endTag) {

@@ -65,10 +65,6 @@ Display mathDisplay(const HtmlTree& tree, NodeId element) {
     case Tag::mtd: return Display::tableCell;
     default: break;
     }
-    // Of "semantics" only the first child is shown.
-    if (tree.node(tree.parent(element)).tag == Tag::semantics)
-        for (NodeId other = tree.previous(element); other != kNoNode; other = tree.previous(other))
-            if (tree.node(other).kind == NodeKind::element) return Display::none;
     return Display::block;
 }
 

@@ -7,6 +7,7 @@
 //   encoding - -       the name of the declared encoding
 #include "engines/html/EncodingSniffer.h"
 #include "engines/html/TreeBuilder.h"
+#include "engines/html/TreeWalk.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -112,20 +113,8 @@ std::string treeOf(std::string_view space, const std::string& name, std::string_
     NodeId root = HtmlTree::kDocument;
     if (!isDocument) root = tree->firstChild(root);
     std::string out;
-    std::size_t depth = 0;
-    NodeId id = tree->firstChild(root);
-    while (id != kNoNode) {
-        out += printed(*tree, id, depth);
-        if (tree->firstChild(id) != kNoNode) {
-            id = tree->firstChild(id);
-            ++depth;
-            continue;
-        }
-        for (; id != root && tree->node(id).isLast(); --depth)
-            id = tree->parent(id);
-        if (id == root) break;
-        id = tree->node(id).next();
-    }
+    for (TreeWalk walk(*tree, root); walk.node() != kNoNode; walk.advance())
+        out += printed(*tree, walk.node(), walk.ancestors().size() - 1);
     return out;
 }
 

@@ -3,6 +3,7 @@
 
 #include "engines/html/HtmlReader.h"
 #include "engines/html/HtmlTree.h"
+#include "engines/html/TreeWalk.h"
 
 #include <string>
 #include <string_view>
@@ -24,9 +25,14 @@ inline std::string textOf(std::string_view html, const Options& options = {}) {
 /// The tree in one line: "html(head body(p('text')))", with "svg:" and "math:" before foreign names.
 inline std::string treeOf(const HtmlTree& tree) {
     std::string out;
-    NodeId id = tree.firstChild(HtmlTree::kDocument);
-    while (id != kNoNode) {
+    std::size_t depth = 1;
+    for (TreeWalk walk(tree, HtmlTree::kDocument); walk.node() != kNoNode; walk.advance()) {
+        const NodeId id = walk.node();
         const Node& node = tree.node(id);
+        if (walk.ancestors().size() > depth) out += '(';
+        for (; walk.ancestors().size() < depth; --depth)
+            out += ')';
+        depth = walk.ancestors().size();
         if (!out.empty() && out.back() != '(') out += ' ';
         if (node.kind == NodeKind::text) {
             out += "'" + std::string(tree.text(id)) + "'";
@@ -34,19 +40,13 @@ inline std::string treeOf(const HtmlTree& tree) {
             out += node.space == Namespace::svg ? "svg:" : node.space == Namespace::mathMl ? "math:" : "";
             out += tree.text(id);
         }
-        if (tree.firstChild(id) != kNoNode) {
-            out += '(';
-            id = tree.firstChild(id);
-            continue;
-        }
-        while (id != kNoNode && tree.node(id).isLast()) {
-            id = tree.parent(id);
-            if (id == HtmlTree::kDocument) return out;
-            out += ')';
-        }
-        id = tree.node(id).next();
     }
-    return out;
+    return out + std::string(depth - 1, ')');
+}
+
+/// The body of a document.
+inline NodeId bodyOf(const HtmlTree& tree) {
+    return tree.next(tree.firstChild(tree.firstChild(HtmlTree::kDocument)));
 }
 
 inline std::string treeOf(std::string_view html) {

@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(Contexts, FragmentConstruction, testing::ValuesIn(kFrag
 
 TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
     const auto tree = parseHtml("<p ID=a id=b data-x='1&amp;2' y=\"?a=1&copy=2\">");
-    const NodeId body = tree->node(tree->firstChild(tree->firstChild(0))).next();
+    const NodeId body = bodyOf(*tree);
     const NodeId paragraph = tree->firstChild(body);
     EXPECT_EQ(*tree->attribute(paragraph, "id"), "a");
     EXPECT_EQ(*tree->attribute(paragraph, "data-x"), "1&2");
@@ -192,7 +192,7 @@ TEST(HtmlTree, keepsTheFirstOfTwoAttributesOfOneName) {
 
 TEST(HtmlTree, mergesTheAttributesOfASecondBodyTag) {
     const auto tree = parseHtml("<body class=a><body class=b id=c>");
-    const NodeId body = tree->node(tree->firstChild(tree->firstChild(0))).next();
+    const NodeId body = bodyOf(*tree);
     EXPECT_EQ(*tree->attribute(body, "class"), "a");
     EXPECT_EQ(*tree->attribute(body, "id"), "c");
 }

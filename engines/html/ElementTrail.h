@@ -1,0 +1,50 @@
+// The elements around the one that is looked at, and those before it, while a tree is visited in document order.
+#pragma once
+
+#include "engines/html/NodeBlock.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace quillow::html {
+
+/// What selectors ask of an element's surroundings. Every child element of an element that is entered has to be added, in order.
+class ElementTrail {
+public:
+    struct Place {
+        std::uint32_t level = 0;
+        std::uint32_t index = 0;
+    };
+
+    /// Comes to an element, in the one entered last and not left.
+    void add(NodeId element) { elements_.push_back(element); }
+    /// Enters the element that was come to last.
+    void enter() { starts_.push_back(static_cast<std::uint32_t>(elements_.size())); }
+    /// Leaves the element entered last, of whose parent it is the last child so far.
+    void leave() {
+        elements_.resize(starts_.back());
+        starts_.pop_back();
+    }
+
+    /// The element that was come to last.
+    [[nodiscard]] Place here() const {
+        return {static_cast<std::uint32_t>(starts_.size() - 1), static_cast<std::uint32_t>(elements_.size() - 1)};
+    }
+    [[nodiscard]] NodeId element(const Place& place) const { return elements_[place.index]; }
+    [[nodiscard]] std::optional<Place> parent(const Place& place) const {
+        if (place.level == 0) return std::nullopt;
+        return Place{place.level - 1, starts_[place.level] - 1};
+    }
+    /// The element before it with the same parent.
+    [[nodiscard]] std::optional<Place> previous(const Place& place) const {
+        if (place.index == starts_[place.level]) return std::nullopt;
+        return Place{place.level, place.index - 1};
+    }
+
+private:
+    std::vector<NodeId> elements_;            ///< of each level the children so far, the last of which is entered
+    std::vector<std::uint32_t> starts_ = {0}; ///< of the levels
+};
+
+} // namespace quillow::html
