@@ -363,6 +363,12 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
 }
 
 bool CssMatcher::matchesNth(const SimpleSelector& simple, const Subject& subject) {
+    const auto fits = [&simple](std::int64_t position) {
+        const std::int64_t distance = position - simple.b;
+        if (simple.a == 0) return distance == 0;
+        return distance % simple.a == 0 && distance / simple.a >= 0;
+    };
+    if (!simple.fromEnd && !simple.ofType) return fits(trail_.position(subject.place));
     const std::string_view type = tree_.text(subject.element);
     int position = 1;
     const auto neighbour = [&](const Subject& of) {
@@ -373,9 +379,7 @@ bool CssMatcher::matchesNth(const SimpleSelector& simple, const Subject& subject
         if (!simple.ofType || tree_.text(other.element) == type) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
-    const int distance = position - simple.b;
-    if (simple.a == 0) return distance == 0;
-    return distance % simple.a == 0 && distance / simple.a >= 0;
+    return fits(position);
 }
 
 bool CssMatcher::isOnly(const SimpleSelector& simple, const Subject& subject) {

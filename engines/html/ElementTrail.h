@@ -36,6 +36,8 @@ public:
         if (place.level == 0) return std::nullopt;
         return Place{place.level - 1, starts_[place.level] - 1};
     }
+    /// How many of its siblings are there so far, itself included.
+    [[nodiscard]] std::uint32_t position(const Place& place) const { return place.index - starts_[place.level] + 1; }
     /// The element before it with the same parent.
     [[nodiscard]] std::optional<Place> previous(const Place& place) const {
         if (place.index == starts_[place.level]) return std::nullopt;

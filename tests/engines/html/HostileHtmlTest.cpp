@@ -248,6 +248,14 @@ TEST(HostileHtml, selectorMatchingStopsAtItsBound) {
     EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
 }
 
+TEST(HostileHtml, positionsAmongManySiblingsAreKnownNotCounted) {
+    const std::string text = textOf("<style>p:nth-child(2n){display:none}</style>" + repeated("<p>x", 40'000));
+    EXPECT_EQ(text.size(), 20'000 * 3 - 2U);
+    EXPECT_EQ(textOf("<style>p:nth-child(n-2147483648){display:none}b:nth-child(-n+2147483647){display:none}</style>"
+                     "<p>x</p><b>y</b>z"),
+              "z");
+}
+
 TEST(HostileHtml, generatedContentStopsAtTheSameBound) {
     const std::string css = repeated("b::before{content:'x'}", 2'000);
     const auto tree = parseHtml(repeated("<b>x</b>", 20'000));
