@@ -13,9 +13,12 @@ namespace quillow::html {
 class CascadedValues {
 public:
     void apply(const CssDeclaration& declaration, std::uint64_t priority) {
-        Entry& entry = entries_[static_cast<std::size_t>(declaration.property)];
-        if (entry.priority > priority) return;
-        entry = {priority, declaration.value};
+        if (declaration.property == CssProperty::all) {
+            for (Entry& entry : entries_)
+                apply(entry, declaration.value, priority);
+        } else {
+            apply(entries_[static_cast<std::size_t>(declaration.property)], declaration.value, priority);
+        }
         any_ = true;
     }
     /// True when any declaration applied.
@@ -31,6 +34,10 @@ private:
         std::uint64_t priority = 0;
         std::uint8_t value = 0;
     };
+    static void apply(Entry& entry, std::uint8_t value, std::uint64_t priority) {
+        if (entry.priority <= priority) entry = {priority, value};
+    }
+
     std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_{};
     bool any_ = false;
 };

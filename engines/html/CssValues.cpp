@@ -128,6 +128,7 @@ constexpr std::array kProperties = {
     property("float", CssProperty::floating, kFloat),
     property("position", CssProperty::position, kPosition),
     property("content", CssProperty::content, kContent),
+    property("all", CssProperty::all, kWide),
 };
 
 const Property* findProperty(std::string_view name) {
@@ -153,7 +154,7 @@ std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_
     if (is("flex") || is("grid")) return number(inlineOutside ? Display::inlineFlex : Display::flex);
     if (is("table")) return number(inlineOutside ? Display::inlineTable : Display::table);
     if (is("flow-root")) return number(inlineOutside ? Display::inlineBlock : Display::block);
-    if (is("list-item")) return number(Display::listItem);
+    if (is("list-item")) return number(inlineOutside ? Display::inline_ : Display::listItem);
     return number(inlineOutside ? Display::inline_ : Display::block);
 }
 
@@ -284,8 +285,9 @@ bool mayBeRelevant(std::string_view declaration) {
     const std::string_view start = declaration.substr(0, 3);
     if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
     const unsigned letters = packed(toLower(start[0]), toLower(start[1]), toLower(start[2]));
-    return letters == starts("con") || letters == starts("dis") || letters == starts("flo") ||
-           letters == starts("lis") || letters == starts("pos") || letters == starts("vis") || letters == starts("whi");
+    return letters == starts("all") || letters == starts("con") || letters == starts("dis") ||
+           letters == starts("flo") || letters == starts("lis") || letters == starts("pos") ||
+           letters == starts("vis") || letters == starts("whi");
 }
 
 } // namespace quillow::html

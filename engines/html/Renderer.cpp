@@ -40,6 +40,7 @@ struct Frame {
     std::uint8_t requiredLineBreaks = 0;
     bool isListItem = false;
     std::int8_t numberStep = 1; ///< of a list
+    Tag tag = Tag::unknown;     ///< of an element of HTML
     GeneratedContent after;
     std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
     std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
@@ -63,6 +64,12 @@ Display blockified(Display display) {
     case Display::inlineTable: return Display::table;
     default: return Display::block;
     }
+}
+
+/// Of a table, or one of its parts that hold others.
+bool isInsideTable(Display display) {
+    return display == Display::table || display == Display::inlineTable || display == Display::tableRowGroup ||
+           display == Display::tableRow;
 }
 
 bool isOutOfFlow(const Style& style) {
@@ -89,6 +96,8 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
 
 /// Elements with a say in the line that is neither text nor a box.
 constexpr TagSet kNoted{Tag::q, Tag::wbr};
+/// HTML, 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
+constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::svg};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -118,9 +127,11 @@ private:
     void drawReplaced(const Frame& frame);
     void generateContent(const Node& node, Frame& frame);
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
-    void openBox(const Node& node, Frame& frame);
+    void openBox(const Node& node, const Frame& parent, Frame& frame);
+    void requireLineBreaks(const Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
     void leaveCells(Frame& row);
+    void leaveRows(Frame& table, const Frame& box);
     void openRow(const Frame& parent, const Frame& frame);
     void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
@@ -190,6 +201,7 @@ void Renderer::enterText(NodeId node) {
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = tree_.text(node);
     if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
+    if (frame.previousCell != Neighbour::none && text::skipBlanks(text, 0) < text.size()) leaveCells(frames_.back());
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
@@ -201,7 +213,11 @@ void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
-    if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
+    const Node& node = tree_.node(element);
+    if (isNeverShown(tree_, element, parent.tag)) style.display = Display::none;
+    if (style.display == Display::inline_ && kDrawnAsAWhole.contains(node.tag)) style.display = Display::inlineBlock;
+    const bool isLegend = parent.tag == Tag::fieldset && node.tag == Tag::legend; // HTML, 15.3.13
+    if (isOutOfFlow(style) || parent.blockifiesChildren || isLegend) style.display = blockified(style.display);
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
@@ -222,13 +238,14 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         return Entered::no;
     }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
-    if (isReplaced(node)) {
+    if (isReplaced(tree_, id)) {
         drawReplaced(frame);
         return Entered::no;
     }
     frame.textRole = parent.textRole;
     if (node.space == Namespace::html) {
         frame.inSelect = parent.inSelect;
+        frame.tag = node.tag;
         if ((node.tag == Tag::select || parent.inSelect) && applySelectRules(node, parent, frame) == Entered::no)
             return Entered::no;
     } else if (node.space == Namespace::svg) {
@@ -245,12 +262,16 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     } else if (!passesThrough && frames_[parent.rowOwner].previousCell != Neighbour::none) {
         leaveCells(frames_[parent.rowOwner]);
     }
-    if (frame.style.display == Display::tableRow) openRow(parent, frame);
+    if (frame.style.display == Display::tableRow) {
+        openRow(parent, frame);
+    } else if (!passesThrough && frames_[parent.tableOwner].previousRow != Neighbour::none) {
+        leaveRows(frames_[parent.tableOwner], frame);
+    }
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
     } else {
-        openBox(node, frame);
+        openBox(node, parent, frame);
     }
     if (node.space == Namespace::html) {
         if (kLists.contains(node.tag)) openList(id, frame);
@@ -285,7 +306,10 @@ Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& pare
 /// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
 void Renderer::applySvgRules(const Node& node, Frame& frame) const {
     if (node.tag == Tag::svg) frame.textRole = TextRole::suppressed;
-    if (node.tag == Tag::text || node.tag == Tag::foreignObject) frame.textRole = TextRole::shown;
+    if (node.tag == Tag::text || node.tag == Tag::foreignObject) {
+        frame.textRole = TextRole::shown;
+        frame.style.display = Display::block;
+    }
 }
 
 void Renderer::drawReplaced(const Frame& frame) {
@@ -335,7 +359,7 @@ void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& fra
 }
 
 /// The box that the display type makes, and the line breaks before it.
-void Renderer::openBox(const Node& node, Frame& frame) {
+void Renderer::openBox(const Node& node, const Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -355,7 +379,14 @@ void Renderer::openBox(const Node& node, Frame& frame) {
         frame.breaksLine = true;
         frame.requiredLineBreaks = 1;
         break;
-    case Display::tableCell: frame.breaksLine = true; break;
+    case Display::tableCell:
+    case Display::tableRow:
+    case Display::tableRowGroup:
+        // CSS 2, 17.2.1: the table that it is put into is an inline one among inline boxes.
+        frame.ownContent = parent.style.display == Display::inline_;
+        if (frame.ownContent) frame.outer = collector_.enterContent();
+        frame.breaksLine = true;
+        break;
     default: break;
     }
     switch (frame.style.display) {
@@ -372,21 +403,28 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
     if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
-    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    requireLineBreaks(frame);
     if (frame.breaksLine) collector_.endLine();
+}
+
+/// Those before and after an element. Where its box is a part of the line, as of a paragraph in a row of others, so is the space.
+void Renderer::requireLineBreaks(const Frame& frame) {
+    if (frame.requiredLineBreaks > 0 && !frame.breaksLine) collector_.writePending();
+    collector_.requireLineBreaks(frame.requiredLineBreaks);
 }
 
 /// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
 void Renderer::openCell(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.rowOwner].previousCell;
+    if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
 /// CSS 2, 17.2.1: what is no cell is put into one that has no element; as in browsers, the cell before is not the last then.
+/// Outside of a table it parts two tables.
 void Renderer::leaveCells(Frame& row) {
-    const bool isRow = row.style.display == Display::tableRow;
-    if (isRow && row.previousCell == Neighbour::visible)
+    if (isInsideTable(row.style.display) && row.previousCell == Neighbour::visible)
         collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     row.previousCell = Neighbour::none;
 }
@@ -394,8 +432,16 @@ void Renderer::leaveCells(Frame& row) {
 /// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
 void Renderer::openRow(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.tableOwner].previousRow;
+    if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal('\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
+}
+
+/// The same for rows. A group has rows of its own, and a caption stands outside.
+void Renderer::leaveRows(Frame& table, const Frame& box) {
+    if (box.style.display == Display::tableRowGroup || box.style.display == Display::tableCaption) return;
+    if (isInsideTable(table.style.display) && table.previousRow == Neighbour::visible) collector_.literal('\n');
+    table.previousRow = Neighbour::none;
 }
 
 void Renderer::enterNoted(const Node& node) {
@@ -453,7 +499,7 @@ void Renderer::leave(NodeId id) {
     if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
-    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    requireLineBreaks(frame);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
     frames_.pop_back();
     styles_.leave();

@@ -65,14 +65,17 @@ LineState TextCollector::enterContent() {
     return outer;
 }
 
+void TextCollector::writePending() {
+    if (line_.pending != LineState::Space::visible || required_ > 0) return;
+    write(" ");
+    line_.removable = sink_.size();
+    line_.pending = LineState::Space::none;
+    line_.atStart = true; // more collapsible space belongs to the one written
+}
+
 LineState TextCollector::enterOutOfFlow() {
-    LineState outer = line_;
-    if (line_.pending == LineState::Space::visible && required_ == 0) {
-        write(" ");
-        outer.removable = sink_.size();
-        outer.pending = LineState::Space::none;
-        outer.atStart = true; // more collapsible space belongs to the one written
-    }
+    writePending();
+    const LineState outer = line_;
     line_ = LineState{};
     return outer;
 }

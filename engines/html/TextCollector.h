@@ -45,9 +45,12 @@ public:
         if (line_.pending == LineState::Space::none) opportunity_ = sink_.size();
     }
 
+    /// A collapsed space is written now, and taken back if the line ends after it.
+    void writePending();
+
     /// Content that stands outside of the line around it (a float, an inline block) has lines of its own.
     [[nodiscard]] LineState enterContent();
-    /// The same for content that stays out of the flow: the space before it is written now, and goes if the line ends after it.
+    /// The same for content that stays out of the flow, after `writePending`.
     [[nodiscard]] LineState enterOutOfFlow();
     void leaveContent(const LineState& outer) { line_ = outer; }
 

@@ -65,6 +65,11 @@ constexpr HidingCase kCascade[] = {
     {"p{visibility:hidden}b{visibility:visible}", "<p>x<b>1</b></p>", "1"},
     {"p{display:initial}b{display:inherit}", "<div><b>1</b></div><b>2</b>", "1\n2"},
     {"b{DISPLAY:NONE}", "<b>x</b>1", "1"},
+    {"p{all:initial}", "1 <p hidden>2</p>", "1 \n\n2"},
+    {"div{visibility:hidden;white-space:pre}p{all:initial}", "<div>x<p>1  2</p></div>3", "1 2\n\n3"},
+    {"b{display:none}.a{all:revert}", "<b>x</b><b class=a>1</b>", "1"},
+    {"b{ALL:unset!important}b{display:none}", "<b>1</b>", "1"},
+    {"b{all:none}", "<p hidden><b>x</b></p>1", "1"},
     {"b{display:block flow}i{display:inline flex}", "1<b>2</b>3<i><u>4</u></i>", "1\n2\n3\n4"},
 };
 INSTANTIATE_TEST_SUITE_P(Cascade, StyleSheets, testing::ValuesIn(kCascade));

@@ -41,6 +41,7 @@ constexpr Case kPreserving[] = {
     {"<pre>\n a</pre>", " a"},
     {"<pre><table><td>a  b</table></pre>", "a b"}, // in quirks mode
     {"<!DOCTYPE html><pre><table><td>a  b</table></pre>", "a  b"},
+    {"<!DOCTYPE html><pre><table><td nowrap>a  b<th NOWRAP>c  d</table></pre>", "a b\tc d"},
     {"<div style='white-space:pre-wrap'>a \n\tb</div>", "a \n\tb"},
     {"<div style='white-space:pre-line'>a \n  b  c</div>", "a\nb c"},
     {"<div style='white-space:nowrap'>a\n  b</div>", "a b"},
