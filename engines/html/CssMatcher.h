@@ -1,6 +1,7 @@
 // Which declarations of the author's style sheets apply to an element: selector matching and the cascade.
 #pragma once
 
+#include "engines/html/Ascii.h"
 #include "engines/html/CssStyleSheets.h"
 #include "engines/html/HtmlTree.h"
 
@@ -99,7 +100,7 @@ private:
         std::array<std::uint32_t, 3> ancestors;
     };
     using Bucket = std::vector<Candidate>;
-    /// Buckets by class or id. Most names that are looked for are in none.
+    /// Buckets by class or id, in any letter case. Most names that are looked for are in none.
     class Buckets {
     public:
         Bucket& operator[](std::string_view name);
@@ -109,7 +110,13 @@ private:
     private:
         static constexpr std::size_t kBits = 1024;
         std::array<std::uint64_t, kBits / 64> mayHold_{};
-        std::unordered_map<std::string_view, Bucket> byName_;
+        struct Hash {
+            std::size_t operator()(std::string_view name) const;
+        };
+        struct Equal {
+            bool operator()(std::string_view a, std::string_view b) const { return equalsIgnoringCase(a, b); }
+        };
+        std::unordered_map<std::string_view, Bucket, Hash, Equal> byName_;
     };
     /// The outcome of matching from one compound leftwards: `never` means that no other ancestor can help either.
     enum class Outcome { matches, fails, never };
@@ -144,6 +151,7 @@ private:
 
     const HtmlTree& tree_;
     const CssStyleSheets& sheets_;
+    LetterCase nameCase_; ///< of classes and ids: Selectors 4, sections 6.6 and 6.7, ignored in quirks mode
     Buckets byId_;
     Buckets byClass_;
     std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too

@@ -129,9 +129,10 @@ private:
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
     void openBox(const Node& node, const Frame& parent, Frame& frame);
     void requireLineBreaks(const Frame& frame);
+    void followTableParts(const Frame& parent, const Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
     void leaveCells(Frame& row);
-    void leaveRows(Frame& table, const Frame& box);
+    void leaveRows(Frame& table);
     void openRow(const Frame& parent, const Frame& frame);
     void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
@@ -157,6 +158,7 @@ RenderedText Renderer::render() {
         const Frame outside;
         styleFrame(html, outside, frames_.back());
         styles_.enter(html);
+        frames_.back().style.display = blockified(frames_.back().style.display); // CSS Display 3, section 2.7
         const bool shown = frames_.back().style.display != Display::none;
         for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.node(child).next())
             if (tree_.node(child).tag != Tag::head) walk(child);
@@ -201,7 +203,13 @@ void Renderer::enterText(NodeId node) {
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = tree_.text(node);
     if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
-    if (frame.previousCell != Neighbour::none && text::skipBlanks(text, 0) < text.size()) leaveCells(frames_.back());
+    Frame& row = frames_[frame.rowOwner];
+    Frame& table = frames_[frame.tableOwner];
+    const bool followsPart = row.previousCell != Neighbour::none || table.previousRow != Neighbour::none;
+    if (followsPart && (frame.style.whiteSpace != WhiteSpace::normal || text::skipBlanks(text, 0) < text.size())) {
+        leaveCells(row);
+        leaveRows(table);
+    }
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
@@ -257,20 +265,11 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
-    if (frame.style.display == Display::tableCell) {
-        openCell(parent, frame);
-    } else if (!passesThrough && frames_[parent.rowOwner].previousCell != Neighbour::none) {
-        leaveCells(frames_[parent.rowOwner]);
-    }
-    if (frame.style.display == Display::tableRow) {
-        openRow(parent, frame);
-    } else if (!passesThrough && frames_[parent.tableOwner].previousRow != Neighbour::none) {
-        leaveRows(frames_[parent.tableOwner], frame);
-    }
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
     } else {
+        followTableParts(parent, frame);
         openBox(node, parent, frame);
     }
     if (node.space == Namespace::html) {
@@ -383,7 +382,7 @@ void Renderer::openBox(const Node& node, const Frame& parent, Frame& frame) {
     case Display::tableRow:
     case Display::tableRowGroup:
         // CSS 2, 17.2.1: the table that it is put into is an inline one among inline boxes.
-        frame.ownContent = parent.style.display == Display::inline_;
+        frame.ownContent = frames_[parent.rowOwner].style.display == Display::inline_;
         if (frame.ownContent) frame.outer = collector_.enterContent();
         frame.breaksLine = true;
         break;
@@ -413,6 +412,24 @@ void Renderer::requireLineBreaks(const Frame& frame) {
     collector_.requireLineBreaks(frame.requiredLineBreaks);
 }
 
+/// What a box means to the cells and rows before it.
+void Renderer::followTableParts(const Frame& parent, const Frame& frame) {
+    if (frame.style.display == Display::tableCell) {
+        openCell(parent, frame);
+    } else if (frames_[parent.rowOwner].previousCell != Neighbour::none) {
+        leaveCells(frames_[parent.rowOwner]);
+    }
+    if (frame.style.display == Display::tableRow) {
+        openRow(parent, frame);
+    } else if (frames_[parent.tableOwner].previousRow != Neighbour::none) {
+        if (frame.style.display == Display::tableRowGroup) {
+            collector_.endLine();
+        } else if (frame.style.display != Display::tableCaption) {
+            leaveRows(frames_[parent.tableOwner]);
+        }
+    }
+}
+
 /// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
 void Renderer::openCell(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.rowOwner].previousCell;
@@ -437,10 +454,11 @@ void Renderer::openRow(const Frame& parent, const Frame& frame) {
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
-/// The same for rows. A group has rows of its own, and a caption stands outside.
-void Renderer::leaveRows(Frame& table, const Frame& box) {
-    if (box.style.display == Display::tableRowGroup || box.style.display == Display::tableCaption) return;
-    if (isInsideTable(table.style.display) && table.previousRow == Neighbour::visible) collector_.literal('\n');
+/// The same for rows.
+void Renderer::leaveRows(Frame& table) {
+    if (isInsideTable(table.style.display) && table.style.display != Display::tableRow &&
+        table.previousRow == Neighbour::visible)
+        collector_.literal('\n');
     table.previousRow = Neighbour::none;
 }
 

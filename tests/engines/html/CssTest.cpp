@@ -47,6 +47,8 @@ constexpr HidingCase kSelectors[] = {
     {"b:hover,b::before{display:none}", "<b>1</b>", "1"},
     {"b:unknown,i{display:none}", "<i>1</i>", "1"},
     {".sm\\:h{display:none}.\\31 0{display:none}", "<b class='sm:h'>x</b><b class=10>y</b>1", "1"},
+    {"*b,.h*,.g b.hb{}b{display:none}", "<b>x</b>1", "1"},
+    {"i,*b{display:none}", "<i>1</i><b>2</b>", "12"},
     {"B.H{display:none}", "<b class=H>x</b><b class=h>1</b>", "1"},
 };
 INSTANTIATE_TEST_SUITE_P(Selectors, StyleSheets, testing::ValuesIn(kSelectors));
@@ -110,6 +112,13 @@ constexpr HidingCase kSyntax[] = {
     {"b{}}i{display:none}", "1<b>2</b>", "12"},
 };
 INSTANTIATE_TEST_SUITE_P(Syntax, StyleSheets, testing::ValuesIn(kSyntax));
+
+TEST(StyleSheets, classesAndIdsAreComparedWithoutCaseInQuirksMode) {
+    constexpr const char* kPage = "<style>.NoPrint{display:none}p#I.B{display:none}</style>"
+                                  "<b class='A noprint'>1</b><p id=i class='a b'>2</p>3";
+    EXPECT_EQ(textOf(kPage), "3");
+    EXPECT_EQ(textOf("<!DOCTYPE html>" + std::string(kPage)), "1\n\n2\n\n3");
+}
 
 TEST(StyleSheets, otherMediaAndTypesAreNotRead) {
     EXPECT_EQ(textOf("<style media=print>b{display:none}</style><b>1</b>"), "1");

@@ -140,6 +140,12 @@ constexpr Case kTables[] = {
     // Between cells and rows: what is none makes one, or parts two tables.
     {"<div style='display:table-row'><i style='display:table-cell'>1</i>2</div>", "1\t2"},
     {"<div style='display:table'><i style='display:table-cell'>1</i> <div>2</div></div>", "1\t\n2"},
+    {"<div style='white-space:pre'><i style='display:table-cell'>1</i> <i style='display:table-cell'>2</i></div>",
+     "1 2"},
+    {"<div style='display:table'><i style='display:table-row'>1</i>2<i style='display:table-row'>3</i></div>", "1\n23"},
+    {"<table><td style='display:table-row'>1<td>2</table>", "12"},
+    {"<table style='display:inline'><tr><td>1</tbody> <tbody><tr><td>2</table> 3", "1\n2 3"},
+    {"<b><i style='display:contents'>1 <u style='display:table-cell'>2</u></i> 3</b>", "1 2 3"},
     {"<i style='display:table-cell'>1</i>2<i style='display:table-cell'>3</i>", "123"},
     {"<table><tr><td>1<tr style='display:grid'><td>2</table>", "1\n\n2"},
     {"<table><tr><td>1<tr style='display:contents'><td>2<tbody><tr><td>3</table>", "1\n23"},
