@@ -32,7 +32,8 @@ struct Frame {
     TextRole textRole = TextRole::shown;
     Neighbour previousCell = Neighbour::none; ///< the cell before in this row
     Neighbour previousRow = Neighbour::none;  ///< the row before in this table
-    bool dropsWhiteSpace = false;             ///< text of nothing but white space makes no box here
+    bool dropsWhiteSpace = false; ///< text of nothing but white space makes no box here but after other text
+    bool afterText = false;       ///< of those: other text is what came last
     bool blockifiesChildren = false;
     bool breaksLine = false; ///< a block: ends the line before and after
     bool inSelect = false;
@@ -129,7 +130,7 @@ private:
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
     void openBox(const Node& node, const Frame& parent, Frame& frame);
     void requireLineBreaks(const Frame& frame);
-    void followTableParts(const Frame& parent, const Frame& frame);
+    void followSiblings(const Frame& parent, const Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
     void leaveCells(Frame& row);
     void leaveRows(Frame& table);
@@ -202,8 +203,11 @@ void Renderer::enterText(NodeId node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = tree_.text(node);
-    if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
-    Frame& row = frames_[frame.rowOwner];
+    Frame& row = frames_[frame.rowOwner]; // or whatever box it is in
+    if (frame.dropsWhiteSpace && !row.afterText) {
+        if (text::skipBlanks(text, 0) == text.size()) return;
+        row.afterText = true;
+    }
     Frame& table = frames_[frame.tableOwner];
     const bool followsPart = row.previousCell != Neighbour::none || table.previousRow != Neighbour::none;
     if (followsPart && (frame.style.whiteSpace != WhiteSpace::normal || text::skipBlanks(text, 0) < text.size())) {
@@ -246,6 +250,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         return Entered::no;
     }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
+    // CSS Flexible Box Layout 1, section 4: text that stands together is an item, which ends even at a box out of the flow.
+    if (parent.blockifiesChildren && frame.style.display != Display::contents) collector_.endLine();
     if (isReplaced(tree_, id)) {
         drawReplaced(frame);
         return Entered::no;
@@ -269,7 +275,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
     } else {
-        followTableParts(parent, frame);
+        followSiblings(parent, frame);
         openBox(node, parent, frame);
     }
     if (node.space == Namespace::html) {
@@ -412,8 +418,9 @@ void Renderer::requireLineBreaks(const Frame& frame) {
     collector_.requireLineBreaks(frame.requiredLineBreaks);
 }
 
-/// What a box means to the cells and rows before it.
-void Renderer::followTableParts(const Frame& parent, const Frame& frame) {
+/// What a box means to the cells, rows and other text before it.
+void Renderer::followSiblings(const Frame& parent, const Frame& frame) {
+    frames_[parent.rowOwner].afterText = false;
     if (frame.style.display == Display::tableCell) {
         openCell(parent, frame);
     } else if (frames_[parent.rowOwner].previousCell != Neighbour::none) {

@@ -77,6 +77,12 @@ constexpr Case kDisplayTypes[] = {
     {"<style>input{display:block}</style>1<input type=Hidden>2<input>3", "12\n3"},
     {"<table><tr><td>1</td><form><td>2</td></form></tr></table>", "1\t2"},
     {"<style>form{display:block}</style><table><form><tr><td>1</table><form>2</form>", "1\n2"},
+    // Text that stands together in a container of boxes.
+    {"<div style='display:flex'>1<!-- --> <!-- -->2<script></script> <b hidden></b>3</li> </div>4", "1 2 3\n4"},
+    {"<div style='display:flex'>1<!-- --> <b>2</b> <!-- --> <b>3</b></div>", "1\n2\n3"},
+    {"<div style='display:flex'>1<i style='display:contents'>2</i> <i style='display:contents'>3</i></div>", "12 3"},
+    {"<div style='display:grid'>1 <b style='position:absolute'>2</b> 3<img style='float:left'> 4</div>", "1\n2\n3\n4"},
+    {"<div style='display:table-row'>1<!-- --> <b>2</b> <b>3</b></div>", "1 23"},
     // Others.
     {"<fieldset><legend style='display:inline'>1</legend>2</fieldset>", "1\n2"},
     {"<legend style='display:inline'>1</legend>2", "12"},
