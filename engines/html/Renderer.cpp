@@ -95,10 +95,9 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
     return parseInteger(*value);
 }
 
-/// Elements with a say in the line that is neither text nor a box.
-constexpr TagSet kNoted{Tag::q, Tag::wbr};
-/// HTML, 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
-constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::svg};
+/// HTML, 15.3.13 and 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
+constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::fieldset, Tag::svg};
+constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -135,7 +134,6 @@ private:
     void leaveCells(Frame& row);
     void leaveRows(Frame& table);
     void openRow(const Frame& parent, const Frame& frame);
-    void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
     void openListItem(NodeId element, Frame& frame);
     [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
@@ -228,7 +226,8 @@ void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
     const Node& node = tree_.node(element);
     if (isNeverShown(tree_, element, parent.tag)) style.display = Display::none;
     if (style.display == Display::inline_ && kDrawnAsAWhole.contains(node.tag)) style.display = Display::inlineBlock;
-    const bool isLegend = parent.tag == Tag::fieldset && node.tag == Tag::legend; // HTML, 15.3.13
+    if (style.display == Display::contents && kNoContents.contains(node.tag)) style.display = Display::none;
+    const bool isLegend = node.tag == Tag::legend; // HTML, 15.3.13; as in browsers, outside of a fieldset too
     if (isOutOfFlow(style) || parent.blockifiesChildren || isLegend) style.display = blockified(style.display);
 }
 
@@ -247,6 +246,10 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         if (frame.style.display == Display::contents) return Entered::no;
         collector_.endLine();
         if (isVisible(frame) && parent.textRole != TextRole::suppressed) collector_.literal('\n');
+        return Entered::no;
+    }
+    if (node.tag == Tag::wbr && node.space == Namespace::html) {
+        if (frame.style.display != Display::contents) collector_.breakOpportunity();
         return Entered::no;
     }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
@@ -283,7 +286,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, const Frame& parent, Frame& 
         const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
         if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
-    if (kNoted.contains(node.tag)) enterNoted(node);
+    if (isQuotation(node)) collector_.atomicBox();
     if (frame.style.generatesContent) generateContent(node, frame);
     frame.writtenBefore = collector_.written();
     styles_.enter(id);
@@ -300,6 +303,7 @@ Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& pare
         return Entered::yes;
     }
     if (parent.textRole != TextRole::suppressed) return Entered::yes;
+    if (frame.style.display == Display::inline_) frame.style.display = Display::block;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
@@ -467,14 +471,6 @@ void Renderer::leaveRows(Frame& table) {
         table.previousRow == Neighbour::visible)
         collector_.literal('\n');
     table.previousRow = Neighbour::none;
-}
-
-void Renderer::enterNoted(const Node& node) {
-    if (isQuotation(node)) {
-        collector_.atomicBox();
-    } else if (node.space == Namespace::html) {
-        collector_.breakOpportunity();
-    }
 }
 
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.

@@ -112,7 +112,7 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
 
 constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
                            Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame};
-constexpr TagSet kMaybeNeverShown{Tag::audio, Tag::form, Tag::input, Tag::template_};
+constexpr TagSet kMaybeNeverShown{Tag::audio, Tag::form, Tag::input, Tag::noembed, Tag::template_};
 constexpr TagSet kTableParts{Tag::table, Tag::thead, Tag::tbody, Tag::tfoot, Tag::tr};
 
 /// HTML, 4.8.7: whether an object that cannot be embedded has something to show in its place.

@@ -12,8 +12,8 @@ void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, S
 /// The display type that an element has by its name alone.
 [[nodiscard]] Display defaultDisplay(const Node& element);
 
-/// True for an element that no style shows: 15.3's rules that are marked as important, and a template, whose contents are elsewhere.
-/// `parent` is the element of HTML around it.
+/// True for an element that no style shows: 15.3's rules that are marked as important, a template, whose contents are elsewhere, and,
+/// as in browsers, the markup in a noembed. `parent` is the element of HTML around it.
 [[nodiscard]] bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent);
 
 /// True for an element that is drawn as one box whatever its children are: its content gives no text.

@@ -71,7 +71,10 @@ constexpr Case kDisplayTypes[] = {
     {"1 <object data=x><param name=y> </object> 2", "1  2"},
     {"1 <object data=x> <i>2</i></object>", "1 2"},
     {"1 <keygen> 2", "1 2"},
+    {"<style>*{display:block}</style>1<wbr>2<p style='display:flex'>3<wbr>4", "12\n\n34"},
+    {"1<select style='display:contents'><option>2</select><canvas style='display:contents'>3</canvas>4", "14"},
     // Never shown.
+    {"<style>*{display:block}</style>1<noembed>2</noembed>", "1"},
     {"1<template style='display:block'>2</template>3", "13"},
     {"1<audio style='display:block'>2</audio>3", "13"},
     {"<style>input{display:block}</style>1<input type=Hidden>2<input>3", "12\n3"},
@@ -85,7 +88,9 @@ constexpr Case kDisplayTypes[] = {
     {"<div style='display:table-row'>1<!-- --> <b>2</b> <b>3</b></div>", "1 23"},
     // Others.
     {"<fieldset><legend style='display:inline'>1</legend>2</fieldset>", "1\n2"},
-    {"<legend style='display:inline'>1</legend>2", "12"},
+    {"<legend style='display:inline'>1</legend>2", "1\n2"},
+    {"1 <fieldset style='display:inline'></fieldset> 2", "1  2"},
+    {"<style>option{display:inline}</style><select><option>1<option>2</select>3", "1\n2\n3"},
     {"1 <b style='display:inline list-item'>2</b> 3", "1 2 3"},
     {"1 <p style='display:inline'>2 </p>3", "1 \n\n2 \n\n3"},
     {"<p>1 <p style='display:inline'> </p>", "1"},
