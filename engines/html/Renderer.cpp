@@ -98,6 +98,9 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
 /// HTML, 15.3.13 and 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
 constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::fieldset, Tag::svg};
 constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
+/// Of which there is something that style cannot change: these, and what may never be shown.
+constexpr TagSet kRuled{Tag::select, Tag::button, Tag::fieldset, Tag::legend, Tag::svg,     Tag::object,
+                        Tag::canvas, Tag::audio,  Tag::form,     Tag::input,  Tag::noembed, Tag::template_};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -122,6 +125,7 @@ private:
     void enterText(NodeId node);
 
     void styleFrame(NodeId element, const Frame& parent, Frame& frame);
+    void applyImportantRules(NodeId element, const Frame& parent, Style& style) const;
     Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
@@ -223,12 +227,18 @@ void Renderer::styleFrame(NodeId element, const Frame& parent, Frame& frame) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
+    if (kRuled.contains(tree_.node(element).tag)) applyImportantRules(element, parent, style);
+    if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
+}
+
+/// What style cannot change.
+void Renderer::applyImportantRules(NodeId element, const Frame& parent, Style& style) const {
     const Node& node = tree_.node(element);
     if (isNeverShown(tree_, element, parent.tag)) style.display = Display::none;
     if (style.display == Display::inline_ && kDrawnAsAWhole.contains(node.tag)) style.display = Display::inlineBlock;
     if (style.display == Display::contents && kNoContents.contains(node.tag)) style.display = Display::none;
-    const bool isLegend = node.tag == Tag::legend; // HTML, 15.3.13; as in browsers, outside of a fieldset too
-    if (isOutOfFlow(style) || parent.blockifiesChildren || isLegend) style.display = blockified(style.display);
+    // HTML, 15.3.13; as in browsers, outside of a fieldset too.
+    if (node.tag == Tag::legend) style.display = blockified(style.display);
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {

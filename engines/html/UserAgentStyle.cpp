@@ -112,7 +112,6 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
 
 constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
                            Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame};
-constexpr TagSet kMaybeNeverShown{Tag::audio, Tag::form, Tag::input, Tag::noembed, Tag::template_};
 constexpr TagSet kTableParts{Tag::table, Tag::thead, Tag::tbody, Tag::tfoot, Tag::tr};
 
 /// HTML, 4.8.7: whether an object that cannot be embedded has something to show in its place.
@@ -201,7 +200,7 @@ Display defaultDisplay(const Node& element) {
 
 bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent) {
     const Node& node = tree.node(element);
-    if (!kMaybeNeverShown.contains(node.tag) || node.space != Namespace::html) return false;
+    if (node.space != Namespace::html) return false;
     switch (node.tag) {
     case Tag::audio: return !tree.has(element, AttributeName::controls);
     case Tag::form: return kTableParts.contains(parent);
@@ -209,7 +208,9 @@ bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent) {
         const auto type = tree.attribute(element, AttributeName::type);
         return type && equalsIgnoringCase(*type, "hidden");
     }
-    default: return true;
+    case Tag::noembed:
+    case Tag::template_: return true;
+    default: return false;
     }
 }
 
