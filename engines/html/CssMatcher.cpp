@@ -1,6 +1,5 @@
 #include "engines/html/CssMatcher.h"
 
-#include "engines/html/Ascii.h"
 #include "text/ByteScan.h"
 
 #include <cstring>
@@ -42,7 +41,7 @@ bool anyWord(std::string_view text, Function each) {
     return false;
 }
 
-/// True when `word`, which holds no white space, is one of the words of a text.
+/// True when `word`, which holds no white space, is one of the words of a text, letter case regarded.
 bool holdsWord(std::string_view text, std::string_view word) {
     for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
         const std::size_t end = at + word.size();
@@ -61,7 +60,7 @@ int rank(const SimpleSelector& simple) {
     }
 }
 
-/// A hash of a name from its size, its first and its last bytes; never 0.
+/// A hash of a name from its size, its first and its last bytes, the same in any case of ASCII letters; never 0.
 std::uint32_t hashOf(std::string_view name) {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
@@ -72,6 +71,9 @@ std::uint32_t hashOf(std::string_view name) {
         for (const char c : name)
             first = first << 8 | static_cast<unsigned char>(c);
     }
+    constexpr std::uint32_t kLowerCase = 0x20202020;
+    first |= kLowerCase;
+    last |= kLowerCase;
     constexpr std::uint32_t kOdd = 0x9E3779B1; // 2 to the power of 32 over the golden ratio
     return (((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12) + 1;
 }
@@ -96,6 +98,14 @@ bool anyLooksAround(const SelectorPool& pool) {
 
 } // namespace
 
+/// FNV-1a over the lower-case letters: hashOf looks at too little of a name for a map.
+std::size_t CssMatcher::Buckets::Hash::operator()(std::string_view name) const {
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(toLower(c))) * 0x100000001B3;
+    return hash;
+}
+
 CssMatcher::Bucket& CssMatcher::Buckets::operator[](std::string_view name) {
     const std::uint32_t hash = hashOf(name) % kBits;
     mayHold_[hash / 64] |= std::uint64_t{1} << (hash % 64);
@@ -112,6 +122,7 @@ const CssMatcher::Bucket* CssMatcher::Buckets::find(std::string_view name, std::
 CssMatcher::CssMatcher(const HtmlTree& tree, const CssStyleSheets& sheets)
     : tree_(tree)
     , sheets_(sheets)
+    , nameCase_(tree.isQuirky() ? LetterCase::ignored : LetterCase::asWritten)
     , looksAround_(anyLooksAround(sheets.selectors())) {
     const bool generates = anyContent(sheets);
     for (std::uint32_t rule = 0; rule < sheets.rules().size(); ++rule)
@@ -287,7 +298,8 @@ bool CssMatcher::hasClass(NodeId element, std::string_view name) {
     const auto classes = tree_.attribute(element, AttributeName::class_);
     if (!classes) return false;
     spend(classes->size() / 16);
-    return holdsWord(*classes, name);
+    if (nameCase_ == LetterCase::asWritten) return holdsWord(*classes, name);
+    return anyWord(*classes, [&](std::string_view word) { return equalsIgnoringCase(word, name); });
 }
 
 bool CssMatcher::isEmpty(NodeId element) {
@@ -305,7 +317,7 @@ bool CssMatcher::matchesSimple(const SimpleSelector& simple, const Subject& subj
     case SelectorKind::type: return tree_.text(element) == simple.name;
     case SelectorKind::id: {
         const auto id = tree_.attribute(element, AttributeName::id);
-        return id && *id == simple.name;
+        return id && equals(*id, simple.name, nameCase_);
     }
     case SelectorKind::className: return hasClass(element, simple.name);
     case SelectorKind::attribute: return matchesAttribute(simple, element);

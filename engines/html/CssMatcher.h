@@ -1,6 +1,7 @@
 // Which declarations of the author's style sheets apply to an element: selector matching and the cascade.
 #pragma once
 
+#include "engines/html/Ascii.h"
 #include "engines/html/CssStyleSheets.h"
 #include "engines/html/ElementTrail.h"
 #include "engines/html/HtmlTree.h"
@@ -14,9 +15,12 @@ namespace quillow::html {
 class CascadedValues {
 public:
     void apply(const CssDeclaration& declaration, std::uint64_t priority) {
-        Entry& entry = entries_[static_cast<std::size_t>(declaration.property)];
-        if (entry.priority > priority) return;
-        entry = {priority, declaration.value};
+        if (declaration.property == CssProperty::all) {
+            for (Entry& entry : entries_)
+                apply(entry, declaration.value, priority);
+        } else {
+            apply(entries_[static_cast<std::size_t>(declaration.property)], declaration.value, priority);
+        }
         any_ = true;
     }
     /// True when any declaration applied.
@@ -32,6 +36,10 @@ private:
         std::uint64_t priority = 0;
         std::uint8_t value = 0;
     };
+    static void apply(Entry& entry, std::uint8_t value, std::uint64_t priority) {
+        if (entry.priority <= priority) entry = {priority, value};
+    }
+
     std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_{};
     bool any_ = false;
 };
@@ -96,7 +104,7 @@ private:
         std::array<std::uint32_t, 3> ancestors;
     };
     using Bucket = std::vector<Candidate>;
-    /// Buckets by class or id. Most names that are looked for are in none.
+    /// Buckets by class or id, in any letter case. Most names that are looked for are in none.
     class Buckets {
     public:
         Bucket& operator[](std::string_view name);
@@ -106,7 +114,13 @@ private:
     private:
         static constexpr std::size_t kBits = 1024;
         std::array<std::uint64_t, kBits / 64> mayHold_{};
-        std::unordered_map<std::string_view, Bucket> byName_;
+        struct Hash {
+            std::size_t operator()(std::string_view name) const;
+        };
+        struct Equal {
+            bool operator()(std::string_view a, std::string_view b) const { return equalsIgnoringCase(a, b); }
+        };
+        std::unordered_map<std::string_view, Bucket, Hash, Equal> byName_;
     };
     /// An element that selectors are held against. Without a place where no selector looks around.
     struct Subject {
@@ -146,6 +160,7 @@ private:
 
     const HtmlTree& tree_;
     const CssStyleSheets& sheets_;
+    LetterCase nameCase_; ///< of classes and ids: Selectors 4, sections 6.6 and 6.7, ignored in quirks mode
     Buckets byId_;
     Buckets byClass_;
     std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too

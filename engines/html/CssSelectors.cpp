@@ -251,6 +251,7 @@ bool SelectorParser::parseCompound(CompoundSelector& compound) {
             break;
         default: break;
         }
+        if (any && (token_.type == CssTokenType::ident || isDelimiter('*'))) return false; // a type comes first
         if (!parseSimple(compound)) return false;
         any = true;
     }

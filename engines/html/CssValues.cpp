@@ -65,11 +65,17 @@ constexpr Keyword kVisibility[] = {
 };
 
 constexpr Keyword kWhiteSpace[] = {
-    {"normal", number(WhiteSpace::normal)},           {"nowrap", number(WhiteSpace::normal)},
-    {"collapse", number(WhiteSpace::normal)},         {"pre", number(WhiteSpace::preserve)},
-    {"pre-wrap", number(WhiteSpace::preserve)},       {"break-spaces", number(WhiteSpace::preserve)},
-    {"preserve", number(WhiteSpace::preserve)},       {"-moz-pre-wrap", number(WhiteSpace::preserve)},
-    {"pre-line", number(WhiteSpace::preserveBreaks)}, {"preserve-breaks", number(WhiteSpace::preserveBreaks)},
+    {"normal", number(WhiteSpace::normal)},
+    {"nowrap", number(WhiteSpace::normal)},
+    {"collapse", number(WhiteSpace::normal)},
+    {"pre", number(WhiteSpace::preserve)},
+    {"pre-wrap", number(WhiteSpace::preserve)},
+    {"break-spaces", number(WhiteSpace::preserve)},
+    {"wrap", number(WhiteSpace::normal)},
+    {"preserve", number(WhiteSpace::preserve)},
+    {"-moz-pre-wrap", number(WhiteSpace::preserve)},
+    {"pre-line", number(WhiteSpace::preserveBreaks)},
+    {"preserve-breaks", number(WhiteSpace::preserveBreaks)},
 };
 
 constexpr Keyword kListStyle[] = {
@@ -128,6 +134,7 @@ constexpr std::array kProperties = {
     property("float", CssProperty::floating, kFloat),
     property("position", CssProperty::position, kPosition),
     property("content", CssProperty::content, kContent),
+    property("all", CssProperty::all, kWide),
 };
 
 const Property* findProperty(std::string_view name) {
@@ -148,12 +155,13 @@ std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_
     const auto is = [&](std::string_view name) {
         return equalsIgnoringCase(first, name) || equalsIgnoringCase(second, name);
     };
+    if (!findKeyword(kDisplay, first) || !findKeyword(kDisplay, second)) return std::nullopt;
     const bool inlineOutside = is("inline");
     if (!inlineOutside && !is("block") && !is("list-item")) return std::nullopt;
     if (is("flex") || is("grid")) return number(inlineOutside ? Display::inlineFlex : Display::flex);
     if (is("table")) return number(inlineOutside ? Display::inlineTable : Display::table);
     if (is("flow-root")) return number(inlineOutside ? Display::inlineBlock : Display::block);
-    if (is("list-item")) return number(Display::listItem);
+    if (is("list-item")) return number(inlineOutside ? Display::inline_ : Display::listItem);
     return number(inlineOutside ? Display::inline_ : Display::block);
 }
 
@@ -169,8 +177,12 @@ std::optional<std::uint8_t> valueOf(const Property& property, std::span<const st
     if (property.property == CssProperty::listStyle || property.property == CssProperty::whiteSpace) {
         // "none" beside another word is the list's image, "normal" the other half of white-space's initial value: both are 0.
         std::optional<std::uint8_t> found;
-        for (const std::string_view word : words)
-            if (const auto value = keyword(word); value && (!found || *value != 0)) found = value;
+        for (const std::string_view word : words) {
+            const auto value = keyword(word);
+            if (value && (!found || *value != 0)) found = value;
+            // Any other word of a list's style may name a style of the author's own.
+            if (!value && property.property == CssProperty::whiteSpace) return std::nullopt;
+        }
         return found;
     }
     if (property.property == CssProperty::display && words.size() == 2) return combinedDisplay(words[0], words[1]);
@@ -284,8 +296,9 @@ bool mayBeRelevant(std::string_view declaration) {
     const std::string_view start = declaration.substr(0, 3);
     if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
     const unsigned letters = packed(toLower(start[0]), toLower(start[1]), toLower(start[2]));
-    return letters == starts("con") || letters == starts("dis") || letters == starts("flo") ||
-           letters == starts("lis") || letters == starts("pos") || letters == starts("vis") || letters == starts("whi");
+    return letters == starts("all") || letters == starts("con") || letters == starts("dis") ||
+           letters == starts("flo") || letters == starts("lis") || letters == starts("pos") ||
+           letters == starts("vis") || letters == starts("whi");
 }
 
 } // namespace quillow::html

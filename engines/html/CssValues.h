@@ -17,7 +17,8 @@ enum class CssProperty : std::uint8_t {
     floating,
     position,
     content,
-    count
+    count,
+    all = count ///< stands for each of them
 };
 enum class Importance : std::uint8_t { normal, important };
 

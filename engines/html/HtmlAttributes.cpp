@@ -6,8 +6,9 @@ namespace {
 
 // In the order of the enumeration.
 constexpr std::array<std::string_view, static_cast<std::size_t>(AttributeName::count)> kNames = {
-    "",   "checked", "class", "color",   "controls", "disabled", "display", "encoding", "face",  "hidden", "href",
-    "id", "media",   "open",  "popover", "reversed", "selected", "size",    "start",    "style", "type",   "value",
+    "",         "align",    "checked",  "class", "color", "controls", "disabled", "display",
+    "encoding", "face",     "hidden",   "href",  "id",    "media",    "nowrap",   "open",
+    "popover",  "reversed", "selected", "size",  "start", "style",    "type",     "value",
 };
 static_assert(!kNames.back().empty());
 

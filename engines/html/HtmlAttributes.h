@@ -12,6 +12,7 @@ namespace quillow::html {
 /// Names that are C++ keywords end in an underscore.
 enum class AttributeName : std::uint8_t {
     unknown,
+    align,
     checked,
     class_,
     color,
@@ -24,6 +25,7 @@ enum class AttributeName : std::uint8_t {
     href,
     id,
     media,
+    nowrap,
     open,
     popover,
     reversed,

@@ -35,7 +35,8 @@ struct Frame {
     Neighbour previousRow = Neighbour::none;  ///< the row before in this table
     bool isSemantics = false;                 ///< MathML's "semantics": only its first element is shown
     bool sawElement = false;                  ///< of that
-    bool dropsWhiteSpace = false;             ///< text of nothing but white space makes no box here
+    bool dropsWhiteSpace = false; ///< text of nothing but white space makes no box here but after other text
+    bool afterText = false;       ///< of those: other text is what came last
     bool blockifiesChildren = false;
     bool breaksLine = false; ///< a block: ends the line before and after
     bool inSelect = false;
@@ -43,6 +44,7 @@ struct Frame {
     std::uint8_t requiredLineBreaks = 0;
     bool isListItem = false;
     std::int8_t numberStep = 1; ///< of a list
+    Tag tag = Tag::unknown;     ///< of an element of HTML
     GeneratedContent after;
     std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
     std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
@@ -68,6 +70,12 @@ Display blockified(Display display) {
     }
 }
 
+/// Of a table, or one of its parts that hold others.
+bool isInsideTable(Display display) {
+    return display == Display::table || display == Display::inlineTable || display == Display::tableRowGroup ||
+           display == Display::tableRow;
+}
+
 bool isOutOfFlow(const Style& style) {
     return style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
 }
@@ -90,8 +98,12 @@ std::optional<std::int64_t> integerAttribute(const HtmlTree& tree, NodeId elemen
     return parseInteger(*value);
 }
 
-/// Elements with a say in the line that is neither text nor a box.
-constexpr TagSet kNoted{Tag::q, Tag::wbr};
+/// HTML, 15.3.13 and 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
+constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::fieldset, Tag::svg};
+constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
+/// Of which there is something that style cannot change: these, and what may never be shown.
+constexpr TagSet kRuled{Tag::select, Tag::button, Tag::fieldset, Tag::legend, Tag::svg,     Tag::object,
+                        Tag::canvas, Tag::audio,  Tag::form,     Tag::input,  Tag::noembed, Tag::template_};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -115,16 +127,19 @@ private:
     void enterText(NodeId node);
 
     void styleFrame(NodeId element, Frame& parent, Frame& frame);
+    void applyImportantRules(NodeId element, const Frame& parent, Style& style) const;
     Entered applySelectRules(const Node& node, const Frame& parent, Frame& frame) const;
     void applySvgRules(const Node& node, Frame& frame) const;
     void drawReplaced(const Frame& frame);
     void generateContent(const Node& node, Frame& frame);
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
-    void openBox(const Node& node, Frame& frame);
+    void openBox(const Node& node, const Frame& parent, Frame& frame);
+    void requireLineBreaks(const Frame& frame);
+    void followSiblings(const Frame& parent, const Frame& frame);
     void openCell(const Frame& parent, const Frame& frame);
     void leaveCells(Frame& row);
+    void leaveRows(Frame& table);
     void openRow(const Frame& parent, const Frame& frame);
-    void enterNoted(const Node& node);
     void openList(NodeId element, Frame& frame);
     void openListItem(NodeId element, Frame& frame);
     [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
@@ -144,6 +159,7 @@ RenderedText Renderer::render() {
     Frame outside;
     styleFrame(html, outside, frames_.back());
     styles_.enter(html);
+    frames_.back().style.display = blockified(frames_.back().style.display); // CSS Display 3, section 2.7
     const bool shown = frames_.back().style.display != Display::none;
     for (NodeId child = tree_.firstChild(html); shown && child != kNoNode; child = tree_.next(child)) {
         if (tree_.node(child).tag != Tag::head) {
@@ -197,7 +213,17 @@ void Renderer::enterText(NodeId node) {
     const Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = tree_.characters(node);
-    if (frame.dropsWhiteSpace && text::skipBlanks(text, 0) == text.size()) return;
+    Frame& row = frames_[frame.rowOwner]; // or whatever box it is in
+    if (frame.dropsWhiteSpace && !row.afterText) {
+        if (text::skipBlanks(text, 0) == text.size()) return;
+        row.afterText = true;
+    }
+    Frame& table = frames_[frame.tableOwner];
+    const bool followsPart = row.previousCell != Neighbour::none || table.previousRow != Neighbour::none;
+    if (followsPart && (frame.style.whiteSpace != WhiteSpace::normal || text::skipBlanks(text, 0) < text.size())) {
+        leaveCells(row);
+        leaveRows(table);
+    }
     collector_.text(text, frame.style.whiteSpace, frame.style.visibility);
 }
 
@@ -209,7 +235,18 @@ void Renderer::styleFrame(NodeId element, Frame& parent, Frame& frame) {
         if (style.display == Display::none && !isMachinery(tree_.node(element)))
             style.display = defaultDisplay(tree_.node(element));
     }
+    if (kRuled.contains(tree_.node(element).tag)) applyImportantRules(element, parent, style);
     if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
+}
+
+/// What style cannot change.
+void Renderer::applyImportantRules(NodeId element, const Frame& parent, Style& style) const {
+    const Node& node = tree_.node(element);
+    if (isNeverShown(tree_, element, parent.tag)) style.display = Display::none;
+    if (style.display == Display::inline_ && kDrawnAsAWhole.contains(node.tag)) style.display = Display::inlineBlock;
+    if (style.display == Display::contents && kNoContents.contains(node.tag)) style.display = Display::none;
+    // HTML, 15.3.13; as in browsers, outside of a fieldset too.
+    if (node.tag == Tag::legend) style.display = blockified(style.display);
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
@@ -229,14 +266,21 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
         if (isVisible(frame) && parent.textRole != TextRole::suppressed) collector_.literal('\n');
         return Entered::no;
     }
+    if (node.tag == Tag::wbr && node.space == Namespace::html) {
+        if (frame.style.display != Display::contents) collector_.breakOpportunity();
+        return Entered::no;
+    }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
-    if (isReplaced(node)) {
+    // CSS Flexible Box Layout 1, section 4: text that stands together is an item, which ends even at a box out of the flow.
+    if (parent.blockifiesChildren && frame.style.display != Display::contents) collector_.endLine();
+    if (isReplaced(tree_, id)) {
         drawReplaced(frame);
         return Entered::no;
     }
     frame.textRole = parent.textRole;
     if (node.space == Namespace::html) {
         frame.inSelect = parent.inSelect;
+        frame.tag = node.tag;
         if ((node.tag == Tag::select || parent.inSelect) && applySelectRules(node, parent, frame) == Entered::no)
             return Entered::no;
     } else if (node.space == Namespace::svg) {
@@ -250,24 +294,19 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     const bool passesThrough = frame.style.display == Display::contents;
     frame.rowOwner = passesThrough ? parent.rowOwner : index;
     frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
-    if (frame.style.display == Display::tableCell) {
-        openCell(parent, frame);
-    } else if (!passesThrough && frames_[parent.rowOwner].previousCell != Neighbour::none) {
-        leaveCells(frames_[parent.rowOwner]);
-    }
-    if (frame.style.display == Display::tableRow) openRow(parent, frame);
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
     } else {
-        openBox(node, frame);
+        followSiblings(parent, frame);
+        openBox(node, parent, frame);
     }
     if (node.space == Namespace::html) {
         if (kLists.contains(node.tag)) openList(id, frame);
         const bool mayBeItem = node.tag == Tag::li || frame.style.display == Display::listItem;
         if (mayBeItem && options_.listMarkers == ListMarkers::on) openListItem(id, frame);
     }
-    if (kNoted.contains(node.tag)) enterNoted(node);
+    if (isQuotation(node)) collector_.atomicBox();
     if (frame.style.generatesContent) generateContent(node, frame);
     frame.writtenBefore = collector_.written();
     return Entered::yes;
@@ -283,6 +322,7 @@ Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& pare
         return Entered::yes;
     }
     if (parent.textRole != TextRole::suppressed) return Entered::yes;
+    if (frame.style.display == Display::inline_) frame.style.display = Display::block;
     if (node.tag == Tag::option) {
         frame.textRole = TextRole::flattened;
     } else if (node.tag != Tag::optgroup) {
@@ -294,7 +334,10 @@ Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& pare
 /// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
 void Renderer::applySvgRules(const Node& node, Frame& frame) const {
     if (node.tag == Tag::svg) frame.textRole = TextRole::suppressed;
-    if (node.tag == Tag::text || node.tag == Tag::foreignObject) frame.textRole = TextRole::shown;
+    if (node.tag == Tag::text || node.tag == Tag::foreignObject) {
+        frame.textRole = TextRole::shown;
+        frame.style.display = Display::block;
+    }
 }
 
 void Renderer::drawReplaced(const Frame& frame) {
@@ -344,7 +387,7 @@ void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& fra
 }
 
 /// The box that the display type makes, and the line breaks before it.
-void Renderer::openBox(const Node& node, Frame& frame) {
+void Renderer::openBox(const Node& node, const Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -364,7 +407,14 @@ void Renderer::openBox(const Node& node, Frame& frame) {
         frame.breaksLine = true;
         frame.requiredLineBreaks = 1;
         break;
-    case Display::tableCell: frame.breaksLine = true; break;
+    case Display::tableCell:
+    case Display::tableRow:
+    case Display::tableRowGroup:
+        // CSS 2, 17.2.1: the table that it is put into is an inline one among inline boxes.
+        frame.ownContent = frames_[parent.rowOwner].style.display == Display::inline_;
+        if (frame.ownContent) frame.outer = collector_.enterContent();
+        frame.breaksLine = true;
+        break;
     default: break;
     }
     switch (frame.style.display) {
@@ -381,21 +431,47 @@ void Renderer::openBox(const Node& node, Frame& frame) {
     const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
     if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
-    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    requireLineBreaks(frame);
     if (frame.breaksLine) collector_.endLine();
+}
+
+/// Those before and after an element. Where its box is a part of the line, as of a paragraph in a row of others, so is the space.
+void Renderer::requireLineBreaks(const Frame& frame) {
+    if (frame.requiredLineBreaks > 0 && !frame.breaksLine) collector_.writePending();
+    collector_.requireLineBreaks(frame.requiredLineBreaks);
+}
+
+/// What a box means to the cells, rows and other text before it.
+void Renderer::followSiblings(const Frame& parent, const Frame& frame) {
+    frames_[parent.rowOwner].afterText = false;
+    if (frame.style.display == Display::tableCell) {
+        openCell(parent, frame);
+    } else if (frames_[parent.rowOwner].previousCell != Neighbour::none) {
+        leaveCells(frames_[parent.rowOwner]);
+    }
+    if (frame.style.display == Display::tableRow) {
+        openRow(parent, frame);
+    } else if (frames_[parent.tableOwner].previousRow != Neighbour::none) {
+        if (frame.style.display == Display::tableRowGroup) {
+            collector_.endLine();
+        } else if (frame.style.display != Display::tableCaption) {
+            leaveRows(frames_[parent.tableOwner]);
+        }
+    }
 }
 
 /// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
 void Renderer::openCell(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.rowOwner].previousCell;
+    if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
 /// CSS 2, 17.2.1: what is no cell is put into one that has no element; as in browsers, the cell before is not the last then.
+/// Outside of a table it parts two tables.
 void Renderer::leaveCells(Frame& row) {
-    const bool isRow = row.style.display == Display::tableRow;
-    if (isRow && row.previousCell == Neighbour::visible)
+    if (isInsideTable(row.style.display) && row.previousCell == Neighbour::visible)
         collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     row.previousCell = Neighbour::none;
 }
@@ -403,16 +479,17 @@ void Renderer::leaveCells(Frame& row) {
 /// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
 void Renderer::openRow(const Frame& parent, const Frame& frame) {
     Neighbour& previous = frames_[parent.tableOwner].previousRow;
+    if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal('\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
-void Renderer::enterNoted(const Node& node) {
-    if (isQuotation(node)) {
-        collector_.atomicBox();
-    } else if (node.space == Namespace::html) {
-        collector_.breakOpportunity();
-    }
+/// The same for rows.
+void Renderer::leaveRows(Frame& table) {
+    if (isInsideTable(table.style.display) && table.style.display != Display::tableRow &&
+        table.previousRow == Neighbour::visible)
+        collector_.literal('\n');
+    table.previousRow = Neighbour::none;
 }
 
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
@@ -462,7 +539,7 @@ void Renderer::leave(NodeId id) {
     if (isQuotation(node)) collector_.atomicBox();
     if (frame.isListItem) collector_.dropMarker(frame.markersBefore);
     if (frame.breaksLine || frame.ownContent) collector_.endLine();
-    collector_.requireLineBreaks(frame.requiredLineBreaks);
+    requireLineBreaks(frame);
     if (frame.ownContent) collector_.leaveContent(frame.outer);
     frames_.pop_back();
 }

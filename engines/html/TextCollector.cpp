@@ -55,7 +55,9 @@ void TextCollector::endLine() {
 void TextCollector::atomicBox() {
     flushPending({});
     line_.removable = 0;
+    line_.opportunity = static_cast<std::size_t>(-1);
     line_.atStart = false;
+    boxEnd_ = sink_.size();
 }
 
 LineState TextCollector::enterContent() {
@@ -65,14 +67,17 @@ LineState TextCollector::enterContent() {
     return outer;
 }
 
+void TextCollector::writePending() {
+    if (line_.pending != LineState::Space::visible || required_ > 0) return;
+    write(" ");
+    line_.removable = sink_.size();
+    line_.pending = LineState::Space::none;
+    line_.atStart = true; // more collapsible space belongs to the one written
+}
+
 LineState TextCollector::enterOutOfFlow() {
-    LineState outer = line_;
-    if (line_.pending == LineState::Space::visible && required_ == 0) {
-        write(" ");
-        outer.removable = sink_.size();
-        outer.pending = LineState::Space::none;
-        outer.atStart = true; // more collapsible space belongs to the one written
-    }
+    writePending();
+    const LineState outer = line_;
     line_ = LineState{};
     return outer;
 }
@@ -80,8 +85,8 @@ LineState TextCollector::enterOutOfFlow() {
 /// CSS Text 3, 4.1.3: beside a zero width space, which is where a line may break, a line break of the source is nothing; anywhere
 /// else it is a space, as browsers have it.
 bool TextCollector::breakVanishes(std::string_view following) const {
-    return following.starts_with(kZeroWidthSpace) || opportunity_ == sink_.size() ||
-           sink_.view().ends_with(kZeroWidthSpace);
+    return following.starts_with(kZeroWidthSpace) || line_.opportunity == sink_.size() ||
+           (boxEnd_ != sink_.size() && sink_.view().ends_with(kZeroWidthSpace));
 }
 
 void TextCollector::flushPending(std::string_view following) {

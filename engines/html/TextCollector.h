@@ -17,6 +17,7 @@ struct LineState {
     bool atStart = true;         ///< collapsible white space here is removed
     Space pending = Space::none; ///< a collapsed space, seen only when something follows it on the line
     bool pendingBreak = false;   ///< there is a line break in the text that the pending space comes from
+    std::size_t opportunity = static_cast<std::size_t>(-1); ///< the text's size at the last break opportunity
     std::size_t removable = 0; ///< one past the place of a space already written that goes if the line ends here, or 0
 };
 
@@ -42,14 +43,20 @@ public:
     void atomicBox();
     /// A place where the line may break, like a zero width space that is not written.
     void breakOpportunity() {
-        if (line_.pending == LineState::Space::none) opportunity_ = sink_.size();
+        if (line_.pending == LineState::Space::none) line_.opportunity = sink_.size();
     }
+
+    /// A collapsed space is written now, and taken back if the line ends after it.
+    void writePending();
 
     /// Content that stands outside of the line around it (a float, an inline block) has lines of its own.
     [[nodiscard]] LineState enterContent();
-    /// The same for content that stays out of the flow: the space before it is written now, and goes if the line ends after it.
+    /// The same for content that stays out of the flow, after `writePending`.
     [[nodiscard]] LineState enterOutOfFlow();
-    void leaveContent(const LineState& outer) { line_ = outer; }
+    void leaveContent(const LineState& outer) {
+        line_ = outer;
+        boxEnd_ = sink_.size();
+    }
 
     /// The marker of a list item, written before the next visible characters. Taken back with `dropMarker` if none came.
     void holdMarker(std::string_view marker) { heldMarkers_ += marker; }
@@ -78,7 +85,7 @@ private:
 
     text::TextSink sink_;
     LineState line_;
-    std::size_t opportunity_ = static_cast<std::size_t>(-1); ///< the text's size at the last break opportunity
+    std::size_t boxEnd_ = static_cast<std::size_t>(-1); ///< the text's size at the end of the last box in a line
     std::size_t required_ = 0;
     bool started_ = false;
     std::vector<std::size_t> removed_; ///< places of spaces taken back

@@ -107,25 +107,46 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
 }
 
 constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
-                           Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::keygen};
+                           Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame};
+constexpr TagSet kTableParts{Tag::table, Tag::thead, Tag::tbody, Tag::tfoot, Tag::tr};
+
+/// HTML, 4.8.7: whether an object that cannot be embedded has something to show in its place.
+bool hasFallbackContent(const HtmlTree& tree, NodeId object) {
+    for (NodeId child = tree.firstChild(object); child != kNoNode; child = tree.next(child)) {
+        const bool isText = tree.node(child).kind == NodeKind::text;
+        if (isText ? !trimWhiteSpace(tree.text(child)).empty() : tree.node(child).tag != Tag::param) return true;
+    }
+    return false;
+}
+
 /// The elements that have more rules than one display type.
-constexpr TagSet kWithRules{Tag::table, Tag::audio, Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext,
-                            Tag::xmp,   Tag::nobr,  Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
+constexpr TagSet kWithRules{Tag::table,  Tag::td,    Tag::th,   Tag::img,     Tag::iframe,    Tag::embed, Tag::object,
+                            Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,   Tag::nobr,
+                            Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
+
+/// 15.3.8 and 15.4.3: a table, and what is embedded in a line, that the `align` attribute moves to a side.
+void applyAlign(const HtmlTree& tree, NodeId element, Style& style) {
+    const auto align = tree.attribute(element, AttributeName::align);
+    if (align && (equalsIgnoringCase(*align, "left") || equalsIgnoringCase(*align, "right")))
+        style.floating = Flow::outOfFlow;
+}
 
 void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     const Node& node = tree.node(element);
     switch (node.tag) {
-    case Tag::audio:
-        if (!tree.has(element, AttributeName::controls)) style.display = Display::none;
-        break;
     case Tag::dialog:
         if (!tree.has(element, AttributeName::open)) style.display = Display::none;
+        style.positioned = Flow::outOfFlow;
         break;
     case Tag::input: {
         const auto type = tree.attribute(element, AttributeName::type);
-        if (type && equalsIgnoringCase(*type, "hidden")) style.display = Display::none;
+        if (type && equalsIgnoringCase(*type, "image")) applyAlign(tree, element, style);
         break;
     }
+    case Tag::img:
+    case Tag::iframe:
+    case Tag::embed:
+    case Tag::object: applyAlign(tree, element, style); break;
     case Tag::pre:
     case Tag::listing:
     case Tag::plaintext:
@@ -133,6 +154,11 @@ void applyHtmlRules(const HtmlTree& tree, NodeId element, Style& style) {
     case Tag::nobr: style.whiteSpace = WhiteSpace::normal; break;
     case Tag::table: // 15.3.8, in quirks mode
         if (tree.isQuirky()) style.whiteSpace = WhiteSpace::normal;
+        applyAlign(tree, element, style);
+        break;
+    case Tag::td:
+    case Tag::th: // 15.3.8
+        if (tree.has(element, AttributeName::nowrap)) style.whiteSpace = WhiteSpace::normal;
         break;
     default: style.listStyle = listStyleOf(tree, element, style.listStyle); break;
     }
@@ -148,8 +174,10 @@ void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, S
     if (node.space == Namespace::html) {
         style.display = kHtmlDisplay[static_cast<std::size_t>(node.tag)];
         if (kWithRules.contains(node.tag)) applyHtmlRules(tree, element, style);
-        if (node.tag != Tag::embed && tree.has(element, {AttributeName::hidden, AttributeName::popover}))
-            style.display = Display::none;
+        if (tree.has(element, {AttributeName::hidden, AttributeName::popover})) {
+            if (node.tag != Tag::embed) style.display = Display::none;
+            if (tree.has(element, AttributeName::popover)) style.positioned = Flow::outOfFlow;
+        }
     } else if (node.space == Namespace::svg) {
         style.display = svgDisplay(node);
     } else {
@@ -166,8 +194,26 @@ Display defaultDisplay(const Node& element) {
     return display == Display::none ? Display::block : display;
 }
 
-bool isReplaced(const Node& element) {
-    return element.space == Namespace::html && kReplaced.contains(element.tag);
+bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent) {
+    const Node& node = tree.node(element);
+    if (node.space != Namespace::html) return false;
+    switch (node.tag) {
+    case Tag::audio: return !tree.has(element, AttributeName::controls);
+    case Tag::form: return kTableParts.contains(parent);
+    case Tag::input: {
+        const auto type = tree.attribute(element, AttributeName::type);
+        return type && equalsIgnoringCase(*type, "hidden");
+    }
+    case Tag::noembed:
+    case Tag::template_: return true;
+    default: return false;
+    }
+}
+
+bool isReplaced(const HtmlTree& tree, NodeId element) {
+    const Node& node = tree.node(element);
+    if (node.space != Namespace::html) return false;
+    return kReplaced.contains(node.tag) || (node.tag == Tag::object && !hasFallbackContent(tree, element));
 }
 
 bool isMachinery(const Node& element) {

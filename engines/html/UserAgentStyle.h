@@ -12,8 +12,12 @@ void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, S
 /// The display type that an element has by its name alone.
 [[nodiscard]] Display defaultDisplay(const Node& element);
 
+/// True for an element that no style shows: 15.3's rules that are marked as important, a template, whose contents are elsewhere, and,
+/// as in browsers, the markup in a noembed. `parent` is the element of HTML around it.
+[[nodiscard]] bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent);
+
 /// True for an element that is drawn as one box whatever its children are: its content gives no text.
-[[nodiscard]] bool isReplaced(const Node& element);
+[[nodiscard]] bool isReplaced(const HtmlTree& tree, NodeId element);
 
 /// True for an element whose content is never text for a reader, whatever style says: scripts, styles, templates.
 [[nodiscard]] bool isMachinery(const Node& element);

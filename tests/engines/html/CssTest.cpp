@@ -47,6 +47,8 @@ constexpr HidingCase kSelectors[] = {
     {"b:hover,b::before{display:none}", "<b>1</b>", "1"},
     {"b:unknown,i{display:none}", "<i>1</i>", "1"},
     {".sm\\:h{display:none}.\\31 0{display:none}", "<b class='sm:h'>x</b><b class=10>y</b>1", "1"},
+    {"*b,.h*,.g b.hb{}b{display:none}", "<b>x</b>1", "1"},
+    {"i,*b{display:none}", "<i>1</i><b>2</b>", "12"},
     {"B.H{display:none}", "<b class=H>x</b><b class=h>1</b>", "1"},
 };
 INSTANTIATE_TEST_SUITE_P(Selectors, StyleSheets, testing::ValuesIn(kSelectors));
@@ -59,12 +61,20 @@ constexpr HidingCase kCascade[] = {
     {"b{display:none}", "<b style='display:inline'>1</b>", "1"},
     {"b{display:none!important}", "<b style='display:inline'>x</b>1", "1"},
     {"b{display:none!important}", "<b style='display:inline ! important'>1</b>", "1"},
+    {"b{white-space:pre;white-space:normal important;white-space:pre 1}i{white-space:preserve wrap}",
+     "<b>1  2</b><i>3  4</i>", "1  23  4"},
+    {"b{display:none;display:block important}", "<b>x</b>1", "1"},
     {"b{display:none;display:nonsense}", "<b>x</b>1", "1"},
     {"@layer a{b{display:none}}b{display:inline}", "<b>1</b>", "1"},
     {"[hidden]{display:inline}", "<b hidden>1</b>", "1"},
     {"p{visibility:hidden}b{visibility:visible}", "<p>x<b>1</b></p>", "1"},
     {"p{display:initial}b{display:inherit}", "<div><b>1</b></div><b>2</b>", "1\n2"},
     {"b{DISPLAY:NONE}", "<b>x</b>1", "1"},
+    {"p{all:initial}", "1 <p hidden>2</p>", "1 \n\n2"},
+    {"div{visibility:hidden;white-space:pre}p{all:initial}", "<div>x<p>1  2</p></div>3", "1 2\n\n3"},
+    {"b{display:none}.a{all:revert}", "<b>x</b><b class=a>1</b>", "1"},
+    {"b{ALL:unset!important}b{display:none}", "<b>1</b>", "1"},
+    {"b{all:none}", "<p hidden><b>x</b></p>1", "1"},
     {"b{display:block flow}i{display:inline flex}", "1<b>2</b>3<i><u>4</u></i>", "1\n2\n3\n4"},
 };
 INSTANTIATE_TEST_SUITE_P(Cascade, StyleSheets, testing::ValuesIn(kCascade));
@@ -105,6 +115,13 @@ constexpr HidingCase kSyntax[] = {
     {"b{}}i{display:none}", "1<b>2</b>", "12"},
 };
 INSTANTIATE_TEST_SUITE_P(Syntax, StyleSheets, testing::ValuesIn(kSyntax));
+
+TEST(StyleSheets, classesAndIdsAreComparedWithoutCaseInQuirksMode) {
+    constexpr const char* kPage = "<style>.NoPrint{display:none}p#I.B{display:none}</style>"
+                                  "<b class='A noprint'>1</b><p id=i class='a b'>2</p>3";
+    EXPECT_EQ(textOf(kPage), "3");
+    EXPECT_EQ(textOf("<!DOCTYPE html>" + std::string(kPage)), "1\n\n2\n\n3");
+}
 
 TEST(StyleSheets, otherMediaAndTypesAreNotRead) {
     EXPECT_EQ(textOf("<style media=print>b{display:none}</style><b>1</b>"), "1");

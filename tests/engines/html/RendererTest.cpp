@@ -43,6 +43,60 @@ constexpr Case kBlocks[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Blocks, Rendering, testing::ValuesIn(kBlocks));
 
+constexpr Case kOutOfFlow[] = {
+    // What a presentational attribute moves to a side.
+    {"<img align=left> 1", "1"},
+    {"1 <img align=Right> 2", "1 \n2"},
+    {"1 <img align=middle> 2", "1  2"},
+    {"1 <iframe align=right></iframe> 2", "1 \n2"},
+    {"1 <embed src=x align=left> 2", "1 \n2"},
+    {"1 <object align=left>2</object> 3", "1 \n2\n3"},
+    {"1 <input type=image align=left> 2", "1 \n2"},
+    {"1 <input align=left> 2", "1  2"},
+    {"1 <table align=left><td>2</table> 3", "1 \n2\n3"},
+    {"<style>img{float:none}</style><img align=left> 1", " 1"},
+    // What stands above the page.
+    {"1 <dialog open>2</dialog> 3", "1 \n2\n3"},
+    {"1 <dialog open style='position:static'>2</dialog> 3", "1\n2\n3"},
+    {"1 <b popover style='display:inline'>2</b> 3", "1 \n2\n3"},
+};
+INSTANTIATE_TEST_SUITE_P(OutOfFlow, Rendering, testing::ValuesIn(kOutOfFlow));
+
+constexpr Case kDisplayTypes[] = {
+    // Drawn as a whole, whatever the display type says.
+    {"1 <select style='display:inline'></select> 2", "1  2"},
+    {"1 <button style='display:inline'></button> 2", "1  2"},
+    {"1 <svg style='display:inline'></svg> 2", "1  2"},
+    {"1 <svg><text style='display:inline'>2</text></svg> 3", "1 \n2\n 3"},
+    {"1 <object data=x><param name=y> </object> 2", "1  2"},
+    {"1 <object data=x> <i>2</i></object>", "1 2"},
+    {"1 <keygen> 2", "1 2"},
+    {"<style>*{display:block}</style>1<wbr>2<p style='display:flex'>3<wbr>4", "12\n\n34"},
+    {"1<select style='display:contents'><option>2</select><canvas style='display:contents'>3</canvas>4", "14"},
+    // Never shown.
+    {"<style>*{display:block}</style>1<noembed>2</noembed>", "1"},
+    {"1<template style='display:block'>2</template>3", "13"},
+    {"1<audio style='display:block'>2</audio>3", "13"},
+    {"<style>input{display:block}</style>1<input type=Hidden>2<input>3", "12\n3"},
+    {"<table><tr><td>1</td><form><td>2</td></form></tr></table>", "1\t2"},
+    {"<style>form{display:block}</style><table><form><tr><td>1</table><form>2</form>", "1\n2"},
+    // Text that stands together in a container of boxes.
+    {"<div style='display:flex'>1<!-- --> <!-- -->2<script></script> <b hidden></b>3</li> </div>4", "1 2 3\n4"},
+    {"<div style='display:flex'>1<!-- --> <b>2</b> <!-- --> <b>3</b></div>", "1\n2\n3"},
+    {"<div style='display:flex'>1<i style='display:contents'>2</i> <i style='display:contents'>3</i></div>", "12 3"},
+    {"<div style='display:grid'>1 <b style='position:absolute'>2</b> 3<img style='float:left'> 4</div>", "1\n2\n3\n4"},
+    {"<div style='display:table-row'>1<!-- --> <b>2</b> <b>3</b></div>", "1 23"},
+    // Others.
+    {"<fieldset><legend style='display:inline'>1</legend>2</fieldset>", "1\n2"},
+    {"<legend style='display:inline'>1</legend>2", "1\n2"},
+    {"1 <fieldset style='display:inline'></fieldset> 2", "1  2"},
+    {"<style>option{display:inline}</style><select><option>1<option>2</select>3", "1\n2\n3"},
+    {"1 <b style='display:inline list-item'>2</b> 3", "1 2 3"},
+    {"1 <p style='display:inline'>2 </p>3", "1 \n\n2 \n\n3"},
+    {"<p>1 <p style='display:inline'> </p>", "1"},
+};
+INSTANTIATE_TEST_SUITE_P(DisplayTypes, Rendering, testing::ValuesIn(kDisplayTypes));
+
 constexpr Case kSeen[] = {
     {"1<br style='display:contents'>2 <img style='display:contents'> 3", "12 3"},
     {"a<script>x</script>b<style>y</style>c<template>z</template>d", "abcd"},
@@ -88,6 +142,24 @@ constexpr Case kTables[] = {
      "1\t2"},
     {"<div style='display:table'><p style='display:table-cell'>1</p><p style='display:table-cell'>2</p></div>", "1\t2"},
     {"a<span style='display:inline-table'><span style='display:table-cell'>1</span></span>b", "a1b"},
+    // Parts without a table: an inline one among inline boxes, a block elsewhere.
+    {"<b>1 <i style='display:table-cell'>2</i> <i style='display:table-cell'>3</i> 4</b>", "1 2\t3 4"},
+    {"<b>1 <i style='display:table-row'>2</i> <i style='display:table-row'>3</i> 4</b>", "1 2\n3 4"},
+    {"1 <i style='display:table-row'>2</i> <i style='display:table-row'>3</i> 4", "12\n34"},
+    {"1 <i style='display:table-row-group'> 2</i> 3", "123"},
+    {"1 <p style='display:table-row-group'> 2</p> 3", "1\n\n2\n\n3"},
+    // Between cells and rows: what is none makes one, or parts two tables.
+    {"<div style='display:table-row'><i style='display:table-cell'>1</i>2</div>", "1\t2"},
+    {"<div style='display:table'><i style='display:table-cell'>1</i> <div>2</div></div>", "1\t\n2"},
+    {"<div style='white-space:pre'><i style='display:table-cell'>1</i> <i style='display:table-cell'>2</i></div>",
+     "1 2"},
+    {"<div style='display:table'><i style='display:table-row'>1</i>2<i style='display:table-row'>3</i></div>", "1\n23"},
+    {"<table><td style='display:table-row'>1<td>2</table>", "12"},
+    {"<table style='display:inline'><tr><td>1</tbody> <tbody><tr><td>2</table> 3", "1\n2 3"},
+    {"<b><i style='display:contents'>1 <u style='display:table-cell'>2</u></i> 3</b>", "1 2 3"},
+    {"<i style='display:table-cell'>1</i>2<i style='display:table-cell'>3</i>", "123"},
+    {"<table><tr><td>1<tr style='display:grid'><td>2</table>", "1\n\n2"},
+    {"<table><tr><td>1<tr style='display:contents'><td>2<tbody><tr><td>3</table>", "1\n23"},
 };
 INSTANTIATE_TEST_SUITE_P(Tables, Rendering, testing::ValuesIn(kTables));
 

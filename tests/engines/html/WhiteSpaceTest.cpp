@@ -41,6 +41,7 @@ constexpr Case kPreserving[] = {
     {"<pre>\n a</pre>", " a"},
     {"<pre><table><td>a  b</table></pre>", "a b"}, // in quirks mode
     {"<!DOCTYPE html><pre><table><td>a  b</table></pre>", "a  b"},
+    {"<!DOCTYPE html><pre><table><td nowrap>a  b<th NOWRAP>c  d</table></pre>", "a b\tc d"},
     {"<div style='white-space:pre-wrap'>a \n\tb</div>", "a \n\tb"},
     {"<div style='white-space:pre-line'>a \n  b  c</div>", "a\nb c"},
     {"<div style='white-space:nowrap'>a\n  b</div>", "a b"},
@@ -65,6 +66,11 @@ constexpr Case kSourceLineBreaks[] = {
     {"a <wbr>\nb", "a b"},
     {"a\n<wbr>b", "a b"},
     {"a<wbr>b\nc", "ab c"},
+    // What stands in a box of its own is not beside it.
+    {"<b style='display:inline-block'><wbr></b>\na", " a"},
+    {"<b style='display:inline-block'>\u200B</b>\na", "\u200B a"},
+    {"a\u200B<img>\nb", "a\u200B b"},
+    {"a<wbr><img style='float:left'>\nb<b style='float:left'></b>", "a\nb"},
     {"<img>\na", " a"},
 };
 INSTANTIATE_TEST_SUITE_P(SourceLineBreaks, WhiteSpaceProcessing, testing::ValuesIn(kSourceLineBreaks));
