@@ -29,14 +29,11 @@ bool equals(std::string_view a, std::string_view b, LetterCase letterCase) {
 /// Calls `each` with every word of a text separated by white space, until it answers true.
 template <typename Function>
 bool anyWord(std::string_view text, Function each) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        while (at < text.size() && isWhiteSpace(text[at]))
-            ++at;
-        const std::size_t start = at;
-        while (at < text.size() && !isWhiteSpace(text[at]))
-            ++at;
-        if (at > start && each(text.substr(start, at - start))) return true;
+    for (std::size_t at = text::skipBlanksPortable(text, 0); at < text.size();
+         at = text::skipBlanksPortable(text, at)) {
+        const std::size_t end = text::findBlank(text, at);
+        if (each(text.substr(at, end - at))) return true;
+        at = end;
     }
     return false;
 }
@@ -78,6 +75,11 @@ std::uint32_t hashOf(std::string_view name) {
     return (((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12) + 1;
 }
 
+/// The same of an element's name.
+std::uint32_t hashOfType(Tag tag, std::string_view name) {
+    return tag == Tag::unknown ? hashOf(name) : static_cast<std::uint32_t>(tag);
+}
+
 /// Whether any rule could generate content that stands in a line.
 bool anyContent(const CssStyleSheets& sheets) {
     return std::any_of(sheets.rules().begin(), sheets.rules().end(), [](const CssRule& rule) {
@@ -98,11 +100,19 @@ bool anyLooksAround(const SelectorPool& pool) {
 
 } // namespace
 
-/// FNV-1a over the lower-case letters: hashOf looks at too little of a name for a map.
+/// Of all bytes, the same in any case of ASCII letters: hashOf looks at too little of a name for a map.
 std::size_t CssMatcher::Buckets::Hash::operator()(std::string_view name) const {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(toLower(c))) * 0x100000001B3;
+    constexpr std::uint64_t kLowerCase = 0x2020202020202020;
+    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15; // 2 to the power of 64 over the golden ratio
+    std::uint64_t hash = name.size();
+    while (!name.empty()) {
+        std::uint64_t bytes = 0;
+        const std::size_t size = std::min(name.size(), sizeof bytes);
+        std::memcpy(&bytes, name.data(), size);
+        hash = (hash ^ (bytes | kLowerCase)) * kOdd;
+        hash ^= hash >> 32;
+        name.remove_prefix(size);
+    }
     return hash;
 }
 
@@ -160,7 +170,9 @@ void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& cand
         if (combinator != Combinator::descendant && combinator != Combinator::child) continue;
         for (const SimpleSelector& simple : sheets_.selectors().simplesOf(compounds[i])) {
             if (rank(simple) == 0 || watched == candidate.ancestors.size()) continue;
-            candidate.ancestors[watched] = hashOf(simple.name);
+            candidate.ancestors[watched] = simple.kind == SelectorKind::type
+                                               ? hashOfType(tagForKey(keyOf(simple.name)), simple.name)
+                                               : hashOf(simple.name);
             ancestors_.expect(candidate.ancestors[watched++]);
             watchesAncestors_ = true;
         }
@@ -200,7 +212,7 @@ void CssMatcher::watchNames(NodeId element) {
     };
     for (const Name& name : names_)
         watch(name.hash);
-    watch(hashOf(tree_.text(element)));
+    watch(hashOfType(tree_.node(element).tag, tree_.text(element)));
 }
 
 void CssMatcher::unwatchNames() {
@@ -295,8 +307,13 @@ bool CssMatcher::matchesAny(std::uint32_t list, const Subject& subject) {
 }
 
 bool CssMatcher::hasClass(NodeId element, std::string_view name) {
+    if (element == named_) {
+        const std::uint32_t hash = hashOf(name);
+        return std::any_of(names_.begin(), names_.begin() + static_cast<std::ptrdiff_t>(classes_),
+                           [&](const Name& own) { return own.hash == hash && equals(own.text, name, nameCase_); });
+    }
     const auto classes = tree_.attribute(element, AttributeName::class_);
-    if (!classes) return false;
+    if (!classes || classes->size() < name.size()) return false;
     spend(classes->size() / 16);
     if (nameCase_ == LetterCase::asWritten) return holdsWord(*classes, name);
     return anyWord(*classes, [&](std::string_view word) { return equalsIgnoringCase(word, name); });

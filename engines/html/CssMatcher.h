@@ -16,32 +16,34 @@ class CascadedValues {
 public:
     void apply(const CssDeclaration& declaration, std::uint64_t priority) {
         if (declaration.property == CssProperty::all) {
-            for (Entry& entry : entries_)
-                apply(entry, declaration.value, priority);
+            for (std::size_t i = 0; i < entries_.size(); ++i)
+                apply(i, declaration.value, priority);
         } else {
-            apply(entries_[static_cast<std::size_t>(declaration.property)], declaration.value, priority);
+            apply(static_cast<std::size_t>(declaration.property), declaration.value, priority);
         }
-        any_ = true;
     }
     /// True when any declaration applied.
-    [[nodiscard]] bool any() const { return any_; }
+    [[nodiscard]] bool any() const { return set_ != 0; }
     /// The value of a property, or nothing where no declaration applies.
     [[nodiscard]] std::optional<std::uint8_t> value(CssProperty property) const {
-        const Entry& entry = entries_[static_cast<std::size_t>(property)];
-        return entry.priority == 0 ? std::nullopt : std::optional(entry.value);
+        const auto index = static_cast<std::size_t>(property);
+        return isSet(index) ? std::optional(entries_[index].value) : std::nullopt;
     }
 
 private:
     struct Entry {
-        std::uint64_t priority = 0;
-        std::uint8_t value = 0;
+        std::uint64_t priority;
+        std::uint8_t value;
     };
-    static void apply(Entry& entry, std::uint8_t value, std::uint64_t priority) {
-        if (entry.priority <= priority) entry = {priority, value};
+    [[nodiscard]] bool isSet(std::size_t index) const { return (set_ >> index & 1U) != 0; }
+    void apply(std::size_t index, std::uint8_t value, std::uint64_t priority) {
+        if (isSet(index) && entries_[index].priority > priority) return;
+        set_ |= 1U << index;
+        entries_[index] = {priority, value};
     }
 
-    std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_{};
-    bool any_ = false;
+    unsigned set_ = 0; ///< a bit for each entry that there is
+    std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_;
 };
 
 /// Which names, classes and ids the elements around an element have, and perhaps some more: a Bloom filter that counts, so that

@@ -91,7 +91,8 @@ void HtmlTokenizer::emitText(Token& token, std::size_t start, std::size_t end, F
 }
 
 /// 13.2.5.2 to 13.2.5.5 RCDATA, RAWTEXT, script data and PLAINTEXT: characters up to the end tag that fits the start tag.
-bool HtmlTokenizer::rawText(Token& token) {
+/// Kept out of `next`, which would save registers for it with every token.
+[[gnu::noinline]] bool HtmlTokenizer::rawText(Token& token) {
     const std::size_t start = position_;
     std::size_t end = size_;
     if (state_ == State::scriptData) end = scriptEndPosition(start);

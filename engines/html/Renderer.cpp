@@ -46,6 +46,7 @@ struct Frame {
     std::int8_t numberStep = 1; ///< of a list
     Tag tag = Tag::unknown;     ///< of an element of HTML
     GeneratedContent after;
+    std::uint32_t index = 0;      ///< its own number
     std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
     std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
     std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
@@ -133,13 +134,18 @@ private:
     void drawReplaced(const Frame& frame);
     void generateContent(const Node& node, Frame& frame);
     void drawGenerated(const GeneratedContent& generated, const Frame& frame);
-    void openBox(const Node& node, const Frame& parent, Frame& frame);
+    void openBox(const Node& node, Frame& parent, Frame& frame);
     void requireLineBreaks(const Frame& frame);
-    void followSiblings(const Frame& parent, const Frame& frame);
-    void openCell(const Frame& parent, const Frame& frame);
+    void followSiblings(Frame& parent, const Frame& frame);
+    /// The frame, most often itself, that counts the cells in a frame, or the rows; it need be no row, and no table.
+    [[nodiscard]] Frame& rowOf(Frame& frame) { return frame.rowOwner == frame.index ? frame : frames_[frame.rowOwner]; }
+    [[nodiscard]] Frame& tableOf(Frame& frame) {
+        return frame.tableOwner == frame.index ? frame : frames_[frame.tableOwner];
+    }
+    void openCell(Frame& row, const Frame& frame);
     void leaveCells(Frame& row);
     void leaveRows(Frame& table);
-    void openRow(const Frame& parent, const Frame& frame);
+    void openRow(Frame& table, const Frame& frame);
     void openList(NodeId element, Frame& frame);
     void openListItem(NodeId element, Frame& frame);
     [[nodiscard]] bool isVisible(const Frame& frame) const { return frame.style.visibility == Visibility::visible; }
@@ -210,15 +216,15 @@ void Renderer::walk(NodeId root) {
 }
 
 void Renderer::enterText(NodeId node) {
-    const Frame& frame = frames_.back();
+    Frame& frame = frames_.back();
     if (frame.textRole == TextRole::suppressed) return;
     const std::string_view text = tree_.characters(node);
-    Frame& row = frames_[frame.rowOwner]; // or whatever box it is in
+    Frame& row = rowOf(frame);
+    Frame& table = tableOf(frame);
     if (frame.dropsWhiteSpace && !row.afterText) {
         if (text::skipBlanks(text, 0) == text.size()) return;
         row.afterText = true;
     }
-    Frame& table = frames_[frame.tableOwner];
     const bool followsPart = row.previousCell != Neighbour::none || table.previousRow != Neighbour::none;
     if (followsPart && (frame.style.whiteSpace != WhiteSpace::normal || text::skipBlanks(text, 0) < text.size())) {
         leaveCells(row);
@@ -251,13 +257,13 @@ void Renderer::applyImportantRules(NodeId element, const Frame& parent, Style& s
 
 Renderer::Entered Renderer::enterElement(NodeId id) {
     Frame& frame = frames_.emplace_back();
-    const Entered entered = enterElement(id, frames_[frames_.size() - 2], frame);
+    const Entered entered = enterElement(id, *(frames_.end() - 2), frame);
     if (entered == Entered::no) frames_.pop_back();
     return entered;
 }
 
 Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame) {
-    const Node& node = tree_.node(id);
+    const Node node = tree_.node(id);
     styleFrame(id, parent, frame);
     if (frame.style.display == Display::none || frame.style.display == Display::tableColumn) return Entered::no;
     if (node.tag == Tag::br && node.space == Namespace::html) {
@@ -290,10 +296,10 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     }
     frame.listOwner = parent.listOwner;
     frame.listDepth = parent.listDepth;
-    const auto index = static_cast<std::uint32_t>(frames_.size() - 1);
+    frame.index = parent.index + 1;
     const bool passesThrough = frame.style.display == Display::contents;
-    frame.rowOwner = passesThrough ? parent.rowOwner : index;
-    frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : index;
+    frame.rowOwner = passesThrough ? parent.rowOwner : frame.index;
+    frame.tableOwner = passesThrough || frame.style.display == Display::tableRowGroup ? parent.tableOwner : frame.index;
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
@@ -387,7 +393,7 @@ void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& fra
 }
 
 /// The box that the display type makes, and the line breaks before it.
-void Renderer::openBox(const Node& node, const Frame& parent, Frame& frame) {
+void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
@@ -411,7 +417,7 @@ void Renderer::openBox(const Node& node, const Frame& parent, Frame& frame) {
     case Display::tableRow:
     case Display::tableRowGroup:
         // CSS 2, 17.2.1: the table that it is put into is an inline one among inline boxes.
-        frame.ownContent = frames_[parent.rowOwner].style.display == Display::inline_;
+        frame.ownContent = rowOf(parent).style.display == Display::inline_;
         if (frame.ownContent) frame.outer = collector_.enterContent();
         frame.breaksLine = true;
         break;
@@ -442,27 +448,29 @@ void Renderer::requireLineBreaks(const Frame& frame) {
 }
 
 /// What a box means to the cells, rows and other text before it.
-void Renderer::followSiblings(const Frame& parent, const Frame& frame) {
-    frames_[parent.rowOwner].afterText = false;
+void Renderer::followSiblings(Frame& parent, const Frame& frame) {
+    Frame& row = rowOf(parent);
+    Frame& table = tableOf(parent);
+    row.afterText = false;
     if (frame.style.display == Display::tableCell) {
-        openCell(parent, frame);
-    } else if (frames_[parent.rowOwner].previousCell != Neighbour::none) {
-        leaveCells(frames_[parent.rowOwner]);
+        openCell(row, frame);
+    } else if (row.previousCell != Neighbour::none) {
+        leaveCells(row);
     }
     if (frame.style.display == Display::tableRow) {
-        openRow(parent, frame);
-    } else if (frames_[parent.tableOwner].previousRow != Neighbour::none) {
+        openRow(table, frame);
+    } else if (table.previousRow != Neighbour::none) {
         if (frame.style.display == Display::tableRowGroup) {
             collector_.endLine();
         } else if (frame.style.display != Display::tableCaption) {
-            leaveRows(frames_[parent.tableOwner]);
+            leaveRows(table);
         }
     }
 }
 
 /// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
-void Renderer::openCell(const Frame& parent, const Frame& frame) {
-    Neighbour& previous = frames_[parent.rowOwner].previousCell;
+void Renderer::openCell(Frame& row, const Frame& frame) {
+    Neighbour& previous = row.previousCell;
     if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
@@ -477,8 +485,8 @@ void Renderer::leaveCells(Frame& row) {
 }
 
 /// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
-void Renderer::openRow(const Frame& parent, const Frame& frame) {
-    Neighbour& previous = frames_[parent.tableOwner].previousRow;
+void Renderer::openRow(Frame& table, const Frame& frame) {
+    Neighbour& previous = table.previousRow;
     if (previous != Neighbour::none) collector_.endLine();
     if (previous == Neighbour::visible) collector_.literal('\n');
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
@@ -495,7 +503,7 @@ void Renderer::leaveRows(Frame& table) {
 /// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
-    frame.listOwner = static_cast<std::uint32_t>(frames_.size() - 1);
+    frame.listOwner = frame.index;
     ++frame.listDepth;
     if (node.tag != Tag::ol) return;
     const auto start = integerAttribute(tree_, id, AttributeName::start);

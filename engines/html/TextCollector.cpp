@@ -97,14 +97,6 @@ void TextCollector::flushPending(std::string_view following) {
     literal(' ');
 }
 
-void TextCollector::text(std::string_view characters, WhiteSpace mode, Visibility visibility) {
-    if (mode == WhiteSpace::preserve) {
-        preserved(characters, visibility);
-    } else {
-        collapsible(characters, mode, visibility);
-    }
-}
-
 void TextCollector::preserved(std::string_view characters, Visibility visibility) {
     if (characters.empty()) return;
     if (characters.front() == '\n') line_.pending = LineState::Space::none;

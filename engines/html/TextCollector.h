@@ -26,7 +26,13 @@ public:
     explicit TextCollector(std::size_t expectedBytes) { sink_.reserve(expectedBytes); }
 
     /// A text node's characters.
-    void text(std::string_view characters, WhiteSpace mode, Visibility visibility);
+    void text(std::string_view characters, WhiteSpace mode, Visibility visibility) {
+        if (mode == WhiteSpace::preserve) {
+            preserved(characters, visibility);
+        } else {
+            collapsible(characters, mode, visibility);
+        }
+    }
 
     /// "Required line break count": counts that meet count once, the largest, and none at the start or end of the text.
     void requireLineBreaks(std::size_t count) {

@@ -106,10 +106,7 @@ void TreeBuilder::runFragment(NodeId context) {
 void TreeBuilder::readTokens() {
     Token token;
     while (!finished_) {
-        if (sawUncommon_) {
-            tokenizer_.allowCdata(!open_.empty() && adjustedCurrent().space != Namespace::html);
-            noteClosedOption();
-        }
+        if (sawUncommon_) beforeUncommonToken();
         tokenizer_.next(token);
         if (skipLineFeed_) {
             skipLineFeed_ = false;

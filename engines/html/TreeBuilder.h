@@ -82,9 +82,15 @@ private:
 
     // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
     void readTokens();
+    void beforeUncommonToken() {
+        const bool isForeign = !open_.empty() && adjustedCurrent().space != Namespace::html;
+        tokenizer_.allowCdata(isForeign);
+        noteClosedOption();
+    }
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
     Next dispatch(Token& token) {
-        if (!sawUncommon_ && mode_ == Mode::inBody) return inBody(token); // as most often
+        const bool isHtml = !sawUncommon_ || (!isFragment() && !open_.empty() && current().space == Namespace::html);
+        if (isHtml && mode_ == Mode::inBody) return inBody(token); // as most often
         return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token);
     }
     Next dispatchByMode(Token& token);

@@ -106,18 +106,7 @@ ListStyle listStyleOf(const HtmlTree& tree, NodeId element, ListStyle inherited)
     return style;
 }
 
-constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
-                           Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame};
 constexpr TagSet kTableParts{Tag::table, Tag::thead, Tag::tbody, Tag::tfoot, Tag::tr};
-
-/// HTML, 4.8.7: whether an object that cannot be embedded has something to show in its place.
-bool hasFallbackContent(const HtmlTree& tree, NodeId object) {
-    for (NodeId child = tree.firstChild(object); child != kNoNode; child = tree.next(child)) {
-        const bool isText = tree.node(child).kind == NodeKind::text;
-        if (isText ? !trimWhiteSpace(tree.text(child)).empty() : tree.node(child).tag != Tag::param) return true;
-    }
-    return false;
-}
 
 /// The elements that have more rules than one display type.
 constexpr TagSet kWithRules{Tag::table,  Tag::td,    Tag::th,   Tag::img,     Tag::iframe,    Tag::embed, Tag::object,
@@ -210,10 +199,12 @@ bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent) {
     }
 }
 
-bool isReplaced(const HtmlTree& tree, NodeId element) {
-    const Node& node = tree.node(element);
-    if (node.space != Namespace::html) return false;
-    return kReplaced.contains(node.tag) || (node.tag == Tag::object && !hasFallbackContent(tree, element));
+bool hasFallbackContent(const HtmlTree& tree, NodeId object) {
+    for (NodeId child = tree.firstChild(object); child != kNoNode; child = tree.next(child)) {
+        const bool isText = tree.node(child).kind == NodeKind::text;
+        if (isText ? !trimWhiteSpace(tree.text(child)).empty() : tree.node(child).tag != Tag::param) return true;
+    }
+    return false;
 }
 
 bool isMachinery(const Node& element) {

@@ -3,6 +3,7 @@
 
 #include "engines/html/HtmlTree.h"
 #include "engines/html/Style.h"
+#include "engines/html/TagSet.h"
 
 namespace quillow::html {
 
@@ -16,8 +17,17 @@ void userAgentStyle(const HtmlTree& tree, NodeId element, const Style& parent, S
 /// as in browsers, the markup in a noembed. `parent` is the element of HTML around it.
 [[nodiscard]] bool isNeverShown(const HtmlTree& tree, NodeId element, Tag parent);
 
+/// HTML, 4.8.7: whether an object that cannot be embedded has something to show in its place.
+[[nodiscard]] bool hasFallbackContent(const HtmlTree& tree, NodeId object);
+
 /// True for an element that is drawn as one box whatever its children are: its content gives no text.
-[[nodiscard]] bool isReplaced(const HtmlTree& tree, NodeId element);
+[[nodiscard]] inline bool isReplaced(const HtmlTree& tree, NodeId element) {
+    constexpr TagSet kReplaced{Tag::img,   Tag::image, Tag::input, Tag::textarea, Tag::iframe, Tag::embed,
+                               Tag::video, Tag::audio, Tag::meter, Tag::progress, Tag::frame,  Tag::object};
+    const Node& node = tree.node(element);
+    if (!kReplaced.contains(node.tag) || node.space != Namespace::html) return false;
+    return node.tag != Tag::object || !hasFallbackContent(tree, element);
+}
 
 /// True for an element whose content is never text for a reader, whatever style says: scripts, styles, templates.
 [[nodiscard]] bool isMachinery(const Node& element);
