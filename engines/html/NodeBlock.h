@@ -26,8 +26,10 @@ enum class Namespace : std::uint8_t { html, svg, mathMl };
 /// What there is of every node: one word. Behind it, in the same block, stand the words that only some nodes have: see HtmlTree.
 class alignas(std::uint32_t) Node {
 public:
+    Tag tag = Tag::unknown; ///< of an element
     NodeKind kind : 2 = NodeKind::element;
     Namespace space : 2 = Namespace::html; ///< of an element
+
     [[nodiscard]] bool isLast() const { return next_ == Link::none; }
 
 private:
@@ -46,18 +48,13 @@ private:
         narrow, ///< that of the next sibling
         wide,   ///< of an element: those of the first child and the attributes too
     };
+    static constexpr std::uint16_t kCountMask = 0xFFF;
 
     Link next_ : 2 = Link::none;
     Link firstChild_ : 2 = Link::none;
-
-public:
-    Tag tag = Tag::unknown; ///< of an element
-
-private:
     Form form_ : 2 = Form::point;
-    std::uint16_t offset_ : 2 =
-        1; ///< of the word of the next sibling, or of the next sibling itself, if that is right behind
-    static constexpr std::uint16_t kCountMask = 0xFFF;
+    /// From the node to the word of its next sibling, or, if that is right behind, to the sibling itself.
+    std::uint16_t offset_ : 2 = 1;
     std::uint16_t count_ : 12 = 0; ///< of an element's attributes; of a text's bytes, or HtmlTree::kLongText
 
     /// Of a node that has moved, where it is: all that the word can hold beside the kind.
