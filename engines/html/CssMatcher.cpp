@@ -391,21 +391,41 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
     return false;
 }
 
+/// Lets the trail know of the siblings after an element too, unless that takes too long.
+bool CssMatcher::countSiblings(const Subject& subject) {
+    if (trail_.siblings(subject.place) != 0) return true;
+    std::uint32_t number = trail_.position(subject.place);
+    for (NodeId other = nextElement(subject.element); other != kNoNode; other = nextElement(other)) {
+        if (!spend(1)) return false;
+        ++number;
+    }
+    trail_.setSiblings(subject.place, number);
+    return true;
+}
+
 bool CssMatcher::matchesNth(const SimpleSelector& simple, const Subject& subject) {
     const auto fits = [&simple](std::int64_t position) {
         const std::int64_t distance = position - simple.b;
         if (simple.a == 0) return distance == 0;
         return distance % simple.a == 0 && distance / simple.a >= 0;
     };
-    if (!simple.fromEnd && !simple.ofType) return fits(trail_.position(subject.place));
+    if (!simple.ofType) {
+        const std::uint32_t position = trail_.position(subject.place);
+        if (!simple.fromEnd) return fits(position);
+        if (simple.a != 0) return countSiblings(subject) && fits(trail_.siblings(subject.place) - position + 1);
+    }
+    const Tag tag = tree_.node(subject.element).tag;
     const std::string_view type = tree_.text(subject.element);
+    const auto isOfType = [&](NodeId other) {
+        return tag != Tag::unknown ? tree_.node(other).tag == tag : tree_.text(other) == type;
+    };
     int position = 1;
     const auto neighbour = [&](const Subject& of) {
         return simple.fromEnd ? Subject{nextElement(of.element), {}} : previousOf(of);
     };
     for (Subject other = neighbour(subject); other.element != kNoNode; other = neighbour(other)) {
         if (!spend(1)) return false;
-        if (!simple.ofType || tree_.text(other.element) == type) ++position;
+        if (!simple.ofType || isOfType(other.element)) ++position;
         if (simple.a == 0 && position > simple.b) return false;
     }
     return fits(position);

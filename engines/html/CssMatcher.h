@@ -148,6 +148,7 @@ private:
     bool matchesSimple(const SimpleSelector& simple, const Subject& subject);
     bool matchesAttribute(const SimpleSelector& simple, NodeId element);
     bool matchesNth(const SimpleSelector& simple, const Subject& subject);
+    bool countSiblings(const Subject& subject);
     bool isOnly(const SimpleSelector& simple, const Subject& subject);
     bool hasClass(NodeId element, std::string_view name);
     bool isEmpty(NodeId element);

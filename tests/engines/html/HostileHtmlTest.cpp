@@ -251,6 +251,9 @@ TEST(HostileHtml, selectorMatchingStopsAtItsBound) {
 TEST(HostileHtml, positionsAmongManySiblingsAreKnownNotCounted) {
     const std::string text = textOf("<style>p:nth-child(2n){display:none}</style>" + repeated("<p>x", 40'000));
     EXPECT_EQ(text.size(), 20'000 * 3 - 2U);
+    const std::string last =
+        textOf("<style>p:nth-last-child(2n+1){display:none}</style>" + repeated("<p>x", 40'000) + "<div>y</div>");
+    EXPECT_EQ(last.size(), 20'000 * 3U + 1); // a blank line before "y" too
     EXPECT_EQ(textOf("<style>p:nth-child(n-2147483648){display:none}b:nth-child(-n+2147483647){display:none}</style>"
                      "<p>x</p><b>y</b>z"),
               "z");
