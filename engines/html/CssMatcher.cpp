@@ -308,6 +308,7 @@ bool CssMatcher::matchesAny(std::uint32_t list, const Subject& subject) {
 
 bool CssMatcher::hasClass(NodeId element, std::string_view name) {
     if (element == named_) {
+        spend(classes_ / 4);
         const std::uint32_t hash = hashOf(name);
         return std::any_of(names_.begin(), names_.begin() + static_cast<std::ptrdiff_t>(classes_),
                            [&](const Name& own) { return own.hash == hash && equals(own.text, name, nameCase_); });

@@ -248,6 +248,19 @@ TEST(HostileHtml, selectorMatchingStopsAtItsBound) {
     EXPECT_LE(matcher.steps(), kMaxMatchSteps + kMaxSimpleSelectors + 1);
 }
 
+TEST(HostileHtml, classesThatAreLookedThroughAreCounted) {
+    constexpr std::size_t kClasses = 100'000;
+    constexpr std::size_t kRules = 500;
+    const auto tree = parseHtml("<p class='a" + repeated(" b", kClasses) + "'>x</p>");
+    const std::string css = repeated(".a.c{display:none}", kRules);
+    CssStyleSheets sheets;
+    sheets.add(css, "");
+    CssMatcher matcher(*tree, sheets);
+    askAboutAll(matcher, *tree, [] {});
+    EXPECT_GE(matcher.steps(), kRules * kClasses / 16);
+    EXPECT_LE(matcher.steps(), kMaxMatchSteps + kClasses);
+}
+
 TEST(HostileHtml, positionsAmongManySiblingsAreKnownNotCounted) {
     const std::string text = textOf("<style>p:nth-child(2n){display:none}</style>" + repeated("<p>x", 40'000));
     EXPECT_EQ(text.size(), 20'000 * 3 - 2U);
