@@ -2,9 +2,9 @@
 #include "engines/Extract.h"
 
 #include "engines/ContentSniffer.h"
-#include "engines/html/HtmlReader.h"
-#include "engines/pdf/PdfReader.h"
-#include "engines/rtf/RtfReader.h"
+#include "engines/html/Reader.h"
+#include "engines/pdf/Reader.h"
+#include "engines/rtf/Reader.h"
 
 #include <new>
 #include <stdexcept>

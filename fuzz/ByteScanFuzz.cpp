@@ -1,6 +1,6 @@
 // The scans of many bytes at a time agree with those of single bytes, wherever they begin.
-#include "engines/html/CssStructure.h"
-#include "engines/html/NameKey.h"
+#include "engines/html/css/CssStructure.h"
+#include "engines/html/tree/NameKey.h"
 #include "text/ByteScan.h"
 
 #include <cstdlib>

@@ -1,6 +1,7 @@
 // A style sheet on a small fixed document: matching ends within its bound, and every value applied is one that exists.
-#include "engines/html/CssMatcher.h"
-#include "engines/html/TreeWalk.h"
+#include "engines/html/css/CssMatcher.h"
+#include "engines/html/parser/Parse.h"
+#include "engines/html/tree/TreeWalk.h"
 
 #include <cstdlib>
 #include <span>
@@ -18,7 +19,7 @@ bool sameValues(const CascadedValues& a, const CascadedValues& b) {
 }
 
 /// What applies to the last element of a path from the document, by a matcher that has been nowhere else in the tree.
-CascadedValues askedAlone(const HtmlTree& tree, const CssStyleSheets& sheets, std::span<const NodeId> path) {
+CascadedValues askedAlone(const Tree& tree, const CssStyleSheets& sheets, std::span<const NodeId> path) {
     CssMatcher matcher(tree, sheets);
     CascadedValues values;
     for (std::size_t i = 1; i < path.size(); ++i) {
@@ -34,10 +35,10 @@ CascadedValues askedAlone(const HtmlTree& tree, const CssStyleSheets& sheets, st
 }
 
 /// What applies to an element is the same wherever the matcher has been before.
-void checkWay(const HtmlTree& tree, const CssStyleSheets& sheets) {
+void checkWay(const Tree& tree, const CssStyleSheets& sheets) {
     CssMatcher led(tree, sheets);
-    std::vector<NodeId> path{HtmlTree::kDocument}; // to the node that was visited last
-    for (TreeWalk walk(tree, HtmlTree::kDocument); walk.node() != kNoNode; walk.advance()) {
+    std::vector<NodeId> path{Tree::kDocument}; // to the node that was visited last
+    for (TreeWalk walk(tree, Tree::kDocument); walk.node() != kNoNode; walk.advance()) {
         if (walk.ancestors().size() == path.size() && path.size() > 1) led.enter(path.back());
         for (std::size_t size = path.size() - 1; size > walk.ancestors().size(); --size)
             led.leave();

@@ -1,6 +1,6 @@
 // Whole documents through the HTML engine. What must hold of any: valid UTF-8, no control characters, and no text longer than its
 // source accounts for.
-#include "engines/html/HtmlReader.h"
+#include "engines/html/Reader.h"
 #include "text/Utf8.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Any bytes as an RTF document, under options that the last byte chooses. What comes must be a text in the text form, with a
 // reason that fits it, and not out of proportion to the document.
-#include "engines/rtf/RtfReader.h"
+#include "engines/rtf/Reader.h"
 #include "text/Utf8.h"
 
 #include <cstddef>

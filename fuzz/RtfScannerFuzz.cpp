@@ -1,6 +1,6 @@
 // Any bytes through the scanner: it always comes to an end, the fast roads agree with the slow ones, and a group that is passed
 // over ends where its tokens say.
-#include "engines/rtf/RtfScanner.h"
+#include "engines/rtf/Scanner.h"
 #include "text/CodePage.h"
 
 #include <algorithm>

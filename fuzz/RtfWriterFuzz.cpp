@@ -1,6 +1,6 @@
 // A text written as RTF in whatever way the bytes choose must come back as it was: the document's bytes and the ways are the
 // first half of the input, over and over; the text is the second half.
-#include "engines/rtf/RtfReader.h"
+#include "engines/rtf/Reader.h"
 #include "fuzz/RtfWriter.h"
 #include "text/Utf8.h"
 

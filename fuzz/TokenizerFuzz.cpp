@@ -1,6 +1,7 @@
 // Any text through the HTML tokenizer from any of its states. What must hold: tokens are well-formed UTF-8 and no more than their source
 // accounts for, names are in lower case, characters are never empty, and the end comes.
-#include "engines/html/TreeBuilder.h"
+#include "engines/html/parser/Parse.h"
+#include "engines/html/parser/TreeBuilder.h"
 #include "text/Encoding.h"
 #include "text/Utf8.h"
 
@@ -51,12 +52,12 @@ void check(const Token& token, std::size_t& total) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
-    HtmlTree tree("<x>" + withLineFeeds(quillow::text::decode(bytes, quillow::text::Encoding::utf8).utf8));
+    Tree tree("<x>" + withLineFeeds(quillow::text::decode(bytes, quillow::text::Encoding::utf8).utf8));
     const std::size_t source = tree.source().size();
-    HtmlTokenizer tokenizer(tree);
+    Tokenizer tokenizer(tree);
     Token token;
     tokenizer.next(token);
-    tokenizer.switchTo(static_cast<HtmlTokenizer::State>(data[0] % 5));
+    tokenizer.switchTo(static_cast<Tokenizer::State>(data[0] % 5));
     tokenizer.allowCdata(data[0] >= 0x80);
     std::size_t count = 0;
     std::size_t total = 0;

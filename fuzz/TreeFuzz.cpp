@@ -1,7 +1,8 @@
 // Any text as a document, and as a fragment in any of several elements. What must hold of a tree: it has no circles, its texts are
 // well-formed and no longer than their source, and its depth and size keep their limits.
-#include "engines/html/TreeBuilder.h"
-#include "engines/html/TreeWalk.h"
+#include "engines/html/parser/Parse.h"
+#include "engines/html/parser/TreeBuilder.h"
+#include "engines/html/tree/TreeWalk.h"
 #include "text/Encoding.h"
 #include "text/Utf8.h"
 
@@ -37,7 +38,7 @@ constexpr Context kContexts[] = {
     {"textarea", Namespace::html},
 };
 
-void checkNode(const HtmlTree& tree, NodeId id) {
+void checkNode(const Tree& tree, NodeId id) {
     require(tree.node(id).isLast() == (tree.next(id) == kNoNode));
     require(tree.resolved(id) == id);
     require(!tree.text(id).empty());
@@ -45,10 +46,10 @@ void checkNode(const HtmlTree& tree, NodeId id) {
 }
 
 /// Walks the tree; answers the bytes of its texts.
-std::size_t checkTree(const HtmlTree& tree) {
+std::size_t checkTree(const Tree& tree) {
     std::size_t visited = 0;
     std::size_t bytes = 0;
-    for (TreeWalk walk(tree, HtmlTree::kDocument); walk.node() != kNoNode; walk.advance()) {
+    for (TreeWalk walk(tree, Tree::kDocument); walk.node() != kNoNode; walk.advance()) {
         require(++visited <= tree.bytes() / sizeof(Node));
         checkNode(tree, walk.node());
         if (tree.node(walk.node()).kind == NodeKind::text) bytes += tree.text(walk.node()).size();

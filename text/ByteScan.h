@@ -1,38 +1,15 @@
 // Searches among bytes, sixteen at a time where the processor can (SSE2), with the same answers everywhere.
 #pragma once
 
+#include "text/Ascii.h"
+#include "text/ByteBlock.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-#ifdef __SSE2__
-#include <immintrin.h>
-#endif
-
 namespace quillow::text {
-
-namespace scan {
-
-inline constexpr std::size_t kBlock = 16;
-inline constexpr std::size_t kHalfBlock = 8;
-
-#ifdef __SSE2__
-/// A bit for each of sixteen bytes that is one of the wanted ones, the lowest for the first.
-template <char... kWanted>
-[[nodiscard]] inline unsigned maskOf(__m128i block) {
-    return static_cast<unsigned>(_mm_movemask_epi8((_mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)) | ...)));
-}
-[[nodiscard]] inline __m128i load(const char* bytes) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
-}
-/// Eight bytes, and eight zero bytes behind them.
-[[nodiscard]] inline __m128i loadHalf(const char* bytes) {
-    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
-}
-#endif
-
-} // namespace scan
 
 /// As findFirstOf, one byte after the other.
 template <char... kWanted>
@@ -47,18 +24,11 @@ template <char... kWanted>
 template <char... kWanted>
 [[nodiscard]] inline std::size_t findFirstOf(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
-    for (; bytes.size() - from >= scan::kBlock; from += scan::kBlock)
-        if (const unsigned mask = scan::maskOf<kWanted...>(scan::load(bytes.data() + from)); mask != 0)
+    for (; bytes.size() - from >= kBlock; from += kBlock)
+        if (const unsigned mask = maskOf<kWanted...>(loadBlock(bytes.data() + from)); mask != 0)
             return from + static_cast<std::size_t>(std::countr_zero(mask));
 #endif
     return findFirstOfPortable<kWanted...>(bytes, from);
-}
-
-/// The white space of HTML and CSS: TAB, LF, FF, CR and SP.
-[[nodiscard]] constexpr bool isBlank(char c) {
-    constexpr std::uint64_t kBlanks = 1ULL << ' ' | 1ULL << '\t' | 1ULL << '\n' | 1ULL << '\f' | 1ULL << '\r';
-    const auto byte = static_cast<unsigned char>(c);
-    return byte <= ' ' && (kBlanks >> byte & 1) != 0;
 }
 
 /// As skipBlanks, one byte after the other.
@@ -71,13 +41,13 @@ template <char... kWanted>
 /// The position of the first byte at or after `from` that is no white space.
 [[nodiscard]] inline std::size_t skipBlanks(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
-    for (; bytes.size() - from >= scan::kBlock; from += scan::kBlock) {
-        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::load(bytes.data() + from));
+    for (; bytes.size() - from >= kBlock; from += kBlock) {
+        const unsigned blanks = maskOf<' ', '\t', '\n', '\f', '\r'>(loadBlock(bytes.data() + from));
         if (blanks != 0xFFFF) return from + static_cast<std::size_t>(std::countr_one(blanks));
     }
-    if (bytes.size() - from >= scan::kHalfBlock)
+    if (bytes.size() - from >= kHalfBlock)
         from += static_cast<std::size_t>(
-            std::countr_one(scan::maskOf<' ', '\t', '\n', '\f', '\r'>(scan::loadHalf(bytes.data() + from))));
+            std::countr_one(maskOf<' ', '\t', '\n', '\f', '\r'>(loadHalfBlock(bytes.data() + from))));
 #endif
     return skipBlanksPortable(bytes, from);
 }
@@ -92,17 +62,17 @@ template <char... kWanted>
 /// The position of the first white space at or after `from`, which is not past the end; the view's size where there is none.
 [[nodiscard]] inline std::size_t findBlank(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
-    const auto blanks = [&](__m128i block) { return scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block); };
-    for (; bytes.size() - from >= scan::kBlock; from += scan::kBlock)
-        if (const unsigned mask = blanks(scan::load(bytes.data() + from)); mask != 0)
+    const auto blanks = [&](__m128i block) { return maskOf<' ', '\t', '\n', '\f', '\r'>(block); };
+    for (; bytes.size() - from >= kBlock; from += kBlock)
+        if (const unsigned mask = blanks(loadBlock(bytes.data() + from)); mask != 0)
             return from + static_cast<std::size_t>(std::countr_zero(mask));
-    for (; bytes.size() - from >= scan::kHalfBlock; from += scan::kHalfBlock)
-        if (const unsigned mask = blanks(scan::loadHalf(bytes.data() + from)); mask != 0)
+    for (; bytes.size() - from >= kHalfBlock; from += kHalfBlock)
+        if (const unsigned mask = blanks(loadHalfBlock(bytes.data() + from)); mask != 0)
             return from + static_cast<std::size_t>(std::countr_zero(mask));
-    if (bytes.size() >= scan::kHalfBlock) {
+    if (bytes.size() >= kHalfBlock) {
         // The last bytes, once more those before `from` among them.
-        const std::size_t start = bytes.size() - scan::kHalfBlock;
-        const unsigned mask = blanks(scan::loadHalf(bytes.data() + start)) >> (from - start);
+        const std::size_t start = bytes.size() - kHalfBlock;
+        const unsigned mask = blanks(loadHalfBlock(bytes.data() + start)) >> (from - start);
         return mask == 0 ? bytes.size() : from + static_cast<std::size_t>(std::countr_zero(mask));
     }
 #endif
@@ -122,21 +92,21 @@ template <char... kWanted>
 /// The position of the first white space at or after `from` that is anything but one SP with something after it.
 [[nodiscard]] inline std::size_t findBlankRun(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
-    while (bytes.size() - from > scan::kBlock) {
-        const __m128i block = scan::load(bytes.data() + from);
-        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block);
-        const unsigned following = blanks >> 1 | (isBlank(bytes[from + scan::kBlock]) ? 1U << (scan::kBlock - 1) : 0U);
-        const unsigned runs = blanks & (~scan::maskOf<' '>(block) | following);
+    while (bytes.size() - from > kBlock) {
+        const __m128i block = loadBlock(bytes.data() + from);
+        const unsigned blanks = maskOf<' ', '\t', '\n', '\f', '\r'>(block);
+        const unsigned following = blanks >> 1 | (isBlank(bytes[from + kBlock]) ? 1U << (kBlock - 1) : 0U);
+        const unsigned runs = blanks & (~maskOf<' '>(block) | following);
         if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
-        from += scan::kBlock;
+        from += kBlock;
     }
-    if (bytes.size() - from > scan::kHalfBlock) {
-        const __m128i block = scan::loadHalf(bytes.data() + from);
-        const unsigned blanks = scan::maskOf<' ', '\t', '\n', '\f', '\r'>(block);
-        const unsigned following = blanks >> 1 | (isBlank(bytes[from + scan::kHalfBlock]) ? 0x80U : 0U);
-        const unsigned runs = blanks & (~scan::maskOf<' '>(block) | following);
+    if (bytes.size() - from > kHalfBlock) {
+        const __m128i block = loadHalfBlock(bytes.data() + from);
+        const unsigned blanks = maskOf<' ', '\t', '\n', '\f', '\r'>(block);
+        const unsigned following = blanks >> 1 | (isBlank(bytes[from + kHalfBlock]) ? 0x80U : 0U);
+        const unsigned runs = blanks & (~maskOf<' '>(block) | following);
         if (runs != 0) return from + static_cast<std::size_t>(std::countr_zero(runs));
-        from += scan::kHalfBlock;
+        from += kHalfBlock;
     }
 #endif
     return findBlankRunPortable(bytes, from);
@@ -159,12 +129,12 @@ template <char... kWanted>
 [[nodiscard]] inline std::size_t countBinaryBytes(std::string_view bytes) {
     std::size_t count = 0;
 #ifdef __SSE2__
-    for (; bytes.size() >= scan::kBlock; bytes.remove_prefix(scan::kBlock)) {
-        const __m128i block = scan::load(bytes.data());
+    for (; bytes.size() >= kBlock; bytes.remove_prefix(kBlock)) {
+        const __m128i block = loadBlock(bytes.data());
         const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x1F)), block);
-        const auto controls = static_cast<unsigned>(_mm_movemask_epi8(low));
+        const auto controls = highBits(low);
         if (controls == 0) continue;
-        const unsigned allowed = scan::maskOf<'\t', '\n', '\f', '\r', '\x1B'>(block);
+        const unsigned allowed = maskOf<'\t', '\n', '\f', '\r', '\x1B'>(block);
         count += static_cast<std::size_t>(std::popcount(controls & ~allowed));
     }
 #endif

@@ -1,5 +1,7 @@
 #include "text/DetectorSample.h"
 
+#include "text/Ascii.h"
+
 #include <array>
 
 namespace quillow::text {
@@ -12,19 +14,8 @@ bool isHigh(char byte) {
     return static_cast<std::uint8_t>(byte) >= 0x80;
 }
 
-bool isAsciiLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
 bool mayBeTrail(char byte) {
     return byte >= '0' && byte <= '~' && byte != '<' && byte != '>';
-}
-
-bool startsWithIgnoringCase(std::string_view text, std::string_view lower) {
-    if (text.size() < lower.size()) return false;
-    for (std::size_t i = 0; i < lower.size(); ++i)
-        if ((isAsciiLetter(text[i]) ? static_cast<char>(text[i] | 0x20) : text[i]) != lower[i]) return false;
-    return true;
 }
 
 /// Walks over markup and text and gathers the words of the text.
@@ -53,7 +44,7 @@ private:
         const std::string_view rest = bytes_.substr(at_);
         if (rest.size() < 2) return false;
         const char next = rest[1];
-        if (!isAsciiLetter(next) && next != '/' && next != '!' && next != '?') return false;
+        if (!isLetter(next) && next != '/' && next != '!' && next != '?') return false;
         if (rest.substr(0, 4) == "<!--") return skipPast("-->", commentsEnd_);
         const bool script = startsWithIgnoringCase(rest, "<script");
         const bool style = startsWithIgnoringCase(rest, "<style");
@@ -87,7 +78,7 @@ private:
             const char byte = bytes_[at_];
             if (isHigh(byte)) {
                 high = true;
-            } else if (!isAsciiLetter(byte) && !(at_ > start && isHigh(bytes_[at_ - 1]) && mayBeTrail(byte))) {
+            } else if (!isLetter(byte) && !(at_ > start && isHigh(bytes_[at_ - 1]) && mayBeTrail(byte))) {
                 break;
             }
             ++at_;

@@ -1,5 +1,6 @@
 #include "text/SymbolFonts.h"
 
+#include "text/Ascii.h"
 #include "text/Utf8.h"
 
 #include <array>
@@ -123,17 +124,6 @@ constexpr SignTable kZapfDingbats = {
 
 char32_t sign(const SignTable& table, std::uint8_t byte) {
     return byte < kFirstSign ? kReplacementCharacter : table[byte - kFirstSign];
-}
-
-char lowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-bool equalsIgnoringCase(std::string_view name, std::string_view lower) {
-    if (name.size() != lower.size()) return false;
-    for (std::size_t i = 0; i < name.size(); ++i)
-        if (lowerAscii(name[i]) != lower[i]) return false;
-    return true;
 }
 
 } // namespace

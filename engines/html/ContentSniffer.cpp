@@ -1,7 +1,7 @@
 #include "engines/html/ContentSniffer.h"
 
-#include "engines/html/Ascii.h"
-#include "engines/html/EncodingSniffer.h"
+#include "engines/html/parser/EncodingSniffer.h"
+#include "text/Ascii.h"
 #include "text/ByteScan.h"
 
 namespace quillow::html {
@@ -41,7 +41,7 @@ std::optional<std::string> foreignContent(std::string_view bytes) {
     const auto is = [](std::string_view what) { return "the content is " + std::string(what); };
     std::string_view start = bytes;
     if (start.starts_with("\xEF\xBB\xBF")) start.remove_prefix(3);
-    while (!start.empty() && isWhiteSpace(start.front()))
+    while (!start.empty() && text::isBlank(start.front()))
         start.remove_prefix(1);
     for (const Signature& signature : kSignatures)
         if (start.starts_with(signature.bytes)) return is(signature.what);

@@ -1,5 +1,5 @@
 // The pages of a PDF document through poppler: the one place that knows that library, and the whole of the module.
-#include "engines/pdf/PdfModule.h"
+#include "engines/pdf/Module.h"
 
 #include <poppler/cpp/poppler-document.h>
 #include <poppler/cpp/poppler-global.h>
@@ -30,7 +30,7 @@ poppler::page::text_layout_enum layoutOf(PageOrder order) {
                                              : poppler::page::non_raw_non_physical_layout;
 }
 
-class PopplerPages final : public PdfPages {
+class PopplerPages final : public Pages {
 public:
     explicit PopplerPages(std::span<const std::byte> bytes) noexcept;
 
@@ -90,6 +90,6 @@ std::optional<std::u16string> PopplerPages::pageText(std::size_t index, PageOrde
 
 } // namespace quillow::pdf
 
-quillow::pdf::PdfPages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
+quillow::pdf::Pages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
     return new (std::nothrow) quillow::pdf::PopplerPages(std::span(bytes, size));
 }

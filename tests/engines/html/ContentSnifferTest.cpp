@@ -1,4 +1,4 @@
-#include "tests/engines/html/HtmlTestSupport.h"
+#include "tests/engines/html/TestSupport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,523 @@
+#include "engines/html/css/CssSelectors.h"
+
+#include "text/Ascii.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr std::uint32_t kSpecificityLimit = 1023;
+constexpr std::uint32_t kIdWeight = 1U << 20;
+constexpr std::uint32_t kClassWeight = 1U << 10;
+constexpr std::uint32_t kTypeWeight = 1;
+
+/// Adds, each of the three counts staying in its ten bits.
+std::uint32_t addSpecificity(std::uint32_t x, std::uint32_t y) {
+    std::uint32_t sum = 0;
+    for (int shift = 0; shift <= 20; shift += 10)
+        sum |= std::min(((x >> shift) & kSpecificityLimit) + ((y >> shift) & kSpecificityLimit), kSpecificityLimit)
+               << shift;
+    return sum;
+}
+
+/// Section 18 and the pseudo-elements: valid in a browser, and never true of a page that nobody touches.
+constexpr std::string_view kNeverTrue[] = {"hover",
+                                           "focus",
+                                           "active",
+                                           "visited",
+                                           "target",
+                                           "focus-within",
+                                           "focus-visible",
+                                           "first-line",
+                                           "first-letter",
+                                           "lang",
+                                           "dir",
+                                           "has",
+                                           "host",
+                                           "host-context",
+                                           "fullscreen",
+                                           "autofill",
+                                           "invalid",
+                                           "user-invalid",
+                                           "user-valid",
+                                           "indeterminate",
+                                           "placeholder-shown",
+                                           "read-only",
+                                           "out-of-range",
+                                           "playing",
+                                           "popover-open",
+                                           "modal",
+                                           "picture-in-picture",
+                                           "target-within",
+                                           "current",
+                                           "past",
+                                           "future",
+                                           "-webkit-autofill",
+                                           "-webkit-any-link",
+                                           "state",
+                                           "local-link",
+                                           "blank",
+                                           "-webkit-full-screen",
+                                           "default",
+                                           "paused",
+                                           "muted",
+                                           "buffering",
+                                           "stalled",
+                                           "seeking",
+                                           "active-view-transition"};
+
+/// Those that hold of some elements of a page nobody touches, and that no sheet hides or shows by: taken as true of none.
+constexpr std::string_view kTakenAsNever[] = {"valid", "required", "optional", "read-write", "in-range", "defined"};
+
+std::string_view lowered(std::string_view name, SelectorPool& pool) {
+    if (std::none_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; })) return name;
+    std::string& kept = pool.strings.emplace_back(name);
+    std::transform(kept.begin(), kept.end(), kept.begin(), toLower);
+    return kept;
+}
+
+/// The range of what will be appended to a vector.
+template <typename Part>
+PoolRange rangeAtEnd(const std::vector<Part>& parts, std::size_t size) {
+    return {static_cast<std::uint32_t>(parts.size()), static_cast<std::uint32_t>(size)};
+}
+
+class SelectorParser {
+public:
+    SelectorParser(std::string_view text, SelectorPool& pool, std::optional<std::uint32_t> outer, int nesting)
+        : tokens_(text, pool.strings)
+        , pool_(pool)
+        , unfinished_(pool.unfinished[static_cast<std::size_t>(nesting)])
+        , outer_(outer)
+        , nesting_(nesting) {
+        unfinished_.selectors.clear();
+        advance();
+    }
+
+    std::optional<SelectorList> parseList();
+
+private:
+    void advance() { token_ = tokens_.next(); }
+    void skipWhiteSpace() {
+        while (token_.type == CssTokenType::whiteSpace)
+            advance();
+    }
+    [[nodiscard]] bool isDelimiter(char c) const {
+        return token_.type == CssTokenType::delimiter && token_.delimiter == c;
+    }
+    [[nodiscard]] bool parseComplex();
+    void finishComplex();
+    CompoundSelector& addCompound(std::size_t place, Combinator toLeft);
+    Combinator parseCombinator();
+    bool parseCompound(CompoundSelector& compound);
+    bool parseSimple(CompoundSelector& compound);
+    bool parseType(CompoundSelector& compound);
+    bool parseAttribute(CompoundSelector& compound);
+    bool parsePseudo(CompoundSelector& compound);
+    bool parsePseudoElement(CompoundSelector& compound);
+    bool parsePseudoFunction(CompoundSelector& compound, std::string_view name);
+    bool parseNestedList(CompoundSelector& compound, SelectorKind kind, std::string_view arguments);
+    std::string_view takeArguments();
+    void add(CompoundSelector& compound, SimpleSelector simple, std::uint32_t weight);
+
+    CssTokenizer tokens_;
+    SelectorPool& pool_;
+    SelectorPool::Unfinished& unfinished_;
+    std::optional<std::uint32_t> outer_;
+    int nesting_;
+    CssToken token_;
+    std::uint32_t specificity_ = 0;
+    bool sawNesting_ = false;
+    PseudoElement pseudo_ = PseudoElement::none; ///< of the selector being read
+};
+
+std::optional<SelectorList> SelectorParser::parseList() {
+    for (;;) {
+        if (!parseComplex()) return std::nullopt;
+        if (token_.type == CssTokenType::end) break;
+        if (token_.type != CssTokenType::comma) return std::nullopt;
+        advance();
+    }
+    const SelectorList list = rangeAtEnd(pool_.selectors, unfinished_.selectors.size());
+    pool_.selectors.insert(pool_.selectors.end(), unfinished_.selectors.begin(), unfinished_.selectors.end());
+    return list;
+}
+
+/// A compound without simple selectors yet; all that are added next are its own.
+CompoundSelector& SelectorParser::addCompound(std::size_t place, Combinator toLeft) {
+    auto& compounds = unfinished_.compounds;
+    return *compounds.insert(compounds.begin() + static_cast<std::ptrdiff_t>(place),
+                             {rangeAtEnd(unfinished_.simples, 0), toLeft});
+}
+
+bool SelectorParser::parseComplex() {
+    specificity_ = 0;
+    sawNesting_ = false;
+    pseudo_ = PseudoElement::none;
+    unfinished_.simples.clear();
+    unfinished_.compounds.clear();
+    skipWhiteSpace();
+    Combinator combinator = Combinator::none;
+    if (outer_ && nesting_ == 0 && token_.type == CssTokenType::delimiter && token_.delimiter != '&' &&
+        token_.delimiter != '.' && token_.delimiter != '*' && token_.delimiter != '#')
+        combinator = parseCombinator(); // a relative selector, "> b"
+    const Combinator leading = combinator;
+    for (;;) {
+        if (!parseCompound(addCompound(unfinished_.compounds.size(), combinator))) return false;
+        combinator = parseCombinator();
+        if (combinator == Combinator::none) break;
+        if (token_.type == CssTokenType::end || token_.type == CssTokenType::comma) {
+            if (combinator != Combinator::descendant) return false;
+            break;
+        }
+    }
+    if (outer_ && nesting_ == 0 && (!sawNesting_ || leading != Combinator::none)) {
+        unfinished_.compounds.front().toLeft = leading == Combinator::none ? Combinator::descendant : leading;
+        SimpleSelector simple;
+        simple.kind = SelectorKind::nesting;
+        add(addCompound(0, Combinator::none), simple, 0);
+    }
+    finishComplex();
+    return true;
+}
+
+/// Moves what was read into the pool.
+void SelectorParser::finishComplex() {
+    if (unfinished_.compounds.size() > kMaxCompounds) {
+        unfinished_.simples.assign(1, {});
+        unfinished_.compounds.assign(1, {{0, 1}, Combinator::none});
+    }
+    ComplexSelector selector;
+    selector.specificity = specificity_;
+    selector.pseudo = pseudo_;
+    selector.compounds = rangeAtEnd(pool_.compounds, unfinished_.compounds.size());
+    for (auto compound = unfinished_.compounds.rbegin(); compound != unfinished_.compounds.rend(); ++compound) {
+        const auto first = unfinished_.simples.begin() + compound->simples.first;
+        pool_.compounds.push_back({rangeAtEnd(pool_.simples, compound->simples.size), compound->toLeft});
+        pool_.simples.insert(pool_.simples.end(), first, first + compound->simples.size);
+    }
+    unfinished_.selectors.push_back(selector);
+}
+
+Combinator SelectorParser::parseCombinator() {
+    Combinator combinator = token_.type == CssTokenType::whiteSpace ? Combinator::descendant : Combinator::none;
+    skipWhiteSpace();
+    if (isDelimiter('>')) {
+        combinator = Combinator::child;
+    } else if (isDelimiter('+')) {
+        combinator = Combinator::nextSibling;
+    } else if (isDelimiter('~')) {
+        combinator = Combinator::laterSibling;
+    } else {
+        return combinator;
+    }
+    advance();
+    skipWhiteSpace();
+    return combinator;
+}
+
+void SelectorParser::add(CompoundSelector& compound, SimpleSelector simple, std::uint32_t weight) {
+    if (pseudo_ != PseudoElement::none)
+        simple = SimpleSelector{}; // what comes after a pseudo-element is never true of it
+    if (simple.kind == SelectorKind::nesting) {
+        sawNesting_ = true;
+        if (outer_) {
+            simple.list = *outer_;
+            for (const ComplexSelector& selector : pool_.list(*outer_))
+                weight = std::max(weight, selector.specificity);
+        } else {
+            simple.kind = SelectorKind::root;
+        }
+    }
+    specificity_ = addSpecificity(specificity_, weight);
+    if (compound.simples.size >= kMaxSimpleSelectors) simple = SimpleSelector{};
+    if (compound.simples.size > kMaxSimpleSelectors) return;
+    unfinished_.simples.push_back(simple);
+    ++compound.simples.size;
+}
+
+bool SelectorParser::parseCompound(CompoundSelector& compound) {
+    bool any = false;
+    for (;;) {
+        switch (token_.type) {
+        case CssTokenType::end:
+        case CssTokenType::whiteSpace:
+        case CssTokenType::comma: return any;
+        case CssTokenType::delimiter:
+            if (token_.delimiter == '>' || token_.delimiter == '+' || token_.delimiter == '~') return any;
+            break;
+        default: break;
+        }
+        if (any && (token_.type == CssTokenType::ident || isDelimiter('*'))) return false; // a type comes first
+        if (!parseSimple(compound)) return false;
+        any = true;
+    }
+}
+
+bool SelectorParser::parseSimple(CompoundSelector& compound) {
+    SimpleSelector simple;
+    switch (token_.type) {
+    case CssTokenType::ident: return parseType(compound);
+    case CssTokenType::hash:
+        simple.kind = SelectorKind::id;
+        simple.name = token_.text;
+        advance();
+        add(compound, simple, kIdWeight);
+        return true;
+    case CssTokenType::openSquare: return parseAttribute(compound);
+    case CssTokenType::colon: return parsePseudo(compound);
+    case CssTokenType::delimiter: break;
+    default: return false;
+    }
+    if (token_.delimiter == '*' || token_.delimiter == '|') return parseType(compound);
+    if (token_.delimiter == '&') {
+        simple.kind = SelectorKind::nesting;
+        advance();
+        add(compound, simple, 0);
+        return true;
+    }
+    if (token_.delimiter != '.') return false;
+    advance();
+    if (token_.type != CssTokenType::ident) return false;
+    simple.kind = SelectorKind::className;
+    simple.name = token_.text;
+    advance();
+    add(compound, simple, kClassWeight);
+    return true;
+}
+
+/// A type or universal selector with an optional namespace prefix, which is read and not looked at.
+bool SelectorParser::parseType(CompoundSelector& compound) {
+    std::string_view name;
+    if (token_.type == CssTokenType::ident) name = token_.text;
+    if (!isDelimiter('|')) advance();
+    if (isDelimiter('|')) {
+        advance();
+        if (token_.type != CssTokenType::ident && !isDelimiter('*')) return false;
+        name = token_.type == CssTokenType::ident ? token_.text : std::string_view();
+        advance();
+    }
+    if (name.empty()) return true;
+    SimpleSelector simple;
+    simple.kind = SelectorKind::type;
+    simple.name = lowered(name, pool_);
+    add(compound, simple, kTypeWeight);
+    return true;
+}
+
+bool SelectorParser::parseAttribute(CompoundSelector& compound) {
+    advance();
+    skipWhiteSpace();
+    SimpleSelector simple;
+    simple.kind = SelectorKind::attribute;
+    if (token_.type != CssTokenType::ident) return false;
+    simple.name = lowered(token_.text, pool_);
+    simple.attribute = attributeNameForKey(keyOf(simple.name));
+    advance();
+    skipWhiteSpace();
+    if (token_.type == CssTokenType::delimiter) {
+        switch (token_.delimiter) {
+        case '=': simple.match = AttributeMatch::equals; break;
+        case '~': simple.match = AttributeMatch::includes; break;
+        case '|': simple.match = AttributeMatch::dash; break;
+        case '^': simple.match = AttributeMatch::prefix; break;
+        case '$': simple.match = AttributeMatch::suffix; break;
+        case '*': simple.match = AttributeMatch::substring; break;
+        default: return false;
+        }
+        advance();
+        if (simple.match != AttributeMatch::equals) {
+            if (!isDelimiter('=')) return false;
+            advance();
+        }
+        skipWhiteSpace();
+        if (token_.type != CssTokenType::ident && token_.type != CssTokenType::string) return false;
+        simple.value = token_.text;
+        advance();
+        skipWhiteSpace();
+        if (token_.type == CssTokenType::ident) {
+            simple.letterCase =
+                text::equalsIgnoringCase(token_.text, "i") ? LetterCase::ignored : LetterCase::asWritten;
+            advance();
+            skipWhiteSpace();
+        }
+    }
+    if (token_.type != CssTokenType::closeSquare) return false;
+    // HTML, 4.16.2: the values of these attributes are compared without case.
+    if (simple.name == "type" || simple.name == "lang" || simple.name == "dir" || simple.name == "align")
+        simple.letterCase = LetterCase::ignored;
+    advance();
+    add(compound, simple, kClassWeight);
+    return true;
+}
+
+bool SelectorParser::parsePseudo(CompoundSelector& compound) {
+    advance();
+    SimpleSelector simple;
+    if (token_.type == CssTokenType::colon) {
+        advance();
+        return parsePseudoElement(compound);
+    }
+    const std::string_view name = lowered(token_.text, pool_);
+    if (name == "before" || name == "after") return parsePseudoElement(compound); // as CSS 2 writes them
+    if (token_.type == CssTokenType::function) return parsePseudoFunction(compound, name);
+    if (token_.type != CssTokenType::ident) return false;
+    const auto nth = [&](bool fromEnd, bool ofType) {
+        simple.kind = SelectorKind::nthChild;
+        simple.b = 1;
+        simple.fromEnd = fromEnd;
+        simple.ofType = ofType;
+    };
+    if (name == "first-child") {
+        nth(false, false);
+    } else if (name == "last-child") {
+        nth(true, false);
+    } else if (name == "first-of-type") {
+        nth(false, true);
+    } else if (name == "last-of-type") {
+        nth(true, true);
+    } else if (name == "only-child" || name == "only-of-type") {
+        simple.kind = SelectorKind::only;
+        simple.ofType = name == "only-of-type";
+    } else if (name == "root") {
+        simple.kind = SelectorKind::root;
+    } else if (name == "scope") {
+        simple.kind = SelectorKind::root;
+    } else if (name == "empty") {
+        simple.kind = SelectorKind::empty;
+    } else if (name == "link" || name == "any-link") {
+        simple.kind = SelectorKind::link;
+    } else if (name == "checked") {
+        simple.kind = SelectorKind::checked;
+    } else if (name == "disabled") {
+        simple.kind = SelectorKind::disabled;
+    } else if (name == "enabled") {
+        simple.kind = SelectorKind::enabled;
+    } else if (name == "open") {
+        simple.kind = SelectorKind::open;
+    } else if (std::find(std::begin(kNeverTrue), std::end(kNeverTrue), name) == std::end(kNeverTrue) &&
+               std::find(std::begin(kTakenAsNever), std::end(kTakenAsNever), name) == std::end(kTakenAsNever)) {
+        return false; // an unknown pseudo-class makes the rule invalid
+    }
+    advance();
+    add(compound, simple, kClassWeight);
+    return true;
+}
+
+/// Those of generated content are told apart; the others hold no text of their own.
+bool SelectorParser::parsePseudoElement(CompoundSelector& compound) {
+    PseudoElement pseudo = PseudoElement::none;
+    if (token_.type == CssTokenType::function) {
+        takeArguments();
+    } else if (token_.type != CssTokenType::ident) {
+        return false;
+    } else if (nesting_ == 0 && text::equalsIgnoringCase(token_.text, "before")) {
+        pseudo = PseudoElement::before;
+    } else if (nesting_ == 0 && text::equalsIgnoringCase(token_.text, "after")) {
+        pseudo = PseudoElement::after;
+    }
+    advance();
+    if (pseudo == PseudoElement::none || pseudo_ != PseudoElement::none) {
+        add(compound, SimpleSelector{}, kTypeWeight);
+        return true;
+    }
+    specificity_ = addSpecificity(specificity_, kTypeWeight);
+    pseudo_ = pseudo;
+    return true;
+}
+
+/// The text up to the parenthesis that closes the current function; the token is then that parenthesis.
+std::string_view SelectorParser::takeArguments() {
+    const std::size_t start = tokens_.position();
+    std::size_t depth = 1;
+    for (;;) {
+        advance();
+        if (token_.type == CssTokenType::end) break;
+        if (token_.type == CssTokenType::function || token_.type == CssTokenType::openParenthesis) ++depth;
+        if (token_.type == CssTokenType::closeParenthesis && --depth == 0) break;
+    }
+    return tokens_.input().substr(start, token_.start - start);
+}
+
+bool parseInteger(std::string_view text, int& value) {
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+/// CSS Syntax, section 6: the an+b microsyntax. "of S" is not known: the selector then matches nothing.
+bool parseNth(std::string_view text, SimpleSelector& simple) {
+    std::string compact;
+    for (const char c : text)
+        if (!text::isBlank(c)) compact.push_back(text::toLower(c));
+    if (compact == "odd") compact = "2n+1";
+    if (compact == "even") compact = "2n";
+    const std::size_t n = compact.find('n');
+    if (n == std::string::npos) return parseInteger(compact, simple.b);
+    const std::string_view factor = std::string_view(compact).substr(0, n);
+    if (factor.empty() || factor == "+") {
+        simple.a = 1;
+    } else if (factor == "-") {
+        simple.a = -1;
+    } else if (!parseInteger(factor, simple.a)) {
+        return false;
+    }
+    const std::string_view rest = std::string_view(compact).substr(n + 1);
+    return rest.empty() || parseInteger(rest, simple.b);
+}
+
+bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string_view name) {
+    const std::string_view arguments = takeArguments();
+    advance();
+    SimpleSelector simple;
+    if (name == "not") return parseNestedList(compound, SelectorKind::notList, arguments);
+    if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any") {
+        const std::uint32_t before = specificity_;
+        const bool valid = parseNestedList(compound, SelectorKind::isList, arguments);
+        if (name == "where") specificity_ = before; // section 16: it counts nothing
+        return valid;
+    }
+    if (name == "nth-child" || name == "nth-last-child" || name == "nth-of-type" || name == "nth-last-of-type") {
+        simple.kind = SelectorKind::nthChild;
+        simple.fromEnd = name.find("last") != std::string_view::npos;
+        simple.ofType = name.find("type") != std::string_view::npos;
+        if (!parseNth(arguments, simple)) simple.kind = SelectorKind::never;
+    } else if (std::find(std::begin(kNeverTrue), std::end(kNeverTrue), name) == std::end(kNeverTrue)) {
+        return false;
+    }
+    add(compound, simple, kClassWeight);
+    return true;
+}
+
+bool SelectorParser::parseNestedList(CompoundSelector& compound, SelectorKind kind, std::string_view arguments) {
+    SimpleSelector simple;
+    std::uint32_t weight = 0;
+    if (nesting_ < kMaxSelectorNesting) {
+        SelectorParser inner(arguments, pool_, outer_, nesting_ + 1);
+        auto list = inner.parseList();
+        sawNesting_ = sawNesting_ || inner.sawNesting_;
+        if (!list) {
+            if (kind == SelectorKind::notList) return false;
+            list.emplace(); // a forgiving list
+        }
+        simple.kind = kind;
+        simple.list = static_cast<std::uint32_t>(pool_.lists.size());
+        pool_.lists.push_back(*list);
+        for (const ComplexSelector& selector : pool_.list(simple.list))
+            weight = std::max(weight, selector.specificity);
+    }
+    add(compound, simple, weight);
+    return true;
+}
+
+} // namespace
+
+std::optional<SelectorList> parseSelectors(std::string_view text, SelectorPool& pool,
+                                           std::optional<std::uint32_t> outer) {
+    return SelectorParser(text::trimBlanks(text), pool, outer, 0).parseList();
+}
+
+} // namespace quillow::html

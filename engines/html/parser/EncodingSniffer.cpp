@@ -1,0 +1,223 @@
+#include "engines/html/parser/EncodingSniffer.h"
+
+#include "text/Ascii.h"
+#include "text/EncodingDetector.h"
+#include "text/Utf8.h"
+
+#include <algorithm>
+#include <string>
+
+namespace quillow::html {
+
+namespace {
+
+using text::Encoding;
+
+/// The prescan's position in the bytes, and "get an attribute", section 13.2.3.2.
+class Prescanner {
+public:
+    explicit Prescanner(std::string_view bytes)
+        : bytes_(bytes) {}
+
+    std::optional<Encoding> run();
+
+private:
+    struct Attribute {
+        std::string name;
+        std::string value;
+    };
+
+    [[nodiscard]] bool atEnd() const { return at_ >= bytes_.size(); }
+    [[nodiscard]] bool startsWith(std::string_view lowerCase) const {
+        return text::equalsIgnoringCase(bytes_.substr(at_, lowerCase.size()), lowerCase);
+    }
+    void skipPast(std::string_view end);
+    void skipWhiteSpace() {
+        while (!atEnd() && text::isBlank(bytes_[at_]))
+            ++at_;
+    }
+    std::optional<Attribute> getAttribute();
+    std::string getValue();
+    std::optional<Encoding> readMeta();
+    bool startsTag() const;
+
+    std::string_view bytes_;
+    std::size_t at_ = 0;
+};
+
+void Prescanner::skipPast(std::string_view end) {
+    const std::size_t found = bytes_.find(end, at_);
+    at_ = found == std::string_view::npos ? bytes_.size() : found + end.size();
+}
+
+bool Prescanner::startsTag() const {
+    const std::size_t letter = at_ + (at_ + 1 < bytes_.size() && bytes_[at_ + 1] == '/' ? 2 : 1);
+    return letter < bytes_.size() && text::isLetter(bytes_[letter]);
+}
+
+std::optional<Encoding> Prescanner::run() {
+    while (!atEnd()) {
+        const std::size_t open = bytes_.find('<', at_);
+        if (open == std::string_view::npos) return std::nullopt;
+        at_ = open;
+        if (startsWith("<!--")) {
+            at_ += 2; // the dashes of "<!-->" count for both ends
+            skipPast("-->");
+        } else if (startsWith("<meta") && at_ + 5 < bytes_.size() &&
+                   (text::isBlank(bytes_[at_ + 5]) || bytes_[at_ + 5] == '/')) {
+            at_ += 5;
+            if (const auto encoding = readMeta()) return encoding;
+        } else if (startsTag()) {
+            while (!atEnd() && !text::isBlank(bytes_[at_]) && bytes_[at_] != '>')
+                ++at_;
+            while (getAttribute()) {
+            }
+        } else if (startsWith("<!") || startsWith("</") || startsWith("<?")) {
+            skipPast(">");
+        } else {
+            ++at_;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<Encoding> Prescanner::readMeta() {
+    bool gotPragma = false;
+    bool needPragma = false;
+    bool seenContent = false;
+    bool seenCharset = false;
+    bool seenHttpEquiv = false;
+    std::optional<Encoding> charset;
+    while (const auto attribute = getAttribute()) {
+        if (attribute->name == "http-equiv" && !seenHttpEquiv) {
+            seenHttpEquiv = true;
+            gotPragma = attribute->value == "content-type";
+        } else if (attribute->name == "content" && !seenContent) {
+            const auto found = encodingFromContentType(attribute->value);
+            if (found && !charset) {
+                seenContent = true;
+                charset = found;
+                needPragma = true;
+            }
+        } else if (attribute->name == "charset" && !seenCharset) {
+            seenCharset = true;
+            charset = text::encodingForLabel(attribute->value);
+            needPragma = false;
+        }
+    }
+    if (atEnd()) return std::nullopt; // a tag cut off declares nothing
+    if (!charset || (needPragma && !gotPragma)) return std::nullopt;
+    if (*charset == Encoding::utf16be || *charset == Encoding::utf16le) return Encoding::utf8;
+    if (*charset == Encoding::xUserDefined) return Encoding::windows1252;
+    return charset;
+}
+
+std::optional<Prescanner::Attribute> Prescanner::getAttribute() {
+    while (!atEnd() && (text::isBlank(bytes_[at_]) || bytes_[at_] == '/'))
+        ++at_;
+    if (atEnd()) return std::nullopt;
+    if (bytes_[at_] == '>') return std::nullopt;
+    Attribute attribute;
+    for (;; ++at_) {
+        if (atEnd()) return std::nullopt;
+        const char c = bytes_[at_];
+        if (c == '=' && !attribute.name.empty()) break;
+        if (text::isBlank(c)) {
+            skipWhiteSpace();
+            if (atEnd() || bytes_[at_] != '=') return attribute;
+            break;
+        }
+        if (c == '/' || c == '>') return attribute;
+        attribute.name.push_back(text::toLower(c));
+    }
+    ++at_; // "="
+    skipWhiteSpace();
+    attribute.value = getValue();
+    return attribute;
+}
+
+std::string Prescanner::getValue() {
+    std::string value;
+    if (atEnd() || bytes_[at_] == '>') return value;
+    if (bytes_[at_] == '"' || bytes_[at_] == '\'') {
+        const char quote = bytes_[at_++];
+        const std::size_t end = std::min(bytes_.find(quote, at_), bytes_.size());
+        value = bytes_.substr(at_, end - at_);
+        std::transform(value.begin(), value.end(), value.begin(), toLower);
+        at_ = std::min(end + 1, bytes_.size());
+        return value;
+    }
+    for (; !atEnd() && !text::isBlank(bytes_[at_]) && bytes_[at_] != '>'; ++at_)
+        value.push_back(text::toLower(bytes_[at_]));
+    return value;
+}
+
+/// A document in UTF-16 without a mark: every second byte of its first ASCII characters is zero.
+std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
+    constexpr std::size_t kLooked = 256;
+    const std::string_view start = bytes.substr(0, kLooked);
+    if (start.size() < 4) return std::nullopt;
+    std::size_t zeros[2] = {0, 0};
+    for (std::size_t i = 0; i < start.size(); ++i)
+        if (start[i] == '\0') ++zeros[i % 2];
+    const std::size_t half = start.size() / 2;
+    if (zeros[0] * 10 >= half * 7 && zeros[1] * 10 <= half) return Encoding::utf16be;
+    if (zeros[1] * 10 >= half * 7 && zeros[0] * 10 <= half) return Encoding::utf16le;
+    return std::nullopt;
+}
+
+/// Markup in UTF-16 shows as above; a few zero bytes elsewhere are damage and say nothing.
+Encoding detectWithoutNul(std::string_view bytes) {
+    if (bytes.find('\0') == std::string_view::npos) return text::detectEncoding(bytes);
+    std::string kept(bytes);
+    std::erase(kept, '\0');
+    return text::detectEncoding(kept);
+}
+
+} // namespace
+
+std::optional<Encoding> prescanEncoding(std::string_view bytes) {
+    return Prescanner(bytes).run();
+}
+
+std::optional<Encoding> encodingFromContentType(std::string_view content) {
+    std::size_t at = 0;
+    for (;;) {
+        at = text::findIgnoringCase(content, "charset", at);
+        if (at == std::string_view::npos) return std::nullopt;
+        at += 7;
+        while (at < content.size() && text::isBlank(content[at]))
+            ++at;
+        if (at < content.size() && content[at] == '=') break;
+    }
+    std::string_view label = text::trimBlanks(content.substr(at + 1));
+    if (label.empty()) return std::nullopt;
+    if (label.front() == '"' || label.front() == '\'') {
+        const std::size_t end = label.find(label.front(), 1);
+        if (end == std::string_view::npos) return std::nullopt;
+        return text::encodingForLabel(label.substr(1, end - 1));
+    }
+    return text::encodingForLabel(label.substr(0, label.find_first_of(" \t\n\f\r;")));
+}
+
+std::optional<Encoding> declaredEncoding(std::string_view bytes) {
+    const auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
+    if (declared || bytes.size() <= kPrescanBytes) return declared;
+    return prescanEncoding(bytes.substr(0, kLatePrescanBytes));
+}
+
+SniffedEncoding sniffEncoding(std::string_view bytes) {
+    return sniffEncoding(bytes, text::wellFormedUtf8Prefix(bytes));
+}
+
+SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& utf8) {
+    if (const auto mark = text::byteOrderMark(bytes)) return {mark->encoding, mark->length};
+    if (const auto wide = unmarkedUtf16(bytes)) return {*wide, 0};
+    // Multi-byte UTF-8 is no accident: it is believed over any declaration.
+    const bool multiByteUtf8 = utf8.bytes == bytes.size() && utf8.codePoints < utf8.bytes;
+    if (multiByteUtf8) return {Encoding::utf8, 0};
+    if (const auto declared = declaredEncoding(bytes)) return {*declared, 0};
+    return {detectWithoutNul(bytes), 0};
+}
+
+} // namespace quillow::html

@@ -1,0 +1,143 @@
+#include "engines/html/parser/SelectedContent.h"
+
+#include "engines/html/tree/ParseInteger.h"
+#include "engines/html/tree/TagSet.h"
+#include "engines/html/tree/TreeWalk.h"
+#include "text/Ascii.h"
+
+namespace quillow::html {
+
+namespace {
+
+bool isHtml(const Node& node, Tag tag) {
+    return node.kind == NodeKind::element && node.space == Namespace::html && node.tag == tag;
+}
+
+bool isHtml(const OpenElement& element, Tag tag) {
+    return element.space == Namespace::html && element.tag == tag;
+}
+
+} // namespace
+
+/// The nearest select around the last of the open elements, or kNoNode where that is disabled or the select takes several options.
+NodeId SelectedContent::selectToEnable(std::span<const OpenElement> open) {
+    NodeId nearest = kNoNode;
+    // 4. For each of its ancestors.
+    for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
+        ++steps_;
+        const OpenElement& ancestor = open[i - 1];
+        // 4.1 The first select is the nearest; a second one disables.
+        if (isHtml(ancestor, Tag::select)) {
+            if (nearest != kNoNode) return kNoNode;
+            nearest = ancestor.id;
+        }
+        // 4.2 So does an option or another selectedcontent element.
+        if (isHtml(ancestor, Tag::option) || isHtml(ancestor, Tag::selectedcontent)) return kNoNode;
+    }
+    // 5. Without a select, or in one of several options, there is nothing to do.
+    return nearest != kNoNode && tree_.attribute(nearest, "multiple") ? kNoNode : nearest;
+}
+
+void SelectedContent::contentInserted(NodeId content, std::span<const OpenElement> open) {
+    const NodeId select = selectToEnable(open);
+    if (select == kNoNode || select == select_) return;
+    select_ = select;
+    content_ = content;
+    open_ = selected_ = kNoNode;
+    // "The list of options": without what stands in what ends the search for the nearest select, or in a group in a group.
+    const auto isGroup = [this](NodeId id) { return isHtml(tree_.node(id), Tag::optgroup); };
+    for (TreeWalk walk(tree_, select); walk.node() != kNoNode; ++steps_) {
+        const Node& node = tree_.node(walk.node());
+        NodeId group = kNoNode;
+        if (isHtml(node, Tag::option) || isHtml(node, Tag::optgroup)) {
+            const auto found = std::find_if(walk.ancestors().rbegin(), walk.ancestors().rend(), isGroup);
+            if (found != walk.ancestors().rend()) group = *found;
+            steps_ += walk.ancestors().size();
+        }
+        const bool isOption = isHtml(node, Tag::option);
+        if (isOption) setSelectedness(walk.node(), group);
+        const bool closed = isOption || isHtml(node, Tag::select) || isHtml(node, Tag::datalist) ||
+                            (isHtml(node, Tag::optgroup) && group != kNoNode);
+        closed ? walk.advanceOver() : walk.advance();
+    }
+    // 6. "Update a select's selectedcontent".
+    if (selected_ != kNoNode) cloneSelected();
+}
+
+/// "The option element nearest ancestor select", of the last of the open elements, and its group.
+SelectedContent::Surroundings SelectedContent::surroundings(std::span<const OpenElement> open) {
+    Surroundings found;
+    for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
+        ++steps_;
+        const OpenElement& ancestor = open[i - 1];
+        // 2.1 A datalist or an option between them: none.
+        if (isHtml(ancestor, Tag::datalist) || isHtml(ancestor, Tag::option)) return {};
+        // 2.2 Nor is there one for groups in groups.
+        if (isHtml(ancestor, Tag::optgroup)) {
+            if (found.group != kNoNode) return {};
+            found.group = ancestor.id;
+        }
+        // 2.3
+        if (isHtml(ancestor, Tag::select)) {
+            found.select = ancestor.id;
+            return found;
+        }
+    }
+    return {};
+}
+
+/// What an option of the select changes: "the selectedness setting algorithm".
+void SelectedContent::setSelectedness(NodeId option, NodeId group) {
+    // 2. Of several options with the attribute the last one is selected.
+    if (tree_.has(option, AttributeName::selected)) {
+        selected_ = option;
+        return;
+    }
+    // 1. Where none is, the first that is not disabled, by its own attribute or that of its group, if the display size is 1.
+    if (selected_ != kNoNode) return;
+    const auto size = tree_.attribute(select_, AttributeName::size);
+    if (size && parseInteger(*size).value_or(1) != 1) return;
+    const bool groupDisabled = group != kNoNode && tree_.has(tree_.resolved(group), AttributeName::disabled);
+    if (!groupDisabled && !tree_.has(option, AttributeName::disabled)) selected_ = option;
+}
+
+void SelectedContent::optionInserted(NodeId option, std::span<const OpenElement> open) {
+    if (select_ == kNoNode) return;
+    const Surroundings around = surroundings(open);
+    if (around.select != select_) return;
+    setSelectedness(option, around.group);
+    open_ = option;
+}
+
+void SelectedContent::optionClosed() {
+    if (open_ == selected_) cloneSelected();
+    open_ = kNoNode;
+}
+
+/// "Clone an option into a selectedcontent".
+void SelectedContent::cloneSelected() {
+    // 3. In the place of what the element holds. What it holds may be the option.
+    tree_.removeChildren(content_);
+    struct Copy {
+        NodeId id;
+        NodeId lastChild;
+    };
+    // 1. and 2. The option's children, with all that is in them.
+    std::vector<Copy> copies{{content_, kNoNode}};
+    for (TreeWalk walk(tree_, selected_); walk.node() != kNoNode; ++steps_) {
+        copies.resize(walk.ancestors().size(), {kNoNode, kNoNode});
+        Copy& parent = copies.back();
+        const NodeId node = walk.node();
+        if (tree_.node(node).kind == NodeKind::text) {
+            parent.lastChild = tree_.appendText(parent.id, parent.lastChild, tree_.text(node));
+        } else {
+            const NodeId copy = tree_.appendClone(parent.id, parent.lastChild, node);
+            parent.lastChild = copy;
+            copies.push_back({copy, kNoNode});
+        }
+        walk.advance();
+    }
+    copied_ = copies.front().lastChild;
+}
+
+} // namespace quillow::html

@@ -1,0 +1,269 @@
+// Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms carry the standard's names. Comments
+// make no nodes; parse errors are not counted.
+#pragma once
+
+#include "engines/html/parser/OpenElement.h"
+#include "engines/html/parser/SelectedContent.h"
+#include "engines/html/parser/Tokenizer.h"
+#include "engines/html/tree/TagSet.h"
+
+namespace quillow::html {
+
+/// Formatting elements that may be open at once after the last marker; the earliest is forgotten, its content stays.
+inline constexpr std::size_t kMaxActiveFormatting = 64;
+/// Formatting elements with more attributes are told apart by the order of these too.
+inline constexpr std::size_t kMaxUnorderedAttributes = 8;
+/// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
+inline constexpr std::size_t kReconstructionAllowance = 100'000;
+inline constexpr std::size_t kReconstructionsPerTag = 4;
+/// Further html and body tags whose attributes are looked at.
+inline constexpr int kMaxAttributeMerges = 64;
+
+class TreeBuilder {
+public:
+    explicit TreeBuilder(Tree& tree)
+        : tree_(tree)
+        , tokenizer_(tree)
+        , selectedContent_(tree) {}
+
+    /// Reads a document.
+    void run() { readTokens(); }
+    /// 13.4 "The HTML fragment parsing algorithm": what a script sets as the content of a context element, whose node (in no
+    /// tree, without parent) is given. The nodes become children of an html element.
+    void runFragment(NodeId context);
+
+    /// The elements and attributes that were looked at so far, in the stack of open elements, in the list of active formatting
+    /// elements and in tags: what has to stay in proportion to the document.
+    [[nodiscard]] std::uint64_t steps() const { return steps_ + selectedContent_.steps(); }
+
+private:
+    enum class Mode : std::uint8_t {
+        initial,
+        beforeHtml,
+        beforeHead,
+        inHead,
+        inHeadNoscript,
+        afterHead,
+        inBody,
+        text,
+        inTable,
+        inTableText,
+        inCaption,
+        inColumnGroup,
+        inTableBody,
+        inRow,
+        inCell,
+        inTemplate,
+        afterBody,
+        inFrameset,
+        afterFrameset,
+        afterAfterBody,
+        afterAfterFrameset,
+    };
+    /// What is left of a token after a mode's rules: nothing, or all of it for the mode that is now current.
+    enum class Next : std::uint8_t { token, reprocess };
+
+    struct FormattingEntry {
+        NodeId id = kNoNode; ///< kNoNode for a marker
+        Tag tag = Tag::unknown;
+        [[nodiscard]] bool isMarker() const { return id == kNoNode; }
+    };
+    /// Where a node is inserted: as the last child of an open element, or before an open table. Ends when the stack changes.
+    struct Place {
+        OpenElement* parent = nullptr;
+        OpenElement* table = nullptr;
+        [[nodiscard]] NodeId parentId() const { return table != nullptr ? table->parent : parent->id; }
+        /// The child that is before the place.
+        [[nodiscard]] NodeId previous() const { return table != nullptr ? table->previous : parent->lastChild; }
+        /// The node inserted is before the place now.
+        void fill(NodeId inserted) const { (table != nullptr ? table->previous : parent->lastChild) = inserted; }
+    };
+    enum class Scope { standard, listItem, button, table };
+
+    // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
+    void readTokens();
+    void beforeUncommonToken() {
+        const bool isForeign = !open_.empty() && adjustedCurrent().space != Namespace::html;
+        tokenizer_.allowCdata(isForeign);
+        noteClosedOption();
+    }
+    [[nodiscard]] bool usesForeignRules(const Token& token) const;
+    Next dispatch(Token& token) {
+        const bool isHtml = !sawUncommon_ || (!isFragment() && !open_.empty() && current().space == Namespace::html);
+        if (isHtml && mode_ == Mode::inBody) return inBody(token); // as most often
+        return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token);
+    }
+    Next dispatchByMode(Token& token);
+    void boundDepth();
+    [[nodiscard]] const OpenElement& current() const { return open_.back(); }
+    [[nodiscard]] OpenElement& current() { return open_.back(); }
+    [[nodiscard]] bool isFragment() const { return context_.id != kNoNode; }
+    [[nodiscard]] bool isSelectFragment() const {
+        return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
+    }
+    /// "The adjusted current node": the context element in place of a fragment's root.
+    [[nodiscard]] const OpenElement& adjustedCurrent() const {
+        return isFragment() && open_.size() == 1 ? context_ : current();
+    }
+    [[nodiscard]] bool currentIs(Tag tag) const {
+        return !open_.empty() && current().space == Namespace::html && current().tag == tag;
+    }
+    [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
+        return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
+    }
+    /// Where the search for an element from the top of the stack downwards ended, counted.
+    using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
+    StackPosition counted(const StackPosition& found) const {
+        steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
+        return found;
+    }
+    [[nodiscard]] bool isOpen(Tag tag) const;
+    [[nodiscard]] bool isInStack(NodeId id) const;
+    [[nodiscard]] bool isStillOpen(NodeId id, std::size_t& place) const;
+    [[nodiscard]] bool hasInScope(const TagSet& tags, Scope scope = Scope::standard) const;
+    [[nodiscard]] static bool endsScope(const OpenElement& element, Scope scope);
+    void pop();
+    void popUntil(const TagSet& tags);
+    void removeFromStack(NodeId id);
+    void clearStackBackTo(const TagSet& tags);
+    void generateImpliedEndTags(Tag except = Tag::unknown);
+    void generateAllImpliedEndTags();
+    void closeParagraph();
+    void closeParagraphInButtonScope() {
+        if (openParagraphs_ > 0 && hasInScope({Tag::p}, Scope::button)) closeParagraph();
+    }
+    void resetInsertionMode();
+    [[nodiscard]] Place appropriatePlace(OpenElement& target);
+    [[nodiscard]] Place appropriatePlace() { return appropriatePlace(current()); }
+    OpenElement addElement(const Token& token, Namespace space);
+    NodeId insertElement(const Token& token, Namespace space = Namespace::html);
+    NodeId insertImplied(Tag tag);
+    void insertVoid(const Token& token);
+    /// Inserts a node that is in no tree; answers its entry for the stack, with its neighbours.
+    OpenElement insertAt(const Place& place, OpenElement node);
+    void push(const OpenElement& element);
+    void removeHead(std::size_t place);
+    void openHtml(NodeId html);
+    void insertCharacters(std::string_view text);
+    void insertFosteredText(std::string_view text);
+    void insertWithoutNul(std::string_view text);
+    void parseRawText(const Token& token, Tokenizer::State state);
+    void mergeAttributes(NodeId element, const Token& token);
+
+    // TreeBuilderFormatting.cpp: the list of active formatting elements, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
+    void pushFormatting(NodeId element);
+    /// "Reconstruct the active formatting elements". Most often there are none, or the last one is the current node.
+    void reconstructFormatting() {
+        if (!formatting_.empty() && formatting_.back().id != current().id) openFormattingAgain();
+    }
+    void openFormattingAgain();
+    void clearFormattingToMarker();
+    void insertMarker() { formatting_.push_back({}); }
+    [[nodiscard]] std::size_t formattingIndex(NodeId id) const;
+    [[nodiscard]] std::size_t lastFormatting(Tag tag) const;
+    void removeFormatting(NodeId id);
+    [[nodiscard]] bool sameElement(NodeId a, NodeId b) const;
+    void adoptionAgency(const Token& token);
+    bool adoptOnce(Tag tag);
+    void adopt(std::size_t formattingAt, std::size_t stackAt, std::size_t furthestAt);
+    void takeOut(OpenElement& element);
+    void anyOtherEndTag(const Token& token);
+
+    // TreeBuilderModes.cpp: the modes before and after the body, and framesets.
+    Next initial(Token& token);
+    Next beforeHtml(Token& token);
+    Next beforeHead(Token& token);
+    Next inHead(Token& token);
+    Next inHeadNoscript(Token& token);
+    Next afterHead(Token& token);
+    Next text(Token& token);
+    Next inTemplate(Token& token);
+    Next afterBody(Token& token);
+    Next inFrameset(Token& token);
+    Next afterFrameset(Token& token);
+    Next afterAfterBody(Token& token);
+    Next afterAfterFrameset(Token& token);
+    void endTemplate();
+    void insertWhiteSpaceOf(const Token& token);
+
+    // TreeBuilderTables.cpp: the modes in tables.
+    Next inTable(Token& token);
+    Next inTableAnythingElse(Token& token);
+    Next inTableText(Token& token);
+    Next inCaption(Token& token);
+    Next inColumnGroup(Token& token);
+    Next inTableBody(Token& token);
+    Next inRow(Token& token);
+    Next inCell(Token& token);
+    void closeCell();
+    bool closeTable();
+
+    // TreeBuilderInBody.cpp.
+    Next inBody(Token& token);
+    Next inBodyStartTag(Token& token);
+    Next inBodyOtherStartTag(Token& token);
+    Next inBodyEndTag(Token& token);
+    void inBodyCharacters(const Token& token);
+    void startFrameset(const Token& token);
+    void startListItem(const Token& token, const TagSet& closes);
+    void startInput(const Token& token);
+    void startSelectPart(const Token& token);
+    void startSelectedContent(const Token& token);
+    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option into
+    /// selectedcontent". Asked between tokens, and between the end of one option and the start of the next.
+    void noteClosedOption() {
+        if (selectedContent_.select() != kNoNode) endOption();
+    }
+    void endOption();
+    void noteCopiedOption();
+    void startForm(const Token& token);
+    void endForm();
+    void endBlock(const TagSet& tags, Tag except, Scope scope);
+
+    // TreeBuilderForeign.cpp: 13.2.6.5.
+    Next inForeignContent(Token& token);
+    Next foreignStartTag(Token& token);
+    Next foreignEndTag(Token& token);
+    [[nodiscard]] static bool isMathTextIntegrationPoint(const OpenElement& element);
+    [[nodiscard]] bool isHtmlIntegrationPoint(const OpenElement& element) const;
+
+    Tree& tree_;
+    Tokenizer tokenizer_;
+    Mode mode_ = Mode::initial;
+    Mode originalMode_ = Mode::initial;
+    std::vector<Mode> templateModes_;
+    std::vector<OpenElement> open_;
+    OpenElement context_; ///< of a fragment
+    std::vector<FormattingEntry> formatting_;
+    std::vector<std::string_view> tableText_;
+    SelectedContent selectedContent_;
+    std::size_t selectPlace_ = 0;         ///< in the stack of open elements, of the select that is followed
+    std::size_t optionPlace_ = 0;         ///< and of its open option
+    std::size_t contentPlace_ = kNoPlace; ///< and of its selectedcontent, as long as that is open
+    static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
+    NodeId html_ = kNoNode;
+    OpenElement head_; ///< as it was when it was closed
+    NodeId form_ = kNoNode;
+    bool framesetOk_ = true;
+    bool fosterParenting_ = false;
+    bool skipLineFeed_ = false;
+    /// An element of SVG or MathML, a context that is one, or a selectedcontent element: each token asks for more then.
+    bool sawUncommon_ = false;
+    bool finished_ = false;
+    std::size_t openParagraphs_ = 0;
+    std::size_t startTags_ = 0;
+    std::size_t reconstructions_ = 0;
+    mutable std::uint64_t steps_ = 0;
+    int attributeMerges_ = 0;
+};
+
+/// 13.2.4.2: the "special" category of elements.
+[[nodiscard]] bool isSpecial(Tag tag, Namespace space);
+
+/// 13.2.6.4.1: whether a doctype asks for quirks mode.
+[[nodiscard]] bool isQuirksDoctype(const Token& doctype);
+
+/// The characters of `text` that are white space at its start.
+[[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);
+
+} // namespace quillow::html

@@ -1,0 +1,385 @@
+// 13.2.6.4.7 The "in body" insertion mode.
+#include "engines/html/parser/TreeBuilder.h"
+#include "text/Ascii.h"
+
+#include <algorithm>
+
+namespace quillow::html {
+
+namespace {
+
+constexpr TagSet kAsInHead{Tag::base,     Tag::basefont, Tag::bgsound, Tag::link,      Tag::meta,
+                           Tag::noframes, Tag::script,   Tag::style,   Tag::template_, Tag::title};
+constexpr TagSet kBlocks{Tag::address,  Tag::article,    Tag::aside,   Tag::blockquote, Tag::center,
+                         Tag::details,  Tag::dialog,     Tag::dir,     Tag::div,        Tag::dl,
+                         Tag::fieldset, Tag::figcaption, Tag::figure,  Tag::footer,     Tag::header,
+                         Tag::hgroup,   Tag::main,       Tag::menu,    Tag::nav,        Tag::ol,
+                         Tag::p,        Tag::search,     Tag::section, Tag::summary,    Tag::ul};
+constexpr TagSet kBlocksWithEnd{
+    Tag::address, Tag::article, Tag::aside,  Tag::blockquote, Tag::button,   Tag::center,     Tag::details,
+    Tag::dialog,  Tag::dir,     Tag::div,    Tag::dl,         Tag::fieldset, Tag::figcaption, Tag::figure,
+    Tag::footer,  Tag::header,  Tag::hgroup, Tag::listing,    Tag::main,     Tag::menu,       Tag::nav,
+    Tag::ol,      Tag::pre,     Tag::search, Tag::section,    Tag::select,   Tag::summary,    Tag::ul};
+constexpr TagSet kFormatting{Tag::b, Tag::big,   Tag::code,   Tag::em,     Tag::font, Tag::i,
+                             Tag::s, Tag::small, Tag::strike, Tag::strong, Tag::tt,   Tag::u};
+constexpr TagSet kMarked{Tag::applet, Tag::marquee, Tag::object};
+constexpr TagSet kIgnoredStarts{Tag::caption, Tag::col,   Tag::colgroup, Tag::frame, Tag::head, Tag::tbody,
+                                Tag::td,      Tag::tfoot, Tag::th,       Tag::thead, Tag::tr};
+
+const Attribute* findAttribute(const Token& token, AttributeName name) {
+    const auto found = std::find_if(token.attributes.begin(), token.attributes.end(),
+                                    [&](const Attribute& attribute) { return attribute.known() == name; });
+    return found == token.attributes.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+TreeBuilder::Next TreeBuilder::inBody(Token& token) {
+    switch (token.type) {
+    case TokenType::characters: inBodyCharacters(token); return Next::token;
+    case TokenType::doctype:
+    case TokenType::comment: return Next::token;
+    case TokenType::startTag: return inBodyStartTag(token);
+    case TokenType::endTag: return inBodyEndTag(token);
+    case TokenType::endOfFile:
+        if (!templateModes_.empty()) return inTemplate(token);
+        finished_ = true;
+        return Next::token;
+    }
+    return Next::token;
+}
+
+void TreeBuilder::inBodyCharacters(const Token& token) {
+    if (token.holdsNul && std::all_of(token.text.begin(), token.text.end(), [](char c) { return c == '\0'; })) return;
+    reconstructFormatting();
+    if (token.holdsNul) {
+        insertWithoutNul(token.text);
+    } else {
+        insertCharacters(token.text);
+    }
+    if (framesetOk_)
+        framesetOk_ =
+            std::all_of(token.text.begin(), token.text.end(), [](char c) { return text::isBlank(c) || c == '\0'; });
+}
+
+TreeBuilder::Next TreeBuilder::inBodyStartTag(Token& token) {
+    if (kBlocks.contains(token.tag)) {
+        closeParagraphInButtonScope();
+        insertElement(token);
+        return Next::token;
+    }
+    if (kFormatting.contains(token.tag)) {
+        reconstructFormatting();
+        pushFormatting(insertElement(token));
+        return Next::token;
+    }
+    if (kAsInHead.contains(token.tag)) return inHead(token);
+    if (kHeadings.contains(token.tag)) {
+        closeParagraphInButtonScope();
+        if (currentIsIn(kHeadings)) pop();
+        insertElement(token);
+        return Next::token;
+    }
+    if (kMarked.contains(token.tag)) {
+        reconstructFormatting();
+        insertElement(token);
+        insertMarker();
+        framesetOk_ = false;
+        return Next::token;
+    }
+    if (kIgnoredStarts.contains(token.tag)) return Next::token;
+    return inBodyOtherStartTag(token);
+}
+
+TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
+    switch (token.tag) {
+    case Tag::html:
+        if (!isOpen(Tag::template_)) mergeAttributes(html_, token);
+        break;
+    case Tag::body:
+        if (open_.size() < 2 || open_[1].tag != Tag::body || isOpen(Tag::template_)) break;
+        framesetOk_ = false;
+        mergeAttributes(open_[1].id, token);
+        break;
+    case Tag::frameset: startFrameset(token); break;
+    case Tag::pre:
+    case Tag::listing:
+        closeParagraphInButtonScope();
+        insertElement(token);
+        skipLineFeed_ = true;
+        framesetOk_ = false;
+        break;
+    case Tag::form: startForm(token); break;
+    case Tag::li: startListItem(token, {Tag::li}); break;
+    case Tag::dd:
+    case Tag::dt: startListItem(token, {Tag::dd, Tag::dt}); break;
+    case Tag::plaintext:
+        closeParagraphInButtonScope();
+        insertElement(token);
+        tokenizer_.switchTo(Tokenizer::State::plaintext);
+        break;
+    case Tag::button:
+        if (hasInScope({Tag::button})) {
+            generateImpliedEndTags();
+            popUntil({Tag::button});
+        }
+        reconstructFormatting();
+        insertElement(token);
+        framesetOk_ = false;
+        break;
+    case Tag::a:
+        if (const std::size_t open = lastFormatting(Tag::a); open < formatting_.size()) {
+            const NodeId element = formatting_[open].id;
+            adoptionAgency(token);
+            removeFormatting(element);
+            removeFromStack(element);
+        }
+        reconstructFormatting();
+        pushFormatting(insertElement(token));
+        break;
+    case Tag::nobr:
+        reconstructFormatting();
+        if (hasInScope({Tag::nobr})) {
+            adoptionAgency(token);
+            reconstructFormatting();
+        }
+        pushFormatting(insertElement(token));
+        break;
+    case Tag::table:
+        if (!tree_.isQuirky()) closeParagraphInButtonScope();
+        insertElement(token);
+        framesetOk_ = false;
+        mode_ = Mode::inTable;
+        break;
+    case Tag::area:
+    case Tag::br:
+    case Tag::embed:
+    case Tag::img:
+    case Tag::keygen:
+    case Tag::wbr:
+        reconstructFormatting();
+        insertVoid(token);
+        framesetOk_ = false;
+        break;
+    case Tag::input: startInput(token); break;
+    case Tag::param:
+    case Tag::source:
+    case Tag::track: insertVoid(token); break;
+    case Tag::hr:
+        closeParagraphInButtonScope();
+        if (hasInScope({Tag::select})) generateImpliedEndTags();
+        insertVoid(token);
+        framesetOk_ = false;
+        break;
+    case Tag::image:
+        token.tag = Tag::img;
+        token.name = tagName(Tag::img);
+        return Next::reprocess;
+    case Tag::textarea:
+        parseRawText(token, Tokenizer::State::rcdata);
+        skipLineFeed_ = true;
+        framesetOk_ = false;
+        break;
+    case Tag::xmp:
+        closeParagraphInButtonScope();
+        reconstructFormatting();
+        framesetOk_ = false;
+        parseRawText(token, Tokenizer::State::rawtext);
+        break;
+    case Tag::iframe:
+        framesetOk_ = false;
+        parseRawText(token, Tokenizer::State::rawtext);
+        break;
+    case Tag::noembed: parseRawText(token, Tokenizer::State::rawtext); break;
+    case Tag::select:
+    case Tag::optgroup:
+    case Tag::option: startSelectPart(token); break;
+    case Tag::selectedcontent: startSelectedContent(token); break;
+    case Tag::rb:
+    case Tag::rtc:
+        if (hasInScope({Tag::ruby})) generateImpliedEndTags();
+        insertElement(token);
+        break;
+    case Tag::rp:
+    case Tag::rt:
+        if (hasInScope({Tag::ruby})) generateImpliedEndTags(Tag::rtc);
+        insertElement(token);
+        break;
+    case Tag::math:
+    case Tag::svg:
+        reconstructFormatting();
+        insertElement(token, token.tag == Tag::svg ? Namespace::svg : Namespace::mathMl);
+        if (token.selfClosing) pop();
+        break;
+    default:
+        reconstructFormatting();
+        insertElement(token);
+        break;
+    }
+    return Next::token;
+}
+
+void TreeBuilder::startFrameset(const Token& token) {
+    if (open_.size() < 2 || open_[1].tag != Tag::body || !framesetOk_) return;
+    takeOut(open_[1]);
+    while (open_.size() > 1)
+        pop();
+    insertElement(token);
+    mode_ = Mode::inFrameset;
+}
+
+void TreeBuilder::startForm(const Token& token) {
+    const bool inTemplate = isOpen(Tag::template_);
+    if (form_ != kNoNode && !inTemplate) return;
+    closeParagraphInButtonScope();
+    const NodeId element = insertElement(token);
+    if (!inTemplate) form_ = element;
+}
+
+/// The start tags "li", and "dd" and "dt", each of which closes an open one of its kind.
+void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
+    framesetOk_ = false;
+    for (std::size_t i = open_.size(); i-- > 0;) {
+        ++steps_;
+        const OpenElement element = open_[i];
+        if (element.space == Namespace::html && closes.contains(element.tag)) {
+            generateImpliedEndTags(element.tag);
+            popUntil(TagSet{element.tag});
+            break;
+        }
+        if (isSpecial(element.tag, element.space) && element.tag != Tag::address && element.tag != Tag::div &&
+            element.tag != Tag::p)
+            break;
+    }
+    closeParagraphInButtonScope();
+    insertElement(token);
+}
+
+void TreeBuilder::startInput(const Token& token) {
+    if (isSelectFragment()) return;
+    if (hasInScope({Tag::select})) popUntil({Tag::select});
+    reconstructFormatting();
+    insertVoid(token);
+    const Attribute* const type = findAttribute(token, AttributeName::type);
+    if (type == nullptr || !text::equalsIgnoringCase(type->value(), "hidden")) framesetOk_ = false;
+}
+
+void TreeBuilder::startSelectPart(const Token& token) {
+    const bool inSelect = hasInScope({Tag::select});
+    if (token.tag == Tag::select) {
+        if (isSelectFragment()) return;
+        if (inSelect) {
+            popUntil({Tag::select});
+            return;
+        }
+        framesetOk_ = false;
+    } else if (inSelect) {
+        generateImpliedEndTags(token.tag == Tag::option ? Tag::optgroup : Tag::unknown);
+    } else if (currentIs(Tag::option)) {
+        pop();
+    }
+    if (sawUncommon_) noteClosedOption();
+    reconstructFormatting();
+    const NodeId element = insertElement(token);
+    if (sawUncommon_ && token.tag == Tag::option) {
+        selectedContent_.optionInserted(element, open_);
+        optionPlace_ = open_.size() - 1;
+    }
+}
+
+void TreeBuilder::startSelectedContent(const Token& token) {
+    reconstructFormatting();
+    const NodeId element = insertElement(token);
+    selectedContent_.contentInserted(element, open_);
+    if (selectedContent_.content() == element) contentPlace_ = open_.size() - 1;
+    noteCopiedOption();
+    sawUncommon_ = true;
+}
+
+void TreeBuilder::endOption() {
+    const NodeId option = selectedContent_.openOption();
+    if (option != kNoNode && !isStillOpen(option, optionPlace_)) {
+        selectedContent_.optionClosed();
+        noteCopiedOption();
+    }
+    if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
+}
+
+/// What the selectedcontent element held is in no tree any more; if the element is open, it may be, too.
+void TreeBuilder::noteCopiedOption() {
+    const auto lastChild = selectedContent_.takeCopied();
+    if (!lastChild || contentPlace_ == kNoPlace) return;
+    if (!isStillOpen(selectedContent_.content(), contentPlace_)) {
+        contentPlace_ = kNoPlace;
+        return;
+    }
+    open_[contentPlace_].lastChild = *lastChild;
+    steps_ += open_.size() - contentPlace_;
+    for (std::size_t i = contentPlace_ + 1; i < open_.size(); ++i)
+        if (open_[i].parent == selectedContent_.content()) open_[i].parent = open_[i].previous = kNoNode;
+}
+
+/// The end tag of a block: closes it where it is in scope.
+void TreeBuilder::endBlock(const TagSet& tags, Tag except, Scope scope) {
+    if (!hasInScope(tags, scope)) return;
+    generateImpliedEndTags(except);
+    popUntil(tags);
+}
+
+void TreeBuilder::endForm() {
+    if (isOpen(Tag::template_)) {
+        endBlock({Tag::form}, Tag::unknown, Scope::standard);
+        return;
+    }
+    const NodeId form = form_;
+    form_ = kNoNode;
+    if (form == kNoNode || !isInStack(form) || !hasInScope({Tag::form})) return;
+    generateImpliedEndTags();
+    removeFromStack(form);
+}
+
+TreeBuilder::Next TreeBuilder::inBodyEndTag(Token& token) {
+    if (kBlocksWithEnd.contains(token.tag)) {
+        endBlock(TagSet{token.tag}, Tag::unknown, Scope::standard);
+        return Next::token;
+    }
+    if (kFormatting.contains(token.tag) || token.tag == Tag::a || token.tag == Tag::nobr) {
+        adoptionAgency(token);
+        return Next::token;
+    }
+    if (kMarked.contains(token.tag)) {
+        if (!hasInScope(TagSet{token.tag})) return Next::token;
+        generateImpliedEndTags();
+        popUntil(TagSet{token.tag});
+        clearFormattingToMarker();
+        return Next::token;
+    }
+    if (kHeadings.contains(token.tag)) {
+        endBlock(kHeadings, Tag::unknown, Scope::standard);
+        return Next::token;
+    }
+    switch (token.tag) {
+    case Tag::template_: return inHead(token);
+    case Tag::body:
+    case Tag::html:
+        if (!hasInScope({Tag::body})) break;
+        mode_ = Mode::afterBody;
+        return token.tag == Tag::html ? Next::reprocess : Next::token;
+    case Tag::form: endForm(); break;
+    case Tag::p:
+        if (openParagraphs_ == 0 || !hasInScope({Tag::p}, Scope::button)) insertImplied(Tag::p);
+        closeParagraph();
+        break;
+    case Tag::li: endBlock({Tag::li}, Tag::li, Scope::listItem); break;
+    case Tag::dd:
+    case Tag::dt: endBlock(TagSet{token.tag}, token.tag, Scope::standard); break;
+    case Tag::br:
+        token.type = TokenType::startTag;
+        token.attributes.clear();
+        return inBodyStartTag(token);
+    default: anyOtherEndTag(token); break;
+    }
+    return Next::token;
+}
+
+} // namespace quillow::html

@@ -1,0 +1,20 @@
+// From the tree to the text: the "get the text" steps of the HTML Standard (section 3.2.7, innerText) over computed styles, with
+// list markers and the other options on top.
+#pragma once
+
+#include "engines/Extract.h"
+#include "engines/html/tree/Tree.h"
+
+namespace quillow::html {
+
+enum class AuthorStyles { apply, ignore };
+
+struct RenderedText {
+    std::string text;
+    bool sawAuthorStyles = false; ///< a sheet or style attribute took part
+};
+
+/// The text of the document's body.
+[[nodiscard]] RenderedText renderText(const Tree& tree, const Options& options, AuthorStyles authorStyles);
+
+} // namespace quillow::html

@@ -1,0 +1,223 @@
+// PDF: the pages' texts in order, in the text form. Which order a page is read in, and what its letters are, is decided here.
+#include "engines/pdf/Reader.h"
+
+#include "engines/pdf/Limits.h"
+#include "engines/pdf/PresentationForms.h"
+#include "text/TextSink.h"
+#include "text/Utf8.h"
+
+#include <new>
+#include <utility>
+
+namespace quillow::pdf {
+
+namespace {
+
+using text::TextSink;
+
+constexpr bool isHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool isLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// The strongly right-to-left blocks (UAX #9, classes R and AL): Hebrew to Arabic Extended-A, their presentation forms, and
+/// the historic scripts of the supplementary plane, which UTF-16 shows by their high surrogates.
+constexpr bool isRightToLeft(char16_t unit) {
+    return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
+           (unit >= 0xFE70 && unit <= 0xFEFE) || unit == 0xD802 || unit == 0xD803 || unit == 0xD83A || unit == 0xD83B;
+}
+
+constexpr bool isBlank(char16_t unit) {
+    return unit <= 0x20 || unit == 0xA0;
+}
+
+/// Marks of direction that were put around runs on the way: the text is in logical order and needs none (UAX #9, 2.1, 2.2).
+constexpr bool isEmbeddingMark(char32_t codePoint) {
+    return codePoint >= 0x202A && codePoint <= 0x202E;
+}
+
+struct Letters {
+    std::size_t all = 0;
+    std::size_t rightToLeft = 0;
+};
+
+Letters countLetters(const std::u16string& page) {
+    Letters letters;
+    for (const char16_t unit : page) {
+        if (isBlank(unit) || isEmbeddingMark(unit)) continue;
+        ++letters.all;
+        if (isRightToLeft(unit)) ++letters.rightToLeft;
+    }
+    return letters;
+}
+
+void appendCharacter(TextSink& sink, char32_t codePoint, LossAccount& loss) {
+    if (isEmbeddingMark(codePoint)) return;
+    ++loss.charactersDecoded;
+    if (codePoint == text::kReplacementCharacter) ++loss.charactersWithoutUnicode;
+    const std::u16string_view plain = plainLetters(codePoint);
+    if (plain.empty()) {
+        sink.append(codePoint);
+        return;
+    }
+    for (const char16_t unit : plain)
+        sink.append(unit);
+}
+
+/// The next code point of UTF-16; a lone surrogate and the private use areas, which name no character, are U+FFFD.
+char32_t nextCodePoint(std::u16string_view& rest) {
+    const char16_t first = rest.front();
+    rest.remove_prefix(1);
+    if (isHighSurrogate(first) && !rest.empty() && isLowSurrogate(rest.front())) {
+        const char32_t codePoint = 0x10000 + ((char32_t{first} & 0x3FF) << 10) + (char32_t{rest.front()} & 0x3FF);
+        rest.remove_prefix(1);
+        return codePoint >= 0xF0000 ? text::kReplacementCharacter : codePoint;
+    }
+    if (isHighSurrogate(first) || isLowSurrogate(first)) return text::kReplacementCharacter;
+    return first >= 0xE000 && first <= 0xF8FF ? text::kReplacementCharacter : char32_t{first};
+}
+
+/// Removes what a page ends with that is no text: blanks and line ends.
+void trimEnd(TextSink& sink, std::size_t from) {
+    std::size_t end = sink.size();
+    while (end > from && (sink.view()[end - 1] == '\n' || sink.view()[end - 1] == ' '))
+        --end;
+    sink.truncate(end);
+}
+
+/// Writes a page; answers whether it held any character.
+bool appendPage(TextSink& sink, std::u16string_view page, LossAccount& loss) {
+    const std::size_t begin = sink.size();
+    while (!page.empty()) {
+        const char32_t codePoint = nextCodePoint(page);
+        if (codePoint == '\n' || codePoint == '\f')
+            sink.appendAscii('\n'); // the library ends a page's text by a form feed
+        else if (codePoint == ' ' || codePoint == '\t')
+            sink.appendAscii(static_cast<char>(codePoint));
+        else
+            appendCharacter(sink, codePoint, loss);
+    }
+    trimEnd(sink, begin);
+    return sink.size() > begin;
+}
+
+Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
+    Extraction extraction;
+    extraction.reason = reason;
+    extraction.detail = std::move(detail);
+    extraction.pages = pages;
+    return extraction;
+}
+
+/// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
+/// holds the words as they are drawn, the last one first. A fifth of the letters is more than a quotation. Where geometry
+/// has lost letters (it drops what overlaps), all of them out of order are better than a few in order.
+std::optional<std::u16string> bestText(const Pages& pages, std::size_t index) {
+    std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
+    if (!drawn) return drawn;
+    const Letters letters = countLetters(*drawn);
+    if (letters.rightToLeft * 5 <= letters.all) return drawn;
+    std::optional<std::u16string> read = pages.pageText(index, PageOrder::reading);
+    return read && countLetters(*read).all * 10 >= letters.all * 9 ? read : drawn;
+}
+
+class Pages {
+public:
+    Pages(const Pages& source, const Options& options)
+        : source_(source)
+        , sink_(options.pageMarks == PageMarks::formFeed ? TextSink::FormFeeds::keep : TextSink::FormFeeds::drop)
+        , marks_(options.pageMarks) {}
+
+    Extraction read() && {
+        for (std::size_t index = 0; index < source_.count() && !stopped_; ++index)
+            readPage(index);
+        return std::move(*this).outcome();
+    }
+
+private:
+    void readPage(std::size_t index) {
+        if (index >= kMaximumPages) return stop("more than " + std::to_string(kMaximumPages) + " pages");
+        if (sink_.size() > kMaximumText) return stop("the text is too long");
+        const std::optional<std::u16string> page = bestText(source_, index);
+        if (source_.hasMemoryEnded()) throw std::bad_alloc();
+        if (!page) {
+            ++loss_.partsSkipped;
+            if (++missingInARow_ > kMaximumMissingPages) stop("too many pages are missing");
+            return;
+        }
+        missingInARow_ = 0;
+        // Every page has its mark; without marks, pages that hold nothing leave no blank lines.
+        const std::size_t before = sink_.size();
+        if (marks_ == PageMarks::formFeed ? pagesRead_ > 0 : before > 0) sink_.appendAscii(separator());
+        ++pagesRead_;
+        if (appendPage(sink_, *page, loss_)) {
+            ++pagesWithText_;
+            return;
+        }
+        ++loss_.pagesWithoutText;
+        if (marks_ == PageMarks::off) sink_.truncate(before);
+    }
+
+    [[nodiscard]] char separator() const { return marks_ == PageMarks::formFeed ? '\f' : '\n'; }
+
+    void stop(std::string why) {
+        stopped_ = true;
+        why_ = std::move(why);
+        loss_.partsSkipped += 1;
+    }
+
+    Extraction outcome() && {
+        const auto pageCount = static_cast<std::uint64_t>(source_.count());
+        if (pagesRead_ == 0) return failure(Reason::damaged, "no page can be read", pageCount);
+        if (pagesWithText_ == 0) {
+            Extraction extraction = failure(Reason::noTextLayer, "the pages hold no characters", pageCount);
+            extraction.loss = loss_;
+            return extraction;
+        }
+        Extraction extraction;
+        extraction.reason = loss_.partsSkipped > 0 ? Reason::partial : Reason::ok;
+        if (stopped_)
+            extraction.detail = why_;
+        else if (loss_.partsSkipped > 0)
+            extraction.detail =
+                std::to_string(loss_.partsSkipped) + " of " + std::to_string(pageCount) + " pages cannot be read";
+        extraction.text = std::move(sink_).finish();
+        extraction.loss = loss_;
+        extraction.pages = pageCount;
+        return extraction;
+    }
+
+    const Pages& source_;
+    TextSink sink_;
+    PageMarks marks_;
+    LossAccount loss_;
+    std::uint64_t pagesRead_ = 0;
+    std::uint64_t pagesWithText_ = 0;
+    std::uint64_t missingInARow_ = 0;
+    bool stopped_ = false;
+    std::string why_;
+};
+
+} // namespace
+
+Extraction readPages(const Pages& pages, const Options& options) {
+    if (pages.hasMemoryEnded()) throw std::bad_alloc();
+    switch (pages.opening()) {
+    case Pages::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
+    case Pages::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
+    case Pages::Opening::opened: break;
+    }
+    return Pages(pages, options).read();
+}
+
+Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const Module& module) {
+    if (bytes.size() > kMaximumDocument) return failure(Reason::tooLarge, "the file is too large", 0);
+    const std::unique_ptr<Pages> pages = module.open(bytes);
+    if (!pages) return failure(Reason::unreadable, "what reads PDFs is not installed: " + module.failure(), 0);
+    return readPages(*pages, options);
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,144 @@
+#include "engines/rtf/Fonts.h"
+
+#include <string_view>
+
+namespace quillow::rtf {
+
+namespace {
+
+constexpr int kSymbolCharset = 2;
+constexpr int kDefaultCharset = 1;
+constexpr int kMacCharset = 77;
+
+struct CharsetCodePage {
+    int charset;
+    int codePage;
+};
+
+/// RTF 1.9.1, "Font Table", the list at \fcharset; 78 to 89 are the Macintosh scripts.
+constexpr CharsetCodePage kCharsets[] = {
+    {0, 1252},   {77, 10000}, {78, 10001}, {79, 10003}, {80, 10008}, {81, 10002}, {83, 10005}, {84, 10004},
+    {85, 10006}, {86, 10081}, {87, 10021}, {88, 10029}, {89, 10007}, {128, 932},  {129, 949},  {130, 1361},
+    {134, 936},  {136, 950},  {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256}, {179, 1256},
+    {180, 1256}, {181, 1255}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}, {254, 437},  {255, 850},
+};
+
+/// Windows names the scripts of a font that has several by these suffixes ("Arial CE"); some writers give nothing else.
+struct SuffixCharset {
+    std::string_view suffix;
+    int charset;
+};
+
+constexpr SuffixCharset kSuffixes[] = {
+    {" CE", 238},       {" Cyr", 204},      {" Greek", 161},  {" Tur", 162},          {" Baltic", 186},
+    {" (Hebrew)", 177}, {" (Arabic)", 178}, {" (Thai)", 222}, {" (Vietnamese)", 163},
+};
+
+int charsetOfName(std::string_view name, int otherwise) {
+    for (const SuffixCharset& entry : kSuffixes)
+        if (name.ends_with(entry.suffix)) return entry.charset;
+    return otherwise;
+}
+
+} // namespace
+
+void FontTable::reset() {
+    document_ = pool_.forCodePage(kWindowsLatin);
+    hasAnsiCodePage_ = false;
+    defaultFont_ = kNotGiven;
+    fonts_ = {};
+    latest_ = nullptr;
+}
+
+void FontTable::useForDocument(int codePage) {
+    document_ = pool_.forCodePage(codePage);
+    latest_ = nullptr;
+}
+
+void FontTable::setAnsiCodePage(int number) {
+    hasAnsiCodePage_ = true;
+    useForDocument(number);
+}
+
+void FontTable::setDocumentCharset(int number) {
+    if (!hasAnsiCodePage_) useForDocument(number);
+}
+
+const Charset* FontTable::resolve(int number) {
+    const auto found = fonts_.find(number);
+    if (found == fonts_.end()) return document_;
+    const Font& font = found->second;
+    if (font.symbols != nullptr) return pool_.forSymbols(font.symbols);
+    if (font.codePage != kNotGiven) return pool_.forCodePage(font.codePage);
+    for (const CharsetCodePage& entry : kCharsets)
+        if (entry.charset == font.charsetNumber) return pool_.forCodePage(entry.codePage);
+    return document_;
+}
+
+void FontTable::define(int number, Font font, const std::string& name) {
+    if (number < 0 || fonts_.size() >= kMaxFonts) return;
+    // A symbol font is known by its charset; old files and the Macintosh's give only the name of one.
+    const bool isSymbolCharset = font.charsetNumber == kSymbolCharset;
+    const bool mayBeSymbols =
+        font.codePage == kNotGiven && (font.charsetNumber == kNotGiven || isSymbolCharset ||
+                                       font.charsetNumber == kDefaultCharset || font.charsetNumber == kMacCharset);
+    if (mayBeSymbols) font.symbols = text::symbolFontDecoder(name);
+    if (isSymbolCharset && font.symbols == nullptr) font.symbols = text::symbolToUnicode;
+    const bool saysNothing = font.codePage == kNotGiven && font.charsetNumber == kNotGiven;
+    if (saysNothing) font.charsetNumber = charsetOfName(name, kNotGiven);
+    fonts_[number] = font;
+    latest_ = nullptr;
+}
+
+Scanner::Completeness FontTable::read(Scanner& scanner) {
+    std::size_t depth = 1;
+    int number = kNotGiven;
+    Font font;
+    std::string name;
+    const auto finishEntry = [&] {
+        define(number, font, name);
+        number = kNotGiven;
+        font = {};
+        name.clear();
+    };
+    while (true) {
+        const Token token = scanner.nextToken();
+        switch (token.kind) {
+        case Token::Kind::end: finishEntry(); return Scanner::Completeness::cutShort;
+        case Token::Kind::open:
+            // {\*\panose}, {\*\falt}, {\*\fname} and embedded fonts stand inside an entry.
+            if (scanner.peek(0) == '\\' && scanner.peek(1) == '*') {
+                if (scanner.skipGroup(nullptr) == Scanner::Completeness::cutShort)
+                    return Scanner::Completeness::cutShort;
+            } else {
+                ++depth;
+            }
+            break;
+        case Token::Kind::close:
+            if (--depth <= 1) finishEntry();
+            if (depth == 0) return Scanner::Completeness::whole;
+            break;
+        case Token::Kind::word:
+            switch (token.word.action()) {
+            case Action::font:
+                if (number != kNotGiven) finishEntry();
+                number = token.word.parameter;
+                break;
+            case Action::fontCharset: font.charsetNumber = token.word.parameter; break;
+            case Action::fontCodePage: font.codePage = token.word.parameter; break;
+            default: break;
+            }
+            break;
+        case Token::Kind::symbol: break;
+        case Token::Kind::byte:
+            if (token.byte == ';') {
+                finishEntry();
+            } else if (name.size() < kMaxName) {
+                name.push_back(token.byte);
+            }
+            break;
+        }
+    }
+}
+
+} // namespace quillow::rtf

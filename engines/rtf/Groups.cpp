@@ -1,0 +1,466 @@
+// Groups and destinations (RTF 1.9.1, "Groups", "Destinations"): which groups are read, which are passed over, and what is
+// done with a group's text when it closes.
+#include "engines/rtf/Interpreter.h"
+#include "text/Ascii.h"
+
+#include <algorithm>
+
+namespace quillow::rtf {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t npos = std::string_view::npos;
+constexpr std::string_view kBlanks = " \t\n";
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// True where there is anything but blanks and replacement characters.
+bool isReadable(std::string_view text) {
+    constexpr std::string_view kReplacement = "\uFFFD";
+    while (true) {
+        text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+        if (text.substr(0, kReplacement.size()) != kReplacement) return !text.empty();
+        text.remove_prefix(kReplacement.size());
+    }
+}
+
+/// A note's text without what parts it from its mark; some writers part them by a no-break space.
+std::string_view noteText(std::string_view text) {
+    constexpr std::string_view kNoBreakSpace = "\u00A0";
+    text = trimmed(text);
+    if (text.substr(0, kNoBreakSpace.size()) != kNoBreakSpace) return text;
+    return trimmed(text.substr(kNoBreakSpace.size()));
+}
+
+/// Where a control word of that name stands first, or npos.
+std::size_t findWord(std::string_view text, std::string_view word) {
+    std::size_t at = text.find(word);
+    while (at != npos && at + word.size() < text.size() && text::isLetter(text[at + word.size()]))
+        at = text.find(word, at + word.size());
+    return at;
+}
+
+/// Where the body begins in a group that has swallowed it: at its first \sectd or \pard.
+std::size_t findBody(std::string_view swallowed) {
+    return std::min(findWord(swallowed, "\\sectd"), findWord(swallowed, "\\pard"));
+}
+
+/// In a table: where there is neither, behind the last entry that ends before the first paragraph does.
+std::size_t findBodyAfterEntries(std::string_view table) {
+    const std::size_t body = findBody(table);
+    if (body != npos) return body;
+    const std::size_t paragraph = findWord(table, "\\par");
+    const std::size_t brace = paragraph != npos ? table.rfind('}', paragraph) : npos;
+    return brace != npos ? brace + 1 : npos;
+}
+
+bool holdsParagraph(std::string_view table) {
+    if (findWord(table, "\\par") == npos) return false; // hardly any table gets further
+    const std::size_t body = findBody(table);
+    return body != npos && findWord(table.substr(body), "\\par") != npos;
+}
+
+std::string noteMark(std::uint32_t number) {
+    std::string mark(1, '[');
+    mark += std::to_string(number);
+    mark += ']';
+    return mark;
+}
+
+} // namespace
+
+/// An opening brace has been passed.
+void Interpreter::openGroup() {
+    if (stack_.size() < kMaxDepth) {
+        stack_.push_back(state_);
+        state_.closing = Closing::nothing;
+    } else {
+        ++overflow_;
+    }
+    scanner_.skipLineEnds();
+    if (scanner_.peek(0) != '\\') return;
+    if (scanner_.peek(1) == '*') {
+        scanner_.moveTo(scanner_.position() + 2);
+        scanner_.skipLineEnds();
+        if (!scanner_.atWord()) return;
+        const ControlWord word = scanner_.readWord();
+        if (word.action() == Action::destination) {
+            openDestination(word.keyword.destination());
+        } else if (word.action() == Action::binary) {
+            skipBinary(word.parameter);
+        } else {
+            skipRestOfGroup();
+        }
+        return;
+    }
+    const Keyword keyword = scanner_.readName();
+    if (keyword.action == Action::notAWord) return;
+    const ControlWord word = scanner_.readParameter(keyword);
+    if (word.action() == Action::destination) {
+        openDestination(word.keyword.destination());
+    } else if (word.action() != Action::none) {
+        handleWord(word);
+    }
+}
+
+/// The current group's closing brace has been passed.
+void Interpreter::leaveGroup() {
+    if (overflow_ > 0) {
+        --overflow_;
+        return;
+    }
+    if (stack_.size() <= 1) {
+        endDocument();
+        return;
+    }
+    const Closing closing = state_.closing;
+    state_ = stack_.back();
+    stack_.pop_back();
+    if (closing != Closing::nothing) finishDestination(closing);
+}
+
+/// Closing braces in the rest of the file that nothing there opens. Binary data is not told apart: this is a guess anyway.
+std::size_t Interpreter::countUnmatchedCloses() const {
+    std::size_t unmatched = 0;
+    std::size_t open = 0;
+    const char* end = scanner_.end();
+    for (const char* p = findSyntax(scanner_.position(), end); p != end; p = findSyntax(p, end)) {
+        if (*p == '\\') {
+            p += std::min<std::ptrdiff_t>(2, end - p);
+            continue;
+        }
+        if (*p == '{') {
+            ++open;
+        } else if (open > 0) {
+            --open;
+        } else {
+            ++unmatched;
+        }
+        ++p;
+    }
+    return unmatched;
+}
+
+/// The brace that closes the document. Where closing braces are still to come that nothing opens, this one is a stray and
+/// the text goes on (but not behind a NUL, where only the remains of a buffer can be). Else another document may follow.
+void Interpreter::endDocument() {
+    std::string_view rest = scanner_.rest();
+    rest.remove_prefix(std::min(rest.find_first_not_of("\r\n"), rest.size()));
+    if (!straysCounted_) {
+        straysCounted_ = true;
+        work_ += rest.size();
+        if (!rest.empty() && rest.front() != '\0') strays_ = countUnmatchedCloses();
+    }
+    if (strays_ > 0) {
+        --strays_;
+        return;
+    }
+    if (!stack_.empty()) {
+        state_ = stack_.front();
+        stack_.clear();
+    }
+    const std::size_t next = findRtfGroup(scanner_.rest(), 0);
+    work_ += std::min(next, scanner_.remaining());
+    if (next == npos) {
+        scanner_.moveToEnd();
+    } else {
+        scanner_.moveTo(scanner_.position() + next);
+    }
+}
+
+/// \rtf: a document begins. An appended one has tables of its own.
+void Interpreter::startDocument() {
+    if (stack_.size() <= 1) {
+        fonts_.reset();
+        lists_.reset();
+        const Closing closing = state_.closing;
+        state_ = {};
+        state_.closing = closing;
+        setCharset(fonts_.defaultCharset());
+    }
+    settle();
+    output_.ensureLineStart();
+    startParagraph();
+}
+
+void Interpreter::skipRestOfGroup() {
+    const char* start = scanner_.position();
+    leaveData(start, scanner_.skipGroup(rawPairs()));
+}
+
+/// True when a group that has just been read or passed over ends the file, or closed with the document's last brace: a brace of
+/// its own is missing.
+bool Interpreter::lacksBrace(Scanner::Completeness completeness) const {
+    return completeness == Scanner::Completeness::cutShort || (stack_.size() > 1 && scanner_.position() == lastBrace_);
+}
+
+/// A group of data has been read or passed over from `start` on. Where it lacks its brace, it has swallowed the body.
+void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
+    const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
+    leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
+}
+
+/// The same for a table, in which no paragraph can end: where one does, a closing brace is missing before it, and the brace that
+/// closed the table is a later one.
+void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
+    const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
+    std::size_t body = npos;
+    if (lacksBrace(completeness)) {
+        body = findBodyAfterEntries(table);
+    } else if (holdsParagraph(table)) {
+        body = findBody(table);
+    }
+    leaveSwallowed(table, completeness, body);
+}
+
+/// The text goes on at `body` in a group that has swallowed it, if it has, else after the group.
+void Interpreter::leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body) {
+    work_ += swallowed.size();
+    const bool isCutShort = completeness == Scanner::Completeness::cutShort;
+    if (isCutShort) truncated_ = true;
+    if (body == npos || recoveries_ >= kMaxRecoveries) {
+        if (!isCutShort) leaveGroup();
+        return;
+    }
+    work_ += body;
+    ++recoveries_;
+    ++loss_.partsSkipped;
+    truncated_ = true;
+    scanner_.moveTo(swallowed.data() + body);
+    if (overflow_ > 0 || stack_.size() > 1) leaveGroup();
+}
+
+Interpreter::Frame* Interpreter::innermost(Closing kind) {
+    const auto found =
+        std::find_if(frames_.rbegin(), frames_.rend(), [kind](const Frame& f) { return f.kind == kind; });
+    return found != frames_.rend() ? &*found : nullptr;
+}
+
+bool Interpreter::pushFrame(Closing kind) {
+    if (overflow_ > 0 || frames_.size() >= kMaxFrames) return false;
+    frames_.emplace_back().kind = kind;
+    state_.closing = kind;
+    return true;
+}
+
+/// From here on the text goes to the frame: in a paragraph of its own, outside lists.
+void Interpreter::divert(Frame& frame) {
+    frame.pending = pending_;
+    frame.paragraph = std::move(paragraph_);
+    frame.mark = output_.size();
+    pending_ = 0;
+    paragraph_ = {};
+    paragraph_.start = frame.mark;
+    paragraph_.listText = frame.mark;
+    state_.listOverride = 0;
+    state_.hasOldNumbering = false;
+}
+
+std::string Interpreter::endDiversion(Frame& frame) {
+    pending_ &= static_cast<std::uint8_t>(~kLabel);
+    settle();
+    if (!paragraph_.boxes.empty()) {
+        output_.ensureLineStart();
+        output_.append(paragraph_.boxes);
+    }
+    std::string text = output_.cut(frame.mark);
+    paragraph_ = std::move(frame.paragraph);
+    pending_ = frame.pending;
+    return text;
+}
+
+void Interpreter::openDestination(Destination destination) {
+    const bool isSuppressed = (state_.flags & kSuppressed) != 0;
+    const char* start = scanner_.position();
+    switch (destination) {
+    case Destination::body: return;
+    case Destination::table: return leaveTable(start, scanner_.skipGroup(rawPairs()));
+    case Destination::fontTable: leaveTable(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::listTable: return leaveTable(start, lists_.readListTable(scanner_));
+    case Destination::overrideTable: return leaveTable(start, lists_.readOverrideTable(scanner_));
+    case Destination::oldNumbering:
+        leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
+        state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
+        return armLabel();
+    case Destination::listText:
+        if (options_.listMarkers == ListMarkers::off) return skipRestOfGroup();
+        if (!pushFrame(Closing::listText)) return;
+        // The label that would be computed waits: the paragraph is still counted.
+        frames_.back().pending = pending_ & kLabel;
+        pending_ &= static_cast<std::uint8_t>(~kLabel);
+        frames_.back().mark = output_.size();
+        if (isSuppressed) paragraph_.labelled = true;
+        return;
+    case Destination::note:
+        if (isSuppressed) return skipRestOfGroup();
+        if (!prepareText() || !pushFrame(Closing::note)) return;
+        frames_.back().noteNumber = ++noteCount_;
+        output_.append(noteMark(noteCount_));
+        return divert(frames_.back());
+    case Destination::header:
+    case Destination::footer:
+        if (options_.headersFooters == HeadersFooters::off) return skipRestOfGroup();
+        if (pushFrame(destination == Destination::header ? Closing::header : Closing::footer)) divert(frames_.back());
+        return;
+    case Destination::textBox:
+        if (pushFrame(Closing::textBox)) divert(frames_.back());
+        return;
+    case Destination::shape: (void)pushFrame(Closing::shape); return;
+    case Destination::shapeResult: {
+        // The same shape once more, for readers that don't know shapes.
+        const Frame* shape = innermost(Closing::shape);
+        return shape != nullptr && shape->hasText ? skipRestOfGroup() : void();
+    }
+    case Destination::field: (void)pushFrame(Closing::field); return;
+    case Destination::fieldInstruction:
+        if (!pushFrame(Closing::fieldInstruction)) return skipRestOfGroup();
+        return divert(frames_.back());
+    case Destination::fieldResult:
+        if (frames_.empty() || frames_.back().kind != Closing::field) return;
+        if (frames_.back().skipsResult) return skipRestOfGroup();
+        if (overflow_ == 0) state_.closing = Closing::fieldResult;
+        return;
+    case Destination::unicodePair: return skipAnsiHalf();
+    case Destination::attachment: return skipAttachment();
+    default: return skipRestOfGroup(); // also the parts of tables, met outside their table
+    }
+}
+
+void Interpreter::finishDestination(Closing closing) {
+    if (closing == Closing::fieldResult) {
+        const Frame* field = innermost(Closing::field);
+        if (field == nullptr || field->target.empty() || options_.links == LinkTargets::off || !prepareText()) return;
+        output_.append(" <");
+        output_.append(field->target);
+        output_.append('>');
+        return;
+    }
+    Frame frame = std::move(frames_.back());
+    frames_.pop_back();
+    switch (closing) {
+    case Closing::listText:
+        settle();
+        pending_ |= frame.pending;
+        // Blanks alone are no label: some writers leave it to the list tables. Nor is what can't be read.
+        if (isReadable(output_.view(frame.mark))) paragraph_.labelled = true;
+        paragraph_.listText = std::max(frame.mark, paragraph_.start);
+        paragraph_.start = output_.size();
+        armLabel(); // to be counted, and written only in place of blanks
+        break;
+    case Closing::note: {
+        const std::string text = endDiversion(frame);
+        notes_ += noteMark(frame.noteNumber);
+        notes_ += ' ';
+        notes_ += noteText(text);
+        notes_ += '\n';
+        break;
+    }
+    case Closing::header: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        settle();
+        output_.ensureLineStart();
+        output_.append(trimmed(text));
+        output_.append('\n');
+        startParagraph();
+        break;
+    }
+    case Closing::footer: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        footers_ += trimmed(text);
+        footers_ += '\n';
+        break;
+    }
+    case Closing::textBox: {
+        const std::string text = endDiversion(frame);
+        if (trimmed(text).empty()) break;
+        for (Frame& outer : frames_)
+            if (outer.kind == Closing::shape) outer.hasText = true;
+        if ((state_.flags & kSuppressed) != 0) break;
+        const Frame* shape = innermost(Closing::shape);
+        const bool isAbove = shape != nullptr && shape->partsText && output_.size() == paragraph_.start &&
+                             output_.atLineStart() && (pending_ & kSurrogate) == 0;
+        if (isAbove) {
+            output_.append(trimmed(text));
+            output_.append('\n');
+            paragraph_.start = output_.size();
+            paragraph_.listText = paragraph_.start;
+        } else {
+            paragraph_.boxes += trimmed(text);
+            paragraph_.boxes += '\n';
+        }
+        break;
+    }
+    case Closing::fieldInstruction: finishInstruction(frame); break;
+    default: break; // shapes and fields only remember
+    }
+}
+
+void Interpreter::finishInstruction(Frame& frame) {
+    FieldInstruction instruction = readFieldInstruction(endDiversion(frame));
+    Frame* field = frames_.empty() || frames_.back().kind != Closing::field ? nullptr : &frames_.back();
+    switch (instruction.kind) {
+    case FieldInstruction::Kind::other: break;
+    case FieldInstruction::Kind::character:
+        if (field != nullptr) field->skipsResult = true;
+        writeCodePoint(text::decodeUtf8(instruction.text).codePoint);
+        break;
+    case FieldInstruction::Kind::text:
+        if (field != nullptr) field->skipsResult = true;
+        if (prepareText()) output_.append(instruction.text);
+        break;
+    case FieldInstruction::Kind::link:
+        if (field != nullptr) field->target = std::move(instruction.text);
+        break;
+    }
+}
+
+/// {\upr{ansi}{\*\ud{unicode}}}: the first half is for readers without Unicode. It is kept where there is no second half.
+void Interpreter::skipAnsiHalf() {
+    scanner_.skipLineEnds();
+    if (scanner_.peek(0) != '{') return;
+    const char* ansiHalf = scanner_.position();
+    scanner_.advance();
+    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    work_ += static_cast<std::size_t>(scanner_.position() - ansiHalf);
+    if (completeness == Scanner::Completeness::whole) {
+        scanner_.skipLineEnds();
+        const std::string_view rest = scanner_.rest();
+        if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
+    }
+    // Going back costs a second walk, so it is not done without end.
+    if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
+}
+
+/// An entry of the font table or the style sheet that a brace too many or too few has put outside: its name, which ends with
+/// a semicolon, is no text.
+void Interpreter::skipStrayEntry() {
+    constexpr std::size_t kLongestEntry = 256;
+    if (stack_.size() <= 1 || state_.closing != Closing::nothing) return;
+    Scanner entry(scanner_.rest().substr(0, kLongestEntry));
+    if (entry.skipGroup(nullptr) == Scanner::Completeness::whole && entry.position()[-2] == ';') skipRestOfGroup();
+}
+
+/// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.
+void Interpreter::skipAttachment() {
+    constexpr std::uint8_t kPlaceholder = 0xAC;
+    skipRestOfGroup();
+    scanner_.skipLineEnds();
+    const char* p = scanner_.position();
+    if (scanner_.hexByteAt(p) == kPlaceholder) {
+        scanner_.moveTo(p + 4);
+    } else if (static_cast<std::uint8_t>(scanner_.peek(0)) == kPlaceholder) {
+        scanner_.advance();
+    } else if (scanner_.rest().substr(0, 2) == "\u00AC") {
+        scanner_.moveTo(p + 2);
+    }
+}
+
+} // namespace quillow::rtf

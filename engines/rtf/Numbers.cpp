@@ -1,0 +1,289 @@
+#include "engines/rtf/Numbers.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace quillow::rtf {
+
+namespace {
+
+using Letters = std::u32string_view;
+
+constexpr Letters kLatinUpper = U"ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr Letters kLatinLower = U"abcdefghijklmnopqrstuvwxyz";
+constexpr Letters kRussianUpper = U"АБВГДЕЖЗИКЛМНОПРСТУФХЦЧШЩЫЭЮЯ";
+constexpr Letters kRussianLower = U"абвгдежзиклмнопрстуфхцчшщыэюя";
+constexpr Letters kAiueo =
+    U"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲン";
+constexpr Letters kIroha =
+    U"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフコエテアサキユメミシヱヒモセスン";
+constexpr Letters kAiueoHalf = U"ｱｲｳｴｵｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾅﾆﾇﾈﾉﾊﾋﾌﾍﾎﾏﾐﾑﾒﾓﾔﾕﾖﾗﾘﾙﾚﾛﾜｦﾝ";
+constexpr Letters kIrohaHalf = U"ｲﾛﾊﾆﾎﾍﾄﾁﾘﾇﾙｦﾜｶﾖﾀﾚｿﾂﾈﾅﾗﾑｳヰﾉｵｸﾔﾏｹﾌｺｴﾃｱｻｷﾕﾒﾐｼヱﾋﾓｾｽﾝ";
+constexpr Letters kCircled = U"①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳";
+constexpr Letters kFullStops = U"⒈⒉⒊⒋⒌⒍⒎⒏⒐⒑⒒⒓⒔⒕⒖⒗⒘⒙⒚⒛";
+constexpr Letters kParenthesized = U"⑴⑵⑶⑷⑸⑹⑺⑻⑼⑽⑾⑿⒀⒁⒂⒃⒄⒅⒆⒇";
+constexpr Letters kParenthesizedIdeographs = U"㈠㈡㈢㈣㈤㈥㈦㈧㈨㈩";
+constexpr Letters kGanada = U"가나다라마바사아자차카타파하";
+constexpr Letters kChosung = U"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ";
+constexpr Letters kHeavenlyStems = U"甲乙丙丁戊己庚辛壬癸";
+constexpr Letters kEarthlyBranches = U"子丑寅卯辰巳午未申酉戌亥";
+constexpr Letters kArabicAlphabet = U"أبتثجحخدذرزسشصضطظعغفقكلمنهوي";
+constexpr Letters kArabicAbjad = U"أبجدهوزحطيكلمنسعفصقرشتثخذضظغ";
+constexpr Letters kHebrew = U"אבגדהוזחטיכלמנסעפצקרשת";
+constexpr Letters kHindiVowels = U"अआइईउऊऋऌऍऎएऐऑऒओऔ";
+constexpr Letters kHindiConsonants = U"कखगघङचछजझञटठडढणतथदधनपफबभमयरलवशषसह";
+constexpr Letters kThai = U"กขคงจฉชซฌญฎฏฐฑฒณดตถทธนบปผฝพฟภมยรลวศษสหฬอฮ";
+
+constexpr Letters kFullwidthDigits = U"０１２３４５６７８９";
+constexpr Letters kDevanagariDigits = U"०१२३४५६७८९";
+constexpr Letters kThaiDigits = U"๐๑๒๓๔๕๖๗๘๙";
+constexpr Letters kIdeographDigits = U"〇一二三四五六七八九";
+constexpr Letters kCircleDigits = U"○一二三四五六七八九";
+constexpr Letters kZeroDigits = U"零一二三四五六七八九";
+constexpr Letters kKoreanDigits = U"영일이삼사오육칠팔구";
+
+/// What comes after the last letter of an alphabet.
+enum class Beyond { repeat, wrap, digits };
+
+struct Alphabet {
+    int format;
+    Beyond beyond;
+    Letters letters;
+};
+
+constexpr Alphabet kAlphabets[] = {
+    {3, Beyond::repeat, kLatinUpper},
+    {4, Beyond::repeat, kLatinLower},
+    {12, Beyond::wrap, kAiueoHalf},
+    {13, Beyond::wrap, kIrohaHalf},
+    {18, Beyond::digits, kCircled},
+    {20, Beyond::wrap, kAiueo},
+    {21, Beyond::wrap, kIroha},
+    {24, Beyond::wrap, kGanada},
+    {25, Beyond::wrap, kChosung},
+    {26, Beyond::digits, kFullStops},
+    {27, Beyond::digits, kParenthesized},
+    {28, Beyond::digits, kCircled},
+    {29, Beyond::digits, kParenthesizedIdeographs},
+    {30, Beyond::digits, kHeavenlyStems},
+    {31, Beyond::digits, kEarthlyBranches},
+    {46, Beyond::wrap, kArabicAlphabet},
+    {47, Beyond::digits, kHebrew},
+    {48, Beyond::wrap, kArabicAbjad},
+    {49, Beyond::wrap,
+     kHindiConsonants}, // deliberate: word processors have the letters of 49 and 50 the other way round
+    {50, Beyond::wrap, kHindiVowels},
+    {53, Beyond::wrap, kThai},
+    {58, Beyond::repeat, kRussianLower},
+    {59, Beyond::repeat, kRussianUpper},
+};
+
+struct Digits {
+    int format;
+    Letters digits;
+};
+
+constexpr Digits kDigits[] = {
+    {10, kIdeographDigits}, {14, kFullwidthDigits},  {17, kIdeographDigits},
+    {19, kFullwidthDigits}, {36, kCircleDigits},     {41, kKoreanDigits},
+    {44, kZeroDigits},      {51, kDevanagariDigits}, {54, kThaiDigits},
+};
+
+/// Which powers of ten have the sign of one before them.
+enum class Ones { always, allButTen, never };
+
+/// Counting with a sign for each power of ten, as Chinese, Japanese and Korean do.
+struct Counting {
+    int format;
+    Ones ones;
+    bool saysZero; ///< whether a gap between two signs is filled by a zero
+    std::uint32_t largest;
+    Letters digits; ///< 0..9; beyond the largest number these alone
+    Letters powers; ///< 10, 100, 1000
+};
+
+constexpr Letters kPowers = U"十百千";
+constexpr Letters kFormalPowers = U"拾佰仟";
+constexpr Letters kFormalDigits = U"零壹貳參肆伍陸柒捌玖";
+constexpr Letters kSimplifiedFormalDigits = U"零壹贰叁肆伍陆柒捌玖";
+constexpr Letters kJapaneseFormalDigits = U"〇壱弐参四伍六七八九";
+
+constexpr Counting kCountings[] = {
+    {11, Ones::never, false, 9999, kIdeographDigits, kPowers},
+    {16, Ones::always, false, 9999, kJapaneseFormalDigits, U"拾百千"},
+    {33, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {34, Ones::always, true, 9999, kFormalDigits, kFormalPowers},
+    {35, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {37, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {38, Ones::always, true, 9999, kSimplifiedFormalDigits, kFormalPowers},
+    {39, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {42, Ones::never, false, 9999, kKoreanDigits, U"십백천"},
+};
+
+/// Native Korean numbers, for 1 to 99.
+constexpr Letters kKoreanOnes[] = {U"", U"하나", U"둘", U"셋", U"넷", U"다섯", U"여섯", U"일곱", U"여덟", U"아홉"};
+constexpr Letters kKoreanTens[] = {U"", U"열", U"스물", U"서른", U"마흔", U"쉰", U"예순", U"일흔", U"여든", U"아흔"};
+
+void appendDigits(std::u32string& out, std::uint32_t value, Letters digits) {
+    const std::size_t start = out.size();
+    do {
+        out.push_back(digits[value % 10]);
+        value /= 10;
+    } while (value != 0);
+    std::reverse(out.begin() + static_cast<std::ptrdiff_t>(start), out.end());
+}
+
+void appendArabic(std::u32string& out, std::uint32_t value) {
+    appendDigits(out, value, U"0123456789");
+}
+
+void appendAscii(std::u32string& out, std::string_view ascii) {
+    out.append(ascii.begin(), ascii.end());
+}
+
+void appendRoman(std::u32string& out, std::uint32_t value, bool upper) {
+    struct Numeral {
+        std::uint32_t value;
+        std::string_view letters;
+    };
+    constexpr Numeral kNumerals[] = {{1000, "m"}, {900, "cm"}, {500, "d"}, {400, "cd"}, {100, "c"},
+                                     {90, "xc"},  {50, "l"},   {40, "xl"}, {10, "x"},   {9, "ix"},
+                                     {5, "v"},    {4, "iv"},   {1, "i"}};
+    constexpr std::uint32_t kLargest = 32767; // what the format itself can count to; 32 + 15 letters
+    if (value == 0 || value > kLargest) return appendArabic(out, value);
+    for (const Numeral& numeral : kNumerals) {
+        for (; value >= numeral.value; value -= numeral.value)
+            for (const char letter : numeral.letters)
+                out.push_back(static_cast<char32_t>(upper ? letter - 'a' + 'A' : letter));
+    }
+}
+
+void appendLetters(std::u32string& out, const Alphabet& alphabet, std::uint32_t value) {
+    constexpr std::uint32_t kMostRepeats = 30; // 780 in Latin letters is the last such number
+    const auto size = static_cast<std::uint32_t>(alphabet.letters.size());
+    if (value == 0) return appendArabic(out, value);
+    const std::uint32_t round = (value - 1) / size;
+    const char32_t letter = alphabet.letters[(value - 1) % size];
+    if (round > 0 && (alphabet.beyond == Beyond::digits || round >= kMostRepeats)) return appendArabic(out, value);
+    out.append(alphabet.beyond == Beyond::repeat ? round + 1 : 1, letter);
+}
+
+void appendCounted(std::u32string& out, const Counting& counting, std::uint32_t value) {
+    if (value == 0 || value > counting.largest) return appendDigits(out, value, counting.digits);
+    bool zeroPending = false;
+    const std::size_t start = out.size();
+    std::uint32_t unit = 1000;
+    for (std::size_t power = 3;; --power, unit /= 10) {
+        const std::uint32_t digit = value / unit % 10;
+        if (digit == 0) {
+            zeroPending = out.size() > start;
+        } else {
+            if (zeroPending && counting.saysZero) out.push_back(counting.digits[0]);
+            zeroPending = false;
+            const bool isLeadingTen = power == 1 && out.size() == start;
+            const bool saysOne = counting.ones == Ones::always || (counting.ones == Ones::allButTen && !isLeadingTen);
+            if (power == 0 || digit > 1 || saysOne) out.push_back(counting.digits[digit]);
+            if (power > 0) out.push_back(counting.powers[power - 1]);
+        }
+        if (power == 0) return;
+    }
+}
+
+void appendKorean(std::u32string& out, std::uint32_t value) {
+    if (value == 0 || value > 99) return appendArabic(out, value);
+    out += kKoreanTens[value / 10];
+    out += kKoreanOnes[value % 10];
+}
+
+constexpr std::string_view kOnes[] = {"",         "One",     "Two",     "Three",     "Four",     "Five",    "Six",
+                                      "Seven",    "Eight",   "Nine",    "Ten",       "Eleven",   "Twelve",  "Thirteen",
+                                      "Fourteen", "Fifteen", "Sixteen", "Seventeen", "Eighteen", "Nineteen"};
+constexpr std::string_view kTens[] = {"",      "",      "Twenty",  "Thirty", "Forty",
+                                      "Fifty", "Sixty", "Seventy", "Eighty", "Ninety"};
+constexpr std::string_view kOrdinalOnes[] = {"",          "First",     "Second",      "Third",      "Fourth",
+                                             "Fifth",     "Sixth",     "Seventh",     "Eighth",     "Ninth",
+                                             "Tenth",     "Eleventh",  "Twelfth",     "Thirteenth", "Fourteenth",
+                                             "Fifteenth", "Sixteenth", "Seventeenth", "Eighteenth", "Nineteenth"};
+constexpr std::string_view kOrdinalTens[] = {"",         "",         "Twentieth",  "Thirtieth", "Fortieth",
+                                             "Fiftieth", "Sixtieth", "Seventieth", "Eightieth", "Ninetieth"};
+
+/// "1st", "2nd", "3rd", "11th".
+void appendOrdinal(std::u32string& out, std::uint32_t value) {
+    appendArabic(out, value);
+    const std::uint32_t tens = value % 100;
+    constexpr std::string_view kSuffixes[] = {"th", "st", "nd", "rd"};
+    const bool isTeen = tens >= 11 && tens <= 13;
+    appendAscii(out, isTeen || value % 10 > 3 ? kSuffixes[0] : kSuffixes[value % 10]);
+}
+
+void appendEnglish(std::u32string& out, std::uint32_t value, bool ordinal) {
+    if (value == 0 || value > 99) return ordinal ? appendOrdinal(out, value) : appendArabic(out, value);
+    if (value < 20) return appendAscii(out, ordinal ? kOrdinalOnes[value] : kOnes[value]);
+    const std::uint32_t ones = value % 10;
+    if (ones == 0) return appendAscii(out, ordinal ? kOrdinalTens[value / 10] : kTens[value / 10]);
+    appendAscii(out, kTens[value / 10]);
+    out.push_back('-');
+    const std::size_t last = out.size();
+    appendAscii(out, ordinal ? kOrdinalOnes[ones] : kOnes[ones]);
+    out[last] += 'a' - 'A';
+}
+
+/// Hebrew letters as numbers: 15 and 16 are written 9+6 and 9+7.
+void appendHebrewNumber(std::u32string& out, std::uint32_t value) {
+    if (value == 0 || value > 999) return appendArabic(out, value);
+    for (; value >= 400; value -= 400)
+        out.push_back(kHebrew[21]);
+    if (value >= 100) out.push_back(kHebrew[17 + value / 100]);
+    value %= 100;
+    if (value == 15 || value == 16) {
+        out.push_back(kHebrew[8]);
+        value -= 9;
+    } else if (value >= 10) {
+        out.push_back(kHebrew[8 + value / 10]);
+        value %= 10;
+    }
+    if (value > 0) out.push_back(kHebrew[value - 1]);
+}
+
+template <typename Table>
+const auto* findFormat(const Table& table, int format) {
+    const auto* found = std::find_if(std::begin(table), std::end(table),
+                                     [format](const auto& entry) { return entry.format == format; });
+    return found != std::end(table) ? found : nullptr;
+}
+
+} // namespace
+
+void appendNumber(std::u32string& out, int format, std::uint32_t value) {
+    switch (format) {
+    case kFormatBullet:
+    case kFormatNone: return;
+    case 1: return appendRoman(out, value, true);
+    case 2: return appendRoman(out, value, false);
+    case 5: return appendOrdinal(out, value);
+    case 6: return appendEnglish(out, value, false);
+    case 7: return appendEnglish(out, value, true);
+    case 22:
+        if (value < 10) out.push_back('0');
+        return appendArabic(out, value);
+    case 32: // the sixty-year cycle: a stem and a branch
+        if (value == 0) return appendArabic(out, value);
+        out.push_back(kHeavenlyStems[(value - 1) % kHeavenlyStems.size()]);
+        out.push_back(kEarthlyBranches[(value - 1) % kEarthlyBranches.size()]);
+        return;
+    case 43: return appendKorean(out, value);
+    case 45: return appendHebrewNumber(out, value);
+    case 57:
+        appendAscii(out, "- ");
+        appendArabic(out, value);
+        return appendAscii(out, " -");
+    default: break;
+    }
+    if (const Alphabet* alphabet = findFormat(kAlphabets, format)) return appendLetters(out, *alphabet, value);
+    if (const Digits* digits = findFormat(kDigits, format)) return appendDigits(out, value, digits->digits);
+    if (const Counting* counting = findFormat(kCountings, format)) return appendCounted(out, *counting, value);
+    appendArabic(out, value);
+}
+
+} // namespace quillow::rtf

@@ -1,0 +1,257 @@
+// The entry: reasons, the loss account, limits, and documents written in two ways that must give one text.
+#include "engines/rtf/Reader.h"
+
+#include "engines/rtf/Interpreter.h"
+#include "tests/engines/DataFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillow::rtf {
+namespace {
+
+using namespace std::string_view_literals;
+
+Extraction read(std::string_view document, const Options& options = {}) {
+    return readRtf(test::asBytes(document), options);
+}
+
+std::string textOf(std::string_view document) {
+    return read(document).text.value_or("(no text)");
+}
+
+std::string repeated(std::string_view piece, std::size_t count) {
+    std::string text;
+    text.reserve(piece.size() * count);
+    for (std::size_t i = 0; i < count; ++i)
+        text += piece;
+    return text;
+}
+
+struct ReasonCase {
+    std::string_view document;
+    Reason reason;
+    std::optional<std::string_view> text;
+};
+
+TEST(Reader, everyDocumentHasItsReason) {
+    const ReasonCase kCases[] = {
+        {"", Reason::damaged, std::nullopt},
+        {"{\\rtf1 a}", Reason::ok, "a\n"},
+        {"{\\rtf1}", Reason::okEmpty, ""},
+        {"{\\rtf1\\par\\par}", Reason::okEmpty, ""},
+        {"{", Reason::ok, "{\n"},
+        {"\xEF\xBB\xBF", Reason::okEmpty, ""},
+        // Without its last brace alone a document is whole where it ends at the end of a paragraph, a row or a group.
+        {"{\\rtf1 a\\par\r\n", Reason::ok, "a\n"},
+        {"{\\rtf1 a{\\b b}", Reason::ok, "ab\n"},
+        {"{\\rtf1 a", Reason::partial, "a\n"},
+        {"{\\rtf1 a{\\b b\\par ", Reason::partial, "ab\n"},
+        {"{\\rtf1 a{\\pict 00", Reason::partial, "a\n"},
+        {"{\\rtf1{\\stylesheet{Style;}\\pard a\\par} b}", Reason::partial, "a\n b\n"},
+        {"{\\rtf1{\\stylesheet{\\pard Style;}} b}", Reason::ok, " b\n"},
+        {"{\\rtf1 a\\bin9 b}", Reason::partial, "a\n"},
+        {"{\\rtf1 a \\u12", Reason::partial, "a \n"},
+        {"{\\rtf1 a \\'e", Reason::partial, "a e\n"},
+        {"{\\rtf1 a {\\field{\\fldinst SYMBOL 65", Reason::partial, "a A\n"},
+        {"{\\rtf1\\ansi", Reason::damaged, std::nullopt},
+        {"%PDF-1.7 {\\rtf1 a}", Reason::wrongType, std::nullopt},
+        {"<!DOCTYPE html><p>{\\rtf1 a}", Reason::wrongType, std::nullopt},
+        {"<?xml version=\"1.0\"?><a/>", Reason::wrongType, std::nullopt},
+        {"PK\x03\x04\x00\x00{\\rtf1 a}"sv, Reason::wrongType, std::nullopt},
+        {"abc\0def"sv, Reason::wrongType, std::nullopt},
+    };
+    for (const ReasonCase& reasonCase : kCases) {
+        const Extraction extraction = read(reasonCase.document);
+        EXPECT_EQ(extraction.reason, reasonCase.reason) << reasonCase.document;
+        EXPECT_EQ(extraction.text, reasonCase.text) << reasonCase.document;
+    }
+}
+
+TEST(Reader, foreignContentIsNamed) {
+    EXPECT_EQ(read("%PDF-1.7").detail, "the content is a PDF");
+    EXPECT_EQ(read("<html>").detail, "the content is an HTML page");
+    EXPECT_EQ(read("a\0b"sv).detail, "the content is binary");
+}
+
+TEST(Reader, lossesAreCounted) {
+    const Extraction extraction =
+        read("{\\rtf1{\\fonttbl{\\f1\\fcharset128 M;}}\\f1 a\\'93{}\\u57344?\\u55357?{\\pict");
+    EXPECT_EQ(extraction.text, "a\uFFFD\uFFFD\uFFFD\n");
+    EXPECT_EQ(extraction.loss.charactersWithoutUnicode, 3U);
+    EXPECT_EQ(extraction.loss.charactersDecoded, 5U);
+    EXPECT_EQ(extraction.loss.partsSkipped, 1U);
+}
+
+TEST(Reader, unreadableListTextThatTheTablesReplaceIsNoLoss) {
+    const Extraction extraction =
+        read("{\\rtf1{\\*\\listtable{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01-;}}\\listid1}}"
+             "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}{\\listtext\\u57344?\\tab}\\ls1 a\\u57344?}");
+    EXPECT_EQ(extraction.text, "-\ta\uFFFD\n");
+    EXPECT_EQ(extraction.loss.charactersWithoutUnicode, 1U);
+}
+
+TEST(Reader, hiddenTextLosesNothing) {
+    EXPECT_EQ(read("{\\rtf1 a{\\v\\u57344?\\'81}}").loss.charactersWithoutUnicode, 0U);
+}
+
+TEST(Reader, noByteOrderMarkBeginsTheText) {
+    EXPECT_EQ(textOf("{\\rtf1 \\u-257?a\\u-257?}"), "a\uFEFF\n");
+    // Cut out of an instruction or a box, the mark comes to the front.
+    EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?\\u-257?a)}{\\fldrslt b}}}"), "a\n");
+    EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?)}{\\fldrslt b}}}"), "");
+}
+
+TEST(Reader, everyPrintableCharacterIsTextWhereverItStands) {
+    for (char c = 0x20; c < 0x7F; ++c) {
+        if (isSyntax(c)) continue;
+        for (std::size_t before = 0; before < 70; ++before) {
+            const std::string line = std::string(before, 'x') + c + std::string(70, 'y') + c + c;
+            EXPECT_EQ(textOf("{\\rtf1 " + line + "\\tab " + line + "}"), line + "\t" + line + "\n") << before;
+        }
+    }
+}
+
+TEST(Reader, charactersAreCountedByCodePoint) {
+    for (const std::size_t count : {std::size_t{1}, std::size_t{63}, std::size_t{64}, std::size_t{5000}}) {
+        const Extraction extraction = read("{\\rtf1 " + repeated("a\\u233?\\u8364?\\u-10179?\\u-8704?", count) + "}");
+        EXPECT_EQ(extraction.loss.charactersDecoded, 4 * count + 1) << count;
+    }
+}
+
+TEST(Reader, groupsDeeperThanTheLimitAreCountedAndTheirTextTaken) {
+    const std::size_t depth = kMaxDepth + 5000;
+    const std::string document =
+        "{\\rtf1 a" + repeated("{", depth) + "deep{\\pict 00}\\'e9{\\footnote n}" + repeated("}", depth) + " end}";
+    EXPECT_EQ(read(document).reason, Reason::ok);
+    EXPECT_EQ(textOf(document), "adeepén end\n");
+}
+
+TEST(Reader, formattingInsideTheLimitDoesNotLeakOut) {
+    const std::string document =
+        "{\\rtf1 a" + repeated("{", kMaxDepth - 1) + "{{\\v hidden}" + repeated("}", kMaxDepth - 1) + "} shown}";
+    EXPECT_EQ(textOf(document), "a shown\n");
+}
+
+TEST(Reader, destinationsNestedBeyondTheLimitAreText) {
+    const std::size_t count = kMaxFrames + 10;
+    const std::string text = textOf("{\\rtf1 a" + repeated("{\\footnote x", count) + repeated("}", count) + "}");
+    EXPECT_EQ(static_cast<std::size_t>(std::count(text.begin(), text.end(), 'x')), count);
+}
+
+TEST(Reader, computedLabelsStopAtTheirBudget) {
+    const std::string table = "{\\*\\listtable{\\list{\\listlevel{\\leveltext\\'40" + std::string(64, 'x') +
+                              ";}}\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}";
+    const std::string document = "{\\rtf1" + table + "\\ls1 " + repeated("\\\n", 20000) + "end}";
+    const Extraction extraction = read(document);
+    ASSERT_TRUE(extraction.text.has_value());
+    EXPECT_LT(extraction.text->size(), document.size() * (kLabelBytesPerInputByte + 1));
+    EXPECT_EQ(extraction.loss.partsSkipped, 1U);
+}
+
+TEST(Reader, unclosedTablesAreLeftAtTheBodyOnlySoOften) {
+    const std::string_view unclosed = "{\\stylesheet x\\pard y";
+    EXPECT_EQ(textOf("{\\rtf1 " + repeated(unclosed, 3)), "yyy\n");
+    const std::string text = textOf("{\\rtf1 " + repeated(unclosed, 100));
+    EXPECT_EQ(text.size(), static_cast<std::size_t>(kMaxRecoveries) + 1);
+}
+
+/// Pieces that are whole tokens each: line ends may stand between any two of them.
+const std::vector<std::string_view> kPieces = {
+    "abc",
+    "x y",
+    "\\'e9",
+    "\\'93",
+    "\\'fa",
+    "\\u233?",
+    "\\u-10179?",
+    "\\u-8704?",
+    "\\par ",
+    "\\tab ",
+    "\\f1 ",
+    "\\f0 ",
+    "\\f2 ",
+    "\\b ",
+    "\\plain ",
+    "{\\b x}",
+    "{\\v h}",
+    "\\emdash ",
+    "\\~",
+    "\\cell ",
+    "\\row ",
+    "\\pard ",
+    "\\ls1 ",
+    "{\\pict 00}",
+    "{\\*\\q z}",
+    "{\\footnote n}",
+    "\\line ",
+    "\\'0d\\'0a",
+    "\\'cf\\'f0",
+    "\\{",
+    "{\\shptxt box}",
+    "{\\upr{a}{\\*\\ud\\u300?}}",
+};
+
+constexpr std::string_view kProlog = "{\\rtf1\\ansi{\\fonttbl{\\f0 A;}{\\f1\\fcharset128 M;}{\\f2\\fcharset2 Symbol;}}"
+                                     "{\\*\\listtable{\\list{\\listlevel{\\leveltext\\'02\\'00.;}}\\listid1}}"
+                                     "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}";
+
+std::vector<std::string_view> randomPieces(std::mt19937& random) {
+    std::vector<std::string_view> pieces;
+    for (int i = 0; i < 40; ++i)
+        pieces.push_back(kPieces[random() % kPieces.size()]);
+    return pieces;
+}
+
+TEST(Reader, lineEndsBetweenTokensChangeNothing) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 500; ++round) {
+        std::string plain(kProlog);
+        std::string broken(kProlog);
+        for (const std::string_view piece : randomPieces(random)) {
+            plain += piece;
+            broken += piece;
+            broken += "\r\n";
+        }
+        EXPECT_EQ(textOf(plain + "}"), textOf(broken + "}")) << plain;
+    }
+}
+
+TEST(Reader, runsSplitIntoGroupsGiveTheSameText) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 500; ++round) {
+        std::string whole = std::string(kProlog) + "\\ls1 ";
+        std::string split = whole;
+        for (int run = 0; run < 20; ++run) {
+            const bool endsParagraph = random() % 4 == 0;
+            const std::string words(1 + random() % 40, static_cast<char>('a' + random() % 26));
+            const std::size_t at = random() % words.size();
+            whole += words + (endsParagraph ? "\\par " : "");
+            split += "{\\b " + words.substr(0, at) + "}{{\\i\\insrsid5 " + words.substr(at) + "}}";
+            split += endsParagraph ? "\\par " : "";
+        }
+        EXPECT_EQ(textOf(whole + "}"), textOf(split + "}"));
+    }
+}
+
+TEST(Reader, everyTruncationGivesWellFormedText) {
+    std::string document(kProlog);
+    for (const std::string_view piece : kPieces)
+        document += piece;
+    document += "}";
+    for (std::size_t length = 1; length < document.size(); ++length) {
+        const Extraction extraction = read(std::string_view(document).substr(0, length));
+        if (extraction.text) {
+            EXPECT_TRUE(text::isValidUtf8(*extraction.text)) << length;
+        } else {
+            EXPECT_EQ(extraction.reason, Reason::damaged) << length;
+        }
+    }
+}
+
+} // namespace
+} // namespace quillow::rtf
