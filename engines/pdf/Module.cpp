@@ -28,9 +28,9 @@ const Module& Module::installed() {
     return module;
 }
 
-std::unique_ptr<Pages> Module::open(std::span<const std::byte> bytes) const {
+std::unique_ptr<PageSource> Module::open(std::span<const std::byte> bytes) const {
     if (open_ == nullptr) return nullptr;
-    std::unique_ptr<Pages> pages(open_(bytes.data(), bytes.size()));
+    std::unique_ptr<PageSource> pages(open_(bytes.data(), bytes.size()));
     if (!pages) throw std::bad_alloc();
     return pages;
 }

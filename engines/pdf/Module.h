@@ -2,7 +2,7 @@
 // it needs take longer to load than most documents of other kinds take to read.
 #pragma once
 
-#include "engines/pdf/Pages.h"
+#include "engines/pdf/PageSource.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -22,13 +22,13 @@ public:
 
     /// The document, opened with the empty password; null where the module could not be loaded. The bytes are not copied and
     /// must outlive the pages. Throws std::bad_alloc.
-    [[nodiscard]] std::unique_ptr<Pages> open(std::span<const std::byte> bytes) const;
+    [[nodiscard]] std::unique_ptr<PageSource> open(std::span<const std::byte> bytes) const;
 
     /// Why the module could not be loaded, in the loader's words; empty where it could.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
 private:
-    Pages* (*open_)(const std::byte* bytes, std::size_t size) noexcept = nullptr;
+    PageSource* (*open_)(const std::byte* bytes, std::size_t size) noexcept = nullptr;
     std::string failure_;
 };
 
@@ -36,4 +36,4 @@ private:
 
 /// The module's one entry point, by the name that the loader looks for: the pages of a document, which the caller owns; null
 /// when there is no memory for them.
-extern "C" quillow::pdf::Pages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept;
+extern "C" quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept;

@@ -30,7 +30,7 @@ poppler::page::text_layout_enum layoutOf(PageOrder order) {
                                              : poppler::page::non_raw_non_physical_layout;
 }
 
-class PopplerPages final : public Pages {
+class PopplerPages final : public PageSource {
 public:
     explicit PopplerPages(std::span<const std::byte> bytes) noexcept;
 
@@ -90,6 +90,6 @@ std::optional<std::u16string> PopplerPages::pageText(std::size_t index, PageOrde
 
 } // namespace quillow::pdf
 
-quillow::pdf::Pages* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
+quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
     return new (std::nothrow) quillow::pdf::PopplerPages(std::span(bytes, size));
 }

@@ -115,7 +115,7 @@ Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
 /// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
 /// holds the words as they are drawn, the last one first. A fifth of the letters is more than a quotation. Where geometry
 /// has lost letters (it drops what overlaps), all of them out of order are better than a few in order.
-std::optional<std::u16string> bestText(const Pages& pages, std::size_t index) {
+std::optional<std::u16string> bestText(const PageSource& pages, std::size_t index) {
     std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
     if (!drawn) return drawn;
     const Letters letters = countLetters(*drawn);
@@ -126,7 +126,7 @@ std::optional<std::u16string> bestText(const Pages& pages, std::size_t index) {
 
 class Pages {
 public:
-    Pages(const Pages& source, const Options& options)
+    Pages(const PageSource& source, const Options& options)
         : source_(source)
         , sink_(options.pageMarks == PageMarks::formFeed ? TextSink::FormFeeds::keep : TextSink::FormFeeds::drop)
         , marks_(options.pageMarks) {}
@@ -190,7 +190,7 @@ private:
         return extraction;
     }
 
-    const Pages& source_;
+    const PageSource& source_;
     TextSink sink_;
     PageMarks marks_;
     LossAccount loss_;
@@ -203,19 +203,19 @@ private:
 
 } // namespace
 
-Extraction readPages(const Pages& pages, const Options& options) {
+Extraction readPages(const PageSource& pages, const Options& options) {
     if (pages.hasMemoryEnded()) throw std::bad_alloc();
     switch (pages.opening()) {
-    case Pages::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
-    case Pages::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
-    case Pages::Opening::opened: break;
+    case PageSource::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
+    case PageSource::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
+    case PageSource::Opening::opened: break;
     }
     return Pages(pages, options).read();
 }
 
 Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const Module& module) {
     if (bytes.size() > kMaximumDocument) return failure(Reason::tooLarge, "the file is too large", 0);
-    const std::unique_ptr<Pages> pages = module.open(bytes);
+    const std::unique_ptr<PageSource> pages = module.open(bytes);
     if (!pages) return failure(Reason::unreadable, "what reads PDFs is not installed: " + module.failure(), 0);
     return readPages(*pages, options);
 }

@@ -11,6 +11,6 @@ namespace quillow::pdf {
                                  const Module& module = Module::installed());
 
 /// The same for pages that have been opened, or not. Throws std::bad_alloc where memory ended in the module too.
-[[nodiscard]] Extraction readPages(const Pages& pages, const Options& options);
+[[nodiscard]] Extraction readPages(const PageSource& pages, const Options& options);
 
 } // namespace quillow::pdf

@@ -75,7 +75,7 @@ constexpr std::string_view kTakenAsNever[] = {"valid", "required", "optional", "
 std::string_view lowered(std::string_view name, SelectorPool& pool) {
     if (std::none_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; })) return name;
     std::string& kept = pool.strings.emplace_back(name);
-    std::transform(kept.begin(), kept.end(), kept.begin(), toLower);
+    std::transform(kept.begin(), kept.end(), kept.begin(), text::toLower);
     return kept;
 }
 

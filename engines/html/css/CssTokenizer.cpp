@@ -118,13 +118,13 @@ std::string_view CssTokenizer::consumeName() {
 
 /// 4.3.7 Consume an escaped code point; the backslash is consumed.
 void CssTokenizer::consumeEscape(std::string& out) {
-    if (!text::hexValue(at(0)) >= 0) {
+    if (text::hexValue(at(0)) < 0) {
         out.push_back(input_[position_++]);
         return;
     }
     char32_t codePoint = 0;
     for (int digits = 0; digits < 6 && text::hexValue(at(0)) >= 0; ++digits)
-        codePoint = codePoint * 16 + text::hexValue(input_[position_++]);
+        codePoint = codePoint * 16 + static_cast<char32_t>(text::hexValue(input_[position_++]));
     if (text::isBlank(at(0)) && position_ < input_.size()) ++position_;
     text::appendUtf8(out, codePoint == 0 ? text::kReplacementCharacter : codePoint);
 }

@@ -29,7 +29,8 @@ std::size_t appendNumeric(std::string& out, std::string_view rest) {
     const std::size_t digits = at;
     std::uint32_t number = 0;
     for (; at < rest.size() && (hexadecimal ? text::hexValue(rest[at]) >= 0 : text::isDigit(rest[at])); ++at)
-        number = std::min<std::uint32_t>(number * (hexadecimal ? 16 : 10) + text::hexValue(rest[at]), 0x110000);
+        number = std::min<std::uint32_t>(
+            number * (hexadecimal ? 16 : 10) + static_cast<std::uint32_t>(text::hexValue(rest[at])), 0x110000);
     if (at == digits) return 0;
     if (at < rest.size() && rest[at] == ';') ++at;
     text::appendUtf8(out, numericReference(number));

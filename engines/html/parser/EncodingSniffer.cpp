@@ -143,7 +143,7 @@ std::string Prescanner::getValue() {
         const char quote = bytes_[at_++];
         const std::size_t end = std::min(bytes_.find(quote, at_), bytes_.size());
         value = bytes_.substr(at_, end - at_);
-        std::transform(value.begin(), value.end(), value.begin(), toLower);
+        std::transform(value.begin(), value.end(), value.begin(), text::toLower);
         at_ = std::min(end + 1, bytes_.size());
         return value;
     }

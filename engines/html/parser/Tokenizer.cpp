@@ -239,7 +239,7 @@ std::string_view Tokenizer::takeName(ScannedName& name) {
 
 std::string_view Tokenizer::rewrittenName(ScannedName& name, std::string_view written) {
     std::string lower(written);
-    std::transform(lower.begin(), lower.end(), lower.begin(), toLower);
+    std::transform(lower.begin(), lower.end(), lower.begin(), text::toLower);
     const std::string_view kept = tree_.withReplacements(tree_.keep(lower));
     name.key = keyOf(kept);
     return kept;

@@ -9,8 +9,8 @@
 namespace quillow::pdf {
 namespace {
 
-/// Pages that a function makes.
-class MadePages final : public Pages {
+/// PageSource that a function makes.
+class MadePages final : public PageSource {
 public:
     using Page = std::function<std::optional<std::u16string>(std::size_t)>;
 

@@ -54,9 +54,9 @@ TEST(Numbers, noNumberIsLongerThanTheLimit) {
     }
 }
 
-class Lists : public testing::Test {
+class ListsTest : public testing::Test {
 protected:
-    Lists() { lists_.reset(); }
+    ListsTest() { lists_.reset(); }
 
     void readTables(std::string_view lists, std::string_view overrides) {
         Scanner listScanner(lists);
@@ -73,7 +73,7 @@ protected:
 constexpr std::string_view kTwoLevels = "{\\list{\\listlevel\\levelnfc0\\levelstartat1{\\leveltext\\'02\\'00.;}}"
                                         "{\\listlevel\\levelnfc0{\\leveltext\\'04\\'00.\\'01.;}}\\listid7}}";
 
-TEST_F(Lists, deeperLevelsBeginAnewAndShowTheirParents) {
+TEST_F(ListsTest, deeperLevelsBeginAnewAndShowTheirParents) {
     readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}}");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"1.\t");
     EXPECT_EQ(lists_.nextLabel(1, 1), U"1.1.\t");
@@ -82,13 +82,13 @@ TEST_F(Lists, deeperLevelsBeginAnewAndShowTheirParents) {
     EXPECT_EQ(lists_.nextLabel(1, 1), U"2.1.\t");
 }
 
-TEST_F(Lists, levelsNotBegunShowTheirStart) {
+TEST_F(ListsTest, levelsNotBegunShowTheirStart) {
     readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}}");
     EXPECT_EQ(lists_.nextLabel(1, 1), U"1.1.\t");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"2.\t");
 }
 
-TEST_F(Lists, overridesOfOneListGoOnCountingUnlessTheyStartAnew) {
+TEST_F(ListsTest, overridesOfOneListGoOnCountingUnlessTheyStartAnew) {
     readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}{\\listoverride\\listid7\\ls2}"
                            "{\\listoverride\\listid7{\\lfolevel\\listoverridestartat\\levelstartat5}\\ls3}}");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"1.\t");
@@ -97,21 +97,21 @@ TEST_F(Lists, overridesOfOneListGoOnCountingUnlessTheyStartAnew) {
     EXPECT_EQ(lists_.nextLabel(3, 0), U"6.\t");
 }
 
-TEST_F(Lists, overridingLevelReplacesTheLists) {
+TEST_F(ListsTest, overridingLevelReplacesTheLists) {
     readTables(kTwoLevels,
                "{\\listoverride\\listid7{\\lfolevel\\listoverrideformat1{\\listlevel\\levelnfc3\\levelfollow2"
                "{\\leveltext\\'02\\'00);}}}\\ls1}}");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"A)");
 }
 
-TEST_F(Lists, unknownOverridesHaveNoLabel) {
+TEST_F(ListsTest, unknownOverridesHaveNoLabel) {
     readTables(kTwoLevels, "{\\listoverride\\listid8\\ls1}}");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"");
     EXPECT_EQ(lists_.nextLabel(2, 0), U"");
     EXPECT_EQ(lists_.nextLabel(-3, 99), U"");
 }
 
-TEST_F(Lists, levelTextIsCutToItsLengthAndToTheLimit) {
+TEST_F(ListsTest, levelTextIsCutToItsLengthAndToTheLimit) {
     readTables("{\\list{\\listlevel{\\leveltext\\'01ab;}}\\listid1}"
                "{\\list{\\listlevel{\\leveltext\\'ff" +
                    std::string(500, 'x') + ";}}\\listid2}}",
@@ -120,7 +120,7 @@ TEST_F(Lists, levelTextIsCutToItsLengthAndToTheLimit) {
     EXPECT_LE(lists_.nextLabel(2, 0).size(), LabelTemplate::kMaxUnits);
 }
 
-TEST_F(Lists, listsOverTheLimitAreNotKept) {
+TEST_F(ListsTest, listsOverTheLimitAreNotKept) {
     std::string tables;
     for (std::size_t i = 0; i <= Lists::kMaxLists; ++i)
         tables += "{\\list{\\listlevel{\\leveltext\\'01x;}}\\listid" + std::to_string(i) + "}";

@@ -14,14 +14,14 @@ enum class PageOrder {
     reading,       ///< as the library reads the page's geometry, right-to-left runs in logical order
 };
 
-class Pages {
+class PageSource {
 public:
     enum class Opening { opened, locked, damaged };
 
-    Pages() = default;
-    virtual ~Pages() = default;
-    Pages(const Pages&) = delete;
-    Pages& operator=(const Pages&) = delete;
+    PageSource() = default;
+    virtual ~PageSource() = default;
+    PageSource(const PageSource&) = delete;
+    PageSource& operator=(const PageSource&) = delete;
 
     [[nodiscard]] virtual Opening opening() const noexcept = 0;
 
