@@ -1,3 +1,4 @@
+// The cost of a single-byte encoding: how improbable the pairs of letters in a sample are in a language.
 #include "text/DetectorScores.h"
 #include "text/EncodingTables.h"
 
@@ -13,19 +14,21 @@ constexpr Cost bitsCost(unsigned bits) {
     return bits * kStepsPerBit;
 }
 
-// What comes on top of the letters' own probabilities. Estimates; the detector's tests hold for wide margins around them.
+// Costs that are added to those of the letters' own probabilities. They are estimates; the detector's tests pass
+// with wide margins around them.
 constexpr Cost kForeignLetter = bitsCost(5);      ///< a letter that the language does not have
-constexpr Cost kAsciiInOtherScript = bitsCost(4); ///< which of the 26 letters it is
+constexpr Cost kAsciiInOtherScript = bitsCost(4); ///< an ASCII letter in a text of another script: one of 26
 constexpr Cost kPunctuation = bitsCost(5);        ///< typographic quotes, dashes, no-break spaces
 constexpr Cost kSymbol = bitsCost(8);             ///< multiplication and plus-minus signs, exponents
 constexpr Cost kRareSymbol = bitsCost(12);        ///< fractions, currency sign, box drawing
-constexpr Cost kSymbolBesideLetter = bitsCost(5); ///< on top of that
+constexpr Cost kSymbolBesideLetter = bitsCost(5); ///< in addition to the symbol's own cost
 constexpr Cost kOnWrongSide = bitsCost(8);        ///< an opening sign after a letter, an exponent before one
 constexpr Cost kControl = bitsCost(20);           ///< C1 controls
-constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding has nothing for
+constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding does not define
 constexpr Cost kCapitalInsideWord = bitsCost(6);
 
-/// The lower-case form of the letters that single-byte encodings have; Romanian's commas below become cedillas.
+/// The lower-case form of the letters that occur in single-byte encodings. Romanian letters with a comma below
+/// become those with a cedilla.
 char16_t folded(char16_t c) {
     const auto plus = [c](int distance) { return static_cast<char16_t>(c + distance); };
     if (c < 0x80) return c >= 'A' && c <= 'Z' ? plus(0x20) : c;
@@ -55,7 +58,7 @@ bool isLetter(char16_t c) {
     return (c < 0x2000 && !(c >= 0x2B0 && c <= 0x2FF)) || (c >= 0x1E00 && c < 0x2000);
 }
 
-/// Signs that ordinary text has beside its words.
+/// Signs that ordinary text has next to its words.
 bool isPunctuation(char16_t c) {
     switch (c) {
     case 0xA0:
@@ -80,7 +83,7 @@ bool isPunctuation(char16_t c) {
     }
 }
 
-/// Question marks and quotation marks that open, and in no language close.
+/// Punctuation marks that only open, in every language.
 bool isOpeningSign(char16_t c) {
     return c == 0xA1 || c == 0xBF || c == 0x201A || c == 0x201E;
 }

@@ -67,7 +67,7 @@ inline constexpr std::array<std::int8_t, 256> kHexValues = [] {
                                                   : static_cast<std::size_t>(found - text.begin());
 }
 
-/// The text without the blanks at its start and its end.
+/// The text without leading and trailing blanks.
 [[nodiscard]] constexpr std::string_view trimBlanks(std::string_view text) {
     while (!text.empty() && isBlank(text.front()))
         text.remove_prefix(1);

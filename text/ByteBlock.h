@@ -1,4 +1,4 @@
-// Sixteen bytes at a time, where the processor has SSE2 (every x86-64 has).
+// Operations on sixteen bytes at a time with SSE2, which every x86-64 processor has.
 #pragma once
 
 #include <cstddef>
@@ -15,17 +15,17 @@ inline constexpr std::size_t kHalfBlock = kBlock / 2;
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
 }
 
-/// Eight bytes, and eight zero bytes behind them.
+/// Eight bytes, followed by eight zero bytes.
 [[nodiscard]] inline __m128i loadHalfBlock(const char* bytes) {
     return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes));
 }
 
-/// The highest bit of each byte; the lowest bit of the answer belongs to the first byte.
+/// The highest bit of each byte. The lowest bit of the result belongs to the first byte.
 [[nodiscard]] inline unsigned highBits(__m128i block) {
     return static_cast<unsigned>(_mm_movemask_epi8(block));
 }
 
-/// A bit for each byte that is one of the wanted ones.
+/// A mask with a bit for each byte that is one of the wanted ones.
 template <char... kWanted>
 [[nodiscard]] inline unsigned maskOf(__m128i block) {
     return highBits((_mm_cmpeq_epi8(block, _mm_set1_epi8(kWanted)) | ...));

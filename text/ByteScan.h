@@ -1,4 +1,4 @@
-// Searches among bytes, sixteen at a time where the processor can (SSE2), with the same answers everywhere.
+// Byte searches, sixteen bytes at a time with SSE2. Each has a portable version with the same results.
 #pragma once
 
 #include "text/Ascii.h"
@@ -11,7 +11,7 @@
 
 namespace quillow::text {
 
-/// As findFirstOf, one byte after the other.
+/// Like findFirstOf, byte by byte.
 template <char... kWanted>
 [[nodiscard]] constexpr std::size_t findFirstOfPortable(std::string_view bytes, std::size_t from) {
     while (from < bytes.size() && !((bytes[from] == kWanted) || ...))
@@ -19,8 +19,8 @@ template <char... kWanted>
     return from;
 }
 
-/// The position of the first of the wanted bytes at or after `from`, which is not past the end; the view's size where there
-/// is none.
+/// The position of the first of the wanted bytes at or after `from`, or the view's size if there is none. `from`
+/// must not be past the end.
 template <char... kWanted>
 [[nodiscard]] inline std::size_t findFirstOf(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
@@ -31,14 +31,14 @@ template <char... kWanted>
     return findFirstOfPortable<kWanted...>(bytes, from);
 }
 
-/// As skipBlanks, one byte after the other.
+/// Like skipBlanks, byte by byte.
 [[nodiscard]] constexpr std::size_t skipBlanksPortable(std::string_view bytes, std::size_t from) {
     while (from < bytes.size() && isBlank(bytes[from]))
         ++from;
     return from;
 }
 
-/// The position of the first byte at or after `from` that is no white space.
+/// The position of the first byte at or after `from` that is not white space, or the view's size if there is none.
 [[nodiscard]] inline std::size_t skipBlanks(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
     for (; bytes.size() - from >= kBlock; from += kBlock) {
@@ -52,14 +52,15 @@ template <char... kWanted>
     return skipBlanksPortable(bytes, from);
 }
 
-/// As findBlank, one byte after the other.
+/// Like findBlank, byte by byte.
 [[nodiscard]] constexpr std::size_t findBlankPortable(std::string_view bytes, std::size_t from) {
     while (from < bytes.size() && !isBlank(bytes[from]))
         ++from;
     return from;
 }
 
-/// The position of the first white space at or after `from`, which is not past the end; the view's size where there is none.
+/// The position of the first white space at or after `from`, or the view's size if there is none. `from` must
+/// not be past the end.
 [[nodiscard]] inline std::size_t findBlank(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
     const auto blanks = [&](__m128i block) { return maskOf<' ', '\t', '\n', '\f', '\r'>(block); };
@@ -70,7 +71,7 @@ template <char... kWanted>
         if (const unsigned mask = blanks(loadHalfBlock(bytes.data() + from)); mask != 0)
             return from + static_cast<std::size_t>(std::countr_zero(mask));
     if (bytes.size() >= kHalfBlock) {
-        // The last bytes, once more those before `from` among them.
+        // The last eight bytes. The shift drops those before `from`.
         const std::size_t start = bytes.size() - kHalfBlock;
         const unsigned mask = blanks(loadHalfBlock(bytes.data() + start)) >> (from - start);
         return mask == 0 ? bytes.size() : from + static_cast<std::size_t>(std::countr_zero(mask));
@@ -79,7 +80,7 @@ template <char... kWanted>
     return findBlankPortable(bytes, from);
 }
 
-/// As findBlankRun, one byte after the other.
+/// Like findBlankRun, byte by byte.
 [[nodiscard]] constexpr std::size_t findBlankRunPortable(std::string_view bytes, std::size_t from) {
     const auto isSingleSpace = [bytes](std::size_t at) {
         return bytes[at] == ' ' && at + 1 < bytes.size() && !isBlank(bytes[at + 1]);
@@ -89,7 +90,8 @@ template <char... kWanted>
     return from;
 }
 
-/// The position of the first white space at or after `from` that is anything but one SP with something after it.
+/// The position of the first white space at or after `from` that is not a single SP followed by another character,
+/// or the view's size if there is none.
 [[nodiscard]] inline std::size_t findBlankRun(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
     while (bytes.size() - from > kBlock) {
@@ -112,12 +114,12 @@ template <char... kWanted>
     return findBlankRunPortable(bytes, from);
 }
 
-/// A "binary data byte" of the MIME Sniffing Standard, section 3: a control character that no text has.
+/// A "binary data byte" of the MIME Sniffing Standard, section 3: a control character that does not occur in text.
 [[nodiscard]] constexpr bool isBinaryByte(char c) {
     return static_cast<unsigned char>(c) < ' ' && !isBlank(c) && c != '\x1B';
 }
 
-/// As countBinaryBytes, one byte after the other.
+/// Like countBinaryBytes, byte by byte.
 [[nodiscard]] constexpr std::size_t countBinaryBytesPortable(std::string_view bytes) {
     std::size_t count = 0;
     for (const char c : bytes)
@@ -125,7 +127,7 @@ template <char... kWanted>
     return count;
 }
 
-/// How many of the bytes are binary data bytes.
+/// The number of binary data bytes.
 [[nodiscard]] inline std::size_t countBinaryBytes(std::string_view bytes) {
     std::size_t count = 0;
 #ifdef __SSE2__

@@ -1,5 +1,5 @@
-// The legacy code pages of Windows, DOS and Macintosh, as RTF names them by number. Tables are generated; nothing is loaded
-// at run time.
+// The legacy code pages of Windows, DOS and Macintosh, by the numbers that RTF uses. The tables are generated;
+// nothing is loaded at run time.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,9 @@ struct PairTable;
 /// One single- or double-byte code page. Objects are static and immutable.
 class CodePage {
 public:
-    /// The code page of that number (437, 850, 874, 932, 936, 949, 950, 1250..1258, 1361, 10000.., 28591.., 20866, ...), or
-    /// nullptr where there is no such table. 65001 and 1200 are no code pages here: the caller decodes Unicode itself.
+    /// The code page with this number (437, 850, 874, 932, 936, 949, 950, 1250..1258, 1361, 10000.., 28591..,
+    /// 20866, ...), or nullptr if there is no table for it. There is none for 65001 and 1200: the caller
+    /// decodes Unicode itself.
     [[nodiscard]] static const CodePage* forNumber(int number);
 
     [[nodiscard]] int number() const { return number_; }
@@ -21,15 +22,15 @@ public:
     /// True when `byte` begins a pair in this code page.
     [[nodiscard]] bool isLeadByte(std::uint8_t byte) const { return pairs_ != nullptr && singles_[byte] == kLead; }
 
-    /// The code point of a single byte, or U+FFFD where the code page has none (a lead byte has none alone).
+    /// The code point of a single byte, or U+FFFD if the code page has none. A lead byte alone has none.
     [[nodiscard]] char32_t decodeByte(std::uint8_t byte) const {
         return singles_[byte] == kLead ? char32_t{0xFFFD} : char32_t{singles_[byte]};
     }
 
-    /// The code point of a pair, or U+FFFD where the code page has none.
+    /// The code point of a pair, or U+FFFD if the code page has none.
     [[nodiscard]] char32_t decodePair(std::uint8_t lead, std::uint8_t trail) const;
 
-    /// Marks a lead byte in the table of single bytes: a noncharacter, so that no code page maps to it.
+    /// Marks a lead byte in the table of single bytes. It is a noncharacter, so no code page maps to it.
     static constexpr std::uint16_t kLead = 0xFFFF;
 
     constexpr CodePage(int number, const std::uint16_t* singles, const PairTable* pairs)

@@ -1,4 +1,4 @@
-// Where the decoders of the Encoding Standard write their characters: UTF-8, gathered in a small buffer.
+// The output of the Encoding Standard's decoders: UTF-8, collected in a small buffer before it goes to the text.
 #pragma once
 
 #include "text/Encoding.h"
@@ -43,7 +43,7 @@ public:
     }
 
     void putUtf8(std::string_view utf8) {
-        if (utf8.empty()) return; // it may have no address
+        if (utf8.empty()) return; // its data may be a null pointer
         if (utf8.size() > sizeof buffer_ - used_) flush();
         if (utf8.size() > sizeof buffer_) {
             text_.utf8.append(utf8);
@@ -53,7 +53,8 @@ public:
         }
     }
 
-    /// Room for `bytes` bytes, at most kMostRoom; what of it was filled is then said to `commit`.
+    /// Returns room for `bytes` bytes, at most kMostRoom. The caller then passes the number of bytes that it has
+    /// written to `commit`.
     char* room(std::size_t bytes) {
         if (bytes > sizeof buffer_ - used_) flush();
         return buffer_ + used_;

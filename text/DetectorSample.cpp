@@ -18,7 +18,7 @@ bool mayBeTrail(char byte) {
     return byte >= '0' && byte <= '~' && byte != '<' && byte != '>';
 }
 
-/// Walks over markup and text and gathers the words of the text.
+/// Walks over markup and text and collects the words of the text.
 class Gatherer {
 public:
     Gatherer(std::string_view bytes, std::size_t mostBytes, std::string& words)
@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    /// At "<": true when it began markup and was skipped with it.
+    /// At a "<": skips the markup that it begins. Returns false if it begins none.
     bool skipMarkup() {
         const std::string_view rest = bytes_.substr(at_);
         if (rest.size() < 2) return false;
@@ -54,7 +54,8 @@ private:
         return true;
     }
 
-    /// False when the mark does not come any more; that is looked for only once.
+    /// Skips to the end of the next `mark`. Returns false if there is none; `known` then becomes false too, so that
+    /// it is not searched for again.
     bool skipPast(std::string_view mark, bool& known) {
         if (!known) return false;
         const std::size_t found = bytes_.find(mark, at_);

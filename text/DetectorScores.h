@@ -1,5 +1,5 @@
-// How badly an encoding fits a sample: about how many bits it takes to write the sample's characters down, in steps of
-// kStepsPerBit, knowing the language. The encoding with the least is the likeliest.
+// How badly an encoding fits a sample. The cost is about the number of bits that the sample's characters take if
+// the language is known, in units of 1/kStepsPerBit. The encoding with the lowest cost is the most likely one.
 #pragma once
 
 #include "text/DetectorSample.h"
@@ -8,10 +8,10 @@
 
 namespace quillow::text {
 
-/// For a single-byte encoding and a language written in an alphabet.
+/// The cost of a single-byte encoding for a language that is written in an alphabet.
 [[nodiscard]] std::uint64_t alphabetCost(const BytePairCounts& pairs, Encoding encoding, const LanguageModel& model);
 
-/// For Shift_JIS, EUC-JP, EUC-KR, Big5 and gb18030. Counting stops once the cost is over the limit.
+/// The cost of Shift_JIS, EUC-JP, EUC-KR, Big5 or gb18030. Counting stops as soon as the cost exceeds `limit`.
 [[nodiscard]] std::uint64_t eastAsianCost(const DetectorSample& sample, Encoding encoding, std::uint64_t limit);
 
 } // namespace quillow::text

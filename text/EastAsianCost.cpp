@@ -1,3 +1,4 @@
+// The cost of an East Asian encoding: how uncommon the characters of a sample are in its language.
 #include "text/DetectorScores.h"
 #include "text/PairTable.h"
 
@@ -12,9 +13,9 @@ constexpr Cost bitsCost(unsigned bits) {
     return bits * kStepsPerBit;
 }
 
-constexpr Cost kUsualCharacter = bitsCost(13);   ///< of the standard's first level, or of the language's syllables
-constexpr Cost kUnusualCharacter = bitsCost(16); ///< of its second level
-constexpr Cost kRareCharacter = bitsCost(19);    ///< of the vendors' and later additions
+constexpr Cost kUsualCharacter = bitsCost(13);   ///< first level of the standard, or the language's syllables
+constexpr Cost kUnusualCharacter = bitsCost(16); ///< second level of the standard
+constexpr Cost kRareCharacter = bitsCost(19);    ///< vendor extensions and later additions
 constexpr Cost kSymbol = bitsCost(14);
 constexpr Cost kHalfwidthKatakana = bitsCost(11);
 constexpr Cost kAsciiLetter = bitsCost(9) / 2;
@@ -26,7 +27,7 @@ bool isBetween(unsigned byte, unsigned first, unsigned last) {
     return byte >= first && byte <= last;
 }
 
-/// The cost of a character that is not among the common ones, by where its code has it.
+/// The cost of a character that is not among the common ones, by the position of its code in the set.
 Cost placeCost(Encoding encoding, unsigned lead, unsigned trail, char32_t c) {
     if (c >= 0xE000 && c <= 0xF8FF) return kError;
     const bool row94 = lead >= 0xA1 && trail >= 0xA1;
@@ -55,7 +56,7 @@ Cost placeCost(Encoding encoding, unsigned lead, unsigned trail, char32_t c) {
     }
 }
 
-/// A double-byte set and what is common in its language.
+/// A double-byte set and the costs of the common characters of its language.
 class Set {
 public:
     Set(const PairTable& pairs, const CommonCharacters& common)
@@ -93,7 +94,7 @@ struct Step {
     Cost cost;
 };
 
-/// The character at the start of `bytes`, whose first byte is over 0x7F.
+/// The length and the cost of the character at the start of `bytes`, whose first byte is over 0x7F.
 Step highStep(std::string_view bytes, Encoding encoding, const Set& set) {
     const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) : 0U; };
     const unsigned lead = at(0);

@@ -19,7 +19,7 @@ bool isBetween(std::uint8_t byte, std::uint8_t first, std::uint8_t last) {
     return byte >= first && byte <= last;
 }
 
-/// The bytes that a decoder has not consumed.
+/// The input of a decoder: the bytes that are not consumed yet.
 class Input {
 public:
     explicit Input(std::string_view bytes)
@@ -31,7 +31,7 @@ public:
     }
     void skip(std::size_t count) { at_ += count; }
 
-    /// Takes the run of ASCII bytes that comes next.
+    /// Consumes the run of ASCII bytes that comes next, and returns it.
     std::string_view takeAscii() {
         if (atEnd() || peek() >= 0x80) return {};
         const std::size_t length = asciiPrefixLength(bytes_.substr(at_));
@@ -44,7 +44,8 @@ private:
     std::size_t at_ = 0;
 };
 
-/// The end of every decoder of pairs: the character, or an error that gives an ASCII trail byte back.
+/// The last step of every decoder of pairs: writes the character, or an error. After an error an ASCII trail byte
+/// stays unconsumed.
 void putPair(Input& in, DecoderOutput& out, char32_t codePoint, std::uint8_t trail) {
     if (codePoint != 0) {
         out.put(codePoint);
@@ -70,7 +71,8 @@ char32_t gb18030RangesCodePoint(std::uint32_t pointer) {
     return range.codePoint + (pointer - range.pointer);
 }
 
-/// A lead byte and a digit: a code of four bytes, or an error that gives all but the lead byte back.
+/// Decodes a code of four bytes, which begins with a lead byte and a digit, or writes an error. If the third or
+/// fourth byte is wrong, only the lead byte is consumed.
 void putFourBytes(Input& in, DecoderOutput& out) {
     if (in.atEnd(2)) {
         out.putError();
@@ -105,7 +107,7 @@ void putFourBytes(Input& in, DecoderOutput& out) {
 
 } // namespace
 
-// Section 10.2.1; GBK's decoder is gb18030's.
+// Section 10.2.1. GBK has the same decoder.
 void decodeGb18030(std::string_view bytes, DecoderOutput& out) {
     Input in(bytes);
     while (true) {
@@ -139,7 +141,7 @@ void decodeBig5(std::string_view bytes, DecoderOutput& out) {
             continue;
         }
         const std::uint8_t trail = in.peek(1);
-        // Pointers 1133, 1135, 1164 and 1166: a letter and a combining mark each.
+        // Pointers 1133, 1135, 1164 and 1166: each is a letter and a combining mark.
         if ((lead == 0x88) && (trail == 0x62 || trail == 0x64 || trail == 0xA3 || trail == 0xA5)) {
             out.put(trail < 0x80 ? 0x00CA : 0x00EA);
             out.put(trail == 0x62 || trail == 0xA3 ? 0x0304 : 0x030C);

@@ -1,5 +1,6 @@
-// The decoders of the Encoding Standard for Chinese, Japanese and Korean (sections 10 to 13), whole input at once. Where the
-// standard keeps a lead byte between calls, these look at the next byte; "restore" is not to consume it.
+// The decoders of the Encoding Standard for Chinese, Japanese and Korean (sections 10 to 13). They get the whole
+// input at once, so they look ahead at the next byte instead of keeping a lead byte, and leave a byte unconsumed
+// instead of restoring it.
 #pragma once
 
 #include "text/DecoderOutput.h"

@@ -20,12 +20,11 @@ constexpr std::array<std::string_view, 40> kNames = {
 };
 static_assert(static_cast<std::size_t>(Encoding::xUserDefined) + 1 == kNames.size());
 
-// Section 9.1.1, without a branch a byte: through a table of every byte's UTF-8 that is made for the call.
+// Section 9.1.1. A table with the UTF-8 of every byte, built for each call, avoids a branch per byte.
 void decodeSingleByte(std::string_view bytes, const std::uint16_t* index, DecoderOutput& out) {
     struct Sequence {
         std::array<char, 3> utf8{};
-        std::uint8_t lengthAndError =
-            0; ///< the sequence's length; kError is set for a byte that the index has nothing for
+        std::uint8_t lengthAndError = 0; ///< length; kError is set if the index has no character for the byte
     };
     constexpr std::uint8_t kError = 0x80;
     std::array<Sequence, 0x100> sequences;
@@ -91,7 +90,7 @@ void decodeUtf16(std::string_view bytes, DecoderOutput& out) {
         } else if (unit > 0xDBFF) {
             out.putError();
         } else if (bytes.size() - at < 2) {
-            out.putError(); // a lead surrogate and perhaps half a code unit at the end: one error
+            out.putError(); // a lead surrogate, with or without half a code unit after it, at the end: one error
             return;
         } else if (const char32_t trail = unitAt(at); trail >= 0xDC00 && trail <= 0xDFFF) {
             out.put(0x10000 + ((unit - 0xD800) << 10) + (trail - 0xDC00));
@@ -103,7 +102,7 @@ void decodeUtf16(std::string_view bytes, DecoderOutput& out) {
     if (at < bytes.size()) out.putError();
 }
 
-// Section 14.5.1.
+// Section 14.5.1, the x-user-defined decoder.
 void decodeUserDefined(std::string_view bytes, DecoderOutput& out) {
     for (const char byte : bytes) {
         const auto value = static_cast<std::uint8_t>(byte);
@@ -132,7 +131,7 @@ std::optional<ByteOrderMark> byteOrderMark(std::string_view bytes) {
 
 DecodedText decode(std::string_view bytes, Encoding encoding) {
     DecodedText text;
-    // Most texts do not outgrow it, and what is reserved and not used costs no memory.
+    // Most texts fit into this. Reserved bytes that are never used cost no memory.
     text.utf8.reserve(2 * bytes.size());
     {
         DecoderOutput out(text);

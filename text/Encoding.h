@@ -54,10 +54,11 @@ enum class Encoding : std::uint8_t {
     xUserDefined,
 };
 
-/// Section 4.2, "get an encoding": ASCII white space around the label and its case do not matter.
+/// Section 4.2, "get an encoding". ASCII white space around the label and its letter case do not matter.
+/// std::nullopt if no encoding has the label.
 [[nodiscard]] std::optional<Encoding> encodingForLabel(std::string_view label);
 
-/// The standard's name, "UTF-8", "windows-1252", "Shift_JIS".
+/// The standard's name, such as "UTF-8", "windows-1252" or "Shift_JIS".
 [[nodiscard]] std::string_view encodingName(Encoding encoding);
 
 struct ByteOrderMark {
@@ -69,9 +70,10 @@ struct ByteOrderMark {
 
 struct DecodedText {
     std::string utf8;               ///< always well-formed
-    std::uint64_t replacements = 0; ///< U+FFFD written for bytes that the encoding has no character for
+    std::uint64_t replacements = 0; ///< how many U+FFFD were written for bytes that the encoding has no character for
 };
-/// The standard's decoder in replacement mode, whole input at once. A byte-order mark is not looked for: strip it before.
+/// Decodes the whole input with the standard's decoder in replacement mode. Does not look for a byte-order mark:
+/// the caller removes it.
 [[nodiscard]] DecodedText decode(std::string_view bytes, Encoding encoding);
 
 } // namespace quillow::text

@@ -1,5 +1,6 @@
-// Which legacy encoding undeclared bytes are in. What can be seen by structure is (UTF-8, UTF-16, ISO-2022-JP); among the rest
-// the encoding wins in which the text is the least surprising to someone who knows the language.
+// Guesses the encoding of a document that declares none. UTF-8, UTF-16 and ISO-2022-JP are recognised by
+// their structure. Among the others the encoding wins in which the text is the most probable for a reader who
+// knows the language.
 #include "text/EncodingDetector.h"
 
 #include "text/DetectorSample.h"
@@ -15,7 +16,7 @@ namespace {
 
 struct Candidate {
     Encoding encoding;
-    unsigned rarityBits; ///< how much rarer than windows-1252 such documents are
+    unsigned rarityBits; ///< how much rarer such documents are than those in windows-1252, in bits
     std::string_view languages;
 };
 
@@ -49,11 +50,11 @@ bool names(std::string_view languages, std::string_view language) {
     return languages.find(language) != std::string_view::npos;
 }
 
-/// Well-formed UTF-8, whose last sequence may be cut off; or so much of it that what is not must be damage. No text of a sentence
-/// in another encoding holds three of its sequences for each byte that is none.
+/// Whether the bytes are UTF-8: well-formed apart from a truncated last sequence, or with so many sequences that
+/// the rest must be damage. A sentence in another encoding does not contain three UTF-8 sequences per error.
 bool looksLikeUtf8(std::string_view bytes) {
     constexpr std::size_t kSequencesPerError = 3;
-    constexpr std::size_t kMostErrors = 1000; // enough to know
+    constexpr std::size_t kMostErrors = 1000; // enough to decide
     if (isValidUtf8(bytes)) return true;
     std::size_t sequences = 0;
     std::size_t errors = 0;
@@ -70,7 +71,8 @@ bool looksLikeUtf8(std::string_view bytes) {
     return sequences > 0 && sequences >= errors * kSequencesPerError;
 }
 
-/// UTF-16 by its zero bytes, which ASCII characters, spaces and line ends have in it, and no legacy text has.
+/// Detects UTF-16 by its zero bytes: ASCII characters, spaces and line ends have them in UTF-16, and
+/// legacy text has none.
 std::optional<Encoding> utf16ByZeroBytes(std::string_view bytes) {
     constexpr std::size_t kLook = 4096;
     constexpr std::size_t kUnitsPerZero = 64;
@@ -90,7 +92,7 @@ std::optional<Encoding> utf16ByZeroBytes(std::string_view bytes) {
     return std::nullopt;
 }
 
-/// ISO-2022-JP by an escape sequence that chooses Japanese characters, in text without a byte over 0x7F.
+/// Detects ISO-2022-JP by an escape sequence that selects Japanese characters. The bytes must all be ASCII.
 bool looksLikeIso2022Jp(std::string_view bytes) {
     for (std::size_t at = bytes.find('\x1B'); at != std::string_view::npos; at = bytes.find('\x1B', at + 1)) {
         const std::string_view sequence = bytes.substr(at + 1, 2);
@@ -99,7 +101,7 @@ bool looksLikeIso2022Jp(std::string_view bytes) {
     return false;
 }
 
-/// The candidate of the least cost; of several the first.
+/// The candidate with the lowest cost; of several the first.
 Encoding likeliest(const DetectorSample& sample) {
     const BytePairCounts pairs(sample);
     Encoding best = Encoding::windows1252;

@@ -1,4 +1,4 @@
-// What the encoding detector knows of languages.
+// The language models of the encoding detector.
 #pragma once
 
 #include <array>
@@ -10,15 +10,17 @@ namespace quillow::text {
 
 enum class Script : std::uint8_t { latin, cyrillic, greek, hebrew, arabic, thai };
 
-/// How surprising it is, in a word of a language, that one letter follows another.
+/// How improbable it is that one letter follows another in a word of a language.
 struct LanguageModel {
     const char* language;
     Script script;
-    std::u16string_view letters; ///< in lower case, sorted; the class of a letter is its place here plus kFirstLetter
-    /// By class of the first and of the second: minus the binary logarithm of the probability, in steps of kStepsPerBit.
+    /// In lower case, sorted. The class of a letter is its index here plus kFirstLetter.
+    std::u16string_view letters;
+    /// Indexed by the classes of the first and the second letter: minus the binary logarithm of the probability
+    /// that the second follows the first, in units of 1/kStepsPerBit.
     const std::uint8_t* bits;
 
-    static constexpr std::uint8_t kBoundary = 0;    ///< what stands before and after a word
+    static constexpr std::uint8_t kBoundary = 0;    ///< the boundary before and after a word
     static constexpr std::uint8_t kOtherLetter = 1; ///< a letter that the language does not have
     static constexpr std::uint8_t kFirstLetter = 2;
 
@@ -30,7 +32,8 @@ inline constexpr int kStepsPerBit = 8;
 extern const LanguageModel kLanguageModels[];
 extern const std::size_t kLanguageModelCount;
 
-/// The common characters of a language without alphabet, by minus the binary logarithm of their share, from kFirstLevel on.
+/// The common characters of a language without an alphabet, grouped by minus the binary logarithm of their share,
+/// rounded up. The first group holds kFirstLevel and less.
 struct CommonCharacters {
     static constexpr int kFirstLevel = 4;
     static constexpr std::size_t kLevels = 8;

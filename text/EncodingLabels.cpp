@@ -16,7 +16,7 @@ struct Label {
     Encoding encoding;
 };
 
-// Sorted by bytes, for the search below.
+// Sorted by bytes, for the binary search below.
 // clang-format off
 constexpr Label kLabels[] = {
     {"866", E::ibm866}, {"ansi_x3.4-1968", E::windows1252}, {"arabic", E::iso8859_6}, {"ascii", E::windows1252},

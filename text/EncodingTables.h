@@ -8,8 +8,8 @@
 
 namespace quillow::text {
 
-/// The single-byte indexes by byte from 0x80 on, in the order in which `Encoding` has the encodings that use them, without
-/// ISO-8859-8-I, which shares ISO-8859-8's; 0 where the index has nothing.
+/// The single-byte indexes, for each byte from 0x80 on; 0 if the index has no character for it. They are in the
+/// order of `Encoding`, without ISO-8859-8-I, which shares the index of ISO-8859-8.
 extern const std::uint16_t kSingleByteIndexes[27][128];
 
 /// The index of a single-byte encoding.

@@ -1,4 +1,4 @@
-// The stateful one of the decoders: section 12.2.1 of the Encoding Standard.
+// The ISO-2022-JP decoder, section 12.2.1 of the Encoding Standard: the only one that keeps a state.
 #include "text/EastAsianDecoders.h"
 #include "text/PairTable.h"
 
@@ -28,7 +28,8 @@ private:
     enum class Set { ascii, roman, katakana, pairs };
     enum class LastOutput { escapeSequence, other };
 
-    /// The states "escape start" and "escape": 0x1B is consumed. What follows is consumed only when it names a set.
+    /// The states "escape start" and "escape", after 0x1B. The next two bytes are consumed only if they
+    /// select a character set.
     void escape() {
         const std::string_view sequence = bytes_.substr(at_, 2);
         Set next = Set::ascii;
@@ -77,7 +78,7 @@ private:
         ++at_;
         if (lead < 0x21 || lead > 0x7E || at_ == bytes_.size()) return out_.putError();
         const auto trail = static_cast<std::uint8_t>(bytes_[at_]);
-        if (trail == 0x1B) return out_.putError(); // and the escape sequence comes next
+        if (trail == 0x1B) return out_.putError(); // the escape sequence is not consumed
         ++at_;
         if (trail < 0x21 || trail > 0x7E) return out_.putError();
         const char32_t codePoint =

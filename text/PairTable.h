@@ -1,5 +1,5 @@
-// Tables of double-byte character sets. All sets draw on one pool of rows, so that what two sets share (Shift_JIS and EUC-JP,
-// Big5 and code page 950, UHC and Johab) is stored once.
+// Tables of double-byte character sets. All sets share one pool of rows, so that rows that occur in two sets
+// (Shift_JIS and EUC-JP, Big5 and code page 950, UHC and Johab) are stored once.
 #pragma once
 
 #include <cstdint>
@@ -7,18 +7,19 @@
 namespace quillow::text {
 
 struct PairTable {
-    /// The characters of one lead byte: `count` codes from `offset` on in the pool, by column.
+    /// The characters of one lead byte: `count` codes in the pool from `offset` on, one per column.
     struct Row {
         std::uint32_t offset;
         std::uint32_t count;
     };
 
-    const std::uint16_t* pool; ///< code points; 0 for none; a value in the surrogates' range is an index into `astral`
-    const char32_t* astral;    ///< code points over U+FFFF
-    const std::uint8_t* columns; ///< by trail byte; 0xFF for a byte that is no trail byte of this set
-    const Row* rows;             ///< by lead byte from 0x80 on
+    /// Code points; 0 if there is none. A value in the surrogate range is 0xD800 plus an index into `astral`.
+    const std::uint16_t* pool;
+    const char32_t* astral;      ///< code points over U+FFFF
+    const std::uint8_t* columns; ///< column of each trail byte; 0xFF if this set does not have that trail byte
+    const Row* rows;             ///< row of each lead byte, from 0x80 on
 
-    /// The code point of a pair, or 0 where the set has none. Any two bytes may be asked for.
+    /// The code point of a pair, or 0 if the set has none. Any two bytes are allowed.
     [[nodiscard]] char32_t decode(std::uint8_t lead, std::uint8_t trail) const {
         if (lead < 0x80) return 0;
         const Row row = rows[lead - 0x80];
@@ -33,9 +34,9 @@ extern const PairTable kShiftJisPairs;    ///< the standard's index jis0208 by S
 extern const PairTable kEucJpPairs;       ///< the same index by EUC-JP bytes
 extern const PairTable kJisX0212Pairs;    ///< index jis0212, by the bytes after 0x8F in EUC-JP
 extern const PairTable kGbkPairs;         ///< index gb18030
-extern const PairTable kBig5Pairs;        ///< index Big5, but for its four pairs that stand for two characters each
+extern const PairTable kBig5Pairs;        ///< index Big5 without its four pairs that are two characters each
 extern const PairTable kUhcPairs;         ///< index EUC-KR, which is code page 949
-extern const PairTable kCodePage950Pairs; ///< Big5 as Windows has it
+extern const PairTable kCodePage950Pairs; ///< Big5 as in Windows
 extern const PairTable kMacJapanesePairs; ///< code page 10001
 extern const PairTable kMacKoreanPairs;   ///< code page 10003
 extern const PairTable kJohabPairs;       ///< code page 1361

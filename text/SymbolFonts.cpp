@@ -118,9 +118,9 @@ constexpr SignTable kZapfDingbats = {
 
 // clang-format on
 
-// deliberate: in Wingdings the round and square list bullets (0x6C, 0x6E, 0x6F, 0xA8), the arrowhead bullet (0xD8) and the two
-// arrows that word processors put for "<--" and "-->" (0xDF, 0xE0) are the plain shapes that every font has, not the sized
-// variants of L2/12-368.
+// deliberate: in Wingdings the round and square list bullets (0x6C, 0x6E, 0x6F, 0xA8), the arrowhead bullet (0xD8)
+// and the two arrows that word processors insert for "<--" and "-->" (0xDF, 0xE0) map to the plain shapes that
+// every font has, not to the sized variants of L2/12-368.
 
 char32_t sign(const SignTable& table, std::uint8_t byte) {
     return byte < kFirstSign ? kReplacementCharacter : table[byte - kFirstSign];

@@ -1,4 +1,4 @@
-// Fonts whose bytes are signs, not letters: what Unicode has for each sign. U+FFFD where it has none.
+// Fonts whose bytes are signs instead of letters: the code point of each sign, or U+FFFD if Unicode has none.
 #pragma once
 
 #include <cstdint>
@@ -6,10 +6,10 @@
 
 namespace quillow::text {
 
-/// Adobe's Symbol encoding, as the Windows and Macintosh fonts "Symbol" have it.
+/// Adobe's Symbol encoding, as in the Windows and Macintosh fonts "Symbol".
 [[nodiscard]] char32_t symbolToUnicode(std::uint8_t byte);
 
-/// Unicode's own correspondences for these four fonts (L2/12-368), which Unicode 7 was completed for.
+/// Unicode's own mappings for these four fonts (L2/12-368). Unicode 7 added the signs that were missing.
 [[nodiscard]] char32_t wingdingsToUnicode(std::uint8_t byte);
 [[nodiscard]] char32_t wingdings2ToUnicode(std::uint8_t byte);
 [[nodiscard]] char32_t wingdings3ToUnicode(std::uint8_t byte);

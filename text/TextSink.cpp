@@ -21,13 +21,14 @@ bool isControl(char32_t c) {
 constexpr char32_t kByteOrderMark = 0xFEFF;
 constexpr std::string_view kByteOrderMarkUtf8 = "\xEF\xBB\xBF";
 
-/// The bytes that begin a character which may have to be dropped: C0 controls, DEL, and 0xC2, the lead byte of C1 controls.
+/// True for bytes that begin a character which may have to be dropped: C0 controls, DEL, and 0xC2, the lead
+/// byte of C1 controls.
 bool needsLook(char byte) {
     const auto value = static_cast<std::uint8_t>(byte);
     return (value < 0x20 && value != '\t' && value != '\n') || value == 0x7F || value == 0xC2;
 }
 
-/// How many bytes at the start of the view need no look.
+/// The number of bytes at the start of the view that need no look.
 std::size_t plainPrefixLength(std::string_view bytes) {
     std::size_t at = 0;
 #ifdef __SSE2__

@@ -1,4 +1,4 @@
-// The growing buffer that an engine writes its text into, and the rules that every engine's text keeps.
+// The buffer that an engine writes its text into. It enforces the rules that hold for the text of every engine.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,8 @@
 
 namespace quillow::text {
 
-/// Collects UTF-8. What goes in may be any code point; what comes out holds no control characters but TAB and LF (and FF
-/// when asked for), never NUL, does not begin with a byte-order mark, and is always well-formed.
+/// Collects UTF-8. Accepts any code point. The result is well-formed, has no control characters except TAB and LF
+/// (and FF with FormFeeds::keep), and does not begin with a byte-order mark.
 class TextSink {
 public:
     enum class FormFeeds { drop, keep };
@@ -19,8 +19,8 @@ public:
 
     void reserve(std::size_t bytes) { out_.reserve(bytes); }
 
-    /// Appends one code point by the rules above: a control character is dropped (C0, DEL and C1), so is a
-    /// U+FEFF that would begin the text; a surrogate or a value over U+10FFFF becomes U+FFFD.
+    /// Appends one code point. Control characters (C0, DEL and C1) are dropped as described above, and so is a
+    /// U+FEFF at the start of the text. A surrogate or a value over U+10FFFF becomes U+FFFD.
     void append(char32_t codePoint) {
         if (codePoint >= 0x20 && codePoint < 0x7F) {
             out_.push_back(static_cast<char>(codePoint));
@@ -29,11 +29,11 @@ public:
         }
     }
 
-    /// Appends printable ASCII (0x20..0x7E, TAB, LF) that the caller vouches for, as it is.
+    /// Appends bytes as they are. The caller guarantees that they are printable ASCII (0x20..0x7E), TAB or LF.
     void appendAscii(std::string_view ascii) { out_.append(ascii); }
     void appendAscii(char ascii) { out_.push_back(ascii); }
 
-    /// Appends well-formed UTF-8, dropping what the rules drop.
+    /// Appends well-formed UTF-8 without the characters that `append` drops.
     void appendUtf8(std::string_view utf8);
 
     [[nodiscard]] bool empty() const { return out_.empty(); }
@@ -43,7 +43,8 @@ public:
     void removeSuffix(std::size_t bytes) { out_.resize(out_.size() - bytes); }
     void truncate(std::size_t size) { out_.resize(size); }
 
-    /// The finished text: trailing line ends become exactly one; a text of nothing but line ends becomes the empty text.
+    /// Returns the finished text: trailing line ends become exactly one, and a text of only line
+    /// ends becomes empty.
     [[nodiscard]] std::string finish() &&;
 
 private:

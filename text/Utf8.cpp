@@ -33,7 +33,7 @@ std::size_t asciiPrefixOfBlock(const char* bytes) {
 
 constexpr std::size_t kStride = 64;
 
-/// True when none of 64 bytes is over 0x7F.
+/// True if kStride bytes are all ASCII.
 bool isAsciiStride(const char* bytes) {
 #ifdef __SSE2__
     const auto* const blocks = reinterpret_cast<const __m128i*>(bytes);

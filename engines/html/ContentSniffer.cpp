@@ -32,7 +32,7 @@ constexpr Signature kSignatures[] = {
 };
 
 constexpr std::size_t kLookedAt = 4096;
-/// One stray control character in many is damage; one in ten is no text.
+/// A few stray control characters are damage. If more than one byte in ten is one, the content is not text.
 constexpr std::size_t kBinaryShare = 10;
 
 } // namespace

@@ -1,4 +1,4 @@
-// Tells content that is plainly no HTML, whatever the file's name says.
+// Recognises content that is plainly not HTML, whatever the file's name says.
 #pragma once
 
 #include <optional>
@@ -7,7 +7,8 @@
 
 namespace quillow::html {
 
-/// What the content is when it is not HTML or text, "the content is a PDF"; nothing otherwise.
+/// A short phrase for the user, such as "the content is a PDF", if the content is neither HTML nor text;
+/// std::nullopt otherwise.
 [[nodiscard]] std::optional<std::string> foreignContent(std::string_view bytes);
 
 } // namespace quillow::html

@@ -12,10 +12,10 @@ namespace quillow::html {
 
 namespace {
 
-/// Larger documents are refused; node numbers and offsets stay far inside of their 32 bits.
+/// Larger documents are refused, so that node numbers and offsets fit well into 32 bits.
 constexpr std::size_t kMaxDocumentBytes = std::size_t{512} * 1024 * 1024;
 
-/// A document as UTF-8: in place where its bytes are that already.
+/// A document as UTF-8. If its bytes already are UTF-8, it is used in place.
 struct Utf8Document {
     std::string_view inPlace;
     std::optional<std::string> decoded;
@@ -24,7 +24,7 @@ struct Utf8Document {
     [[nodiscard]] std::string_view view() const { return decoded ? std::string_view(*decoded) : inPlace; }
 };
 
-/// True where bytes up to 0x7F stand for themselves whatever came before them (Encoding Standard, section 4.2).
+/// True if bytes up to 0x7F always mean themselves, whatever came before them (Encoding Standard, section 4.2).
 bool keepsAscii(text::Encoding encoding) {
     switch (encoding) {
     case text::Encoding::utf16le:
@@ -48,7 +48,7 @@ Utf8Document decode(std::string_view bytes) {
         return document;
     }
     const bool wide = sniffed.encoding == text::Encoding::utf16le || sniffed.encoding == text::Encoding::utf16be;
-    // Half a code unit at the end of a file cut short is no character.
+    // Half a code unit at the end of a truncated file is not a character.
     if (wide && document.inPlace.size() % 2 != 0) document.inPlace.remove_suffix(1);
     text::DecodedText decoded = text::decode(document.inPlace, sniffed.encoding);
     document.decoded = std::move(decoded.utf8);
@@ -57,8 +57,8 @@ Utf8Document decode(std::string_view bytes) {
     return document;
 }
 
-/// What a document of frames says to readers without frames: the text of its "noframes" elements, which is HTML again.
-/// Nothing for a document that has a body.
+/// The text that a frameset document has for readers without frames: the contents of its "noframes" elements, which
+/// are HTML again. std::nullopt for a document without a frameset.
 std::optional<std::string> framesAlternative(const Tree& tree) {
     bool hasFrames = false;
     std::string alternative;
@@ -74,7 +74,7 @@ std::optional<std::string> framesAlternative(const Tree& tree) {
 
 std::string render(const Tree& tree, const Options& options) {
     RenderedText rendered = renderText(tree, options, AuthorStyles::apply);
-    // A page that its own styles hide altogether waits for a script to show it.
+    // A page that its own styles hide completely expects a script to show it.
     if (rendered.text.empty() && rendered.sawAuthorStyles) rendered = renderText(tree, options, AuthorStyles::ignore);
     return std::move(rendered.text);
 }
@@ -101,7 +101,7 @@ Extraction readHtml(std::span<const std::byte> bytes, const Options& options, co
     if (utf8.decoded && bytesDone) bytesDone();
     auto tree = utf8.decoded ? parseHtml(std::move(*utf8.decoded)) : parseHtmlInPlace(utf8.inPlace);
     if (auto alternative = framesAlternative(*tree)) {
-        tree.reset(); // before another is made
+        tree.reset(); // free the first tree before the second is made
         tree = parseHtml(std::move(*alternative));
     }
     result.text = render(*tree, options);

@@ -13,7 +13,7 @@ constexpr int kInlineShift = 62;
 constexpr int kLayerShift = 61;
 constexpr int kSpecificityShift = 30;
 
-/// CSS Cascading 5, section 6.1: importance, then the style attribute, then layers (whose order turns around for important
+/// CSS Cascading 5, section 6.1: importance, then the style attribute, then layers (in reverse order for important
 /// declarations), then specificity, then the order of appearance. Never 0.
 std::uint64_t priorityOf(const CssDeclaration& declaration, bool layered, std::uint32_t specificity,
                          std::uint32_t order) {
@@ -26,7 +26,7 @@ bool equals(std::string_view a, std::string_view b, LetterCase letterCase) {
     return letterCase == LetterCase::ignored ? text::equalsIgnoringCase(a, b) : a == b;
 }
 
-/// Calls `each` with every word of a text separated by white space, until it answers true.
+/// Calls `each` with every white-space separated word of a text until it returns true. Returns whether it did.
 template <typename Function>
 bool anyWord(std::string_view text, Function each) {
     for (std::size_t at = text::skipBlanksPortable(text, 0); at < text.size();
@@ -38,7 +38,8 @@ bool anyWord(std::string_view text, Function each) {
     return false;
 }
 
-/// True when `word`, which holds no white space, is one of the words of a text, letter case regarded.
+/// Whether `word` is one of the white-space separated words of a text, in the same letter case. `word`
+/// contains no white space.
 bool holdsWord(std::string_view text, std::string_view word) {
     for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
         const std::size_t end = at + word.size();
@@ -47,7 +48,7 @@ bool holdsWord(std::string_view text, std::string_view word) {
     return false;
 }
 
-/// How much a simple selector narrows down the elements that it may be about; 0 for those that are looked up by nothing.
+/// How much a simple selector narrows down the elements that it may match. 0 for kinds that have no buckets.
 int rank(const SimpleSelector& simple) {
     switch (simple.kind) {
     case SelectorKind::id: return 3;
@@ -57,7 +58,7 @@ int rank(const SimpleSelector& simple) {
     }
 }
 
-/// A hash of a name from its size, its first and its last bytes, the same in any case of ASCII letters; never 0.
+/// A hash of a name's size, first bytes and last bytes, independent of the case of ASCII letters. Never 0.
 std::uint32_t hashOf(std::string_view name) {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
@@ -71,16 +72,16 @@ std::uint32_t hashOf(std::string_view name) {
     constexpr std::uint32_t kLowerCase = 0x20202020;
     first |= kLowerCase;
     last |= kLowerCase;
-    constexpr std::uint32_t kOdd = 0x9E3779B1; // 2 to the power of 32 over the golden ratio
+    constexpr std::uint32_t kOdd = 0x9E3779B1; // 2 to the power of 32 divided by the golden ratio
     return (((first * kOdd + last) * kOdd + static_cast<std::uint32_t>(name.size())) * kOdd >> 12) + 1;
 }
 
-/// The same of an element's name.
+/// The hash of an element's name: its tag's number if the tag is known.
 std::uint32_t hashOfType(Tag tag, std::string_view name) {
     return tag == Tag::unknown ? hashOf(name) : static_cast<std::uint32_t>(tag);
 }
 
-/// Whether any rule could generate content that stands in a line.
+/// Whether any rule could generate content that takes part in a line.
 bool anyContent(const CssStyleSheets& sheets) {
     return std::any_of(sheets.rules().begin(), sheets.rules().end(), [](const CssRule& rule) {
         return std::any_of(rule.declarations.begin(), rule.declarations.end(), [](const CssDeclaration& declaration) {
@@ -89,7 +90,7 @@ bool anyContent(const CssStyleSheets& sheets) {
     });
 }
 
-/// Whether any selector asks about other elements than its subject.
+/// Whether any selector looks at elements other than its subject.
 bool anyLooksAround(const SelectorPool& pool) {
     return std::any_of(pool.compounds.begin(), pool.compounds.end(),
                        [](const CompoundSelector& compound) { return compound.toLeft != Combinator::none; }) ||
@@ -100,10 +101,10 @@ bool anyLooksAround(const SelectorPool& pool) {
 
 } // namespace
 
-/// Of all bytes, the same in any case of ASCII letters: hashOf looks at too little of a name for a map.
+/// A hash of all bytes, independent of the case of ASCII letters. For a map, hashOf uses too little of the name.
 std::size_t CssMatcher::Buckets::Hash::operator()(std::string_view name) const {
     constexpr std::uint64_t kLowerCase = 0x2020202020202020;
-    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15; // 2 to the power of 64 over the golden ratio
+    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15; // 2 to the power of 64 divided by the golden ratio
     std::uint64_t hash = name.size();
     while (!name.empty()) {
         std::uint64_t bytes = 0;
@@ -140,7 +141,7 @@ CssMatcher::CssMatcher(const Tree& tree, const CssStyleSheets& sheets)
             if (generates || selector.pseudo == PseudoElement::none) file(rule, selector);
 }
 
-/// Files a selector under the most telling simple selector of its rightmost compound.
+/// Files a selector under the most specific simple selector of its rightmost compound.
 void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
     const SimpleSelector* best = nullptr;
     const SelectorPool& pool = sheets_.selectors();
@@ -161,7 +162,8 @@ void CssMatcher::file(std::uint32_t rule, const ComplexSelector& selector) {
     }
 }
 
-/// A compound that another's descendant or child combinator leads to is an ancestor of the element, whatever stands between.
+/// A compound to the left of a descendant or child combinator must match an ancestor of the element, whatever other
+/// combinators are between them.
 void CssMatcher::watchAncestors(const ComplexSelector& selector, Candidate& candidate) {
     std::size_t watched = 0;
     const auto compounds = sheets_.selectors().compoundsOf(selector);
@@ -269,7 +271,7 @@ void CssMatcher::applyBucket(const Bucket& bucket, const Subject& subject, Casca
     }
 }
 
-/// The element of a place, or no element where there is none.
+/// The subject at a place; without an element if there is no place.
 CssMatcher::Subject CssMatcher::subjectAt(const std::optional<ElementTrail::Place>& place) const {
     return place ? Subject{trail_.element(*place), *place} : Subject{};
 }
@@ -281,7 +283,7 @@ NodeId CssMatcher::nextElement(NodeId element) const {
     return node;
 }
 
-/// Selectors 4, section 17, from right to left. Calls itself once a compound, of which there are at most kMaxCompounds.
+/// Selectors 4, section 17, from right to left. Recurses once per compound, at most kMaxCompounds times.
 CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::size_t index, const Subject& subject) {
     const CompoundSelector& compound = sheets_.selectors().compoundsOf(selector)[index];
     if (!spend(compound.simples.size + 1)) return Outcome::never;
@@ -296,7 +298,8 @@ CssMatcher::Outcome CssMatcher::matchFrom(const ComplexSelector& selector, std::
         if (outcome != Outcome::fails) return outcome;
         if (!repeats) return Outcome::fails;
     }
-    // No ancestor fits: then none fits from higher up either. Siblings say nothing about the ancestors'.
+    // If no ancestor matches from here, none matches from further up. That does not hold for siblings: an
+    // ancestor has other ones.
     return siblings ? Outcome::fails : Outcome::never;
 }
 
@@ -392,7 +395,7 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
     return false;
 }
 
-/// Lets the trail know of the siblings after an element too, unless that takes too long.
+/// Counts all siblings of an element and stores the number in the trail. Returns false if the steps run out.
 bool CssMatcher::countSiblings(const Subject& subject) {
     if (trail_.siblings(subject.place) != 0) return true;
     std::uint32_t number = trail_.position(subject.place);

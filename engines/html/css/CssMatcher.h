@@ -22,9 +22,9 @@ public:
             apply(static_cast<std::size_t>(declaration.property), declaration.value, priority);
         }
     }
-    /// True when any declaration applied.
+    /// True if any declaration applied.
     [[nodiscard]] bool any() const { return set_ != 0; }
-    /// The value of a property, or nothing where no declaration applies.
+    /// The value of a property, or std::nullopt if no declaration applies.
     [[nodiscard]] std::optional<std::uint8_t> value(CssProperty property) const {
         const auto index = static_cast<std::size_t>(property);
         return isSet(index) ? std::optional(entries_[index].value) : std::nullopt;
@@ -42,15 +42,15 @@ private:
         entries_[index] = {priority, value};
     }
 
-    unsigned set_ = 0; ///< a bit for each entry that there is
+    unsigned set_ = 0; ///< one bit for each entry that is set
     std::array<Entry, static_cast<std::size_t>(CssProperty::count)> entries_;
 };
 
-/// Which names, classes and ids the elements around an element have, and perhaps some more: a Bloom filter that counts, so that
-/// what was put in can be taken out again.
+/// The names, classes and ids of an element's ancestors: a counting Bloom filter. It counts so that entries can be
+/// removed. It may report names that no ancestor has.
 class AncestorFilter {
 public:
-    /// Says that it will be asked about a name; others need not be put in.
+    /// Announces that this name will be looked up. Other names need not be added.
     void expect(std::uint32_t hash) { expected_[hash % kSlots / 64] |= std::uint64_t{1} << (hash % 64); }
     [[nodiscard]] bool isExpected(std::uint32_t hash) const {
         return (expected_[hash % kSlots / 64] >> (hash % 64) & 1) != 0;
@@ -65,32 +65,32 @@ public:
 
 private:
     static constexpr std::size_t kSlots = 4096;
-    static constexpr std::uint8_t kFull = 0xFF; ///< and so it stays
+    static constexpr std::uint8_t kFull = 0xFF; ///< a full counter stays full
     std::array<std::uint8_t, kSlots> counts_{};
     std::array<std::uint64_t, kSlots / 64> expected_{};
 };
 
-/// Elementary steps of selector matching in one document. Beyond them no rule of a sheet applies to the elements that follow,
-/// so that no sheet, however it is made, costs more than this.
+/// Limit for the elementary steps of selector matching in one document. Beyond it no rule of a sheet applies to the
+/// remaining elements, so that no sheet can cost more than this.
 inline constexpr std::uint64_t kMaxMatchSteps = 30'000'000;
 
 class CssMatcher {
 public:
     CssMatcher(const Tree& tree, const CssStyleSheets& sheets);
 
-    /// Applies the sheets and the style attribute of one element. Its ancestors, and no others, have been entered and not left,
-    /// and those before it in its parent have been asked about.
+    /// Applies the sheets and the style attribute to one element. Its ancestors, and no other elements, must have
+    /// been entered and not left. Its previous siblings must have been passed to `cascade`.
     void cascade(NodeId element, CascadedValues& values);
-    /// Whether a rule was about the content generated in the element that was asked about last.
+    /// Whether a rule matches the generated content of the element that was cascaded last.
     [[nodiscard]] bool generatesContent() const { return !generated_.empty(); }
-    /// What was said about it; of the style attribute it is nothing.
+    /// Applies the declarations for that generated content. The style attribute contributes none.
     void cascadeGenerated(PseudoElement pseudo, CascadedValues& values) const;
-    /// Enters the element that was asked about last, if there are elements in it.
+    /// Enters the element that was cascaded last. Needed only if it contains elements.
     void enter(NodeId element) {
         if (looksAround_) trail_.enter();
         if (watchesAncestors_) watchNames(element);
     }
-    /// Leaves what was entered last.
+    /// Leaves the element that was entered last.
     void leave() {
         if (looksAround_) trail_.leave();
         if (watchesAncestors_) unwatchNames();
@@ -102,11 +102,11 @@ private:
     struct Candidate {
         std::uint32_t rule;
         const ComplexSelector* selector;
-        /// What of its ancestors' names, classes and ids the filter is asked about; 0 where there is nothing more.
+        /// Hashes of names, classes and ids that its ancestors must have, for AncestorFilter; 0 after the last one.
         std::array<std::uint32_t, 3> ancestors;
     };
     using Bucket = std::vector<Candidate>;
-    /// Buckets by class or id, in any letter case. Most names that are looked for are in none.
+    /// Buckets by class or id, ignoring letter case. Most names that are looked up have no bucket.
     class Buckets {
     public:
         Bucket& operator[](std::string_view name);
@@ -124,12 +124,13 @@ private:
         };
         std::unordered_map<std::string_view, Bucket, Hash, Equal> byName_;
     };
-    /// An element that selectors are held against. Without a place where no selector looks around.
+    /// An element that selectors are matched against. `place` is not set if no selector looks at other elements.
     struct Subject {
         NodeId element = kNoNode;
         ElementTrail::Place place;
     };
-    /// The outcome of matching from one compound leftwards: `never` means that no other ancestor can help either.
+    /// The outcome of matching from one compound to the left. `never` means that trying another
+    /// ancestor cannot help.
     enum class Outcome { matches, fails, never };
 
     void file(std::uint32_t rule, const ComplexSelector& selector);
@@ -163,24 +164,27 @@ private:
 
     const Tree& tree_;
     const CssStyleSheets& sheets_;
-    LetterCase nameCase_; ///< of classes and ids: Selectors 4, sections 6.6 and 6.7, ignored in quirks mode
+    /// Letter case of classes and ids: ignored in quirks mode (Selectors 4, sections 6.6 and 6.7).
+    LetterCase nameCase_;
     Buckets byId_;
     Buckets byClass_;
-    std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_; ///< those of Tag::unknown by their names too
+    /// All unknown names share the bucket of Tag::unknown.
+    std::array<Bucket, static_cast<std::size_t>(Tag::count)> byTag_;
     Bucket others_;
-    std::vector<const Candidate*> generated_; ///< that match the generated content of the element asked about last
+    /// Those that match the generated content of the element that was cascaded last.
+    std::vector<const Candidate*> generated_;
     struct Name {
         std::string_view text;
         std::uint32_t hash;
     };
     NodeId named_ = kNoNode; ///< the element whose classes and id `names_` holds
     std::vector<Name> names_;
-    std::size_t classes_ = 0; ///< of the names
+    std::size_t classes_ = 0; ///< number of classes, which are at the start of `names_`
     AncestorFilter ancestors_;
-    std::vector<std::uint32_t> watched_;      ///< the hashes in the filter, element by element
-    std::vector<std::uint32_t> watchedStart_; ///< of each entered element
-    bool watchesAncestors_ = false;           ///< a selector asks about them
-    bool looksAround_ = false;                ///< a selector asks about other elements than its subject
+    std::vector<std::uint32_t> watched_;      ///< the hashes in the filter, grouped by element
+    std::vector<std::uint32_t> watchedStart_; ///< index in `watched_` of the first hash of each entered element
+    bool watchesAncestors_ = false;           ///< whether any selector asks about ancestors by name, class or id
+    bool looksAround_ = false;                ///< whether any selector looks at elements other than its subject
     ElementTrail trail_;
     std::uint64_t steps_ = 0;
 };

@@ -1,4 +1,4 @@
-// Media Queries Level 4, for one screen of a fixed size that nobody touches.
+// Media Queries Level 4, for one desktop screen of a fixed size.
 #include "engines/html/css/CssStyleSheets.h"
 #include "text/Ascii.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kPixelsPerEm = 16;
 
-/// A length in CSS pixels, or nothing.
+/// A length in CSS pixels, or std::nullopt.
 std::optional<double> pixels(std::string_view text) {
     text = text::trimBlanks(text);
     double value = 0;
@@ -36,7 +36,7 @@ bool rangeFeature(std::string_view name, std::string_view value, double actual) 
     return actual == *length;
 }
 
-/// "400px <= width < 900px" and its halves.
+/// A range such as "400px <= width < 900px", or one half of it.
 bool rangeExpression(std::string_view feature) {
     const auto resolve = [](std::string_view side) -> std::optional<double> {
         side = text::trimBlanks(side);
@@ -102,8 +102,8 @@ bool featureHolds(std::string_view feature) {
     return false;
 }
 
-/// A declaration that a browser of today takes, as far as can be told: of the properties that are known here by its value, of others
-/// by whose they are.
+/// Whether a current browser supports a declaration, as far as can be known here. A property that CssValues.h knows
+/// is judged by its value, any other property by its vendor prefix.
 bool isSupportedFeature(std::string_view feature) {
     constexpr std::string_view kOfOthers[] = {"-ms-", "-moz-", "-o-", "-webkit-touch-callout",
                                               "-webkit-overflow-scrolling"};
@@ -131,7 +131,7 @@ std::string_view takePart(std::string_view& rest) {
     return part;
 }
 
-/// What a group in parentheses is about: a feature of the medium, or a declaration.
+/// Decides whether a group in parentheses holds: a media feature, or a declaration.
 using FeatureTest = bool (*)(std::string_view feature);
 
 bool conditionHolds(std::string_view condition, FeatureTest test, int nesting);
@@ -144,7 +144,8 @@ bool groupHolds(std::string_view group, FeatureTest test, int nesting) {
     return test(inside);
 }
 
-/// One media query or condition: words and groups joined by "and" or "or", "not" before them.
+/// Evaluates one media query or condition: words and groups joined by "and" or "or", with optional
+/// "not" before them.
 bool conditionHolds(std::string_view condition, FeatureTest test, int nesting) {
     bool result = true;
     bool negated = false;
@@ -155,7 +156,7 @@ bool conditionHolds(std::string_view condition, FeatureTest test, int nesting) {
         const std::string_view part = takePart(condition);
         if (text::equalsIgnoringCase(part, "only") || text::equalsIgnoringCase(part, "and")) continue;
         if (test == isSupportedFeature && text::equalsIgnoringCase(part, "selector"))
-            continue; // the group after it is one
+            continue; // `selector(...)`: the next part is its argument
         if (text::equalsIgnoringCase(part, "or")) {
             disjunction = true;
             continue;

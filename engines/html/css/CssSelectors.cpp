@@ -14,7 +14,7 @@ constexpr std::uint32_t kIdWeight = 1U << 20;
 constexpr std::uint32_t kClassWeight = 1U << 10;
 constexpr std::uint32_t kTypeWeight = 1;
 
-/// Adds, each of the three counts staying in its ten bits.
+/// Adds two specificities. Each of the three counts is limited to its ten bits.
 std::uint32_t addSpecificity(std::uint32_t x, std::uint32_t y) {
     std::uint32_t sum = 0;
     for (int shift = 0; shift <= 20; shift += 10)
@@ -23,7 +23,8 @@ std::uint32_t addSpecificity(std::uint32_t x, std::uint32_t y) {
     return sum;
 }
 
-/// Section 18 and the pseudo-elements: valid in a browser, and never true of a page that nobody touches.
+/// Section 18 and the pseudo-elements: valid in a browser, but taken here to match nothing. Most of them really
+/// match nothing in a page without user interaction.
 constexpr std::string_view kNeverTrue[] = {"hover",
                                            "focus",
                                            "active",
@@ -69,7 +70,8 @@ constexpr std::string_view kNeverTrue[] = {"hover",
                                            "seeking",
                                            "active-view-transition"};
 
-/// Those that hold of some elements of a page nobody touches, and that no sheet hides or shows by: taken as true of none.
+/// Pseudo-classes that match some elements even without user interaction, but that style sheets do not use to hide
+/// or show content: taken to match nothing.
 constexpr std::string_view kTakenAsNever[] = {"valid", "required", "optional", "read-write", "in-range", "defined"};
 
 std::string_view lowered(std::string_view name, SelectorPool& pool) {
@@ -79,7 +81,7 @@ std::string_view lowered(std::string_view name, SelectorPool& pool) {
     return kept;
 }
 
-/// The range of what will be appended to a vector.
+/// The range of the next `size` parts to be appended to a vector.
 template <typename Part>
 PoolRange rangeAtEnd(const std::vector<Part>& parts, std::size_t size) {
     return {static_cast<std::uint32_t>(parts.size()), static_cast<std::uint32_t>(size)};
@@ -146,7 +148,7 @@ std::optional<SelectorList> SelectorParser::parseList() {
     return list;
 }
 
-/// A compound without simple selectors yet; all that are added next are its own.
+/// Inserts a compound without simple selectors. Those that are added next belong to it.
 CompoundSelector& SelectorParser::addCompound(std::size_t place, Combinator toLeft) {
     auto& compounds = unfinished_.compounds;
     return *compounds.insert(compounds.begin() + static_cast<std::ptrdiff_t>(place),
@@ -163,7 +165,7 @@ bool SelectorParser::parseComplex() {
     Combinator combinator = Combinator::none;
     if (outer_ && nesting_ == 0 && token_.type == CssTokenType::delimiter && token_.delimiter != '&' &&
         token_.delimiter != '.' && token_.delimiter != '*' && token_.delimiter != '#')
-        combinator = parseCombinator(); // a relative selector, "> b"
+        combinator = parseCombinator(); // a relative selector, such as "> b"
     const Combinator leading = combinator;
     for (;;) {
         if (!parseCompound(addCompound(unfinished_.compounds.size(), combinator))) return false;
@@ -184,7 +186,7 @@ bool SelectorParser::parseComplex() {
     return true;
 }
 
-/// Moves what was read into the pool.
+/// Moves the parts of the selector that was read into the pool.
 void SelectorParser::finishComplex() {
     if (unfinished_.compounds.size() > kMaxCompounds) {
         unfinished_.simples.assign(1, {});
@@ -221,7 +223,7 @@ Combinator SelectorParser::parseCombinator() {
 
 void SelectorParser::add(CompoundSelector& compound, SimpleSelector simple, std::uint32_t weight) {
     if (pseudo_ != PseudoElement::none)
-        simple = SimpleSelector{}; // what comes after a pseudo-element is never true of it
+        simple = SimpleSelector{}; // a simple selector after a pseudo-element never matches
     if (simple.kind == SelectorKind::nesting) {
         sawNesting_ = true;
         if (outer_) {
@@ -251,7 +253,7 @@ bool SelectorParser::parseCompound(CompoundSelector& compound) {
             break;
         default: break;
         }
-        if (any && (token_.type == CssTokenType::ident || isDelimiter('*'))) return false; // a type comes first
+        if (any && (token_.type == CssTokenType::ident || isDelimiter('*'))) return false; // a type must be first
         if (!parseSimple(compound)) return false;
         any = true;
     }
@@ -289,7 +291,7 @@ bool SelectorParser::parseSimple(CompoundSelector& compound) {
     return true;
 }
 
-/// A type or universal selector with an optional namespace prefix, which is read and not looked at.
+/// A type or universal selector. An optional namespace prefix is read and ignored.
 bool SelectorParser::parseType(CompoundSelector& compound) {
     std::string_view name;
     if (token_.type == CssTokenType::ident) name = token_.text;
@@ -346,7 +348,7 @@ bool SelectorParser::parseAttribute(CompoundSelector& compound) {
         }
     }
     if (token_.type != CssTokenType::closeSquare) return false;
-    // HTML, 4.16.2: the values of these attributes are compared without case.
+    // HTML, 4.16.2: the values of these attributes are compared without regard to case.
     if (simple.name == "type" || simple.name == "lang" || simple.name == "dir" || simple.name == "align")
         simple.letterCase = LetterCase::ignored;
     advance();
@@ -362,7 +364,7 @@ bool SelectorParser::parsePseudo(CompoundSelector& compound) {
         return parsePseudoElement(compound);
     }
     const std::string_view name = lowered(token_.text, pool_);
-    if (name == "before" || name == "after") return parsePseudoElement(compound); // as CSS 2 writes them
+    if (name == "before" || name == "after") return parsePseudoElement(compound); // the spelling of CSS 2
     if (token_.type == CssTokenType::function) return parsePseudoFunction(compound, name);
     if (token_.type != CssTokenType::ident) return false;
     const auto nth = [&](bool fromEnd, bool ofType) {
@@ -407,7 +409,7 @@ bool SelectorParser::parsePseudo(CompoundSelector& compound) {
     return true;
 }
 
-/// Those of generated content are told apart; the others hold no text of their own.
+/// Only the pseudo-elements of generated content matter; the others have no text of their own.
 bool SelectorParser::parsePseudoElement(CompoundSelector& compound) {
     PseudoElement pseudo = PseudoElement::none;
     if (token_.type == CssTokenType::function) {
@@ -429,7 +431,8 @@ bool SelectorParser::parsePseudoElement(CompoundSelector& compound) {
     return true;
 }
 
-/// The text up to the parenthesis that closes the current function; the token is then that parenthesis.
+/// Consumes the text up to the parenthesis that closes the current function, and returns it. The current token is
+/// then that parenthesis.
 std::string_view SelectorParser::takeArguments() {
     const std::size_t start = tokens_.position();
     std::size_t depth = 1;
@@ -448,7 +451,7 @@ bool parseInteger(std::string_view text, int& value) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-/// CSS Syntax, section 6: the an+b microsyntax. "of S" is not known: the selector then matches nothing.
+/// CSS Syntax, section 6: the an+b microsyntax. "of S" is not supported: such a selector matches nothing.
 bool parseNth(std::string_view text, SimpleSelector& simple) {
     std::string compact;
     for (const char c : text)
@@ -477,7 +480,7 @@ bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string
     if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any") {
         const std::uint32_t before = specificity_;
         const bool valid = parseNestedList(compound, SelectorKind::isList, arguments);
-        if (name == "where") specificity_ = before; // section 16: it counts nothing
+        if (name == "where") specificity_ = before; // section 16: :where() adds no specificity
         return valid;
     }
     if (name == "nth-child" || name == "nth-last-child" || name == "nth-of-type" || name == "nth-last-of-type") {
@@ -501,7 +504,7 @@ bool SelectorParser::parseNestedList(CompoundSelector& compound, SelectorKind ki
         sawNesting_ = sawNesting_ || inner.sawNesting_;
         if (!list) {
             if (kind == SelectorKind::notList) return false;
-            list.emplace(); // a forgiving list
+            list.emplace(); // a forgiving list becomes empty
         }
         simple.kind = kind;
         simple.list = static_cast<std::uint32_t>(pool_.lists.size());

@@ -1,5 +1,5 @@
-// Selectors Level 4, as far as style sheets of documents use them to show and hide: compounds of type, class, id, attribute
-// and structural pseudo-classes, joined by combinators.
+// Selectors Level 4, as far as documents use them to show and hide: compounds of type, class, id, attribute and
+// structural pseudo-classes, joined by combinators.
 #pragma once
 
 #include "engines/html/css/CssTokenizer.h"
@@ -16,8 +16,8 @@ enum class SelectorKind : std::uint8_t {
     type,
     id,
     className,
-    attribute, ///< with `match`
-    nthChild,  ///< an+b in `a` and `b`; `fromEnd`, `ofType`
+    attribute, ///< compared by `match`
+    nthChild,  ///< an+b with `a` and `b`; uses `fromEnd` and `ofType`
     only,      ///< :only-child, :only-of-type
     root,
     empty,
@@ -26,10 +26,10 @@ enum class SelectorKind : std::uint8_t {
     disabled,
     enabled,
     open,
-    isList,
-    notList, ///< lists[list]; :is() and :where(), :not()
-    nesting, ///< "&": lists[list] of the outer rule; :scope and & without an outer rule are :root
-    never,   ///< dynamic pseudo-classes and most pseudo-elements: valid, and no element is ever it
+    isList,  ///< :is() and :where() with lists[list]
+    notList, ///< :not() with lists[list]
+    nesting, ///< "&": lists[list] of the outer rule. Without an outer rule "&" becomes root, as :scope does
+    never,   ///< dynamic pseudo-classes and most pseudo-elements: valid, but they match no element
 };
 enum class AttributeMatch : std::uint8_t { present, equals, includes, dash, prefix, suffix, substring };
 enum class Combinator : std::uint8_t { none, descendant, child, nextSibling, laterSibling };
@@ -41,7 +41,7 @@ struct SimpleSelector {
     LetterCase letterCase = LetterCase::asWritten;
     bool fromEnd = false;
     bool ofType = false;
-    AttributeName attribute = AttributeName::unknown; ///< of an attribute, where its name is a known one
+    AttributeName attribute = AttributeName::unknown; ///< attribute selectors only: the name if it is a known one
     std::string_view name;                            ///< lower case for types and attributes
     std::string_view value;
     int a = 0;
@@ -49,7 +49,7 @@ struct SimpleSelector {
     std::uint32_t list = 0;
 };
 
-/// A part of one of the pool's vectors.
+/// A range in one of the pool's vectors.
 struct PoolRange {
     std::uint32_t first = 0;
     std::uint32_t size = 0;
@@ -57,13 +57,13 @@ struct PoolRange {
 
 struct CompoundSelector {
     PoolRange simples;
-    Combinator toLeft = Combinator::none; ///< how the compound before this one is related
+    Combinator toLeft = Combinator::none; ///< how the compound to the left is related to this one
 };
 
-/// What of an element a selector is about: itself, or the content that is generated at its start or end.
+/// What a selector is about: the element itself, or the content generated at its start or end.
 enum class PseudoElement : std::uint8_t { none, before, after };
 
-/// Compounds from right to left.
+/// A selector's compounds, from right to left.
 struct ComplexSelector {
     PoolRange compounds;
     PseudoElement pseudo = PseudoElement::none;
@@ -72,12 +72,14 @@ struct ComplexSelector {
 
 using SelectorList = PoolRange;
 
-/// Selectors nested in pseudo-classes deeper than this, and with more compounds or simple selectors than these, match nothing.
+/// Limits: a selector with deeper nested pseudo-classes, with more compounds, or with a compound of more simple
+/// selectors matches nothing.
 inline constexpr int kMaxSelectorNesting = 4;
 inline constexpr std::size_t kMaxCompounds = 32;
 inline constexpr std::size_t kMaxSimpleSelectors = 32;
 
-/// Every selector of a document's style sheets, part by part; the lists inside pseudo-classes are referred to by index.
+/// All selectors of a document's style sheets, with their parts in one vector per kind. The lists inside
+/// pseudo-classes are referred to by index.
 struct SelectorPool {
     CssStrings strings;
     std::vector<SimpleSelector> simples;
@@ -95,17 +97,18 @@ struct SelectorPool {
         return std::span(simples).subspan(compound.simples.first, compound.simples.size);
     }
 
-    /// What is being read, at each level of nesting.
+    /// The selectors that are being parsed, one entry for each level of nesting.
     struct Unfinished {
         std::vector<SimpleSelector> simples;
-        std::vector<CompoundSelector> compounds; ///< of those, from left to right
+        std::vector<CompoundSelector> compounds; ///< from left to right; their ranges are in the `simples` above
         std::vector<ComplexSelector> selectors;
     };
     std::array<Unfinished, kMaxSelectorNesting + 1> unfinished;
 };
 
-/// Parses a selector list; one that is not valid makes the whole list nothing. `outer` is the list that "&" stands for inside
-/// a nested rule: there, a selector without "&" is relative to it. What is added to the pool stays there.
+/// Parses a selector list. std::nullopt if any selector in it is not valid. `outer` is the list that "&" refers
+/// to inside a nested rule; there, a selector without "&" is relative to that list. Parts that have been added to
+/// the pool stay there.
 [[nodiscard]] std::optional<SelectorList> parseSelectors(std::string_view text, SelectorPool& pool,
                                                          std::optional<std::uint32_t> outer);
 

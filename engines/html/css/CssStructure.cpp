@@ -7,10 +7,12 @@ namespace quillow::html {
 
 namespace {
 
-/// The next byte that has to be looked at: one of { } [ ] ( ) ; " ' \ / or, which is none of them, |.
+/// The next byte that needs a look: one of { } [ ] ( ) ; " ' \ or /. The SSE2 search also stops at |, which is
+/// harmless: its comparison cannot tell | from the brackets.
 std::size_t findNotable(std::string_view css, std::size_t from) {
 #ifdef __SSE2__
-    const auto within = [](__m128i block, char first) { // three neighbours: { | } without their case bit, ' ( )
+    // Finds one of three adjacent characters: { | } if bit 5 is set, or ' ( ).
+    const auto within = [](__m128i block, char first) {
         const __m128i distance = _mm_sub_epi8(block, _mm_set1_epi8(first));
         return _mm_cmpeq_epi8(_mm_min_epu8(distance, _mm_set1_epi8(2)), distance);
     };
@@ -100,14 +102,15 @@ void CssStructure::skipString(char quote) {
     sawEscape_ = false;
 }
 
-/// CSS Syntax 3, section 4.3.8. What an escape of several digits goes on with has no part in the structure.
+/// CSS Syntax 3, section 4.3.8. The further digits of an escape are not structural characters and
+/// need not be skipped.
 void CssStructure::skipEscape() {
     const bool valid = at_ + 1 < css_.size() && css_[at_ + 1] != '\n';
     at_ += valid ? 2 : 1;
     sawEscape_ = true;
 }
 
-/// At "(": CSS Syntax 3, section 4.3.4. True when it belonged to an unquoted URL, which was skipped.
+/// CSS Syntax 3, section 4.3.4, at a "(". If it belongs to an unquoted URL, skips the URL and returns true.
 bool CssStructure::skipUrl() {
     if (sawEscape_) return skipUrlByTokens();
     const std::string_view before = css_.substr(boundary_, at_ - boundary_);

@@ -1,4 +1,4 @@
-// CSS Syntax Level 3, section 5: rules and declarations; CSS Nesting; conditional at-rules.
+// Parses style sheets into rules: CSS Syntax Level 3, section 5; CSS Nesting; conditional at-rules.
 #include "engines/html/css/CssStyleSheets.h"
 
 #include "engines/html/css/CssStructure.h"
@@ -8,7 +8,8 @@ namespace quillow::html {
 
 namespace {
 
-/// CSS Syntax, 5.5.9 "Consume a simple block": nothing but its own closing character ends a block.
+/// CSS Syntax, 5.5.9 "Consume a simple block": only its own closing character ends a block. `closers` has the
+/// closing characters of the open blocks.
 void followNesting(char c, std::string& closers) {
     if (c == '(') {
         closers.push_back(')');
@@ -23,7 +24,7 @@ void followNesting(char c, std::string& closers) {
 
 } // namespace
 
-/// Walks one sheet. Blocks nest by a stack of our own, so that hostile nesting costs no call depth.
+/// Parses one sheet. Open blocks are kept on a stack of our own, so that hostile nesting uses no call stack.
 class CssParser {
 public:
     CssParser(CssStyleSheets& sheets, std::string_view css)
@@ -34,15 +35,15 @@ public:
     void parse();
 
 private:
-    /// An open block: its contents are rules, and inside a style rule declarations too. Selectors are parsed only when a
-    /// declaration of interest or a nested rule asks for them.
+    /// An open block. It contains rules and, inside a style rule, declarations too. Selectors are parsed only when
+    /// a declaration of interest or a nested rule needs them.
     struct Block {
         bool insideStyleRule = false;
         bool layered = false;
         bool invalid = false;
-        std::string_view prelude;               ///< of a style rule
-        std::optional<std::uint32_t> outer;     ///< the selectors that "&" stands for
-        std::optional<std::uint32_t> selectors; ///< of the innermost style rule around
+        std::string_view prelude;               ///< the selectors of a style rule, unparsed
+        std::optional<std::uint32_t> outer;     ///< index of the selectors that "&" refers to
+        std::optional<std::uint32_t> selectors; ///< index of the selectors of the innermost style rule
         std::vector<CssDeclaration> declarations;
     };
 
@@ -65,8 +66,8 @@ private:
 
 void CssParser::parse() {
     open_.emplace_back();
-    std::size_t first = structure_.skipBlank(); // of the rule or declaration that is being read
-    std::string closers;                        // of what is open in it
+    std::size_t first = structure_.skipBlank(); // the start of the current rule or declaration
+    std::string closers;                        // the closing characters of the brackets that are open in it
     for (;;) {
         const char c = structure_.next();
         const auto pending = [&] { return text::trimBlanks(css_.substr(first, structure_.position() - first)); };
@@ -86,13 +87,13 @@ void CssParser::parse() {
             first = structure_.skipBlank();
             break;
         case '}':
-            if (open_.size() == 1) break; // a stray one belongs to the selector after it, and breaks it
+            if (open_.size() == 1) break; // a stray brace belongs to the selector after it and makes that invalid
             takeDeclaration(pending());
             closeBlock();
             first = structure_.skipBlank();
             break;
         case ';':
-            // Outside of a style rule it ends at-rules only: a selector with one in it is a broken selector.
+            // Outside of a style rule only an at-rule ends here. A selector that contains a semicolon is broken.
             if (!open_.back().insideStyleRule && first != structure_.position() && !isAtRule(first)) break;
             takeDeclaration(pending());
             first = structure_.skipBlank();
@@ -187,7 +188,8 @@ void CssParser::closeBlock() {
     open_.pop_back();
 }
 
-/// Makes a rule of the declarations so far: those after a nested rule come after it in the cascade too (CSS Nesting, section 4).
+/// Makes a rule from the declarations so far. Declarations after a nested rule also come after it in the cascade
+/// (CSS Nesting, section 4).
 void CssParser::addRule(Block& block) {
     if (!block.declarations.empty() && sheets_.rules_.size() < kMaxRules && resolveSelectors(block))
         sheets_.rules_.push_back({*block.selectors, block.layered, std::move(block.declarations)});

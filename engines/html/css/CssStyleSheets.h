@@ -1,4 +1,4 @@
-// The author's style sheets of a document: the rules that matter, in the cascade's order.
+// The author's style sheets of a document: the rules that matter, in order of appearance.
 #pragma once
 
 #include "engines/html/css/CssSelectors.h"
@@ -7,23 +7,24 @@
 namespace quillow::html {
 
 struct CssRule {
-    std::uint32_t list = 0; ///< its selectors, in SelectorPool::lists
+    std::uint32_t list = 0; ///< index of its selectors in SelectorPool::lists
     bool layered = false;   ///< inside an @layer: weaker than rules outside of one
     std::vector<CssDeclaration> declarations;
 };
 
-/// The screen that media queries are asked about.
+/// The viewport that media queries are evaluated for, in CSS pixels.
 inline constexpr double kViewportWidth = 1280;
 inline constexpr double kViewportHeight = 720;
 
 /// At-rules and style rules nest no deeper than this; deeper ones are skipped.
 inline constexpr int kMaxRuleNesting = 32;
-/// Rules with declarations of interest beyond this number are dropped.
+/// Rules beyond this number are dropped. Rules without declarations of interest do not count.
 inline constexpr std::size_t kMaxRules = 50'000;
 
 class CssStyleSheets {
 public:
-    /// Adds the rules of one sheet. Its text outlives this object. `media` is the style element's attribute.
+    /// Adds the rules of one sheet. Its text must outlive this object. `media` is the value of the style
+    /// element's media attribute.
     void add(std::string_view css, std::string_view media);
 
     [[nodiscard]] bool empty() const { return rules_.empty(); }
@@ -36,10 +37,10 @@ private:
     std::vector<CssRule> rules_;
 };
 
-/// CSS Conditional Rules 3, section 6: the condition of "@supports".
+/// CSS Conditional Rules 3, section 6: whether the condition of "@supports" holds.
 [[nodiscard]] bool supportsHolds(std::string_view condition);
 
-/// Media Queries 4: true when one query of the list holds for the screen of this size.
+/// Media Queries 4: whether at least one query of the list holds for the viewport above. An empty list holds.
 [[nodiscard]] bool mediaMatches(std::string_view queries);
 
 } // namespace quillow::html

@@ -81,7 +81,7 @@ CssToken CssTokenizer::next() {
     } else if (startsNumber()) {
         token = consumeNumeric();
     } else if (input_.substr(position_, 3) == "-->") {
-        position_ += 3; // CDC and CDO mean nothing in a style element
+        position_ += 3; // CDC and CDO have no meaning in a style element
         token.type = CssTokenType::whiteSpace;
     } else if (input_.substr(position_, 4) == "<!--") {
         position_ += 4;
@@ -96,7 +96,7 @@ CssToken CssTokenizer::next() {
     return token;
 }
 
-/// 4.3.12 Consume a name; a slice of the input where there is no escape in it.
+/// 4.3.12 Consume a name. Returns a slice of the input if the name contains no escape.
 std::string_view CssTokenizer::consumeName() {
     const std::size_t start = position_;
     while (position_ < input_.size() && isNameCharacter(input_[position_]))
@@ -116,7 +116,7 @@ std::string_view CssTokenizer::consumeName() {
     return name;
 }
 
-/// 4.3.7 Consume an escaped code point; the backslash is consumed.
+/// 4.3.7 Consume an escaped code point. The backslash has been consumed already.
 void CssTokenizer::consumeEscape(std::string& out) {
     if (text::hexValue(at(0)) < 0) {
         out.push_back(input_[position_++]);
@@ -202,7 +202,7 @@ CssToken CssTokenizer::consumeIdentLike() {
     return url;
 }
 
-/// 4.3.6 Consume a url token; its text is of no use here.
+/// 4.3.6 Consume a url token. Its text is not needed here.
 CssToken CssTokenizer::consumeUrl() {
     CssToken token;
     token.type = CssTokenType::url;

@@ -35,16 +35,17 @@ enum class CssTokenType : std::uint8_t {
 
 struct CssToken {
     CssTokenType type = CssTokenType::end;
-    char delimiter = 0;    ///< of a delimiter
-    double number = 0;     ///< of a number, percentage or dimension
+    char delimiter = 0;    ///< the character of a delimiter or other punctuation
+    double number = 0;     ///< the value of a number, percentage or dimension
     std::string_view text; ///< a name or string with its escapes resolved, or a dimension's unit
-    std::size_t start = 0; ///< where the token begins in the input
+    std::size_t start = 0; ///< offset of the token in the input
 };
 
-/// Strings that a name or string with escapes in it resolves to.
+/// Storage for names and strings whose escapes have been resolved.
 using CssStrings = std::list<std::string>;
 
-/// A cursor over a style sheet; copying it remembers a place. Comments are skipped. `strings` outlives the tokens.
+/// A cursor over a style sheet; a copy remembers the position. Comments are skipped. `strings` must
+/// outlive the tokens.
 class CssTokenizer {
 public:
     CssTokenizer(std::string_view input, CssStrings& strings, std::size_t position = 0)

@@ -104,7 +104,7 @@ constexpr Keyword kPosition[] = {
     {"-webkit-sticky", number(Flow::inFlow)}, {"absolute", number(Flow::outOfFlow)}, {"fixed", number(Flow::outOfFlow)},
 };
 
-/// Of words; what else there may be is read by `ContentReader`.
+/// The values of `content` that are single words. ContentReader reads the others.
 constexpr Keyword kContent[] = {
     {"none", 0},
     {"normal", 0},
@@ -150,7 +150,8 @@ std::optional<std::uint8_t> findKeyword(const Keywords& keywords, std::string_vi
     return std::nullopt;
 }
 
-/// The two-keyword syntax of CSS Display 3, section 2: an outside ("block", "inline") and an inside ("flow", "flex", ...).
+/// The two-keyword syntax of CSS Display 3, section 2: an outer ("block", "inline") and an inner display type
+/// ("flow", "flex", ...).
 std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_view second) {
     const auto is = [&](std::string_view name) {
         return text::equalsIgnoringCase(first, name) || text::equalsIgnoringCase(second, name);
@@ -165,7 +166,8 @@ std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_
     return number(inlineOutside ? Display::inline_ : Display::block);
 }
 
-/// What a property's value says, given its words. Shorthands (`list-style`, `white-space`) hold words of other properties.
+/// The value that a property gets from its words. The shorthands `list-style` and `white-space` may contain words
+/// of other properties.
 std::optional<std::uint8_t> valueOf(const Property& property, std::span<const std::string_view> words) {
     if (words.empty()) return std::nullopt;
     if (words.size() == 1) {
@@ -175,12 +177,13 @@ std::optional<std::uint8_t> valueOf(const Property& property, std::span<const st
         return findKeyword(std::span(property.first, property.count), name);
     };
     if (property.property == CssProperty::listStyle || property.property == CssProperty::whiteSpace) {
-        // "none" beside another word is the list's image, "normal" the other half of white-space's initial value: both are 0.
+        // A word of value 0 gives way to other words: in list-style "none" may be the list's image, in white-space
+        // a word such as "nowrap" leaves the collapsing at its initial value.
         std::optional<std::uint8_t> found;
         for (const std::string_view word : words) {
             const auto value = keyword(word);
             if (value && (!found || *value != 0)) found = value;
-            // Any other word of a list's style may name a style of the author's own.
+            // In list-style, an unknown word may be a counter style of the author's.
             if (!value && property.property == CssProperty::whiteSpace) return std::nullopt;
         }
         return found;
@@ -189,7 +192,8 @@ std::optional<std::uint8_t> valueOf(const Property& property, std::span<const st
     return words.size() == 1 ? keyword(words[0]) : std::nullopt;
 }
 
-/// CSS Generated Content 3, section 2: strings, and what makes text or pictures out of something else.
+/// Reads the values of `content`: CSS Generated Content 3, section 2. Strings give text; functions and URLs
+/// generate text or pictures.
 class ContentReader {
 public:
     void add(const CssToken& token) {
@@ -197,10 +201,10 @@ public:
         case CssTokenType::string: addString(token.text); break;
         case CssTokenType::function:
         case CssTokenType::url: parts_ |= generated::kBox | generated::kText; break;
-        default: break; // keywords, what is within a function, the slash before the text for those who hear it
+        default: break; // keywords, the arguments of a function, the slash before the alternative text
         }
     }
-    /// Nothing where only keywords have been read.
+    /// std::nullopt if only keywords were read.
     [[nodiscard]] std::optional<std::uint8_t> value() const {
         return parts_ == 0 ? std::nullopt : std::optional(parts_);
     }
@@ -252,7 +256,7 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
         } else if (isContent) {
             content.add(token);
         } else if (property->name != "list-style") {
-            return std::nullopt; // a function, a number or a broken value: none of these properties takes one
+            return std::nullopt; // a function, a number or a broken value: no valid value of these properties has one
         }
     }
     auto value = content.value();

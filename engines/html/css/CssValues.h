@@ -18,11 +18,12 @@ enum class CssProperty : std::uint8_t {
     position,
     content,
     count,
-    all = count ///< stands for each of them
+    all = count ///< the `all` property, which sets each of them
 };
 enum class Importance : std::uint8_t { normal, important };
 
-/// The values that every property takes beside its own; a property's own values are those of its enumeration in Style.
+/// The CSS-wide values, which every property accepts. A property's own values are those of its enumeration in
+/// Style.h; for `content` they are bits of `generated`.
 inline constexpr std::uint8_t kInherit = 0xF0;
 inline constexpr std::uint8_t kInitial = 0xF1;
 inline constexpr std::uint8_t kUnset = 0xF2;
@@ -34,16 +35,18 @@ struct CssDeclaration {
     Importance importance = Importance::normal;
 };
 
-/// One declaration without its semicolon, "display: none !important"; nothing when it is of no interest or not valid.
+/// Parses one declaration without its semicolon, such as "display: none !important". std::nullopt if the property
+/// is not one of CssProperty or the value is not valid.
 [[nodiscard]] std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings);
 
-/// Whether values of a property are looked at; there may be white space around its name.
+/// Whether the property is one of CssProperty. There may be white space around its name.
 [[nodiscard]] bool isKnownProperty(std::string_view name);
 
-/// The declarations of a style attribute.
+/// Parses the declarations of a style attribute.
 [[nodiscard]] std::vector<CssDeclaration> parseStyleAttribute(std::string_view style);
 
-/// False for most declarations of other properties, which need not be parsed at all. Nothing stands before the property's name.
+/// A quick check: false for most declarations of other properties, which then need not be parsed. `declaration`
+/// begins with the property's name.
 [[nodiscard]] bool mayBeRelevant(std::string_view declaration);
 
 } // namespace quillow::html

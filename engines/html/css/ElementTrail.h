@@ -1,4 +1,5 @@
-// The elements around the one that is looked at, and those before it, while a tree is visited in document order.
+// Keeps the current element, its ancestors and the previous siblings of all of them while a tree is visited
+// in document order.
 #pragma once
 
 #include "engines/html/tree/NodeBlock.h"
@@ -9,7 +10,8 @@
 
 namespace quillow::html {
 
-/// What selectors ask of an element's surroundings. Every child element of an element that is entered has to be added, in order.
+/// The surroundings of an element that selectors ask about. Every child element of an entered element must
+/// be added, in order.
 class ElementTrail {
 public:
     struct Place {
@@ -17,17 +19,17 @@ public:
         std::uint32_t index = 0;
     };
 
-    /// Comes to an element, in the one entered last and not left.
+    /// Adds the next child element of the element entered last. It becomes the current element.
     void add(NodeId element) { elements_.push_back(element); }
-    /// Enters the element that was come to last.
+    /// Enters the current element.
     void enter() { levels_.push_back({static_cast<std::uint32_t>(elements_.size())}); }
-    /// Leaves the element entered last, of whose parent it is the last child so far.
+    /// Leaves the element entered last. It becomes the current element again.
     void leave() {
         elements_.resize(levels_.back().start);
         levels_.pop_back();
     }
 
-    /// The element that was come to last.
+    /// The place of the current element.
     [[nodiscard]] Place here() const {
         return {static_cast<std::uint32_t>(levels_.size() - 1), static_cast<std::uint32_t>(elements_.size() - 1)};
     }
@@ -36,14 +38,14 @@ public:
         if (place.level == 0) return std::nullopt;
         return Place{place.level - 1, levels_[place.level].start - 1};
     }
-    /// How many of its siblings are there so far, itself included.
+    /// The element's position among its siblings, counted from 1.
     [[nodiscard]] std::uint32_t position(const Place& place) const {
         return place.index - levels_[place.level].start + 1;
     }
-    /// How many siblings there are in all, itself included, as soon as that has been said; or 0.
+    /// The number of siblings, the element included, or 0 if `setSiblings` has not set it yet.
     [[nodiscard]] std::uint32_t siblings(const Place& place) const { return levels_[place.level].siblings; }
     void setSiblings(const Place& place, std::uint32_t number) { levels_[place.level].siblings = number; }
-    /// The element before it with the same parent.
+    /// The previous sibling, or std::nullopt.
     [[nodiscard]] std::optional<Place> previous(const Place& place) const {
         if (place.index == levels_[place.level].start) return std::nullopt;
         return Place{place.level, place.index - 1};
@@ -55,7 +57,8 @@ private:
         std::uint32_t siblings = 0;
     };
 
-    std::vector<NodeId> elements_; ///< of each level the children so far, the last of which is entered
+    /// The children of each level so far. On all but the innermost level the last one is entered.
+    std::vector<NodeId> elements_;
     std::vector<Level> levels_ = {{0}};
 };
 

@@ -27,12 +27,12 @@ enum class WhiteSpace : std::uint8_t { normal, preserve, preserveBreaks };
 enum class ListStyle : std::uint8_t { none, bullet, decimal, lowerAlpha, upperAlpha, lowerRoman, upperRoman };
 enum class Flow : std::uint8_t { inFlow, outOfFlow };
 
-/// What the `content` property of generated content comes to in a line: a set of these. Nothing, for none of it.
+/// What the `content` property puts into a line: a set of these bits. 0 if it generates nothing.
 namespace generated {
-inline constexpr std::uint8_t kBox = 1;
+inline constexpr std::uint8_t kBox = 1;         ///< there is a box, even if it is empty
 inline constexpr std::uint8_t kSpaceBefore = 2; ///< it begins with collapsible white space
-inline constexpr std::uint8_t kText = 4;        ///< there is something to be seen
-inline constexpr std::uint8_t kSpaceAfter = 8;
+inline constexpr std::uint8_t kText = 4;        ///< it contains something visible
+inline constexpr std::uint8_t kSpaceAfter = 8;  ///< it ends with collapsible white space
 } // namespace generated
 
 /// Generated content: `::before` or `::after`.
@@ -50,7 +50,7 @@ struct Style {
     ListStyle listStyle = ListStyle::bullet;
     Flow floating = Flow::inFlow;   ///< the `float` property
     Flow positioned = Flow::inFlow; ///< the `position` property: absolute or fixed
-    bool generatesContent = false;  ///< a rule is about its `::before` or `::after`
+    bool generatesContent = false;  ///< a rule matches its `::before` or `::after`
 };
 
 } // namespace quillow::html

@@ -6,7 +6,7 @@ namespace quillow::html {
 
 namespace {
 
-/// The value of a property of type `Value`, given what the cascade says of it.
+/// The computed value of a property. `cascaded` is the cascade's result, `own` the user agent's value.
 template <typename Value>
 Value computed(std::optional<std::uint8_t> cascaded, Value own, Value inherited, Value initial, bool inherits) {
     if (!cascaded || *cascaded == kRevert) return own;
@@ -45,7 +45,7 @@ void StyleResolver::collectSheets() {
         const Node& node = tree_.node(id);
         const NodeId first = tree_.firstChild(id);
         if (node.tag != Tag::style || first == kNoNode) continue;
-        // HTML, 4.2.6: a type other than text/css is no style sheet.
+        // HTML, 4.2.6: a style element of another type than text/css is not a style sheet.
         const auto type = tree_.attribute(id, AttributeName::type);
         if (type && !type->empty() && !text::equalsIgnoringCase(*type, "text/css")) continue;
         const auto media = tree_.attribute(id, AttributeName::media);

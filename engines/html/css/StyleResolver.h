@@ -11,31 +11,32 @@ namespace quillow::html {
 
 class StyleResolver {
 public:
-    /// With `withAuthor` false neither sheets nor style attributes are looked at.
+    /// If `withAuthor` is false, the author's sheets and style attributes are ignored.
     StyleResolver(const Tree& tree, bool withAuthor);
 
-    /// The style of an element, which is the initial one. Its ancestors, and no others, have been entered and not left, and those
-    /// before it in its parent have been resolved. `isAlternative` for an element of "semantics" that is not the first one.
+    /// Computes the style of an element. `style` must be the initial style. The element's ancestors, and no other
+    /// elements, must have been entered and not left. Its previous siblings must have been resolved.
+    /// `isAlternative` is for a child of "semantics" that is not the first element.
     void resolve(NodeId element, const Style& parent, bool isAlternative, Style& style);
-    /// The generated content of the element that was resolved last, whose style says that there may be some.
+    /// The generated content of the element that was resolved last. Requires that its style has `generatesContent`.
     [[nodiscard]] GeneratedContent generated(PseudoElement pseudo, const Style& style) const;
-    /// Enters the element that was resolved last, if there are elements in it.
+    /// Enters the element that was resolved last. Needed only if it contains elements.
     void enter(NodeId element) {
         if (matcher_) matcher_->enter(element);
     }
-    /// Leaves what was entered last.
+    /// Leaves the element that was entered last.
     void leave() {
         if (matcher_) matcher_->leave();
     }
 
-    /// True when a declaration of the author's applied to any element so far.
+    /// True if a declaration of the author's applied to any element so far.
     [[nodiscard]] bool authorStylesApplied() const { return applied_; }
 
 private:
     void collectSheets();
 
     const Tree& tree_;
-    std::deque<std::string> joined_; ///< sheets that several text nodes make up
+    std::deque<std::string> joined_; ///< the texts of sheets that consist of several text nodes
     CssStyleSheets sheets_;
     std::unique_ptr<CssMatcher> matcher_; ///< nullptr without author styles
     bool applied_ = false;

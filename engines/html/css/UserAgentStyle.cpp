@@ -82,7 +82,7 @@ Display svgDisplay(const Node& node) {
     }
 }
 
-/// 15.3.9 Lists, with the presentational `type` attribute, which a list item takes too.
+/// 15.3.9 Lists, with the presentational `type` attribute, which applies to list items too.
 ListStyle listStyleOf(const Tree& tree, NodeId element, ListStyle inherited) {
     const Node& node = tree.node(element);
     ListStyle style = inherited;
@@ -108,12 +108,12 @@ ListStyle listStyleOf(const Tree& tree, NodeId element, ListStyle inherited) {
 
 constexpr TagSet kTableParts{Tag::table, Tag::thead, Tag::tbody, Tag::tfoot, Tag::tr};
 
-/// The elements that have more rules than one display type.
+/// The elements with more rules than a display type.
 constexpr TagSet kWithRules{Tag::table,  Tag::td,    Tag::th,   Tag::img,     Tag::iframe,    Tag::embed, Tag::object,
                             Tag::dialog, Tag::input, Tag::pre,  Tag::listing, Tag::plaintext, Tag::xmp,   Tag::nobr,
                             Tag::ul,     Tag::ol,    Tag::menu, Tag::dir,     Tag::li};
 
-/// 15.3.8 and 15.4.3: a table, and what is embedded in a line, that the `align` attribute moves to a side.
+/// 15.3.8 and 15.4.3: the `align` attribute makes a table or an embedded element float.
 void applyAlign(const Tree& tree, NodeId element, Style& style) {
     const auto align = tree.attribute(element, AttributeName::align);
     if (align && (text::equalsIgnoringCase(*align, "left") || text::equalsIgnoringCase(*align, "right")))

@@ -9,7 +9,7 @@ namespace quillow::html {
 
 namespace {
 
-/// 13.2.5.80 Numeric character reference end state: what 0x80 to 0x9F stand for; 0 keeps the number.
+/// 13.2.5.80 Numeric character reference end state: the replacements of 0x80 to 0x9F; 0 keeps the number.
 constexpr char16_t kC1Replacements[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                           0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                           0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -21,7 +21,8 @@ char32_t numericReference(std::uint32_t number) {
     return number;
 }
 
-/// A reference after "&#"; answers the bytes taken, 0 where it is none.
+/// Appends the numeric reference that `rest`, the text after "&#", begins with. Returns the number of bytes
+/// consumed, or 0 if there is no reference.
 std::size_t appendNumeric(std::string& out, std::string_view rest) {
     std::size_t at = 0;
     const bool hexadecimal = !rest.empty() && (rest[0] | 0x20) == 'x';
@@ -42,14 +43,15 @@ struct ReferenceRange {
     const NamedReference* high;
 };
 
-/// The names that begin as the text does.
+/// The names that begin with this character.
 ReferenceRange referencesOf(char first) {
     if (first < kFirstReferenceCharacter || first > kLastReferenceCharacter) return {nullptr, nullptr};
     const auto index = static_cast<std::size_t>(first - kFirstReferenceCharacter);
     return {kNamedReferences + kNamedReferenceStarts[index], kNamedReferences + kNamedReferenceStarts[index + 1]};
 }
 
-/// The name with a semicolon that the text begins with, or nullptr. No other name goes on behind a semicolon.
+/// The name with its semicolon that `rest` begins with, or nullptr. Names end at a semicolon, so no
+/// longer name can match.
 const NamedReference* wholeMatch(std::string_view rest) {
     std::size_t length = 0;
     while (length < rest.size() && (text::isLetter(rest[length]) || text::isDigit(rest[length])))
@@ -62,7 +64,8 @@ const NamedReference* wholeMatch(std::string_view rest) {
     return found != range.high && found->name == name ? found : nullptr;
 }
 
-/// The longest name of the table that the text begins with, or nullptr. Narrows the sorted table character by character.
+/// The longest name of the table that `rest` begins with, or nullptr. Narrows the sorted table
+/// character by character.
 const NamedReference* longestMatch(std::string_view rest) {
     auto [low, high] = referencesOf(rest[0]);
     const NamedReference* found = nullptr;
@@ -78,7 +81,7 @@ const NamedReference* longestMatch(std::string_view rest) {
     return found;
 }
 
-/// The references that pages are full of: the bytes taken, or 0.
+/// Appends one of the most frequent references. Returns the number of bytes consumed, or 0.
 std::size_t appendCommon(std::string& out, std::string_view rest) {
     if (rest.starts_with("amp;")) return out.push_back('&'), 4;
     if (rest.starts_with("nbsp;")) return out.append("\u00A0"), 5;
@@ -86,7 +89,8 @@ std::size_t appendCommon(std::string& out, std::string_view rest) {
     return 0;
 }
 
-/// A reference after "&"; answers the bytes taken, 0 where it is none.
+/// Appends the named reference that `rest`, the text after "&", begins with. Returns the number of bytes consumed,
+/// or 0 if there is no reference.
 std::size_t appendNamed(std::string& out, std::string_view rest, ReferencePlace place) {
     if (rest.empty() || !text::isLetter(rest[0])) return 0;
     if (const std::size_t taken = appendCommon(out, rest); taken > 0) return taken;
@@ -96,7 +100,7 @@ std::size_t appendNamed(std::string& out, std::string_view rest, ReferencePlace 
     const std::size_t length = reference->name.size();
     if (place == ReferencePlace::attribute && reference->name.back() != ';' && length < rest.size() &&
         (rest[length] == '=' || text::isLetter(rest[length]) || text::isDigit(rest[length])))
-        return 0; // for historical reasons: "?a=1&copy=2"
+        return 0; // for historical reasons: "?a=1&copy=2" has no reference
     text::appendUtf8(out, reference->first);
     if (reference->second != 0) text::appendUtf8(out, reference->second);
     return length;

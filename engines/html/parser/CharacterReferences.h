@@ -9,13 +9,14 @@
 namespace quillow::html {
 
 struct NamedReference {
-    std::string_view name; ///< without "&", with ";" where it has one
+    std::string_view name; ///< without "&"; includes the ";" of a name that ends in one
     char32_t first;
-    char32_t second; ///< or 0
+    char32_t second; ///< second code point, or 0
 };
-/// Sorted by name, byte by byte.
+/// The named references, sorted by the bytes of their names.
 extern const NamedReference kNamedReferences[];
-/// Where the names begin that begin with each character from the first to the last, and the number of all names.
+/// For each first character from kFirstReferenceCharacter to kLastReferenceCharacter, the index of the first name
+/// that begins with it; then the number of names.
 inline constexpr char kFirstReferenceCharacter = 'A';
 inline constexpr char kLastReferenceCharacter = 'z';
 extern const std::uint16_t kNamedReferenceStarts[kLastReferenceCharacter - kFirstReferenceCharacter + 2];

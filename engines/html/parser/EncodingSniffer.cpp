@@ -13,7 +13,7 @@ namespace {
 
 using text::Encoding;
 
-/// The prescan's position in the bytes, and "get an attribute", section 13.2.3.2.
+/// The prescan with its position in the bytes, and "get an attribute", section 13.2.3.2.
 class Prescanner {
 public:
     explicit Prescanner(std::string_view bytes)
@@ -61,7 +61,7 @@ std::optional<Encoding> Prescanner::run() {
         if (open == std::string_view::npos) return std::nullopt;
         at_ = open;
         if (startsWith("<!--")) {
-            at_ += 2; // the dashes of "<!-->" count for both ends
+            at_ += 2; // in "<!-->" the dashes belong to both ends
             skipPast("-->");
         } else if (startsWith("<meta") && at_ + 5 < bytes_.size() &&
                    (text::isBlank(bytes_[at_ + 5]) || bytes_[at_ + 5] == '/')) {
@@ -105,7 +105,7 @@ std::optional<Encoding> Prescanner::readMeta() {
             needPragma = false;
         }
     }
-    if (atEnd()) return std::nullopt; // a tag cut off declares nothing
+    if (atEnd()) return std::nullopt; // a truncated tag declares nothing
     if (!charset || (needPragma && !gotPragma)) return std::nullopt;
     if (*charset == Encoding::utf16be || *charset == Encoding::utf16le) return Encoding::utf8;
     if (*charset == Encoding::xUserDefined) return Encoding::windows1252;
@@ -152,7 +152,8 @@ std::string Prescanner::getValue() {
     return value;
 }
 
-/// A document in UTF-16 without a mark: every second byte of its first ASCII characters is zero.
+/// Detects UTF-16 without a byte-order mark. ASCII characters have a zero byte in UTF-16, so at the start at least
+/// 70 % of the bytes at even or at odd offsets must be zero, and at most 10 % of the others.
 std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
     constexpr std::size_t kLooked = 256;
     const std::string_view start = bytes.substr(0, kLooked);
@@ -166,7 +167,7 @@ std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
     return std::nullopt;
 }
 
-/// Markup in UTF-16 shows as above; a few zero bytes elsewhere are damage and say nothing.
+/// Zero bytes in a document that is not UTF-16 are damage, so the detector gets the document without them.
 Encoding detectWithoutNul(std::string_view bytes) {
     if (bytes.find('\0') == std::string_view::npos) return text::detectEncoding(bytes);
     std::string kept(bytes);
@@ -213,7 +214,7 @@ SniffedEncoding sniffEncoding(std::string_view bytes) {
 SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& utf8) {
     if (const auto mark = text::byteOrderMark(bytes)) return {mark->encoding, mark->length};
     if (const auto wide = unmarkedUtf16(bytes)) return {*wide, 0};
-    // Multi-byte UTF-8 is no accident: it is believed over any declaration.
+    // Bytes are not multi-byte UTF-8 by accident, so this overrides any declaration.
     const bool multiByteUtf8 = utf8.bytes == bytes.size() && utf8.codePoints < utf8.bytes;
     if (multiByteUtf8) return {Encoding::utf8, 0};
     if (const auto declared = declaredEncoding(bytes)) return {*declared, 0};

@@ -1,4 +1,5 @@
-// Which encoding a document is in: HTML Standard, section 13.2.3, with UTF-8 and detection by content where nothing is declared.
+// Finds the encoding of a document: HTML Standard, section 13.2.3. UTF-16 and multi-byte UTF-8 are also recognised
+// by their bytes, and a document that declares nothing goes to the encoding detector.
 #pragma once
 
 #include "text/Encoding.h"
@@ -9,9 +10,9 @@
 
 namespace quillow::html {
 
-/// The first bytes of a document in which the standard looks for a declaration.
+/// The standard looks for a declaration in this many bytes at the start of a document.
 inline constexpr std::size_t kPrescanBytes = 1024;
-/// A declaration further on is still believed up to here.
+/// A later declaration is still believed if it is within this many bytes.
 inline constexpr std::size_t kLatePrescanBytes = std::size_t{1024} * 1024;
 
 /// "Prescan a byte stream to determine its encoding", section 13.2.3.2.
@@ -20,16 +21,17 @@ inline constexpr std::size_t kLatePrescanBytes = std::size_t{1024} * 1024;
 /// "Extracting a character encoding from a meta element", section 2.4.
 [[nodiscard]] std::optional<text::Encoding> encodingFromContentType(std::string_view content);
 
-/// What a document says about itself, in its first bytes or further on.
+/// The encoding that a document declares in its first kPrescanBytes or, if there is none, in its first
+/// kLatePrescanBytes.
 [[nodiscard]] std::optional<text::Encoding> declaredEncoding(std::string_view bytes);
 
 struct SniffedEncoding {
     text::Encoding encoding = text::Encoding::windows1252;
     std::size_t byteOrderMarkLength = 0;
 };
-/// The encoding of a document that came without any word about it.
+/// The encoding of a document that came without outside information, such as a transport header.
 [[nodiscard]] SniffedEncoding sniffEncoding(std::string_view bytes);
-/// The same where it is known already how much of the document is UTF-8.
+/// The same for a caller that already knows the well-formed UTF-8 prefix of the document.
 [[nodiscard]] SniffedEncoding sniffEncoding(std::string_view bytes, const text::Utf8Prefix& utf8);
 
 } // namespace quillow::html

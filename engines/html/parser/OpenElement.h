@@ -5,14 +5,15 @@
 
 namespace quillow::html {
 
-/// An open element and its neighbours, of which the tree's nodes do not know all. Numbers are those under which nodes were created.
+/// An open element and its neighbours. The tree's nodes do not store all of these links. Each number is the one
+/// under which the node was created (see Tree::resolved).
 struct OpenElement {
     NodeId id = kNoNode;
     Tag tag = Tag::unknown;
     Namespace space = Namespace::html;
-    NodeId parent = kNoNode;    ///< kNoNode where it has been taken out of the tree
-    NodeId previous = kNoNode;  ///< the sibling before it
-    NodeId lastChild = kNoNode; ///< so far
+    NodeId parent = kNoNode;    ///< kNoNode if it has been removed from the tree
+    NodeId previous = kNoNode;  ///< previous sibling
+    NodeId lastChild = kNoNode; ///< last child so far
 };
 
 } // namespace quillow::html

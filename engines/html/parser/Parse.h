@@ -1,4 +1,4 @@
-// The entry of the parser: from the characters of a document, or of a fragment, to its tree.
+// The entry of the parser: turns the characters of a document or a fragment into a tree.
 #pragma once
 
 #include "engines/html/tree/Tree.h"
@@ -9,21 +9,21 @@
 
 namespace quillow::html {
 
-/// The tree of a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
+/// Parses a document in well-formed UTF-8, scripting off. Never fails: any text is a document.
 [[nodiscard]] std::unique_ptr<Tree> parseHtml(std::string utf8);
 
-/// The same without a copy: the document, which holds no U+000D, outlives the tree.
+/// The same without a copy. The document must outlive the tree and must not contain U+000D.
 [[nodiscard]] std::unique_ptr<Tree> parseHtmlInPlace(std::string_view utf8);
 
-/// HTML, 13.4 "Parsing HTML fragments". The tree of a fragment in well-formed UTF-8, read as the content of an element with
-/// that lower-case name; see TreeBuilder::runFragment.
+/// HTML, 13.4 "Parsing HTML fragments". Parses a fragment in well-formed UTF-8 as the content of an element with
+/// this lower-case name; see TreeBuilder::runFragment.
 [[nodiscard]] std::unique_ptr<Tree> parseFragment(std::string utf8, std::string_view contextName,
                                                   Namespace contextSpace);
 
 /// HTML, 13.2.3.5 "Preprocessing the input stream": line ends become LF.
 [[nodiscard]] std::string withLineFeeds(std::string source);
 
-/// The same as a copy.
+/// The same, written to a copy.
 [[nodiscard]] std::string copyWithLineFeeds(std::string_view source);
 
 } // namespace quillow::html

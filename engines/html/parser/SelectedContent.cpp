@@ -19,14 +19,15 @@ bool isHtml(const OpenElement& element, Tag tag) {
 
 } // namespace
 
-/// The nearest select around the last of the open elements, or kNoNode where that is disabled or the select takes several options.
+/// The nearest select around the last of the open elements. kNoNode if that element is disabled or if the select
+/// allows several options.
 NodeId SelectedContent::selectToEnable(std::span<const OpenElement> open) {
     NodeId nearest = kNoNode;
-    // 4. For each of its ancestors.
+    // 4. For each ancestor.
     for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
         ++steps_;
         const OpenElement& ancestor = open[i - 1];
-        // 4.1 The first select is the nearest; a second one disables.
+        // 4.1 The first select is the nearest one; a second one disables the element.
         if (isHtml(ancestor, Tag::select)) {
             if (nearest != kNoNode) return kNoNode;
             nearest = ancestor.id;
@@ -34,7 +35,7 @@ NodeId SelectedContent::selectToEnable(std::span<const OpenElement> open) {
         // 4.2 So does an option or another selectedcontent element.
         if (isHtml(ancestor, Tag::option) || isHtml(ancestor, Tag::selectedcontent)) return kNoNode;
     }
-    // 5. Without a select, or in one of several options, there is nothing to do.
+    // 5. Nothing to do without a select, or in a select of several options.
     return nearest != kNoNode && tree_.attribute(nearest, "multiple") ? kNoNode : nearest;
 }
 
@@ -44,7 +45,8 @@ void SelectedContent::contentInserted(NodeId content, std::span<const OpenElemen
     select_ = select;
     content_ = content;
     open_ = selected_ = kNoNode;
-    // "The list of options": without what stands in what ends the search for the nearest select, or in a group in a group.
+    // "The list of options". Options in another option, select or datalist, or in nested groups, do not belong to
+    // it: the search for their nearest select ends there.
     const auto isGroup = [this](NodeId id) { return isHtml(tree_.node(id), Tag::optgroup); };
     for (TreeWalk walk(tree_, select); walk.node() != kNoNode; ++steps_) {
         const Node& node = tree_.node(walk.node());
@@ -64,20 +66,20 @@ void SelectedContent::contentInserted(NodeId content, std::span<const OpenElemen
     if (selected_ != kNoNode) cloneSelected();
 }
 
-/// "The option element nearest ancestor select", of the last of the open elements, and its group.
+/// "The option element nearest ancestor select" of the last of the open elements, and the option's group.
 SelectedContent::Surroundings SelectedContent::surroundings(std::span<const OpenElement> open) {
     Surroundings found;
     for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
         ++steps_;
         const OpenElement& ancestor = open[i - 1];
-        // 2.1 A datalist or an option between them: none.
+        // 2.1 None if a datalist or an option is between them.
         if (isHtml(ancestor, Tag::datalist) || isHtml(ancestor, Tag::option)) return {};
-        // 2.2 Nor is there one for groups in groups.
+        // 2.2 None if there are nested groups.
         if (isHtml(ancestor, Tag::optgroup)) {
             if (found.group != kNoNode) return {};
             found.group = ancestor.id;
         }
-        // 2.3
+        // 2.3 The select.
         if (isHtml(ancestor, Tag::select)) {
             found.select = ancestor.id;
             return found;
@@ -86,14 +88,15 @@ SelectedContent::Surroundings SelectedContent::surroundings(std::span<const Open
     return {};
 }
 
-/// What an option of the select changes: "the selectedness setting algorithm".
+/// "The selectedness setting algorithm", for one more option of the select.
 void SelectedContent::setSelectedness(NodeId option, NodeId group) {
-    // 2. Of several options with the attribute the last one is selected.
+    // 2. If several options have the attribute, the last one is selected.
     if (tree_.has(option, AttributeName::selected)) {
         selected_ = option;
         return;
     }
-    // 1. Where none is, the first that is not disabled, by its own attribute or that of its group, if the display size is 1.
+    // 1. If none has it and the display size is 1, the first option that is not disabled is selected. An option is
+    // disabled by its own attribute or by that of its group.
     if (selected_ != kNoNode) return;
     const auto size = tree_.attribute(select_, AttributeName::size);
     if (size && parseInteger(*size).value_or(1) != 1) return;
@@ -116,13 +119,13 @@ void SelectedContent::optionClosed() {
 
 /// "Clone an option into a selectedcontent".
 void SelectedContent::cloneSelected() {
-    // 3. In the place of what the element holds. What it holds may be the option.
+    // 3. The copies replace the element's children. The option may be among them.
     tree_.removeChildren(content_);
     struct Copy {
         NodeId id;
         NodeId lastChild;
     };
-    // 1. and 2. The option's children, with all that is in them.
+    // 1. and 2. The option's descendants.
     std::vector<Copy> copies{{content_, kNoNode}};
     for (TreeWalk walk(tree_, selected_); walk.node() != kNoNode; ++steps_) {
         copies.resize(walk.ancestors().size(), {kNoNode, kNoNode});

@@ -57,7 +57,7 @@ bool Tokenizer::data(Token& token) {
     return true;
 }
 
-/// At a character that opens no markup.
+/// Reads the characters up to the next markup. No markup opens at the current position.
 void Tokenizer::characters(Token& token) {
     const std::size_t start = position_;
     Found found;
@@ -74,7 +74,7 @@ void Tokenizer::characters(Token& token) {
     emitText(token, start, end, found);
 }
 
-/// 13.2.5.6 Tag open state: whether what stands here after a "<" makes it more than a character.
+/// 13.2.5.6 Tag open state: whether a "<" opens markup, given the position of the character after it.
 bool Tokenizer::opensMarkup(std::size_t position) const {
     const char following = at(position);
     return text::isLetter(following) || following == '!' || following == '?' ||
@@ -92,8 +92,8 @@ void Tokenizer::emitText(Token& token, std::size_t start, std::size_t end, Found
     token.text = tree_.keep(scratch_);
 }
 
-/// 13.2.5.2 to 13.2.5.5 RCDATA, RAWTEXT, script data and PLAINTEXT: characters up to the end tag that fits the start tag.
-/// Kept out of `next`, which would save registers for it with every token.
+/// 13.2.5.2 to 13.2.5.5 RCDATA, RAWTEXT, script data and PLAINTEXT: characters up to the end tag that matches the
+/// start tag. Not inlined into `next`, which would then save more registers for every token.
 [[gnu::noinline]] bool Tokenizer::rawText(Token& token) {
     const std::size_t start = position_;
     std::size_t end = size_;
@@ -115,13 +115,14 @@ bool Tokenizer::isTagAt(std::size_t position, std::string_view name) const {
 }
 
 std::size_t Tokenizer::endTagPosition(std::size_t from) const {
-    if (lastStartTag_.empty()) return size_; // a fragment, without its start tag
+    if (lastStartTag_.empty()) return size_; // a fragment has no start tag
     for (std::size_t open = find('<', from); open < size_; open = find('<', open + 1))
         if (at(open + 1) == '/' && isTagAt(open + 2, lastStartTag_)) return open;
     return size_;
 }
 
-/// 13.2.5.4 and 13.2.5.15 to 13.2.5.31: inside "<!--" a script element may hold another, whose end tag is not the end.
+/// 13.2.5.4 and 13.2.5.15 to 13.2.5.31: inside "<!--" a script element may contain another one, whose end tag does
+/// not end the outer one.
 std::size_t Tokenizer::scriptEndPosition(std::size_t from) const {
     enum class Escape { none, escaped, doubleEscaped };
     Escape escape = Escape::none;
@@ -140,7 +141,7 @@ std::size_t Tokenizer::scriptEndPosition(std::size_t from) const {
             return position;
         } else if (escape == Escape::none && startsWith(position, "<!--")) {
             escape = Escape::escaped;
-            position += 2; // its dashes may belong to "-->" too
+            position += 2; // its dashes may also belong to "-->"
         } else if (escape == Escape::escaped && isTagAt(position + 1, "script")) {
             escape = Escape::doubleEscaped;
             position += 7;
@@ -151,7 +152,8 @@ std::size_t Tokenizer::scriptEndPosition(std::size_t from) const {
     return size_;
 }
 
-/// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens something. False where no token comes of it.
+/// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens markup. Returns false if
+/// no token results.
 bool Tokenizer::markup(Token& token) {
     const char following = at(position_ + 1);
     if (text::isLetter(following)) return tag(token, TokenType::startTag, position_ + 1);
@@ -159,7 +161,7 @@ bool Tokenizer::markup(Token& token) {
         if (text::isLetter(at(position_ + 2))) return tag(token, TokenType::endTag, position_ + 2);
         position_ += 2;
         if (at(position_) == '>') {
-            ++position_; // "</>" is nothing at all
+            ++position_; // "</>" gives no token
             return false;
         }
         bogusComment(token);
@@ -201,7 +203,7 @@ void Tokenizer::bogusComment(Token& token) {
     emitComment(token, position_, end, end + 1);
 }
 
-/// 13.2.5.43 to 13.2.5.52: "-->" and "--!>" end a comment, and right at its start ">" and "->" do.
+/// 13.2.5.43 to 13.2.5.52: "-->" and "--!>" end a comment, and so do ">" and "->" right at its start.
 void Tokenizer::comment(Token& token) {
     const std::size_t start = position_;
     if (at(start) == '>') return emitComment(token, start, start, start + 1);
@@ -210,7 +212,7 @@ void Tokenizer::comment(Token& token) {
         if (at(dashes + 2) == '>') return emitComment(token, start, dashes, dashes + 3);
         if (at(dashes + 2) == '!' && at(dashes + 3) == '>') return emitComment(token, start, dashes, dashes + 4);
     }
-    // What the end of the file cuts off of the comment's end is not its text.
+    // A comment end that the end of the file truncates is not part of the comment's text.
     const std::string_view text(data_ + start, size_ - start);
     std::size_t cut = 0;
     for (const std::string_view end : {"-", "--", "--!"})
@@ -224,13 +226,13 @@ bool Tokenizer::cdataSection(Token& token) {
     const std::size_t end = find("]]>", start);
     if (end > start) {
         emitText(token, start, end, {});
-        token.holdsNul = true; // as far as anyone knows
+        token.holdsNul = true; // not checked
     }
     position_ = std::min(end + 3, size_);
     return end > start;
 }
 
-/// The name that was scanned at the current position, in lower case and with U+FFFD for U+0000.
+/// Consumes the name that was scanned at the current position. Returns it in lower case and with U+FFFD for U+0000.
 std::string_view Tokenizer::takeName(ScannedName& name) {
     const std::string_view written(data_ + position_, name.length);
     position_ += name.length;
@@ -245,7 +247,7 @@ std::string_view Tokenizer::rewrittenName(ScannedName& name, std::string_view wr
     return kept;
 }
 
-/// 13.2.5.8 Tag name state to 13.2.5.40: false at the end of the file, which drops the tag.
+/// 13.2.5.8 Tag name state to 13.2.5.40. Returns false at the end of the file, which drops the tag.
 bool Tokenizer::tag(Token& token, TokenType type, std::size_t start) {
     token.attributes.clear();
     position_ = start;
@@ -267,7 +269,8 @@ bool Tokenizer::tag(Token& token, TokenType type, std::size_t start) {
     return true;
 }
 
-/// 13.2.5.32 Before attribute name state: reads one attribute, if there is one before the tag's ">" or the end of the file.
+/// 13.2.5.32 Before attribute name state: reads one attribute, unless the tag's ">" or the end of the
+/// file comes first.
 void Tokenizer::attribute(Token& token) {
     if (data_[position_] == ' ') ++position_;
     for (;; ++position_) {
@@ -284,11 +287,11 @@ void Tokenizer::attribute(Token& token) {
         token.attributes.emplace_back(attributeNameForKey(scanned.key), name, value);
 }
 
-/// 13.2.5.32: a "=" first in the name belongs to it.
+/// 13.2.5.32: a "=" at the start of a name belongs to the name.
 ScannedName Tokenizer::attributeNameFromEqualsSign() const {
     ScannedName name;
     name.length = 1 + scanName<NameEnd::attribute>(source_, position_ + 1).length;
-    name.asWritten = false; // as far as anyone knows
+    name.asWritten = false; // not checked
     return name;
 }
 
@@ -319,7 +322,7 @@ std::string_view Tokenizer::quotedValue() {
     return {data_ + start, end - start};
 }
 
-/// The same for a value in which something has to be replaced, first at `end`, or which does not end.
+/// The same for a value that needs replacements, the first of them at `end`, or that has no closing quote.
 template <char quote>
 std::string_view Tokenizer::quotedValue(std::size_t start, std::size_t end) {
     Found found;
@@ -353,14 +356,14 @@ void Tokenizer::skipWhiteSpace() {
         ++position_;
 }
 
-/// 13.2.5.53 to 13.2.5.68: a doctype, which at its worst is one that asks for quirks.
+/// 13.2.5.53 to 13.2.5.68: a doctype. One that is broken forces quirks mode.
 void Tokenizer::doctype(Token& token) {
     token.type = TokenType::doctype;
     token.hasPublicId = token.hasSystemId = false;
     token.publicId = token.systemId = {};
     skipWhiteSpace();
     ScannedName name;
-    name.asWritten = false; // as far as anyone knows
+    name.asWritten = false; // not checked
     while (position_ + name.length < size_ && !text::isBlank(data_[position_ + name.length]) &&
            data_[position_ + name.length] != '>')
         ++name.length;
@@ -369,7 +372,8 @@ void Tokenizer::doctype(Token& token) {
     position_ = std::min(find('>', position_) + 1, size_);
 }
 
-/// 13.2.5.56 to 13.2.5.67, from the end of the name to ">" or to what is bogus; false where that forces quirks.
+/// 13.2.5.56 to 13.2.5.67: reads from the end of the name to ">" or to bogus text. Returns false if that
+/// forces quirks mode.
 bool Tokenizer::doctypeIds(Token& token) {
     const auto isEnd = [this] {
         skipWhiteSpace();
@@ -385,10 +389,10 @@ bool Tokenizer::doctypeIds(Token& token) {
     }
     if (!quotedId(token.hasSystemId, token.systemId)) return false;
     skipWhiteSpace();
-    return position_ < size_; // what stands there is bogus, but forces nothing
+    return position_ < size_; // bogus text does not force quirks mode, the end of the file does
 }
 
-/// Reads an identifier in quotes; false where there is none or where it does not end with its quote.
+/// Reads an identifier in quotes. Returns false if there is none or if its closing quote is missing.
 bool Tokenizer::quotedId(bool& has, std::string_view& id) {
     skipWhiteSpace();
     const char quote = at(position_);

@@ -1,5 +1,5 @@
-// The tokenizer of the HTML Standard, section 13.2.5. Names, texts and values are slices of the tree's source where they are to be as
-// they were written.
+// The tokenizer of the HTML Standard, section 13.2.5. Names, texts and values are slices of the tree's source
+// unless they must differ from it.
 #pragma once
 
 #include "engines/html/tree/Tree.h"
@@ -12,14 +12,14 @@ struct Token {
     TokenType type = TokenType::endOfFile;
     Tag tag = Tag::unknown;
     bool selfClosing = false;
-    bool forceQuirks = false;  ///< of a doctype
-    bool hasPublicId = false;  ///< of a doctype
-    bool hasSystemId = false;  ///< of a doctype
-    std::string_view name;     ///< of a tag or doctype, lower case
-    bool holdsNul = true;      ///< of characters: there may be U+0000 in them
-    std::string_view text;     ///< of characters, never empty, or of a comment (which may hold U+0000)
-    std::string_view publicId; ///< of a doctype, may hold U+0000
-    std::string_view systemId; ///< of a doctype, may hold U+0000
+    bool forceQuirks = false;  ///< doctypes only
+    bool hasPublicId = false;  ///< doctypes only
+    bool hasSystemId = false;  ///< doctypes only
+    std::string_view name;     ///< name of a tag or doctype, in lower case
+    bool holdsNul = true;      ///< characters only: false if `text` contains no U+0000
+    std::string_view text;     ///< characters, never empty, or a comment (may contain U+0000)
+    std::string_view publicId; ///< doctypes only, may contain U+0000
+    std::string_view systemId; ///< doctypes only, may contain U+0000
     std::vector<Attribute> attributes;
 };
 
@@ -33,9 +33,9 @@ public:
     /// Reads the next token into `token`.
     void next(Token& token);
 
-    /// Switches the state, for the content of the start tag that was read last.
+    /// Switches the state for the content of the start tag that was read last.
     void switchTo(State state) { state_ = state; }
-    /// Whether "<![CDATA[" opens a CDATA section: in foreign content only.
+    /// Sets whether "<![CDATA[" opens a CDATA section: it does so only in foreign content.
     void allowCdata(bool allowed) { cdataAllowed_ = allowed; }
 
 private:
@@ -44,7 +44,7 @@ private:
     [[nodiscard]] std::size_t find(char character, std::size_t from) const;
     [[nodiscard]] std::size_t find(std::string_view text, std::size_t from) const;
 
-    /// What a run of characters holds that has to be replaced.
+    /// What a run of characters contains that must be replaced.
     struct Found {
         bool reference = false;
         bool nul = false;

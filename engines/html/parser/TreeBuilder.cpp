@@ -17,7 +17,7 @@ constexpr TagSet kScopeEnds{Tag::applet, Tag::caption, Tag::html,   Tag::table, 
 constexpr TagSet kTableScopeEnds{Tag::html, Tag::table, Tag::template_};
 constexpr TagSet kMathScopeEnds{Tag::mi, Tag::mo, Tag::mn, Tag::ms, Tag::mtext, Tag::annotationXml};
 constexpr TagSet kSvgScopeEnds{Tag::foreignObject, Tag::desc, Tag::title};
-/// Elements whose end brings another insertion mode.
+/// Elements whose end changes the insertion mode.
 constexpr TagSet kModeElements{Tag::table, Tag::tbody,   Tag::tfoot,    Tag::thead,     Tag::tr,       Tag::td,
                                Tag::th,    Tag::caption, Tag::colgroup, Tag::template_, Tag::frameset, Tag::head};
 
@@ -41,14 +41,14 @@ void TreeBuilder::runFragment(NodeId context) {
     context_.space = node.space;
     sawUncommon_ = node.space != Namespace::html;
     const Tag tag = node.space == Namespace::html ? node.tag : Tag::unknown;
-    // 4. The tokenizer's state. No end tag is the appropriate one of such content, so that most of it is plain text.
+    // 4. The tokenizer's state. Such content has no start tag, so no end tag matches, and most of it is plain text.
     constexpr TagSet kPlain{Tag::style,    Tag::xmp,    Tag::iframe,   Tag::noembed,
                             Tag::noframes, Tag::script, Tag::plaintext};
     if (tag == Tag::title || tag == Tag::textarea) tokenizer_.switchTo(Tokenizer::State::rcdata);
     if (kPlain.contains(tag)) tokenizer_.switchTo(Tokenizer::State::plaintext);
     // 5. to 7. The root.
     openHtml(tree_.appendElement(Tree::kDocument, kNoNode, Tag::html, tagName(Tag::html), Namespace::html, {}));
-    // 8. and following.
+    // 8. and the steps after it.
     if (tag == Tag::template_) templateModes_.push_back(Mode::inTemplate);
     resetInsertionMode();
     if (tag == Tag::form) form_ = context;
@@ -66,7 +66,7 @@ void TreeBuilder::readTokens() {
             if (token.type == TokenType::characters && token.text.empty()) continue;
         }
         if (token.type == TokenType::comment) {
-            // It makes no node, but ends the characters that a table holds back.
+            // A comment makes no node, but it ends the pending table characters.
             if (mode_ == Mode::inTableText) inTableText(token);
             continue;
         }
@@ -82,7 +82,7 @@ void TreeBuilder::readTokens() {
     noteClosedOption();
 }
 
-/// Keeps the stack within its bound: what would be nested deeper follows instead.
+/// Keeps the stack below kMaxTreeDepth: closes elements, so that the next one becomes a sibling.
 void TreeBuilder::boundDepth() {
     while (open_.size() >= kMaxTreeDepth) {
         const OpenElement last = current();
@@ -111,7 +111,7 @@ bool TreeBuilder::usesForeignRules(const Token& token) const {
     return !(isHtmlIntegrationPoint(node) && (startTag || characters));
 }
 
-/// The rules of the current insertion mode.
+/// Applies the rules of the current insertion mode.
 TreeBuilder::Next TreeBuilder::dispatchByMode(Token& token) {
     switch (mode_) {
     case Mode::initial: return initial(token);
@@ -150,7 +150,7 @@ bool TreeBuilder::isInStack(NodeId id) const {
                                 [id](const OpenElement& element) { return element.id == id; })) != open_.rend();
 }
 
-/// Whether an element is open that was at this place of the stack when it was last looked for.
+/// Whether an element is open. `place` is its index in the stack at the last search, and is updated.
 bool TreeBuilder::isStillOpen(NodeId id, std::size_t& place) const {
     if (place < open_.size() && open_[place].id == id) return true;
     const auto found = counted(
@@ -159,7 +159,7 @@ bool TreeBuilder::isStillOpen(NodeId id, std::size_t& place) const {
     return found != open_.rend();
 }
 
-/// 13.2.4.2: the elements at which a scope ends.
+/// 13.2.4.2: whether a scope ends at this element.
 bool TreeBuilder::endsScope(const OpenElement& element, Scope scope) {
     if (scope == Scope::table) return element.space == Namespace::html && kTableScopeEnds.contains(element.tag);
     if (element.space == Namespace::mathMl) return kMathScopeEnds.contains(element.tag);
@@ -285,7 +285,7 @@ OpenElement TreeBuilder::insertAt(const Place& place, OpenElement node) {
     return node;
 }
 
-/// Inserts an element and does not open it.
+/// Inserts an element without opening it.
 OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
     if (fosterParenting_) {
         const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
@@ -334,7 +334,7 @@ void TreeBuilder::insertFosteredText(std::string_view text) {
     insertAt(appropriatePlace(), {tree_.createText(text)});
 }
 
-/// Characters of which U+0000 is a parse error and ignored.
+/// Inserts characters without U+0000, which is a parse error and is ignored.
 void TreeBuilder::insertWithoutNul(std::string_view text) {
     while (!text.empty()) {
         const std::size_t nul = text.find('\0');

@@ -1,5 +1,5 @@
-// Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms carry the standard's names. Comments
-// make no nodes; parse errors are not counted.
+// Tree construction of the HTML Standard, section 13.2.6, scripting off. Modes and algorithms have the standard's
+// names. Comments make no nodes; parse errors are not counted.
 #pragma once
 
 #include "engines/html/parser/OpenElement.h"
@@ -9,14 +9,16 @@
 
 namespace quillow::html {
 
-/// Formatting elements that may be open at once after the last marker; the earliest is forgotten, its content stays.
+/// Limit for the active formatting elements after the last marker. Beyond it the earliest one is forgotten;
+/// its content stays.
 inline constexpr std::size_t kMaxActiveFormatting = 64;
-/// Formatting elements with more attributes are told apart by the order of these too.
+/// Formatting elements with more attributes than this count as equal only if their attributes have the same order.
 inline constexpr std::size_t kMaxUnorderedAttributes = 8;
-/// Formatting elements opened again without having been written: so many and a few for each start tag. Beyond, they are forgotten.
+/// Limit for formatting elements that are opened again without a tag: the allowance plus a number for each start
+/// tag. Beyond it they are forgotten.
 inline constexpr std::size_t kReconstructionAllowance = 100'000;
 inline constexpr std::size_t kReconstructionsPerTag = 4;
-/// Further html and body tags whose attributes are looked at.
+/// The attributes of at most this many further html and body tags are merged.
 inline constexpr int kMaxAttributeMerges = 64;
 
 class TreeBuilder {
@@ -26,14 +28,14 @@ public:
         , tokenizer_(tree)
         , selectedContent_(tree) {}
 
-    /// Reads a document.
+    /// Parses a document.
     void run() { readTokens(); }
-    /// 13.4 "The HTML fragment parsing algorithm": what a script sets as the content of a context element, whose node (in no
-    /// tree, without parent) is given. The nodes become children of an html element.
+    /// 13.4 "The HTML fragment parsing algorithm": parses what a script sets as the content of a context element.
+    /// The context element is not in the tree and has no parent. The nodes become children of an html element.
     void runFragment(NodeId context);
 
-    /// The elements and attributes that were looked at so far, in the stack of open elements, in the list of active formatting
-    /// elements and in tags: what has to stay in proportion to the document.
+    /// The number of elements and attributes examined so far in the stack of open elements, in the list of active
+    /// formatting elements and in tags. It must stay in proportion to the document's size.
     [[nodiscard]] std::uint64_t steps() const { return steps_ + selectedContent_.steps(); }
 
 private:
@@ -60,7 +62,8 @@ private:
         afterAfterBody,
         afterAfterFrameset,
     };
-    /// What is left of a token after a mode's rules: nothing, or all of it for the mode that is now current.
+    /// What to process after a mode's rules: the next token, or the same token by the rules of the mode
+    /// that is now current.
     enum class Next : std::uint8_t { token, reprocess };
 
     struct FormattingEntry {
@@ -68,14 +71,15 @@ private:
         Tag tag = Tag::unknown;
         [[nodiscard]] bool isMarker() const { return id == kNoNode; }
     };
-    /// Where a node is inserted: as the last child of an open element, or before an open table. Ends when the stack changes.
+    /// Where a node is inserted: as the last child of an open element, or before an open table. Valid until
+    /// the stack changes.
     struct Place {
         OpenElement* parent = nullptr;
         OpenElement* table = nullptr;
         [[nodiscard]] NodeId parentId() const { return table != nullptr ? table->parent : parent->id; }
-        /// The child that is before the place.
+        /// The sibling before the place, or kNoNode.
         [[nodiscard]] NodeId previous() const { return table != nullptr ? table->previous : parent->lastChild; }
-        /// The node inserted is before the place now.
+        /// Records that the inserted node is now the sibling before the place.
         void fill(NodeId inserted) const { (table != nullptr ? table->previous : parent->lastChild) = inserted; }
     };
     enum class Scope { standard, listItem, button, table };
@@ -90,7 +94,7 @@ private:
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
     Next dispatch(Token& token) {
         const bool isHtml = !sawUncommon_ || (!isFragment() && !open_.empty() && current().space == Namespace::html);
-        if (isHtml && mode_ == Mode::inBody) return inBody(token); // as most often
+        if (isHtml && mode_ == Mode::inBody) return inBody(token); // the most frequent case
         return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token);
     }
     Next dispatchByMode(Token& token);
@@ -101,7 +105,7 @@ private:
     [[nodiscard]] bool isSelectFragment() const {
         return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
     }
-    /// "The adjusted current node": the context element in place of a fragment's root.
+    /// "The adjusted current node": the context element instead of a fragment's root.
     [[nodiscard]] const OpenElement& adjustedCurrent() const {
         return isFragment() && open_.size() == 1 ? context_ : current();
     }
@@ -111,7 +115,7 @@ private:
     [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
         return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
     }
-    /// Where the search for an element from the top of the stack downwards ended, counted.
+    /// Counts the steps of a search that went from the top of the stack down to `found`. Returns `found`.
     using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
     StackPosition counted(const StackPosition& found) const {
         steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
@@ -139,7 +143,7 @@ private:
     NodeId insertElement(const Token& token, Namespace space = Namespace::html);
     NodeId insertImplied(Tag tag);
     void insertVoid(const Token& token);
-    /// Inserts a node that is in no tree; answers its entry for the stack, with its neighbours.
+    /// Inserts a node that is not in the tree. Returns its entry for the stack, with its neighbours.
     OpenElement insertAt(const Place& place, OpenElement node);
     void push(const OpenElement& element);
     void removeHead(std::size_t place);
@@ -152,7 +156,7 @@ private:
 
     // TreeBuilderFormatting.cpp: the list of active formatting elements, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
     void pushFormatting(NodeId element);
-    /// "Reconstruct the active formatting elements". Most often there are none, or the last one is the current node.
+    /// "Reconstruct the active formatting elements". Usually there are none, or the last one is the current node.
     void reconstructFormatting() {
         if (!formatting_.empty() && formatting_.back().id != current().id) openFormattingAgain();
     }
@@ -198,7 +202,7 @@ private:
     void closeCell();
     bool closeTable();
 
-    // TreeBuilderInBody.cpp.
+    // TreeBuilderInBody.cpp: the mode "in body", 13.2.6.4.7.
     Next inBody(Token& token);
     Next inBodyStartTag(Token& token);
     Next inBodyOtherStartTag(Token& token);
@@ -209,8 +213,8 @@ private:
     void startInput(const Token& token);
     void startSelectPart(const Token& token);
     void startSelectedContent(const Token& token);
-    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option into
-    /// selectedcontent". Asked between tokens, and between the end of one option and the start of the next.
+    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option
+    /// into selectedcontent". Called between tokens, and between the end of one option and the start of the next.
     void noteClosedOption() {
         if (selectedContent_.select() != kNoNode) endOption();
     }
@@ -220,7 +224,7 @@ private:
     void endForm();
     void endBlock(const TagSet& tags, Tag except, Scope scope);
 
-    // TreeBuilderForeign.cpp: 13.2.6.5.
+    // TreeBuilderForeign.cpp: foreign content, 13.2.6.5.
     Next inForeignContent(Token& token);
     Next foreignStartTag(Token& token);
     Next foreignEndTag(Token& token);
@@ -233,21 +237,22 @@ private:
     Mode originalMode_ = Mode::initial;
     std::vector<Mode> templateModes_;
     std::vector<OpenElement> open_;
-    OpenElement context_; ///< of a fragment
+    OpenElement context_; ///< the context element of a fragment
     std::vector<FormattingEntry> formatting_;
     std::vector<std::string_view> tableText_;
     SelectedContent selectedContent_;
-    std::size_t selectPlace_ = 0;         ///< in the stack of open elements, of the select that is followed
-    std::size_t optionPlace_ = 0;         ///< and of its open option
-    std::size_t contentPlace_ = kNoPlace; ///< and of its selectedcontent, as long as that is open
+    std::size_t selectPlace_ = 0;         ///< stack index of the select that is followed
+    std::size_t optionPlace_ = 0;         ///< stack index of its open option
+    std::size_t contentPlace_ = kNoPlace; ///< stack index of its selectedcontent element while that is open
     static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
     NodeId html_ = kNoNode;
-    OpenElement head_; ///< as it was when it was closed
+    OpenElement head_; ///< the entry of the head element when it was closed
     NodeId form_ = kNoNode;
     bool framesetOk_ = true;
     bool fosterParenting_ = false;
     bool skipLineFeed_ = false;
-    /// An element of SVG or MathML, a context that is one, or a selectedcontent element: each token asks for more then.
+    /// Whether there was an SVG or MathML element, such a context element, or a selectedcontent element. Each token
+    /// needs more checks from then on.
     bool sawUncommon_ = false;
     bool finished_ = false;
     std::size_t openParagraphs_ = 0;
@@ -263,7 +268,7 @@ private:
 /// 13.2.6.4.1: whether a doctype asks for quirks mode.
 [[nodiscard]] bool isQuirksDoctype(const Token& doctype);
 
-/// The characters of `text` that are white space at its start.
+/// The leading white space of `text`.
 [[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);
 
 } // namespace quillow::html

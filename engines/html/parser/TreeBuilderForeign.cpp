@@ -53,7 +53,7 @@ TreeBuilder::Next TreeBuilder::inForeignContent(Token& token) {
 
 TreeBuilder::Next TreeBuilder::foreignStartTag(Token& token) {
     if (kBreakouts.contains(token.tag) || (token.tag == Tag::font && hasFontAttribute(token))) {
-        // Back to HTML: by the rules of the current insertion mode.
+        // Back to HTML, by the rules of the current insertion mode.
         while (current().space != Namespace::html && !isMathTextIntegrationPoint(current()) &&
                !isHtmlIntegrationPoint(current()))
             pop();

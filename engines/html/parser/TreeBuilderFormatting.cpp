@@ -33,7 +33,8 @@ bool isSpecial(Tag tag, Namespace space) {
     return (space == Namespace::svg ? kSpecialSvg : kSpecialMath).contains(tag);
 }
 
-/// Same name, namespace and attributes: what the Noah's Ark clause counts. Of many attributes the order must be the same too.
+/// Whether two formatting elements count as equal for the Noah's Ark clause: same name and same attributes. (All
+/// are HTML elements.) If there are many attributes, their order must be the same too.
 bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     a = tree_.resolved(a);
     b = tree_.resolved(b);
@@ -48,7 +49,8 @@ bool TreeBuilder::sameElement(NodeId a, NodeId b) const {
     return std::is_permutation(left.begin(), left.end(), right.begin(), same);
 }
 
-/// "Push onto the list of active formatting elements", with the Noah's Ark clause, and with a bound.
+/// "Push onto the list of active formatting elements", with the Noah's Ark clause and the bound
+/// kMaxActiveFormatting.
 void TreeBuilder::pushFormatting(NodeId element) {
     std::size_t same = 0;
     std::size_t earliestSame = kNowhere;
@@ -120,14 +122,14 @@ void TreeBuilder::removeFormatting(NodeId id) {
     if (index != kNowhere) formatting_.erase(formatting_.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-/// The adoption agency algorithm; its outer loop.
+/// The adoption agency algorithm with its outer loop.
 void TreeBuilder::adoptionAgency(const Token& token) {
-    // 2. A current node of that name that is no active formatting element is simply popped.
+    // 2. A current node of that name that is not an active formatting element is just popped.
     if (currentIs(token.tag) && formattingIndex(current().id) == kNowhere) {
         pop();
         return;
     }
-    // 4.3 Without such a formatting element the end tag is any other end tag.
+    // 4.3 If there is no such formatting element, the token is handled as any other end tag.
     if (lastFormatting(token.tag) == kNowhere) {
         anyOtherEndTag(token);
         return;
@@ -137,7 +139,7 @@ void TreeBuilder::adoptionAgency(const Token& token) {
         if (!adoptOnce(token.tag)) return;
 }
 
-/// Steps 4.3 to 4.19; false when the algorithm returns.
+/// Steps 4.3 to 4.19. Returns false if the algorithm is finished.
 bool TreeBuilder::adoptOnce(Tag tag) {
     // 4.3 The formatting element.
     const std::size_t formattingAt = lastFormatting(tag);
@@ -162,7 +164,7 @@ bool TreeBuilder::adoptOnce(Tag tag) {
     std::size_t furthestAt = stackAt + 1;
     while (furthestAt < open_.size() && !isSpecial(open_[furthestAt].tag, open_[furthestAt].space))
         ++furthestAt;
-    // 4.8 None: pop up to the formatting element.
+    // 4.8 If there is none: pop up to and including the formatting element.
     if (furthestAt == open_.size()) {
         while (open_.size() > stackAt)
             pop();
@@ -173,7 +175,7 @@ bool TreeBuilder::adoptOnce(Tag tag) {
     return true;
 }
 
-/// Takes an open element out of its parent.
+/// Removes an open element from its parent.
 void TreeBuilder::takeOut(OpenElement& element) {
     if (element.parent == kNoNode) return;
     tree_.remove(element.parent, element.previous, element.id);
@@ -191,7 +193,7 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
     const NodeId furthestBlock = open_[furthestAt].id;
     // 4.9 to 4.11 The common ancestor, which is above the formatting element in the stack, and the bookmark.
     std::size_t bookmark = formattingAt;
-    std::size_t lastAt = furthestAt; // in the stack, the last node
+    std::size_t lastAt = furthestAt; // index of the last node in the stack
     takeOut(open_[furthestAt]);
     // 4.13 The inner loop walks up from the furthest block to the formatting element.
     int inner = 0;
@@ -199,7 +201,8 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
         ++inner;
         const NodeId node = open_[i].id;
         std::size_t listed = formattingIndex(node);
-        // 4.13.4 and 4.13.5
+        // 4.13.4 and 4.13.5 From the fourth node on, remove it from the list. Remove a node that is not in the
+        // list from the stack.
         if (inner > 3 && listed != kNowhere) {
             formatting_.erase(formatting_.begin() + static_cast<std::ptrdiff_t>(listed));
             if (listed < bookmark) --bookmark;
@@ -210,13 +213,13 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
             --lastAt;
             continue;
         }
-        // 4.13.6 A copy takes its place in both lists.
+        // 4.13.6 A clone takes the node's place in both lists.
         OpenElement& copy = open_[i];
         copy.id = tree_.createClone(node, false);
         formatting_[listed].id = copy.id;
-        // 4.13.7
+        // 4.13.7 Right after the furthest block, move the bookmark behind the clone.
         if (open_[lastAt].id == furthestBlock) bookmark = listed + 1;
-        // 4.13.8 and 4.13.9 The last node is in no tree.
+        // 4.13.8 and 4.13.9 The last node is not in the tree.
         copy = {copy.id, copy.tag, copy.space};
         open_[lastAt] = insertAt({&copy}, open_[lastAt]);
         lastAt = i;
@@ -226,11 +229,12 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
     fosterParenting_ = true;
     open_[lastAt] = insertAt(appropriatePlace(open_[stackAt - 1]), open_[lastAt]);
     fosterParenting_ = fostering;
-    // 4.15 to 4.17 A copy of the formatting element takes over the furthest block's children.
+    // 4.15 to 4.17 A clone of the formatting element takes over the furthest block's children.
     OpenElement copy;
     copy.id = tree_.createClone(formattingElement, false);
     tree_.moveChildren(furthestBlock, copy.id);
-    // 4.18 and 4.19
+    // 4.18 and 4.19 The clone replaces the formatting element: in the list at the bookmark, in the stack below
+    // the furthest block.
     const std::size_t old = formattingIndex(formattingElement);
     copy.tag = formatting_[old].tag;
     formatting_.erase(formatting_.begin() + static_cast<std::ptrdiff_t>(old));

@@ -236,7 +236,7 @@ void TreeBuilder::startForm(const Token& token) {
     if (!inTemplate) form_ = element;
 }
 
-/// The start tags "li", and "dd" and "dt", each of which closes an open one of its kind.
+/// The start tags "li", "dd" and "dt". Each closes an open element of its kind.
 void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
     framesetOk_ = false;
     for (std::size_t i = open_.size(); i-- > 0;) {
@@ -305,7 +305,8 @@ void TreeBuilder::endOption() {
     if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
 }
 
-/// What the selectedcontent element held is in no tree any more; if the element is open, it may be, too.
+/// After a copy, the former children of the selectedcontent element are no longer in the tree. If the element is
+/// still open, the entries of the stack are updated: its last child, and the parent of open former children.
 void TreeBuilder::noteCopiedOption() {
     const auto lastChild = selectedContent_.takeCopied();
     if (!lastChild || contentPlace_ == kNoPlace) return;
@@ -319,7 +320,7 @@ void TreeBuilder::noteCopiedOption() {
         if (open_[i].parent == selectedContent_.content()) open_[i].parent = open_[i].previous = kNoNode;
 }
 
-/// The end tag of a block: closes it where it is in scope.
+/// The end tag of a block: closes the element if it is in scope.
 void TreeBuilder::endBlock(const TagSet& tags, Tag except, Scope scope) {
     if (!hasInScope(tags, scope)) return;
     generateImpliedEndTags(except);

@@ -1,4 +1,5 @@
-// Insertion modes before, after and instead of the body: 13.2.6.4.1 to 13.2.6.4.6, 13.2.6.4.8, 13.2.6.4.16 and following.
+// Insertion modes before, after and instead of the body: 13.2.6.4.1 to 13.2.6.4.6, 13.2.6.4.8, 13.2.6.4.16 and the
+// sections after it.
 #include "engines/html/parser/TreeBuilder.h"
 #include "text/Ascii.h"
 
@@ -70,14 +71,14 @@ bool startsWith(std::string_view text, std::string_view prefix) {
     return text.size() >= prefix.size() && text::equalsIgnoringCase(text.substr(0, prefix.size()), prefix);
 }
 
-/// Cuts the white space at the start off a token of characters.
+/// Removes the leading white space from a token of characters and returns it.
 std::string_view takeLeadingWhiteSpace(Token& token) {
     const std::string_view space = leadingWhiteSpace(token.text);
     token.text.remove_prefix(space.size());
     return space;
 }
 
-/// True when the token is done with once its leading white space is cut off.
+/// Removes the leading white space from a token of characters. Returns true if nothing is left of the token.
 bool isOnlyWhiteSpace(Token& token) {
     if (token.type != TokenType::characters) return false;
     takeLeadingWhiteSpace(token);
@@ -331,7 +332,7 @@ TreeBuilder::Next TreeBuilder::afterBody(Token& token) {
     return Next::reprocess;
 }
 
-/// Of the characters in and after framesets only white space is kept.
+/// In and after framesets, only the white space of a token of characters is kept.
 void TreeBuilder::insertWhiteSpaceOf(const Token& token) {
     if (token.type != TokenType::characters) return;
     for (std::string_view rest = token.text; !rest.empty();) {

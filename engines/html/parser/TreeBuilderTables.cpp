@@ -17,7 +17,7 @@ constexpr TagSet kNeverClosedInTable{Tag::body, Tag::caption, Tag::col, Tag::col
 
 } // namespace
 
-/// Closes the table in scope; false where there is none.
+/// Closes the table in scope. Returns false if there is none.
 bool TreeBuilder::closeTable() {
     if (!hasInScope(kTable, Scope::table)) return false;
     popUntil(kTable);

@@ -17,44 +17,44 @@ namespace quillow::html {
 namespace {
 
 constexpr std::size_t kIndentPerLevel = 2;
-/// Lists nested deeper are indented no further.
+/// Lists that are nested deeper are not indented any further.
 constexpr std::size_t kMaxIndentLevels = 16;
 
-/// What text nodes of an element are to be.
+/// How the text nodes of an element are shown.
 enum class TextRole : std::uint8_t {
     shown,
-    suppressed, ///< between the options of a select, or in SVG outside of its text elements: no box is made of it
-    flattened,  ///< in an option: shown, and no element inside breaks the line
+    suppressed, ///< between the options of a select, or in SVG outside of its text elements: they make no box
+    flattened,  ///< in an option: shown, but no element inside breaks the line
 };
 enum class Neighbour : std::uint8_t { none, visible, hidden };
 
-/// An open element.
+/// The state of an open element.
 struct Frame {
     Style style;
     TextRole textRole = TextRole::shown;
-    Neighbour previousCell = Neighbour::none; ///< the cell before in this row
-    Neighbour previousRow = Neighbour::none;  ///< the row before in this table
+    Neighbour previousCell = Neighbour::none; ///< the previous cell in this row
+    Neighbour previousRow = Neighbour::none;  ///< the previous row in this table
     bool isSemantics = false;                 ///< MathML's "semantics": only its first element is shown
-    bool sawElement = false;                  ///< of that
-    bool dropsWhiteSpace = false; ///< text of nothing but white space makes no box here but after other text
-    bool afterText = false;       ///< of those: other text is what came last
+    bool sawElement = false;                  ///< whether the semantics element has had its first child element
+    bool dropsWhiteSpace = false;             ///< text of only white space makes no box here, except after other text
+    bool afterText = false;                   ///< for dropsWhiteSpace: other text came last
     bool blockifiesChildren = false;
-    bool breaksLine = false; ///< a block: ends the line before and after
+    bool breaksLine = false; ///< ends the line before and after it, as a block does
     bool inSelect = false;
-    bool ownContent = false; ///< has lines of its own: `outer` is the line around it
+    bool ownContent = false; ///< has lines of its own; `outer` is the line around it
     std::uint8_t requiredLineBreaks = 0;
     bool isListItem = false;
-    std::int8_t numberStep = 1; ///< of a list
-    Tag tag = Tag::unknown;     ///< of an element of HTML
+    std::int8_t numberStep = 1; ///< for lists: the step from one number to the next
+    Tag tag = Tag::unknown;     ///< HTML elements only
     GeneratedContent after;
-    std::uint32_t index = 0;      ///< its own number
-    std::uint32_t rowOwner = 0;   ///< the frame that counts this one's child cells
-    std::uint32_t tableOwner = 0; ///< the frame that counts this one's child rows
-    std::uint32_t listOwner = 0;  ///< the frame of the list around, or 0
+    std::uint32_t index = 0;      ///< index of this frame in `frames_`
+    std::uint32_t rowOwner = 0;   ///< index of the frame that keeps track of this element's child cells
+    std::uint32_t tableOwner = 0; ///< index of the frame that keeps track of this element's child rows
+    std::uint32_t listOwner = 0;  ///< index of the frame of the list around it, or 0
     std::uint32_t listDepth = 0;
-    std::int64_t nextNumber = 1;   ///< of a list
-    std::size_t markersBefore = 0; ///< of a list item
-    std::size_t writtenBefore = 0; ///< of a link
+    std::int64_t nextNumber = 1;   ///< for lists: the number of the next item
+    std::size_t markersBefore = 0; ///< for list items: bytes of the markers held before its own
+    std::size_t writtenBefore = 0; ///< for links: size of the text before its content
     LineState outer;
 };
 
@@ -72,7 +72,7 @@ Display blockified(Display display) {
     }
 }
 
-/// Of a table, or one of its parts that hold others.
+/// Whether a display type is that of a table or of a table part that contains other parts.
 bool isInsideTable(Display display) {
     return display == Display::table || display == Display::inlineTable || display == Display::tableRowGroup ||
            display == Display::tableRow;
@@ -82,12 +82,13 @@ bool isOutOfFlow(const Style& style) {
     return style.floating == Flow::outOfFlow || style.positioned == Flow::outOfFlow;
 }
 
-/// HTML, 15.3.5: quotation marks are drawn around it. They are no text, but like any other they keep the space beside them.
+/// HTML, 15.3.5: whether an element has generated quotation marks around it. They are not written, but they keep
+/// the space beside them as letters do.
 bool isQuotation(const Node& node) {
     return node.tag == Tag::q && node.space == Namespace::html;
 }
 
-/// A target that means something outside of the page: no script, and not a place in the page itself.
+/// Whether a link target is useful outside of the page: not a script, and not a place in the page itself.
 bool isReadableTarget(std::string_view target) {
     target = text::trimBlanks(target);
     constexpr std::string_view kScript = "javascript:";
@@ -101,10 +102,12 @@ std::optional<std::int64_t> integerAttribute(const Tree& tree, NodeId element, A
     return parseInteger(*value);
 }
 
-/// HTML, 15.3.13 and 15.5, and CSS Display 3, appendix B: inside they are drawn in a way of their own, whatever their display type says.
+/// HTML, 15.3.13 and 15.5, and CSS Display 3, appendix B: elements with a layout of their own, whatever their
+/// display type. In a line they are one box.
 constexpr TagSet kDrawnAsAWhole{Tag::select, Tag::button, Tag::fieldset, Tag::svg};
+/// CSS Display 3, appendix B: elements that `display: contents` hides.
 constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
-/// Of which there is something that style cannot change: these, and what may never be shown.
+/// Elements with parts that style sheets cannot change, and elements that may never be shown.
 constexpr TagSet kRuled{Tag::select, Tag::button, Tag::fieldset, Tag::legend, Tag::svg,     Tag::object,
                         Tag::canvas, Tag::audio,  Tag::form,     Tag::input,  Tag::noembed, Tag::template_};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
@@ -115,7 +118,7 @@ public:
         : tree_(tree)
         , options_(options)
         , styles_(tree, authorStyles == AuthorStyles::apply)
-        // Few texts outgrow their source, and what is reserved and not used costs no memory.
+        // Few texts become longer than their source. Reserved bytes that are never used cost no memory.
         , collector_(tree.source().size()) {}
 
     RenderedText render();
@@ -139,7 +142,8 @@ private:
     void openBox(const Node& node, Frame& parent, Frame& frame);
     void requireLineBreaks(const Frame& frame);
     void followSiblings(Frame& parent, const Frame& frame);
-    /// The frame, most often itself, that counts the cells in a frame, or the rows; it need be no row, and no table.
+    /// The frame, usually the same one, that keeps track of the cells or the rows in a frame. It need not be
+    /// a row or a table.
     [[nodiscard]] Frame& rowOf(Frame& frame) { return frame.rowOwner == frame.index ? frame : frames_[frame.rowOwner]; }
     [[nodiscard]] Frame& tableOf(Frame& frame) {
         return frame.tableOwner == frame.index ? frame : frames_[frame.tableOwner];
@@ -157,7 +161,7 @@ private:
     StyleResolver styles_;
     TextCollector collector_;
     std::vector<Frame> frames_;
-    std::vector<NodeId> path_; ///< the elements around the node that the walk is at
+    std::vector<NodeId> path_; ///< the ancestors of the current node of the walk
 };
 
 RenderedText Renderer::render() {
@@ -191,7 +195,7 @@ void Renderer::walk(NodeId root) {
         } else if (enterElement(node) == Entered::yes) {
             entered = node;
             if (const NodeId child = tree_.firstChild(node); child != kNoNode) {
-                // Most often there is nothing but a text.
+                // Usually the only child is a text, which needs no further step.
                 if (tree_.node(child).kind != NodeKind::text || !tree_.node(child).isLast()) {
                     path_.push_back(node);
                     styles_.enter(node);
@@ -247,13 +251,13 @@ void Renderer::styleFrame(NodeId element, Frame& parent, Frame& frame) {
     if (isOutOfFlow(style) || parent.blockifiesChildren) style.display = blockified(style.display);
 }
 
-/// What style cannot change.
+/// Applies the rules that style sheets cannot change.
 void Renderer::applyImportantRules(NodeId element, const Frame& parent, Style& style) const {
     const Node& node = tree_.node(element);
     if (isNeverShown(tree_, element, parent.tag)) style.display = Display::none;
     if (style.display == Display::inline_ && kDrawnAsAWhole.contains(node.tag)) style.display = Display::inlineBlock;
     if (style.display == Display::contents && kNoContents.contains(node.tag)) style.display = Display::none;
-    // HTML, 15.3.13; as in browsers, outside of a fieldset too.
+    // HTML, 15.3.13. As in browsers, this also applies outside of a fieldset.
     if (node.tag == Tag::legend) style.display = blockified(style.display);
 }
 
@@ -279,7 +283,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
         return Entered::no;
     }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
-    // CSS Flexible Box Layout 1, section 4: text that stands together is an item, which ends even at a box out of the flow.
+    // CSS Flexible Box Layout 1, section 4: contiguous text is an item of its own. Any box ends it, even
+    // one out of the flow.
     if (parent.blockifiesChildren && frame.style.display != Display::contents) collector_.endLine();
     if (isReplaced(tree_, id)) {
         drawReplaced(frame);
@@ -320,8 +325,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     return Entered::yes;
 }
 
-/// HTML, 3.2.7: a select shows its options and groups only, each a block of its own; an option shows its label, one line. The
-/// copy of the chosen option is no second one.
+/// HTML, 3.2.7: a select shows only its options and groups, each as a block of its own. An option shows its label
+/// in one line. The copy of the selected option is not shown again.
 Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& parent, Frame& frame) const {
     if (node.tag == Tag::selectedcontent) return Entered::no;
     if (node.tag == Tag::select) {
@@ -339,7 +344,8 @@ Renderer::Entered Renderer::applySelectRules(const Node& node, const Frame& pare
     return Entered::yes;
 }
 
-/// SVG 2, 11.1: text is drawn inside of "text" elements, and inside of "foreignObject" as the content's own language has it.
+/// SVG 2, 11.1: text is drawn only inside of "text" elements, and inside of "foreignObject" by the rules of the
+/// content's own language.
 void Renderer::applySvgRules(const Node& node, Frame& frame) const {
     if (node.tag == Tag::svg) frame.textRole = TextRole::suppressed;
     if (node.tag == Tag::text || node.tag == Tag::foreignObject) {
@@ -349,7 +355,7 @@ void Renderer::applySvgRules(const Node& node, Frame& frame) const {
 }
 
 void Renderer::drawReplaced(const Frame& frame) {
-    // CSS Display 3, appendix B: of what is drawn in an unusual way, no contents are left.
+    // CSS Display 3, appendix B: `display: contents` hides replaced elements.
     if (frame.style.display == Display::contents) return;
     if (blockified(frame.style.display) != frame.style.display) {
         collector_.atomicBox();
@@ -364,8 +370,8 @@ void Renderer::drawReplaced(const Frame& frame) {
     if (isOutOfFlow(frame.style)) collector_.leaveContent(outer);
 }
 
-/// CSS Pseudo-Elements 4, section 4.1. Generated content is no text of the document, but it stands in the line: the space beside it
-/// is seen, or not seen where the generated one is.
+/// CSS Pseudo-Elements 4, section 4.1. Generated content is not text of the document and is not written, but it is
+/// part of the line. So it keeps the space beside it, unless that space collapses with a generated one.
 void Renderer::generateContent(const Node& node, Frame& frame) {
     if (frame.textRole != TextRole::shown || node.space != Namespace::html) return;
     const GeneratedContent before = styles_.generated(PseudoElement::before, frame.style);
@@ -394,7 +400,7 @@ void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& fra
     }
 }
 
-/// The box that the display type makes, and the line breaks before it.
+/// Opens the box that the display type makes, and requires the line breaks before it.
 void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
@@ -418,7 +424,8 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     case Display::tableCell:
     case Display::tableRow:
     case Display::tableRowGroup:
-        // CSS 2, 17.2.1: the table that it is put into is an inline one among inline boxes.
+        // CSS 2, 17.2.1: a part without a table gets an anonymous table, which is an inline table
+        // among inline boxes.
         frame.ownContent = rowOf(parent).style.display == Display::inline_;
         if (frame.ownContent) frame.outer = collector_.enterContent();
         frame.breaksLine = true;
@@ -434,8 +441,8 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     case Display::tableRow: frame.dropsWhiteSpace = true; break;
     default: break;
     }
-    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of items." As in
-    // browsers, not where it is a part of a table.
+    // 3.2.7: "If node is a p element, then append 2 (a required line break count) at the beginning and end of
+    // items." As in browsers, this does not apply to a p that is part of a table.
     const bool isTablePart = frame.style.display == Display::tableCell || frame.style.display == Display::tableRow;
     if (node.tag == Tag::p && node.space == Namespace::html && !isTablePart) frame.requiredLineBreaks = 2;
     if (!isVisible(frame)) frame.requiredLineBreaks = 0;
@@ -443,13 +450,14 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     if (frame.breaksLine) collector_.endLine();
 }
 
-/// Those before and after an element. Where its box is a part of the line, as of a paragraph in a row of others, so is the space.
+/// Requires the line breaks before or after an element. If its box is part of a line, as that of an inline
+/// paragraph, the pending space is written first.
 void Renderer::requireLineBreaks(const Frame& frame) {
     if (frame.requiredLineBreaks > 0 && !frame.breaksLine) collector_.writePending();
     collector_.requireLineBreaks(frame.requiredLineBreaks);
 }
 
-/// What a box means to the cells, rows and other text before it.
+/// Updates the state of the cells, rows and other text before a box, and writes the separators that are due.
 void Renderer::followSiblings(Frame& parent, const Frame& frame) {
     Frame& row = rowOf(parent);
     Frame& table = tableOf(parent);
@@ -470,7 +478,7 @@ void Renderer::followSiblings(Frame& parent, const Frame& frame) {
     }
 }
 
-/// 3.2.7: a TAB after each cell but the last of its row; written when the next cell comes.
+/// 3.2.7: a TAB after each cell except the last of its row. It is written when the next cell comes.
 void Renderer::openCell(Frame& row, const Frame& frame) {
     Neighbour& previous = row.previousCell;
     if (previous != Neighbour::none) collector_.endLine();
@@ -478,15 +486,15 @@ void Renderer::openCell(Frame& row, const Frame& frame) {
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
-/// CSS 2, 17.2.1: what is no cell is put into one that has no element; as in browsers, the cell before is not the last then.
-/// Outside of a table it parts two tables.
+/// CSS 2, 17.2.1: content that is not a cell gets an anonymous cell. As in browsers, the cell before it is then not
+/// the last one. Outside of a table such content separates two tables.
 void Renderer::leaveCells(Frame& row) {
     if (isInsideTable(row.style.display) && row.previousCell == Neighbour::visible)
         collector_.literal(options_.cells == CellSeparator::tab ? '\t' : '\n');
     row.previousCell = Neighbour::none;
 }
 
-/// 3.2.7: a line end after each row but the last of its table; written when the next row comes.
+/// 3.2.7: a line end after each row except the last of its table. It is written when the next row comes.
 void Renderer::openRow(Frame& table, const Frame& frame) {
     Neighbour& previous = table.previousRow;
     if (previous != Neighbour::none) collector_.endLine();
@@ -494,7 +502,7 @@ void Renderer::openRow(Frame& table, const Frame& frame) {
     previous = isVisible(frame) ? Neighbour::visible : Neighbour::hidden;
 }
 
-/// The same for rows.
+/// The same for content that is not a row.
 void Renderer::leaveRows(Frame& table) {
     if (isInsideTable(table.style.display) && table.style.display != Display::tableRow &&
         table.previousRow == Neighbour::visible)
@@ -502,7 +510,7 @@ void Renderer::leaveRows(Frame& table) {
     table.previousRow = Neighbour::none;
 }
 
-/// HTML, 4.4.5: where the numbers of a list begin, and which way they run.
+/// HTML, 4.4.5: the first number of a list, and the direction of its numbers.
 void Renderer::openList(NodeId id, Frame& frame) {
     const Node& node = tree_.node(id);
     frame.listOwner = frame.index;

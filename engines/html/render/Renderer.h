@@ -1,5 +1,5 @@
-// From the tree to the text: the "get the text" steps of the HTML Standard (section 3.2.7, innerText) over computed styles, with
-// list markers and the other options on top.
+// Turns the tree into text: the "get the text" steps of the HTML Standard (section 3.2.7, innerText) over computed
+// styles, with list markers and the other options on top.
 #pragma once
 
 #include "engines/Extract.h"
@@ -11,7 +11,7 @@ enum class AuthorStyles { apply, ignore };
 
 struct RenderedText {
     std::string text;
-    bool sawAuthorStyles = false; ///< a sheet or style attribute took part
+    bool sawAuthorStyles = false; ///< a declaration of a sheet or style attribute applied
 };
 
 /// The text of the document's body.

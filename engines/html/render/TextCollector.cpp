@@ -44,7 +44,8 @@ void TextCollector::insert(std::string_view characters) {
 
 void TextCollector::endLine() {
     if (line_.removable != 0) {
-        // The space has been written because of what came after it out of the flow; nothing came after it in the line.
+        // The space was written because content out of the flow came after it, but nothing came
+        // after it in the line.
         removed_.push_back(line_.removable - 1);
         line_.removable = 0;
     }
@@ -72,7 +73,7 @@ void TextCollector::writePending() {
     write(" ");
     line_.removable = sink_.size();
     line_.pending = LineState::Space::none;
-    line_.atStart = true; // more collapsible space belongs to the one written
+    line_.atStart = true; // further collapsible space merges with the written one
 }
 
 LineState TextCollector::enterOutOfFlow() {
@@ -82,8 +83,8 @@ LineState TextCollector::enterOutOfFlow() {
     return outer;
 }
 
-/// CSS Text 3, 4.1.3: beside a zero width space, which is where a line may break, a line break of the source is nothing; anywhere
-/// else it is a space, as browsers have it.
+/// CSS Text 3, 4.1.3: a line break of the source vanishes beside a zero width space and at other break
+/// opportunities. Anywhere else it is a space, as in browsers.
 bool TextCollector::breakVanishes(std::string_view following) const {
     return following.starts_with(kZeroWidthSpace) || line_.opportunity == sink_.size() ||
            (boxEnd_ != sink_.size() && sink_.view().ends_with(kZeroWidthSpace));
@@ -112,7 +113,7 @@ void TextCollector::collapsible(std::string_view characters, WhiteSpace mode, Vi
         if (start > at && (!line_.atStart || mode == WhiteSpace::preserveBreaks))
             collapse(characters.substr(at, start - at), mode, visibility);
         if (start == characters.size()) return;
-        // Words are written together as long as what stands between them is a single space.
+        // Words are written together while only single spaces separate them.
         at = text::findBlankRun(characters, start);
         const std::string_view words = characters.substr(start, at - start);
         if (line_.pending != LineState::Space::none) flushPending(words);
@@ -151,7 +152,7 @@ std::string TextCollector::finish() && {
         }
     }
     text.resize(std::min(out, text.size()));
-    // Line ends that stood before a space taken back may be the last ones now.
+    // Line ends before a removed space may now be the last ones of the text.
     while (text.ends_with("\n\n"))
         text.pop_back();
     if (text == "\n") text.clear();

@@ -1,5 +1,6 @@
-// The rendered text collection of the HTML Standard ("get the text", section 3.2.7) together with the white-space processing of
-// CSS Text 3, section 4: what the renderer finds goes in, in document order, and the text comes out.
+// The rendered text collection of the HTML Standard ("get the text", section 3.2.7) together with the
+// white-space processing of CSS Text 3, section 4. The renderer adds what it finds in document order; `finish`
+// returns the text.
 #pragma once
 
 #include "engines/html/css/Style.h"
@@ -11,21 +12,22 @@
 
 namespace quillow::html {
 
-/// Where an inline formatting context stands: what decides whether the next space is seen.
+/// The state of an inline formatting context: it decides whether the next space is visible.
 struct LineState {
     enum class Space : std::uint8_t { none, visible, hidden };
-    bool atStart = true;         ///< collapsible white space here is removed
-    Space pending = Space::none; ///< a collapsed space, seen only when something follows it on the line
-    bool pendingBreak = false;   ///< there is a line break in the text that the pending space comes from
-    std::size_t opportunity = static_cast<std::size_t>(-1); ///< the text's size at the last break opportunity
-    std::size_t removable = 0; ///< one past the place of a space already written that goes if the line ends here, or 0
+    bool atStart = true;         ///< at the line's start, where collapsible white space is removed
+    Space pending = Space::none; ///< a collapsed space, visible only if something follows it on the line
+    bool pendingBreak = false;   ///< the pending space comes from text with a line break
+    std::size_t opportunity = static_cast<std::size_t>(-1); ///< size of the text at the last break opportunity
+    /// The offset after a written space that is removed if the line ends here; 0 if there is none.
+    std::size_t removable = 0;
 };
 
 class TextCollector {
 public:
     explicit TextCollector(std::size_t expectedBytes) { sink_.reserve(expectedBytes); }
 
-    /// A text node's characters.
+    /// Adds a text node's characters.
     void text(std::string_view characters, WhiteSpace mode, Visibility visibility) {
         if (mode == WhiteSpace::preserve) {
             preserved(characters, visibility);
@@ -34,37 +36,41 @@ public:
         }
     }
 
-    /// "Required line break count": counts that meet count once, the largest, and none at the start or end of the text.
+    /// "Required line break count". Adjacent counts do not add up: the largest one counts. At the start and the end
+    /// of the text they have no effect.
     void requireLineBreaks(std::size_t count) {
         if (started_ && count > required_) required_ = count;
     }
-    /// A line end or TAB of its own.
+    /// Writes a line end or TAB that is not part of a text node.
     void literal(char character);
-    /// Characters that stand outside of white-space processing.
+    /// Writes characters that are not subject to white-space processing.
     void insert(std::string_view characters);
 
-    /// The line ends here: collapsible space at its end and at the next one's start is removed.
+    /// Ends the line: collapsible space at its end and at the start of the next line is removed.
     void endLine();
-    /// A box that stands in the line like a letter.
+    /// Adds a box that acts like a letter in the line: it keeps the space before it, but writes no
+    /// character of its own.
     void atomicBox();
-    /// A place where the line may break, like a zero width space that is not written.
+    /// Marks a place where the line may break, as a zero width space does, but writes nothing.
     void breakOpportunity() {
         if (line_.pending == LineState::Space::none) line_.opportunity = sink_.size();
     }
 
-    /// A collapsed space is written now, and taken back if the line ends after it.
+    /// Writes the pending collapsed space now. It is removed again if the line ends after it.
     void writePending();
 
-    /// Content that stands outside of the line around it (a float, an inline block) has lines of its own.
+    /// Begins content with lines of its own inside of a line, such as an inline block. Returns the state of the
+    /// outer line for `leaveContent`.
     [[nodiscard]] LineState enterContent();
-    /// The same for content that stays out of the flow, after `writePending`.
+    /// The same for content that is out of the flow, such as a float: first does `writePending`.
     [[nodiscard]] LineState enterOutOfFlow();
     void leaveContent(const LineState& outer) {
         line_ = outer;
         boxEnd_ = sink_.size();
     }
 
-    /// The marker of a list item, written before the next visible characters. Taken back with `dropMarker` if none came.
+    /// Holds a list item's marker back until the next visible characters are written. If there are none,
+    /// `dropMarker` discards it.
     void holdMarker(std::string_view marker) { heldMarkers_ += marker; }
     [[nodiscard]] std::size_t heldMarkerBytes() const { return heldMarkers_.size(); }
     void dropMarker(std::size_t bytesBefore) {
@@ -91,10 +97,10 @@ private:
 
     text::TextSink sink_;
     LineState line_;
-    std::size_t boxEnd_ = static_cast<std::size_t>(-1); ///< the text's size at the end of the last box in a line
+    std::size_t boxEnd_ = static_cast<std::size_t>(-1); ///< size of the text at the end of the last box in a line
     std::size_t required_ = 0;
     bool started_ = false;
-    std::vector<std::size_t> removed_; ///< places of spaces taken back
+    std::vector<std::size_t> removed_; ///< offsets of the spaces that `finish` removes
     std::string heldMarkers_;
 };
 

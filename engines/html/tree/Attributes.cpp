@@ -4,7 +4,7 @@ namespace quillow::html {
 
 namespace {
 
-// In the order of the enumeration.
+// In the order of AttributeName.
 constexpr std::array<std::string_view, static_cast<std::size_t>(AttributeName::count)> kNames = {
     "",         "align",    "checked",  "class", "color", "controls", "disabled", "display",
     "encoding", "face",     "hidden",   "href",  "id",    "media",    "nowrap",   "open",

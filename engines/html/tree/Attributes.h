@@ -1,4 +1,5 @@
-// The attribute names that tree construction, style and rendering ask for, as small numbers.
+// The attribute names that tree construction, style and rendering look up, as small numbers, and the form in which
+// the tree stores attributes.
 #pragma once
 
 #include "engines/html/tree/KeyTable.h"
@@ -38,7 +39,7 @@ enum class AttributeName : std::uint8_t {
     count,
 };
 
-/// The number of a name; AttributeName::unknown for any other.
+/// Maps a name's key to its AttributeName; AttributeName::unknown for any other name.
 extern const KeyTable<7, static_cast<std::size_t>(AttributeName::count)> kAttributeTable;
 [[nodiscard]] inline AttributeName attributeNameForKey(const NameKey& key) {
     return static_cast<AttributeName>(kAttributeTable.find(key));
@@ -47,7 +48,7 @@ extern const KeyTable<7, static_cast<std::size_t>(AttributeName::count)> kAttrib
 /// The lower-case name; empty for AttributeName::unknown.
 [[nodiscard]] std::string_view attributeName(AttributeName known);
 
-/// Some of the names, a bit each.
+/// A set of attribute names, one bit each.
 class AttributeNames {
 public:
     constexpr AttributeNames() = default;
@@ -63,7 +64,8 @@ private:
     std::uint32_t bits_ = 0;
 };
 
-/// What there is to know of an attribute's strings, in one word: which name it is, and their sizes, where they are not too long.
+/// One word about an attribute: its AttributeName, the size of its name (at most kMaxNameLength) and the size of
+/// its value (kLongValue for every size that does not fit).
 class AttributeHead {
 public:
     static constexpr std::uint32_t kMaxNameLength = 0x7FF;
@@ -82,7 +84,8 @@ public:
     [[nodiscard]] bool isKnown() const { return known() != AttributeName::unknown; }
     [[nodiscard]] std::size_t nameSize() const { return word_ >> kNameShift & kMaxNameLength; }
     [[nodiscard]] bool hasLongValue() const { return word_ >= kLongValue << kValueShift; }
-    [[nodiscard]] std::size_t valueSize() const { return word_ >> kValueShift; } ///< where it is not long
+    /// Valid only if hasLongValue() is false.
+    [[nodiscard]] std::size_t valueSize() const { return word_ >> kValueShift; }
 
 private:
     static constexpr std::uint32_t kKnownMask = 0x1F;

@@ -1,4 +1,4 @@
-// A hash table of names that is made at compile time: open addressing over the names' keys.
+// A hash table of names, built at compile time, with open addressing over the names' keys.
 #pragma once
 
 #include "engines/html/tree/NameKey.h"
@@ -7,7 +7,8 @@
 
 namespace quillow::html {
 
-/// Answers the place of a name in a list whose first entry stands for every other name. `bits` leaves most slots empty.
+/// Maps a name's key to the name's index in a list. Every name that is not in the list maps to the index of the
+/// first entry, 0. The table has 2 to the power of `bits` slots; at least two thirds of them stay empty.
 template <unsigned bits, std::size_t count>
 class KeyTable {
 public:

@@ -1,4 +1,5 @@
-// Names of tags and attributes as numbers: a name of up to sixteen bytes is read, put in lower case and compared at a stroke.
+// Names of tags and attributes as numbers, so that a name of up to sixteen bytes is read, lower-cased and
+// compared in one step.
 #pragma once
 
 #include "text/Ascii.h"
@@ -11,21 +12,21 @@
 
 namespace quillow::html {
 
-/// The bytes of a lower-case name, the first in the lowest bits; all zero for a name that is longer than both halves hold
-/// or has U+0000 in it.
+/// The bytes of a lower-case name, the first byte in the lowest bits. All zero for a name that is longer than
+/// kMaxLength or contains U+0000.
 struct NameKey {
     static constexpr std::size_t kMaxLength = 16;
     std::uint64_t low = 0;
     std::uint64_t high = 0;
     friend constexpr bool operator==(const NameKey&, const NameKey&) = default;
 
-    /// Sets the byte at `index`, which is zero so far.
+    /// Sets the byte at `index`, which must still be zero.
     constexpr void put(std::size_t index, char c) {
         (index < 8 ? low : high) |= std::uint64_t{static_cast<unsigned char>(c)} << (index % 8 * 8);
     }
-    /// Spreads the keys over 2 to the power of `bits` numbers.
+    /// A hash below 2 to the power of `bits`.
     [[nodiscard]] constexpr std::size_t hash(unsigned bits) const {
-        constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15; // 2 to the power of 64 over the golden ratio
+        constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15; // 2 to the power of 64 divided by the golden ratio
         return static_cast<std::size_t>(((low ^ (high * kOdd)) * kOdd) >> (64 - bits));
     }
 };
@@ -38,16 +39,18 @@ struct NameKey {
     return key;
 }
 
-/// What ends a name: white space, "/" and ">", and for an attribute's name "=" too.
+/// The kind of a name. White space, "/" and ">" end every name; "=" also ends an attribute's name.
 enum class NameEnd { tag, attribute };
 
 struct ScannedName {
-    NameKey key; ///< of the name in lower case
+    NameKey key; ///< key of the lower-case name
     std::size_t length = 0;
-    bool asWritten = true; ///< no upper-case letter and no U+0000 in it: the source has it as it is to be
+    /// True if the name has no upper-case letter and no U+0000, so that the slice of the source can
+    /// be used as it is.
+    bool asWritten = true;
 };
 
-/// Reads the name at `from`, which is not past the end of the source, one byte after the other.
+/// Reads the name at `from`, byte by byte. `from` must not be past the end of the source.
 template <NameEnd end>
 [[nodiscard]] ScannedName scanNamePortable(std::string_view source, std::size_t from);
 
@@ -59,14 +62,16 @@ extern template ScannedName scanNamePortable<NameEnd::attribute>(std::string_vie
 }
 
 #ifdef __SSE2__
-/// Masks that keep the first bytes of a block: the load begins so many bytes before the middle.
+/// Sixteen 0xFF bytes, then sixteen zero bytes. A load that begins n bytes before the middle gives a mask that
+/// keeps the first n bytes of a block.
 inline constexpr std::array<char, 2 * NameKey::kMaxLength> kKeepFirst = [] {
     std::array<char, 2 * NameKey::kMaxLength> masks{};
     std::fill_n(masks.begin(), NameKey::kMaxLength, static_cast<char>(0xFF));
     return masks;
 }();
 
-/// 0xFF for each byte that may end a name: all that does, and control characters, which do not.
+/// 0xFF for each byte that ends a name and for every control character. The caller sorts out the control characters
+/// that do not end a name.
 template <NameEnd end>
 [[nodiscard]] inline __m128i mayEndName(__m128i block) {
     const __m128i blank = _mm_cmpeq_epi8(_mm_min_epu8(block, _mm_set1_epi8(0x20)), block);
@@ -76,14 +81,15 @@ template <NameEnd end>
     return ends;
 }
 
-/// 0xFF for each of "A" to "Z", which are moved to the lowest signed numbers.
+/// 0xFF for each byte from "A" to "Z". The addition moves these letters to the 26 lowest signed values, so that one
+/// signed comparison finds them.
 [[nodiscard]] inline __m128i upperCaseBytes(__m128i block) {
     const __m128i moved = _mm_add_epi8(block, _mm_set1_epi8(static_cast<char>(0x80 - 'A')));
     return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(0x80 + 26)));
 }
 #endif
 
-/// The same, sixteen bytes at a time where the processor can.
+/// Does the same as scanNamePortable, with SSE2 sixteen bytes at a time.
 template <NameEnd end>
 [[nodiscard]] inline ScannedName scanName(std::string_view source, std::size_t from) {
 #ifdef __SSE2__
@@ -91,7 +97,7 @@ template <NameEnd end>
         const __m128i block = text::loadBlock(source.data() + from);
         const auto ends = text::highBits(mayEndName<end>(block));
         const auto length = static_cast<std::size_t>(std::countr_zero(ends));
-        // Of what may end a name, only control characters do not.
+        // A control character that is not white space does not end a name; the portable scan handles it.
         if (ends != 0 && (source[from + length] > ' ' || text::isBlank(source[from + length]))) {
             const __m128i kept =
                 _mm_and_si128(block, text::loadBlock(kKeepFirst.data() + NameKey::kMaxLength - length));

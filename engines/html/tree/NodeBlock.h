@@ -1,4 +1,4 @@
-// The nodes of a tree, and the one block of memory that they stand in, each as long as it has to be.
+// The nodes of a tree and the one block of memory that holds them. Each node uses only as many words as it needs.
 #pragma once
 
 #include "engines/html/tree/Tags.h"
@@ -11,7 +11,7 @@
 
 namespace quillow::html {
 
-/// A node's place in the tree's block.
+/// A node's offset in the tree's block, in 32-bit words.
 using NodeId = std::uint32_t;
 inline constexpr NodeId kNoNode = 0xFFFFFFFF;
 
@@ -19,16 +19,16 @@ enum class NodeKind : std::uint8_t {
     document,
     element,
     text,
-    moved, ///< no node any more: it stands elsewhere, see Tree::resolved
+    moved, ///< the node has moved; the word holds its new place, see Tree::resolved
 };
 enum class Namespace : std::uint8_t { html, svg, mathMl };
 
-/// What there is of every node: one word. Behind it, in the same block, stand the words that only some nodes have: see Tree.
+/// The one word that every node has. The words that only some nodes have follow it in the same block: see Tree.
 class alignas(std::uint32_t) Node {
 public:
-    Tag tag = Tag::unknown; ///< of an element
+    Tag tag = Tag::unknown; ///< elements only
     NodeKind kind : 2 = NodeKind::element;
-    Namespace space : 2 = Namespace::html; ///< of an element
+    Namespace space : 2 = Namespace::html; ///< elements only
 
     [[nodiscard]] bool isLast() const { return next_ == Link::none; }
 
@@ -36,41 +36,43 @@ private:
     friend class Tree;
     friend class WordBlock;
 
-    /// Where a neighbour stands.
+    /// Where the next sibling or the first child is.
     enum class Link : std::uint8_t {
         none,
-        behind,   ///< right behind the node's own words
-        elsewhere ///< where a word of the node says
+        behind,   ///< directly after the node's own words
+        elsewhere ///< at the place that a word of the node holds
     };
-    /// Which words an element has, or a text, beside those that every one has.
+    /// Which optional words an element or a text has.
     enum class Form : std::uint8_t {
         point,  ///< none
-        narrow, ///< that of the next sibling
-        wide,   ///< of an element: those of the first child and the attributes too
+        narrow, ///< the next sibling's place
+        wide,   ///< elements only: also the places of the first child and of the attributes
     };
     static constexpr std::uint16_t kCountMask = 0xFFF;
 
     Link next_ : 2 = Link::none;
     Link firstChild_ : 2 = Link::none;
     Form form_ : 2 = Form::point;
-    /// From the node to the word of its next sibling, or, if that is right behind, to the sibling itself.
+    /// Offset from the node to the word with its next sibling's place or, if the next sibling follows directly, to
+    /// the sibling itself.
     std::uint16_t offset_ : 2 = 1;
-    std::uint16_t count_ : 12 = 0; ///< of an element's attributes; of a text's bytes, or Tree::kLongText
+    std::uint16_t count_ : 12 = 0; ///< an element's number of attributes; a text's size in bytes, or Tree::kLongText
 
-    /// Of a node that has moved, where it is: all that the word can hold beside the kind.
+    /// The new place of a node that has moved. It takes up all bits of the word except the kind.
     [[nodiscard]] NodeId target() const;
     void moveTo(NodeId id);
     static constexpr NodeId kMostTarget = (NodeId{1} << 30) - 1;
 };
 
-/// Words of 32 bits in one block, which grows by std::realloc: of a large one the system moves the pages, not the bytes, so that
-/// no second block is ever filled beside it. Places in it are numbers.
+/// A growing block of 32-bit words, addressed by index. It grows by std::realloc: for a large block the system
+/// remaps the pages instead of copying the bytes, so that no second block is ever filled beside it.
 class WordBlock {
 public:
     [[nodiscard]] NodeId size() const { return size_; }
     [[nodiscard]] std::uint32_t& operator[](NodeId word) { return words_.get()[word]; }
     [[nodiscard]] const std::uint32_t& operator[](NodeId word) const { return words_.get()[word]; }
-    /// Where so many words may be appended; what is written is then said to `setEnd`. References to words may end.
+    /// Makes room for `more` words and returns the place to write them. The caller then passes the end of what it
+    /// wrote to `setEnd`. May invalidate references to words.
     [[nodiscard]] std::uint32_t* reserve(std::size_t more) {
         if (capacity_ - size_ < more) grow(more);
         return words_.get() + size_;

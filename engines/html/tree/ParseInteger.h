@@ -1,4 +1,4 @@
-// Integers in attribute values.
+// Parses integers in attribute values.
 #pragma once
 
 #include "text/Ascii.h"
@@ -10,7 +10,7 @@
 
 namespace quillow::html {
 
-/// HTML, 2.3.4.1 "Rules for parsing integers". Nothing, too, for a number of more than 32 bits.
+/// HTML, 2.3.4.1 "Rules for parsing integers". std::nullopt also for a number that does not fit into 32 bits.
 [[nodiscard]] inline std::optional<std::int32_t> parseInteger(std::string_view text) {
     text = text::trimBlanks(text);
     if (text.starts_with("+")) text.remove_prefix(1);

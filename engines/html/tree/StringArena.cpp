@@ -13,7 +13,7 @@ std::string_view StringArena::keep(std::string_view text) {
 }
 
 std::size_t StringArena::locate(std::string_view text) {
-    // Two addresses that may have nothing to do with each other are compared as numbers.
+    // The two addresses may belong to different objects, so they are compared as numbers.
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(text.data()) - reinterpret_cast<std::uintptr_t>(chunk_);
     if (offset < chunkUsed_) return chunkPlace_ + offset;
     return locate(keep(text));

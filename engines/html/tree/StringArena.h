@@ -1,4 +1,4 @@
-// Strings that a tree keeps beside its source.
+// Storage for the strings of a tree that are not slices of its source.
 #pragma once
 
 #include <cstddef>
@@ -9,12 +9,13 @@
 
 namespace quillow::html {
 
-/// Strings that stay where they are as long as the arena, at places that are numbers: those of one string follow each other.
+/// Copies of strings. They never move while the arena lives. Each byte has a place, which is a number; the bytes of
+/// one string have consecutive places.
 class StringArena {
 public:
-    /// A copy of the text.
+    /// Copies the text and returns the copy.
     [[nodiscard]] std::string_view keep(std::string_view text);
-    /// The place of a text. Where it was not kept lately, it is kept once more.
+    /// The place of a text. The text is copied first unless it lies in the last chunk.
     [[nodiscard]] std::size_t locate(std::string_view text);
     [[nodiscard]] const char* at(std::size_t place) const { return pieces_[place / kPiece] + place % kPiece; }
 
@@ -23,9 +24,9 @@ private:
 
     void addChunk(std::size_t size);
 
-    std::vector<std::unique_ptr<char[]>> chunks_; ///< each of one piece or, for a long text, several
+    std::vector<std::unique_ptr<char[]>> chunks_; ///< each chunk is one piece or, for a long text, several
     std::vector<const char*> pieces_;
-    char* chunk_ = nullptr; ///< the last one
+    char* chunk_ = nullptr; ///< the last chunk
     std::size_t chunkPlace_ = 0;
     std::size_t chunkSize_ = 0;
     std::size_t chunkUsed_ = 0;

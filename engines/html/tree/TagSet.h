@@ -1,4 +1,4 @@
-// Sets of tags, as tree construction asks for them by the dozen.
+// Sets of tags as bit sets, because tree construction compares a tag with dozens of others.
 #pragma once
 
 #include "engines/html/tree/Tags.h"

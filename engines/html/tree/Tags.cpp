@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::size_t kTagCount = static_cast<std::size_t>(Tag::count);
 
-// In the order of the enumeration.
+// In the order of Tag.
 constexpr std::array<std::string_view, kTagCount> kNames = {
     "",
     "a",

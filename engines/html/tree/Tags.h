@@ -1,4 +1,4 @@
-// The element names that tree construction and rendering tell apart, as small numbers.
+// The element names that tree construction and rendering distinguish, as small numbers.
 #pragma once
 
 #include "engines/html/tree/KeyTable.h"
@@ -8,8 +8,9 @@
 
 namespace quillow::html {
 
-/// Elements of the HTML Standard (obsolete ones included), and of SVG and MathML as far as parsing or rendering needs them.
-/// Names that are C++ keywords end in an underscore. In SVG and MathML a tag stands for the name, whatever its namespace.
+/// Elements of the HTML Standard (obsolete ones included), and those of SVG and MathML that parsing or rendering
+/// needs. Names that are C++ keywords end in an underscore. A tag is only a name: an SVG or MathML element has the
+/// same tag as an HTML element of that name.
 enum class Tag : std::uint8_t {
     unknown,
     a,
@@ -176,17 +177,19 @@ enum class Tag : std::uint8_t {
     video,
     wbr,
     xmp,
-    selectedcontent, ///< last, so that the names of the notable elements (Tree::createElement) lie close together
+    /// Last instead of in order, so that noframes and style stay 32 apart: a compiler then tests for both in one
+    /// step (Tree::createElement).
+    selectedcontent,
     count,
 };
 
-/// The tag of a name; Tag::unknown for any other.
+/// Maps a name's key to its tag; Tag::unknown for any other name.
 extern const KeyTable<10, static_cast<std::size_t>(Tag::count)> kTagTable;
 [[nodiscard]] inline Tag tagForKey(const NameKey& key) {
     return static_cast<Tag>(kTagTable.find(key));
 }
 
-/// The lower-case name; empty for Tag::unknown.
+/// The lower-case name of each tag; empty for Tag::unknown.
 extern const std::array<std::string_view, static_cast<std::size_t>(Tag::count)> kTagNames;
 [[nodiscard]] inline std::string_view tagName(Tag tag) {
     return kTagNames[static_cast<std::size_t>(tag)];

@@ -12,13 +12,14 @@ namespace quillow::html {
 
 namespace {
 
-/// A guess; pages of few tags take fewer, and what is reserved and not used costs nothing.
+/// An estimate. Pages with few tags need fewer words; reserved words that are never used cost nothing.
 constexpr std::size_t kSourceBytesPerWord = 4;
 
-/// Elements that never move, because their numbers are kept, and those whose first child is often created late.
+/// Elements that always get all their words, so that they never move: those with a name of their own, those whose
+/// numbers are kept, and those whose first child is often created late.
 constexpr TagSet kNeverMoved{Tag::unknown,  Tag::html,  Tag::head,   Tag::body,   Tag::frameset,
                              Tag::noframes, Tag::style, Tag::select, Tag::option, Tag::selectedcontent};
-/// Elements without children.
+/// Elements that have no children.
 constexpr TagSet kEmpty{Tag::br, Tag::hr, Tag::wbr};
 
 } // namespace
@@ -46,7 +47,7 @@ void WordBlock::grow(std::size_t more) {
     const std::size_t capacity = std::min(std::max<std::size_t>(size_ + more, 2 * std::size_t{capacity_}), kMost);
     void* const moved = std::realloc(static_cast<void*>(words_.get()), capacity * sizeof(std::uint32_t));
     if (moved == nullptr) throw std::bad_alloc();
-    static_cast<void>(words_.release()); // which std::realloc has freed
+    static_cast<void>(words_.release()); // std::realloc has freed it already
     words_.reset(static_cast<std::uint32_t*>(moved));
     capacity_ = static_cast<NodeId>(capacity);
 }
@@ -113,7 +114,7 @@ std::uint32_t* Tree::writeAttributes(std::span<const Attribute> attributes, std:
 }
 
 NodeId Tree::createElement(Tag tag, std::string_view name, Namespace space, std::span<const Attribute> attributes) {
-    // Elements without attributes.
+    // The node of each tag for an element without attributes.
     static constexpr auto kBare = [] {
         std::array<Node, static_cast<std::size_t>(Tag::count)> nodes{};
         for (std::size_t i = 0; i < nodes.size(); ++i) {
@@ -165,7 +166,8 @@ NodeId Tree::createClone(NodeId original, bool childrenFollow) {
     return id;
 }
 
-/// Gives a node that has too few words another place with all that its kind may have; answers where.
+/// Moves a node that has too few words to the end of the block and gives it every word that its kind can have.
+/// Returns the new place.
 NodeId Tree::moveToEnd(NodeId id) {
     std::uint32_t* const end = words_.reserve(kMostNodeWords);
     const NodeId place = words_.size();
@@ -180,7 +182,7 @@ NodeId Tree::moveToEnd(NodeId id) {
         assert(node.form_ != Node::Form::wide);
         end[kFirstChildWord] = id + kFirstChildWord;
         if (node.firstChild_ != Node::Link::none) node.firstChild_ = Node::Link::elsewhere;
-        end[kAttributesWord] = place + kMostNodeWords; // where a copy would look for some
+        end[kAttributesWord] = place + kMostNodeWords; // there are no attributes, but createClone copies this place
         node.form_ = Node::Form::wide;
         words_.setEnd(end + kMostNodeWords);
     }
@@ -247,7 +249,7 @@ void Tree::addMissingAttributes(NodeId element, std::span<const Attribute> added
             all.size() < kMaxAttributes)
             all.push_back(attribute);
     if (all.size() == before) return;
-    // Of another element, in no tree, that has them all.
+    // A new element outside of the tree gets the merged attributes; this element then shares them.
     const NodeId other = createElement(node(element).tag, {}, node(element).space, all);
     words_[element + kAttributesWord] = words_[other + kAttributesWord];
     words_.node(element).count_ = node(other).count_;

@@ -1,5 +1,5 @@
-// The document tree of the HTML engine: small nodes in a block, texts and attribute values as slices of the source. It keeps
-// what rendering needs and nothing else (no comments, no doctype). The parser fills it.
+// The document tree of the HTML engine: small nodes in one block, texts and attribute values as slices of the
+// source. It keeps only what rendering needs: no comments, no doctype. The parser fills it.
 #pragma once
 
 #include "engines/html/tree/Attributes.h"
@@ -24,7 +24,7 @@ inline constexpr std::size_t kMaxAttributes = 255;
 
 class Tree;
 
-/// The attributes of an element, as they are asked for.
+/// The attributes of an element, decoded one by one as they are iterated.
 class AttributeList {
 public:
     class Iterator {
@@ -66,45 +66,51 @@ private:
     std::size_t size_;
 };
 
-/// A tree with its strings. Neither copied nor moved: the slices point into it, or into the source that it was given.
+/// A tree with its strings. It can be neither copied nor moved, because its slices point into it or into the source
+/// that it was given.
 ///
-/// Large pages are dense with small elements and texts, so each takes as few words as it can. Behind its Node stand:
-/// - of a text, its location, its size if that is kLongText bytes or more, and its next sibling if that is not right behind it;
-/// - of an element, its next sibling; and, if its first child is not right behind that, or if it has attributes or a name of its
-///   own or is of a kind that often is so, its first child and the place of its attributes. A `br` and its like have none of it.
-/// At that place stand a bit for each known attribute, and the attributes; before them, where the tag is unknown, the location
-/// and the size of the name. Copies of an element share them.
+/// Large pages consist of many small elements and texts, so each node uses as few words as possible. Behind its
+/// Node follow:
+/// - for a text: its location; its size, if that is kLongText bytes or more; its next sibling, if that does not
+///   follow directly;
+/// - for an element: its next sibling; then, for some elements, its first child and the place of its attributes.
+///   These two words exist if the element has attributes or a name of its own, if its first child does not follow
+///   directly, or if its kind never moves. A `br` and its like without attributes have none of these words.
+/// At the attributes' place there is a word with one bit for each AttributeName that occurs, and then the
+/// attributes. For an element of unknown tag, the location and the size of its name come before that word. Clones
+/// of an element share its attributes.
 ///
-/// Nodes are created in document order nearly always, which is why the neighbour is right behind. Where one turns out to need a
-/// word that it has no room for, it moves to the end of the block, and its first word says where.
+/// Nodes are nearly always created in document order, so the neighbour usually follows directly. If a node later
+/// needs a word that it has no room for, it moves to the end of the block, and its old first word then holds the
+/// new place.
 ///
-/// No node knows its parent or the sibling before it: who changes the tree keeps the open elements, who reads it the way that it
-/// went (see TreeWalk).
+/// No node knows its parent or its previous sibling. Code that changes the tree keeps the open elements; code that
+/// reads the tree keeps the path to the current node (see TreeWalk).
 class Tree {
 public:
     static constexpr NodeId kDocument = 0;
 
-    /// A tree over a source that outlives it, without U+000D.
+    /// A tree over a source that outlives it. The source contains no U+000D.
     explicit Tree(std::string_view source);
-    /// A tree that keeps its source.
+    /// A tree that owns its source. The source contains no U+000D.
     explicit Tree(std::string source);
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
 
-    /// A node by its number, as `firstChild` and `next` give it. The number under which a node was created is another one if it
-    /// has moved since: see `resolved`.
+    /// The node with this number, as `firstChild` and `next` return it. A node that has moved since its creation
+    /// has a new number: see `resolved`.
     [[nodiscard]] const Node& node(NodeId id) const {
         assert(words_.node(id).kind != NodeKind::moved);
         return words_.node(id);
     }
-    /// The number under which a node is found that was created under the given one.
+    /// The current number of the node that was created under this number.
     [[nodiscard]] NodeId resolved(NodeId id) const {
         const Node& node = words_.node(id);
         if (node.kind == NodeKind::moved) [[unlikely]]
             return node.target();
         return id;
     }
-    /// What the nodes and their attributes take, in bytes.
+    /// The memory that the nodes and their attributes use, in bytes.
     [[nodiscard]] std::size_t bytes() const { return words_.size() * sizeof(std::uint32_t); }
     [[nodiscard]] NodeId firstChild(NodeId id) const {
         const Node::Link link = node(id).firstChild_;
@@ -112,7 +118,7 @@ public:
         const NodeId place = id + kFirstChildWord;
         return resolved(link == Node::Link::behind ? place : words_[place]);
     }
-    /// The next sibling.
+    /// The next sibling, or kNoNode.
     [[nodiscard]] NodeId next(NodeId id) const {
         const Node& node = this->node(id);
         if (node.next_ == Node::Link::none) return kNoNode;
@@ -136,11 +142,12 @@ public:
     }
     /// Whether an element has an attribute of that name.
     [[nodiscard]] bool has(NodeId id, AttributeName name) const { return has(id, AttributeNames{name}); }
-    /// Whether it has any of some.
+    /// Whether an element has at least one of these attributes.
     [[nodiscard]] bool has(NodeId id, AttributeNames names) const {
         return node(id).count_ != 0 && (words_[words_[id + kAttributesWord]] & names.bits()) != 0;
     }
-    /// The value of an attribute, or nothing where the element has none of that name; the first of several wins.
+    /// The value of the attribute with this name, or std::nullopt if the element has none. The
+    /// first of several wins.
     [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, AttributeName name) const {
         if (!has(id, name)) return std::nullopt;
         NodeId word = words_[id + kAttributesWord] + 1;
@@ -148,7 +155,7 @@ public:
             word += wordsOf(AttributeHead(words_[word]));
         return valueAt(word);
     }
-    /// The same for a name of any kind, in lower case.
+    /// The same for any name, given in lower case.
     [[nodiscard]] std::optional<std::string_view> attribute(NodeId id, std::string_view name) const;
 
     /// The style, frameset and noframes elements, in the order in which they were created.
@@ -156,16 +163,17 @@ public:
 
     [[nodiscard]] std::string_view source() const { return source_; }
 
-    /// Whether the document is in quirks mode: a few rules of style are others then.
+    /// Whether the document is in quirks mode, in which a few style rules differ.
     [[nodiscard]] bool isQuirky() const { return quirky_; }
     void setQuirky() { quirky_ = true; }
 
-    /// A new element, in no tree yet.
+    /// Creates an element that is not in the tree yet.
     [[nodiscard]] NodeId createElement(Tag tag, std::string_view name, Namespace space,
                                        std::span<const Attribute> attributes);
-    /// A new element with the name and the attributes of another; `childrenFollow` if its first child will be created next.
+    /// Creates an element with the name and the attributes of another. `childrenFollow` says that its first
+    /// child is created next.
     [[nodiscard]] NodeId createClone(NodeId original, bool childrenFollow);
-    /// A new text, which is not empty.
+    /// Creates a text node. The text must not be empty.
     [[nodiscard]] NodeId createText(std::string_view text) {
         const std::uint32_t location = locate(text);
         std::uint32_t* const end = words_.reserve(kMostNodeWords);
@@ -181,7 +189,7 @@ public:
         words_.setEnd(end + node.offset_);
         return id;
     }
-    /// Creates an element as the last child of a parent, whose last one so far is given, or kNoNode where there is none.
+    /// Creates an element as the last child of a parent. `last` is the parent's last child so far, or kNoNode.
     NodeId appendElement(NodeId parent, NodeId last, Tag tag, std::string_view name, Namespace space,
                          std::span<const Attribute> attributes) {
         linkNew(parent, last);
@@ -195,15 +203,17 @@ public:
         linkNew(parent, last);
         return createClone(original, true);
     }
-    /// Inserts a node that is in no tree behind a sibling, or as the first child where that is kNoNode.
+    /// Inserts a node that is not in the tree after its sibling `previous`, or as the first child if
+    /// `previous` is kNoNode.
     void insert(NodeId parent, NodeId previous, NodeId child);
-    /// Takes a node out again; `previous` is the sibling before it, or kNoNode.
+    /// Removes a node from the tree. `previous` is the sibling before it, or kNoNode.
     void remove(NodeId parent, NodeId previous, NodeId child);
-    /// Takes all children out.
+    /// Removes all children.
     void removeChildren(NodeId parent);
-    /// Makes the children of one element those of another, which has none.
+    /// Moves the children of one element to another element, which has none.
     void moveChildren(NodeId from, NodeId to);
-    /// Adds the attributes that the element, an html or body element of HTML, does not have yet.
+    /// Adds the attributes that the element does not have yet. It must be an HTML element with the
+    /// tag html or body.
     void addMissingAttributes(NodeId element, std::span<const Attribute> attributes);
 
     /// A copy that lives as long as the tree.
@@ -217,11 +227,12 @@ private:
     static constexpr std::uint16_t kLongText = Node::kCountMask;
     static constexpr NodeId kLocationWord = 1;
     static constexpr NodeId kSizeWord = 2;
-    static constexpr NodeId kFirstChildWord = 2; ///< or where the first child is, of an element with no room for it
+    /// Holds the first child's place; in a narrow element the first child itself may begin here.
+    static constexpr NodeId kFirstChildWord = 2;
     static constexpr NodeId kAttributesWord = 3;
     static constexpr NodeId kMostNodeWords = 4;
 
-    /// Makes the node that is created next the last child.
+    /// Links the node that is created next as the last child of `parent`.
     void linkNew(NodeId parent, NodeId last) {
         if (last != kNoNode) {
             last = resolved(last);
@@ -250,19 +261,20 @@ private:
     NodeId moveToEnd(NodeId id);
     void setNext(NodeId id, NodeId next);
     void setFirstChild(NodeId id, NodeId child);
-    /// What follows a sibling, or is the first child.
+    /// Sets the next sibling of `previous`, or the first child of `parent` if `previous` is kNoNode.
     void setFollowing(NodeId parent, NodeId previous, NodeId following) {
         previous != kNoNode ? setNext(resolved(previous), following) : setFirstChild(resolved(parent), following);
     }
 
-    /// The words of an attribute: its head, the location of its value, of a long value the size, and of an unknown name the
-    /// location.
+    /// The number of words of an attribute: its head, the location of its value, the size of a long value, and the
+    /// location of an unknown name.
     [[nodiscard]] static NodeId wordsOf(AttributeHead head) {
         return 2U + (head.hasLongValue() ? 1U : 0U) + (head.isKnown() ? 0U : 1U);
     }
     static constexpr std::size_t kMostAttributeWords = 4;
 
-    /// Where a text lies: in the source, or behind it in the strings kept.
+    /// A text's location: its offset in the source or, for a kept string, the source's size plus its
+    /// place in the arena.
     [[nodiscard]] std::uint32_t locate(std::string_view text) {
         const std::size_t offset =
             reinterpret_cast<std::uintptr_t>(text.data()) - reinterpret_cast<std::uintptr_t>(source_.data());
@@ -280,7 +292,7 @@ private:
         return textAt(words_[word + 1], head.hasLongValue() ? words_[word + 2] : head.valueSize());
     }
     [[nodiscard]] Attribute attributeAt(NodeId word) const;
-    /// Writes the words of attributes; answers where they end.
+    /// Writes the words of the attributes and returns their end.
     std::uint32_t* writeAttributes(std::span<const Attribute> attributes, std::uint32_t* end);
 
     bool quirky_ = false;
@@ -291,8 +303,8 @@ private:
     StringArena kept_;
 };
 
-/// Elements nest no deeper than this; what is nested deeper becomes a sibling, so that its text is kept. Browsers draw the
-/// same line at 512.
+/// Elements nest no deeper than this. A deeper element becomes a sibling, so that its text is kept. Browsers have
+/// the same limit of 512.
 inline constexpr std::size_t kMaxTreeDepth = 512;
 
 } // namespace quillow::html

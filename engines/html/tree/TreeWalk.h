@@ -1,4 +1,4 @@
-// A way through a tree in document order. The tree's nodes do not know their parents; the walk remembers those that it is in.
+// A walk through a tree in document order. Nodes do not know their parents, so the walk keeps the path to its node.
 #pragma once
 
 #include "engines/html/tree/Tree.h"
@@ -8,7 +8,7 @@
 
 namespace quillow::html {
 
-/// Visits what is below a root, which is not visited itself. The tree may grow meanwhile, elsewhere.
+/// Visits the descendants of a root, but not the root itself. Meanwhile the tree may grow, but not below the root.
 class TreeWalk {
 public:
     TreeWalk(const Tree& tree, NodeId root)
@@ -16,19 +16,19 @@ public:
         , path_{root}
         , node_(tree.firstChild(root)) {}
 
-    /// The node that the walk is at, or kNoNode at its end.
+    /// The current node, or kNoNode at the end.
     [[nodiscard]] NodeId node() const { return node_; }
-    /// The elements that it is in, from the root to its parent. Empty at the end.
+    /// The ancestors of the current node, from the root to its parent. Not meaningful at the end.
     [[nodiscard]] std::span<const NodeId> ancestors() const { return path_; }
 
-    /// Goes on to the node that comes next in document order.
+    /// Moves to the next node in document order.
     void advance() {
         const NodeId child = tree_.firstChild(node_);
         if (child == kNoNode) return advanceOver();
         path_.push_back(node_);
         node_ = child;
     }
-    /// The same, leaving out what is in the node.
+    /// Moves to the next node in document order that is not a descendant of the current one.
     void advanceOver() {
         node_ = tree_.next(node_);
         while (node_ == kNoNode) {
