@@ -190,7 +190,7 @@ private:
     void endTemplate();
     void insertWhiteSpaceOf(const Token& token);
 
-    // TreeBuilderTables.cpp: the modes in tables.
+    // TreeBuilderInTable.cpp: the modes in tables.
     Next inTable(Token& token);
     Next inTableAnythingElse(Token& token);
     Next inTableText(Token& token);

@@ -1,6 +1,6 @@
 // Insertion modes in tables: 13.2.6.4.9 to 13.2.6.4.15.
-#include "text/Ascii.h"
 #include "engines/html/parser/TreeBuilder.h"
+#include "text/Ascii.h"
 
 #include <algorithm>
 
@@ -73,8 +73,9 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
         case Tag::script:
         case Tag::template_: return inHead(token);
         case Tag::input: {
-            const auto type = std::find_if(token.attributes.begin(), token.attributes.end(),
-                                           [](const Attribute& attribute) { return attribute.known() == AttributeName::type; });
+            const auto type =
+                std::find_if(token.attributes.begin(), token.attributes.end(),
+                             [](const Attribute& attribute) { return attribute.known() == AttributeName::type; });
             if (type == token.attributes.end() || !text::equalsIgnoringCase(type->value(), "hidden")) break;
             insertVoid(token);
             return Next::token;
