@@ -5,7 +5,7 @@ import html.entities
 import os
 import textwrap
 
-OUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'engines', 'html', 'NamedReferenceTables.cpp')
+OUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'engines', 'html', 'parser', 'NamedReferenceTables.cpp')
 
 
 def main():
