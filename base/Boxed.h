@@ -55,9 +55,9 @@ public:
 
     [[nodiscard]] bool isNil() const { return std::holds_alternative<std::monostate>(value_); }
 
-    // The value as a number. Integers are narrowed, fractions are truncated towards zero, and values out of the 64-bit
-    // range are clamped. A string gives the number that it begins with after blanks: 0 if there is none, the nearest
-    // value if it is out of range. Nil and all other types give 0.
+    // The value as a number. For an integer, fractions are truncated towards zero and clamped to 64 bits, then narrowed
+    // like integers, by their low bits. A string gives the number that it begins with after blanks: 0 if there is none,
+    // the nearest value if it is out of range. Nil and all other types give 0.
     [[nodiscard]] std::int16_t shortValue() const;
     [[nodiscard]] std::int32_t intValue() const;
     [[nodiscard]] std::int64_t longValue() const;
