@@ -1,4 +1,4 @@
-// What an action is given: menus, buttons and tests all send one kind of sender; most actions ignore it.
+// The sender of an action. Menus, buttons and tests all use this one type; most actions ignore it.
 #pragma once
 
 namespace quillow {
@@ -7,7 +7,7 @@ struct ActionSender {
     int tag = 0;
 };
 
-/// Null when the action is called without a sender.
+/// Null if the action is called without a sender.
 using Sender = const ActionSender*;
 
 } // namespace quillow

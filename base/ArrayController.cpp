@@ -72,7 +72,7 @@ void ArrayController::setContent(const Boxed::Array& content) {
 }
 
 void ArrayController::changed() const {
-    // A copy, since a handler may set another.
+    // A copy, because the handler may set another one.
     if (const auto handler = changeHandler_) handler();
 }
 

@@ -1,5 +1,4 @@
-// The model of a list in a window: it shows an array that is a property of another object, and keeps which of its elements are
-// selected.
+// The model of a list in a window: shows an array property of another object and keeps the selection.
 #pragma once
 
 #include "base/KVObject.h"
@@ -10,27 +9,27 @@ namespace quillow {
 
 class ArrayController {
 public:
-    /// The owner has an array under that key, and outlives this object.
+    /// `owner` must have an array property with that key and must outlive this object.
     ArrayController(KVObject& owner, const QString& contentArrayKey); // selector: none
     ArrayController(const ArrayController&) = delete;
     ArrayController& operator=(const ArrayController&) = delete;
 
     [[nodiscard]] Boxed::Array arrangedObjects() const;
 
-    /// In rising order.
+    /// In ascending order.
     [[nodiscard]] const QList<qsizetype>& selectionIndexes() const { return selectionIndexes_; }
-    /// In any order; those that are no index of an element are left out.
+    /// In any order; indexes out of range are ignored.
     void setSelectionIndexes(const QList<qsizetype>& indexes);
     [[nodiscard]] Boxed::Array selectedObjects() const;
 
-    /// Adds at the end, and selects what was added.
+    /// Adds the objects at the end and selects them.
     void addObjects(const Boxed::Array& objects);
-    /// Selects what then stands where the first one stood, or else the last element: the next one to be taken.
+    /// Selects the element that moves up to the first removed index, or else the last element: the next one to remove.
     void removeObjectsAtArrangedObjectIndexes(const QList<qsizetype>& indexes);
-    /// Selects what was inserted.
+    /// Inserts the object and selects it. An index out of range is clamped.
     void insertObject(const Boxed& object, qsizetype atArrangedObjectIndex);
 
-    /// Called after every change of the array or of the selection, the owner's own changes of the array included.
+    /// Called after every change of the array or of the selection, including changes of the array by the owner.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); } // selector: none
 
 private:

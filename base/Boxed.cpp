@@ -1,4 +1,4 @@
-// The number accessors: what number and string objects answer when they are asked for a number.
+// The accessors that convert a value to a number.
 #include "base/Boxed.h"
 
 #include <charconv>
@@ -13,7 +13,7 @@ namespace {
 template <class T>
 T clampedTo(double number) {
     if (std::isnan(number)) return 0;
-    // The largest 64-bit integer has no double of its own, the power of two above it has.
+    // The largest 64-bit integer is not representable as a double; the power of two above it is.
     constexpr double kLowest = static_cast<double>(std::numeric_limits<T>::min());
     constexpr double kAbove = -kLowest;
     if (number <= kLowest) return std::numeric_limits<T>::min();
@@ -21,7 +21,7 @@ T clampedTo(double number) {
     return static_cast<T>(number);
 }
 
-/// The string after its leading blanks, in ASCII; other characters end a number, whichever they are.
+/// The ASCII characters after the leading blanks, up to the first other character, which ends any number.
 std::string withoutLeadingBlanks(const QString& text) {
     qsizetype start = 0;
     while (start < text.size() && (text[start] == u'\t' || text[start].category() == QChar::Separator_Space))
@@ -37,7 +37,7 @@ T leadingInteger(const QString& text) {
     const std::string ascii = withoutLeadingBlanks(text);
     const bool isNegative = ascii.starts_with('-');
     const bool hasSign = isNegative || ascii.starts_with('+');
-    // "+-1" is no number, so only the minus sign is left for from_chars to read.
+    // from_chars reads a minus sign but not a plus sign, so a plus sign is skipped here. "+-1" is not a number.
     const char* first = ascii.data() + (hasSign && !isNegative ? 1 : 0);
     if (hasSign && !isNegative && ascii.size() > 1 && ascii[1] == '-') return 0;
     T number = 0;
@@ -51,14 +51,15 @@ template <class T>
 T leadingReal(const QString& text) {
     const std::string ascii = withoutLeadingBlanks(text);
     std::size_t sign = ascii.starts_with('+') || ascii.starts_with('-') ? 1 : 0;
-    // from_chars also takes "inf" and "nan", which are no decimal numbers.
+    // from_chars also accepts "inf" and "nan", which are not decimal numbers.
     const bool startsDecimal =
         sign < ascii.size() && ((ascii[sign] >= '0' && ascii[sign] <= '9') || ascii[sign] == '.');
     if (!startsDecimal) return 0;
     T number = 0;
     const auto [end, error] = std::from_chars(ascii.data() + sign, ascii.data() + ascii.size(), number);
     if (error == std::errc::result_out_of_range) {
-        // Too large or too small: the exponent's sign tells which, or without one what stands before the point.
+        // Too large or too small: the sign of the exponent decides. Without an exponent, a zero integer part means
+        // too small.
         const std::string matched(ascii.data() + sign, end);
         const std::size_t exponent = matched.find_first_of("eE");
         const std::size_t firstDigit = matched.find_first_not_of('0');

@@ -1,5 +1,5 @@
-// A value that may be absent: what defaults, observed properties and bindings pass around. Nil is a state of its own: an
-// empty string, empty bytes and a zero are values.
+// A value of one of several types, or nil: the type of defaults, observed properties and bindings. An empty
+// string, empty bytes and zero are values, not nil.
 #pragma once
 
 #include "base/Image.h"
@@ -49,24 +49,25 @@ public:
         : value_(value) {}
     Boxed(const Dictionary& value)
         : value_(value) {}
-    /// Nothing becomes nil.
+    /// std::nullopt becomes nil.
     Boxed(const std::optional<QString>& value);
     Boxed(const std::optional<QByteArray>& value);
 
     [[nodiscard]] bool isNil() const { return std::holds_alternative<std::monostate>(value_); }
 
-    // Numbers, as number and string objects answer them. Numbers narrow as integers do, fractions are cut off towards zero,
-    // values out of the 64-bit range stop at its ends. A string answers the number that it begins with, after blanks: 0
-    // when there is none, the nearest value when it is out of range. Nil and every other type answer 0.
+    // The value as a number. For an integer, fractions are truncated towards zero and clamped to 64 bits, then narrowed
+    // like integers, by their low bits. A string gives the number that it begins with after blanks: 0 if there is none,
+    // the nearest value if it is out of range. Nil and all other types give 0.
     [[nodiscard]] std::int16_t shortValue() const;
     [[nodiscard]] std::int32_t intValue() const;
     [[nodiscard]] std::int64_t longValue() const;
     [[nodiscard]] float floatValue() const;
     [[nodiscard]] double doubleValue() const;
-    /// Not 0; for a string: it begins, after blanks, one sign and zeros, with one of YyTt or 1 to 9.
+    /// Whether a number is not 0; whether a string begins, after blanks, an optional sign and zeros, with one of
+    /// YyTt or 1 to 9. Nil and all other types give false.
     [[nodiscard]] bool boolValue() const;
 
-    // The value when it has that type, else nothing.
+    // The value if it has that type, else std::nullopt.
     [[nodiscard]] std::optional<QString> string() const { return get<QString>(); }
     [[nodiscard]] std::optional<QByteArray> data() const { return get<QByteArray>(); }
     [[nodiscard]] std::optional<QDateTime> date() const { return get<QDateTime>(); }
@@ -74,7 +75,7 @@ public:
     [[nodiscard]] std::optional<Array> array() const { return get<Array>(); }
     [[nodiscard]] std::optional<Dictionary> dictionary() const { return get<Dictionary>(); }
 
-    /// The value with its type, for those who store it.
+    /// The value with its type, for code that stores it.
     using Value = std::variant<std::monostate, bool, std::int64_t, float, double, QString, QByteArray, QDateTime, Image,
                                Array, Dictionary>;
     [[nodiscard]] const Value& value() const { return value_; }

@@ -1,4 +1,4 @@
-// Texts with blanks to fill in.
+// Format strings with placeholders.
 #pragma once
 
 #include <QString>
@@ -8,8 +8,8 @@
 
 namespace quillow {
 
-/// Replaces each "%@" of the format by the next argument, all in one step: an argument may itself hold "%@" or "%1". A nil
-/// argument reads "(null)". There are as many arguments as blanks.
+/// Replaces each "%@" of the format by the next argument in one pass, so an argument may itself contain "%@" or
+/// "%1". A nil argument is written as "(null)". There must be as many arguments as placeholders.
 [[nodiscard]] QString
 stringWithFormat(const QString& format,
                  std::initializer_list<std::optional<QString>> arguments); // selector: stringWithFormat:

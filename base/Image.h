@@ -5,7 +5,8 @@
 
 namespace quillow {
 
-/// Pixels row by row from the top, four bytes each: red, green, blue, alpha, not premultiplied. An image of no pixels is empty.
+/// Pixels row by row from the top, four bytes each: red, green, blue, alpha, not premultiplied. An image without
+/// pixels is empty.
 struct Image {
     int width = 0;
     int height = 0;

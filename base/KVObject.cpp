@@ -42,7 +42,7 @@ Observation KVObject::addObserver(const QString& forKeyPath, Observer observer) 
 }
 
 void KVObject::notify(const QString& key, const Change& change) const {
-    // A copy, since observers may add and end observations.
+    // A copy, because observers may add and end observations.
     const Observation::Entries running = *observers_;
     for (const auto& entry : running) {
         if (entry->active && entry->key == key) entry->call(key, *this, change);

@@ -1,5 +1,5 @@
-// Key-value observing without an event loop: every write of an observed property notifies, also one of an equal value, and
-// observers have run when the write returns.
+// Key-value observing without an event loop. Every write of an observed property notifies its observers, even if
+// the value does not change. The observers have run when the write returns.
 #pragma once
 
 #include "base/Boxed.h"
@@ -23,8 +23,8 @@ struct Change {
 
 using Observer = std::function<void(const QString& keyPath, const KVObject& object, const Change& change)>;
 
-/// Ends with its destruction, or with end(). May outlive the observed object, and may end while observers are being notified:
-/// an ended observation is never called again.
+/// An observation ends with end() or with its destruction. It may outlive the observed object. It may end during a
+/// notification: the observer of an ended observation is never called again.
 class [[nodiscard]] Observation { // selector: none
 public:
     Observation() = default;
@@ -57,12 +57,13 @@ public:
     KVObject& operator=(const KVObject&) = delete;
     virtual ~KVObject() = default;
 
-    // The key is that of a declared property; any other is a mistake of the program: asserted, else without effect.
+    // The key must be that of a declared property. Any other is a programming error: asserted, and without effect in
+    // builds without asserts.
     void setValue(const Boxed& value, const QString& forKey);
     [[nodiscard]] Boxed valueForKey(const QString& key) const;
 
-    /// Observers are called in the order in which they were added. One that is added during a notification is called from
-    /// the next one on.
+    /// Observers are called in the order in which they were added. One that is added during a notification is
+    /// first called at the next notification.
     [[nodiscard]] Observation addObserver(const QString& forKeyPath, Observer observer); // selector: none
 
 private:
@@ -74,7 +75,7 @@ private:
     std::shared_ptr<Observation::Entries> observers_ = std::make_shared<Observation::Entries>();
 };
 
-/// One declared property of a KVObject, as the object itself sees it.
+/// The interface of one declared property to its KVObject.
 class KVSlot { // selector: none
 public:
     KVSlot(const KVSlot&) = delete;
@@ -99,7 +100,7 @@ private:
 };
 
 /// The field of an observed property. T is Boxed, std::optional<QString>, std::optional<QByteArray>, QStringList or
-/// Boxed::Array; the last two take nil for the empty list.
+/// Boxed::Array; for the last two, nil is the empty list.
 template <class T>
 class KVProperty final : public KVSlot { // selector: none
 public:

@@ -1,4 +1,4 @@
-// Key paths: names joined by dots that lead from a value to one inside it.
+// Key paths: keys joined by dots that lead from a value to a value inside it.
 #pragma once
 
 #include "base/Boxed.h"
@@ -8,14 +8,15 @@
 
 namespace quillow {
 
-/// Taken apart once, looked up often.
+/// Parsed once, looked up often.
 class KeyPath { // selector: none
 public:
     explicit KeyPath(const QString& path)
         : keys_(path.split(u'.')) {}
 
-    /// Every key is looked up in what the one before it found. A dictionary answers its entry, or nil where it has none; an array
-    /// the array of what the dictionaries in it answer, nil for its other elements; every other value answers nil.
+    /// Looks up each key in the result of the key before it. A dictionary gives its entry, or nil if it has none.
+    /// An array gives an array: the entry of each dictionary in it, nil for other elements. All other values give
+    /// nil.
     [[nodiscard]] Boxed valueIn(const Boxed& object) const;
 
 private:

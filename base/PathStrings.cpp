@@ -3,7 +3,7 @@
 namespace quillow {
 namespace {
 
-/// The path without the slashes at its end, but for the one that is the whole path.
+/// The path without trailing slashes; "/" stays.
 QString withoutTrailingSlashes(const QString& path) {
     qsizetype end = path.size();
     while (end > 1 && path[end - 1] == u'/')
@@ -11,7 +11,7 @@ QString withoutTrailingSlashes(const QString& path) {
     return path.left(end);
 }
 
-/// Where the dot before the extension stands in a path without trailing slashes; -1 where there is none.
+/// The index of the dot before the extension in a path without trailing slashes; -1 if there is no extension.
 qsizetype extensionDot(const QString& trimmed) {
     const qsizetype nameStart = trimmed.lastIndexOf(u'/') + 1;
     const qsizetype dot = trimmed.lastIndexOf(u'.');
@@ -44,7 +44,7 @@ QString pathOfURL(const QUrl& url) {
 }
 
 QString lowercaseString(const QString& text) {
-    // QString's case mapping is Unicode's own and knows no locale.
+    // QString::toLower() follows Unicode and ignores the locale.
     return text.toLower();
 }
 

@@ -6,8 +6,8 @@
 
 namespace quillow {
 
-/// Replaces every occurrence in one literal, case-sensitive pass from left to right; what was put in is not looked at again.
-/// Takes time linear in the text, however many occurrences it holds. `target` is not empty.
+/// Replaces every occurrence in one literal, case-sensitive pass from left to right. Replacements are not searched
+/// again. Time is linear in the size of the text, for any number of occurrences. `target` must not be empty.
 [[nodiscard]] QString
 stringByReplacingOccurrences(const QString& text, QStringView target,
                              QStringView replacement); // selector: stringByReplacingOccurrencesOfString:withString:

@@ -12,7 +12,7 @@ void UndoManager::registerUndo(std::function<void()> invocation) {
 }
 
 void UndoManager::setActionName(const QString& actionName) {
-    // While an undo runs, only what it has registered itself may be named, not an older entry.
+    // During and after an undo or redo, only an operation registered since then may be named, not an older one.
     if (!hasRegistered_ || registeringStack().empty()) return;
     registeringStack().back().name = actionName;
     changed();

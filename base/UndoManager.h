@@ -1,4 +1,4 @@
-// The application's undo and redo stacks: operations register what would take them back.
+// The application's undo and redo stacks: operations register a function that reverses them.
 #pragma once
 
 #include <QString>
@@ -10,24 +10,26 @@ namespace quillow {
 
 class UndoManager {
 public:
-    /// Registers what takes the present operation back. While an undo runs it goes to the redo stack; otherwise to the undo
-    /// stack, and, unless a redo runs, the redo stack is emptied: what was undone before something new happened is gone.
+    /// Registers a function that reverses the current operation. During an undo it goes to the redo stack,
+    /// otherwise to the undo stack. Outside undo and redo, the redo stack is cleared: a new operation discards
+    /// those undone before it.
     void registerUndo(std::function<void()> invocation); // selector: none
 
-    /// Names the operation that was registered last; a menu shows it after "Undo" or "Redo". Nothing to name: no effect.
+    /// Names the operation that was registered last; a menu shows the name after "Undo" or "Redo". No effect if
+    /// there is no such operation.
     void setActionName(const QString& actionName);
 
-    /// Takes back the latest operation; no effect when there is none, or while an undo or redo runs.
+    /// Reverses the latest operation. No effect if there is none, or during an undo or redo.
     void undo();
     void redo();
 
     [[nodiscard]] bool canUndo() const { return !undoStack_.empty(); }
     [[nodiscard]] bool canRedo() const { return !redoStack_.empty(); }
-    /// The name of what would be undone; empty when it has none or there is nothing to undo.
+    /// The name of the operation that undo() would reverse; empty if it has none or there is nothing to undo.
     [[nodiscard]] QString undoActionName() const;
     [[nodiscard]] QString redoActionName() const;
 
-    /// Called after every change of the above; for menus.
+    /// Called after every change of the stacks and names; for menus.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); } // selector: none
 
 private:
@@ -45,7 +47,7 @@ private:
     Stack undoStack_;
     Stack redoStack_;
     State state_ = State::idle;
-    bool hasRegistered_ = false; ///< since the running undo or redo began, or at all
+    bool hasRegistered_ = false; ///< since the latest undo or redo began or ended
     std::function<void()> changeHandler_;
 };
 

@@ -1,5 +1,5 @@
-// Bytes a second of every engine: on each document of samples/, and on documents made here that grow one construct to a size
-// at which start-up no longer shows.
+// The throughput of every engine: on each document of samples/, and on generated documents that repeat one
+// construct until fixed costs no longer matter.
 #include "engines/Extract.h"
 
 #include <benchmark/benchmark.h>

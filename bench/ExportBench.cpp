@@ -1,6 +1,5 @@
-// How the exporter's text grows from ten thousand records to a million, each of ten fields: time, and the most memory that the
-// process ever took, the records themselves included. One size a process gives that size's own peak:
-// --benchmark_filter='exports/1000000/'.
+// Time and memory of an export of ten thousand to a million records with ten fields each. The memory is the peak of the
+// process, records included. To get the peak of one size, run only that size: --benchmark_filter='exports/1000000/'.
 #include "util/ExportText.h"
 
 #include <benchmark/benchmark.h>
@@ -27,7 +26,7 @@ Boxed::Array fields() {
     return descriptions;
 }
 
-/// Names, sentences with accents, numbers, and now and then a tab or a line feed to be cleaned.
+/// Numbers, names with an accent, plain values, and sometimes a line feed for the exporter to clean.
 Boxed valueOf(qsizetype record, int field) {
     const QString number = QString::number(record);
     switch (field) {

@@ -1,4 +1,4 @@
-// Bytes a second of the decoders, of the UTF-8 check, of the byte scans, of the text sink and of the encoding detector.
+// The throughput of the decoders, the UTF-8 check, the byte scans, the text sink and the encoding detector.
 #include "text/ByteScan.h"
 #include "text/Encoding.h"
 #include "text/EncodingDetector.h"
@@ -22,7 +22,7 @@ std::string repeated(std::string_view piece) {
     return bytes;
 }
 
-// The same few words in the encodings' own bytes.
+// A few words in each encoding.
 constexpr std::string_view kAscii = "The library in the village opens every morning at nine o'clock.\n";
 constexpr std::string_view kMarkup = "<p>The library in the village opens every morning at nine.<br>\n";
 constexpr std::string_view kRussianUtf8 = "Библиотека в деревне открывается каждое утро в девять часов.\n";
@@ -51,7 +51,7 @@ void validates(benchmark::State& state, std::string_view piece) {
     count(state, bytes);
 }
 
-/// A whole text in pieces, as HTML's tokenizer and white-space processing walk over it.
+/// Scans a whole text in pieces, as the HTML tokenizer and white-space processing do.
 template <typename Scan>
 void scans(benchmark::State& state, std::string_view piece, Scan scan) {
     const std::string bytes = repeated(piece);

@@ -1,4 +1,4 @@
-// The kinds of document that the engines read, and how a file name tells them.
+// The kinds of document that the engines read, and their file-name extensions.
 #pragma once
 
 #include <optional>
@@ -8,8 +8,8 @@ namespace quillow {
 
 enum class DocumentKind { rtf, rtfd, html, pdf };
 
-/// The kind that a file-name extension stands for. `extension` is without the dot and already in lower case
-/// ("rtf", "rtfd", "html", "htm", "pdf"); any other answers nothing.
+/// The kind of document with a file-name extension, which is without the dot and in lower case ("rtf", "rtfd", "html",
+/// "htm", "pdf"); std::nullopt for any other.
 [[nodiscard]] constexpr std::optional<DocumentKind> documentKindForExtension(std::string_view extension) {
     if (extension == "rtf") return DocumentKind::rtf;
     if (extension == "rtfd") return DocumentKind::rtfd;

@@ -1,4 +1,4 @@
-// The scans of many bytes at a time agree with those of single bytes, wherever they begin.
+// The block scans agree with the byte-by-byte scans at every start offset, and CssStructure always advances.
 #include "engines/html/css/CssStructure.h"
 #include "engines/html/tree/NameKey.h"
 #include "text/ByteScan.h"

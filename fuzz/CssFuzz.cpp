@@ -1,4 +1,5 @@
-// A style sheet on a small fixed document: matching ends within its bound, and every value applied is one that exists.
+// Any text as a style sheet of a small fixed document: parsing and matching end, the number of rules is limited,
+// and the values of an element do not depend on the matcher's path.
 #include "engines/html/css/CssMatcher.h"
 #include "engines/html/parser/Parse.h"
 #include "engines/html/tree/TreeWalk.h"
@@ -18,7 +19,8 @@ bool sameValues(const CascadedValues& a, const CascadedValues& b) {
     return true;
 }
 
-/// What applies to the last element of a path from the document, by a matcher that has been nowhere else in the tree.
+/// The values of the last element of `path`, which begins at the document, from a new matcher that visits only
+/// this path.
 CascadedValues askedAlone(const Tree& tree, const CssStyleSheets& sheets, std::span<const NodeId> path) {
     CssMatcher matcher(tree, sheets);
     CascadedValues values;
@@ -34,7 +36,7 @@ CascadedValues askedAlone(const Tree& tree, const CssStyleSheets& sheets, std::s
     return values;
 }
 
-/// What applies to an element is the same wherever the matcher has been before.
+/// Checks that the values of an element do not depend on what the matcher visited before.
 void checkWay(const Tree& tree, const CssStyleSheets& sheets) {
     CssMatcher led(tree, sheets);
     std::vector<NodeId> path{Tree::kDocument}; // to the node that was visited last

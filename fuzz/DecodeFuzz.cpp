@@ -1,4 +1,4 @@
-// Any bytes in any encoding: well-formed UTF-8 comes out, of bounded length, and code pages give scalar values.
+// Any bytes in any encoding: the result is well-formed UTF-8 of bounded length, and code pages return scalar values.
 #include "text/CodePage.h"
 #include "text/Encoding.h"
 #include "text/Utf8.h"

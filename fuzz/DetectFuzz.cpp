@@ -1,4 +1,4 @@
-// The detector answers for any bytes, with an encoding that has a decoder, and says UTF-8 of all well-formed UTF-8.
+// The detector returns a known encoding for any bytes, and UTF-8 for well-formed UTF-8 outside ASCII.
 #include "text/EncodingDetector.h"
 #include "text/Utf8.h"
 

@@ -1,5 +1,6 @@
-// The door to the engines. The first byte picks the kind and the options, the rest is the document. Whatever comes in, the
-// answer keeps its contract. PDF is left out: the library behind it is fuzzed by its own makers and trips the sanitizers.
+// Any bytes through extract(): the result keeps its contract. The first byte picks the kind and the options, the
+// rest is the document. PDF is left out: its library is fuzzed by its own developers and fails under the
+// sanitizers.
 #include "engines/Extract.h"
 #include "text/Utf8.h"
 

@@ -1,5 +1,5 @@
-// Whole documents through the HTML engine. What must hold of any: valid UTF-8, no control characters, and no text longer than its
-// source accounts for.
+// Whole documents through the HTML engine: the text is valid UTF-8 without control characters, and its size is
+// bounded by that of the source.
 #include "engines/html/Reader.h"
 #include "text/Utf8.h"
 

@@ -1,4 +1,5 @@
-// The main of fuzz targets in ordinary test builds: feeds every file named, or found below a folder named, to the target.
+// main() of the fuzz targets in ordinary test builds: runs the target on the given files and on all files in the
+// given folders.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// Any bytes as an RTF document, under options that the last byte chooses. What comes must be a text in the text form, with a
-// reason that fits it, and not out of proportion to the document.
+// Any bytes as an RTF document, with options chosen by the last byte: the result has the text form, the reason
+// fits it, and its size is bounded by that of the document.
 #include "engines/rtf/Reader.h"
 #include "text/Utf8.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 using namespace quillow;
 
-/// One byte of a symbol font becomes four; a label may add as much again; a short document has some room besides.
+/// One byte of a symbol font can become four bytes, and a label can add as many. kAllowance is for short documents.
 constexpr std::size_t kMaxGrowth = 10;
 constexpr std::size_t kAllowance = 8 * 1024;
 

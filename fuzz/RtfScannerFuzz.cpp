@@ -1,5 +1,5 @@
-// Any bytes through the scanner: it always comes to an end, the fast roads agree with the slow ones, and a group that is passed
-// over ends where its tokens say.
+// Any bytes through the scanner: it always reaches the end, its fast paths agree with the slow ones, and
+// skipGroup() stops at the same brace as the tokens.
 #include "engines/rtf/Scanner.h"
 #include "text/CodePage.h"
 
@@ -18,7 +18,7 @@ void require(bool holds) {
     if (!holds) std::abort();
 }
 
-/// Where the group that is open at the start ends, by its tokens; null when it never does.
+/// The end of the group that is open at the start, found by its tokens; nullptr if it never closes.
 const char* endOfGroup(std::string_view bytes) {
     Scanner scanner(bytes);
     std::size_t depth = 1;
@@ -40,13 +40,13 @@ void checkSkipping(std::string_view bytes) {
     require(isWhole == (end != nullptr));
     if (isWhole) require(scanner.position() == end);
 
-    // With pairs of a code page it may end elsewhere, but it ends.
+    // With a double-byte code page it may stop elsewhere, but it must stop.
     Scanner pairs(bytes);
     (void)pairs.skipGroup(text::CodePage::forNumber(932));
     require(pairs.position() <= pairs.end());
 }
 
-/// Near the end of the input a name is read byte by byte, elsewhere a block at a time.
+/// Checks that both ways to read a name agree: byte by byte near the end of the input, and a block at a time elsewhere.
 void checkWord(std::string_view bytes) {
     Scanner fast(bytes);
     if (!fast.atWord()) return;

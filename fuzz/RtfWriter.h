@@ -1,4 +1,4 @@
-// A small writer of RTF for round trips: one text, written in any of the many ways that mean the same.
+// A small RTF writer for round-trip tests: writes a text in one of the many ways that mean the same.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,8 @@
 
 namespace quillow::fuzz {
 
-/// True for characters that RTF carries as themselves. TAB and LF are among them; what the text form never holds is not.
+/// True for characters that a round trip through RTF keeps, TAB and LF included. It keeps none that the text form
+/// excludes.
 [[nodiscard]] constexpr bool survivesRtf(char32_t c) {
     if (c == '\t' || c == '\n') return true;
     if (c < 0x20 || (c >= 0x7F && c < 0xA0) || c >= 0xF0000) return false;
@@ -17,14 +18,14 @@ namespace quillow::fuzz {
     return c != 0x2028 && c != 0x2029 && c != 0xFEFF && c != 0xFFFD;
 }
 
-/// `Choose` is called with a count and answers a number below it: which of so many ways to take.
+/// `Choose` is called with a number of ways and returns the index of the one to take.
 template <typename Choose>
 class RtfWriter {
 public:
     explicit RtfWriter(Choose choose)
         : choose_(std::move(choose)) {}
 
-    /// The document of a text whose characters all survive.
+    /// The RTF document of a text. survivesRtf() must be true for all its characters.
     [[nodiscard]] std::string write(std::u32string_view text) {
         out_ = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss A;}{\\f1\\froman\\fcharset0 B;}}\\pard ";
         depth_ = 0;
@@ -38,7 +39,7 @@ public:
 
 private:
     void writeSomethingWithoutText() {
-        constexpr unsigned kKinds = 24; // most of the time nothing
+        constexpr unsigned kKinds = 24; // most of them write nothing
         switch (choose_(kKinds)) {
         case 0: out_ += "\r\n"; break;
         case 1: out_ += "\n"; break;
@@ -97,7 +98,7 @@ private:
         out_ += kDigits[byte & 15];
     }
 
-    /// One \u with one of the fallbacks for readers without Unicode.
+    /// Writes one \u with a fallback for readers without Unicode.
     void writeUnit(char32_t unit) {
         const std::int32_t number = static_cast<std::int32_t>(unit) - (unit >= 0x8000 && choose_(2) == 0 ? 0x10000 : 0);
         const std::string word = "\\u" + std::to_string(number);

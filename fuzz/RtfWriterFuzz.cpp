@@ -1,5 +1,5 @@
-// A text written as RTF in whatever way the bytes choose must come back as it was: the document's bytes and the ways are the
-// first half of the input, over and over; the text is the second half.
+// A text that RtfWriter writes as RTF must come back unchanged. The first half of the input makes the writer's
+// choices, as often as needed; the second half is the text.
 #include "engines/rtf/Reader.h"
 #include "fuzz/RtfWriter.h"
 #include "text/Utf8.h"
@@ -14,7 +14,7 @@ namespace {
 
 using namespace quillow;
 
-/// The characters of the bytes, as UTF-8, that RTF can carry.
+/// Decodes UTF-8 and keeps the characters that survive RTF.
 std::u32string textFrom(std::string_view bytes) {
     std::u32string text;
     while (!bytes.empty()) {
@@ -25,7 +25,7 @@ std::u32string textFrom(std::string_view bytes) {
     return text;
 }
 
-/// In the text form: one line end at the end, unless there is nothing else.
+/// The text in the text form: it ends with exactly one line end unless it is empty.
 std::string expectedFrom(std::u32string text) {
     while (!text.empty() && text.back() == '\n')
         text.pop_back();

@@ -1,5 +1,6 @@
-// Any text through the HTML tokenizer from any of its states. What must hold: tokens are well-formed UTF-8 and no more than their source
-// accounts for, names are in lower case, characters are never empty, and the end comes.
+// Any text through the HTML tokenizer, from each of its initial states: tokens are well-formed UTF-8, their number
+// and size are bounded by the source, names are in lower case, character tokens are never empty, and the end is
+// reached.
 #include "engines/html/parser/Parse.h"
 #include "engines/html/parser/TreeBuilder.h"
 #include "text/Encoding.h"
@@ -65,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(++count <= source);
         check(token, total);
     }
-    // U+0000 becomes three bytes, and of the references "&nGt;" and its like grow the most: from five bytes to six.
+    // U+0000 becomes three bytes. Among the references, those like "&nGt;" grow most: from five bytes to six.
     require(total <= 3 * source);
     tokenizer.next(token);
     require(token.type == TokenType::endOfFile);

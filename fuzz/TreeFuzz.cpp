@@ -1,5 +1,5 @@
-// Any text as a document, and as a fragment in any of several elements. What must hold of a tree: it has no circles, its texts are
-// well-formed and no longer than their source, and its depth and size keep their limits.
+// Any text as a document, or as a fragment in one of several elements: the tree has no cycles, its texts are
+// well-formed and bounded by the source, and its depth and size keep their limits.
 #include "engines/html/parser/Parse.h"
 #include "engines/html/parser/TreeBuilder.h"
 #include "engines/html/tree/TreeWalk.h"
@@ -45,7 +45,7 @@ void checkNode(const Tree& tree, NodeId id) {
     require(quillow::text::isValidUtf8(tree.text(id)));
 }
 
-/// Walks the tree; answers the bytes of its texts.
+/// Checks the tree and returns the number of bytes of its text nodes.
 std::size_t checkTree(const Tree& tree) {
     std::size_t visited = 0;
     std::size_t bytes = 0;
@@ -53,7 +53,8 @@ std::size_t checkTree(const Tree& tree) {
         require(++visited <= tree.bytes() / sizeof(Node));
         checkNode(tree, walk.node());
         if (tree.node(walk.node()).kind == NodeKind::text) bytes += tree.text(walk.node()).size();
-        // Formatting elements that are opened again, and what the adoption agency nests, come on top.
+        // Reconstructed formatting elements, and those that the adoption agency algorithm nests, may exceed
+        // kMaxTreeDepth.
         require(walk.ancestors().size() <= kMaxTreeDepth + 2 * kMaxActiveFormatting);
     }
     return bytes;
@@ -71,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto tree = context.name == nullptr ? parseHtml(std::move(source))
                                               : parseFragment(std::move(source), context.name, context.space);
     require(checkTree(*tree) <= 3 * length);
-    constexpr std::size_t kElementBytes = 24; // most of them; what attributes take is less than the first factor gives
+    constexpr std::size_t kElementBytes = 24; // for most elements; the factor 8 leaves room for attributes
     require(tree->bytes() <=
             kElementBytes * (8 * length + kReconstructionAllowance + kReconstructionsPerTag * length + 16));
     return 0;

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# bench.sh [ARGUMENTS]: the engines' benchmarks on the samples (bytes a second), then instructions a byte under callgrind, which
-# do not depend on what else the machine is doing. Arguments go to Google Benchmark (--benchmark_filter=rtf).
+# bench.sh [ARGUMENTS]: runs the engines' benchmarks (bytes per second), then counts instructions per byte on the
+# samples with callgrind. Those counts do not depend on the load of the machine. Passes ARGUMENTS to Google
+# Benchmark, such as --benchmark_filter=rtf.
 set -euo pipefail
 top=$(dirname "$(dirname "$(readlink -f "$0")")")
 "$top/tools/install-packages.sh" run bench

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# build.sh PRESET [-DNAME=VALUE...] [TARGET...]: configures the preset where that is needed and builds the targets (all without any).
-# Writes to standard error only; quiet when everything is up to date.
+# build.sh PRESET [-DNAME=VALUE...] [TARGET...]: configures the preset if needed and builds the targets, or all
+# targets if none is given. Writes to standard error only; prints nothing if everything is up to date.
 set -euo pipefail
 top=$(dirname "$(dirname "$(readlink -f "$0")")")
 preset=$1

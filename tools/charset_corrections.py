@@ -1,6 +1,6 @@
-"""What Python's codecs lack or have otherwise: whole halves of code pages (bytes 0x80 to 0xFF as one string, U+FFFD where the
-code page has nothing) and runs of characters of double-byte sets (first pair: the characters from there on, in the order of
-the set's trail bytes)."""
+"""Corrections to Python's codecs: upper halves of code pages (bytes 0x80 to 0xFF as one string, U+FFFD for a byte
+without a character), and runs of characters of double-byte sets (first pair: the characters from that pair on, in
+the order of the set's trail bytes)."""
 
 # The Encoding Standard, index Big5, against Python's big5hkscs (whose source is older: HKSCS-2004) and cp950.
 BIG5 = {
@@ -115,7 +115,7 @@ JISX0212 = {
     0xA2B7: '～',
 }
 
-# Code page 10001 as Windows has it, where it is not code page 932: the vendor's characters of JIS rows 9 to 15.
+# Code page 10001 on Windows, where it differs from code page 932: the vendor's characters of JIS rows 9 to 15.
 MAC_JAPANESE = {
     0x8540: '①②③④⑤⑥⑦⑧⑨⑩⑪⑫⑬⑭⑮⑯⑰⑱⑲⑳',
     0x859F: 'ⅠⅡⅢⅣⅤⅥⅦⅧⅨⅩ',
@@ -140,9 +140,10 @@ MAC_JAPANESE = {
     0x8840: '∮∟⊿',
 }
 
-# 708 as Windows has it. 10005 and 10021 after Apple's HEBREW.TXT and THAI.TXT: right-to-left copies of ASCII signs become the
-# signs, presentation variants of vowel and tone marks the marks, private-use characters nothing; what is two characters is its
-# one precomposed character (yod yod patah), or its letter without the point (lamed holam).
+# 708 as on Windows. 10005 and 10021 follow Apple's HEBREW.TXT and THAI.TXT with four changes. Right-to-left copies
+# of ASCII characters become ASCII. Presentation variants of vowel and tone marks become the marks. Private-use
+# characters become U+FFFD. A byte with two characters becomes its precomposed character (yod yod patah) or its
+# letter without the point (lamed holam).
 SINGLE_BYTE = {
     708: ('│┤éâ╡à╢çêëèïî╖╕╣║╗╝ô╜╛ûù┐└\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD'
             '\uFFFD┴┬├¤─┼╞╟╚╔╩،╦«»░▒▓╠═╬╧╨╤╥╙\u061B╘╒╓\u061F'
@@ -158,8 +159,9 @@ SINGLE_BYTE = {
             'เแโใไๅๆ\u0E47\u0E48\u0E49\u0E4A\u0E4B\u0E4C\u0E4D™๏๐๑๒๓๔๕๖๗๘๙®©\uFFFD\uFFFD\uFFFD\uFFFD'),
 }
 
-# IS 13194:1991 (ISCII), bytes 0xA0 to 0xFF, one code page a script: Devanagari, Bengali, Tamil, Telugu, Assamese, Oriya,
-# Kannada, Malayalam, Gujarati, Gurmukhi. A letter that a script lacks is its nearest one, as Windows has it.
+# IS 13194:1991 (ISCII), bytes 0xA0 to 0xFF, one code page per script: Devanagari, Bengali, Tamil, Telugu,
+# Assamese, Oriya, Kannada, Malayalam, Gujarati, Gurmukhi. A letter that a script lacks becomes the nearest letter,
+# as on Windows.
 ISCII = {
     57002: ('\uFFFD\u0901\u0902\u0903अआइईउऊऋऎएऐऍऒओऔऑकखगघङचछजझञटठड'
             'ढणतथदधनऩपफबभमयय़रऱलळऴवशषसह\uFFFD\u093E\u093F\u0940\u0941\u0942\u0943'

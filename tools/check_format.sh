@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# check_format.sh: every source file is as clang-format 14 writes it (generated tables apart). "check_format.sh --fix" rewrites.
+# check_format.sh [--fix]: checks the format of every source file except generated tables with clang-format 14. --fix
+# reformats the files instead.
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "$0")")")"
 mode=(--dry-run -Werror)

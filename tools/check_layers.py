@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""check_layers.py [ROOT]: holds every #include of the project against the rules of tools/layers.txt. Exit 1 on a breach.
+"""check_layers.py [ROOT]: checks every #include of the project against the rules of tools/layers.txt. Exits with 1
+if one breaks a rule.
 
-A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that fits a file decides. Allowed words:
+A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that matches a file decides. Allowed words:
   std        any <...> header that is neither Qt nor X11: the standard library and POSIX
   qtvalue    the Qt Core value headers listed in QT_VALUE
   qt         any Qt header
   x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
-  a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" takes one back, the longest match decides
-A folder that no rule covers is a breach.
+  a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" forbids it; the longest decides
+A file without a matching rule is an error too.
 """
 import pathlib
 import re

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""collect_detector_texts.py TEXTS: writes TEXTS/LANG.train for train_encoding_detector.py, out of the message translations
-(/usr/share/locale/LANG/LC_MESSAGES/*.mo) that are installed on this system; the seventh part of the messages goes to
-TEXTS/LANG.held, to measure with. The more programs with translations are installed, the better."""
+"""collect_detector_texts.py TEXTS: writes TEXTS/LANG.train for train_encoding_detector.py from the message
+translations that are installed on this system (/usr/share/locale/LANG/LC_MESSAGES/*.mo). One message in seven goes
+to TEXTS/LANG.held instead, for measuring. The more programs with translations are installed, the better."""
 import pathlib
 import random
 import re
@@ -11,7 +11,7 @@ import sys
 LOCALES = pathlib.Path("/usr/share/locale")
 LANGUAGES = ("sq ca cy cs da de eo es et eu fi fr ga gl hr hu is it lt lv nb nl pl pt ro sk sl sv tr vi be bg mk ru sr uk el "
              "he ar fa th ja ko zh_CN zh_TW").split()
-# Names of places and languages are no prose.
+# Names of places and languages are not prose.
 LEFT_OUT = ("iso_", "xkeyboard")
 NOISE = re.compile(r"<[^>]*>|%[-\d$.*lhz]*[a-zA-Z]|\{[^}]*\}|\$\w+|&[a-z]+;|\\[a-z]|https?:\S+|--?[\w-]+")
 
@@ -41,7 +41,7 @@ def messages(path):
 
 def cleaned(text):
     text = NOISE.sub(" ", text)
-    text = re.sub(r"\(\w\)", "", re.sub(r"[_&](?=\w)", "", text))  # keys of menu items
+    text = re.sub(r"\(\w\)", "", re.sub(r"[_&](?=\w)", "", text))  # access keys of menu items
     return " ".join(text.split())
 
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# fuzz.sh SECONDS [TARGET...]: runs every libFuzzer target (or those named) for SECONDS each, on all cores, from the seeds in
-# fuzz/seeds; finds are kept in build/fuzz/finds/TARGET. Exit 1 when there is any.
+# fuzz.sh SECONDS [TARGET...]: runs every libFuzzer target, or the given ones, for SECONDS each on all cores,
+# starting from the seeds in fuzz/seeds. Keeps finds in build/fuzz/finds/TARGET and exits with 1 if there are any.
 set -euo pipefail
 top=$(dirname "$(dirname "$(readlink -f "$0")")")
 seconds=${1:?usage: fuzz.sh SECONDS [TARGET...]}

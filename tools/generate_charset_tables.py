@@ -2,10 +2,10 @@
 """generate_charset_tables.py [ROOT | --check DUMP]: writes text/CodePageTables.cpp, text/PairTables.cpp and
 text/EncodingTables.cpp.
 
-Sources: the codecs of Python's standard library (made from the vendors' mapping files at unicode.org), and the corrections in
-charset_corrections.py, which bring them to the Encoding Standard's indexes and to the code pages as Windows has them.
---check compares the encodings of the Encoding Standard with a dump of a browser's own decoders, made with
-dump_browser_encodings.html, and writes nothing.
+Sources: the codecs of Python's standard library (generated from the vendors' mapping files at unicode.org), and
+the corrections in charset_corrections.py, which adapt them to the Encoding Standard's indexes and to the code
+pages of Windows. --check writes nothing. It compares the encodings of the Encoding Standard with a dump of a
+browser's decoders, which dump_browser_encodings.html prints.
 """
 import array
 import json
@@ -28,7 +28,7 @@ SINGLE_BYTE_CODECS = {
     28595: "iso8859_5", 28596: "iso8859_6", 28597: "iso8859_7", 28598: "iso8859_8", 28599: "iso8859_9",
     28600: "iso8859_10", 28603: "iso8859_13", 28604: "iso8859_14", 28605: "iso8859_15", 28606: "iso8859_16",
 }
-# Bytes that Python's codecs lack or that Windows and the Encoding Standard have otherwise.
+# Bytes that Python's codecs lack, or decode differently from Windows and the Encoding Standard.
 SINGLE_BYTE_CHANGES = {
     1255: {0xCA: 0x05BA},
     10004: {0xC0: 0x066D},
@@ -49,8 +49,8 @@ DOUBLE_BYTE_SINGLES = {
     10003: {0x80: 0x00A0, 0x81: 0x20A9, 0x82: 0x2013, 0x83: 0x00A9, 0xFE: 0x2122, 0xFF: 0x2026},
     10008: MAC_SIGNS | {0x80: 0x00FC, 0xA0: 0x00A0},
 }
-# The single-byte encodings of the Encoding Standard, in its order, by the code page that they are but for the bytes
-# 0x80 to 0x9F: where a code page has nothing there, the standard has the control characters.
+# The single-byte encodings of the Encoding Standard, in its order, with their code pages. Only bytes 0x80 to 0x9F
+# differ: if the code page has no character there, the standard has the control character.
 STANDARD_SINGLE_BYTE = {
     "ibm866": 866, "iso-8859-2": 28592, "iso-8859-3": 28593, "iso-8859-4": 28594, "iso-8859-5": 28595,
     "iso-8859-6": 28596, "iso-8859-7": 28597, "iso-8859-8": 28598, "iso-8859-10": 28600, "iso-8859-13": 28603,
@@ -70,7 +70,7 @@ JOHAB_TRAILS = [*range(0x31, 0x7F), *range(0x91, 0xFF), *range(0x81, 0x91)]
 
 
 def decode(codec, data):
-    """The one character that the bytes are, or None."""
+    """The code point of the one character that the bytes encode, or None."""
     try:
         text = data.decode(codec)
     except UnicodeDecodeError:
@@ -79,7 +79,7 @@ def decode(codec, data):
 
 
 def single_bytes():
-    """The 256 code points of every code page that has no table of pairs; single bytes of those that have one."""
+    """The 256 code points of every single-byte code page, by number."""
     pages = {}
     for number, codec in SINGLE_BYTE_CODECS.items():
         page = [decode(codec, bytes([byte])) for byte in range(256)]
@@ -115,12 +115,12 @@ def correct(pairs, changes, trails):
 
 
 def pair_sets():
-    """Every set of pairs: name, characters by pair, trail bytes in column order."""
+    """Every double-byte set: name, characters by pair, trail bytes in column order."""
     every_lead = range(0x81, 0xFF)
     shift_jis = pairs_of("cp932", every_lead, SHIFT_JIS_TRAILS)
     mac_japanese = {pair: code for pair, code in shift_jis.items() if (pair >> 8) < 0xED and not 0x85 <= (pair >> 8) <= 0x87}
     correct(mac_japanese, corrections.MAC_JAPANESE, SHIFT_JIS_TRAILS)
-    # EUC-JP: two rows of 94 to a Shift_JIS lead byte.
+    # EUC-JP: a Shift_JIS lead byte has two rows of 94.
     euc_jp = {}
     for lead in range(0x81, 0xF0):
         row = (lead - (0x81 if lead < 0xA0 else 0xC1)) * 2
@@ -148,7 +148,7 @@ def pair_sets():
 
 
 class Pool:
-    """The rows of all sets one after another; a row that is already there, or within others, is not stored again."""
+    """The rows of all sets, one after another. A row that the pool already contains is not stored again."""
 
     def __init__(self):
         self.codes = array.array("H")
@@ -246,7 +246,7 @@ def write_code_pages(pages, sets):
 
 
 def standard_single_bytes(pages):
-    """The upper halves by the Encoding Standard's name; 0 where the standard has nothing."""
+    """The upper halves, by the Encoding Standard's names; 0 for a byte without a character."""
     halves = {}
     for name, number in STANDARD_SINGLE_BYTE.items():
         half = pages[number][0x80:]
@@ -256,8 +256,9 @@ def standard_single_bytes(pages):
 
 
 def gb18030_ranges(gbk):
-    """The four-byte codes of the basic plane: (first pointer, first code point) of every run of characters. They were given
-    out over what two-byte codes of the edition of 2000 left, so the characters that later editions moved do not count."""
+    """The four-byte codes of the basic plane: (first pointer, first code point) of every run of characters. They
+    were assigned to the characters without a two-byte code in the edition of 2000, so two-byte codes of later
+    editions do not count."""
     moved = {ord(c) for text in corrections.GB18030.values() for c in text} - {0x3000}
     taken = (set(gbk.values()) - moved) | set(decode("gb18030", bytes([lead, trail])) or 0
                                                for lead in range(0x81, 0xFF) for trail in GBK_TRAILS)
@@ -289,7 +290,7 @@ def write_encodings(halves, ranges):
 
 
 def check(dump, halves, sets, ranges):
-    """Differences between our tables and a browser's decoders."""
+    """Prints the differences between our tables and a browser's decoders; returns 1 if there are any."""
     browser = json.loads(pathlib.Path(dump).read_text())
     differences = []
     for name, half in halves.items():
@@ -307,7 +308,7 @@ def check(dump, halves, sets, ranges):
         for pair in theirs.keys() | pairs[name].keys():
             if theirs.get(pair) != pairs[name].get(pair) and not (label == "big5" and pair in compound):
                 differences.append(f"{label} {pair:04X}: {theirs.get(pair, 0):X}, ours {pairs[name].get(pair, 0):X}")
-    # One pointer of the ranges stands apart, and the decoder says so.
+    # One pointer is outside the ranges; the decoder handles it separately.
     their_ranges = [tuple(r) for r in browser["ranges"] if tuple(r) not in ((7457, 0xE7C7), (7458, 0x1E40))]
     if their_ranges != ranges:
         differences.append("gb18030 ranges: " + str(set(their_ranges) ^ set(ranges)))

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes engines/html/parser/NamedReferenceTables.cpp: the named character references of the HTML Standard (section 13.5), which Python's
-standard library carries as html.entities.html5."""
+"""Writes engines/html/parser/NamedReferenceTables.cpp: the named character references of the HTML Standard
+(section 13.5), from html.entities.html5 of Python's standard library."""
 import html.entities
 import os
 import textwrap

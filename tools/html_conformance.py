@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
-"""html_conformance.py [--program PROBE] [--worst N] DIR: the HTML engine against a checkout of the html5lib tests.
+"""html_conformance.py [--program PROBE] [--worst N] DIR: runs the html5lib tests, of which DIR is a checkout, on
+the HTML engine.
 
-DIR holds tokenizer/*.test, tree-construction/*.dat and encoding/*.dat, or some of them. PROBE is build/dev/bin/html_probe by default.
-Prints a line a suite and the first N failures; exit status 1 when there is any.
+DIR has tokenizer/*.test, tree-construction/*.dat and encoding/*.dat, or some of them. PROBE is
+build/dev/bin/html_probe by default. Prints one line per suite and its first N failures; exits with 1 if there are
+any.
 
-Left out, with their number: input that is no well-formed UTF-8 (lone surrogates; decoding comes before the tokenizer), parse errors
-(not counted by the engine), cases for scripting on, comments and doctypes as nodes of the tree (it has none), the letter case and the
-namespaces of foreign names, and the template element's own document (its children stand in it).
+Skipped and counted: input that is not well-formed UTF-8 (lone surrogates: decoding comes before the tokenizer),
+tests for builders of XML trees, and tests with scripting on. Not compared: parse errors (the engine does not
+report them), comments and doctypes in the tree (it has none), the letter case and the namespaces of foreign names,
+and the template element's own document (its children are in the element).
 """
 import argparse
 import json
@@ -55,7 +58,7 @@ def files(folder, ending):
 
 
 def unescaped(value):
-    """Undoes the second layer of escapes of a test that is "doubleEscaped"."""
+    """Decodes the second layer of escapes of a "doubleEscaped" test."""
     if isinstance(value, str):
         return re.sub(r'\\u([0-9A-Fa-f]{4})', lambda m: chr(int(m[1], 16)), value)
     if isinstance(value, list):
@@ -66,7 +69,7 @@ def unescaped(value):
 
 
 def joined(tokens):
-    """Tokens without parse errors, and neighbouring characters as one."""
+    """The tokens without parse errors, with adjacent character tokens joined."""
     out = []
     for token in tokens:
         if token == 'ParseError':
@@ -85,7 +88,7 @@ def tokenizer(probe, folder):
             suite = json.load(file)
         for test in suite.get('tests', suite.get('xmlViolationTests', [])):
             if 'xmlViolationTests' in suite:
-                score.skipped += 1  # what a builder of XML trees may make of it
+                score.skipped += 1  # for builders of XML trees
                 continue
             if test.get('doubleEscaped'):
                 test = {**test, 'input': unescaped(test['input']), 'output': unescaped(test['output'])}
@@ -121,7 +124,7 @@ def sections(text):
 
 
 def tree(lines):
-    """A tree's lines as nested lists [content, children], in the engine's terms."""
+    """The lines of a tree as nested lists [content, children], normalized to what the engine's tree has."""
     root = ['', []]
     path = [root]
     entries = []

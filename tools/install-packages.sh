@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# install-packages.sh run|test|fuzz|bench...: installs the Debian packages that building (run), testing (test), fuzzing (fuzz) or
-# measuring (bench) needs. Says nothing when nothing is missing. Uses sudo when it is not root.
+# install-packages.sh run|test|fuzz|bench...: installs the Debian packages for building (run), testing (test),
+# fuzzing (fuzz) or measuring (bench). Prints nothing if no package is missing. Uses sudo if it does not run as
+# root.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# instructions.sh [--together] FILE...: instructions a byte that quillow-convert spends on each file (callgrind), its start-up and
-# the reading of an empty document subtracted, so that only the engine's own work remains. With --together all files, which are of
-# one kind, are read in one run and give one figure.
+# instructions.sh [--together] FILE...: prints the instructions per byte that quillow-convert needs for each file
+# (callgrind). Subtracts start-up and the reading of a minimal document, so that only the engine's own work
+# remains. With --together, all files must be of one kind; they are read in one run and give one figure.
 set -euo pipefail
 top=$(dirname "$(dirname "$(readlink -f "$0")")")
 convert=$top/build/release/bin/quillow-convert

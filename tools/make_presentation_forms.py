@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """make_presentation_forms.py > engines/pdf/PresentationFormsTables.cpp
 
-The compatibility decompositions (NFKC) of the blocks "Alphabetic Presentation Forms" and "Arabic Presentation Forms-A" and
-"-B", from the Unicode data of this Python.
+Prints the compatibility decompositions (NFKC) of the blocks "Alphabetic Presentation Forms" and "Arabic Presentation
+Forms-A" and "-B", from the Unicode data of this Python.
 """
 import sys
 import unicodedata
@@ -19,7 +19,7 @@ def main():
             if plain == chr(code):
                 continue
             if len(plain) > 1 and plain[0] == " " and unicodedata.combining(plain[1]):
-                plain = plain[1:]  # a mark drawn alone still belongs to the letter before it
+                plain = plain[1:]  # drop the blank of a mark drawn alone: it belongs to the letter before it
             if plain not in places:
                 places[plain] = len(pool)
                 pool.extend(ord(c) for c in plain)

@@ -28,7 +28,7 @@ def file_of(objects, root=1):
 
 
 def document(contents, font=HELVETICA, more=None, count=None, resources=b"/Font << /F1 3 0 R >>"):
-    """One page a content stream; None is a page that the tree names and the file does not hold."""
+    """A document with one page per content stream; None is a page that the page tree names but the file lacks."""
     objects = {1: b"<< /Type /Catalog /Pages 2 0 R >>", 3: font}
     objects.update(more or {})
     kids = []
@@ -81,7 +81,8 @@ def main():
     put("wrongStartxref", two_pages[:two_pages.rindex(b"startxref")] + b"startxref\n7\n%%EOF\n")
     put("truncated", two_pages[:len(two_pages) // 3])
 
-    # Two columns, written one after the other: the stream's order is the reading order, the lines' order is not.
+    # Two columns, written one after the other: the order of the stream is the reading order, the order of the
+    # lines is not.
     column = lambda x, *texts: b"BT /F1 10 Tf %d 260 Td 14 TL " % x + b" ".join(b"(" + t + b") Tj T*" for t in texts) + b" ET\n"
     put("twoColumns", document([column(20, b"left one", b"left two") + column(160, b"right one", b"right two")]))
 
@@ -90,7 +91,8 @@ def main():
     font, more = mapped_font({0x41: "\ue001", 0x42: "b", 0x43: "\u00ad", 0x44: "\x07"})
     put("oddCharacters", document([lines(b"BABCBDB")], font, more))
 
-    # Hebrew, the letters drawn from left to right as they stand on the paper: what is read first is drawn last.
+    # Hebrew, with the letters drawn from left to right as they are on paper: the first letter of the text is drawn
+    # last.
     letters = {0x41 + i: chr(0x5D0 + i) for i in range(27)}
     font, more = mapped_font(letters | {0x20: " "})
     back = {v: k for k, v in letters.items()} | {" ": 0x20}

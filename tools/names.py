@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""names.py [--check] [ROOT]: writes docs/NAMES.md, the frame's names in selector form beside their C++ form, from the headers
-of base/, util/, frame/, prefs/ and app/. With --check writes nothing and fails when the file and the headers differ.
+"""names.py [--check] [ROOT]: writes docs/NAMES.md, the frame's names in selector form and in C++, from the headers
+of base/, util/, frame/, prefs/ and app/. --check writes nothing and fails if the file and the headers differ.
 
-The rule: a function f(a, b, c) is the selector "f:b:c:", f() is "f". Listed are the public functions of every class; a
-constructor or destructor only where a comment gives its selector. The comment stands behind the declaration, on its last line
-(of a class or a function with a body: on the line of the opening brace):
+The rule: a function f(a, b, c) is the selector "f:b:c:", f() is "f". The page lists the public functions of every
+class, but a constructor or destructor only if a comment gives its selector. The comment follows the declaration, on
+its last line (for a class or a function with a body: on the line of the opening brace):
     // selector: initWithFrame:    this selector instead of the rule's
-    // selector: none              a name of our own, not listed; behind a class: none of its names
-A free function must have such a comment, since its first parameter may stand for the instance.
+    // selector: none              a name of our own, not listed; after a class: none of its names is listed
+A free function must have such a comment, because its first parameter may be the instance.
 """
 import difflib
 import pathlib
@@ -62,7 +62,7 @@ def split_outside(text, separator):
 
 
 def parameter_list(statement):
-    """Start of the parameter list of a function declaration, or None where the statement declares no function."""
+    """Start of the parameter list of a function declaration, or None if the statement does not declare a function."""
     depth = 0
     for i, c in enumerate(statement):
         depth += (c == "<") - (c == ">")

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# tidy.sh [FILE...]: clang-tidy 14 over the given sources, or over all of the project's (some minutes).
+# tidy.sh [FILE...]: runs clang-tidy 14 on the given sources, or on all sources of the project (takes some minutes).
 set -euo pipefail
 cd "$(dirname "$(dirname "$(readlink -f "$0")")")"
 tools/build.sh dev

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""train_encoding_detector.py TEXTS [ROOT]: writes text/EncodingDetectorTables.cpp, how often which letters follow one another.
+"""train_encoding_detector.py TEXTS [ROOT]: writes text/EncodingDetectorTables.cpp, the letter frequencies of each
+language.
 
-TEXTS is a folder of plain UTF-8 texts, one a language: TEXTS/LANG.train (collect_detector_texts.py makes it out of the
-message translations that are installed on a system). For the languages of alphabets the tables hold, for each pair of
-letters, minus the binary logarithm of the probability that the second follows the first; for Chinese, Japanese and Korean
-the common characters by how common they are.
+TEXTS is a folder with one plain UTF-8 text per language, TEXTS/LANG.train. collect_detector_texts.py writes them
+from the message translations that are installed on a system. For languages with an alphabet, the tables have, for
+each pair of letters, minus the binary logarithm of the probability that the second letter follows the first. For
+Chinese, Japanese and Korean, they have the common characters, grouped by frequency.
 """
 import collections
 import math
@@ -20,11 +21,12 @@ ALPHABETS = {
 RANGES = {"cyrillic": (0x400, 0x4FF), "greek": (0x370, 0x3FF), "hebrew": (0x5D0, 0x5EA), "arabic": (0x61F, 0x6FF),
           "thai": (0xE01, 0xE59)}
 TONES = {0x300, 0x301, 0x303, 0x309, 0x323}
-UNIT = 8             # steps a bit
+UNIT = 8             # steps per bit
 MOST_BITS = 14
 SMOOTHING = 4.0
 SHARE_OUTSIDE_ASCII = 2
-# The commonest characters of ordinary prose, most common first: the translations of programs have too much of their own.
+# The most common characters of ordinary prose, most common first. Translations of program messages have too many
+# words of their own.
 PROSE = {
     "zh_CN": "的一是不了在人有我他这个们中来上大为和国地到以说时要就出会可也你对生能而子那得于着下自之年过发后作里用道行所然家种"
              "事成方多经么去法学如都同现当没动面起看定天分还进好小部其些主样理心她本前开但因只从想实日军者意无力它与长把机十民第"
@@ -47,7 +49,7 @@ def weight_of_prose(rank):
 def prepared(text, language):
     text = unicodedata.normalize("NFC", text)
     if language == "vi":
-        # windows-1258 writes a letter and its tone apart.
+        # windows-1258 has a letter and its tone as two characters.
         parts = []
         for c in text:
             decomposed = unicodedata.normalize("NFD", c)
@@ -81,8 +83,8 @@ def words(text, script):
 
 def alphabet_model(path, language, script):
     text = prepared(path.read_text(encoding="utf-8"), language)
-    # The detector sees words that hold a letter outside ASCII. Where a language has few of them, all of its words tell, so
-    # those words have two thirds of the weight.
+    # The detector looks at words with a letter outside ASCII. A language may have few of them, so all of its words
+    # are counted, and these words get at least two thirds of the weight.
     counted = collections.Counter("".join(word) for word in words(text, script))
     of_ascii = sum(n for word, n in counted.items() if word.isascii())
     weight = max(1.0, of_ascii / max(1, counted.total() - of_ascii))

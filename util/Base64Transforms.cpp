@@ -8,7 +8,7 @@
 namespace quillow {
 namespace {
 
-/// Holds the input; nothing is executed before it was set.
+/// Keeps the input. execute() returns std::nullopt until the input is set.
 class InputTransform : public SecTransform {
 public:
     [[nodiscard]] bool setAttribute(const char16_t* name, const QByteArray& value) final {

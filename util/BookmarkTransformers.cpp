@@ -7,11 +7,11 @@ namespace quillow {
 
 namespace {
 
-// deliberate: the two texts differ in the case of one letter; each transformer has always answered its own.
+// deliberate: the two texts differ in the case of one letter; each transformer has its own.
 constexpr char16_t kPathNotFound[] = u"FILe NOT FOUND";
 constexpr char16_t kNameNotFound[] = u"FILE NOT FOUND";
 
-/// Staleness and the error are received and ignored.
+/// Staleness and the error are ignored.
 std::optional<QUrl> resolve(BookmarkStore& store, const Boxed& bookmark) {
     const auto bytes = bookmark.data();
     if (!bytes) return std::nullopt;

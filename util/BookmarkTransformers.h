@@ -1,4 +1,4 @@
-// Transformers from a stored bookmark to the path or the name of what it remembers.
+// Transformers from a stored bookmark to the path or the name of its file.
 #pragma once
 
 #include "util/MWValueTransformer.h"
@@ -11,7 +11,7 @@ namespace quillow {
 
 class BookmarkStore;
 
-/// The path behind bookmark bytes; an empty path gives "FILe NOT FOUND", a bookmark that does not resolve gives nil.
+/// The path of the file of a bookmark; "FILe NOT FOUND" if it is empty, nil if the bookmark does not resolve.
 class MWPathFromBookmark final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWPathFromBookmark(BookmarkStore& bookmarkStore)
@@ -22,7 +22,7 @@ private:
     BookmarkStore& bookmarkStore_;
 };
 
-/// The last path component behind bookmark bytes; an empty one gives "FILE NOT FOUND", a bookmark that does not resolve nil.
+/// The file name of a bookmark; "FILE NOT FOUND" if it is empty, nil if the bookmark does not resolve.
 class MWNameFromBookmark final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWNameFromBookmark(BookmarkStore& bookmarkStore)

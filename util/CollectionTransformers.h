@@ -1,5 +1,5 @@
-// Transformers that look for the input in a collection fixed at construction. Numbers are equal by value, whatever their
-// type: 1, true and 1.0 are one object to a collection.
+// Transformers that look for the input in a collection fixed at construction. Numbers are compared by value,
+// whatever their type: 1, true and 1.0 are equal.
 #pragma once
 
 #include "util/MWValueTransformer.h"
@@ -8,7 +8,7 @@
 
 namespace quillow {
 
-/// Whether the set holds the input, as a boolean; nil gives nil. Duplicates in the list make no difference.
+/// Whether the set contains the input, as a boolean; nil gives nil. Duplicates in the list make no difference.
 class MWValueIsInSet final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsInSet(const QList<Boxed>& set)
@@ -19,7 +19,7 @@ private:
     QList<Boxed> myRefSet;
 };
 
-/// Whether the array holds the input, as a boolean; nil gives nil.
+/// Whether the array contains the input, as a boolean; nil gives nil.
 class MWValueIsInArray final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsInArray(const QList<Boxed>& array)

@@ -4,7 +4,7 @@ namespace quillow {
 
 namespace {
 
-/// deliberate: all four compare the input as a 16-bit number, so that 65537 compares as 1. The bindings were made against this.
+/// deliberate: all four compare the input as a 16-bit number, so that 65537 compares as 1. The bindings rely on this.
 std::int32_t narrowed(const Boxed& value) {
     return value.shortValue();
 }

@@ -7,7 +7,7 @@
 
 namespace quillow {
 
-/// 1 when the input equals the reference, else 0. The input is narrowed to 16 bits before it is compared; nil gives nil.
+/// 1 if the input equals the reference, else 0. The input is narrowed to 16 bits before the comparison; nil gives nil.
 /// Reverse: the reference for a true input, else nil.
 class MWValueIsEqualToRef final : public MWValueTransformerOf<ValueClass::number, Reverse::allowed> {
 public:
@@ -20,7 +20,8 @@ private:
     std::int32_t myRefValue;
 };
 
-/// 1 when the input is greater than the reference, else 0. The input is narrowed to 16 bits before it is compared; nil gives nil.
+/// 1 if the input is greater than the reference, else 0. The input is narrowed to 16 bits before the comparison;
+/// nil gives nil.
 class MWValueIsGreaterOfRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsGreaterOfRef(std::int32_t value)
@@ -31,7 +32,8 @@ private:
     std::int32_t myRefValue;
 };
 
-/// 1 when the input is smaller than the reference, else 0. The input is narrowed to 16 bits before it is compared; nil gives nil.
+/// 1 if the input is smaller than the reference, else 0. The input is narrowed to 16 bits before the comparison;
+/// nil gives nil.
 class MWValueIsSmallerOfRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueIsSmallerOfRef(std::int32_t value)
@@ -42,7 +44,8 @@ private:
     std::int32_t myRefValue;
 };
 
-/// 1 when the input differs from the reference, else 0. The input is narrowed to 16 bits before it is compared; nil gives nil.
+/// 1 if the input differs from the reference, else 0. The input is narrowed to 16 bits before the comparison; nil
+/// gives nil.
 class MWValueNotEqualToRef final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     explicit MWValueNotEqualToRef(std::int32_t value)

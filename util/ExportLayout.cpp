@@ -15,7 +15,7 @@ constexpr QString ExportLayout::*kDelimiters[] = {
     &ExportLayout::fieldOpen,   &ExportLayout::fieldClose, &ExportLayout::fieldSeparator,
 };
 
-// What each pass replaces by a space, in the passes' order.
+// The text that each pass replaces by a space, in the order of the passes.
 constexpr QStringView kTabAndLineFeedPasses[] = {u" \t", u"\t ", u"\t", u" \n", u"\n ", u" \n", u"\n ", u"\n"};
 constexpr QStringView kLineFeedPasses[] = {u" \n", u"\n ", u"\n"};
 
@@ -72,7 +72,7 @@ QString extensionOfFormat(int format) {
     case ExportFormat::tabSeparated: return QStringLiteral("tsv");
     case ExportFormat::commaSeparated: return QStringLiteral("csv");
     case ExportFormat::htmlPage: return QStringLiteral("html");
-    // deliberate: a table alone is no HTML file.
+    // deliberate: a table alone is not an HTML file.
     case ExportFormat::htmlTable:
     case ExportFormat::custom: break;
     }
@@ -98,7 +98,7 @@ ExportLayout escapedLayout(const ExportLayout& layout) {
 }
 
 QString cleanedValue(const QString& value, ValueCleaning cleaning) {
-    // Every pass takes a tab or a line feed away, so most values need none.
+    // Every pass removes a tab or a line feed, so a value without them needs no pass.
     if (std::none_of(value.begin(), value.end(), [](QChar unit) { return unit == u'\t' || unit == u'\n'; }))
         return value;
     QString cleaned = value;

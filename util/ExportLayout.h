@@ -1,14 +1,14 @@
-// The layouts in which records are exported: what stands between the values, and how values are made to fit.
+// The layouts of exported records: the delimiters around the values, and how values are cleaned.
 #pragma once
 
 #include <QString>
 
 namespace quillow {
 
-/// The numbers are those of `fileFormatToSave`; any other stands for a layout without delimiters.
+/// The numbers are those of `fileFormatToSave`; any other number means a layout without delimiters.
 enum class ExportFormat { custom = 0, tabSeparated = 1, commaSeparated = 2, htmlTable = 3, htmlPage = 4 };
 
-/// What is replaced in values by a single space.
+/// What a single space replaces in values.
 enum class ValueCleaning { none, tabsAndLineFeeds, lineFeeds };
 
 struct ExportLayout {
@@ -23,19 +23,20 @@ struct ExportLayout {
     ValueCleaning cleaning = ValueCleaning::none;
 };
 
-/// The layout of a format. That of the custom one is the user's: here it is without delimiters, as that of unknown formats is.
+/// The layout of a format. The layout of the custom format is the user's: here it has no delimiters, like that of
+/// unknown formats.
 [[nodiscard]] ExportLayout layoutOfFormat(int format); // selector: none
 
 /// The extension of a format's files, without a dot.
 [[nodiscard]] QString extensionOfFormat(int format); // selector: none
 
-/// The delimiters with every backslash-n made a line feed and then every backslash-t a tab, as a user types them.
+/// Converts delimiters that a user has typed: every backslash-n becomes a line feed, then every backslash-t a tab.
 [[nodiscard]] ExportLayout unescapedLayout(const ExportLayout& typed); // selector: none
 
-/// The same the other way: as the user would type them.
+/// The reverse: delimiters as a user would type them.
 [[nodiscard]] ExportLayout escapedLayout(const ExportLayout& layout); // selector: none
 
-/// The value as the layout's cells can hold it. Done again, it changes nothing more.
+/// The value in a form that fits the layout's cells. Cleaning twice gives the same result.
 [[nodiscard]] QString cleanedValue(const QString& value, ValueCleaning cleaning); // selector: none
 
 } // namespace quillow

@@ -32,7 +32,7 @@ public:
         : layout_(layout)
         , fields_(fields) {}
 
-    /// The start of a record, and its fields, each with the text that `textOf` gives for it.
+    /// Writes the start of a record and its fields, each with the text that `textOf` returns for it.
     template <class TextOf>
     void writeFields(TextOf textOf) {
         file_.append(layout_.startOfRecord);
@@ -62,7 +62,7 @@ QByteArray exportText(const Boxed::Array& records, const Boxed::Array& fields, c
     TextWriter file(layout, exported);
     // The start of the file.
     file.write(layout.startOfFile);
-    // The header row; alone in a file whose last record is not ended, it is not ended either.
+    // The header row. Without records it is the last one, so it is ended only if the last record is.
     if (headerRow == HeaderRow::yes) {
         file.writeFields([](const Field& field) { return field.name; });
         if (layout.endsLastRecord || !records.isEmpty()) file.write(layout.endOfRecord);

@@ -1,4 +1,4 @@
-// The text of an export file, made from records. Nothing but values goes in and bytes come out.
+// Builds the text of an export file from records. It depends on its arguments only and has no side effects.
 #pragma once
 
 #include "base/Boxed.h"
@@ -8,15 +8,16 @@
 
 namespace quillow {
 
-/// The entries of a field's description: the name shown to the user and written in the header row, and the key path that leads to
-/// the field's value in a record.
+/// The entries in the description of a field: the name that the user sees and the header row shows, and the key
+/// path of the field's value in a record.
 inline constexpr char16_t kPublicKey[] = u"publicKey";
 inline constexpr char16_t kInnerKey[] = u"innerKey";
 
 enum class HeaderRow { no, yes };
 
-/// The file in UTF-8, without byte-order mark; lone surrogates become U+FFFD. A value that a record does not have is empty text, and
-/// so is everything that a field's description lacks. Header names are not cleaned. Time and memory grow with the file.
+/// The file in UTF-8, without byte-order mark; lone surrogates become U+FFFD. Values missing from a record, and
+/// entries missing from a field's description, are empty text. Header names are not cleaned. Time and memory grow
+/// linearly with the file.
 [[nodiscard]] QByteArray exportText(const Boxed::Array& records, const Boxed::Array& fields, const ExportLayout& layout,
                                     HeaderRow headerRow); // selector: none
 

@@ -19,7 +19,7 @@ namespace {
 constexpr char16_t kInterfaceName[] = u"Exporter";
 constexpr int kSheetEnded = 0;
 
-/// Takes the elements of these indexes out of one list and to the end of the other.
+/// Moves the elements at these indexes from one list to the end of the other.
 void moveObjects(ArrayController& from, const QList<qsizetype>& indexes, ArrayController& to) {
     if (indexes.isEmpty()) return;
     const Boxed::Array content = from.arrangedObjects();
@@ -36,7 +36,7 @@ QList<qsizetype> allIndexes(const ArrayController& controller) {
     return indexes;
 }
 
-/// A preset is what a user would type to get the format's layout. A tag that is no preset's empties everything.
+/// A preset is the layout of a format as a user would type it. A tag without a preset clears all delimiters.
 ExportLayout presetOfTag(int tag) {
     const bool isPreset =
         tag >= static_cast<int>(ExportFormat::tabSeparated) && tag <= static_cast<int>(ExportFormat::htmlPage);
@@ -102,7 +102,7 @@ void MWDataExportManager::ExportSettingsDidEnd(SheetPanel* sheet, int /*returnCo
 
 void MWDataExportManager::DoExportSetting(Sender /*sender*/) {
     willExport();
-    // After the present event, so that the settings sheet has closed before the save sheet opens.
+    // After the current event, so that the settings sheet has closed before the save sheet opens.
     ports_.mainQueue.addOperation([this, isAlive = std::weak_ptr(isAlive_)] {
         if (!isAlive.expired()) exportToTextFile();
     });
@@ -205,7 +205,7 @@ ExportLayout MWDataExportManager::layoutToWrite() const {
 void MWDataExportManager::write() {
     // The delimiters of the layout.
     const ExportLayout layout = layoutToWrite();
-    // The header row, and where the file goes.
+    // The header row, and the location of the file.
     const HeaderRow headerRow = useFieldNamesAsFirstRow().boolValue() ? HeaderRow::yes : HeaderRow::no;
     const auto url = savePanel_->URL();
     if (!url) return;

@@ -1,5 +1,5 @@
-// Exports an array of records as a text file. In a settings sheet the user picks the fields and their order and types a layout of
-// his own; in a save sheet he names the file and chooses its format.
+// Exports an array of records as a text file. In a settings sheet the user picks the fields and their order and
+// may type a custom layout; in a save sheet the user names the file and chooses its format.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -31,19 +31,20 @@ public:
         SavePanels& savePanels;
     };
 
-    /// The records are dictionaries. The keys describe the fields that can be exported, each a dictionary of two strings:
-    /// "publicKey", the name that the user sees, and "innerKey", the key path of the value in a record. The container, which may
-    /// be null, outlives this object. Loads the windows named "Exporter"; without them nothing is shown.
+    /// The records are dictionaries. The keys describe the fields that can be exported, each a dictionary of two
+    /// strings: "publicKey", the name that the user sees, and "innerKey", the key path of the value in a record.
+    /// The container may be null and must outlive this object. Loads the windows named "Exporter"; if they are
+    /// missing, no settings sheet is shown.
     MWDataExportManager(const Boxed::Array& dataArray, const Boxed::Array& keyArray, DocumentContainer* container,
                         const Ports& ports); // selector: initWithDataArray:keyArray:container:
     ~MWDataExportManager() override;
 
-    /// Exports with the sheets on this document's window.
+    /// Starts an export, with its sheets on the window of this document.
     void run(DocumentContainer* document);
     void ExportSettings(Sender sender = {});
 
-    // The field chooser. Fields move to the end of the other list, in their order; the last one selected moves up or down by one
-    // place while there is one.
+    // The field chooser. Fields move to the end of the other list, in their order. moveUp() and moveDown() move
+    // the last selected field by one place, if possible.
     void addSelectedToRight(Sender sender = {});
     void addAllToRight(Sender sender = {});
     void removeSelectedFromRight(Sender sender = {});
@@ -51,37 +52,37 @@ public:
     void moveUp(Sender sender = {});
     void moveDown(Sender sender = {});
 
-    /// Fills the custom layout with the preset of the sender's tag: 1 tab-separated, 2 comma-separated, 3 HTML table, 4 HTML page;
-    /// any other empties it.
+    /// Fills the custom layout with the preset of the sender's tag: 1 tab-separated, 2 comma-separated, 3 HTML
+    /// table, 4 HTML page; any other tag clears it.
     void setCustomFields(Sender sender);
 
-    /// Ends the settings sheet; the save sheet follows when it has gone.
+    /// Ends the settings sheet; the save sheet opens after it has closed.
     void DoExportSetting(Sender sender = {});
     void CancelExportSetting(Sender sender = {});
     void ExportSettingsDidEnd(SheetPanel* sheet, int returnCode, void* contextInfo);
     /// Shows the save sheet and writes the file once it is confirmed. No failure is reported.
     void exportToTextFile(Sender sender = {});
-    /// Gives the name in the save sheet the extension of the present format.
+    /// Gives the name in the save sheet the extension of the current format.
     void adjustFileType(Sender sender = {});
 
     // Hooks.
     virtual void preExportSettings() {}
     virtual void willExport() {}
-    /// Follows every attempt to write.
+    /// Called after every attempt to write.
     virtual void didExport() {}
 
     [[nodiscard]] std::optional<QString> suggestedFileName() const { return suggestedFileName_.get(); }
     void setSuggestedFileName(const std::optional<QString>& name) { suggestedFileName_.set(name); }
     [[nodiscard]] Boxed::Array dataArray() const { return dataArray_.get(); }
     void setDataArray(const Boxed::Array& dataArray) { dataArray_.set(dataArray); }
-    /// The fields not exported.
+    /// The fields that are not exported.
     [[nodiscard]] Boxed::Array leftKeyArray() const { return leftKeyArray_.get(); }
     void setLeftKeyArray(const Boxed::Array& keyArray) { leftKeyArray_.set(keyArray); }
-    /// The fields exported, in this order.
+    /// The fields that are exported, in this order.
     [[nodiscard]] Boxed::Array rightKeyArray() const { return rightKeyArray_.get(); }
     void setRightKeyArray(const Boxed::Array& keyArray) { rightKeyArray_.set(keyArray); }
 
-    // The custom layout as it was typed: backslash-n and backslash-t stand for a line feed and a tab.
+    // The custom layout as typed: backslash-n and backslash-t mean a line feed and a tab.
     [[nodiscard]] std::optional<QString> start_of_file() const { return start_of_file_.get(); }
     void setStart_of_file(const std::optional<QString>& text) { start_of_file_.set(text); }
     [[nodiscard]] std::optional<QString> end_of_file() const { return end_of_file_.get(); }
@@ -96,18 +97,20 @@ public:
     void setField_close_tag(const std::optional<QString>& text) { field_close_tag_.set(text); }
     [[nodiscard]] std::optional<QString> field_separator() const { return field_separator_.get(); }
     void setField_separator(const std::optional<QString>& text) { field_separator_.set(text); }
-    /// Whether the last record gets the end-of-record text, too: by its boolean value, so the presets' "YES" and "NO" count.
+    /// Whether the last record gets the end-of-record text, too. Only its boolValue() counts; the presets set
+    /// "YES" and "NO".
     [[nodiscard]] Boxed use_end_of_record_in_last_record() const { return use_end_of_record_in_last_record_.get(); }
     void setUse_end_of_record_in_last_record(const Boxed& use) { use_end_of_record_in_last_record_.set(use); }
 
     [[nodiscard]] Boxed useFieldNamesAsFirstRow() const { return useFieldNamesAsFirstRow_.get(); }
     void setUseFieldNamesAsFirstRow(const Boxed& use) { useFieldNamesAsFirstRow_.set(use); }
-    /// 0 custom, 1 tab-separated, 2 comma-separated, 3 HTML table, 4 HTML page; any other writes values and nothing else.
+    /// 0 custom, 1 tab-separated, 2 comma-separated, 3 HTML table, 4 HTML page; any other writes values without
+    /// delimiters.
     [[nodiscard]] Boxed fileFormatToSave() const { return fileFormatToSave_.get(); }
     void setFileFormatToSave(const Boxed& format) { fileFormatToSave_.set(format); }
 
     [[nodiscard]] DocumentContainer* myDoc() const { return myDoc_; }
-    /// Every field that can be exported.
+    /// All fields that can be exported.
     [[nodiscard]] const Boxed::Array& allKeyArray() const { return allKeyArray_; }
     [[nodiscard]] ArrayController& leftKeyArrayController() { return leftKeyArrayController_; }
     [[nodiscard]] ArrayController& rightKeyArrayController() { return rightKeyArrayController_; }
@@ -144,7 +147,7 @@ private:
     ArrayController rightKeyArrayController_{*this, QStringLiteral("rightKeyArray")};
     std::unique_ptr<ExporterInterface> interface_;
     std::unique_ptr<SavePanel> savePanel_;
-    /// What is put off to the main queue asks whether this object is still there.
+    /// Operations on the main queue use it to check whether this object still exists.
     std::shared_ptr<const bool> isAlive_ = std::make_shared<const bool>(true);
 };
 

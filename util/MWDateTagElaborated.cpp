@@ -9,11 +9,11 @@
 namespace quillow {
 
 Boxed MWDateTagElaborated::transformedValue(const Boxed& value) const {
-    // Nothing gives the empty string.
+    // Nil gives the empty string.
     QString text = value.string().value_or(QStringLiteral(""));
-    // The present instant, in six parts.
+    // The current instant, in six parts.
     const TimeFields now(clock_.now());
-    // Tag after tag, over the whole text as it is by then. Digits alone make no new tag.
+    // One tag after the other, each in the whole text. Inserted digits cannot form a new tag.
     const std::pair<QStringView, QString> replacements[] = {
         {u"<yy>", twoDigits(now.year % 100)}, {u"<YY>", QString::number(now.year)}, {u"<mm>", twoDigits(now.month)},
         {u"<dd>", twoDigits(now.day)},        {u"<hh>", twoDigits(now.hour)},       {u"<ii>", twoDigits(now.minute)},

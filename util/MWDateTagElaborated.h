@@ -1,4 +1,4 @@
-// Transformer from a text with date tags to the text with the present date and time in their places.
+// Transformer that replaces the date tags of a text by the current date and time.
 #pragma once
 
 #include "util/MWValueTransformer.h"
@@ -7,8 +7,8 @@ namespace quillow {
 
 class Clock;
 
-/// Replaces "<yy>" and "<YY>" (year of two digits and in full), "<mm>", "<dd>", "<hh>", "<ii>" (minute) and "<ss>" by the clock's
-/// present local time. Case counts: "<MM>" stays. Nil gives the empty string.
+/// Replaces "<yy>" and "<YY>" (year of two digits and in full), "<mm>", "<dd>", "<hh>", "<ii>" (minute) and "<ss>"
+/// by the clock's current local time. Tags are case-sensitive: "<MM>" stays. Nil gives the empty string.
 class MWDateTagElaborated final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWDateTagElaborated(const Clock& clock)

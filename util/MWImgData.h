@@ -7,7 +7,8 @@ namespace quillow {
 
 class ImageCodec;
 
-/// The picture in the bytes; nil gives a new empty picture, bytes that hold none give nil. Reverse: the picture as TIFF bytes.
+/// The picture in the bytes. Nil gives a new empty picture; bytes that are not a picture give nil. Reverse: the
+/// picture as TIFF bytes.
 class MWImgData final : public MWValueTransformerOf<ValueClass::image, Reverse::allowed> {
 public:
     explicit MWImgData(const ImageCodec& imageCodec)

@@ -13,12 +13,12 @@
 namespace quillow {
 namespace {
 
-// deliberate: far more than the generator's 2147483647; the number is then 1 to 2147483648.
+// deliberate: far beyond the generator's maximum of 2147483647, so the number is 1 to 2147483648.
 constexpr std::int64_t kLowestRandom = 1;
 constexpr std::int64_t kHighestRandom = 32000000000000;
 constexpr int kRandomDigits = 5;
 
-/// The platform's white space: line ends are not in it.
+/// The platform's white space, which does not include line ends.
 bool isWhiteSpace(QChar unit) {
     return unit == u'\t' || unit.category() == QChar::Separator_Space;
 }
@@ -106,7 +106,7 @@ std::optional<QString> MWStringUtils::trimString(const std::optional<QString>& t
 std::optional<QString> MWStringUtils::removeInitialSpaces(const std::optional<QString>& text) {
     if (!text) return std::nullopt;
     const auto first = std::find_if_not(text->begin(), text->end(), isWhiteSpace);
-    // deliberate: nothing left is no text, not an empty one.
+    // deliberate: if nothing is left, the result is nil, not an empty text.
     if (first == text->end()) return std::nullopt;
     return text->mid(first - text->begin());
 }
@@ -130,7 +130,7 @@ std::optional<QString> MWStringUtils::trimLateralQuote(const std::optional<QStri
 
 std::optional<QString> MWStringUtils::stripNewLines(const std::optional<QString>& text) {
     if (!text) return std::nullopt;
-    // Every "\n\r", then every "\n", then every "\r": together, every one of the two.
+    // The same as removing every "\n\r", then every "\n", then every "\r".
     QString stripped = *text;
     stripped.removeIf([](QChar unit) { return unit == u'\n' || unit == u'\r'; });
     return stripped;

@@ -7,7 +7,7 @@ namespace quillow {
 
 class TextUnarchiver;
 
-/// The plain string of the styled text archived in the bytes; nil, and bytes that hold none, give nil.
+/// The plain string of the styled text archived in the bytes. Nil, and bytes without a styled text, give nil.
 class MWUnarchivieFromDataToText final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver)
@@ -16,7 +16,7 @@ public:
 
 private:
     const TextUnarchiver& unarchiver_;
-    /// deliberate: declared like its siblings' and never set or read.
+    /// deliberate: declared as in its siblings, but never set or read.
     [[maybe_unused]] Boxed myRefValue;
 };
 

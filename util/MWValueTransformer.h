@@ -1,5 +1,5 @@
-// Value transformers: the small one-way and two-way converters through which the windows' controls are bound to values, and the
-// registry by whose names the bindings pick them.
+// Value transformers: small one-way and two-way converters between a value and the control that is bound to it,
+// and the registry in which bindings look them up by name.
 #pragma once
 
 #include "base/Boxed.h"
@@ -20,13 +20,13 @@ public:
     [[nodiscard]] virtual ValueClass transformedValueClass() const = 0;
     [[nodiscard]] virtual bool allowsReverseTransformation() const = 0;
     [[nodiscard]] virtual Boxed transformedValue(const Boxed& value) const = 0;
-    /// For transformers that allow it; the others answer nil.
+    /// For transformers that allow it; the others return nil.
     [[nodiscard]] virtual Boxed reverseTransformedValue(const Boxed& value) const;
 };
 
 enum class Reverse { notAllowed, allowed };
 
-/// The two facts about a transformer's class, fixed at compile time; what is left to each one are its conversions.
+/// Fixes the two properties of a transformer's class at compile time; subclasses add the conversions.
 template <ValueClass Class, Reverse Allowed>
 class MWValueTransformerOf : public MWValueTransformer { // selector: none
 public:
@@ -34,11 +34,11 @@ public:
     [[nodiscard]] bool allowsReverseTransformation() const final { return Allowed == Reverse::allowed; }
 };
 
-/// The table of transformers by name. The last registration of a name holds.
+/// The table of transformers by name. A later registration replaces an earlier one of the same name.
 class ValueTransformerRegistry {
 public:
     void setValueTransformer(std::shared_ptr<const MWValueTransformer> transformer, const QString& forName);
-    /// Null when no transformer has that name.
+    /// Null if no transformer has that name.
     [[nodiscard]] std::shared_ptr<const MWValueTransformer> valueTransformerForName(const QString& name) const;
 
 private:

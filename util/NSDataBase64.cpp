@@ -33,7 +33,7 @@ std::optional<QByteArray> dataWithBase64EncodedString(const std::optional<QStrin
     return base64dec(text);
 }
 
-// deliberate: it decodes, whatever its name says; callers were written against what it does.
+// deliberate: it decodes, despite its name; callers rely on that.
 std::optional<QByteArray> dataBase64enc(const std::optional<QString>& text) {
     return base64dec(text);
 }
@@ -45,7 +45,7 @@ std::optional<QByteArray> base64dec(const std::optional<QString>& text) {
 
 std::optional<QByteArray> transformExecuter(const std::optional<QByteArray>& data, SecTransform* trans) {
     if (!trans) return std::nullopt;
-    // Executed only when the input was taken.
+    // Executed only if the transform has accepted the input.
     if (!data || !trans->setAttribute(kSecTransformInputAttributeName, *data)) return std::nullopt;
     return trans->execute();
 }

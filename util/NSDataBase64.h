@@ -1,5 +1,6 @@
-// Base64 of bytes and back, as a category of the data class offers them: the instance is the first parameter. The alphabet is
-// RFC 4648's standard one, with padding; text goes out in one line and comes in with or without line ends.
+// Base64 encoding and decoding in the form of a category of the data class: the instance is the first parameter.
+// The alphabet is the standard one of RFC 4648, with padding. Encoded text is one line; decoded text may have line
+// ends.
 #pragma once
 
 #include <QByteArray>
@@ -16,8 +17,8 @@ namespace NSDataBase64 {
 [[nodiscard]] std::optional<QString> base64EncodedString(const QByteArray& data); // selector: base64EncodedString
 [[nodiscard]] std::optional<QString> base64enc(const QByteArray& data);           // selector: base64enc
 
-// These four decode, the one named "enc" too. Nil, text that is not ASCII and text that is no canonical Base64 give nothing; the
-// empty text gives empty bytes.
+// All four decode, including the one named "enc". They return std::nullopt for nil, for text that is not ASCII and
+// for text that is not canonical Base64. The empty text gives empty bytes.
 [[nodiscard]] std::optional<QByteArray>
 dataFromBase64String(const std::optional<QString>& text); // selector: dataFromBase64String:
 [[nodiscard]] std::optional<QByteArray>
@@ -25,7 +26,8 @@ dataWithBase64EncodedString(const std::optional<QString>& text); // selector: da
 [[nodiscard]] std::optional<QByteArray> dataBase64enc(const std::optional<QString>& text); // selector: dataBase64enc:
 [[nodiscard]] std::optional<QByteArray> base64dec(const std::optional<QString>& text);     // selector: base64dec:
 
-/// What the transform makes of the data; nothing without a transform, or when it refuses the data or fails.
+/// The result of the transform for the data; std::nullopt without data or transform, or if the transform rejects
+/// the data or fails.
 [[nodiscard]] std::optional<QByteArray> transformExecuter(const std::optional<QByteArray>& data,
                                                           SecTransform* trans); // selector: transformExecuter:trans:
 

@@ -42,7 +42,7 @@ Boxed MWHeightForFontSize::transformedValue(const Boxed& value) const {
 }
 
 Boxed MWOneIfOneInArray::transformedValue(const Boxed& value) const {
-    // deliberate: an array of exactly one element gives 0, whatever the name says; the bindings ask for "several".
+    // deliberate: an array of exactly one element gives 0, despite the name; the bindings use it to test for "several".
     const auto array = value.array();
     return std::int32_t{array && array->size() > 1};
 }

@@ -5,7 +5,7 @@
 
 namespace quillow {
 
-/// Whether the integer is not zero, as a boolean; nil gives false. Reverse: 1 or 0 by the boolean.
+/// Whether the integer is not zero, as a boolean; nil gives false. Reverse: 1 for a true input, else 0.
 class MWIntToBool final : public MWValueTransformerOf<ValueClass::number, Reverse::allowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] Boxed reverseTransformedValue(const Boxed& value) const override;
 };
 
-/// 1 when the integer is not zero, else 0; nil gives 0.
+/// 1 if the integer is not zero, else 0; nil gives 0.
 class MW1IfNot0 final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
@@ -43,17 +43,18 @@ private:
     Boxed myRefValue;
 };
 
-/// The row height for a font size in points: size times 1.4 plus 2, in single precision, cut towards zero; nil gives nil.
+/// The row height for a font size in points: size times 1.4 plus 2, in single precision, truncated towards zero;
+/// nil gives nil.
 class MWHeightForFontSize final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 
 private:
-    /// deliberate: declared like its siblings' and never set or read; the height needs no reference.
+    /// deliberate: declared as in its siblings, but never set or read; the height needs no reference.
     [[maybe_unused]] Boxed myRefValue;
 };
 
-/// 1 when the array has more than one element, else 0; nil gives 0. Reverse: always a new empty array.
+/// 1 if the array has more than one element, else 0; nil gives 0. Reverse: always a new empty array.
 class MWOneIfOneInArray final : public MWValueTransformerOf<ValueClass::number, Reverse::allowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;

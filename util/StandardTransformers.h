@@ -1,5 +1,4 @@
-// Puts every transformer that needs no reference into the registry under its class name, which is how the windows' bindings name
-// them.
+// Registers every transformer that needs no reference under its class name, which the windows' bindings use.
 #pragma once
 
 namespace quillow {
@@ -10,7 +9,7 @@ class ImageCodec;
 class TextUnarchiver;
 class ValueTransformerRegistry;
 
-/// The ports outlive the registry.
+/// The ports must outlive the registry.
 void registerStandardTransformers(ValueTransformerRegistry& registry, BookmarkStore& bookmarkStore, const Clock& clock,
                                   const ImageCodec& imageCodec, const TextUnarchiver& textUnarchiver); // selector: none
 

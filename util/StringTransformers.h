@@ -19,7 +19,7 @@ private:
 };
 
 /// Whether the input equals the reference string, as a boolean; nil gives nil.
-/// deliberate: a string is declared although a boolean comes out; the bindings that use it go by the declared class.
+/// deliberate: the declared class is string although the result is a boolean; the bindings rely on the declared class.
 class MWValueIsEqualToStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWValueIsEqualToStr(const std::optional<QString>& string)
@@ -30,14 +30,13 @@ private:
     std::optional<QString> myRefString;
 };
 
-/// Whether nothing is left once blanks are trimmed off both ends, as a boolean; tabs and line ends are content. Nil gives
-/// true.
+/// Whether the string has no characters but blanks, as a boolean; tabs and line ends are not blanks. Nil gives true.
 class MWEmptyTrimmedString final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;
 };
 
-/// Whether something is left once blanks are trimmed off both ends, as a boolean; nil gives false.
+/// Whether the string has a character that is not a blank, as a boolean; nil gives false.
 class MWFilledTrimmedString final : public MWValueTransformerOf<ValueClass::number, Reverse::notAllowed> {
 public:
     [[nodiscard]] Boxed transformedValue(const Boxed& value) const override;

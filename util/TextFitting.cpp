@@ -28,7 +28,8 @@ bool TextFitting::fits(const QString& beginning) {
 }
 
 QString TextFitting::fitted(const QString& text) {
-    // Longer and longer beginnings, until one tells that the text is too wide or the whole was measured.
+    // Doubles the length of the prefix until one shows that the text is too wide, or until the prefix is the whole
+    // text.
     qsizetype narrow = 0;
     qsizetype probe = kFirstProbe;
     while (probe < text.size() && !isFarTooWide(text.left(probe))) {
@@ -41,7 +42,7 @@ QString TextFitting::fitted(const QString& text) {
     else if (width(text) <= limit_)
         return text;
 
-    // The loop; longer beginnings are known to be too wide.
+    // The loop. All longer prefixes are known to be too wide.
     const std::int64_t end = measured_ + kLoopUnits;
     for (; length >= 2 && !fits(text.left(length)); --length) {
         if (measured_ < end) continue;

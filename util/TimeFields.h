@@ -1,4 +1,4 @@
-// The parts of an instant as the user's calendar has them, and how they are written.
+// The calendar fields of an instant, and how they are written.
 #pragma once
 
 #include <QDateTime>

@@ -7,7 +7,7 @@ namespace {
 
 constexpr char32_t kReplacementCharacter = 0xFFFD;
 constexpr qsizetype kUnitsAtOnce = 256;
-/// What one unit takes at most, and a lone surrogate that waits before it.
+/// The most bytes that one unit, or a lone surrogate pending before it, needs in UTF-8.
 constexpr qsizetype kMaximumBytes = 3;
 
 char* encode(char32_t character, char* out) {

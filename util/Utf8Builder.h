@@ -1,4 +1,4 @@
-// Builds UTF-8 from pieces of UTF-16, so that a long text is never held in both.
+// Builds UTF-8 from pieces of UTF-16, so that a long text is never in memory in both encodings.
 #pragma once
 
 #include <QByteArray>
@@ -15,7 +15,7 @@ public:
 
 private:
     QByteArray bytes_;
-    char16_t pendingHigh_ = 0; ///< a high surrogate whose low one may follow
+    char16_t pendingHigh_ = 0; ///< a high surrogate that waits for its low surrogate, or 0
 };
 
 } // namespace quillow

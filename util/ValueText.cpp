@@ -20,7 +20,7 @@ QString isoDate(const QDateTime& date) {
     return date.toOffsetFromUtc(date.offsetFromUtc()).toString(Qt::ISODate);
 }
 
-/// The text of one value and of what is in it.
+/// Writes one value and the values inside it.
 class Writer {
 public:
     void write(const Boxed& value) {
@@ -51,7 +51,7 @@ private:
         }
     }
 
-    /// Separates and counts the next value; false when there were enough of them.
+    /// Separates and counts the next value; returns false once the limit is reached.
     bool isBegun(bool& isFirst) {
         if (count_ > kMaximumValuesInCell) return false;
         if (!std::exchange(isFirst, false)) text_ += QStringLiteral(", ");

@@ -1,4 +1,4 @@
-// Values as the text of a table's cell.
+// The text of a value in a table cell.
 #pragma once
 
 #include "base/Boxed.h"
@@ -7,13 +7,15 @@
 
 namespace quillow {
 
-/// At most so many values inside an array or a dictionary are written, and so deep; "…" stands for the rest.
+/// Limits for the number and the nesting depth of values inside an array or a dictionary; "…" replaces the rest.
 inline constexpr int kMaximumValuesInCell = 10'000;
 inline constexpr int kMaximumDepthInCell = 16;
 
-/// A string as it is; nil empty; a boolean "1" or "0"; an integer in decimal; a fraction in the fewest digits that read back as the
-/// same number, with a point; a date in ISO 8601 to the second with its offset from UTC; bytes in Base64; an image by its size, "640x480";
-/// arrays and dictionaries by their values, with ", " between them and "key: " before each of a dictionary's. Whatever the locale.
+/// A string is unchanged and nil is empty. A boolean is "1" or "0", an integer is decimal, and a fraction has the
+/// fewest digits that read back as the same number, with a point. A date is in ISO 8601 to the second, with its
+/// offset from UTC. Bytes are in Base64. An image is its size, "640x480". Arrays and dictionaries are their
+/// values, separated by ", ", with "key: " before each value of a dictionary. The result does not depend on the
+/// locale.
 [[nodiscard]] QString textOfValue(const Boxed& value); // selector: none
 
 } // namespace quillow

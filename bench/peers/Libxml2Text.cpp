@@ -1,5 +1,5 @@
-// libxml2_text FILE: what libxml2's HTML parser makes of a page, its text nodes outside of scripts and styles written one after the
-// other. A peer to measure speed against, not quality.
+// libxml2_text FILE: prints the text nodes of an HTML page as libxml2 parses it, except those of the head, scripts and
+// styles. A peer for comparing speed, not quality.
 #include <libxml/HTMLparser.h>
 
 #include <cstdio>

@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""run.py [--ours PROGRAM] [--runs N] [--together] FILE...: quillow-convert beside the converters that Debian packages, on the same files.
+"""run.py [--ours PROGRAM] [--runs N] [--together] FILE...: compares quillow-convert with converters packaged by Debian.
 
-Every program runs on every file that it can read, in turns, N times; what counts is the least user and system CPU time of the
-runs and the memory of that run (never under about 10 MiB: a child begins as this program's copy). Printed are ours in milliseconds and MiB, and each peer as a multiple of ours (2.00x: the peer
-takes twice as long). A peer that is not installed is left out, and said to be. A program that fails on a file has no ratio.
+Every program runs N times, in turns, on every file that it can read. The result is the least user and system CPU
+time of the runs and the memory of that run (at least about 10 MiB, because a child process starts as a copy of
+this one). Prints our time in milliseconds, each peer's time as a multiple of ours (2.00x: the peer takes twice as
+long), and the memory in MiB. Peers that are not installed are listed and left out. A program that fails on a file
+has no ratio.
 
-With --together, files of one kind are a collection to be converted: ours reads them all in one run on one core, a peer, which takes one
-file a run, runs once for each. Printed are the sums; then the same with every run's start (that on a document of one letter)
-subtracted.
+With --together, the files are of one kind and form one collection. Our program reads them all in one run on one
+core; a peer reads one file per run. Prints the sums, and the sums without the start of every run (measured with a
+document of one letter).
 """
 import argparse
 import math
@@ -27,16 +29,17 @@ PEERS = {
              "lynx -dump -nolist -force_html -width=1000 -display_charset=utf-8 {}",
              "html2text -utf8 -width 10000 {}", "pandoc -f html -t plain {}", f"{ROOT}/build/release/bin/libxml2_text {{}}"],
     "rtf": ["unrtf --text --quiet --nopict {}", "catdoc -d utf-8 {}", "pandoc -f rtf -t plain {}",
-            # A profile of its own, so that it does not meet a LibreOffice that is running.
+            # A profile of its own, so that it does not connect to a running LibreOffice.
             f"soffice -env:UserInstallation=file://{tempfile.gettempdir()}/quillow-peers --headless --cat {{}}"],
 }
 KINDS = {".pdf": "pdf", ".html": "html", ".htm": "html", ".rtf": "rtf"}
 LETTERS = {"html": b"<p>x", "rtf": b"{\\rtf1 x}"}
-LEAST_CPU = 1e-4  # seconds: what the system can tell apart from nothing
+LEAST_CPU = 1e-4  # seconds: the least that the system can measure
 
 
 def measure(command, paths, timeout):
-    """(CPU seconds, MiB) of one run on a path, or on a list of them at the command's end; nothing when it failed or took too long."""
+    """(CPU seconds, MiB) of one run on a path, or on a list of paths after the command; None if it failed or took
+    too long."""
     words = [word.replace("{}", paths) for word in command.split()] if isinstance(paths, str) else command.split() + paths
     process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                start_new_session=True)
@@ -74,7 +77,7 @@ def best_of(commands, path, runs, timeout):
 
 
 def sum_of(command, paths, runs, timeout):
-    """The least CPU seconds of `runs` rounds over all paths; nothing when one of them failed."""
+    """The least CPU seconds of `runs` rounds over all paths; None if a run failed."""
     rounds = []
     for _ in range(runs):
         outcomes = [measure(command, path, timeout) for path in paths]

@@ -1,4 +1,4 @@
-// A Qt program with one empty window: what start-up.py compares the program's start and memory with.
+// A Qt program with one empty window. start_up.py compares its start-up time and memory with those of the real program.
 #include <QApplication>
 #include <QWidget>
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""many_documents.py PROGRAM CONVERT FILE...: 500 documents handed to the window at once, beside the command line on the same ones.
+"""many_documents.py PROGRAM CONVERT FILE...: compares the window with the command line on the same 500 documents.
 
-Run it under tests/gui/session.py. The documents are copies of the FILEs in turn. Printed are wall and CPU seconds from the hand-over to
-the last text, and ratios; the window converts one after the other, so the command line does so too (-j 1).
+Run it under tests/gui/session.py. The documents are copies of the FILEs in turn; the window gets them all at once.
+Prints wall and CPU seconds from the hand-over to the last text, and ratios. The window converts one document after
+the other, so the command line does the same (-j 1).
 """
 import os
 import pathlib
@@ -47,7 +48,7 @@ def in_window(program, documents):
     subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Quillow$"], check=True, stdout=subprocess.DEVNULL)
     time.sleep(1)
     used, begin = cpu_seconds(process.pid), time.monotonic()
-    subprocess.run([program, *documents], check=True)  # a second start hands its documents over
+    subprocess.run([program, *documents], check=True)  # the second instance passes its documents to the first
     wait_for_texts(texts)
     result = time.monotonic() - begin, cpu_seconds(process.pid) - used
     process.terminate()

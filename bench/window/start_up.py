@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""start_up.py PROGRAM EMPTY_WINDOW [RUNS]: how long the program takes to show its window, and its memory, beside an empty Qt window.
+"""start_up.py PROGRAM EMPTY_WINDOW [RUNS]: compares the program's start-up time and memory with an empty Qt window's.
 
-Run it under tests/gui/session.py. Both programs are started in turns; printed are the least of the runs and ratios: wall time until
-the window manager has the window, CPU time used until the program rests, and proportional set size (PSS) then.
+Run it under tests/gui/session.py. Starts both programs in turns and prints the least values of all runs, and
+ratios: wall time until the window manager has the window, CPU time until the program is idle, and its proportional
+set size (PSS) then.
 """
 import os
 import pathlib
@@ -12,7 +13,7 @@ import sys
 import time
 
 TICKS = os.sysconf("SC_CLK_TCK")
-REST_SECONDS = 0.5  # without using any CPU time
+REST_SECONDS = 0.5  # a program without CPU use for so long is idle
 
 
 def clients(watcher):
@@ -32,10 +33,10 @@ def pss_mib(pid):
 
 
 def run(program):
-    """(milliseconds to the window, milliseconds of CPU to rest, MiB at rest) of one start."""
+    """(milliseconds to the window, milliseconds of CPU until idle, MiB when idle) of one start."""
     watcher = subprocess.Popen(["xprop", "-root", "-spy", "_NET_CLIENT_LIST"], stdout=subprocess.PIPE, text=True)
     while clients(watcher):
-        pass  # the window of the run before is still listed
+        pass  # the window of the previous run is still listed
     begin = time.monotonic()
     process = subprocess.Popen([program], stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     while not clients(watcher):

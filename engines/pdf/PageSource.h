@@ -1,5 +1,5 @@
-// The pages of a PDF document, as the engine asks for them; what library reads them is not known here. No exception leaves
-// these functions: module and program may have a C++ run time each.
+// The interface to the pages of a PDF document, independent of the library that reads them. Its functions throw
+// nothing: module and program may each have a C++ runtime of their own.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +8,10 @@
 
 namespace quillow::pdf {
 
-/// How the text of a page is put in order.
+/// The order of a page's text.
 enum class PageOrder {
-    contentStream, ///< as the page's content draws it
-    reading,       ///< as the library reads the page's geometry, right-to-left runs in logical order
+    contentStream, ///< as the page's content stream draws it
+    reading,       ///< as the library derives it from geometry, with right-to-left runs in logical order
 };
 
 class PageSource {
@@ -25,13 +25,13 @@ public:
 
     [[nodiscard]] virtual Opening opening() const noexcept = 0;
 
-    /// As many pages as the document claims to have; 0 unless opened.
+    /// The number of pages that the document claims to have; 0 unless opened.
     [[nodiscard]] virtual std::size_t count() const noexcept = 0;
 
-    /// The text of a page in UTF-16, or nothing when the page cannot be read.
+    /// The text of a page in UTF-16; std::nullopt if the page cannot be read.
     [[nodiscard]] virtual std::optional<std::u16string> pageText(std::size_t index, PageOrder order) const noexcept = 0;
 
-    /// Whether memory ended while the document was opened or a page was read; what was answered then means nothing.
+    /// Whether memory ran out while the document was opened or a page was read. The result of that call means nothing.
     [[nodiscard]] virtual bool hasMemoryEnded() const noexcept = 0;
 };
 

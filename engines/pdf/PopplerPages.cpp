@@ -1,4 +1,4 @@
-// The pages of a PDF document through poppler: the one place that knows that library, and the whole of the module.
+// Reads the pages of a PDF document with poppler. Only this file uses that library; it is the module's only source.
 #include "engines/pdf/Module.h"
 
 #include <poppler/cpp/poppler-document.h>
@@ -16,7 +16,7 @@ namespace {
 
 void dropMessage(const std::string&, void*) {}
 
-/// The library prints every flaw of a document to standard error unless it is told where to send it.
+/// The library prints every error of a document to standard error unless it has an error function.
 void silenceMessages() {
     static const bool silenced = [] {
         poppler::set_debug_error_function(dropMessage, nullptr);
@@ -40,14 +40,15 @@ public:
     [[nodiscard]] bool hasMemoryEnded() const noexcept override { return hasMemoryEnded_; }
 
 private:
-    /// Calls what may throw. What the library throws is a failure of the document, but for the end of memory.
+    /// Calls a function that may throw. An exception means that the document cannot be read; std::bad_alloc means
+    /// that memory ran out.
     template <typename Call>
     void guarded(const Call& call) const noexcept {
         try {
             call();
         } catch (const std::bad_alloc&) {
             hasMemoryEnded_ = true;
-        } catch (...) { // the caller's answer stays "it cannot be read"
+        } catch (...) { // the caller's result still says "it cannot be read"
         }
     }
 

@@ -1,5 +1,5 @@
-// Letters that fonts carry as shapes (ligatures, Arabic joining forms) and the plain letters that they stand for: NFKC of the
-// three blocks of presentation forms, and of nothing else.
+// Maps presentation forms (ligatures, Arabic joining forms) to their plain letters: NFKC of the three blocks of
+// presentation forms, and of no other block.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ namespace quillow::pdf {
 /// One entry of the table, sorted by code.
 struct PresentationForm {
     std::uint16_t code;
-    std::uint16_t begin; ///< in kPresentationFormPool
+    std::uint16_t begin; ///< offset in kPresentationFormPool
     std::uint16_t length;
 };
 extern const char16_t kPresentationFormPool[];

@@ -1,4 +1,5 @@
-// PDF: the pages' texts in order, in the text form. Which order a page is read in, and what its letters are, is decided here.
+// Joins the text of a PDF's pages. Decides the order in which a page is read, and the letters that its characters
+// become.
 #include "engines/pdf/Reader.h"
 
 #include "engines/pdf/Limits.h"
@@ -23,8 +24,8 @@ constexpr bool isLowSurrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// The strongly right-to-left blocks (UAX #9, classes R and AL): Hebrew to Arabic Extended-A, their presentation forms, and
-/// the historic scripts of the supplementary plane, which UTF-16 shows by their high surrogates.
+/// The strongly right-to-left blocks (UAX #9, classes R and AL): Hebrew to Arabic Extended-A, their presentation
+/// forms, and the historic scripts of the supplementary plane, by their high surrogates.
 constexpr bool isRightToLeft(char16_t unit) {
     return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
            (unit >= 0xFE70 && unit <= 0xFEFE) || unit == 0xD802 || unit == 0xD803 || unit == 0xD83A || unit == 0xD83B;
@@ -34,7 +35,7 @@ constexpr bool isBlank(char16_t unit) {
     return unit <= 0x20 || unit == 0xA0;
 }
 
-/// Marks of direction that were put around runs on the way: the text is in logical order and needs none (UAX #9, 2.1, 2.2).
+/// Directional marks that the library adds around runs. The text is in logical order and needs none (UAX #9, 2.1, 2.2).
 constexpr bool isEmbeddingMark(char32_t codePoint) {
     return codePoint >= 0x202A && codePoint <= 0x202E;
 }
@@ -67,7 +68,7 @@ void appendCharacter(TextSink& sink, char32_t codePoint, LossAccount& loss) {
         sink.append(unit);
 }
 
-/// The next code point of UTF-16; a lone surrogate and the private use areas, which name no character, are U+FFFD.
+/// Removes the next code point from UTF-16 and returns it. Lone surrogates and private-use characters are U+FFFD.
 char32_t nextCodePoint(std::u16string_view& rest) {
     const char16_t first = rest.front();
     rest.remove_prefix(1);
@@ -80,7 +81,7 @@ char32_t nextCodePoint(std::u16string_view& rest) {
     return first >= 0xE000 && first <= 0xF8FF ? text::kReplacementCharacter : char32_t{first};
 }
 
-/// Removes what a page ends with that is no text: blanks and line ends.
+/// Removes the blanks and line ends at the end of a page, which begins at `from`.
 void trimEnd(TextSink& sink, std::size_t from) {
     std::size_t end = sink.size();
     while (end > from && (sink.view()[end - 1] == '\n' || sink.view()[end - 1] == ' '))
@@ -88,13 +89,13 @@ void trimEnd(TextSink& sink, std::size_t from) {
     sink.truncate(end);
 }
 
-/// Writes a page; answers whether it held any character.
+/// Appends a page. Returns whether it has any text.
 bool appendPage(TextSink& sink, std::u16string_view page, LossAccount& loss) {
     const std::size_t begin = sink.size();
     while (!page.empty()) {
         const char32_t codePoint = nextCodePoint(page);
         if (codePoint == '\n' || codePoint == '\f')
-            sink.appendAscii('\n'); // the library ends a page's text by a form feed
+            sink.appendAscii('\n'); // the library ends a page's text with a form feed
         else if (codePoint == ' ' || codePoint == '\t')
             sink.appendAscii(static_cast<char>(codePoint));
         else
@@ -112,9 +113,10 @@ Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
     return extraction;
 }
 
-/// Content-stream order beats geometry on every kind of page but those whose letters run from the right: there the stream
-/// holds the words as they are drawn, the last one first. A fifth of the letters is more than a quotation. Where geometry
-/// has lost letters (it drops what overlaps), all of them out of order are better than a few in order.
+/// The text of a page in the better of two orders. Content-stream order is better than geometry except on
+/// right-to-left pages, where the stream draws the last word first. Over a fifth of right-to-left letters is more
+/// than a quotation. Geometry drops letters that overlap; if it drops over a tenth, all letters out of order are
+/// better than a part in order.
 std::optional<std::u16string> bestText(const PageSource& pages, std::size_t index) {
     std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
     if (!drawn) return drawn;
@@ -149,7 +151,7 @@ private:
             return;
         }
         missingInARow_ = 0;
-        // Every page has its mark; without marks, pages that hold nothing leave no blank lines.
+        // With page marks, every page has its mark. Without them, empty pages leave no blank lines.
         const std::size_t before = sink_.size();
         if (marks_ == PageMarks::formFeed ? pagesRead_ > 0 : before > 0) sink_.appendAscii(separator());
         ++pagesRead_;

@@ -6,11 +6,12 @@
 
 namespace quillow::pdf {
 
-/// The text of a document. Where the module that reads pages is missing: `unreadable`.
+/// Reads a PDF document. Reason::unreadable if the module that reads pages is missing.
 [[nodiscard]] Extraction readPdf(std::span<const std::byte> bytes, const Options& options,
                                  const Module& module = Module::installed());
 
-/// The same for pages that have been opened, or not. Throws std::bad_alloc where memory ended in the module too.
+/// The same for a document that the module has opened or has failed to open. Throws std::bad_alloc if memory ran
+/// out, also inside the module.
 [[nodiscard]] Extraction readPages(const PageSource& pages, const Options& options);
 
 } // namespace quillow::pdf

@@ -1,5 +1,5 @@
-// The byte scans under the RTF scanner: each looks for the next byte that means something, sixteen bytes at a time where
-// the machine has SSE2 (every x86-64 has), byte by byte elsewhere.
+// Byte scans for the RTF scanner. Each finds the next byte of one class: sixteen bytes at a time with SSE2 (every
+// x86-64 machine has it), byte by byte elsewhere.
 #pragma once
 
 #include "text/ByteBlock.h"
@@ -18,7 +18,7 @@ namespace quillow::rtf {
     return c == '\\' || c == '{' || c == '}';
 }
 
-/// Printable ASCII that stands for itself.
+/// Printable ASCII except the syntax bytes.
 [[nodiscard]] constexpr bool isPlainText(char c) {
     return c >= 0x20 && c < 0x7F && !isSyntax(c);
 }
@@ -29,7 +29,8 @@ namespace quillow::rtf {
     return static_cast<std::size_t>(__builtin_ctz(mask));
 }
 
-/// Bits of the bytes that are not plain text. `v | 2` folds '}' onto DEL; bytes over 0x7F are negative, so below 0x20.
+/// The bit mask of the bytes that are not plain text. `v | 2` maps '}' to DEL. The comparison is signed, so bytes
+/// over 0x7F are negative and below 0x20.
 [[nodiscard]] inline unsigned notPlainText(__m128i v) {
     const __m128i low = _mm_cmplt_epi8(v, _mm_set1_epi8(0x20));
     const __m128i backslash = _mm_cmpeq_epi8(v, _mm_set1_epi8('\\'));
@@ -38,7 +39,8 @@ namespace quillow::rtf {
     return text::highBits(_mm_or_si128(_mm_or_si128(low, backslash), _mm_or_si128(open, close)));
 }
 
-/// A superset of those bits that is found sooner: '|' and '~' are in it too. Adding five makes what lies over 'z' negative.
+/// A superset of notPlainText() that is cheaper to compute: it also has '|' and '~'. Adding kShift makes every
+/// byte over 'z' negative.
 [[nodiscard]] inline unsigned unusualText(__m128i v) {
     constexpr char kShift = 0x80 - '{';
     const __m128i usual = _mm_cmpgt_epi8(_mm_add_epi8(v, _mm_set1_epi8(kShift)), _mm_set1_epi8(0x20 + kShift - 1));
@@ -104,13 +106,13 @@ namespace quillow::rtf {
     return p;
 }
 
-/// The number of code points in well-formed UTF-8: its bytes but for trail bytes.
+/// The number of code points in well-formed UTF-8: its bytes minus its trail bytes.
 [[nodiscard]] inline std::uint64_t countCodePoints(const char* p, const char* end) {
     const auto length = static_cast<std::uint64_t>(end - p);
     std::uint64_t trails = 0;
 #if defined(__SSE2__)
     constexpr std::size_t kStride = 4 * text::kBlock;
-    constexpr std::size_t kMostStrides = 63; // sixteen counters of a byte each take at most 255 blocks
+    constexpr std::size_t kMostStrides = 63; // a stride adds up to 4 to each one-byte counter
     const __m128i firstLead = _mm_set1_epi8(static_cast<char>(0xC0));
     while (static_cast<std::size_t>(end - p) >= kStride) {
         __m128i counters = _mm_setzero_si128();

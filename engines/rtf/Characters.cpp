@@ -9,7 +9,7 @@ namespace quillow::rtf {
 
 namespace {
 
-/// Signs of symbol fonts are written at U+F000 plus their byte.
+/// \u writes a character of a symbol font as U+F000 plus its byte.
 constexpr bool isSymbolSign(char32_t c) {
     return c >= 0xF020 && c <= 0xF0FF;
 }
@@ -30,7 +30,7 @@ std::uint64_t countReplacements(std::string_view text) {
     return count;
 }
 
-/// Words that the fallback after \u never swallows: they carry the text's structure.
+/// Words that are never part of the fallback after \u, because they carry the structure of the text.
 constexpr bool endsFallback(Action action) {
     switch (action) {
     case Action::paragraph:
@@ -48,7 +48,7 @@ constexpr bool endsFallback(Action action) {
 void Interpreter::takePlainText() {
     const char* p = scanner_.position();
     if ((state_.flags | pending_) == 0) {
-        // Line ends in the source part nothing.
+        // Line ends in the source have no meaning.
         while (true) {
             p = output_.copyText(p, scanner_.end());
             scanner_.moveTo(p);
@@ -68,7 +68,7 @@ void Interpreter::takePlainText() {
         writeCodePoint(state_.charset->decodeByte(static_cast<std::uint8_t>(*p)));
 }
 
-/// As many \'hh in a row as stand for one printable character each.
+/// Reads a run of \'hh that are one printable character each.
 void Interpreter::takeUsualHex() {
     const char* p = scanner_.position();
     const char* end = scanner_.end();
@@ -122,7 +122,8 @@ void Interpreter::takeBytes() {
     loss_.charactersWithoutUnicode = lost;
 }
 
-/// A control character, the beginning of a longer sequence, or a byte that the charset has no character for.
+/// Reads a byte that is not a printable character by itself: a control character, the start of a longer sequence,
+/// or a byte without a character in the charset.
 void Interpreter::takeUnusualByte(std::uint8_t byte, bool isRaw, const char* next) {
     if (byte < 0x20) {
         scanner_.moveTo(next);
@@ -144,8 +145,9 @@ void Interpreter::takeUnusualByte(std::uint8_t byte, bool isRaw, const char* nex
     writeCodePoint(charset.decodeByte(byte));
 }
 
-/// The second half of a pair may be \'hh, plain ASCII or a raw byte. After a raw first half even a backslash or a brace is
-/// one, where the code page has such a pair; \'hh is looked for before that. Line ends between the halves mean nothing.
+/// Reads the trail byte of a pair: \'hh, plain ASCII or a raw byte. After a raw lead byte, a backslash or a brace
+/// can be the trail byte too if the code page has that pair; \'hh is tried first. After \'hh, only an escaped
+/// backslash or brace can be. Line ends between the two are ignored.
 void Interpreter::takePair(const text::CodePage& pairs, std::uint8_t lead, bool isRaw, const char* next) {
     scanner_.moveTo(next);
     scanner_.skipLineEnds();
@@ -153,7 +155,7 @@ void Interpreter::takePair(const text::CodePage& pairs, std::uint8_t lead, bool 
     char32_t c = text::kReplacementCharacter;
     if (const std::optional<std::uint8_t> trail = scanner_.hexByteAt(p)) {
         c = pairs.decodePair(lead, *trail);
-        // A pair that does not exist swallows its second half only when that is no ASCII character.
+        // An undefined pair consumes its trail byte only if that is not ASCII.
         if (c != text::kReplacementCharacter || *trail >= 0x80) scanner_.moveTo(p + 4);
     } else if (!scanner_.atEnd() && (isRaw || !isSyntax(*p))) {
         c = pairs.decodePair(lead, static_cast<std::uint8_t>(*p));
@@ -165,12 +167,12 @@ void Interpreter::takePair(const text::CodePage& pairs, std::uint8_t lead, bool 
     writeCodePoint(c);
 }
 
-/// A UTF-8 sequence written as \'hh, raw bytes or both.
+/// Reads a UTF-8 sequence that is written as \'hh, raw bytes or both.
 void Interpreter::takeUtf8Sequence(std::uint8_t lead, const char* next) {
     std::string sequence(1, static_cast<char>(lead));
     text::DecodedCodePoint decoded = text::decodeUtf8(sequence);
     scanner_.moveTo(next);
-    // As long as what is gathered is the beginning of a sequence, the next byte belongs to it.
+    // While the bytes so far are an incomplete sequence, the next byte belongs to it.
     while (!decoded.wellFormed && decoded.length == sequence.size() && lead >= 0xC2 && lead <= 0xF4) {
         scanner_.skipLineEnds();
         const char* p = scanner_.position();
@@ -190,10 +192,10 @@ void Interpreter::takeRawUtf8() {
     writeCodePoint(decoded.codePoint);
 }
 
-/// As many \uN? in a row as are letters with a fallback of one plain character.
+/// Reads a run of \uN that are printable characters, each with a fallback of one plain character.
 void Interpreter::takeUsualUnicode() {
     if (state_.unicodeSkip != 1 || ((state_.flags & kSuppressed) | pending_) != 0) return;
-    constexpr std::ptrdiff_t kLongest = 12; // backslash, u, five digits, blank, fallback
+    constexpr std::ptrdiff_t kLongest = 12; // enough for a backslash, u, five digits, blank and fallback
     constexpr std::uint32_t kFirstLetter = 0xA0;
     constexpr std::uint32_t kFirstSurrogate = 0xD800;
     const char* p = scanner_.position();
@@ -213,7 +215,7 @@ void Interpreter::takeUsualUnicode() {
     scanner_.moveTo(p);
 }
 
-/// \uN and those that follow it at once.
+/// Reads \uN and every \uN that directly follows its fallback.
 void Interpreter::takeUnicode(std::int32_t number) {
     while (true) {
         const std::int32_t shifted = number < 0 ? number + 0x10000 : number;
@@ -234,8 +236,9 @@ void Interpreter::takeUnicode(std::int32_t number) {
     }
 }
 
-/// What follows \u for readers without Unicode: as many bytes as \uc says, a \'hh, a control word or symbol, and \bin with
-/// its data each counting as one, also a \'hh whose digits are none. A brace ends it.
+/// Skips the text after \u that is meant for readers without Unicode. \uc gives its length: a byte, a \'hh (even
+/// without valid digits), a control word, a control symbol, and \bin with its data count as one each. A brace, an
+/// escaped line end or a word of endsFallback() ends it early.
 void Interpreter::skipFallback() {
     for (unsigned left = state_.unicodeSkip; left > 0 && !scanner_.atEnd();) {
         const char* p = scanner_.position();
@@ -269,7 +272,8 @@ void Interpreter::skipFallback() {
     }
 }
 
-/// Call before text is written: false where the text is hidden. Writes what is waiting to stand before it.
+/// Call before text is written. Returns false if the text is hidden. Otherwise writes what is pending before the
+/// text: a lone surrogate, a list label.
 bool Interpreter::prepareText() {
     if ((state_.flags & kSuppressed) != 0) return false;
     if (pending_ == 0) return true;
@@ -279,7 +283,7 @@ bool Interpreter::prepareText() {
     return true;
 }
 
-/// An empty paragraph in a list has its label all the same.
+/// An empty paragraph in a list gets its label too, without the tab.
 void Interpreter::settlePending() {
     const bool isEmpty = (pending_ & kLabel) != 0;
     (void)prepareText();
@@ -311,7 +315,7 @@ void Interpreter::writeCodePoint(char32_t c) {
     output_.appendCodePoint(c);
 }
 
-/// The halves of a surrogate pair may stand in different groups; anything written between them parts them.
+/// The halves of a surrogate pair may be in different groups. Text between them breaks the pair.
 void Interpreter::writeSurrogate(char32_t c) {
     if ((state_.flags & kSuppressed) != 0) return;
     const bool isLow = c >= 0xDC00;
@@ -359,8 +363,8 @@ void Interpreter::writeLabel() {
     if ((pending_ & kSurrogate) != 0) (void)prepareText();
 }
 
-/// True when every byte over 0x7F of the file, binary data apart, forms well-formed UTF-8: then raw bytes are that, whatever
-/// the fonts say. Looked at when the first such byte is met.
+/// True if all bytes over 0x7F in the file, except binary data, are well-formed UTF-8. Raw bytes are then UTF-8,
+/// whatever the fonts say. Computed at the first call.
 bool Interpreter::rawIsUtf8() {
     if (rawIsUtf8_ != Answer::unknown) return rawIsUtf8_ == Answer::yes;
     rawIsUtf8_ = Answer::no;
@@ -379,7 +383,7 @@ bool Interpreter::rawIsUtf8() {
             p += decoded.length;
         }
         if (binary == input.size()) break;
-        // An escaped backslash before "bin" is text.
+        // After an odd number of backslashes, the one before "bin" is escaped: this is text.
         std::size_t backslashes = 0;
         while (backslashes < binary - from && input[binary - 1 - backslashes] == '\\')
             ++backslashes;

@@ -1,4 +1,5 @@
-// What the bytes of a run mean: a code page, UTF-8 or a symbol font, with the UTF-8 of every single byte ready to copy.
+// How the bytes of a run are decoded: by a code page, as UTF-8 or by a symbol font. The UTF-8 of every single-byte
+// character is computed in advance.
 #pragma once
 
 #include "text/CodePage.h"
@@ -13,9 +14,9 @@ namespace quillow::rtf {
 
 class Charset {
 public:
-    /// What a single byte is in this charset. `other` bytes are controls, lead bytes, and bytes without a character.
+    /// The printable character of a single byte. `length` is 0 for controls, lead bytes and bytes without a character.
     struct Single {
-        std::uint32_t utf8; ///< its UTF-8, first byte lowest
+        std::uint32_t utf8; ///< its UTF-8 with the first byte in the lowest bits
         std::uint8_t length;
     };
 
@@ -26,12 +27,12 @@ public:
     [[nodiscard]] bool isUtf8() const { return page_ == nullptr && symbols_ == nullptr; }
     [[nodiscard]] bool isSymbolFont() const { return symbols_ != nullptr; }
     [[nodiscard]] text::SymbolFontDecoder symbols() const { return symbols_; }
-    /// The code page when it is a double-byte one, else nullptr.
+    /// The code page if it is a double-byte one, else nullptr.
     [[nodiscard]] const text::CodePage* pairs() const {
         return page_ != nullptr && page_->isDoubleByte() ? page_ : nullptr;
     }
 
-    /// The code point of a byte that stands alone; U+FFFD where there is none.
+    /// The code point of a single byte; U+FFFD if it has none.
     [[nodiscard]] char32_t decodeByte(std::uint8_t byte) const;
 
     /// The UTF-8 of a byte that is printable in this charset; length 0 for every other byte.
@@ -46,10 +47,10 @@ private:
     std::array<std::uint8_t, 256> lengths_{};
 };
 
-/// The charsets of one document, each made once, at addresses that stay.
+/// The charsets of one document. Each is created once and keeps its address.
 class CharsetPool {
 public:
-    /// The charset of a code page number: 65001 is UTF-8; 0, 1200 and unknown ones are windows-1252.
+    /// The charset of a code page number: 65001 is UTF-8; 0, 1200 and unknown numbers are windows-1252.
     [[nodiscard]] const Charset* forCodePage(int number);
     [[nodiscard]] const Charset* forSymbols(text::SymbolFontDecoder symbols);
 
@@ -58,7 +59,7 @@ private:
         int codePage;
         std::unique_ptr<Charset> charset;
     };
-    std::vector<Entry> entries_; // few: bounded by the code pages and symbol fonts that there are
+    std::vector<Entry> entries_; // at most one for each code page and symbol font
 };
 
 inline constexpr int kWindowsLatin = 1252;

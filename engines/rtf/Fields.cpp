@@ -16,12 +16,13 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\n";
 
-/// Takes the next word off an instruction: up to a blank, or a quoted string without its quotes.
 struct Argument {
     std::string text;
     bool isSwitch = false;
 };
 
+/// Removes the next argument from `rest`: a word up to a blank, or a quoted string without its quotes. Returns false if
+/// there is none.
 bool takeArgument(std::string_view& rest, Argument& argument) {
     const std::size_t start = rest.find_first_not_of(kBlanks);
     if (start == std::string_view::npos) return false;
@@ -81,8 +82,8 @@ FieldInstruction readSymbol(std::string_view rest) {
     return symbol;
 }
 
-/// The elements of an equation's overstrike, \o(...), from its opening parenthesis on: the last one that is not raised or
-/// lowered is the base that the others are written over.
+/// The base of an equation's overstrike, \o(...): the last element that is not raised or lowered. The other
+/// elements are drawn over it. `elements` starts at the opening parenthesis.
 std::string baseOfOverstrike(std::string_view elements) {
     std::string_view base;
     std::size_t depth = 0;
@@ -114,8 +115,8 @@ std::string baseOfOverstrike(std::string_view elements) {
     return text;
 }
 
-/// A switch of an equation at a backslash: takes its letters, what an option has after them (a number, or a backslash and
-/// the bracket to draw) and the blanks behind it.
+/// Removes the equation switch at the start of `rest` (its backslash) and returns its letters in lower case. Also
+/// removes the argument of an option (a number, or a backslash and the bracket to draw) and the blanks after it.
 std::string takeEquationSwitch(std::string_view& rest) {
     rest.remove_prefix(1);
     std::string name;
@@ -131,12 +132,12 @@ std::string takeEquationSwitch(std::string_view& rest) {
     return name;
 }
 
-/// EQ switch[options](element, ...)...: the text of the elements in their order, a fraction's two with a slash, a list's with
-/// its separators. What stands outside elements is an instruction.
+/// EQ switch[options](element, ...)...: the text of the elements in order. A slash joins the two elements of a
+/// fraction; a list keeps its separators. Anything outside elements is part of the instruction and is dropped.
 std::string elementsOfEquation(std::string_view rest) {
     std::string text;
-    std::string open; // of each open parenthesis the letter of its switch, or the parenthesis where it has none
-    char latest = 0;  // the switch whose elements come next
+    std::string open; // for each open parenthesis, the letter of its switch, or '(' if it has no switch
+    char latest = 0;  // the switch that the next parenthesis belongs to
     while (!rest.empty()) {
         const char c = rest.front();
         if (c == '\\' && rest.size() >= 2 && text::isLetter(rest[1])) {
@@ -186,7 +187,7 @@ FieldInstruction readEquation(std::string_view rest) {
     return equation.text.find_first_not_of(kBlanks) == std::string::npos ? FieldInstruction{} : equation;
 }
 
-/// GOTOBUTTON place text, MACROBUTTON macro text: the text is what is shown. A general switch may follow it.
+/// GOTOBUTTON place text, MACROBUTTON macro text: the text is displayed. A general switch, \*, may follow it.
 FieldInstruction readButton(std::string_view rest) {
     Argument target;
     if (!takeArgument(rest, target) || target.isSwitch) return {};

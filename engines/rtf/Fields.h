@@ -1,5 +1,5 @@
-// Field instructions (RTF 1.9.1, "Fields"): the few whose text stands in the instruction and not in the result, and the
-// target of a link.
+// Field instructions (RTF 1.9.1, "Fields"): the few that hold the displayed text themselves instead of in the
+// result, and links with their target.
 #pragma once
 
 #include <string>
@@ -11,14 +11,14 @@ struct FieldInstruction {
     enum class Kind {
         other,
         character, ///< SYMBOL: `text` is the one character
-        text,      ///< EQ, GOTOBUTTON, MACROBUTTON: `text` is what is shown
+        text,      ///< EQ, GOTOBUTTON, MACROBUTTON: `text` is the displayed text
         link,      ///< HYPERLINK: `text` is the target
     };
     Kind kind = Kind::other;
     std::string text;
 };
 
-/// What an instruction (UTF-8, escapes resolved) says.
+/// Parses a field instruction, which is UTF-8 with its RTF escapes resolved.
 [[nodiscard]] FieldInstruction readFieldInstruction(std::string_view instruction);
 
 } // namespace quillow::rtf

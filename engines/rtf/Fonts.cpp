@@ -15,7 +15,7 @@ struct CharsetCodePage {
     int codePage;
 };
 
-/// RTF 1.9.1, "Font Table", the list at \fcharset; 78 to 89 are the Macintosh scripts.
+/// RTF 1.9.1, "Font Table", the list at \fcharset; 77 to 89 are the Macintosh scripts.
 constexpr CharsetCodePage kCharsets[] = {
     {0, 1252},   {77, 10000}, {78, 10001}, {79, 10003}, {80, 10008}, {81, 10002}, {83, 10005}, {84, 10004},
     {85, 10006}, {86, 10081}, {87, 10021}, {88, 10029}, {89, 10007}, {128, 932},  {129, 949},  {130, 1361},
@@ -23,7 +23,8 @@ constexpr CharsetCodePage kCharsets[] = {
     {180, 1256}, {181, 1255}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}, {254, 437},  {255, 850},
 };
 
-/// Windows names the scripts of a font that has several by these suffixes ("Arial CE"); some writers give nothing else.
+/// Suffixes by which Windows names the scripts of a font ("Arial CE"). Some writers give only such a name and no
+/// charset.
 struct SuffixCharset {
     std::string_view suffix;
     int charset;
@@ -77,7 +78,7 @@ const Charset* FontTable::resolve(int number) {
 
 void FontTable::define(int number, Font font, const std::string& name) {
     if (number < 0 || fonts_.size() >= kMaxFonts) return;
-    // A symbol font is known by its charset; old files and the Macintosh's give only the name of one.
+    // A symbol font has the symbol charset. Old files and files from a Macintosh have only the font's name.
     const bool isSymbolCharset = font.charsetNumber == kSymbolCharset;
     const bool mayBeSymbols =
         font.codePage == kNotGiven && (font.charsetNumber == kNotGiven || isSymbolCharset ||
@@ -106,7 +107,7 @@ Scanner::Completeness FontTable::read(Scanner& scanner) {
         switch (token.kind) {
         case Token::Kind::end: finishEntry(); return Scanner::Completeness::cutShort;
         case Token::Kind::open:
-            // {\*\panose}, {\*\falt}, {\*\fname} and embedded fonts stand inside an entry.
+            // {\*\panose}, {\*\falt}, {\*\fname} and embedded fonts are inside an entry.
             if (scanner.peek(0) == '\\' && scanner.peek(1) == '*') {
                 if (scanner.skipGroup(nullptr) == Scanner::Completeness::cutShort)
                     return Scanner::Completeness::cutShort;

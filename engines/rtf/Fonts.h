@@ -1,4 +1,4 @@
-// The font table (RTF 1.9.1, "Font Table"), as far as it tells how a font's bytes are to be read.
+// The font table (RTF 1.9.1, "Font Table"): the charset of each font.
 #pragma once
 
 #include "engines/rtf/Charset.h"
@@ -16,13 +16,14 @@ public:
         : pool_(pool)
         , document_(pool.forCodePage(kWindowsLatin)) {}
 
-    /// Forgets the fonts and the document's charset, as at the start of a document.
+    /// Clears the fonts and the document's charset. Call at the start of a document.
     void reset();
 
-    /// Reads the rest of a \fonttbl group, closing brace included. Later entries replace earlier ones of their number.
+    /// Reads the rest of a \fonttbl group, closing brace included. Later entries replace earlier ones of the same
+    /// number.
     Scanner::Completeness read(Scanner& scanner);
 
-    /// \ansicpg and \ansi, \mac, \pc, \pca: the charset of fonts that name none. \ansicpg holds over the others.
+    /// The charset of fonts that name none: from \ansicpg, or from \ansi, \mac, \pc or \pca. \ansicpg has precedence.
     void setAnsiCodePage(int number);
     void setDocumentCharset(int number);
     [[nodiscard]] const Charset* documentCharset() const { return document_; }
@@ -31,7 +32,7 @@ public:
     /// The charset at the start of the body and after \plain.
     [[nodiscard]] const Charset* defaultCharset() { return charset(defaultFont_); }
 
-    /// The charset of \fN; the document's when the table has no such font.
+    /// The charset of \fN; the document's if the table has no such font.
     [[nodiscard]] const Charset* charset(int font) {
         if (font != latestFont_ || latest_ == nullptr) {
             latest_ = resolve(font);
@@ -40,11 +41,11 @@ public:
         return latest_;
     }
 
-    static constexpr std::size_t kMaxFonts = 0x10000; ///< fonts over this number are not kept
+    static constexpr std::size_t kMaxFonts = 0x10000; ///< further fonts are ignored
 
 private:
     static constexpr int kNotGiven = -1;
-    static constexpr std::size_t kMaxName = 64; // enough to know a symbol font by
+    static constexpr std::size_t kMaxName = 64; // enough to recognise a symbol font
 
     struct Font {
         int codePage = kNotGiven;
@@ -61,7 +62,7 @@ private:
     bool hasAnsiCodePage_ = false;
     int defaultFont_ = kNotGiven;
     std::unordered_map<int, Font> fonts_;
-    int latestFont_ = kNotGiven; // the latest answer of charset(); the same font is asked for again and again
+    int latestFont_ = kNotGiven; // the latest argument of charset(), which often repeats
     const Charset* latest_ = nullptr;
 };
 

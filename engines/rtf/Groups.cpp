@@ -1,5 +1,5 @@
-// Groups and destinations (RTF 1.9.1, "Groups", "Destinations"): which groups are read, which are passed over, and what is
-// done with a group's text when it closes.
+// Groups and destinations (RTF 1.9.1, "Groups", "Destinations"): which groups are read, which are skipped, and
+// what happens to a group's text when the group closes.
 #include "engines/rtf/Interpreter.h"
 #include "text/Ascii.h"
 
@@ -20,7 +20,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-/// True where there is anything but blanks and replacement characters.
+/// True if the text has anything but blanks and replacement characters.
 bool isReadable(std::string_view text) {
     constexpr std::string_view kReplacement = "\uFFFD";
     while (true) {
@@ -30,7 +30,7 @@ bool isReadable(std::string_view text) {
     }
 }
 
-/// A note's text without what parts it from its mark; some writers part them by a no-break space.
+/// A note's text without the blanks between it and its mark. Some writers use a no-break space there.
 std::string_view noteText(std::string_view text) {
     constexpr std::string_view kNoBreakSpace = "\u00A0";
     text = trimmed(text);
@@ -38,7 +38,7 @@ std::string_view noteText(std::string_view text) {
     return trimmed(text.substr(kNoBreakSpace.size()));
 }
 
-/// Where a control word of that name stands first, or npos.
+/// The offset of the first `word`, a control word with its backslash, or npos.
 std::size_t findWord(std::string_view text, std::string_view word) {
     std::size_t at = text.find(word);
     while (at != npos && at + word.size() < text.size() && text::isLetter(text[at + word.size()]))
@@ -46,12 +46,13 @@ std::size_t findWord(std::string_view text, std::string_view word) {
     return at;
 }
 
-/// Where the body begins in a group that has swallowed it: at its first \sectd or \pard.
+/// The offset of the body in a group that has swallowed it: that of the first \sectd or \pard, or npos.
 std::size_t findBody(std::string_view swallowed) {
     return std::min(findWord(swallowed, "\\sectd"), findWord(swallowed, "\\pard"));
 }
 
-/// In a table: where there is neither, behind the last entry that ends before the first paragraph does.
+/// The same for a table. Without \sectd and \pard, the body begins after the last entry that closes before the
+/// first \par.
 std::size_t findBodyAfterEntries(std::string_view table) {
     const std::size_t body = findBody(table);
     if (body != npos) return body;
@@ -61,7 +62,7 @@ std::size_t findBodyAfterEntries(std::string_view table) {
 }
 
 bool holdsParagraph(std::string_view table) {
-    if (findWord(table, "\\par") == npos) return false; // hardly any table gets further
+    if (findWord(table, "\\par") == npos) return false; // the usual case
     const std::size_t body = findBody(table);
     return body != npos && findWord(table.substr(body), "\\par") != npos;
 }
@@ -75,7 +76,7 @@ std::string noteMark(std::uint32_t number) {
 
 } // namespace
 
-/// An opening brace has been passed.
+/// Call after an opening brace was consumed.
 void Interpreter::openGroup() {
     if (stack_.size() < kMaxDepth) {
         stack_.push_back(state_);
@@ -109,7 +110,7 @@ void Interpreter::openGroup() {
     }
 }
 
-/// The current group's closing brace has been passed.
+/// Call after the closing brace of the current group was consumed.
 void Interpreter::leaveGroup() {
     if (overflow_ > 0) {
         --overflow_;
@@ -125,7 +126,8 @@ void Interpreter::leaveGroup() {
     if (closing != Closing::nothing) finishDestination(closing);
 }
 
-/// Closing braces in the rest of the file that nothing there opens. Binary data is not told apart: this is a guess anyway.
+/// The number of closing braces in the rest of the file that have no opening brace there. Binary data is not
+/// skipped: the number is a guess anyway.
 std::size_t Interpreter::countUnmatchedCloses() const {
     std::size_t unmatched = 0;
     std::size_t open = 0;
@@ -147,8 +149,9 @@ std::size_t Interpreter::countUnmatchedCloses() const {
     return unmatched;
 }
 
-/// The brace that closes the document. Where closing braces are still to come that nothing opens, this one is a stray and
-/// the text goes on (but not behind a NUL, where only the remains of a buffer can be). Else another document may follow.
+/// Handles the brace that closes the document. If unmatched closing braces follow, this one is a stray and the
+/// text goes on. A NUL after the brace rules that out: only the remains of a buffer follow it. Otherwise another
+/// document may follow.
 void Interpreter::endDocument() {
     std::string_view rest = scanner_.rest();
     rest.remove_prefix(std::min(rest.find_first_not_of("\r\n"), rest.size()));
@@ -174,7 +177,7 @@ void Interpreter::endDocument() {
     }
 }
 
-/// \rtf: a document begins. An appended one has tables of its own.
+/// \rtf: a document begins. An appended document has its own tables.
 void Interpreter::startDocument() {
     if (stack_.size() <= 1) {
         fonts_.reset();
@@ -194,20 +197,21 @@ void Interpreter::skipRestOfGroup() {
     leaveData(start, scanner_.skipGroup(rawPairs()));
 }
 
-/// True when a group that has just been read or passed over ends the file, or closed with the document's last brace: a brace of
-/// its own is missing.
+/// True if the group that was just read or skipped lacks its closing brace: it reached the end of the file, or
+/// closed with the document's last brace.
 bool Interpreter::lacksBrace(Scanner::Completeness completeness) const {
     return completeness == Scanner::Completeness::cutShort || (stack_.size() > 1 && scanner_.position() == lastBrace_);
 }
 
-/// A group of data has been read or passed over from `start` on. Where it lacks its brace, it has swallowed the body.
+/// Call after a group of data was read or skipped from `start` on. A group without its closing brace has swallowed
+/// the body.
 void Interpreter::leaveData(const char* start, Scanner::Completeness completeness) {
     const std::string_view swallowed(start, static_cast<std::size_t>(scanner_.position() - start));
     leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
-/// The same for a table, in which no paragraph can end: where one does, a closing brace is missing before it, and the brace that
-/// closed the table is a later one.
+/// The same for a table. No paragraph can end in a table. If one does, the table's closing brace is missing before
+/// it, and a later brace has closed the table.
 void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
     const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
     std::size_t body = npos;
@@ -219,7 +223,8 @@ void Interpreter::leaveTable(const char* start, Scanner::Completeness completene
     leaveSwallowed(table, completeness, body);
 }
 
-/// The text goes on at `body` in a group that has swallowed it, if it has, else after the group.
+/// Continues at offset `body` of the group that has swallowed the body. Continues after the group if `body` is npos or
+/// kMaxRecoveries is reached.
 void Interpreter::leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body) {
     work_ += swallowed.size();
     const bool isCutShort = completeness == Scanner::Completeness::cutShort;
@@ -249,7 +254,7 @@ bool Interpreter::pushFrame(Closing kind) {
     return true;
 }
 
-/// From here on the text goes to the frame: in a paragraph of its own, outside lists.
+/// From here on the text belongs to the frame. It begins a paragraph of its own, outside lists.
 void Interpreter::divert(Frame& frame) {
     frame.pending = pending_;
     frame.paragraph = std::move(paragraph_);
@@ -291,7 +296,8 @@ void Interpreter::openDestination(Destination destination) {
     case Destination::listText:
         if (options_.listMarkers == ListMarkers::off) return skipRestOfGroup();
         if (!pushFrame(Closing::listText)) return;
-        // The label that would be computed waits: the paragraph is still counted.
+        // The computed label waits until the group closes: the paragraph must be counted even if the file has its
+        // label.
         frames_.back().pending = pending_ & kLabel;
         pending_ &= static_cast<std::uint8_t>(~kLabel);
         frames_.back().mark = output_.size();
@@ -313,7 +319,7 @@ void Interpreter::openDestination(Destination destination) {
         return;
     case Destination::shape: (void)pushFrame(Closing::shape); return;
     case Destination::shapeResult: {
-        // The same shape once more, for readers that don't know shapes.
+        // The same shape again, for readers that do not know shapes.
         const Frame* shape = innermost(Closing::shape);
         return shape != nullptr && shape->hasText ? skipRestOfGroup() : void();
     }
@@ -328,7 +334,7 @@ void Interpreter::openDestination(Destination destination) {
         return;
     case Destination::unicodePair: return skipAnsiHalf();
     case Destination::attachment: return skipAttachment();
-    default: return skipRestOfGroup(); // also the parts of tables, met outside their table
+    default: return skipRestOfGroup(); // also parts of tables outside their table
     }
 }
 
@@ -347,11 +353,12 @@ void Interpreter::finishDestination(Closing closing) {
     case Closing::listText:
         settle();
         pending_ |= frame.pending;
-        // Blanks alone are no label: some writers leave it to the list tables. Nor is what can't be read.
+        // Blanks alone are not a label: some writers leave the label to the list tables. Unreadable text is not
+        // one either.
         if (isReadable(output_.view(frame.mark))) paragraph_.labelled = true;
         paragraph_.listText = std::max(frame.mark, paragraph_.start);
         paragraph_.start = output_.size();
-        armLabel(); // to be counted, and written only in place of blanks
+        armLabel(); // counts the paragraph; is written only in place of blanks
         break;
     case Closing::note: {
         const std::string text = endDiversion(frame);
@@ -399,7 +406,7 @@ void Interpreter::finishDestination(Closing closing) {
         break;
     }
     case Closing::fieldInstruction: finishInstruction(frame); break;
-    default: break; // shapes and fields only remember
+    default: break; // shapes and fields have nothing to write
     }
 }
 
@@ -422,7 +429,8 @@ void Interpreter::finishInstruction(Frame& frame) {
     }
 }
 
-/// {\upr{ansi}{\*\ud{unicode}}}: the first half is for readers without Unicode. It is kept where there is no second half.
+/// {\upr{ansi}{\*\ud{unicode}}}: skips the first half, which is for readers without Unicode. Keeps it if there is
+/// no second half.
 void Interpreter::skipAnsiHalf() {
     scanner_.skipLineEnds();
     if (scanner_.peek(0) != '{') return;
@@ -435,12 +443,12 @@ void Interpreter::skipAnsiHalf() {
         const std::string_view rest = scanner_.rest();
         if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
     }
-    // Going back costs a second walk, so it is not done without end.
+    // Going back reads the group twice, so the number of times is limited.
     if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
 }
 
-/// An entry of the font table or the style sheet that a brace too many or too few has put outside: its name, which ends with
-/// a semicolon, is no text.
+/// Skips an entry of the font table or the style sheet that is outside its table because of an extra or a missing
+/// brace. Its name, which ends with a semicolon, is not text.
 void Interpreter::skipStrayEntry() {
     constexpr std::size_t kLongestEntry = 256;
     if (stack_.size() <= 1 || state_.closing != Closing::nothing) return;
@@ -448,7 +456,7 @@ void Interpreter::skipStrayEntry() {
     if (entry.skipGroup(nullptr) == Scanner::Completeness::whole && entry.position()[-2] == ';') skipRestOfGroup();
 }
 
-/// {\NeXTGraphic name ...} and the byte 0xAC after it, which marks the attachment's place in the text.
+/// Skips {\NeXTGraphic name ...} and the byte 0xAC after it, the attachment's placeholder in the text.
 void Interpreter::skipAttachment() {
     constexpr std::uint8_t kPlaceholder = 0xAC;
     skipRestOfGroup();

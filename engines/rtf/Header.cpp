@@ -16,7 +16,7 @@ using namespace std::string_view_literals;
 constexpr std::string_view kPdfHeader = "%PDF-";
 constexpr std::string_view kBlanks = " \t\r\n\f\0"sv;
 
-/// Markup that begins like a page or another XML document.
+/// The message for text that begins like an HTML page or an XML document; empty for other text.
 std::string_view markupDetail(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     if (text::startsWithIgnoringCase(text, "<!doctype html") || text::startsWithIgnoringCase(text, "<html"))
@@ -25,7 +25,8 @@ std::string_view markupDetail(std::string_view text) {
     return {};
 }
 
-/// Text holds hardly any control characters: a NUL, or more than one in sixteen of the first bytes, makes it binary.
+/// Text has hardly any control characters. A NUL, or more than one control in sixteen of the first kWindow bytes, means
+/// binary.
 bool isBinary(std::string_view bytes) {
     constexpr std::size_t kWindow = 4096;
     bytes = bytes.substr(0, kWindow);
@@ -79,7 +80,7 @@ std::size_t findRtfGroup(std::string_view bytes, std::size_t from) {
 }
 
 void findDocument(std::string_view file, Source& source) {
-    // UTF-16 is told by its mark, or by the NULs between the characters of "{\".
+    // UTF-16 is recognised by its byte-order mark, or by the NULs between the characters of "{\".
     if (file.substr(0, 2) == "\xFF\xFE"sv || file.substr(0, 4) == "{\0\\\0"sv) {
         source.transcoded = transcodeUtf16(file, ByteOrder::little);
     } else if (file.substr(0, 2) == "\xFE\xFF"sv || file.substr(0, 4) == "\0{\0\\"sv) {
@@ -98,7 +99,7 @@ void findDocument(std::string_view file, Source& source) {
     const std::string_view markup = markupDetail(file);
     const std::size_t first = std::min(file.find_first_not_of(kBlanks), file.size());
     const std::size_t start = markup.empty() ? findRtfGroup(file, 0) : std::string_view::npos;
-    // Text may stand before the document, a mail's header say; a document inside a binary file is not the file's text.
+    // Text may come before the document, such as a mail header. A document inside a binary file does not count.
     if (start != std::string_view::npos && !isBinary(file.substr(first, start - first))) {
         source.kind = Source::Kind::rtf;
         source.bytes.remove_prefix(start);

@@ -1,4 +1,4 @@
-// Where an RTF document begins in its file, and what the file is when it is none.
+// Finds the start of the RTF document in a file, or says what the file is instead.
 #pragma once
 
 #include <string>
@@ -8,22 +8,23 @@ namespace quillow::rtf {
 
 struct Source {
     enum class Kind {
-        rtf,   ///< `bytes` begin at the document's first brace, or at \rtf where that brace is missing
-        text,  ///< no RTF: `bytes` are the whole file's, to be taken as text
+        rtf,   ///< `bytes` begin at the document's first brace, or at \rtf if that brace is missing
+        text,  ///< not RTF: `bytes` are the whole file, to be read as plain text
         other, ///< another format: `detail` says which
     };
     Kind kind = Kind::text;
     std::string_view bytes;
-    std::string transcoded; ///< holds `bytes` where the file is UTF-16
+    std::string transcoded; ///< holds `bytes` if the file is UTF-16
     std::string detail;
-    bool isUtf8 = false;      ///< transcoded, so every byte over 0x7F is UTF-8
+    bool isUtf8 = false;      ///< `bytes` are transcoded: every byte over 0x7F is UTF-8
     bool lostOpening = false; ///< the document's first brace is missing
 };
 
-/// Looks for the document. The answer's `bytes` point into `file` or into the answer's `transcoded`.
+/// Looks for the document and fills `source`. Its `bytes` point into `file` or into its `transcoded`.
 void findDocument(std::string_view file, Source& source);
 
-/// The start of the next "{\rtf" in `bytes`, or npos. Line ends and blanks may stand between brace and word.
+/// The offset of the first "{\rtf" in `bytes` at or after `from`, or npos. Line ends and blanks may be between
+/// brace and word.
 [[nodiscard]] std::size_t findRtfGroup(std::string_view bytes, std::size_t from);
 
 } // namespace quillow::rtf

@@ -8,7 +8,7 @@ namespace quillow::rtf {
 
 namespace {
 
-constexpr std::size_t kNoLabelsBelow = 4096; // a short file may have labels longer than itself
+constexpr std::size_t kNoLabelsBelow = 4096; // bytes; the labels of a short file may be longer than the file
 
 const char* endOfLastBrace(std::string_view input) {
     const std::size_t brace = input.rfind('}');
@@ -56,7 +56,7 @@ void Interpreter::run() {
     finishAtEnd();
 }
 
-/// Groups, bytes over 0x7F and control characters.
+/// Handles braces, bytes over 0x7F and control characters.
 void Interpreter::takeOther(char c) {
     if (isHigh(c)) return takeBytes();
     scanner_.advance();
@@ -76,7 +76,8 @@ void Interpreter::handleWord(ControlWord word) {
         break;
     case Action::binary: skipBinary(word.parameter); break;
     case Action::destination:
-        // Not the group's first word. In the document's own group it can't be meant; elsewhere it takes the rest of the group.
+        // Not the group's first word. It is ignored in the document's own group; elsewhere it applies to the rest
+        // of the group.
         if (stack_.size() > 1 && state_.closing == Closing::nothing) openDestination(word.keyword.destination());
         break;
     case Action::paragraph: endParagraph(); break;
@@ -145,7 +146,7 @@ void Interpreter::takeSymbol() {
         if (scanner_.hexByteAt(scanner_.position())) {
             takeBytes();
         } else {
-            scanner_.moveTo(scanner_.position() + 2); // what follows is no number: taken as text
+            scanner_.moveTo(scanner_.position() + 2); // what follows is not a number: it is text
         }
         return;
     }
@@ -197,7 +198,7 @@ void Interpreter::startParagraph() {
 }
 
 void Interpreter::endParagraph(char mark) {
-    if ((state_.flags & kSuppressed) != 0) return; // a hidden mark joins its paragraph to the next
+    if ((state_.flags & kSuppressed) != 0) return; // a hidden paragraph mark joins two paragraphs
     settle();
     output_.append(mark);
     if (!paragraph_.boxes.empty() && paragraph_.cellEnd == 0) {
@@ -214,7 +215,7 @@ void Interpreter::endLine() {
         return;
     }
     if (!prepareText() || output_.atLineStart()) return;
-    // A hyphen between a letter and a small letter on the next line parts a word.
+    // A hyphen between a letter and a lower-case letter on the next line divides a word.
     const std::string_view written = output_.view(paragraph_.start);
     scanner_.skipLineEnds();
     const char next = scanner_.peek(0);
@@ -251,7 +252,7 @@ void Interpreter::writeTab() {
     if (prepareText()) output_.append('\t');
 }
 
-/// The document may lack its last brace alone: then it is whole when it ends where a paragraph, a row or a group ends.
+/// A document that lacks only its last brace counts as whole if it ends at the end of a paragraph, a row or a group.
 bool Interpreter::endsAtBoundary() const {
     std::string_view input = scanner_.input();
     while (!input.empty() && (text::isLineEnd(input.back()) || input.back() == ' ' || input.back() == '\0'))
@@ -271,7 +272,7 @@ void Interpreter::finishAtEnd() {
         stack_.pop_back();
         if (closing != Closing::nothing) finishDestination(closing);
     }
-    pending_ &= static_cast<std::uint8_t>(~kLabel); // no paragraph comes after the last mark
+    pending_ &= static_cast<std::uint8_t>(~kLabel); // no paragraph follows the last mark
     settle();
     if (!paragraph_.boxes.empty() || !footers_.empty() || !notes_.empty()) output_.ensureLineStart();
     output_.append(paragraph_.boxes);
@@ -284,7 +285,7 @@ std::string Interpreter::takeText() {
     std::string_view text = output_.view();
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
-    // A mark that came to the front because what stood before it was cut off.
+    // A byte-order mark can become the first character because the text before it was cut off.
     constexpr std::string_view kByteOrderMark = "\uFEFF";
     std::size_t start = 0;
     while (text.substr(start).starts_with(kByteOrderMark))

@@ -1,6 +1,6 @@
-// The reader proper: walks the document once, keeps the state of the open groups and writes the text. Its member functions
-// stand in three files: Interpreter.cpp (the walk, control words, paragraphs), Groups.cpp (groups and destinations)
-// and Characters.cpp (bytes, code points, list labels).
+// The core of the RTF engine: walks the document once, keeps the state of the open groups and writes the text. Its
+// member functions are in three files: Interpreter.cpp (the walk, control words, paragraphs), Groups.cpp (groups
+// and destinations) and Characters.cpp (bytes, code points, list labels).
 #pragma once
 
 #include "engines/Extract.h"
@@ -18,28 +18,28 @@
 
 namespace quillow::rtf {
 
-inline constexpr std::size_t kMaxDepth = 4096; ///< groups nested deeper share one state; their text is still taken
-inline constexpr std::size_t kMaxFrames = 64; ///< notes, boxes, fields within one another; deeper ones are plain groups
-inline constexpr int kMaxRecoveries = 8;      ///< unclosed groups of data out of which the body is found again
-inline constexpr std::size_t kLabelBytesPerInputByte = 4; ///< computed list labels stop beyond this
+inline constexpr std::size_t kMaxDepth = 4096; ///< groups nested deeper share one state; their text is still read
+inline constexpr std::size_t kMaxFrames = 64;  ///< nested notes, boxes and fields; deeper ones are plain groups
+inline constexpr int kMaxRecoveries = 8;       ///< how often the walk goes back into a group that it has skipped
+inline constexpr std::size_t kLabelBytesPerInputByte = 4; ///< computed list labels beyond this are not written
 
 class Interpreter {
 public:
     Interpreter(const Source& source, const Options& options);
 
-    /// Walks the whole document and its appended ones.
+    /// Walks the whole document and any documents appended to it.
     void run();
 
     /// Call once, after run(). A non-empty text ends with exactly one LF.
     [[nodiscard]] std::string takeText();
     [[nodiscard]] const LossAccount& loss() const { return loss_; }
-    /// True when the file ends inside the text or inside a group that it needs.
+    /// True if a part is missing: the file ends inside the text or inside a group, or a group lacks its closing brace.
     [[nodiscard]] bool isTruncated() const { return truncated_; }
-    /// Tokens taken and bytes passed over so far: a measure of work that does not depend on the machine.
+    /// Tokens read and bytes skipped so far: a measure of work that does not depend on the machine.
     [[nodiscard]] std::uint64_t work() const { return work_; }
 
 private:
-    /// What the closing brace of a group still has to do.
+    /// What happens at the closing brace of a group.
     enum class Closing : std::uint8_t {
         nothing,
         listText,
@@ -68,25 +68,25 @@ private:
 
     /// The paragraph being written. Each diverted text has its own.
     struct Paragraph {
-        std::size_t start = 0;    ///< while the output ends here, nothing of the paragraph but its list text is written
-        std::size_t cellEnd = 0;  ///< where the row's latest cell ended, 0 outside a row
-        std::size_t listText = 0; ///< where its list text begins, which ends at its start
-        bool labelled = false;    ///< its label stands in the file
+        std::size_t start = 0;    ///< offset of its text, after its list text; an empty paragraph ends here
+        std::size_t cellEnd = 0;  ///< offset of the end of the row's latest cell; 0 outside a row
+        std::size_t listText = 0; ///< offset of its list text, which ends at `start`
+        bool labelled = false;    ///< the file has its label
         std::string boxes;        ///< text boxes anchored in it, each ending with LF
     };
 
-    /// An open group that has more to remember than its state. Diverted text is written behind the text that it interrupts
-    /// and cut off when the group closes.
+    /// An open group that needs more than a GroupState. Diverted text is written after the text that it interrupts
+    /// and is cut off when the group closes.
     struct Frame {
         Closing kind = Closing::nothing;
         std::size_t mark = 0;
         std::uint8_t pending = 0;
         Paragraph paragraph;
         std::uint32_t noteNumber = 0;
-        bool hasText = false;     ///< of a shape: its text box has been read
-        bool partsText = false;   ///< of a shape: no text stands beside it
-        bool skipsResult = false; ///< of a field: its text came from the instruction
-        std::string target;       ///< of a field: where it links to
+        bool hasText = false;     ///< shape: its text box has been read
+        bool partsText = false;   ///< shape: there is no text beside it (\shpwr1)
+        bool skipsResult = false; ///< field: its text came from the instruction
+        std::string target;       ///< field: the target of its link
     };
 
     // Interpreter.cpp
@@ -139,7 +139,7 @@ private:
     void takeUnicode(std::int32_t number);
     void skipFallback();
     [[nodiscard]] bool prepareText();
-    /// Call where a paragraph ends.
+    /// Call at the end of a paragraph: writes what is pending.
     void settle() {
         if (pending_ != 0) settlePending();
     }
@@ -148,7 +148,7 @@ private:
     void writeSurrogate(char32_t c);
     void writeReplacement();
     void writeLabel();
-    /// A label is due where a paragraph in a list has no text yet.
+    /// Makes a label pending if the paragraph is in a list and has no text yet.
     void armLabel() {
         if (state_.listOverride == 0 && !state_.hasOldNumbering) return;
         if (output_.size() == paragraph_.start) pending_ |= kLabel;
@@ -158,7 +158,7 @@ private:
 
     const Options& options_;
     Scanner scanner_;
-    const char* lastBrace_; ///< behind the last closing brace of the file
+    const char* lastBrace_; ///< the byte after the file's last closing brace, or nullptr
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;
@@ -167,7 +167,7 @@ private:
 
     GroupState state_;
     std::vector<GroupState> stack_;
-    std::size_t overflow_ = 0; ///< open groups over kMaxDepth
+    std::size_t overflow_ = 0; ///< open groups beyond kMaxDepth
     std::vector<Frame> frames_;
     Paragraph paragraph_;
     std::uint8_t pending_ = 0;

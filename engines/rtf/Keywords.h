@@ -1,5 +1,5 @@
-// The control words that the reader knows (RTF 1.9.1, appendix B), and what each stands for. A word that is not here means
-// nothing for the text: it is passed over, and a group that it opens with \* is skipped.
+// The control words that the reader knows (RTF 1.9.1, appendix B) and their actions. Any other word is ignored; a
+// group that it opens with \* is skipped.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace quillow::rtf {
 
-/// What to do at a control word. The comment says what Keyword::value holds.
+/// What to do at a control word. Comments with "value" say what Keyword::value holds.
 enum class Action : std::uint8_t {
     none,
     notAWord,    ///< no letter follows the backslash
@@ -48,7 +48,7 @@ enum class Action : std::uint8_t {
     fontCodePage,
     // Words of the style sheet
     styleRelation, ///< \sbasedon, \snext
-    // Words of the list tables; value of numberFormat: a \levelnfc number
+    // Words of the list tables
     numberFormat,
     levelFormat,
     levelStart,
@@ -58,7 +58,7 @@ enum class Action : std::uint8_t {
     listId,
     overrideStart,
     overrideFormat,
-    // Words of old-style numbering (\pn); pnFormat's value: a \levelnfc number
+    // Words of old-style numbering (\pn); value of pnFormat: a \levelnfc number
     pnLevel,
     pnBullet,
     pnBody,
@@ -67,12 +67,12 @@ enum class Action : std::uint8_t {
     pnStart,
 };
 
-/// The groups that are more than a scope. What is skipped is skipped by a scan of its own.
+/// What a group is for, if it is more than a scope.
 enum class Destination : std::uint8_t {
-    body, ///< an ordinary group, also one whose \* destination is read as text
+    body, ///< an ordinary group, or a \* destination that is read as text
     skipped,
-    data,  ///< skipped even when the word is not the group's first: it carries no text that could be lost
-    table, ///< skipped; has no paragraph, so one in it is the body's
+    data,  ///< skipped; holds binary or other data
+    table, ///< skipped; a table has no paragraphs, so a paragraph in it belongs to the body
     fontTable,
     listTable,
     overrideTable,
@@ -107,10 +107,10 @@ struct Keyword {
     }
 };
 
-/// Longest name that fits into the packed form; the few longer ones are looked up apart.
+/// The longest name that fits into the packed form. The few longer names are looked up separately.
 inline constexpr std::size_t kPackedName = 16;
 
-/// One place of the hash table: a name as two little-endian words, padded with zeros. A free place has no name.
+/// One slot of the hash table: a name as two little-endian words, padded with zeros. The name of a free slot is zero.
 struct KeywordSlot {
     std::uint64_t low = 0;
     std::uint64_t high = 0;
@@ -121,21 +121,21 @@ inline constexpr unsigned kKeywordBits = 10;
 inline constexpr std::size_t kKeywordSlots = std::size_t{1} << kKeywordBits;
 inline constexpr unsigned kFilterBits = 12;
 
-/// Built at compile time. Open addressing, so that a probe ends at the first free place; before it a flag for every hash that
-/// a keyword has, since most words of a document are not known and need no probe then.
+/// Built at compile time with open addressing: a probe ends at the first free slot. `filter` is true for every
+/// hash that a keyword has. Most words of a document are unknown, and the filter saves their probe.
 struct KeywordTable {
     std::array<bool, std::size_t{1} << kFilterBits> filter{};
     std::array<KeywordSlot, kKeywordSlots> slots{};
 };
 extern const KeywordTable kKeywordTable;
 
-/// A hash of kFilterBits bits; its upper kKeywordBits are a keyword's place.
+/// A hash of kFilterBits bits. Its upper kKeywordBits are the first slot of a probe.
 [[nodiscard]] constexpr std::size_t keywordHash(std::uint64_t low, std::uint64_t high) {
     // The multipliers are odd constants from the fractional part of the golden ratio and of the square root of two.
     return ((low * 0x9E3779B97F4A7C15ULL) ^ (high * 0x6A09E667F3BCC909ULL)) >> (64 - kFilterBits);
 }
 
-/// The keyword of a packed name (case matters), or one whose action is Action::none.
+/// The keyword of a packed name (case matters), or one with Action::none.
 [[nodiscard]] inline Keyword findKeyword(std::uint64_t low, std::uint64_t high) {
     const std::size_t hash = keywordHash(low, high);
     if (!kKeywordTable.filter[hash]) return {};

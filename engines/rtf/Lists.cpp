@@ -8,7 +8,7 @@ namespace quillow::rtf {
 
 namespace {
 
-/// Reads the destination word after an opening brace. A \* destination that is not known counts as skipped.
+/// Reads the destination word after an opening brace. An unknown \* destination is Destination::skipped.
 Destination readDestination(Scanner& scanner) {
     scanner.skipLineEnds();
     const bool isStarred = scanner.peek(0) == '\\' && scanner.peek(1) == '*';
@@ -146,7 +146,7 @@ void Lists::finishLevel(List& list, const PendingLevel& pending) const {
 }
 
 void Lists::readTemplate(Scanner& scanner, LabelTemplate& text) const {
-    int fallback = 0; // bytes still to pass over after \u
+    int fallback = 0; // bytes still to skip after \u
     int unicodeSkip = unicodeSkip_;
     for (std::size_t depth = 1; depth > 0;) {
         const Token token = scanner.nextToken();
@@ -240,7 +240,7 @@ void Lists::readOverride(Scanner& scanner) {
 void Lists::readOverrideLevel(Scanner& scanner, Override& entry, std::size_t level) {
     bool hasStart = false;
     std::uint32_t start = 1;
-    List own; // holds the one level that an overriding format gives
+    List own; // holds the level of an overriding format, if there is one
     for (std::size_t depth = 1; depth > 0;) {
         const Token token = scanner.nextToken();
         if (token.kind == Token::Kind::end) break;
@@ -261,7 +261,7 @@ void Lists::readOverrideLevel(Scanner& scanner, Override& entry, std::size_t lev
     }
     if (!own.levels.empty() && entry.list != Override::kNoList && lists_.size() < kMaxLists) {
         if (hasStart) start = own.levels.front().start;
-        // The override's list is a copy with a level of its own, which goes on counting with the original.
+        // The override gets a copy of the list with its own level. The copy shares the counters of the original.
         List copy = lists_[entry.list];
         if (copy.levels.size() <= level) copy.levels.resize(level + 1);
         copy.levels[level] = std::move(own.levels.front());
@@ -290,7 +290,7 @@ std::u32string Lists::nextLabel(int ls, int level) {
             if (entry.starts[l] != kNotStarted) counters[l] = kNotStarted;
         entry.startsPending = false;
     }
-    // The level counts on; the levels below it begin anew; levels above it that have not begun show their start.
+    // The level counts up. Deeper levels restart. Outer levels that have not started show their start.
     counters[at] = counters[at] == kNotStarted ? startOf(at) : std::min(counters[at] + 1, kMaxStart);
     for (std::size_t l = at + 1; l < list.levels.size(); ++l)
         if (!list.levels[l].neverRestarts) counters[l] = kNotStarted;

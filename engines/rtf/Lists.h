@@ -1,5 +1,5 @@
-// List numbers where the file writes none: the list table, the list override table and old-style numbering (RTF 1.9.1, "List
-// Tables", "Bullets and Numbering"), and the counters that go with them.
+// Computes list numbers for files that do not write them: the list table, the list override table and old-style
+// numbering (RTF 1.9.1, "List Tables", "Bullets and Numbering"), with their counters.
 #pragma once
 
 #include "engines/rtf/Fonts.h"
@@ -16,13 +16,14 @@ namespace quillow::rtf {
 
 inline constexpr std::size_t kListLevels = 9;
 
-/// Characters of a label as the file gives them: bytes are decoded only when the level's font is known.
+/// The characters of a label as they are in the file. Bytes are decoded later, when the level's font is known.
 class LabelTemplate {
 public:
     void addByte(std::uint8_t byte) { add(kByteFlag | byte); }
     void addUnicode(char32_t c) { add(static_cast<std::uint32_t>(c) & ~kByteFlag); }
     [[nodiscard]] bool empty() const { return units_.empty(); }
-    /// The characters, bytes decoded in that charset; bytes under 9 stay as they are (the levels' places in a \leveltext).
+    /// The characters, with bytes decoded in `charset`. Bytes under kListLevels stay as they are: they are
+    /// placeholders for the numbers of levels in a \leveltext.
     [[nodiscard]] std::u32string decode(const Charset& charset) const;
 
     static constexpr std::size_t kMaxUnits = 64;
@@ -35,7 +36,7 @@ private:
     std::vector<std::uint32_t> units_;
 };
 
-/// What \pn and its kin say of a paragraph.
+/// The old-style numbering of a paragraph: \pn and the words in its group.
 struct OldNumbering {
     enum class Kind : std::uint8_t { none, bullet, numbered };
     Kind kind = Kind::none;
@@ -54,26 +55,26 @@ public:
         : fonts_(fonts)
         , unicodeSkip_(unicodeSkip) {}
 
-    /// Forgets all tables and counters, as at the start of a document.
+    /// Clears all tables and counters. Call at the start of a document.
     void reset();
 
-    /// Each reads the rest of its group, closing brace included.
+    /// These read the rest of their group, closing brace included.
     Scanner::Completeness readListTable(Scanner& scanner);
     Scanner::Completeness readOverrideTable(Scanner& scanner);
     Scanner::Completeness readOldNumbering(Scanner& scanner, OldNumbering& numbering);
 
-    /// Counts one paragraph of list override `ls` at that level and answers its label with what follows the label; empty
-    /// where the tables know no such list.
+    /// Counts one paragraph of list override `ls` at `level`. Returns its label with the tab or blank that follows
+    /// it; empty if the tables have no such list.
     [[nodiscard]] std::u32string nextLabel(int ls, int level);
 
     /// The same for a paragraph with old-style numbering.
     [[nodiscard]] std::u32string nextLabel(const OldNumbering& numbering);
-    /// A paragraph without old-style numbering: the next one that has it starts anew.
+    /// Call at a paragraph without old-style numbering: the next numbered one starts again.
     void endOldNumbering() { oldCounters_.fill(kNotStarted); }
 
-    static constexpr std::size_t kMaxLists = 4096;       ///< lists over this number are not kept
-    static constexpr std::size_t kMaxOverrides = 0x8000; ///< nor overrides over this number
-    static constexpr std::uint32_t kMaxStart = 0x7FFF;   ///< larger starts and counters stay here
+    static constexpr std::size_t kMaxLists = 4096;       ///< further lists are ignored
+    static constexpr std::size_t kMaxOverrides = 0x8000; ///< further overrides are ignored
+    static constexpr std::uint32_t kMaxStart = 0x7FFF;   ///< larger starts and counters are clamped to this
 
 private:
     enum class Follow : std::uint8_t { tab, space, nothing };
@@ -84,7 +85,7 @@ private:
         Follow follow = Follow::tab;
         bool legal = false;
         bool neverRestarts = false;
-        std::u32string text; ///< characters under kListLevels stand for that level's number
+        std::u32string text; ///< a character under kListLevels is a placeholder for that level's number
     };
 
     static constexpr std::uint32_t kNotStarted = 0xFFFFFFFF;
@@ -92,14 +93,14 @@ private:
 
     struct List {
         std::vector<Level> levels;
-        std::size_t counters = 0; ///< index of the counters that it shares with the lists made from it
+        std::size_t counters = 0; ///< index into counters_, shared with the list's copies
     };
 
     struct Override {
         static constexpr std::size_t kNoList = SIZE_MAX;
         std::size_t list = kNoList;
-        std::array<std::uint32_t, kListLevels> starts{}; ///< kNotStarted where the list's own start holds
-        bool startsPending = false;                      ///< its own starts take effect at its first paragraph
+        std::array<std::uint32_t, kListLevels> starts{}; ///< kNotStarted if the list's own start applies
+        bool startsPending = false;                      ///< `starts` take effect at the next paragraph
     };
 
     struct PendingLevel;

@@ -43,7 +43,8 @@ constexpr Letters kCircleDigits = U"○一二三四五六七八九";
 constexpr Letters kZeroDigits = U"零一二三四五六七八九";
 constexpr Letters kKoreanDigits = U"영일이삼사오육칠팔구";
 
-/// What comes after the last letter of an alphabet.
+/// How numbers beyond the last letter of an alphabet are written: with the letter repeated ("AA"), from the first
+/// letter again, or in digits.
 enum class Beyond { repeat, wrap, digits };
 
 struct Alphabet {
@@ -71,8 +72,7 @@ constexpr Alphabet kAlphabets[] = {
     {46, Beyond::wrap, kArabicAlphabet},
     {47, Beyond::digits, kHebrew},
     {48, Beyond::wrap, kArabicAbjad},
-    {49, Beyond::wrap,
-     kHindiConsonants}, // deliberate: word processors have the letters of 49 and 50 the other way round
+    {49, Beyond::wrap, kHindiConsonants}, // deliberate: word processors swap the letters of 49 and 50
     {50, Beyond::wrap, kHindiVowels},
     {53, Beyond::wrap, kThai},
     {58, Beyond::repeat, kRussianLower},
@@ -90,16 +90,16 @@ constexpr Digits kDigits[] = {
     {44, kZeroDigits},      {51, kDevanagariDigits}, {54, kThaiDigits},
 };
 
-/// Which powers of ten have the sign of one before them.
+/// Which powers of ten have the digit one before them.
 enum class Ones { always, allButTen, never };
 
-/// Counting with a sign for each power of ten, as Chinese, Japanese and Korean do.
+/// Numbers with a character for each power of ten, as in Chinese, Japanese and Korean.
 struct Counting {
     int format;
     Ones ones;
-    bool saysZero; ///< whether a gap between two signs is filled by a zero
+    bool saysZero; ///< whether a zero fills a gap between two digits
     std::uint32_t largest;
-    Letters digits; ///< 0..9; beyond the largest number these alone
+    Letters digits; ///< 0..9; numbers over `largest` are written in these alone
     Letters powers; ///< 10, 100, 1000
 };
 
@@ -150,7 +150,7 @@ void appendRoman(std::u32string& out, std::uint32_t value, bool upper) {
     constexpr Numeral kNumerals[] = {{1000, "m"}, {900, "cm"}, {500, "d"}, {400, "cd"}, {100, "c"},
                                      {90, "xc"},  {50, "l"},   {40, "xl"}, {10, "x"},   {9, "ix"},
                                      {5, "v"},    {4, "iv"},   {1, "i"}};
-    constexpr std::uint32_t kLargest = 32767; // what the format itself can count to; 32 + 15 letters
+    constexpr std::uint32_t kLargest = 32767; // the largest number of the format; at most 43 letters
     if (value == 0 || value > kLargest) return appendArabic(out, value);
     for (const Numeral& numeral : kNumerals) {
         for (; value >= numeral.value; value -= numeral.value)
@@ -160,7 +160,7 @@ void appendRoman(std::u32string& out, std::uint32_t value, bool upper) {
 }
 
 void appendLetters(std::u32string& out, const Alphabet& alphabet, std::uint32_t value) {
-    constexpr std::uint32_t kMostRepeats = 30; // 780 in Latin letters is the last such number
+    constexpr std::uint32_t kMostRepeats = 30; // 780 is the last number in Latin letters
     const auto size = static_cast<std::uint32_t>(alphabet.letters.size());
     if (value == 0) return appendArabic(out, value);
     const std::uint32_t round = (value - 1) / size;

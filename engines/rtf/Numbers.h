@@ -1,5 +1,5 @@
-// List numbers in words, letters and digits: the number formats of \levelnfc (RTF 1.9.1, "List Levels"), which are
-// those of ISO 29500-1, 17.18.59, in the order of MS-OSHARED 2.2.1.3; their signs are told by MS-DOCX 2.4.
+// List numbers in words, letters and digits: the number formats of \levelnfc (RTF 1.9.1, "List Levels"). They are
+// those of ISO 29500-1, 17.18.59, numbered as in MS-OSHARED 2.2.1.3. MS-DOCX 2.4 gives their characters.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@ inline constexpr int kFormatArabic = 0;
 inline constexpr int kFormatBullet = 23;
 inline constexpr int kFormatNone = 255;
 
-/// Appends `value` in that format. Formats without letters for so large a value, and formats not known, give digits; bullets
-/// and \levelnfc255 give nothing. At most kMaxNumberLength characters are written.
+/// Appends `value` in the number format `format`, at most kMaxNumberLength characters. Unknown formats, and values
+/// that a format cannot write, are written in digits. kFormatBullet and kFormatNone append nothing.
 void appendNumber(std::u32string& out, int format, std::uint32_t value);
 
 inline constexpr std::size_t kMaxNumberLength = 64;

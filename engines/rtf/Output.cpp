@@ -5,8 +5,9 @@
 
 namespace quillow::rtf {
 
-/// What the buffer will hold in the end if each byte to come gives a byte of text, or more where those read so far gave more:
-/// up to three, which a byte of a code page takes in UTF-8.
+/// An estimate of the final size of the text. Each byte still to read counts as one byte of text, or as many as
+/// the bytes read so far gave on average, but at most three: the UTF-8 of a code page's byte has up to three
+/// bytes.
 std::size_t Output::expectedSize() const {
     constexpr std::uint64_t kMostPerByte = 3;
     const std::uint64_t used = size();
@@ -17,8 +18,8 @@ std::size_t Output::expectedSize() const {
     return static_cast<std::size_t>(used + rest + rest / 16);
 }
 
-/// Memory is asked for at once, but filled step by step: pages that no text comes to are never touched, and a growing text is
-/// hardly ever copied.
+/// Memory is reserved in one step but filled in small ones: pages without text are never touched, and a growing text is
+/// rarely copied.
 void Output::grow(std::size_t atLeast) {
     const std::size_t used = size();
     const std::size_t wanted = used + atLeast + kStep;

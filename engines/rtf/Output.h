@@ -1,4 +1,4 @@
-// The growing buffer that the text is written into. It is written in blocks, so it always has slack behind its end.
+// The growing buffer of the text. Text is written in blocks, so there is always slack after its end.
 #pragma once
 
 #include "engines/rtf/Scanner.h"
@@ -13,7 +13,8 @@ namespace quillow::rtf {
 
 class Output {
 public:
-    /// How far `source` has come tells how much text is still to come when the buffer must grow. It must outlive the object.
+    /// `source` must outlive the object. Its position serves to estimate the size of the text when the buffer must
+    /// grow.
     explicit Output(const Scanner& source)
         : source_(source) {
         grow(0);
@@ -28,9 +29,9 @@ public:
     [[nodiscard]] std::string_view view(std::size_t from = 0) const { return {begin_ + from, size() - from}; }
 
     void truncate(std::size_t size) { cursor_ = begin_ + size; }
-    /// Takes everything from `from` on out of the buffer.
+    /// Removes the text from offset `from` on and returns it.
     [[nodiscard]] std::string cut(std::size_t from);
-    /// The whole buffer without a copy. Nothing may be written afterwards.
+    /// Moves the whole text out. Nothing may be written afterwards.
     [[nodiscard]] std::string take();
 
     /// Printable ASCII, TAB, LF or FF.
@@ -46,7 +47,7 @@ public:
         cursor_ += length;
         makeRoom();
     }
-    /// A code point that is no control character; surrogates and values over U+10FFFF are written as U+FFFD.
+    /// A code point that is not a control character; surrogates and values over U+10FFFF are written as U+FFFD.
     void appendCodePoint(char32_t c);
 
     /// Copies the plain text at the start of [p, end) and returns where it stops. Scan and copy are one pass.
@@ -58,8 +59,8 @@ public:
 
 private:
     static constexpr std::size_t kInitialCapacity = 0x4000;
-    static constexpr std::size_t kStep = 0x700; // still in the nearest cache when the text comes
-    static constexpr std::size_t kSlack = 64;   // what a single append may write without asking
+    static constexpr std::size_t kStep = 0x700; // filled with zeros, and still in the L1 cache when text is written
+    static constexpr std::size_t kSlack = 64;   // bytes that an append may write without a check
 
     void makeRoom() {
         if (cursor_ >= limit_) grow(0);
@@ -68,7 +69,7 @@ private:
     [[nodiscard]] std::size_t expectedSize() const;
 
     const Scanner& source_;
-    std::string buffer_; // its end lies ahead of the cursor
+    std::string buffer_; // longer than the text, which ends at cursor_
     char* begin_ = nullptr;
     char* cursor_ = nullptr;
     char* limit_ = nullptr; // kSlack bytes before the buffer's end

@@ -15,7 +15,8 @@ namespace quillow::rtf {
 
 namespace {
 
-/// A file without any RTF in it: text in UTF-8, else in windows-1252, with the line ends of any system.
+/// Reads a file without RTF as plain text: UTF-8 if it is well-formed, else windows-1252, with the line ends of
+/// any system.
 std::string readPlainText(std::string_view bytes, const Options& options, LossAccount& loss) {
     text::TextSink sink(options.pageMarks == PageMarks::formFeed ? text::TextSink::FormFeeds::keep
                                                                  : text::TextSink::FormFeeds::drop);

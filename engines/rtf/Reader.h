@@ -5,7 +5,8 @@
 
 namespace quillow::rtf {
 
-/// Reads an RTF file, or the RTF file inside an RTFD bundle: attachment groups and their placeholders leave nothing in either.
+/// Reads an RTF file, or the RTF file inside an RTFD bundle. Attachment groups and their placeholders are dropped
+/// in both.
 [[nodiscard]] Extraction readRtf(std::span<const std::byte> bytes, const Options& options);
 
 } // namespace quillow::rtf

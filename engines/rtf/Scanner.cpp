@@ -25,7 +25,7 @@ Scanner::Completeness Scanner::skipBinary(std::int32_t length) {
 
 namespace {
 
-/// Moves from `p` to the next backslash or brace that is not the second half of a raw pair.
+/// The first backslash or brace in [p, end) that is not the trail byte of a raw pair.
 const char* findSyntaxOutsidePairs(const char* p, const char* end, const text::CodePage& pairs) {
     while (true) {
         const char* syntax = findSyntax(p, end);

@@ -1,5 +1,5 @@
-// The lexical layer of RTF (RTF 1.9.1, "Basic Entities"): control words and symbols, hexadecimal bytes, binary data, and the
-// end of a group. It knows nothing of what they mean.
+// The lexical layer of RTF (RTF 1.9.1, "Basic Entities"): control words and symbols, hexadecimal bytes, binary
+// data, and the end of a group. It does not interpret them.
 #pragma once
 
 #include "engines/rtf/Bytes.h"
@@ -20,19 +20,19 @@ namespace quillow::rtf {
 /// A control word with its parameter, delimiter consumed.
 struct ControlWord {
     Keyword keyword;
-    std::int32_t parameter = 0; ///< 0 where none is written; clamped to 32 bits
+    std::int32_t parameter = 0; ///< 0 if the word has none; clamped to 32 bits
     bool hasParameter = false;
 
     [[nodiscard]] Action action() const { return keyword.action; }
-    /// A toggle such as \v is switched off by \v0 alone.
+    /// For toggles such as \v, which only \v0 switches off.
     [[nodiscard]] bool isOn() const { return !hasParameter || parameter != 0; }
 };
 
-/// A piece of a group that is read for its data, not for its text.
+/// A token of a group that is read for its data, not for its text.
 struct Token {
     enum class Kind : std::uint8_t { end, open, close, word, symbol, byte };
     Kind kind = Kind::end;
-    char byte = 0; ///< of a symbol its character, of a byte (written raw or as \'hh) its value
+    char byte = 0; ///< symbol: its character; byte (raw or \'hh): its value
     ControlWord word;
 };
 
@@ -57,7 +57,7 @@ public:
     /// The byte `offset` further on, or NUL past the end.
     [[nodiscard]] char peek(std::size_t offset) const { return offset < remaining() ? p_[offset] : '\0'; }
 
-    /// A carriage return or line feed in the source separates nothing.
+    /// Carriage returns and line feeds in the source have no meaning.
     void skipLineEnds() {
         while (p_ != end_ && text::isLineEnd(*p_))
             ++p_;
@@ -66,19 +66,19 @@ public:
     /// True at a backslash that begins a control word.
     [[nodiscard]] bool atWord() const { return remaining() >= 2 && *p_ == '\\' && text::isLetter(p_[1]); }
 
-    /// Reads the name of the control word at the current backslash, up to its parameter. Where no letter follows the
+    /// Reads the name of the control word at the current backslash, up to its parameter. If no letter follows the
     /// backslash, nothing is consumed and the action is Action::notAWord.
     [[nodiscard]] Keyword readName();
 
     /// Reads the parameter and the delimiting blank after a name.
     [[nodiscard]] ControlWord readParameter(Keyword keyword);
-    /// Passes over them.
+    /// Skips the parameter and the delimiting blank.
     void skipParameter();
 
-    /// Name and parameter at once.
+    /// Reads a name and its parameter.
     [[nodiscard]] ControlWord readWord() { return readParameter(readName()); }
 
-    /// The byte that \'hh at `p` stands for, or nothing when there is no \'hh.
+    /// The value of the \'hh at `p`; std::nullopt if there is no valid \'hh.
     [[nodiscard]] std::optional<std::uint8_t> hexByteAt(const char* p) const {
         if (end_ - p < 4 || p[0] != '\\' || p[1] != '\'') return std::nullopt;
         const int high = text::hexValue(p[2]);
@@ -89,15 +89,15 @@ public:
 
     enum class Completeness { whole, cutShort };
 
-    /// Passes over the data of \bin; a length that the input does not hold is clamped.
+    /// Skips the data of \bin. Stops at the end of the input if `length` goes beyond it.
     Completeness skipBinary(std::int32_t length);
 
-    /// Passes over the rest of the current group and its closing brace. Braces are counted, escapes and binary data are
-    /// honoured. `rawPairs` is the double-byte code page in which raw bytes are written, if any: a trail byte of it may look
-    /// like a brace or a backslash.
+    /// Skips the rest of the current group and its closing brace. Counts braces and respects escapes and binary data.
+    /// `rawPairs` is the double-byte code page of the raw bytes, or nullptr: its trail bytes may look like braces or
+    /// backslashes.
     Completeness skipGroup(const text::CodePage* rawPairs);
 
-    /// The next token of a group that is read for its data. Line ends are passed over; \bin takes its data with it.
+    /// The next token of a group that is read for its data. Skips line ends, and \bin with its data.
     [[nodiscard]] Token nextToken();
 
 private:
@@ -111,7 +111,7 @@ private:
 inline Keyword Scanner::readName() {
 #if defined(__SSE2__)
     if (remaining() > text::kBlock) {
-        // Masks of the first n bytes of a block are windows of this array.
+        // The mask of the first n bytes of a block begins n bytes before the middle of this array.
         alignas(16) static constexpr std::uint8_t kMasks[2 * text::kBlock] = {
             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
         const __m128i block = text::loadBlock(p_ + 1);

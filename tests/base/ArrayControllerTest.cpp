@@ -1,4 +1,4 @@
-// The selection of a list, and what becomes of it when the list changes.
+// The selection of a list, and how it changes with the list.
 #include "base/ArrayController.h"
 
 #include <gtest/gtest.h>

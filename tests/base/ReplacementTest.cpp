@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 TEST(StringByReplacingOccurrences, goesOnceFromLeftToRight) {
     EXPECT_EQ(stringByReplacingOccurrences(u"aaa"_s, u"aa", u"b"), u"ba"_s);
     EXPECT_EQ(stringByReplacingOccurrences(u"a  b"_s, u" ", u"  "), u"a    b"_s);
-    // What a replacement forms with its neighbours is not looked at again.
+    // Text that a replacement forms with its neighbours is not searched again.
     EXPECT_EQ(stringByReplacingOccurrences(u" \t\t"_s, u" \t", u" "), u" \t"_s);
     EXPECT_EQ(stringByReplacingOccurrences(u"abc"_s, u"abc", u""), u""_s);
 }

@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A value whose every change can be taken back.
+/// A value whose changes can be undone.
 struct Number {
     UndoManager& undoManager;
     int value = 0;
@@ -83,7 +83,7 @@ TEST(UndoManager, actionNamesFollowTheOperations) {
     EXPECT_EQ(undoManager.undoActionName(), u"Set 2"_s);
     undoManager.undo();
     EXPECT_EQ(undoManager.undoActionName(), u"Set 1"_s);
-    EXPECT_EQ(undoManager.redoActionName(), u"Set 1"_s); // the name that the running undo gave
+    EXPECT_EQ(undoManager.redoActionName(), u"Set 1"_s); // named during the undo
 }
 
 TEST(UndoManager, nameGivenByAnUndoThatRegistersNothingNamesNoOlderOperation) {

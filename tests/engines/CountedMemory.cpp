@@ -15,7 +15,7 @@ namespace {
 using quillow::test::liveBytes;
 using quillow::test::mostBytes;
 
-constexpr std::size_t kHeader = alignof(std::max_align_t); // in front of each block, to keep its size
+constexpr std::size_t kHeader = alignof(std::max_align_t); // before each block, holds its size
 
 } // namespace
 

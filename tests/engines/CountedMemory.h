@@ -1,5 +1,5 @@
-// How much memory a program asks for, counted by what is asked, not by what the system gives. A test program that is built
-// with CountedMemory.cpp has the global allocation functions replaced.
+// Counts the memory that a program allocates, by the sizes that it requests. CountedMemory.cpp replaces the global
+// allocation functions of the test program that it is built into.
 #pragma once
 
 #include <atomic>
@@ -7,7 +7,7 @@
 
 namespace quillow::test {
 
-extern std::atomic<std::size_t> liveBytes; ///< asked for and not given back
-extern std::atomic<std::size_t> mostBytes; ///< the most of them since a test last set it
+extern std::atomic<std::size_t> liveBytes; ///< allocated and not yet freed
+extern std::atomic<std::size_t> mostBytes; ///< the maximum of liveBytes since a test last set it
 
 } // namespace quillow::test

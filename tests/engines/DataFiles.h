@@ -1,4 +1,4 @@
-// Documents of tests/data and the texts that stand beside them.
+// Access to the documents of tests/data and their expected texts.
 #pragma once
 
 #include <cstddef>

@@ -79,7 +79,7 @@ TEST(Extract, reasonsHaveNamesOfTheirOwn) {
     EXPECT_EQ(reasonName(Reason::outOfMemory), "out-of-memory");
 }
 
-/// The text of a document whose bytes are overwritten as soon as they are done, and how often that was said.
+/// The text of a document whose bytes are overwritten as soon as bytesDone is called, and the number of those calls.
 std::pair<std::optional<std::string>, int> readOnce(std::string document, DocumentKind kind) {
     int done = 0;
     Extraction extraction = extract(asBytes(document), kind, {}, [&] {

@@ -1,6 +1,6 @@
-// Golden cases: every NAME.in of tests/data/<kind> must give NAME.txt, with the options that NAME.options names (one
-// "option value" a line, as the command line spells them). With QUILLOW_APPROVE=1 in the environment the texts that come
-// are written over NAME.txt instead.
+// Golden cases: every NAME.in of tests/data/<kind> must give the text NAME.txt. NAME.options has the options, one
+// "option value" per line as on the command line. With QUILLOW_APPROVE=1 in the environment, the new text replaces
+// NAME.txt instead.
 #pragma once
 
 #include "engines/Extract.h"
@@ -17,7 +17,7 @@
 
 namespace quillow::test {
 
-/// The names of a kind's cases, in order.
+/// The sorted names of the cases of a kind.
 inline std::vector<std::string> goldenNames(const std::string& kind) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(dataFile(kind)))
@@ -49,7 +49,8 @@ inline Options goldenOptions(const std::string& kind, const std::string& name) {
     return options;
 }
 
-/// Reads the case with `read` (bytes and options to an Extraction) and compares, or approves.
+/// Reads the case with `read`, which takes bytes and options and returns an Extraction. Compares the text with
+/// NAME.txt or approves it.
 template <typename Reader>
 void expectGolden(const std::string& kind, const std::string& name, Reader read) {
     const std::string document = fileContent(dataFile(kind + "/" + name + ".in"));

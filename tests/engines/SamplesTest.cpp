@@ -1,5 +1,5 @@
-// Whole documents by real producers, against the texts that their sources say they hold. What the documents are and how
-// they were made: samples/README.md.
+// Whole documents from real programs, compared with the texts in their sources. samples/README.md describes the
+// documents and how they were made.
 #include "engines/Extract.h"
 
 #include <gtest/gtest.h>
@@ -24,8 +24,9 @@ const fs::path kSamples = fs::path(QUILLOW_SOURCE_DIR) / "samples";
 
 struct Sample {
     const char* name;
-    /// Lines that only one of the two texts has, blank lines included. 0 is the aim; any other number is what the engine is
-    /// known to miss today, and a change either way fails the test, so that a gain is written down here at once.
+    /// The number of lines that only one of the two texts has, blank lines included. The aim is 0. Any other
+    /// number is a known difference: a change in either direction fails the test, so that an improvement is
+    /// recorded here.
     std::size_t linesApart = 0;
 };
 
@@ -54,7 +55,7 @@ std::vector<std::string_view> linesOf(std::string_view text) {
 
 struct Difference {
     std::size_t linesApart = 0;
-    std::string report; ///< "- " before a line that is only expected, "+ " before one that is only read
+    std::string report; ///< "- " before lines of only the expected text, "+ " before lines of only the actual one
 };
 
 /// A longest common subsequence of the lines, by the table of common suffixes; the documents are small.

@@ -1,4 +1,4 @@
-// The scans that look at many bytes at a time agree with the ones that look at one, at every distance from a block's edge.
+// The block scans agree with the byte-by-byte scans at every distance from a block's edge.
 #include "text/ByteScan.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,8 @@
 namespace quillow::text {
 namespace {
 
-/// Texts of every length up to three blocks and a bit, with one or two of the bytes that matter at every place.
+/// Checks texts of every length up to a little over three blocks, with one or two of the interesting bytes at
+/// every place.
 template <typename Check>
 void forEachText(std::string_view interesting, Check check) {
     for (std::size_t length = 0; length < 52; ++length) {

@@ -11,7 +11,7 @@
 namespace quillow::text {
 namespace {
 
-/// UTF-8 text in a legacy encoding, by searching all of its single bytes and pairs.
+/// Encodes UTF-8 text in a legacy encoding, with a table of all its single bytes and pairs.
 std::string encoded(std::string_view utf8, Encoding encoding) {
     static std::map<Encoding, std::map<std::string, std::string>> tables;
     std::map<std::string, std::string>& table = tables[encoding];
@@ -257,9 +257,9 @@ TEST(EncodingDetector, utf8WithDamageIsStillUtf8) {
 }
 
 TEST(EncodingDetector, signsStandOnTheirSideOfAWord) {
-    EXPECT_EQ(detectEncoding("Poka\xBF kod"), Encoding::windows1250);       // no question mark opens after a word
-    EXPECT_EQ(detectEncoding("amb l'\xE0udio"), Encoding::windows1252);     // nor does a dagger stand before one
-    EXPECT_EQ(detectEncoding("zmienione has\xB3o"), Encoding::windows1250); // nor an exponent in it
+    EXPECT_EQ(detectEncoding("Poka\xBF kod"), Encoding::windows1250);       // U+00BF does not follow a word
+    EXPECT_EQ(detectEncoding("amb l'\xE0udio"), Encoding::windows1252);     // a dagger does not precede a word
+    EXPECT_EQ(detectEncoding("zmienione has\xB3o"), Encoding::windows1250); // an exponent is not inside a word
 }
 
 TEST(EncodingDetector, byteOrderMarksDecide) {

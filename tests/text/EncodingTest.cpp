@@ -15,7 +15,7 @@ struct EncodingLabels {
     std::vector<std::string_view> labels;
 };
 
-// Section 4.2 of the Encoding Standard, whole.
+// The whole of section 4.2 of the Encoding Standard.
 const std::vector<EncodingLabels> kStandardLabels = {
     {Encoding::utf8,
      "UTF-8",
@@ -350,7 +350,8 @@ TEST(Decode, replacementIsOneErrorAndUserDefinedIsPrivate) {
 TEST(Decode, longInputsPassTheBuffersEdgesWhole) {
     for (const EncodingLabels& entry : kStandardLabels) {
         if (entry.encoding == Encoding::replacement) continue;
-        // A piece of three, so that it meets the buffer's edge at every phase; decoded alone it must give the same.
+        // A piece of three bytes or units, so that the buffer's edge falls on each of them. It must decode as it
+        // does alone.
         const std::string piece = entry.encoding == Encoding::utf16be || entry.encoding == Encoding::utf16le
                                       ? std::string("\x4E\x2D\x30\x42\x41\x42", 6)
                                       : std::string("a\xC3\xA9");
@@ -370,7 +371,7 @@ TEST(Decode, longInputsPassTheBuffersEdgesWhole) {
 TEST(Decode, everyPairOfBytesGivesWellFormedTextWithinBounds) {
     for (const EncodingLabels& entry : kStandardLabels) {
         const bool singleByte = entry.encoding >= Encoding::ibm866 && entry.encoding <= Encoding::xMacCyrillic;
-        if (singleByte && entry.encoding != Encoding::windows1253) continue; // one stands for the table-driven ones
+        if (singleByte && entry.encoding != Encoding::windows1253) continue; // one table-driven encoding is enough
         for (unsigned first = 0; first < 0x100; ++first) {
             for (unsigned second = 0; second < 0x100; ++second) {
                 const char bytes[] = {static_cast<char>(first), static_cast<char>(second)};

@@ -19,7 +19,7 @@ TEST(TextSink, controlCharactersAreDroppedButTabAndLineEnd) {
         TextSink single;
         single.append(c);
         EXPECT_EQ(single.view(), kept ? utf8 : "") << std::uint32_t{c};
-        // In the middle of a run, at every place of a block.
+        // In the middle of a run, at every position of a block.
         for (std::size_t before = 1; before < 34; ++before) {
             const std::string run(before, 'x');
             TextSink sink;

@@ -41,7 +41,7 @@ struct IllFormed {
     std::size_t subpart;
 };
 
-// The Unicode Standard, section 3.9, tables 3-8 to 3-11, and their like.
+// The Unicode Standard, section 3.9, tables 3-8 to 3-11, and similar sequences.
 constexpr IllFormed kIllFormed[] = {
     {"\x80", 1},
     {"\xBF", 1},
@@ -75,7 +75,7 @@ TEST(Utf8, illFormedSequencesAreTakenByMaximalSubparts) {
 }
 
 TEST(Utf8, validPrefixEndsBeforeTheFirstError) {
-    // At every distance from the start, so that the error lies in every place of a block.
+    // At every distance from the start, so that the error is at every position of a block.
     for (std::size_t before = 0; before < 40; ++before) {
         for (const std::string_view filler : {"a", "é", "漢", "😀"}) {
             std::string prefix;

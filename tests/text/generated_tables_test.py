@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""generated_tables_test.py ROOT: generating the tables of charsets again must give the files that are there."""
+"""generated_tables_test.py ROOT: checks that the generator reproduces the charset tables in text/."""
 import pathlib
 import subprocess
 import sys

@@ -1,4 +1,4 @@
-// Base64: the vectors of RFC 4648, section 10, what is refused, and how a transform is executed.
+// Base64: the vectors of RFC 4648, section 10, rejected input, and the execution of transforms.
 #include "util/Base64Transforms.h"
 #include "util/NSDataBase64.h"
 

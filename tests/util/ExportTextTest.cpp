@@ -1,5 +1,5 @@
-// The text of an export file: the layouts byte for byte, cleaning, what absent things give, and that random records come out as
-// a plain transcription of the rules writes them.
+// The text of an export file: the layouts byte by byte, cleaning, missing values, and random records compared with
+// a plain implementation of the rules.
 #include "util/ExportText.h"
 
 #include "util/ValueText.h"
@@ -125,7 +125,7 @@ TEST(ExportText, valuesAreFoundByKeyPath) {
 TEST(ExportText, theFileIsUtf8WithoutMark) {
     const Boxed::Array records{person(u"Zo\u00eb \U0001F600"_s, QString(QChar(0xD800)))};
     EXPECT_EQ(exported(1, HeaderRow::no, records), QByteArray("Zo\xC3\xAB \xF0\x9F\x98\x80\t\xEF\xBF\xBD"));
-    // Halves that meet without anything between them are one character.
+    // Two surrogate halves with nothing between them are one character.
     EXPECT_EQ(exported(5, HeaderRow::no, {person(QString(QChar(0xD83D)), QString(QChar(0xDE00)))}),
               QByteArray("\xF0\x9F\x98\x80"));
 }
@@ -189,7 +189,7 @@ protected:
     std::mt19937 random_{11};
 };
 
-/// The rules of the writing, step by step, by the plainest means.
+/// A plain implementation of the export rules, step by step.
 QByteArray plainlyExported(const Boxed::Array& records, const Boxed::Array& fields, const ExportLayout& layout,
                            bool header, int format) {
     const auto entry = [](const Boxed& dictionary, const QString& key) {
@@ -221,7 +221,7 @@ QByteArray plainlyExported(const Boxed::Array& records, const Boxed::Array& fiel
         if (layout.endsLastRecord || i != records.size() - 1) file += layout.endOfRecord;
     }
     file += layout.endOfFile;
-    // Qt would make another character of a lone surrogate.
+    // Qt would convert a lone surrogate to another character.
     QString valid;
     for (qsizetype i = 0; i < file.size(); ++i) {
         const bool isPair = file[i].isHighSurrogate() && i + 1 < file.size() && file[i + 1].isLowSurrogate();

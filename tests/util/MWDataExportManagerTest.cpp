@@ -1,4 +1,5 @@
-// The exporter from its settings sheet to the written file, with windows, disk and main queue that move when the test says so.
+// The exporter from its settings sheet to the written file, with fake windows, disk and main queue that the test
+// controls.
 #include "util/MWDataExportManager.h"
 
 #include "platform/DocumentContainer.h"
@@ -30,7 +31,7 @@ public:
     FakeWindow window;
 };
 
-/// Notes when its hooks are called.
+/// Records the calls of its hooks.
 class JournalledExporter final : public MWDataExportManager {
 public:
     JournalledExporter(const Boxed::Array& records, const Boxed::Array& keys, DocumentContainer* container,
@@ -88,7 +89,7 @@ protected:
         std::make_unique<JournalledExporter>(people_, keys_, &document_, ports_, journal_);
 };
 
-// The state at first.
+// The initial state.
 
 TEST_F(MWDataExportManagerTest, startsWithEveryFieldOnTheLeft) {
     EXPECT_EQ(exporter_->dataArray(), people_);
@@ -163,13 +164,13 @@ TEST_F(MWDataExportManagerTest, aFieldMovesUpAndDownByOnePlaceAndStaysSelected) 
     loader_.actions().moveUp(nullptr);
     EXPECT_EQ(right(), QStringList({u"Name"_s, u"Age"_s, u"City"_s, u"Zip"_s}));
     loader_.actions().moveUp(nullptr);
-    loader_.actions().moveUp(nullptr); // is at the top
+    loader_.actions().moveUp(nullptr); // already at the top
     EXPECT_EQ(right(), QStringList({u"Age"_s, u"Name"_s, u"City"_s, u"Zip"_s}));
     EXPECT_EQ(exporter_->rightKeyArrayController().selectionIndexes(), QList<qsizetype>{0});
 
     exporter_->rightKeyArrayController().setSelectionIndexes({2});
     loader_.actions().moveDown(nullptr);
-    loader_.actions().moveDown(nullptr); // is at the bottom
+    loader_.actions().moveDown(nullptr); // already at the bottom
     EXPECT_EQ(right(), QStringList({u"Age"_s, u"Name"_s, u"Zip"_s, u"City"_s}));
 }
 
@@ -429,7 +430,7 @@ TEST_F(MWDataExportManagerTest, noFieldsWriteTheRecordsDelimiters) {
     EXPECT_EQ(written(), QByteArray("\n"));
 }
 
-// What goes away.
+// A destroyed exporter, missing windows.
 
 TEST_F(MWDataExportManagerTest, anExporterThatIsGoneExportsNothing) {
     exporter_->run(&document_);

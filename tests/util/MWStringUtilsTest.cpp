@@ -31,7 +31,7 @@ void expectCanonicalUuid(const QString& text) {
         const bool isHyphen = i == 8 || i == 13 || i == 18 || i == 23;
         EXPECT_TRUE(isHyphen ? text[i] == u'-' : u"0123456789ABCDEF"_s.contains(text[i])) << text.toStdString();
     }
-    EXPECT_EQ(text[14], u'4'); // random
+    EXPECT_EQ(text[14], u'4'); // version 4: random
     EXPECT_TRUE(u"89AB"_s.contains(text[19])) << text.toStdString();
 }
 
@@ -52,7 +52,7 @@ TEST_F(MWStringUtilsTest, theRandomNumberHasFiveDigitsOrMore) {
     EXPECT_EQ(utils_.uniqueTimeRandString(), u"2009030507040900001"_s);
     random_.setNext(12344);
     EXPECT_EQ(utils_.uniqueTimeRandString(), u"2009030507040912345"_s);
-    // The generator's greatest number; the bound lies far above it.
+    // The generator's maximum; the bound is far above it.
     random_.setNext(2147483647);
     EXPECT_EQ(utils_.uniqueTimeRandString(), u"200903050704092147483648"_s);
     random_.setNext(32000000000000);

@@ -1,4 +1,5 @@
-// Cutting a text to a width: what comes out is what the loop that defines it gives, and long texts are not measured by the square.
+// Cutting a text to a width: the result is that of the defining loop, and measuring a long text does not cost
+// quadratic work.
 #include "util/TextFitting.h"
 
 #include "tests/fakes/FakeClock.h"
@@ -17,18 +18,18 @@ using namespace Qt::StringLiterals;
 
 class TextFittingTest : public testing::Test {
 protected:
-    /// By the public operation.
+    /// The result of the public operation.
     QString fitted(const QString& text, std::int32_t limit) const {
         return utils_.trimStringToFit(text, limit, attributes_).value();
     }
-    /// The definition.
+    /// The loop that defines the result.
     QString fittedByLoop(QString text, std::int32_t limit) const {
         if (measure_.width(text, attributes_) <= limit) return text;
         while (measure_.width(text + u".."_s, attributes_) > limit && text.size() >= 2)
             text.chop(1);
         return text + u".."_s;
     }
-    /// What measuring may cost at most.
+    /// The most units that may be measured.
     static std::int64_t bound(qsizetype length) { return TextFitting::kLoopUnits + 16 * length + 1000; }
 
     FakeClock clock_;

@@ -26,7 +26,7 @@ TEST(Utf8Builder, encodesEveryLength) {
     EXPECT_EQ(built({text}), text.toUtf8());
     EXPECT_EQ(built({}), QByteArray());
     EXPECT_EQ(built({QString(), u"\ufeff"_s}),
-              QByteArray("\xEF\xBB\xBF")); // what the text holds, not a mark of the file
+              QByteArray("\xEF\xBB\xBF")); // part of the text, not a byte-order mark of the file
 }
 
 TEST(Utf8Builder, aPairMayBeSplitBetweenPieces) {

@@ -1,4 +1,4 @@
-// Values as the text of a cell.
+// The text of values in a cell.
 #include "util/ValueText.h"
 
 #include <QTimeZone>

@@ -1,4 +1,4 @@
-// Every transformer: forward, nil, reverse, and the facts about its class.
+// Every transformer: forward, nil, reverse, and the properties of its class.
 #include "platform/BookmarkStore.h"
 #include "platform/ImageCodec.h"
 #include "platform/TextUnarchiver.h"
@@ -22,7 +22,7 @@ Boxed text(const char16_t* string) {
     return QString::fromUtf16(string);
 }
 
-/// A bookmark store that answers what the test says.
+/// A bookmark store that returns what the test sets.
 class ScriptedBookmarkStore final : public BookmarkStore {
 public:
     std::optional<QUrl> url;

@@ -1,5 +1,5 @@
-// Whole documents: each NAME.in of tests/data/html gives the text of NAME.txt. Run with QUILLOW_APPROVE=1 in the environment, the
-// test writes the texts instead.
+// Whole documents: each NAME.in of tests/data/html gives the text of NAME.txt. With QUILLOW_APPROVE=1 in the
+// environment, the test writes the texts instead.
 #include "tests/engines/html/TestSupport.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Input made to hurt: the text still comes out, and what was built and counted stays in proportion.
+// Hostile input: its text is still extracted, and memory and counted work stay in proportion to the input.
 #include "engines/html/css/CssMatcher.h"
 #include "engines/html/parser/Parse.h"
 #include "engines/html/parser/TreeBuilder.h"
@@ -26,9 +26,9 @@ std::size_t depthOf(const Tree& tree) {
     return deepest;
 }
 
-/// Asks a matcher about every element of a tree, and calls `each` with it after each.
+/// Cascades every element of a tree with the matcher, and calls `each` after each element.
 void askAboutAll(CssMatcher& matcher, const Tree& tree, const std::function<void()>& each) {
-    std::size_t entered = 1; // the document, which is no element
+    std::size_t entered = 1; // the document, which is not an element
     NodeId last = kNoNode;
     for (TreeWalk walk(tree, Tree::kDocument); walk.node() != kNoNode; walk.advance()) {
         if (walk.ancestors().size() > entered) {
@@ -45,10 +45,10 @@ void askAboutAll(CssMatcher& matcher, const Tree& tree, const std::function<void
     }
 }
 
-/// The bytes of an element without attributes, at most.
+/// The most bytes that an element without attributes uses.
 constexpr std::size_t kElementBytes = 24;
 
-/// A scan of the whole stack, 512 elements, costs a tag of five bytes that much.
+/// The steps per byte if a tag of five bytes scans the whole stack of open elements.
 constexpr std::uint64_t kMostStepsPerByte = kMaxTreeDepth / 5;
 
 struct DeepCase {
@@ -89,12 +89,12 @@ TEST(HostileHtml, deepTemplatesEnd) {
     EXPECT_EQ(textOf(repeated("<template>", 100'000) + repeated("</template>", 100'000) + "after"), "after");
 }
 
-// Work is counted: twice as much of the same costs no more than a little over twice the steps, and no byte costs more than its bound.
+// Work is counted in steps: twice the input costs little more than twice the steps, and the steps per byte are bounded.
 struct HostileCase {
     const char* name;
     std::string (*make)(std::size_t times);
     std::size_t times;
-    const char* text; ///< what the text ends with
+    const char* text; ///< the end of the text
 };
 
 std::string nested(std::string_view open, std::string_view close, std::size_t times) {
@@ -108,7 +108,7 @@ std::string numbered(std::string_view before, std::string_view after, std::size_
     return out;
 }
 
-/// Tags of the same attributes in another order each time, all but one value the same.
+/// Tags with the same attributes, each tag in another order. Only the value of one attribute differs.
 std::string shuffledAttributes(std::size_t times) {
     std::string out;
     for (std::size_t i = 0; i < times; ++i) {

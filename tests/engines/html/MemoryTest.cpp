@@ -1,5 +1,5 @@
-// How much memory a document takes beside its own bytes. The nodes, which do not come from the allocation functions that are
-// counted, count themselves.
+// How much memory a document uses besides its own bytes. Nodes do not come from the counted allocation functions;
+// the tree counts them itself.
 #include "engines/html/Reader.h"
 #include "engines/html/parser/Parse.h"
 #include "engines/html/tree/Tree.h"
@@ -18,9 +18,9 @@ using test::liveBytes;
 using test::mostBytes;
 
 constexpr std::size_t kDocument = std::size_t{2} << 20;
-constexpr std::size_t kBeside = std::size_t{128} << 10; ///< tables, stacks, a piece of kept strings that is not full
+constexpr std::size_t kBeside = std::size_t{128} << 10; ///< tables, stacks, a partly filled chunk of kept strings
 
-/// A document of kDocument bytes that says one thing over and over.
+/// A document of kDocument bytes that repeats one piece.
 std::string document(std::string_view start, std::string_view repeated) {
     std::string html(start);
     html.reserve(kDocument + repeated.size());
@@ -31,7 +31,7 @@ std::string document(std::string_view start, std::string_view repeated) {
 
 struct NodeCase {
     std::string_view repeated;
-    std::size_t mostBytes; ///< of nodes and attributes, each time
+    std::size_t mostBytes; ///< of the nodes and attributes of one repetition
 };
 
 class HtmlNodeMemory : public testing::TestWithParam<NodeCase> {};
@@ -48,7 +48,7 @@ TEST_P(HtmlNodeMemory, isBoundedAndAllThatATreeTakes) {
 }
 
 constexpr NodeCase kNodeCases[] = {
-    {"<td>", 0},                                       // no element: not in a table
+    {"<td>", 0},                                       // ignored outside a table
     {"<p><br>", 8 + 4},                                //
     {"<p>words of a paragraph, some of them", 8 + 8},  //
     {"<p>word</p>\n", 8 + 8 + 8},                      //
@@ -59,7 +59,7 @@ constexpr NodeCase kNodeCases[] = {
     {"<!-- comment -->", 0},                           //
     {"<p><b><i class=x>y</p></b></i>", 8 + 8 + 16 + 12 + 8},
     {"<b><i>x</b></i>", 8 + 8 + 8 + 8},            // misnested: the second i is a copy
-    {"<table>x<tr></table>", 8 + 8 + 8 + 12 + 24}, // what is put before the table parts the table from its first child
+    {"<table>x<tr></table>", 8 + 8 + 8 + 12 + 24}, // the foster-parented text separates the table from its first child
 };
 INSTANTIATE_TEST_SUITE_P(Kinds, HtmlNodeMemory, testing::ValuesIn(kNodeCases));
 
@@ -70,7 +70,7 @@ TEST(HtmlMemory, cellsOfAnEndlessTableAreSmall) {
 }
 
 struct TextMemory {
-    std::size_t most = 0; ///< at any time while the document was read, its text included, but not its nodes
+    std::size_t most = 0; ///< peak while the document was read, with its text, without its nodes
     std::size_t text = 0;
 };
 
@@ -103,7 +103,7 @@ TEST(HtmlMemory, aLegacyEncodingCostsOneCopy) {
     const TextMemory memory =
         memoryOf(document("<meta charset=windows-1252>", "<p>The quick brown f\xF6x jumps over the lazy dog.</p>\r\n"));
     EXPECT_GT(memory.text, kDocument * 3 / 4);
-    // There is room for twice the bytes in the copy.
+    // The copy reserves room for twice the bytes.
     EXPECT_LE(memory.most, 3 * kDocument + kBeside);
 }
 

@@ -1,9 +1,10 @@
-// What the HTML engine makes of bytes on its way, printed for tools/html_conformance.py to compare with test suites of the HTML
-// Standard. Standard input holds requests: a line "WHAT ARGUMENT ARGUMENT LENGTH" and then LENGTH bytes. Each answer is a line with
-// its length and then its bytes.
-//   tokens STATE TAG   the tokens from a state (data, rcdata, rawtext, script, plaintext, cdata) on, "</TAG>" being its end tag; a
-//                      JSON array a line
-//   tree SPACE NAME    the tree of a document ("- -"), or of a fragment in such an element; a line a node, indented, with no comments
+// Prints intermediate results of the HTML engine, which tools/html_conformance.py compares with test suites of the
+// HTML Standard. A request on standard input is a line "WHAT ARGUMENT ARGUMENT LENGTH" and LENGTH bytes. The
+// answer is a line with its length and then its bytes.
+//   tokens STATE TAG   the tokens from an initial state (data, rcdata, rawtext, script, plaintext, cdata), with "</TAG>" as
+//                      its end tag; one JSON array per line
+//   tree SPACE NAME    the tree of a document ("- -"), or of a fragment in that context element; one indented node per line,
+//                      without comments
 //   encoding - -       the name of the declared encoding
 #include "engines/html/parser/EncodingSniffer.h"
 #include "engines/html/parser/Parse.h"

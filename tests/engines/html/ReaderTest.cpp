@@ -1,4 +1,4 @@
-// The engine's door: reasons, the loss account, the rules that every text keeps.
+// The entry of the engine: reasons, the loss account, and the rules that every text keeps.
 #include "tests/engines/html/TestSupport.h"
 
 #include <gtest/gtest.h>

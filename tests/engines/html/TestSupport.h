@@ -1,4 +1,4 @@
-// What the tests of the HTML engine share: rendering a snippet, and printing its tree.
+// Shared helpers of the HTML engine's tests: render a snippet, print its tree.
 #pragma once
 
 #include "engines/html/Reader.h"

@@ -9,7 +9,7 @@
 namespace quillow::pdf {
 namespace {
 
-/// PageSource that a function makes.
+/// Pages whose text a function returns.
 class MadePages final : public PageSource {
 public:
     using Page = std::function<std::optional<std::u16string>(std::size_t)>;
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool hasMemoryEnded() const noexcept override { return asked >= memoryEndsAt; }
 
     mutable std::size_t asked = 0;
-    std::size_t memoryEndsAt = static_cast<std::size_t>(-1); ///< pages
+    std::size_t memoryEndsAt = static_cast<std::size_t>(-1); ///< number of read pages at which memory runs out
 
 private:
     std::size_t count_;

@@ -1,4 +1,4 @@
-// The documents of tests/data/rtf and their texts: one construct of the format each.
+// The documents of tests/data/rtf and their texts. Each document tests one construct of the format.
 #include "engines/rtf/Reader.h"
 #include "tests/engines/GoldenCases.h"
 

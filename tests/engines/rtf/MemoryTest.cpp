@@ -1,4 +1,4 @@
-// How much memory a document takes beside its own bytes.
+// How much memory a document uses besides its own bytes.
 #include "engines/rtf/Reader.h"
 #include "tests/engines/CountedMemory.h"
 
@@ -18,11 +18,11 @@ constexpr std::size_t kDocument = std::size_t{2} << 20;
 constexpr std::size_t kBeside = std::size_t{512} << 10; ///< tables, open groups, the first buffer
 
 struct Memory {
-    std::size_t most = 0; ///< at any time while the document was read, its text included
+    std::size_t most = 0; ///< peak while the document was read, with its text
     std::size_t text = 0;
 };
 
-/// Reads a document of kDocument bytes that says one thing over and over.
+/// Reads a document of kDocument bytes that repeats one piece.
 Memory memoryOf(std::string_view start, std::string_view repeated) {
     std::string document(start);
     document.reserve(kDocument + repeated.size());
@@ -61,7 +61,7 @@ TEST(RtfMemory, openGroupsAreBounded) {
 TEST(RtfMemory, notesAreBounded) {
     const Memory memory = memoryOf("{\\rtf1 ", "a{\\footnote This is what the note says, at some length.}");
     EXPECT_GT(memory.text, kDocument / 2);
-    // They are gathered apart, by doubling, and put behind the text in the end.
+    // Notes are collected in a buffer that grows by doubling, and are appended to the text at the end.
     EXPECT_LE(memory.most, 5 * kDocument);
 }
 

@@ -1,4 +1,4 @@
-// The entry: reasons, the loss account, limits, and documents written in two ways that must give one text.
+// The entry of the engine: reasons, the loss account, limits, and pairs of documents that must give the same text.
 #include "engines/rtf/Reader.h"
 
 #include "engines/rtf/Interpreter.h"
@@ -46,7 +46,7 @@ TEST(Reader, everyDocumentHasItsReason) {
         {"{\\rtf1\\par\\par}", Reason::okEmpty, ""},
         {"{", Reason::ok, "{\n"},
         {"\xEF\xBB\xBF", Reason::okEmpty, ""},
-        // Without its last brace alone a document is whole where it ends at the end of a paragraph, a row or a group.
+        // A document that lacks only its last brace is whole if it ends at the end of a paragraph, a row or a group.
         {"{\\rtf1 a\\par\r\n", Reason::ok, "a\n"},
         {"{\\rtf1 a{\\b b}", Reason::ok, "ab\n"},
         {"{\\rtf1 a", Reason::partial, "a\n"},
@@ -101,7 +101,7 @@ TEST(Reader, hiddenTextLosesNothing) {
 
 TEST(Reader, noByteOrderMarkBeginsTheText) {
     EXPECT_EQ(textOf("{\\rtf1 \\u-257?a\\u-257?}"), "a\uFEFF\n");
-    // Cut out of an instruction or a box, the mark comes to the front.
+    // A mark that is cut out of an instruction or a box can become the first character.
     EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?\\u-257?a)}{\\fldrslt b}}}"), "a\n");
     EXPECT_EQ(textOf("{\\rtf1{\\field{\\*\\fldinst EQ \\\\o\\\\ad(\\u-257?)}{\\fldrslt b}}}"), "");
 }
@@ -160,7 +160,7 @@ TEST(Reader, unclosedTablesAreLeftAtTheBodyOnlySoOften) {
     EXPECT_EQ(text.size(), static_cast<std::size_t>(kMaxRecoveries) + 1);
 }
 
-/// Pieces that are whole tokens each: line ends may stand between any two of them.
+/// Each piece consists of whole tokens, so line ends may be between any two of them.
 const std::vector<std::string_view> kPieces = {
     "abc",
     "x y",

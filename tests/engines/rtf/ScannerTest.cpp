@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view kPadding = "......................................"; // puts the word on the fast road
+constexpr std::string_view kPadding = "......................................"; // enough for the fast path
 
 struct WordCase {
     std::string_view input;

@@ -1,4 +1,4 @@
-// Work grows with the size of the document and no faster, whatever the document is made of. Work is counted, not timed.
+// Work grows linearly with the size of the document, whatever it contains. Work is counted, not timed.
 #include "engines/rtf/Interpreter.h"
 
 #include <gtest/gtest.h>

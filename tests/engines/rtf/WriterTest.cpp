@@ -1,4 +1,4 @@
-// Round trips: a text written as RTF, in many ways that mean the same, comes back as it was.
+// Round trips: a text written as RTF in many equivalent ways comes back unchanged.
 #include "engines/rtf/Reader.h"
 #include "fuzz/RtfWriter.h"
 #include "tests/engines/DataFiles.h"

@@ -1,4 +1,4 @@
-// The structure of a style sheet is what its tokens say it is.
+// CssStructure finds the same structure in a style sheet as the tokenizer.
 #include "engines/html/css/CssStructure.h"
 
 #include <gtest/gtest.h>

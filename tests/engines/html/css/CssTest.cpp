@@ -1,4 +1,4 @@
-// Style sheets: which elements their rules hide, show and break.
+// Style sheets: the elements that their rules hide, show or put on lines of their own.
 #include "engines/html/css/CssStyleSheets.h"
 #include "tests/engines/html/TestSupport.h"
 

@@ -1,4 +1,5 @@
-// What of the tokenizer no tree shows: comments, doctypes with what they force, and the states that a start tag brings about.
+// Results of the tokenizer that no tree shows: comments, doctypes with their quirks flag, and the states that
+// start tags cause.
 #include "engines/html/parser/Tokenizer.h"
 
 #include <gtest/gtest.h>

@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Misnesting, TreeConstruction, testing::ValuesIn(kMisnes
 constexpr TreeCase kSelectedContent[] = {
     {"<select><button><selectedcontent></button><option>1<b>2",
      "html(head body(select(button(selectedcontent('1' b('2'))) option('1' b('2')))))"},
-    // The last one with the attribute, else the first that is not disabled.
+    // The last option with the selected attribute, else the first that is not disabled.
     {"<select><selectedcontent></selectedcontent><option>1<option selected>2<option>3<option "
      "selected>4<option>5</select>6",
      "html(head body(select(selectedcontent('4') option('1') option('2') option('3') option('4') option('5')) '6'))"},
@@ -69,14 +69,14 @@ constexpr TreeCase kSelectedContent[] = {
      "html(head body(select(selectedcontent('2') option('1') option('2'))))"},
     {"<select multiple><selectedcontent></selectedcontent><option selected>1",
      "html(head body(select(selectedcontent option('1'))))"},
-    // Options before the element, and what it held.
+    // Options before the element, and content of its own.
     {"<select><option>1<option selected>2</option><selectedcontent>3</selectedcontent>",
      "html(head body(select(option('1') option('2') selectedcontent('2' '3'))))"},
     {"<select><selectedcontent>1<i>2</i></selectedcontent><option>3",
      "html(head body(select(selectedcontent('3') option('3'))))"},
     {"<select><selectedcontent><option>1<option selected>2</selectedcontent>",
      "html(head body(select(selectedcontent('2'))))"},
-    // Disabled: in an option, in another one, in a second select. And without a select.
+    // Disabled elements: in an option, in another selectedcontent, in a second select; and one without a select.
     {"<select><option>1<selectedcontent></selectedcontent><option>2",
      "html(head body(select(option('1' selectedcontent) option('2'))))"},
     {"<select><div><selectedcontent><selectedcontent></div><option>1",
@@ -84,7 +84,7 @@ constexpr TreeCase kSelectedContent[] = {
     {"<select><table><td><select><selectedcontent></selectedcontent><option>1</select></table><option>2",
      "html(head body(select(table(tbody(tr(td(select(selectedcontent option('1')))))) option('2'))))"},
     {"<selectedcontent></selectedcontent><option>1", "html(head body(selectedcontent option('1')))"},
-    // An option in an option, in a datalist or in a group of a group is none of the select's.
+    // An option in an option, in a datalist or in a nested optgroup does not belong to the select.
     {"<select><selectedcontent></selectedcontent><option disabled>1<div><option selected>2",
      "html(head body(select(selectedcontent option('1' div(option('2'))))))"},
     {"<select><selectedcontent></selectedcontent><datalist><option>1</datalist><option>2",
@@ -141,7 +141,7 @@ constexpr TreeCase kTokens[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Tokens, TreeConstruction, testing::ValuesIn(kTokens));
 
-// 13.4: the tree of a fragment stands in an html element.
+// 13.4: the tree of a fragment is inside an html element.
 struct FragmentCase {
     const char* context;
     Namespace space;

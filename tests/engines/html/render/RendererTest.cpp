@@ -1,4 +1,4 @@
-// What is seen, where lines break, tables, lists, and the options.
+// Visible content, line breaks, tables, lists, and the options.
 #include "tests/engines/html/TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ constexpr Case kBlocks[] = {
 INSTANTIATE_TEST_SUITE_P(Blocks, Rendering, testing::ValuesIn(kBlocks));
 
 constexpr Case kOutOfFlow[] = {
-    // What a presentational attribute moves to a side.
+    // Elements that a presentational attribute makes float.
     {"<img align=left> 1", "1"},
     {"1 <img align=Right> 2", "1 \n2"},
     {"1 <img align=middle> 2", "1  2"},
@@ -55,7 +55,7 @@ constexpr Case kOutOfFlow[] = {
     {"1 <input align=left> 2", "1  2"},
     {"1 <table align=left><td>2</table> 3", "1 \n2\n3"},
     {"<style>img{float:none}</style><img align=left> 1", " 1"},
-    // What stands above the page.
+    // Elements positioned above the page.
     {"1 <dialog open>2</dialog> 3", "1 \n2\n3"},
     {"1 <dialog open style='position:static'>2</dialog> 3", "1\n2\n3"},
     {"1 <b popover style='display:inline'>2</b> 3", "1 \n2\n3"},
@@ -63,7 +63,7 @@ constexpr Case kOutOfFlow[] = {
 INSTANTIATE_TEST_SUITE_P(OutOfFlow, Rendering, testing::ValuesIn(kOutOfFlow));
 
 constexpr Case kDisplayTypes[] = {
-    // Drawn as a whole, whatever the display type says.
+    // Elements drawn as a whole, whatever their display type.
     {"1 <select style='display:inline'></select> 2", "1  2"},
     {"1 <button style='display:inline'></button> 2", "1  2"},
     {"1 <svg style='display:inline'></svg> 2", "1  2"},
@@ -80,7 +80,7 @@ constexpr Case kDisplayTypes[] = {
     {"<style>input{display:block}</style>1<input type=Hidden>2<input>3", "12\n3"},
     {"<table><tr><td>1</td><form><td>2</td></form></tr></table>", "1\t2"},
     {"<style>form{display:block}</style><table><form><tr><td>1</table><form>2</form>", "1\n2"},
-    // Text that stands together in a container of boxes.
+    // Adjacent text in a container of boxes.
     {"<div style='display:flex'>1<!-- --> <!-- -->2<script></script> <b hidden></b>3</li> </div>4", "1 2 3\n4"},
     {"<div style='display:flex'>1<!-- --> <b>2</b> <!-- --> <b>3</b></div>", "1\n2\n3"},
     {"<div style='display:flex'>1<i style='display:contents'>2</i> <i style='display:contents'>3</i></div>", "12 3"},
@@ -142,13 +142,13 @@ constexpr Case kTables[] = {
      "1\t2"},
     {"<div style='display:table'><p style='display:table-cell'>1</p><p style='display:table-cell'>2</p></div>", "1\t2"},
     {"a<span style='display:inline-table'><span style='display:table-cell'>1</span></span>b", "a1b"},
-    // Parts without a table: an inline one among inline boxes, a block elsewhere.
+    // Table parts without a table make one: an inline table among inline boxes, a block elsewhere.
     {"<b>1 <i style='display:table-cell'>2</i> <i style='display:table-cell'>3</i> 4</b>", "1 2\t3 4"},
     {"<b>1 <i style='display:table-row'>2</i> <i style='display:table-row'>3</i> 4</b>", "1 2\n3 4"},
     {"1 <i style='display:table-row'>2</i> <i style='display:table-row'>3</i> 4", "12\n34"},
     {"1 <i style='display:table-row-group'> 2</i> 3", "123"},
     {"1 <p style='display:table-row-group'> 2</p> 3", "1\n\n2\n\n3"},
-    // Between cells and rows: what is none makes one, or parts two tables.
+    // Other content between cells and rows becomes a cell or a row, or separates two tables.
     {"<div style='display:table-row'><i style='display:table-cell'>1</i>2</div>", "1\t2"},
     {"<div style='display:table'><i style='display:table-cell'>1</i> <div>2</div></div>", "1\t\n2"},
     {"<div style='white-space:pre'><i style='display:table-cell'>1</i> <i style='display:table-cell'>2</i></div>",

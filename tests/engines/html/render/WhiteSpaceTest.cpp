@@ -1,4 +1,4 @@
-// White-space processing, as an innerText has it.
+// White-space processing, as in innerText.
 #include "tests/engines/html/TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -66,7 +66,7 @@ constexpr Case kSourceLineBreaks[] = {
     {"a <wbr>\nb", "a b"},
     {"a\n<wbr>b", "a b"},
     {"a<wbr>b\nc", "ab c"},
-    // What stands in a box of its own is not beside it.
+    // Content in a box of its own is not adjacent.
     {"<b style='display:inline-block'><wbr></b>\na", " a"},
     {"<b style='display:inline-block'>\u200B</b>\na", "\u200B a"},
     {"a\u200B<img>\nb", "a\u200B b"},
@@ -76,7 +76,7 @@ constexpr Case kSourceLineBreaks[] = {
 INSTANTIATE_TEST_SUITE_P(SourceLineBreaks, WhiteSpaceProcessing, testing::ValuesIn(kSourceLineBreaks));
 
 constexpr Case kGenerated[] = {
-    // It is no text, but the space beside it is seen or not seen because of it.
+    // Generated content is not text, but it decides whether a space beside it is visible.
     {"<style>b::after{content:' · '}</style><b>1</b> <b>2</b>", "12"},
     {"<style>i::before{content:'x'}</style>1 <i></i>", "1 "},
     {"<style>i:before{content:'x'}</style>1 <i></i>", "1 "},
@@ -92,13 +92,13 @@ constexpr Case kGenerated[] = {
     {"<style>i::after{content:'x'!important}i::after{content:none}</style>1 <i></i>", "1 "},
     {"<style>.a i::after{content:'x'}</style>1 <i></i>", "1"},
     {"<style>i::after{content:inherit}b::after{content:'x'}</style>1 <i></i>", "1"},
-    // Of nothing else than an element.
+    // Rules that generate no content.
     {"<style>i:is(:before){content:'x'}</style>1 <i></i>", "1"},
     {"<style>i::after:hover{content:'x'}</style>1 <i></i>", "1"},
     {"<style>i::after b{content:'x'}</style>1 <i><b></b></i>", "1"},
     {"<style>i{content:'x'}</style>1 <i></i>", "1"},
     {"<style>option::after{content:'x'}</style><select><option>1 </select>", "1"},
-    // Its box.
+    // The box of the generated content.
     {"<style>i:after{content:'';display:inline-block}</style>1 <i></i>", "1 "},
     {"<style>i:after{content:'';display:block}</style>1 <i></i> 2", "12"},
     {"<style>i:before{content:'';display:table}</style><p>1<i> 2</i></p>", "12"},

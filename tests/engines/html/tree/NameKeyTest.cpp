@@ -1,4 +1,4 @@
-// Names as numbers: the scan of sixteen bytes agrees with the one of single bytes, and the tables know every name.
+// Names as numbers: the block scan agrees with the byte-by-byte scan, and the tables have every name.
 #include "engines/html/tree/Attributes.h"
 #include "engines/html/tree/Tags.h"
 

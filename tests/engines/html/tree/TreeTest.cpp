@@ -1,4 +1,4 @@
-// The tree's links and strings, made by hand: what tree construction does to them one after the other is seen in its own tests.
+// The links and strings of a tree that is built by hand. Tree construction has its own tests.
 #include "engines/html/tree/Tree.h"
 
 #include "engines/html/parser/Parse.h"
@@ -51,11 +51,11 @@ TEST_F(HtmlTreeLinks, costNothingToWhatIsRightBehind) {
 TEST_F(HtmlTreeLinks, areFoundWhereANodeHadNoRoomForThem) {
     const NodeId text = tree_.appendText(div_, kNoNode, one_);
     const NodeId elsewhere = appended(Tree::kDocument, div_, Tag::p);
-    const NodeId br = appended(div_, text, Tag::br); // not right behind the text
+    const NodeId br = appended(div_, text, Tag::br); // not directly after the text
     appended(Tree::kDocument, elsewhere, Tag::p);
-    const NodeId b = appended(div_, br, Tag::b); // not right behind the line break
+    const NodeId b = appended(div_, br, Tag::b); // not directly after the line break
     const NodeId after = tree_.appendText(div_, b, two_);
-    tree_.appendText(b, kNoNode, one_); // a first child that comes late
+    tree_.appendText(b, kNoNode, one_); // a first child that is added late
     EXPECT_EQ(treeOf(tree_), "div('one' br b('one') 'two') p p");
     EXPECT_NE(tree_.resolved(text), text);
     EXPECT_NE(tree_.resolved(br), br);
@@ -77,7 +77,7 @@ TEST_F(HtmlTreeLinks, ofALongTextThatMoves) {
 }
 
 TEST_F(HtmlTreeLinks, goToAnyPlaceThatHasMoved) {
-    // The number of a place is all that a node that has moved holds.
+    // A node that has moved holds only the number of its new place.
     std::vector<NodeId> texts;
     for (int i = 0; i < 100'000; ++i) {
         texts.push_back(tree_.createText(one_));
@@ -160,7 +160,7 @@ TEST(Tree, keepsStringsThatAreNotInItsSource) {
         written.emplace_back(length, static_cast<char>('a' + written.size()));
         kept.push_back(tree.keep(written.back()));
     }
-    for (const std::string_view text : kept) // those kept long ago among them
+    for (const std::string_view text : kept) // including the oldest ones
         texts.push_back(tree.createText(text));
     for (std::size_t i = 0; i < written.size(); ++i) {
         EXPECT_TRUE(kept[i] == written[i]) << i;
