@@ -17,6 +17,8 @@ enum class CssProperty : std::uint8_t {
     floating,
     position,
     content,
+    boxOrient,
+    lineClamp,
     count,
     all = count ///< stands for each of them
 };

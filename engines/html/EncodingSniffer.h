@@ -17,10 +17,13 @@ inline constexpr std::size_t kLatePrescanBytes = std::size_t{1024} * 1024;
 /// "Prescan a byte stream to determine its encoding", section 13.2.3.2.
 [[nodiscard]] std::optional<text::Encoding> prescanEncoding(std::string_view bytes);
 
+/// "Get an XML encoding", section 13.2.3.2.
+[[nodiscard]] std::optional<text::Encoding> xmlEncoding(std::string_view bytes);
+
 /// "Extracting a character encoding from a meta element", section 2.4.
 [[nodiscard]] std::optional<text::Encoding> encodingFromContentType(std::string_view content);
 
-/// What a document says about itself, in its first bytes or further on.
+/// What a document says about itself: in its first bytes, in its XML declaration, or further on.
 [[nodiscard]] std::optional<text::Encoding> declaredEncoding(std::string_view bytes);
 
 struct SniffedEncoding {

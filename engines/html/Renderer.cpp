@@ -38,6 +38,7 @@ struct Frame {
     bool dropsWhiteSpace = false; ///< text of nothing but white space makes no box here but after other text
     bool afterText = false;       ///< of those: other text is what came last
     bool blockifiesChildren = false;
+    bool isBox = false;      ///< of 2009: boxes out of the flow are items there, all else is as in a block
     bool breaksLine = false; ///< a block: ends the line before and after
     bool inSelect = false;
     bool ownContent = false; ///< has lines of its own: `outer` is the line around it
@@ -64,8 +65,10 @@ Display blockified(Display display) {
     case Display::block:
     case Display::listItem:
     case Display::flex:
+    case Display::box:
     case Display::table: return display;
     case Display::inlineFlex: return Display::flex;
+    case Display::inlineBox: return Display::box;
     case Display::inlineTable: return Display::table;
     default: return Display::block;
     }
@@ -105,6 +108,8 @@ constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
 /// Of which there is something that style cannot change: these, and what may never be shown.
 constexpr TagSet kRuled{Tag::select, Tag::button, Tag::fieldset, Tag::legend, Tag::svg,     Tag::object,
                         Tag::canvas, Tag::audio,  Tag::form,     Tag::input,  Tag::noembed, Tag::template_};
+/// As in browsers, their content stands in a block inside of the box that they are.
+constexpr TagSet kHoldsBlock{Tag::button, Tag::fieldset, Tag::details, Tag::option};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -278,7 +283,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     }
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
     // CSS Flexible Box Layout 1, section 4: text that stands together is an item, which ends even at a box out of the flow.
-    if (parent.blockifiesChildren && frame.style.display != Display::contents) collector_.endLine();
+    const bool isItem = parent.blockifiesChildren || (parent.isBox && isOutOfFlow(frame.style));
+    if (isItem && frame.style.display != Display::contents) collector_.endLine();
     if (isReplaced(tree_, id)) {
         drawReplaced(frame);
         return Entered::no;
@@ -303,6 +309,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
+        frame.isBox = parent.isBox;
     } else {
         followSiblings(parent, frame);
         openBox(node, parent, frame);
@@ -374,6 +381,7 @@ void Renderer::generateContent(const Node& node, Frame& frame) {
 void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& frame) {
     if (generated.display == Display::none) return;
     if (generated.flow == Flow::outOfFlow) {
+        if (frame.isBox) collector_.endLine();
         collector_.leaveContent(collector_.enterOutOfFlow());
         return;
     }
@@ -397,6 +405,7 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
+    case Display::inlineBox:
     case Display::inlineTable:
         frame.ownContent = true;
         frame.outer = collector_.enterContent();
@@ -404,6 +413,7 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     case Display::block:
     case Display::listItem:
     case Display::flex:
+    case Display::box:
     case Display::table:
     case Display::tableCaption:
         if (isOutOfFlow(frame.style)) {
@@ -425,7 +435,15 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     }
     switch (frame.style.display) {
     case Display::flex:
-    case Display::inlineFlex: frame.blockifiesChildren = true; [[fallthrough]];
+    case Display::inlineFlex:
+        frame.blockifiesChildren = true;
+        frame.dropsWhiteSpace = true;
+        break;
+    case Display::box:
+    case Display::inlineBox:
+        frame.isBox = node.space != Namespace::html || !kHoldsBlock.contains(node.tag);
+        frame.dropsWhiteSpace = frame.isBox;
+        break;
     case Display::table:
     case Display::inlineTable:
     case Display::tableRowGroup:

@@ -95,6 +95,12 @@ private:
     std::size_t required_ = 0;
     bool started_ = false;
     std::vector<std::size_t> removed_; ///< places of spaces taken back
+    struct Space {
+        std::size_t place;
+        std::size_t breaksBefore;
+        std::size_t breaksAfter;
+    };
+    std::vector<Space> betweenBreaks_; ///< spaces that `writePending` wrote after required line breaks
     std::string heldMarkers_;
 };
 
