@@ -226,15 +226,24 @@ FieldInstruction readLink(std::string_view rest) {
     return link.text.empty() ? FieldInstruction{} : link;
 }
 
+bool isButton(std::string_view name) {
+    return equalsIgnoringCase(name, "gotobutton") || equalsIgnoringCase(name, "macrobutton");
+}
+
 } // namespace
+
+bool endsWithButtonTarget(std::string_view instruction) {
+    Argument argument;
+    if (!takeArgument(instruction, argument) || !isButton(argument.text)) return false;
+    return takeArgument(instruction, argument) && instruction.empty();
+}
 
 FieldInstruction readFieldInstruction(std::string_view instruction) {
     Argument name;
     if (!takeArgument(instruction, name)) return {};
     if (equalsIgnoringCase(name.text, "symbol")) return readSymbol(instruction);
     if (equalsIgnoringCase(name.text, "eq")) return readEquation(instruction);
-    if (equalsIgnoringCase(name.text, "gotobutton") || equalsIgnoringCase(name.text, "macrobutton"))
-        return readButton(instruction);
+    if (isButton(name.text)) return readButton(instruction);
     if (equalsIgnoringCase(name.text, "hyperlink")) return readLink(instruction);
     return {};
 }

@@ -4,9 +4,11 @@
 #include "engines/rtf/RtfCharset.h"
 #include "engines/rtf/RtfScanner.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace quillow::rtf {
 
@@ -20,7 +22,12 @@ public:
     void reset();
 
     /// Reads the rest of a \fonttbl group, closing brace included. Later entries replace earlier ones of their number.
-    Scanner::Completeness read(Scanner& scanner);
+    /// In raw pairs, the names' bytes are read by the code pages of their fonts, so that a second half is no brace.
+    enum class RawPairs { ignored, told };
+    Scanner::Completeness read(Scanner& scanner, RawPairs rawPairs);
+
+    /// The double-byte code pages that fonts or the document have named.
+    [[nodiscard]] std::vector<const text::CodePage*> pairPages();
 
     /// \ansicpg and \ansi, \mac, \pc, \pca: the charset of fonts that name none. \ansicpg holds over the others.
     void setAnsiCodePage(int number);
@@ -44,6 +51,7 @@ public:
 
 private:
     static constexpr int kNotGiven = -1;
+    static constexpr std::array kPairPages = {932, 936, 949, 950, 1361};
     static constexpr std::size_t kMaxName = 64; // enough to know a symbol font by
 
     struct Font {
@@ -54,6 +62,9 @@ private:
 
     [[nodiscard]] const Charset* resolve(int number);
     void define(int number, Font font, const std::string& name);
+    [[nodiscard]] static int codePageOf(const Font& font);
+    [[nodiscard]] const text::CodePage* pairsOf(const Font& font);
+    void passTrailByte(Scanner& scanner, char byte, const Font& font);
     void useForDocument(int codePage);
 
     CharsetPool& pool_;
@@ -61,6 +72,7 @@ private:
     bool hasAnsiCodePage_ = false;
     int defaultFont_ = kNotGiven;
     std::unordered_map<int, Font> fonts_;
+    std::array<bool, kPairPages.size()> sawPairPage_{};
     int latestFont_ = kNotGiven; // the latest answer of charset(); the same font is asked for again and again
     const Charset* latest_ = nullptr;
 };

@@ -115,7 +115,7 @@ void Interpreter::leaveGroup() {
         return;
     }
     if (stack_.size() <= 1) {
-        endDocument();
+        if (!isFragment_) endDocument();
         return;
     }
     const Closing closing = state_.closing;
@@ -205,6 +205,47 @@ void Interpreter::leaveData(const char* start, Scanner::Completeness completenes
     leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
+/// The first pass reads bytes as they are. Only a table that holds raw pairs is read once more, since that asks for the whole
+/// file's bytes.
+void Interpreter::readFontTable() {
+    const char* start = scanner_.position();
+    Scanner::Completeness completeness = fonts_.read(scanner_, FontTable::RawPairs::ignored);
+    if (mayHoldPairs({start, static_cast<std::size_t>(scanner_.position() - start)})) {
+        work_ += static_cast<std::size_t>(scanner_.position() - start);
+        scanner_.moveTo(start);
+        completeness = fonts_.read(scanner_, FontTable::RawPairs::told);
+    }
+    leaveTable(start, completeness);
+}
+
+/// Whether a table's raw bytes can be pairs of a code page of its fonts. A document is asked that a few times only, since each yes
+/// costs another pass.
+bool Interpreter::mayHoldPairs(std::string_view table) {
+    const char* end = table.data() + table.size();
+    if (findHighByte(table.data(), end) == end || pairPasses_ >= kMaxRecoveries) return false;
+    if (fonts_.pairPages().empty() || rawIsUtf8()) return false;
+    ++pairPasses_;
+    return true;
+}
+
+/// Names of styles do not tell their font, and most of them are in one byte a letter: the pairs of the first code page are believed
+/// with which the table ends as it should.
+Scanner::Completeness Interpreter::skipTable() {
+    const char* start = scanner_.position();
+    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    const char* end = scanner_.position();
+    if (!mayHoldPairs({start, static_cast<std::size_t>(end - start)})) return completeness;
+    for (const text::CodePage* pairs : fonts_.pairPages()) {
+        scanner_.moveTo(start);
+        const bool isOpen = lacksBrace(scanner_.skipGroup(pairs));
+        const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
+        work_ += table.size();
+        if (!isOpen && !holdsParagraph(table)) return Scanner::Completeness::whole;
+    }
+    scanner_.moveTo(end);
+    return completeness;
+}
+
 /// The same for a table, in which no paragraph can end: where one does, a closing brace is missing before it, and the brace that
 /// closed the table is a later one.
 void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
@@ -279,13 +320,14 @@ void Interpreter::openDestination(Destination destination) {
     const char* start = scanner_.position();
     switch (destination) {
     case Destination::body: return;
-    case Destination::table: return leaveTable(start, scanner_.skipGroup(rawPairs()));
-    case Destination::fontTable: leaveTable(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::table: return leaveTable(start, skipTable());
+    case Destination::fontTable: readFontTable(); return setCharset(fonts_.defaultCharset());
     case Destination::listTable: return leaveTable(start, lists_.readListTable(scanner_));
     case Destination::overrideTable: return leaveTable(start, lists_.readOverrideTable(scanner_));
     case Destination::oldNumbering:
         leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
         state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
+        if (oldNumbering_.goesOn) paragraph_.keepsOldNumbers = true;
         return armLabel();
     case Destination::listText:
         if (options_.listMarkers == ListMarkers::off) return skipRestOfGroup();
@@ -316,7 +358,10 @@ void Interpreter::openDestination(Destination destination) {
         const Frame* shape = innermost(Closing::shape);
         return shape != nullptr && shape->hasText ? skipRestOfGroup() : void();
     }
-    case Destination::field: (void)pushFrame(Closing::field); return;
+    case Destination::field:
+        partButtonFromField();
+        (void)pushFrame(Closing::field);
+        return;
     case Destination::fieldInstruction:
         if (!pushFrame(Closing::fieldInstruction)) return skipRestOfGroup();
         return divert(frames_.back());
@@ -400,6 +445,12 @@ void Interpreter::finishDestination(Closing closing) {
     case Closing::fieldInstruction: finishInstruction(frame); break;
     default: break; // shapes and fields only remember
     }
+}
+
+/// What a button shows may be a field, which stands directly behind the place to go to or parted from it by a blank.
+void Interpreter::partButtonFromField() {
+    if (frames_.empty() || frames_.back().kind != Closing::fieldInstruction) return;
+    if (endsWithButtonTarget(output_.view(frames_.back().mark))) output_.append(' ');
 }
 
 void Interpreter::finishInstruction(Frame& frame) {

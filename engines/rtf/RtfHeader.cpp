@@ -1,6 +1,7 @@
 #include "engines/rtf/RtfHeader.h"
 
 #include "engines/rtf/RtfBytes.h"
+#include "engines/rtf/RtfFragment.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -121,6 +122,10 @@ void findDocument(std::string_view file, Source& source) {
     if (!markup.empty() || isBinary(file)) {
         source.kind = Source::Kind::other;
         source.detail = markup.empty() ? "the content is binary" : markup;
+    } else if (beginsLikeBody(file)) {
+        source.kind = Source::Kind::rtf;
+        source.isFragment = true;
+        source.bytes.remove_prefix(first);
     }
 }
 

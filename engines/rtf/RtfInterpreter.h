@@ -72,7 +72,8 @@ private:
         std::size_t cellEnd = 0;  ///< where the row's latest cell ended, 0 outside a row
         std::size_t listText = 0; ///< where its list text begins, which ends at its start
         bool labelled = false;    ///< its label stands in the file
-        std::string boxes;        ///< text boxes anchored in it, each ending with LF
+        bool keepsOldNumbers = false; ///< it has old-style numbering, so the next one that has it counts on
+        std::string boxes;            ///< text boxes anchored in it, each ending with LF
     };
 
     /// An open group that has more to remember than its state. Diverted text is written behind the text that it interrupts
@@ -112,6 +113,9 @@ private:
     void startDocument();
     void skipRestOfGroup();
     void leaveData(const char* start, Scanner::Completeness completeness);
+    void readFontTable();
+    [[nodiscard]] bool mayHoldPairs(std::string_view table);
+    Scanner::Completeness skipTable();
     void leaveTable(const char* start, Scanner::Completeness completeness);
     void leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body);
     [[nodiscard]] bool lacksBrace(Scanner::Completeness completeness) const;
@@ -121,6 +125,7 @@ private:
     void divert(Frame& frame);
     [[nodiscard]] std::string endDiversion(Frame& frame);
     [[nodiscard]] Frame* innermost(Closing kind);
+    void partButtonFromField();
     void finishInstruction(Frame& frame);
     void skipAnsiHalf();
     void skipAttachment();
@@ -158,7 +163,8 @@ private:
 
     const Options& options_;
     Scanner scanner_;
-    const char* lastBrace_; ///< behind the last closing brace of the file
+    bool isFragment_;
+    const char* lastBrace_; ///< behind the last closing brace of the file; of a fragment it closes no document
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;
@@ -186,6 +192,7 @@ private:
     bool straysCounted_ = false;
     std::size_t strays_ = 0;
     int recoveries_ = 0;
+    int pairPasses_ = 0;
     bool truncated_ = false;
     std::uint64_t work_ = 0;
 };

@@ -39,6 +39,7 @@ private:
 struct OldNumbering {
     enum class Kind : std::uint8_t { none, bullet, numbered };
     Kind kind = Kind::none;
+    bool goesOn = false; ///< \pnlvlcont: no label, but the numbers count on after it
     int level = 0;
     int format = kFormatArabic;
     std::uint32_t start = 1;
@@ -61,6 +62,9 @@ public:
     Scanner::Completeness readListTable(Scanner& scanner);
     Scanner::Completeness readOverrideTable(Scanner& scanner);
     Scanner::Completeness readOldNumbering(Scanner& scanner, OldNumbering& numbering);
+
+    /// Whether the tables have that list override.
+    [[nodiscard]] bool knows(int ls) const { return overrides_.contains(ls); }
 
     /// Counts one paragraph of list override `ls` at that level and answers its label with what follows the label; empty
     /// where the tables know no such list.
