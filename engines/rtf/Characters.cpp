@@ -34,10 +34,13 @@ std::uint64_t countReplacements(std::string_view text) {
 constexpr bool endsFallback(Action action) {
     switch (action) {
     case Action::paragraph:
+    case Action::line:
+    case Action::tab:
     case Action::cell:
     case Action::row:
     case Action::page:
     case Action::section:
+    case Action::column:
     case Action::unicode: return true;
     default: return false;
     }
@@ -333,11 +336,12 @@ void Interpreter::writeLabel() {
     pending_ &= static_cast<std::uint8_t>(~kLabel);
     if (options_.listMarkers == ListMarkers::off || labelBudget_ == 0) return;
     std::u32string label;
-    if (state_.listOverride > 0) {
+    if (lists_.knows(state_.listOverride)) {
         label = lists_.nextLabel(state_.listOverride, state_.listLevel);
     } else if (state_.hasOldNumbering) {
         label = lists_.nextLabel(oldNumbering_);
         countsOldNumbers_ = true;
+        paragraph_.keepsOldNumbers = true;
     }
     constexpr std::size_t kBytesPerCharacter = 4;
     const std::size_t cost = label.size() * kBytesPerCharacter;

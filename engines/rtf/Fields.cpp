@@ -220,15 +220,24 @@ FieldInstruction readLink(std::string_view rest) {
     return link.text.empty() ? FieldInstruction{} : link;
 }
 
+bool isButton(std::string_view name) {
+    return text::equalsIgnoringCase(name, "gotobutton") || text::equalsIgnoringCase(name, "macrobutton");
+}
+
 } // namespace
+
+bool endsWithButtonTarget(std::string_view instruction) {
+    Argument argument;
+    if (!takeArgument(instruction, argument) || !isButton(argument.text)) return false;
+    return takeArgument(instruction, argument) && instruction.empty();
+}
 
 FieldInstruction readFieldInstruction(std::string_view instruction) {
     Argument name;
     if (!takeArgument(instruction, name)) return {};
     if (text::equalsIgnoringCase(name.text, "symbol")) return readSymbol(instruction);
     if (text::equalsIgnoringCase(name.text, "eq")) return readEquation(instruction);
-    if (text::equalsIgnoringCase(name.text, "gotobutton") || text::equalsIgnoringCase(name.text, "macrobutton"))
-        return readButton(instruction);
+    if (isButton(name.text)) return readButton(instruction);
     if (text::equalsIgnoringCase(name.text, "hyperlink")) return readLink(instruction);
     return {};
 }

@@ -21,4 +21,7 @@ struct FieldInstruction {
 /// Parses a field instruction, which is UTF-8 with its RTF escapes resolved.
 [[nodiscard]] FieldInstruction readFieldInstruction(std::string_view instruction);
 
+/// Whether an instruction so far is a button's that ends right behind the place or macro that the button is for.
+[[nodiscard]] bool endsWithButtonTarget(std::string_view instruction);
+
 } // namespace quillow::rtf

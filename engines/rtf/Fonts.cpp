@@ -1,5 +1,8 @@
 #include "engines/rtf/Fonts.h"
 
+#include "text/Utf8.h"
+
+#include <algorithm>
 #include <string_view>
 
 namespace quillow::rtf {
@@ -48,6 +51,7 @@ void FontTable::reset() {
     hasAnsiCodePage_ = false;
     defaultFont_ = kNotGiven;
     fonts_ = {};
+    sawPairPage_ = {};
     latest_ = nullptr;
 }
 
@@ -70,10 +74,28 @@ const Charset* FontTable::resolve(int number) {
     if (found == fonts_.end()) return document_;
     const Font& font = found->second;
     if (font.symbols != nullptr) return pool_.forSymbols(font.symbols);
-    if (font.codePage != kNotGiven) return pool_.forCodePage(font.codePage);
+    const int codePage = codePageOf(font);
+    return codePage != kNotGiven ? pool_.forCodePage(codePage) : document_;
+}
+
+int FontTable::codePageOf(const Font& font) {
+    if (font.codePage != kNotGiven) return font.codePage;
     for (const CharsetCodePage& entry : kCharsets)
-        if (entry.charset == font.charsetNumber) return pool_.forCodePage(entry.codePage);
-    return document_;
+        if (entry.charset == font.charsetNumber) return entry.codePage;
+    return kNotGiven;
+}
+
+const text::CodePage* FontTable::pairsOf(const Font& font) {
+    const int codePage = codePageOf(font);
+    return (codePage != kNotGiven ? pool_.forCodePage(codePage) : document_)->pairs();
+}
+
+std::vector<const text::CodePage*> FontTable::pairPages() {
+    std::vector<const text::CodePage*> pages;
+    if (document_->pairs() != nullptr) pages.push_back(document_->pairs());
+    for (std::size_t i = 0; i < kPairPages.size(); ++i)
+        if (sawPairPage_[i]) pages.push_back(pool_.forCodePage(kPairPages[i])->pairs());
+    return pages;
 }
 
 void FontTable::define(int number, Font font, const std::string& name) {
@@ -87,11 +109,23 @@ void FontTable::define(int number, Font font, const std::string& name) {
     if (isSymbolCharset && font.symbols == nullptr) font.symbols = text::symbolToUnicode;
     const bool saysNothing = font.codePage == kNotGiven && font.charsetNumber == kNotGiven;
     if (saysNothing) font.charsetNumber = charsetOfName(name, kNotGiven);
+    const auto page = std::find(kPairPages.begin(), kPairPages.end(), codePageOf(font));
+    if (page != kPairPages.end()) sawPairPage_[static_cast<std::size_t>(page - kPairPages.begin())] = true;
     fonts_[number] = font;
     latest_ = nullptr;
 }
 
-Scanner::Completeness FontTable::read(Scanner& scanner) {
+/// After the byte of a token: where it is raw and the first half of a pair, the second half is no token of its own.
+void FontTable::passTrailByte(Scanner& scanner, char byte, const Font& font) {
+    const char* p = scanner.position();
+    if (!isHigh(byte) || p[-1] != byte || scanner.atEnd()) return; // written as \'hh, it ends with a digit
+    const text::CodePage* pairs = pairsOf(font);
+    const auto lead = static_cast<std::uint8_t>(byte);
+    if (pairs == nullptr || !pairs->isLeadByte(lead)) return;
+    if (pairs->decodePair(lead, static_cast<std::uint8_t>(*p)) != text::kReplacementCharacter) scanner.advance();
+}
+
+Scanner::Completeness FontTable::read(Scanner& scanner, RawPairs rawPairs) {
     std::size_t depth = 1;
     int number = kNotGiven;
     Font font;
@@ -137,6 +171,7 @@ Scanner::Completeness FontTable::read(Scanner& scanner) {
             } else if (name.size() < kMaxName) {
                 name.push_back(token.byte);
             }
+            if (rawPairs == RawPairs::decoded) passTrailByte(scanner, token.byte, font);
             break;
         }
     }

@@ -117,7 +117,7 @@ void Interpreter::leaveGroup() {
         return;
     }
     if (stack_.size() <= 1) {
-        endDocument();
+        if (!isFragment_) endDocument();
         return;
     }
     const Closing closing = state_.closing;
@@ -210,6 +210,47 @@ void Interpreter::leaveData(const char* start, Scanner::Completeness completenes
     leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
+/// The first pass takes each byte by itself. Only a table that may contain raw pairs is read again, because that needs a scan
+/// of the whole file's bytes.
+void Interpreter::readFontTable() {
+    const char* start = scanner_.position();
+    Scanner::Completeness completeness = fonts_.read(scanner_, FontTable::RawPairs::ignored);
+    if (mayHoldPairs({start, static_cast<std::size_t>(scanner_.position() - start)})) {
+        work_ += static_cast<std::size_t>(scanner_.position() - start);
+        scanner_.moveTo(start);
+        completeness = fonts_.read(scanner_, FontTable::RawPairs::decoded);
+    }
+    leaveTable(start, completeness);
+}
+
+/// Whether a table's raw bytes can be pairs in a code page of its fonts. Returns true only a few times for a document, because
+/// each time costs another pass.
+bool Interpreter::mayHoldPairs(std::string_view table) {
+    const char* end = table.data() + table.size();
+    if (findHighByte(table.data(), end) == end || pairPasses_ >= kMaxRecoveries) return false;
+    if (fonts_.pairPages().empty() || rawIsUtf8()) return false;
+    ++pairPasses_;
+    return true;
+}
+
+/// The name of a style does not say its font, and most names have one byte per letter. So the first code page with which the
+/// table ends as it should is taken.
+Scanner::Completeness Interpreter::skipTable() {
+    const char* start = scanner_.position();
+    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    const char* end = scanner_.position();
+    if (!mayHoldPairs({start, static_cast<std::size_t>(end - start)})) return completeness;
+    for (const text::CodePage* pairs : fonts_.pairPages()) {
+        scanner_.moveTo(start);
+        const bool isOpen = lacksBrace(scanner_.skipGroup(pairs));
+        const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
+        work_ += table.size();
+        if (!isOpen && !holdsParagraph(table)) return Scanner::Completeness::whole;
+    }
+    scanner_.moveTo(end);
+    return completeness;
+}
+
 /// The same for a table. No paragraph can end in a table. If one does, the table's closing brace is missing before
 /// it, and a later brace has closed the table.
 void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
@@ -285,13 +326,14 @@ void Interpreter::openDestination(Destination destination) {
     const char* start = scanner_.position();
     switch (destination) {
     case Destination::body: return;
-    case Destination::table: return leaveTable(start, scanner_.skipGroup(rawPairs()));
-    case Destination::fontTable: leaveTable(start, fonts_.read(scanner_)); return setCharset(fonts_.defaultCharset());
+    case Destination::table: return leaveTable(start, skipTable());
+    case Destination::fontTable: readFontTable(); return setCharset(fonts_.defaultCharset());
     case Destination::listTable: return leaveTable(start, lists_.readListTable(scanner_));
     case Destination::overrideTable: return leaveTable(start, lists_.readOverrideTable(scanner_));
     case Destination::oldNumbering:
         leaveData(start, lists_.readOldNumbering(scanner_, oldNumbering_));
         state_.hasOldNumbering = oldNumbering_.kind != OldNumbering::Kind::none;
+        if (oldNumbering_.goesOn) paragraph_.keepsOldNumbers = true;
         return armLabel();
     case Destination::listText:
         if (options_.listMarkers == ListMarkers::off) return skipRestOfGroup();
@@ -323,7 +365,10 @@ void Interpreter::openDestination(Destination destination) {
         const Frame* shape = innermost(Closing::shape);
         return shape != nullptr && shape->hasText ? skipRestOfGroup() : void();
     }
-    case Destination::field: (void)pushFrame(Closing::field); return;
+    case Destination::field:
+        partButtonFromField();
+        (void)pushFrame(Closing::field);
+        return;
     case Destination::fieldInstruction:
         if (!pushFrame(Closing::fieldInstruction)) return skipRestOfGroup();
         return divert(frames_.back());
@@ -408,6 +453,12 @@ void Interpreter::finishDestination(Closing closing) {
     case Closing::fieldInstruction: finishInstruction(frame); break;
     default: break; // shapes and fields have nothing to write
     }
+}
+
+/// What a button shows may be a field, which stands directly behind the place to go to or parted from it by a blank.
+void Interpreter::partButtonFromField() {
+    if (frames_.empty() || frames_.back().kind != Closing::fieldInstruction) return;
+    if (endsWithButtonTarget(output_.view(frames_.back().mark))) output_.append(' ');
 }
 
 void Interpreter::finishInstruction(Frame& frame) {

@@ -1,6 +1,7 @@
 #include "engines/rtf/Header.h"
 
 #include "engines/rtf/Bytes.h"
+#include "engines/rtf/Fragment.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 
@@ -114,6 +115,10 @@ void findDocument(std::string_view file, Source& source) {
     if (!markup.empty() || isBinary(file)) {
         source.kind = Source::Kind::other;
         source.detail = markup.empty() ? "the content is binary" : markup;
+    } else if (beginsLikeBody(file)) {
+        source.kind = Source::Kind::rtf;
+        source.isFragment = true;
+        source.bytes.remove_prefix(first);
     }
 }
 

@@ -8,7 +8,7 @@ namespace quillow::rtf {
 
 struct Source {
     enum class Kind {
-        rtf,   ///< `bytes` begin at the document's first brace, or at \rtf if that brace is missing
+        rtf,   ///< `bytes` begin at the document's first brace, or after it if it is missing
         text,  ///< not RTF: `bytes` are the whole file, to be read as plain text
         other, ///< another format: `detail` says which
     };
@@ -18,6 +18,7 @@ struct Source {
     std::string detail;
     bool isUtf8 = false;      ///< `bytes` are transcoded: every byte over 0x7F is UTF-8
     bool lostOpening = false; ///< the document's first brace is missing
+    bool isFragment = false;  ///< a body without the document's own group
 };
 
 /// Looks for the document and fills `source`. Its `bytes` point into `file` or into its `transcoded`.

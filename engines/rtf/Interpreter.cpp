@@ -20,7 +20,8 @@ const char* endOfLastBrace(std::string_view input) {
 Interpreter::Interpreter(const Source& source, const Options& options)
     : options_(options)
     , scanner_(source.bytes)
-    , lastBrace_(endOfLastBrace(source.bytes))
+    , isFragment_(source.isFragment)
+    , lastBrace_(isFragment_ ? nullptr : endOfLastBrace(source.bytes))
     , fonts_(pool_)
     , lists_(fonts_, 1)
     , output_(scanner_)
@@ -29,7 +30,7 @@ Interpreter::Interpreter(const Source& source, const Options& options)
     if (source.isUtf8) rawIsUtf8_ = Answer::yes;
     state_.charset = fonts_.defaultCharset();
     lists_.reset();
-    if (source.lostOpening) stack_.push_back(state_);
+    if (source.lostOpening || isFragment_) stack_.push_back(state_);
 }
 
 void Interpreter::run() {
@@ -187,13 +188,15 @@ void Interpreter::setCharset(const Charset* charset) {
 }
 
 void Interpreter::startParagraph() {
-    paragraph_.start = output_.size();
-    paragraph_.listText = paragraph_.start;
-    paragraph_.labelled = false;
-    if (countsOldNumbers_ && !state_.hasOldNumbering) {
+    // A paragraph of the body that has none ends old-style numbering.
+    if (countsOldNumbers_ && !paragraph_.keepsOldNumbers && frames_.empty()) {
         lists_.endOldNumbering();
         countsOldNumbers_ = false;
     }
+    paragraph_.keepsOldNumbers = false;
+    paragraph_.start = output_.size();
+    paragraph_.listText = paragraph_.start;
+    paragraph_.labelled = false;
     armLabel();
 }
 
@@ -264,7 +267,8 @@ bool Interpreter::endsAtBoundary() const {
 }
 
 void Interpreter::finishAtEnd() {
-    if (overflow_ > 0 || stack_.size() > 1 || (stack_.size() == 1 && !endsAtBoundary())) truncated_ = true;
+    const bool lacksLastBrace = stack_.size() == 1 && !isFragment_;
+    if (overflow_ > 0 || stack_.size() > 1 || (lacksLastBrace && !endsAtBoundary())) truncated_ = true;
     overflow_ = 0;
     while (!stack_.empty()) {
         const Closing closing = state_.closing;

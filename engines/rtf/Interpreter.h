@@ -68,11 +68,12 @@ private:
 
     /// The paragraph being written. Each diverted text has its own.
     struct Paragraph {
-        std::size_t start = 0;    ///< offset of its text, after its list text; an empty paragraph ends here
-        std::size_t cellEnd = 0;  ///< offset of the end of the row's latest cell; 0 outside a row
-        std::size_t listText = 0; ///< offset of its list text, which ends at `start`
-        bool labelled = false;    ///< the file has its label
-        std::string boxes;        ///< text boxes anchored in it, each ending with LF
+        std::size_t start = 0;        ///< offset of its text, after its list text; an empty paragraph ends here
+        std::size_t cellEnd = 0;      ///< offset of the end of the row's latest cell; 0 outside a row
+        std::size_t listText = 0;     ///< offset of its list text, which ends at `start`
+        bool labelled = false;        ///< the file has its label
+        bool keepsOldNumbers = false; ///< it has old-style numbering, so the next paragraph that has it counts on
+        std::string boxes;            ///< text boxes anchored in it, each ending with LF
     };
 
     /// An open group that needs more than a GroupState. Diverted text is written after the text that it interrupts
@@ -112,6 +113,9 @@ private:
     void startDocument();
     void skipRestOfGroup();
     void leaveData(const char* start, Scanner::Completeness completeness);
+    void readFontTable();
+    [[nodiscard]] bool mayHoldPairs(std::string_view table);
+    Scanner::Completeness skipTable();
     void leaveTable(const char* start, Scanner::Completeness completeness);
     void leaveSwallowed(std::string_view swallowed, Scanner::Completeness completeness, std::size_t body);
     [[nodiscard]] bool lacksBrace(Scanner::Completeness completeness) const;
@@ -121,6 +125,7 @@ private:
     void divert(Frame& frame);
     [[nodiscard]] std::string endDiversion(Frame& frame);
     [[nodiscard]] Frame* innermost(Closing kind);
+    void partButtonFromField();
     void finishInstruction(Frame& frame);
     void skipAnsiHalf();
     void skipAttachment();
@@ -158,7 +163,9 @@ private:
 
     const Options& options_;
     Scanner scanner_;
-    const char* lastBrace_; ///< the byte after the file's last closing brace, or nullptr
+    bool isFragment_;
+    const char*
+        lastBrace_; ///< the byte after the file's last closing brace, or nullptr; in a fragment it closes no document
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;
@@ -186,6 +193,7 @@ private:
     bool straysCounted_ = false;
     std::size_t strays_ = 0;
     int recoveries_ = 0;
+    int pairPasses_ = 0;
     bool truncated_ = false;
     std::uint64_t work_ = 0;
 };

@@ -319,6 +319,8 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
     LabelTemplate after;
     const Charset* charset = fonts_.defaultCharset();
     Scanner::Completeness completeness = Scanner::Completeness::whole;
+    bool hasNumber = false;
+    bool hasKind = false;
     for (std::size_t depth = 1; depth > 0;) {
         const Token token = scanner.nextToken();
         if (token.kind == Token::Kind::end) {
@@ -340,16 +342,34 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
         case Action::pnLevel:
             numbering.kind = OldNumbering::Kind::numbered;
             numbering.level = std::clamp<std::int32_t>(word.parameter, 1, OldNumbering::kMaxLevel);
+            hasKind = true;
             break;
-        case Action::pnBody: numbering.kind = OldNumbering::Kind::numbered; break;
-        case Action::pnBullet: numbering.kind = OldNumbering::Kind::bullet; break;
-        case Action::pnContinue: numbering.kind = OldNumbering::Kind::none; break;
-        case Action::pnFormat: numbering.format = word.keyword.value; break;
-        case Action::pnStart: numbering.start = clampStart(word.parameter); break;
+        case Action::pnBody:
+            numbering.kind = OldNumbering::Kind::numbered;
+            hasKind = true;
+            break;
+        case Action::pnBullet:
+            numbering.kind = OldNumbering::Kind::bullet;
+            hasKind = true;
+            break;
+        case Action::pnContinue:
+            numbering.kind = OldNumbering::Kind::none;
+            numbering.goesOn = true;
+            hasKind = true;
+            break;
+        case Action::pnFormat:
+            numbering.format = word.keyword.value;
+            hasNumber = true;
+            break;
+        case Action::pnStart:
+            numbering.start = clampStart(word.parameter);
+            hasNumber = true;
+            break;
         case Action::font: charset = fonts_.charset(word.parameter); break;
         default: break;
         }
     }
+    if (!hasKind && hasNumber) numbering.kind = OldNumbering::Kind::numbered;
     numbering.before = before.decode(*charset);
     numbering.after = after.decode(*charset);
     return completeness;

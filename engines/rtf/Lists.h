@@ -40,6 +40,7 @@ private:
 struct OldNumbering {
     enum class Kind : std::uint8_t { none, bullet, numbered };
     Kind kind = Kind::none;
+    bool goesOn = false; ///< \pnlvlcont: no label, but the numbers count on after it
     int level = 0;
     int format = kFormatArabic;
     std::uint32_t start = 1;
@@ -63,6 +64,8 @@ public:
     Scanner::Completeness readOverrideTable(Scanner& scanner);
     Scanner::Completeness readOldNumbering(Scanner& scanner, OldNumbering& numbering);
 
+    /// Whether the tables have the list override `ls`.
+    [[nodiscard]] bool knows(int ls) const { return overrides_.contains(ls); }
     /// Counts one paragraph of list override `ls` at `level`. Returns its label with the tab or blank that follows
     /// it; empty if the tables have no such list.
     [[nodiscard]] std::u32string nextLabel(int ls, int level);

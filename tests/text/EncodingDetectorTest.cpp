@@ -238,6 +238,42 @@ TEST(EncodingDetector, aFewWesternBytesAreWindows1252) {
         EXPECT_EQ(detectEncoding(bytes), Encoding::windows1252) << testing::PrintToString(bytes);
 }
 
+TEST(EncodingDetector, thinEvidenceIsWindows1252) {
+    for (const std::string_view text :
+         {"gasâ", "namârië", "Fëanor", "dôl, dîn, dûr", "gwîn", "Eärendil", "Llanfair Pâl", "Rhôs", "Manannán",
+          "Ménière", "Bâle-Ville", "Gôrneth", "Iñigo Goñi", "À bientôt", "Räksmörgås", "Ævintýri", "São Paulo à noite",
+          "¿Qué pasó ayer?"})
+        expectSameText(encoded(text, Encoding::windows1252), Encoding::windows1252, "a title");
+}
+
+TEST(EncodingDetector, wordsOfAnUnknownLanguageAreWindows1252) {
+    const std::string_view words[] = {
+        // Elvish, of two kinds
+        "amrûn annûn bâd bâr brôg cîr curunír dân dîn dîr dôl dôr dûr dúath fân fêr fîr gîl gîr glân glîr gûl hên hîr "
+        "hûn iâ lâd lîn "
+        "lîr lôn lûth mâl mîr môr nâr nîr ôr pên râd rîn rîs sîr sûl têw thêl thôn tîw tôl tûr ûr",
+        "aldëa Anarórë coirë cormarë Eärendil eldalótë fëanor fírima hrívë hröa lairë lámina lassë lindalë lómë lótë "
+        "lúmenn míriel "
+        "mírë númenórë órë palantír rómen silmë sírë súlë tári tuilë túna valië yávië",
+        // Friulian and Frisian names of places
+        "Barêt, Cjarnie, Gurize, Cividât, Udin, Sacîl, Tumieç, Çarvignan, Glemone, Feagne, Rivignan, Sant Zorç, "
+        "Dignan, Maran",
+        "Fryslân, Ljouwert, Snits, Drylts, Starum, Hylpen, Warkum, Boalsert, Harns, Frjentsjer, Dokkum, Sleat, Grins, "
+        "Skiermûntseach",
+    };
+    for (const std::string_view text : words)
+        expectSameText(encoded(text, Encoding::windows1252), Encoding::windows1252, "a list of words");
+}
+
+TEST(EncodingDetector, aTitleInAKnownLanguageIsToldFromWindows1252) {
+    expectSameText(encoded("Ceļojums uz jūru un atpakaļ", Encoding::windows1257), Encoding::windows1257, "Latvian");
+    expectSameText(encoded("Žmogus, kuris norėjo skristi", Encoding::windows1257), Encoding::windows1257, "Lithuanian");
+    expectSameText(encoded("Příběh starého města", Encoding::windows1250), Encoding::windows1250, "Czech");
+    expectSameText(encoded("Książka życzeń", Encoding::iso8859_2), Encoding::iso8859_2, "Polish");
+    expectSameText(encoded("İstanbul'da bir akşam yağmuru", Encoding::windows1254), Encoding::windows1254, "Turkish");
+    expectSameText(encoded("Война и мир", Encoding::koi8R), Encoding::koi8R, "Russian");
+}
+
 TEST(EncodingDetector, wellFormedUtf8IsUtf8EvenWhenCutOff) {
     for (const LanguageCase& c : kLanguages) {
         EXPECT_EQ(detectEncoding(c.text), Encoding::utf8) << c.language;

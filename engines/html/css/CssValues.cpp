@@ -52,9 +52,9 @@ constexpr Keyword kDisplay[] = {
     {"math", number(Display::inlineBlock)},
     {"ruby", number(Display::inline_)},
     {"ruby-text", number(Display::inline_)},
-    {"-webkit-box", number(Display::flex)},
+    {"-webkit-box", number(Display::box)},
     {"-webkit-flex", number(Display::flex)},
-    {"-webkit-inline-box", number(Display::inlineFlex)},
+    {"-webkit-inline-box", number(Display::inlineBox)},
     {"-webkit-inline-flex", number(Display::inlineFlex)},
 };
 
@@ -104,6 +104,17 @@ constexpr Keyword kPosition[] = {
     {"-webkit-sticky", number(Flow::inFlow)}, {"absolute", number(Flow::outOfFlow)}, {"fixed", number(Flow::outOfFlow)},
 };
 
+constexpr Keyword kBoxOrient[] = {
+    {"horizontal", number(BoxOrient::horizontal)},
+    {"inline-axis", number(BoxOrient::horizontal)},
+    {"vertical", number(BoxOrient::vertical)},
+    {"block-axis", number(BoxOrient::vertical)},
+};
+/// "auto" is not a number of lines, but it clamps in browsers.
+constexpr Keyword kLineClamp[] = {
+    {"none", number(LineClamp::none)},
+    {"auto", number(LineClamp::some)},
+};
 /// The values of `content` that are single words. ContentReader reads the others.
 constexpr Keyword kContent[] = {
     {"none", 0},
@@ -134,6 +145,8 @@ constexpr std::array kProperties = {
     property("float", CssProperty::floating, kFloat),
     property("position", CssProperty::position, kPosition),
     property("content", CssProperty::content, kContent),
+    property("-webkit-box-orient", CssProperty::boxOrient, kBoxOrient),
+    property("-webkit-line-clamp", CssProperty::lineClamp, kLineClamp),
     property("all", CssProperty::all, kWide),
 };
 
@@ -157,6 +170,7 @@ std::optional<std::uint8_t> combinedDisplay(std::string_view first, std::string_
         return text::equalsIgnoringCase(first, name) || text::equalsIgnoringCase(second, name);
     };
     if (!findKeyword(kDisplay, first) || !findKeyword(kDisplay, second)) return std::nullopt;
+    if (first.front() == '-' || second.front() == '-') return std::nullopt;
     const bool inlineOutside = is("inline");
     if (!inlineOutside && !is("block") && !is("list-item")) return std::nullopt;
     if (is("flex") || is("grid")) return number(inlineOutside ? Display::inlineFlex : Display::flex);
@@ -222,6 +236,30 @@ private:
     std::uint8_t parts_ = 0;
 };
 
+/// CSS Overflow 4, section 4.1: a whole number of lines over 0, or a function that gives one; what it gives is not computed.
+class ClampReader {
+public:
+    /// False where the token makes the declaration invalid.
+    bool add(const CssToken& token, std::string_view written) {
+        if (isFunction_) return true;
+        isFunction_ = token.type == CssTokenType::function;
+        const bool isCount = token.type == CssTokenType::number && token.number > 0 &&
+                             written.find_first_of(".eE") == std::string_view::npos;
+        ++values_;
+        return isFunction_ || isCount;
+    }
+    /// Nothing where only keywords have been read.
+    [[nodiscard]] std::optional<std::uint8_t> value() const {
+        return values_ == 0 ? std::nullopt : std::optional(number(LineClamp::some));
+    }
+    /// Of `words` keywords there may be one, and no number then; those in a function are its own.
+    [[nodiscard]] bool isValid(std::size_t words) const { return isFunction_ || values_ + words <= 1; }
+
+private:
+    bool isFunction_ = false;
+    std::size_t values_ = 0;
+};
+
 } // namespace
 
 std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, CssStrings& strings) {
@@ -242,7 +280,9 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
     std::size_t count = 0;
     bool afterBang = false;
     ContentReader content;
+    ClampReader clamp;
     const bool isContent = property->property == CssProperty::content;
+    const bool isClamp = property->property == CssProperty::lineClamp;
     for (token = tokens.next(); token.type != CssTokenType::end; token = tokens.next()) {
         if (token.type == CssTokenType::whiteSpace) continue;
         if (token.type == CssTokenType::delimiter && token.delimiter == '!') {
@@ -255,11 +295,15 @@ std::optional<CssDeclaration> parseDeclaration(std::string_view declaration, Css
             words[count++] = token.text;
         } else if (isContent) {
             content.add(token);
+        } else if (isClamp) {
+            const std::string_view written = declaration.substr(token.start, tokens.position() - token.start);
+            if (!clamp.add(token, written)) return std::nullopt;
         } else if (property->name != "list-style") {
             return std::nullopt; // a function, a number or a broken value: no valid value of these properties has one
         }
     }
-    auto value = content.value();
+    if (isClamp && !clamp.isValid(count)) return std::nullopt;
+    auto value = isClamp ? clamp.value() : content.value();
     if (!value) value = valueOf(*property, std::span(words).first(count));
     if (!value) return std::nullopt;
     result.value = *value;
@@ -301,6 +345,9 @@ bool mayBeRelevant(std::string_view declaration) {
     const std::string_view start = declaration.substr(0, 3);
     if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
     const unsigned letters = packed(text::toLower(start[0]), text::toLower(start[1]), text::toLower(start[2]));
+    constexpr std::size_t kShortest = std::string_view("-webkit-box-orient").size();
+    if (letters == starts("-we")) // many properties begin so
+        return declaration.size() > kShortest && (text::toLower(declaration[12]) == 'o' || declaration[12] == '-');
     return letters == starts("all") || letters == starts("con") || letters == starts("dis") ||
            letters == starts("flo") || letters == starts("lis") || letters == starts("pos") ||
            letters == starts("vis") || letters == starts("whi");

@@ -17,6 +17,8 @@ enum class CssProperty : std::uint8_t {
     floating,
     position,
     content,
+    boxOrient,
+    lineClamp,
     count,
     all = count ///< the `all` property, which sets each of them
 };

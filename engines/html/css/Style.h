@@ -14,6 +14,8 @@ enum class Display : std::uint8_t {
     inlineBlock,
     flex,
     inlineFlex,
+    box, ///< the flexible box of 2009, "-webkit-box"
+    inlineBox,
     table,
     inlineTable,
     tableRowGroup,
@@ -26,6 +28,8 @@ enum class Visibility : std::uint8_t { visible, hidden };
 enum class WhiteSpace : std::uint8_t { normal, preserve, preserveBreaks };
 enum class ListStyle : std::uint8_t { none, bullet, decimal, lowerAlpha, upperAlpha, lowerRoman, upperRoman };
 enum class Flow : std::uint8_t { inFlow, outOfFlow };
+enum class BoxOrient : std::uint8_t { horizontal, vertical };
+enum class LineClamp : std::uint8_t { none, some };
 
 /// What the `content` property puts into a line: a set of these bits. 0 if it generates nothing.
 namespace generated {
@@ -48,9 +52,11 @@ struct Style {
     Visibility visibility = Visibility::visible;
     WhiteSpace whiteSpace = WhiteSpace::normal;
     ListStyle listStyle = ListStyle::bullet;
-    Flow floating = Flow::inFlow;   ///< the `float` property
-    Flow positioned = Flow::inFlow; ///< the `position` property: absolute or fixed
-    bool generatesContent = false;  ///< a rule matches its `::before` or `::after`
+    Flow floating = Flow::inFlow;                ///< the `float` property
+    Flow positioned = Flow::inFlow;              ///< the `position` property: absolute or fixed
+    BoxOrient boxOrient = BoxOrient::horizontal; ///< the `-webkit-box-orient` property
+    LineClamp lineClamp = LineClamp::none;       ///< the `-webkit-line-clamp` property
+    bool generatesContent = false;               ///< a rule matches its `::before` or `::after`
 };
 
 } // namespace quillow::html

@@ -78,6 +78,13 @@ void StyleResolver::resolve(NodeId element, const Style& parent, bool isAlternat
     take(CssProperty::listStyle, style.listStyle, parent.listStyle, ListStyle::bullet, true);
     take(CssProperty::floating, style.floating, parent.floating, Flow::inFlow, false);
     take(CssProperty::position, style.positioned, parent.positioned, Flow::inFlow, false);
+    take(CssProperty::boxOrient, style.boxOrient, parent.boxOrient, BoxOrient::horizontal, false);
+    take(CssProperty::lineClamp, style.lineClamp, parent.lineClamp, LineClamp::none, false);
+    // CSS Overflow 4, section 4.1: lines are clamped in a block container.
+    if (style.lineClamp == LineClamp::some && style.boxOrient == BoxOrient::vertical) {
+        if (style.display == Display::box) style.display = Display::block;
+        if (style.display == Display::inlineBox) style.display = Display::inlineBlock;
+    }
 }
 
 GeneratedContent StyleResolver::generated(PseudoElement pseudo, const Style& style) const {

@@ -5,12 +5,14 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 namespace quillow::html {
 
 namespace {
 
+using namespace std::string_view_literals;
 using text::Encoding;
 
 /// The prescan with its position in the bytes, and "get an attribute", section 13.2.3.2.
@@ -152,9 +154,12 @@ std::string Prescanner::getValue() {
     return value;
 }
 
-/// Detects UTF-16 without a byte-order mark. ASCII characters have a zero byte in UTF-16, so at the start at least
-/// 70 % of the bytes at even or at odd offsets must be zero, and at most 10 % of the others.
+/// Detects UTF-16 without a byte-order mark: an XML declaration in UTF-16 (section 13.2.3.2), or zero bytes. ASCII
+/// characters have a zero byte in UTF-16, so at the start at least 70 % of the bytes at even or at odd offsets must be
+/// zero, and at most 10 % of the others.
 std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
+    if (bytes.starts_with("<\0?\0x\0"sv)) return Encoding::utf16le;
+    if (bytes.starts_with("\0<\0?\0x"sv)) return Encoding::utf16be;
     constexpr std::size_t kLooked = 256;
     const std::string_view start = bytes.substr(0, kLooked);
     if (start.size() < 4) return std::nullopt;
@@ -181,6 +186,35 @@ std::optional<Encoding> prescanEncoding(std::string_view bytes) {
     return Prescanner(bytes).run();
 }
 
+/// Its steps look for "encoding" in all of the bytes; as in browsers, it counts in the declaration only.
+std::optional<Encoding> xmlEncoding(std::string_view bytes) {
+    if (!bytes.starts_with("<?xml")) return std::nullopt;
+    const std::size_t end = bytes.find('>');
+    if (end == std::string_view::npos) return std::nullopt;
+    const std::string_view declaration = bytes.substr(0, end);
+    constexpr std::string_view kName = "encoding";
+    std::size_t at = declaration.find(kName);
+    if (at == std::string_view::npos) return std::nullopt;
+    at += kName.size();
+    const auto isBlank = [](char c) { return static_cast<std::uint8_t>(c) <= 0x20; };
+    const auto skipBlanks = [&] {
+        while (at < declaration.size() && isBlank(declaration[at]))
+            ++at;
+    };
+    skipBlanks();
+    if (at == declaration.size() || declaration[at] != '=') return std::nullopt;
+    ++at;
+    skipBlanks();
+    if (at == declaration.size() || (declaration[at] != '"' && declaration[at] != '\'')) return std::nullopt;
+    const std::size_t close = declaration.find(declaration[at], at + 1);
+    if (close == std::string_view::npos) return std::nullopt;
+    const std::string_view label = declaration.substr(at + 1, close - at - 1);
+    if (std::any_of(label.begin(), label.end(), isBlank)) return std::nullopt;
+    const auto encoding = text::encodingForLabel(label);
+    if (encoding == Encoding::utf16be || encoding == Encoding::utf16le) return Encoding::utf8;
+    return encoding;
+}
+
 std::optional<Encoding> encodingFromContentType(std::string_view content) {
     std::size_t at = 0;
     for (;;) {
@@ -202,7 +236,9 @@ std::optional<Encoding> encodingFromContentType(std::string_view content) {
 }
 
 std::optional<Encoding> declaredEncoding(std::string_view bytes) {
-    const auto declared = prescanEncoding(bytes.substr(0, kPrescanBytes));
+    const std::string_view first = bytes.substr(0, kPrescanBytes);
+    auto declared = prescanEncoding(first);
+    if (!declared) declared = xmlEncoding(first);
     if (declared || bytes.size() <= kPrescanBytes) return declared;
     return prescanEncoding(bytes.substr(0, kLatePrescanBytes));
 }

@@ -18,11 +18,14 @@ inline constexpr std::size_t kLatePrescanBytes = std::size_t{1024} * 1024;
 /// "Prescan a byte stream to determine its encoding", section 13.2.3.2.
 [[nodiscard]] std::optional<text::Encoding> prescanEncoding(std::string_view bytes);
 
+/// "Get an XML encoding", section 13.2.3.2.
+[[nodiscard]] std::optional<text::Encoding> xmlEncoding(std::string_view bytes);
+
 /// "Extracting a character encoding from a meta element", section 2.4.
 [[nodiscard]] std::optional<text::Encoding> encodingFromContentType(std::string_view content);
 
-/// The encoding that a document declares in its first kPrescanBytes or, if there is none, in its first
-/// kLatePrescanBytes.
+/// The encoding that a document declares: by a `meta` in its first kPrescanBytes, else in its XML declaration, else by
+/// a `meta` in its first kLatePrescanBytes.
 [[nodiscard]] std::optional<text::Encoding> declaredEncoding(std::string_view bytes);
 
 struct SniffedEncoding {

@@ -39,6 +39,7 @@ struct Frame {
     bool dropsWhiteSpace = false;             ///< text of only white space makes no box here, except after other text
     bool afterText = false;                   ///< for dropsWhiteSpace: other text came last
     bool blockifiesChildren = false;
+    bool isBox = false; ///< `-webkit-box`: boxes out of the flow are items there; the rest is laid out as in a block
     bool breaksLine = false; ///< ends the line before and after it, as a block does
     bool inSelect = false;
     bool ownContent = false; ///< has lines of its own; `outer` is the line around it
@@ -65,8 +66,10 @@ Display blockified(Display display) {
     case Display::block:
     case Display::listItem:
     case Display::flex:
+    case Display::box:
     case Display::table: return display;
     case Display::inlineFlex: return Display::flex;
+    case Display::inlineBox: return Display::box;
     case Display::inlineTable: return Display::table;
     default: return Display::block;
     }
@@ -110,6 +113,8 @@ constexpr TagSet kNoContents{Tag::select, Tag::object, Tag::canvas, Tag::svg};
 /// Elements with parts that style sheets cannot change, and elements that may never be shown.
 constexpr TagSet kRuled{Tag::select, Tag::button, Tag::fieldset, Tag::legend, Tag::svg,     Tag::object,
                         Tag::canvas, Tag::audio,  Tag::form,     Tag::input,  Tag::noembed, Tag::template_};
+/// As in browsers, their content stands in a block inside of the box that they are.
+constexpr TagSet kHoldsBlock{Tag::button, Tag::fieldset, Tag::details, Tag::option};
 constexpr TagSet kLists{Tag::ol, Tag::ul, Tag::menu, Tag::dir};
 
 class Renderer {
@@ -285,7 +290,8 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     if (parent.textRole == TextRole::flattened) frame.style.display = Display::inline_;
     // CSS Flexible Box Layout 1, section 4: contiguous text is an item of its own. Any box ends it, even
     // one out of the flow.
-    if (parent.blockifiesChildren && frame.style.display != Display::contents) collector_.endLine();
+    const bool isItem = parent.blockifiesChildren || (parent.isBox && isOutOfFlow(frame.style));
+    if (isItem && frame.style.display != Display::contents) collector_.endLine();
     if (isReplaced(tree_, id)) {
         drawReplaced(frame);
         return Entered::no;
@@ -310,6 +316,7 @@ Renderer::Entered Renderer::enterElement(NodeId id, Frame& parent, Frame& frame)
     if (passesThrough) {
         frame.dropsWhiteSpace = parent.dropsWhiteSpace;
         frame.blockifiesChildren = parent.blockifiesChildren;
+        frame.isBox = parent.isBox;
     } else {
         followSiblings(parent, frame);
         openBox(node, parent, frame);
@@ -382,6 +389,7 @@ void Renderer::generateContent(const Node& node, Frame& frame) {
 void Renderer::drawGenerated(const GeneratedContent& generated, const Frame& frame) {
     if (generated.display == Display::none) return;
     if (generated.flow == Flow::outOfFlow) {
+        if (frame.isBox) collector_.endLine();
         collector_.leaveContent(collector_.enterOutOfFlow());
         return;
     }
@@ -405,6 +413,7 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     switch (frame.style.display) {
     case Display::inlineBlock:
     case Display::inlineFlex:
+    case Display::inlineBox:
     case Display::inlineTable:
         frame.ownContent = true;
         frame.outer = collector_.enterContent();
@@ -412,6 +421,7 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     case Display::block:
     case Display::listItem:
     case Display::flex:
+    case Display::box:
     case Display::table:
     case Display::tableCaption:
         if (isOutOfFlow(frame.style)) {
@@ -434,7 +444,15 @@ void Renderer::openBox(const Node& node, Frame& parent, Frame& frame) {
     }
     switch (frame.style.display) {
     case Display::flex:
-    case Display::inlineFlex: frame.blockifiesChildren = true; [[fallthrough]];
+    case Display::inlineFlex:
+        frame.blockifiesChildren = true;
+        frame.dropsWhiteSpace = true;
+        break;
+    case Display::box:
+    case Display::inlineBox:
+        frame.isBox = node.space != Namespace::html || !kHoldsBlock.contains(node.tag);
+        frame.dropsWhiteSpace = frame.isBox;
+        break;
     case Display::table:
     case Display::inlineTable:
     case Display::tableRowGroup:

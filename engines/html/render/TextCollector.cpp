@@ -15,6 +15,8 @@ constexpr std::string_view kZeroWidthSpace = "\u200B";
 } // namespace
 
 void TextCollector::writeWhatIsHeld() {
+    if (!betweenBreaks_.empty() && sink_.size() == betweenBreaks_.back().place + 1)
+        betweenBreaks_.back().breaksAfter = required_;
     if (started_)
         for (; required_ > 0; --required_)
             sink_.appendAscii('\n');
@@ -69,9 +71,11 @@ LineState TextCollector::enterContent() {
 }
 
 void TextCollector::writePending() {
-    if (line_.pending != LineState::Space::visible || required_ > 0) return;
+    if (line_.pending != LineState::Space::visible) return;
+    const std::size_t breaksBefore = started_ ? required_ : 0;
     write(" ");
     line_.removable = sink_.size();
+    if (breaksBefore > 0) betweenBreaks_.push_back({sink_.size() - 1, breaksBefore, 0});
     line_.pending = LineState::Space::none;
     line_.atStart = true; // further collapsible space merges with the written one
 }
@@ -141,6 +145,14 @@ void TextCollector::collapse(std::string_view whiteSpace, WhiteSpace mode, Visib
 std::string TextCollector::finish() && {
     std::string text = std::move(sink_).finish();
     if (removed_.empty()) return text;
+    std::sort(removed_.begin(), removed_.end());
+    // Line breaks required before a space taken back and after it have met: the larger count holds.
+    const auto spaces = static_cast<std::ptrdiff_t>(removed_.size());
+    for (const Space& space : betweenBreaks_) {
+        if (!std::binary_search(removed_.begin(), removed_.begin() + spaces, space.place)) continue;
+        for (std::size_t n = 1; n <= std::min(space.breaksBefore, space.breaksAfter); ++n)
+            removed_.push_back(space.place - n);
+    }
     std::sort(removed_.begin(), removed_.end());
     std::size_t out = removed_.front();
     auto next = removed_.begin();

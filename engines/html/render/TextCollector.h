@@ -101,6 +101,12 @@ private:
     std::size_t required_ = 0;
     bool started_ = false;
     std::vector<std::size_t> removed_; ///< offsets of the spaces that `finish` removes
+    struct Space {
+        std::size_t place;
+        std::size_t breaksBefore;
+        std::size_t breaksAfter;
+    };
+    std::vector<Space> betweenBreaks_; ///< spaces that `writePending` wrote after required line breaks
     std::string heldMarkers_;
 };
 

@@ -9,7 +9,7 @@ class Fonts : public testing::Test {
 protected:
     Scanner::Completeness read(std::string_view table) {
         Scanner scanner(table);
-        return fonts_.read(scanner);
+        return fonts_.read(scanner, FontTable::RawPairs::ignored);
     }
     CharsetPool pool_;
     FontTable fonts_{pool_};

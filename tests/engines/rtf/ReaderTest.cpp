@@ -14,6 +14,7 @@
 namespace quillow::rtf {
 namespace {
 
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 
 Extraction read(std::string_view document, const Options& options = {}) {
@@ -70,6 +71,96 @@ TEST(Reader, everyDocumentHasItsReason) {
         EXPECT_EQ(extraction.reason, reasonCase.reason) << reasonCase.document;
         EXPECT_EQ(extraction.text, reasonCase.text) << reasonCase.document;
     }
+}
+
+TEST(Reader, secondHalvesOfRawPairsInNamesAreNoBraces) {
+    const std::string open = "\x96{";  // U+672C in code page 932
+    const std::string close = "\x83}"; // U+30DE
+    const std::string font = "{\\fonttbl{\\f0 Serif;}{\\f1\\fnil\\fcharset128 ";
+    const std::string styles = "{\\stylesheet{\\s0 Normal;}{\\s1\\f1\\snext0 ";
+    const std::string plainFont = font + "Mincho;}}";
+    for (const std::string& codePage : {"\\ansicpg932"s, "\\ansicpg1252"s}) {
+        for (const std::string& name : {open, close, open + open + close, close + "\x83\\" + open}) {
+            for (const std::string& tables : {font + name + ";}}", plainFont + styles + name + ";}}",
+                                              font + name + ";}}" + styles + name + ";}}"}) {
+                const std::string header = "{\\rtf1\\ansi" + codePage + tables;
+                const Extraction empty = read(header + "}");
+                EXPECT_EQ(empty.reason, Reason::okEmpty) << header;
+                EXPECT_EQ(empty.text, "") << header;
+                const Extraction extraction = read(header + "\\pard\\f1 a" + open + "b\\par c\\par}");
+                EXPECT_EQ(extraction.reason, Reason::ok) << header;
+                EXPECT_EQ(extraction.text, "a\u672Cb\nc\n") << header;
+            }
+        }
+    }
+}
+
+TEST(Reader, namesInSingleBytesBesideDoubleByteFontsKeepTheirBraces) {
+    // In code page 932 the last letter would take the brace with it.
+    const Extraction extraction =
+        read("{\\rtf1\\ansi{\\fonttbl{\\f0 Caf\xE9}{\\f1\\fcharset128 M;}}{\\stylesheet{\\s0 Caf\xE9}}\\pard a\\par}");
+    EXPECT_EQ(extraction.reason, Reason::ok);
+    EXPECT_EQ(extraction.text, "a\n");
+}
+
+TEST(Reader, aFragmentIsReadAsTheBodyOfADocument) {
+    const std::pair<std::string_view, std::string_view> kFragments[] = {
+        {"{\\pard \\ql \\f0 \\sa180 Hello {\\b bold} world\\par}\n{\\pard Second \\u8217 ?s\\par}",
+         "Hello bold world\nSecond \u2019s\n"},
+        {"\\pard Hello\\par World", "Hello\nWorld\n"},
+        {"{\\*\\generator X;}Hello\\par", "Hello\n"},
+        {"\xEF\xBB\xBF\n {\\pard \xC3\xA9\\par}", "\u00E9\n"},
+        {"{{\\pard a\\par}}", "a\n"},
+        {"{\\pard A\\par}}{\\pard B\\par}", "A\nB\n"},
+        {"\\fs24 Hello", "Hello\n"},
+        {"\\trowd\\cellx100 a\\cell b\\cell\\row", "a\tb\n"},
+        {"{\\colortbl;\\red0;}a", "a\n"},
+        {"{\\info{\\title X}}{\\pard a\\par}", "a\n"},
+        {"{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt Go}}\\par", "Go\n"},
+        {"\\u8226\\tab First\\par", "\u2022\tFirst\n"},
+        {"\\b Bold\\b0  text", "Bold text\n"},
+        {"{\\i Hello} world", "Hello world\n"},
+        {"\\tab Indented", "\tIndented\n"},
+        {"\\emdash a", "\u2014a\n"},
+        {"\\ansi\\deff0 a", "a\n"},
+    };
+    for (const auto& [fragment, text] : kFragments) {
+        EXPECT_EQ(read(fragment).reason, Reason::ok) << fragment;
+        EXPECT_EQ(textOf(fragment), text) << fragment;
+    }
+    EXPECT_EQ(read("{\\pard a\\par {\\b b").reason, Reason::partial);
+}
+
+TEST(Reader, otherTextThatBeginsWithABackslashStaysText) {
+    constexpr std::string_view kTexts[] = {
+        "\\documentclass{article}\n\\begin{document}Hi\\par\\end{document}",
+        "\\title{My paper}\n\\author{X}\\par\\line",
+        "\\magnification=1200\n\\par",
+        "\\input macros\n\\par\\line",
+        "\\par\\noindent Hello \\TeX\\ x\\par\\bigskip\\vskip 3pt",
+        "\\footnote{x}",
+        "{\\bf Hello} \\par",
+        "{\\sl Hello} \\par",
+        "{\\b o}",
+        "{\\i}",
+        "\\\\server\\share\\file.txt",
+        "\\bin\\bash",
+        "\\page\\index.html",
+        "\\Users\\b\\page\\x.txt",
+        "\\d+\\w*",
+        "\\b(a|b)\\b",
+        "\\b\\w+\\b",
+        "\\*\\w+",
+        "\\u0041\\u0042",
+        "\\n\\t",
+        "{\\*}",
+        "{}",
+        "\\f",
+        "\\",
+        "{",
+    };
+    for (const std::string_view text : kTexts)
+        EXPECT_EQ(textOf(text), std::string(text) + "\n");
 }
 
 TEST(Reader, foreignContentIsNamed) {

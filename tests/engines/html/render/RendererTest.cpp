@@ -55,6 +55,13 @@ constexpr Case kOutOfFlow[] = {
     {"1 <input align=left> 2", "1  2"},
     {"1 <table align=left><td>2</table> 3", "1 \n2\n3"},
     {"<style>img{float:none}</style><img align=left> 1", " 1"},
+    // The space between two of them is visible if anything follows it in the line.
+    {"1<b style='position:absolute'>2</b> <b style='position:absolute'>3</b>4", "1\n2\n \n3\n4"},
+    {"1<b style='position:absolute'>2</b> <b style='float:left'></b> 3", "1\n2\n \n3"},
+    {"1<b style='position:absolute'>2</b> <b style='position:absolute'>3</b>", "1\n2\n3"},
+    {"1<b style='position:absolute'>2</b> <p style='float:left'>3</p>", "1\n2\n\n3"},
+    {"1<p style='position:absolute'>2</p> <b style='float:left'>3</b><br>4", "1\n\n2\n\n3\n\n4"},
+    {"1<b style='position:absolute'>2</b> <b style='float:left'></b><br>4", "1\n2\n\n4"},
     // Elements positioned above the page.
     {"1 <dialog open>2</dialog> 3", "1 \n2\n3"},
     {"1 <dialog open style='position:static'>2</dialog> 3", "1\n2\n3"},
@@ -96,6 +103,68 @@ constexpr Case kDisplayTypes[] = {
     {"<p>1 <p style='display:inline'> </p>", "1"},
 };
 INSTANTIATE_TEST_SUITE_P(DisplayTypes, Rendering, testing::ValuesIn(kDisplayTypes));
+
+/// The flexible box of 2009: inline content stays together, and only what is out of the flow is an item of its own.
+constexpr Case kBoxes[] = {
+    {"1<div style='display:-webkit-box'>a <b>b</b> c</div>2", "1\na b c\n2"},
+    {"1 <b style='display:-webkit-inline-box'>a <b>b</b> c</b> 2", "1 a b c 2"},
+    {"<div style='display:-webkit-box'>a <div>b</div> c</div>", "a\nb\nc"},
+    {"<div style='display:-webkit-box'><b>a</b> <b>b</b> c <b>d</b></div>", "ab c d"},
+    {"<div style='display:-webkit-box'>a <i style='position:absolute'>b</i> c</div>", "a\nb\nc"},
+    {"<div style='display:-webkit-box'><u style='display:contents'>a <i style='float:left'>b</i> c</u></div>",
+     "a\nb\nc"},
+    {"<div style='display:-webkit-box'><u>a <i style='float:left'>b</i> c</u></div>", "a \nb\nc"},
+    {"<b style='display:-webkit-inline-box;float:left'>a <b>b</b></b> c", "a b\nc"},
+    {"<div style='display:-webkit-box;display:-ms-flexbox'>a <b>b</b></div>", "a b"},
+    {"<div style='display:-webkit-box;display:-webkit-flex'>a <b>b</b></div>", "a\nb"},
+    {"<div style='display:flex;display:-webkit-box'>a <b>b</b></div>", "a b"},
+    {"<div style='display:inline -webkit-box'>a</div>b", "a\nb"},
+    {"<button style='display:-webkit-box'><b>a</b> <b>b</b></button>", "a b"},
+    {"<style>p::before{content:'x';position:absolute}</style><p style='display:-webkit-box'> a", "a"},
+};
+INSTANTIATE_TEST_SUITE_P(Boxes, Rendering, testing::ValuesIn(kBoxes));
+
+struct ClampCase {
+    const char* style;
+    const char* text;
+};
+
+class LineClamps : public testing::TestWithParam<ClampCase> {};
+
+/// A clamped box is a block, in which the space between elements is seen.
+TEST_P(LineClamps, makeABoxABlock) {
+    const std::string style = GetParam().style;
+    EXPECT_EQ(textOf("<!DOCTYPE html><div style='" + style + "'><b>a</b> <b>b</b></div>"), GetParam().text) << style;
+}
+
+constexpr ClampCase kLineClamps[] = {
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2", "a b"},
+    {"-webkit-line-clamp:2;-webkit-box-orient:block-axis;display:-webkit-inline-box", "a b"},
+    {"display:-webkit-box;-WEBKIT-BOX-ORIENT:Vertical;-Webkit-Line-Clamp:+2", "a b"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:calc(1 + 1)", "a b"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:3;-webkit-line-clamp:auto", "a b"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:3!important;-webkit-line-clamp:none", "a b"},
+    {"display:-webkit-box;-webkit-box-orient:vertical", "ab"},
+    {"display:-webkit-box;-webkit-line-clamp:2", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:none", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2;-webkit-line-clamp:unset", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:0", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2.0", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2px", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2 none", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:vertical;line-clamp:2", "ab"},
+    {"display:-webkit-box;-webkit-box-orient:inline-axis;-webkit-line-clamp:2", "ab"},
+};
+INSTANTIATE_TEST_SUITE_P(Values, LineClamps, testing::ValuesIn(kLineClamps));
+
+TEST(LineClampsOfParents, areNotInherited) {
+    const std::string clamped = "<div style='display:-webkit-box;-webkit-box-orient:vertical;-webkit-line-clamp:2'>";
+    const std::string inner = "<b>a</b> <b>b</b></div></div>";
+    EXPECT_EQ(textOf(clamped + "<div style='display:-webkit-box'>" + inner), "ab");
+    EXPECT_EQ(textOf(clamped +
+                     "<div style='display:-webkit-box;-webkit-box-orient:inherit;-webkit-line-clamp:inherit'>" + inner),
+              "a b");
+}
 
 constexpr Case kSeen[] = {
     {"1<br style='display:contents'>2 <img style='display:contents'> 3", "12 3"},
