@@ -7,7 +7,7 @@ namespace quillow {
 
 class TextUnarchiver;
 
-/// The plain string of the styled text archived in the bytes; nil, and bytes that hold none, give nil.
+/// The plain string of the styled text archived in the bytes, whichever form the archive has; nil, and bytes that hold none, give nil.
 class MWUnarchivieFromDataToText final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver)

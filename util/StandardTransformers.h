@@ -1,5 +1,5 @@
-// Puts every transformer that needs no reference into the registry under its class name, which is how the windows' bindings name
-// them.
+// Puts every transformer into the registry under its class name, so that bindings can look each of them up. One with a reference
+// has there what it has without any: 0, no number, no string, an empty collection.
 #pragma once
 
 namespace quillow {

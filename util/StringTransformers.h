@@ -19,7 +19,7 @@ private:
 };
 
 /// Whether the input equals the reference string, as a boolean; nil gives nil.
-/// deliberate: a string is declared although a boolean comes out; the bindings that use it go by the declared class.
+/// deliberate: a string is declared although a boolean comes out.
 class MWValueIsEqualToStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWValueIsEqualToStr(const std::optional<QString>& string)
