@@ -64,6 +64,7 @@ public:
         if (name == u"big") parts_.window().discloseButton().click();
         if (name == u"height") say(QString::number(parts_.window().window().frame().height));
         if (name == u"other") showOther(argument);
+        if (name == u"windows") sayWindows();
         if (name == u"windowMenu") sayWindowMenu();
         runEvents();
     }
@@ -86,6 +87,14 @@ private:
     void showOther(const QString& title) {
         other_.setWindowTitle(title);
         other_.show();
+    }
+    /// What stands on the screen.
+    static void sayWindows() {
+        QStringList titles;
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            if (window->isVisible()) titles.append(window->windowTitle());
+        titles.sort();
+        say(titles.join(u','));
     }
     /// Its items as the user sees them when it opens.
     void sayWindowMenu() {

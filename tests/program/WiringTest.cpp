@@ -21,11 +21,19 @@ const QString kFolder = u"/fixed"_s;
 const QString kDocument = u"/documents/start.rtf"_s;
 const QString kGuide = u"/home/user/Library/Application Support/Quillow User Guide/Quillow User Guide 1.5.pdf"_s;
 
+const QStringList kBig{u"main window: height 580"_s, u"bigWin 1"_s, u"main window: largest height 580"_s,
+                       u"main window: least height 580"_s};
+
 /// A control and the entries that it makes in the journal.
 struct Row {
     QString name;
     QStringList effect;
 };
+
+/// Readable where an expectation fails.
+std::string said(const QStringList& effect) {
+    return effect.join(u", "_s).toStdString();
+}
 
 /// All can be done that the windows offer.
 class WiringTest : public WiringFixture {
@@ -85,7 +93,7 @@ protected:
             const QString title = row.name;
             ASSERT_TRUE(controls.contains(title)) << title.toStdString();
             EXPECT_TRUE(controls[title]->isEnabled()) << title.toStdString();
-            EXPECT_EQ(effectOf([&] { press(*controls[title]); }), row.effect) << title.toStdString();
+            EXPECT_EQ(said(effectOf([&] { press(*controls[title]); })), said(row.effect)) << title.toStdString();
             names.insert(title);
             effects.insert(row.effect.join(u'\n'));
             restore();
@@ -113,7 +121,7 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
     menus.insertIntoApplicationMenu(
         {u"Software Update…"_s, QString(), [this](Sender sender) { delegate.checkForLastReleaseAvailable(sender); }},
         1);
-    window.logView().setPlainText(u"log"_s);
+    window.logView().replaceCharactersInRange({0, 0}, u"log"_s);
     restore();
     const QStringList preferencesRaised{u"preferences: centred"_s, u"preferences: raised"_s};
     const QList<Row> rows{
@@ -154,11 +162,9 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
     ASSERT_TRUE(copy && switchWindows);
     window.logView().selectAll();
     EXPECT_TRUE(copy->isEnabled());
-    EXPECT_EQ(effectOf([&] { copy->trigger(); }), (QStringList{u"selected"_s, u"copied"_s}));
+    EXPECT_EQ(said(effectOf([&] { copy->trigger(); })), "selected, copied");
     restore();
-    EXPECT_EQ(effectOf([&] { switchWindows->trigger(); }),
-              (QStringList{u"main window: height 580"_s, u"bigWin 1"_s, u"main window: largest height 580"_s,
-                           u"main window: least height 580"_s}));
+    EXPECT_EQ(said(effectOf([&] { switchWindows->trigger(); })), said(kBig));
     EXPECT_EQ(plain(switchWindows->text()), u"Hide Message Log"_s);
 }
 
@@ -169,9 +175,7 @@ TEST_F(WiringTest, everyButtonOfTheMainWindowReachesItsAction) {
         {u"Change…"_s,
          {u"preferences: centred"_s, u"preferences: raised"_s, u"preferences: pane 0"_s, u"preferences: height 278"_s}},
         {u"Reset"_s, {u"numberProcessed 0"_s}},
-        {u"Message log"_s,
-         {u"main window: height 580"_s, u"bigWin 1"_s, u"main window: largest height 580"_s,
-          u"main window: least height 580"_s}},
+        {u"Message log"_s, kBig},
         {u"Show Output"_s, {u"select '/texts/a.txt' in ''"_s}},
         {u"Open Output"_s, {u"open /texts/a.txt"_s}},
         {u"Show Folder"_s, {u"startAccess /fixed"_s, u"select '/fixed' in ''"_s, u"stopAccess /fixed"_s}},
@@ -205,7 +209,7 @@ TEST_F(WiringTest, everyButtonOfTheStartupDocumentReachesItsAction) {
 
 TEST_F(WiringTest, checkNowLooksForANewerReleaseAndTellsInAnyCase) {
     auto* checkNow = preferences.updatePane().findChild<QPushButton*>();
-    EXPECT_EQ(effectOf([&] { checkNow->click(); }), QStringList{u"update check: begun in the background"_s});
+    EXPECT_EQ(said(effectOf([&] { checkNow->click(); })), "update check: begun in the background");
     shared.finishCheck();
     EXPECT_EQ(shared.platform.alerts.shown().back().alert.messageText.section(u' ', 1),
               u"was not able to connect to the Varnel server"_s);
