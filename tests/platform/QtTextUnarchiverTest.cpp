@@ -185,7 +185,9 @@ TEST(UnkeyedArchive, answersNothingForOtherRoots) {
     EXPECT_EQ(unkeyed(type + kNewObject + newClass("NSData") + kNoClassAbove + characters), std::nullopt);
     EXPECT_EQ(unkeyed(type + "\x85"), std::nullopt) << "nil";
     EXPECT_EQ(unkeyed(type + kNewObject + kNoClassAbove + characters), std::nullopt) << "no class";
-    EXPECT_EQ(unkeyed(type + kNewObject + number(1) + characters), std::nullopt) << "a class that is its own";
+    EXPECT_EQ(unkeyed(type + kNewObject + number(1) + characters), std::nullopt) << "an object as class";
+    EXPECT_EQ(unkeyed(type + kNewObject + newClass("NSString", 1) + number(1) + characters), std::nullopt)
+        << "a class above itself";
     EXPECT_EQ(unkeyed(type + kNewObject + string + newName("i") + counted("x") + kEnd), std::nullopt) << "an integer";
     EXPECT_EQ(unkeyed(type + kNewObject + string + newName("+") + counted("x") + "\x85"), std::nullopt) << "no end";
     EXPECT_EQ(unkeyed(type + kNewObject + string + newName("+") + counted("\xFF") + kEnd), std::nullopt) << "no UTF-8";
@@ -195,8 +197,10 @@ TEST(UnkeyedArchive, answersNothingForOtherRoots) {
 }
 
 TEST(UnkeyedArchive, cutOffAnywhereIsNone) {
-    for (qsizetype length = 0; length < kUnkeyedString.size(); ++length)
-        EXPECT_EQ(unkeyed(kUnkeyedString.left(length)), std::nullopt) << length;
+    for (qsizetype length = 0; length < kUnkeyedString.size(); ++length) {
+        // The rest still stands behind it in memory, for whoever looks too far.
+        EXPECT_EQ(unkeyed(QByteArray::fromRawData(kUnkeyedString.constData(), length)), std::nullopt) << length;
+    }
 }
 
 TEST(UnkeyedArchive, noChangedByteIsTooMuchForIt) {
