@@ -72,15 +72,26 @@ PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate) 
 }
 
 PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry) {
-    const auto named = [&registry](const char16_t* name) {
-        return registry.valueTransformerForName(QString::fromUtf16(name));
+    const auto transform = [&registry](const char16_t* name) {
+        return [transformer = registry.valueTransformerForName(QString::fromUtf16(name))](const Boxed& value) {
+            return transformer->transformedValue(value);
+        };
     };
-    const auto transform = [](const std::shared_ptr<const MWValueTransformer>& transformer) {
-        return [transformer](const Boxed& value) { return transformer->transformedValue(value); };
+    const auto reverse = [&registry](const char16_t* name) {
+        return [transformer = registry.valueTransformerForName(QString::fromUtf16(name))](const Boxed& value) {
+            return transformer->reverseTransformedValue(value);
+        };
     };
-    const auto valueIs1 = named(u"valueIs1");
-    return {transform(valueIs1), [valueIs1](const Boxed& value) { return valueIs1->reverseTransformedValue(value); },
-            transform(named(u"valueIsNot1")), transform(named(u"b2p"))};
+    PreferencesBindings::Transforms transforms;
+    transforms.valueIs1 = transform(u"valueIs1");
+    transforms.valueIs1Reversed = reverse(u"valueIs1");
+    transforms.valueIsNot1 = transform(u"valueIsNot1");
+    transforms.valueNot0 = transform(u"valueNot0");
+    transforms.b2p = transform(u"b2p");
+    transforms.MWNumberBoolToNumberNum = transform(u"MWNumberBoolToNumberNum");
+    transforms.MWNumberBoolToNumberNumReversed = reverse(u"MWNumberBoolToNumberNum");
+    transforms.MWFilledTrimmedString = transform(u"MWFilledTrimmedString");
+    return transforms;
 }
 
 } // namespace quillow

@@ -28,7 +28,7 @@ private:
 [[nodiscard]] MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& dropView,
                                             UndoManager& undoManager, std::function<void()> quit);
 [[nodiscard]] PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate);
-/// The transformers that the delegate has registered.
+/// The transformers that the panes need, looked up by their names: the delegate's and, by class name, the standard ones.
 [[nodiscard]] PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry);
 
 } // namespace quillow

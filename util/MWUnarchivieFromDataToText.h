@@ -7,7 +7,7 @@ namespace quillow {
 
 class TextUnarchiver;
 
-/// The plain string of the styled text archived in the bytes. Nil, and bytes without a styled text, give nil.
+/// The plain string of the styled text in an archive, keyed or unkeyed. Nil, and bytes without a styled text, give nil.
 class MWUnarchivieFromDataToText final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWUnarchivieFromDataToText(const TextUnarchiver& unarchiver)

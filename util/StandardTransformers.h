@@ -1,4 +1,5 @@
-// Registers every transformer that needs no reference under its class name, which the windows' bindings use.
+// Registers every transformer under its class name, so that bindings can look it up. A transformer with a reference gets an empty
+// one: 0, no number, no string, an empty collection.
 #pragma once
 
 namespace quillow {

@@ -19,7 +19,7 @@ private:
 };
 
 /// Whether the input equals the reference string, as a boolean; nil gives nil.
-/// deliberate: the declared class is string although the result is a boolean; the bindings rely on the declared class.
+/// deliberate: the declared class is string although the result is a boolean.
 class MWValueIsEqualToStr final : public MWValueTransformerOf<ValueClass::string, Reverse::notAllowed> {
 public:
     explicit MWValueIsEqualToStr(const std::optional<QString>& string)

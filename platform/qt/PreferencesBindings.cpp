@@ -1,6 +1,5 @@
 #include "platform/qt/PreferencesBindings.h"
 
-#include "platform/qt/ChosenItem.h"
 #include "platform/qt/GeneralPane.h"
 #include "platform/qt/PreferencesWindow.h"
 #include "platform/qt/UpdatePane.h"
@@ -20,10 +19,6 @@ constexpr char16_t kNotifyUpdate[] = u"notifyUpdate";
 constexpr char16_t kLastCheckDate[] = u"lastCheckDateForUpdate";
 
 constexpr int kDestinationTypeAsk = 0;
-
-ChosenItem::State stateOf(const Boxed& isSpecified) {
-    return isSpecified.boolValue() ? ChosenItem::State::stated : ChosenItem::State::prompt;
-}
 
 } // namespace
 
@@ -69,7 +64,9 @@ void PreferencesBindings::setCommands() {
     general.testDocument = actions_.testDocument;
     general.clearDocument = actions_.clearDocument;
     window_.generalPane().setCommands(general);
-    window_.updatePane().setCommands({[this](bool notifies) { store(notifies, kNotifyUpdate); }, actions_.checkNow});
+    window_.updatePane().setCommands(
+        {[this](bool notifies) { store(transforms_.MWNumberBoolToNumberNumReversed(notifies), kNotifyUpdate); },
+         actions_.checkNow});
 }
 
 void PreferencesBindings::observe(const char16_t* key, void (PreferencesBindings::*show)()) {
@@ -116,20 +113,24 @@ void PreferencesBindings::showDocument() {
 }
 
 void PreferencesBindings::showDocumentState() {
-    const Boxed isSpecified = delegate_.valueForKey(QStringLiteral("StartupDocSpecified"));
+    const ChosenItem::State state = stateOf(delegate_.valueForKey(QStringLiteral("StartupDocSpecified")));
     window_.generalPane().document().setState(
-        delegate_.valueForKey(QStringLiteral("StartupDocPathMessageString")).string().value_or(QString()),
-        stateOf(isSpecified));
-    // True also while no document was ever chosen.
-    window_.generalPane().setDocumentIsSpecified(isSpecified.boolValue() && !stored(kStartupSelectedDocPath).isNil());
+        delegate_.valueForKey(QStringLiteral("StartupDocPathMessageString")).string().value_or(QString()), state);
+    // "Specified" is true also while no document was ever chosen.
+    const bool hasPath = transforms_.MWFilledTrimmedString(stored(kStartupSelectedDocPath)).boolValue();
+    window_.generalPane().setDocumentIsSpecified(state == ChosenItem::State::stated && hasPath);
 }
 
 void PreferencesBindings::showUpdate() {
-    window_.updatePane().setNotifies(stored(kNotifyUpdate).boolValue());
+    window_.updatePane().setNotifies(transforms_.MWNumberBoolToNumberNum(stored(kNotifyUpdate)).boolValue());
     const auto lastCheck = stored(kLastCheckDate).date();
     window_.updatePane().setLastCheck(lastCheck ? dateFormatting_.localizedStringFromDate(
                                                       lastCheck->toLocalTime(), DateStyle::medium, DateStyle::medium)
                                                 : QString());
+}
+
+ChosenItem::State PreferencesBindings::stateOf(const Boxed& isSpecified) const {
+    return transforms_.valueNot0(isSpecified).boolValue() ? ChosenItem::State::stated : ChosenItem::State::prompt;
 }
 
 Boxed PreferencesBindings::stored(const char16_t* key) const {

@@ -4,6 +4,7 @@
 
 #include "base/KVObject.h"
 #include "platform/DateFormatting.h"
+#include "platform/qt/ChosenItem.h"
 #include "platform/qt/ObservedDefaults.h"
 
 #include <functional>
@@ -16,12 +17,16 @@ class PreferencesWindow;
 class PreferencesBindings {
 public:
     using Transform = std::function<Boxed(const Boxed& value)>;
-    /// Transformers, by the names under which the delegate registers them.
+    /// Transformers, by the names under which they are registered.
     struct Transforms {
         Transform valueIs1;
         Transform valueIs1Reversed;
         Transform valueIsNot1;
+        Transform valueNot0;
         Transform b2p;
+        Transform MWNumberBoolToNumberNum;
+        Transform MWNumberBoolToNumberNumReversed;
+        Transform MWFilledTrimmedString;
     };
 
     /// What the user does besides setting a value.
@@ -56,6 +61,7 @@ private:
     void showDocument();
     void showDocumentState();
     void showUpdate();
+    [[nodiscard]] ChosenItem::State stateOf(const Boxed& isSpecified) const;
     [[nodiscard]] Boxed stored(const char16_t* key) const;
     void store(const Boxed& value, const char16_t* key);
 

@@ -1,12 +1,13 @@
 #include "platform/qt/QtTextUnarchiver.h"
 
 #include "platform/qt/KeyedArchive.h"
+#include "platform/qt/UnkeyedArchive.h"
 
 namespace quillow {
 
 std::optional<QString> QtTextUnarchiver::stringOfArchivedText(const QByteArray& archive) const {
     const auto table = KeyedArchive::fromData(archive);
-    if (!table) return std::nullopt;
+    if (!table) return stringOfUnkeyedArchive(archive);
     const Boxed root = table->root();
     if (table->isOfClass(root, u"NSAttributedString"))
         return table->string(table->referenced(root.dictionary()->value(QStringLiteral("NSString"))));

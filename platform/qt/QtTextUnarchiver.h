@@ -1,4 +1,4 @@
-// Styled text out of keyed archives: binary property lists with a table of objects that name one another by unique identifiers.
+// Styled text out of archives, keyed ones and those of the older, unkeyed form.
 #pragma once
 
 #include "platform/TextUnarchiver.h"

@@ -75,6 +75,8 @@ TEST_F(DataFileAndModesTest, folderThatCannotBeMadeIsNotReported) {
     fakes.files.setDiskFull();
     EXPECT_EQ(delegate.pathForDataFile(), kPath);
     delegate.saveAppDataToDisk();
+    EXPECT_EQ(fakes.mainQueue.queuedCount(), 0U) << "neither an entry of the log nor an alert is to come";
+    fakes.mainQueue.runAll();
     EXPECT_TRUE(fakes.alerts.shown().empty());
     EXPECT_EQ(log.string(), QString());
 }

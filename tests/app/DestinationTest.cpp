@@ -1,9 +1,7 @@
 // Where texts go, and what a dropped path sets off on either road.
 #include "platform/Alerts.h"
-#include "prefs/MWPhoneHome.h"
 #include "tests/app/DelegateFixture.h"
-#include "tests/fakes/FakeBackgroundQueue.h"
-#include "tests/fakes/FakePropertyListLoader.h"
+#include "tests/prefs/SharedChecker.h"
 
 namespace quillow {
 namespace {
@@ -120,31 +118,35 @@ TEST_F(DestinationTest, registersTheTransformersOfItsBindings) {
 }
 
 TEST(QuillowAppDelegateInitialize, registersThreeDefaultsAndConfiguresTheUpdateCheck) {
-    // The shared checker outlives this test, so do its ports.
-    static FakePlatform fakes;
-    static FakeBackgroundQueue background;
-    static FakePropertyListLoader loader;
-    MWPhoneHome::setSharedPorts({fakes.alerts, background, fakes.clock, fakes.defaults, fakes.mainQueue, loader,
-                                 fakes.workspace, fakes.supportUtility});
-    QuillowAppDelegate::initialize(fakes.defaults, {u"one"_s, u"two"_s, u"three"_s, u"four"_s});
-    EXPECT_EQ(fakes.defaults.objectForKey(u"notifyUpdate"_s), Boxed(true));
-    EXPECT_EQ(fakes.defaults.objectForKey(u"lastVersionUsedToUpdatePref"_s), Boxed(0));
-    EXPECT_EQ(fakes.defaults.objectForKey(u"destinationType"_s), Boxed(0));
-    EXPECT_TRUE(fakes.defaults.written().isEmpty()) << "registered, not stored";
-    const MWPhoneHome& phoneHome = MWPhoneHome::sharedPhoneHome();
+    const SharedChecker& shared = SharedChecker::idle();
+    FakeDefaults defaults;
+    QuillowAppDelegate::initialize(defaults, {u"one"_s, u"two"_s, u"three"_s, u"four"_s});
+    EXPECT_EQ(defaults.registered(),
+              (Boxed::Dictionary{
+                  {u"notifyUpdate"_s, true}, {u"lastVersionUsedToUpdatePref"_s, 0}, {u"destinationType"_s, 0}}));
+    EXPECT_TRUE(defaults.written().isEmpty()) << "registered, not stored";
+    const MWPhoneHome& phoneHome = shared.checker();
     EXPECT_EQ(phoneHome.myAppRelease(), Boxed(10501));
     EXPECT_EQ(phoneHome.myAppName(), u"Quillow"_s);
     EXPECT_EQ(phoneHome.myPlistUrl1(), u"one"_s);
+    EXPECT_EQ(phoneHome.myPlistUrl2(), u"two"_s);
+    EXPECT_EQ(phoneHome.myPlistUrl3(), u"three"_s);
     EXPECT_EQ(phoneHome.myPlistUrl4(), u"four"_s);
-
-    QuillowAppDelegate delegate(fakes.platform());
-    delegate.applicationDidFinishLaunching({});
-    EXPECT_EQ(background.queuedCount(), 1U) << "launch starts the daily check";
 }
 
-TEST_F(DestinationTest, launchChecksNothingInABuildWithoutTheUpdateCheck) {
-    launch(); // asserts if it asked for the shared checker, which has no ports here
-    EXPECT_TRUE(fakes.alerts.shown().empty());
+TEST_F(DestinationTest, launchStartsTheDailyCheckUnlessTheBuildLeavesItOut) {
+    const SharedChecker& shared = SharedChecker::idle();
+    const std::size_t alerts = shared.platform.alerts.shown().size();
+    ASSERT_EQ(fakes.updateCheck, UpdateCheck::leftOut);
+    launch();
+    EXPECT_EQ(shared.background.queuedCount(), 0U);
+    EXPECT_FALSE(shared.checker().isChekingUpdateSystem());
+    EXPECT_EQ(shared.platform.alerts.shown().size(), alerts) << "no invitation either";
+
+    fakes.updateCheck = UpdateCheck::wired;
+    QuillowAppDelegate wired(fakes.platform());
+    wired.applicationDidFinishLaunching({});
+    EXPECT_EQ(shared.background.queuedCount(), 1U);
 }
 
 // The fixed folder.

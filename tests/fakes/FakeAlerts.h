@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "tests/fakes/Journal.h"
 
 #include <deque>
 #include <utility>
@@ -9,7 +10,7 @@
 
 namespace quillow {
 
-class FakeAlerts final : public Alerts {
+class FakeAlerts final : public Alerts, public Recorded {
 public:
     struct Shown {
         Alert alert;
@@ -18,12 +19,14 @@ public:
 
     void beginSheetModalForWindow(const Alert& alert, Window* window,
                                   std::function<void(int returnCode)> completionHandler) override {
+        record(QStringLiteral("sheet '") + alert.messageText + u'\'');
         shown_.push_back({alert, window});
         open_.push_back(std::move(completionHandler));
     }
 
     /// A modal alert is answered before it returns: by what the test said for it, else it is dismissed.
     [[nodiscard]] int runModal(const Alert& alert) override {
+        record(QStringLiteral("alert '") + alert.messageText + u'\'');
         shown_.push_back({alert, nullptr});
         if (modalHandler_) modalHandler_();
         return std::exchange(modalAnswer_, kAlertDismissed);

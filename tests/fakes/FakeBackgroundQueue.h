@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/BackgroundQueue.h"
+#include "tests/fakes/Journal.h"
 
 #include <cstddef>
 #include <deque>
@@ -9,9 +10,12 @@
 
 namespace quillow {
 
-class FakeBackgroundQueue final : public BackgroundQueue {
+class FakeBackgroundQueue final : public BackgroundQueue, public Recorded {
 public:
-    void addOperation(std::function<void()> operation) override { queued_.push_back(std::move(operation)); }
+    void addOperation(std::function<void()> operation) override {
+        record(QStringLiteral("begun in the background"));
+        queued_.push_back(std::move(operation));
+    }
     [[nodiscard]] std::size_t queuedCount() const { return queued_.size(); }
     /// Runs the operation that was added first.
     void runNext() {

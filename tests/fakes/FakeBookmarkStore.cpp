@@ -7,8 +7,14 @@
 namespace quillow {
 namespace {
 
-// A bookmark is four lines: this word, the creation options, the item's number, the path.
+// A bookmark is four lines: this word, the creation options, the item's number, the path. A document-scoped one has a fifth,
+// the path from the document's folder on, which is empty for an item outside of it.
 constexpr char kMagic[] = "bookmark";
+
+QString folderAround(const QUrl& document) {
+    const QString path = pathOfURL(document);
+    return path.left(path.lastIndexOf(u'/') + 1);
+}
 
 } // namespace
 
@@ -20,13 +26,17 @@ FakeBookmarkStore::bookmarkData(const QUrl& url, std::uint32_t options,
     if (failure_ == Failure::nothingWithoutError) return std::nullopt;
     if (failure_ == Failure::errorBesideResult) *error = PlatformError{QStringLiteral("scripted")};
     const QString path = pathOfURL(url);
-    if (!url.isLocalFile() || !fileSystem_.fileExistsAtPath(path, nullptr)) {
+    const bool isOfFiles = url.isLocalFile() && (!relativeToURL || relativeToURL->isLocalFile());
+    if (!isOfFiles || !fileSystem_.fileExistsAtPath(path, nullptr)) {
         *error = PlatformError{QStringLiteral("no such item")};
         return std::nullopt;
     }
-    const QList<QByteArray> lines{kMagic, QByteArray::number(options),
-                                  QByteArray::number(static_cast<qulonglong>(fileSystem_.itemNumber(path))),
-                                  path.toUtf8()};
+    QList<QByteArray> lines{kMagic, QByteArray::number(options),
+                            QByteArray::number(static_cast<qulonglong>(fileSystem_.itemNumber(path))), path.toUtf8()};
+    if (relativeToURL) {
+        const QString folder = folderAround(*relativeToURL);
+        lines.append(path.startsWith(folder) ? path.mid(folder.size()).toUtf8() : QByteArray());
+    }
     return lines.join('\n');
 }
 
@@ -38,13 +48,23 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
     if (failure_ == Failure::nothingWithoutError) return std::nullopt;
     if (failure_ == Failure::errorBesideResult) *error = PlatformError{QStringLiteral("scripted")};
     const QList<QByteArray> lines = bookmark.split('\n');
-    if (lines.size() != 4 || lines[0] != kMagic) {
+    if (lines.size() < 4 || lines.size() > 5 || lines[0] != kMagic) {
         *error = PlatformError{QStringLiteral("no bookmark")};
+        return std::nullopt;
+    }
+    const bool isOfDocument = lines.size() == 5;
+    if (isOfDocument != relativeToURL.has_value()) {
+        *error = PlatformError{QStringLiteral("another scope")};
         return std::nullopt;
     }
     QString path = QString::fromUtf8(lines[3]);
     if (!fileSystem_.fileExistsAtPath(path, nullptr)) {
-        const std::optional<QString> found = fileSystem_.pathOfItem(lines[2].toULongLong());
+        const QString beside = isOfDocument && !lines[4].isEmpty()
+                                   ? folderAround(*relativeToURL) + QString::fromUtf8(lines[4])
+                                   : QString();
+        const std::optional<QString> found = fileSystem_.fileExistsAtPath(beside, nullptr)
+                                                 ? std::optional(beside)
+                                                 : fileSystem_.pathOfItem(lines[2].toULongLong());
         if (!found) {
             *error = PlatformError{QStringLiteral("no such item")};
             return std::nullopt;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Panels.h"
+#include "tests/fakes/Journal.h"
 
 #include <deque>
 #include <utility>
@@ -9,7 +10,7 @@
 
 namespace quillow {
 
-class FakePanels final : public Panels {
+class FakePanels final : public Panels, public Recorded {
 public:
     struct Shown {
         OpenPanel panel;
@@ -18,6 +19,7 @@ public:
 
     void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                   std::function<void(const std::optional<QUrl>& url)> completionHandler) override {
+        record(QStringLiteral("panel '") + panel.message + u'\'');
         shown_.push_back({panel, window});
         open_.push_back(std::move(completionHandler));
     }

@@ -57,11 +57,20 @@ struct FakePlatform {
     UndoManager undoManager;
     UpdateCheck updateCheck = UpdateCheck::wired;
 
-    [[nodiscard]] Platform platform() {
-        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       defaults,
+    [[nodiscard]] Platform platform() { return platform(defaults); }
+    /// With a defaults store around that of the fakes.
+    [[nodiscard]] Platform platform(Defaults& store) {
+        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       store,
                 documents, files,          html,       mainQueue,   menus,  panels,      pdf,
                 rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
                 workspace, updateCheck};
+    }
+    /// From now on those fakes, too, enter what they are told into the journal.
+    void recordEverything() {
+        alerts.recordIn(journal);
+        defaults.recordIn(journal);
+        menus.recordIn(journal);
+        panels.recordIn(journal);
     }
 };
 

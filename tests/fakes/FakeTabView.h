@@ -2,12 +2,16 @@
 #pragma once
 
 #include "platform/TabView.h"
+#include "tests/fakes/Journal.h"
 
 namespace quillow {
 
-class FakeTabView final : public TabView {
+class FakeTabView final : public TabView, public Recorded {
 public:
-    void selectTabViewItemAtIndex(int index) override { selected_ = index; }
+    void selectTabViewItemAtIndex(int index) override {
+        record(QStringLiteral("pane ") + QString::number(index));
+        selected_ = index;
+    }
     /// -1 until a pane is selected.
     [[nodiscard]] int selected() const { return selected_; }
 

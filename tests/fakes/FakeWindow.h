@@ -2,35 +2,46 @@
 #pragma once
 
 #include "platform/Window.h"
+#include "tests/fakes/Journal.h"
 
 #include <algorithm>
 
 namespace quillow {
 
-class FakeWindow final : public Window {
+class FakeWindow final : public Window, public Recorded {
 public:
     void makeKeyAndOrderFront() override {
+        record(QStringLiteral("raised"));
         isVisible_ = true;
         ++raised_;
     }
     [[nodiscard]] bool isVisible() const override { return isVisible_; }
-    void center() override { ++centered_; }
+    void center() override {
+        record(QStringLiteral("centred"));
+        ++centered_;
+    }
     void setTitle(const QString& title) override { title_ = title; }
     [[nodiscard]] Rect frame() const override { return frame_; }
     void setFrame(const Rect& frame, Animate animate) override {
+        record(QStringLiteral("height ") + QString::number(frame.height));
         frame_ = frame;
         lastAnimation_ = animate;
         ++framesSet_;
     }
     void setMinSize(const Size& size) override {
+        record(QStringLiteral("least height ") + QString::number(size.height));
         minSize_ = size;
         resizeIntoLimits();
     }
     void setMaxSize(const Size& size) override {
+        record(QStringLiteral("largest height ") + QString::number(size.height));
         maxSize_ = size;
         resizeIntoLimits();
     }
-    void setExcludedFromWindowsMenu(bool excluded) override { isExcludedFromWindowsMenu_ = excluded; }
+    void setExcludedFromWindowsMenu(bool excluded) override {
+        record(excluded ? QStringLiteral("out of the Window menu") : QStringLiteral("in the Window menu"));
+        isExcludedFromWindowsMenu_ = excluded;
+    }
 
     [[nodiscard]] int raised() const { return raised_; }
     [[nodiscard]] int centered() const { return centered_; }

@@ -24,7 +24,10 @@ public:
     }
     void openFile(const QString& path) override { journal_.add(QStringLiteral("open ") + path); }
 
-    void openURL(const QUrl& url) override { openedUrls_.append(QString::fromLatin1(url.toEncoded())); }
+    void openURL(const QUrl& url) override {
+        openedUrls_.append(QString::fromLatin1(url.toEncoded()));
+        journal_.add(QStringLiteral("open URL ") + openedUrls_.back());
+    }
 
     /// The URLs that were opened, encoded; an invalid one is empty.
     [[nodiscard]] const QStringList& openedUrls() const { return openedUrls_; }

@@ -2,14 +2,12 @@
 #include "frame/MWAppDelegateBase.h"
 
 #include "platform/Alerts.h"
-#include "prefs/MWPhoneHome.h"
 #include "prefs/MyPrefToolbarDelegate.h"
-#include "tests/fakes/FakeBackgroundQueue.h"
 #include "tests/fakes/FakePlatform.h"
-#include "tests/fakes/FakePropertyListLoader.h"
 #include "tests/fakes/FakeTabView.h"
 #include "tests/fakes/FakeToolbar.h"
 #include "tests/fakes/FakeWindow.h"
+#include "tests/prefs/SharedChecker.h"
 
 #include <gtest/gtest.h>
 
@@ -95,16 +93,19 @@ TEST_F(AppDelegateBase, leavesTheUpdateOutOfABuildThatDoesNotCheck) {
 }
 
 TEST_F(AppDelegateBase, checksForUpdatesFromTheMenu) {
-    // The shared checker outlives this test, so do its ports.
-    static FakePlatform platform;
-    static FakeBackgroundQueue background;
-    static FakePropertyListLoader loader;
-    MWPhoneHome::setSharedPorts({platform.alerts, background, platform.clock, platform.defaults, platform.mainQueue,
-                                 loader, platform.workspace, platform.supportUtility});
+    SharedChecker& shared = SharedChecker::idle();
     delegate.adjustBeforeFinishingLaunching();
     fake.menus.applicationMenu()[1].action(nullptr);
-    EXPECT_EQ(background.queuedCount(), 1U);
-    EXPECT_TRUE(MWPhoneHome::sharedPhoneHome().isChekingUpdateSystem());
+    EXPECT_EQ(shared.background.queuedCount(), 1U);
+    EXPECT_TRUE(shared.checker().isChekingUpdateSystem());
+    // The check that tells in any case, also on the day of the last one.
+    shared.finishCheck();
+    ASSERT_EQ(shared.platform.alerts.shown().size(), 1U);
+    EXPECT_TRUE(shared.platform.alerts.shown()[0].alert.messageText.endsWith(
+        QStringLiteral("was not able to connect to the Varnel server")));
+    shared.platform.defaults.setObject(shared.platform.clock.now(), QStringLiteral("lastCheckDateForUpdate"));
+    fake.menus.applicationMenu()[1].action(nullptr);
+    EXPECT_EQ(shared.background.queuedCount(), 1U);
 }
 
 TEST_F(AppDelegateBase, keepsThePreferencesOutOfTheWindowMenu) {
@@ -133,12 +134,28 @@ TEST_F(AppDelegateBase, centresThePreferencesOnlyWhenTheyAreNotVisible) {
 }
 
 TEST_F(AppDelegateBase, opensThePreferencesAtAPane) {
-    delegate.openPreferencesAtTab(1);
-    EXPECT_EQ(tabView.selected(), 1);
     const ActionSender general{0};
-    delegate.openPreferencesAtSenderTagTab(&general);
-    EXPECT_EQ(tabView.selected(), 0);
-    EXPECT_EQ(prefWindow.raised(), 2);
+    const ActionSender update{1};
+    int raised = 0;
+    for (const auto& [sender, tab] : {std::pair{&update, 1}, std::pair{&general, 0}, std::pair{&update, 1}}) {
+        delegate.openPreferencesAtSenderTagTab(sender);
+        EXPECT_EQ(tabView.selected(), tab);
+        EXPECT_EQ(prefWindow.title(), tab == 1 ? QStringLiteral("Update") : QStringLiteral("General"));
+        EXPECT_EQ(prefWindow.raised(), ++raised);
+    }
+    for (const int tab : {0, 1, 0}) {
+        delegate.openPreferencesAtTab(tab);
+        EXPECT_EQ(tabView.selected(), tab);
+        EXPECT_EQ(prefWindow.raised(), ++raised);
+    }
+    EXPECT_EQ(prefWindow.centered(), 1) << "only while they are not visible";
+}
+
+TEST_F(AppDelegateBase, opensThePreferencesAtThePaneThatWasShownLast) {
+    delegate.openPreferencesAtTab(1);
+    prefWindow.close();
+    delegate.openPreferences();
+    EXPECT_EQ(tabView.selected(), 1);
 }
 
 TEST_F(AppDelegateBase, forwardsTheSupportActions) {
@@ -198,6 +215,8 @@ TEST_F(AppDelegateBase, showsTheOpenDialogAtOnceForActionTwo) {
 }
 
 TEST_F(AppDelegateBase, doesNothingForAnUnknownAction) {
+    chooseStartupDocument();
+    fake.journal.clear();
     for (const int tag : {4, -1, 1000}) {
         set(u"StartupActionTag", tag);
         delegate.executeDocumentStartupAsInPref();
@@ -205,6 +224,8 @@ TEST_F(AppDelegateBase, doesNothingForAnUnknownAction) {
     EXPECT_TRUE(fake.timers.scheduled().empty());
     EXPECT_TRUE(fake.alerts.shown().empty());
     EXPECT_EQ(fake.mainQueue.queuedCount(), 0U);
+    EXPECT_TRUE(fake.journal.entries().isEmpty()) << "no document, no dialog, no access";
+    EXPECT_EQ(stateLine(), QString());
 }
 
 TEST_F(AppDelegateBase, opensTheChosenDocumentUnderAccessThatEndsWithTheOpening) {
@@ -255,6 +276,71 @@ TEST_F(AppDelegateBase, tellsThatADeletedDocumentCannotBeReachedAndCallsItSpecif
     EXPECT_EQ(stateLine(), QStringLiteral("Not valid bookmark. Please re-select"));
     EXPECT_EQ(delegate.StartupDocSpecified(), Boxed(true));
     EXPECT_EQ(prefWindow.raised(), 0) << "Cancel opens nothing";
+}
+
+TEST_F(AppDelegateBase, tellsThatAccessToTheDocumentIsRefused) {
+    chooseStartupDocument();
+    fake.bookmarks.refuseAccess();
+    fake.journal.clear();
+    fake.alerts.answerNextModal(kAlertFirstButtonReturn);
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_EQ(lastAlert().messageText,
+              QStringLiteral("The system is negating the access to the document selected to be opened at startup"));
+    EXPECT_EQ(stateLine(), QStringLiteral("Not valid bookmark. Please re-select"));
+    EXPECT_EQ(delegate.StartupDocSpecified(), Boxed(true));
+    EXPECT_EQ(prefWindow.raised(), 1);
+    EXPECT_TRUE(fake.journal.entries().isEmpty()) << "nothing is opened";
+}
+
+TEST_F(AppDelegateBase, takesNoDocumentEverChosenForOneThatCannotBeReached) {
+    set(u"StartupActionTag", 3);
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_EQ(fake.mainQueue.queuedCount(), 0U) << "a missing path is not the empty path";
+    EXPECT_EQ(lastAlert().messageText,
+              QStringLiteral("The system is negating the access to the document selected to be opened at startup"));
+    EXPECT_EQ(delegate.StartupDocSpecified(), Boxed(true));
+}
+
+TEST_F(AppDelegateBase, opensTheDocumentOfItsBookmarkWithoutAPath) {
+    chooseStartupDocument();
+    set(u"StartupSelectedDocPath", {});
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_TRUE(journalHas(QStringLiteral("open document ") + kDocument + QStringLiteral(" with display")));
+    EXPECT_TRUE(fake.alerts.shown().empty());
+}
+
+TEST_F(AppDelegateBase, storesAPathThatIsMissing) {
+    chooseStartupDocument();
+    set(u"StartupSelectedDocPath", {});
+    delegate.showInFinderStartupDoc();
+    EXPECT_EQ(get(u"StartupSelectedDocPath"), Boxed(kDocument));
+    set(u"StartupSelectedDocPath", {});
+    delegate.testOpenStartupDoc();
+    EXPECT_EQ(get(u"StartupSelectedDocPath"), Boxed(kDocument));
+}
+
+TEST_F(AppDelegateBase, tellsAServiceNothingOfAnUnspecifiedDocument) {
+    set(u"StartupActionTag", 3);
+    set(u"StartupSelectedDocPath", QStringLiteral(""));
+    delegate.setUsingAServices(true);
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_EQ(fake.mainQueue.queuedCount(), 0U);
+    EXPECT_EQ(stateLine(), QString());
+    EXPECT_EQ(delegate.StartupDocSpecified(), Boxed(true));
+}
+
+TEST_F(AppDelegateBase, saysThatTheDocumentIsUnspecifiedBeforeItAsks) {
+    set(u"StartupActionTag", 3);
+    set(u"StartupSelectedDocPath", QStringLiteral(""));
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_EQ(stateLine(), QString()) << "once launch has finished";
+    fake.alerts.setModalHandler([this] {
+        EXPECT_EQ(stateLine(), kPleaseSelect);
+        EXPECT_EQ(delegate.StartupDocSpecified(), Boxed(false));
+    });
+    fake.mainQueue.runAll();
+    EXPECT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(prefWindow.raised(), 0) << "dismissed";
 }
 
 TEST_F(AppDelegateBase, opensAMovedDocumentAndSaysThatItsBookmarkIsStale) {

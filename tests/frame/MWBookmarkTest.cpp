@@ -69,11 +69,43 @@ TEST_F(MWBookmarkTest, creationThatYieldsNeitherBytesNorErrorGivesNil) {
 }
 
 TEST_F(MWBookmarkTest, bookmarkResolvesToItsItem) {
-    for (const auto& made : createAll(folder)) {
+    for (const auto& made : {bookmark.bookmarkForURL_RO(folder), bookmark.bookmarkForURL_RW(folder)}) {
         bool isStale = true;
         EXPECT_EQ(bookmark.urlForBookmark(made, &isStale), folder);
         EXPECT_FALSE(isStale);
     }
+}
+
+TEST_F(MWBookmarkTest, documentScopedBookmarkResolvesWithItsDocument) {
+    for (const auto& made :
+         {bookmark.docBookmarkForURL_RO(folder, document), bookmark.docBookmarkForURL_RW(folder, document)}) {
+        bool isStale = true;
+        EXPECT_EQ(bookmark.urlForDocBookmark(made, document, &isStale), folder);
+        EXPECT_FALSE(isStale);
+        EXPECT_FALSE(bookmark.urlForBookmark(made, &isStale)) << "not without it";
+        EXPECT_FALSE(isStale);
+    }
+}
+
+TEST_F(MWBookmarkTest, documentScopedBookmarkOfAMovedItemIsStale) {
+    const auto made = bookmark.docBookmarkForURL_RW(folder, document);
+    files.move(u"/texts"_s, u"/archive/texts"_s);
+    bool isStale = false;
+    EXPECT_EQ(bookmark.urlForDocBookmark(made, document, &isStale), QUrl::fromLocalFile(u"/archive/texts"_s));
+    EXPECT_TRUE(isStale);
+}
+
+TEST_F(MWBookmarkTest, documentScopedBookmarkKeepsItsMode) {
+    bool isStale = false;
+    const auto readOnly =
+        bookmark.urlForDocBookmark(bookmark.docBookmarkForURL_RO(folder, document), document, &isStale);
+    ASSERT_TRUE(readOnly && store.startAccessingSecurityScopedResource(*readOnly));
+    EXPECT_FALSE(files.writeToFileAtomically("text", u"/texts/a.txt"_s));
+    store.stopAccessingSecurityScopedResource(*readOnly);
+    const auto readWrite =
+        bookmark.urlForDocBookmark(bookmark.docBookmarkForURL_RW(folder, document), document, &isStale);
+    ASSERT_TRUE(readWrite && store.startAccessingSecurityScopedResource(*readWrite));
+    EXPECT_TRUE(files.writeToFileAtomically("text", u"/texts/a.txt"_s));
 }
 
 TEST_F(MWBookmarkTest, resolutionAsksForSecurityScopeAndNothingElse) {
@@ -129,10 +161,11 @@ TEST_F(MWBookmarkTest, deletedItemGivesNil) {
 
 TEST_F(MWBookmarkTest, urlBesideAnErrorGivesNil) {
     const auto made = bookmark.bookmarkForURL_RW(folder);
+    const auto madeForDocument = bookmark.docBookmarkForURL_RW(folder, document);
     store.fail(FakeBookmarkStore::Failure::errorBesideResult);
     bool isStale = false;
     EXPECT_FALSE(bookmark.urlForBookmark(made, &isStale));
-    EXPECT_FALSE(bookmark.urlForDocBookmark(made, document, &isStale));
+    EXPECT_FALSE(bookmark.urlForDocBookmark(madeForDocument, document, &isStale));
 }
 
 TEST_F(MWBookmarkTest, resolutionThatYieldsNeitherUrlNorErrorGivesNil) {

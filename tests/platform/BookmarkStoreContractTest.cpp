@@ -21,17 +21,17 @@ protected:
 
     QString at(const char16_t* name) const { return world_.root() + u'/' + QString::fromUtf16(name); }
     BookmarkStore& store() { return world_.bookmarkStore; }
-    std::optional<QByteArray> make(const QUrl& url, std::uint32_t options = kReadWrite) {
+    std::optional<QByteArray> make(const QUrl& url, std::uint32_t options = kReadWrite,
+                                   const std::optional<QUrl>& document = std::nullopt) {
         std::optional<PlatformError> error;
-        auto bookmark = store().bookmarkData(url, options,
-                                             {UrlResourceKey::path, UrlResourceKey::name, UrlResourceKey::isDirectory},
-                                             std::nullopt, &error);
+        auto bookmark = store().bookmarkData(
+            url, options, {UrlResourceKey::path, UrlResourceKey::name, UrlResourceKey::isDirectory}, document, &error);
         return error ? std::nullopt : bookmark;
     }
-    Resolved resolve(const QByteArray& bookmark) {
+    Resolved resolve(const QByteArray& bookmark, const std::optional<QUrl>& document = std::nullopt) {
         Resolved resolved;
         std::optional<PlatformError> error;
-        resolved.url = store().resolveBookmarkData(bookmark, kBookmarkResolutionWithSecurityScope, std::nullopt,
+        resolved.url = store().resolveBookmarkData(bookmark, kBookmarkResolutionWithSecurityScope, document,
                                                    &resolved.isStale, &error);
         resolved.hasError = error.has_value();
         return resolved;
@@ -106,6 +106,53 @@ TYPED_TEST(BookmarkStoreContract, aDeletedItemIsAnErrorAndNotStale) {
     EXPECT_FALSE(resolved.url.has_value());
     EXPECT_FALSE(resolved.isStale);
     EXPECT_TRUE(resolved.hasError);
+}
+
+TYPED_TEST(BookmarkStoreContract, aDocumentScopedBookmarkResolvesWithItsDocument) {
+    this->world_.addFile(this->at(u"Job/letter.doc"), "d");
+    this->world_.addFile(this->at(u"Job/parts/picture"), "p");
+    this->world_.addFile(this->at(u"elsewhere"), "e");
+    const QUrl document = QUrl::fromLocalFile(this->at(u"Job/letter.doc"));
+    for (const char16_t* item : {u"Job/parts/picture", u"elsewhere"}) {
+        const auto bookmark = this->make(QUrl::fromLocalFile(this->at(item)), kReadWrite, document);
+        ASSERT_TRUE(bookmark.has_value());
+        const auto resolved = this->resolve(*bookmark, document);
+        ASSERT_TRUE(resolved.url.has_value());
+        EXPECT_EQ(resolved.url->toLocalFile(), this->at(item));
+        EXPECT_FALSE(resolved.isStale);
+        EXPECT_FALSE(resolved.hasError);
+    }
+}
+
+TYPED_TEST(BookmarkStoreContract, aDocumentScopedBookmarkFollowsItsMovedDocument) {
+    this->world_.addFile(this->at(u"Job/letter.doc"), "d");
+    this->world_.addFile(this->at(u"Job/parts/picture"), "p");
+    const auto bookmark = this->make(QUrl::fromLocalFile(this->at(u"Job/parts/picture")), kReadWrite,
+                                     QUrl::fromLocalFile(this->at(u"Job/letter.doc")));
+    this->world_.move(this->at(u"Job"), this->at(u"Done"));
+    const auto resolved = this->resolve(bookmark.value(), QUrl::fromLocalFile(this->at(u"Done/letter.doc")));
+    ASSERT_TRUE(resolved.url.has_value());
+    EXPECT_EQ(resolved.url->toLocalFile(), this->at(u"Done/parts/picture"));
+    EXPECT_TRUE(resolved.isStale);
+}
+
+TYPED_TEST(BookmarkStoreContract, aBookmarkOfTheOtherScopeIsAnErrorAndNotStale) {
+    this->world_.addFile(this->at(u"letter.doc"), "d");
+    const QUrl document = QUrl::fromLocalFile(this->at(u"letter.doc"));
+    const auto ofDocument = this->make(document, kReadWrite, document);
+    const auto ofProgram = this->make(document);
+    for (const auto& resolved : {this->resolve(ofDocument.value()), this->resolve(ofProgram.value(), document)}) {
+        EXPECT_FALSE(resolved.url.has_value());
+        EXPECT_FALSE(resolved.isStale);
+        EXPECT_TRUE(resolved.hasError);
+    }
+}
+
+TYPED_TEST(BookmarkStoreContract, aDocumentThatIsNoFileHasNoBookmarks) {
+    this->world_.addFile(this->at(u"letter.doc"), "d");
+    EXPECT_FALSE(this->make(QUrl::fromLocalFile(this->at(u"letter.doc")), kReadWrite,
+                            QUrl(QStringLiteral("https://example.org/letter.doc")))
+                     .has_value());
 }
 
 TYPED_TEST(BookmarkStoreContract, accessStartsOnlyWhereAnItemStands) {

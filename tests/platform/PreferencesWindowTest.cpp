@@ -11,6 +11,8 @@
 #include "tests/fakes/FakeDefaults.h"
 #include "tests/platform/Waiting.h"
 #include "util/ComparisonTransformers.h"
+#include "util/NumberTransformers.h"
+#include "util/StringTransformers.h"
 
 #include <QAction>
 #include <QApplication>
@@ -166,12 +168,24 @@ protected:
         store_.setObject(true, QStringLiteral("notifyUpdate"));
     }
     PreferencesBindings::Transforms transforms() const {
-        return {[this](const Boxed& value) { return valueIs1_.transformedValue(value); },
-                [this](const Boxed& value) { return valueIs1_.reverseTransformedValue(value); },
-                [this](const Boxed& value) { return valueIsNot1_.transformedValue(value); },
-                [](const Boxed& value) {
-                    return value.data() && !value.data()->isEmpty() ? Boxed(QStringLiteral("/moved/here")) : Boxed();
-                }};
+        PreferencesBindings::Transforms transforms;
+        transforms.valueIs1 = [this](const Boxed& value) { return valueIs1_.transformedValue(value); };
+        transforms.valueIs1Reversed = [this](const Boxed& value) { return valueIs1_.reverseTransformedValue(value); };
+        transforms.valueIsNot1 = [this](const Boxed& value) { return valueIsNot1_.transformedValue(value); };
+        transforms.valueNot0 = [this](const Boxed& value) { return valueNot0_.transformedValue(value); };
+        transforms.b2p = [](const Boxed& value) {
+            return value.data() && !value.data()->isEmpty() ? Boxed(QStringLiteral("/moved/here")) : Boxed();
+        };
+        transforms.MWNumberBoolToNumberNum = [](const Boxed& value) {
+            return MWNumberBoolToNumberNum().transformedValue(value);
+        };
+        transforms.MWNumberBoolToNumberNumReversed = [](const Boxed& value) {
+            return MWNumberBoolToNumberNum().reverseTransformedValue(value);
+        };
+        transforms.MWFilledTrimmedString = [](const Boxed& value) {
+            return MWFilledTrimmedString().transformedValue(value);
+        };
+        return transforms;
     }
     PreferencesBindings::Actions actions() {
         PreferencesBindings::Actions actions;
@@ -198,6 +212,7 @@ protected:
 
     MWValueIsEqualToRef valueIs1_{1};
     MWValueNotEqualToRef valueIsNot1_{1};
+    MWValueNotEqualToRef valueNot0_{0};
     QStringList called_;
     FakeDefaults store_;
     ObservedDefaults defaults_{store_};

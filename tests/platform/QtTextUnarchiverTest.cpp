@@ -1,4 +1,4 @@
-// Strings out of keyed archives.
+// Strings out of archives, keyed and unkeyed.
 #include "platform/qt/QtTextUnarchiver.h"
 
 #include "tests/platform/BinaryListWriter.h"
@@ -102,6 +102,118 @@ TEST(QtTextUnarchiver, referencesInACircleEnd) {
 TEST(QtTextUnarchiver, anArchiveCutOffAnywhereIsNone) {
     for (qsizetype length = 0; length < kArchivedText.size(); ++length)
         EXPECT_EQ(QtTextUnarchiver().stringOfArchivedText(kArchivedText.left(length)), std::nullopt) << length;
+}
+
+// The unkeyed form, put together by hand.
+
+QByteArray counted(const QByteArray& bytes) {
+    return char(bytes.size()) + bytes;
+}
+QByteArray newName(const QByteArray& name) {
+    return "\x84" + counted(name);
+}
+QByteArray newClass(const QByteArray& name, char version = 0) {
+    return "\x84" + newName(name) + version;
+}
+const QByteArray kHeader = "\x04" + counted("streamtyped") + "\x81\xE8\x03";
+const QByteArray kNewObject = "\x84";
+const QByteArray kNoClassAbove = "\x85";
+const QByteArray kEnd = "\x86";
+/// What is named again by its number, counted from 0.
+QByteArray number(int index) {
+    return QByteArray(1, static_cast<char>(index - 110));
+}
+
+const QByteArray kUnkeyedString = kHeader + newName("@") + kNewObject + newClass("NSMutableString", 1) +
+                                  newClass("NSString", 1) + newClass("NSObject") + kNoClassAbove + newName("+") +
+                                  counted("Gr\xC3\xBC\xC3\x9F"
+                                          "e \xF0\x9F\x98\x80") +
+                                  kEnd;
+/// Names 0 to 2: "@" and the root's two classes. Objects 0 to 2: the root and its classes.
+const QByteArray kStyledBeginning =
+    kHeader + newName("@") + kNewObject + newClass("NSAttributedString") + newClass("NSObject") + kNoClassAbove;
+const QByteArray kUnkeyedStyledText = kStyledBeginning + number(0) + kNewObject + newClass("NSString", 1) + number(2) +
+                                      newName("+") + counted("styled") + kEnd + "attributes and whatever else";
+
+std::optional<QString> unkeyed(const QByteArray& archive) {
+    return QtTextUnarchiver().stringOfArchivedText(archive);
+}
+
+TEST(UnkeyedArchive, readsAPlainString) {
+    EXPECT_EQ(unkeyed(kUnkeyedString), QStringLiteral("Gr\u00FC\u00DFe \U0001F600"));
+}
+
+TEST(UnkeyedArchive, readsTheCharactersOfStyledText) {
+    EXPECT_EQ(unkeyed(kUnkeyedStyledText), QStringLiteral("styled"));
+}
+
+TEST(UnkeyedArchive, readsLongStringsInBothOrdersOfBytes) {
+    const QByteArray text(300, 'x');
+    const QByteArray root = newName("@") + kNewObject + newClass("NSString", 1) + kNoClassAbove + newName("+");
+    const QByteArray bigHeader = "\x04" + counted("typedstream") + "\x81\x03\xE8";
+    EXPECT_EQ(unkeyed(kHeader + root + "\x81\x2C\x01" + text + kEnd), QString::fromLatin1(text));
+    EXPECT_EQ(unkeyed(bigHeader + root + "\x81\x01\x2C" + text + kEnd), QString::fromLatin1(text));
+    EXPECT_EQ(unkeyed(kHeader + root + QByteArray("\x82\x2C\x01\0\0", 5) + text + kEnd), QString::fromLatin1(text));
+    EXPECT_EQ(unkeyed(bigHeader + root + QByteArray("\x82\0\0\x01\x2C", 5) + text + kEnd), QString::fromLatin1(text));
+    EXPECT_EQ(unkeyed(kHeader + root + QByteArray("\x82\xFF\xFF\xFF\xFF", 5) + text + kEnd), std::nullopt);
+}
+
+TEST(UnkeyedArchive, keepsAnEmptyStringAndALeadingByteOrderMark) {
+    const QByteArray root =
+        kHeader + newName("@") + kNewObject + newClass("NSString", 1) + kNoClassAbove + newName("+");
+    EXPECT_EQ(unkeyed(root + counted("") + kEnd), QString(QLatin1String("")));
+    EXPECT_EQ(unkeyed(root + counted("\xEF\xBB\xBFx") + kEnd), QStringLiteral("\uFEFFx"));
+}
+
+TEST(UnkeyedArchive, namesWhatWasWrittenBeforeByItsNumberHoweverManyThereAre) {
+    // The string's class is number 299 of the row, behind the root, its class and 297 others.
+    QByteArray archive = kHeader + newName("@") + kNewObject + newClass("NSAttributedString");
+    for (int i = 0; i < 297; ++i)
+        archive += newClass("A");
+    archive += newClass("NSString", 1) + kNoClassAbove + number(0) + kNewObject;
+    const QByteArray characters = newName("+") + counted("far") + kEnd;
+    EXPECT_EQ(unkeyed(archive + QByteArray("\x81\xBD\0", 3) + characters), QStringLiteral("far")) << "299 - 110";
+    EXPECT_EQ(unkeyed(archive + QByteArray("\x82\xBD\0\0\0", 5) + characters), QStringLiteral("far"));
+    EXPECT_EQ(unkeyed(archive + QByteArray("\x81\xBF\0", 3) + characters), std::nullopt) << "not written yet";
+}
+
+TEST(UnkeyedArchive, answersNothingForOtherRoots) {
+    const QByteArray string = newClass("NSString", 1) + kNoClassAbove;
+    const QByteArray characters = newName("+") + counted("x") + kEnd;
+    const QByteArray type = kHeader + newName("@");
+    ASSERT_TRUE(unkeyed(type + kNewObject + string + characters).has_value());
+    EXPECT_EQ(unkeyed(type + kNewObject + newClass("NSData") + kNoClassAbove + characters), std::nullopt);
+    EXPECT_EQ(unkeyed(type + "\x85"), std::nullopt) << "nil";
+    EXPECT_EQ(unkeyed(type + kNewObject + kNoClassAbove + characters), std::nullopt) << "no class";
+    EXPECT_EQ(unkeyed(type + kNewObject + number(1) + characters), std::nullopt) << "an object as class";
+    EXPECT_EQ(unkeyed(type + kNewObject + newClass("NSString", 1) + number(1) + characters), std::nullopt)
+        << "a class above itself";
+    EXPECT_EQ(unkeyed(type + kNewObject + string + newName("i") + counted("x") + kEnd), std::nullopt) << "an integer";
+    EXPECT_EQ(unkeyed(type + kNewObject + string + newName("+") + counted("x") + "\x85"), std::nullopt) << "no end";
+    EXPECT_EQ(unkeyed(type + kNewObject + string + newName("+") + counted("\xFF") + kEnd), std::nullopt) << "no UTF-8";
+    EXPECT_EQ(unkeyed(kHeader + newName("*") + kNewObject + string + characters), std::nullopt);
+    EXPECT_EQ(unkeyed(kStyledBeginning + number(0) + kNewObject + number(1) + characters), std::nullopt)
+        << "styled text within styled text";
+}
+
+TEST(UnkeyedArchive, cutOffAnywhereIsNone) {
+    for (qsizetype length = 0; length < kUnkeyedString.size(); ++length) {
+        // The rest still stands behind it in memory, for whoever looks too far.
+        EXPECT_EQ(unkeyed(QByteArray::fromRawData(kUnkeyedString.constData(), length)), std::nullopt) << length;
+    }
+}
+
+TEST(UnkeyedArchive, noChangedByteIsTooMuchForIt) {
+    for (const QByteArray& archive : {kUnkeyedString, kUnkeyedStyledText}) {
+        for (qsizetype at = 0; at < archive.size(); ++at) {
+            for (int byte = 0; byte < 256; ++byte) {
+                QByteArray changed = archive;
+                changed[at] = static_cast<char>(byte);
+                const auto text = unkeyed(changed);
+                EXPECT_TRUE(!text || text->size() <= archive.size());
+            }
+        }
+    }
 }
 
 } // namespace

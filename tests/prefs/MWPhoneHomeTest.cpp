@@ -322,11 +322,57 @@ TEST_F(PhoneHome, opensWhateverTheListSaysAlsoNothing) {
 }
 
 TEST_F(PhoneHome, canBeConfiguredAgain) {
-    phoneHome.SetValueAppRelease(20000, QStringLiteral("Other"), mirror(9), mirror(2), mirror(3), mirror(4));
+    phoneHome.SetValueAppRelease(20000, QStringLiteral("Other"), mirror(9), mirror(8), mirror(7), mirror(6));
     EXPECT_EQ(phoneHome.myAppRelease(), Boxed(20000));
     EXPECT_EQ(phoneHome.myAppName(), QStringLiteral("Other"));
     EXPECT_EQ(phoneHome.myPlistUrl1(), mirror(9));
-    EXPECT_EQ(phoneHome.myPlistUrl4(), mirror(4));
+    EXPECT_EQ(phoneHome.myPlistUrl2(), mirror(8));
+    EXPECT_EQ(phoneHome.myPlistUrl3(), mirror(7));
+    EXPECT_EQ(phoneHome.myPlistUrl4(), mirror(6));
+    EXPECT_FALSE(phoneHome.getDictionaryFromTheNet().has_value());
+    EXPECT_EQ(loader.asked(), (QStringList{mirror(9), mirror(8), mirror(7), mirror(6)}));
+}
+
+TEST_F(PhoneHome, storesTheDateBeforeItTellsAndIsCheckingUntilTheAlertIsClosed) {
+    for (const std::int64_t latest : {10600, 10501}) {
+        loader.serve(mirror(1), releaseList(latest));
+        fake.defaults.setObject({}, kLastCheck);
+        const int synchronized = fake.defaults.synchronizedCount();
+        const std::size_t before = alertCount();
+        fake.alerts.setModalHandler([&] {
+            EXPECT_EQ(lastCheck().date(), now);
+            EXPECT_EQ(fake.defaults.synchronizedCount(), synchronized + 1);
+            EXPECT_TRUE(phoneHome.isChekingUpdateSystem());
+            phoneHome.checkForLastReleaseAvailableWithNotify();
+            EXPECT_EQ(background.queuedCount(), 0U) << "no second check under the alert";
+        });
+        phoneHome.checkForLastReleaseAvailableWithNotify();
+        finish();
+        EXPECT_EQ(alertCount(), before + 1);
+        EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
+    }
+}
+
+TEST_F(PhoneHome, isCheckingUntilTheAlertOfAFailureIsClosed) {
+    fake.alerts.setModalHandler([&] { EXPECT_TRUE(phoneHome.isChekingUpdateSystem()); });
+    phoneHome.checkForLastReleaseAvailableWithNotify();
+    finish();
+    EXPECT_EQ(alertCount(), 1U);
+    EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
+}
+
+TEST_F(PhoneHome, eachResultAlertEndsTheCheckItself) {
+    // deliberate: the operations clear the guard, whoever calls them.
+    const auto list = releaseList(10600);
+    phoneHome.setIsChekingUpdateSystem(true);
+    phoneHome.notifyAboutUpdateAvailable(list);
+    EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
+    phoneHome.setIsChekingUpdateSystem(true);
+    phoneHome.notifyAboutYourAppIsLastAvailable(list);
+    EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
+    phoneHome.setIsChekingUpdateSystem(true);
+    phoneHome.notifyAboutFailedChechForUpdate();
+    EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
 }
 
 TEST_F(PhoneHome, isSharedByTheWholeProcess) {

@@ -6,6 +6,7 @@
 #include "util/BookmarkTransformers.h"
 #include "util/CollectionTransformers.h"
 #include "util/ComparisonTransformers.h"
+#include "util/MWDateTagElaborated.h"
 #include "util/MWImgData.h"
 #include "util/MWUnarchivieFromDataToText.h"
 #include "util/NumberTransformers.h"
@@ -13,6 +14,8 @@
 #include "util/StringTransformers.h"
 
 #include <gtest/gtest.h>
+
+#include <typeinfo>
 
 namespace quillow {
 
@@ -258,19 +261,96 @@ TEST(MWUnarchivieFromDataToText, givesThePlainString) {
     EXPECT_TRUE(transformer.transformedValue({}).isNil());
 }
 
-TEST(ValueTransformerRegistry, findsEveryStandardTransformerByItsClassName) {
+struct StandardTransformers : testing::Test {
+    StandardTransformers() { registerStandardTransformers(registry, store, clock, codec, unarchiver); }
+    [[nodiscard]] std::shared_ptr<const MWValueTransformer> named(const char16_t* name) const {
+        return registry.valueTransformerForName(QString::fromUtf16(name));
+    }
+
     ScriptedBookmarkStore store;
     const ScriptedImageCodec codec;
     const ScriptedTextUnarchiver unarchiver;
-    ValueTransformerRegistry registry;
     const FakeClock clock;
-    registerStandardTransformers(registry, store, clock, codec, unarchiver);
-    for (const char16_t* name :
-         {u"MWImgData", u"MWIntToBool", u"MWNegateIntToBool", u"MWOneIfOneInArray", u"MWPathFromBookmark",
-          u"MWNameFromBookmark", u"MW1IfNot0", u"MWNumberBoolToNumberNum", u"MWHeightForFontSize",
-          u"MWUnarchivieFromDataToText", u"MWEmptyTrimmedString", u"MWFilledTrimmedString", u"MWDateTagElaborated"})
-        EXPECT_NE(registry.valueTransformerForName(QString::fromUtf16(name)), nullptr)
-            << QString::fromUtf16(name).toStdString();
+    ValueTransformerRegistry registry;
+};
+
+/// What a transformer's class fixes.
+struct ClassFacts {
+    const char16_t* name;
+    const std::type_info& type;
+    ValueClass valueClass;
+    bool allowsReverse;
+};
+
+const ClassFacts kClasses[] = {
+    {u"MW1IfNot0", typeid(MW1IfNot0), ValueClass::number, false},
+    {u"MWDateTagElaborated", typeid(MWDateTagElaborated), ValueClass::string, false},
+    {u"MWEmptyTrimmedString", typeid(MWEmptyTrimmedString), ValueClass::number, false},
+    {u"MWFilledTrimmedString", typeid(MWFilledTrimmedString), ValueClass::number, false},
+    {u"MWHeightForFontSize", typeid(MWHeightForFontSize), ValueClass::number, false},
+    {u"MWImgData", typeid(MWImgData), ValueClass::image, true},
+    {u"MWIntToBool", typeid(MWIntToBool), ValueClass::number, true},
+    {u"MWNameFromBookmark", typeid(MWNameFromBookmark), ValueClass::string, false},
+    {u"MWNegateIntToBool", typeid(MWNegateIntToBool), ValueClass::number, true},
+    {u"MWNumberBoolToNumberNum", typeid(MWNumberBoolToNumberNum), ValueClass::number, true},
+    {u"MWOneIfOneInArray", typeid(MWOneIfOneInArray), ValueClass::number, true},
+    {u"MWPathFromBookmark", typeid(MWPathFromBookmark), ValueClass::string, false},
+    {u"MWReturnInitStr", typeid(MWReturnInitStr), ValueClass::string, false},
+    {u"MWUnarchivieFromDataToText", typeid(MWUnarchivieFromDataToText), ValueClass::string, false},
+    {u"MWValueIsEqualToRef", typeid(MWValueIsEqualToRef), ValueClass::number, true},
+    {u"MWValueIsEqualToStr", typeid(MWValueIsEqualToStr), ValueClass::string, false},
+    {u"MWValueIsGreaterOfRef", typeid(MWValueIsGreaterOfRef), ValueClass::number, false},
+    {u"MWValueIsInArray", typeid(MWValueIsInArray), ValueClass::number, false},
+    {u"MWValueIsInSet", typeid(MWValueIsInSet), ValueClass::number, false},
+    {u"MWValueIsSmallerOfRef", typeid(MWValueIsSmallerOfRef), ValueClass::number, false},
+    {u"MWValueMultipliedBy", typeid(MWValueMultipliedBy), ValueClass::number, false},
+    {u"MWValueNotEqualToRef", typeid(MWValueNotEqualToRef), ValueClass::number, false},
+};
+
+TEST_F(StandardTransformers, areFoundByTheirClassNames) {
+    for (const ClassFacts& facts : kClasses) {
+        const auto transformer = named(facts.name);
+        ASSERT_NE(transformer, nullptr) << QString::fromUtf16(facts.name).toStdString();
+        const MWValueTransformer& found = *transformer;
+        EXPECT_EQ(typeid(found), facts.type) << QString::fromUtf16(facts.name).toStdString();
+    }
+}
+
+TEST_F(StandardTransformers, declareTheClassOfTheirValuesAndWhetherTheyReverse) {
+    for (const ClassFacts& facts : kClasses) {
+        const auto transformer = named(facts.name);
+        ASSERT_NE(transformer, nullptr) << QString::fromUtf16(facts.name).toStdString();
+        EXPECT_EQ(transformer->transformedValueClass(), facts.valueClass)
+            << QString::fromUtf16(facts.name).toStdString();
+        EXPECT_EQ(transformer->allowsReverseTransformation(), facts.allowsReverse)
+            << QString::fromUtf16(facts.name).toStdString();
+    }
+}
+
+TEST_F(StandardTransformers, giveNilBackwardsWhereTheyDoNotReverse) {
+    store.url = QUrl::fromLocalFile(QStringLiteral("/home/user/Texts"));
+    const Boxed values[] = {1, 0, true, text(u"text"), QByteArray("archive"), Boxed::Array{1}, Boxed()};
+    for (const ClassFacts& facts : kClasses) {
+        if (facts.allowsReverse) continue;
+        for (const Boxed& value : values)
+            EXPECT_TRUE(named(facts.name)->reverseTransformedValue(value).isNil())
+                << QString::fromUtf16(facts.name).toStdString();
+    }
+}
+
+TEST_F(StandardTransformers, haveNoReferenceUnderTheirClassNames) {
+    EXPECT_EQ(named(u"MWValueIsEqualToRef")->transformedValue(0), Boxed(1));
+    EXPECT_EQ(named(u"MWValueIsEqualToRef")->reverseTransformedValue(true), Boxed(0));
+    EXPECT_EQ(named(u"MWValueNotEqualToRef")->transformedValue(0), Boxed(0));
+    EXPECT_EQ(named(u"MWValueIsGreaterOfRef")->transformedValue(1), Boxed(1));
+    EXPECT_EQ(named(u"MWValueIsGreaterOfRef")->transformedValue(0), Boxed(0));
+    EXPECT_EQ(named(u"MWValueIsSmallerOfRef")->transformedValue(-1), Boxed(1));
+    EXPECT_EQ(named(u"MWValueIsSmallerOfRef")->transformedValue(0), Boxed(0));
+    EXPECT_EQ(named(u"MWValueMultipliedBy")->transformedValue(3), Boxed(0.0F));
+    EXPECT_TRUE(named(u"MWReturnInitStr")->transformedValue(text(u"text")).isNil());
+    EXPECT_EQ(named(u"MWValueIsEqualToStr")->transformedValue(text(u"")), Boxed(false));
+    EXPECT_EQ(named(u"MWValueIsInSet")->transformedValue(0), Boxed(false));
+    EXPECT_EQ(named(u"MWValueIsInArray")->transformedValue(0), Boxed(false));
 }
 
 TEST(ValueTransformerRegistry, answersNullForAnUnknownNameAndTheLastOfTwo) {
