@@ -12,6 +12,8 @@ namespace {
 /// Where a word that has other meanings too is looked for company.
 constexpr std::size_t kWindow = 4096;
 
+constexpr std::string_view kBlanks = " \t\r\n";
+
 /// Words that nothing but RTF has.
 constexpr std::string_view kOfRtfAlone[] = {
     "colortbl",    "dbch",       "fldinst",
@@ -137,7 +139,6 @@ Company companyOf(std::string_view text) {
 } // namespace
 
 bool beginsLikeBody(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
     const auto skipBlanks = [&text] { text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size())); };
     bool isInGroup = false;
     for (skipBlanks(); text.starts_with('{'); skipBlanks()) {
