@@ -75,7 +75,9 @@ void TextCollector::writePending() {
     const std::size_t breaksBefore = started_ ? required_ : 0;
     write(" ");
     line_.removable = sink_.size();
-    if (breaksBefore > 0) betweenBreaks_.push_back({sink_.size() - 1, breaksBefore, 0});
+    const std::size_t place = sink_.size() - 1;
+    if (breaksBefore > 0 || (!betweenBreaks_.empty() && betweenBreaks_.back().end() == place))
+        betweenBreaks_.push_back({place, breaksBefore, 0});
     line_.pending = LineState::Space::none;
     line_.atStart = true; // further collapsible space merges with the written one
 }
@@ -148,10 +150,15 @@ std::string TextCollector::finish() && {
     std::sort(removed_.begin(), removed_.end());
     // Line breaks required before a space taken back and after it have met: the larger count holds.
     const auto spaces = static_cast<std::ptrdiff_t>(removed_.size());
+    std::size_t met = 0; // of the breaks before `end`, nothing but spaces taken back between them
+    std::size_t end = 0;
     for (const Space& space : betweenBreaks_) {
         if (!std::binary_search(removed_.begin(), removed_.begin() + spaces, space.place)) continue;
-        for (std::size_t n = 1; n <= std::min(space.breaksBefore, space.breaksAfter); ++n)
-            removed_.push_back(space.place - n);
+        const std::size_t before = space.place == end ? met : space.breaksBefore;
+        for (std::size_t n = 1; n <= std::min(before, space.breaksAfter); ++n)
+            removed_.push_back(space.place + n);
+        met = std::max(before, space.breaksAfter);
+        end = space.end();
     }
     std::sort(removed_.begin(), removed_.end());
     std::size_t out = removed_.front();

@@ -105,8 +105,10 @@ private:
         std::size_t place;
         std::size_t breaksBefore;
         std::size_t breaksAfter;
+        [[nodiscard]] std::size_t end() const { return place + 1 + breaksAfter; }
     };
-    std::vector<Space> betweenBreaks_; ///< spaces that `writePending` wrote after required line breaks
+    /// Spaces that `writePending` wrote after required line breaks, or where those after such a space end.
+    std::vector<Space> betweenBreaks_;
     std::string heldMarkers_;
 };
 

@@ -62,6 +62,9 @@ constexpr Case kOutOfFlow[] = {
     {"1<b style='position:absolute'>2</b> <p style='float:left'>3</p>", "1\n2\n\n3"},
     {"1<p style='position:absolute'>2</p> <b style='float:left'>3</b><br>4", "1\n\n2\n\n3\n\n4"},
     {"1<b style='position:absolute'>2</b> <b style='float:left'></b><br>4", "1\n2\n\n4"},
+    {"1<div><b style='display:inline-block'><img> <i style='float:left'></i></b> <b style='float:left'>2</b></div>",
+     "1\n2"},
+    {"1<p style='float:left'></p><img> <b style='float:left'></b><p style='float:left'>2</p>", "1\n\n2"},
     // Elements positioned above the page.
     {"1 <dialog open>2</dialog> 3", "1 \n2\n3"},
     {"1 <dialog open style='position:static'>2</dialog> 3", "1\n2\n3"},
