@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# install-packages.sh run|test|fuzz|bench...: installs the Debian packages that building (run), testing (test), fuzzing (fuzz) or
-# measuring (bench) needs. Says nothing when nothing is missing. Uses sudo when it is not root.
+# install-packages.sh run|test|fuzz|bench|mutants...: installs the Debian packages that building (run), testing (test), fuzzing (fuzz),
+# measuring (bench) or trying the tests (mutants) needs. Says nothing when nothing is missing. Uses sudo when it is not root.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev
@@ -8,6 +8,7 @@ build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev l
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0)
 fuzzing=(clang-14 libclang-rt-14-dev)
+mutating=(python3-clang-14 libgtest-dev)
 benching=(libbenchmark-dev libxml2-dev valgrind)
 
 packages=("${build[@]}")
@@ -17,6 +18,7 @@ for what in "$@"; do
         test) packages+=("${testing[@]}") ;;
         fuzz) packages+=("${fuzzing[@]}") ;;
         bench) packages+=("${benching[@]}") ;;
+        mutants) packages+=("${mutating[@]}") ;;
         *) echo "install-packages.sh: unknown set '$what'" >&2; exit 2 ;;
     esac
 done
