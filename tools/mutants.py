@@ -67,8 +67,9 @@ def shares(lines, count, chance):
 def find_all(names, root, tree, arguments, jobs):
     """The sites of each file; parsing is the work of seconds a file."""
     with concurrent.futures.ProcessPoolExecutor(jobs) as pool:
-        jobs = {name: pool.submit(sites.find_sites, name, str(tree / name), (root / name).read_bytes(), arguments[name]) for name in names}
-        return {name: job.result() for name, job in jobs.items()}
+        found = {name: pool.submit(sites.find_sites, name, str(tree / name), (root / name).read_bytes(), arguments[name])
+                 for name in names}
+        return {name: future.result() for name, future in found.items()}
 
 
 def choose(options, root, tree, arguments):
@@ -142,11 +143,13 @@ def report(made, verdicts, equivalents, dropped, output):
     survivors = [(site, verdicts[site.number][1]) for site in made if verdicts[site.number][0] == "survived"]
     explained = [site for site, _ in survivors if site.key in equivalents]
     survivors = [(site, count) for site, count in survivors if site.key not in equivalents]
-    rows = [(f"{site.path}:{site.line}", site.change, "no test reaches it" if count == 0 else f"reached by {count}") for site, count in survivors]
+    rows = [(f"{site.path}:{site.line}", site.change, f"reached by {count}" if count else "no test reaches it")
+            for site, count in survivors]
     widths = [max((len(row[i]) for row in rows), default=0) for i in (0, 1)]
     for row in rows:
         print(f"{row[0]:{widths[0]}}  {row[1]:{widths[1]}}  {row[2]}")
-    output.write_text(json.dumps([{"key": site.key, "line": site.line, "tests": count} for site, count in survivors], indent=1) + "\n")
+    table = [{"key": site.key, "line": site.line, "tests": count} for site, count in survivors]
+    output.write_text(json.dumps(table, indent=1) + "\n")
     killed = sum(1 for outcome, _ in verdicts.values() if outcome != "survived")
     hung = sum(1 for outcome, _ in verdicts.values() if outcome == "hung")
     print(f"made {len(made)}, killed {killed} ({hung} by the time limit), survived {len(survivors)}, "
@@ -181,7 +184,7 @@ def main():
             print(f"{site.path}:{site.line}: {site.change}")
         return 0
     made = write_and_build(copy, root, chosen)
-    runner = runs.Runner(runs.read_cases(copy.build, options.gui), max((s.number for s in chosen), default=0) + 1, options.jobs, say)
+    runner = runs.Runner(runs.read_cases(copy.build, options.gui), len(chosen) + 1, options.jobs, say)
     say(f"running {len(runner.cases)} tests without a mutant")
     runner.measure()
     say(f"running {len(made)} mutants")
@@ -194,7 +197,8 @@ def main():
         say(f"[{len(verdicts)}/{len(made)}] {verdict[0]} {site.path}:{site.line}: {site.change}")
 
     runner.judge_all(by_number, note)
-    report(made, verdicts, read_equivalents(root / "tools/mutants/equivalent.txt"), len(chosen) - len(made), folder / "survivors.json")
+    equivalents = read_equivalents(root / "tools/mutants/equivalent.txt")
+    report(made, verdicts, equivalents, len(chosen) - len(made), folder / "survivors.json")
     return 0
 
 

@@ -33,7 +33,7 @@ const char* doesNotCompile() {
 }
 """
 PROJECT = {
-    "base/Example.h": "int tested(int value);\nint halfTested(int value);\nint reachedByNoTest(int value);\nconst char* doesNotCompile();\n",
+    "base/Example.h": "int tested(int); int halfTested(int); int reachedByNoTest(int); const char* doesNotCompile();\n",
     "base/Example.cpp": SOURCE,
     "base/WordTables.cpp": "int generated() { return 5; }\n",
     "ExampleTest.cpp": """#include "base/Example.h"
@@ -57,7 +57,13 @@ gtest_discover_tests(example_test)
 """,
     "CMakePresets.json": json.dumps({"version": 6, "configurePresets": [
         {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}),
-    "tools/mutants/equivalent.txt": "# Reviewed.\n\nbase/Example.cpp\nreturn value > 5 ? 1 : 0;\n> becomes >= in value > 5\nAn example.\n",
+    "tools/mutants/equivalent.txt": """# Reviewed.
+
+base/Example.cpp
+return value > 5 ? 1 : 0;
+> becomes >= in value > 5
+An example.
+""",
 }
 
 

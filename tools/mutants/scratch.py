@@ -12,7 +12,8 @@ import subprocess
 import sys
 
 LEFT_OUT = {".git", "build", "out", "__pycache__"}
-MENTION = re.compile(r"^(?:\.\./)*(?P<path>[^\s:]+):(?P<line>\d+):(?:\d+:)? (?P<what>error|fatal error|note|warning|  required)", re.M)
+MENTION = re.compile(r"^(?:\.\./)*(?P<path>[^\s:]+):(?P<line>\d+):(?:\d+:)? (?P<what>error|fatal error|note|warning|  required)",
+                     re.M)
 # Read first by every changed source. The warnings are those that changed code earns and the project makes errors.
 SWITCH = """#pragma once
 #pragma GCC diagnostic ignored "-Wall"
@@ -48,8 +49,8 @@ inline bool on(int number) {
 }
 } // namespace mutant
 """
-WARNINGS = """unused-value unused-variable unused-but-set-variable unused-function unused-parameter parentheses conversion sign-conversion
-float-conversion sign-compare bool-compare bool-operation int-in-bool-context type-limits tautological-compare logical-op
+WARNINGS = """unused-value unused-variable unused-but-set-variable unused-function unused-parameter parentheses conversion
+sign-conversion float-conversion sign-compare bool-compare bool-operation int-in-bool-context type-limits tautological-compare logical-op
 extra implicit-fallthrough array-bounds stringop-overflow stringop-overread nonnull return-type dangling-else empty-body
 misleading-indentation shadow maybe-uninitialized uninitialized address null-dereference overflow div-by-zero
 strict-overflow unused-result clobbered free-nonheap-object aggressive-loop-optimizations use-after-free dangling-pointer

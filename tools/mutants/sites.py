@@ -8,13 +8,14 @@ import re
 
 import clang.cindex
 from clang.cindex import CursorKind as Kind
+from clang.cindex import TypeKind as Type
 
 ON = "::mutant::on(%d)"
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "&&": "||", "||": "&&"}
 LITERALS = (Kind.INTEGER_LITERAL, Kind.FLOATING_LITERAL, Kind.CHARACTER_LITERAL, Kind.CXX_BOOL_LITERAL_EXPR, Kind.STRING_LITERAL)
-JUMPS = (Kind.RETURN_STMT, Kind.BREAK_STMT, Kind.CONTINUE_STMT, Kind.GOTO_STMT)
 MOVABLE = (Kind.IF_STMT, Kind.FOR_STMT, Kind.WHILE_STMT, Kind.CXX_FOR_RANGE_STMT)
-FUNCTIONS = (Kind.FUNCTION_DECL, Kind.CXX_METHOD, Kind.CONSTRUCTOR, Kind.DESTRUCTOR, Kind.CONVERSION_FUNCTION, Kind.FUNCTION_TEMPLATE)
+FUNCTIONS = (Kind.FUNCTION_DECL, Kind.FUNCTION_TEMPLATE, Kind.CXX_METHOD, Kind.CONSTRUCTOR, Kind.DESTRUCTOR,
+             Kind.CONVERSION_FUNCTION)
 VARIABLES = (Kind.VAR_DECL, Kind.FIELD_DECL, Kind.PARM_DECL)
 UNTOUCHED = (Kind.ENUM_DECL, Kind.STATIC_ASSERT, Kind.TEMPLATE_NON_TYPE_PARAMETER, Kind.TEMPLATE_TYPE_PARAMETER)
 NAMES = (Kind.DECL_REF_EXPR, Kind.MEMBER_REF_EXPR, Kind.TYPE_REF, Kind.TEMPLATE_REF)
@@ -116,7 +117,8 @@ class Finder:
         start, end = span(node)
         text = self.text[start:end]
         if node.kind in LITERALS:
-            if parent is not None and (parent.kind in NAMES or self.text[:start].rstrip().endswith(b"[") and parent.kind in VARIABLES):
+            is_length = parent is not None and parent.kind in VARIABLES and self.text[:start].rstrip().endswith(b"[")
+            if is_length or parent is not None and parent.kind in NAMES:
                 return
             self.constant(node.kind, start, end, text)
         elif node.kind == Kind.DECL_REF_EXPR and re.fullmatch(rb"(\w+::)*k[A-Z]\w*", text) and is_integer(node.type):
@@ -154,7 +156,8 @@ class Finder:
         operator = self.text[middle:rest].decode("utf-8", "replace").strip()
         if (start, end) == span(node) and operator in COMPARISONS:
             other = COMPARISONS[operator]
-            self.add("compare", start, end, [(start, middle), (rest, end)], "({on} ? ({0}) %s ({1}) : ({0}) %s ({1}))" % (other, operator),
+            template = "({on} ? ({0}) %s ({1}) : ({0}) %s ({1}))" % (other, operator)
+            self.add("compare", start, end, [(start, middle), (rest, end)], template,
                      "%s becomes %s in %s" % (operator, other, self.plain(start, end)))
 
     def condition(self, node, children):
@@ -166,30 +169,29 @@ class Finder:
             return
         expressions = [child for child in children if child.kind.is_expression()]
         if node.kind == Kind.FOR_STMT:
-            expressions = [e for e in expressions[:2] if e.type.get_canonical().kind == clang.cindex.TypeKind.BOOL and e != children[-1]]
+            expressions = [e for e in expressions[:2] if e.type.get_canonical().kind == Type.BOOL and e != children[-1]]
         if node.kind == Kind.DO_STMT:
             expressions = expressions[-1:]
         if not expressions:
             return
         start, end = span(expressions[0])
         # "==" turned into "!=" is the same mutant.
-        same = self.sites.get((start, end, "compare")) or self.equality(expressions[0])
-        if not same:
+        if not self.is_equality(expressions[0]):
             self.add("negate", start, end, [(start, end)], "({on} != static_cast<bool>({0}))", "negated: %s" % self.plain(start, end))
 
-    def equality(self, node):
+    def is_equality(self, node):
         finder = Finder(self.path, self.text)
         node = bare(node)
         finder.comparison(node, [child for child in node.get_children() if span(child)[1] > span(child)[0]])
         return any(re.match("[!=]= becomes", site.change) for site in finder.sites.values())
 
     def statements(self, node, children):
-        bodies = {Kind.COMPOUND_STMT: children, Kind.FOR_STMT: children[-1:], Kind.WHILE_STMT: children[-1:], Kind.DO_STMT: children[:1],
-                  Kind.CXX_FOR_RANGE_STMT: children[-1:], Kind.CASE_STMT: children[1:], Kind.DEFAULT_STMT: children,
-                  Kind.IF_STMT: children[1:]}.get(node.kind, [])
+        bodies = {Kind.COMPOUND_STMT: children, Kind.FOR_STMT: children[-1:], Kind.WHILE_STMT: children[-1:],
+                  Kind.CXX_FOR_RANGE_STMT: children[-1:], Kind.DO_STMT: children[:1], Kind.IF_STMT: children[1:],
+                  Kind.CASE_STMT: children[1:], Kind.DEFAULT_STMT: children}.get(node.kind, [])
         for child in bodies:
-            if child.kind.is_expression() and is_action(bare(child)) and not self.in_macro(*span(child)) and self.statement_range(child):
-                start, end = span(child)
+            start, end = span(child)
+            if is_action(bare(child)) and not self.in_macro(start, end) and self.statement_range(child):
                 self.add("drop", start, end, [(start, end)], "static_cast<void>({on} || (static_cast<void>({0}), false))",
                          "dropped: %s" % self.plain(start, end))
         if node.kind == Kind.COMPOUND_STMT:
@@ -197,7 +199,7 @@ class Finder:
                 self.exchange(one, two)
 
     def exchange(self, one, two):
-        if not all(s.kind in MOVABLE or s.kind.is_expression() and is_action(bare(s)) for s in (one, two)):
+        if not all(s.kind in MOVABLE or is_action(bare(s)) for s in (one, two)):
             return
         first, second = self.statement_range(one), self.statement_range(two)
         if first and second and first[1] <= second[0] and self.text[slice(*first)] != self.text[slice(*second)]:
@@ -238,7 +240,7 @@ def is_action(node):
 
 def is_integer(kind):
     kind = kind.get_canonical().kind
-    return clang.cindex.TypeKind.CHAR_U.value <= kind.value <= clang.cindex.TypeKind.LONGDOUBLE.value
+    return Type.CHAR_U.value <= kind.value <= Type.LONGDOUBLE.value
 
 
 def find_sites(path, name, text, arguments):
