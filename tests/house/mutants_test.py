@@ -108,6 +108,13 @@ class Sites(unittest.TestCase):
         written = sites.written(text.encode(), chosen, "s.h").decode()
         self.assertEqual({site.number for site in chosen}, {n for n in range(1, 100) if f"::mutant::on({n})" in written})
 
+    def test_a_statement_is_moved_with_its_semicolon(self):
+        text = "struct S { int a; }; S f(int b) { if (b < 1) return S{1}; if (b < 2) return S{2}; return S{3}; }"
+        site, = [s for s in find(text) if s.kind == "exchange"]
+        site.number = 1
+        self.assertIn("if (::mutant::on(1)) { if (b < 2) return S{2}; if (b < 1) return S{1}; } else",
+                      sites.written(text.encode(), [site], "s.h").decode())
+
     def test_chosen_changes_never_lie_half_over_one_another(self):
         text = "void f(); void g() { f(); ::f(); f (); }"
         for seed in range(20):

@@ -133,6 +133,9 @@ def put(path, data):
 
 
 def numbers_at(text, lines):
-    """The mutants whose switches are on these lines of a written source."""
-    rows = text.split(b"\n")
-    return {int(n) for line in lines if 0 < line <= len(rows) for n in re.findall(rb"::mutant::on\((\d+)\)", rows[line - 1])}
+    """The mutants whose switches are on these lines of a written source; for a line without any, those of the nearest one above."""
+    rows = [{int(n) for n in re.findall(rb"::mutant::on\((\d+)\)", row)} for row in text.split(b"\n")]
+    found = set()
+    for line in lines:
+        found |= next((numbers for numbers in reversed(rows[:line]) if numbers), set())
+    return found

@@ -81,12 +81,10 @@ class Finder:
     def statement_range(self, node):
         """A statement with its semicolon; nothing for what cannot be moved."""
         start, end = span(node)
-        if is_compound(node):
-            return start, end
         after = re.compile(rb"\s*;").match(self.text, end)
-        if self.text[end - 1:end] in (b";", b"}"):
-            return start, end
-        return (start, after.end()) if after else None
+        if after:
+            return start, after.end()
+        return (start, end) if self.text[end - 1:end] in (b";", b"}") else None
 
     def walk(self, node, parent=None):
         kind = node.kind
@@ -215,10 +213,6 @@ class Finder:
 
 def span(node):
     return node.extent.start.offset, node.extent.end.offset
-
-
-def is_compound(node):
-    return node.kind in (Kind.COMPOUND_STMT, Kind.CXX_TRY_STMT)
 
 
 def bare(node):
