@@ -25,7 +25,14 @@ constexpr Cost kControl = bitsCost(20);           ///< C1 controls
 constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding has nothing for
 constexpr Cost kCapitalInsideWord = bitsCost(6);
 
-/// The lower-case form of the letters that single-byte encodings have; Romanian's commas below become cedillas.
+/// The language models have Romanian's letters with cedillas, as most encodings do; ISO-8859-16 has commas below.
+char16_t withCedilla(char16_t c) {
+    if (c == 0x218 || c == 0x219) return static_cast<char16_t>(c - 0x218 + 0x15E);
+    if (c == 0x21A || c == 0x21B) return static_cast<char16_t>(c - 0x21A + 0x162);
+    return c;
+}
+
+/// The lower-case form of the letters that single-byte encodings have.
 char16_t folded(char16_t c) {
     const auto plus = [c](int distance) { return static_cast<char16_t>(c + distance); };
     if (c < 0x80) return c >= 'A' && c <= 'Z' ? plus(0x20) : c;
@@ -35,8 +42,6 @@ char16_t folded(char16_t c) {
     if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) return c % 2 == 1 ? plus(1) : c;
     if (c >= 0x100 && c <= 0x177 && c != 0x131 && c != 0x138) return c % 2 == 0 ? plus(1) : c;
     if (c == 0x1A0 || c == 0x1AF) return plus(1);
-    if (c == 0x218 || c == 0x219) return 0x15F;
-    if (c == 0x21A || c == 0x21B) return 0x163;
     if (c == 0x386) return 0x3AC;
     if (c >= 0x388 && c <= 0x38A) return plus(0x25);
     if (c == 0x38C) return 0x3CC;
@@ -135,7 +140,7 @@ ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const L
     const char16_t c = index[byte - 0x80];
     if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0, 0};
     if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0, 0};
-    return meaningOf(c, model);
+    return meaningOf(withCedilla(c), model);
 }
 
 } // namespace
