@@ -130,13 +130,17 @@ def write_and_build(copy, root, chosen):
 
 
 def read_equivalents(path):
-    """Reviewed mutants that no test can tell from the original, in four lines each: file, line of source, change, reason."""
-    blocks = path.read_text().split("\n\n") if path.exists() else []
-    rows = [[line for line in block.splitlines() if not line.startswith("# ")] for block in blocks]
-    for row in rows:
-        if len(row) not in (0, 4):
-            sys.exit("mutants.py: %s: not four lines: %s" % (path, row))
-    return {tuple(row[:3]) for row in rows}
+    """Reviewed mutants that no test can tell from the original: "FILE: CHANGE", and the reason in an indented line below."""
+    found, awaited = set(), False
+    for line in path.read_text().splitlines() if path.exists() else []:
+        if not line or line.startswith("#"):
+            continue
+        if line.startswith(" ") != awaited:
+            sys.exit(f"mutants.py: {path}: {'a reason' if awaited else 'a mutant'} should stand here: {line}")
+        if not awaited:
+            found.add(tuple(line.split(": ", 1)))
+        awaited = not awaited
+    return found
 
 
 def report(made, verdicts, equivalents, dropped, output):

@@ -59,10 +59,8 @@ gtest_discover_tests(example_test)
         {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}),
     "tools/mutants/equivalent.txt": """# Reviewed.
 
-base/Example.cpp
-return value > 5 ? 1 : 0;
-> becomes >= in value > 5
-An example.
+base/Example.cpp: > becomes >= in value > 5
+    An example.
 """,
 }
 
@@ -80,7 +78,7 @@ class Sites(unittest.TestCase):
         text = "void f(); void g(); void h(int a) { f(); g(); if (a < 5) a = 3; }"
         self.assertEqual(set(changes(text)), {
             "exchanged: f(); / g();", "exchanged: g(); / if (a < 5) a = 3;", "dropped: f()", "dropped: g()", "dropped: a = 3",
-            "negated: a < 5", "< becomes <= in a < 5", "5 becomes 5 + 1", "3 becomes 3 + 1"})
+            "negated: a < 5", "< becomes <= in a < 5", f"5 becomes 5 + 1 in {text}", f"3 becomes 3 + 1 in {text}"})
 
     def test_what_is_settled_at_compile_time_is_left_alone(self):
         text = """static_assert(1 < 2); enum { a = 3 }; constexpr int b = 4; constexpr int c() { return 5; }
@@ -89,7 +87,13 @@ class Sites(unittest.TestCase):
         self.assertEqual(changes(text), [])
 
     def test_a_named_constant_is_changed_where_it_is_used(self):
-        self.assertEqual(changes("constexpr int kWidth = 4; int f() { return kWidth; }"), ["kWidth becomes kWidth + 1"])
+        text = "constexpr int kWidth = 4;\n  int f() { return kWidth; }"
+        self.assertEqual(changes(text), ["kWidth becomes kWidth + 1 in int f() { return kWidth; }"])
+
+    def test_equal_changes_are_told_apart(self):
+        self.assertEqual(changes("int f(int a) { a = 0; a = 0; return a; }"), [
+            "dropped: a = 0", "0 becomes 0 + 1 in int f(int a) { a = 0; a = 0; return a; }",
+            "dropped: a = 0 (2)", "0 becomes 0 + 1 in int f(int a) { a = 0; a = 0; return a; } (2)"])
 
     def test_a_text_keeps_its_length(self):
         text = 'const char* f() { return "{abc}"; }'
@@ -152,9 +156,9 @@ class WholeTool(unittest.TestCase):
     def test_just_the_unnoticed_changes_are_listed(self):
         listed = sorted(" ".join(line.split()) for line in self.done.stdout.splitlines()[:-1])
         self.assertEqual(listed, [
-            "base/Example.cpp:11 0 becomes 0 + 1 no test reaches it",
-            "base/Example.cpp:11 5 becomes 5 + 1 reached by 1",
-            "base/Example.cpp:14 2 becomes 2 + 1 no test reaches it",
+            "base/Example.cpp:11 0 becomes 0 + 1 in return value > 5 ? 1 : 0; no test reaches it",
+            "base/Example.cpp:11 5 becomes 5 + 1 in return value > 5 ? 1 : 0; reached by 1",
+            "base/Example.cpp:14 2 becomes 2 + 1 in value *= 2; no test reaches it",
             "base/Example.cpp:14 dropped: value *= 2 no test reaches it"])
 
     def test_the_summary_counts_everything(self):

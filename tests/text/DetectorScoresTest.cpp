@@ -106,6 +106,7 @@ TEST(EastAsianCost, everyAsciiLetterIsALetter) {
 TEST(EastAsianCost, theSymbolRowsOfAnEncodingCostTheSame) {
     EXPECT_EQ(costInEastAsian("\xA1\xE8", Encoding::gb18030), costInEastAsian("\xA2\xE5", Encoding::gb18030));
     EXPECT_EQ(costInEastAsian("\xA1\xE8", Encoding::gb18030), costInEastAsian("\xA3\xDC", Encoding::gb18030));
+    EXPECT_EQ(costInEastAsian("\xA1\xB1", Encoding::big5), costInEastAsian("\xA3\x44", Encoding::big5));
 }
 
 TEST(EastAsianCost, supplementaryCharactersAreRare) {

@@ -37,13 +37,12 @@ class Site:
     parts: list
     template: str
     line: int
-    source: str  # the line as it is written
-    change: str  # for the reader; with path and source it names the mutant in every later version of the file
+    change: str  # for the reader; with the path it names the mutant in every later version of the file
     number: int = 0
 
     @property
     def key(self):
-        return self.path, self.source, self.change
+        return self.path, self.change
 
 
 class Finder:
@@ -71,8 +70,10 @@ class Finder:
 
     def add(self, kind, start, end, parts, template, change):
         line = self.text.count(b"\n", 0, start) + 1
-        source = self.text.split(b"\n", line)[line - 1].decode("utf-8", "replace").strip()
-        site = Site(self.path, kind, start, end, parts, template, line, source, change)
+        if kind == "constant":
+            begin = self.text.rfind(b"\n", 0, start) + 1
+            change += " in " + self.plain(begin, begin + len(self.text[begin:].split(b"\n", 1)[0]))
+        site = Site(self.path, kind, start, end, parts, template, line, change)
         self.sites.setdefault((start, end, kind), site)
 
     def is_constexpr_if(self, node):
@@ -246,7 +247,13 @@ def find_sites(path, name, text, arguments):
         if node.location.file and node.location.file.name == name:
             walk_declarations(finder, node)
     finder.qt_strings()
-    return sorted(finder.sites.values(), key=lambda s: (s.start, -s.end, ORDER.index(s.kind)))
+    found = sorted(finder.sites.values(), key=lambda s: (s.start, -s.end, ORDER.index(s.kind)))
+    seen = {}
+    for site in found:
+        seen[site.change] = seen.get(site.change, 0) + 1
+        if seen[site.change] > 1:
+            site.change += " (%d)" % seen[site.change]
+    return found
 
 
 def walk_declarations(finder, node):
