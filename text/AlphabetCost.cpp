@@ -27,8 +27,15 @@ constexpr Cost kControl = bitsCost(20);           ///< C1 controls
 constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding does not define
 constexpr Cost kCapitalInsideWord = bitsCost(6);
 
-/// The lower-case form of the letters that occur in single-byte encodings. Romanian letters with a comma below
-/// become those with a cedilla.
+/// The language models contain the Romanian letters with a cedilla, as most encodings do. ISO-8859-16 has them with a comma
+/// below.
+char16_t withCedilla(char16_t c) {
+    if (c == 0x218 || c == 0x219) return static_cast<char16_t>(c - 0x218 + 0x15E);
+    if (c == 0x21A || c == 0x21B) return static_cast<char16_t>(c - 0x21A + 0x162);
+    return c;
+}
+
+/// The lower-case form of the letters that occur in single-byte encodings.
 char16_t folded(char16_t c) {
     const auto plus = [c](int distance) { return static_cast<char16_t>(c + distance); };
     if (c < 0x80) return c >= 'A' && c <= 'Z' ? plus(0x20) : c;
@@ -38,8 +45,6 @@ char16_t folded(char16_t c) {
     if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E)) return c % 2 == 1 ? plus(1) : c;
     if (c >= 0x100 && c <= 0x177 && c != 0x131 && c != 0x138) return c % 2 == 0 ? plus(1) : c;
     if (c == 0x1A0 || c == 0x1AF) return plus(1);
-    if (c == 0x218 || c == 0x219) return 0x15F;
-    if (c == 0x21A || c == 0x21B) return 0x163;
     if (c == 0x386) return 0x3AC;
     if (c >= 0x388 && c <= 0x38A) return plus(0x25);
     if (c == 0x38C) return 0x3CC;
@@ -138,7 +143,7 @@ ByteMeaning meaningOfByte(std::uint8_t byte, const std::uint16_t* index, const L
     const char16_t c = index[byte - 0x80];
     if (c == 0) return {LanguageModel::kBoundary, Case::none, kUndefined, 0, 0};
     if (c < 0xA0) return {LanguageModel::kBoundary, Case::none, kControl, 0, 0};
-    return meaningOf(c, model);
+    return meaningOf(withCedilla(c), model);
 }
 
 } // namespace

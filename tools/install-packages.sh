@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# install-packages.sh run|test|fuzz|bench...: installs the Debian packages for building (run), testing (test),
-# fuzzing (fuzz) or measuring (bench). Prints nothing if no package is missing. Uses sudo if it does not run as
-# root.
+# install-packages.sh run|test|fuzz|bench|mutants...: installs the Debian packages for building (run), testing (test),
+# fuzzing (fuzz), measuring (bench) or mutation testing (mutants). Prints nothing if no package is missing. Uses sudo if
+# it does not run as root.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev
@@ -9,6 +9,7 @@ build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev l
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0)
 fuzzing=(clang-14 libclang-rt-14-dev)
+mutating=(python3-clang-14 libgtest-dev)
 benching=(libbenchmark-dev libxml2-dev valgrind)
 
 packages=("${build[@]}")
@@ -18,6 +19,7 @@ for what in "$@"; do
         test) packages+=("${testing[@]}") ;;
         fuzz) packages+=("${fuzzing[@]}") ;;
         bench) packages+=("${benching[@]}") ;;
+        mutants) packages+=("${mutating[@]}") ;;
         *) echo "install-packages.sh: unknown set '$what'" >&2; exit 2 ;;
     esac
 done

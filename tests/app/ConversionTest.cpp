@@ -77,6 +77,15 @@ TEST_F(ConversionTest, successLeavesNamesCounterAndDone) {
     EXPECT_EQ(logLines(), (QStringList{converted(u"/in/a.b.html"_s, u"/texts/a.b.txt"_s)}));
 }
 
+TEST_F(ConversionTest, whoHearsThatItIsDoneFindsTheDocumentCounted) {
+    fakes.files.addFile(u"/in/a.rtf"_s, "text");
+    Boxed counted;
+    const Observation observation = delegate.addObserver(
+        u"Done"_s, [&](const QString&, const KVObject&, const Change&) { counted = delegate.numberProcessed(); });
+    convert(u"/in/a.rtf"_s);
+    EXPECT_EQ(counted, Boxed(1));
+}
+
 TEST_F(ConversionTest, stepsRunInTheirOrder) {
     fakes.files.addFile(u"/in/a.rtf"_s, "text");
     convert(u"/in/a.rtf"_s);

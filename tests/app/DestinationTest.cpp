@@ -349,6 +349,7 @@ TEST_F(AskingDestinationTest, nextPanelStartsAtThePathThatTheUrlStringGives) {
         {u"/a#b#c"_s, std::nullopt},   {u"/a[1]"_s, std::nullopt}, {u"/a|b"_s, std::nullopt},
         {u"/a\"b"_s, std::nullopt},    {u"/a%"_s, std::nullopt},   {u"/a%2"_s, std::nullopt},
         {u"/a\\b"_s, std::nullopt},    {u"/{a}"_s, std::nullopt},  {u"/a\tb"_s, std::nullopt},
+        {u"/09AZaz"_s, u"/09AZaz"_s},  {u"/a%7E"_s, u"/a~"_s},     {u"/%4a%4F"_s, u"/JO"_s},
     };
     for (const auto& [folder, start] : cases) {
         fakes.files.addFolder(folder);
@@ -446,8 +447,10 @@ TEST_F(DestinationTest, showingStoresWhereTheFolderIsNowAndRevealsItWithoutAcces
     store(u"/texts"_s);
     fakes.defaults.setObject(u"/texts"_s, u"destPath"_s);
     fakes.files.move(u"/texts"_s, u"/moved"_s);
+    const QString before = stateLine();
     delegate.showDestPath();
     EXPECT_EQ(stored(u"destPath"_s), Boxed(u"/moved"_s));
+    EXPECT_EQ(stateLine(), before);
     EXPECT_EQ(fakes.journal.entries(), QStringList{u"select '/moved' in ''"_s});
 }
 

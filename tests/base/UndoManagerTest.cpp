@@ -52,6 +52,15 @@ TEST(UndoManager, undoAndRedoWalkBackAndForth) {
     EXPECT_TRUE(undoManager.canRedo());
 }
 
+TEST(UndoManager, whoHearsOfAnEntryCanNameIt) {
+    UndoManager undoManager;
+    undoManager.setChangeHandler([&undoManager] {
+        if (undoManager.undoActionName().isEmpty()) undoManager.setActionName(u"Named"_s);
+    });
+    undoManager.registerUndo([] {});
+    EXPECT_EQ(undoManager.undoActionName(), u"Named"_s);
+}
+
 TEST(UndoManager, newOperationEmptiesTheRedoStack) {
     UndoManager undoManager;
     Number number{undoManager};

@@ -43,6 +43,10 @@ TEST(Input, readsFilesThatDoNotSayTheirSize) {
     EXPECT_NE(textOf(readInput("/proc/self/status")).find("Name:"), std::string::npos);
 }
 
+TEST(Input, errorInReadingIsTold) {
+    EXPECT_EQ(failureOf(readInput("/proc/self/mem")).reason, Reason::unreadable);
+}
+
 TEST(Input, largeRtfIsMapped) {
     const TemporaryFolder folder;
     const std::string rtf = "{\\rtf1 " + std::string(kMappedFrom, 'x') + "}";

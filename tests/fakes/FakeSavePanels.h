@@ -13,6 +13,7 @@ public:
     struct State {
         AccessoryView* accessoryView = nullptr;
         QString name;
+        QString nameAtOpening;
         std::optional<QUrl> url;
         Window* window = nullptr;
         bool isUp = false;
@@ -55,6 +56,7 @@ private:
         void beginSheetModalForWindow(Window* window, std::function<void(int result)> completionHandler) override {
             state_->window = window;
             state_->isUp = true;
+            state_->nameAtOpening = state_->name;
             state_->completionHandler = std::move(completionHandler);
         }
 

@@ -158,6 +158,18 @@ TEST_F(AppDelegateBase, opensThePreferencesAtThePaneThatWasShownLast) {
     EXPECT_EQ(tabView.selected(), 1);
 }
 
+TEST_F(AppDelegateBase, opensTheFirstPaneForASenderThatIsNone) {
+    delegate.openPreferencesAtTab(1);
+    delegate.openPreferencesAtSenderTagTab(nullptr);
+    EXPECT_EQ(tabView.selected(), 0);
+}
+
+TEST_F(AppDelegateBase, opensNoPreferencesWithoutTheirWindow) {
+    delegate.setPrefWindow(nullptr);
+    delegate.openPreferences();
+    EXPECT_EQ(prefWindow.raised(), 0);
+}
+
 TEST_F(AppDelegateBase, forwardsTheSupportActions) {
     delegate.visitUs();
     delegate.visitAppUrl();
@@ -343,6 +355,16 @@ TEST_F(AppDelegateBase, saysThatTheDocumentIsUnspecifiedBeforeItAsks) {
     EXPECT_EQ(prefWindow.raised(), 0) << "dismissed";
 }
 
+TEST_F(AppDelegateBase, thePreferencesShowTheUnreachableDocumentsStateWhileTheAlertIsUp) {
+    chooseStartupDocument();
+    fake.files.remove(kDocument);
+    delegate.setStartupDocSpecified(false);
+    Boxed specified;
+    fake.alerts.setModalHandler([&] { specified = delegate.StartupDocSpecified(); });
+    delegate.executeDocumentStartupAsInPref();
+    EXPECT_EQ(specified, Boxed(true));
+}
+
 TEST_F(AppDelegateBase, opensAMovedDocumentAndSaysThatItsBookmarkIsStale) {
     chooseStartupDocument();
     fake.files.move(kDocument, QStringLiteral("/home/user/moved.txt"));
@@ -434,6 +456,7 @@ TEST_F(AppDelegateBase, copiesTheUserGuideOnce) {
     delegate.openUserGuide();
     const QString final = delegate.getUserGuideFinalPath();
     EXPECT_EQ(fake.files.contentsOfFile(final), QByteArray("pdf"));
+    EXPECT_EQ(fake.journal.entries().count(QStringLiteral("create folder ") + delegate.getUserGuideDirPath()), 1);
     EXPECT_EQ(fake.journal.entries().count(QStringLiteral("copy /program/Guide.pdf to ") + final), 1);
     EXPECT_EQ(fake.journal.entries().count(QStringLiteral("open ") + final), 2);
 }

@@ -303,6 +303,28 @@ TEST(EncodingDetector, byteOrderMarksDecide) {
     EXPECT_EQ(detectEncoding(std::string_view("\xFF\xFEx\0", 4)), Encoding::utf16le);
 }
 
+TEST(EncodingDetector, byteOrderMarksWinOverZeroBytes) {
+    EXPECT_EQ(detectEncoding(std::string("\xEF\xBB\xBF"
+                                         "xa\0b\0c\0d\0",
+                                         12)),
+              Encoding::utf8);
+    EXPECT_EQ(detectEncoding(std::string("\xFE\xFF"
+                                         "a\0b\0c\0d\0",
+                                         10)),
+              Encoding::utf16be);
+}
+
+TEST(EncodingDetector, aZeroByteInSixtyFourUnitsTellsUtf16) {
+    const auto chineseWithOneBlank = [](std::size_t units) {
+        std::string bytes(" \0", 2);
+        for (std::size_t i = 1; i < units; ++i)
+            bytes += "\x2D\x4E";
+        return bytes;
+    };
+    EXPECT_EQ(detectEncoding(chineseWithOneBlank(64)), Encoding::utf16le);
+    EXPECT_NE(detectEncoding(chineseWithOneBlank(65)), Encoding::utf16le);
+}
+
 TEST(EncodingDetector, utf16IsToldByItsZeroBytes) {
     const std::string_view text = "<p>Hello \xE9\xE8, wide world</p>\n";
     std::string little;
@@ -321,6 +343,8 @@ TEST(EncodingDetector, utf16IsToldByItsZeroBytes) {
 
 TEST(EncodingDetector, iso2022JpIsToldByItsEscapeSequences) {
     EXPECT_EQ(detectEncoding("Subject: \x1B$BF|K\\\x1B(B"), Encoding::iso2022Jp);
+    EXPECT_EQ(detectEncoding("\x1B(J\\100"), Encoding::iso2022Jp);
+    EXPECT_EQ(detectEncoding("\x1B(I1"), Encoding::iso2022Jp);
     EXPECT_EQ(detectEncoding("\x1B[1mbold\x1B[0m"), Encoding::windows1252);
 }
 

@@ -136,6 +136,7 @@ TEST(EncodingLabels, everyLabelOfTheStandardNamesItsEncoding) {
 
 TEST(EncodingLabels, caseAndSurroundingWhiteSpaceDoNotMatter) {
     EXPECT_EQ(encodingForLabel(" \t\n\f\rUtF-8 \n"), Encoding::utf8);
+    EXPECT_EQ(encodingForLabel(" utf-8 "), Encoding::utf8);
     EXPECT_EQ(encodingForLabel("SHIFT_JIS"), Encoding::shiftJis);
     EXPECT_EQ(encodingForLabel("CSEUCPKDFMTJAPANESE"), Encoding::eucJp);
 }
@@ -234,6 +235,7 @@ TEST(Decode, gb18030HasPairsQuadruplesAndTheStandardsErrors) {
         {Encoding::gb18030, "\x81\x30\x81", "\uFFFD", 1},
         {Encoding::gb18030, "\x81\x30zz", "\uFFFD0zz", 1},
         {Encoding::gb18030, "\xFFx", "\uFFFDx", 1},
+        {Encoding::gb18030, "\xFF\xD6\xD0", "\uFFFD中", 1},
         {Encoding::gb18030, "\x81\x7F", "\uFFFD\x7F", 1},
         {Encoding::gb18030, "\x81\xFFx", "\uFFFDx", 1},
     });
@@ -306,6 +308,7 @@ TEST(Decode, iso2022JpFollowsItsEscapeSequences) {
         {Encoding::iso2022Jp, "\x1B(I1", "ｱ", 0},
         {Encoding::iso2022Jp, "\x1B(I`", "\uFFFD", 1},
         {Encoding::iso2022Jp, "\x0E\x0F\x80", "\uFFFD\uFFFD\uFFFD", 3},
+        {Encoding::iso2022Jp, "\x1B$B0\xA1\x1B(Bz", "\uFFFDz", 1},
         {Encoding::iso2022Jp, "\x1B", "\uFFFD", 1},
         {Encoding::iso2022Jp, "\x1B$", "\uFFFD$", 1},
         {Encoding::iso2022Jp, "\x1B(Xa", "\uFFFD(Xa", 1},

@@ -61,6 +61,15 @@ TEST(Base64, whatIsNotCanonicalGivesNothing) {
         EXPECT_FALSE(base64dec(text)) << text.toStdString();
 }
 
+TEST(Base64, onlyTheAlphabetsCharactersAreDecoded) {
+    const QString alphabet = u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"_s;
+    for (char16_t unit = 0; unit < 0x80; ++unit) {
+        const QString text = QString(QChar(unit)) + u"AAA"_s;
+        const bool isLineEnd = unit == u'\r' || unit == u'\n'; // dropped, and three characters are no group
+        EXPECT_EQ(base64dec(text).has_value(), alphabet.contains(unit) && !isLineEnd) << int{unit};
+    }
+}
+
 TEST(Base64, nilAndWhatIsNotAsciiGiveNothing) {
     EXPECT_FALSE(base64dec(std::nullopt));
     EXPECT_FALSE(dataFromBase64String(std::nullopt));

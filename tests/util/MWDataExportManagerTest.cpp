@@ -39,8 +39,13 @@ public:
         : MWDataExportManager(records, keys, container, ports)
         , journal_(journal) {}
     void preExportSettings() override { journal_.add(u"preExportSettings"_s); }
-    void willExport() override { journal_.add(u"willExport"_s); }
+    void willExport() override {
+        journal_.add(u"willExport"_s);
+        if (inWillExport) inWillExport();
+    }
     void didExport() override { journal_.add(u"didExport"_s); }
+
+    std::function<void()> inWillExport;
 
 private:
     Journal& journal_;
@@ -184,6 +189,19 @@ TEST_F(MWDataExportManagerTest, ofSeveralSelectedFieldsTheLastMoves) {
     EXPECT_EQ(right(), QStringList({u"Name"_s, u"Age"_s, u"Zip"_s, u"City"_s}));
 }
 
+TEST_F(MWDataExportManagerTest, aMoveBeyondTheEndsKeepsTheWholeSelection) {
+    exporter_->addAllToRight();
+    exporter_->rightKeyArrayController().setSelectionIndexes({1, 3});
+    exporter_->moveDown();
+    EXPECT_EQ(exporter_->rightKeyArrayController().selectionIndexes(), (QList<qsizetype>{1, 3}));
+    exporter_->rightKeyArrayController().setSelectionIndexes({0});
+    int changes = 0;
+    const Observation counted = exporter_->addObserver(
+        u"rightKeyArray"_s, [&changes](const QString&, const KVObject&, const Change&) { ++changes; });
+    exporter_->moveUp();
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(MWDataExportManagerTest, equalFieldsMoveOneByOne) {
     exporter_->setLeftKeyArray({field(u"Name"_s), field(u"Name"_s)});
     exporter_->leftKeyArrayController().setSelectionIndexes({1});
@@ -280,6 +298,19 @@ TEST_F(MWDataExportManagerTest, theSaveSheetOpensAfterTheSettingsSheetHasGone) {
     EXPECT_EQ(savePanels_.last().accessoryView, &loader_.formatChooser());
     EXPECT_EQ(savePanels_.last().name, u"Export.tsv"_s);
     EXPECT_EQ(savePanels_.last().window, &document_.window);
+}
+
+TEST_F(MWDataExportManagerTest, whatWillExportQueuesComesBeforeTheSaveSheet) {
+    int panelsAtThatTime = -1;
+    exporter_->inWillExport = [&] { queue_.addOperation([&] { panelsAtThatTime = savePanels_.made(); }); };
+    exportNow();
+    EXPECT_EQ(panelsAtThatTime, 0);
+    EXPECT_EQ(savePanels_.made(), 1);
+}
+
+TEST_F(MWDataExportManagerTest, theSaveSheetOpensWithItsName) {
+    exporter_->exportToTextFile();
+    EXPECT_EQ(savePanels_.last().nameAtOpening, u"Export.tsv"_s);
 }
 
 TEST_F(MWDataExportManagerTest, cancellingTheSettingsSheetOnlyEndsIt) {

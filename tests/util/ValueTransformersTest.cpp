@@ -207,6 +207,20 @@ TEST(CollectionTransformers, findNumbersByValueAndStringsByText) {
     EXPECT_TRUE(set.transformedValue({}).isNil());
 }
 
+TEST(CollectionTransformers, fractionsAreNotCutOffAndLargeIntegersNotRounded) {
+    EXPECT_EQ(MWValueIsInArray({2}).transformedValue(2.5), Boxed(false));
+    EXPECT_EQ(MWValueIsInArray({2.5}).transformedValue(2), Boxed(false));
+    EXPECT_EQ(MWValueIsInArray({2.0}).transformedValue(2), Boxed(true));
+    // Neighbours that are one and the same as doubles.
+    const std::int64_t large = std::int64_t{1} << 53;
+    EXPECT_EQ(MWValueIsInArray({large}).transformedValue(large + 1), Boxed(false));
+}
+
+TEST(CollectionTransformers, noTextEqualsANumber) {
+    EXPECT_EQ(MWValueIsInArray({2.5}).transformedValue(text(u"2.5")), Boxed(false));
+    EXPECT_EQ(MWValueIsInArray({text(u"2.5")}).transformedValue(2.5), Boxed(false));
+}
+
 TEST(TrimmedStrings, trimBlanksOnly) {
     const MWEmptyTrimmedString isEmpty;
     const MWFilledTrimmedString isFilled;
