@@ -16,7 +16,7 @@ namespace quillow {
 /// The path without its extension and the dot before it: "/tmp/a.b.html" gives "/tmp/a.b", ".pdf" stays.
 [[nodiscard]] QString stringByDeletingPathExtension(const QString& path); // selector: stringByDeletingPathExtension
 
-/// The path of a file URL, percent escapes undone, without a slash at its end.
+/// The path of a file URL in the form of base/PathBytes.h, percent escapes undone, without a slash at its end; "" for any other.
 [[nodiscard]] QString pathOfURL(const QUrl& url); // selector: path
 
 /// Lower case by Unicode's rules, whatever the locale: "I" gives "i" in Turkish too.

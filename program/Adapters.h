@@ -52,7 +52,8 @@ struct Adapters {
     AccessRegistry access;
     Sheets sheets;
     QtAlerts alerts{sheets, mainQueue};
-    QtPanels panels{sheets};
+    QtWorkspace workspace;
+    QtPanels panels{sheets, workspace};
     QtBookmarkStore bookmarkStore{access};
     QtBundle bundle{QtBundle::standardResourceFolder()};
     QtClock clock;
@@ -64,7 +65,6 @@ struct Adapters {
     QtSystemInfo systemInfo;
     QtTimers timers;
     QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};
-    QtWorkspace workspace;
     UndoManager undoManager;
     QtImageCodec imageCodec;
     QtTextUnarchiver textUnarchiver;

@@ -1,5 +1,6 @@
 #include "tests/fakes/FakeBookmarkStore.h"
 
+#include "base/PathBytes.h"
 #include "base/PathStrings.h"
 
 #include <QList>
@@ -26,7 +27,7 @@ FakeBookmarkStore::bookmarkData(const QUrl& url, std::uint32_t options,
     }
     const QList<QByteArray> lines{kMagic, QByteArray::number(options),
                                   QByteArray::number(static_cast<qulonglong>(fileSystem_.itemNumber(path))),
-                                  path.toUtf8()};
+                                  pathToBytes(path)};
     return lines.join('\n');
 }
 
@@ -42,7 +43,7 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
         *error = PlatformError{QStringLiteral("no bookmark")};
         return std::nullopt;
     }
-    QString path = QString::fromUtf8(lines[3]);
+    QString path = pathFromBytes(lines[3]);
     if (!fileSystem_.fileExistsAtPath(path, nullptr)) {
         const std::optional<QString> found = fileSystem_.pathOfItem(lines[2].toULongLong());
         if (!found) {
@@ -57,7 +58,7 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
         resolvedReadOnly_.insert(path);
     else
         resolvedReadOnly_.remove(path);
-    return QUrl::fromLocalFile(path);
+    return fileUrlFromPath(path);
 }
 
 bool FakeBookmarkStore::startAccessingSecurityScopedResource(const QUrl& url) {
