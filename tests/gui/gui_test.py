@@ -298,6 +298,12 @@ class Preferences(ProgramTest):
         self.assertEqual(update, general._replace(height=238))  # the top edge stands still
         accessibility.control(self.accessible, "push button", "Check Now")
 
+        # An assistive tool changes the pane as a click does.
+        accessibility.press(accessibility.control(self.accessible, "radio button", "General"))
+        screen.window("^General")
+        screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
+        accessibility.press(accessibility.control(self.accessible, "radio button", "Update"))
+        screen.window("^Update")
         self.press_in("^Update", "alt+g")
         screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
         self.assertEqual(screen.settled_place(preferences), general)
