@@ -78,6 +78,10 @@ bool leadingTruth(const QString& text) {
 
 } // namespace
 
+Boxed::Boxed(const Object& value) {
+    if (value) value_ = value;
+}
+
 Boxed::Boxed(const std::optional<QString>& value) {
     if (value) value_ = *value;
 }

@@ -2,7 +2,7 @@
 // observers have run when the write returns.
 #pragma once
 
-#include "base/Boxed.h"
+#include "base/KeyValueLookup.h"
 
 #include <QString>
 #include <QStringList>
@@ -50,16 +50,11 @@ private:
     std::weak_ptr<Entries> entries_;
 };
 
-class KVObject {
+class KVObject : public KeyValueLookup {
 public:
-    KVObject() = default;
-    KVObject(const KVObject&) = delete;
-    KVObject& operator=(const KVObject&) = delete;
-    virtual ~KVObject() = default;
-
     // The key is that of a declared property; any other is a mistake of the program: asserted, else without effect.
     void setValue(const Boxed& value, const QString& forKey);
-    [[nodiscard]] Boxed valueForKey(const QString& key) const;
+    [[nodiscard]] Boxed valueForKey(const QString& key) const override;
 
     /// Observers are called in the order in which they were added. One that is added during a notification is called from
     /// the next one on.

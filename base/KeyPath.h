@@ -14,8 +14,9 @@ public:
     explicit KeyPath(const QString& path)
         : keys_(path.split(u'.')) {}
 
-    /// Every key is looked up in what the one before it found. A dictionary answers its entry, or nil where it has none; an array
-    /// the array of what the dictionaries in it answer, nil for its other elements; every other value answers nil.
+    /// Every key is looked up in what the one before it found. A dictionary answers its entry, or nil where it has none; an
+    /// object what it answers itself; an array the array of what the dictionaries and objects in it answer, nil for its other
+    /// elements; every other value answers nil.
     [[nodiscard]] Boxed valueIn(const Boxed& object) const;
 
 private:

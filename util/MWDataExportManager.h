@@ -31,7 +31,7 @@ public:
         SavePanels& savePanels;
     };
 
-    /// The records are dictionaries. The keys describe the fields that can be exported, each a dictionary of two strings:
+    /// The records are dictionaries or objects that are read by key. The keys describe the fields that can be exported, each a dictionary of two strings:
     /// "publicKey", the name that the user sees, and "innerKey", the key path of the value in a record. The container, which may
     /// be null, outlives this object. Loads the windows named "Exporter"; without them nothing is shown.
     MWDataExportManager(const Boxed::Array& dataArray, const Boxed::Array& keyArray, DocumentContainer* container,

@@ -11,7 +11,7 @@ namespace quillow {
 inline constexpr int kMaximumValuesInCell = 10'000;
 inline constexpr int kMaximumDepthInCell = 16;
 
-/// A string as it is; nil empty; a boolean "1" or "0"; an integer in decimal; a fraction in the fewest digits that read back as the
+/// A string as it is; nil and an object that is read by key empty; a boolean "1" or "0"; an integer in decimal; a fraction in the fewest digits that read back as the
 /// same number, with a point; a date in ISO 8601 to the second with its offset from UTC; bytes in Base64; an image by its size, "640x480";
 /// arrays and dictionaries by their values, with ", " between them and "key: " before each of a dictionary's. Whatever the locale.
 [[nodiscard]] QString textOfValue(const Boxed& value); // selector: none
