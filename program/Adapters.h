@@ -73,6 +73,7 @@ struct Adapters {
     PreferencesWindow preferences{kUpdateCheck};
     QtDocuments documents{window.window()};
     QtMenus menus{window.applicationMenu()};
+    QtMenu helpMenu{window.helpMenu()};
 
     DocumentExtractor extractor;
     EngineRtfTextReader rtfReader{extractor};

@@ -329,6 +329,9 @@ TEST_F(PreferencesBindingsTest, theStartupActionIsShownAndStored) {
     store(7, u"StartupActionTag");
     EXPECT_EQ(action->currentIndex(), -1);
     EXPECT_EQ(stored(u"StartupActionTag"), Boxed(7));
+    store(2, u"StartupActionTag");
+    store((std::int64_t{1} << 32) + 2, u"StartupActionTag");
+    EXPECT_EQ(action->currentIndex(), -1);
 }
 
 TEST_F(PreferencesBindingsTest, documentButtonsNeedTheirActionAndADocument) {
