@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace quillow {
 namespace {
@@ -21,9 +22,10 @@ mode_t typeOf(const QString& path) {
     return ::stat(pathToBytes(path).constData(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
-/// Whether Qt could open the path: it knows none that is not UTF-8.
-bool isUtf8(const QString& path) {
-    return path.isValidUtf16();
+/// The path in the name field when Qt could not open it: that of a file URL, and one that is not UTF-8.
+std::optional<QString> pathUnknownToQt(const QString& text) {
+    if (text.startsWith(QLatin1String("file:///"))) return pathOfURL(QUrl(text.trimmed()));
+    return text.isValidUtf16() ? std::nullopt : std::optional(text);
 }
 
 } // namespace
@@ -68,9 +70,8 @@ QStringList OpenDialog::chosenPaths() const {
 }
 
 void OpenDialog::accept() {
-    const QString typed = nameField_->text();
-    if (!isUtf8(typed)) {
-        if (mayBeChosen(typed)) choose({typed});
+    if (const auto path = pathUnknownToQt(nameField_->text())) {
+        if (mayBeChosen(*path)) choose({*path});
         return;
     }
     const QStringList paths = selectedFiles();
@@ -83,14 +84,9 @@ void OpenDialog::accept() {
         FileDialog::accept();
 }
 
-/// The path of a file URL takes its place as soon as something stands there. Qt holds what it does not know for missing.
+/// Qt holds what it does not know for missing and locks the button.
 void OpenDialog::lookAt(const QString& text) {
-    if (text.startsWith(QLatin1String("file:///"))) {
-        const QString path = pathOfURL(QUrl(text.trimmed()));
-        if (typeOf(path) != 0 && path.size() > 1) nameField_->setText(path);
-    } else if (!isUtf8(text)) {
-        acceptButton_->setEnabled(mayBeChosen(text));
-    }
+    if (const auto path = pathUnknownToQt(text)) acceptButton_->setEnabled(mayBeChosen(*path));
 }
 
 void OpenDialog::choose(const QStringList& paths) {
