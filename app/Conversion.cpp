@@ -1,6 +1,7 @@
 // Turns one dropped document, or a batch of them, into plain-text files.
 #include "app/QuillowAppDelegate.h"
 #include "base/Format.h"
+#include "base/PathBytes.h"
 #include "base/PathStrings.h"
 #include "engines/DocumentKind.h"
 #include "platform/Alerts.h"
@@ -10,13 +11,19 @@
 #include "platform/Termination.h"
 #include "platform/Workspace.h"
 
-#include <cassert>
+#include <cstdio>
 
 namespace quillow {
 namespace {
 
 std::optional<DocumentKind> documentKindOf(const QString& path) {
     return documentKindForExtension(lowercaseString(pathExtension(path)).toStdString());
+}
+
+/// A mistake of the program: nothing may change the batch while it runs.
+void tellBatchChanged(const QString& path) {
+    std::fprintf(stderr, "quillow: the batch changed while %s was converted; the rest of it is not converted\n",
+                 pathToBytes(path).constData());
 }
 
 } // namespace
@@ -68,7 +75,10 @@ void QuillowAppDelegate::doMultiProcess() {
         // The document that is being converted is finished; the next ones are not begun.
         if (platform().termination.isRequested()) break;
         const ConversionEnd end = convertDocument(path);
-        assert(fileToProcessPathArray() == batch && "the batch changed while it was converted");
+        if (fileToProcessPathArray() != batch) {
+            tellBatchChanged(path);
+            break;
+        }
         // deliberate: bytes that cannot be read end the whole batch, where a document without text is only reported.
         if (end == ConversionEnd::bytesUnreadable) break;
     }

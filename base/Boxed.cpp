@@ -79,6 +79,10 @@ bool leadingTruth(const QString& text) {
 
 } // namespace
 
+Boxed::Boxed(const Object& value) {
+    if (value) value_ = value;
+}
+
 Boxed::Boxed(const std::optional<QString>& value) {
     if (value) value_ = *value;
 }

@@ -13,13 +13,18 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <variant>
 
 namespace quillow {
 
+class KeyValueLookup;
+
 class Boxed { // selector: none
 public:
+    /// An object that is read by key.
+    using Object = std::shared_ptr<const KeyValueLookup>;
     using Array = QList<Boxed>;
     using Dictionary = QMap<QString, Boxed>;
 
@@ -49,6 +54,8 @@ public:
         : value_(value) {}
     Boxed(const Dictionary& value)
         : value_(value) {}
+    /// A null pointer becomes nil.
+    Boxed(const Object& value);
     /// std::nullopt becomes nil.
     Boxed(const std::optional<QString>& value);
     Boxed(const std::optional<QByteArray>& value);
@@ -74,13 +81,14 @@ public:
     [[nodiscard]] std::optional<Image> image() const { return get<Image>(); }
     [[nodiscard]] std::optional<Array> array() const { return get<Array>(); }
     [[nodiscard]] std::optional<Dictionary> dictionary() const { return get<Dictionary>(); }
+    [[nodiscard]] std::optional<Object> object() const { return get<Object>(); }
 
     /// The value with its type, for code that stores it.
     using Value = std::variant<std::monostate, bool, std::int64_t, float, double, QString, QByteArray, QDateTime, Image,
-                               Array, Dictionary>;
+                               Array, Dictionary, Object>;
     [[nodiscard]] const Value& value() const { return value_; }
 
-    /// Same type and same value: 1, true and 1.0 differ, and so do nil and every empty value.
+    /// Same type and same value: 1, true and 1.0 differ, and so do nil and every empty value. An object equals itself.
     friend bool operator==(const Boxed& left, const Boxed& right);
 
 private:

@@ -2,7 +2,7 @@
 // the value does not change. The observers have run when the write returns.
 #pragma once
 
-#include "base/Boxed.h"
+#include "base/KeyValueLookup.h"
 
 #include <QString>
 #include <QStringList>
@@ -50,17 +50,12 @@ private:
     std::weak_ptr<Entries> entries_;
 };
 
-class KVObject {
+class KVObject : public KeyValueLookup {
 public:
-    KVObject() = default;
-    KVObject(const KVObject&) = delete;
-    KVObject& operator=(const KVObject&) = delete;
-    virtual ~KVObject() = default;
-
     // The key must be that of a declared property. Any other is a programming error: asserted, and without effect in
     // builds without asserts.
     void setValue(const Boxed& value, const QString& forKey);
-    [[nodiscard]] Boxed valueForKey(const QString& key) const;
+    [[nodiscard]] Boxed valueForKey(const QString& key) const override;
 
     /// Observers are called in the order in which they were added. One that is added during a notification is
     /// first called at the next notification.

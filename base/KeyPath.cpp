@@ -1,20 +1,26 @@
 #include "base/KeyPath.h"
 
+#include "base/KeyValueLookup.h"
+
 #include <variant>
 
 namespace quillow {
 namespace {
 
-Boxed valueForKey(const Boxed& object, const QString& key) {
+/// Nil for what cannot be looked up in.
+Boxed entryOf(const Boxed& object, const QString& key) {
     if (const auto* dictionary = std::get_if<Boxed::Dictionary>(&object.value())) return dictionary->value(key);
+    if (const auto* lookup = std::get_if<Boxed::Object>(&object.value())) return (*lookup)->valueForKey(key);
+    return {};
+}
+
+Boxed valueForKey(const Boxed& object, const QString& key) {
     const auto* array = std::get_if<Boxed::Array>(&object.value());
-    if (!array) return {};
+    if (!array) return entryOf(object, key);
     Boxed::Array values;
     values.reserve(array->size());
-    for (const Boxed& element : *array) {
-        const auto* dictionary = std::get_if<Boxed::Dictionary>(&element.value());
-        values.append(dictionary ? dictionary->value(key) : Boxed());
-    }
+    for (const Boxed& element : *array)
+        values.append(entryOf(element, key));
     return values;
 }
 

@@ -1,5 +1,7 @@
 #include "base/PathStrings.h"
 
+#include "base/PathBytes.h"
+
 namespace quillow {
 namespace {
 
@@ -40,7 +42,7 @@ QString stringByDeletingPathExtension(const QString& path) {
 }
 
 QString pathOfURL(const QUrl& url) {
-    return withoutTrailingSlashes(url.toLocalFile());
+    return url.isLocalFile() ? pathFromFileUrl(url) : QString();
 }
 
 QString lowercaseString(const QString& text) {

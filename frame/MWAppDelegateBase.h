@@ -16,6 +16,7 @@
 
 namespace quillow {
 
+class Menu;
 class MWPrefToolbarDelegate;
 class Window;
 
@@ -73,6 +74,7 @@ public:
     /// A document is being opened: the startup actions 0 and 1 hold back.
     [[nodiscard]] bool documentIsOpening() const { return documentIsOpening_; }
     void setDocumentIsOpening(bool value) { documentIsOpening_ = value; }
+    /// deliberate: set by a derived delegate when it has finished launching, for its own use; nothing here reads it.
     [[nodiscard]] bool finishedLaunching() const { return finishedLaunching_; }
     void setFinishedLaunching(bool value) { finishedLaunching_ = value; }
     /// deliberate: set by applications that are started to serve a service request; this product never is.
@@ -91,6 +93,9 @@ public:
     void setPrefWindow(Window* prefWindow) { prefWindow_ = prefWindow; }
     [[nodiscard]] MWPrefToolbarDelegate* prefToolbarDelegate() const { return prefToolbarDelegate_; }
     void setPrefToolbarDelegate(MWPrefToolbarDelegate* delegate) { prefToolbarDelegate_ = delegate; }
+    /// deliberate: the Help menu, for derived applications; nothing here uses it.
+    [[nodiscard]] Menu* myHelpMenu() const { return myHelpMenu_; }
+    void setMyHelpMenu(Menu* myHelpMenu) { myHelpMenu_ = myHelpMenu; }
 
 protected:
     [[nodiscard]] const Platform& platform() const { return platform_; }
@@ -113,6 +118,7 @@ private:
     bool usingAServices_ = false;
     Window* prefWindow_ = nullptr;
     MWPrefToolbarDelegate* prefToolbarDelegate_ = nullptr;
+    Menu* myHelpMenu_ = nullptr;
 };
 
 } // namespace quillow

@@ -20,10 +20,10 @@ constexpr char16_t kSelectedDocPath[] = u"StartupSelectedDocPath";
 constexpr char16_t kSelectedDocBookmark[] = u"StartupSelectedDocBookmark";
 
 // Values of the action tag; a missing one reads as 0.
-constexpr std::int32_t kNewDocument = 0;
-constexpr std::int32_t kOpenDialogIfNone = 1;
-constexpr std::int32_t kOpenDialog = 2;
-constexpr std::int32_t kChosenDocument = 3;
+constexpr std::int64_t kNewDocument = 0;
+constexpr std::int64_t kOpenDialogIfNone = 1;
+constexpr std::int64_t kOpenDialog = 2;
+constexpr std::int64_t kChosenDocument = 3;
 
 /// Documents that the system asked to open at launch arrive within this time.
 constexpr double kSecondsForOtherDocuments = 1.0;
@@ -42,7 +42,7 @@ void store(Defaults& defaults, const Boxed& value, const char16_t* name) {
 } // namespace
 
 bool MWAppDelegateBase::applicationShouldOpenUntitledFile(Sender /*application*/) {
-    return stored(platform_.defaults, kActionTag).intValue() == kNewDocument;
+    return stored(platform_.defaults, kActionTag).longValue() == kNewDocument;
 }
 
 void MWAppDelegateBase::newDocIfNoDocOpened(Sender /*timer*/) {
@@ -54,7 +54,7 @@ void MWAppDelegateBase::openDialogIfNoDocOpened(Sender /*timer*/) {
 }
 
 void MWAppDelegateBase::executeDocumentStartupAsInPref(Sender /*sender*/) {
-    switch (stored(platform_.defaults, kActionTag).intValue()) {
+    switch (stored(platform_.defaults, kActionTag).longValue()) {
     case kNewDocument:
         platform_.timers.scheduleOnce(kSecondsForOtherDocuments, [this] { newDocIfNoDocOpened(); });
         break;

@@ -1,4 +1,4 @@
-// Port: the program's menu bar.
+// Port: the program's menu bar and its menus.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -13,6 +13,13 @@ struct MenuItem {
     QString title;
     QString keyEquivalent; ///< empty for none
     std::function<void(Sender sender)> action;
+};
+
+class Menu {
+public:
+    virtual ~Menu() = default;
+    /// Puts the item before the one that stands at that index (0 for the first).
+    virtual void insertItem(const MenuItem& item, int atIndex) = 0;
 };
 
 class Menus {

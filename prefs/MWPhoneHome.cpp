@@ -49,12 +49,12 @@ MWPhoneHome& MWPhoneHome::sharedPhoneHome() {
 
 void MWPhoneHome::SetValueAppRelease(std::int64_t appRelease, const QString& appName, const QString& plistUrl1,
                                      const QString& plistUrl2, const QString& plistUrl3, const QString& plistUrl4) {
-    myAppRelease_ = appRelease;
-    myAppName_ = appName;
-    myPlistUrl1_ = plistUrl1;
-    myPlistUrl2_ = plistUrl2;
-    myPlistUrl3_ = plistUrl3;
-    myPlistUrl4_ = plistUrl4;
+    setMyAppRelease(appRelease);
+    setMyAppName(appName);
+    setMyPlistUrl1(plistUrl1);
+    setMyPlistUrl2(plistUrl2);
+    setMyPlistUrl3(plistUrl3);
+    setMyPlistUrl4(plistUrl4);
 }
 
 void MWPhoneHome::startupProcedure(Sender caller) {
@@ -100,7 +100,7 @@ void MWPhoneHome::checkForLastReleaseAvailableAndNotifyIsAvailable(bool notifyIs
 void MWPhoneHome::finishCheck(const std::optional<Boxed::Dictionary>& list, bool notifyIsAvailable, bool notAvailable) {
     if (list) {
         setInPreferencesTodayWasChecked();
-        switch (decideAboutUpdate(list->value(key(kLatestRelease)), myAppRelease_, notifyIsAvailable, notAvailable)) {
+        switch (decideAboutUpdate(list->value(key(kLatestRelease)), myAppRelease(), notifyIsAvailable, notAvailable)) {
         case UpdateDecision::tellAvailable: notifyAboutUpdateAvailable(*list); break;
         case UpdateDecision::tellUpToDate: notifyAboutYourAppIsLastAvailable(*list); break;
         case UpdateDecision::tellNothing: break;
@@ -112,9 +112,10 @@ void MWPhoneHome::finishCheck(const std::optional<Boxed::Dictionary>& list, bool
 }
 
 std::optional<Boxed::Dictionary> MWPhoneHome::getDictionaryFromTheNet() const {
-    for (const auto* url : {&myPlistUrl1_, &myPlistUrl2_, &myPlistUrl3_, &myPlistUrl4_}) {
-        if (!url->has_value()) continue;
-        if (auto list = ports_.propertyListLoader.dictionaryWithContentsOfURL(**url)) return list;
+    for (const auto* mirror : {&myPlistUrl1_, &myPlistUrl2_, &myPlistUrl3_, &myPlistUrl4_}) {
+        const std::optional<QString> url = mirror->get();
+        if (!url) continue;
+        if (auto list = ports_.propertyListLoader.dictionaryWithContentsOfURL(*url)) return list;
     }
     return std::nullopt;
 }
@@ -130,10 +131,10 @@ void MWPhoneHome::setInPreferencesTodayWasChecked() {
 }
 
 void MWPhoneHome::notifyAboutUpdateAvailable(const Boxed::Dictionary& list) {
-    const QString own = MWAppSupportUtility::calcReleaseString(myAppRelease_.longValue());
+    const QString own = MWAppSupportUtility::calcReleaseString(myAppRelease().longValue());
     const QString latest = MWAppSupportUtility::calcReleaseString(list.value(key(kLatestRelease)).longValue());
     const int answer = ports_.alerts.runModal(
-        {stringWithFormat(QStringLiteral("There is an update available for %@"), {myAppName_}),
+        {stringWithFormat(QStringLiteral("There is an update available for %@"), {myAppName()}),
          stringWithFormat(
              QStringLiteral("You are using release: %@\nLatest available release is: %@\nVarnel recommends to "
                             "use always the latest release"),
@@ -147,7 +148,7 @@ void MWPhoneHome::notifyAboutUpdateAvailable(const Boxed::Dictionary& list) {
 
 void MWPhoneHome::notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& list) {
     const int answer = ports_.alerts.runModal(
-        {stringWithFormat(QStringLiteral("%@ is up to date"), {myAppName_}),
+        {stringWithFormat(QStringLiteral("%@ is up to date"), {myAppName()}),
          QStringLiteral(
              "You are using the latest available release.\nIf you like, you can go to the Varnel download page to "
              "manually check it.\n\nVisit us and see all the macOS software we have available.\nWe are one of "
@@ -161,7 +162,7 @@ void MWPhoneHome::notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& lis
 void MWPhoneHome::notifyAboutFailedChechForUpdate(Sender /*ignored*/) {
     // The one button's answer asks for nothing.
     static_cast<void>(ports_.alerts.runModal(
-        {stringWithFormat(QStringLiteral("%@ was not able to connect to the Varnel server"), {myAppName_}),
+        {stringWithFormat(QStringLiteral("%@ was not able to connect to the Varnel server"), {myAppName()}),
          QStringLiteral(
              "It was not possible to enstablish a internet connection on the net with the Varnel upgrade server. "
              "Check your internet connection or try later."),
@@ -180,9 +181,9 @@ void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
         lastCheck
             ? stringWithFormat(QStringLiteral("It is more then %@ days this app doesn't report to you for updates.\n"
                                               "Would you like that %@ informs you now for any available update?"),
-                               {QString::number(kDaysUntilInvitation), myAppName_})
+                               {QString::number(kDaysUntilInvitation), myAppName()})
             : stringWithFormat(QStringLiteral("Would you like that %@ informs you now for any available update?"),
-                               {myAppName_});
+                               {myAppName()});
     if (!ports_.defaults.objectForKey(key(kNotifyUpdate)).boolValue()) {
         invitation.informativeText = QStringLiteral(
             "Suggested option is to have the update report enabled.\nUse the Preference Dialog to enable "

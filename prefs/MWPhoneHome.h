@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/ActionSender.h"
+#include "base/AtomicProperty.h"
 #include "base/Boxed.h"
 
 #include <QString>
@@ -73,12 +74,21 @@ public:
     /// A check is in progress. A guard of the main thread against a second one, not a lock.
     [[nodiscard]] bool isChekingUpdateSystem() const { return isChekingUpdateSystem_; }
     void setIsChekingUpdateSystem(bool value) { isChekingUpdateSystem_ = value; }
-    [[nodiscard]] Boxed myAppRelease() const { return myAppRelease_; }
-    [[nodiscard]] const std::optional<QString>& myAppName() const { return myAppName_; }
-    [[nodiscard]] const std::optional<QString>& myPlistUrl1() const { return myPlistUrl1_; }
-    [[nodiscard]] const std::optional<QString>& myPlistUrl2() const { return myPlistUrl2_; }
-    [[nodiscard]] const std::optional<QString>& myPlistUrl3() const { return myPlistUrl3_; }
-    [[nodiscard]] const std::optional<QString>& myPlistUrl4() const { return myPlistUrl4_; }
+
+    // The application's release and name and the addresses of its list: read and set by any thread, also while a check runs,
+    // which uses each as it is when it is needed.
+    [[nodiscard]] Boxed myAppRelease() const { return myAppRelease_.get(); }
+    void setMyAppRelease(const Boxed& appRelease) { myAppRelease_.set(appRelease); }
+    [[nodiscard]] std::optional<QString> myAppName() const { return myAppName_.get(); }
+    void setMyAppName(const std::optional<QString>& appName) { myAppName_.set(appName); }
+    [[nodiscard]] std::optional<QString> myPlistUrl1() const { return myPlistUrl1_.get(); }
+    void setMyPlistUrl1(const std::optional<QString>& url) { myPlistUrl1_.set(url); }
+    [[nodiscard]] std::optional<QString> myPlistUrl2() const { return myPlistUrl2_.get(); }
+    void setMyPlistUrl2(const std::optional<QString>& url) { myPlistUrl2_.set(url); }
+    [[nodiscard]] std::optional<QString> myPlistUrl3() const { return myPlistUrl3_.get(); }
+    void setMyPlistUrl3(const std::optional<QString>& url) { myPlistUrl3_.set(url); }
+    [[nodiscard]] std::optional<QString> myPlistUrl4() const { return myPlistUrl4_.get(); }
+    void setMyPlistUrl4(const std::optional<QString>& url) { myPlistUrl4_.set(url); }
 
 private:
     enum class Notify { no, yes };
@@ -88,12 +98,12 @@ private:
 
     PhoneHomePorts ports_;
     bool isChekingUpdateSystem_ = false;
-    Boxed myAppRelease_;
-    std::optional<QString> myAppName_;
-    std::optional<QString> myPlistUrl1_;
-    std::optional<QString> myPlistUrl2_;
-    std::optional<QString> myPlistUrl3_;
-    std::optional<QString> myPlistUrl4_;
+    AtomicProperty<Boxed> myAppRelease_;
+    AtomicProperty<std::optional<QString>> myAppName_;
+    AtomicProperty<std::optional<QString>> myPlistUrl1_;
+    AtomicProperty<std::optional<QString>> myPlistUrl2_;
+    AtomicProperty<std::optional<QString>> myPlistUrl3_;
+    AtomicProperty<std::optional<QString>> myPlistUrl4_;
 };
 
 } // namespace quillow

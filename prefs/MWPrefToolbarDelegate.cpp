@@ -33,15 +33,15 @@ void MWPrefToolbarDelegate::AttachToWindow() {
 }
 
 QStringList MWPrefToolbarDelegate::toolbarDefaultItemIdentifiers(const Toolbar& /*toolbar*/) const {
-    return returnAllkeys();
+    return returnAllkeys().value_or(QStringList());
 }
 
 QStringList MWPrefToolbarDelegate::toolbarAllowedItemIdentifiers(const Toolbar& /*toolbar*/) const {
-    return returnAllkeys();
+    return returnAllkeys().value_or(QStringList());
 }
 
 QStringList MWPrefToolbarDelegate::toolbarSelectableItemIdentifiers(const Toolbar& /*toolbar*/) const {
-    return returnAllkeys();
+    return returnAllkeys().value_or(QStringList());
 }
 
 void MWPrefToolbarDelegate::toolbaritemclicked(const ToolbarItem* /*item*/) {
@@ -73,7 +73,8 @@ void MWPrefToolbarDelegate::SetPanelTab(std::int32_t index) {
 }
 
 void MWPrefToolbarDelegate::resize(std::int32_t index) {
-    myWindow_.setFrame(frameForPane(myWindow_.frame(), myHeightArray_.at(index)), Animate::yes);
+    const std::int32_t paneHeight = myHeightArray_ ? myHeightArray_->at(index) : 0;
+    myWindow_.setFrame(frameForPane(myWindow_.frame(), paneHeight), Animate::yes);
 }
 
 } // namespace quillow

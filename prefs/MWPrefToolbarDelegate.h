@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace quillow {
 
@@ -23,9 +24,10 @@ public:
     MWPrefToolbarDelegate(const MWPrefToolbarDelegate&) = delete;
     MWPrefToolbarDelegate& operator=(const MWPrefToolbarDelegate&) = delete;
 
-    // A subclass says: the panes' heights in points by tag, the items' identifiers, and the items.
-    [[nodiscard]] virtual QList<std::int32_t> heightArray() const { return {}; }
-    [[nodiscard]] virtual QStringList returnAllkeys() const { return {}; }
+    // A subclass says: the panes' heights in points by tag, the items' identifiers, and the items. Here all three are nil: no
+    // items, and a pane of no height.
+    [[nodiscard]] virtual std::optional<QList<std::int32_t>> heightArray() const { return std::nullopt; }
+    [[nodiscard]] virtual std::optional<QStringList> returnAllkeys() const { return std::nullopt; }
     [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(
         Toolbar& toolbar, const QString& itemIdentifier,
         bool willBeInsertedIntoToolbar) override; // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
@@ -51,7 +53,7 @@ private:
     std::unique_ptr<Toolbar> toolbar_;
     /// deliberate: made empty in awakeFromNib and used by nothing; part of the class.
     [[maybe_unused]] QStringList items_;
-    QList<std::int32_t> myHeightArray_;
+    std::optional<QList<std::int32_t>> myHeightArray_;
 };
 
 } // namespace quillow

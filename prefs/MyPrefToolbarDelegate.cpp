@@ -21,14 +21,14 @@ constexpr std::array kPanes = {
 
 } // namespace
 
-QList<std::int32_t> MyPrefToolbarDelegate::heightArray() const {
+std::optional<QList<std::int32_t>> MyPrefToolbarDelegate::heightArray() const {
     QList<std::int32_t> heights;
     for (const Pane& pane : kPanes)
         heights.append(pane.height);
     return heights;
 }
 
-QStringList MyPrefToolbarDelegate::returnAllkeys() const {
+std::optional<QStringList> MyPrefToolbarDelegate::returnAllkeys() const {
     QStringList identifiers;
     for (const Pane& pane : kPanes)
         identifiers.append(QString::fromUtf16(pane.identifier));

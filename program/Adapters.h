@@ -52,7 +52,8 @@ struct Adapters {
     AccessRegistry access;
     Sheets sheets;
     QtAlerts alerts{sheets, mainQueue};
-    QtPanels panels{sheets};
+    QtWorkspace workspace;
+    QtPanels panels{sheets, workspace};
     QtBookmarkStore bookmarkStore{access};
     QtBundle bundle{QtBundle::standardResourceFolder()};
     QtClock clock;
@@ -64,7 +65,6 @@ struct Adapters {
     QtSystemInfo systemInfo;
     QtTimers timers;
     QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};
-    QtWorkspace workspace;
     UndoManager undoManager;
     QtImageCodec imageCodec;
     QtTextUnarchiver textUnarchiver;
@@ -73,6 +73,7 @@ struct Adapters {
     PreferencesWindow preferences{kUpdateCheck};
     QtDocuments documents{window.window()};
     QtMenus menus{window.applicationMenu()};
+    QtMenu helpMenu{window.helpMenu()};
 
     DocumentExtractor extractor;
     EngineRtfTextReader rtfReader{extractor};

@@ -41,6 +41,7 @@ void Parts::connectOutlets() {
     delegate_->setDragDropArea(&dropView_);
     delegate_->setProgressIndicator(&adapters_.window.spinner());
     delegate_->setTextLog(&adapters_.window.logView());
+    delegate_->setMyHelpMenu(&adapters_.helpMenu);
     delegate_->setMyDiscloseButton(&adapters_.window.discloseButton());
 }
 
@@ -48,6 +49,7 @@ void Parts::connectWindows(std::function<void()> quit) {
     bindings_.emplace(*delegate_, adapters_.defaults, adapters_.undoManager, adapters_.window);
     preferencesBindings_.emplace(adapters_.preferences, *delegate_, adapters_.defaults, adapters_.dateFormatting,
                                  transformsOf(adapters_.valueTransformers), preferencesActionsOf(*delegate_));
+    adapters_.window.setStatement(delegate_->getAppStantment());
     adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));
     adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
                                   [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});

@@ -1,5 +1,6 @@
 // The desktop program. A start that finds another one running hands its documents over and ends.
 #include "base/Release.h"
+#include "frame/MWAppSupportUtility.h"
 #include "platform/qt/DocumentGlyph.h"
 #include "platform/qt/SingleInstance.h"
 #include "program/Application.h"
@@ -19,7 +20,7 @@ constexpr std::chrono::seconds kPatience{10};
 
 void describeApplication() {
     QCoreApplication::setApplicationName(QString::fromUtf16(kApplicationName));
-    QCoreApplication::setApplicationVersion(QString::fromUtf16(kCurrentReleaseString));
+    QCoreApplication::setApplicationVersion(MWAppSupportUtility::calcReleaseString(kCurrentRelease));
     // No display name of its own: Qt would append it to every window's title.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quillow.Quillow"));
     QGuiApplication::setWindowIcon(applicationIcon());

@@ -29,13 +29,13 @@ QString orWhenEmpty(const QString& text, const char16_t* notFound) {
 Boxed MWPathFromBookmark::transformedValue(const Boxed& value) const {
     const auto url = resolve(bookmarkStore_, value);
     if (!url) return {};
-    return orWhenEmpty(url->toLocalFile(), kPathNotFound);
+    return orWhenEmpty(pathOfURL(*url), kPathNotFound);
 }
 
 Boxed MWNameFromBookmark::transformedValue(const Boxed& value) const {
     const auto url = resolve(bookmarkStore_, value);
     if (!url) return {};
-    return orWhenEmpty(lastPathComponent(url->toLocalFile()), kNameNotFound);
+    return orWhenEmpty(lastPathComponent(pathOfURL(*url)), kNameNotFound);
 }
 
 } // namespace quillow

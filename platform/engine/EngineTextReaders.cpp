@@ -1,5 +1,6 @@
 #include "platform/engine/EngineTextReaders.h"
 
+#include <new>
 #include <string>
 
 namespace quillow {
@@ -34,12 +35,20 @@ DocumentExtractor::DocumentExtractor(ReasonLog reasonLog, Extract extract)
     , reasonLog_(std::move(reasonLog)) {}
 
 std::optional<QByteArray> DocumentExtractor::textOf(const QByteArray& bytes, DocumentKind kind) const {
-    const Extraction extraction =
-        extract_(std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))), kind);
-    const bool isWhole = extraction.reason == Reason::ok || extraction.reason == Reason::okEmpty;
-    if (!isWhole && reasonLog_) reasonLog_(reasonLine(kind, extraction));
-    if (!extraction.text) return std::nullopt;
-    return QByteArray(extraction.text->data(), static_cast<qsizetype>(extraction.text->size()));
+    try {
+        const Extraction extraction =
+            extract_(std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))), kind);
+        const bool isWhole = extraction.reason == Reason::ok || extraction.reason == Reason::okEmpty;
+        if (!isWhole && reasonLog_) reasonLog_(reasonLine(kind, extraction));
+        if (!extraction.text) return std::nullopt;
+        return QByteArray(extraction.text->data(), static_cast<qsizetype>(extraction.text->size()));
+    } catch (const std::bad_alloc&) {
+        // The engine has an answer for it; the copy of a long text has none.
+        Extraction nothing;
+        nothing.reason = Reason::outOfMemory;
+        if (reasonLog_) reasonLog_(reasonLine(kind, nothing));
+        return std::nullopt;
+    }
 }
 
 std::optional<AttributedString> EngineRtfTextReader::initWithRTF(const std::optional<QByteArray>& bytes) {

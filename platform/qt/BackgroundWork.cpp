@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QWindow>
 
+#include <cstdio>
+
 namespace quillow {
 namespace {
 
@@ -15,6 +17,10 @@ bool isOnScreen(const QWidget& widget) {
 }
 
 } // namespace
+
+void BackgroundWork::tell(const std::exception& failure) {
+    std::fprintf(stderr, "quillow: a document could not be read: %s\n", failure.what());
+}
 
 void BackgroundWork::paint(int frame) const {
     if (frame % kFramesBetweenFullPaintings == 0) {

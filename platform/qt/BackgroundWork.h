@@ -10,8 +10,10 @@
 #include <QPointer>
 
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <future>
+#include <thread>
 #include <utility>
 
 namespace quillow {
@@ -21,25 +23,47 @@ public:
     /// Shorter work than this leaves the windows alone.
     static constexpr std::chrono::milliseconds kFrame{40};
 
-    /// `spinner` may be null; it turns while it is animated.
-    explicit BackgroundWork(Spinner* spinner)
-        : spinner_(spinner) {}
+    /// Starts a thread that runs the function; throws std::system_error or std::bad_alloc when there can be none.
+    using ThreadStarter = std::function<std::jthread(const std::function<void()>& run)>;
 
-    /// The work's result, as if it had been called here.
-    template <class Result>
-    [[nodiscard]] Result wait(std::function<Result()> work) const {
+    /// `spinner` may be null; it turns while it is animated.
+    explicit BackgroundWork(Spinner* spinner, ThreadStarter startThread = &BackgroundWork::startThread)
+        : spinner_(spinner)
+        , startThread_(std::move(startThread)) {}
+
+    /// The work's answer, an optional, as if it had been called here. Nothing when no thread could be started or the work threw,
+    /// as it does without memory; standard error is told why.
+    template <class Answer>
+    [[nodiscard]] Answer wait(const std::function<Answer()>& work) const {
         const WindowPings::Answering answering;
-        std::future<Result> future = std::async(std::launch::async, std::move(work));
-        for (int frame = 0; future.wait_for(kFrame) == std::future_status::timeout; ++frame)
-            paint(frame);
-        return future.get();
+        try {
+            std::promise<Answer> promise;
+            std::future<Answer> future = promise.get_future();
+            // Ends before the promise goes, whatever happens here.
+            const std::jthread thread = startThread_([&promise, &work] {
+                try {
+                    promise.set_value(work());
+                } catch (...) {
+                    promise.set_exception(std::current_exception());
+                }
+            });
+            for (int frame = 0; future.wait_for(kFrame) == std::future_status::timeout; ++frame)
+                paint(frame);
+            return future.get();
+        } catch (const std::exception& failure) {
+            tell(failure);
+            return {};
+        }
     }
 
 private:
+    [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
+    static void tell(const std::exception& failure);
     void paint(int frame) const;
 
     WindowPings pings_;
     QPointer<Spinner> spinner_;
+    ThreadStarter startThread_;
 };
 
 } // namespace quillow

@@ -11,11 +11,18 @@
 namespace quillow {
 
 struct BookmarkBlock {
+    /// What a path with symbolic links on it led to.
+    struct Target {
+        QByteArray path; ///< absolute, without links
+        FileIdentity identity;
+    };
+
     AccessMode mode = AccessMode::readWrite;
     QByteArray path;                        ///< absolute, as the bytes that the file system uses
     std::optional<QByteArray> relativePath; ///< from the document's folder; only in document-scoped bookmarks
-    FileIdentity identity;
+    FileIdentity identity;                  ///< of a symbolic link at the path: the link's own
     std::optional<std::uint64_t> parentInode;
+    std::optional<Target> target; ///< only when there is a link on the path
 
     [[nodiscard]] QByteArray toBytes() const;
     /// Nothing for bytes that are no bookmark of this version.

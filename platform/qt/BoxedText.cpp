@@ -35,7 +35,7 @@ QCborValue cborFromBoxed(const Boxed& value) {
             entries.insert(QCborValue(entry.key()), cborFromBoxed(entry.value()));
         return entries;
     }
-    return value.isNil() ? QCborValue(nullptr) : QCborValue(textFromBoxed(value));
+    return value.isNil() || value.object() ? QCborValue(nullptr) : QCborValue(textFromBoxed(value));
 }
 
 Boxed imageFromText(const QString& text) {
@@ -139,6 +139,8 @@ QString textFromBoxed(const Boxed& value) {
                 return QStringLiteral("t:") + held.toUTC().toString(Qt::ISODateWithMs);
             else if constexpr (std::is_same_v<T, Image>)
                 return QStringLiteral("m:%1,%2,").arg(held.width).arg(held.height) + base64(held.rgba);
+            else if constexpr (std::is_same_v<T, Boxed::Object>)
+                return {};
             else
                 return QStringLiteral("j:") + base64(cborFromBoxed(value).toCbor());
         },

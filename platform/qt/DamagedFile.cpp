@@ -1,6 +1,6 @@
 #include "platform/qt/DamagedFile.h"
 
-#include <QFile>
+#include "base/PathBytes.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,7 +28,7 @@ bool renameOntoNothing(const QByteArray& from, const QByteArray& to) {
 std::optional<QString> moveDamagedFileAside(const QString& path) {
     for (int number = 1; number <= kMostKeptAside; ++number) {
         const QString ending = number == 1 ? QStringLiteral(".damaged") : QStringLiteral(".damaged-%1").arg(number);
-        if (renameOntoNothing(QFile::encodeName(path), QFile::encodeName(path + ending))) return path + ending;
+        if (renameOntoNothing(pathToBytes(path), pathToBytes(path + ending))) return path + ending;
     }
     return std::nullopt;
 }

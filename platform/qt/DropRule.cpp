@@ -1,6 +1,6 @@
 #include "platform/qt/DropRule.h"
 
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 
 #include <QSysInfo>
 #include <QUrl>

@@ -25,29 +25,6 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     layout()->setMenuBar(label);
 }
 
-void FileDialog::showFiles(const QStringList& extensions) {
-    setWindowTitle(QStringLiteral("Choose a File"));
-    setFileMode(QFileDialog::ExistingFile);
-    if (extensions.isEmpty() || extensions.contains(QString())) {
-        setNameFilter(QStringLiteral("All files (*)"));
-        return;
-    }
-    QStringList patterns;
-    for (const QString& extension : extensions)
-        patterns.append(QStringLiteral("*.") + extension);
-    setNameFilter(QStringLiteral("Documents (%1)").arg(patterns.join(QLatin1Char(' '))));
-}
-
-void FileDialog::showFoldersOnly() {
-    setWindowTitle(QStringLiteral("Choose a Folder"));
-    setFileMode(QFileDialog::Directory);
-    setOption(QFileDialog::ShowDirsOnly);
-    // There is one type only.
-    for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
-        if (auto* widget = findChild<QWidget*>(QLatin1String(name))) widget->hide();
-    }
-}
-
 void FileDialog::startIn(const QString& path) {
     setDirectory(!path.isEmpty() && QDir(path).exists() ? path : QDir::homePath());
 }

@@ -8,9 +8,6 @@ namespace quillow {
 class FileDialog : public QFileDialog {
 public:
     FileDialog(const QString& message, const QString& prompt, QWidget* parent);
-    /// One file of these extensions; none, or an empty one among them, means any.
-    void showFiles(const QStringList& extensions);
-    void showFoldersOnly();
     /// Starts in the folder when there is one at the path, else in the home folder.
     void startIn(const QString& path);
 };

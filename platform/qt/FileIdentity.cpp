@@ -5,7 +5,9 @@
 #include <sys/statfs.h>
 #include <sys/sysmacros.h>
 
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 
 namespace quillow {
 namespace {
@@ -41,6 +43,11 @@ bool FileIdentity::isOnFileSystemOf(const FileIdentity& other) const {
 bool FileIdentity::isSameItemAs(const FileIdentity& other) const {
     if (!isOnFileSystemOf(other) || inode != other.inode || isDirectory != other.isDirectory) return false;
     return !birthTime || !other.birthTime || *birthTime == *other.birthTime;
+}
+
+std::optional<QByteArray> realPath(const QByteArray& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.constData(), nullptr), &std::free);
+    return resolved ? std::optional(QByteArray(resolved.get())) : std::nullopt;
 }
 
 } // namespace quillow

@@ -132,10 +132,10 @@ void GeneralPane::setDestinationIsFixed(bool isFixed) {
     folder_->setUsable(isFixed);
 }
 
-void GeneralPane::setStartupAction(int tag) {
+void GeneralPane::setStartupAction(std::int64_t tag) {
     const QScopedValueRollback showing(isShowing_, true);
     // A tag that is none of the four does nothing at start-up, and none of the four is shown for it.
-    startupAction_->setCurrentIndex(tag >= 0 && tag < startupAction_->count() ? tag : -1);
+    startupAction_->setCurrentIndex(tag >= 0 && tag < startupAction_->count() ? static_cast<int>(tag) : -1);
     document_->setUsable(tag == kOpenChosenDocument);
 }
 

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <cstdint>
 #include <functional>
 
 class QComboBox;
@@ -38,7 +39,7 @@ public:
     // What is shown; showing runs no command.
     void setDestinationAsks(bool asks);
     void setDestinationIsFixed(bool isFixed);
-    void setStartupAction(int tag);
+    void setStartupAction(std::int64_t tag);
     /// Whether there is a chosen document that can be shown, tested and cleared.
     void setDocumentIsSpecified(bool isSpecified);
     [[nodiscard]] ChosenItem& folder() { return *folder_; }

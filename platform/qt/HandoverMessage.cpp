@@ -1,6 +1,6 @@
 #include "platform/qt/HandoverMessage.h"
 
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 
 #include <QtEndian>
 

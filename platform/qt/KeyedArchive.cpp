@@ -53,7 +53,7 @@ public:
 private:
     /// Adds an object with all that it refers to and answers its identifier; nothing for what no archive holds.
     std::optional<Boxed> add(const Boxed& object, int depth) { // NOLINT(misc-no-recursion): depth is bounded
-        if (depth > kPropertyListDepth || object.image()) return std::nullopt;
+        if (depth > kPropertyListDepth || object.image() || object.object()) return std::nullopt;
         if (object.isNil()) return uniqueIdentifier(0);
         // Its place is taken before those of what it holds, so that the root comes first.
         const qsizetype place = objects_.size();

@@ -1,6 +1,5 @@
 #include "platform/qt/MainMenu.h"
 
-#include "base/Release.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtLogView.h"
 #include "platform/qt/QtWindow.h"
@@ -16,7 +15,6 @@
 namespace quillow {
 namespace {
 
-constexpr char kStatement[] = "Convert Pdf, Html, Rtf, Rtfd to standard text";
 constexpr char kHelp[] =
     "Drop documents of the types RTF, RTFD, HTM, HTML and PDF on the drop area, or choose them with Ctrl+O. The text "
     "of each is "
@@ -40,10 +38,8 @@ MainMenu::MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts)
     , alerts_(alerts) {
     applicationMenu_ = window_.menuBar()->addMenu(QStringLiteral("&Quillow"));
     QMenu& program = *applicationMenu_;
-    add(program, QStringLiteral("&About Quillow"), {}, [this] {
-        tell(QStringLiteral("Quillow %1").arg(QString::fromUtf16(kCurrentReleaseString)),
-             QString::fromUtf8(kStatement));
-    });
+    add(program, QStringLiteral("&About Quillow"), {},
+        [this] { tell(QStringLiteral("Quillow %1").arg(QCoreApplication::applicationVersion()), statement_); });
     program.addSeparator();
     add(program, QStringLiteral("&Preferences\u2026"), QKeySequence(Qt::CTRL | Qt::Key_Comma),
         &MainWindowCommands::openPreferences);
@@ -117,7 +113,8 @@ void MainMenu::makeWindowMenu() {
 }
 
 void MainMenu::makeHelpMenu() {
-    QMenu& help = *window_.menuBar()->addMenu(QStringLiteral("&Help"));
+    helpMenu_ = window_.menuBar()->addMenu(QStringLiteral("&Help"));
+    QMenu& help = *helpMenu_;
     add(help, QStringLiteral("Quillow &Help"), QKeySequence(Qt::Key_F1),
         [this] { tell(QStringLiteral("Quillow turns documents into plain text"), QString::fromUtf8(kHelp)); });
     add(help, QStringLiteral("User &Guide"), {}, &MainWindowCommands::openUserGuide);

@@ -22,6 +22,9 @@ public:
     MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts);
 
     [[nodiscard]] QMenu& applicationMenu() { return *applicationMenu_; }
+    [[nodiscard]] QMenu& helpMenu() { return *helpMenu_; }
+    /// What About says of the product, in one line.
+    void setStatement(const QString& statement) { statement_ = statement; }
     void setCommands(const MainWindowCommands& commands) { commands_ = commands; }
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
@@ -44,7 +47,9 @@ private:
     QtLogView& logView_;
     Alerts& alerts_;
     MainWindowCommands commands_;
+    QString statement_;
     QMenu* applicationMenu_ = nullptr;
+    QMenu* helpMenu_ = nullptr;
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     QAction* showInput_ = nullptr;

@@ -259,6 +259,14 @@ QMenu& MainWindow::applicationMenu() {
     return menu_->applicationMenu();
 }
 
+QMenu& MainWindow::helpMenu() {
+    return menu_->helpMenu();
+}
+
+void MainWindow::setStatement(const QString& statement) {
+    menu_->setStatement(statement);
+}
+
 void MainWindow::chooseDocuments() {
     auto* chooser = new DocumentChooser(workspace_, this);
     chooser->setHandler([this](const QStringList& paths) {

@@ -37,6 +37,8 @@ public:
     ~MainWindow() override;
 
     void setCommands(const MainWindowCommands& commands);
+    /// The product in one line.
+    void setStatement(const QString& statement);
 
     /// Where texts go, as it is shown; nothing while the folder cannot be found.
     void setDestination(const std::optional<QString>& folder);
@@ -55,6 +57,7 @@ public:
     [[nodiscard]] QtWindow& window() { return window_; }
     /// The first menu of the menu bar.
     [[nodiscard]] QMenu& applicationMenu();
+    [[nodiscard]] QMenu& helpMenu();
     [[nodiscard]] DropArea& dropArea() { return *dropArea_; }
     [[nodiscard]] QtLogView& logView() { return *logView_; }
     [[nodiscard]] Spinner& spinner() { return *spinner_; }

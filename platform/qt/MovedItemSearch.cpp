@@ -24,6 +24,11 @@ QByteArray joined(const QByteArray& folder, const char* name) {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
+/// Where the folder lies when its path leads over symbolic links.
+QByteArray realFolder(const QByteArray& folder) {
+    return realPath(folder).value_or(folder);
+}
+
 bool exists(const QByteArray& path) {
     return ::faccessat(AT_FDCWD, path.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
@@ -97,7 +102,7 @@ std::optional<QByteArray> findMovedItem(const FileIdentity& item, const QByteArr
                                         const SearchBudget& budget, const SteadyNow& now) {
     Search search(item, budget, now);
     QByteArray searched;
-    for (QByteArray folder = folderAround(formerPath);; folder = folderAround(folder)) {
+    for (QByteArray folder = realFolder(folderAround(formerPath));; folder = realFolder(folderAround(folder))) {
         const auto identity = FileIdentity::ofItem(folder);
         if (identity) {
             if (!identity->isDirectory || !identity->isOnFileSystemOf(item)) return std::nullopt;

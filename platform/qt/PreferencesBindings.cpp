@@ -104,7 +104,7 @@ void PreferencesBindings::showFolderState() {
 }
 
 void PreferencesBindings::showStartupAction() {
-    window_.generalPane().setStartupAction(stored(kStartupActionTag).intValue());
+    window_.generalPane().setStartupAction(stored(kStartupActionTag).longValue());
 }
 
 void PreferencesBindings::showDocument() {

@@ -1,5 +1,6 @@
 #include "platform/qt/QtArchive.h"
 
+#include "base/PathBytes.h"
 #include "platform/qt/DamagedFile.h"
 #include "platform/qt/KeyedArchive.h"
 
@@ -26,7 +27,7 @@ void QtArchive::putAside(const QString& path) {
     const QString outcome = keptAs ? QStringLiteral("it is kept as %1").arg(*keptAs)
                                    : QStringLiteral("it cannot be moved aside, so nothing is kept of this run");
     const QString line = QStringLiteral("the data file %1 cannot be read; %2").arg(path, outcome);
-    std::fprintf(stderr, "quillow: %s\n", line.toLocal8Bit().constData());
+    std::fprintf(stderr, "quillow: %s\n", pathToBytes(line).constData());
 }
 
 } // namespace quillow

@@ -1,7 +1,7 @@
 #include "platform/qt/QtBookmarkStore.h"
 
+#include "base/PathBytes.h"
 #include "platform/qt/BookmarkBlock.h"
-#include "platform/qt/PathBytes.h"
 
 #include <QDir>
 
@@ -19,6 +19,16 @@ void fail(std::optional<PlatformError>* error, const char* description) {
 
 bool isFileUrl(const QUrl& url) {
     return url.isLocalFile() && url.path().startsWith(QLatin1Char('/'));
+}
+
+bool standsAt(const QByteArray& path, const FileIdentity& item) {
+    const auto identity = FileIdentity::ofItem(path);
+    return identity && identity->isSameItemAs(item);
+}
+
+/// Whether something stands at the recorded path: where its links led somewhere, they still do.
+bool stands(const BookmarkBlock& block) {
+    return block.target ? realPath(block.path).has_value() : FileIdentity::ofItem(block.path).has_value();
 }
 
 QString folderOf(const QString& path) {
@@ -55,6 +65,10 @@ std::optional<QByteArray> QtBookmarkStore::bookmarkData(const QUrl& url, std::ui
     block.path = bytes;
     block.identity = *identity;
     if (const auto parent = FileIdentity::ofItem(pathToBytes(folderOf(path)))) block.parentInode = parent->inode;
+    const auto real = realPath(bytes);
+    if (real && *real != bytes) {
+        if (const auto target = FileIdentity::ofItem(*real)) block.target = BookmarkBlock::Target{*real, *target};
+    }
     if (relativeToURL)
         block.relativePath = pathToBytes(QDir(folderOf(pathFromFileUrl(*relativeToURL))).relativeFilePath(path));
     return block.toBytes();
@@ -73,7 +87,7 @@ std::optional<QUrl> QtBookmarkStore::resolveBookmarkData(const QByteArray& bookm
         fail(error, "a document-scoped bookmark is resolved with its document, any other without one");
         return std::nullopt;
     }
-    if (FileIdentity::ofItem(block->path)) return resolvedUrl(block->path, block->mode);
+    if (stands(*block)) return resolvedUrl(block->path, block->mode);
 
     std::optional<QByteArray> found;
     if (relativeToURL && isFileUrl(*relativeToURL)) {
@@ -82,7 +96,7 @@ std::optional<QUrl> QtBookmarkStore::resolveBookmarkData(const QByteArray& bookm
             pathToBytes(QDir::cleanPath(documentFolder.absoluteFilePath(pathFromBytes(*block->relativePath))));
         if (FileIdentity::ofItem(beside)) found = beside;
     }
-    if (!found) found = findElsewhere(bookmark, block->identity, block->path);
+    if (!found) found = findElsewhere(bookmark, *block);
     if (!found) {
         fail(error, "the item was not found");
         return std::nullopt;
@@ -96,19 +110,33 @@ std::optional<QUrl> QtBookmarkStore::resolvedUrl(const QByteArray& path, AccessM
     return fileUrlFromPath(pathFromBytes(path));
 }
 
-std::optional<QByteArray> QtBookmarkStore::findElsewhere(const QByteArray& bookmark, const FileIdentity& item,
-                                                         const QByteArray& formerPath) {
+std::optional<QByteArray> QtBookmarkStore::findElsewhere(const QByteArray& bookmark, const BookmarkBlock& block) {
     const auto remembered = searches_.constFind(bookmark);
     if (remembered != searches_.constEnd() && now_() - remembered->when < kSearchMemory) {
-        if (!remembered->found) return std::nullopt;
-        const auto identity = FileIdentity::ofItem(*remembered->found);
-        if (identity && identity->isSameItemAs(item)) return remembered->found;
+        const auto& found = remembered->found;
+        if (!found) return std::nullopt;
+        if (standsAt(found->path, found->identity)) return found->path;
     }
     if (searches_.size() >= kRememberedSearches) searches_.clear();
     ++searchCount_;
-    auto found = findMovedItem(item, formerPath, budget_, now_);
+    const auto found = search(block);
     searches_.insert(bookmark, {now_(), found});
-    return found;
+    return found ? std::optional(found->path) : std::nullopt;
+}
+
+std::optional<QtBookmarkStore::FoundItem> QtBookmarkStore::search(const BookmarkBlock& block) const {
+    if (const auto& target = block.target) {
+        // A link that was moved, as long as it still leads somewhere; else what it led to.
+        if (!block.identity.isSameItemAs(target->identity)) {
+            const auto link = findMovedItem(block.identity, block.path, budget_, now_);
+            if (link && realPath(*link)) return FoundItem{*link, block.identity};
+        }
+        if (standsAt(target->path, target->identity)) return FoundItem{target->path, target->identity};
+        const auto found = findMovedItem(target->identity, target->path, budget_, now_);
+        return found ? std::optional(FoundItem{*found, target->identity}) : std::nullopt;
+    }
+    const auto found = findMovedItem(block.identity, block.path, budget_, now_);
+    return found ? std::optional(FoundItem{*found, block.identity}) : std::nullopt;
 }
 
 bool QtBookmarkStore::startAccessingSecurityScopedResource(const QUrl& url) {

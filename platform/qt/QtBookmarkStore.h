@@ -1,9 +1,11 @@
 // Bookmarks as blocks that name an item by its path and by its identity on the file system. What stands at the recorded path is
-// the item; only when nothing stands there is it looked for elsewhere.
+// the item; only when nothing stands there is it looked for elsewhere. Where symbolic links are on the path, what they led to is
+// recorded, too.
 #pragma once
 
 #include "platform/BookmarkStore.h"
 #include "platform/qt/AccessRegistry.h"
+#include "platform/qt/BookmarkBlock.h"
 #include "platform/qt/MovedItemSearch.h"
 
 #include <QHash>
@@ -33,13 +35,17 @@ public:
     [[nodiscard]] int searchCount() const { return searchCount_; }
 
 private:
+    struct FoundItem {
+        QByteArray path;
+        FileIdentity identity;
+    };
     struct RememberedSearch {
         std::chrono::steady_clock::time_point when;
-        std::optional<QByteArray> found;
+        std::optional<FoundItem> found;
     };
 
-    std::optional<QByteArray> findElsewhere(const QByteArray& bookmark, const FileIdentity& item,
-                                            const QByteArray& formerPath);
+    std::optional<QByteArray> findElsewhere(const QByteArray& bookmark, const BookmarkBlock& block);
+    [[nodiscard]] std::optional<FoundItem> search(const BookmarkBlock& block) const;
     std::optional<QUrl> resolvedUrl(const QByteArray& path, AccessMode mode);
 
     AccessRegistry& access_;

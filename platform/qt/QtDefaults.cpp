@@ -1,5 +1,7 @@
 #include "platform/qt/QtDefaults.h"
 
+#include "base/PathBytes.h"
+#include "platform/qt/BoxedText.h"
 #include "platform/qt/DamagedFile.h"
 #include "platform/qt/DefaultsFile.h"
 
@@ -23,7 +25,7 @@ constexpr int kLockPatience = 2000;
 
 void apply(const Boxed::Dictionary& changes, Boxed::Dictionary& values) {
     for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
-        if (change.value().isNil())
+        if (textFromBoxed(change.value()).isEmpty())
             values.remove(change.key());
         else
             values.insert(change.key(), change.value());
@@ -111,7 +113,7 @@ bool QtDefaults::write(const Boxed::Dictionary& values) const {
 }
 
 void QtDefaults::warnOnce(const QString& line) {
-    if (!hasWarned_) std::fprintf(stderr, "quillow: %s\n", line.toLocal8Bit().constData());
+    if (!hasWarned_) std::fprintf(stderr, "quillow: %s\n", pathToBytes(line).constData());
     hasWarned_ = true;
 }
 

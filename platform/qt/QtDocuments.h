@@ -2,6 +2,7 @@
 // convert it.
 #pragma once
 
+#include "base/PathStrings.h"
 #include "platform/Documents.h"
 #include "platform/Window.h"
 
@@ -33,7 +34,7 @@ public:
     void openDocumentWithContentsOfURL(const QUrl& url, Display display,
                                        std::function<void()> completionHandler) override {
         if (display == Display::yes) mainWindow_.makeKeyAndOrderFront();
-        if (roads_.convertPaths && url.isLocalFile()) roads_.convertPaths({url.toLocalFile()});
+        if (roads_.convertPaths && url.isLocalFile()) roads_.convertPaths({pathOfURL(url)});
         if (completionHandler) completionHandler();
     }
 

@@ -1,7 +1,8 @@
 #include "platform/qt/QtFileSystem.h"
 
+#include "base/PathBytes.h"
 #include "platform/qt/FileDescriptor.h"
-#include "platform/qt/PathBytes.h"
+#include "platform/qt/FileIdentity.h"
 
 #include <QRandomGenerator>
 
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <system_error>
 
 namespace quillow {
@@ -34,8 +36,7 @@ std::optional<QByteArray> systemPath(const QString& path) {
 
 /// The file that a write to `path` replaces: where the path is a symbolic link to something, that something.
 QByteArray replacedFile(const QByteArray& path) {
-    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.constData(), nullptr), &std::free);
-    return resolved ? QByteArray(resolved.get()) : path;
+    return realPath(path).value_or(path);
 }
 
 QByteArray folderOf(const QByteArray& path) {
@@ -103,6 +104,27 @@ bool writeAll(int descriptor, const QByteArray& bytes) {
     return true;
 }
 
+/// All bytes of an open file that was so large when it was opened; nothing after an error, or when it grew past the limit.
+std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
+    // One byte more than the size, so that the end of an unchanged file is met without growing.
+    QByteArray bytes(size + 1, Qt::Uninitialized);
+    qsizetype length = 0;
+    while (true) {
+        if (length == bytes.size()) {
+            if (length > QtFileSystem::kMaximumFileSize) return std::nullopt;
+            bytes.resize(length * 2);
+        }
+        const ssize_t count =
+            ::read(descriptor, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        length += count;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
 } // namespace
 
 std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) const {
@@ -114,23 +136,11 @@ std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) cons
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return std::nullopt;
     if (!S_ISREG(status.st_mode) || status.st_size > kMaximumFileSize) return std::nullopt;
 
-    // One byte more than the size, so that the end of an unchanged file is met without growing.
-    QByteArray bytes(static_cast<qsizetype>(status.st_size) + 1, Qt::Uninitialized);
-    qsizetype length = 0;
-    while (true) {
-        if (length == bytes.size()) {
-            if (length > kMaximumFileSize) return std::nullopt;
-            bytes.resize(length * 2);
-        }
-        const ssize_t count =
-            ::read(file.number(), bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::nullopt;
-        if (count == 0) break;
-        length += count;
+    try {
+        return wholeFile(file.number(), static_cast<qsizetype>(status.st_size));
+    } catch (const std::bad_alloc&) {
+        return std::nullopt; // too large for this machine just now
     }
-    bytes.truncate(length);
-    return bytes;
 }
 
 bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {

@@ -1,4 +1,4 @@
-// The menu bar as the logic adds to it.
+// The menu bar and its menus as the logic adds to them.
 #pragma once
 
 #include "platform/Menus.h"
@@ -9,24 +9,37 @@
 
 namespace quillow {
 
-class QtMenus final : public Menus {
+class QtMenu final : public Menu {
 public:
-    explicit QtMenus(QMenu& applicationMenu)
-        : applicationMenu_(applicationMenu) {}
+    explicit QtMenu(QMenu& menu)
+        : menu_(menu) {}
 
-    void insertIntoApplicationMenu(const MenuItem& item, int atIndex) override {
-        auto* action = new QAction(item.title, &applicationMenu_);
+    void insertItem(const MenuItem& item, int atIndex) override {
+        auto* action = new QAction(item.title, &menu_);
         if (!item.keyEquivalent.isEmpty())
             action->setShortcut(QKeySequence(QStringLiteral("Ctrl+") + item.keyEquivalent));
         QObject::connect(action, &QAction::triggered, action, [run = item.action] {
             const ActionSender sender;
             if (run) run(&sender);
         });
-        applicationMenu_.insertAction(applicationMenu_.actions().value(atIndex), action);
+        menu_.insertAction(menu_.actions().value(atIndex), action);
     }
 
 private:
-    QMenu& applicationMenu_;
+    QMenu& menu_;
+};
+
+class QtMenus final : public Menus {
+public:
+    explicit QtMenus(QMenu& applicationMenu)
+        : applicationMenu_(applicationMenu) {}
+
+    void insertIntoApplicationMenu(const MenuItem& item, int atIndex) override {
+        applicationMenu_.insertItem(item, atIndex);
+    }
+
+private:
+    QtMenu applicationMenu_;
 };
 
 } // namespace quillow

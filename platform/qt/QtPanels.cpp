@@ -1,7 +1,7 @@
 #include "platform/qt/QtPanels.h"
 
-#include "platform/qt/FileDialog.h"
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
+#include "platform/qt/OpenDialog.h"
 #include "platform/qt/QtWindow.h"
 
 #include <utility>
@@ -11,8 +11,10 @@ namespace {
 
 class PanelSheet final : public Sheet {
 public:
-    PanelSheet(const OpenPanel& panel, std::function<void(const std::optional<QUrl>&)> handler)
+    PanelSheet(const OpenPanel& panel, const Workspace& workspace,
+               std::function<void(const std::optional<QUrl>&)> handler)
         : panel_(panel)
+        , workspace_(workspace)
         , handler_(std::move(handler)) {}
 
     [[nodiscard]] bool asksTheSameAs(const Sheet& other) const override {
@@ -20,7 +22,7 @@ public:
         return panel && panel->panel_ == panel_;
     }
     [[nodiscard]] QDialog* makeDialog(QWidget* window) const override {
-        auto* dialog = new FileDialog(panel_.message, panel_.prompt, window);
+        auto* dialog = new OpenDialog(panel_.message, panel_.prompt, workspace_, window);
         if (panel_.canChooseFiles)
             dialog->showFiles(panel_.allowedFileTypes);
         else
@@ -30,7 +32,7 @@ public:
         return dialog;
     }
     void takeAnswer(const QDialog& dialog, int result) override {
-        const QStringList chosen = static_cast<const FileDialog&>(dialog).selectedFiles();
+        const QStringList chosen = static_cast<const OpenDialog&>(dialog).chosenPaths();
         if (result == QDialog::Accepted && !chosen.isEmpty()) answer_ = fileUrlFromPath(chosen.constFirst());
     }
     void complete() override {
@@ -39,6 +41,7 @@ public:
 
 private:
     OpenPanel panel_;
+    const Workspace& workspace_;
     std::function<void(const std::optional<QUrl>&)> handler_;
     std::optional<QUrl> answer_;
 };
@@ -47,7 +50,8 @@ private:
 
 void QtPanels::beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                         std::function<void(const std::optional<QUrl>& url)> completionHandler) {
-    sheets_.begin(std::make_unique<PanelSheet>(panel, std::move(completionHandler)), QtWindow::widgetOf(window));
+    sheets_.begin(std::make_unique<PanelSheet>(panel, workspace_, std::move(completionHandler)),
+                  QtWindow::widgetOf(window));
 }
 
 } // namespace quillow

@@ -26,7 +26,7 @@ QNetworkRequest requestFor(const QUrl& url) {
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setHeader(
         QNetworkRequest::UserAgentHeader,
-        QStringLiteral("%1/%2").arg(QString::fromUtf16(kApplicationName), QString::fromUtf16(kCurrentReleaseString)));
+        QStringLiteral("%1/%2").arg(QString::fromUtf16(kApplicationName), QCoreApplication::applicationVersion()));
     request.setMaximumRedirectsAllowed(kMostRedirects);
     return request;
 }

@@ -1,6 +1,6 @@
 #include "platform/qt/QtSavePanels.h"
 
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 #include "platform/qt/QtAccessoryView.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/SaveDialog.h"

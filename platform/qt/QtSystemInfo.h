@@ -1,6 +1,7 @@
 // The operating system by os-release(5), the home folder by $HOME.
 #pragma once
 
+#include "base/PathBytes.h"
 #include "platform/SystemInfo.h"
 
 #include <QDir>
@@ -17,10 +18,10 @@ public:
     [[nodiscard]] QString operatingSystemVersionString() const override { return QSysInfo::prettyProductName(); }
     /// Where $HOME is no absolute path ("~"), the one of the user database.
     [[nodiscard]] QString homeDirectory() const override {
-        QString home = QDir::homePath();
-        if (QDir::isAbsolutePath(home)) return home;
+        const QByteArray home = qgetenv("HOME");
+        if (home.startsWith('/')) return QDir::cleanPath(pathFromBytes(home));
         const passwd* user = ::getpwuid(::getuid());
-        return user ? QDir::cleanPath(QFile::decodeName(user->pw_dir)) : QDir::rootPath();
+        return user ? QDir::cleanPath(pathFromBytes(user->pw_dir)) : QDir::rootPath();
     }
 };
 

@@ -1,22 +1,15 @@
 #include "platform/qt/QtToolbar.h"
 
-#include "platform/qt/PaneGlyphs.h"
+#include "platform/qt/PaneButton.h"
 #include "platform/qt/QtWindow.h"
 
 #include <QAction>
 #include <QMainWindow>
 #include <QToolBar>
-#include <QToolButton>
 
 #include <utility>
 
 namespace quillow {
-namespace {
-
-constexpr int kIconSize = 32;
-constexpr int kLeastButtonWidth = 72;
-
-} // namespace
 
 QtToolbar::QtToolbar(QString identifier, int height)
     : identifier_(std::move(identifier))
@@ -26,8 +19,6 @@ QtToolbar::QtToolbar(QString identifier, int height)
     bar_->setAccessibleName(QStringLiteral("Panes"));
     bar_->setMovable(false);
     bar_->setFloatable(false);
-    bar_->setIconSize({kIconSize, kIconSize});
-    bar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     bar_->setFixedHeight(height_);
 }
 
@@ -52,23 +43,10 @@ void QtToolbar::attachToWindow(Window& window) {
 }
 
 void QtToolbar::addItem(std::unique_ptr<ToolbarItem> item, bool isSelectable) {
-    auto* button = new QToolButton;
-    // The first letter is the mnemonic; an ampersand of the label is none.
-    QString label = item->label;
-    button->setText(QLatin1Char('&') + label.replace(QLatin1Char('&'), QLatin1String("&&")));
-    button->setToolTip(item->toolTip);
-    button->setAccessibleName(item->label);
-    button->setIcon(imageNamed(item->imageName));
-    button->setIconSize({kIconSize, kIconSize});
-    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    button->setAutoRaise(true);
-    button->setMinimumWidth(kLeastButtonWidth);
-    button->setFocusPolicy(Qt::StrongFocus);
-    button->setCheckable(isSelectable);
-    button->setAutoExclusive(isSelectable);
-    QObject::connect(button, &QToolButton::clicked, button, [pressed = item.get()] {
-        if (pressed->action) pressed->action(pressed);
-    });
+    auto* button = new PaneButton(*item, isSelectable ? PaneButton::Selectable::yes : PaneButton::Selectable::no,
+                                  [chosen = item.get()] {
+                                      if (chosen->action) chosen->action(chosen);
+                                  });
     bar_->addWidget(button);
     buttons_[item->itemIdentifier] = button;
     items_.push_back(std::move(item));
@@ -87,7 +65,7 @@ QList<const ToolbarItem*> QtToolbar::items() const {
 
 void QtToolbar::setSelectedItemIdentifier(const QString& identifier) {
     const auto found = buttons_.find(identifier);
-    if (found != buttons_.end() && found->second) found->second->setChecked(true);
+    if (found != buttons_.end() && found->second) found->second->select();
 }
 
 std::unique_ptr<Toolbar> QtToolbarFactory::makeToolbar(const QString& identifier) {

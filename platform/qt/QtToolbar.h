@@ -11,9 +11,10 @@
 #include <vector>
 
 class QToolBar;
-class QToolButton;
 
 namespace quillow {
+
+class PaneButton;
 
 class QtToolbar final : public Toolbar {
 public:
@@ -37,7 +38,7 @@ private:
     ToolbarDelegate* delegate_ = nullptr;
     QPointer<QToolBar> bar_; ///< owned by the window once it is on one
     std::vector<std::unique_ptr<ToolbarItem>> items_;
-    std::map<QString, QPointer<QToolButton>> buttons_; ///< by identifier
+    std::map<QString, QPointer<PaneButton>> buttons_; ///< by identifier
 };
 
 class QtToolbarFactory final : public ToolbarFactory {

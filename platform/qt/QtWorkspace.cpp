@@ -1,6 +1,6 @@
 #include "platform/qt/QtWorkspace.h"
 
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>

@@ -1,8 +1,7 @@
 #include "platform/qt/UpdatePane.h"
 
-#include "base/Release.h"
-
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -26,7 +25,7 @@ QLabel* makeQuietLabel(const QString& text) {
 }
 
 QLabel* makeReleaseLabel() {
-    auto* release = new QLabel(QStringLiteral("This is Quillow %1.").arg(QString::fromUtf16(kCurrentReleaseString)));
+    auto* release = new QLabel(QStringLiteral("This is Quillow %1.").arg(QCoreApplication::applicationVersion()));
     release->setAccessibleName(release->text());
     return release;
 }

@@ -1,3 +1,4 @@
+#include "base/PathBytes.h"
 #include "tests/app/DelegateFixture.h"
 
 namespace quillow {
@@ -450,14 +451,18 @@ TEST_F(ConversionTest, theEndWaitsForTheDocumentAndNotForTheBatch) {
     EXPECT_TRUE(fakes.journal.entries().contains(u"stopAnimation"_s));
 }
 
-#ifndef NDEBUG
-TEST_F(ConversionTest, batchThatChangesWhileItRunsIsAMistake) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    fakes.files.addFile(u"/in/a.rtf"_s, "text");
-    fakes.rtf.onRead([&] { delegate.setFileToProcessPathArray({}); });
-    EXPECT_DEATH(convertBatch({u"/in/a.rtf"_s}), "the batch changed");
+TEST_F(ConversionTest, batchThatChangesWhileItRunsEndsAndIsToldOnStandardError) {
+    const QString first = u"/in/"_s + pathFromBytes("caf\xE9.rtf");
+    fakes.files.addFile(first, "text");
+    fakes.files.addFile(u"/in/b.rtf"_s, "text");
+    fakes.rtf.onRead([&] { delegate.setFileToProcessPathArray({first, u"/in/b.rtf"_s, u"/in/c.rtf"_s}); });
+    testing::internal::CaptureStderr();
+    convertBatch({first, u"/in/b.rtf"_s});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "quillow: the batch changed while /in/caf\xE9.rtf was converted; the rest of it is not converted\n");
+    EXPECT_EQ(logLines(), QStringList{converted(first, u"/texts/"_s + pathFromBytes("caf\xE9.txt"))});
+    EXPECT_EQ(fakes.bookmarks.openAccesses(), 0);
 }
-#endif
 
 } // namespace
 } // namespace quillow

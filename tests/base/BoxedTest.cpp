@@ -1,5 +1,7 @@
 #include "base/Boxed.h"
 
+#include "base/KVObject.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -145,6 +147,15 @@ TEST(Boxed, equalityLooksAtTheTypeToo) {
     EXPECT_NE(Boxed(u"1"_s), Boxed(1));
     EXPECT_EQ(Boxed(Boxed::Array{Boxed::Array{u"a"_s}}), Boxed(Boxed::Array{Boxed::Array{u"a"_s}}));
     EXPECT_NE(Boxed(Boxed::Array{Boxed::Array{u"a"_s}}), Boxed(Boxed::Array{Boxed::Array{u"b"_s}}));
+}
+
+TEST(Boxed, anObjectIsAValueThatEqualsOnlyItself) {
+    const auto object = std::make_shared<const KVObject>();
+    EXPECT_EQ(Boxed(object), Boxed(object));
+    EXPECT_NE(Boxed(object), Boxed(std::make_shared<const KVObject>()));
+    EXPECT_EQ(Boxed(object).object(), Boxed::Object(object));
+    EXPECT_EQ(Boxed(object).longValue(), 0);
+    EXPECT_TRUE(Boxed(Boxed::Object()).isNil());
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "base/KeyPath.h"
 
+#include "base/KVObject.h"
+
 #include <gtest/gtest.h>
 
 namespace quillow {
@@ -39,6 +41,31 @@ TEST(KeyPath, answersNilWhereItLeadsNowhere) {
 TEST(KeyPath, anArrayAnswersForItsElements) {
     EXPECT_EQ(at(u"visited.name"_s), Boxed(Boxed::Array{u"Rome"_s, u"Oslo"_s, Boxed(), Boxed()}));
     EXPECT_EQ(at(u"visited.name.x"_s), Boxed(Boxed::Array{Boxed(), Boxed(), Boxed(), Boxed()}));
+}
+
+/// An object that answers every key with the key.
+class Echo final : public KeyValueLookup {
+public:
+    [[nodiscard]] Boxed valueForKey(const QString& key) const override {
+        return key == u"nothing" ? Boxed() : Boxed(key);
+    }
+};
+
+struct Town final : KVObject {
+    KVProperty<std::optional<QString>> name{*this, u"name", u"Rome"_s};
+    KVProperty<Boxed> mayor{*this, u"mayor"};
+};
+
+TEST(KeyPath, leadsThroughObjectsThatAreReadByKey) {
+    const auto town = std::make_shared<Town>();
+    town->mayor.set(Boxed(std::make_shared<const Echo>()));
+    const Boxed person = Boxed::Dictionary{{u"town"_s, Boxed(town)}};
+    EXPECT_EQ(KeyPath(u"town.name"_s).valueIn(person), Boxed(u"Rome"_s));
+    EXPECT_EQ(KeyPath(u"town.mayor.title"_s).valueIn(person), Boxed(u"title"_s));
+    EXPECT_TRUE(KeyPath(u"town.mayor.nothing"_s).valueIn(person).isNil());
+    EXPECT_TRUE(KeyPath(u"town.mayor.nothing.title"_s).valueIn(person).isNil());
+    const Boxed both = Boxed::Array{Boxed(town), Boxed::Dictionary{{u"name"_s, u"Oslo"_s}}};
+    EXPECT_EQ(KeyPath(u"name"_s).valueIn(both), Boxed(Boxed::Array{u"Rome"_s, u"Oslo"_s}));
 }
 
 } // namespace

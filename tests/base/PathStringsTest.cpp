@@ -1,5 +1,7 @@
 #include "base/PathStrings.h"
 
+#include "base/PathBytes.h"
+
 #include <gtest/gtest.h>
 
 namespace quillow {
@@ -47,6 +49,14 @@ TEST(PathStrings, pathOfUrlUndoesEscapesAndDropsTheTrailingSlash) {
     EXPECT_EQ(pathOfURL(QUrl::fromLocalFile(u"/tmp/100%@.rtf"_s)), u"/tmp/100%@.rtf"_s);
     EXPECT_EQ(pathOfURL(QUrl(u"file:///"_s)), u"/"_s);
     EXPECT_EQ(pathOfURL(QUrl(u"http://example.org/a"_s)), u""_s);
+}
+
+TEST(PathStrings, pathOfUrlKeepsBytesThatAreNotUtf8) {
+    const QString path = pathOfURL(QUrl::fromEncoded("file:///d%E9p%F4t/%C3%A9t%E9/"));
+    EXPECT_EQ(pathToBytes(path), QByteArray("/d\xE9p\xF4t/\xC3\xA9t\xE9"));
+    EXPECT_EQ(pathOfURL(fileUrlFromPath(path)), path);
+    EXPECT_EQ(pathToBytes(stringByDeletingPathExtension(lastPathComponent(pathFromBytes("/a/\xE9.\xFF.rtf")))),
+              QByteArray("\xE9.\xFF"));
 }
 
 TEST(PathStrings, lowerCaseIsUnicodesAndKnowsNoLocale) {

@@ -1,5 +1,6 @@
 #include "tests/fakes/FakeBookmarkStore.h"
 
+#include "base/PathBytes.h"
 #include "base/PathStrings.h"
 
 #include <QList>
@@ -32,10 +33,11 @@ FakeBookmarkStore::bookmarkData(const QUrl& url, std::uint32_t options,
         return std::nullopt;
     }
     QList<QByteArray> lines{kMagic, QByteArray::number(options),
-                            QByteArray::number(static_cast<qulonglong>(fileSystem_.itemNumber(path))), path.toUtf8()};
+                            QByteArray::number(static_cast<qulonglong>(fileSystem_.itemNumber(path))),
+                            pathToBytes(path)};
     if (relativeToURL) {
         const QString folder = folderAround(*relativeToURL);
-        lines.append(path.startsWith(folder) ? path.mid(folder.size()).toUtf8() : QByteArray());
+        lines.append(path.startsWith(folder) ? pathToBytes(path.mid(folder.size())) : QByteArray());
     }
     return lines.join('\n');
 }
@@ -57,10 +59,10 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
         *error = PlatformError{QStringLiteral("another scope")};
         return std::nullopt;
     }
-    QString path = QString::fromUtf8(lines[3]);
+    QString path = pathFromBytes(lines[3]);
     if (!fileSystem_.fileExistsAtPath(path, nullptr)) {
         const QString beside = isOfDocument && !lines[4].isEmpty()
-                                   ? folderAround(*relativeToURL) + QString::fromUtf8(lines[4])
+                                   ? folderAround(*relativeToURL) + pathFromBytes(lines[4])
                                    : QString();
         const std::optional<QString> found = fileSystem_.fileExistsAtPath(beside, nullptr)
                                                  ? std::optional(beside)
@@ -77,7 +79,7 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
         resolvedReadOnly_.insert(path);
     else
         resolvedReadOnly_.remove(path);
-    return QUrl::fromLocalFile(path);
+    return fileUrlFromPath(path);
 }
 
 bool FakeBookmarkStore::startAccessingSecurityScopedResource(const QUrl& url) {

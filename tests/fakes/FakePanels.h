@@ -1,6 +1,7 @@
 // Panels that are recorded and answered when the test says so.
 #pragma once
 
+#include "base/PathBytes.h"
 #include "platform/Panels.h"
 #include "tests/fakes/Journal.h"
 
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] std::size_t openCount() const { return open_.size(); }
 
     /// Ends the panel that has been open longest with this choice.
-    void choose(const QString& path) { end(QUrl::fromLocalFile(path)); }
+    void choose(const QString& path) { end(fileUrlFromPath(path)); }
     void cancel() { end(std::nullopt); }
 
 private:

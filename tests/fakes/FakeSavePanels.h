@@ -1,6 +1,7 @@
 // Save panels that are confirmed or cancelled when the test says so.
 #pragma once
 
+#include "base/PathBytes.h"
 #include "platform/SavePanel.h"
 
 #include <utility>
@@ -32,7 +33,7 @@ public:
     // What the user does.
     void type(const QString& name) { state_->name = name; }
     void confirm(const QString& path) {
-        state_->url = QUrl::fromLocalFile(path);
+        state_->url = fileUrlFromPath(path);
         end(kSavePanelConfirmed);
     }
     void confirmWithoutURL() { end(kSavePanelConfirmed); }

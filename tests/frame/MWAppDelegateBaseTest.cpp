@@ -68,6 +68,7 @@ TEST_F(AppDelegateBase, startsWithItsNameReleaseAndDefaults) {
     EXPECT_FALSE(delegate.finishedLaunching());
     EXPECT_FALSE(delegate.usingAServices());
     EXPECT_FALSE(delegate.documentIsOpening());
+    EXPECT_EQ(delegate.myHelpMenu(), nullptr);
     EXPECT_EQ(delegate.getAppStantment(), QStringLiteral("Convert Pdf, Html, Rtf, Rtfd to standard text"));
 }
 
@@ -238,6 +239,29 @@ TEST_F(AppDelegateBase, doesNothingForAnUnknownAction) {
     EXPECT_EQ(fake.mainQueue.queuedCount(), 0U);
     EXPECT_TRUE(fake.journal.entries().isEmpty()) << "no document, no dialog, no access";
     EXPECT_EQ(stateLine(), QString());
+}
+
+TEST_F(AppDelegateBase, doesNotCutTheActionTagTo32Bits) {
+    for (const std::int64_t known : {0, 1, 2, 3}) {
+        set(u"StartupActionTag", (std::int64_t{1} << 32) + known);
+        delegate.executeDocumentStartupAsInPref();
+        EXPECT_FALSE(delegate.applicationShouldOpenUntitledFile());
+    }
+    EXPECT_TRUE(fake.timers.scheduled().empty());
+    EXPECT_TRUE(fake.alerts.shown().empty());
+    EXPECT_TRUE(fake.journal.entries().isEmpty());
+}
+
+TEST_F(AppDelegateBase, keepsTheHelpMenuForDerivedApplicationsAndLeavesItAlone) {
+    class HelpMenu final : public Menu {
+    public:
+        void insertItem(const MenuItem&, int) override { ++items; }
+        int items = 0;
+    } menu;
+    delegate.setMyHelpMenu(&menu);
+    delegate.adjustBeforeFinishingLaunching();
+    EXPECT_EQ(delegate.myHelpMenu(), &menu);
+    EXPECT_EQ(menu.items, 0);
 }
 
 TEST_F(AppDelegateBase, opensTheChosenDocumentUnderAccessThatEndsWithTheOpening) {

@@ -156,7 +156,7 @@ class ProgramTest(unittest.TestCase):
 
     @staticmethod
     def uri(path):
-        return "file://" + urllib.parse.quote(str(path))
+        return "file://" + urllib.parse.quote(os.fsencode(path))
 
 
 class OwnDrag(ProgramTest):
@@ -230,6 +230,31 @@ class Panels(ProgramTest):
         screen.until(lambda: not screen.find_window("^Choose a Folder"), "panel gone")
         self.wait_until_idle()
         self.wait_for_log(self.converted(first), self.converted(second))
+
+    def test_names_that_are_not_utf8(self):
+        letter, bundle = (self.papers / os.fsdecode(name) for name in (b"caf\xe9.rtf", b"no\xebl.rtfd"))
+        letter.write_text(rtf("one"))
+        bundle.mkdir()
+        (bundle / "TXT.rtf").write_text(rtf("two"))
+        self.texts = HOME / os.fsdecode(b"T\xe9xts")
+        self.texts.mkdir()
+        self.start_program()
+        self.drag("link", self.uri(letter), self.uri(bundle), expect="link")
+        screen.window("^Choose a Folder")
+        screen.until(lambda: self.type_into_panel(self.uri(self.texts)), "panel closed")
+        screen.until(lambda: self.log().count("Converted ") == 2, "two lines of the log")
+        self.assert_text(os.fsdecode(b"caf\xe9.txt"), "one")
+        self.assert_text(os.fsdecode(b"no\xebl.txt"), "two")
+
+        # The same from the command line into the same folder, fixed.
+        self.program.send_signal(signal.SIGTERM)
+        self.assertEqual(self.program.wait(30), 0)
+        for text in self.texts.iterdir():
+            text.unlink()
+        self.preset_destination()
+        self.start_program(letter)
+        screen.until(lambda: self.log().count("Converted ") == 3, "one more line of the log")
+        self.assert_text(os.fsdecode(b"caf\xe9.txt"), "one")
 
     def test_many_documents_ask_once(self):
         papers = [self.document(f"many/{i:03}.rtf", f"text {i}") for i in range(500)]
@@ -311,6 +336,12 @@ class Preferences(ProgramTest):
         self.assertEqual(update, general._replace(height=238))  # the top edge stands still
         accessibility.control(self.accessible, "push button", "Check Now")
 
+        # An assistive tool changes the pane as a click does.
+        accessibility.press(accessibility.control(self.accessible, "radio button", "General"))
+        screen.window("^General")
+        screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
+        accessibility.press(accessibility.control(self.accessible, "radio button", "Update"))
+        screen.window("^Update")
         self.press_in("^Update", "alt+g")
         screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
         self.assertEqual(screen.settled_place(preferences), general)

@@ -1,4 +1,6 @@
 // What every bookmark store behind the port does.
+#include "base/PathBytes.h"
+#include "base/PathStrings.h"
 #include "tests/platform/FileWorlds.h"
 
 #include <gtest/gtest.h>
@@ -65,6 +67,21 @@ TYPED_TEST(BookmarkStoreContract, garbageIsAnErrorAndNotStale) {
         EXPECT_FALSE(resolved.url.has_value());
         EXPECT_FALSE(resolved.isStale);
         EXPECT_TRUE(resolved.hasError);
+    }
+}
+
+TYPED_TEST(BookmarkStoreContract, namesThatAreNotUtf8KeepTheirBytes) {
+    const QString folder = this->world_.root() + pathFromBytes("/d\xE9p\xF4t");
+    const QString document = folder + pathFromBytes("/caf\xE9.rtf");
+    this->world_.addFile(document, "x");
+    for (const QString& path : {folder, document}) {
+        const auto bookmark = this->make(fileUrlFromPath(path));
+        ASSERT_TRUE(bookmark.has_value());
+        const auto resolved = this->resolve(*bookmark);
+        EXPECT_EQ(pathOfURL(resolved.url.value_or(QUrl())), path);
+        EXPECT_FALSE(resolved.isStale);
+        ASSERT_TRUE(this->store().startAccessingSecurityScopedResource(resolved.url.value()));
+        this->store().stopAccessingSecurityScopedResource(resolved.url.value());
     }
 }
 

@@ -2,9 +2,9 @@
 // Drags over a real window system are in tests/gui.
 #include "platform/qt/DropArea.h"
 
+#include "base/PathBytes.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "frame/MWWhiteView.h"
-#include "platform/qt/PathBytes.h"
 #include "tests/platform/Waiting.h"
 
 #include <QApplication>

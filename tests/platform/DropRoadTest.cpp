@@ -27,6 +27,9 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+#include <system_error>
+
 namespace quillow {
 namespace {
 
@@ -94,9 +97,8 @@ protected:
     }
     void launchWithFixedFolder(const QString& folder) {
         fakes_.defaults.setObject(1, QStringLiteral("destinationType"));
-        fakes_.defaults.setObject(
-            MWBookmark(world_.bookmarkStore).bookmarkForURL_RW(QUrl::fromLocalFile(folder)).value(),
-            QStringLiteral("destBookmark"));
+        fakes_.defaults.setObject(MWBookmark(world_.bookmarkStore).bookmarkForURL_RW(fileUrlFromPath(folder)).value(),
+                                  QStringLiteral("destBookmark"));
         launch();
     }
 
@@ -116,7 +118,7 @@ protected:
         QMimeData data;
         QList<QUrl> urls;
         for (const QString& path : paths)
-            urls.append(QUrl::fromLocalFile(path));
+            urls.append(fileUrlFromPath(path));
         data.setUrls(urls);
         const Qt::DropActions actions = Qt::CopyAction | Qt::LinkAction;
         QDragEnterEvent enter({10, 10}, actions, &data, Qt::LeftButton, Qt::NoModifier);
@@ -194,13 +196,19 @@ protected:
     Sheets sheets_;
     QtMainQueue mainQueue_;
     QtAlerts alerts_{sheets_, mainQueue_};
-    QtPanels panels_{sheets_};
+    QtPanels panels_{sheets_, world_.workspace};
     std::function<void()> happening_;
     EngineRtfTextReader engineReader_{DocumentExtractor({})};
     InterruptedReader interruptedReader_{engineReader_, [this] {
                                              if (happening_) happening_();
                                          }};
-    BackgroundWork work_{&spinner_};
+    int threadsThatCannotStart_ = 0;
+    BackgroundWork work_{&spinner_, [this](const std::function<void()>& run) {
+                             if (threadsThatCannotStart_-- > 0)
+                                 throw std::system_error(
+                                     std::make_error_code(std::errc::resource_unavailable_try_again));
+                             return std::jthread(run);
+                         }};
     BackgroundRtfTextReader backgroundReader_{interruptedReader_, work_};
     QuillowAppDelegate delegate_{platform()};
 };
@@ -352,6 +360,66 @@ TEST_F(DropRoad, aFixedFolderThatIsNowAFileIsTold) {
     press(u"Cancel");
     EXPECT_EQ(world_.fileSystem.contentsOfFile(texts()), QByteArray("not a folder"));
     EXPECT_TRUE(logLines().isEmpty());
+}
+
+// Exhaustion.
+
+TEST_F(DropRoad, aDocumentForWhichNoThreadStartsIsToldAndTheNextIsConverted) {
+    launch();
+    const QStringList paths = documents(2);
+    threadsThatCannotStart_ = 1;
+    testing::internal::CaptureStderr();
+    drop(paths);
+    chooseFolder(texts());
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(logLines(),
+              QStringList({QStringLiteral("Not able to extract any text from ") + paths[0], converted(paths[1])}));
+    EXPECT_EQ(written(), QStringList{QStringLiteral("1.txt")});
+    const std::string line = "quillow: a document could not be read: ";
+    EXPECT_NE(told.find(line), std::string::npos) << told;
+    EXPECT_EQ(told.find(line), told.rfind(line)) << told;
+}
+
+TEST_F(DropRoad, aDocumentThatFindsNoMemoryIsToldAndTheNextIsConverted) {
+    launch();
+    const QStringList paths = documents(2);
+    happening_ = [] { throw std::bad_alloc(); };
+    drop(paths);
+    chooseFolder(texts());
+    EXPECT_EQ(logLines(),
+              QStringList({QStringLiteral("Not able to extract any text from ") + paths[0], converted(paths[1])}));
+}
+
+// Names that are not UTF-8.
+
+TEST_F(DropRoad, aFixedFolderAndDocumentsWhoseNamesAreNotUtf8KeepTheirBytes) {
+    const QString folder = world_.root() + pathFromBytes("/d\xE9p\xF4t");
+    const QString letter = papers() + pathFromBytes("/caf\xE9.rtf");
+    const QString bundle = papers() + pathFromBytes("/no\xEBl.rtfd");
+    world_.addFolder(folder);
+    world_.addFile(letter, "{\\rtf1 letter}");
+    world_.addFile(bundle + QStringLiteral("/TXT.rtf"), "{\\rtf1 bundle}");
+    launchWithFixedFolder(folder);
+    EXPECT_EQ(delegate_.destMessageString(), QStringLiteral("Valid Bookmark"));
+    EXPECT_EQ(delegate_.displayDestinationPath(), folder);
+    drop({letter, bundle});
+    EXPECT_EQ(dialogs(), 0);
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + pathFromBytes("/caf\xE9.txt")), QByteArray("letter\n"));
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + pathFromBytes("/no\xEBl.txt")), QByteArray("bundle\n"));
+    EXPECT_EQ(logLines(), QStringList({QStringLiteral("Converted ") + letter + QStringLiteral("  >>  ") + folder +
+                                           pathFromBytes("/caf\xE9.txt"),
+                                       QStringLiteral("Converted ") + bundle + QStringLiteral("  >>  ") + folder +
+                                           pathFromBytes("/no\xEBl.txt")}));
+}
+
+TEST_F(DropRoad, aChosenFolderWhoseNameIsNotUtf8IsConvertedInto) {
+    const QString folder = world_.root() + pathFromBytes("/d\xE9p\xF4t");
+    world_.addFolder(folder);
+    launch();
+    drop(documents(1));
+    chooseFolder(fileUrlFromPath(folder).toString(QUrl::FullyEncoded));
+    EXPECT_EQ(delegate_.effectiveDestinationPath(), folder);
+    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + QStringLiteral("/0.txt")), QByteArray("text 0\n"));
 }
 
 // deliberate: failed writes are not detected, so the log says "Converted"; but nothing half-written is left.

@@ -1,4 +1,5 @@
 // What every file system behind the port does.
+#include "base/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 
 #include <gtest/gtest.h>
@@ -96,6 +97,20 @@ TYPED_TEST(FileSystemContract, keepsNamesWithBlanksQuotesAndOtherScripts) {
     const QString path = this->at(u"it's \"q\" %41 \u00FCber \u6587\u66F8 \U0001F600.txt");
     EXPECT_TRUE(this->files().writeToFileAtomically("x", path));
     EXPECT_EQ(this->files().contentsOfFile(path), QByteArray("x"));
+}
+
+TYPED_TEST(FileSystemContract, keepsTheBytesOfNamesThatAreNotUtf8) {
+    const QString folder = this->world_.root() + pathFromBytes("/d\xE9p\xF4t");
+    const QString path = folder + pathFromBytes("/caf\xE9.txt");
+    EXPECT_TRUE(this->files().createDirectory(folder));
+    EXPECT_TRUE(this->files().writeToFileAtomically("x", path));
+    EXPECT_EQ(this->files().contentsOfFile(path), QByteArray("x"));
+    EXPECT_EQ(this->files().contentsOfDirectory(folder), QStringList{pathFromBytes("caf\xE9.txt")});
+    const QString copy = folder + pathFromBytes("/\xEF\xBB\xBF\xFF.txt");
+    EXPECT_TRUE(this->files().copyItem(path, copy));
+    EXPECT_TRUE(this->files().fileExistsAtPath(copy, nullptr));
+    EXPECT_TRUE(this->files().removeItem(folder));
+    EXPECT_FALSE(this->files().fileExistsAtPath(folder, nullptr));
 }
 
 TYPED_TEST(FileSystemContract, makesAFolderAndThoseOnTheWay) {

@@ -1,6 +1,7 @@
 // The two file systems on which the contract tests of the file ports run: the fake in memory and a folder of the disk.
 #pragma once
 
+#include "base/PathBytes.h"
 #include "platform/qt/AccessRegistry.h"
 #include "platform/qt/QtBookmarkStore.h"
 #include "platform/qt/QtFileSystem.h"
@@ -10,11 +11,12 @@
 #include "tests/fakes/FakeWorkspace.h"
 
 #include <QDBusConnection>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 namespace quillow {
 
@@ -33,6 +35,7 @@ struct FakeFileWorld {
     void remove(const QString& path) { fileSystem.remove(path); }
 };
 
+/// Names may be any bytes, so the disk is reached without Qt, which leaves names alone that are not UTF-8.
 struct DiskFileWorld {
     QTemporaryDir folder;
     AccessRegistry access;
@@ -40,22 +43,28 @@ struct DiskFileWorld {
     QtBookmarkStore bookmarkStore{access};
     QtWorkspace workspace{QDBusConnection(QStringLiteral("none")), [](const QUrl&) {}};
 
+    DiskFileWorld() = default;
+    DiskFileWorld(const DiskFileWorld&) = delete;
+    DiskFileWorld& operator=(const DiskFileWorld&) = delete;
+    ~DiskFileWorld() { remove(root()); }
+
     [[nodiscard]] QString root() const { return folder.path(); }
+    [[nodiscard]] static std::filesystem::path native(const QString& path) { return pathToBytes(path).toStdString(); }
     void addFile(const QString& path, const QByteArray& bytes) {
-        QDir().mkpath(path.left(path.lastIndexOf(u'/')));
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        std::filesystem::create_directories(native(path).parent_path());
+        std::ofstream file(native(path), std::ios::binary | std::ios::trunc);
+        file.write(bytes.constData(), bytes.size());
+        ASSERT_TRUE(file.flush().good());
     }
-    void addFolder(const QString& path) { QDir().mkpath(path); }
-    void addSymbolicLink(const QString& path, const QString& target) { QFile::link(target, path); }
+    void addFolder(const QString& path) { std::filesystem::create_directories(native(path)); }
+    void addSymbolicLink(const QString& path, const QString& target) {
+        std::filesystem::create_symlink(native(target), native(path));
+    }
     void move(const QString& from, const QString& to) {
-        QDir().mkpath(to.left(to.lastIndexOf(u'/')));
-        ASSERT_TRUE(QDir().rename(from, to));
+        std::filesystem::create_directories(native(to).parent_path());
+        std::filesystem::rename(native(from), native(to));
     }
-    void remove(const QString& path) {
-        if (!QDir(path).removeRecursively()) QFile::remove(path);
-    }
+    void remove(const QString& path) { std::filesystem::remove_all(native(path)); }
 };
 
 } // namespace quillow

@@ -1,7 +1,7 @@
 // What one start hands to another: the message's form, hostile messages, and the paths it names.
 #include "platform/qt/HandoverMessage.h"
 
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 
 #include <gtest/gtest.h>
 

@@ -7,6 +7,7 @@
 #include "platform/qt/DropArea.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/QtLogView.h"
+#include "platform/qt/QtMenus.h"
 #include "platform/qt/TerminationSignals.h"
 #include "tests/fakes/FakeAlerts.h"
 #include "tests/platform/FileWorlds.h"
@@ -95,6 +96,7 @@ TEST_F(MainWindowTest, buttonsRunTheirCommands) {
 
 TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
     enableAll();
+    window_.setStatement(QStringLiteral("the statement"));
     for (QAction* item : items()) {
         if (plain(item->text()) == QStringLiteral("Copy")) continue; // enabled by a selection
         EXPECT_TRUE(item->isEnabled()) << item->text().toStdString();
@@ -110,7 +112,18 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
     ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
     EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
+    EXPECT_EQ(alerts_.shown()[0].alert.informativeText, QStringLiteral("the statement"));
     EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
+}
+
+TEST_F(MainWindowTest, theHelpMenuTakesItemsOfTheLogic) {
+    QtMenu help(window_.helpMenu());
+    bool ran = false;
+    help.insertItem({QStringLiteral("More"), QString(), [&ran](Sender) { ran = true; }}, 1);
+    EXPECT_EQ(window_.helpMenu().title(), QStringLiteral("&Help"));
+    EXPECT_EQ(plain(window_.helpMenu().actions().value(0)->text()), QStringLiteral("Quillow Help"));
+    window_.helpMenu().actions().value(1)->trigger();
+    EXPECT_TRUE(ran);
 }
 
 TEST_F(MainWindowTest, shortcutsAndMnemonicsAreUnique) {

@@ -3,6 +3,7 @@
 
 #include "platform/qt/ChosenItem.h"
 #include "platform/qt/GeneralPane.h"
+#include "platform/qt/PaneButton.h"
 #include "platform/qt/PreferencesBindings.h"
 #include "platform/qt/QtToolbar.h"
 #include "platform/qt/UpdatePane.h"
@@ -14,6 +15,7 @@
 #include "util/NumberTransformers.h"
 #include "util/StringTransformers.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -43,6 +45,9 @@ protected:
             if (button->accessibleName() == QString::fromUtf16(label)) return button;
         return nullptr;
     }
+    QAccessibleInterface* accessible(const char16_t* label) const {
+        return QAccessible::queryAccessibleInterface(button(label));
+    }
     [[nodiscard]] bool waitForHeight(int height) const {
         return waitUntil([this, height] { return preferences_.height() == height; });
     }
@@ -68,6 +73,70 @@ TEST_F(PreferencesWindowTest, aPressedItemShowsItsPaneUnderAStillTopEdge) {
     EXPECT_EQ(preferences_.geometry(), QRect(before.topLeft(), QSize(before.width(), 238)));
     EXPECT_EQ(preferences_.updatePane().height(), 160);
     EXPECT_FALSE(button(u"General")->isChecked());
+}
+
+TEST_F(PreferencesWindowTest, assistiveToolsSeeOneChoiceOfRadioButtons) {
+    for (const char16_t* label : {u"General", u"Update"}) {
+        QAccessibleInterface* item = accessible(label);
+        EXPECT_EQ(item->role(), QAccessible::RadioButton);
+        EXPECT_EQ(item->text(QAccessible::Name), QString::fromUtf16(label));
+        EXPECT_EQ(item->text(QAccessible::Accelerator), QStringLiteral("Alt+") + QChar(label[0]));
+        EXPECT_TRUE(item->state().checkable);
+        EXPECT_TRUE(item->state().focusable);
+        EXPECT_TRUE(item->actionInterface()->actionNames().contains(QAccessibleActionInterface::setFocusAction()));
+    }
+    EXPECT_TRUE(accessible(u"General")->state().checked);
+    EXPECT_FALSE(accessible(u"Update")->state().checked);
+}
+
+TEST_F(PreferencesWindowTest, theActionOfAnAssistiveToolShowsThePane) {
+    QAccessibleActionInterface* update = accessible(u"Update")->actionInterface();
+    update->doAction(update->actionNames().constFirst());
+    EXPECT_EQ(preferences_.windowTitle(), QStringLiteral("Update"));
+    EXPECT_TRUE(preferences_.updatePane().isVisible());
+    EXPECT_TRUE(accessible(u"Update")->state().checked);
+    EXPECT_FALSE(accessible(u"General")->state().checked);
+    ASSERT_TRUE(waitForHeight(238));
+    button(u"General")->toggle();
+    EXPECT_EQ(preferences_.windowTitle(), QStringLiteral("General")) << "the selection shows the pane";
+    ASSERT_TRUE(waitForHeight(278));
+}
+
+TEST_F(PreferencesWindowTest, theKeyboardShowsThePane) {
+    button(u"Update")->setFocus();
+    QTest::keyClick(button(u"Update"), Qt::Key_Space);
+    EXPECT_EQ(preferences_.windowTitle(), QStringLiteral("Update"));
+    ASSERT_TRUE(waitForHeight(238));
+    QTest::keyClick(button(u"Update"), Qt::Key_Left);
+    EXPECT_EQ(preferences_.windowTitle(), QStringLiteral("General"));
+    ASSERT_TRUE(waitForHeight(278));
+}
+
+TEST_F(PreferencesWindowTest, everyRoadToAPaneRunsTheActionOnce) {
+    int runs = 0;
+    ToolbarItem item;
+    item.label = QStringLiteral("Item");
+    QWidget bar;
+    auto* first = new PaneButton(item, PaneButton::Selectable::yes, [&runs] { ++runs; });
+    auto* second = new PaneButton(item, PaneButton::Selectable::yes, [] {});
+    auto* plain = new PaneButton(item, PaneButton::Selectable::no, [&runs] { ++runs; });
+    for (PaneButton* button : {first, second, plain})
+        button->setParent(&bar);
+    first->click();
+    EXPECT_EQ(runs, 1);
+    first->click();
+    EXPECT_EQ(runs, 2) << "pressed again";
+    second->select();
+    EXPECT_FALSE(first->isChecked());
+    first->select();
+    EXPECT_EQ(runs, 2) << "selected by the program";
+    second->select();
+    QAccessibleActionInterface* access = QAccessible::queryAccessibleInterface(first)->actionInterface();
+    access->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(runs, 3);
+    plain->click();
+    EXPECT_EQ(runs, 4);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(plain)->role(), QAccessible::PushButton);
 }
 
 TEST_F(PreferencesWindowTest, aPaneShownFromCodeSelectsItsItem) {
@@ -275,6 +344,9 @@ TEST_F(PreferencesBindingsTest, theStartupActionIsShownAndStored) {
     store(7, u"StartupActionTag");
     EXPECT_EQ(action->currentIndex(), -1);
     EXPECT_EQ(stored(u"StartupActionTag"), Boxed(7));
+    store(2, u"StartupActionTag");
+    store((std::int64_t{1} << 32) + 2, u"StartupActionTag");
+    EXPECT_EQ(action->currentIndex(), -1);
 }
 
 TEST_F(PreferencesBindingsTest, documentButtonsNeedTheirActionAndADocument) {

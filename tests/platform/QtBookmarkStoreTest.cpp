@@ -1,6 +1,6 @@
 // How the disk's bookmark store finds moved items, where it does not look, and what a search may cost.
+#include "base/PathBytes.h"
 #include "platform/qt/BookmarkBlock.h"
-#include "platform/qt/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 
 #include <gtest/gtest.h>
@@ -121,6 +121,80 @@ TEST_F(QtBookmarkStoreTest, whatComesBackToItsPathIsFreshAtOnce) {
     EXPECT_FALSE(isStale_);
 }
 
+// Symbolic links.
+
+TEST_F(QtBookmarkStoreTest, findsARenamedFolderBelowALink) {
+    world_.addFolder(at(u"disk/data/item"));
+    world_.addFolder(at(u"user"));
+    world_.addSymbolicLink(at(u"user/link"), at(u"disk/data"));
+    const QByteArray bookmark = make(u"user/link/item");
+    EXPECT_EQ(resolve(bookmark), at(u"user/link/item"));
+    EXPECT_FALSE(isStale_);
+    world_.move(at(u"disk/data/item"), at(u"disk/data/renamed"));
+    EXPECT_EQ(resolve(bookmark), at(u"disk/data/renamed"));
+    EXPECT_TRUE(isStale_);
+}
+
+TEST_F(QtBookmarkStoreTest, findsTheFolderBelowALinkThatWasRenamed) {
+    world_.addFolder(at(u"disk/data/item"));
+    world_.addFolder(at(u"user"));
+    world_.addSymbolicLink(at(u"user/link"), at(u"disk/data"));
+    const QByteArray bookmark = make(u"user/link/item");
+    world_.move(at(u"user/link"), at(u"user/other"));
+    EXPECT_EQ(resolve(bookmark), at(u"disk/data/item"));
+    EXPECT_TRUE(isStale_);
+}
+
+TEST_F(QtBookmarkStoreTest, findsALinkThatWasRenamed) {
+    world_.addFolder(at(u"disk/item"));
+    world_.addFolder(at(u"user"));
+    world_.addSymbolicLink(at(u"user/link"), at(u"disk/item"));
+    const QByteArray bookmark = make(u"user/link");
+    world_.move(at(u"user/link"), at(u"user/other"));
+    EXPECT_EQ(resolve(bookmark), at(u"user/other"));
+    EXPECT_TRUE(isStale_);
+}
+
+TEST_F(QtBookmarkStoreTest, findsTheRenamedFolderThatALinkLedTo) {
+    world_.addFolder(at(u"disk/item"));
+    world_.addFolder(at(u"user"));
+    world_.addSymbolicLink(at(u"user/link"), at(u"disk/item"));
+    const QByteArray bookmark = make(u"user/link");
+    world_.move(at(u"disk/item"), at(u"disk/renamed"));
+    EXPECT_EQ(resolve(bookmark), at(u"disk/renamed"));
+    EXPECT_TRUE(isStale_);
+    world_.move(at(u"user/link"), at(u"user/other"));
+    now_ += QtBookmarkStore::kSearchMemory;
+    EXPECT_EQ(resolve(bookmark), at(u"disk/renamed")) << "the moved link leads nowhere";
+}
+
+TEST_F(QtBookmarkStoreTest, anotherFolderBehindTheLinkIsFresh) {
+    world_.addFolder(at(u"one/item"));
+    world_.addFolder(at(u"two/item"));
+    world_.addSymbolicLink(at(u"link"), at(u"one"));
+    const QByteArray bookmark = make(u"link/item");
+    world_.remove(at(u"link"));
+    world_.addSymbolicLink(at(u"link"), at(u"two"));
+    EXPECT_EQ(resolve(bookmark), at(u"link/item"));
+    EXPECT_FALSE(isStale_);
+}
+
+TEST_F(QtBookmarkStoreTest, aLinkThatLeadsNowhereIsAnItemItself) {
+    world_.addSymbolicLink(at(u"link"), at(u"missing"));
+    const QByteArray bookmark = make(u"link");
+    EXPECT_EQ(resolve(bookmark), at(u"link"));
+    EXPECT_FALSE(isStale_);
+}
+
+TEST_F(QtBookmarkStoreTest, searchesBehindALinkThatTookTheFoldersPlace) {
+    world_.addFolder(at(u"user/texts/item"));
+    const QByteArray bookmark = make(u"user/texts/item");
+    world_.move(at(u"user/texts"), at(u"disk/texts"));
+    world_.addSymbolicLink(at(u"user/texts"), at(u"disk/texts"));
+    world_.move(at(u"disk/texts/item"), at(u"disk/texts/renamed"));
+    EXPECT_EQ(resolve(bookmark), at(u"disk/texts/renamed"));
+}
+
 TEST_F(QtBookmarkStoreTest, aSearchEndsWithItsEntries) {
     world_.addFolder(at(u"p/item"));
     const auto identity = FileIdentity::ofItem(pathToBytes(at(u"p/item"))).value();
@@ -191,6 +265,14 @@ TEST_F(QtBookmarkStoreTest, aBlockKeepsWhatItRecords) {
     EXPECT_EQ(block.identity.birthTime, identity.birthTime);
     EXPECT_TRUE(block.identity.isDirectory);
     EXPECT_EQ(block.parentInode, FileIdentity::ofItem(pathToBytes(world_.root())).value().inode);
+    EXPECT_FALSE(block.target.has_value());
+
+    world_.addSymbolicLink(at(u"link"), at(u"item"));
+    const BookmarkBlock linked = BookmarkBlock::fromBytes(make(u"link")).value();
+    EXPECT_FALSE(linked.identity.isDirectory);
+    ASSERT_TRUE(linked.target.has_value());
+    EXPECT_EQ(linked.target->path, pathToBytes(at(u"item")));
+    EXPECT_TRUE(linked.target->identity.isSameItemAs(identity));
 }
 
 } // namespace

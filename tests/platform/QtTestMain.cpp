@@ -6,6 +6,7 @@
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.5.1")); // as the program does
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

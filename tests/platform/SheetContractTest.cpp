@@ -7,6 +7,7 @@
 #include "tests/fakes/FakeAlerts.h"
 #include "tests/fakes/FakePanels.h"
 #include "tests/fakes/FakeWindow.h"
+#include "tests/platform/FileWorlds.h"
 #include "tests/platform/Waiting.h"
 
 #include <QAbstractButton>
@@ -37,7 +38,8 @@ struct QtSheetWorld {
     Sheets sheets;
     QtMainQueue mainQueue;
     QtAlerts alerts{sheets, mainQueue};
-    QtPanels panels{sheets};
+    DiskFileWorld world;
+    QtPanels panels{sheets, world.workspace};
 
     template <class Dialog>
     Dialog* shown() const {

@@ -1,14 +1,17 @@
 // Alerts and panels as sheets: what they answer, how they wait for one another, and which of them ask only once.
+#include "base/PathStrings.h"
 #include "platform/qt/AlertBox.h"
 #include "platform/qt/FileDialog.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtPanels.h"
 #include "platform/qt/QtWindow.h"
+#include "tests/platform/FileWorlds.h"
 #include "tests/platform/VisibleDialogs.h"
 #include "tests/platform/Waiting.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -58,8 +61,8 @@ protected:
         auto* dialog = visible<FileDialog>().value(0);
         ASSERT_NE(dialog, nullptr);
         dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder);
-        for (auto* candidate : dialog->findChildren<QPushButton*>())
-            if (candidate->text().remove(u'&') == QStringLiteral("Select")) candidate->click();
+        // Of a folder that may be stepped into, the button says Open.
+        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
         runEvents();
     }
     static Alert alert(const char16_t* message, const QStringList& buttons = {}) {
@@ -74,12 +77,27 @@ protected:
         return panel;
     }
 
+    static OpenPanel documentPanel() {
+        OpenPanel panel;
+        panel.allowedFileTypes = QStringList{QString()};
+        panel.prompt = QStringLiteral("Select");
+        return panel;
+    }
+    QString at(const char16_t* name) const { return world_.root() + u'/' + QString::fromUtf16(name); }
+    QStringList chosenPaths() const {
+        QStringList paths;
+        for (const auto& url : urls_)
+            paths.append(url ? pathOfURL(*url) : QString());
+        return paths;
+    }
+
     QWidget widget_;
     QtWindow window_{widget_};
     Sheets sheets_;
     QtMainQueue mainQueue_;
     QtAlerts alerts_{sheets_, mainQueue_};
-    QtPanels panels_{sheets_};
+    DiskFileWorld world_;
+    QtPanels panels_{sheets_, world_.workspace};
     std::vector<int> codes_;
     std::vector<std::optional<QUrl>> urls_;
     const QStringList openOrCancel_{QStringLiteral("Open Preferences"), QStringLiteral("Cancel")};
@@ -285,6 +303,48 @@ TEST_F(SheetsTest, aFolderPanelShowsItsTextsAndChoosesAFolder) {
 
     choose(folder.path());
     EXPECT_EQ(urls_, std::vector<std::optional<QUrl>>{QUrl::fromLocalFile(folder.path())});
+}
+
+TEST_F(SheetsTest, aDocumentPanelChoosesABundleAndStepsIntoAFolder) {
+    world_.addFile(at(u"Folder/Letter.rtfd/TXT.rtf"), "x");
+    begin(documentPanel());
+    choose(at(u"Folder"));
+    EXPECT_TRUE(urls_.empty()) << "a folder is no document";
+    choose(at(u"Folder/Letter.rtfd"));
+    EXPECT_EQ(chosenPaths(), QStringList{at(u"Folder/Letter.rtfd")});
+}
+
+TEST_F(SheetsTest, steppingIntoABundleChoosesItInADocumentPanelOnly) {
+    world_.addFile(at(u"Letter.rtfd/TXT.rtf"), "x");
+    begin(folderPanel());
+    Q_EMIT visible<FileDialog>().value(0)->directoryEntered(at(u"Letter.rtfd"));
+    runEvents();
+    EXPECT_TRUE(urls_.empty());
+    QTest::keyClick(visible<FileDialog>().value(0), Qt::Key_Escape);
+    runEvents();
+    begin(documentPanel());
+    Q_EMIT visible<FileDialog>().value(0)->directoryEntered(at(u"Letter.rtfd"));
+    runEvents();
+    EXPECT_EQ(chosenPaths(), QStringList({QString(), at(u"Letter.rtfd")}));
+}
+
+TEST_F(SheetsTest, aNameThatIsNotUtf8IsReachedByItsUrl) {
+    const QString folder = world_.root() + pathFromBytes("/d\xE9p\xF4t");
+    const QString document = folder + pathFromBytes("/caf\xE9.rtf");
+    world_.addFile(document, "x");
+    for (const QString& missing : {folder + pathFromBytes("\xFF"), document}) {
+        begin(folderPanel());
+        choose(fileUrlFromPath(missing).toString(QUrl::FullyEncoded));
+        EXPECT_EQ(visible<FileDialog>().size(), 1) << "no folder";
+        visible<FileDialog>().value(0)->reject();
+        runEvents();
+    }
+    urls_.clear();
+    begin(folderPanel());
+    choose(fileUrlFromPath(folder).toString(QUrl::FullyEncoded));
+    begin(documentPanel());
+    choose(fileUrlFromPath(document).toString(QUrl::FullyEncoded));
+    EXPECT_EQ(chosenPaths(), QStringList({folder, document}));
 }
 
 TEST_F(SheetsTest, aCancelledPanelAnswersNothing) {

@@ -1,4 +1,5 @@
 // The small adapters: menus, documents, timers, the system, resources, addresses and pictures.
+#include "base/PathBytes.h"
 #include "platform/qt/QtBundle.h"
 #include "platform/qt/QtDocuments.h"
 #include "platform/qt/QtImageCodec.h"
@@ -45,11 +46,11 @@ TEST(QtDocuments, openingIsConvertingAndThenComplete) {
     QStringList order;
     documents.setRoads({[&order] { order.append(QStringLiteral("chooser")); },
                         [&order](const QStringList& paths) { order += paths; }});
-    documents.openDocumentWithContentsOfURL(QUrl::fromLocalFile(QStringLiteral("/a/b c.rtf")), Display::yes,
+    documents.openDocumentWithContentsOfURL(fileUrlFromPath(pathFromBytes("/a/b caf\xE9.rtf")), Display::yes,
                                             [&order] { order.append(QStringLiteral("complete")); });
     documents.openDocument();
     EXPECT_EQ(order,
-              QStringList({QStringLiteral("/a/b c.rtf"), QStringLiteral("complete"), QStringLiteral("chooser")}));
+              QStringList({pathFromBytes("/a/b caf\xE9.rtf"), QStringLiteral("complete"), QStringLiteral("chooser")}));
     EXPECT_EQ(window.raised(), 2);
     documents.newDocument();
     EXPECT_EQ(window.raised(), 3);
@@ -85,6 +86,8 @@ TEST(QtSystemInfo, theHomeFolderIsAbsoluteWhateverTheEnvironmentSays) {
         EXPECT_TRUE(path == u"/" || !path.endsWith(u'/')) << path.toStdString();
     }
     EXPECT_EQ(QtSystemInfo().homeDirectory(), QStringLiteral("/home/user"));
+    qputenv("HOME", "/home/andr\xE9");
+    EXPECT_EQ(pathToBytes(QtSystemInfo().homeDirectory()), QByteArray("/home/andr\xE9"));
     qputenv("HOME", home);
 }
 

@@ -1,5 +1,5 @@
 // What every workspace behind the port takes for a document, and how the desktop's is asked to show and open items.
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 #include "tests/platform/PrivateBus.h"
 #include "tests/platform/Waiting.h"

@@ -6,9 +6,12 @@
 #include "tests/fakes/FakePlatform.h"
 #include "tests/fakes/FakePropertyListLoader.h"
 
+#include <QSet>
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
+
+#include <thread>
 
 namespace quillow {
 
@@ -373,6 +376,73 @@ TEST_F(PhoneHome, eachResultAlertEndsTheCheckItself) {
     phoneHome.setIsChekingUpdateSystem(true);
     phoneHome.notifyAboutFailedChechForUpdate();
     EXPECT_FALSE(phoneHome.isChekingUpdateSystem());
+}
+
+TEST_F(PhoneHome, everyPropertyCanBeSetByItself) {
+    phoneHome.setMyAppRelease(20000);
+    phoneHome.setMyAppName(QStringLiteral("Other"));
+    phoneHome.setMyPlistUrl1(mirror(5));
+    phoneHome.setMyPlistUrl2(mirror(6));
+    phoneHome.setMyPlistUrl3(std::nullopt);
+    phoneHome.setMyPlistUrl4(mirror(8));
+    EXPECT_EQ(phoneHome.myAppRelease(), Boxed(20000));
+    EXPECT_EQ(phoneHome.myAppName(), QStringLiteral("Other"));
+    EXPECT_FALSE(phoneHome.getDictionaryFromTheNet());
+    EXPECT_EQ(loader.asked(), QStringList({mirror(5), mirror(6), mirror(8)}));
+}
+
+/// A loader that serves nothing and does something for every mirror that it is asked for.
+class HappeningLoader final : public PropertyListLoader {
+public:
+    std::function<void(const QString& url)> happening;
+    [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const override {
+        happening(url);
+        return std::nullopt;
+    }
+};
+
+TEST_F(PhoneHome, aRunningCheckUsesWhatItIsConfiguredToMeanwhile) {
+    HappeningLoader changing;
+    MWPhoneHome checker({fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, changing, fake.workspace,
+                         fake.supportUtility});
+    checker.SetValueAppRelease(10501, QStringLiteral("Quillow"), mirror(1), mirror(2), mirror(3), mirror(4));
+    QStringList asked;
+    changing.happening = [&](const QString& url) {
+        asked.append(url);
+        if (asked.size() == 2)
+            checker.SetValueAppRelease(20000, QStringLiteral("Other"), mirror(5), mirror(6), mirror(7), mirror(8));
+    };
+    checker.checkForLastReleaseAvailableWithNotify();
+    finish();
+    EXPECT_EQ(asked, QStringList({mirror(1), mirror(2), mirror(7), mirror(8)}));
+    EXPECT_EQ(lastAlert().messageText, QStringLiteral("Other was not able to connect to the Varnel server"));
+}
+
+TEST_F(PhoneHome, oneThreadMayConfigureItWhileAnotherChecks) {
+    HappeningLoader noting;
+    MWPhoneHome checker({fake.alerts, background, fake.clock, fake.defaults, fake.mainQueue, noting, fake.workspace,
+                         fake.supportUtility});
+    QSet<QString> asked;
+    noting.happening = [&asked](const QString& url) { asked.insert(url); };
+    const auto configure = [&checker](int first) {
+        checker.SetValueAppRelease(first, mirror(first), mirror(first), mirror(first + 1), mirror(first + 2),
+                                   mirror(first + 3));
+    };
+    configure(1);
+    constexpr int kRounds = 2000;
+    {
+        const std::jthread checking([&checker] {
+            for (int i = 0; i < kRounds; ++i)
+                static_cast<void>(checker.getDictionaryFromTheNet());
+        });
+        for (int i = 0; i < kRounds; ++i)
+            configure(i % 2 == 0 ? 5 : 1);
+    }
+    QSet<QString> whole;
+    for (int number = 1; number <= 8; ++number)
+        whole.insert(mirror(number));
+    EXPECT_TRUE(whole.contains(asked)) << "each address is one that was set";
+    EXPECT_EQ(checker.myAppRelease(), Boxed(1));
 }
 
 TEST_F(PhoneHome, isSharedByTheWholeProcess) {

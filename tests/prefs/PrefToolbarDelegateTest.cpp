@@ -26,13 +26,6 @@ protected:
     MyPrefToolbarDelegate delegate{factory, window, tabView};
 };
 
-/// A delegate of an application that has told no panes.
-class WithoutPanes final : public MWPrefToolbarDelegate {
-public:
-    using MWPrefToolbarDelegate::MWPrefToolbarDelegate;
-    [[nodiscard]] QList<std::int32_t> heightArray() const override { return {50}; }
-};
-
 } // namespace
 
 TEST_F(PrefToolbarDelegate, showsTheFirstPaneAtFirst) {
@@ -109,16 +102,23 @@ TEST_F(PrefToolbarDelegate, doesNothingOnAClickThatIsNoAction) {
     EXPECT_EQ(tabView.selected(), 0);
 }
 
-TEST(MWPrefToolbarDelegate, hasNoPanesOfItsOwn) {
+TEST(MWPrefToolbarDelegate, answersNilForWhatASubclassTells) {
     FakeToolbarFactory factory;
     FakeWindow window;
+    window.setTitle(QStringLiteral("Preferences"));
+    window.setFrame({100, 200, 500, 400}, Animate::no);
     FakeTabView tabView;
-    WithoutPanes delegate(factory, window, tabView);
+    MWPrefToolbarDelegate delegate(factory, window, tabView);
     delegate.awakeFromNib();
-    EXPECT_TRUE(delegate.returnAllkeys().isEmpty());
+    EXPECT_FALSE(delegate.heightArray());
+    EXPECT_FALSE(delegate.returnAllkeys());
     EXPECT_EQ(delegate.itemForItemIdentifier(*factory.made(), QStringLiteral("0"), true), nullptr);
+    EXPECT_TRUE(delegate.toolbarDefaultItemIdentifiers(*factory.made()).isEmpty());
     EXPECT_EQ(tabView.selected(), 0);
-    EXPECT_EQ(window.frame().height, 128);
+    EXPECT_EQ(window.title(), QStringLiteral("Preferences"));
+    EXPECT_EQ(window.frame(), (Rect{100, 522, 500, 78})) << "nil has no height; title bar and toolbar remain";
+    delegate.SetPanelTab(0);
+    EXPECT_EQ(tabView.selected(), 0);
 }
 
 TEST(PaneGeometry, movesTheOriginByTheDifferenceCutTowardsZero) {

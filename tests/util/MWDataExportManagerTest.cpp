@@ -492,5 +492,28 @@ TEST_F(MWDataExportManagerTest, withoutItsWindowsItStillExports) {
     EXPECT_EQ(written(), QByteArray("Ann\tRome\t\t\nBob\tOslo\t\t"));
 }
 
+// Records that are no dictionaries.
+
+struct Person final : KVObject {
+    Person(const QString& name, const Boxed& home)
+        : name_(*this, u"name", name)
+        , home_(*this, u"home", home) {}
+
+private:
+    KVProperty<std::optional<QString>> name_;
+    KVProperty<Boxed> home_;
+};
+
+TEST_F(MWDataExportManagerTest, recordsMayBeObjectsThatAreReadByKey) {
+    const Boxed rome = Boxed::Dictionary{{u"city"_s, u"Rome"_s}};
+    exporter_->setDataArray({Boxed(std::make_shared<const Person>(u"Ann"_s, rome)),
+                             Boxed(std::make_shared<const Person>(u"Bob"_s, Boxed()))});
+    exporter_->setRightKeyArray(
+        {field(u"Name"_s), Boxed::Dictionary{{u"publicKey"_s, u"City"_s}, {u"innerKey"_s, u"home.city"_s}}});
+    exportNow();
+    savePanels_.confirm(u"/home/Export.tsv"_s);
+    EXPECT_EQ(written(), "Ann\tRome\nBob\t");
+}
+
 } // namespace
 } // namespace quillow

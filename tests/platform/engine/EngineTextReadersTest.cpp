@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,13 @@ TEST_F(EngineTextReadersTest, emptyTextIsAText) {
     ASSERT_TRUE(text.has_value());
     EXPECT_TRUE(text->isEmpty());
     EXPECT_TRUE(reasons.empty());
+}
+
+TEST_F(EngineTextReadersTest, aCopyThatFindsNoMemoryIsNothingWithItsReasonLogged) {
+    EnginePdfTextReader exhausted(DocumentExtractor([this](std::string_view line) { reasons.emplace_back(line); },
+                                                    [](auto, auto) -> Extraction { throw std::bad_alloc(); }));
+    EXPECT_FALSE(exhausted.stringOfPDF("p"));
+    EXPECT_EQ(reasons, std::vector<std::string>{"PDF document: out-of-memory"});
 }
 
 TEST_F(EngineTextReadersTest, partialTextCountsAndItsReasonIsLogged) {

@@ -1,4 +1,4 @@
-#include "platform/qt/PathBytes.h"
+#include "base/PathBytes.h"
 
 #include <cstddef>
 
@@ -32,6 +32,12 @@ qsizetype sequenceLength(const QByteArray& bytes, qsizetype at) {
     return 0;
 }
 
+/// The text of well-formed UTF-8. QString takes a byte order mark away at the beginning; of a name it is a part.
+QString textOf(QByteArrayView utf8) {
+    const QString text = QString::fromUtf8(utf8);
+    return utf8.startsWith("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 } // namespace
 
 QByteArray pathToBytes(const QString& path) {
@@ -56,11 +62,11 @@ QString pathFromBytes(const QByteArray& bytes) {
             i += length;
             continue;
         }
-        path += QString::fromUtf8(QByteArrayView(bytes).sliced(start, i - start));
+        path += textOf(QByteArrayView(bytes).sliced(start, i - start));
         path += QChar(static_cast<char16_t>(kEscapeBase + static_cast<unsigned char>(bytes[i])));
         start = ++i;
     }
-    return path + QString::fromUtf8(QByteArrayView(bytes).sliced(start));
+    return path + textOf(QByteArrayView(bytes).sliced(start));
 }
 
 QString pathFromFileUrl(const QUrl& url) {
