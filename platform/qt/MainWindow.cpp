@@ -55,7 +55,7 @@ QFont bold(QFont font) {
 
 MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     : workspace_(workspace)
-    , dropArea_(new DropArea(linkActionOfWindowSystem()))
+    , dropArea_(new DropArea(&wayOfCurrentDrag))
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
     , spinner_(new Spinner)
