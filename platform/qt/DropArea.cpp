@@ -99,10 +99,7 @@ void DropArea::keyPressEvent(QKeyEvent* event) {
 void DropArea::dragEnterEvent(QDragEnterEvent* event) {
     way_ = wayOfDrag_();
     const QtDraggingInfo info(*event, way_, portal_);
-    const QStringList types = info.types();
-    const bool isRegistered =
-        std::any_of(types.begin(), types.end(), [this](const QString& type) { return draggedTypes_.contains(type); });
-    answer_ = target() && isRegistered ? target()->draggingEntered(info) : DragOperation::none;
+    answer_ = target() && bringsRegisteredType(info) ? target()->draggingEntered(info) : DragOperation::none;
     answer(*event);
 }
 
@@ -122,8 +119,9 @@ void DropArea::dropEvent(QDropEvent* event) {
         event->ignore();
         return;
     }
-    // What was answered is offered no more: to the view, the drag went away.
-    if (action == Qt::IgnoreAction) {
+    const QtDraggingInfo info(*event, way_, portal_);
+    // What was answered is offered no more, or the source has ended with its data: to the view, the drag went away.
+    if (action == Qt::IgnoreAction || !bringsRegisteredType(info)) {
         event->ignore();
         target()->draggingExited();
         return;
@@ -131,8 +129,13 @@ void DropArea::dropEvent(QDropEvent* event) {
     // Answered before the view sees it: what it sets off may take long.
     event->setDropAction(action);
     event->accept();
-    const QtDraggingInfo info(*event, way_, portal_);
     if (!target()->prepareForDragOperation(info) || !target()->performDragOperation(info)) event->ignore();
+}
+
+bool DropArea::bringsRegisteredType(const DraggingInfo& info) const {
+    const QStringList types = info.types();
+    return std::any_of(types.begin(), types.end(),
+                       [this](const QString& type) { return draggedTypes_.contains(type); });
 }
 
 void DropArea::answer(QDropEvent& event) const {

@@ -41,6 +41,7 @@ protected:
 private:
     /// The view that gets the drags; null while there is none.
     [[nodiscard]] View* target() const { return views_.empty() ? nullptr : views_.back(); }
+    [[nodiscard]] bool bringsRegisteredType(const DraggingInfo& info) const;
     /// Answers the window system as the view did on entry, as far as that is still offered.
     void answer(QDropEvent& event) const;
     void paintContent(QPainter& painter) const;

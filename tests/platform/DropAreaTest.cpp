@@ -188,6 +188,13 @@ TEST_F(DropAreaTest, aDropThatNoLongerOffersLinkIsRefusedAndDarkensTheArea) {
     EXPECT_FALSE(view_.hilited());
 }
 
+TEST_F(DropAreaTest, aDropWhoseSourceHasEndedWithItsDataDarkensTheArea) {
+    ASSERT_EQ(enter(files_, Qt::LinkAction), Qt::LinkAction);
+    EXPECT_EQ(drop(QMimeData(), Qt::LinkAction), Qt::IgnoreAction);
+    EXPECT_TRUE(dropped_.isEmpty());
+    EXPECT_FALSE(view_.hilited());
+}
+
 TEST_F(DropAreaTest, aRefusedEntryIsNoDrop) {
     QMimeData text;
     text.setText(QStringLiteral("/a.rtf"));
