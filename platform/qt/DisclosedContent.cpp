@@ -17,9 +17,19 @@ QSize DisclosedContent::minimumSizeHint() const {
             upper_->minimumSizeHint().height()};
 }
 
+void DisclosedContent::setDisclosed(bool isDisclosed) {
+    isDisclosed_ = isDisclosed;
+    if (isVisible()) layOut();
+}
+
 void DisclosedContent::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+void DisclosedContent::layOut() {
     const int menuHeight = window()->height() - height();
-    const int upperHeight = smallHeight_ - menuHeight;
+    const bool fillsScreen = window()->isMaximized() || window()->isFullScreen();
+    const int upperHeight = fillsScreen && !isDisclosed_ ? height() : smallHeight_ - menuHeight;
     const int disclosed = height() - upperHeight;
     upper_->setGeometry(0, 0, width(), upperHeight);
     lower_->setGeometry(0, upperHeight, width(), qMax(disclosed, bigHeight_ - smallHeight_));

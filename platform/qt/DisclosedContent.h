@@ -12,16 +12,22 @@ public:
     /// height in one of `bigHeight`.
     DisclosedContent(QWidget* upper, QWidget* lower, int smallHeight, int bigHeight);
 
+    /// In a window that fills the screen the height does not tell whether the lower part is to be seen: this does.
+    void setDisclosed(bool isDisclosed);
+
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void layOut();
+
     QWidget* upper_;
     QWidget* lower_;
     int smallHeight_;
     int bigHeight_;
+    bool isDisclosed_ = false;
 };
 
 } // namespace quillow

@@ -1,11 +1,11 @@
 #include "platform/qt/DropArea.h"
 
 #include "platform/qt/DocumentGlyph.h"
+#include "platform/qt/DropRule.h"
 #include "platform/qt/QtDraggingInfo.h"
 #include "platform/qt/QtDrawing.h"
 
 #include <QDragEnterEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -41,9 +41,9 @@ QFont titleFont(const QFont& font) {
 
 } // namespace
 
-DropArea::DropArea(LinkAction linkAction, FileTransferPortal portal, QWidget* parent)
+DropArea::DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal, QWidget* parent)
     : QAbstractButton(parent)
-    , linkAction_(linkAction)
+    , wayOfDrag_(std::move(wayOfDrag))
     , portal_(std::move(portal)) {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -97,11 +97,9 @@ void DropArea::keyPressEvent(QKeyEvent* event) {
 }
 
 void DropArea::dragEnterEvent(QDragEnterEvent* event) {
-    const QtDraggingInfo info(*event, linkAction_, portal_);
-    const QStringList types = info.types();
-    const bool isRegistered =
-        std::any_of(types.begin(), types.end(), [this](const QString& type) { return draggedTypes_.contains(type); });
-    answer_ = target() && isRegistered ? target()->draggingEntered(info) : DragOperation::none;
+    way_ = wayOfDrag_();
+    const QtDraggingInfo info(*event, way_, portal_);
+    answer_ = target() && bringsRegisteredType(info) ? target()->draggingEntered(info) : DragOperation::none;
     answer(*event);
 }
 
@@ -116,13 +114,14 @@ void DropArea::dragLeaveEvent(QDragLeaveEvent*) {
 
 void DropArea::dropEvent(QDropEvent* event) {
     const DragOperation former = std::exchange(answer_, DragOperation::none);
-    const Qt::DropAction action = dropActionFor(former, event->possibleActions(), linkAction_);
+    const Qt::DropAction action = dropActionFor(former, event->possibleActions(), way_);
     if (!target() || former == DragOperation::none) {
         event->ignore();
         return;
     }
-    // What was answered is offered no more: to the view, the drag went away.
-    if (action == Qt::IgnoreAction) {
+    const QtDraggingInfo info(*event, way_, portal_);
+    // What was answered is offered no more, or the source has ended with its data: to the view, the drag went away.
+    if (action == Qt::IgnoreAction || !bringsRegisteredType(info)) {
         event->ignore();
         target()->draggingExited();
         return;
@@ -130,12 +129,17 @@ void DropArea::dropEvent(QDropEvent* event) {
     // Answered before the view sees it: what it sets off may take long.
     event->setDropAction(action);
     event->accept();
-    const QtDraggingInfo info(*event, linkAction_, portal_);
     if (!target()->prepareForDragOperation(info) || !target()->performDragOperation(info)) event->ignore();
 }
 
+bool DropArea::bringsRegisteredType(const DraggingInfo& info) const {
+    const QStringList types = info.types();
+    return std::any_of(types.begin(), types.end(),
+                       [this](const QString& type) { return draggedTypes_.contains(type); });
+}
+
 void DropArea::answer(QDropEvent& event) const {
-    const Qt::DropAction action = dropActionFor(answer_, event.possibleActions(), linkAction_);
+    const Qt::DropAction action = dropActionFor(answer_, event.possibleActions(), way_);
     if (action == Qt::IgnoreAction) {
         event.ignore();
         return;
@@ -188,11 +192,6 @@ void DropArea::paintContent(QPainter& painter) const {
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(kDocumentGlyphLine), kFocusWidth));
     painter.drawRoundedRect(ring, kFocusRadius, kFocusRadius);
-}
-
-LinkAction linkActionOfWindowSystem() {
-    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    return isWayland ? LinkAction::missing : LinkAction::expressible;
 }
 
 } // namespace quillow

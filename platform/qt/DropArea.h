@@ -4,7 +4,7 @@
 #pragma once
 
 #include "platform/View.h"
-#include "platform/qt/DropRule.h"
+#include "platform/qt/DragWay.h"
 #include "platform/qt/FileTransferPortal.h"
 
 #include <QAbstractButton>
@@ -15,7 +15,7 @@ namespace quillow {
 
 class DropArea final : public QAbstractButton, public ViewArea {
 public:
-    explicit DropArea(LinkAction linkAction, FileTransferPortal portal = FileTransferPortal(),
+    explicit DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal = FileTransferPortal(),
                       QWidget* parent = nullptr);
 
     // ViewArea. A frame that is set holds until the window's layout sets another one.
@@ -41,18 +41,18 @@ protected:
 private:
     /// The view that gets the drags; null while there is none.
     [[nodiscard]] View* target() const { return views_.empty() ? nullptr : views_.back(); }
+    [[nodiscard]] bool bringsRegisteredType(const DraggingInfo& info) const;
     /// Answers the window system as the view did on entry, as far as that is still offered.
     void answer(QDropEvent& event) const;
     void paintContent(QPainter& painter) const;
 
-    LinkAction linkAction_;
+    DragWayFinder wayOfDrag_;
     FileTransferPortal portal_;
     std::vector<View*> views_; ///< not owned
     QStringList draggedTypes_;
-    DragOperation answer_ = DragOperation::none; ///< given on entry, kept while the drag moves
+    // Of the drag that hovers, from its entry on.
+    DragWay way_ = DragWay::direct;
+    DragOperation answer_ = DragOperation::none;
 };
-
-/// The link action under the running window system.
-[[nodiscard]] LinkAction linkActionOfWindowSystem();
 
 } // namespace quillow

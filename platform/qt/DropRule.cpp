@@ -19,22 +19,29 @@ bool isComment(const QUrl& url) {
     return url.scheme().isEmpty() && url.path().isEmpty() && url.hasFragment();
 }
 
+/// The action to answer when the files are taken; none when they cannot be.
+Qt::DropAction actionThatLinks(Qt::DropActions offered, DragWay way) {
+    if (offered.testFlag(Qt::LinkAction)) return Qt::LinkAction;
+    if (way == DragWay::direct) return Qt::IgnoreAction;
+    const bool namesNoAction = way == DragWay::wayland && offered == Qt::IgnoreAction;
+    return offered.testFlag(Qt::CopyAction) || namesNoAction ? Qt::CopyAction : Qt::IgnoreAction;
+}
+
 } // namespace
 
-DragOperationMask operationMaskOf(Qt::DropActions offered, LinkAction linkAction) {
+DragOperationMask operationMaskOf(Qt::DropActions offered, DragWay way) {
     DragOperationMask mask = 0;
-    const auto add = [&](Qt::DropAction action, DragOperation operation) {
-        if (offered.testFlag(action)) mask |= static_cast<DragOperationMask>(operation);
+    const auto add = [&mask](bool isOffered, DragOperation operation) {
+        if (isOffered) mask |= static_cast<DragOperationMask>(operation);
     };
-    add(Qt::CopyAction, DragOperation::copy);
-    add(Qt::MoveAction, DragOperation::move);
-    add(linkAction == LinkAction::expressible ? Qt::LinkAction : Qt::CopyAction, DragOperation::link);
+    add(offered.testFlag(Qt::CopyAction), DragOperation::copy);
+    add(offered.testFlag(Qt::MoveAction), DragOperation::move);
+    add(actionThatLinks(offered, way) != Qt::IgnoreAction, DragOperation::link);
     return mask;
 }
 
-Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, LinkAction linkAction) {
-    const Qt::DropAction action = linkAction == LinkAction::expressible ? Qt::LinkAction : Qt::CopyAction;
-    return answer == DragOperation::link && offered.testFlag(action) ? action : Qt::IgnoreAction;
+Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, DragWay way) {
+    return answer == DragOperation::link ? actionThatLinks(offered, way) : Qt::IgnoreAction;
 }
 
 std::optional<QStringList> localFilesOf(const QMimeData& data) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Dragging.h"
+#include "platform/qt/DragWay.h"
 
 #include <QMimeData>
 #include <QStringList>
@@ -11,15 +12,12 @@
 
 namespace quillow {
 
-/// Whether the window system can say "link". Wayland's drags know copy, move and ask only.
-enum class LinkAction { expressible, missing };
+/// The source's mask of operations. It has link also where the way cannot name link and copy is offered instead.
+[[nodiscard]] DragOperationMask operationMaskOf(Qt::DropActions offered, DragWay way);
 
-/// The source's mask of operations. Where link cannot be said, copy stands for it.
-[[nodiscard]] DragOperationMask operationMaskOf(Qt::DropActions offered, LinkAction linkAction);
-
-/// The action that tells the source of a drag that offers these what a view answered: link, or, only where link cannot be
-/// said, copy; never move. Qt::IgnoreAction for none, and for what is not offered.
-[[nodiscard]] Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, LinkAction linkAction);
+/// The action that tells the source what a view answered: for link that is link, or copy where the way cannot name link; for
+/// any other answer it is none (Qt::IgnoreAction). None also where the action is not offered. Never move.
+[[nodiscard]] Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, DragWay way);
 
 /// The paths of the local files in the drag's order, without slashes at their ends; nothing when it is no list of local files:
 /// text, an address of the web, or a list in which anything is not local.

@@ -13,7 +13,7 @@
 namespace quillow {
 
 struct Handover {
-    QByteArray startupId;       ///< of the launcher under X11 (Startup Notification Protocol); may be empty
+    QByteArray startupId;       ///< of the launcher (Startup Notification Protocol); may be empty
     QByteArray activationToken; ///< of the launcher under Wayland (xdg-activation); may be empty
     QByteArray folder;          ///< the working folder that relative names start from
     QList<QByteArray> names;    ///< of the documents, in any bytes, in order

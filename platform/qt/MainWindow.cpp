@@ -55,7 +55,7 @@ QFont bold(QFont font) {
 
 MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     : workspace_(workspace)
-    , dropArea_(new DropArea(linkActionOfWindowSystem()))
+    , dropArea_(new DropArea(&wayOfCurrentDrag))
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
     , spinner_(new Spinner)
@@ -66,7 +66,8 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     setWindowTitle(QStringLiteral("Quillow"));
     menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
 
-    setCentralWidget(new DisclosedContent(makeUpperPart(), makeLowerPart(), kSmallHeight, kBigHeight));
+    content_ = new DisclosedContent(makeUpperPart(), makeLowerPart(), kSmallHeight, kBigHeight);
+    setCentralWidget(content_);
 
     setMinimumWidth(kMinimumWidth);
     resize(kMinimumWidth, kSmallHeight);
@@ -224,6 +225,7 @@ void MainWindow::setConvertedCount(qint64 count) {
 
 void MainWindow::setBig(bool isBig) {
     isBig_ = isBig;
+    content_->setDisclosed(isBig);
     discloseButton_->setState(isBig ? ButtonState::on : ButtonState::off);
     menu_->setBig(isBig);
     showLatestEntry();

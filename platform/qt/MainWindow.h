@@ -20,6 +20,7 @@ class QPushButton;
 namespace quillow {
 
 class DiscloseButton;
+class DisclosedContent;
 class DropArea;
 class ElidedLabel;
 class MainMenu;
@@ -95,6 +96,7 @@ private:
     QLabel* convertedCount_;
     Spinner* spinner_;
     QtLogView* logView_;
+    DisclosedContent* content_ = nullptr;
     DiscloseButton* discloseButton_;
     ElidedLabel* latestEntry_; ///< the log's last message, while the log itself is not disclosed
     bool isBig_ = false;

@@ -2,8 +2,8 @@
 
 namespace quillow {
 
-QtDraggingInfo::QtDraggingInfo(const QDropEvent& event, LinkAction linkAction, const FileTransferPortal& portal)
-    : mask_(operationMaskOf(event.possibleActions(), linkAction))
+QtDraggingInfo::QtDraggingInfo(const QDropEvent& event, DragWay way, const FileTransferPortal& portal)
+    : mask_(operationMaskOf(event.possibleActions(), way))
     , data_(*event.mimeData())
     , portal_(portal)
     , localFiles_(localFilesOf(data_)) {}

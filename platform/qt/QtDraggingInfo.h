@@ -12,7 +12,7 @@ namespace quillow {
 /// Lives as long as the event it is made of.
 class QtDraggingInfo final : public DraggingInfo {
 public:
-    QtDraggingInfo(const QDropEvent& event, LinkAction linkAction, const FileTransferPortal& portal);
+    QtDraggingInfo(const QDropEvent& event, DragWay way, const FileTransferPortal& portal);
 
     [[nodiscard]] DragOperationMask draggingSourceOperationMask() const override { return mask_; }
     [[nodiscard]] QStringList types() const override;

@@ -1,6 +1,8 @@
 #include "platform/qt/QtWindow.h"
 
+#include <QEvent>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 #include <QScreen>
 
 #include <cmath>
@@ -35,8 +37,15 @@ QRect toPlace(const Rect& frame) {
 
 } // namespace
 
-QtWindow::QtWindow(QWidget& widget)
-    : widget_(widget) {
+LimitKeeper limitKeeperOfWindowSystem() {
+    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return isWayland ? LimitKeeper::window : LimitKeeper::windowSystem;
+}
+
+QtWindow::QtWindow(QWidget& widget, LimitKeeper limitKeeper)
+    : widget_(widget)
+    , limitKeeper_(limitKeeper) {
+    if (limitKeeper_ == LimitKeeper::window) widget_.installEventFilter(this);
     animation_.setDuration(kAnimationMilliseconds);
     animation_.setEasingCurve(QEasingCurve::InOutQuad);
     QObject::connect(&animation_, &QVariantAnimation::valueChanged, &animation_,
@@ -73,6 +82,7 @@ void QtWindow::setFrame(const Rect& frame, Animate animate) {
     const QRect target = toPlace(frame);
     animation_.stop();
     limitsWait_ = false;
+    if (limitKeeper_ == LimitKeeper::window && fillsScreen()) return;
     if (animate == Animate::no || !widget_.isVisible()) {
         moveTo(target);
         return;
@@ -83,6 +93,7 @@ void QtWindow::setFrame(const Rect& frame, Animate animate) {
 }
 
 void QtWindow::moveTo(const QRect& place) {
+    const QScopedValueRollback<bool> moving(isMoving_, true);
     const QSize size = place.size();
     const QSize least = leastSize();
     const QSize most = mostSize();
@@ -90,8 +101,8 @@ void QtWindow::moveTo(const QRect& place) {
     const auto upper = [](int limit, int other, int value) { return limit == other ? value : qMax(limit, value); };
     widget_.setMinimumSize(lower(least.width(), most.width(), size.width()),
                            lower(least.height(), most.height(), size.height()));
-    widget_.setMaximumSize(upper(most.width(), least.width(), size.width()),
-                           upper(most.height(), least.height(), size.height()));
+    setMaximumSizeOfWidget(
+        {upper(most.width(), least.width(), size.width()), upper(most.height(), least.height(), size.height())});
     // The decoration of a window that was never shown is unknown, and it stands outside of what a geometry tells; and a window
     // that only changes its size is not to be moved by a pixel.
     const bool isPlaced = widget_.isVisible();
@@ -126,8 +137,28 @@ void QtWindow::applyLimits() {
     // Never crossed, so that the window is not resized to a size between; the widget follows its limits with its top left
     // corner where it is.
     widget_.setMinimumSize(leastSize().boundedTo(widget_.maximumSize()));
-    widget_.setMaximumSize(mostSize());
+    setMaximumSizeOfWidget(mostSize());
     widget_.setMinimumSize(leastSize());
+    if (limitKeeper_ == LimitKeeper::window) keepLimits();
+}
+
+void QtWindow::setMaximumSizeOfWidget(const QSize& size) {
+    const bool isHeightTold = limitKeeper_ == LimitKeeper::windowSystem || !maxSize_;
+    widget_.setMaximumSize(size.width(), isHeightTold ? size.height() : QWIDGETSIZE_MAX);
+}
+
+void QtWindow::keepLimits() {
+    if (fillsScreen() || isMoving_ || limitsWait_ || animation_.state() == QAbstractAnimation::Running) return;
+    const QSize least = minSize_.value_or(QSize(0, 0));
+    const QSize most = maxSize_.value_or(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)).expandedTo(least);
+    widget_.resize(widget_.size().boundedTo(most).expandedTo(least));
+}
+
+bool QtWindow::eventFilter(QObject*, QEvent* event) {
+    // Before the contents are painted in a size that they are not to have. Not when the window ceases to fill the screen: its
+    // former size follows.
+    if (event->type() == QEvent::Resize) keepLimits();
+    return false;
 }
 
 void QtWindow::setExcludedFromWindowsMenu(bool excluded) {

@@ -84,9 +84,14 @@ quint32 timeOfStartupId(const QByteArray& startupId) {
     return mark < 0 ? 0 : startupId.mid(mark + kMark.size()).toUInt();
 }
 
+QByteArray activationTokenOf(const QByteArray& startupId, const QByteArray& activationToken) {
+    return activationToken.isEmpty() ? startupId : activationToken;
+}
+
 void activateForLauncher(QWidget& window, const QByteArray& startupId, const QByteArray& activationToken) {
-    // Qt's Wayland integration takes the token of the next activation from here.
-    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken);
+    // Qt's Wayland integration takes the token of the next activation from here. An X11 platform leaves it.
+    const QByteArray token = activationTokenOf(startupId, activationToken);
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
     window.activateWindow();
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11 || !x11->connection()) return; // the offscreen platform answers without a connection

@@ -50,6 +50,10 @@ def text_of(node):
     return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
 
 
+def is_showing(node):
+    return node.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
 def is_checked(node):
     return node.get_state_set().contains(Atspi.StateType.CHECKED)
 

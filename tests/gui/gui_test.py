@@ -137,7 +137,10 @@ class ProgramTest(unittest.TestCase):
         screen.pointer("windowactivate", source_window)
         screen.move_window(source_window, 900, 500)
         place = screen.settled_place(source_window)
-        start = (place.x + place.width // 2, place.y + place.height // 2)
+        self.carry_out_drag((place.x + place.width // 2, place.y + place.height // 2), point, source, expect)
+
+    def carry_out_drag(self, start, point, source, expect):
+        """Drags from the window of a program of ours; a refused drag changes nothing of the drop area."""
         before = self.picture_at_rest(start)
         screen.begin_drag(start, point)
         if expect == "link":

@@ -8,6 +8,7 @@ import subprocess
 import time
 
 LIMIT_SECONDS = 60
+MORE_THAN_A_SPECK = 150  # pixels
 Place = collections.namedtuple("Place", "x y width height")
 
 
@@ -88,6 +89,19 @@ def settled_picture(place):
 def save_settled_picture(place, path):
     settled_picture(place)
     save_picture(place, path)
+
+
+def shapes(*image):
+    """The places of the white shapes in a picture, which ImageMagick makes as these arguments say; largest first."""
+    text = output_of("convert", *image, "-define", "connected-components:verbose=true", "-define",
+                     f"connected-components:area-threshold={MORE_THAN_A_SPECK}", "-connected-components", "8", "null:")
+    found = []
+    for line in text.decode().splitlines()[1:]:
+        _, box, *_, colour = line.split()
+        width, height, x, y = (int(n) for n in box.replace("x", "+").split("+"))
+        if "255" in colour or "white" in colour:
+            found.append(Place(x, y, width, height))
+    return found
 
 
 def pointer(*arguments):

@@ -1,7 +1,11 @@
 #!/usr/bin/env python3
-"""session.py [--size WxH] [--home DIR] -- COMMAND...: runs COMMAND in a desktop session of its own.
+"""session.py [--size WxH] [--home DIR] [--desktop openbox|none|mutter|kwin] -- COMMAND...: runs COMMAND in a session of its own.
 
-A private X server, D-Bus session, window manager and home folder, all ended afterwards. Exits as the command does.
+A private X server, D-Bus session, desktop and home folder, all ended afterwards. Exits as the command does.
+
+The desktop is a window manager of the X server, or a Wayland compositor that shows its screen as the server's only window and has
+an Xwayland of its own. COMMAND is then still a client of the outer server, where it moves the pointer and takes pictures;
+$NESTED_WAYLAND_DISPLAY, $NESTED_DISPLAY and $NESTED_XAUTHORITY are those of the compositor's clients.
 """
 import argparse
 import os
@@ -24,8 +28,9 @@ def wait_for(condition, what):
 
 
 class Session:
-    def __init__(self, size, home):
+    def __init__(self, size, home, desktop):
         self.size = size
+        self.desktop = desktop
         self.folder = tempfile.mkdtemp(prefix="quillow-gui-")
         self.home = home or os.path.join(self.folder, "home")
         self.processes = []
@@ -35,7 +40,7 @@ class Session:
             self.prepare_environment()
             self.start_display()
             self.start_bus()
-            self.start_window_manager()
+            self.start_desktop()
         except BaseException:
             self.__exit__()
             raise
@@ -65,7 +70,7 @@ class Session:
         os.environ.update(
             HOME=self.home, XDG_CONFIG_HOME=self.home + "/.config", XDG_DATA_HOME=self.home + "/.local/share",
             XDG_CACHE_HOME=self.home + "/.cache", XDG_STATE_HOME=self.home + "/.local/state", XDG_RUNTIME_DIR=runtime,
-            LANG="C.UTF-8", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+            SCREEN_SIZE=self.size, LANG="C.UTF-8", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
 
     def start_display(self):
         # The server picks a free display and writes its number.
@@ -83,20 +88,56 @@ class Session:
         bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
 
-    def start_window_manager(self):
-        self.start("openbox")
-        check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
-        wait_for(lambda: b"window id" in subprocess.run(check, capture_output=True).stdout, "window manager")
+    def start_desktop(self):
+        if self.desktop in COMPOSITORS:
+            self.start_compositor()
+        elif self.desktop != "none":
+            self.start(self.desktop)
+            check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
+            wait_for(lambda: b"window id" in subprocess.run(check, capture_output=True).stdout, "window manager")
+
+    def start_compositor(self):
+        # It starts a command in its session once that can be used: here one that tells what clients find in their environment.
+        told = os.path.join(self.folder, "environment")
+        client = os.path.join(self.folder, "client")
+        with open(client, "w") as script:
+            script.write(f"#!/bin/sh\nenv -0 > {told}.part && mv {told}.part {told}\nexec sleep infinity\n")
+        os.chmod(client, 0o700)
+        COMPOSITORS[self.desktop](self, client)
+        wait_for(lambda: os.path.exists(told), "environment of " + self.desktop)
+        with open(told) as file:
+            environment = dict(line.split("=", 1) for line in file.read().split("\0") if line)
+        os.environ.update({"NESTED_" + name: environment.get(name, "") for name in ("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY")})
+
+    def start_mutter(self, client):
+        self.start("mutter", "--wayland", "--nested", "--wayland-display", "quillow-mutter", "--", client,
+                   env={**os.environ, "MUTTER_DEBUG_DUMMY_MODE_SPECS": self.size, "LIBGL_ALWAYS_SOFTWARE": "1"})
+
+    def start_kwin(self, client):
+        # A copy is without the file capability of the installed one, which not every container grants.
+        program = shutil.copyfile(shutil.which("kwin_wayland"), os.path.join(self.folder, "kwin_wayland"))
+        os.chmod(program, 0o700)
+        width, height = self.size.split("x")
+        os.makedirs(os.environ["XDG_CONFIG_HOME"], exist_ok=True)
+        with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "kwinrc"), "w") as settings:
+            settings.write("[Windows]\nPlacement=Smart\n")  # side by side, where there is room
+        self.start(program, "--x11-display", os.environ["DISPLAY"], "--width", width, "--height", height, "--xwayland", "--socket",
+                   "quillow-kwin", "--no-lockscreen", client,
+                   env={**os.environ, "KWIN_COMPOSE": "Q", "XDG_CURRENT_DESKTOP": "KDE"})
+
+
+COMPOSITORS = {"mutter": Session.start_mutter, "kwin": Session.start_kwin}
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--size", default="1280x900")
     parser.add_argument("--home")
+    parser.add_argument("--desktop", default="openbox")
     parser.add_argument("command", nargs="+")
     arguments = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    with Session(arguments.size, arguments.home):
+    with Session(arguments.size, arguments.home, arguments.desktop):
         return subprocess.run(arguments.command).returncode
 
 

@@ -5,6 +5,7 @@
 #include "base/PathBytes.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "frame/MWWhiteView.h"
+#include "platform/qt/DropRule.h"
 #include "tests/platform/Waiting.h"
 
 #include <QApplication>
@@ -17,37 +18,54 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace quillow {
 namespace {
 
 constexpr DragOperationMask kCopy = 1;
 constexpr DragOperationMask kLink = 2;
 constexpr DragOperationMask kMove = 16;
+constexpr Qt::DropActions kEvery = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
 
-TEST(DropRule, readsTheMaskOfTheSource) {
-    EXPECT_EQ(operationMaskOf(Qt::LinkAction, LinkAction::expressible), kLink);
-    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction, LinkAction::expressible), kCopy | kMove);
-    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, LinkAction::expressible),
-              kCopy | kMove | kLink);
-    EXPECT_EQ(operationMaskOf(Qt::IgnoreAction, LinkAction::expressible), 0U);
+struct DropCase {
+    const char* name;
+    DragWay way;
+    Qt::DropActions offered;
+    DragOperationMask mask;
+    Qt::DropAction answer; ///< when the view answers link
+};
+
+class DropRule : public testing::TestWithParam<DropCase> {};
+
+TEST_P(DropRule, answersLinkOrCopyWhereLinkCannotBeNamed) {
+    const DropCase& drag = GetParam();
+    EXPECT_EQ(operationMaskOf(drag.offered, drag.way), drag.mask);
+    EXPECT_EQ(dropActionFor(DragOperation::link, drag.offered, drag.way), drag.answer);
+    for (const DragOperation other : {DragOperation::none, DragOperation::copy, DragOperation::move})
+        EXPECT_EQ(dropActionFor(other, drag.offered, drag.way), Qt::IgnoreAction);
 }
 
-TEST(DropRule, copyStandsForLinkOnlyWhereLinkCannotBeSaid) {
-    EXPECT_EQ(operationMaskOf(Qt::CopyAction | Qt::MoveAction, LinkAction::missing), kCopy | kMove | kLink);
-    EXPECT_EQ(operationMaskOf(Qt::MoveAction, LinkAction::missing), kMove);
-    EXPECT_EQ(operationMaskOf(Qt::LinkAction, LinkAction::missing), 0U);
-}
-
-TEST(DropRule, answersLinkOrItsStandInAndNeverMove) {
-    const Qt::DropActions every = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
-    EXPECT_EQ(dropActionFor(DragOperation::link, every, LinkAction::expressible), Qt::LinkAction);
-    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::CopyAction | Qt::MoveAction, LinkAction::missing), Qt::CopyAction);
-    EXPECT_EQ(dropActionFor(DragOperation::none, every, LinkAction::expressible), Qt::IgnoreAction);
-    EXPECT_EQ(dropActionFor(DragOperation::move, every, LinkAction::expressible), Qt::IgnoreAction);
-    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::CopyAction | Qt::MoveAction, LinkAction::expressible),
-              Qt::IgnoreAction);
-    EXPECT_EQ(dropActionFor(DragOperation::link, Qt::MoveAction, LinkAction::missing), Qt::IgnoreAction);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Drags, DropRule,
+    testing::Values(DropCase{"directLink", DragWay::direct, Qt::LinkAction, kLink, Qt::LinkAction},
+                    DropCase{"directAll", DragWay::direct, kEvery, kCopy | kMove | kLink, Qt::LinkAction},
+                    DropCase{"directCopy", DragWay::direct, Qt::CopyAction, kCopy, Qt::IgnoreAction},
+                    DropCase{"directCopyAndMove", DragWay::direct, Qt::CopyAction | Qt::MoveAction, kCopy | kMove,
+                             Qt::IgnoreAction},
+                    DropCase{"directMove", DragWay::direct, Qt::MoveAction, kMove, Qt::IgnoreAction},
+                    DropCase{"directNothing", DragWay::direct, Qt::IgnoreAction, 0, Qt::IgnoreAction},
+                    DropCase{"bridgedCopy", DragWay::bridged, Qt::CopyAction, kCopy | kLink, Qt::CopyAction},
+                    DropCase{"bridgedAll", DragWay::bridged, kEvery, kCopy | kMove | kLink, Qt::LinkAction},
+                    DropCase{"bridgedMoveWithShift", DragWay::bridged, Qt::MoveAction, kMove, Qt::IgnoreAction},
+                    DropCase{"bridgedNothing", DragWay::bridged, Qt::IgnoreAction, 0, Qt::IgnoreAction},
+                    DropCase{"waylandCopy", DragWay::wayland, Qt::CopyAction, kCopy | kLink, Qt::CopyAction},
+                    DropCase{"waylandCopyAndMove", DragWay::wayland, Qt::CopyAction | Qt::MoveAction,
+                             kCopy | kMove | kLink, Qt::CopyAction},
+                    DropCase{"waylandAll", DragWay::wayland, kEvery, kCopy | kMove | kLink, Qt::LinkAction},
+                    DropCase{"waylandMove", DragWay::wayland, Qt::MoveAction, kMove, Qt::IgnoreAction},
+                    DropCase{"waylandNothingNamed", DragWay::wayland, Qt::IgnoreAction, kLink, Qt::CopyAction}),
+    [](const auto& drag) { return std::string(drag.param.name); });
 
 std::optional<QStringList> filesOf(const char* uriList) {
     QMimeData data;
@@ -58,21 +76,21 @@ std::optional<QStringList> filesOf(const char* uriList) {
     return localFilesOf(data);
 }
 
-TEST(DropRule, takesPathsInOrderWithoutTrailingSlashes) {
+TEST(DropFiles, takesPathsInOrderWithoutTrailingSlashes) {
     const QStringList expected{QStringLiteral("/b.rtf"), QStringLiteral("/a b'\"\u00FC.html"),
                                QStringLiteral("/L.rtfd"), QStringLiteral("/b.rtf")};
     EXPECT_EQ(filesOf("file:///b.rtf\nfile:///a%20b'%22%C3%BC.html\nfile:///L.rtfd/\nfile:///b.rtf"), expected);
 }
 
-TEST(DropRule, takesNamesThatAreNotUtf8) {
+TEST(DropFiles, takesNamesThatAreNotUtf8) {
     EXPECT_EQ(filesOf("file:///caf%E9.rtf"), QStringList{pathFromBytes("/caf\xE9.rtf")});
 }
 
-TEST(DropRule, takesLocalhostAndComments) {
+TEST(DropFiles, takesLocalhostAndComments) {
     EXPECT_EQ(filesOf("#files\nfile://localhost/a.rtf"), QStringList{QStringLiteral("/a.rtf")});
 }
 
-TEST(DropRule, refusesWhatIsNoListOfLocalFiles) {
+TEST(DropFiles, refusesWhatIsNoListOfLocalFiles) {
     EXPECT_FALSE(filesOf("https://example.org/a.rtf").has_value());
     EXPECT_FALSE(filesOf("file:///a.rtf\nhttps://example.org/a.rtf").has_value());
     EXPECT_FALSE(filesOf("file://other.example.org/a.rtf").has_value());
@@ -112,7 +130,8 @@ protected:
         QCoreApplication::sendEvent(&area_, &event);
     }
 
-    DropArea area_{LinkAction::expressible};
+    DragWay way_ = DragWay::direct;
+    DropArea area_{[this] { return way_; }};
     MWWhiteView panel_{area_};
     MWOutlinedDragDropView view_{area_};
     QMimeData files_;
@@ -121,7 +140,7 @@ protected:
         view_.addObserver(QStringLiteral("myFilePathDropped"), [this](const QString&, const KVObject&, const Change&) {
             dropped_.append(*view_.myFilePathDropped());
         });
-    const Qt::DropActions every_ = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+    const Qt::DropActions every_ = kEvery;
 };
 
 TEST_F(DropAreaTest, lightsUpOnlyWhileAnAcceptableDragHovers) {
@@ -169,6 +188,13 @@ TEST_F(DropAreaTest, aDropThatNoLongerOffersLinkIsRefusedAndDarkensTheArea) {
     EXPECT_FALSE(view_.hilited());
 }
 
+TEST_F(DropAreaTest, aDropWhoseSourceHasEndedWithItsDataDarkensTheArea) {
+    ASSERT_EQ(enter(files_, Qt::LinkAction), Qt::LinkAction);
+    EXPECT_EQ(drop(QMimeData(), Qt::LinkAction), Qt::IgnoreAction);
+    EXPECT_TRUE(dropped_.isEmpty());
+    EXPECT_FALSE(view_.hilited());
+}
+
 TEST_F(DropAreaTest, aRefusedEntryIsNoDrop) {
     QMimeData text;
     text.setText(QStringLiteral("/a.rtf"));
@@ -185,7 +211,7 @@ TEST_F(DropAreaTest, onlyRegisteredTypesReachTheView) {
 }
 
 TEST(DropAreaWithoutViews, takesNothing) {
-    DropArea area(LinkAction::expressible);
+    DropArea area([] { return DragWay::direct; });
     EXPECT_FALSE(area.acceptDrops());
     { const MWDragDropView view(area, Rect{0, 0, 300, 100}); }
     EXPECT_FALSE(area.acceptDrops());
@@ -196,19 +222,40 @@ TEST(DropAreaWithoutViews, takesNothing) {
     EXPECT_FALSE(event.isAccepted());
 }
 
-TEST(DropAreaOfWayland, answersCopyWhereLinkCannotBeSaid) {
-    DropArea area(LinkAction::missing);
-    const MWDragDropView view(area, Rect{0, 0, 300, 100});
-    QMimeData files;
-    files.setUrls({QUrl(QStringLiteral("file:///a.rtf"))});
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&area, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
-    QDropEvent drop({10, 10}, Qt::CopyAction | Qt::MoveAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&area, &drop);
-    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
-    EXPECT_EQ(view.myFilePathDropped(), QStringLiteral("/a.rtf"));
+TEST_F(DropAreaTest, takesACopyForALinkOnlyWhereLinkCannotBeNamed) {
+    for (const DragWay way : {DragWay::bridged, DragWay::wayland}) {
+        way_ = way;
+        dropped_.clear();
+        EXPECT_EQ(enter(files_, Qt::CopyAction), Qt::CopyAction);
+        EXPECT_EQ(move(files_, Qt::MoveAction), Qt::IgnoreAction); // Shift is pressed
+        EXPECT_EQ(move(files_, Qt::CopyAction), Qt::CopyAction);
+        EXPECT_EQ(drop(files_, Qt::CopyAction), Qt::CopyAction);
+        EXPECT_EQ(dropped_.size(), 2);
+    }
+}
+
+TEST_F(DropAreaTest, theWayOfADragIsFoundWhenItEnters) {
+    ASSERT_EQ(enter(files_, Qt::CopyAction), Qt::IgnoreAction);
+    leave();
+    way_ = DragWay::bridged;
+    EXPECT_EQ(enter(files_, Qt::CopyAction), Qt::CopyAction);
+    way_ = DragWay::direct; // its source has gone meanwhile
+    EXPECT_EQ(drop(files_, Qt::CopyAction), Qt::CopyAction);
+}
+
+TEST_F(DropAreaTest, aWaylandDragThatNamesNoActionIsTakenWhenItBringsFiles) {
+    way_ = DragWay::wayland;
+    QMimeData text;
+    text.setText(QStringLiteral("/a.rtf"));
+    QDragEnterEvent refused({10, 10}, Qt::IgnoreAction, &text, Qt::LeftButton, Qt::NoModifier);
+    send(area_, refused);
+    EXPECT_FALSE(refused.isAccepted());
+    // An event of Qt's that names no action takes none either: that it is accepted is the answer.
+    QDragEnterEvent entry({10, 10}, Qt::IgnoreAction, &files_, Qt::LeftButton, Qt::NoModifier);
+    send(area_, entry);
+    EXPECT_TRUE(entry.isAccepted());
+    drop(files_, Qt::IgnoreAction);
+    EXPECT_EQ(dropped_.size(), 2);
 }
 
 TEST_F(DropAreaTest, returnAndSpacePressIt) {
@@ -312,7 +359,7 @@ INSTANTIATE_TEST_SUITE_P(AtScale, DropAreaPainting, testing::Values(1.0, 1.5, 2.
 TEST(DropAreaFocus, thatOfTheKeyboardIsToBeSeen) {
     QWidget window;
     auto* other = new QPushButton(&window);
-    auto* area = new DropArea(LinkAction::expressible, FileTransferPortal(), &window);
+    auto* area = new DropArea([] { return DragWay::direct; }, FileTransferPortal(), &window);
     const MWWhiteView panel(*area, Rect{0, 0, 587, 114});
     window.show();
     window.activateWindow();

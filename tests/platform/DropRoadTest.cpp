@@ -189,7 +189,7 @@ protected:
     QWidget preferencesWidget_;
     QtWindow window_{widget_};
     QtWindow preferences_{preferencesWidget_};
-    DropArea area_{LinkAction::expressible};
+    DropArea area_{[] { return DragWay::direct; }};
     Spinner spinner_;
     QtLogView log_;
     MWOutlinedDragDropView view_{area_};

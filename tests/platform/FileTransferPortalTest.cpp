@@ -63,7 +63,7 @@ protected:
     }
     /// What a drag of this data ends as, dropped on an area that asks this bus.
     Qt::DropAction drop(const QMimeData& data) {
-        DropArea area(LinkAction::expressible, FileTransferPortal([this] { return bus_.client(); }));
+        DropArea area([] { return DragWay::direct; }, FileTransferPortal([this] { return bus_.client(); }));
         MWDragDropView view(area, Rect{0, 0, 300, 100});
         const Observation observation =
             view.addObserver(QStringLiteral("myFilePathDropped"), [&](const QString&, const KVObject&, const Change&) {

@@ -286,6 +286,25 @@ TEST_F(MainWindowTest, nothingMovesWhenTheLogIsDisclosed) {
     EXPECT_FALSE(window_.logView().isVisible());
 }
 
+TEST_F(MainWindowTest, maximisedTheModeSaysWhetherTheLogIsDisclosed) {
+    const int dropHeight = window_.dropArea().height();
+    window_.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    window_.setWindowState(Qt::WindowMaximized);
+    ASSERT_TRUE(waitUntil([this] { return window_.height() > MainWindow::kBigHeight; }));
+    EXPECT_FALSE(window_.logView().isVisible());
+    EXPECT_GT(window_.dropArea().height(), window_.height() / 2);
+    window_.setBig(true);
+    runEvents();
+    EXPECT_TRUE(window_.logView().isVisible());
+    EXPECT_EQ(window_.dropArea().height(), dropHeight);
+    window_.setBig(false);
+    runEvents();
+    EXPECT_FALSE(window_.logView().isVisible());
+    window_.setWindowState(Qt::WindowNoState);
+    ASSERT_TRUE(waitUntil([this] { return window_.height() == MainWindow::kSmallHeight; }));
+    EXPECT_EQ(window_.dropArea().height(), dropHeight);
+}
+
 TEST_F(MainWindowTest, theDisclosureButtonSwitchesByEveryWay) {
     DiscloseButton& button = window_.discloseButton();
     button.click();

@@ -74,6 +74,72 @@ TEST_F(QtWindowTest, aFixedHeightStaysFixedAtItsNewValue) {
     EXPECT_EQ(widget_.maximumHeight(), 150);
 }
 
+// Where the window system is told no largest height.
+class LimitsKeptByTheWindow : public testing::Test {
+protected:
+    void SetUp() override {
+        widget_.resize(300, 200);
+        limitHeight(200);
+        widget_.show();
+        runEvents();
+    }
+    void limitHeight(double height) {
+        window_.setMaxSize({600, height});
+        window_.setMinSize({250, height});
+    }
+    /// As the user does by the edges.
+    QSize resizedTo(int width, int height) {
+        widget_.resize(width, height);
+        runEvents();
+        return widget_.size();
+    }
+    QWidget widget_;
+    QtWindow window_{widget_, LimitKeeper::window};
+};
+
+TEST_F(LimitsKeptByTheWindow, noLargestHeightIsTold) {
+    EXPECT_EQ(widget_.maximumSize(), QSize(600, QWIDGETSIZE_MAX));
+    window_.setFrame({40, 100, 300, 350}, Animate::no);
+    limitHeight(350);
+    EXPECT_EQ(widget_.maximumSize(), QSize(600, QWIDGETSIZE_MAX));
+    EXPECT_EQ(widget_.size(), QSize(300, 350));
+}
+
+TEST_F(LimitsKeptByTheWindow, onlyTheWidthIsTheUsers) {
+    EXPECT_EQ(resizedTo(400, 200), QSize(400, 200));
+    EXPECT_EQ(resizedTo(400, 300), QSize(400, 200));
+    EXPECT_EQ(resizedTo(500, 300), QSize(500, 200));
+    widget_.setMinimumSize(0, 0); // the decoration is missing from the least size as well
+    EXPECT_EQ(resizedTo(240, 180), QSize(250, 200));
+}
+
+TEST_F(LimitsKeptByTheWindow, changedLimitsResizeIt) {
+    limitHeight(150);
+    EXPECT_EQ(widget_.size(), QSize(300, 150));
+    limitHeight(250);
+    EXPECT_EQ(widget_.size(), QSize(300, 250));
+}
+
+TEST_F(LimitsKeptByTheWindow, theyDoNotHoldAnAnimationBack) {
+    window_.setFrame({window_.frame().x, window_.frame().y - 150, 300, 350}, Animate::yes);
+    limitHeight(350);
+    ASSERT_TRUE(waitUntil([this] { return widget_.height() > 200; }));
+    ASSERT_TRUE(waitUntil([this] { return widget_.height() == 350; }));
+}
+
+TEST_F(LimitsKeptByTheWindow, aMaximisedWindowFillsTheScreen) {
+    const int screenHeight = widget_.screen()->availableGeometry().height();
+    widget_.setWindowState(Qt::WindowMaximized);
+    ASSERT_TRUE(waitUntil([&] { return widget_.frameGeometry().height() == screenHeight; }));
+    // A height that it is given meanwhile waits.
+    window_.setFrame({40, 100, 300, 350}, Animate::yes);
+    limitHeight(350);
+    runEvents();
+    EXPECT_EQ(widget_.frameGeometry().height(), screenHeight);
+    widget_.setWindowState(Qt::WindowNoState);
+    EXPECT_TRUE(waitUntil([this] { return widget_.size() == QSize(300, 350); }));
+}
+
 TEST_F(QtWindowTest, centerPutsItIntoTheMiddleOfItsScreen) {
     widget_.resize(300, 200);
     window_.center();

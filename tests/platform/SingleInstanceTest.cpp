@@ -227,6 +227,13 @@ TEST(StartupId, tellsItsTime) {
         EXPECT_EQ(timeOfStartupId(id), 0U) << id;
 }
 
+TEST(WindowActivation, theStartupIdIsTheTokenOfALauncherThatLeavesNoOther) {
+    EXPECT_EQ(activationTokenOf("id_TIME0", ""), "id_TIME0");
+    EXPECT_EQ(activationTokenOf("id_TIME0", "token"), "token");
+    EXPECT_EQ(activationTokenOf("", "token"), "token");
+    EXPECT_EQ(activationTokenOf("", ""), "");
+}
+
 TEST(WindowActivation, offScreenAsksTheWindowOnly) {
     QWidget window;
     window.show();

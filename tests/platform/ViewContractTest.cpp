@@ -40,7 +40,7 @@ struct FakeViewWorld {
 
 struct QtViewWorld {
     QWidget window;
-    DropArea* child = new DropArea(LinkAction::expressible, FileTransferPortal(), &window);
+    DropArea* child = new DropArea([] { return DragWay::direct; }, FileTransferPortal(), &window);
     ViewArea& area = *child;
     QtViewWorld() { window.resize(800, 600); }
     void draw() {
@@ -111,7 +111,7 @@ struct QtDragWorld {
     QtDraggingInfo info() {
         const Qt::DropActions every = Qt::CopyAction | Qt::LinkAction | Qt::MoveAction;
         events.push_back(std::make_unique<QDropEvent>(QPointF(1, 1), every, &data, Qt::LeftButton, Qt::NoModifier));
-        return {*events.back(), LinkAction::expressible, portal};
+        return {*events.back(), DragWay::direct, portal};
     }
     QtDraggingInfo files(const QStringList& paths) {
         QList<QUrl> urls;

@@ -1,0 +1,20 @@
+// The way that a drag takes from its source to a window of ours: it settles which actions the drag can name.
+#pragma once
+
+#include <functional>
+
+namespace quillow {
+
+enum class DragWay {
+    direct, ///< between two programs of the X server: the drag names all actions that its source offers
+    bridged, ///< from a Wayland program to a window under Xwayland: it names one action, copy, or move while Shift is held
+    wayland, ///< to a Wayland window: it names copy, move, or (from an X11 program under KWin 5.27) no action at all
+};
+
+/// Asked when a drag enters.
+using DragWayFinder = std::function<DragWay()>;
+
+/// The way of the drag that is under way in the window system of this process.
+[[nodiscard]] DragWay wayOfCurrentDrag();
+
+} // namespace quillow
