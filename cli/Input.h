@@ -4,10 +4,9 @@
 #include "cli/MappedFile.h"
 #include "engines/Extract.h"
 
-#include <time.h>
-
 #include <cstddef>
 #include <cstdlib>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <span>

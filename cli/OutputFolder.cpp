@@ -90,7 +90,7 @@ public:
     [[nodiscard]] bool place(const std::string& name, Present present) {
         if (name_.empty()) {
             if (link(name)) return true;
-            if (errno != EEXIST || present == Present::kept) return false;
+            if (errno != EEXIST) return false;
             name_ = temporaryNames().add(folder_); // a link cannot replace, a rename can
             if (!link(name_)) return false;
         }

@@ -3,8 +3,7 @@
 
 #include "cli/FileDescriptor.h"
 
-#include <time.h>
-
+#include <ctime>
 #include <memory>
 #include <mutex>
 #include <optional>

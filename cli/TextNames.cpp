@@ -93,15 +93,14 @@ private:
         const std::string stem = path.substr(0, path.size() - kExtension.size());
         do {
             path = stem + "-" + std::to_string(++number) + std::string(kExtension);
-        } while (!takeUnwanted(path));
+        } while (isWanted(path) || isUnusable(path));
         return path;
     }
 
-    [[nodiscard]] bool takeUnwanted(const std::string& path) {
-        Claims& claims = claims_[path];
-        if (claims.byBase || claims.isByFullName || claims.isTaken) return false;
-        claims.isTaken = true;
-        return !isUnusable(path);
+    /// No other full name gives the same number to the same path, so what texts want without a number is all there is to avoid.
+    [[nodiscard]] bool isWanted(const std::string& path) const {
+        const auto found = claims_.find(path);
+        return found != claims_.end() && (found->second.byBase || found->second.isByFullName);
     }
 
     std::span<const NameWish> wishes_;

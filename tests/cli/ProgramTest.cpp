@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <thread>
 
@@ -412,6 +413,25 @@ TEST(Program, existingTextIsDealtWithAsSaid) {
     }
 }
 
+TEST(Program, textThatComesWhileADocumentIsReadIsNotReplacedEither) {
+    const TemporaryFolder folder;
+    folder.put("out/a.rtf", "");
+    const std::string input = folder.at("a.rtf");
+    ASSERT_EQ(::mkfifo(input.c_str(), 0600), 0);
+    Running running({"-v", "--no-clobber", "-o", folder.at("out"), input}, {});
+    std::ofstream feed(input); // opens when the program reads: then it has seen that there is no text yet
+    const std::string text = folder.put("out/a.txt", "kept");
+
+    feed << kRtf << std::flush;
+    feed.close();
+
+    const Outcome done = running.wait();
+    EXPECT_EQ(done.exitCode, kAllConverted);
+    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt is there)\n");
+    EXPECT_EQ(readFile(text), "kept");
+    EXPECT_EQ(folder.names("out"), (Names{"a.rtf", "a.txt"}));
+}
+
 TEST(Program, destinationThatCannotBeWrittenExitsWithItsOwnCode) {
     const TemporaryFolder folder;
     const std::string rtf = folder.put("a.rtf", kRtf);
@@ -654,6 +674,19 @@ TEST(Program, pdfThatMemoryIsTooShortForIsOneFailedDocument) {
             EXPECT_EQ(done.errors.find("Out of memory"), std::string::npos) << mib;
         }
     }
+}
+
+TEST(Program, threadsShareMemoryWhereItIsLimited) {
+    const TemporaryFolder folder;
+    std::vector<std::string> arguments = {"-j8"};
+    for (int i = 0; i < 16; ++i)
+        arguments.push_back(folder.put(std::to_string(i) + ".pdf", pdf("plain")));
+    test::RunSetting setting;
+    setting.prefix = {"prlimit", "--as=209715200"}; // 200 MiB, of which stacks take 64
+
+    const Outcome done = run(arguments, setting);
+
+    EXPECT_EQ(done.exitCode, kAllConverted) << done.errors;
 }
 
 TEST(Program, documentsAfterAPdfThatMemoryIsTooShortForAreConverted) {

@@ -40,6 +40,7 @@ TEST(TextNames, longerNameThatMeetsAShortOneLengthensThatToo) {
 
 TEST(TextNames, numberedNameNeverTakesAnothersName) {
     EXPECT_EQ(named({"a.rtf", "a.rtf", "a.rtf-2.pdf"}), (Names{"a.rtf.txt", "a.rtf-3.txt", "a.rtf-2.txt"}));
+    EXPECT_EQ(named({"a.rtf", "a.rtf", "a.rtf-2"}), (Names{"a.rtf.txt", "a.rtf-3.txt", "a.rtf-2.txt"}));
     EXPECT_EQ(named({"a.rtf-2", "a.rtf-2.pdf", "a.rtf", "a.rtf"}),
               (Names{"a.rtf-2.txt", "a.rtf-2.pdf.txt", "a.rtf.txt", "a.rtf-3.txt"}));
 }
