@@ -1,8 +1,11 @@
 #include "cli/Arguments.h"
 
+#include "cli/Paths.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace quillow::cli {
 
@@ -30,15 +33,55 @@ std::string quoted(std::string_view text, std::string_view dashes = {}) {
     return out;
 }
 
-std::string setOutputFolder(Arguments& arguments, std::string_view value) {
-    if (value.empty()) return "the output folder's name is empty";
-    if (arguments.outputFolder) return "the output folder is given twice";
-    arguments.outputFolder = std::string(value);
+std::string setOnce(std::optional<std::string>& setting, std::string_view value, const std::string& what) {
+    if (value.empty()) return what + " has an empty name";
+    if (setting) return what + " is given twice";
+    setting = std::string(value);
+    return {};
+}
+
+std::string setOutput(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.output, value, "the output");
+}
+
+std::string setInputList(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.inputList, value, "the list of files");
+}
+
+std::string setNulNames(Arguments& arguments, std::string_view) {
+    arguments.nameEnd = NameEnd::nul;
+    return {};
+}
+
+std::string setWalkFolders(Arguments& arguments, std::string_view) {
+    arguments.folders = Folders::walked;
+    return {};
+}
+
+std::string setMirrorRoot(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.mirrorRoot, value, "the folder to mirror");
+}
+
+std::string setIfExists(Arguments& arguments, std::string_view value) {
+    using Named = std::pair<std::string_view, IfExists>;
+    constexpr std::array kNames = {Named{"overwrite", IfExists::overwrite}, Named{"skip", IfExists::skip},
+                                   Named{"rename", IfExists::rename}, Named{"error", IfExists::error},
+                                   Named{"newer", IfExists::newer}};
+    for (const auto& [name, meaning] : kNames) {
+        if (name != value) continue;
+        arguments.ifExists = meaning;
+        return {};
+    }
+    return "unknown answer to existing texts " + quoted(value) + ": overwrite, skip, rename, error or newer";
+}
+
+std::string setNoClobber(Arguments& arguments, std::string_view) {
+    arguments.ifExists = IfExists::skip;
     return {};
 }
 
 std::string setType(Arguments& arguments, std::string_view value) {
-    arguments.type = documentKindForExtension(value);
+    arguments.type = documentKindForExtension(lowered(value));
     return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
 }
 
@@ -46,9 +89,9 @@ std::string setJobs(Arguments& arguments, std::string_view value) {
     unsigned jobs = 0;
     const char* const end = value.data() + value.size();
     const auto [stop, error] = std::from_chars(value.data(), end, jobs);
-    if (error != std::errc() || stop != end || jobs == 0)
-        return "the number of jobs must be 1 or more, not " + quoted(value);
-    arguments.jobs = std::min(jobs, kMaximumJobs);
+    if (error != std::errc() || stop != end || jobs == 0 || jobs > kMaximumJobs)
+        return "the number of jobs must be from 1 to " + std::to_string(kMaximumJobs) + ", not " + quoted(value);
+    arguments.jobs = jobs;
     return {};
 }
 
@@ -105,7 +148,13 @@ std::string setVerbose(Arguments& arguments, std::string_view) {
 }
 
 constexpr std::array kOptions = {
-    Option{"output", 'o', Takes::value, setOutputFolder},
+    Option{"output", 'o', Takes::value, setOutput},
+    Option{"recursive", 'r', Takes::nothing, setWalkFolders},
+    Option{"files-from", '\0', Takes::value, setInputList},
+    Option{"null", '0', Takes::nothing, setNulNames},
+    Option{"mirror", '\0', Takes::value, setMirrorRoot},
+    Option{"if-exists", '\0', Takes::value, setIfExists},
+    Option{"no-clobber", '\0', Takes::nothing, setNoClobber},
     Option{"type", 't', Takes::value, setType},
     Option{"jobs", 'j', Takes::value, setJobs},
     Option{"page-marks", '\0', Takes::value, setPageMarks},
@@ -141,17 +190,27 @@ public:
             takeWord(words_[at_++]);
         if (!complaint_.empty()) return UsageError{std::move(complaint_)};
         if (request_) return *request_;
-        if (arguments_.inputs.empty()) return UsageError{"no input is given"};
-        if (std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardInput) > 1)
-            return UsageError{"standard input can be read only once"};
+        if (std::string mistake = mistakeOfTheWhole(); !mistake.empty()) return UsageError{std::move(mistake)};
         return std::move(arguments_);
     }
 
 private:
+    /// What is wrong with options that are right one by one.
+    [[nodiscard]] std::string mistakeOfTheWhole() const {
+        if (arguments_.inputs.empty() && !arguments_.inputList) return "no input is given";
+        const auto inputs = std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardStream);
+        if (inputs + (arguments_.inputList == kStandardStream ? 1 : 0) > 1)
+            return "standard input can be read only once";
+        if (arguments_.nameEnd == NameEnd::nul && !arguments_.inputList) return "option '-0' needs '--files-from'";
+        if (arguments_.mirrorRoot && arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream)
+            return "option '--mirror' needs '-o' and a folder";
+        return {};
+    }
+
     void takeWord(std::string_view word) {
-        if (onlyInputs_ || word == kStandardInput || !word.starts_with('-')) {
+        if (onlyInputs_ || word == kStandardStream || !word.starts_with('-')) {
             // After "--" a word is a file's name whatever it looks like; "./-" then is what "-" means.
-            arguments_.inputs.emplace_back(onlyInputs_ && word == kStandardInput ? "./-" : word);
+            arguments_.inputs.emplace_back(onlyInputs_ && word == kStandardStream ? "./-" : word);
         } else if (word == "--") {
             onlyInputs_ = true;
         } else if (word.starts_with("--")) {

@@ -15,8 +15,11 @@ Result failed(Reason reason, std::string detail) {
     return result;
 }
 
-Result notAccepted(std::string detail) {
-    Result result = failed(Reason::wrongType, std::move(detail));
+Result notAccepted(std::span<const std::byte> content) {
+    const auto described = describeForeignContent(content);
+    Result result =
+        failed(Reason::wrongType, described ? "the content is " + std::string(*described)
+                                            : "neither name nor content is that of an RTF, HTML or PDF document");
     result.acceptance = Acceptance::notAccepted;
     return result;
 }
@@ -25,7 +28,7 @@ Result extracted(InputDocument& input, const PlannedDocument& document, const Op
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return failed(Reason::damaged, "the input is empty");
-    if (!kind) return notAccepted("neither name nor content is that of an RTF, HTML or PDF document");
+    if (!kind) return notAccepted(input.bytes.view());
     Extraction extraction = extract(input.bytes.view(), *kind, options, [&input] { input.bytes.release(); });
     if (input.bytes.haveChanged()) return failed(Reason::unreadable, "it was changed while it was read");
     Result result;
@@ -38,23 +41,58 @@ Result extracted(InputDocument& input, const PlannedDocument& document, const Op
 }
 
 Result readAndExtract(const PlannedDocument& document, const Options& options) {
-    InputOutcome input = document.path == kStandardInput ? readStandardInput() : readInput(document.path);
+    const Reading reading = document.kind ? Reading::whole : Reading::recognised;
+    InputOutcome input =
+        document.path == kStandardStream ? readStandardInput(reading) : readInput(document.path, reading);
     if (auto* const failure = std::get_if<InputFailure>(&input))
         return failed(failure->reason, std::move(failure->detail));
     return extracted(std::get<InputDocument>(input), document, options);
 }
 
+bool isLater(const timespec& time, const timespec& than) {
+    return time.tv_sec != than.tv_sec ? time.tv_sec > than.tv_sec : time.tv_nsec > than.tv_nsec;
+}
+
+/// What the file of the text's name decides without a look at the document.
+std::optional<Result> decidedByExistingText(const PlannedDocument& document, IfExists ifExists,
+                                            const OutputFolder& folder) {
+    if (ifExists == IfExists::overwrite || ifExists == IfExists::rename) return std::nullopt;
+    const auto written = folder.changeTime(*document.textName);
+    if (!written) return std::nullopt;
+    if (ifExists == IfExists::error) return failed(Reason::unwritable, *document.textName + ": File exists");
+    if (ifExists == IfExists::skip) return failed(Reason::skipped, *document.textName + " is there");
+    // Standard input has no time; it is taken as new.
+    const auto changed = document.path == kStandardStream ? std::nullopt : changeTime(document.path);
+    if (!changed || isLater(*changed, *written)) return std::nullopt;
+    return failed(Reason::skipped, *document.textName + " is not older");
+}
+
+Result written(Result result, const PlannedDocument& document, IfExists ifExists, const OutputFolder& folder) {
+    const bool replaces = ifExists == IfExists::overwrite || ifExists == IfExists::newer;
+    const auto failure = folder.write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
+    // A file that came while the document was read: skip means that one too.
+    if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
+        return failed(Reason::skipped, *document.textName + " is there");
+    if (failure) return failed(Reason::unwritable, *document.textName + ": " + failure->detail);
+    result.text.reset();
+    return result;
+}
+
+Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, const OutputFolder* folder) {
+    if (document.failure) return failed(document.failure->reason, document.failure->detail);
+    if (folder != nullptr)
+        if (auto decided = decidedByExistingText(document, arguments.ifExists, *folder)) return std::move(*decided);
+    Result result = readAndExtract(document, arguments.options);
+    if (!hasText(result.reason)) result.text.reset();
+    if (folder == nullptr || !result.text) return result;
+    return written(std::move(result), document, arguments.ifExists, *folder);
+}
+
 } // namespace
 
-Result convert(const PlannedDocument& document, const Options& options, const OutputFolder* outputFolder) {
+Result convert(const PlannedDocument& document, const Arguments& arguments, const OutputFolder* outputFolder) {
     try {
-        Result result = readAndExtract(document, options);
-        if (!hasText(result.reason)) result.text.reset();
-        if (outputFolder == nullptr || !result.text) return result;
-        if (auto failure = outputFolder->write(*document.fileName, *result.text))
-            return failed(Reason::unwritable, *document.fileName + ": " + failure->detail);
-        result.text.reset();
-        return result;
+        return convertUnguarded(document, arguments, outputFolder);
     } catch (const std::bad_alloc&) {
         return failed(Reason::outOfMemory, {});
     }

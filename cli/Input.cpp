@@ -1,16 +1,15 @@
 #include "cli/Input.h"
 
+#include "cli/Arguments.h"
 #include "cli/FileDescriptor.h"
-#include "cli/Plan.h"
+#include "cli/Paths.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
-#include <new>
 
 namespace quillow::cli {
 
@@ -22,25 +21,40 @@ InputFailure unreadable(std::string detail) {
     return {Reason::unreadable, std::move(detail)};
 }
 
-InputFailure tooLarge() {
-    return {Reason::tooLarge, "over " + std::to_string(kMaximumInput >> 20) + " MiB"};
+InputFailure tooLarge(std::size_t most) {
+    return {Reason::tooLarge, "over " + std::to_string(most >> 20) + " MiB" +
+                                  (most == kMaximumStream ? ", the most from standard input or a pipe" : "")};
 }
 
-/// Reads to the end. `expected` is what the file says it holds; it may hold more or less by the time it is read.
-InputOutcome readToEnd(int number, std::size_t expected, InputKind kind) {
+struct Source {
+    int number;
+    std::size_t expected; ///< what the file says it holds; it may hold more or less by the time it is read
+    std::size_t most;
+};
+
+Source sourceOf(int number, const struct stat& status) {
+    const auto size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    return S_ISREG(status.st_mode) ? Source{number, size, kMaximumInput} : Source{number, 0, kMaximumStream};
+}
+
+InputOutcome readToEnd(const Source& source, InputKind kind, Reading reading) {
+    if (source.expected > source.most) return tooLarge(source.most);
     InputDocument document;
     document.kind = kind;
+    const std::size_t expected = reading == Reading::recognised ? 0 : source.expected;
     std::size_t capacity = std::max(expected + 1, kFirstRead);
     for (;;) {
         if (!document.bytes.grow(capacity)) return InputFailure{Reason::outOfMemory, "no memory to read it"};
         const std::span<std::byte> room = document.bytes.room();
-        const ssize_t got = ::read(number, room.data(), room.size());
+        const ssize_t got = ::read(source.number, room.data(), room.size());
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return unreadable(lastError());
         if (got == 0) return document;
         document.bytes.added(static_cast<std::size_t>(got));
-        if (document.bytes.view().size() > kMaximumInput) return tooLarge();
-        if (document.bytes.room().empty()) capacity = std::min(capacity * 2, kMaximumInput + 1);
+        if (document.bytes.view().size() > source.most) return tooLarge(source.most);
+        if (!document.bytes.room().empty()) continue;
+        if (reading == Reading::recognised && !sniffDocumentKind(document.bytes.view())) return document;
+        capacity = std::min(std::max(capacity * 2, source.expected + 1), source.most + 1);
     }
 }
 
@@ -49,12 +63,6 @@ bool startsAsRtf(int file) {
     char first[kSignature.size()] = {};
     const ssize_t got = ::pread(file, first, sizeof first, 0);
     return got == static_cast<ssize_t>(sizeof first) && std::string_view(first, sizeof first) == kSignature;
-}
-
-bool equalsIgnoringCase(std::string_view text, std::string_view lower) {
-    return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](char a, char b) {
-        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-    });
 }
 
 /// The path of a bundle's text, or what is wrong with the bundle.
@@ -77,7 +85,7 @@ std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) 
         onlyRtf = path;
         if (name == "TXT.rtf") exact = path;
         // The first of them by name, so that the choice does not hang on the order of the folder.
-        else if (equalsIgnoringCase(name, "txt.rtf") && (otherCase.empty() || path < otherCase))
+        else if (lowered(name) == "txt.rtf" && (otherCase.empty() || path < otherCase))
             otherCase = path;
     }
     if (error) return unreadable(error.message());
@@ -88,17 +96,17 @@ std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) 
                                                        : "the bundle holds several RTF files and no TXT.rtf"};
 }
 
-InputOutcome readFile(const std::string& path, InputKind kind) {
+InputOutcome readFile(const std::string& path, InputKind kind, Reading reading) {
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     if (!file.isOpen()) return unreadable(lastError());
     struct stat status = {};
     if (::fstat(file.number(), &status) != 0) return unreadable(lastError());
     if (S_ISDIR(status.st_mode)) return unreadable("is a folder");
-    const auto size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
-    if (size > kMaximumInput) return tooLarge();
-    if (S_ISREG(status.st_mode) && size >= kMappedFrom && startsAsRtf(file.number()))
+    const Source source = sourceOf(file.number(), status);
+    const bool isMappable = source.expected >= kMappedFrom && source.expected <= source.most;
+    if (isMappable && startsAsRtf(file.number()))
         if (auto mapped = MappedFile::map(file, status)) return InputDocument{Bytes(std::move(*mapped)), kind};
-    return readToEnd(file.number(), size, kind);
+    return readToEnd(source, kind, reading);
 }
 
 bool isFolder(const std::string& path) {
@@ -106,30 +114,59 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool isBundle(const std::string& path) {
+    return extensionOf(path) == "rtfd" && isFolder(path);
+}
+
 } // namespace
 
 bool Bytes::grow(std::size_t capacity) {
     if (capacity <= capacity_) return true;
-    std::unique_ptr<std::byte[]> larger(new (std::nothrow) std::byte[capacity]);
-    if (!larger) return false;
-    if (size_ > 0) std::memcpy(larger.get(), data_.get(), size_);
-    data_ = std::move(larger);
+    void* const larger = std::realloc(data_.get(), capacity); // NOLINT: what it answers is owned at once
+    if (larger == nullptr) return false;
+    static_cast<void>(data_.release()); // freed or made larger
+    data_.reset(static_cast<std::byte*>(larger));
     capacity_ = capacity;
     return true;
 }
 
-InputOutcome readInput(const std::string& path) {
-    if (extensionOf(path) != "rtfd" || !isFolder(path)) return readFile(path, InputKind::file);
+InputOutcome readInput(const std::string& path, Reading reading) {
+    if (!isBundle(path)) {
+        InputOutcome outcome = readFile(path, InputKind::file, reading);
+        if (std::holds_alternative<InputFailure>(outcome) && isFolder(path))
+            return unreadable("is a folder; -r takes the documents in it");
+        return outcome;
+    }
     auto text = textOfBundle(path);
     if (auto* const failure = std::get_if<InputFailure>(&text)) return std::move(*failure);
-    return readFile(std::get<std::string>(text), InputKind::bundle);
+    return readFile(std::get<std::string>(text), InputKind::bundle, Reading::whole);
 }
 
-InputOutcome readStandardInput() {
+InputOutcome readStandardInput(Reading reading) {
     struct stat status = {};
     if (::fstat(STDIN_FILENO, &status) != 0) return unreadable(lastError());
     if (S_ISDIR(status.st_mode)) return unreadable("is a folder");
-    return readToEnd(STDIN_FILENO, 0, InputKind::file);
+    return readToEnd(sourceOf(STDIN_FILENO, status), InputKind::file, reading);
+}
+
+InputOutcome readList(const std::string& path) {
+    return path == kStandardStream ? readStandardInput(Reading::whole)
+                                   : readFile(path, InputKind::file, Reading::whole);
+}
+
+std::optional<timespec> changeTime(const std::string& path) {
+    std::string file = path;
+    if (isBundle(path)) {
+        const auto text = textOfBundle(path);
+        if (const auto* const inside = std::get_if<std::string>(&text)) file = *inside;
+    }
+    struct stat status = {};
+    if (::stat(file.c_str(), &status) != 0) return std::nullopt;
+    return status.st_mtim;
+}
+
+bool isPlainFolder(const std::string& path) {
+    return extensionOf(path) != "rtfd" && isFolder(path);
 }
 
 } // namespace quillow::cli

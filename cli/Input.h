@@ -5,6 +5,8 @@
 #include "engines/Extract.h"
 
 #include <cstddef>
+#include <cstdlib>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,8 +15,11 @@
 
 namespace quillow::cli {
 
-/// The largest document that is read. All of it is held in memory.
+/// The largest file that is read. All of it is held in memory.
 inline constexpr std::size_t kMaximumInput = std::size_t{1} << 30;
+/// The most that is read of what does not say its size, such as standard input and pipes: it may never end, and all of it is held
+/// before that shows. Scanned books, the largest documents in use, have some 100 MiB.
+inline constexpr std::size_t kMaximumStream = std::size_t{256} << 20;
 /// Entries of a bundle that are looked through for its text.
 inline constexpr std::size_t kMaximumBundleEntries = 100'000;
 
@@ -45,7 +50,10 @@ public:
 
 private:
     std::optional<MappedFile> file_;
-    std::unique_ptr<std::byte[]> data_;
+    struct Free {
+        void operator()(std::byte* bytes) const { std::free(bytes); }
+    };
+    std::unique_ptr<std::byte, Free> data_; ///< from malloc, which makes large blocks larger without a copy
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
 };
@@ -64,10 +72,24 @@ struct InputDocument {
 
 using InputOutcome = std::variant<InputDocument, InputFailure>;
 
+enum class Reading {
+    whole,
+    recognised, ///< only the beginning where that is of no kind that is read
+};
+
 /// Reads what stands at the path. A folder whose extension is rtfd, in any letter case, gives the bytes of its text: TXT.rtf,
 /// else that name in other letters, else the only RTF file in it; any other folder cannot be read.
-[[nodiscard]] InputOutcome readInput(const std::string& path);
+[[nodiscard]] InputOutcome readInput(const std::string& path, Reading reading);
 
-[[nodiscard]] InputOutcome readStandardInput();
+[[nodiscard]] InputOutcome readStandardInput(Reading reading);
+
+/// Reads a list of names: a file, or standard input for kStandardStream.
+[[nodiscard]] InputOutcome readList(const std::string& path);
+
+/// When the document was last changed: the file, or a bundle's text.
+[[nodiscard]] std::optional<timespec> changeTime(const std::string& path);
+
+/// True for a folder that is no bundle.
+[[nodiscard]] bool isPlainFolder(const std::string& path);
 
 } // namespace quillow::cli

@@ -18,6 +18,8 @@ bool isIgnored(int signal) {
     return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+bool pipeSignalWasIgnored = false;
+
 void waitForInterrupt(sigset_t signals) {
     int signal = 0;
     while (::sigwait(&signals, &signal) != 0) {
@@ -29,6 +31,7 @@ void waitForInterrupt(sigset_t signals) {
 } // namespace
 
 void handleInterrupts() {
+    pipeSignalWasIgnored = isIgnored(SIGPIPE);
     ::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;
     ::sigemptyset(&signals);
@@ -42,6 +45,14 @@ void handleInterrupts() {
         // No thread to be had: the signals end the program as they end any other.
         ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     }
+}
+
+void endWithoutReader() {
+    if (!pipeSignalWasIgnored) {
+        ::signal(SIGPIPE, SIG_DFL);
+        ::raise(SIGPIPE);
+    }
+    ::_exit(kReaderGone); // ignored or blocked
 }
 
 } // namespace quillow::cli

@@ -8,4 +8,8 @@ namespace quillow::cli {
 /// and no signal any more.
 void handleInterrupts();
 
+/// Ends the program as a closed pipe ends any filter, by SIGPIPE, and with the exit code that a shell shows for that where whoever
+/// started the program ignores the signal. Says nothing; only for a program that has nothing half written.
+[[noreturn]] void endWithoutReader();
+
 } // namespace quillow::cli

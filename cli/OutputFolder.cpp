@@ -1,5 +1,7 @@
 #include "cli/OutputFolder.h"
 
+#include "cli/Paths.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -71,15 +73,31 @@ public:
         return writeAll(file_.number(), content) && ::fsync(file_.number()) == 0;
     }
 
+    /// Takes over what the file that is to be replaced allows to whom.
+    [[nodiscard]] bool takeOver(const struct stat& replaced) const {
+        struct stat own = {};
+        if (::fstat(file_.number(), &own) != 0) return false;
+        if (own.st_uid != replaced.st_uid || own.st_gid != replaced.st_gid) {
+            // Only some may give a file away; the group alone is often theirs to choose.
+            const bool isGiven = ::fchown(file_.number(), replaced.st_uid, replaced.st_gid) == 0 ||
+                                 ::fchown(file_.number(), own.st_uid, replaced.st_gid) == 0;
+            static_cast<void>(isGiven);
+        }
+        return ::fchmod(file_.number(), replaced.st_mode & 0777) == 0;
+    }
+
     /// Gives the file its name in the folder.
-    [[nodiscard]] bool place(const std::string& name) {
+    [[nodiscard]] bool place(const std::string& name, Present present) {
         if (name_.empty()) {
             if (link(name)) return true;
             if (errno != EEXIST) return false;
             name_ = temporaryNames().add(folder_); // a link cannot replace, a rename can
             if (!link(name_)) return false;
         }
-        return ::renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
+        if (present == Present::replaced) return ::renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
+        if (::renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE) == 0) return true;
+        // Some network file systems rename only in the old way, but they link.
+        return errno == EINVAL && ::linkat(folder_, name_.c_str(), folder_, name.c_str(), 0) == 0;
     }
 
 private:
@@ -99,28 +117,104 @@ private:
 };
 
 OutputFailure failure() {
-    return {lastError()};
+    return {lastError(), errno == EEXIST};
+}
+
+using Status = std::optional<struct stat>;
+
+Status statusOf(int folder, const std::string& name) {
+    struct stat status = {};
+    if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return std::nullopt;
+    return status;
+}
+
+/// Why the file may not be replaced. A link is replaced itself, so what it leads to does not matter.
+std::optional<OutputFailure> protection(int folder, const std::string& name, const struct stat& status) {
+    if (S_ISLNK(status.st_mode)) return std::nullopt;
+    if (S_ISDIR(status.st_mode)) return OutputFailure{"Is a directory"};
+    if (!S_ISREG(status.st_mode)) return OutputFailure{"is a device or a pipe"};
+    if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return OutputFailure{"is read-only"};
+    if (::faccessat(folder, name.c_str(), W_OK, AT_EACCESS) != 0) return failure();
+    return std::nullopt;
+}
+
+/// One folder down; made where it is missing.
+FileDescriptor openBelow(int folder, const std::string& name) {
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    FileDescriptor below(::openat(folder, name.c_str(), kFlags));
+    if (below.isOpen() || errno != ENOENT) return below;
+    if (::mkdirat(folder, name.c_str(), 0777) != 0 && errno != EEXIST) return below;
+    return FileDescriptor(::openat(folder, name.c_str(), kFlags));
+}
+
+/// Several folders down; `path` is not empty.
+std::variant<FileDescriptor, OutputFailure> openDeepBelow(int folder, std::string_view path) {
+    FileDescriptor at;
+    for (;;) {
+        const std::string_view name = path.substr(0, path.find('/'));
+        FileDescriptor below = openBelow(at.isOpen() ? at.number() : folder, std::string(name));
+        if (!below.isOpen()) return OutputFailure{std::string(name) + ": " + lastError()};
+        at = std::move(below);
+        if (name.size() == path.size()) return at;
+        path.remove_prefix(name.size() + 1);
+    }
+}
+
+/// Some file systems cannot sync a folder and say EINVAL: they have nothing to do.
+bool syncFolder(int folder) {
+    return ::fsync(folder) == 0 || errno == EINVAL;
+}
+
+std::optional<OutputFailure> writeInto(int folder, const std::string& name, std::string_view content, Present present) {
+    const Status replaced = present == Present::replaced ? statusOf(folder, name) : std::nullopt;
+    if (replaced)
+        if (auto why = protection(folder, name, *replaced)) return why;
+    PendingFile file(folder);
+    if (!file.isOpen() || !file.fill(content)) return failure();
+    if (replaced && S_ISREG(replaced->st_mode) && !file.takeOver(*replaced)) return failure();
+    if (!file.place(name, present)) return failure();
+    return std::nullopt;
 }
 
 } // namespace
 
-std::variant<OutputFolder, OutputFailure> OutputFolder::open(const std::string& path) {
-    if (::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) return failure();
+std::variant<OutputFolder, OutputFailure> OutputFolder::open(const std::string& path, Missing missing) {
+    if (missing == Missing::made && ::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) return failure();
     FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder.isOpen()) return failure();
     if (::faccessat(folder.number(), ".", W_OK | X_OK, AT_EACCESS) != 0) return failure();
     return OutputFolder(std::move(folder));
 }
 
-std::optional<OutputFailure> OutputFolder::write(const std::string& name, std::string_view content) const {
-    PendingFile file(folder_.number());
-    if (!file.isOpen() || !file.fill(content) || !file.place(name)) return failure();
-    return std::nullopt;
+std::optional<timespec> OutputFolder::changeTime(const std::string& name) const {
+    const Status status = statusOf(folder_.number(), name);
+    return status ? std::optional(status->st_mtim) : std::nullopt;
+}
+
+std::optional<OutputFailure> OutputFolder::write(const std::string& name, std::string_view content,
+                                                 Present present) const {
+    const std::string_view below = folderPart(name);
+    if (below.empty()) return writeInto(folder_.number(), name, content, present);
+    auto folder = openDeepBelow(folder_.number(), below);
+    if (auto* const failed = std::get_if<OutputFailure>(&folder)) return std::move(*failed);
+    remember(below);
+    return writeInto(std::get<FileDescriptor>(folder).number(), std::string(lastPart(name)), content, present);
+}
+
+void OutputFolder::remember(std::string_view below) const {
+    const std::lock_guard lock(below_->mutex);
+    for (; !below.empty() && !below_->names.contains(below); below = folderPart(below))
+        below_->names.emplace(below);
 }
 
 std::optional<OutputFailure> OutputFolder::sync() const {
-    // Some file systems cannot sync a folder and say EINVAL: they have nothing to do.
-    if (::fsync(folder_.number()) != 0 && errno != EINVAL) return failure();
+    if (!syncFolder(folder_.number())) return failure();
+    const std::lock_guard lock(below_->mutex);
+    for (const std::string& name : below_->names) {
+        const auto folder = openDeepBelow(folder_.number(), name);
+        if (const auto* const failed = std::get_if<OutputFailure>(&folder)) return *failed;
+        if (!syncFolder(std::get<FileDescriptor>(folder).number())) return failure();
+    }
     return std::nullopt;
 }
 

@@ -1,95 +1,157 @@
 #include "cli/Plan.h"
 
-#include <map>
+#include "cli/Paths.h"
+#include "cli/TextNames.h"
+
+#include <set>
 #include <string_view>
-#include <unordered_map>
+#include <unordered_set>
 
 namespace quillow::cli {
 
 namespace {
 
-constexpr std::string_view kStandardInputBase = "stdin";
+constexpr std::string_view kStandardInputName = "stdin";
+/// Texts that a notice names; a line takes no more.
+constexpr std::size_t kTextsInANotice = 3;
 
-std::string withoutTrailingSlashes(std::string path) {
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    return path;
+/// The document's whole name. The text of a bundle is called as the bundle: every bundle has a TXT.rtf.
+std::string fullName(const std::string& path) {
+    const std::string_view name = lastPart(path);
+    const std::string_view folder = folderPart(path);
+    const bool isTextOfBundle = lowered(name) == "txt.rtf" && extensionOf(std::string(folder)) == "rtfd";
+    return std::string(isTextOfBundle ? lastPart(folder) : name);
 }
 
-std::string_view lastPart(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+std::string counted(std::size_t count, const std::string& one, const std::string& several) {
+    return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
-/// Where the extension's dot stands; a name that begins with its only dot has no extension.
-std::size_t dotOf(std::string_view name) {
-    const std::size_t dot = name.rfind('.');
-    return dot == 0 || dot + 1 == name.size() ? std::string_view::npos : dot;
-}
+class Planner {
+public:
+    Planner(const Arguments& arguments, const Destination& destination, const Surroundings& surroundings)
+        : arguments_(arguments)
+        , destination_(destination)
+        , surroundings_(surroundings) {}
 
-PlannedDocument planned(const std::string& input, const Arguments& arguments) {
-    PlannedDocument document;
-    document.path = withoutTrailingSlashes(input);
-    const bool isStandardInput = document.path == kStandardInput;
-    const std::string extension = isStandardInput ? std::string() : extensionOf(document.path);
-    document.kind = arguments.type ? arguments.type : documentKindForExtension(extension);
-    if (arguments.outputFolder)
-        document.fileName = (isStandardInput ? std::string(kStandardInputBase) : baseName(document.path)) + ".txt";
-    return document;
-}
-
-/// Two texts of one name.
-void findMeetings(Plan& plan) {
-    std::unordered_map<std::string_view, const PlannedDocument*> taken;
-    for (const PlannedDocument& document : plan.documents) {
-        const auto [first, isNew] = taken.try_emplace(*document.fileName, &document);
-        if (!isNew)
-            plan.clashes.push_back(
-                {document.path, "its text would replace that of " + first->second->path + " in " + *document.fileName});
+    Plan plan(std::vector<NamedInput> inputs) && {
+        for (NamedInput& input : inputs)
+            add(std::move(input));
+        if (destination_.kind == DestinationKind::file) nameTheOne();
+        if (destination_.kind == DestinationKind::folder) nameAll();
+        return std::move(plan_);
     }
-}
 
-/// A text that would replace a document that is to be read.
-void findOverwrittenInputs(Plan& plan, const std::string& outputFolder, const IdentityOf& identityOf) {
-    std::map<FileIdentity, const PlannedDocument*> inputs;
-    for (const PlannedDocument& document : plan.documents)
-        if (const auto identity = document.path == kStandardInput ? std::nullopt : identityOf(document.path))
-            inputs.emplace(*identity, &document);
-    for (const PlannedDocument& document : plan.documents) {
-        const auto identity = identityOf(outputFolder + "/" + *document.fileName);
-        const auto met = identity ? inputs.find(*identity) : inputs.end();
-        if (met != inputs.end())
-            plan.clashes.push_back({document.path, "its text would replace the input " + met->second->path});
+private:
+    void add(NamedInput input) {
+        PlannedDocument document;
+        const bool hasName = input.path != kStandardStream;
+        document.kind = arguments_.type;
+        if (!document.kind && hasName) document.kind = documentKindForExtension(extensionOf(input.path));
+        document.path = std::move(input.path);
+        document.failure = std::move(input.failure);
+        if (destination_.kind != DestinationKind::folder || document.failure)
+            return plan_.documents.push_back(std::move(document));
+
+        NameWish wish = wishOf(document);
+        const auto identity = hasName ? surroundings_.identityOf(document.path) : std::nullopt;
+        if (identity && !namedOnce_.emplace(*identity, joined(wish.folder, wish.base)).second) {
+            ++namedAgain_;
+            return;
+        }
+        if (identity) inputs_.insert(*identity);
+        wishes_.push_back(std::move(wish));
+        named_.push_back(plan_.documents.size());
+        plan_.documents.push_back(std::move(document));
     }
-}
+
+    NameWish wishOf(const PlannedDocument& document) {
+        if (document.path == kStandardStream)
+            return {{}, std::string(kStandardInputName), std::string(kStandardInputName)};
+        NameWish wish{{}, baseName(document.path), fullName(document.path)};
+        if (!arguments_.mirrorRoot) return wish;
+        if (auto folder = folderBelow(*arguments_.mirrorRoot, document.path, surroundings_.currentFolder))
+            wish.folder = std::move(*folder);
+        else
+            ++outsideOfMirror_;
+        return wish;
+    }
+
+    [[nodiscard]] std::optional<FileIdentity> fileAt(const std::string& textName) const {
+        return surroundings_.identityOf(joined(destination_.folder, textName));
+    }
+
+    [[nodiscard]] bool isInput(const std::string& textName) const {
+        const auto identity = fileAt(textName);
+        return identity && inputs_.contains(*identity);
+    }
+
+    void nameTheOne() {
+        for (PlannedDocument& document : plan_.documents) {
+            document.textName = destination_.file;
+            if (arguments_.ifExists == IfExists::rename && fileAt(destination_.file))
+                document.textName =
+                    numbered(destination_.file, [this](const std::string& name) { return fileAt(name).has_value(); });
+            const auto identity = fileAt(*document.textName);
+            if (identity && identity == surroundings_.identityOf(document.path))
+                document.failure = InputFailure{Reason::unwritable, "its text would replace it"};
+        }
+    }
+
+    void nameAll() {
+        std::vector<std::string> names = nameTexts(wishes_, [this](const std::string& name) { return isInput(name); });
+        tellOfLongerNames(names);
+        if (arguments_.ifExists == IfExists::rename) avoidExisting(names);
+        for (std::size_t i = 0; i < names.size(); ++i)
+            plan_.documents[named_[i]].textName = std::move(names[i]);
+        if (namedAgain_ > 0)
+            plan_.notices.push_back(counted(namedAgain_, "input names a document", "inputs name documents") +
+                                    " a second time: converted once");
+        if (outsideOfMirror_ > 0)
+            plan_.notices.push_back(counted(outsideOfMirror_, "document is", "documents are") + " not below " +
+                                    *arguments_.mirrorRoot + ": no folders are made for them in " +
+                                    destination_.folder);
+    }
+
+    void tellOfLongerNames(const std::vector<std::string>& names) {
+        std::size_t count = 0;
+        std::string shown;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (names[i] == joined(wishes_[i].folder, wishes_[i].base) + ".txt") continue;
+            if (++count <= kTextsInANotice) shown += (count == 1 ? "" : ", ") + names[i];
+        }
+        if (count == 0) return;
+        if (count > kTextsInANotice) shown += ", ...";
+        plan_.notices.push_back(counted(count, "text gets", "texts get") +
+                                " another name, so that none replaces another file: " + shown);
+    }
+
+    void avoidExisting(std::vector<std::string>& names) {
+        std::unordered_set<std::string> taken(names.begin(), names.end());
+        for (std::string& name : names) {
+            if (!fileAt(name)) continue;
+            name = numbered(name, [&](const std::string& other) { return taken.contains(other) || fileAt(other); });
+            taken.insert(name);
+        }
+    }
+
+    const Arguments& arguments_;
+    const Destination& destination_;
+    const Surroundings& surroundings_;
+    Plan plan_;
+    std::vector<NameWish> wishes_;   ///< where the texts go into a folder
+    std::vector<std::size_t> named_; ///< the documents that the wishes are for
+    std::set<FileIdentity> inputs_;
+    std::set<std::pair<FileIdentity, std::string>> namedOnce_; ///< a file, and what its text would be called
+    std::size_t namedAgain_ = 0;
+    std::size_t outsideOfMirror_ = 0;
+};
 
 } // namespace
 
-std::string baseName(const std::string& path) {
-    const std::string_view name = lastPart(path);
-    return std::string(name.substr(0, dotOf(name)));
-}
-
-std::string extensionOf(const std::string& path) {
-    const std::string_view name = lastPart(path);
-    const std::size_t dot = dotOf(name);
-    if (dot == std::string_view::npos) return {};
-    std::string extension(name.substr(dot + 1));
-    for (char& c : extension)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return extension;
-}
-
-Plan makePlan(const Arguments& arguments, const IdentityOf& identityOf) {
-    Plan plan;
-    plan.documents.reserve(arguments.inputs.size());
-    for (const std::string& input : arguments.inputs)
-        plan.documents.push_back(planned(input, arguments));
-    if (arguments.outputFolder) {
-        findMeetings(plan);
-        findOverwrittenInputs(plan, *arguments.outputFolder, identityOf);
-    }
-    return plan;
+Plan makePlan(const Arguments& arguments, const Destination& destination, std::vector<NamedInput> inputs,
+              const Surroundings& surroundings) {
+    return Planner(arguments, destination, surroundings).plan(std::move(inputs));
 }
 
 } // namespace quillow::cli

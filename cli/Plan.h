@@ -1,7 +1,9 @@
-// Which documents a run converts and where their texts go, settled before anything is written.
+// Which documents a run converts and what their texts are called, settled before anything is written.
 #pragma once
 
 #include "cli/Arguments.h"
+#include "cli/Destination.h"
+#include "cli/InputList.h"
 
 #include <cstdint>
 #include <functional>
@@ -13,31 +15,28 @@
 namespace quillow::cli {
 
 struct PlannedDocument {
-    std::string path;                    ///< as given, without trailing slashes; kStandardInput for standard input
+    std::string path;                    ///< kStandardStream for standard input
     std::optional<DocumentKind> kind;    ///< nothing: the name tells none, the content decides
-    std::optional<std::string> fileName; ///< of the text in the output folder; nothing: standard output
-};
-
-/// Two inputs of one run, or an input and a text, that would meet in one file.
-struct Clash {
-    std::string path;
-    std::string detail;
+    std::optional<std::string> textName; ///< below the output folder; nothing: standard output
+    std::optional<InputFailure> failure; ///< known already: nothing is to be read
 };
 
 struct Plan {
     std::vector<PlannedDocument> documents;
-    std::vector<Clash> clashes; ///< when there is any, nothing may be written
+    std::vector<std::string> notices; ///< lines that tell where texts are not where their documents' names say
 };
 
 /// What tells two files apart whatever their paths look like: the device and the file's number on it.
 using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
-using IdentityOf = std::function<std::optional<FileIdentity>(const std::string& path)>;
 
-/// The file's name without folders and without its last extension: "a/b.c.rtf" gives "b.c", ".rtf" gives ".rtf".
-[[nodiscard]] std::string baseName(const std::string& path);
-/// The extension in lower case, without the dot; empty where the name has none.
-[[nodiscard]] std::string extensionOf(const std::string& path);
+/// What a plan has to know of the disk.
+struct Surroundings {
+    std::function<std::optional<FileIdentity>(const std::string& path)> identityOf; ///< nothing where there is no file
+    std::string currentFolder;
+};
 
-[[nodiscard]] Plan makePlan(const Arguments& arguments, const IdentityOf& identityOf);
+/// One file as destination takes one input.
+[[nodiscard]] Plan makePlan(const Arguments& arguments, const Destination& destination, std::vector<NamedInput> inputs,
+                            const Surroundings& surroundings);
 
 } // namespace quillow::cli

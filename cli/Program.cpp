@@ -3,18 +3,24 @@
 #include "cli/Arguments.h"
 #include "cli/Batch.h"
 #include "cli/Conversion.h"
+#include "cli/Destination.h"
 #include "cli/FileDescriptor.h"
 #include "cli/HelpText.h"
+#include "cli/InputList.h"
 #include "cli/Interrupt.h"
+#include "cli/Memory.h"
 #include "cli/Messages.h"
 #include "cli/OutputFolder.h"
 #include "cli/Plan.h"
+#include "cli/Report.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <new>
 #include <string>
 #include <thread>
 
@@ -33,7 +39,9 @@ int failOnStandardOutput(const std::string& why) {
 }
 
 int print(std::string_view text) {
-    return writeAll(STDOUT_FILENO, text) ? kAllConverted : failOnStandardOutput(lastError());
+    if (writeAll(STDOUT_FILENO, text)) return kAllConverted;
+    if (errno == EPIPE) endWithoutReader();
+    return failOnStandardOutput(lastError());
 }
 
 bool isOpen(int number) {
@@ -53,76 +61,44 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
     return FileIdentity{status.st_dev, status.st_ino};
 }
 
-/// Sums up a run and says what there is to say about each document, in order.
-class Report {
-public:
-    explicit Report(const Arguments& arguments)
-        : arguments_(arguments) {}
-
-    void add(const PlannedDocument& document, const Result& result) {
-        const bool isFailure = failed(result);
-        if (isFailure) ++failures_;
-        if (result.acceptance == Acceptance::notAccepted) ++notAccepted_;
-        if (result.reason == Reason::unwritable) isUnwritable_ = true;
-        ++documents_;
-        if (isTold(result, isFailure)) complain(resultLine(document.path, result.reason, detailOf(result)));
-    }
-
-    [[nodiscard]] int exitCode() const {
-        if (isUnwritable_) return kDestinationUnwritable;
-        if (documents_ > 0 && notAccepted_ == documents_) return kNothingAccepted;
-        return failures_ > 0 ? kSomeFailed : kAllConverted;
-    }
-
-private:
-    [[nodiscard]] bool failed(const Result& result) const {
-        if (result.reason == Reason::partial) return arguments_.partial == PartialCountsAs::failed;
-        return !hasText(result.reason);
-    }
-
-    [[nodiscard]] bool isTold(const Result& result, bool isFailure) const {
-        if (arguments_.verbosity == Verbosity::quiet) return false;
-        return isFailure || result.reason == Reason::partial || arguments_.verbosity == Verbosity::verbose;
-    }
-
-    static std::string detailOf(const Result& result) {
-        if (!result.detail.empty() || !hasText(result.reason)) return result.detail;
-        std::string detail = std::to_string(result.textBytes) + " bytes";
-        if (result.pages > 0) detail += ", " + std::to_string(result.pages) + (result.pages == 1 ? " page" : " pages");
-        return detail;
-    }
-
-    const Arguments& arguments_;
-    std::size_t documents_ = 0;
-    std::size_t failures_ = 0;
-    std::size_t notAccepted_ = 0;
-    bool isUnwritable_ = false;
-};
+bool isFolder(const std::string& path) {
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
 
 unsigned jobsOf(const Arguments& arguments) {
     if (arguments.jobs > 0) return arguments.jobs;
     return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
 }
 
-int convertToFolder(const Arguments& arguments, const Plan& plan) {
-    std::variant<OutputFolder, OutputFailure> opened = OutputFolder::open(*arguments.outputFolder);
-    if (const auto* const failure = std::get_if<OutputFailure>(&opened)) {
-        complain(resultLine(*arguments.outputFolder, Reason::unwritable, failure->detail));
-        return kDestinationUnwritable;
-    }
+void tell(Report& report, const PlannedDocument& document, const Result& result) {
+    const std::string line = report.add(document, result);
+    if (!line.empty()) complain(line);
+}
+
+int failOnFolder(const std::string& path, const OutputFailure& failure) {
+    const bool isOtherFile = identityOf(path) && !isFolder(path);
+    complain(resultLine(path, Reason::unwritable,
+                        isOtherFile ? "is no folder, nor a file that ends in .txt" : failure.detail));
+    return kDestinationUnwritable;
+}
+
+int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan) {
+    const auto missing =
+        destination.kind == DestinationKind::folder ? OutputFolder::Missing::made : OutputFolder::Missing::failure;
+    const auto opened = OutputFolder::open(destination.folder, missing);
+    if (const auto* const failure = std::get_if<OutputFailure>(&opened))
+        return failOnFolder(destination.folder, *failure);
     const OutputFolder& folder = std::get<OutputFolder>(opened);
     Report report(arguments);
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments.options, &folder); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, &folder); },
         [&](std::size_t i, const Result& result) {
-            report.add(plan.documents[i], result);
+            tell(report, plan.documents[i], result);
             return Next::goOn;
         });
-    if (const auto failure = folder.sync()) {
-        complain(resultLine(*arguments.outputFolder, Reason::unwritable, failure->detail));
-        return kDestinationUnwritable;
-    }
+    if (const auto failure = folder.sync()) return failOnFolder(destination.folder, *failure);
     return report.exitCode();
 }
 
@@ -131,13 +107,14 @@ int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
     std::optional<std::string> broken;
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments.options, nullptr); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, nullptr); },
         [&](std::size_t i, const Result& result) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
+                if (errno == EPIPE) endWithoutReader();
                 broken = lastError();
                 return Next::stop;
             }
-            report.add(plan.documents[i], result);
+            tell(report, plan.documents[i], result);
             return Next::goOn;
         });
     // Some file systems tell only now that they did not take it.
@@ -145,12 +122,44 @@ int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
     return broken ? failOnStandardOutput(*broken) : report.exitCode();
 }
 
+int failOnUsage(const std::string& mistake) {
+    complain(programLine(mistake + "; see --help"));
+    return kUsage;
+}
+
+std::string currentFolder() {
+    std::error_code none; // in a folder that is gone, relative paths lead nowhere anyway
+    return std::filesystem::current_path(none).string();
+}
+
 int convertAll(const Arguments& arguments) {
-    const Plan plan = makePlan(arguments, identityOf);
-    for (const Clash& clash : plan.clashes)
-        complain(resultLine(clash.path, Reason::unwritable, clash.detail));
-    if (!plan.clashes.empty()) return kSomeFailed;
-    return arguments.outputFolder ? convertToFolder(arguments, plan) : convertToStandardOutput(arguments, plan);
+    const Destination destination = destinationOf(arguments.output, isFolder);
+    if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
+        return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
+    if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
+        return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is no folder");
+
+    auto found = findInputs(arguments);
+    if (const auto* const failure = std::get_if<InputFailure>(&found)) {
+        complain(resultLine(*arguments.inputList, failure->reason, failure->detail));
+        return kSomeFailed;
+    }
+    auto& inputs = std::get<std::vector<NamedInput>>(found);
+    if (inputs.empty()) {
+        if (arguments.verbosity != Verbosity::quiet) complain(programLine("no RTF, HTML or PDF document is found"));
+        return kNothingAccepted;
+    }
+    if (destination.kind == DestinationKind::file && inputs.size() > 1)
+        return failOnUsage("the texts of several documents cannot go into the one file '" + *arguments.output +
+                           "': name a folder");
+
+    const Plan plan = makePlan(arguments, destination, std::move(inputs), {identityOf, currentFolder()});
+    if (arguments.verbosity != Verbosity::quiet)
+        for (const std::string& notice : plan.notices)
+            complain(programLine(notice));
+    shareMemoryWhereLimited(jobsOf(arguments));
+    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan)
+                                                               : convertToFolder(arguments, destination, plan);
 }
 
 } // namespace
@@ -158,14 +167,16 @@ int convertAll(const Arguments& arguments) {
 int runProgram(std::span<const std::string_view> words) {
     occupyStandardStreams();
     handleInterrupts();
-    const auto parsed = parseArguments(words);
-    if (const auto* const error = std::get_if<UsageError>(&parsed)) {
-        complain(programLine(error->message) + programLine("--help tells how it is used"));
-        return kUsage;
+    try {
+        const auto parsed = parseArguments(words);
+        if (const auto* const error = std::get_if<UsageError>(&parsed)) return failOnUsage(error->message);
+        if (const auto* const request = std::get_if<Request>(&parsed))
+            return print(*request == Request::help ? kHelpText : kVersionText);
+        return convertAll(std::get<Arguments>(parsed));
+    } catch (const std::bad_alloc&) {
+        complain("quillow-convert: there is no memory for the list of documents\n");
+        return kSomeFailed;
     }
-    if (const auto* const request = std::get_if<Request>(&parsed))
-        return print(*request == Request::help ? kHelpText : kVersionText);
-    return convertAll(std::get<Arguments>(parsed));
 }
 
 } // namespace quillow::cli

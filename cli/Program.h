@@ -12,6 +12,7 @@ inline constexpr int kUsage = 2;
 inline constexpr int kNothingAccepted = 3;
 inline constexpr int kDestinationUnwritable = 4;
 inline constexpr int kInterrupted = 130;
+inline constexpr int kReaderGone = 141; ///< what a shell shows for a filter that SIGPIPE ended
 
 /// `arguments` are those after the program's name. Answers the exit code.
 [[nodiscard]] int runProgram(std::span<const std::string_view> arguments);

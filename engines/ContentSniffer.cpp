@@ -112,6 +112,57 @@ std::string_view asText(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+/// What is looked at of a message's header; browsers write some ten short fields and the page's address.
+constexpr std::size_t kMessageHeader = 8192;
+
+/// Letters, digits and hyphens: RFC 5322, 2.2 allows more, but no registered field has them, and HTML's "<p>a:" does.
+bool isFieldName(std::string_view name) {
+    for (const char c : name) {
+        const char lower = asciiLower(c);
+        if (!(lower >= 'a' && lower <= 'z') && !(c >= '0' && c <= '9') && c != '-') return false;
+    }
+    return !name.empty();
+}
+
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+/// The header of a MIME message (RFC 2045): fields from the first byte on, the version among them.
+struct MessageHeader {
+    bool isMime = false;
+    std::string_view contentType; ///< as it stands, with what follows it
+};
+
+MessageHeader messageHeader(std::string_view bytes) {
+    MessageHeader header;
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    std::string_view rest = withoutLeadingBlanks(bytes.substr(0, kMessageHeader));
+    while (!rest.empty()) {
+        const std::size_t end = rest.find('\n');
+        const std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+        if (line.empty() || line == "\r") break;
+        if (isBlank(line.front())) continue; // the field before goes on
+        const std::size_t colon = line.find(':');
+        if (colon == std::string_view::npos || !isFieldName(line.substr(0, colon))) break;
+        if (startsWithIgnoringCase(line, "mime-version:")) header.isMime = true;
+        if (startsWithIgnoringCase(line, "content-type:")) header.contentType = withoutLeadingBlanks(line.substr(13));
+    }
+    return header;
+}
+
+/// A page saved with its parts is multipart/related (RFC 2557), one without parts is the HTML itself.
+std::optional<std::string_view> describeMessage(std::string_view bytes) {
+    const MessageHeader header = messageHeader(bytes);
+    if (!header.isMime) return std::nullopt;
+    for (const std::string_view type : {"multipart/related"sv, "text/html"sv})
+        if (startsWithIgnoringCase(header.contentType, type)) return "a MIME web archive"sv;
+    return "a MIME message"sv;
+}
+
 } // namespace
 
 bool looksLikeRtf(std::string_view bytes) {
@@ -139,14 +190,6 @@ bool looksLikeHtml(std::string_view bytes) {
     return startsAsHtml(rest);
 }
 
-std::optional<std::string_view> describeForeignContent(std::string_view bytes) {
-    for (const Signature& signature : kForeignSignatures)
-        if (bytes.starts_with(signature.bytes)) return signature.description;
-    if (bytes.starts_with("RIFF") && bytes.substr(0, 12).ends_with("WEBP")) return "a WebP image"sv;
-    if (bytes.substr(0, 8).ends_with("ftyp")) return "a media file"sv;
-    return std::nullopt;
-}
-
 std::string_view describeKind(DocumentKind kind) {
     switch (kind) {
     case DocumentKind::rtf:
@@ -164,6 +207,15 @@ std::optional<DocumentKind> sniffDocumentKind(std::span<const std::byte> bytes) 
     if (looksLikeHtml(text)) return DocumentKind::html;
     if (looksLikePdf(text)) return DocumentKind::pdf;
     return std::nullopt;
+}
+
+std::optional<std::string_view> describeForeignContent(std::span<const std::byte> bytes) {
+    const std::string_view text = asText(bytes);
+    for (const Signature& signature : kForeignSignatures)
+        if (text.starts_with(signature.bytes)) return signature.description;
+    if (text.starts_with("RIFF") && text.substr(0, 12).ends_with("WEBP")) return "a WebP image"sv;
+    if (text.substr(0, 8).ends_with("ftyp")) return "a media file"sv;
+    return describeMessage(text);
 }
 
 } // namespace quillow

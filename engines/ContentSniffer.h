@@ -3,7 +3,7 @@
 
 #include "engines/DocumentKind.h"
 
-#include <optional>
+#include <cstddef>
 #include <string_view>
 
 namespace quillow {
@@ -23,9 +23,6 @@ inline constexpr std::size_t kPdfHeaderWindow = 1024;
 /// True when the bytes begin, after a byte-order mark and blanks, as the MIME Sniffing Standard (section 7.1) says that HTML
 /// does; an XML declaration before it is stepped over; in UTF-16 too.
 [[nodiscard]] bool looksLikeHtml(std::string_view bytes);
-
-/// "a PNG image", "a ZIP archive", ...: what common file that no engine reads the bytes are, if they are one.
-[[nodiscard]] std::optional<std::string_view> describeForeignContent(std::string_view bytes);
 
 /// "an RTF document", "a PDF", "an HTML page".
 [[nodiscard]] std::string_view describeKind(DocumentKind kind);

@@ -30,7 +30,7 @@ Extraction wrongType(std::string_view description) {
 std::optional<std::string_view> otherContent(Bytes bytes, DocumentKind kind) {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     const std::optional<DocumentKind> sniffed = sniffDocumentKind(bytes);
-    if (!sniffed) return describeForeignContent(text);
+    if (!sniffed) return describeForeignContent(bytes);
     if (sniffed == kind || (sniffed == DocumentKind::rtf && kind == DocumentKind::rtfd)) return std::nullopt;
     // A text that only mentions a PDF header further on stays a text.
     if (sniffed == DocumentKind::pdf && !startsAsPdf(text)) return std::nullopt;

@@ -86,4 +86,8 @@ using BytesDone = std::function<void()>;
 /// mislabelled file is). Nothing when the bytes look like none of them; never answers rtfd.
 [[nodiscard]] std::optional<DocumentKind> sniffDocumentKind(std::span<const std::byte> bytes);
 
+/// "a PNG image", "a ZIP archive or an office document", "a MIME web archive", ...: what common file that no engine reads the
+/// bytes are, if they are one. Nothing beyond the first 8 KiB is looked at.
+[[nodiscard]] std::optional<std::string_view> describeForeignContent(std::span<const std::byte> bytes);
+
 } // namespace quillow

@@ -17,7 +17,7 @@ import sys
 QT_VALUE = {"QByteArray", "QByteArrayView", "QChar", "QDate", "QDateTime", "QHash", "QList", "QLatin1StringView", "QMap",
             "QPoint", "QRect", "QRectF", "QSet", "QSize", "QSizeF", "QString", "QStringList", "QStringView", "QTime",
             "QTimeZone", "QUrl", "QUuid", "QtGlobal"}
-POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|immintrin|arm_neon)\.h$")
+POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|malloc|immintrin|arm_neon)\.h$")
 SOURCES = {".h", ".hpp", ".c", ".cc", ".cpp"}
 
 

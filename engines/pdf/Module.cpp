@@ -1,6 +1,7 @@
 #include "engines/pdf/Module.h"
 
 #include <dlfcn.h>
+#include <sys/mman.h>
 
 #include <new>
 #include <system_error>
@@ -15,9 +16,17 @@ std::filesystem::path programFolder() {
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
 }
 
+/// Throws where the system would not give that much memory now. It is asked for and given back untouched.
+void requireRoom(std::size_t bytes) {
+    void* const room = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (room == MAP_FAILED) throw std::bad_alloc();
+    ::munmap(room, bytes);
+}
+
 } // namespace
 
 Module::Module(const std::filesystem::path& file) {
+    requireRoom(kRoomToLoad);
     if (void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL))
         open_ = reinterpret_cast<decltype(open_)>(dlsym(module, "quillowOpenPdf"));
     if (open_ == nullptr) failure_ = dlerror();
@@ -30,6 +39,7 @@ const Module& Module::installed() {
 
 std::unique_ptr<PageSource> Module::open(std::span<const std::byte> bytes) const {
     if (open_ == nullptr) return nullptr;
+    requireRoom(kRoomToRead + bytes.size() * kRoomForAByte);
     std::unique_ptr<PageSource> pages(open_(bytes.data(), bytes.size()));
     if (!pages) throw std::bad_alloc();
     return pages;

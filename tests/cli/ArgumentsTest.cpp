@@ -23,7 +23,7 @@ TEST(Arguments, filesAloneTakeTheDefaults) {
     const Arguments arguments = parsed({"a.rtf", "b.pdf"});
 
     EXPECT_EQ(arguments.inputs, (std::vector<std::string>{"a.rtf", "b.pdf"}));
-    EXPECT_FALSE(arguments.outputFolder);
+    EXPECT_FALSE(arguments.output);
     EXPECT_FALSE(arguments.type);
     EXPECT_EQ(arguments.jobs, 0U);
     EXPECT_EQ(arguments.options.listMarkers, ListMarkers::on);
@@ -36,7 +36,7 @@ TEST(Arguments, valuesStandApartOrTogether) {
     for (const Words& words : {Words{"-o", "out", "-j", "3", "x"}, Words{"-oout", "-j3", "x"},
                                Words{"--output", "out", "--jobs", "3", "x"}, Words{"--output=out", "--jobs=3", "x"}}) {
         const Arguments arguments = parsed(words);
-        EXPECT_EQ(arguments.outputFolder, "out");
+        EXPECT_EQ(arguments.output, "out");
         EXPECT_EQ(arguments.jobs, 3U);
         EXPECT_EQ(arguments.inputs, std::vector<std::string>{"x"});
     }
@@ -77,10 +77,50 @@ TEST(Arguments, lettersMayBeJoined) {
     EXPECT_EQ(arguments.jobs, 2U);
 }
 
-TEST(Arguments, jobsAreAPositiveNumber) {
-    for (const std::string_view value : {"0", "-1", "two", "", "3x", "99999999999999999999"})
-        EXPECT_NE(complaint({"-j", value, "x"}), "") << value;
-    EXPECT_EQ(parsed({"-j", "100000", "x"}).jobs, kMaximumJobs);
+TEST(Arguments, typeMayBeInAnyLetterCase) {
+    EXPECT_EQ(parsed({"--type", "HTML", "-"}).type, DocumentKind::html);
+    EXPECT_EQ(parsed({"-tPdf", "-"}).type, DocumentKind::pdf);
+}
+
+TEST(Arguments, jobsAreANumberInRange) {
+    for (const std::string_view value : {"0", "-1", "two", "", "3x", "257", "99999999999", "99999999999999999999"})
+        EXPECT_EQ(complaint({"-j", value, "x"}),
+                  "the number of jobs must be from 1 to 256, not '" + std::string(value) + "'");
+    EXPECT_EQ(parsed({"-j", "256", "x"}).jobs, kMaximumJobs);
+}
+
+TEST(Arguments, inputsMayComeFromAListAndFromFolders) {
+    const Arguments arguments = parsed({"-r0", "--files-from=names", "folder"});
+
+    EXPECT_EQ(arguments.inputList, "names");
+    EXPECT_EQ(arguments.nameEnd, NameEnd::nul);
+    EXPECT_EQ(arguments.folders, Folders::walked);
+    EXPECT_EQ(arguments.inputs, std::vector<std::string>{"folder"});
+    EXPECT_TRUE(parsed({"--files-from", "-"}).inputs.empty());
+    EXPECT_EQ(parsed({"x"}).nameEnd, NameEnd::newline);
+    EXPECT_EQ(parsed({"x"}).folders, Folders::refused);
+}
+
+TEST(Arguments, existingTextsAreDealtWithAsSaid) {
+    EXPECT_EQ(parsed({"x"}).ifExists, IfExists::overwrite);
+    EXPECT_EQ(parsed({"--no-clobber", "x"}).ifExists, IfExists::skip);
+    const std::pair<std::string_view, IfExists> answers[] = {{"overwrite", IfExists::overwrite},
+                                                             {"skip", IfExists::skip},
+                                                             {"rename", IfExists::rename},
+                                                             {"error", IfExists::error},
+                                                             {"newer", IfExists::newer}};
+    for (const auto& [word, answer] : answers)
+        EXPECT_EQ(parsed({"--if-exists", word, "x"}).ifExists, answer) << word;
+    EXPECT_EQ(complaint({"--if-exists", "ask", "x"}),
+              "unknown answer to existing texts 'ask': overwrite, skip, rename, error or newer");
+}
+
+TEST(Arguments, optionsThatNeedOneAnotherAreHeldTogether) {
+    EXPECT_EQ(parsed({"--mirror", "root", "-o", "out", "x"}).mirrorRoot, "root");
+    EXPECT_EQ(complaint({"--mirror", "root", "x"}), "option '--mirror' needs '-o' and a folder");
+    EXPECT_EQ(complaint({"--mirror", "root", "-o-", "x"}), "option '--mirror' needs '-o' and a folder");
+    EXPECT_EQ(complaint({"-0", "x"}), "option '-0' needs '--files-from'");
+    EXPECT_EQ(complaint({"--files-from", "-", "-"}), "standard input can be read only once");
 }
 
 TEST(Arguments, mistakesAreNamed) {
@@ -91,8 +131,10 @@ TEST(Arguments, mistakesAreNamed) {
     EXPECT_EQ(complaint({"x", "-o"}), "option '-o' needs a value");
     EXPECT_EQ(complaint({"x", "--output"}), "option '--output' needs a value");
     EXPECT_EQ(complaint({"--strict=yes", "x"}), "option '--strict' takes no value");
-    EXPECT_EQ(complaint({"-o", "", "x"}), "the output folder's name is empty");
-    EXPECT_EQ(complaint({"-oa", "-ob", "x"}), "the output folder is given twice");
+    EXPECT_EQ(complaint({"-o", "", "x"}), "the output has an empty name");
+    EXPECT_EQ(complaint({"-oa", "-ob", "x"}), "the output is given twice");
+    EXPECT_EQ(complaint({"--files-from=a", "--files-from=b"}), "the list of files is given twice");
+    EXPECT_EQ(complaint({"--mirror=", "x"}), "the folder to mirror has an empty name");
     EXPECT_EQ(complaint({"-", "-"}), "standard input can be read only once");
     EXPECT_EQ(complaint({"--page-marks", "lf", "x"}), "unknown page mark 'lf': ff");
     EXPECT_EQ(complaint({"--cells", "comma", "x"}), "unknown cell separator 'comma': tab or line");

@@ -34,13 +34,13 @@ TEST(Input, readsTheWholeFile) {
     const TemporaryFolder folder;
     const std::string large(300'000, 'x');
 
-    EXPECT_EQ(textOf(readInput(folder.put("a.rtf", "hello"))), "hello");
-    EXPECT_EQ(textOf(readInput(folder.put("b.rtf", ""))), "");
-    EXPECT_EQ(textOf(readInput(folder.put("c.rtf", large))), large);
+    EXPECT_EQ(textOf(readInput(folder.put("a.rtf", "hello"), Reading::whole)), "hello");
+    EXPECT_EQ(textOf(readInput(folder.put("b.rtf", ""), Reading::whole)), "");
+    EXPECT_EQ(textOf(readInput(folder.put("c.rtf", large), Reading::whole)), large);
 }
 
 TEST(Input, readsFilesThatDoNotSayTheirSize) {
-    EXPECT_NE(textOf(readInput("/proc/self/status")).find("Name:"), std::string::npos);
+    EXPECT_NE(textOf(readInput("/proc/self/status", Reading::whole)).find("Name:"), std::string::npos);
 }
 
 TEST(Input, errorInReadingIsTold) {
@@ -51,13 +51,13 @@ TEST(Input, largeRtfIsMapped) {
     const TemporaryFolder folder;
     const std::string rtf = "{\\rtf1 " + std::string(kMappedFrom, 'x') + "}";
 
-    EXPECT_EQ(textOf(readInput(folder.put("a.rtf", rtf))), rtf);
+    EXPECT_EQ(textOf(readInput(folder.put("a.rtf", rtf), Reading::whole)), rtf);
 }
 
 TEST(Input, mappedFileThatIsCutShortEndsInZerosAndSaysSo) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.rtf", "{\\rtf1 " + std::string(2 * kMappedFrom, 'x') + "}");
-    const InputOutcome outcome = readInput(path);
+    const InputOutcome outcome = readInput(path, Reading::whole);
     const auto& document = std::get<InputDocument>(outcome);
     const auto bytes = document.bytes.view();
     EXPECT_FALSE(document.bytes.haveChanged());
@@ -74,7 +74,7 @@ TEST(Input, mappedFileThatIsCutShortEndsInZerosAndSaysSo) {
 TEST(Input, mappedFileThatIsWrittenToHasChanged) {
     const TemporaryFolder folder;
     const std::string path = folder.put("a.rtf", "{\\rtf1 " + std::string(kMappedFrom, 'x') + "}");
-    const InputOutcome outcome = readInput(path);
+    const InputOutcome outcome = readInput(path, Reading::whole);
 
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
 
@@ -111,12 +111,12 @@ TEST(MappedFile, busErrorsElsewhereEndTheProgram) {
 TEST(Input, missingFileAndFolderSayWhatIsWrong) {
     const TemporaryFolder folder;
 
-    const InputFailure missing = failureOf(readInput(folder.at("none.rtf")));
+    const InputFailure missing = failureOf(readInput(folder.at("none.rtf"), Reading::whole));
     EXPECT_EQ(missing.reason, Reason::unreadable);
     EXPECT_EQ(missing.detail, "No such file or directory");
-    const InputFailure plainFolder = failureOf(readInput(folder.at("")));
+    const InputFailure plainFolder = failureOf(readInput(folder.at(""), Reading::whole));
     EXPECT_EQ(plainFolder.reason, Reason::unreadable);
-    EXPECT_EQ(plainFolder.detail, "is a folder");
+    EXPECT_EQ(plainFolder.detail, "is a folder; -r takes the documents in it");
 }
 
 TEST(Input, hugeFileIsTooLargeBeforeItIsRead) {
@@ -124,7 +124,52 @@ TEST(Input, hugeFileIsTooLargeBeforeItIsRead) {
     const std::string path = folder.put("a.rtf", "");
     std::filesystem::resize_file(path, kMaximumInput + 1);
 
-    EXPECT_EQ(failureOf(readInput(path)).reason, Reason::tooLarge);
+    EXPECT_EQ(failureOf(readInput(path, Reading::whole)).reason, Reason::tooLarge);
+}
+
+TEST(Input, whatDoesNotSayItsSizeHasAnEarlierLimit) {
+    static_assert(kMaximumStream < kMaximumInput);
+
+    const InputFailure failure = failureOf(readInput("/dev/zero", Reading::whole));
+
+    EXPECT_EQ(failure.reason, Reason::tooLarge);
+    EXPECT_EQ(failure.detail, "over 256 MiB, the most from standard input or a pipe");
+}
+
+TEST(Input, whatIsNotRecognisedIsReadNoFurther) {
+    const TemporaryFolder folder;
+    const std::string page = "<html>" + std::string(1 << 20, 'x');
+    const std::string noise(1 << 20, 'x');
+
+    EXPECT_LT(textOf(readInput(folder.put("a", noise), Reading::recognised)).size(), noise.size() / 2);
+    EXPECT_EQ(textOf(readInput(folder.put("b", page), Reading::recognised)), page);
+    EXPECT_EQ(textOf(readInput(folder.put("c", "short"), Reading::recognised)), "short");
+    EXPECT_EQ(textOf(readInput("/dev/zero", Reading::recognised)).substr(0, 1), std::string(1, '\0'));
+}
+
+TEST(Input, listIsReadWhateverItsName) {
+    const TemporaryFolder folder;
+
+    EXPECT_EQ(textOf(readList(folder.put("names.rtfd", "a.rtf\n"))), "a.rtf\n");
+    EXPECT_EQ(failureOf(readList(folder.at(""))).detail, "is a folder");
+}
+
+TEST(Input, changeOfABundleIsThatOfItsText) {
+    const TemporaryFolder folder;
+    const std::string text = folder.put("a.rtfd/TXT.rtf", "");
+    const std::string file = folder.put("b.rtf", "");
+
+    const timespec old[] = {{1000, 0}, {2000, 7}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, text.c_str(), old, 0), 0);
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), old, 0), 0);
+
+    for (const std::string& path : {folder.at("a.rtfd"), file}) {
+        const auto changed = changeTime(path);
+        ASSERT_TRUE(changed);
+        EXPECT_EQ(changed->tv_sec, 2000);
+        EXPECT_EQ(changed->tv_nsec, 7);
+    }
+    EXPECT_FALSE(changeTime(folder.at("none")));
 }
 
 TEST(Input, bundleGivesItsText) {
@@ -137,11 +182,11 @@ TEST(Input, bundleGivesItsText) {
     folder.put("c.rtfd/only.rtf", "only");
     folder.put("c.rtfd/picture.png", "picture");
 
-    const InputOutcome outcome = readInput(folder.at("A.rtfd"));
+    const InputOutcome outcome = readInput(folder.at("A.rtfd"), Reading::whole);
     EXPECT_EQ(textOf(outcome), "text");
     EXPECT_EQ(std::get<InputDocument>(outcome).kind, InputKind::bundle);
-    EXPECT_EQ(textOf(readInput(folder.at("B.RTFD"))), "other case");
-    EXPECT_EQ(textOf(readInput(folder.at("c.rtfd"))), "only");
+    EXPECT_EQ(textOf(readInput(folder.at("B.RTFD"), Reading::whole)), "other case");
+    EXPECT_EQ(textOf(readInput(folder.at("c.rtfd"), Reading::whole)), "only");
 }
 
 TEST(Input, bundleWithoutOneTextIsDamaged) {
@@ -151,9 +196,10 @@ TEST(Input, bundleWithoutOneTextIsDamaged) {
     folder.put("two.rtfd/b.rtf", "");
     std::filesystem::create_directories(folder.at("folder.rtfd/TXT.rtf"));
 
-    EXPECT_EQ(failureOf(readInput(folder.at("none.rtfd"))).detail, "the bundle holds no RTF text");
-    EXPECT_EQ(failureOf(readInput(folder.at("two.rtfd"))).detail, "the bundle holds several RTF files and no TXT.rtf");
-    EXPECT_EQ(failureOf(readInput(folder.at("folder.rtfd"))).reason, Reason::damaged);
+    EXPECT_EQ(failureOf(readInput(folder.at("none.rtfd"), Reading::whole)).detail, "the bundle holds no RTF text");
+    EXPECT_EQ(failureOf(readInput(folder.at("two.rtfd"), Reading::whole)).detail,
+              "the bundle holds several RTF files and no TXT.rtf");
+    EXPECT_EQ(failureOf(readInput(folder.at("folder.rtfd"), Reading::whole)).reason, Reason::damaged);
 }
 
 TEST(Input, bundleNeverWaitsForAPipe) {
@@ -161,13 +207,13 @@ TEST(Input, bundleNeverWaitsForAPipe) {
     folder.put("a.rtfd/x", "");
     ASSERT_EQ(::mkfifo(folder.at("a.rtfd/TXT.rtf").c_str(), 0600), 0);
 
-    EXPECT_EQ(failureOf(readInput(folder.at("a.rtfd"))).reason, Reason::damaged);
+    EXPECT_EQ(failureOf(readInput(folder.at("a.rtfd"), Reading::whole)).reason, Reason::damaged);
 }
 
 TEST(Input, fileWithTheBundlesExtensionIsAFile) {
     const TemporaryFolder folder;
 
-    const InputOutcome outcome = readInput(folder.put("a.rtfd", "text"));
+    const InputOutcome outcome = readInput(folder.put("a.rtfd", "text"), Reading::whole);
 
     EXPECT_EQ(textOf(outcome), "text");
     EXPECT_EQ(std::get<InputDocument>(outcome).kind, InputKind::file);

@@ -7,97 +7,127 @@
 namespace quillow::cli {
 namespace {
 
+using Names = std::vector<std::string>;
+
 class PlanOf {
 public:
-    PlanOf& inputs(std::vector<std::string> inputs) {
-        arguments_.inputs = std::move(inputs);
-        return *this;
+    explicit PlanOf(const Names& paths) {
+        for (const std::string& path : paths)
+            inputs_.push_back({path, std::nullopt});
     }
     PlanOf& into(std::string folder) {
-        arguments_.outputFolder = std::move(folder);
+        destination_ = {DestinationKind::folder, std::move(folder), {}};
+        return *this;
+    }
+    PlanOf& intoFile(std::string folder, std::string file) {
+        destination_ = {DestinationKind::file, std::move(folder), std::move(file)};
         return *this;
     }
     PlanOf& type(DocumentKind kind) {
         arguments_.type = kind;
         return *this;
     }
+    PlanOf& mirror(std::string root) {
+        arguments_.mirrorRoot = std::move(root);
+        return *this;
+    }
+    PlanOf& rename() {
+        arguments_.ifExists = IfExists::rename;
+        return *this;
+    }
     PlanOf& file(const std::string& path, std::uint64_t number) {
         files_[path] = FileIdentity{1, number};
         return *this;
     }
+    PlanOf& failed(const std::string& path) {
+        inputs_.push_back({path, InputFailure{Reason::unreadable, "why"}});
+        return *this;
+    }
     [[nodiscard]] Plan make() const {
-        return makePlan(arguments_, [this](const std::string& path) -> std::optional<FileIdentity> {
+        const auto identityOf = [this](const std::string& path) -> std::optional<FileIdentity> {
             const auto found = files_.find(path);
             return found == files_.end() ? std::nullopt : std::optional(found->second);
-        });
+        };
+        return makePlan(arguments_, destination_, inputs_, {identityOf, "/home"});
+    }
+    [[nodiscard]] Names names() const {
+        Names names;
+        for (const PlannedDocument& document : make().documents)
+            names.push_back(document.textName.value_or("standard output"));
+        return names;
     }
 
 private:
     Arguments arguments_;
+    Destination destination_;
+    std::vector<NamedInput> inputs_;
     std::map<std::string, FileIdentity> files_;
 };
 
-TEST(Plan, baseNameLosesFoldersAndTheLastExtension) {
-    EXPECT_EQ(baseName("a/b/c.rtf"), "c");
-    EXPECT_EQ(baseName("c.tar.html"), "c.tar");
-    EXPECT_EQ(baseName("plain"), "plain");
-    EXPECT_EQ(baseName(".html"), ".html");
-    EXPECT_EQ(baseName("a.b/plain"), "plain");
-    EXPECT_EQ(baseName("dot."), "dot.");
-}
-
-TEST(Plan, extensionIsInLowerCase) {
-    EXPECT_EQ(extensionOf("A.RTF"), "rtf");
-    EXPECT_EQ(extensionOf("a.b/c"), "");
-    EXPECT_EQ(extensionOf(".pdf"), "");
-    EXPECT_EQ(extensionOf("x.\xFF"), "\xFF");
-}
-
 TEST(Plan, nameTellsTheKind) {
-    const Plan plan = PlanOf().inputs({"a.RTF", "b.htm", "c.rtfd/", "d", "e.docx", "-"}).make();
+    const Plan plan = PlanOf({"a.RTF", "b.htm", "c.rtfd", "d", "e.docx", "-"}).make();
 
     ASSERT_EQ(plan.documents.size(), 6U);
     EXPECT_EQ(plan.documents[0].kind, DocumentKind::rtf);
     EXPECT_EQ(plan.documents[1].kind, DocumentKind::html);
     EXPECT_EQ(plan.documents[2].kind, DocumentKind::rtfd);
-    EXPECT_EQ(plan.documents[2].path, "c.rtfd");
     EXPECT_EQ(plan.documents[3].kind, std::nullopt);
     EXPECT_EQ(plan.documents[4].kind, std::nullopt);
     EXPECT_EQ(plan.documents[5].kind, std::nullopt);
 }
 
 TEST(Plan, givenTypeOverridesEveryName) {
-    const Plan plan = PlanOf().inputs({"a.rtf", "e.docx", "-"}).type(DocumentKind::pdf).make();
-
-    for (const PlannedDocument& document : plan.documents)
+    for (const PlannedDocument& document : PlanOf({"a.rtf", "e.docx", "-"}).type(DocumentKind::pdf).make().documents)
         EXPECT_EQ(document.kind, DocumentKind::pdf);
 }
 
 TEST(Plan, textsAreNamedOnlyForAFolder) {
-    EXPECT_EQ(PlanOf().inputs({"a.rtf"}).make().documents[0].fileName, std::nullopt);
-
-    const Plan plan = PlanOf().inputs({"x/a.rtf", "b.rtfd", "-"}).into("out").make();
-    EXPECT_EQ(plan.documents[0].fileName, "a.txt");
-    EXPECT_EQ(plan.documents[1].fileName, "b.txt");
-    EXPECT_EQ(plan.documents[2].fileName, "stdin.txt");
+    EXPECT_EQ(PlanOf({"a.rtf"}).names(), Names{"standard output"});
+    EXPECT_EQ(PlanOf({"x/a.rtf", "b.rtfd", "-"}).into("out").names(), (Names{"a.txt", "b.txt", "stdin.txt"}));
+    EXPECT_EQ(PlanOf({"x/a.rtf"}).intoFile("y", "b.txt").names(), Names{"b.txt"});
 }
 
-TEST(Plan, inputsThatMeetInOneTextClash) {
-    const Plan plan = PlanOf().inputs({"x/a.rtf", "b.rtf", "y/a.html"}).into("out").make();
+TEST(Plan, textsThatWouldMeetGetOtherNamesAndOneLineSaysSo) {
+    const Plan plan = PlanOf({"x/a.rtf", "b.rtf", "y/a.html"}).into("out").make();
 
-    ASSERT_EQ(plan.clashes.size(), 1U);
-    EXPECT_EQ(plan.clashes[0].path, "y/a.html");
-    EXPECT_EQ(plan.clashes[0].detail, "its text would replace that of x/a.rtf in a.txt");
+    EXPECT_EQ(plan.documents[0].textName, "a.rtf.txt");
+    EXPECT_EQ(plan.documents[1].textName, "b.txt");
+    EXPECT_EQ(plan.documents[2].textName, "a.html.txt");
+    EXPECT_EQ(plan.notices,
+              Names{"2 texts get another name, so that none replaces another file: a.rtf.txt, a.html.txt"});
+    EXPECT_EQ(
+        PlanOf({"1/a.rtf", "2/a.rtf", "3/a.rtf", "4/a.rtf"}).into("out").make().notices,
+        Names{
+            "4 texts get another name, so that none replaces another file: a.rtf.txt, a.rtf-2.txt, a.rtf-3.txt, ..."});
 }
 
-TEST(Plan, sameInputTwiceIsNoClashOnStandardOutput) {
-    EXPECT_TRUE(PlanOf().inputs({"a.rtf", "a.rtf"}).make().clashes.empty());
-    EXPECT_EQ(PlanOf().inputs({"a.rtf", "a.rtf"}).into("out").make().clashes.size(), 1U);
+TEST(Plan, textsOfBundlesThatWouldMeetAreNamedAsTheirBundles) {
+    EXPECT_EQ(PlanOf({"a.rtfd/TXT.rtf", "x/b.RTFD/TXT.rtf", "c/TXT.rtf"}).into("out").names(),
+              (Names{"a.rtfd.txt", "b.RTFD.txt", "TXT.rtf.txt"}));
+    EXPECT_EQ(PlanOf({"a.rtfd/TXT.rtf"}).into("out").names(), Names{"TXT.txt"});
 }
 
-TEST(Plan, textThatWouldReplaceAnInputClashes) {
-    const Plan plan = PlanOf()
-                          .inputs({"a.rtf", "link.txt"})
+TEST(Plan, documentNamedTwiceIsConvertedOnce) {
+    const Plan plan =
+        PlanOf({"a.rtf", "./a.rtf", "b.rtf"}).file("a.rtf", 1).file("./a.rtf", 1).file("b.rtf", 2).into("out").make();
+
+    ASSERT_EQ(plan.documents.size(), 2U);
+    EXPECT_EQ(plan.documents[0].textName, "a.txt");
+    EXPECT_EQ(plan.documents[1].textName, "b.txt");
+    EXPECT_EQ(plan.notices, Names{"1 input names a document a second time: converted once"});
+}
+
+TEST(Plan, fileWithTwoNamesHasTwoTexts) {
+    EXPECT_EQ(PlanOf({"a.rtf", "b.rtf"}).file("a.rtf", 1).file("b.rtf", 1).into("out").names(),
+              (Names{"a.txt", "b.txt"}));
+}
+
+TEST(Plan, sameInputTwiceGoesToStandardOutputTwice) {
+    EXPECT_EQ(PlanOf({"a.rtf", "a.rtf"}).file("a.rtf", 1).make().documents.size(), 2U);
+}
+
+TEST(Plan, noTextReplacesAnInput) {
+    const Plan plan = PlanOf({"a.rtf", "link.txt"})
                           .into(".")
                           .type(DocumentKind::rtf)
                           .file("link.txt", 7)
@@ -105,13 +135,53 @@ TEST(Plan, textThatWouldReplaceAnInputClashes) {
                           .file("a.rtf", 8)
                           .make();
 
-    ASSERT_EQ(plan.clashes.size(), 1U);
-    EXPECT_EQ(plan.clashes[0].path, "a.rtf");
-    EXPECT_EQ(plan.clashes[0].detail, "its text would replace the input link.txt");
+    EXPECT_EQ(plan.documents[0].textName, "a.rtf.txt");
+    EXPECT_EQ(plan.notices.size(), 1U);
+    EXPECT_EQ(PlanOf({"a.txt"})
+                  .intoFile("x", "b.txt")
+                  .file("a.txt", 1)
+                  .file("x/b.txt", 1)
+                  .make()
+                  .documents[0]
+                  .failure->reason,
+              Reason::unwritable);
 }
 
-TEST(Plan, textThatReplacesAnOlderTextDoesNot) {
-    EXPECT_TRUE(PlanOf().inputs({"a.rtf"}).into("out").file("a.rtf", 1).file("out/a.txt", 2).make().clashes.empty());
+TEST(Plan, olderTextIsReplacedUnlessItIsToStay) {
+    EXPECT_EQ(PlanOf({"a.rtf"}).into("out").file("a.rtf", 1).file("out/a.txt", 2).names(), Names{"a.txt"});
+    EXPECT_EQ(PlanOf({"a.rtf", "a-2.pdf", "b.rtf"}).into("out").rename().file("out/a.txt", 2).names(),
+              (Names{"a-3.txt", "a-2.txt", "b.txt"}));
+    EXPECT_EQ(PlanOf({"a.rtf"}).intoFile("x", "b.txt").rename().file("x/b.txt", 2).names(), Names{"b-2.txt"});
+}
+
+TEST(Plan, mirrorKeepsTheFoldersBelowItsRoot) {
+    const Plan plan =
+        PlanOf({"docs/x/a.rtf", "/home/docs/y/a.rtf", "docs/a.rtf", "-"}).mirror("docs").into("out").make();
+
+    EXPECT_EQ(plan.documents[0].textName, "x/a.txt");
+    EXPECT_EQ(plan.documents[1].textName, "y/a.txt");
+    EXPECT_EQ(plan.documents[2].textName, "a.txt");
+    EXPECT_EQ(plan.documents[3].textName, "stdin.txt");
+    EXPECT_EQ(plan.notices, Names{});
+}
+
+TEST(Plan, documentOutsideOfTheMirrorStaysInTheOutputFolder) {
+    const Plan plan = PlanOf({"../../etc/a.rtf", "docs/../b.rtf", "docs/x/c.rtf"}).mirror("docs").into("out").make();
+
+    EXPECT_EQ(plan.documents[0].textName, "a.txt");
+    EXPECT_EQ(plan.documents[1].textName, "b.txt");
+    EXPECT_EQ(plan.documents[2].textName, "x/c.txt");
+    EXPECT_EQ(plan.notices, Names{"2 documents are not below docs: no folders are made for them in out"});
+}
+
+TEST(Plan, failureFoundBeforehandStaysInItsPlace) {
+    const Plan plan = PlanOf({}).failed("a").into("out").type(DocumentKind::rtf).make();
+    const Plan mixed = PlanOf({"x/a.rtf"}).failed("a").into("out").make();
+
+    EXPECT_EQ(plan.documents[0].failure->detail, "why");
+    ASSERT_EQ(mixed.documents.size(), 2U);
+    EXPECT_EQ(mixed.documents[0].textName, "a.txt");
+    EXPECT_EQ(mixed.documents[1].failure->detail, "why");
 }
 
 } // namespace

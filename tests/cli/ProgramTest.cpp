@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <thread>
 
@@ -28,6 +29,9 @@ constexpr std::string_view kRtf = "{\\rtf1\\ansi Hello\\par World}";
 constexpr std::string_view kRtfText = "Hello\nWorld\n";
 constexpr std::string_view kHtml = "<!DOCTYPE html><title>t</title><p>One</p><p>Two</p>";
 constexpr std::string_view kHtmlText = "One\n\nTwo\n";
+
+constexpr std::string_view kWebArchive =
+    "From: <Saved>\r\nMIME-Version: 1.0\r\nContent-Type: multipart/related; boundary=x\r\n\r\n--x\r\n<p>a=20b";
 
 std::string pdfPath(const std::string& name) {
     return QUILLOW_SOURCE_DIR "/tests/data/pdf/" + name + ".in";
@@ -104,12 +108,13 @@ TEST(Program, everyFailureSaysItsReasonOnOneLine) {
     const Case cases[] = {
         {folder.at("none.rtf"), "unreadable (No such file or directory)"},
         {folder.at("none.docx"), "unreadable (No such file or directory)"},
-        {folder.at("folder"), "unreadable (is a folder)"},
+        {folder.at("folder"), "unreadable (is a folder; -r takes the documents in it)"},
         {folder.put("empty.rtf", ""), "damaged (the file is empty)"},
         {folder.put("empty.pdf", ""), "damaged (the file is empty)"},
         {folder.put("pdf.rtf", pdf("plain")), "wrong-type (the content is a PDF)"},
         {folder.put("html.pdf", kHtml), "wrong-type (the content is an HTML page)"},
         {folder.put("rtf.html", kRtf), "wrong-type (the content is an RTF document)"},
+        {folder.put("mime.html", kWebArchive), "wrong-type (the content is a MIME web archive)"},
         {folder.put("png.html", "\x89PNG\r\n\x1A\n"), "wrong-type (the content is a PNG image)"},
         {folder.put("locked.pdf", pdf("needsPassword")), "locked (a password is needed)"},
         {folder.put("pictures.pdf", pdf("picturesOnly")), "no-text-layer (the pages hold no characters)"},
@@ -171,6 +176,8 @@ TEST(Program, quietSaysNothingAndVerboseSpeaksOfEveryDocument) {
 
     const Outcome verbose = run({"-v", good});
     EXPECT_EQ(verbose.errors, "quillow-convert: " + good + ": ok (12 bytes)\n");
+    const Outcome filed = run({"-v", "-o", folder.at("out"), good});
+    EXPECT_EQ(filed.errors, "quillow-convert: " + good + ": ok (12 bytes, a.txt)\n");
 }
 
 TEST(Program, mistakesInTheArgumentsExitWithUsage) {
@@ -178,7 +185,9 @@ TEST(Program, mistakesInTheArgumentsExitWithUsage) {
     EXPECT_EQ(run({"--colour", "x.rtf"}).exitCode, kUsage);
     EXPECT_EQ(run({"--type", "doc", "-"}).exitCode, kUsage);
     EXPECT_EQ(run({"-", "-"}).exitCode, kUsage);
-    EXPECT_NE(run({"--colour"}).errors.find("unknown option '--colour'"), std::string::npos);
+    EXPECT_EQ(run({"--colour"}).errors, "quillow-convert: unknown option '--colour'; see --help\n");
+    EXPECT_EQ(run({"-j", "99999999999", "x.rtf"}).errors,
+              "quillow-convert: the number of jobs must be from 1 to 256, not '99999999999'; see --help\n");
 }
 
 TEST(Program, helpAndVersionGoToStandardOutput) {
@@ -190,9 +199,11 @@ TEST(Program, helpAndVersionGoToStandardOutput) {
 
 TEST(Program, helpTellsOfEveryOptionThatItTakes) {
     const std::string help = run({"--help"}).output;
-    for (const char* option :
-         {"--output", "--type", "--jobs", "--page-marks", "--cells", "--no-list-markers", "--links", "--hidden-text",
-          "--headers-footers", "--reflow", "--strict", "--quiet", "--verbose", "--help", "--version"})
+    for (const char* option : {"--output",    "--recursive",       "--files-from", "--null",        "--mirror",
+                               "--if-exists", "--no-clobber",      "--type",       "--jobs",        "--page-marks",
+                               "--cells",     "--no-list-markers", "--links",      "--hidden-text", "--headers-footers",
+                               "--reflow",    "--strict",          "--quiet",      "--verbose",     "--help",
+                               "--version"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
@@ -213,13 +224,17 @@ TEST(Program, everyTextOptionChangesSomeText) {
 
 TEST(Program, nothingOfAnAcceptedTypeExitsWithItsOwnCode) {
     const TemporaryFolder folder;
-    const std::string word = folder.put("a.docx", "PK");
+    const std::string word = folder.put("a.docx", "PK\x03\x04");
     const std::string text = folder.put("plain", "hello");
 
     EXPECT_EQ(run({word}).exitCode, kNothingAccepted);
     EXPECT_EQ(run({word, text}).exitCode, kNothingAccepted);
     EXPECT_EQ(run({word, folder.put("a.rtf", kRtf)}).exitCode, kSomeFailed);
-    EXPECT_EQ(linesOf(run({word, text}).errors), 2U);
+    EXPECT_EQ(run({word, text}).errors,
+              "quillow-convert: " + word + ": wrong-type (the content is a ZIP archive or an office document)\n" +
+                  "quillow-convert: " + text +
+                  ": wrong-type (neither name nor content is that of an RTF, HTML or PDF document)\n");
+    EXPECT_EQ(run({folder.put("a.mht", kWebArchive)}).exitCode, kNothingAccepted);
 }
 
 TEST(Program, nameThatTellsNoKindIsReadByItsContent) {
@@ -242,24 +257,179 @@ TEST(Program, bundleIsOneDocument) {
     EXPECT_EQ(readFile(folder.at("out/Note.txt")), kRtfText);
 }
 
-TEST(Program, inputsThatMeetInOneTextFailBeforeAnythingIsWritten) {
+TEST(Program, outputNamesAFileAFolderOrStandardOutput) {
     const TemporaryFolder folder;
-    const Outcome done = run(
-        {"-o", folder.at("out"), folder.put("z.rtf", kRtf), folder.put("a.rtf", kRtf), folder.put("a.html", kHtml)});
+    const std::string rtf = folder.put("a.rtf", kRtf);
 
-    EXPECT_EQ(done.exitCode, kSomeFailed);
-    EXPECT_EQ(linesOf(done.errors), 1U);
-    EXPECT_FALSE(std::filesystem::exists(folder.at("out")));
+    EXPECT_EQ(run({"-o", "-", rtf}).output, kRtfText);
+    EXPECT_EQ(run({"-o", folder.at("b.txt"), rtf}).exitCode, kAllConverted);
+    EXPECT_EQ(run({"-o", folder.at("c.txt/"), rtf}).exitCode, kAllConverted);
+    EXPECT_EQ(run({"-o", folder.at("c.txt"), rtf}).exitCode, kAllConverted);
+
+    EXPECT_EQ(readFile(folder.at("b.txt")), kRtfText);
+    EXPECT_EQ(folder.names("c.txt"), Names{"a.txt"});
+    EXPECT_EQ(folder.names(), (Names{"a.rtf", "b.txt", "c.txt"}));
+}
+
+TEST(Program, oneFileTakesOneDocument) {
+    const TemporaryFolder folder;
+    const std::string rtf = folder.put("a.rtf", kRtf);
+    const std::string out = folder.at("out.txt");
+
+    const Outcome done = run({"-o", out, rtf, rtf});
+
+    EXPECT_EQ(done.exitCode, kUsage);
+    EXPECT_EQ(done.errors, "quillow-convert: the texts of several documents cannot go into the one file '" + out +
+                               "': name a folder; see --help\n");
+    EXPECT_EQ(run({"-o", folder.at("none/out.txt"), rtf}).exitCode, kDestinationUnwritable);
+    EXPECT_EQ(folder.names(), Names{"a.rtf"});
+}
+
+TEST(Program, inputsThatWouldMeetInOneTextAreAllConverted) {
+    const TemporaryFolder folder;
+    const Outcome done = run({"-o", folder.at("out"), folder.put("z.rtf", kRtf), folder.put("a.rtf", kRtf),
+                              folder.put("a.html", kHtml), folder.put("x/a.rtf", "{\\rtf1 x}")});
+
+    EXPECT_EQ(done.exitCode, kAllConverted);
+    EXPECT_EQ(done.errors, "quillow-convert: 3 texts get another name, so that none replaces another file: a.rtf.txt, "
+                           "a.html.txt, a.rtf-2.txt\n");
+    EXPECT_EQ(folder.names("out"), (Names{"a.html.txt", "a.rtf-2.txt", "a.rtf.txt", "z.txt"}));
+    EXPECT_EQ(readFile(folder.at("out/a.rtf-2.txt")), "x\n");
 }
 
 TEST(Program, inputIsNeverReplacedByAText) {
     const TemporaryFolder folder;
     const std::string input = folder.put("a.txt", kRtf);
 
-    const Outcome done = run({"--type", "rtf", "-o", folder.at(""), input});
+    const Outcome beside = run({"--type", "rtf", "-o", folder.at(""), input});
+    const Outcome itself = run({"--type", "rtf", "-o", input, input});
 
-    EXPECT_EQ(done.exitCode, kSomeFailed);
+    EXPECT_EQ(beside.exitCode, kAllConverted);
+    EXPECT_EQ(itself.exitCode, kDestinationUnwritable);
     EXPECT_EQ(readFile(input), kRtf);
+    EXPECT_EQ(readFile(folder.at("a.txt.txt")), kRtfText);
+}
+
+TEST(Program, foldersAreWalkedAndTheirTreeIsMirrored) {
+    const TemporaryFolder folder;
+    folder.put("docs/a.rtf", kRtf);
+    folder.put("docs/x/a.html", kHtml);
+    folder.put("docs/x/y/b.rtfd/TXT.rtf", kRtf);
+    folder.put("docs/x/picture.png", "");
+    test::RunSetting setting;
+    setting.folder = folder.at("");
+
+    const Outcome together = run({"-r", "docs"}, setting);
+    const Outcome mirrored = run({"-r", "--mirror", "docs", "-o", "out", "docs"}, setting);
+
+    EXPECT_EQ(together.exitCode, kAllConverted);
+    EXPECT_EQ(together.output, std::string(kRtfText) + std::string(kHtmlText) + std::string(kRtfText));
+    EXPECT_EQ(mirrored.exitCode, kAllConverted) << mirrored.errors;
+    EXPECT_EQ(mirrored.errors, "");
+    EXPECT_EQ(readFile(folder.at("out/a.txt")), kRtfText);
+    EXPECT_EQ(readFile(folder.at("out/x/a.txt")), kHtmlText);
+    EXPECT_EQ(readFile(folder.at("out/x/y/b.txt")), kRtfText);
+    EXPECT_EQ(folder.names("out/x"), (Names{"a.txt", "y"}));
+}
+
+TEST(Program, mirrorNeedsFolders) {
+    const TemporaryFolder folder;
+    const std::string rtf = folder.put("a.rtf", kRtf);
+
+    EXPECT_EQ(run({"--mirror", folder.at("none"), "-o", folder.at("out"), rtf}).exitCode, kUsage);
+    EXPECT_EQ(run({"--mirror", folder.at(""), "-o", folder.at("out.txt"), rtf}).exitCode, kUsage);
+    EXPECT_EQ(folder.names(), Names{"a.rtf"});
+}
+
+TEST(Program, runWithoutAnyDocumentExitsWithItsOwnCode) {
+    const TemporaryFolder folder;
+    folder.put("empty/note.txt", "");
+
+    const Outcome walked = run({"-r", folder.at("empty")});
+
+    EXPECT_EQ(walked.exitCode, kNothingAccepted);
+    EXPECT_EQ(walked.errors, "quillow-convert: no RTF, HTML or PDF document is found\n");
+    EXPECT_EQ(run({"--files-from", "-"}).exitCode, kNothingAccepted);
+}
+
+TEST(Program, namesComeFromStandardInput) {
+    const TemporaryFolder folder;
+    test::RunSetting setting;
+    setting.folder = folder.at("");
+    folder.put("new\nline.rtf", kRtf);
+    folder.put("b.html", kHtml);
+
+    setting.input = std::string("new\nline.rtf\0b.html\0", 20);
+    EXPECT_EQ(run({"-0", "--files-from", "-"}, setting).output, std::string(kRtfText) + std::string(kHtmlText));
+    setting.input = "b.html\nb.html\n";
+    EXPECT_EQ(run({"--files-from=-"}, setting).output, std::string(kHtmlText) + std::string(kHtmlText));
+    EXPECT_EQ(run({"--files-from", "none"}, setting).exitCode, kSomeFailed);
+}
+
+TEST(Program, existingTextKeepsItsModeAndItsProtection) {
+    const TemporaryFolder folder;
+    const std::string rtf = folder.put("a.rtf", kRtf);
+    const std::string open = folder.put("out/a.txt", "old");
+    ASSERT_EQ(::chmod(open.c_str(), 0600), 0);
+
+    EXPECT_EQ(run({"-o", folder.at("out"), rtf}).exitCode, kAllConverted);
+    struct stat status = {};
+    ASSERT_EQ(::stat(open.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+
+    ASSERT_EQ(::chmod(open.c_str(), 0400), 0);
+    const Outcome refused = run({"-o", folder.at("out"), folder.put("x/a.rtf", "{\\rtf1 x}")});
+    EXPECT_EQ(refused.exitCode, kDestinationUnwritable);
+    EXPECT_TRUE(refused.errors.ends_with("unwritable (a.txt: is read-only)\n")) << refused.errors;
+    EXPECT_EQ(readFile(open), kRtfText);
+}
+
+TEST(Program, existingTextIsDealtWithAsSaid) {
+    const TemporaryFolder folder;
+    const std::string rtf = folder.put("a.rtf", kRtf);
+    const std::string text = folder.put("out/a.txt", "old");
+    const auto convert = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"-v", "-o", folder.at("out"), rtf};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Outcome done = run(arguments);
+        return std::to_string(done.exitCode) + " " + done.errors.substr(done.errors.find(rtf) + rtf.size() + 2);
+    };
+
+    EXPECT_EQ(convert({"--no-clobber"}), "0 skipped (a.txt is there)\n");
+    EXPECT_EQ(convert({"--if-exists", "skip"}), "0 skipped (a.txt is there)\n");
+    EXPECT_EQ(convert({"--if-exists", "error"}), "4 unwritable (a.txt: File exists)\n");
+    EXPECT_EQ(convert({"--if-exists", "rename"}), "0 ok (12 bytes, a-2.txt)\n");
+    EXPECT_EQ(readFile(folder.at("out/a-2.txt")), kRtfText);
+    std::filesystem::last_write_time(rtf, std::filesystem::last_write_time(text) - std::chrono::hours(1));
+    EXPECT_EQ(convert({"--if-exists", "newer"}), "0 skipped (a.txt is not older)\n");
+    EXPECT_EQ(readFile(text), "old");
+    std::filesystem::last_write_time(rtf, std::filesystem::last_write_time(text) + std::chrono::hours(1));
+    EXPECT_EQ(convert({"--if-exists", "newer"}), "0 ok (12 bytes, a.txt)\n");
+    EXPECT_EQ(readFile(text), kRtfText);
+    std::filesystem::remove(text);
+    for (const char* answer : {"skip", "error", "rename", "newer"}) {
+        EXPECT_EQ(convert({"--if-exists", answer}), "0 ok (12 bytes, a.txt)\n") << answer;
+        std::filesystem::remove(text);
+    }
+}
+
+TEST(Program, textThatComesWhileADocumentIsReadIsNotReplacedEither) {
+    const TemporaryFolder folder;
+    folder.put("out/a.rtf", "");
+    const std::string input = folder.at("a.rtf");
+    ASSERT_EQ(::mkfifo(input.c_str(), 0600), 0);
+    Running running({"-v", "--no-clobber", "-o", folder.at("out"), input}, {});
+    std::ofstream feed(input); // opens when the program reads: then it has seen that there is no text yet
+    const std::string text = folder.put("out/a.txt", "kept");
+
+    feed << kRtf << std::flush;
+    feed.close();
+
+    const Outcome done = running.wait();
+    EXPECT_EQ(done.exitCode, kAllConverted);
+    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt is there)\n");
+    EXPECT_EQ(readFile(text), "kept");
+    EXPECT_EQ(folder.names("out"), (Names{"a.rtf", "a.txt"}));
 }
 
 TEST(Program, destinationThatCannotBeWrittenExitsWithItsOwnCode) {
@@ -267,7 +437,10 @@ TEST(Program, destinationThatCannotBeWrittenExitsWithItsOwnCode) {
     const std::string rtf = folder.put("a.rtf", kRtf);
 
     EXPECT_EQ(run({"-o", folder.at("none/out"), rtf}).exitCode, kDestinationUnwritable);
-    EXPECT_EQ(run({"-o", folder.put("file", ""), rtf}).exitCode, kDestinationUnwritable);
+    const std::string file = folder.put("file", "");
+    EXPECT_EQ(run({"-o", file, rtf}).errors,
+              "quillow-convert: " + file + ": unwritable (is no folder, nor a file that ends in .txt)\n");
+    EXPECT_EQ(run({"-o", file, rtf}).exitCode, kDestinationUnwritable);
     EXPECT_EQ(run({"-o", "/proc", rtf}).exitCode, kDestinationUnwritable);
     folder.put("out/a.txt/inside", "");
     const Outcome onFolder = run({"-o", folder.at("out"), rtf});
@@ -287,16 +460,36 @@ TEST(Program, fullStandardOutputIsAFailure) {
     }
 }
 
-TEST(Program, standardOutputClosedEarlyIsAFailure) {
+TEST(Program, readerThatGoesAwayEndsTheRunQuietly) {
     const TemporaryFolder folder;
     const std::string rtf = folder.put("a.rtf", kRtf);
+    // The reader may be quicker or slower than the first text; many texts fill every pipe. None of the missing documents that come
+    // after them is told of.
+    std::vector<std::string> arguments(20'000, rtf);
+    arguments.push_back(folder.at("none.rtf"));
     test::RunSetting setting;
-    setting.prefix = {"bash", "-c", "trap '' PIPE; { \"$@\"; echo $? >&2; } | true", "bash"};
 
-    // The reader may be quicker or slower than the first text; many texts fill every pipe.
-    const Outcome done = run(std::vector<std::string>(20'000, rtf), setting);
+    setting.prefix = {"bash", "-c", "{ \"$@\"; echo $? >&2; } | head -1", "bash"};
+    const Outcome done = run(arguments, setting);
+    EXPECT_EQ(done.output, "Hello\n");
+    EXPECT_EQ(done.errors, "141\n");
 
-    EXPECT_TRUE(done.errors.ends_with("\n4\n")) << done.errors;
+    setting.prefix = {"bash", "-c", "trap '' PIPE; { \"$@\"; echo $? >&2; } | head -1", "bash"};
+    EXPECT_EQ(run(arguments, setting).errors, "141\n");
+}
+
+TEST(Program, endlessStandardInputIsGivenUp) {
+    const TemporaryFolder folder;
+    test::RunSetting setting;
+    setting.prefix = {"bash", "-c", "yes | \"$@\"", "bash"};
+    EXPECT_EQ(run({"-"}, setting).exitCode, kNothingAccepted);
+
+#if !defined(__SANITIZE_ADDRESS__)
+    setting.prefix = {"bash", "-c", "yes | prlimit --as=629145600 \"$@\"", "bash"}; // 600 MiB
+    const Outcome typed = run({"--type", "html", "-"}, setting);
+    EXPECT_EQ(typed.exitCode, kSomeFailed);
+    EXPECT_EQ(typed.errors, "quillow-convert: -: too-large (over 256 MiB, the most from standard input or a pipe)\n");
+#endif
 }
 
 TEST(Program, closedStandardStreamsNeverBecomeOutputFiles) {
@@ -465,6 +658,49 @@ TEST(Program, memoryThatEndsIsTheDocumentsFailure) {
     EXPECT_EQ(done.exitCode, kSomeFailed);
     EXPECT_NE(done.errors.find("big.rtf: out-of-memory"), std::string::npos) << done.errors;
     EXPECT_EQ(done.output, kRtfText);
+}
+
+TEST(Program, pdfThatMemoryIsTooShortForIsOneFailedDocument) {
+    const TemporaryFolder folder;
+    const std::string rtf = folder.put("a.rtf", kRtf);
+    for (const char* jobs : {"-j1", "-j4"}) {
+        for (int mib = 24; mib <= 160; mib += 8) {
+            test::RunSetting setting;
+            setting.prefix = {"prlimit", "--as=" + std::to_string(mib << 20)};
+
+            const Outcome done = run({jobs, pdfPath("plain"), pdfPath("ligatures"), rtf}, setting);
+
+            EXPECT_EQ(done.signal, 0) << mib;
+            EXPECT_EQ(done.errors.find("Out of memory"), std::string::npos) << mib;
+        }
+    }
+}
+
+TEST(Program, threadsShareMemoryWhereItIsLimited) {
+    const TemporaryFolder folder;
+    std::vector<std::string> arguments = {"-j8"};
+    for (int i = 0; i < 16; ++i)
+        arguments.push_back(folder.put(std::to_string(i) + ".pdf", pdf("plain")));
+    test::RunSetting setting;
+    setting.prefix = {"prlimit", "--as=209715200"}; // 200 MiB, of which stacks take 64
+
+    const Outcome done = run(arguments, setting);
+
+    EXPECT_EQ(done.exitCode, kAllConverted) << done.errors;
+}
+
+TEST(Program, documentsAfterAPdfThatMemoryIsTooShortForAreConverted) {
+    const TemporaryFolder folder;
+    const std::string pages = folder.put("a.pdf", pdf("plain"));
+    test::RunSetting setting;
+    setting.prefix = {"prlimit", "--as=61440000"};
+
+    const Outcome done = run({"-j2", pages, folder.put("a.rtf", kRtf)}, setting);
+
+    EXPECT_EQ(done.exitCode, kSomeFailed);
+    EXPECT_EQ(done.output, kRtfText);
+    EXPECT_EQ(done.errors,
+              "quillow-convert: " + pages + ": out-of-memory (the document needs more memory than there is)\n");
 }
 #endif
 

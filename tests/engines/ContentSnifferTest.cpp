@@ -74,13 +74,36 @@ TEST(ContentSniffer, plainTextAndNothingAreNoKind) {
     EXPECT_EQ(sniff("\xFF\xFE"sv), std::nullopt);
 }
 
+std::optional<std::string_view> foreign(std::string_view bytes) {
+    return describeForeignContent(test::asBytes(bytes));
+}
+
 TEST(ContentSniffer, foreignContentHasAName) {
-    EXPECT_EQ(describeForeignContent("\x89PNG\r\n\x1A\n..."), "a PNG image");
-    EXPECT_EQ(describeForeignContent("PK\x03\x04...."), "a ZIP archive or an office document");
-    EXPECT_EQ(describeForeignContent("RIFF\1\2\3\4WEBP"sv), "a WebP image");
-    EXPECT_EQ(describeForeignContent("RIFF"), std::nullopt);
-    EXPECT_EQ(describeForeignContent("hello"), std::nullopt);
-    EXPECT_EQ(describeForeignContent(""), std::nullopt);
+    EXPECT_EQ(foreign("\x89PNG\r\n\x1A\n..."), "a PNG image");
+    EXPECT_EQ(foreign("PK\x03\x04...."), "a ZIP archive or an office document");
+    EXPECT_EQ(foreign("RIFF\1\2\3\4WEBP"sv), "a WebP image");
+    EXPECT_EQ(foreign("RIFF"), std::nullopt);
+    EXPECT_EQ(foreign("hello"), std::nullopt);
+    EXPECT_EQ(foreign(""), std::nullopt);
+}
+
+TEST(ContentSniffer, mimeWebArchiveHasAName) {
+    const std::string saved =
+        "From: <Saved by a browser>\r\nSubject: A page\r\n that goes on\r\nMIME-Version: 1.0\r\n"
+        "Content-Type: multipart/related;\r\n\ttype=\"text/html\";\r\n\tboundary=\"x\"\r\n\r\n--x\r\n";
+    EXPECT_EQ(foreign(saved), "a MIME web archive");
+    EXPECT_EQ(foreign("\xEF\xBB\xBF\n" + saved), "a MIME web archive");
+    EXPECT_EQ(foreign("mime-version: 1.0\ncontent-type:text/html\n\n<p>=20"), "a MIME web archive");
+    EXPECT_EQ(foreign("MIME-Version: 1.0"), "a MIME message");
+    EXPECT_EQ(foreign("To: a@example.org\nMIME-Version: 1.0\nContent-Type: text/plain\n\nHi"), "a MIME message");
+}
+
+TEST(ContentSniffer, textThatSpeaksOfMimeIsNoMessage) {
+    EXPECT_EQ(foreign("Content-Type: text/html\n\n<p>x"), std::nullopt);
+    EXPECT_EQ(foreign("A header:\nMIME-Version: 1.0\n"), std::nullopt);
+    EXPECT_EQ(foreign("Note: x\n\nMIME-Version: 1.0\n"), std::nullopt);
+    EXPECT_EQ(foreign(": x\nMIME-Version: 1.0\n"), std::nullopt);
+    EXPECT_EQ(foreign("<p>a: b</p>\nMIME-Version: 1.0\n"), std::nullopt);
 }
 
 } // namespace

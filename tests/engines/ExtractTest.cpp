@@ -58,6 +58,8 @@ TEST(Extract, mislabelledContentIsNamed) {
     EXPECT_EQ(detail("\x89PNG\r\n\x1A\n", DocumentKind::html), "the content is a PNG image");
     EXPECT_EQ(detail("PK\x03\x04", DocumentKind::rtf), "the content is a ZIP archive or an office document");
     EXPECT_EQ(detail("GIF89a", DocumentKind::pdf), "the content is a GIF image");
+    EXPECT_EQ(detail("MIME-Version: 1.0\nContent-Type: multipart/related\n\n<p>=20", DocumentKind::html),
+              "the content is a MIME web archive");
 }
 
 TEST(Extract, textThatMentionsAPdfHeaderStaysText) {

@@ -61,9 +61,8 @@ std::optional<QUrl> FakeBookmarkStore::resolveBookmarkData(const QByteArray& boo
     }
     QString path = pathFromBytes(lines[3]);
     if (!fileSystem_.fileExistsAtPath(path, nullptr)) {
-        const QString beside = isOfDocument && !lines[4].isEmpty()
-                                   ? folderAround(*relativeToURL) + pathFromBytes(lines[4])
-                                   : QString();
+        const QString beside =
+            isOfDocument && !lines[4].isEmpty() ? folderAround(*relativeToURL) + pathFromBytes(lines[4]) : QString();
         const std::optional<QString> found = fileSystem_.fileExistsAtPath(beside, nullptr)
                                                  ? std::optional(beside)
                                                  : fileSystem_.pathOfItem(lines[2].toULongLong());

@@ -4,9 +4,14 @@
 #include "tests/engines/DataFiles.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <array>
+#include <fstream>
+#include <functional>
 #include <future>
+#include <new>
 
 namespace quillow::pdf {
 namespace {
@@ -48,6 +53,50 @@ TEST(Module, withoutItNoPdfIsReadAndTheReasonSaysSo) {
     EXPECT_FALSE(extraction.text);
     EXPECT_TRUE(extraction.detail.starts_with("what reads PDFs is not installed: ")) << extraction.detail;
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+/// Runs it in a process that may have only so much more memory than it has.
+template <typename Call>
+void withRoomFor(std::size_t bytes, const Call& call) {
+    std::ifstream sizes("/proc/self/statm");
+    std::size_t pages = 0;
+    sizes >> pages;
+    const rlim_t limit = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + bytes;
+    const rlimit limits = {limit, limit};
+    ::setrlimit(RLIMIT_AS, &limits);
+    call();
+}
+
+/// 0 where the call says that memory has ended, 1 where it does something else.
+int saysThatMemoryEnded(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+    return 1;
+}
+
+TEST(Module, isNotLoadedWhereMemoryIsShort) {
+    const auto load = [] { static_cast<void>(Module("libm.so.6")); };
+
+    EXPECT_EXIT(withRoomFor(kRoomToLoad - (4 << 20), [&] { ::_exit(saysThatMemoryEnded(load)); }),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(withRoomFor(kRoomToLoad + (4 << 20), [&] { ::_exit(saysThatMemoryEnded(load)); }),
+                testing::ExitedWithCode(1), "");
+}
+
+TEST(Module, documentIsNotBegunWhereMemoryIsShort) {
+    const std::string document = fileContent(dataFile("pdf/plain.in"));
+    const Module& module = Module::installed();
+    const auto open = [&] { static_cast<void>(module.open(asBytes(document))); };
+
+    EXPECT_EXIT(withRoomFor(kRoomToRead - (4 << 20), [&] { ::_exit(saysThatMemoryEnded(open)); }),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(withRoomFor(kRoomToRead + (4 << 20), [&] { ::_exit(saysThatMemoryEnded(open)); }),
+                testing::ExitedWithCode(1), "");
+}
+#endif
 
 } // namespace
 } // namespace quillow::pdf

@@ -1,0 +1,77 @@
+#include "cli/TextNames.h"
+
+#include "cli/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace quillow::cli {
+namespace {
+
+using Names = std::vector<std::string>;
+
+Names named(const Names& documents, const std::set<std::string>& barred = {}) {
+    std::vector<NameWish> wishes;
+    for (const std::string& document : documents)
+        wishes.push_back({std::string(folderPart(document)), baseName(document), std::string(lastPart(document))});
+    return nameTexts(wishes, [&](const std::string& path) { return barred.contains(path); });
+}
+
+TEST(TextNames, baseNameWhereNothingMeets) {
+    EXPECT_EQ(named({"a.rtf", "b.pdf", "x/a.rtf"}), (Names{"a.txt", "b.txt", "x/a.txt"}));
+}
+
+TEST(TextNames, fullNamesWhereBaseNamesMeet) {
+    EXPECT_EQ(named({"report.pdf", "b.rtf", "report.rtf"}), (Names{"report.pdf.txt", "b.txt", "report.rtf.txt"}));
+    EXPECT_EQ(named({"report", "report.rtf"}), (Names{"report.txt", "report.rtf.txt"}));
+}
+
+TEST(TextNames, numbersInOrderWhereFullNamesMeet) {
+    EXPECT_EQ(named({"a.rtf", "a.pdf", "a.rtf", "a.rtf"}),
+              (Names{"a.rtf.txt", "a.pdf.txt", "a.rtf-2.txt", "a.rtf-3.txt"}));
+    EXPECT_EQ(named({"plain", "plain"}), (Names{"plain.txt", "plain-2.txt"}));
+}
+
+TEST(TextNames, longerNameThatMeetsAShortOneLengthensThatToo) {
+    EXPECT_EQ(named({"a.rtf.html", "a.rtf", "a.pdf"}), (Names{"a.rtf.html.txt", "a.rtf.txt", "a.pdf.txt"}));
+    EXPECT_EQ(named({"a.rtf", "a.pdf", "a.rtf.html"}), (Names{"a.rtf.txt", "a.pdf.txt", "a.rtf.html.txt"}));
+}
+
+TEST(TextNames, numberedNameNeverTakesAnothersName) {
+    EXPECT_EQ(named({"a.rtf", "a.rtf", "a.rtf-2.pdf"}), (Names{"a.rtf.txt", "a.rtf-3.txt", "a.rtf-2.txt"}));
+    EXPECT_EQ(named({"a.rtf", "a.rtf", "a.rtf-2"}), (Names{"a.rtf.txt", "a.rtf-3.txt", "a.rtf-2.txt"}));
+    EXPECT_EQ(named({"a.rtf-2", "a.rtf-2.pdf", "a.rtf", "a.rtf"}),
+              (Names{"a.rtf-2.txt", "a.rtf-2.pdf.txt", "a.rtf.txt", "a.rtf-3.txt"}));
+}
+
+TEST(TextNames, barredPathsAreNotTaken) {
+    EXPECT_EQ(named({"a.rtf"}, {"a.txt"}), Names{"a.rtf.txt"});
+    EXPECT_EQ(named({"a.rtf"}, {"a.txt", "a.rtf.txt", "a.rtf-2.txt"}), Names{"a.rtf-3.txt"});
+    EXPECT_EQ(named({"x/a.rtf"}, {"a.txt"}), Names{"x/a.txt"});
+}
+
+TEST(TextNames, textIsNotNamedAsAnothersFolder) {
+    EXPECT_EQ(named({"a.rtf", "a.txt/x/b.rtf"}), (Names{"a.rtf.txt", "a.txt/x/b.txt"}));
+    EXPECT_EQ(named({"d.txt/a.txt/b.rtf", "d.txt/a.rtf"}), (Names{"d.txt/a.txt/b.txt", "d.txt/a.rtf.txt"}));
+}
+
+TEST(TextNames, noTwoTextsOfManyMeet) {
+    Names documents;
+    for (int i = 0; i < 3000; ++i)
+        for (const char* name : {"a.rtf", "a.pdf", "a", "a.rtf-2", "a.rtf-3.html", "a-2.rtf"})
+            documents.emplace_back(name);
+
+    const Names names = named(documents);
+
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), documents.size());
+}
+
+TEST(TextNames, firstFreeNumberIsTaken) {
+    const std::set<std::string> taken = {"x/a-2.txt", "x/a-3.txt"};
+
+    EXPECT_EQ(numbered("x/a.txt", [&](const std::string& path) { return taken.contains(path); }), "x/a-4.txt");
+}
+
+} // namespace
+} // namespace quillow::cli
