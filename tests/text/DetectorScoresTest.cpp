@@ -77,6 +77,33 @@ TEST(AlphabetCost, romanianCommasBelowCountAsCedillas) {
         EXPECT_EQ(costInAlphabet(word, Encoding::iso8859_16, "ro"), costInAlphabet(word, Encoding::iso8859_2, "ro"));
 }
 
+TEST(AlphabetCost, capitalsAtTheStartOfAWordCountAsSmallLetters) {
+    struct Pair {
+        Encoding encoding;
+        const char* language;
+        char capital;
+        char small;
+    };
+    const Pair pairs[] = {
+        {Encoding::windows1252, "de", 'A', 'a'},       {Encoding::windows1252, "de", '\xC4', '\xE4'},
+        {Encoding::windows1252, "fr", '\x9F', '\xFF'}, {Encoding::windows1250, "pl", '\xAF', '\xBF'},
+        {Encoding::windows1250, "pl", '\xA3', '\xB3'}, {Encoding::windows1254, "tr", '\xDD', 'i'},
+        {Encoding::windows1254, "tr", '\xDE', '\xFE'}, {Encoding::windows1258, "vi", '\xD5', '\xF5'},
+        {Encoding::windows1258, "vi", '\xDD', '\xFD'}, {Encoding::windows1253, "el", '\xA2', '\xDC'},
+        {Encoding::windows1253, "el", '\xB8', '\xDD'}, {Encoding::windows1253, "el", '\xBC', '\xFC'},
+        {Encoding::windows1253, "el", '\xBE', '\xFD'}, {Encoding::windows1253, "el", '\xBF', '\xFE'},
+        {Encoding::windows1253, "el", '\xC1', '\xE1'}, {Encoding::windows1251, "ru", '\xA8', '\xB8'},
+        {Encoding::windows1251, "ru", '\xDF', '\xFF'}, {Encoding::windows1251, "uk", '\xA5', '\xB4'},
+    };
+    for (const Pair& pair : pairs) {
+        const std::string capital = {' ', pair.capital, ' '};
+        const std::string small = {' ', pair.small, ' '};
+        EXPECT_EQ(costInAlphabet(capital, pair.encoding, pair.language),
+                  costInAlphabet(small, pair.encoding, pair.language))
+            << pair.language << ' ' << int{static_cast<unsigned char>(pair.capital)};
+    }
+}
+
 TEST(AlphabetCost, everyAsciiLetterIsForeignToAnotherAlphabet) {
     for (char letter = 'a'; letter <= 'z'; ++letter) {
         const std::string word = {' ', '\xE0', letter, '\xE0', ' '};

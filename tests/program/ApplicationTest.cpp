@@ -1,0 +1,47 @@
+// What reaches the program from outside before its event loop runs: messages of later starts, and the session's end.
+#include "program/Application.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include <gtest/gtest.h>
+
+namespace quillow {
+namespace {
+
+/// Counts the requests to quit that reach it.
+class Receiver final : public QObject {
+public:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::Quit) ++quits;
+        return true;
+    }
+    int quits = 0;
+};
+
+void sendQuit(QObject& receiver) {
+    QEvent quit(QEvent::Quit);
+    QCoreApplication::sendEvent(&receiver, &quit);
+}
+
+TEST(Application, takesHandoversAndNothingElse) {
+    Application application(Findable::yes);
+    EXPECT_TRUE(application.take(encodedHandover({{}, {}, "/", {"a.rtf"}})));
+    EXPECT_FALSE(application.take("no message of a later start"));
+}
+
+TEST(Application, onlyTheApplicationsOwnQuitIsTheEnd) {
+    Application application(Findable::yes);
+    const QByteArray message = encodedHandover({{}, {}, "/", {}});
+    Receiver other;
+
+    sendQuit(other);
+    EXPECT_EQ(other.quits, 1);
+    EXPECT_TRUE(application.take(message));
+
+    sendQuit(*qApp);
+    EXPECT_FALSE(application.take(message));
+}
+
+} // namespace
+} // namespace quillow
