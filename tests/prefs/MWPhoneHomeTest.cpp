@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 namespace quillow {
@@ -429,15 +430,18 @@ TEST_F(PhoneHome, oneThreadMayConfigureItWhileAnotherChecks) {
                                    mirror(first + 3));
     };
     configure(1);
-    constexpr int kRounds = 2000;
+    constexpr int kChecks = 20'000;
+    std::atomic<bool> isDone = false;
     {
-        const std::jthread checking([&checker] {
-            for (int i = 0; i < kRounds; ++i)
+        const std::jthread checking([&checker, &isDone] {
+            for (int i = 0; i < kChecks; ++i)
                 static_cast<void>(checker.getDictionaryFromTheNet());
+            isDone = true;
         });
-        for (int i = 0; i < kRounds; ++i)
+        for (int i = 0; !isDone; ++i)
             configure(i % 2 == 0 ? 5 : 1);
     }
+    configure(1);
     QSet<QString> whole;
     for (int number = 1; number <= 8; ++number)
         whole.insert(mirror(number));
