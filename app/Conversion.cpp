@@ -20,7 +20,7 @@ std::optional<DocumentKind> documentKindOf(const QString& path) {
     return documentKindForExtension(lowercaseString(pathExtension(path)).toStdString());
 }
 
-/// A mistake of the program: nothing may change the batch while it runs.
+/// To be called if the batch changed while it ran, which is a programming error.
 void tellBatchChanged(const QString& path) {
     std::fprintf(stderr, "quillow: the batch changed while %s was converted; the rest of it is not converted\n",
                  pathToBytes(path).constData());

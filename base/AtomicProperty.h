@@ -1,4 +1,4 @@
-// A field that several threads may read and write: each read gets the whole value of one write.
+// A field that several threads may read and write. Each read gets the whole value of one write.
 #pragma once
 
 #include <mutex>
@@ -15,7 +15,7 @@ public:
     }
     void set(T value) {
         const std::lock_guard lock(mutex_);
-        std::swap(value_, value); // the former value goes after the lock
+        std::swap(value_, value); // the old value is destroyed after the lock is released
     }
 
 private:

@@ -23,7 +23,7 @@ class KeyValueLookup;
 
 class Boxed { // selector: none
 public:
-    /// An object that is read by key.
+    /// An object whose values are read by key.
     using Object = std::shared_ptr<const KeyValueLookup>;
     using Array = QList<Boxed>;
     using Dictionary = QMap<QString, Boxed>;

@@ -1,4 +1,4 @@
-// What answers key-value look-ups: objects of the frame, and an application's own that let themselves be read by key.
+// The interface of objects whose values are read by key: the frame's own objects, and those of an application.
 #pragma once
 
 #include "base/Boxed.h"
@@ -14,7 +14,7 @@ public:
     KeyValueLookup& operator=(const KeyValueLookup&) = delete;
     virtual ~KeyValueLookup() = default;
 
-    /// Nil where the object has nothing under the key.
+    /// Nil if the object has no value for the key.
     [[nodiscard]] virtual Boxed valueForKey(const QString& key) const = 0;
 };
 

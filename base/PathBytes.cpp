@@ -32,7 +32,7 @@ qsizetype sequenceLength(const QByteArray& bytes, qsizetype at) {
     return 0;
 }
 
-/// The text of well-formed UTF-8. QString takes a byte order mark away at the beginning; of a name it is a part.
+/// The text of valid UTF-8. QString drops a byte order mark at the beginning, but a file name may begin with one.
 QString textOf(QByteArrayView utf8) {
     const QString text = QString::fromUtf8(utf8);
     return utf8.startsWith("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;

@@ -74,7 +74,7 @@ public:
     /// A document is being opened: the startup actions 0 and 1 hold back.
     [[nodiscard]] bool documentIsOpening() const { return documentIsOpening_; }
     void setDocumentIsOpening(bool value) { documentIsOpening_ = value; }
-    /// deliberate: set by a derived delegate when it has finished launching, for its own use; nothing here reads it.
+    /// deliberate: set by a derived delegate when it has finished launching. For its own use; nothing here reads it.
     [[nodiscard]] bool finishedLaunching() const { return finishedLaunching_; }
     void setFinishedLaunching(bool value) { finishedLaunching_ = value; }
     /// deliberate: set by applications that are started to serve a service request; this product never is.

@@ -18,7 +18,7 @@ struct MenuItem {
 class Menu {
 public:
     virtual ~Menu() = default;
-    /// Puts the item before the one that stands at that index (0 for the first).
+    /// Inserts the item before the item at that index; 0 is the first.
     virtual void insertItem(const MenuItem& item, int atIndex) = 0;
 };
 

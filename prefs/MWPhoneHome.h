@@ -75,8 +75,8 @@ public:
     [[nodiscard]] bool isChekingUpdateSystem() const { return isChekingUpdateSystem_; }
     void setIsChekingUpdateSystem(bool value) { isChekingUpdateSystem_ = value; }
 
-    // The application's release and name and the addresses of its list: read and set by any thread, also while a check runs,
-    // which uses each as it is when it is needed.
+    // The application's release and name, and the addresses of its release list. Any thread may read and set them. A check that
+    // is running uses each value as it is at the time of use.
     [[nodiscard]] Boxed myAppRelease() const { return myAppRelease_.get(); }
     void setMyAppRelease(const Boxed& appRelease) { myAppRelease_.set(appRelease); }
     [[nodiscard]] std::optional<QString> myAppName() const { return myAppName_.get(); }

@@ -24,8 +24,8 @@ public:
     MWPrefToolbarDelegate(const MWPrefToolbarDelegate&) = delete;
     MWPrefToolbarDelegate& operator=(const MWPrefToolbarDelegate&) = delete;
 
-    // A subclass says: the panes' heights in points by tag, the items' identifiers, and the items. Here all three are nil: no
-    // items, and a pane of no height.
+    // For a subclass to override: the panes' heights in points by tag, the items' identifiers, and the items. All three are nil
+    // here, which means no items and a pane height of 0.
     [[nodiscard]] virtual std::optional<QList<std::int32_t>> heightArray() const { return std::nullopt; }
     [[nodiscard]] virtual std::optional<QStringList> returnAllkeys() const { return std::nullopt; }
     [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(

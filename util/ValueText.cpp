@@ -38,7 +38,7 @@ private:
     void write(const QByteArray& value) { text_ += NSDataBase64::base64enc(value).value_or(QString()); }
     void write(const QDateTime& value) { text_ += isoDate(value); }
     void write(const Image& value) { text_ += QString::number(value.width) + u'x' + QString::number(value.height); }
-    void write(const Boxed::Object&) {} // has no text of its own
+    void write(const Boxed::Object&) {} // has no text
     void write(const Boxed::Array& value) {
         bool isFirst = true;
         for (auto element = value.begin(); element != value.end() && isBegun(isFirst); ++element)

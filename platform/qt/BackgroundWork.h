@@ -23,7 +23,7 @@ public:
     /// Shorter work than this leaves the windows alone.
     static constexpr std::chrono::milliseconds kFrame{40};
 
-    /// Starts a thread that runs the function; throws std::system_error or std::bad_alloc when there can be none.
+    /// Starts a thread that runs the function. Throws std::system_error or std::bad_alloc if that is impossible.
     using ThreadStarter = std::function<std::jthread(const std::function<void()>& run)>;
 
     /// `spinner` may be null; it turns while it is animated.
@@ -31,15 +31,15 @@ public:
         : spinner_(spinner)
         , startThread_(std::move(startThread)) {}
 
-    /// The work's answer, an optional, as if it had been called here. Nothing when no thread could be started or the work threw,
-    /// as it does without memory; standard error is told why.
+    /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw, for
+    /// example for lack of memory; the reason is then written to standard error.
     template <class Answer>
     [[nodiscard]] Answer wait(const std::function<Answer()>& work) const {
         const WindowPings::Answering answering;
         try {
             std::promise<Answer> promise;
             std::future<Answer> future = promise.get_future();
-            // Ends before the promise goes, whatever happens here.
+            // Its destructor waits for the thread, so the promise always outlives it.
             const std::jthread thread = startThread_([&promise, &work] {
                 try {
                     promise.set_value(work());

@@ -53,7 +53,7 @@ QByteArray BookmarkBlock::toBytes() const {
     map[QLatin1String("version")] = kVersion;
     map[QLatin1String("mode")] = QLatin1String(mode == AccessMode::readOnly ? "ro" : "rw");
     map[QLatin1String("path")] = path;
-    // deliberate: captured with the path and the kind, so that the block describes its item; nothing reads it back.
+    // deliberate: recorded with the path and the kind, so that the block describes its item. Nothing reads it back.
     map[QLatin1String("name")] = path.mid(path.lastIndexOf('/') + 1);
     insertIdentity(identity, map);
     if (relativePath) map[QLatin1String("relativePath")] = *relativePath;

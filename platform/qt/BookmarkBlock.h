@@ -11,7 +11,7 @@
 namespace quillow {
 
 struct BookmarkBlock {
-    /// What a path with symbolic links on it led to.
+    /// The item that the path led to when there were symbolic links in it.
     struct Target {
         QByteArray path; ///< absolute, without links
         FileIdentity identity;
@@ -20,9 +20,9 @@ struct BookmarkBlock {
     AccessMode mode = AccessMode::readWrite;
     QByteArray path;                        ///< absolute, as the bytes that the file system uses
     std::optional<QByteArray> relativePath; ///< from the document's folder; only in document-scoped bookmarks
-    FileIdentity identity;                  ///< of a symbolic link at the path: the link's own
+    FileIdentity identity;                  ///< if the path itself is a symbolic link: that of the link
     std::optional<std::uint64_t> parentInode;
-    std::optional<Target> target; ///< only when there is a link on the path
+    std::optional<Target> target; ///< only if the path has symbolic links in it
 
     [[nodiscard]] QByteArray toBytes() const;
     /// Nothing for bytes that are no bookmark of this version.

@@ -14,7 +14,7 @@ namespace quillow {
 [[nodiscard]] QString asciiFromString(const QString& string);
 [[nodiscard]] std::optional<QString> stringFromAscii(QStringView text);
 
-/// Nil has no text, and no more has an object that is read by key: empty.
+/// Empty for nil and for an object that is read by key.
 [[nodiscard]] QString textFromBoxed(const Boxed& value);
 /// Nil for a text of no known form.
 [[nodiscard]] Boxed boxedFromText(const QString& text);

@@ -30,7 +30,7 @@ struct FileIdentity {
     [[nodiscard]] bool isSameItemAs(const FileIdentity& other) const;
 };
 
-/// The path with every symbolic link on it followed; nothing when it leads nowhere.
+/// The path after all symbolic links are resolved; nothing if no item exists there.
 [[nodiscard]] std::optional<QByteArray> realPath(const QByteArray& path);
 
 } // namespace quillow

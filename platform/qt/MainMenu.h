@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] QMenu& applicationMenu() { return *applicationMenu_; }
     [[nodiscard]] QMenu& helpMenu() { return *helpMenu_; }
-    /// What About says of the product, in one line.
+    /// The one-line description of the product that About shows.
     void setStatement(const QString& statement) { statement_ = statement; }
     void setCommands(const MainWindowCommands& commands) { commands_ = commands; }
     void setHasInput(bool hasInput);

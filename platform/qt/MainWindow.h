@@ -38,7 +38,7 @@ public:
     ~MainWindow() override;
 
     void setCommands(const MainWindowCommands& commands);
-    /// The product in one line.
+    /// The one-line description of the product that About shows.
     void setStatement(const QString& statement);
 
     /// Where texts go, as it is shown; nothing while the folder cannot be found.

@@ -24,7 +24,7 @@ QByteArray joined(const QByteArray& folder, const char* name) {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
-/// Where the folder lies when its path leads over symbolic links.
+/// The folder's path without symbolic links; unchanged if the folder does not exist.
 QByteArray realFolder(const QByteArray& folder) {
     return realPath(folder).value_or(folder);
 }

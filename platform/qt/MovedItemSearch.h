@@ -18,7 +18,7 @@ struct SearchBudget {
 using SteadyNow = std::function<std::chrono::steady_clock::time_point()>;
 
 /// Where the item that used to stand at `formerPath` is now: first below its former folder (or the nearest one around it that
-/// still exists), then below each folder further up. Symbolic links on the former path are followed, others are not. Nothing when it was not found within the budget.
+/// still exists), then below each folder further up. Follows symbolic links in the former path, but no others. Nothing when it was not found within the budget.
 [[nodiscard]] std::optional<QByteArray> findMovedItem(const FileIdentity& item, const QByteArray& formerPath,
                                                       const SearchBudget& budget, const SteadyNow& now);
 

@@ -16,13 +16,13 @@
 namespace quillow {
 namespace {
 
-/// The type of what stands at the path, symbolic links followed; 0 where nothing does.
+/// The type of the item at the path, after symbolic links; 0 if there is no item.
 mode_t typeOf(const QString& path) {
     struct stat status = {};
     return ::stat(pathToBytes(path).constData(), &status) == 0 ? status.st_mode & S_IFMT : 0;
 }
 
-/// The path in the name field when Qt could not open it: that of a file URL, and one that is not UTF-8.
+/// The path in the name field if Qt cannot open it: the path of a file URL, or one that is not UTF-8.
 std::optional<QString> pathUnknownToQt(const QString& text) {
     if (text.startsWith(QLatin1String("file:///"))) return pathOfURL(QUrl(text.trimmed()));
     return text.isValidUtf16() ? std::nullopt : std::optional(text);
@@ -36,7 +36,7 @@ OpenDialog::OpenDialog(const QString& message, const QString& prompt, const Work
     , nameField_(findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
     , acceptButton_(findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"))->button(QDialogButtonBox::Open)) {
     connect(nameField_, &QLineEdit::textChanged, this, &OpenDialog::lookAt);
-    // A double click would step into the bundle.
+    // A double click would open the bundle as a folder.
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
         if (fileMode() != QFileDialog::Directory && workspace_.isFilePackageAtPath(folder)) choose({folder});
     });
@@ -59,7 +59,7 @@ void OpenDialog::showFoldersOnly() {
     setWindowTitle(QStringLiteral("Choose a Folder"));
     setFileMode(QFileDialog::Directory);
     setOption(QFileDialog::ShowDirsOnly);
-    // There is one type only.
+    // There is only one type.
     for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
         if (auto* widget = findChild<QWidget*>(QLatin1String(name))) widget->hide();
     }
@@ -84,7 +84,7 @@ void OpenDialog::accept() {
         FileDialog::accept();
 }
 
-/// Qt holds what it does not know for missing and locks the button.
+/// Qt takes these paths for missing items and disables the button.
 void OpenDialog::lookAt(const QString& text) {
     if (const auto path = pathUnknownToQt(text)) acceptButton_->setEnabled(mayBeChosen(*path));
 }

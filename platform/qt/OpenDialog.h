@@ -1,5 +1,5 @@
-// The dialog in which folders or documents are chosen. An RTFD bundle is a folder on the disk and one document here. Qt lists no
-// item whose name is not UTF-8; such an item is reached by its file URL in the name field, as file managers copy it.
+// The dialog in which folders or documents are chosen. An RTFD bundle is a folder on the disk and one document here. Qt's dialog does
+// not list names that are not UTF-8. The name field takes a file URL, so the user can paste one that a file manager copied.
 #pragma once
 
 #include "platform/Workspace.h"
@@ -13,11 +13,11 @@ namespace quillow {
 class OpenDialog : public FileDialog {
 public:
     OpenDialog(const QString& message, const QString& prompt, const Workspace& workspace, QWidget* parent);
-    /// One file of these extensions; none, or an empty one among them, means any.
+    /// For one file with one of these extensions. An empty list or an empty extension means any file.
     void showFiles(const QStringList& extensions);
     void showFoldersOnly();
 
-    /// What was chosen, once the dialog was accepted.
+    /// The paths that were chosen. To be called after the dialog was accepted.
     [[nodiscard]] QStringList chosenPaths() const;
 
 protected:
@@ -32,7 +32,7 @@ private:
     const Workspace& workspace_;
     QLineEdit* nameField_;
     QPushButton* acceptButton_;
-    QStringList chosen_; ///< empty where it is Qt's own choice
+    QStringList chosen_; ///< empty if Qt's own dialog took the choice
 };
 
 } // namespace quillow

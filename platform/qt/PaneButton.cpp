@@ -15,7 +15,7 @@ namespace {
 constexpr int kIconSize = 32;
 constexpr int kLeastWidth = 72;
 
-/// Qt takes every tool button that can be on for a check box, and its toggle does not click.
+/// Qt reports a checkable tool button as a check box, and its accessible action does not click.
 class PaneButtonAccess final : public QAccessibleWidget {
 public:
     explicit PaneButtonAccess(PaneButton* button)
@@ -64,9 +64,9 @@ QAccessibleInterface* makeAccess(const QString&, QObject* object) {
 } // namespace
 
 PaneButton::PaneButton(const ToolbarItem& item, Selectable selectable, std::function<void()> action) {
-    // Once, and before anything of the button is told to assistive tools; Qt asks the latest factory first.
+    // Installed once, before the first button has a text. Qt asks the latest factory first.
     [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(&makeAccess), true);
-    // The first letter is the mnemonic; an ampersand of the label is none.
+    // The first letter is the mnemonic. An ampersand in the label is not.
     QString label = item.label;
     setText(QLatin1Char('&') + label.replace(QLatin1Char('&'), QLatin1String("&&")));
     setToolTip(item.toolTip);
@@ -83,7 +83,7 @@ PaneButton::PaneButton(const ToolbarItem& item, Selectable selectable, std::func
     connect(this, &QAbstractButton::toggled, this, [action](bool isSelected) {
         if (isSelected) action();
     });
-    // A press that changes no selection is no toggle.
+    // A press on the selected button emits no toggled().
     connect(this, &QAbstractButton::pressed, this, [this] { wasSelectedWhenPressed_ = isChecked(); });
     connect(this, &QAbstractButton::clicked, this, [this, action = std::move(action)] {
         if (!isCheckable() || wasSelectedWhenPressed_) action();

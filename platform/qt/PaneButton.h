@@ -1,5 +1,5 @@
-// A button of a preferences window's toolbar: an icon above a label. Buttons that can appear selected are one choice, of which one
-// is on; assistive tools see radio buttons.
+// A button of a preferences window's toolbar: an icon above a label. One of the selectable buttons is selected at a time. Assistive
+// tools see them as radio buttons.
 #pragma once
 
 #include <QToolButton>
@@ -13,10 +13,10 @@ struct ToolbarItem;
 class PaneButton final : public QToolButton {
 public:
     enum class Selectable { no, yes };
-    /// The action runs when the user selects the button, by mouse, keyboard or an assistive tool, and when he presses it again.
+    /// The action runs when the user selects the button by mouse, keyboard or assistive tool, and when the user presses it again.
     PaneButton(const ToolbarItem& item, Selectable selectable, std::function<void()> action);
 
-    /// Selects the button without its action.
+    /// Selects the button and does not run its action.
     void select();
 
 private:

@@ -26,7 +26,7 @@ bool standsAt(const QByteArray& path, const FileIdentity& item) {
     return identity && identity->isSameItemAs(item);
 }
 
-/// Whether something stands at the recorded path: where its links led somewhere, they still do.
+/// Whether there is an item at the recorded path. If the path had links that led to an item, they must still do so.
 bool stands(const BookmarkBlock& block) {
     return block.target ? realPath(block.path).has_value() : FileIdentity::ofItem(block.path).has_value();
 }
@@ -126,7 +126,7 @@ std::optional<QByteArray> QtBookmarkStore::findElsewhere(const QByteArray& bookm
 
 std::optional<QtBookmarkStore::FoundItem> QtBookmarkStore::search(const BookmarkBlock& block) const {
     if (const auto& target = block.target) {
-        // A link that was moved, as long as it still leads somewhere; else what it led to.
+        // First the link itself, if it was moved and still leads to an item; then the item that it led to.
         if (!block.identity.isSameItemAs(target->identity)) {
             const auto link = findMovedItem(block.identity, block.path, budget_, now_);
             if (link && realPath(*link)) return FoundItem{*link, block.identity};

@@ -1,6 +1,6 @@
 // Bookmarks as blocks that name an item by its path and by its identity on the file system. What stands at the recorded path is
-// the item; only when nothing stands there is it looked for elsewhere. Where symbolic links are on the path, what they led to is
-// recorded, too.
+// the item; only when nothing stands there is it looked for elsewhere. If the path has symbolic links in it, the item that they led to is
+// recorded too.
 #pragma once
 
 #include "platform/BookmarkStore.h"

@@ -104,7 +104,7 @@ bool writeAll(int descriptor, const QByteArray& bytes) {
     return true;
 }
 
-/// All bytes of an open file that was so large when it was opened; nothing after an error, or when it grew past the limit.
+/// All bytes of an open file. `size` is its size when it was opened. Nothing after an error, or if it grew past the limit.
 std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
     // One byte more than the size, so that the end of an unchanged file is met without growing.
     QByteArray bytes(size + 1, Qt::Uninitialized);
@@ -139,7 +139,7 @@ std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) cons
     try {
         return wholeFile(file.number(), static_cast<qsizetype>(status.st_size));
     } catch (const std::bad_alloc&) {
-        return std::nullopt; // too large for this machine just now
+        return std::nullopt; // too large for the free memory
     }
 }
 

@@ -35,7 +35,7 @@ struct FakeFileWorld {
     void remove(const QString& path) { fileSystem.remove(path); }
 };
 
-/// Names may be any bytes, so the disk is reached without Qt, which leaves names alone that are not UTF-8.
+/// Does not use Qt to reach the disk: Qt cannot open names that are not UTF-8.
 struct DiskFileWorld {
     QTemporaryDir folder;
     AccessRegistry access;

@@ -1,4 +1,4 @@
-// While one lives, this process may take hardly more memory than it has. Not for AddressSanitizer, which has taken all addresses.
+// While one exists, the process gets hardly any more memory. Not for use with AddressSanitizer, which reserves all addresses.
 #pragma once
 
 #include <sys/resource.h>
