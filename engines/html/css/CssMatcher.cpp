@@ -13,6 +13,10 @@ constexpr int kInlineShift = 62;
 constexpr int kLayerShift = 61;
 constexpr int kSpecificityShift = 30;
 
+/// How much cheap comparison counts as one step of matching.
+constexpr std::size_t kHashesPerStep = 4;
+constexpr std::size_t kBytesPerStep = 16;
+
 /// CSS Cascading 5, section 6.1: importance, then the style attribute, then layers (in reverse order for important
 /// declarations), then specificity, then the order of appearance. Never 0.
 std::uint64_t priorityOf(const CssDeclaration& declaration, bool layered, std::uint32_t specificity,
@@ -311,14 +315,14 @@ bool CssMatcher::matchesAny(std::uint32_t list, const Subject& subject) {
 
 bool CssMatcher::hasClass(NodeId element, std::string_view name) {
     if (element == named_) {
-        spend(classes_ / 4);
+        spend(classes_ / kHashesPerStep);
         const std::uint32_t hash = hashOf(name);
         return std::any_of(names_.begin(), names_.begin() + static_cast<std::ptrdiff_t>(classes_),
                            [&](const Name& own) { return own.hash == hash && equals(own.text, name, nameCase_); });
     }
     const auto classes = tree_.attribute(element, AttributeName::class_);
     if (!classes || classes->size() < name.size()) return false;
-    spend(classes->size() / 16);
+    spend(classes->size() / kBytesPerStep);
     if (nameCase_ == LetterCase::asWritten) return holdsWord(*classes, name);
     return anyWord(*classes, [&](std::string_view word) { return text::equalsIgnoringCase(word, name); });
 }
@@ -371,7 +375,7 @@ bool CssMatcher::matchesAttribute(const SimpleSelector& simple, NodeId element) 
     if (!found) return false;
     const std::string_view value = *found;
     const std::string_view wanted = simple.value;
-    if (simple.match != AttributeMatch::present) spend(value.size() / 16);
+    if (simple.match != AttributeMatch::present) spend(value.size() / kBytesPerStep);
     switch (simple.match) {
     case AttributeMatch::present: return true;
     case AttributeMatch::equals: return equals(value, wanted, simple.letterCase);

@@ -11,6 +11,14 @@ namespace quillow::html {
 namespace {
 
 constexpr double kPixelsPerEm = 16;
+// CSS Values 4, section 6.2: the absolute lengths.
+constexpr double kPixelsPerInch = 96;
+constexpr double kPointsPerInch = 72;
+constexpr double kCentimetresPerInch = 2.54;
+constexpr double kMillimetresPerInch = 25.4;
+
+/// Groups in parentheses that nest deeper do not hold.
+constexpr int kMaxGroupNesting = 8;
 
 /// A length in CSS pixels, or std::nullopt.
 std::optional<double> pixels(std::string_view text) {
@@ -21,10 +29,10 @@ std::optional<double> pixels(std::string_view text) {
     const std::string_view unit(end, static_cast<std::size_t>(text.data() + text.size() - end));
     if (text::equalsIgnoringCase(unit, "em") || text::equalsIgnoringCase(unit, "rem")) return value * kPixelsPerEm;
     if (unit.empty() || text::equalsIgnoringCase(unit, "px")) return value;
-    if (text::equalsIgnoringCase(unit, "cm")) return value * 96 / 2.54;
-    if (text::equalsIgnoringCase(unit, "mm")) return value * 96 / 25.4;
-    if (text::equalsIgnoringCase(unit, "in")) return value * 96;
-    if (text::equalsIgnoringCase(unit, "pt")) return value * 96 / 72;
+    if (text::equalsIgnoringCase(unit, "cm")) return value * kPixelsPerInch / kCentimetresPerInch;
+    if (text::equalsIgnoringCase(unit, "mm")) return value * kPixelsPerInch / kMillimetresPerInch;
+    if (text::equalsIgnoringCase(unit, "in")) return value * kPixelsPerInch;
+    if (text::equalsIgnoringCase(unit, "pt")) return value * kPixelsPerInch / kPointsPerInch;
     return std::nullopt;
 }
 
@@ -92,7 +100,13 @@ bool featureHolds(std::string_view feature) {
                name == "any-hover" || name == "any-pointer";
     }
     const std::string_view value = text::trimBlanks(feature.substr(colon + 1));
-    if (name.ends_with("-device-pixel-ratio")) return rangeFeature(name.substr(name.find("m") == 8 ? 8 : 0), value, 1);
+    if (name.ends_with("-device-pixel-ratio")) {
+        // The vendor prefix comes first: `-webkit-min-device-pixel-ratio`.
+        constexpr std::string_view kPrefix = "-webkit-";
+        std::string_view bare = name;
+        if (bare.find('m') == kPrefix.size()) bare.remove_prefix(kPrefix.size());
+        return rangeFeature(bare, value, 1);
+    }
     if (name == "width" || name == "min-width" || name == "max-width" || name.ends_with("device-width"))
         return rangeFeature(name, value, kViewportWidth);
     if (name == "height" || name == "min-height" || name == "max-height" || name.ends_with("device-height"))
@@ -137,10 +151,12 @@ using FeatureTest = bool (*)(std::string_view feature);
 bool conditionHolds(std::string_view condition, FeatureTest test, int nesting);
 
 bool groupHolds(std::string_view group, FeatureTest test, int nesting) {
+    constexpr std::string_view kNot = "not ";
     std::string_view inside = group.substr(1, group.size() - (group.back() == ')' ? 2 : 1));
     inside = text::trimBlanks(inside);
-    if (inside.starts_with("(") || (inside.size() > 4 && text::equalsIgnoringCase(inside.substr(0, 4), "not ")))
-        return nesting < 8 && conditionHolds(inside, test, nesting + 1);
+    if (inside.starts_with("(") ||
+        (inside.size() > kNot.size() && text::equalsIgnoringCase(inside.substr(0, kNot.size()), kNot)))
+        return nesting < kMaxGroupNesting && conditionHolds(inside, test, nesting + 1);
     return test(inside);
 }
 

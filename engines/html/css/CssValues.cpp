@@ -346,8 +346,13 @@ bool mayBeRelevant(std::string_view declaration) {
     if (start.find('\\') != std::string_view::npos) return true; // an escape may hide a name
     const unsigned letters = packed(text::toLower(start[0]), text::toLower(start[1]), text::toLower(start[2]));
     constexpr std::size_t kShortest = std::string_view("-webkit-box-orient").size();
-    if (letters == starts("-we")) // many properties begin so
-        return declaration.size() > kShortest && (text::toLower(declaration[12]) == 'o' || declaration[12] == '-');
+    if (letters == starts("-we")) {
+        // Many properties begin so. The two of interest, `-webkit-box-orient` and `-webkit-line-clamp`, are equally long
+        // and differ from most others in one character.
+        constexpr std::size_t kTelling = std::string_view("-webkit-box-").size();
+        if (declaration.size() <= kShortest) return false;
+        return text::toLower(declaration[kTelling]) == 'o' || declaration[kTelling] == '-';
+    }
     return letters == starts("all") || letters == starts("con") || letters == starts("dis") ||
            letters == starts("flo") || letters == starts("lis") || letters == starts("pos") ||
            letters == starts("vis") || letters == starts("whi");

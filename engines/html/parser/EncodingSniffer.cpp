@@ -58,6 +58,7 @@ bool Prescanner::startsTag() const {
 }
 
 std::optional<Encoding> Prescanner::run() {
+    constexpr std::string_view kMeta = "<meta";
     while (!atEnd()) {
         const std::size_t open = bytes_.find('<', at_);
         if (open == std::string_view::npos) return std::nullopt;
@@ -65,9 +66,9 @@ std::optional<Encoding> Prescanner::run() {
         if (startsWith("<!--")) {
             at_ += 2; // in "<!-->" the dashes belong to both ends
             skipPast("-->");
-        } else if (startsWith("<meta") && at_ + 5 < bytes_.size() &&
-                   (text::isBlank(bytes_[at_ + 5]) || bytes_[at_ + 5] == '/')) {
-            at_ += 5;
+        } else if (startsWith(kMeta) && at_ + kMeta.size() < bytes_.size() &&
+                   (text::isBlank(bytes_[at_ + kMeta.size()]) || bytes_[at_ + kMeta.size()] == '/')) {
+            at_ += kMeta.size();
             if (const auto encoding = readMeta()) return encoding;
         } else if (startsTag()) {
             while (!atEnd() && !text::isBlank(bytes_[at_]) && bytes_[at_] != '>')
@@ -155,20 +156,26 @@ std::string Prescanner::getValue() {
 }
 
 /// Detects UTF-16 without a byte-order mark: an XML declaration in UTF-16 (section 13.2.3.2), or zero bytes. ASCII
-/// characters have a zero byte in UTF-16, so at the start at least 70 % of the bytes at even or at odd offsets must be
-/// zero, and at most 10 % of the others.
+/// characters have a zero byte in UTF-16, so nearly every second byte at the start must be zero.
 std::optional<Encoding> unmarkedUtf16(std::string_view bytes) {
     if (bytes.starts_with("<\0?\0x\0"sv)) return Encoding::utf16le;
     if (bytes.starts_with("\0<\0?\0x"sv)) return Encoding::utf16be;
-    constexpr std::size_t kLooked = 256;
-    const std::string_view start = bytes.substr(0, kLooked);
-    if (start.size() < 4) return std::nullopt;
+    constexpr std::size_t kMostBytes = 256;
+    constexpr std::size_t kFewestBytes = 4;
+    // Of the bytes at even or at odd offsets at least this share must be zero, and of the others at most that one.
+    constexpr std::size_t kFewestZeroPercent = 70;
+    constexpr std::size_t kMostStrayZeroPercent = 10;
+    const std::string_view start = bytes.substr(0, kMostBytes);
+    if (start.size() < kFewestBytes) return std::nullopt;
     std::size_t zeros[2] = {0, 0};
     for (std::size_t i = 0; i < start.size(); ++i)
         if (start[i] == '\0') ++zeros[i % 2];
     const std::size_t half = start.size() / 2;
-    if (zeros[0] * 10 >= half * 7 && zeros[1] * 10 <= half) return Encoding::utf16be;
-    if (zeros[1] * 10 >= half * 7 && zeros[0] * 10 <= half) return Encoding::utf16le;
+    const auto hasOnly = [&](std::size_t side, std::size_t other) {
+        return zeros[side] * 100 >= half * kFewestZeroPercent && zeros[other] * 100 <= half * kMostStrayZeroPercent;
+    };
+    if (hasOnly(0, 1)) return Encoding::utf16be;
+    if (hasOnly(1, 0)) return Encoding::utf16le;
     return std::nullopt;
 }
 
@@ -216,11 +223,12 @@ std::optional<Encoding> xmlEncoding(std::string_view bytes) {
 }
 
 std::optional<Encoding> encodingFromContentType(std::string_view content) {
+    constexpr std::string_view kName = "charset";
     std::size_t at = 0;
     for (;;) {
-        at = text::findIgnoringCase(content, "charset", at);
+        at = text::findIgnoringCase(content, kName, at);
         if (at == std::string_view::npos) return std::nullopt;
-        at += 7;
+        at += kName.size();
         while (at < content.size() && text::isBlank(content[at]))
             ++at;
         if (at < content.size() && content[at] == '=') break;

@@ -19,14 +19,14 @@ bool isHtml(const OpenElement& element, Tag tag) {
 
 } // namespace
 
-/// The nearest select around the last of the open elements. kNoNode if that element is disabled or if the select
-/// allows several options.
-NodeId SelectedContent::selectToEnable(std::span<const OpenElement> open) {
+/// The nearest select around the current node. kNoNode if the current node is disabled or if the select allows several
+/// options.
+NodeId SelectedContent::selectToEnable() {
     NodeId nearest = kNoNode;
     // 4. For each ancestor.
-    for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
+    for (std::size_t i = openElements_.size(); i-- > 1 && openElements_[i].parent != kNoNode;) {
         ++steps_;
-        const OpenElement& ancestor = open[i - 1];
+        const OpenElement& ancestor = openElements_[i - 1];
         // 4.1 The first select is the nearest one; a second one disables the element.
         if (isHtml(ancestor, Tag::select)) {
             if (nearest != kNoNode) return kNoNode;
@@ -39,12 +39,13 @@ NodeId SelectedContent::selectToEnable(std::span<const OpenElement> open) {
     return nearest != kNoNode && tree_.attribute(nearest, "multiple") ? kNoNode : nearest;
 }
 
-void SelectedContent::contentInserted(NodeId content, std::span<const OpenElement> open) {
-    const NodeId select = selectToEnable(open);
+void SelectedContent::contentInserted() {
+    const NodeId select = selectToEnable();
     if (select == kNoNode || select == select_) return;
     select_ = select;
-    content_ = content;
-    open_ = selected_ = kNoNode;
+    content_ = openElements_.current().id;
+    contentIndex_ = openElements_.size() - 1;
+    openOption_ = selected_ = kNoNode;
     // "The list of options". Options in another option, select or datalist, or in nested groups, do not belong to
     // it: the search for their nearest select ends there.
     const auto isGroup = [this](NodeId id) { return isHtml(tree_.node(id), Tag::optgroup); };
@@ -66,12 +67,12 @@ void SelectedContent::contentInserted(NodeId content, std::span<const OpenElemen
     if (selected_ != kNoNode) cloneSelected();
 }
 
-/// "The option element nearest ancestor select" of the last of the open elements, and the option's group.
-SelectedContent::Surroundings SelectedContent::surroundings(std::span<const OpenElement> open) {
+/// "The option element nearest ancestor select" of the current node, and the option's group.
+SelectedContent::Surroundings SelectedContent::surroundings() {
     Surroundings found;
-    for (std::size_t i = open.size(); i-- > 1 && open[i].parent != kNoNode;) {
+    for (std::size_t i = openElements_.size(); i-- > 1 && openElements_[i].parent != kNoNode;) {
         ++steps_;
-        const OpenElement& ancestor = open[i - 1];
+        const OpenElement& ancestor = openElements_[i - 1];
         // 2.1 None if a datalist or an option is between them.
         if (isHtml(ancestor, Tag::datalist) || isHtml(ancestor, Tag::option)) return {};
         // 2.2 None if there are nested groups.
@@ -104,17 +105,22 @@ void SelectedContent::setSelectedness(NodeId option, NodeId group) {
     if (!groupDisabled && !tree_.has(option, AttributeName::disabled)) selected_ = option;
 }
 
-void SelectedContent::optionInserted(NodeId option, std::span<const OpenElement> open) {
+void SelectedContent::optionInserted() {
     if (select_ == kNoNode) return;
-    const Surroundings around = surroundings(open);
+    const Surroundings around = surroundings();
     if (around.select != select_) return;
-    setSelectedness(option, around.group);
-    open_ = option;
+    openOption_ = openElements_.current().id;
+    optionIndex_ = openElements_.size() - 1;
+    setSelectedness(openOption_, around.group);
 }
 
-void SelectedContent::optionClosed() {
-    if (open_ == selected_) cloneSelected();
-    open_ = kNoNode;
+/// "Maybe clone an option into selectedcontent", if the option that was inserted last is no longer open.
+void SelectedContent::endOption() {
+    if (openOption_ != kNoNode && !openElements_.isStillOpen(openOption_, optionIndex_)) {
+        if (openOption_ == selected_) cloneSelected();
+        openOption_ = kNoNode;
+    }
+    if (!openElements_.isStillOpen(select_, selectIndex_)) select_ = openOption_ = selected_ = kNoNode;
 }
 
 /// "Clone an option into a selectedcontent".
@@ -140,7 +146,15 @@ void SelectedContent::cloneSelected() {
         }
         walk.advance();
     }
-    copied_ = copies.front().lastChild;
+    noteCopy(copies.front().lastChild);
+}
+
+/// After a copy, the former children of the selectedcontent element are no longer in the tree. If the element is
+/// still open, the entries of the stack are updated: its last child, and the parent of open former children.
+void SelectedContent::noteCopy(NodeId lastChild) {
+    if (contentIndex_ == OpenElements::kNotOpen || !openElements_.isStillOpen(content_, contentIndex_)) return;
+    openElements_[contentIndex_].lastChild = lastChild;
+    openElements_.changeParent(contentIndex_ + 1, content_, kNoNode);
 }
 
 } // namespace quillow::html

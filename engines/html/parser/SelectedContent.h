@@ -2,12 +2,10 @@
 // selectedcontent element.
 #pragma once
 
-#include "engines/html/parser/OpenElement.h"
+#include "engines/html/parser/OpenElements.h"
 #include "engines/html/tree/Tree.h"
 
-#include <optional>
-#include <span>
-#include <utility>
+#include <cstdint>
 
 namespace quillow::html {
 
@@ -16,29 +14,21 @@ namespace quillow::html {
 /// never more copies than nodes of the document.
 class SelectedContent {
 public:
-    explicit SelectedContent(Tree& tree)
-        : tree_(tree) {}
+    /// Both arguments must outlive this object. After each copy it updates the entries of the open elements.
+    SelectedContent(Tree& tree, OpenElements& openElements)
+        : tree_(tree)
+        , openElements_(openElements) {}
 
-    /// "The selectedcontent HTML element post-connection steps". `content` is the last of the open elements. If a
-    /// select has several of these elements, the first one counts.
-    void contentInserted(NodeId content, std::span<const OpenElement> open);
-    /// "The option HTML element insertion steps". `option` is the last of the open elements.
-    void optionInserted(NodeId option, std::span<const OpenElement> open);
-    /// "Maybe clone an option into selectedcontent": the option that was inserted last is no longer open.
-    void optionClosed();
-    /// The select is no longer open.
-    void selectClosed() { select_ = open_ = selected_ = kNoNode; }
-
-    /// The select that is followed, or kNoNode.
-    [[nodiscard]] NodeId select() const { return select_; }
-    /// The option of this select that was inserted last, while it is open; else kNoNode.
-    [[nodiscard]] NodeId openOption() const { return open_; }
-
-    /// The selectedcontent element of this select.
-    [[nodiscard]] NodeId content() const { return content_; }
-    /// The last child (kNoNode if there is none) of the selectedcontent element after a copy was made; std::nullopt
-    /// if none was made since the last call. The element's former children are no longer in the tree.
-    [[nodiscard]] std::optional<NodeId> takeCopied() { return std::exchange(copied_, std::nullopt); }
+    /// "The selectedcontent HTML element post-connection steps" for the current node. If a select has several of
+    /// these elements, the first one counts.
+    void contentInserted();
+    /// "The option HTML element insertion steps" for the current node.
+    void optionInserted();
+    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option
+    /// into selectedcontent". Called between tokens, and between the end of one option and the start of the next.
+    void noteClosedElements() {
+        if (select_ != kNoNode) endOption();
+    }
 
     /// The number of nodes examined or copied so far.
     [[nodiscard]] std::uint64_t steps() const { return steps_; }
@@ -49,17 +39,23 @@ private:
         NodeId select = kNoNode; ///< "the option element nearest ancestor select"
         NodeId group = kNoNode;
     };
-    [[nodiscard]] NodeId selectToEnable(std::span<const OpenElement> open);
-    [[nodiscard]] Surroundings surroundings(std::span<const OpenElement> open);
+    [[nodiscard]] NodeId selectToEnable();
+    [[nodiscard]] Surroundings surroundings();
     void setSelectedness(NodeId option, NodeId group);
+    void endOption();
     void cloneSelected();
+    void noteCopy(NodeId lastChild);
 
     Tree& tree_;
-    NodeId select_ = kNoNode;
-    NodeId content_ = kNoNode;
-    NodeId open_ = kNoNode;
-    NodeId selected_ = kNoNode; ///< the option whose selectedness is true, or kNoNode
-    std::optional<NodeId> copied_;
+    OpenElements& openElements_;
+    NodeId select_ = kNoNode;     ///< the select that is followed, or kNoNode
+    NodeId content_ = kNoNode;    ///< its selectedcontent element
+    NodeId openOption_ = kNoNode; ///< its option that was inserted last, while that is open
+    NodeId selected_ = kNoNode;   ///< the option whose selectedness is true, or kNoNode
+    // The indexes of these elements in the stack when they were last searched for.
+    std::size_t selectIndex_ = 0;
+    std::size_t optionIndex_ = 0;
+    std::size_t contentIndex_ = OpenElements::kNotOpen; ///< kNotOpen once it has been closed
     std::uint64_t steps_ = 0;
 };
 

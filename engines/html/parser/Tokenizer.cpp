@@ -125,26 +125,28 @@ std::size_t Tokenizer::endTagPosition(std::size_t from) const {
 /// not end the outer one.
 std::size_t Tokenizer::scriptEndPosition(std::size_t from) const {
     enum class Escape { none, escaped, doubleEscaped };
+    constexpr std::string_view kCommentEnd = "-->";
+    constexpr std::string_view kScript = "script";
     Escape escape = Escape::none;
     std::size_t position = from;
     while (position < size_) {
         const char c = data_[position];
-        if (c == '-' && escape != Escape::none && startsWith(position, "-->")) {
+        if (c == '-' && escape != Escape::none && startsWith(position, kCommentEnd)) {
             escape = Escape::none;
-            position += 3;
+            position += kCommentEnd.size();
         } else if (c != '<') {
             position = escape == Escape::none ? find('<', position + 1) : position + 1;
-        } else if (escape == Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, "script")) {
+        } else if (escape == Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, kScript)) {
             escape = Escape::escaped;
-            position += 8;
+            position += 2 + kScript.size();
         } else if (escape != Escape::doubleEscaped && at(position + 1) == '/' && isTagAt(position + 2, lastStartTag_)) {
             return position;
         } else if (escape == Escape::none && startsWith(position, "<!--")) {
             escape = Escape::escaped;
             position += 2; // its dashes may also belong to "-->"
-        } else if (escape == Escape::escaped && isTagAt(position + 1, "script")) {
+        } else if (escape == Escape::escaped && isTagAt(position + 1, kScript)) {
             escape = Escape::doubleEscaped;
-            position += 7;
+            position += 1 + kScript.size();
         } else {
             ++position;
         }
@@ -155,6 +157,9 @@ std::size_t Tokenizer::scriptEndPosition(std::size_t from) const {
 /// 13.2.5.6 Tag open state and 13.2.5.7 End tag open state, at a "<" that opens markup. Returns false if
 /// no token results.
 bool Tokenizer::markup(Token& token) {
+    constexpr std::string_view kComment = "--";
+    constexpr std::string_view kDoctype = "doctype";
+    constexpr std::string_view kCdata = "[CDATA[";
     const char following = at(position_ + 1);
     if (text::isLetter(following)) return tag(token, TokenType::startTag, position_ + 1);
     if (following == '/') {
@@ -173,18 +178,18 @@ bool Tokenizer::markup(Token& token) {
         return true;
     }
     position_ += 2;
-    if (startsWith(position_, "--")) {
-        position_ += 2;
+    if (startsWith(position_, kComment)) {
+        position_ += kComment.size();
         comment(token);
         return true;
     }
-    if (startsWith(position_, "doctype")) {
-        position_ += 7;
+    if (startsWith(position_, kDoctype)) {
+        position_ += kDoctype.size();
         doctype(token);
         return true;
     }
-    if (cdataAllowed_ && source_.substr(position_).starts_with("[CDATA[")) {
-        position_ += 7;
+    if (cdataAllowed_ && source_.substr(position_).starts_with(kCdata)) {
+        position_ += kCdata.size();
         return cdataSection(token);
     }
     bogusComment(token);
@@ -222,13 +227,14 @@ void Tokenizer::comment(Token& token) {
 
 /// 13.2.5.69 CDATA section state.
 bool Tokenizer::cdataSection(Token& token) {
+    constexpr std::string_view kEnd = "]]>";
     const std::size_t start = position_;
-    const std::size_t end = find("]]>", start);
+    const std::size_t end = find(kEnd, start);
     if (end > start) {
         emitText(token, start, end, {});
         token.holdsNul = true; // not checked
     }
-    position_ = std::min(end + 3, size_);
+    position_ = std::min(end + kEnd.size(), size_);
     return end > start;
 }
 
@@ -380,9 +386,11 @@ bool Tokenizer::doctypeIds(Token& token) {
         return at(position_) == '>';
     };
     if (isEnd()) return true;
-    const bool isPublic = startsWith(position_, "public");
-    if (!isPublic && !startsWith(position_, "system")) return false;
-    position_ += 6;
+    constexpr std::string_view kPublic = "public";
+    constexpr std::string_view kSystem = "system";
+    const bool isPublic = startsWith(position_, kPublic);
+    if (!isPublic && !startsWith(position_, kSystem)) return false;
+    position_ += (isPublic ? kPublic : kSystem).size();
     if (isPublic) {
         if (!quotedId(token.hasPublicId, token.publicId)) return false;
         if (isEnd()) return true;

@@ -2,21 +2,10 @@
 
 #include "text/Ascii.h"
 
-#include <algorithm>
-
 namespace quillow::html {
 
 namespace {
 
-constexpr TagSet kImpliedEnd{Tag::dd, Tag::dt, Tag::li, Tag::optgroup, Tag::option,
-                             Tag::p,  Tag::rb, Tag::rp, Tag::rt,       Tag::rtc};
-constexpr TagSet kImpliedEndThoroughly =
-    kImpliedEnd.with({Tag::caption, Tag::colgroup, Tag::tbody, Tag::td, Tag::tfoot, Tag::th, Tag::thead, Tag::tr});
-constexpr TagSet kScopeEnds{Tag::applet, Tag::caption, Tag::html,   Tag::table,  Tag::td,
-                            Tag::th,     Tag::marquee, Tag::object, Tag::select, Tag::template_};
-constexpr TagSet kTableScopeEnds{Tag::html, Tag::table, Tag::template_};
-constexpr TagSet kMathScopeEnds{Tag::mi, Tag::mo, Tag::mn, Tag::ms, Tag::mtext, Tag::annotationXml};
-constexpr TagSet kSvgScopeEnds{Tag::foreignObject, Tag::desc, Tag::title};
 /// Elements whose end changes the insertion mode.
 constexpr TagSet kModeElements{Tag::table, Tag::tbody,   Tag::tfoot,    Tag::thead,     Tag::tr,       Tag::td,
                                Tag::th,    Tag::caption, Tag::colgroup, Tag::template_, Tag::frameset, Tag::head};
@@ -79,18 +68,18 @@ void TreeBuilder::readTokens() {
     }
     // "Stop parsing": all elements are popped off the stack.
     open_.clear();
-    noteClosedOption();
+    selectedContent_.noteClosedElements();
 }
 
 /// Keeps the stack below kMaxTreeDepth: closes elements, so that the next one becomes a sibling.
 void TreeBuilder::boundDepth() {
     while (open_.size() >= kMaxTreeDepth) {
-        const OpenElement last = current();
+        const OpenElement last = open_.current();
         if (last.tag == Tag::template_ && last.space == Namespace::html && !templateModes_.empty())
             templateModes_.pop_back();
-        if (last.space == Namespace::html && kMarkerElements.contains(last.tag)) clearFormattingToMarker();
-        removeFormatting(last.id);
-        pop();
+        if (last.space == Namespace::html && kMarkerElements.contains(last.tag)) formatting_.clearToMarker();
+        formatting_.remove(last.id);
+        open_.pop();
         if (last.space == Namespace::html && kModeElements.contains(last.tag)) resetInsertionMode();
     }
 }
@@ -139,108 +128,17 @@ TreeBuilder::Next TreeBuilder::dispatchByMode(Token& token) {
     return Next::token;
 }
 
-bool TreeBuilder::isOpen(Tag tag) const {
-    return counted(std::find_if(open_.rbegin(), open_.rend(), [tag](const OpenElement& element) {
-               return element.space == Namespace::html && element.tag == tag;
-           })) != open_.rend();
-}
-
-bool TreeBuilder::isInStack(NodeId id) const {
-    return counted(std::find_if(open_.rbegin(), open_.rend(),
-                                [id](const OpenElement& element) { return element.id == id; })) != open_.rend();
-}
-
-/// Whether an element is open. `place` is its index in the stack at the last search, and is updated.
-bool TreeBuilder::isStillOpen(NodeId id, std::size_t& place) const {
-    if (place < open_.size() && open_[place].id == id) return true;
-    const auto found = counted(
-        std::find_if(open_.rbegin(), open_.rend(), [id](const OpenElement& element) { return element.id == id; }));
-    place = static_cast<std::size_t>(open_.rend() - found) - 1;
-    return found != open_.rend();
-}
-
-/// 13.2.4.2: whether a scope ends at this element.
-bool TreeBuilder::endsScope(const OpenElement& element, Scope scope) {
-    if (scope == Scope::table) return element.space == Namespace::html && kTableScopeEnds.contains(element.tag);
-    if (element.space == Namespace::mathMl) return kMathScopeEnds.contains(element.tag);
-    if (element.space == Namespace::svg) return kSvgScopeEnds.contains(element.tag);
-    if (kScopeEnds.contains(element.tag)) return true;
-    if (scope == Scope::listItem) return element.tag == Tag::ol || element.tag == Tag::ul;
-    return scope == Scope::button && element.tag == Tag::button;
-}
-
-bool TreeBuilder::hasInScope(const TagSet& tags, Scope scope) const {
-    const auto isOne = [&](const OpenElement& element) {
-        return element.space == Namespace::html && tags.contains(element.tag);
-    };
-    const auto found = counted(std::find_if(open_.rbegin(), open_.rend(), [&](const OpenElement& element) {
-        return isOne(element) || endsScope(element, scope);
-    }));
-    return found != open_.rend() && isOne(*found);
-}
-
-void TreeBuilder::push(const OpenElement& element) {
-    if (element.tag == Tag::p) ++openParagraphs_;
-    open_.push_back(element);
-}
-
 void TreeBuilder::openHtml(NodeId html) {
     html_ = html;
-    push({html, Tag::html, Namespace::html, Tree::kDocument});
-}
-
-void TreeBuilder::pop() {
-    if (open_.back().tag == Tag::p) --openParagraphs_;
-    open_.pop_back();
-}
-
-void TreeBuilder::popUntil(const TagSet& tags) {
-    while (open_.size() > 1) {
-        const OpenElement element = current();
-        pop();
-        if (element.space == Namespace::html && tags.contains(element.tag)) return;
-    }
-}
-
-void TreeBuilder::removeFromStack(NodeId id) {
-    for (std::size_t i = open_.size(); i-- > 0;) {
-        ++steps_;
-        if (open_[i].id != id) continue;
-        if (open_[i].tag == Tag::p) --openParagraphs_;
-        open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(i));
-        return;
-    }
-}
-
-/// "Clear the stack back to a table (body, row) context".
-void TreeBuilder::clearStackBackTo(const TagSet& tags) {
-    const TagSet context = tags.with({Tag::template_, Tag::html});
-    while (!currentIsIn(context))
-        pop();
-}
-
-/// 13.2.6.3 Closing elements that have implied end tags.
-void TreeBuilder::generateImpliedEndTags(Tag except) {
-    while (currentIsIn(kImpliedEnd) && current().tag != except)
-        pop();
-}
-
-void TreeBuilder::generateAllImpliedEndTags() {
-    while (currentIsIn(kImpliedEndThoroughly))
-        pop();
-}
-
-void TreeBuilder::closeParagraph() {
-    generateImpliedEndTags(Tag::p);
-    popUntil({Tag::p});
+    open_.push({html, Tag::html, Namespace::html, Tree::kDocument});
 }
 
 /// 13.2.4.1 "Reset the insertion mode appropriately".
 void TreeBuilder::resetInsertionMode() {
-    for (auto element = open_.rbegin(); element != open_.rend(); ++element) {
+    for (std::size_t i = open_.size(); i-- > 0;) {
         ++steps_;
-        const bool last = element + 1 == open_.rend();
-        const OpenElement& node = last && isFragment() ? context_ : *element;
+        const bool last = i == 0;
+        const OpenElement& node = last && isFragment() ? context_ : open_[i];
         if (node.space != Namespace::html) continue;
         switch (node.tag) {
         case Tag::td:
@@ -274,7 +172,7 @@ TreeBuilder::Place TreeBuilder::appropriatePlace(OpenElement& target) {
         if (open_[i].parent != kNoNode) return {nullptr, &open_[i]};
         return {&open_[i - 1]};
     }
-    return {&open_.front()};
+    return {&open_[0]};
 }
 
 OpenElement TreeBuilder::insertAt(const Place& place, OpenElement node) {
@@ -291,7 +189,7 @@ OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
         const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
         return insertAt(appropriatePlace(), {element, token.tag, space});
     }
-    OpenElement& parent = current();
+    OpenElement& parent = open_.current();
     const NodeId previous = parent.lastChild;
     parent.lastChild = tree_.appendElement(parent.id, previous, token.tag, token.name, space, token.attributes);
     return {parent.lastChild, token.tag, space, parent.id, previous};
@@ -299,16 +197,15 @@ OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
 
 NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
     if (space != Namespace::html) sawUncommon_ = true;
-    if (token.tag == Tag::p) ++openParagraphs_;
     if (fosterParenting_) {
-        open_.push_back(addElement(token, space));
-        return current().id;
+        open_.push(addElement(token, space));
+        return open_.current().id;
     }
-    const NodeId parent = current().id;
-    const NodeId previous = current().lastChild;
+    const NodeId parent = open_.current().id;
+    const NodeId previous = open_.current().lastChild;
     const NodeId id = tree_.appendElement(parent, previous, token.tag, token.name, space, token.attributes);
-    current().lastChild = id;
-    open_.push_back({id, token.tag, space, parent, previous});
+    open_.current().lastChild = id;
+    open_.push({id, token.tag, space, parent, previous});
     return id;
 }
 
@@ -326,7 +223,7 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
     if (fosterParenting_) return insertFosteredText(text);
-    OpenElement& parent = current();
+    OpenElement& parent = open_.current();
     parent.lastChild = tree_.appendText(parent.id, parent.lastChild, text);
 }
 

@@ -2,18 +2,14 @@
 // names. Comments make no nodes; parse errors are not counted.
 #pragma once
 
-#include "engines/html/parser/OpenElement.h"
+#include "engines/html/parser/ActiveFormattingElements.h"
+#include "engines/html/parser/OpenElements.h"
 #include "engines/html/parser/SelectedContent.h"
 #include "engines/html/parser/Tokenizer.h"
 #include "engines/html/tree/TagSet.h"
 
 namespace quillow::html {
 
-/// Limit for the active formatting elements after the last marker. Beyond it the earliest one is forgotten;
-/// its content stays.
-inline constexpr std::size_t kMaxActiveFormatting = 64;
-/// Formatting elements with more attributes than this count as equal only if their attributes have the same order.
-inline constexpr std::size_t kMaxUnorderedAttributes = 8;
 /// Limit for formatting elements that are opened again without a tag: the allowance plus a number for each start
 /// tag. Beyond it they are forgotten.
 inline constexpr std::size_t kReconstructionAllowance = 100'000;
@@ -26,7 +22,8 @@ public:
     explicit TreeBuilder(Tree& tree)
         : tree_(tree)
         , tokenizer_(tree)
-        , selectedContent_(tree) {}
+        , formatting_(tree)
+        , selectedContent_(tree, open_) {}
 
     /// Parses a document.
     void run() { readTokens(); }
@@ -36,7 +33,9 @@ public:
 
     /// The number of elements and attributes examined so far in the stack of open elements, in the list of active
     /// formatting elements and in tags. It must stay in proportion to the document's size.
-    [[nodiscard]] std::uint64_t steps() const { return steps_ + selectedContent_.steps(); }
+    [[nodiscard]] std::uint64_t steps() const {
+        return steps_ + open_.steps() + formatting_.steps() + selectedContent_.steps();
+    }
 
 private:
     enum class Mode : std::uint8_t {
@@ -66,11 +65,6 @@ private:
     /// that is now current.
     enum class Next : std::uint8_t { token, reprocess };
 
-    struct FormattingEntry {
-        NodeId id = kNoNode; ///< kNoNode for a marker
-        Tag tag = Tag::unknown;
-        [[nodiscard]] bool isMarker() const { return id == kNoNode; }
-    };
     /// Where a node is inserted: as the last child of an open element, or before an open table. Valid until
     /// the stack changes.
     struct Place {
@@ -82,70 +76,40 @@ private:
         /// Records that the inserted node is now the sibling before the place.
         void fill(NodeId inserted) const { (table != nullptr ? table->previous : parent->lastChild) = inserted; }
     };
-    enum class Scope { standard, listItem, button, table };
 
-    // TreeBuilder.cpp: dispatch, the stack of open elements, insertion.
+    // TreeBuilder.cpp: dispatch and insertion.
     void readTokens();
     void beforeUncommonToken() {
         const bool isForeign = !open_.empty() && adjustedCurrent().space != Namespace::html;
         tokenizer_.allowCdata(isForeign);
-        noteClosedOption();
+        selectedContent_.noteClosedElements();
     }
     [[nodiscard]] bool usesForeignRules(const Token& token) const;
     Next dispatch(Token& token) {
-        const bool isHtml = !sawUncommon_ || (!isFragment() && !open_.empty() && current().space == Namespace::html);
+        const bool isHtml =
+            !sawUncommon_ || (!isFragment() && !open_.empty() && open_.current().space == Namespace::html);
         if (isHtml && mode_ == Mode::inBody) return inBody(token); // the most frequent case
         return usesForeignRules(token) ? inForeignContent(token) : dispatchByMode(token);
     }
     Next dispatchByMode(Token& token);
     void boundDepth();
-    [[nodiscard]] const OpenElement& current() const { return open_.back(); }
-    [[nodiscard]] OpenElement& current() { return open_.back(); }
     [[nodiscard]] bool isFragment() const { return context_.id != kNoNode; }
     [[nodiscard]] bool isSelectFragment() const {
         return isFragment() && context_.space == Namespace::html && context_.tag == Tag::select;
     }
     /// "The adjusted current node": the context element instead of a fragment's root.
     [[nodiscard]] const OpenElement& adjustedCurrent() const {
-        return isFragment() && open_.size() == 1 ? context_ : current();
-    }
-    [[nodiscard]] bool currentIs(Tag tag) const {
-        return !open_.empty() && current().space == Namespace::html && current().tag == tag;
-    }
-    [[nodiscard]] bool currentIsIn(const TagSet& tags) const {
-        return !open_.empty() && current().space == Namespace::html && tags.contains(current().tag);
-    }
-    /// Counts the steps of a search that went from the top of the stack down to `found`. Returns `found`.
-    using StackPosition = std::vector<OpenElement>::const_reverse_iterator;
-    StackPosition counted(const StackPosition& found) const {
-        steps_ += static_cast<std::uint64_t>(found - open_.rbegin()) + 1;
-        return found;
-    }
-    [[nodiscard]] bool isOpen(Tag tag) const;
-    [[nodiscard]] bool isInStack(NodeId id) const;
-    [[nodiscard]] bool isStillOpen(NodeId id, std::size_t& place) const;
-    [[nodiscard]] bool hasInScope(const TagSet& tags, Scope scope = Scope::standard) const;
-    [[nodiscard]] static bool endsScope(const OpenElement& element, Scope scope);
-    void pop();
-    void popUntil(const TagSet& tags);
-    void removeFromStack(NodeId id);
-    void clearStackBackTo(const TagSet& tags);
-    void generateImpliedEndTags(Tag except = Tag::unknown);
-    void generateAllImpliedEndTags();
-    void closeParagraph();
-    void closeParagraphInButtonScope() {
-        if (openParagraphs_ > 0 && hasInScope({Tag::p}, Scope::button)) closeParagraph();
+        return isFragment() && open_.size() == 1 ? context_ : open_.current();
     }
     void resetInsertionMode();
     [[nodiscard]] Place appropriatePlace(OpenElement& target);
-    [[nodiscard]] Place appropriatePlace() { return appropriatePlace(current()); }
+    [[nodiscard]] Place appropriatePlace() { return appropriatePlace(open_.current()); }
     OpenElement addElement(const Token& token, Namespace space);
     NodeId insertElement(const Token& token, Namespace space = Namespace::html);
     NodeId insertImplied(Tag tag);
     void insertVoid(const Token& token);
     /// Inserts a node that is not in the tree. Returns its entry for the stack, with its neighbours.
     OpenElement insertAt(const Place& place, OpenElement node);
-    void push(const OpenElement& element);
     void removeHead(std::size_t place);
     void openHtml(NodeId html);
     void insertCharacters(std::string_view text);
@@ -154,19 +118,12 @@ private:
     void parseRawText(const Token& token, Tokenizer::State state);
     void mergeAttributes(NodeId element, const Token& token);
 
-    // TreeBuilderFormatting.cpp: the list of active formatting elements, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
-    void pushFormatting(NodeId element);
+    // TreeBuilderFormatting.cpp: reconstruction, 13.2.4.3, and the adoption agency, 13.2.6.4.7.
     /// "Reconstruct the active formatting elements". Usually there are none, or the last one is the current node.
     void reconstructFormatting() {
-        if (!formatting_.empty() && formatting_.back().id != current().id) openFormattingAgain();
+        if (!formatting_.empty() && formatting_.last().id != open_.current().id) openFormattingAgain();
     }
     void openFormattingAgain();
-    void clearFormattingToMarker();
-    void insertMarker() { formatting_.push_back({}); }
-    [[nodiscard]] std::size_t formattingIndex(NodeId id) const;
-    [[nodiscard]] std::size_t lastFormatting(Tag tag) const;
-    void removeFormatting(NodeId id);
-    [[nodiscard]] bool sameElement(NodeId a, NodeId b) const;
     void adoptionAgency(const Token& token);
     bool adoptOnce(Tag tag);
     void adopt(std::size_t formattingAt, std::size_t stackAt, std::size_t furthestAt);
@@ -213,13 +170,6 @@ private:
     void startInput(const Token& token);
     void startSelectPart(const Token& token);
     void startSelectedContent(const Token& token);
-    /// 4.10.10: "When an option element is popped off the stack of open elements, [...] run maybe clone an option
-    /// into selectedcontent". Called between tokens, and between the end of one option and the start of the next.
-    void noteClosedOption() {
-        if (selectedContent_.select() != kNoNode) endOption();
-    }
-    void endOption();
-    void noteCopiedOption();
     void startForm(const Token& token);
     void endForm();
     void endBlock(const TagSet& tags, Tag except, Scope scope);
@@ -236,15 +186,11 @@ private:
     Mode mode_ = Mode::initial;
     Mode originalMode_ = Mode::initial;
     std::vector<Mode> templateModes_;
-    std::vector<OpenElement> open_;
+    OpenElements open_;
     OpenElement context_; ///< the context element of a fragment
-    std::vector<FormattingEntry> formatting_;
+    ActiveFormattingElements formatting_;
     std::vector<std::string_view> tableText_;
     SelectedContent selectedContent_;
-    std::size_t selectPlace_ = 0;         ///< stack index of the select that is followed
-    std::size_t optionPlace_ = 0;         ///< stack index of its open option
-    std::size_t contentPlace_ = kNoPlace; ///< stack index of its selectedcontent element while that is open
-    static constexpr std::size_t kNoPlace = static_cast<std::size_t>(-1);
     NodeId html_ = kNoNode;
     OpenElement head_; ///< the entry of the head element when it was closed
     NodeId form_ = kNoNode;
@@ -255,18 +201,11 @@ private:
     /// needs more checks from then on.
     bool sawUncommon_ = false;
     bool finished_ = false;
-    std::size_t openParagraphs_ = 0;
     std::size_t startTags_ = 0;
     std::size_t reconstructions_ = 0;
-    mutable std::uint64_t steps_ = 0;
+    std::uint64_t steps_ = 0;
     int attributeMerges_ = 0;
 };
-
-/// 13.2.4.2: the "special" category of elements.
-[[nodiscard]] bool isSpecial(Tag tag, Namespace space);
-
-/// 13.2.6.4.1: whether a doctype asks for quirks mode.
-[[nodiscard]] bool isQuirksDoctype(const Token& doctype);
 
 /// The leading white space of `text`.
 [[nodiscard]] std::string_view leadingWhiteSpace(std::string_view text);

@@ -54,28 +54,27 @@ TreeBuilder::Next TreeBuilder::inForeignContent(Token& token) {
 TreeBuilder::Next TreeBuilder::foreignStartTag(Token& token) {
     if (kBreakouts.contains(token.tag) || (token.tag == Tag::font && hasFontAttribute(token))) {
         // Back to HTML, by the rules of the current insertion mode.
-        while (current().space != Namespace::html && !isMathTextIntegrationPoint(current()) &&
-               !isHtmlIntegrationPoint(current()))
-            pop();
+        while (open_.current().space != Namespace::html && !isMathTextIntegrationPoint(open_.current()) &&
+               !isHtmlIntegrationPoint(open_.current()))
+            open_.pop();
         return dispatchByMode(token);
     }
     insertElement(token, adjustedCurrent().space);
-    if (token.selfClosing) pop();
+    if (token.selfClosing) open_.pop();
     return Next::token;
 }
 
 TreeBuilder::Next TreeBuilder::foreignEndTag(Token& token) {
     if (token.tag == Tag::br || token.tag == Tag::p) {
-        while (current().space != Namespace::html && !isMathTextIntegrationPoint(current()) &&
-               !isHtmlIntegrationPoint(current()))
-            pop();
+        while (open_.current().space != Namespace::html && !isMathTextIntegrationPoint(open_.current()) &&
+               !isHtmlIntegrationPoint(open_.current()))
+            open_.pop();
         return dispatchByMode(token);
     }
     for (std::size_t i = open_.size(); i-- > 1;) {
         if (open_[i].space == Namespace::html) return dispatchByMode(token);
         if (tree_.text(tree_.resolved(open_[i].id)) == token.name) {
-            while (open_.size() > i)
-                pop();
+            open_.popTo(i);
             return Next::token;
         }
     }

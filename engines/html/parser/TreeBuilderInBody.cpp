@@ -64,26 +64,26 @@ void TreeBuilder::inBodyCharacters(const Token& token) {
 
 TreeBuilder::Next TreeBuilder::inBodyStartTag(Token& token) {
     if (kBlocks.contains(token.tag)) {
-        closeParagraphInButtonScope();
+        open_.closeParagraphInButtonScope();
         insertElement(token);
         return Next::token;
     }
     if (kFormatting.contains(token.tag)) {
         reconstructFormatting();
-        pushFormatting(insertElement(token));
+        formatting_.push(insertElement(token));
         return Next::token;
     }
     if (kAsInHead.contains(token.tag)) return inHead(token);
     if (kHeadings.contains(token.tag)) {
-        closeParagraphInButtonScope();
-        if (currentIsIn(kHeadings)) pop();
+        open_.closeParagraphInButtonScope();
+        if (open_.currentIsIn(kHeadings)) open_.pop();
         insertElement(token);
         return Next::token;
     }
     if (kMarked.contains(token.tag)) {
         reconstructFormatting();
         insertElement(token);
-        insertMarker();
+        formatting_.insertMarker();
         framesetOk_ = false;
         return Next::token;
     }
@@ -94,17 +94,17 @@ TreeBuilder::Next TreeBuilder::inBodyStartTag(Token& token) {
 TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
     switch (token.tag) {
     case Tag::html:
-        if (!isOpen(Tag::template_)) mergeAttributes(html_, token);
+        if (!open_.isOpen(Tag::template_)) mergeAttributes(html_, token);
         break;
     case Tag::body:
-        if (open_.size() < 2 || open_[1].tag != Tag::body || isOpen(Tag::template_)) break;
+        if (open_.size() < 2 || open_[1].tag != Tag::body || open_.isOpen(Tag::template_)) break;
         framesetOk_ = false;
         mergeAttributes(open_[1].id, token);
         break;
     case Tag::frameset: startFrameset(token); break;
     case Tag::pre:
     case Tag::listing:
-        closeParagraphInButtonScope();
+        open_.closeParagraphInButtonScope();
         insertElement(token);
         skipLineFeed_ = true;
         framesetOk_ = false;
@@ -114,39 +114,39 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
     case Tag::dd:
     case Tag::dt: startListItem(token, {Tag::dd, Tag::dt}); break;
     case Tag::plaintext:
-        closeParagraphInButtonScope();
+        open_.closeParagraphInButtonScope();
         insertElement(token);
         tokenizer_.switchTo(Tokenizer::State::plaintext);
         break;
     case Tag::button:
-        if (hasInScope({Tag::button})) {
-            generateImpliedEndTags();
-            popUntil({Tag::button});
+        if (open_.hasInScope({Tag::button})) {
+            open_.generateImpliedEndTags();
+            open_.popUntil({Tag::button});
         }
         reconstructFormatting();
         insertElement(token);
         framesetOk_ = false;
         break;
     case Tag::a:
-        if (const std::size_t open = lastFormatting(Tag::a); open < formatting_.size()) {
-            const NodeId element = formatting_[open].id;
+        if (const std::size_t listed = formatting_.findLast(Tag::a); listed != ActiveFormattingElements::kNotListed) {
+            const NodeId element = formatting_[listed].id;
             adoptionAgency(token);
-            removeFormatting(element);
-            removeFromStack(element);
+            formatting_.remove(element);
+            open_.remove(element);
         }
         reconstructFormatting();
-        pushFormatting(insertElement(token));
+        formatting_.push(insertElement(token));
         break;
     case Tag::nobr:
         reconstructFormatting();
-        if (hasInScope({Tag::nobr})) {
+        if (open_.hasInScope({Tag::nobr})) {
             adoptionAgency(token);
             reconstructFormatting();
         }
-        pushFormatting(insertElement(token));
+        formatting_.push(insertElement(token));
         break;
     case Tag::table:
-        if (!tree_.isQuirky()) closeParagraphInButtonScope();
+        if (!tree_.isQuirky()) open_.closeParagraphInButtonScope();
         insertElement(token);
         framesetOk_ = false;
         mode_ = Mode::inTable;
@@ -166,8 +166,8 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
     case Tag::source:
     case Tag::track: insertVoid(token); break;
     case Tag::hr:
-        closeParagraphInButtonScope();
-        if (hasInScope({Tag::select})) generateImpliedEndTags();
+        open_.closeParagraphInButtonScope();
+        if (open_.hasInScope({Tag::select})) open_.generateImpliedEndTags();
         insertVoid(token);
         framesetOk_ = false;
         break;
@@ -181,7 +181,7 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
         framesetOk_ = false;
         break;
     case Tag::xmp:
-        closeParagraphInButtonScope();
+        open_.closeParagraphInButtonScope();
         reconstructFormatting();
         framesetOk_ = false;
         parseRawText(token, Tokenizer::State::rawtext);
@@ -197,19 +197,19 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
     case Tag::selectedcontent: startSelectedContent(token); break;
     case Tag::rb:
     case Tag::rtc:
-        if (hasInScope({Tag::ruby})) generateImpliedEndTags();
+        if (open_.hasInScope({Tag::ruby})) open_.generateImpliedEndTags();
         insertElement(token);
         break;
     case Tag::rp:
     case Tag::rt:
-        if (hasInScope({Tag::ruby})) generateImpliedEndTags(Tag::rtc);
+        if (open_.hasInScope({Tag::ruby})) open_.generateImpliedEndTags(Tag::rtc);
         insertElement(token);
         break;
     case Tag::math:
     case Tag::svg:
         reconstructFormatting();
         insertElement(token, token.tag == Tag::svg ? Namespace::svg : Namespace::mathMl);
-        if (token.selfClosing) pop();
+        if (token.selfClosing) open_.pop();
         break;
     default:
         reconstructFormatting();
@@ -222,16 +222,15 @@ TreeBuilder::Next TreeBuilder::inBodyOtherStartTag(Token& token) {
 void TreeBuilder::startFrameset(const Token& token) {
     if (open_.size() < 2 || open_[1].tag != Tag::body || !framesetOk_) return;
     takeOut(open_[1]);
-    while (open_.size() > 1)
-        pop();
+    open_.popTo(1);
     insertElement(token);
     mode_ = Mode::inFrameset;
 }
 
 void TreeBuilder::startForm(const Token& token) {
-    const bool inTemplate = isOpen(Tag::template_);
+    const bool inTemplate = open_.isOpen(Tag::template_);
     if (form_ != kNoNode && !inTemplate) return;
-    closeParagraphInButtonScope();
+    open_.closeParagraphInButtonScope();
     const NodeId element = insertElement(token);
     if (!inTemplate) form_ = element;
 }
@@ -243,21 +242,20 @@ void TreeBuilder::startListItem(const Token& token, const TagSet& closes) {
         ++steps_;
         const OpenElement element = open_[i];
         if (element.space == Namespace::html && closes.contains(element.tag)) {
-            generateImpliedEndTags(element.tag);
-            popUntil(TagSet{element.tag});
+            open_.generateImpliedEndTags(element.tag);
+            open_.popUntil(TagSet{element.tag});
             break;
         }
-        if (isSpecial(element.tag, element.space) && element.tag != Tag::address && element.tag != Tag::div &&
-            element.tag != Tag::p)
+        if (isSpecial(element) && element.tag != Tag::address && element.tag != Tag::div && element.tag != Tag::p)
             break;
     }
-    closeParagraphInButtonScope();
+    open_.closeParagraphInButtonScope();
     insertElement(token);
 }
 
 void TreeBuilder::startInput(const Token& token) {
     if (isSelectFragment()) return;
-    if (hasInScope({Tag::select})) popUntil({Tag::select});
+    if (open_.hasInScope({Tag::select})) open_.popUntil({Tag::select});
     reconstructFormatting();
     insertVoid(token);
     const Attribute* const type = findAttribute(token, AttributeName::type);
@@ -265,78 +263,49 @@ void TreeBuilder::startInput(const Token& token) {
 }
 
 void TreeBuilder::startSelectPart(const Token& token) {
-    const bool inSelect = hasInScope({Tag::select});
+    const bool inSelect = open_.hasInScope({Tag::select});
     if (token.tag == Tag::select) {
         if (isSelectFragment()) return;
         if (inSelect) {
-            popUntil({Tag::select});
+            open_.popUntil({Tag::select});
             return;
         }
         framesetOk_ = false;
     } else if (inSelect) {
-        generateImpliedEndTags(token.tag == Tag::option ? Tag::optgroup : Tag::unknown);
-    } else if (currentIs(Tag::option)) {
-        pop();
+        open_.generateImpliedEndTags(token.tag == Tag::option ? Tag::optgroup : Tag::unknown);
+    } else if (open_.currentIs(Tag::option)) {
+        open_.pop();
     }
-    if (sawUncommon_) noteClosedOption();
+    if (sawUncommon_) selectedContent_.noteClosedElements();
     reconstructFormatting();
-    const NodeId element = insertElement(token);
-    if (sawUncommon_ && token.tag == Tag::option) {
-        selectedContent_.optionInserted(element, open_);
-        optionPlace_ = open_.size() - 1;
-    }
+    insertElement(token);
+    if (sawUncommon_ && token.tag == Tag::option) selectedContent_.optionInserted();
 }
 
 void TreeBuilder::startSelectedContent(const Token& token) {
     reconstructFormatting();
-    const NodeId element = insertElement(token);
-    selectedContent_.contentInserted(element, open_);
-    if (selectedContent_.content() == element) contentPlace_ = open_.size() - 1;
-    noteCopiedOption();
+    insertElement(token);
+    selectedContent_.contentInserted();
     sawUncommon_ = true;
-}
-
-void TreeBuilder::endOption() {
-    const NodeId option = selectedContent_.openOption();
-    if (option != kNoNode && !isStillOpen(option, optionPlace_)) {
-        selectedContent_.optionClosed();
-        noteCopiedOption();
-    }
-    if (!isStillOpen(selectedContent_.select(), selectPlace_)) selectedContent_.selectClosed();
-}
-
-/// After a copy, the former children of the selectedcontent element are no longer in the tree. If the element is
-/// still open, the entries of the stack are updated: its last child, and the parent of open former children.
-void TreeBuilder::noteCopiedOption() {
-    const auto lastChild = selectedContent_.takeCopied();
-    if (!lastChild || contentPlace_ == kNoPlace) return;
-    if (!isStillOpen(selectedContent_.content(), contentPlace_)) {
-        contentPlace_ = kNoPlace;
-        return;
-    }
-    open_[contentPlace_].lastChild = *lastChild;
-    steps_ += open_.size() - contentPlace_;
-    for (std::size_t i = contentPlace_ + 1; i < open_.size(); ++i)
-        if (open_[i].parent == selectedContent_.content()) open_[i].parent = open_[i].previous = kNoNode;
 }
 
 /// The end tag of a block: closes the element if it is in scope.
 void TreeBuilder::endBlock(const TagSet& tags, Tag except, Scope scope) {
-    if (!hasInScope(tags, scope)) return;
-    generateImpliedEndTags(except);
-    popUntil(tags);
+    if (!open_.hasInScope(tags, scope)) return;
+    open_.generateImpliedEndTags(except);
+    open_.popUntil(tags);
 }
 
 void TreeBuilder::endForm() {
-    if (isOpen(Tag::template_)) {
+    if (open_.isOpen(Tag::template_)) {
         endBlock({Tag::form}, Tag::unknown, Scope::standard);
         return;
     }
     const NodeId form = form_;
     form_ = kNoNode;
-    if (form == kNoNode || !isInStack(form) || !hasInScope({Tag::form})) return;
-    generateImpliedEndTags();
-    removeFromStack(form);
+    if (form == kNoNode || !open_.isOpen(form) || !open_.hasInScope({Tag::form})) return;
+    open_.generateImpliedEndTags();
+    open_.remove(form);
 }
 
 TreeBuilder::Next TreeBuilder::inBodyEndTag(Token& token) {
@@ -349,10 +318,10 @@ TreeBuilder::Next TreeBuilder::inBodyEndTag(Token& token) {
         return Next::token;
     }
     if (kMarked.contains(token.tag)) {
-        if (!hasInScope(TagSet{token.tag})) return Next::token;
-        generateImpliedEndTags();
-        popUntil(TagSet{token.tag});
-        clearFormattingToMarker();
+        if (!open_.hasInScope(TagSet{token.tag})) return Next::token;
+        open_.generateImpliedEndTags();
+        open_.popUntil(TagSet{token.tag});
+        formatting_.clearToMarker();
         return Next::token;
     }
     if (kHeadings.contains(token.tag)) {
@@ -363,13 +332,13 @@ TreeBuilder::Next TreeBuilder::inBodyEndTag(Token& token) {
     case Tag::template_: return inHead(token);
     case Tag::body:
     case Tag::html:
-        if (!hasInScope({Tag::body})) break;
+        if (!open_.hasInScope({Tag::body})) break;
         mode_ = Mode::afterBody;
         return token.tag == Tag::html ? Next::reprocess : Next::token;
     case Tag::form: endForm(); break;
     case Tag::p:
-        if (openParagraphs_ == 0 || !hasInScope({Tag::p}, Scope::button)) insertImplied(Tag::p);
-        closeParagraph();
+        if (!open_.hasParagraphInButtonScope()) insertImplied(Tag::p);
+        open_.closeParagraph();
         break;
     case Tag::li: endBlock({Tag::li}, Tag::li, Scope::listItem); break;
     case Tag::dd:

@@ -19,8 +19,8 @@ constexpr TagSet kNeverClosedInTable{Tag::body, Tag::caption, Tag::col, Tag::col
 
 /// Closes the table in scope. Returns false if there is none.
 bool TreeBuilder::closeTable() {
-    if (!hasInScope(kTable, Scope::table)) return false;
-    popUntil(kTable);
+    if (!open_.hasInScope(kTable, Scope::table)) return false;
+    open_.popUntil(kTable);
     resetInsertionMode();
     return true;
 }
@@ -28,7 +28,7 @@ bool TreeBuilder::closeTable() {
 TreeBuilder::Next TreeBuilder::inTable(Token& token) {
     switch (token.type) {
     case TokenType::characters:
-        if (!currentIsIn(kTableContext.with({Tag::template_}))) break;
+        if (!open_.currentIsIn(kTableContext.with({Tag::template_}))) break;
         tableText_.clear();
         originalMode_ = mode_;
         mode_ = Mode::inTableText;
@@ -39,32 +39,32 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
     case TokenType::startTag:
         switch (token.tag) {
         case Tag::caption:
-            clearStackBackTo(kTable);
-            insertMarker();
+            open_.clearBackTo(kTable);
+            formatting_.insertMarker();
             insertElement(token);
             mode_ = Mode::inCaption;
             return Next::token;
         case Tag::colgroup:
-            clearStackBackTo(kTable);
+            open_.clearBackTo(kTable);
             insertElement(token);
             mode_ = Mode::inColumnGroup;
             return Next::token;
         case Tag::col:
-            clearStackBackTo(kTable);
+            open_.clearBackTo(kTable);
             insertImplied(Tag::colgroup);
             mode_ = Mode::inColumnGroup;
             return Next::reprocess;
         case Tag::tbody:
         case Tag::tfoot:
         case Tag::thead:
-            clearStackBackTo(kTable);
+            open_.clearBackTo(kTable);
             insertElement(token);
             mode_ = Mode::inTableBody;
             return Next::token;
         case Tag::td:
         case Tag::th:
         case Tag::tr:
-            clearStackBackTo(kTable);
+            open_.clearBackTo(kTable);
             insertImplied(Tag::tbody);
             mode_ = Mode::inTableBody;
             return Next::reprocess;
@@ -81,9 +81,9 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
             return Next::token;
         }
         case Tag::form:
-            if (form_ != kNoNode || isOpen(Tag::template_)) return Next::token;
+            if (form_ != kNoNode || open_.isOpen(Tag::template_)) return Next::token;
             form_ = insertElement(token);
-            pop();
+            open_.pop();
             return Next::token;
         default: break;
         }
@@ -132,10 +132,10 @@ TreeBuilder::Next TreeBuilder::inTableText(Token& token) {
 
 TreeBuilder::Next TreeBuilder::inCaption(Token& token) {
     const auto closeCaption = [&] {
-        if (!hasInScope({Tag::caption}, Scope::table)) return false;
-        generateImpliedEndTags();
-        popUntil({Tag::caption});
-        clearFormattingToMarker();
+        if (!open_.hasInScope({Tag::caption}, Scope::table)) return false;
+        open_.generateImpliedEndTags();
+        open_.popUntil({Tag::caption});
+        formatting_.clearToMarker();
         mode_ = Mode::inTable;
         return true;
     };
@@ -174,22 +174,22 @@ TreeBuilder::Next TreeBuilder::inColumnGroup(Token& token) {
         if (token.tag == Tag::template_) return inHead(token);
         if (token.tag == Tag::col) return Next::token;
         if (token.tag != Tag::colgroup) break;
-        if (!currentIs(Tag::colgroup)) return Next::token;
-        pop();
+        if (!open_.currentIs(Tag::colgroup)) return Next::token;
+        open_.pop();
         mode_ = Mode::inTable;
         return Next::token;
     }
-    if (!currentIs(Tag::colgroup)) return Next::token;
-    pop();
+    if (!open_.currentIs(Tag::colgroup)) return Next::token;
+    open_.pop();
     mode_ = Mode::inTable;
     return Next::reprocess;
 }
 
 TreeBuilder::Next TreeBuilder::inTableBody(Token& token) {
     const auto closeSection = [&] {
-        if (!hasInScope(kTableSections, Scope::table)) return Next::token;
-        clearStackBackTo(kTableSections);
-        pop();
+        if (!open_.hasInScope(kTableSections, Scope::table)) return Next::token;
+        open_.clearBackTo(kTableSections);
+        open_.pop();
         mode_ = Mode::inTable;
         return Next::reprocess;
     };
@@ -198,13 +198,13 @@ TreeBuilder::Next TreeBuilder::inTableBody(Token& token) {
                                   Tag::html, Tag::td,      Tag::th,  Tag::tr};
     if (token.type == TokenType::startTag) {
         if (token.tag == Tag::tr) {
-            clearStackBackTo(kTableSections);
+            open_.clearBackTo(kTableSections);
             insertElement(token);
             mode_ = Mode::inRow;
             return Next::token;
         }
         if (kCells.contains(token.tag)) {
-            clearStackBackTo(kTableSections);
+            open_.clearBackTo(kTableSections);
             insertImplied(Tag::tr);
             mode_ = Mode::inRow;
             return Next::reprocess;
@@ -212,9 +212,9 @@ TreeBuilder::Next TreeBuilder::inTableBody(Token& token) {
         if (kEndsSection.contains(token.tag)) return closeSection();
     } else if (token.type == TokenType::endTag) {
         if (kTableSections.contains(token.tag)) {
-            if (!hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
-            clearStackBackTo(kTableSections);
-            pop();
+            if (!open_.hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
+            open_.clearBackTo(kTableSections);
+            open_.pop();
             mode_ = Mode::inTable;
             return Next::token;
         }
@@ -226,9 +226,9 @@ TreeBuilder::Next TreeBuilder::inTableBody(Token& token) {
 
 TreeBuilder::Next TreeBuilder::inRow(Token& token) {
     const auto closeRow = [&](Next next) {
-        if (!hasInScope(kRow, Scope::table)) return Next::token;
-        clearStackBackTo(kRow);
-        pop();
+        if (!open_.hasInScope(kRow, Scope::table)) return Next::token;
+        open_.clearBackTo(kRow);
+        open_.pop();
         mode_ = Mode::inTableBody;
         return next;
     };
@@ -236,10 +236,10 @@ TreeBuilder::Next TreeBuilder::inRow(Token& token) {
     constexpr TagSet kIgnoredEnds{Tag::body, Tag::caption, Tag::col, Tag::colgroup, Tag::html, Tag::td, Tag::th};
     if (token.type == TokenType::startTag) {
         if (kCells.contains(token.tag)) {
-            clearStackBackTo(kRow);
+            open_.clearBackTo(kRow);
             insertElement(token);
             mode_ = Mode::inCell;
-            insertMarker();
+            formatting_.insertMarker();
             return Next::token;
         }
         if (kEndsRow.contains(token.tag)) return closeRow(Next::reprocess);
@@ -247,7 +247,7 @@ TreeBuilder::Next TreeBuilder::inRow(Token& token) {
         if (token.tag == Tag::tr) return closeRow(Next::token);
         if (token.tag == Tag::table) return closeRow(Next::reprocess);
         if (kTableSections.contains(token.tag))
-            return hasInScope(TagSet{token.tag}, Scope::table) ? closeRow(Next::reprocess) : Next::token;
+            return open_.hasInScope(TagSet{token.tag}, Scope::table) ? closeRow(Next::reprocess) : Next::token;
         if (kIgnoredEnds.contains(token.tag)) return Next::token;
     }
     return inTable(token);
@@ -255,9 +255,9 @@ TreeBuilder::Next TreeBuilder::inRow(Token& token) {
 
 /// "Close the cell".
 void TreeBuilder::closeCell() {
-    generateImpliedEndTags();
-    popUntil(kCells);
-    clearFormattingToMarker();
+    open_.generateImpliedEndTags();
+    open_.popUntil(kCells);
+    formatting_.clearToMarker();
     mode_ = Mode::inRow;
 }
 
@@ -265,22 +265,22 @@ TreeBuilder::Next TreeBuilder::inCell(Token& token) {
     constexpr TagSet kIgnoredEnds{Tag::body, Tag::caption, Tag::col, Tag::colgroup, Tag::html};
     if (token.type == TokenType::endTag) {
         if (kCells.contains(token.tag)) {
-            if (!hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
-            generateImpliedEndTags();
-            popUntil(TagSet{token.tag});
-            clearFormattingToMarker();
+            if (!open_.hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
+            open_.generateImpliedEndTags();
+            open_.popUntil(TagSet{token.tag});
+            formatting_.clearToMarker();
             mode_ = Mode::inRow;
             return Next::token;
         }
         if (kIgnoredEnds.contains(token.tag)) return Next::token;
         if (kTableContext.contains(token.tag)) {
-            if (!hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
+            if (!open_.hasInScope(TagSet{token.tag}, Scope::table)) return Next::token;
             closeCell();
             return Next::reprocess;
         }
     }
     if (token.type == TokenType::startTag && kTableParts.contains(token.tag)) {
-        if (!hasInScope(kCells, Scope::table)) return Next::token;
+        if (!open_.hasInScope(kCells, Scope::table)) return Next::token;
         closeCell();
         return Next::reprocess;
     }

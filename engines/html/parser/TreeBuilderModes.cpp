@@ -1,5 +1,6 @@
 // Insertion modes before, after and instead of the body: 13.2.6.4.1 to 13.2.6.4.6, 13.2.6.4.8, 13.2.6.4.16 and the
 // sections after it.
+#include "engines/html/parser/Quirks.h"
 #include "engines/html/parser/TreeBuilder.h"
 #include "text/Ascii.h"
 
@@ -8,68 +9,6 @@
 namespace quillow::html {
 
 namespace {
-
-constexpr std::string_view kQuirksPublicIds[] = {
-    "+//silmaril//dtd html pro v0r11 19970101//",
-    "-//as//dtd html 3.0 aswedit + extensions//",
-    "-//advasoft ltd//dtd html 3.0 aswedit + extensions//",
-    "-//ietf//dtd html 2.0 level 1//",
-    "-//ietf//dtd html 2.0 level 2//",
-    "-//ietf//dtd html 2.0 strict level 1//",
-    "-//ietf//dtd html 2.0 strict level 2//",
-    "-//ietf//dtd html 2.0 strict//",
-    "-//ietf//dtd html 2.0//",
-    "-//ietf//dtd html 2.1e//",
-    "-//ietf//dtd html 3.0//",
-    "-//ietf//dtd html 3.2 final//",
-    "-//ietf//dtd html 3.2//",
-    "-//ietf//dtd html 3//",
-    "-//ietf//dtd html level 0//",
-    "-//ietf//dtd html level 1//",
-    "-//ietf//dtd html level 2//",
-    "-//ietf//dtd html level 3//",
-    "-//ietf//dtd html strict level 0//",
-    "-//ietf//dtd html strict level 1//",
-    "-//ietf//dtd html strict level 2//",
-    "-//ietf//dtd html strict level 3//",
-    "-//ietf//dtd html strict//",
-    "-//ietf//dtd html//",
-    "-//metrius//dtd metrius presentational//",
-    "-//microsoft//dtd internet explorer 2.0 html strict//",
-    "-//microsoft//dtd internet explorer 2.0 html//",
-    "-//microsoft//dtd internet explorer 2.0 tables//",
-    "-//microsoft//dtd internet explorer 3.0 html strict//",
-    "-//microsoft//dtd internet explorer 3.0 html//",
-    "-//microsoft//dtd internet explorer 3.0 tables//",
-    "-//netscape comm. corp.//dtd html//",
-    "-//netscape comm. corp.//dtd strict html//",
-    "-//o'reilly and associates//dtd html 2.0//",
-    "-//o'reilly and associates//dtd html extended 1.0//",
-    "-//o'reilly and associates//dtd html extended relaxed 1.0//",
-    "-//sq//dtd html 2.0 hotmetal + extensions//",
-    "-//softquad software//dtd hotmetal pro 6.0::19990601::extensions to html 4.0//",
-    "-//softquad//dtd hotmetal pro 4.0::19971010::extensions to html 4.0//",
-    "-//spyglass//dtd html 2.0 extended//",
-    "-//sun microsystems corp.//dtd hotjava html//",
-    "-//sun microsystems corp.//dtd hotjava strict html//",
-    "-//w3c//dtd html 3 1995-03-24//",
-    "-//w3c//dtd html 3.2 draft//",
-    "-//w3c//dtd html 3.2 final//",
-    "-//w3c//dtd html 3.2//",
-    "-//w3c//dtd html 3.2s draft//",
-    "-//w3c//dtd html 4.0 frameset//",
-    "-//w3c//dtd html 4.0 transitional//",
-    "-//w3c//dtd html experimental 19960712//",
-    "-//w3c//dtd html experimental 970421//",
-    "-//w3c//dtd w3 html//",
-    "-//w3o//dtd w3 html 3.0//",
-    "-//webtechs//dtd mozilla html 2.0//",
-    "-//webtechs//dtd mozilla html//",
-};
-
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() && text::equalsIgnoringCase(text.substr(0, prefix.size()), prefix);
-}
 
 /// Removes the leading white space from a token of characters and returns it.
 std::string_view takeLeadingWhiteSpace(Token& token) {
@@ -86,21 +25,6 @@ bool isOnlyWhiteSpace(Token& token) {
 }
 
 } // namespace
-
-bool isQuirksDoctype(const Token& doctype) {
-    if (doctype.forceQuirks || doctype.name != "html") return true;
-    const std::string_view id = doctype.publicId;
-    for (const std::string_view exact :
-         {"-//w3o//dtd w3 html strict 3.0//en//", "-/w3c/dtd html 4.0 transitional/en", "html"})
-        if (doctype.hasPublicId && text::equalsIgnoringCase(id, exact)) return true;
-    if (text::equalsIgnoringCase(doctype.systemId, "http://www.ibm.com/data/dtd/v11/ibmxhtml1-transitional.dtd"))
-        return true;
-    if (std::any_of(std::begin(kQuirksPublicIds), std::end(kQuirksPublicIds),
-                    [&](std::string_view prefix) { return startsWith(id, prefix); }))
-        return true;
-    return !doctype.hasSystemId && (startsWith(id, "-//w3c//dtd html 4.01 frameset//") ||
-                                    startsWith(id, "-//w3c//dtd html 4.01 transitional//"));
-}
 
 TreeBuilder::Next TreeBuilder::initial(Token& token) {
     if (isOnlyWhiteSpace(token)) return Next::token;
@@ -161,7 +85,7 @@ TreeBuilder::Next TreeBuilder::inHead(Token& token) {
         case Tag::script: parseRawText(token, Tokenizer::State::scriptData); return Next::token;
         case Tag::template_:
             insertElement(token);
-            insertMarker();
+            formatting_.insertMarker();
             framesetOk_ = false;
             mode_ = Mode::inTemplate;
             templateModes_.push_back(Mode::inTemplate);
@@ -189,16 +113,15 @@ TreeBuilder::Next TreeBuilder::inHead(Token& token) {
 }
 
 void TreeBuilder::removeHead(std::size_t place) {
-    const auto head = open_.begin() + static_cast<std::ptrdiff_t>(place);
-    head_ = *head;
-    open_.erase(head);
+    head_ = open_[place];
+    open_.removeAt(place);
 }
 
 void TreeBuilder::endTemplate() {
-    if (!isOpen(Tag::template_)) return;
-    generateAllImpliedEndTags();
-    popUntil({Tag::template_});
-    clearFormattingToMarker();
+    if (!open_.isOpen(Tag::template_)) return;
+    open_.generateAllImpliedEndTags();
+    open_.popUntil({Tag::template_});
+    formatting_.clearToMarker();
     if (!templateModes_.empty()) templateModes_.pop_back();
     resetInsertionMode();
 }
@@ -215,13 +138,13 @@ TreeBuilder::Next TreeBuilder::inHeadNoscript(Token& token) {
         if (token.tag == Tag::head || token.tag == Tag::noscript) return Next::token;
     } else if (token.type == TokenType::endTag) {
         if (token.tag == Tag::noscript) {
-            pop();
+            open_.pop();
             mode_ = Mode::inHead;
             return Next::token;
         }
         if (token.tag != Tag::br) return Next::token;
     }
-    pop();
+    open_.pop();
     mode_ = Mode::inHead;
     return Next::reprocess;
 }
@@ -243,7 +166,7 @@ TreeBuilder::Next TreeBuilder::afterHead(Token& token) {
             return Next::token;
         }
         if (kBelongInHead.contains(token.tag)) {
-            push(head_);
+            open_.push(head_);
             const std::size_t place = open_.size() - 1;
             const Next next = inHead(token);
             removeHead(place);
@@ -263,7 +186,7 @@ TreeBuilder::Next TreeBuilder::text(Token& token) {
         insertCharacters(token.text);
         return Next::token;
     }
-    pop();
+    open_.pop();
     mode_ = originalMode_;
     return token.type == TokenType::endOfFile ? Next::reprocess : Next::token;
 }
@@ -304,12 +227,12 @@ TreeBuilder::Next TreeBuilder::inTemplate(Token& token) {
     case TokenType::endTag: return token.tag == Tag::template_ ? inHead(token) : Next::token;
     case TokenType::endOfFile: break;
     }
-    if (!isOpen(Tag::template_)) {
+    if (!open_.isOpen(Tag::template_)) {
         finished_ = true;
         return Next::token;
     }
-    popUntil({Tag::template_});
-    clearFormattingToMarker();
+    open_.popUntil({Tag::template_});
+    formatting_.clearToMarker();
     if (!templateModes_.empty()) templateModes_.pop_back();
     resetInsertionMode();
     return Next::reprocess;
@@ -354,8 +277,8 @@ TreeBuilder::Next TreeBuilder::inFrameset(Token& token) {
         return Next::token;
     case TokenType::endTag:
         if (token.tag == Tag::frameset && open_.size() > 1) {
-            pop();
-            if (!isFragment() && !currentIs(Tag::frameset)) mode_ = Mode::afterFrameset;
+            open_.pop();
+            if (!isFragment() && !open_.currentIs(Tag::frameset)) mode_ = Mode::afterFrameset;
         }
         return Next::token;
     case TokenType::endOfFile: finished_ = true; return Next::token;
