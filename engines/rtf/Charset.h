@@ -69,7 +69,4 @@ private:
     std::vector<Entry> entries_; // at most one for each code page and symbol font
 };
 
-inline constexpr int kWindowsLatin = 1252;
-inline constexpr int kUtf8CodePage = 65001;
-
 } // namespace quillow::rtf
