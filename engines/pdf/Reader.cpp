@@ -3,7 +3,7 @@
 #include "engines/pdf/Reader.h"
 
 #include "engines/pdf/Limits.h"
-#include "engines/pdf/PresentationForms.h"
+#include "engines/pdf/layout/PresentationForms.h"
 #include "text/TextSink.h"
 #include "text/Unicode.h"
 #include "text/Utf8.h"
