@@ -8,6 +8,13 @@ namespace quillow::text {
 
 struct PairTable;
 
+/// Numbers of code pages that formats name in other ways than by their number.
+inline constexpr int kDosUnitedStates = 437;
+inline constexpr int kDosLatin = 850;
+inline constexpr int kWindowsLatin = 1252;
+inline constexpr int kMacRoman = 10000;
+inline constexpr int kUtf8CodePage = 65001; ///< there is no CodePage of this number
+
 /// One single- or double-byte code page. Objects are static and immutable.
 class CodePage {
 public:

@@ -20,6 +20,11 @@ namespace quillow::text {
 
 using SymbolFontDecoder = char32_t (*)(std::uint8_t byte);
 
+/// Whether a code point is a byte of a symbol font plus U+F000, as word processors write it.
+[[nodiscard]] constexpr bool isSymbolSign(char32_t c) {
+    return c >= 0xF020 && c <= 0xF0FF;
+}
+
 /// The function above for a font of that name (case does not matter), or nullptr for any other font.
 [[nodiscard]] SymbolFontDecoder symbolFontDecoder(std::string_view fontName);
 

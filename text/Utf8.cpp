@@ -1,5 +1,7 @@
 #include "text/Utf8.h"
 
+#include "text/Unicode.h"
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -54,7 +56,7 @@ bool isTrail(char byte) {
 } // namespace
 
 void appendUtf8(std::string& out, char32_t c) {
-    if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = kReplacementCharacter;
+    if (c > kLastCodePoint || isSurrogate(c)) c = kReplacementCharacter;
     if (c < 0x80) {
         out.push_back(static_cast<char>(c));
     } else if (c < 0x800) {

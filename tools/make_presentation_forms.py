@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""make_presentation_forms.py > engines/pdf/PresentationFormsTables.cpp
+"""make_presentation_forms.py > engines/pdf/layout/PresentationFormsTables.cpp
 
 Prints the compatibility decompositions (NFKC) of the blocks "Alphabetic Presentation Forms" and "Arabic Presentation
 Forms-A" and "-B", from the Unicode data of this Python.
@@ -26,7 +26,7 @@ def main():
             entries.append((code, places[plain], len(plain)))
     out = sys.stdout.write
     out("// Made by tools/make_presentation_forms.py from Unicode %s.\n" % unicodedata.unidata_version)
-    out('#include "engines/pdf/PresentationForms.h"\n\nnamespace quillow::pdf {\n\n// clang-format off\n')
+    out('#include "engines/pdf/layout/PresentationForms.h"\n\nnamespace quillow::pdf {\n\n// clang-format off\n')
     out("const char16_t kPresentationFormPool[] = {\n")
     for i in range(0, len(pool), 16):
         out("    " + ", ".join("0x%04X" % c for c in pool[i:i + 16]) + ",\n")

@@ -3,8 +3,9 @@
 #include "engines/pdf/Reader.h"
 
 #include "engines/pdf/Limits.h"
-#include "engines/pdf/PresentationForms.h"
+#include "engines/pdf/layout/PresentationForms.h"
 #include "text/TextSink.h"
+#include "text/Unicode.h"
 #include "text/Utf8.h"
 
 #include <new>
@@ -15,14 +16,6 @@ namespace quillow::pdf {
 namespace {
 
 using text::TextSink;
-
-constexpr bool isHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-constexpr bool isLowSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 /// The strongly right-to-left blocks (UAX #9, classes R and AL): Hebrew to Arabic Extended-A, their presentation
 /// forms, and the historic scripts of the supplementary plane, by their high surrogates.
@@ -72,13 +65,13 @@ void appendCharacter(TextSink& sink, char32_t codePoint, LossAccount& loss) {
 char32_t nextCodePoint(std::u16string_view& rest) {
     const char16_t first = rest.front();
     rest.remove_prefix(1);
-    if (isHighSurrogate(first) && !rest.empty() && isLowSurrogate(rest.front())) {
-        const char32_t codePoint = 0x10000 + ((char32_t{first} & 0x3FF) << 10) + (char32_t{rest.front()} & 0x3FF);
+    char32_t codePoint = first;
+    if (text::isHighSurrogate(first) && !rest.empty() && text::isLowSurrogate(rest.front())) {
+        codePoint = text::combineSurrogates(first, rest.front());
         rest.remove_prefix(1);
-        return codePoint >= 0xF0000 ? text::kReplacementCharacter : codePoint;
     }
-    if (isHighSurrogate(first) || isLowSurrogate(first)) return text::kReplacementCharacter;
-    return first >= 0xE000 && first <= 0xF8FF ? text::kReplacementCharacter : char32_t{first};
+    const bool isCharacter = !text::isSurrogate(codePoint) && !text::isPrivateUse(codePoint);
+    return isCharacter ? codePoint : text::kReplacementCharacter;
 }
 
 /// Removes the blanks and line ends at the end of a page, which begins at `from`.
@@ -113,17 +106,25 @@ Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
     return extraction;
 }
 
+/// A share in whole numbers: `part` of `whole`.
+struct Share {
+    std::size_t part;
+    std::size_t whole;
+};
+
 /// The text of a page in the better of two orders. Content-stream order is better than geometry except on
-/// right-to-left pages, where the stream draws the last word first. Over a fifth of right-to-left letters is more
-/// than a quotation. Geometry drops letters that overlap; if it drops over a tenth, all letters out of order are
-/// better than a part in order.
+/// right-to-left pages, where the stream draws the last word first. A share of right-to-left letters over
+/// kMostQuoted is more than a quotation. Geometry drops letters that overlap; if less than kLeastKept are left, all
+/// letters out of order are better than a part in order.
 std::optional<std::u16string> bestText(const PageSource& pages, std::size_t index) {
+    constexpr Share kMostQuoted{1, 5};
+    constexpr Share kLeastKept{9, 10};
     std::optional<std::u16string> drawn = pages.pageText(index, PageOrder::contentStream);
     if (!drawn) return drawn;
     const Letters letters = countLetters(*drawn);
-    if (letters.rightToLeft * 5 <= letters.all) return drawn;
+    if (letters.rightToLeft * kMostQuoted.whole <= letters.all * kMostQuoted.part) return drawn;
     std::optional<std::u16string> read = pages.pageText(index, PageOrder::reading);
-    return read && countLetters(*read).all * 10 >= letters.all * 9 ? read : drawn;
+    return read && countLetters(*read).all * kLeastKept.whole >= letters.all * kLeastKept.part ? read : drawn;
 }
 
 class Pages {

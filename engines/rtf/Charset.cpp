@@ -1,5 +1,6 @@
 #include "engines/rtf/Charset.h"
 
+#include "text/Unicode.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -28,8 +29,7 @@ void Charset::prepareSingles() {
     for (unsigned byte = 0x20; byte < 0x100; ++byte) {
         const char32_t c = decodeByte(static_cast<std::uint8_t>(byte));
         const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
-        const bool isPrivate = c >= 0xE000 && c <= 0xF8FF;
-        if (isControl || isPrivate || c == text::kReplacementCharacter) continue;
+        if (isControl || text::isPrivateUse(c) || c == text::kReplacementCharacter) continue;
         encoded.clear();
         text::appendUtf8(encoded, c);
         lengths_[byte] = static_cast<std::uint8_t>(encoded.size());
@@ -45,9 +45,9 @@ const Charset* CharsetPool::forCodePage(int number) {
     if (const auto found = std::find_if(entries_.begin(), entries_.end(), isNumber); found != entries_.end())
         return found->charset.get();
     const text::CodePage* page = nullptr;
-    if (number != kUtf8CodePage) {
+    if (number != text::kUtf8CodePage) {
         page = text::CodePage::forNumber(number);
-        if (page == nullptr) return forCodePage(kWindowsLatin);
+        if (page == nullptr) return forCodePage(text::kWindowsLatin);
     }
     entries_.push_back({number, std::make_unique<Charset>(page)});
     return entries_.back().charset.get();

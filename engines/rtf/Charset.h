@@ -35,6 +35,13 @@ public:
     /// The code point of a single byte; U+FFFD if it has none.
     [[nodiscard]] char32_t decodeByte(std::uint8_t byte) const;
 
+    /// The code point of a sign that is written as U+F000 plus its byte (see text::isSymbolSign). In a charset without
+    /// symbols it is the font "Symbol" that is meant.
+    [[nodiscard]] char32_t decodeSign(char32_t sign) const {
+        const text::SymbolFontDecoder decode = isSymbolFont() ? symbols_ : text::symbolToUnicode;
+        return decode(static_cast<std::uint8_t>(sign & 0xFF));
+    }
+
     /// The UTF-8 of a byte that is printable in this charset; length 0 for every other byte.
     [[nodiscard]] Single single(std::uint8_t byte) const { return {utf8_[byte], lengths_[byte]}; }
 
@@ -61,8 +68,5 @@ private:
     };
     std::vector<Entry> entries_; // at most one for each code page and symbol font
 };
-
-inline constexpr int kWindowsLatin = 1252;
-inline constexpr int kUtf8CodePage = 65001;
 
 } // namespace quillow::rtf

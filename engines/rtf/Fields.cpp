@@ -67,14 +67,14 @@ FieldInstruction readSymbol(std::string_view rest) {
         if (text::equalsIgnoringCase(argument.text, "\\u")) isUnicode = true;
         if (text::equalsIgnoringCase(argument.text, "\\f") && takeArgument(rest, argument)) font = argument.text;
     }
-    const bool isSign = code >= 0xF020 && code <= 0xF0FF;
+    const bool isSign = text::isSymbolSign(code);
     text::SymbolFontDecoder symbols = text::symbolFontDecoder(font);
     if (symbols == nullptr && isSign) symbols = text::symbolToUnicode;
     char32_t c = code;
     if (symbols != nullptr && (isSign || code <= 0xFF)) {
         c = symbols(static_cast<std::uint8_t>(code & 0xFF));
     } else if (!isUnicode) {
-        if (const text::CodePage* latin = text::CodePage::forNumber(1252))
+        if (const text::CodePage* latin = text::CodePage::forNumber(text::kWindowsLatin))
             c = latin->decodeByte(static_cast<std::uint8_t>(code));
     }
     FieldInstruction symbol{FieldInstruction::Kind::character, {}};

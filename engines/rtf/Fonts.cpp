@@ -9,33 +9,95 @@ namespace quillow::rtf {
 
 namespace {
 
-constexpr int kSymbolCharset = 2;
-constexpr int kDefaultCharset = 1;
-constexpr int kMacCharset = 77;
+/// The parameter of \fcharset, with RTF 1.9.1's names ("Font Table").
+enum FontCharset : std::uint8_t {
+    kAnsi = 0,
+    kDefault = 1,
+    kSymbol = 2,
+    kMac = 77,
+    kMacShiftJis = 78,
+    kMacHangul = 79,
+    kMacGb2312 = 80,
+    kMacBig5 = 81,
+    kMacHebrew = 83,
+    kMacArabic = 84,
+    kMacGreek = 85,
+    kMacTurkish = 86,
+    kMacThai = 87,
+    kMacEastEurope = 88,
+    kMacRussian = 89,
+    kShiftJis = 128,
+    kHangul = 129,
+    kJohab = 130,
+    kGb2312 = 134,
+    kBig5 = 136,
+    kGreek = 161,
+    kTurkish = 162,
+    kVietnamese = 163,
+    kHebrew = 177,
+    kArabic = 178,
+    kArabicTraditional = 179,
+    kArabicUser = 180,
+    kHebrewUser = 181,
+    kBaltic = 186,
+    kRussian = 204,
+    kThai = 222,
+    kEasternEuropean = 238,
+    kPc437 = 254,
+    kOem = 255,
+};
 
 struct CharsetCodePage {
-    int charset;
+    FontCharset charset;
     int codePage;
 };
 
-/// RTF 1.9.1, "Font Table", the list at \fcharset; 77 to 89 are the Macintosh scripts.
 constexpr CharsetCodePage kCharsets[] = {
-    {0, 1252},   {77, 10000}, {78, 10001}, {79, 10003}, {80, 10008}, {81, 10002}, {83, 10005}, {84, 10004},
-    {85, 10006}, {86, 10081}, {87, 10021}, {88, 10029}, {89, 10007}, {128, 932},  {129, 949},  {130, 1361},
-    {134, 936},  {136, 950},  {161, 1253}, {162, 1254}, {163, 1258}, {177, 1255}, {178, 1256}, {179, 1256},
-    {180, 1256}, {181, 1255}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}, {254, 437},  {255, 850},
+    {kAnsi, text::kWindowsLatin},
+    {kMac, text::kMacRoman},
+    {kMacShiftJis, 10001},
+    {kMacHangul, 10003},
+    {kMacGb2312, 10008},
+    {kMacBig5, 10002},
+    {kMacHebrew, 10005},
+    {kMacArabic, 10004},
+    {kMacGreek, 10006},
+    {kMacTurkish, 10081},
+    {kMacThai, 10021},
+    {kMacEastEurope, 10029},
+    {kMacRussian, 10007},
+    {kShiftJis, 932},
+    {kHangul, 949},
+    {kJohab, 1361},
+    {kGb2312, 936},
+    {kBig5, 950},
+    {kGreek, 1253},
+    {kTurkish, 1254},
+    {kVietnamese, 1258},
+    {kHebrew, 1255},
+    {kArabic, 1256},
+    {kArabicTraditional, 1256},
+    {kArabicUser, 1256},
+    {kHebrewUser, 1255},
+    {kBaltic, 1257},
+    {kRussian, 1251},
+    {kThai, 874},
+    {kEasternEuropean, 1250},
+    {kPc437, text::kDosUnitedStates},
+    {kOem, text::kDosLatin},
 };
 
 /// Suffixes by which Windows names the scripts of a font ("Arial CE"). Some writers give only such a name and no
 /// charset.
 struct SuffixCharset {
     std::string_view suffix;
-    int charset;
+    FontCharset charset;
 };
 
 constexpr SuffixCharset kSuffixes[] = {
-    {" CE", 238},       {" Cyr", 204},      {" Greek", 161},  {" Tur", 162},          {" Baltic", 186},
-    {" (Hebrew)", 177}, {" (Arabic)", 178}, {" (Thai)", 222}, {" (Vietnamese)", 163},
+    {" CE", kEasternEuropean}, {" Cyr", kRussian},   {" Greek", kGreek},
+    {" Tur", kTurkish},        {" Baltic", kBaltic}, {" (Hebrew)", kHebrew},
+    {" (Arabic)", kArabic},    {" (Thai)", kThai},   {" (Vietnamese)", kVietnamese},
 };
 
 int charsetOfName(std::string_view name, int otherwise) {
@@ -47,7 +109,7 @@ int charsetOfName(std::string_view name, int otherwise) {
 } // namespace
 
 void FontTable::reset() {
-    document_ = pool_.forCodePage(kWindowsLatin);
+    document_ = pool_.forCodePage(text::kWindowsLatin);
     hasAnsiCodePage_ = false;
     defaultFont_ = kNotGiven;
     fonts_ = {};
@@ -101,10 +163,10 @@ std::vector<const text::CodePage*> FontTable::pairPages() {
 void FontTable::define(int number, Font font, const std::string& name) {
     if (number < 0 || fonts_.size() >= kMaxFonts) return;
     // A symbol font has the symbol charset. Old files and files from a Macintosh have only the font's name.
-    const bool isSymbolCharset = font.charsetNumber == kSymbolCharset;
+    const bool isSymbolCharset = font.charsetNumber == kSymbol;
     const bool mayBeSymbols =
         font.codePage == kNotGiven && (font.charsetNumber == kNotGiven || isSymbolCharset ||
-                                       font.charsetNumber == kDefaultCharset || font.charsetNumber == kMacCharset);
+                                       font.charsetNumber == kDefault || font.charsetNumber == kMac);
     if (mayBeSymbols) font.symbols = text::symbolFontDecoder(name);
     if (isSymbolCharset && font.symbols == nullptr) font.symbols = text::symbolToUnicode;
     const bool saysNothing = font.codePage == kNotGiven && font.charsetNumber == kNotGiven;

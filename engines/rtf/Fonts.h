@@ -16,7 +16,7 @@ class FontTable {
 public:
     explicit FontTable(CharsetPool& pool)
         : pool_(pool)
-        , document_(pool.forCodePage(kWindowsLatin)) {}
+        , document_(pool.forCodePage(text::kWindowsLatin)) {}
 
     /// Clears the fonts and the document's charset. Call at the start of a document.
     void reset();

@@ -38,35 +38,6 @@ std::string_view noteText(std::string_view text) {
     return trimmed(text.substr(kNoBreakSpace.size()));
 }
 
-/// The offset of the first `word`, a control word with its backslash, or npos.
-std::size_t findWord(std::string_view text, std::string_view word) {
-    std::size_t at = text.find(word);
-    while (at != npos && at + word.size() < text.size() && text::isLetter(text[at + word.size()]))
-        at = text.find(word, at + word.size());
-    return at;
-}
-
-/// The offset of the body in a group that has swallowed it: that of the first \sectd or \pard, or npos.
-std::size_t findBody(std::string_view swallowed) {
-    return std::min(findWord(swallowed, "\\sectd"), findWord(swallowed, "\\pard"));
-}
-
-/// The same for a table. Without \sectd and \pard, the body begins after the last entry that closes before the
-/// first \par.
-std::size_t findBodyAfterEntries(std::string_view table) {
-    const std::size_t body = findBody(table);
-    if (body != npos) return body;
-    const std::size_t paragraph = findWord(table, "\\par");
-    const std::size_t brace = paragraph != npos ? table.rfind('}', paragraph) : npos;
-    return brace != npos ? brace + 1 : npos;
-}
-
-bool holdsParagraph(std::string_view table) {
-    if (findWord(table, "\\par") == npos) return false; // the usual case
-    const std::size_t body = findBody(table);
-    return body != npos && findWord(table.substr(body), "\\par") != npos;
-}
-
 std::string noteMark(std::uint32_t number) {
     std::string mark(1, '[');
     mark += std::to_string(number);
@@ -126,44 +97,9 @@ void Interpreter::leaveGroup() {
     if (closing != Closing::nothing) finishDestination(closing);
 }
 
-/// The number of closing braces in the rest of the file that have no opening brace there. Binary data is not
-/// skipped: the number is a guess anyway.
-std::size_t Interpreter::countUnmatchedCloses() const {
-    std::size_t unmatched = 0;
-    std::size_t open = 0;
-    const char* end = scanner_.end();
-    for (const char* p = findSyntax(scanner_.position(), end); p != end; p = findSyntax(p, end)) {
-        if (*p == '\\') {
-            p += std::min<std::ptrdiff_t>(2, end - p);
-            continue;
-        }
-        if (*p == '{') {
-            ++open;
-        } else if (open > 0) {
-            --open;
-        } else {
-            ++unmatched;
-        }
-        ++p;
-    }
-    return unmatched;
-}
-
-/// Handles the brace that closes the document. If unmatched closing braces follow, this one is a stray and the
-/// text goes on. A NUL after the brace rules that out: only the remains of a buffer follow it. Otherwise another
-/// document may follow.
+/// Handles the brace that closes the document, unless it is a stray. Another document may follow.
 void Interpreter::endDocument() {
-    std::string_view rest = scanner_.rest();
-    rest.remove_prefix(std::min(rest.find_first_not_of("\r\n"), rest.size()));
-    if (!straysCounted_) {
-        straysCounted_ = true;
-        work_ += rest.size();
-        if (!rest.empty() && rest.front() != '\0') strays_ = countUnmatchedCloses();
-    }
-    if (strays_ > 0) {
-        --strays_;
-        return;
-    }
+    if (recovery_.isStrayClose(scanner_.rest())) return;
     if (!stack_.empty()) {
         state_ = stack_.front();
         stack_.clear();
@@ -194,13 +130,14 @@ void Interpreter::startDocument() {
 
 void Interpreter::skipRestOfGroup() {
     const char* start = scanner_.position();
-    leaveData(start, scanner_.skipGroup(rawPairs()));
+    leaveData(start, scanner_.skipGroup(decoder_.rawPairs(*state_.charset)));
 }
 
 /// True if the group that was just read or skipped lacks its closing brace: it reached the end of the file, or
 /// closed with the document's last brace.
 bool Interpreter::lacksBrace(Scanner::Completeness completeness) const {
-    return completeness == Scanner::Completeness::cutShort || (stack_.size() > 1 && scanner_.position() == lastBrace_);
+    return completeness == Scanner::Completeness::cutShort ||
+           (stack_.size() > 1 && recovery_.isAfterLastBrace(scanner_.position()));
 }
 
 /// Call after a group of data was read or skipped from `start` on. A group without its closing brace has swallowed
@@ -227,17 +164,15 @@ void Interpreter::readFontTable() {
 /// each time costs another pass.
 bool Interpreter::mayHoldPairs(std::string_view table) {
     const char* end = table.data() + table.size();
-    if (findHighByte(table.data(), end) == end || pairPasses_ >= kMaxRecoveries) return false;
-    if (fonts_.pairPages().empty() || rawIsUtf8()) return false;
-    ++pairPasses_;
-    return true;
+    if (findHighByte(table.data(), end) == end) return false;
+    return !fonts_.pairPages().empty() && !decoder_.rawIsUtf8() && recovery_.mayReadTableAgain();
 }
 
 /// The name of a style does not say its font, and most names have one byte per letter. So the first code page with which the
 /// table ends as it should is taken.
 Scanner::Completeness Interpreter::skipTable() {
     const char* start = scanner_.position();
-    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    const Scanner::Completeness completeness = scanner_.skipGroup(decoder_.rawPairs(*state_.charset));
     const char* end = scanner_.position();
     if (!mayHoldPairs({start, static_cast<std::size_t>(end - start)})) return completeness;
     for (const text::CodePage* pairs : fonts_.pairPages()) {
@@ -251,8 +186,7 @@ Scanner::Completeness Interpreter::skipTable() {
     return completeness;
 }
 
-/// The same for a table. No paragraph can end in a table. If one does, the table's closing brace is missing before
-/// it, and a later brace has closed the table.
+/// The same for a table. If a paragraph ends in it, a later brace than its own has closed the table.
 void Interpreter::leaveTable(const char* start, Scanner::Completeness completeness) {
     const std::string_view table(start, static_cast<std::size_t>(scanner_.position() - start));
     std::size_t body = npos;
@@ -270,12 +204,11 @@ void Interpreter::leaveSwallowed(std::string_view swallowed, Scanner::Completene
     work_ += swallowed.size();
     const bool isCutShort = completeness == Scanner::Completeness::cutShort;
     if (isCutShort) truncated_ = true;
-    if (body == npos || recoveries_ >= kMaxRecoveries) {
+    if (body == npos || !recovery_.mayGoBack()) {
         if (!isCutShort) leaveGroup();
         return;
     }
     work_ += body;
-    ++recoveries_;
     ++loss_.partsSkipped;
     truncated_ = true;
     scanner_.moveTo(swallowed.data() + body);
@@ -487,7 +420,7 @@ void Interpreter::skipAnsiHalf() {
     if (scanner_.peek(0) != '{') return;
     const char* ansiHalf = scanner_.position();
     scanner_.advance();
-    const Scanner::Completeness completeness = scanner_.skipGroup(rawPairs());
+    const Scanner::Completeness completeness = scanner_.skipGroup(decoder_.rawPairs(*state_.charset));
     work_ += static_cast<std::size_t>(scanner_.position() - ansiHalf);
     if (completeness == Scanner::Completeness::whole) {
         scanner_.skipLineEnds();
@@ -495,7 +428,7 @@ void Interpreter::skipAnsiHalf() {
         if (rest.substr(0, 6) == "{\\*\\ud" || rest.substr(0, 4) == "{\\ud") return;
     }
     // Going back reads the group twice, so the number of times is limited.
-    if (++recoveries_ <= kMaxRecoveries) scanner_.moveTo(ansiHalf);
+    if (recovery_.mayGoBack()) scanner_.moveTo(ansiHalf);
 }
 
 /// Skips an entry of the font table or the style sheet that is outside its table because of an extra or a missing

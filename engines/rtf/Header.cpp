@@ -3,6 +3,7 @@
 #include "engines/rtf/Bytes.h"
 #include "engines/rtf/Fragment.h"
 #include "text/Ascii.h"
+#include "text/Unicode.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -26,10 +27,11 @@ std::string_view markupDetail(std::string_view text) {
     return {};
 }
 
-/// Text has hardly any control characters. A NUL, or more than one control in sixteen of the first kWindow bytes, means
-/// binary.
+/// Text has hardly any control characters. A NUL, or more than one control in kTextPerControl of the first kWindow
+/// bytes, means binary.
 bool isBinary(std::string_view bytes) {
     constexpr std::size_t kWindow = 4096;
+    constexpr std::size_t kTextPerControl = 16;
     bytes = bytes.substr(0, kWindow);
     std::size_t controls = 0;
     for (const char c : bytes) {
@@ -38,7 +40,7 @@ bool isBinary(std::string_view bytes) {
             static_cast<std::uint8_t>(c) < 0x20 && c != '\t' && !text::isLineEnd(c) && c != '\f' && c != '\x1B';
         controls += isControl ? 1 : 0;
     }
-    return controls * 16 > bytes.size();
+    return controls * kTextPerControl > bytes.size();
 }
 
 enum class ByteOrder { little, big };
@@ -53,10 +55,10 @@ std::string transcodeUtf16(std::string_view bytes, ByteOrder order) {
     };
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         char32_t c = unitAt(i);
-        if (c >= 0xD800 && c < 0xDC00 && i + 3 < bytes.size()) {
+        if (text::isHighSurrogate(c) && i + 3 < bytes.size()) {
             const char32_t low = unitAt(i + 2);
-            if (low >= 0xDC00 && low < 0xE000) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+            if (text::isLowSurrogate(low)) {
+                c = text::combineSurrogates(c, low);
                 i += 2;
             }
         }

@@ -10,24 +10,19 @@ namespace {
 
 constexpr std::size_t kNoLabelsBelow = 4096; // bytes; the labels of a short file may be longer than the file
 
-const char* endOfLastBrace(std::string_view input) {
-    const std::size_t brace = input.rfind('}');
-    return brace != std::string_view::npos ? input.data() + brace + 1 : nullptr;
-}
-
 } // namespace
 
 Interpreter::Interpreter(const Source& source, const Options& options)
     : options_(options)
     , scanner_(source.bytes)
     , isFragment_(source.isFragment)
-    , lastBrace_(isFragment_ ? nullptr : endOfLastBrace(source.bytes))
     , fonts_(pool_)
     , lists_(fonts_, 1)
+    , decoder_(scanner_, source.isUtf8 ? CharacterDecoder::RawBytes::utf8 : CharacterDecoder::RawBytes::unknown)
+    , recovery_(source.bytes, isFragment_)
     , output_(scanner_)
     , cellMark_(options.cells == CellSeparator::line ? '\n' : '\t')
     , labelBudget_(source.bytes.size() * kLabelBytesPerInputByte + kNoLabelsBelow) {
-    if (source.isUtf8) rawIsUtf8_ = Answer::yes;
     state_.charset = fonts_.defaultCharset();
     lists_.reset();
     if (source.lostOpening || isFragment_) stack_.push_back(state_);
@@ -185,74 +180,6 @@ void Interpreter::setCharset(const Charset* charset) {
     state_.charset = charset;
     const unsigned symbols = charset->isSymbolFont() ? unsigned{kSymbolFont} : 0U;
     state_.flags = static_cast<std::uint8_t>((state_.flags & ~kSymbolFont) | symbols);
-}
-
-void Interpreter::startParagraph() {
-    // A paragraph of the body that has none ends old-style numbering.
-    if (countsOldNumbers_ && !paragraph_.keepsOldNumbers && frames_.empty()) {
-        lists_.endOldNumbering();
-        countsOldNumbers_ = false;
-    }
-    paragraph_.keepsOldNumbers = false;
-    paragraph_.start = output_.size();
-    paragraph_.listText = paragraph_.start;
-    paragraph_.labelled = false;
-    armLabel();
-}
-
-void Interpreter::endParagraph(char mark) {
-    if ((state_.flags & kSuppressed) != 0) return; // a hidden paragraph mark joins two paragraphs
-    settle();
-    output_.append(mark);
-    if (!paragraph_.boxes.empty() && paragraph_.cellEnd == 0) {
-        output_.append(paragraph_.boxes);
-        paragraph_.boxes.clear();
-    }
-    startParagraph();
-}
-
-void Interpreter::endLine() {
-    if (options_.reflow == Reflow::off) {
-        if (!prepareText()) return;
-        output_.append('\n');
-        return;
-    }
-    if (!prepareText() || output_.atLineStart()) return;
-    // A hyphen between a letter and a lower-case letter on the next line divides a word.
-    const std::string_view written = output_.view(paragraph_.start);
-    scanner_.skipLineEnds();
-    const char next = scanner_.peek(0);
-    const bool goesOnSmall = (next >= 'a' && next <= 'z') || isHigh(next) || next == '\\';
-    const bool endsWithHyphen = written.size() >= 2 && written.back() == '-' &&
-                                (text::isLetter(written[written.size() - 2]) || isHigh(written[written.size() - 2]));
-    if (endsWithHyphen && goesOnSmall) {
-        output_.truncate(output_.size() - 1);
-    } else if (written.size() >= 2 && written.substr(written.size() - 2) == "\u00AD") {
-        output_.truncate(output_.size() - 2);
-    } else if (written.empty() || written.back() != ' ') {
-        output_.append(' ');
-    }
-}
-
-void Interpreter::endCell() {
-    settle();
-    output_.append(cellMark_);
-    paragraph_.cellEnd = output_.size();
-    startParagraph();
-}
-
-void Interpreter::endRow() {
-    settle();
-    if (paragraph_.cellEnd != 0 && paragraph_.cellEnd == output_.size()) output_.truncate(output_.size() - 1);
-    paragraph_.cellEnd = 0;
-    output_.append('\n');
-    output_.append(paragraph_.boxes);
-    paragraph_.boxes.clear();
-    startParagraph();
-}
-
-void Interpreter::writeTab() {
-    if (prepareText()) output_.append('\t');
 }
 
 /// A document that lacks only its last brace counts as whole if it ends at the end of a paragraph, a row or a group.

@@ -1,14 +1,16 @@
 // The core of the RTF engine: walks the document once, keeps the state of the open groups and writes the text. Its
-// member functions are in three files: Interpreter.cpp (the walk, control words, paragraphs), Groups.cpp (groups
-// and destinations) and Characters.cpp (bytes, code points, list labels).
+// member functions are in three files: Interpreter.cpp (the walk and control words), Groups.cpp (groups and
+// destinations) and Paragraphs.cpp (the text of paragraphs and the marks that end them).
 #pragma once
 
 #include "engines/Extract.h"
+#include "engines/rtf/CharacterDecoder.h"
 #include "engines/rtf/Fields.h"
 #include "engines/rtf/Fonts.h"
 #include "engines/rtf/Header.h"
 #include "engines/rtf/Lists.h"
 #include "engines/rtf/Output.h"
+#include "engines/rtf/Recovery.h"
 #include "engines/rtf/Scanner.h"
 
 #include <cstdint>
@@ -20,7 +22,6 @@ namespace quillow::rtf {
 
 inline constexpr std::size_t kMaxDepth = 4096; ///< groups nested deeper share one state; their text is still read
 inline constexpr std::size_t kMaxFrames = 64;  ///< nested notes, boxes and fields; deeper ones are plain groups
-inline constexpr int kMaxRecoveries = 8;       ///< how often the walk goes back into a group that it has skipped
 inline constexpr std::size_t kLabelBytesPerInputByte = 4; ///< computed list labels beyond this are not written
 
 class Interpreter {
@@ -36,7 +37,7 @@ public:
     /// True if a part is missing: the file ends inside the text or inside a group, or a group lacks its closing brace.
     [[nodiscard]] bool isTruncated() const { return truncated_; }
     /// Tokens read and bytes skipped so far: a measure of work that does not depend on the machine.
-    [[nodiscard]] std::uint64_t work() const { return work_; }
+    [[nodiscard]] std::uint64_t work() const { return work_ + decoder_.work() + recovery_.work(); }
 
 private:
     /// What happens at the closing brace of a group.
@@ -97,12 +98,6 @@ private:
     void skipBinary(std::int32_t length);
     void setFlag(Flag flag, bool on);
     void setCharset(const Charset* charset);
-    void endParagraph(char mark = '\n');
-    void endLine();
-    void endCell();
-    void endRow();
-    void startParagraph();
-    void writeTab();
     void finishAtEnd();
     [[nodiscard]] bool endsAtBoundary() const;
 
@@ -130,19 +125,11 @@ private:
     void skipAnsiHalf();
     void skipAttachment();
     void skipStrayEntry();
-    [[nodiscard]] std::size_t countUnmatchedCloses() const;
 
-    // Characters.cpp
+    // Paragraphs.cpp
     void takePlainText();
     void takeBytes();
-    void takeUsualHex();
-    void takeUsualUnicode();
-    void takeUnusualByte(std::uint8_t byte, bool isRaw, const char* next);
-    void takePair(const text::CodePage& pairs, std::uint8_t lead, bool isRaw, const char* next);
-    void takeUtf8Sequence(std::uint8_t lead, const char* next);
-    void takeRawUtf8();
     void takeUnicode(std::int32_t number);
-    void skipFallback();
     [[nodiscard]] bool prepareText();
     /// Call at the end of a paragraph: writes what is pending.
     void settle() {
@@ -152,23 +139,27 @@ private:
     void writeCodePoint(char32_t c);
     void writeSurrogate(char32_t c);
     void writeReplacement();
+    void writeTab();
     void writeLabel();
     /// Makes a label pending if the paragraph is in a list and has no text yet.
     void armLabel() {
         if (state_.listOverride == 0 && !state_.hasOldNumbering) return;
         if (output_.size() == paragraph_.start) pending_ |= kLabel;
     }
-    [[nodiscard]] bool rawIsUtf8();
-    [[nodiscard]] const text::CodePage* rawPairs();
+    void startParagraph();
+    void endParagraph(char mark = '\n');
+    void endLine();
+    void endCell();
+    void endRow();
 
     const Options& options_;
     Scanner scanner_;
     bool isFragment_;
-    const char*
-        lastBrace_; ///< the byte after the file's last closing brace, or nullptr; in a fragment it closes no document
     CharsetPool pool_;
     FontTable fonts_;
     Lists lists_;
+    CharacterDecoder decoder_;
+    Recovery recovery_;
     Output output_;
     LossAccount loss_;
 
@@ -188,12 +179,6 @@ private:
     std::uint32_t noteCount_ = 0;
     std::size_t labelBudget_;
 
-    enum class Answer : std::uint8_t { unknown, no, yes };
-    Answer rawIsUtf8_ = Answer::unknown;
-    bool straysCounted_ = false;
-    std::size_t strays_ = 0;
-    int recoveries_ = 0;
-    int pairPasses_ = 0;
     bool truncated_ = false;
     std::uint64_t work_ = 0;
 };

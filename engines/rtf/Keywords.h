@@ -50,7 +50,6 @@ enum class Action : std::uint8_t {
     styleRelation, ///< \sbasedon, \snext
     // Words of the list tables
     numberFormat,
-    levelFormat,
     levelStart,
     levelFollow,
     levelLegal,
@@ -58,7 +57,7 @@ enum class Action : std::uint8_t {
     listId,
     overrideStart,
     overrideFormat,
-    // Words of old-style numbering (\pn); value of pnFormat: a \levelnfc number
+    // Words of old-style numbering (\pn); value of pnFormat: a NumberFormat
     pnLevel,
     pnBullet,
     pnBody,
@@ -71,7 +70,6 @@ enum class Action : std::uint8_t {
 enum class Destination : std::uint8_t {
     body, ///< an ordinary group, or a \* destination that is read as text
     skipped,
-    data,  ///< skipped; holds binary or other data
     table, ///< skipped; a table has no paragraphs, so a paragraph in it belongs to the body
     fontTable,
     listTable,

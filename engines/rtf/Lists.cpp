@@ -32,11 +32,8 @@ std::u32string LabelTemplate::decode(const Charset& charset) const {
     std::u32string decoded;
     for (std::size_t i = 0; i < units_.size(); ++i) {
         if ((units_[i] & kByteFlag) == 0) {
-            char32_t c = units_[i];
-            const bool isSign = c >= 0xF020 && c <= 0xF0FF;
-            const auto symbols = charset.isSymbolFont() ? charset.symbols() : text::symbolToUnicode;
-            if (isSign) c = symbols(static_cast<std::uint8_t>(c & 0xFF));
-            decoded.push_back(c);
+            const char32_t c = units_[i];
+            decoded.push_back(text::isSymbolSign(c) ? charset.decodeSign(c) : c);
             continue;
         }
         const auto byte = static_cast<std::uint8_t>(units_[i]);
@@ -115,7 +112,7 @@ void Lists::readLevel(Scanner& scanner, List& list) {
         const std::int32_t parameter = token.word.parameter;
         switch (token.word.action()) {
         case Action::numberFormat:
-            if (!hasFormat) pending.level.format = parameter;
+            if (!hasFormat) pending.level.format = NumberFormat{parameter};
             hasFormat = true;
             break;
         case Action::levelStart: pending.level.start = clampStart(parameter); break;
@@ -303,11 +300,12 @@ std::u32string Lists::nextLabel(int ls, int level) {
         if (c >= kListLevels) {
             label.push_back(c);
         } else if (c <= at) {
-            const int format = list.levels[c].format;
-            appendNumber(label, shown.legal && format != kFormatNone ? kFormatArabic : format, counters[c]);
+            const NumberFormat format = list.levels[c].format;
+            appendNumber(label, shown.legal && format != NumberFormat::none ? NumberFormat::arabic : format,
+                         counters[c]);
         }
     }
-    if (label.empty() || shown.format == kFormatNone) return label;
+    if (label.empty() || shown.format == NumberFormat::none) return label;
     if (shown.follow == Follow::tab) label.push_back(U'\t');
     if (shown.follow == Follow::space) label.push_back(U' ');
     return label;
@@ -358,7 +356,7 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
             hasKind = true;
             break;
         case Action::pnFormat:
-            numbering.format = word.keyword.value;
+            numbering.format = NumberFormat{word.keyword.value};
             hasNumber = true;
             break;
         case Action::pnStart:

@@ -42,7 +42,7 @@ struct OldNumbering {
     Kind kind = Kind::none;
     bool goesOn = false; ///< \pnlvlcont: no label, but the numbers count on after it
     int level = 0;
-    int format = kFormatArabic;
+    NumberFormat format = NumberFormat::arabic;
     std::uint32_t start = 1;
     std::u32string before;
     std::u32string after;
@@ -83,7 +83,7 @@ private:
     enum class Follow : std::uint8_t { tab, space, nothing };
 
     struct Level {
-        int format = kFormatArabic;
+        NumberFormat format = NumberFormat::arabic;
         std::uint32_t start = 1;
         Follow follow = Follow::tab;
         bool legal = false;

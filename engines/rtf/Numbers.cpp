@@ -48,46 +48,52 @@ constexpr Letters kKoreanDigits = U"영일이삼사오육칠팔구";
 enum class Beyond { repeat, wrap, digits };
 
 struct Alphabet {
-    int format;
+    NumberFormat format;
     Beyond beyond;
     Letters letters;
 };
 
 constexpr Alphabet kAlphabets[] = {
-    {3, Beyond::repeat, kLatinUpper},
-    {4, Beyond::repeat, kLatinLower},
-    {12, Beyond::wrap, kAiueoHalf},
-    {13, Beyond::wrap, kIrohaHalf},
-    {18, Beyond::digits, kCircled},
-    {20, Beyond::wrap, kAiueo},
-    {21, Beyond::wrap, kIroha},
-    {24, Beyond::wrap, kGanada},
-    {25, Beyond::wrap, kChosung},
-    {26, Beyond::digits, kFullStops},
-    {27, Beyond::digits, kParenthesized},
-    {28, Beyond::digits, kCircled},
-    {29, Beyond::digits, kParenthesizedIdeographs},
-    {30, Beyond::digits, kHeavenlyStems},
-    {31, Beyond::digits, kEarthlyBranches},
-    {46, Beyond::wrap, kArabicAlphabet},
-    {47, Beyond::digits, kHebrew},
-    {48, Beyond::wrap, kArabicAbjad},
-    {49, Beyond::wrap, kHindiConsonants}, // deliberate: word processors swap the letters of 49 and 50
-    {50, Beyond::wrap, kHindiVowels},
-    {53, Beyond::wrap, kThai},
-    {58, Beyond::repeat, kRussianLower},
-    {59, Beyond::repeat, kRussianUpper},
+    {NumberFormat::upperLetter, Beyond::repeat, kLatinUpper},
+    {NumberFormat::lowerLetter, Beyond::repeat, kLatinLower},
+    {NumberFormat::aiueo, Beyond::wrap, kAiueoHalf},
+    {NumberFormat::iroha, Beyond::wrap, kIrohaHalf},
+    {NumberFormat::circle, Beyond::digits, kCircled},
+    {NumberFormat::aiueoDoubleByte, Beyond::wrap, kAiueo},
+    {NumberFormat::irohaDoubleByte, Beyond::wrap, kIroha},
+    {NumberFormat::korean2, Beyond::wrap, kGanada},
+    {NumberFormat::korean1, Beyond::wrap, kChosung},
+    {NumberFormat::chinese1, Beyond::digits, kFullStops},
+    {NumberFormat::chinese2, Beyond::digits, kParenthesized},
+    {NumberFormat::chinese3, Beyond::digits, kCircled},
+    {NumberFormat::chinese4, Beyond::digits, kParenthesizedIdeographs},
+    {NumberFormat::zodiac1, Beyond::digits, kHeavenlyStems},
+    {NumberFormat::zodiac2, Beyond::digits, kEarthlyBranches},
+    {NumberFormat::arabicAlphabet, Beyond::wrap, kArabicAlphabet},
+    {NumberFormat::hebrewBiblical, Beyond::digits, kHebrew},
+    {NumberFormat::arabicAbjad, Beyond::wrap, kArabicAbjad},
+    {NumberFormat::hindiVowels, Beyond::wrap, kHindiConsonants}, // deliberate: word processors swap these two
+    {NumberFormat::hindiConsonants, Beyond::wrap, kHindiVowels},
+    {NumberFormat::thaiLetters, Beyond::wrap, kThai},
+    {NumberFormat::lowerRussian, Beyond::repeat, kRussianLower},
+    {NumberFormat::upperRussian, Beyond::repeat, kRussianUpper},
 };
 
 struct Digits {
-    int format;
+    NumberFormat format;
     Letters digits;
 };
 
 constexpr Digits kDigits[] = {
-    {10, kIdeographDigits}, {14, kFullwidthDigits},  {17, kIdeographDigits},
-    {19, kFullwidthDigits}, {36, kCircleDigits},     {41, kKoreanDigits},
-    {44, kZeroDigits},      {51, kDevanagariDigits}, {54, kThaiDigits},
+    {NumberFormat::kanji1, kIdeographDigits},
+    {NumberFormat::doubleByte, kFullwidthDigits},
+    {NumberFormat::kanji4, kIdeographDigits},
+    {NumberFormat::doubleByteArabic, kFullwidthDigits},
+    {NumberFormat::taiwaneseDoubleByte4, kCircleDigits},
+    {NumberFormat::koreanDoubleByte1, kKoreanDigits},
+    {NumberFormat::koreanDoubleByte4, kZeroDigits},
+    {NumberFormat::hindiNumbers, kDevanagariDigits},
+    {NumberFormat::thaiNumbers, kThaiDigits},
 };
 
 /// Which powers of ten have the digit one before them.
@@ -95,7 +101,7 @@ enum class Ones { always, allButTen, never };
 
 /// Numbers with a character for each power of ten, as in Chinese, Japanese and Korean.
 struct Counting {
-    int format;
+    NumberFormat format;
     Ones ones;
     bool saysZero; ///< whether a zero fills a gap between two digits
     std::uint32_t largest;
@@ -110,15 +116,15 @@ constexpr Letters kSimplifiedFormalDigits = U"零壹贰叁肆伍陆柒捌玖";
 constexpr Letters kJapaneseFormalDigits = U"〇壱弐参四伍六七八九";
 
 constexpr Counting kCountings[] = {
-    {11, Ones::never, false, 9999, kIdeographDigits, kPowers},
-    {16, Ones::always, false, 9999, kJapaneseFormalDigits, U"拾百千"},
-    {33, Ones::allButTen, false, 99, kCircleDigits, kPowers},
-    {34, Ones::always, true, 9999, kFormalDigits, kFormalPowers},
-    {35, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
-    {37, Ones::allButTen, false, 99, kCircleDigits, kPowers},
-    {38, Ones::always, true, 9999, kSimplifiedFormalDigits, kFormalPowers},
-    {39, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
-    {42, Ones::never, false, 9999, kKoreanDigits, U"십백천"},
+    {NumberFormat::kanji2, Ones::never, false, 9999, kIdeographDigits, kPowers},
+    {NumberFormat::kanji3, Ones::always, false, 9999, kJapaneseFormalDigits, U"拾百千"},
+    {NumberFormat::taiwaneseDoubleByte1, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {NumberFormat::taiwaneseDoubleByte2, Ones::always, true, 9999, kFormalDigits, kFormalPowers},
+    {NumberFormat::taiwaneseDoubleByte3, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {NumberFormat::chineseDoubleByte1, Ones::allButTen, false, 99, kCircleDigits, kPowers},
+    {NumberFormat::chineseDoubleByte2, Ones::always, true, 9999, kSimplifiedFormalDigits, kFormalPowers},
+    {NumberFormat::chineseDoubleByte3, Ones::allButTen, true, 9999, kZeroDigits, kPowers},
+    {NumberFormat::koreanDoubleByte2, Ones::never, false, 9999, kKoreanDigits, U"십백천"},
 };
 
 /// Native Korean numbers, for 1 to 99.
@@ -229,25 +235,31 @@ void appendEnglish(std::u32string& out, std::uint32_t value, bool ordinal) {
     out[last] += 'a' - 'A';
 }
 
-/// Hebrew letters as numbers: 15 and 16 are written 9+6 and 9+7.
+/// Hebrew letters as numbers: 1 to 9, the tens, then the hundreds up to 400. 15 and 16 are written 9 + 6 and 9 + 7.
 void appendHebrewNumber(std::u32string& out, std::uint32_t value) {
-    if (value == 0 || value > 999) return appendArabic(out, value);
-    for (; value >= 400; value -= 400)
-        out.push_back(kHebrew[21]);
-    if (value >= 100) out.push_back(kHebrew[17 + value / 100]);
+    constexpr std::uint32_t kLargest = 999;
+    constexpr std::uint32_t kLargestHundreds = 400; // the last letter; larger hundreds repeat it
+    constexpr std::size_t kOne = 0;
+    constexpr std::size_t kTen = 9;
+    constexpr std::size_t kHundred = 18;
+    constexpr std::size_t kFourHundred = 21;
+    if (value == 0 || value > kLargest) return appendArabic(out, value);
+    for (; value >= kLargestHundreds; value -= kLargestHundreds)
+        out.push_back(kHebrew[kFourHundred]);
+    if (value >= 100) out.push_back(kHebrew[kHundred + value / 100 - 1]);
     value %= 100;
     if (value == 15 || value == 16) {
-        out.push_back(kHebrew[8]);
+        out.push_back(kHebrew[kOne + 9 - 1]);
         value -= 9;
     } else if (value >= 10) {
-        out.push_back(kHebrew[8 + value / 10]);
+        out.push_back(kHebrew[kTen + value / 10 - 1]);
         value %= 10;
     }
-    if (value > 0) out.push_back(kHebrew[value - 1]);
+    if (value > 0) out.push_back(kHebrew[kOne + value - 1]);
 }
 
 template <typename Table>
-const auto* findFormat(const Table& table, int format) {
+const auto* findFormat(const Table& table, NumberFormat format) {
     const auto* found = std::find_if(std::begin(table), std::end(table),
                                      [format](const auto& entry) { return entry.format == format; });
     return found != std::end(table) ? found : nullptr;
@@ -255,26 +267,26 @@ const auto* findFormat(const Table& table, int format) {
 
 } // namespace
 
-void appendNumber(std::u32string& out, int format, std::uint32_t value) {
+void appendNumber(std::u32string& out, NumberFormat format, std::uint32_t value) {
     switch (format) {
-    case kFormatBullet:
-    case kFormatNone: return;
-    case 1: return appendRoman(out, value, true);
-    case 2: return appendRoman(out, value, false);
-    case 5: return appendOrdinal(out, value);
-    case 6: return appendEnglish(out, value, false);
-    case 7: return appendEnglish(out, value, true);
-    case 22:
+    case NumberFormat::bullet:
+    case NumberFormat::none: return;
+    case NumberFormat::upperRoman: return appendRoman(out, value, true);
+    case NumberFormat::lowerRoman: return appendRoman(out, value, false);
+    case NumberFormat::ordinal: return appendOrdinal(out, value);
+    case NumberFormat::cardinalText: return appendEnglish(out, value, false);
+    case NumberFormat::ordinalText: return appendEnglish(out, value, true);
+    case NumberFormat::arabicLeadingZero:
         if (value < 10) out.push_back('0');
         return appendArabic(out, value);
-    case 32: // the sixty-year cycle: a stem and a branch
+    case NumberFormat::zodiac3: // the sixty-year cycle: a stem and a branch
         if (value == 0) return appendArabic(out, value);
         out.push_back(kHeavenlyStems[(value - 1) % kHeavenlyStems.size()]);
         out.push_back(kEarthlyBranches[(value - 1) % kEarthlyBranches.size()]);
         return;
-    case 43: return appendKorean(out, value);
-    case 45: return appendHebrewNumber(out, value);
-    case 57:
+    case NumberFormat::koreanDoubleByte3: return appendKorean(out, value);
+    case NumberFormat::hebrewNonStandard: return appendHebrewNumber(out, value);
+    case NumberFormat::page:
         appendAscii(out, "- ");
         appendArabic(out, value);
         return appendAscii(out, " -");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engines/rtf/Scanner.h"
+#include "text/Unicode.h"
 #include "text/Utf8.h"
 
 #include <cstdint>
@@ -109,9 +110,9 @@ inline void Output::appendCodePoint(char32_t c) {
         append(static_cast<char>(c));
     } else if (c < 0x800) {
         appendPacked(0x80C0U | (c >> 6) | (c & 0x3F) << 8, 2);
-    } else if (c < 0x10000 && (c < 0xD800 || c > 0xDFFF)) {
+    } else if (c < text::kFirstSupplementary && !text::isSurrogate(c)) {
         appendPacked(0x8080E0U | (c >> 12) | (c >> 6 & 0x3F) << 8 | (c & 0x3F) << 16, 3);
-    } else if (c >= 0x10000 && c <= 0x10FFFF) {
+    } else if (c >= text::kFirstSupplementary && c <= text::kLastCodePoint) {
         appendPacked(0x808080F0U | (c >> 18) | (c >> 12 & 0x3F) << 8 | (c >> 6 & 0x3F) << 16 | (c & 0x3F) << 24, 4);
     } else {
         appendCodePoint(text::kReplacementCharacter);

@@ -20,7 +20,7 @@ namespace {
 std::string readPlainText(std::string_view bytes, const Options& options, LossAccount& loss) {
     text::TextSink sink(options.pageMarks == PageMarks::formFeed ? text::TextSink::FormFeeds::keep
                                                                  : text::TextSink::FormFeeds::drop);
-    const text::CodePage* latin = text::isValidUtf8(bytes) ? nullptr : text::CodePage::forNumber(kWindowsLatin);
+    const text::CodePage* latin = text::isValidUtf8(bytes) ? nullptr : text::CodePage::forNumber(text::kWindowsLatin);
     sink.reserve(bytes.size() + 1);
     while (!bytes.empty()) {
         const std::size_t special = std::min(bytes.find('\r'), bytes.size());

@@ -10,7 +10,7 @@ TEST(Keywords, knownWordsAreFoundWithTheirValue) {
     EXPECT_EQ(findKeyword("u").action, Action::unicode);
     EXPECT_EQ(findKeyword("emdash").value, 0x2014);
     EXPECT_EQ(findKeyword("mac").value, 10000);
-    EXPECT_EQ(findKeyword("pict").destination(), Destination::data);
+    EXPECT_EQ(findKeyword("pict").destination(), Destination::skipped);
     EXPECT_EQ(findKeyword("zwnj").value, 0x200C);
 }
 

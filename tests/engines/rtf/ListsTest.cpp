@@ -39,7 +39,7 @@ TEST(Numbers, formatsGiveTheirNumber) {
     };
     for (const NumberCase& numberCase : kCases) {
         std::u32string text;
-        appendNumber(text, numberCase.format, numberCase.value);
+        appendNumber(text, NumberFormat{numberCase.format}, numberCase.value);
         EXPECT_EQ(text, numberCase.text) << numberCase.format << ' ' << numberCase.value;
     }
 }
@@ -48,7 +48,7 @@ TEST(Numbers, noNumberIsLongerThanTheLimit) {
     for (int format = 0; format <= 60; ++format) {
         for (const std::uint32_t value : {0U, 1U, 99U, 780U, 3888U, 27888U, 32767U, 0xFFFFFFFEU}) {
             std::u32string text;
-            appendNumber(text, format, value);
+            appendNumber(text, NumberFormat{format}, value);
             EXPECT_LE(text.size(), kMaxNumberLength) << format << ' ' << value;
         }
     }

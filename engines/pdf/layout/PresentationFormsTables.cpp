@@ -1,5 +1,5 @@
 // Made by tools/make_presentation_forms.py from Unicode 14.0.0.
-#include "engines/pdf/PresentationForms.h"
+#include "engines/pdf/layout/PresentationForms.h"
 
 namespace quillow::pdf {
 

@@ -1,4 +1,4 @@
-#include "engines/pdf/PresentationForms.h"
+#include "engines/pdf/layout/PresentationForms.h"
 
 #include <gtest/gtest.h>
 
