@@ -1,6 +1,6 @@
 // Time and memory of an export of ten thousand to a million records with ten fields each. The memory is the peak of the
 // process, records included. To get the peak of one size, run only that size: --benchmark_filter='exports/1000000/'.
-#include "util/ExportText.h"
+#include "util/exporter/ExportText.h"
 
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>

@@ -1,8 +1,8 @@
 #include "cli/Input.h"
 
 #include "cli/Arguments.h"
-#include "cli/FileDescriptor.h"
 #include "cli/Paths.h"
+#include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 // A file's bytes mapped into memory instead of read: nothing is copied, and no page of memory is filled.
 #pragma once
 
-#include "cli/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 #include <sys/stat.h>
 

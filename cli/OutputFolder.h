@@ -1,7 +1,7 @@
 // The folder that the texts go into, and the folders below it. Each file appears whole or not at all.
 #pragma once
 
-#include "cli/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 #include <ctime>
 #include <memory>

@@ -4,7 +4,6 @@
 #include "cli/Batch.h"
 #include "cli/Conversion.h"
 #include "cli/Destination.h"
-#include "cli/FileDescriptor.h"
 #include "cli/HelpText.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
@@ -13,6 +12,7 @@
 #include "cli/OutputFolder.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
+#include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

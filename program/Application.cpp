@@ -1,6 +1,6 @@
 #include "program/Application.h"
 
-#include "platform/qt/WindowActivation.h"
+#include "platform/qt/life/WindowActivation.h"
 
 #include <QApplication>
 #include <QEvent>

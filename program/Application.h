@@ -2,9 +2,9 @@
 // for the end (the menu, a signal, the session, the window system that goes away), the delegate is told once.
 #pragma once
 
-#include "platform/qt/HandoverMessage.h"
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/TerminationSignals.h"
+#include "platform/qt/life/HandoverMessage.h"
+#include "platform/qt/life/TerminationSignals.h"
+#include "platform/qt/services/QtMainQueue.h"
 #include "program/Parts.h"
 
 #include <QObject>

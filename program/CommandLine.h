@@ -1,7 +1,7 @@
 // The command line of the desktop program, and what of its surroundings a start hands over.
 #pragma once
 
-#include "platform/qt/HandoverMessage.h"
+#include "platform/qt/life/HandoverMessage.h"
 
 #include <QCoreApplication>
 

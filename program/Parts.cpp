@@ -1,7 +1,7 @@
 #include "program/Parts.h"
 
-#include "platform/qt/DiscloseButton.h"
-#include "platform/qt/DropArea.h"
+#include "platform/qt/controls/DiscloseButton.h"
+#include "platform/qt/dragdrop/DropArea.h"
 #include "prefs/MWPhoneHome.h"
 
 #include <utility>

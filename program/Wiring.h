@@ -5,8 +5,8 @@
 #include "base/UndoManager.h"
 #include "frame/MWDragDropView.h"
 #include "platform/Defaults.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/PreferencesBindings.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "platform/qt/windows/PreferencesBindings.h"
 #include "util/MWValueTransformer.h"
 
 #include <functional>

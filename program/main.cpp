@@ -1,8 +1,8 @@
 // The desktop program. A start that finds another one running hands its documents over and ends.
 #include "base/Release.h"
 #include "frame/MWAppSupportUtility.h"
-#include "platform/qt/DocumentGlyph.h"
-#include "platform/qt/SingleInstance.h"
+#include "platform/qt/dragdrop/DocumentGlyph.h"
+#include "platform/qt/life/SingleInstance.h"
 #include "program/Application.h"
 #include "program/CommandLine.h"
 

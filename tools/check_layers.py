@@ -5,6 +5,7 @@ if one breaks a rule.
 A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that matches a file decides. Allowed words:
   std        any <...> header that is neither Qt nor X11: the standard library and POSIX
   qtvalue    the Qt Core value headers listed in QT_VALUE
+  qtcore     further Qt Core headers, of classes that only compute (QT_COMPUTING)
   qt         any Qt header
   x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
   a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" forbids it; the longest decides
@@ -17,6 +18,8 @@ import sys
 QT_VALUE = {"QByteArray", "QByteArrayView", "QChar", "QDate", "QDateTime", "QHash", "QList", "QLatin1StringView", "QMap",
             "QPoint", "QRect", "QRectF", "QSet", "QSize", "QSizeF", "QString", "QStringList", "QStringView", "QTime",
             "QTimeZone", "QUrl", "QUuid", "QtGlobal"}
+# Classes that compute on bytes and texts: no file, no network, no event loop.
+QT_COMPUTING = {"QStringDecoder", "QStringEncoder", "QXmlStreamReader", "QtEndian"}
 POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|malloc|immintrin|arm_neon)\.h$")
 SOURCES = {".h", ".hpp", ".c", ".cc", ".cpp"}
 
@@ -43,7 +46,7 @@ def is_allowed(source, include, angled, words):
     if re.match(r"(X11|xcb)/", include):
         return "x11" in words and source.suffix == ".cpp"
     if re.match(r"Q[A-Z]|Qt[A-Z]|qt", name) or include.startswith("Qt"):
-        return "qt" in words or ("qtvalue" in words and name in QT_VALUE)
+        return "qt" in words or ("qtvalue" in words and name in QT_VALUE) or ("qtcore" in words and name in QT_COMPUTING)
     if "std" in words and ("." not in include or POSIX.match(include)):
         return True
     return any(include.startswith(w) for w in words)

@@ -1,6 +1,6 @@
 #include "cli/Input.h"
 
-#include "cli/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 #include "tests/cli/TemporaryFolder.h"
 
 #include <fcntl.h>

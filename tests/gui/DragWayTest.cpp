@@ -1,6 +1,6 @@
 // Which way the drag of an X server is told to come, by who owns its selection. On a private server without a window manager:
 // this test is the window manager.
-#include "platform/qt/DragWay.h"
+#include "platform/qt/dragdrop/DragWay.h"
 
 #include <QGuiApplication>
 

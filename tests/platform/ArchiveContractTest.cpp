@@ -1,5 +1,5 @@
 // What every archive behind the port does, and what becomes of damaged files on the disk.
-#include "platform/qt/QtArchive.h"
+#include "platform/qt/storage/QtArchive.h"
 #include "tests/fakes/FakeArchive.h"
 #include "tests/platform/FileWorlds.h"
 

@@ -1,5 +1,5 @@
 // What every defaults store behind the port does.
-#include "platform/qt/QtDefaults.h"
+#include "platform/qt/storage/QtDefaults.h"
 #include "tests/fakes/FakeDefaults.h"
 
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // Another process on the same settings file. "write FILE" stores one value of each type, "read FILE" prints them, "churn FILE"
 // writes until it is killed.
-#include "platform/qt/BoxedText.h"
-#include "platform/qt/QtDefaults.h"
+#include "platform/qt/storage/BoxedText.h"
+#include "platform/qt/storage/QtDefaults.h"
 #include "tests/platform/DefaultsSample.h"
 
 #include <QCoreApplication>

@@ -1,11 +1,11 @@
 // The drop area with its views: which drags it takes, what it answers, what it paints at each scale, and its life as a button.
 // Drags over a real window system are in tests/gui.
-#include "platform/qt/DropArea.h"
+#include "platform/qt/dragdrop/DropArea.h"
 
 #include "base/PathBytes.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "frame/MWWhiteView.h"
-#include "platform/qt/DropRule.h"
+#include "platform/qt/dragdrop/DropRule.h"
 #include "tests/platform/Waiting.h"
 
 #include <QApplication>

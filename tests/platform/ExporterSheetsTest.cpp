@@ -1,6 +1,6 @@
 // The exporter's sheets, used as a person uses them: through their lists, buttons, fields and keys.
-#include "platform/qt/ExportSettingsDialog.h"
-#include "platform/qt/SaveDialog.h"
+#include "platform/qt/exporter/ExportSettingsDialog.h"
+#include "platform/qt/exporter/SaveDialog.h"
 #include "tests/platform/ExporterWindow.h"
 #include "tests/platform/Waiting.h"
 

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "platform/DocumentContainer.h"
-#include "platform/qt/AccessRegistry.h"
-#include "platform/qt/QtExporterInterface.h"
-#include "platform/qt/QtFileSystem.h"
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtSavePanels.h"
-#include "platform/qt/QtWindow.h"
-#include "util/MWDataExportManager.h"
+#include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/exporter/QtExporterInterface.h"
+#include "platform/qt/exporter/QtSavePanels.h"
+#include "platform/qt/files/AccessRegistry.h"
+#include "platform/qt/files/QtFileSystem.h"
+#include "platform/qt/services/QtMainQueue.h"
+#include "util/exporter/MWDataExportManager.h"
 
 #include <QAction>
 #include <QLabel>

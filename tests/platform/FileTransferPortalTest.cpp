@@ -1,6 +1,6 @@
 // Drags whose files are had from the desktop's portal, with a portal of the test's own on a bus of its own.
 #include "frame/MWDragDropView.h"
-#include "platform/qt/DropArea.h"
+#include "platform/qt/dragdrop/DropArea.h"
 #include "tests/platform/PrivateBus.h"
 
 #include <QCoreApplication>

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "base/PathBytes.h"
-#include "platform/qt/AccessRegistry.h"
-#include "platform/qt/QtBookmarkStore.h"
-#include "platform/qt/QtFileSystem.h"
-#include "platform/qt/QtWorkspace.h"
+#include "platform/qt/files/AccessRegistry.h"
+#include "platform/qt/files/QtBookmarkStore.h"
+#include "platform/qt/files/QtFileSystem.h"
+#include "platform/qt/files/QtWorkspace.h"
 #include "tests/fakes/FakeBookmarkStore.h"
 #include "tests/fakes/FakeFileSystem.h"
 #include "tests/fakes/FakeWorkspace.h"

@@ -1,5 +1,5 @@
 // What one start hands to another: the message's form, hostile messages, and the paths it names.
-#include "platform/qt/HandoverMessage.h"
+#include "platform/qt/life/HandoverMessage.h"
 
 #include "base/PathBytes.h"
 

@@ -1,5 +1,5 @@
 // Dates in medium style, the locale and the zone that they are written in.
-#include "platform/qt/IcuDateFormatting.h"
+#include "platform/qt/services/IcuDateFormatting.h"
 
 #include <QTimeZone>
 

@@ -1,7 +1,7 @@
 // Keyed archives: what is written is read back, what other writers wrote is read, and nothing that is damaged does harm.
-#include "platform/qt/KeyedArchive.h"
+#include "platform/qt/plist/KeyedArchive.h"
 
-#include "platform/qt/PropertyList.h"
+#include "platform/qt/plist/PropertyList.h"
 #include "tests/platform/BinaryListWriter.h"
 
 #include <gtest/gtest.h>

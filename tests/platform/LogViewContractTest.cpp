@@ -1,5 +1,5 @@
 // What every log view behind the port does.
-#include "platform/qt/QtLogView.h"
+#include "platform/qt/windows/QtLogView.h"
 #include "tests/fakes/FakeLogView.h"
 #include "tests/platform/Waiting.h"
 

@@ -1,5 +1,5 @@
 // What every main queue behind the port does.
-#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/services/QtMainQueue.h"
 #include "tests/fakes/FakeMainQueue.h"
 #include "tests/platform/Waiting.h"
 

@@ -1,6 +1,6 @@
 // Alerts that hold the whole program: their codes, their keys, and the main queue under them.
-#include "platform/qt/AlertBox.h"
-#include "platform/qt/QtAlerts.h"
+#include "platform/qt/dialogs/AlertBox.h"
+#include "platform/qt/dialogs/QtAlerts.h"
 #include "tests/platform/Waiting.h"
 
 #include <QAbstractButton>

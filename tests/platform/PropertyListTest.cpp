@@ -1,5 +1,5 @@
 // Property lists in both forms: every type, and everything that a list from the network can do to its reader.
-#include "platform/qt/PropertyList.h"
+#include "platform/qt/plist/PropertyList.h"
 
 #include "tests/platform/BinaryListWriter.h"
 

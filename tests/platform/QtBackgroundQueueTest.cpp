@@ -1,5 +1,5 @@
 // Work off the main thread.
-#include "platform/qt/QtBackgroundQueue.h"
+#include "platform/qt/services/QtBackgroundQueue.h"
 
 #include "tests/platform/Waiting.h"
 

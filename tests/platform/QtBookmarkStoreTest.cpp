@@ -1,6 +1,6 @@
 // How the disk's bookmark store finds moved items, where it does not look, and what a search may cost.
 #include "base/PathBytes.h"
-#include "platform/qt/BookmarkBlock.h"
+#include "platform/qt/files/BookmarkBlock.h"
 #include "tests/platform/FileWorlds.h"
 
 #include <gtest/gtest.h>

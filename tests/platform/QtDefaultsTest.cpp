@@ -1,8 +1,8 @@
 // The settings file: what another process reads, and what becomes of a file that is damaged, hostile or not to be read.
-#include "platform/qt/QtDefaults.h"
+#include "platform/qt/storage/QtDefaults.h"
 
-#include "platform/qt/BoxedText.h"
-#include "platform/qt/DefaultsFile.h"
+#include "platform/qt/storage/BoxedText.h"
+#include "platform/qt/storage/DefaultsFile.h"
 #include "tests/platform/DefaultsSample.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // Property lists from real servers on this machine, most of which do what a server should not.
-#include "platform/qt/QtPropertyListLoader.h"
+#include "platform/qt/services/QtPropertyListLoader.h"
 
-#include "platform/qt/QtBackgroundQueue.h"
+#include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
 #include "tests/platform/LocalWebServer.h"
 #include "tests/platform/Waiting.h"

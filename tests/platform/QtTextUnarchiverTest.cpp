@@ -1,5 +1,5 @@
 // Strings out of archives, keyed and unkeyed.
-#include "platform/qt/QtTextUnarchiver.h"
+#include "platform/qt/storage/QtTextUnarchiver.h"
 
 #include "tests/platform/BinaryListWriter.h"
 

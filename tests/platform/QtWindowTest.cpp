@@ -1,5 +1,5 @@
 // Windows as the logic sees them: frames that grow upwards, a resize that is to be seen, the Window menu.
-#include "platform/qt/QtWindow.h"
+#include "platform/qt/controls/QtWindow.h"
 
 #include "tests/platform/Waiting.h"
 

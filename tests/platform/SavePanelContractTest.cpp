@@ -1,7 +1,7 @@
 // What every save panel and every sheet panel behind the ports does.
-#include "platform/qt/QtSavePanels.h"
-#include "platform/qt/QtSheetPanel.h"
-#include "platform/qt/SaveDialog.h"
+#include "platform/qt/exporter/QtSavePanels.h"
+#include "platform/qt/exporter/QtSheetPanel.h"
+#include "platform/qt/exporter/SaveDialog.h"
 #include "tests/fakes/FakeExporterInterface.h"
 #include "tests/fakes/FakeSavePanels.h"
 #include "tests/platform/Waiting.h"

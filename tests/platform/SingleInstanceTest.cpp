@@ -1,8 +1,8 @@
 // Several starts meeting in one folder.
-#include "platform/qt/SingleInstance.h"
+#include "platform/qt/life/SingleInstance.h"
 
-#include "platform/qt/HandoverMessage.h"
-#include "platform/qt/WindowActivation.h"
+#include "platform/qt/life/HandoverMessage.h"
+#include "platform/qt/life/WindowActivation.h"
 
 #include <QFile>
 #include <QTemporaryDir>

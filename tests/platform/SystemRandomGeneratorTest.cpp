@@ -1,4 +1,4 @@
-#include "platform/qt/SystemRandomGenerator.h"
+#include "platform/qt/services/SystemRandomGenerator.h"
 
 #include <gtest/gtest.h>
 

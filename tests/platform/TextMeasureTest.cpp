@@ -1,5 +1,5 @@
 // What every measure behind the port does, and that cutting a text by Qt's own widths gives what the loop that defines it gives.
-#include "platform/qt/QtTextMeasure.h"
+#include "platform/qt/services/QtTextMeasure.h"
 #include "tests/fakes/FakeTextMeasure.h"
 #include "util/TextFitting.h"
 

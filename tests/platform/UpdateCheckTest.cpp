@@ -1,7 +1,7 @@
 // The update check from end to end: mirrors on this machine, the download on a thread of its own, the outcome on the main queue.
-#include "platform/qt/QtBackgroundQueue.h"
-#include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtPropertyListLoader.h"
+#include "platform/qt/services/QtBackgroundQueue.h"
+#include "platform/qt/services/QtMainQueue.h"
+#include "platform/qt/services/QtPropertyListLoader.h"
 #include "prefs/MWPhoneHome.h"
 #include "tests/fakes/FakePlatform.h"
 #include "tests/platform/LocalWebServer.h"

@@ -1,7 +1,7 @@
 // What areas of a window do for their views, and how drags read to them, on the screen or faked.
 #include "platform/View.h"
-#include "platform/qt/DropArea.h"
-#include "platform/qt/QtDraggingInfo.h"
+#include "platform/qt/dragdrop/DropArea.h"
+#include "platform/qt/dragdrop/QtDraggingInfo.h"
 #include "tests/fakes/FakeDraggingInfo.h"
 #include "tests/fakes/FakeViewArea.h"
 

@@ -1,5 +1,5 @@
 // What every window behind the port does with frames and size limits.
-#include "platform/qt/QtWindow.h"
+#include "platform/qt/controls/QtWindow.h"
 #include "tests/fakes/FakeWindow.h"
 #include "tests/platform/Waiting.h"
 

@@ -1,6 +1,6 @@
 // Every value that the windows show comes from its place, and what the user sets goes there.
-#include "platform/qt/DiscloseButton.h"
-#include "platform/qt/UpdatePane.h"
+#include "platform/qt/controls/DiscloseButton.h"
+#include "platform/qt/windows/UpdatePane.h"
 #include "tests/program/WiringFixture.h"
 #include "util/StringTransformers.h"
 

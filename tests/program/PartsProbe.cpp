@@ -1,9 +1,9 @@
 // A run of the desktop program's parts in a process of its own, without a screen and without a network. Its arguments are steps, in
 // this order: what is stored before launch, then what is done and told after it.
-#include "platform/qt/ChosenItem.h"
-#include "platform/qt/DiscloseButton.h"
-#include "platform/qt/GeneralPane.h"
-#include "platform/qt/QtLogView.h"
+#include "platform/qt/controls/DiscloseButton.h"
+#include "platform/qt/windows/ChosenItem.h"
+#include "platform/qt/windows/GeneralPane.h"
+#include "platform/qt/windows/QtLogView.h"
 #include "program/Parts.h"
 #include "tests/platform/Waiting.h"
 

@@ -1,9 +1,9 @@
 // Every menu item and every button of the windows, by name, does what its name says and nothing else. The tables hold all of
 // them, and no two have the same effect, so that no two commands can be exchanged.
-#include "platform/qt/DocumentChooser.h"
-#include "platform/qt/QtLogView.h"
-#include "platform/qt/QtMenus.h"
-#include "platform/qt/UpdatePane.h"
+#include "platform/qt/dialogs/DocumentChooser.h"
+#include "platform/qt/windows/QtLogView.h"
+#include "platform/qt/windows/QtMenus.h"
+#include "platform/qt/windows/UpdatePane.h"
 #include "tests/platform/Waiting.h"
 #include "tests/program/WiringFixture.h"
 

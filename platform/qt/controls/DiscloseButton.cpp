@@ -1,0 +1,98 @@
+#include "platform/qt/controls/DiscloseButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOption>
+
+namespace quillow {
+namespace {
+
+constexpr int kTriangle = 8;
+constexpr int kGap = 7;
+constexpr int kVerticalPadding = 3;
+
+/// Pointing right, or down when open; in the middle of the square.
+QPolygonF triangle(const QRectF& square, bool isOpen) {
+    const QPointF middle = square.center();
+    const qreal half = square.width() / 2;
+    const qreal flat = half * 0.6;
+    if (isOpen) return {{middle + QPointF(-half, -flat), middle + QPointF(half, -flat), middle + QPointF(0, flat)}};
+    return {{middle + QPointF(-flat, -half), middle + QPointF(flat, 0), middle + QPointF(-flat, half)}};
+}
+
+} // namespace
+
+DiscloseButton::DiscloseButton(const QString& title, const QString& description, QWidget* parent)
+    : QAbstractButton(parent) {
+    setText(title);
+    setToolTip(description);
+    setAccessibleDescription(description);
+    setCheckable(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    QFont bold = font();
+    bold.setBold(true);
+    setFont(bold);
+    // Not clicked(): the toggle of assistive tools does not click.
+    connect(this, &QAbstractButton::toggled, this, [this] {
+        if (action_) action_();
+    });
+}
+
+void DiscloseButton::setState(ButtonState state) {
+    const QSignalBlocker noAction(this);
+    setChecked(state == ButtonState::on);
+}
+
+QSize DiscloseButton::sizeHint() const {
+    const QSize title = fontMetrics().size(Qt::TextShowMnemonic, text());
+    return {2 * kInset + kTriangle + kGap + title.width(), title.height() + 2 * kVerticalPadding};
+}
+
+void DiscloseButton::keyPressEvent(QKeyEvent* event) {
+    // A button is pressed by Space of itself; Return is left to dialogs.
+    const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
+        click();
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+void DiscloseButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool isRightToLeft = layoutDirection() == Qt::RightToLeft;
+    const QColor text = palette().color(QPalette::WindowText);
+    const QColor accent = palette().color(QPalette::Highlight);
+
+    QRectF square(kInset, (height() - kTriangle) / 2.0, kTriangle, kTriangle);
+    if (isRightToLeft) square.moveRight(width() - kInset);
+    painter.save();
+    if (isRightToLeft && !isChecked()) {
+        painter.translate(2 * square.center().x(), 0);
+        painter.scale(-1, 1);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() || underMouse() ? accent : text);
+    painter.drawPolygon(triangle(square, isChecked()));
+    painter.restore();
+
+    const int indent = kInset + kTriangle + kGap;
+    const QRect title = rect().adjusted(isRightToLeft ? 0 : indent, 0, isRightToLeft ? -indent : 0, 0);
+    const int mnemonic =
+        style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+    painter.setPen(text);
+    painter.drawText(title, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading) | mnemonic, this->text());
+
+    QStyleOption option;
+    option.initFrom(this);
+    if (hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
+        painter.setPen(QPen(accent, 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+    }
+}
+
+} // namespace quillow

@@ -1,0 +1,38 @@
+// The dialog in which folders or documents are chosen. An RTFD bundle is a folder on the disk and one document here. Qt's dialog does
+// not list names that are not UTF-8. The name field takes a file URL, so the user can paste one that a file manager copied.
+#pragma once
+
+#include "platform/Workspace.h"
+#include "platform/qt/dialogs/FileDialog.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace quillow {
+
+class OpenDialog : public FileDialog {
+public:
+    OpenDialog(const QString& message, const QString& prompt, const Workspace& workspace, QWidget* parent);
+    /// For one file with one of these extensions. An empty list or an empty extension means any file.
+    void showFiles(const QStringList& extensions);
+    void showFoldersOnly();
+
+    /// The paths that were chosen. To be called after the dialog was accepted.
+    [[nodiscard]] QStringList chosenPaths() const;
+
+protected:
+    void accept() override;
+
+private:
+    void lookAt(const QString& text);
+    void choose(const QStringList& paths);
+    [[nodiscard]] bool mayBeChosen(const QString& path) const;
+    [[nodiscard]] bool isDocument(const QString& path) const;
+
+    const Workspace& workspace_;
+    QLineEdit* nameField_;
+    QPushButton* acceptButton_;
+    QStringList chosen_; ///< empty if Qt's own dialog took the choice
+};
+
+} // namespace quillow

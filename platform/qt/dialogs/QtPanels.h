@@ -1,0 +1,24 @@
+// Open panels as sheets.
+#pragma once
+
+#include "platform/Panels.h"
+#include "platform/Workspace.h"
+#include "platform/qt/dialogs/Sheets.h"
+
+namespace quillow {
+
+class QtPanels final : public Panels {
+public:
+    QtPanels(Sheets& sheets, const Workspace& workspace)
+        : sheets_(sheets)
+        , workspace_(workspace) {}
+
+    void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
+                                  std::function<void(const std::optional<QUrl>& url)> completionHandler) override;
+
+private:
+    Sheets& sheets_;
+    const Workspace& workspace_;
+};
+
+} // namespace quillow

@@ -1,0 +1,59 @@
+#include "platform/qt/dragdrop/DocumentGlyph.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+
+namespace quillow {
+namespace {
+
+QPixmap paintedIcon(int size) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal height = size * 0.92;
+    const qreal width = height * kDocumentGlyphAspect;
+    paintDocumentGlyph(painter, QRectF((size - width) / 2, (size - height) / 2, width, height),
+                       QColor(kDocumentGlyphLine), QColor(kDocumentGlyphPaper));
+    return pixmap;
+}
+
+} // namespace
+
+void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper) {
+    const qreal weight = qMax(1.0, place.height() / 22);
+    const QRectF page = place.adjusted(weight / 2, weight / 2, -weight / 2, -weight / 2);
+    const qreal fold = page.width() * 0.34;
+
+    QPainterPath sheet(page.topLeft());
+    sheet.lineTo(page.right() - fold, page.top());
+    sheet.lineTo(page.right(), page.top() + fold);
+    sheet.lineTo(page.bottomRight());
+    sheet.lineTo(page.bottomLeft());
+    sheet.closeSubpath();
+    QPainterPath corner(QPointF(page.right() - fold, page.top()));
+    corner.lineTo(page.right() - fold, page.top() + fold);
+    corner.lineTo(page.right(), page.top() + fold);
+
+    painter.setPen(QPen(line, weight, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.setBrush(paper);
+    painter.drawPath(sheet);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(corner);
+    const qreal left = page.left() + page.width() * 0.2;
+    const qreal right = page.right() - page.width() * 0.2;
+    for (const auto& [y, end] : {std::pair(0.46, 1.0), {0.62, 1.0}, {0.78, 0.6}}) {
+        const qreal height = page.top() + page.height() * y;
+        painter.drawLine(QPointF(left, height), QPointF(left + (right - left) * end, height));
+    }
+}
+
+QIcon applicationIcon() {
+    QIcon painted;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        painted.addPixmap(paintedIcon(size));
+    return QIcon::fromTheme(QStringLiteral("org.quillow.Quillow"), painted);
+}
+
+} // namespace quillow

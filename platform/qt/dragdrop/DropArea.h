@@ -1,0 +1,58 @@
+// The area of the window onto which documents are dropped: it forwards drags and drawing to the views of the logic that stand in
+// it, and answers the window system as they say. It is a button as well: pressing it by keyboard, mouse or an assistive tool asks
+// for documents in a dialog.
+#pragma once
+
+#include "platform/View.h"
+#include "platform/qt/dragdrop/DragWay.h"
+#include "platform/qt/dragdrop/FileTransferPortal.h"
+
+#include <QAbstractButton>
+
+#include <vector>
+
+namespace quillow {
+
+class DropArea final : public QAbstractButton, public ViewArea {
+public:
+    explicit DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal = FileTransferPortal(),
+                      QWidget* parent = nullptr);
+
+    // ViewArea. A frame that is set holds until the window's layout sets another one.
+    void addView(View& view) override;
+    void removeView(View& view) override;
+    void setFrame(const Rect& frame) override;
+    [[nodiscard]] Rect bounds() const override;
+    void setNeedsDisplay() override { update(); }
+    void registerForDraggedTypes(const QStringList& types) override;
+    void unregisterDraggedTypes() override;
+
+    [[nodiscard]] QSize sizeHint() const override { return {587, 114}; }
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    /// The view that gets the drags; null while there is none.
+    [[nodiscard]] View* target() const { return views_.empty() ? nullptr : views_.back(); }
+    [[nodiscard]] bool bringsRegisteredType(const DraggingInfo& info) const;
+    /// Answers the window system as the view did on entry, as far as that is still offered.
+    void answer(QDropEvent& event) const;
+    void paintContent(QPainter& painter) const;
+
+    DragWayFinder wayOfDrag_;
+    FileTransferPortal portal_;
+    std::vector<View*> views_; ///< not owned
+    QStringList draggedTypes_;
+    // Of the drag that hovers, from its entry on.
+    DragWay way_ = DragWay::direct;
+    DragOperation answer_ = DragOperation::none;
+};
+
+} // namespace quillow

@@ -1,0 +1,233 @@
+#include "platform/qt/files/QtFileSystem.h"
+
+#include "base/PathBytes.h"
+#include "platform/qt/files/FileIdentity.h"
+#include "posix/FileDescriptor.h"
+
+#include <QRandomGenerator>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <new>
+#include <system_error>
+
+namespace quillow {
+namespace {
+
+constexpr mode_t kModeOfNewFiles = 0666; // the umask takes its part
+constexpr mode_t kModeOfNewFolders = 0777;
+constexpr int kNamesToTry = 100;
+
+/// The bytes of an absolute path, slashes at its end taken off; nothing for any other path.
+std::optional<QByteArray> systemPath(const QString& path) {
+    QByteArray bytes = pathToBytes(path);
+    while (bytes.size() > 1 && bytes.endsWith('/'))
+        bytes.chop(1);
+    return bytes.startsWith('/') && !bytes.contains('\0') ? std::optional(bytes) : std::nullopt;
+}
+
+/// The file that a write to `path` replaces: where the path is a symbolic link to something, that something.
+QByteArray replacedFile(const QByteArray& path) {
+    return realPath(path).value_or(path);
+}
+
+QByteArray folderOf(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash > 0 ? path.left(slash) : QByteArray("/");
+}
+
+/// A file being written beside the one that it becomes. It has no name until then where the file system can do that, so that
+/// nothing is left of it when the program is killed; elsewhere a hidden one.
+struct TemporaryFile {
+    FileDescriptor descriptor;
+    QByteArray path; ///< empty while it has no name
+};
+
+/// A hidden name of its own in the folder.
+QByteArray hiddenName(const QByteArray& folder) {
+    return folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
+}
+
+TemporaryFile makeTemporaryFile(const QByteArray& folder) {
+    TemporaryFile file;
+    file.descriptor = FileDescriptor(::open(folder.constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kModeOfNewFiles));
+    for (int i = 0; !file.descriptor.isOpen() && i < kNamesToTry; ++i) {
+        file.path = hiddenName(folder);
+        file.descriptor =
+            FileDescriptor(::open(file.path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles));
+        if (!file.descriptor.isOpen() && errno != EEXIST) break;
+    }
+    return file;
+}
+
+/// Gives a file without a name one that nothing has yet. False with EEXIST when something has it.
+bool giveName(const FileDescriptor& descriptor, const QByteArray& name) {
+    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(descriptor.number());
+    return ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Makes the file the one at `target`, whatever stood there.
+bool moveInto(TemporaryFile& file, const QByteArray& folder, const QByteArray& target) {
+    if (file.path.isEmpty()) {
+        if (giveName(file.descriptor, target)) return true;
+        if (errno != EEXIST) return false;
+        // Only a rename takes the place of what is there in one step.
+        QByteArray name;
+        for (int i = 0; name.isEmpty() && i < kNamesToTry; ++i) {
+            const QByteArray candidate = hiddenName(folder);
+            if (giveName(file.descriptor, candidate))
+                name = candidate;
+            else if (errno != EEXIST)
+                return false;
+        }
+        file.path = name;
+    }
+    return !file.path.isEmpty() && std::rename(file.path.constData(), target.constData()) == 0;
+}
+
+bool writeAll(int descriptor, const QByteArray& bytes) {
+    for (qsizetype written = 0; written < bytes.size();) {
+        const ssize_t count =
+            ::write(descriptor, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        written += count;
+    }
+    return true;
+}
+
+/// All bytes of an open file. `size` is its size when it was opened. Nothing after an error, or if it grew past the limit.
+std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
+    // One byte more than the size, so that the end of an unchanged file is met without growing.
+    QByteArray bytes(size + 1, Qt::Uninitialized);
+    qsizetype length = 0;
+    while (true) {
+        if (length == bytes.size()) {
+            if (length > QtFileSystem::kMaximumFileSize) return std::nullopt;
+            bytes.resize(length * 2);
+        }
+        const ssize_t count =
+            ::read(descriptor, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        length += count;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
+} // namespace
+
+std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) const {
+    const auto name = systemPath(path);
+    if (!name) return std::nullopt;
+    // Not blocking, so that a named pipe under a document's name cannot hold the program up.
+    const FileDescriptor file(::open(name->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return std::nullopt;
+    if (!S_ISREG(status.st_mode) || status.st_size > kMaximumFileSize) return std::nullopt;
+
+    try {
+        return wholeFile(file.number(), static_cast<qsizetype>(status.st_size));
+    } catch (const std::bad_alloc&) {
+        return std::nullopt; // too large for the free memory
+    }
+}
+
+bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {
+    const auto name = systemPath(path);
+    struct stat status = {};
+    if (!name || ::stat(name->constData(), &status) != 0) return false;
+    if (isDirectory) *isDirectory = S_ISDIR(status.st_mode);
+    return true;
+}
+
+bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+    const auto name = systemPath(path);
+    if (!name) return false;
+    const QByteArray target = replacedFile(*name);
+    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target))) return false;
+
+    struct stat former = {};
+    const bool replaces = ::stat(target.constData(), &former) == 0;
+    if (replaces && S_ISDIR(former.st_mode)) return false;
+
+    const QByteArray folder = folderOf(target);
+    TemporaryFile temporary = makeTemporaryFile(folder);
+    if (!temporary.descriptor.isOpen()) return false;
+
+    bool isWritten = writeAll(temporary.descriptor.number(), bytes);
+    if (replaces && S_ISREG(former.st_mode)) {
+        // The owner first: changing it may take set-id bits away. Neither is worth failing for.
+        [[maybe_unused]] const int owner = ::fchown(temporary.descriptor.number(), former.st_uid, former.st_gid);
+        [[maybe_unused]] const int mode = ::fchmod(temporary.descriptor.number(), former.st_mode & 07777);
+    }
+    isWritten = isWritten && ::fsync(temporary.descriptor.number()) == 0;
+    if (!isWritten || !moveInto(temporary, folder, target)) {
+        if (!temporary.path.isEmpty()) ::unlink(temporary.path.constData());
+        return false;
+    }
+    // The new name reaches the disk with its folder; a folder that cannot be synchronised is no failure of the write.
+    const FileDescriptor folderDescriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folderDescriptor.isOpen()) ::fsync(folderDescriptor.number());
+    return true;
+}
+
+bool QtFileSystem::createDirectory(const QString& path) {
+    const auto name = systemPath(path);
+    if (!name || !access_.mayWrite(pathFromBytes(*name))) return false;
+    for (qsizetype slash = 1; slash > 0;) {
+        slash = name->indexOf('/', slash);
+        const QByteArray folder = slash < 0 ? *name : name->left(slash);
+        if (::mkdir(folder.constData(), kModeOfNewFolders) != 0 && errno != EEXIST) break;
+        if (slash > 0) ++slash;
+    }
+    bool isDirectory = false;
+    return fileExistsAtPath(path, &isDirectory) && isDirectory;
+}
+
+std::optional<QStringList> QtFileSystem::contentsOfDirectory(const QString& path) const {
+    const auto name = systemPath(path);
+    if (!name) return std::nullopt;
+    const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(name->constData()), &::closedir);
+    if (!stream) return std::nullopt;
+    QStringList names;
+    while (const dirent* entry = ::readdir(stream.get())) {
+        const QByteArray entryName(entry->d_name);
+        if (entryName != "." && entryName != "..") names.append(pathFromBytes(entryName));
+    }
+    return names;
+}
+
+bool QtFileSystem::copyItem(const QString& path, const QString& toPath) {
+    const auto target = systemPath(toPath);
+    const auto bytes = contentsOfFile(path);
+    if (!target || !bytes || !access_.mayWrite(pathFromBytes(*target))) return false;
+    // A symbolic link that leads nowhere stands in the way, too: O_EXCL follows none.
+    FileDescriptor file(
+        ::open(target->constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, kModeOfNewFiles));
+    if (!file.isOpen()) return false;
+    const bool isWritten = writeAll(file.number(), *bytes);
+    if (file.close() && isWritten) return true;
+    ::unlink(target->constData());
+    return false;
+}
+
+bool QtFileSystem::removeItem(const QString& path) {
+    const auto name = systemPath(path);
+    if (!name || !access_.mayWrite(pathFromBytes(*name))) return false;
+    std::error_code error;
+    const auto count = std::filesystem::remove_all(name->toStdString(), error);
+    return !error && count > 0;
+}
+
+} // namespace quillow

@@ -1,0 +1,29 @@
+// The file system: whole regular files in, atomic replacement out.
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "platform/qt/files/AccessRegistry.h"
+
+namespace quillow {
+
+class QtFileSystem final : public FileSystem {
+public:
+    /// Larger files count as unreadable: a document is held in memory whole.
+    static constexpr qint64 kMaximumFileSize = qint64{2} << 30;
+
+    explicit QtFileSystem(const AccessRegistry& access)
+        : access_(access) {}
+
+    [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
+    [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
+    bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    bool createDirectory(const QString& path) override;
+    [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
+    bool copyItem(const QString& path, const QString& toPath) override;
+    bool removeItem(const QString& path) override;
+
+private:
+    const AccessRegistry& access_;
+};
+
+} // namespace quillow

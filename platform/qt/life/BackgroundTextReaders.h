@@ -1,0 +1,51 @@
+// The text readers around others that may take long: the inner ones read on a thread of their own while the window stays alive.
+#pragma once
+
+#include "platform/TextReaders.h"
+#include "platform/qt/life/BackgroundWork.h"
+
+namespace quillow {
+
+class BackgroundRtfTextReader final : public RtfTextReader {
+public:
+    BackgroundRtfTextReader(RtfTextReader& inner, const BackgroundWork& work)
+        : inner_(inner)
+        , work_(work) {}
+    [[nodiscard]] std::optional<AttributedString> initWithRTF(const std::optional<QByteArray>& bytes) override {
+        return work_.wait<std::optional<AttributedString>>([&] { return inner_.initWithRTF(bytes); });
+    }
+
+private:
+    RtfTextReader& inner_;
+    const BackgroundWork& work_;
+};
+
+class BackgroundHtmlTextReader final : public HtmlTextReader {
+public:
+    BackgroundHtmlTextReader(HtmlTextReader& inner, const BackgroundWork& work)
+        : inner_(inner)
+        , work_(work) {}
+    [[nodiscard]] std::optional<AttributedString> initWithHTML(const QByteArray& bytes) override {
+        return work_.wait<std::optional<AttributedString>>([&] { return inner_.initWithHTML(bytes); });
+    }
+
+private:
+    HtmlTextReader& inner_;
+    const BackgroundWork& work_;
+};
+
+class BackgroundPdfTextReader final : public PdfTextReader {
+public:
+    BackgroundPdfTextReader(PdfTextReader& inner, const BackgroundWork& work)
+        : inner_(inner)
+        , work_(work) {}
+    [[nodiscard]] std::optional<QByteArray> stringOfPDF(const QByteArray& bytes) override {
+        return work_.wait<std::optional<QByteArray>>([&] { return inner_.stringOfPDF(bytes); });
+    }
+
+private:
+    PdfTextReader& inner_;
+    const BackgroundWork& work_;
+};
+
+} // namespace quillow

@@ -1,0 +1,34 @@
+#include "platform/qt/life/BackgroundWork.h"
+
+#include <QApplication>
+#include <QWindow>
+
+#include <cstdio>
+
+namespace quillow {
+namespace {
+
+/// Frames between two paintings of whole windows: what another window uncovered comes back within half a second.
+constexpr int kFramesBetweenFullPaintings = 12;
+
+bool isOnScreen(const QWidget& widget) {
+    const QWindow* window = widget.window()->windowHandle();
+    return widget.isVisible() && window && window->isExposed();
+}
+
+} // namespace
+
+void BackgroundWork::tell(const std::exception& failure) {
+    std::fprintf(stderr, "quillow: a document could not be read: %s\n", failure.what());
+}
+
+void BackgroundWork::paint(int frame) const {
+    if (frame % kFramesBetweenFullPaintings == 0) {
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (QWidget* widget : widgets)
+            if (isOnScreen(*widget)) widget->repaint();
+    }
+    if (spinner_ && spinner_->isAnimated() && isOnScreen(*spinner_)) spinner_->turnNow();
+}
+
+} // namespace quillow

@@ -1,0 +1,69 @@
+// Lets a piece of work run on a thread of its own while the main thread waits for it and the windows stay alive: the spinner
+// turns, the windows are painted and the window manager's pings are answered. Nothing else happens meanwhile: no event of any
+// kind is delivered, so nothing re-enters, and what arrives (drags, clicks, a request to close, a second program's files) waits
+// in its queue, in order.
+#pragma once
+
+#include "platform/qt/controls/Spinner.h"
+#include "platform/qt/life/WindowPings.h"
+
+#include <QPointer>
+
+#include <chrono>
+#include <exception>
+#include <functional>
+#include <future>
+#include <thread>
+#include <utility>
+
+namespace quillow {
+
+class BackgroundWork {
+public:
+    /// Shorter work than this leaves the windows alone.
+    static constexpr std::chrono::milliseconds kFrame{40};
+
+    /// Starts a thread that runs the function. Throws std::system_error or std::bad_alloc if that is impossible.
+    using ThreadStarter = std::function<std::jthread(const std::function<void()>& run)>;
+
+    /// `spinner` may be null; it turns while it is animated.
+    explicit BackgroundWork(Spinner* spinner, ThreadStarter startThread = &BackgroundWork::startThread)
+        : spinner_(spinner)
+        , startThread_(std::move(startThread)) {}
+
+    /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw, for
+    /// example for lack of memory; the reason is then written to standard error.
+    template <class Answer>
+    [[nodiscard]] Answer wait(const std::function<Answer()>& work) const {
+        const WindowPings::Answering answering;
+        try {
+            std::promise<Answer> promise;
+            std::future<Answer> future = promise.get_future();
+            // Its destructor waits for the thread, so the promise always outlives it.
+            const std::jthread thread = startThread_([&promise, &work] {
+                try {
+                    promise.set_value(work());
+                } catch (...) {
+                    promise.set_exception(std::current_exception());
+                }
+            });
+            for (int frame = 0; future.wait_for(kFrame) == std::future_status::timeout; ++frame)
+                paint(frame);
+            return future.get();
+        } catch (const std::exception& failure) {
+            tell(failure);
+            return {};
+        }
+    }
+
+private:
+    [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
+    static void tell(const std::exception& failure);
+    void paint(int frame) const;
+
+    WindowPings pings_;
+    QPointer<Spinner> spinner_;
+    ThreadStarter startThread_;
+};
+
+} // namespace quillow

@@ -1,0 +1,146 @@
+#include "platform/qt/windows/GeneralPane.h"
+
+#include "platform/qt/windows/ChosenItem.h"
+
+#include <QComboBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace quillow {
+namespace {
+
+constexpr int kMargin = 14;
+constexpr int kVerticalMargin = 8;
+constexpr int kColumnGap = 16;
+
+/// The longest state line; a column is so wide that it stands there whole.
+constexpr char16_t kLongestState[] = u"Please select a folder or change startup option";
+
+QLabel* makeTitle(const QString& text) {
+    auto* title = new QLabel(text);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    return title;
+}
+
+/// What height is left over goes between the rows.
+void addRows(QVBoxLayout& column, QWidget* title, QLayout* choices, QWidget* item) {
+    column.setSpacing(4);
+    column.addWidget(title);
+    column.addLayout(choices);
+    column.addStretch(1);
+    column.addWidget(item, 4);
+}
+
+} // namespace
+
+GeneralPane::GeneralPane()
+    : asks_(new QRadioButton(QStringLiteral("&Ask when saving")))
+    , fixed_(new QRadioButton(QStringLiteral("&Fixed folder")))
+    , folder_(new ChosenItem(QStringLiteral("Destination folder"), QStringLiteral("No folder chosen")))
+    , startupAction_(new QComboBox)
+    , document_(new ChosenItem(QStringLiteral("Start-up document"), QStringLiteral("No document chosen"))) {
+    // By tag.
+    startupAction_->addItems({QStringLiteral("Show the window"), QStringLiteral("Ask for documents if none came"),
+                              QStringLiteral("Ask for documents"), QStringLiteral("Open a document")});
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::VLine);
+    line->setFrameShadow(QFrame::Sunken);
+    auto* columns = new QHBoxLayout(this);
+    columns->setContentsMargins(kMargin, kVerticalMargin, kMargin, kVerticalMargin + 2);
+    columns->setSpacing(kColumnGap);
+    columns->addLayout(makeDestination(), 1);
+    columns->addWidget(line);
+    columns->addLayout(makeStartup(), 1);
+    setDestinationIsFixed(false);
+    setStartupAction(0);
+    setDocumentIsSpecified(false);
+}
+
+QLayout* GeneralPane::makeDestination() {
+    folder_->addButton(QStringLiteral("&Select\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::selectFolder));
+    folder_->addButton(QStringLiteral("S&how"), QStringLiteral("Show the destination folder in the file manager"),
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::showFolder));
+    folder_->addButton(QStringLiteral("&Clear"), QStringLiteral("Forget the destination folder"),
+                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::clearFolder));
+    folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kLongestState)) + 4);
+    // Toggled and not clicked: assistive tools toggle. Of the two that change together, the one that is now on tells.
+    connect(asks_, &QRadioButton::toggled, this, [this](bool isOn) {
+        if (isOn && !isShowing_ && commands_.setDestinationIsFixed) commands_.setDestinationIsFixed(false);
+    });
+    connect(fixed_, &QRadioButton::toggled, this, [this](bool isOn) {
+        if (isOn && !isShowing_ && commands_.setDestinationIsFixed) commands_.setDestinationIsFixed(true);
+    });
+
+    auto* choices = new QHBoxLayout;
+    choices->setSpacing(kColumnGap);
+    choices->addWidget(asks_);
+    choices->addWidget(fixed_);
+    choices->addStretch(1);
+    // The lines of both columns stand at one height.
+    choices->addStrut(startupAction_->sizeHint().height());
+    auto* column = new QVBoxLayout;
+    addRows(*column, makeTitle(QStringLiteral("Destination of converted text")), choices, folder_);
+    return column;
+}
+
+QLayout* GeneralPane::makeStartup() {
+    startupAction_->setAccessibleName(QStringLiteral("At start-up"));
+    connect(startupAction_, &QComboBox::currentIndexChanged, this, [this](int tag) {
+        document_->setUsable(tag == kOpenChosenDocument);
+        if (!isShowing_ && tag >= 0 && commands_.setStartupAction) commands_.setStartupAction(tag);
+    });
+    document_->addButton(QStringLiteral("Se&lect\u2026"), QStringLiteral("Choose the document to open at start-up"),
+                         ChosenItem::Needs::nothing, running(&GeneralPaneCommands::selectDocument));
+    document_->addButton(QStringLiteral("Sho&w"), QStringLiteral("Show the start-up document in the file manager"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::showDocument));
+    document_->addButton(QStringLiteral("T&est"), QStringLiteral("Open the start-up document now"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::testDocument));
+    document_->addButton(QStringLiteral("Clea&r"), QStringLiteral("Forget the start-up document"),
+                         ChosenItem::Needs::item, running(&GeneralPaneCommands::clearDocument));
+    document_->setMinimumWidth(folder_->minimumWidth());
+
+    auto* title = makeTitle(QStringLiteral("At s&tart-up"));
+    title->setBuddy(startupAction_);
+    auto* column = new QVBoxLayout;
+    auto* choices = new QHBoxLayout;
+    choices->addWidget(startupAction_);
+    addRows(*column, title, choices, document_);
+    return column;
+}
+
+std::function<void()> GeneralPane::running(std::function<void()> GeneralPaneCommands::*command) const {
+    return [this, command] {
+        if (commands_.*command) (commands_.*command)();
+    };
+}
+
+void GeneralPane::setDestinationAsks(bool asks) {
+    const QScopedValueRollback showing(isShowing_, true);
+    if (asks) asks_->setChecked(true);
+}
+
+void GeneralPane::setDestinationIsFixed(bool isFixed) {
+    const QScopedValueRollback showing(isShowing_, true);
+    if (isFixed) fixed_->setChecked(true);
+    folder_->setUsable(isFixed);
+}
+
+void GeneralPane::setStartupAction(std::int64_t tag) {
+    const QScopedValueRollback showing(isShowing_, true);
+    // A tag that is none of the four does nothing at start-up, and none of the four is shown for it.
+    startupAction_->setCurrentIndex(tag >= 0 && tag < startupAction_->count() ? static_cast<int>(tag) : -1);
+    document_->setUsable(tag == kOpenChosenDocument);
+}
+
+void GeneralPane::setDocumentIsSpecified(bool isSpecified) {
+    document_->setHasItem(isSpecified);
+}
+
+} // namespace quillow

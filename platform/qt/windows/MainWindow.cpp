@@ -1,0 +1,280 @@
+#include "platform/qt/windows/MainWindow.h"
+
+#include "platform/qt/controls/DiscloseButton.h"
+#include "platform/qt/controls/ElidedLabel.h"
+#include "platform/qt/controls/Spinner.h"
+#include "platform/qt/dialogs/DocumentChooser.h"
+#include "platform/qt/dragdrop/DropArea.h"
+#include "platform/qt/windows/DisclosedContent.h"
+#include "platform/qt/windows/MainMenu.h"
+#include "platform/qt/windows/QtLogView.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
+
+namespace quillow {
+namespace {
+
+constexpr int kMargin = 14;
+constexpr int kGap = 8;
+constexpr int kLeastDropHeight = 80; ///< the glyph with room around it
+/// Windows come up within fractions of this; one that does not is kept off the screen.
+constexpr std::chrono::seconds kLongestWayUp{3};
+
+/// Makes a label quieter than the values, in any theme.
+void makeQuiet(QLabel& label) {
+    QPalette palette = label.palette();
+    QColor quiet = palette.color(QPalette::WindowText);
+    quiet.setAlphaF(0.7F);
+    palette.setColor(QPalette::WindowText, quiet);
+    label.setPalette(palette);
+}
+
+/// A label beside a value.
+QLabel* makeCaption(const QString& text) {
+    auto* label = new QLabel(text);
+    makeQuiet(*label);
+    return label;
+}
+
+QFont bold(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
+
+MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
+    : workspace_(workspace)
+    , dropArea_(new DropArea(&wayOfCurrentDrag))
+    , destination_(new ElidedLabel)
+    , convertedCount_(new QLabel)
+    , spinner_(new Spinner)
+    , logView_(new QtLogView)
+    , discloseButton_(
+          new DiscloseButton(QStringLiteral("&Message log"), QStringLiteral("Show or hide the message log")))
+    , latestEntry_(new ElidedLabel) {
+    setWindowTitle(QStringLiteral("Quillow"));
+    menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
+
+    content_ = new DisclosedContent(makeUpperPart(), makeLowerPart(), kSmallHeight, kBigHeight);
+    setCentralWidget(content_);
+
+    setMinimumWidth(kMinimumWidth);
+    resize(kMinimumWidth, kSmallHeight);
+    dropArea_->setFocus();
+    setDestination(std::nullopt);
+    setHasFolder(false);
+    setConvertedCount(0);
+    setBig(false);
+    setHasInput(false);
+    setHasOutput(false);
+
+    connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
+    discloseButton_->setAction([this] { run(&MainWindowCommands::switchWindows); });
+    connect(logView_, &QPlainTextEdit::textChanged, this, [this] { showLatestEntry(); });
+}
+
+MainWindow::~MainWindow() = default;
+
+QWidget* MainWindow::makeUpperPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    // Each line has its own margins, so that what is drawn inside the disclosure button stands in line with the controls; a layout
+    // takes a negative margin for none.
+    layout->setContentsMargins(0, kGap, 0, kGap);
+    layout->setSpacing(kGap);
+    // The drop area takes what the lines leave.
+    dropArea_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    dropArea_->setMinimumHeight(kLeastDropHeight);
+    auto* dropLine = new QHBoxLayout;
+    dropLine->setContentsMargins(kMargin, 0, kMargin, 0);
+    dropLine->addWidget(dropArea_);
+    layout->addLayout(dropLine, 1);
+    layout->addLayout(makeDestinationLine());
+    layout->addLayout(makeLogTitle());
+    return part;
+}
+
+QWidget* MainWindow::makeLowerPart() {
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(kMargin, 0, kMargin, kMargin - 2);
+    layout->setSpacing(kGap);
+    layout->addWidget(logView_, 1);
+    layout->addLayout(makeLogCommands());
+    return part;
+}
+
+QLayout* MainWindow::makeLogTitle() {
+    makeQuiet(*latestEntry_);
+    latestEntry_->setObjectName(QStringLiteral("latestEntry"));
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin - DiscloseButton::kInset, 0, kMargin, 0);
+    line->setSpacing(kMargin);
+    line->addWidget(discloseButton_);
+    line->addWidget(latestEntry_, 1);
+    line->addStretch(0);
+    return line;
+}
+
+QLayout* MainWindow::makeDestinationLine() {
+    QLabel* caption = makeCaption(QStringLiteral("Destination"));
+    destination_->setObjectName(QStringLiteral("destination"));
+    QPushButton* change =
+        makeButton(QStringLiteral("Chan&ge\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
+                   &MainWindowCommands::changeDestination);
+    QLabel* converted = makeCaption(QStringLiteral("Converted"));
+    convertedCount_->setFont(bold(convertedCount_->font()));
+    QPushButton* reset =
+        makeButton(QStringLiteral("&Reset"), QStringLiteral("Set the counter of converted documents to 0"),
+                   &MainWindowCommands::resetCounter);
+
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(kMargin, 0, kMargin, 0);
+    line->setSpacing(kGap);
+    line->addWidget(caption);
+    line->addWidget(destination_);
+    line->addWidget(change);
+    line->addStretch(1);
+    line->addWidget(spinner_);
+    line->addWidget(converted);
+    line->addWidget(convertedCount_);
+    line->addWidget(reset);
+    return line;
+}
+
+QLayout* MainWindow::makeLogCommands() {
+    showOutput_ = makeButton(QStringLiteral("&Show Output"), QStringLiteral("Show the latest text in the file manager"),
+                             &MainWindowCommands::showOutput);
+    openOutput_ = makeButton(QStringLiteral("&Open Output"), QStringLiteral("Open the latest text"),
+                             &MainWindowCommands::openOutput);
+    showFolder_ = makeButton(QStringLiteral("Show Fol&der"), QStringLiteral("Show the destination in the file manager"),
+                             &MainWindowCommands::showFolder);
+    QPushButton* clear = makeButton(QStringLiteral("&Clear Log\u2026"), QStringLiteral("Clear the message log"),
+                                    &MainWindowCommands::clearLog);
+
+    auto* line = new QHBoxLayout;
+    line->setSpacing(kGap);
+    line->addWidget(showOutput_);
+    line->addWidget(openOutput_);
+    line->addWidget(showFolder_);
+    line->addStretch(1);
+    line->addWidget(clear);
+    return line;
+}
+
+QPushButton* MainWindow::makeButton(const QString& title, const QString& description,
+                                    std::function<void()> MainWindowCommands::*command) {
+    auto* button = new QPushButton(title);
+    button->setToolTip(description);
+    button->setAccessibleDescription(description);
+    connect(button, &QPushButton::clicked, this, [this, command] { run(command); });
+    return button;
+}
+
+void MainWindow::run(std::function<void()> MainWindowCommands::*command) const {
+    if (commands_.*command) (commands_.*command)();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    tellThatItIsUp();
+}
+
+void MainWindow::callWhenUp(std::function<void()> handler) {
+    whenUp_ = std::move(handler);
+    if (isVisible() && windowHandle() && windowHandle()->isExposed())
+        tellThatItIsUp();
+    else
+        QTimer::singleShot(kLongestWayUp, this, &MainWindow::tellThatItIsUp);
+}
+
+void MainWindow::tellThatItIsUp() {
+    if (whenUp_) std::exchange(whenUp_, nullptr)();
+}
+
+void MainWindow::setCommands(const MainWindowCommands& commands) {
+    commands_ = commands;
+    menu_->setCommands(commands);
+}
+
+void MainWindow::setDestination(const std::optional<QString>& folder) {
+    destination_->setWholeText(folder.value_or(QStringLiteral("not chosen yet")));
+    destination_->setAccessibleName(QStringLiteral("Destination: ") + destination_->wholeText());
+}
+
+void MainWindow::setHasFolder(bool hasFolder) {
+    showFolder_->setEnabled(hasFolder);
+    menu_->setHasFolder(hasFolder);
+}
+
+void MainWindow::setConvertedCount(qint64 count) {
+    convertedCount_->setText(QLocale::c().toString(count));
+    convertedCount_->setAccessibleName(QStringLiteral("Converted: ") + convertedCount_->text());
+}
+
+void MainWindow::setBig(bool isBig) {
+    isBig_ = isBig;
+    content_->setDisclosed(isBig);
+    discloseButton_->setState(isBig ? ButtonState::on : ButtonState::off);
+    menu_->setBig(isBig);
+    showLatestEntry();
+}
+
+void MainWindow::showLatestEntry() {
+    const QString line = logView_->document()->lastBlock().text();
+    const qsizetype stampEnd = line.indexOf(QLatin1String("} "));
+    latestEntry_->setWholeText(stampEnd < 0 ? line : line.mid(stampEnd + 2));
+    latestEntry_->setAccessibleName(QStringLiteral("Latest entry: ") + latestEntry_->wholeText());
+    latestEntry_->setVisible(!isBig_ && !line.isEmpty());
+}
+
+void MainWindow::setHasInput(bool hasInput) {
+    menu_->setHasInput(hasInput);
+}
+
+void MainWindow::setHasOutput(bool hasOutput) {
+    showOutput_->setEnabled(hasOutput);
+    openOutput_->setEnabled(hasOutput);
+    menu_->setHasOutput(hasOutput);
+}
+
+void MainWindow::setUndoAction(const std::optional<QString>& actionName) {
+    menu_->setUndoAction(actionName);
+}
+
+void MainWindow::setRedoAction(const std::optional<QString>& actionName) {
+    menu_->setRedoAction(actionName);
+}
+
+QMenu& MainWindow::applicationMenu() {
+    return menu_->applicationMenu();
+}
+
+QMenu& MainWindow::helpMenu() {
+    return menu_->helpMenu();
+}
+
+void MainWindow::setStatement(const QString& statement) {
+    menu_->setStatement(statement);
+}
+
+void MainWindow::chooseDocuments() {
+    auto* chooser = new DocumentChooser(workspace_, this);
+    chooser->setHandler([this](const QStringList& paths) {
+        if (commands_.convert) commands_.convert(paths);
+    });
+    chooser->show();
+}
+
+} // namespace quillow

@@ -1,0 +1,109 @@
+// The program's window: the drop area, where texts go and how many went, and, when the window is tall enough, the message log
+// with its commands.
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Workspace.h"
+#include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/windows/MainWindowCommands.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QLabel;
+class QMenu;
+class QPushButton;
+
+namespace quillow {
+
+class DiscloseButton;
+class DisclosedContent;
+class DropArea;
+class ElidedLabel;
+class MainMenu;
+class QtLogView;
+class Spinner;
+
+class MainWindow final : public QMainWindow {
+public:
+    // In points, the menu bar counted.
+    static constexpr int kMinimumWidth = 615;
+    static constexpr int kSmallHeight = 255; ///< all but the message log
+    static constexpr int kBigHeight = 580;
+
+    MainWindow(Alerts& alerts, const Workspace& workspace);
+    ~MainWindow() override;
+
+    void setCommands(const MainWindowCommands& commands);
+    /// The one-line description of the product that About shows.
+    void setStatement(const QString& statement);
+
+    /// Where texts go, as it is shown; nothing while the folder cannot be found.
+    void setDestination(const std::optional<QString>& folder);
+    /// Whether a folder is fixed in the preferences: the one that can be shown, whichever way texts go.
+    void setHasFolder(bool hasFolder);
+    void setConvertedCount(qint64 count);
+    /// Whether the window is in its big mode, or on its way there: its controls say so. The height is not changed.
+    void setBig(bool isBig);
+    /// Whether there is a latest document and a latest text to show and open.
+    void setHasInput(bool hasInput);
+    void setHasOutput(bool hasOutput);
+    /// What can be undone and redone; nothing for "not possible", an empty name for an action without one.
+    void setUndoAction(const std::optional<QString>& actionName);
+    void setRedoAction(const std::optional<QString>& actionName);
+
+    [[nodiscard]] QtWindow& window() { return window_; }
+    /// The first menu of the menu bar.
+    [[nodiscard]] QMenu& applicationMenu();
+    [[nodiscard]] QMenu& helpMenu();
+    [[nodiscard]] DropArea& dropArea() { return *dropArea_; }
+    [[nodiscard]] QtLogView& logView() { return *logView_; }
+    [[nodiscard]] Spinner& spinner() { return *spinner_; }
+    [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
+
+    /// Calls the handler once, when the window stands on the screen: now or at its next painting. A window that is kept off the
+    /// screen, as on another workspace, calls it a little later all the same. A second handler takes the place of one that
+    /// has not been called.
+    void callWhenUp(std::function<void()> handler);
+
+    /// Asks for documents in a dialog; what is chosen goes the road of a drop.
+    void chooseDocuments();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makeUpperPart();
+    [[nodiscard]] QWidget* makeLowerPart();
+    [[nodiscard]] QLayout* makeDestinationLine();
+    [[nodiscard]] QLayout* makeLogTitle();
+    [[nodiscard]] QLayout* makeLogCommands();
+    [[nodiscard]] QPushButton* makeButton(const QString& title, const QString& description,
+                                          std::function<void()> MainWindowCommands::*command);
+    void showLatestEntry();
+    void tellThatItIsUp();
+    void run(std::function<void()> MainWindowCommands::*command) const;
+
+    QtWindow window_{*this};
+    const Workspace& workspace_;
+    MainWindowCommands commands_;
+    std::function<void()> whenUp_;
+    DropArea* dropArea_;
+    ElidedLabel* destination_;
+    QLabel* convertedCount_;
+    Spinner* spinner_;
+    QtLogView* logView_;
+    DisclosedContent* content_ = nullptr;
+    DiscloseButton* discloseButton_;
+    ElidedLabel* latestEntry_; ///< the log's last message, while the log itself is not disclosed
+    bool isBig_ = false;
+    QPushButton* showOutput_ = nullptr;
+    QPushButton* openOutput_ = nullptr;
+    QPushButton* showFolder_ = nullptr;
+    std::unique_ptr<MainMenu> menu_;
+};
+
+} // namespace quillow
