@@ -1,6 +1,7 @@
 #include "cli/Conversion.h"
 
 #include "cli/Input.h"
+#include "engines/ContentSniffer.h"
 
 #include <new>
 

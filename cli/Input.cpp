@@ -2,6 +2,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Paths.h"
+#include "engines/ContentSniffer.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>

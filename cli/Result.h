@@ -1,7 +1,7 @@
 // What became of one document.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/Extraction.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,9 @@
 #include "engines/ContentSniffer.h"
 
-#include "engines/Extract.h"
+#include "engines/html/parser/EncodingSniffer.h"
+#include "engines/rtf/Header.h"
+#include "text/Ascii.h"
+#include "text/ByteScan.h"
 
 #include <array>
 #include <string>
@@ -13,21 +16,6 @@ using namespace std::string_view_literals;
 
 /// The MIME Sniffing Standard's "resource header": no signature lies beyond these many bytes.
 constexpr std::size_t kResourceHeader = 1445;
-
-constexpr bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
-}
-
-constexpr char asciiLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool startsWithIgnoringCase(std::string_view bytes, std::string_view lowerPrefix) {
-    if (bytes.size() < lowerPrefix.size()) return false;
-    for (std::size_t i = 0; i < lowerPrefix.size(); ++i)
-        if (asciiLower(bytes[i]) != lowerPrefix[i]) return false;
-    return true;
-}
 
 /// The ASCII of a UTF-16 header; what is not ASCII becomes 0x7F, which no signature holds.
 std::string narrowed(std::string_view bytes, std::size_t lowByte) {
@@ -57,7 +45,7 @@ std::string header(std::string_view bytes) {
         ascii = bytes;
     }
     std::size_t begin = 0;
-    while (begin < ascii.size() && isBlank(ascii[begin]))
+    while (begin < ascii.size() && text::isBlank(ascii[begin]))
         ++begin;
     return ascii.substr(begin);
 }
@@ -70,13 +58,13 @@ constexpr std::array kHtmlPatterns = {
 
 /// The tag-terminating bytes of the standard are SP and ">"; a tag name ends before any other blank too.
 bool endsTag(std::string_view rest) {
-    return !rest.empty() && (isBlank(rest.front()) || rest.front() == '>');
+    return !rest.empty() && (text::isBlank(rest.front()) || rest.front() == '>');
 }
 
 bool startsAsHtml(std::string_view text) {
     if (text.starts_with("<!--")) return true;
     for (const std::string_view pattern : kHtmlPatterns)
-        if (startsWithIgnoringCase(text, pattern) && endsTag(text.substr(pattern.size()))) return true;
+        if (text::startsWithIgnoringCase(text, pattern) && endsTag(text.substr(pattern.size()))) return true;
     return false;
 }
 
@@ -118,16 +106,13 @@ constexpr std::size_t kMessageHeader = 8192;
 /// Letters, digits and hyphens: RFC 5322, 2.2 allows more, but no registered field has them, and HTML's "<p>a:" does.
 bool isFieldName(std::string_view name) {
     for (const char c : name) {
-        const char lower = asciiLower(c);
-        if (!(lower >= 'a' && lower <= 'z') && !(c >= '0' && c <= '9') && c != '-') return false;
+        if (!text::isLetter(c) && !text::isDigit(c) && c != '-') return false;
     }
     return !name.empty();
 }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    return text;
+    return text.substr(text::skipBlanks(text, 0));
 }
 
 /// The header of a MIME message (RFC 2045): fields from the first byte on, the version among them.
@@ -145,11 +130,12 @@ MessageHeader messageHeader(std::string_view bytes) {
         const std::string_view line = rest.substr(0, end);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
         if (line.empty() || line == "\r") break;
-        if (isBlank(line.front())) continue; // the field before goes on
+        if (text::isBlank(line.front())) continue; // the field before goes on
         const std::size_t colon = line.find(':');
         if (colon == std::string_view::npos || !isFieldName(line.substr(0, colon))) break;
-        if (startsWithIgnoringCase(line, "mime-version:")) header.isMime = true;
-        if (startsWithIgnoringCase(line, "content-type:")) header.contentType = withoutLeadingBlanks(line.substr(13));
+        if (text::startsWithIgnoringCase(line, "mime-version:")) header.isMime = true;
+        if (text::startsWithIgnoringCase(line, "content-type:"))
+            header.contentType = withoutLeadingBlanks(line.substr(13));
     }
     return header;
 }
@@ -159,11 +145,25 @@ std::optional<std::string_view> describeMessage(std::string_view bytes) {
     const MessageHeader header = messageHeader(bytes);
     if (!header.isMime) return std::nullopt;
     for (const std::string_view type : {"multipart/related"sv, "text/html"sv})
-        if (startsWithIgnoringCase(header.contentType, type)) return "a MIME web archive"sv;
+        if (text::startsWithIgnoringCase(header.contentType, type)) return "a MIME web archive"sv;
     return "a MIME message"sv;
 }
 
-} // namespace
+/// More than one binary byte in ten is not text; fewer are damage.
+constexpr std::size_t kBinaryShare = 10;
+/// How much of the content decides that.
+constexpr std::size_t kBinaryWindow = 4096;
+
+bool isBinary(std::string_view bytes) {
+    const std::string_view start = bytes.substr(0, kBinaryWindow);
+    if (text::countBinaryBytes(start) * kBinaryShare <= start.size()) return false;
+    const text::Encoding encoding = html::sniffEncoding(bytes).encoding;
+    return encoding != text::Encoding::utf16le && encoding != text::Encoding::utf16be;
+}
+
+bool isRtf(DocumentKind kind) {
+    return kind == DocumentKind::rtf || kind == DocumentKind::rtfd;
+}
 
 bool looksLikeRtf(std::string_view bytes) {
     return header(bytes).starts_with("{\\rtf");
@@ -180,11 +180,11 @@ bool looksLikePdf(std::string_view bytes) {
 bool looksLikeHtml(std::string_view bytes) {
     const std::string text = header(bytes);
     std::string_view rest = text;
-    if (startsWithIgnoringCase(rest, "<?xml")) {
+    if (text::startsWithIgnoringCase(rest, "<?xml")) {
         const std::size_t end = rest.find("?>");
         if (end == std::string_view::npos) return false;
         rest.remove_prefix(end + 2);
-        while (!rest.empty() && isBlank(rest.front()))
+        while (!rest.empty() && text::isBlank(rest.front()))
             rest.remove_prefix(1);
     }
     return startsAsHtml(rest);
@@ -199,6 +199,8 @@ std::string_view describeKind(DocumentKind kind) {
     }
     return "a document";
 }
+
+} // namespace
 
 std::optional<DocumentKind> sniffDocumentKind(std::span<const std::byte> bytes) {
     const std::string_view text = asText(bytes);
@@ -216,6 +218,24 @@ std::optional<std::string_view> describeForeignContent(std::span<const std::byte
     if (text.starts_with("RIFF") && text.substr(0, 12).ends_with("WEBP")) return "a WebP image"sv;
     if (text.substr(0, 8).ends_with("ftyp")) return "a media file"sv;
     return describeMessage(text);
+}
+
+std::optional<std::string_view> describeOtherContent(std::span<const std::byte> bytes, DocumentKind kind) {
+    std::string_view text = asText(bytes);
+    if (const auto sniffed = sniffDocumentKind(bytes)) {
+        if (sniffed == kind || (sniffed == DocumentKind::rtf && isRtf(kind))) return std::nullopt;
+        // A text that mentions a PDF header further on stays a text.
+        if (sniffed == DocumentKind::pdf && !startsAsPdf(text)) return std::nullopt;
+        return describeKind(*sniffed);
+    }
+    if (const auto foreign = describeForeignContent(bytes)) return foreign;
+    if (kind == DocumentKind::pdf) return std::nullopt;
+    if (isRtf(kind)) {
+        if (header(text).starts_with("<?xml")) return "an XML document"sv;
+        // Text may come before the document, such as a mail header. The document itself may contain binary data.
+        text = text.substr(0, rtf::findRtfGroup(text, 0));
+    }
+    return isBinary(text) ? std::optional("binary data"sv) : std::nullopt;
 }
 
 } // namespace quillow

@@ -1,4 +1,5 @@
-// The one door: sends a document to its engine, and says what a document is that its engine cannot be meant for.
+// The one door: sends a document to its engine. What all engines would do alike is done here once: empty input, content of another
+// kind, and the end of memory.
 #include "engines/Extract.h"
 
 #include "engines/ContentSniffer.h"
@@ -15,74 +16,38 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
-Extraction failure(Reason reason, std::string detail) {
-    Extraction extraction;
-    extraction.reason = reason;
-    extraction.detail = std::move(detail);
-    return extraction;
-}
-
 Extraction wrongType(std::string_view description) {
-    return failure(Reason::wrongType, "the content is " + std::string(description));
+    return failed(Reason::wrongType, "the content is " + std::string(description));
 }
 
-/// What the content is, when it plainly is something else than the kind it came as.
-std::optional<std::string_view> otherContent(Bytes bytes, DocumentKind kind) {
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const std::optional<DocumentKind> sniffed = sniffDocumentKind(bytes);
-    if (!sniffed) return describeForeignContent(bytes);
-    if (sniffed == kind || (sniffed == DocumentKind::rtf && kind == DocumentKind::rtfd)) return std::nullopt;
-    // A text that only mentions a PDF header further on stays a text.
-    if (sniffed == DocumentKind::pdf && !startsAsPdf(text)) return std::nullopt;
-    return describeKind(*sniffed);
-}
-
-/// RTF and HTML take nearly any bytes as text, so what plainly is another kind never reaches them.
+/// The RTF and HTML engines read nearly any bytes as text, so content that plainly is of another kind must not reach them.
 Extraction readTolerantKind(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone) {
-    if (const auto other = otherContent(bytes, kind)) return wrongType(*other);
-    return kind == DocumentKind::html ? html::readHtml(bytes, options, bytesDone) : rtf::readRtf(bytes, options);
+    if (const auto other = describeOtherContent(bytes, kind)) return wrongType(*other);
+    return kind == DocumentKind::html ? html::readHtml(bytes, options, bytesDone)
+                                      : rtf::readRtf(bytes, options, bytesDone);
 }
 
-/// A PDF may carry any junk before its header: the engine is asked first, and its failure explained.
-Extraction readPdfKind(Bytes bytes, const Options& options) {
-    Extraction extraction = pdf::readPdf(bytes, options);
+/// A PDF may have any junk before its header, so the content is judged only after the engine has failed.
+Extraction readPdfKind(Bytes bytes, const Options& options, const BytesDone& bytesDone) {
+    Extraction extraction = pdf::readPdf(bytes, options, bytesDone);
     if (extraction.reason != Reason::damaged) return extraction;
-    if (const auto other = otherContent(bytes, DocumentKind::pdf)) return wrongType(*other);
+    if (const auto other = describeOtherContent(bytes, DocumentKind::pdf)) return wrongType(*other);
     return extraction;
 }
 
 Extraction dispatch(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone) {
-    if (bytes.empty() && kind != DocumentKind::html) return failure(Reason::damaged, "the file is empty");
+    if (bytes.empty() && kind != DocumentKind::html) return failed(Reason::damaged, "the file is empty");
     if (bytes.empty()) {
         Extraction extraction;
         extraction.reason = Reason::okEmpty;
         extraction.text.emplace();
         return extraction;
     }
-    return kind == DocumentKind::pdf ? readPdfKind(bytes, options) : readTolerantKind(bytes, kind, options, bytesDone);
+    return kind == DocumentKind::pdf ? readPdfKind(bytes, options, bytesDone)
+                                     : readTolerantKind(bytes, kind, options, bytesDone);
 }
 
 } // namespace
-
-std::string_view reasonName(Reason reason) {
-    switch (reason) {
-    case Reason::ok: return "ok";
-    case Reason::okEmpty: return "ok-empty";
-    case Reason::noTextLayer: return "no-text-layer";
-    case Reason::partial: return "partial";
-    case Reason::wrongType: return "wrong-type";
-    case Reason::damaged: return "damaged";
-    case Reason::locked: return "locked";
-    case Reason::tooLarge: return "too-large";
-    case Reason::timeout: return "timeout";
-    case Reason::outOfMemory: return "out-of-memory";
-    case Reason::crashed: return "crashed";
-    case Reason::unreadable: return "unreadable";
-    case Reason::unwritable: return "unwritable";
-    case Reason::skipped: return "skipped";
-    }
-    return "damaged";
-}
 
 Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options,
                    const BytesDone& bytesDone) {
@@ -91,9 +56,9 @@ Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Op
     try {
         return dispatch(bytes, kind, options, bytesDone);
     } catch (const std::bad_alloc&) {
-        return failure(Reason::outOfMemory, "the document needs more memory than there is");
+        return failed(Reason::outOfMemory, "the document needs more memory than there is");
     } catch (const std::length_error&) {
-        return failure(Reason::tooLarge, "the text is too long");
+        return failed(Reason::tooLarge, "the text is too long");
     }
 }
 

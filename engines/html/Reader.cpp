@@ -1,6 +1,5 @@
 #include "engines/html/Reader.h"
 
-#include "engines/html/ContentSniffer.h"
 #include "engines/html/parser/EncodingSniffer.h"
 #include "engines/html/parser/Parse.h"
 #include "engines/html/render/Renderer.h"
@@ -82,19 +81,10 @@ std::string render(const Tree& tree, const Options& options) {
 } // namespace
 
 Extraction readHtml(std::span<const std::byte> bytes, const Options& options, const BytesDone& bytesDone) {
-    Extraction result;
     const std::string_view document(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    if (document.size() > kMaxDocumentBytes) {
-        result.reason = Reason::tooLarge;
-        result.detail = "the document is larger than 512 MiB";
-        return result;
-    }
-    if (const auto other = foreignContent(document)) {
-        result.reason = Reason::wrongType;
-        result.detail = *other;
-        return result;
-    }
+    if (document.size() > kMaxDocumentBytes) return failed(Reason::tooLarge, "the document is larger than 512 MiB");
     Utf8Document utf8 = decode(document);
+    Extraction result;
     result.loss = utf8.loss;
     if (!utf8.decoded && utf8.inPlace.find('\r') != std::string_view::npos)
         utf8.decoded = copyWithLineFeeds(utf8.inPlace);

@@ -1,7 +1,10 @@
 // The entry of the HTML engine.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/Extraction.h"
+
+#include <cstddef>
+#include <span>
 
 namespace quillow::html {
 

@@ -98,10 +98,8 @@ bool appendPage(TextSink& sink, std::u16string_view page, LossAccount& loss) {
     return sink.size() > begin;
 }
 
-Extraction failure(Reason reason, std::string detail, std::uint64_t pages) {
-    Extraction extraction;
-    extraction.reason = reason;
-    extraction.detail = std::move(detail);
+Extraction failedWithPages(Reason reason, std::string detail, std::uint64_t pages) {
+    Extraction extraction = failed(reason, std::move(detail));
     extraction.pages = pages;
     return extraction;
 }
@@ -174,9 +172,9 @@ private:
 
     Extraction outcome() && {
         const auto pageCount = static_cast<std::uint64_t>(source_.count());
-        if (pagesRead_ == 0) return failure(Reason::damaged, "no page can be read", pageCount);
+        if (pagesRead_ == 0) return failedWithPages(Reason::damaged, "no page can be read", pageCount);
         if (pagesWithText_ == 0) {
-            Extraction extraction = failure(Reason::noTextLayer, "the pages hold no characters", pageCount);
+            Extraction extraction = failedWithPages(Reason::noTextLayer, "the pages hold no characters", pageCount);
             extraction.loss = loss_;
             return extraction;
         }
@@ -209,18 +207,22 @@ private:
 Extraction readPages(const PageSource& pages, const Options& options) {
     if (pages.hasMemoryEnded()) throw std::bad_alloc();
     switch (pages.opening()) {
-    case PageSource::Opening::locked: return failure(Reason::locked, "a password is needed", 0);
-    case PageSource::Opening::damaged: return failure(Reason::damaged, "the PDF cannot be read", 0);
+    case PageSource::Opening::locked: return failed(Reason::locked, "a password is needed");
+    case PageSource::Opening::damaged: return failed(Reason::damaged, "the PDF cannot be read");
     case PageSource::Opening::opened: break;
     }
     return Pages(pages, options).read();
 }
 
-Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const Module& module) {
-    if (bytes.size() > kMaximumDocument) return failure(Reason::tooLarge, "the file is too large", 0);
+Extraction readWith(const Module& module, std::span<const std::byte> bytes, const Options& options) {
+    if (bytes.size() > kMaximumDocument) return failed(Reason::tooLarge, "the file is too large");
     const std::unique_ptr<PageSource> pages = module.open(bytes);
-    if (!pages) return failure(Reason::unreadable, "what reads PDFs is not installed: " + module.failure(), 0);
+    if (!pages) return failed(Reason::unreadable, "what reads PDFs is not installed: " + module.failure());
     return readPages(*pages, options);
+}
+
+Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const BytesDone& /*bytesDone*/) {
+    return readWith(Module::installed(), bytes, options); // reads the bytes to the end
 }
 
 } // namespace quillow::pdf

@@ -1,4 +1,4 @@
-// Finds the start of the RTF document in a file, or says what the file is instead.
+// Finds the start of the RTF document in a file.
 #pragma once
 
 #include <string>
@@ -7,15 +7,11 @@
 namespace quillow::rtf {
 
 struct Source {
-    enum class Kind {
-        rtf,   ///< `bytes` begin at the document's first brace, or after it if it is missing
-        text,  ///< not RTF: `bytes` are the whole file, to be read as plain text
-        other, ///< another format: `detail` says which
-    };
-    Kind kind = Kind::text;
+    /// The document from its first brace on, or from the byte after it if it is missing; the whole file, to be read as
+    /// plain text, if there is no RTF in it.
     std::string_view bytes;
-    std::string transcoded; ///< holds `bytes` if the file is UTF-16
-    std::string detail;
+    std::string transcoded;   ///< holds `bytes` if the file is UTF-16
+    bool isRtf = false;       ///< false for plain text
     bool isUtf8 = false;      ///< `bytes` are transcoded: every byte over 0x7F is UTF-8
     bool lostOpening = false; ///< the document's first brace is missing
     bool isFragment = false;  ///< a body without the document's own group

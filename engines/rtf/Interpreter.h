@@ -3,7 +3,7 @@
 // destinations) and Paragraphs.cpp (the text of paragraphs and the marks that end them).
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/Extraction.h"
 #include "engines/rtf/CharacterDecoder.h"
 #include "engines/rtf/Fields.h"
 #include "engines/rtf/Fonts.h"

@@ -8,7 +8,6 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 namespace quillow::rtf {
@@ -48,51 +47,34 @@ void giveText(Extraction& extraction, std::string text) {
     extraction.text = std::move(text);
 }
 
-Extraction read(std::string_view file, const Options& options) {
+Extraction readDocument(const Source& source, const Options& options) {
+    Interpreter interpreter(source, options);
+    interpreter.run();
+    std::string text = interpreter.takeText();
     Extraction extraction;
-    if (file.empty()) {
-        extraction.detail = "the file is empty";
+    extraction.loss = interpreter.loss();
+    if (interpreter.isTruncated() && text.empty()) {
+        extraction.detail = "the file ends before its text";
         return extraction;
     }
-    Source source;
-    findDocument(file, source);
-    switch (source.kind) {
-    case Source::Kind::other:
-        extraction.reason = Reason::wrongType;
-        extraction.detail = source.detail;
-        break;
-    case Source::Kind::text: giveText(extraction, readPlainText(source.bytes, options, extraction.loss)); break;
-    case Source::Kind::rtf: {
-        Interpreter interpreter(source, options);
-        interpreter.run();
-        std::string text = interpreter.takeText();
-        extraction.loss = interpreter.loss();
-        const bool isCutToNothing = interpreter.isTruncated() && text.empty();
-        if (isCutToNothing) {
-            extraction.detail = "the file ends before its text";
-            break;
-        }
-        giveText(extraction, std::move(text));
-        if (interpreter.isTruncated()) {
-            extraction.reason = Reason::partial;
-            extraction.detail = "the file ends inside a group";
-        }
-        break;
-    }
+    giveText(extraction, std::move(text));
+    if (interpreter.isTruncated()) {
+        extraction.reason = Reason::partial;
+        extraction.detail = "the file ends inside a group";
     }
     return extraction;
 }
 
 } // namespace
 
-Extraction readRtf(std::span<const std::byte> bytes, const Options& options) {
-    try {
-        return read({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, options);
-    } catch (const std::bad_alloc&) {
-        Extraction extraction;
-        extraction.reason = Reason::outOfMemory;
-        return extraction;
-    }
+Extraction readRtf(std::span<const std::byte> bytes, const Options& options, const BytesDone& bytesDone) {
+    Source source;
+    findDocument({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, source);
+    if (source.isUtf8 && bytesDone) bytesDone();
+    if (source.isRtf) return readDocument(source, options);
+    Extraction extraction;
+    giveText(extraction, readPlainText(source.bytes, options, extraction.loss));
+    return extraction;
 }
 
 } // namespace quillow::rtf

@@ -44,7 +44,7 @@ TEST(Input, readsFilesThatDoNotSayTheirSize) {
 }
 
 TEST(Input, errorInReadingIsTold) {
-    EXPECT_EQ(failureOf(readInput("/proc/self/mem")).reason, Reason::unreadable);
+    EXPECT_EQ(failureOf(readInput("/proc/self/mem", Reading::whole)).reason, Reason::unreadable);
 }
 
 TEST(Input, largeRtfIsMapped) {

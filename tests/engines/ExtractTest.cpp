@@ -12,6 +12,7 @@
 namespace quillow {
 namespace {
 
+using namespace std::string_view_literals;
 using test::asBytes;
 
 Extraction read(std::string_view bytes, DocumentKind kind) {
@@ -60,6 +61,26 @@ TEST(Extract, mislabelledContentIsNamed) {
     EXPECT_EQ(detail("GIF89a", DocumentKind::pdf), "the content is a GIF image");
     EXPECT_EQ(detail("MIME-Version: 1.0\nContent-Type: multipart/related\n\n<p>=20", DocumentKind::html),
               "the content is a MIME web archive");
+}
+
+TEST(Extract, binaryDataIsNoText) {
+    constexpr std::string_view kBinary = "\0\1\2\3\4abc\0\1\2\3\4def"sv;
+    for (const DocumentKind kind : {DocumentKind::rtf, DocumentKind::rtfd, DocumentKind::html}) {
+        EXPECT_EQ(read(kBinary, kind).reason, Reason::wrongType);
+        EXPECT_EQ(read(kBinary, kind).detail, "the content is binary data");
+        EXPECT_EQ(read("a stray \0 in a text"sv, kind).reason, Reason::ok);
+    }
+}
+
+TEST(Extract, binaryDataInAnRtfDocumentIsItsOwn) {
+    const std::string document = "Subject: x\n\n{\\rtf1 a{\\pict\\bin20 " + std::string(20, '\1') + "}b}";
+    EXPECT_EQ(read(document, DocumentKind::rtf).text, "ab\n");
+}
+
+TEST(Extract, xmlIsNoRtf) {
+    constexpr std::string_view kXml = "<?xml version=\"1.0\"?><a>b</a>";
+    EXPECT_EQ(read(kXml, DocumentKind::rtf).detail, "the content is an XML document");
+    EXPECT_EQ(read(kXml, DocumentKind::html).text, "b\n");
 }
 
 TEST(Extract, textThatMentionsAPdfHeaderStaysText) {

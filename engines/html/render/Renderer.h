@@ -2,7 +2,7 @@
 // styles, with list markers and the other options on top.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/Extraction.h"
 #include "engines/html/tree/Tree.h"
 
 namespace quillow::html {

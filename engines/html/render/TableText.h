@@ -1,7 +1,7 @@
 // What separates the cells and rows of tables: HTML, 3.2.7, with the anonymous table parts of CSS 2, section 17.2.1.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/Extraction.h"
 #include "engines/html/css/Style.h"
 #include "engines/html/render/TextCollector.h"
 #include "text/ByteScan.h"

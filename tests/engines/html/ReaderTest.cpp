@@ -63,5 +63,13 @@ TEST(HtmlReader, decodesTheDeclaredEncoding) {
     EXPECT_EQ(textOf("<meta charset=windows-1251>\xCF\xF0\xE8\xE2\xE5\xF2"), "\u041F\u0440\u0438\u0432\u0435\u0442");
 }
 
+TEST(HtmlContent, mayHoldAStrayNul) {
+    EXPECT_EQ(textOf(std::string_view("<p>a\0b is text all the same", 27)), "ab is text all the same");
+}
+
+TEST(HtmlContent, mayBePlainText) {
+    EXPECT_EQ(textOf("1 < 2 & 3"), "1 < 2 & 3");
+}
+
 } // namespace
 } // namespace quillow::html

@@ -47,7 +47,7 @@ TEST(Module, libraryWithoutTheEntryPointIsNone) {
 
 TEST(Module, withoutItNoPdfIsReadAndTheReasonSaysSo) {
     const Extraction extraction =
-        readPdf(asBytes(fileContent(dataFile("pdf/plain.in"))), {}, Module("/nowhere/no-such-module.so"));
+        readWith(Module("/nowhere/no-such-module.so"), asBytes(fileContent(dataFile("pdf/plain.in"))), {});
 
     EXPECT_EQ(extraction.reason, Reason::unreadable);
     EXPECT_FALSE(extraction.text);

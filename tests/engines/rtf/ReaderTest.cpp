@@ -1,6 +1,7 @@
 // The entry of the engine: reasons, the loss account, limits, and pairs of documents that must give the same text.
 #include "engines/rtf/Reader.h"
 
+#include "engines/Extract.h"
 #include "engines/rtf/Interpreter.h"
 #include "tests/engines/DataFiles.h"
 
@@ -18,7 +19,7 @@ using namespace std::string_literals;
 using namespace std::string_view_literals;
 
 Extraction read(std::string_view document, const Options& options = {}) {
-    return readRtf(test::asBytes(document), options);
+    return extract(test::asBytes(document), DocumentKind::rtf, options);
 }
 
 std::string textOf(std::string_view document) {
@@ -166,7 +167,7 @@ TEST(Reader, otherTextThatBeginsWithABackslashStaysText) {
 TEST(Reader, foreignContentIsNamed) {
     EXPECT_EQ(read("%PDF-1.7").detail, "the content is a PDF");
     EXPECT_EQ(read("<html>").detail, "the content is an HTML page");
-    EXPECT_EQ(read("a\0b"sv).detail, "the content is binary");
+    EXPECT_EQ(read("a\0b"sv).detail, "the content is binary data");
 }
 
 TEST(Reader, lossesAreCounted) {

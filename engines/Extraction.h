@@ -1,0 +1,85 @@
+// The outcome of one document and the options of its text. The engines and everyone who calls them share these values.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace quillow {
+
+/// Why a document gave what it gave. A closed list: results, logs and exit codes use these and no others.
+enum class Reason {
+    ok,          ///< text came
+    okEmpty,     ///< the document was read and holds no characters
+    noTextLayer, ///< a PDF of pictures only
+    partial,     ///< text came, but pages or parts failed
+    wrongType,   ///< the content is not what the extension says
+    damaged,     ///< beyond repair, or no bytes at all where the format needs some
+    locked,      ///< needs a password
+    tooLarge,
+    timeout,
+    outOfMemory,
+    crashed,
+    unreadable,
+    unwritable,
+    skipped,
+};
+
+/// The reason's name as results and messages print it: "ok", "ok-empty", "no-text-layer", ...
+[[nodiscard]] std::string_view reasonName(Reason reason);
+
+enum class PageMarks { off, formFeed };
+enum class CellSeparator { tab, line };
+enum class ListMarkers { on, off };
+enum class LinkTargets { off, afterText };
+enum class HiddenText { off, on };
+enum class HeadersFooters { off, on };
+enum class Reflow { off, joinLines };
+
+/// How the text form is to be written; the same for every engine. The defaults are what the desktop program uses.
+struct Options {
+    PageMarks pageMarks = PageMarks::off;
+    CellSeparator cells = CellSeparator::tab;
+    ListMarkers listMarkers = ListMarkers::on;
+    LinkTargets links = LinkTargets::off;
+    HiddenText hiddenText = HiddenText::off;
+    HeadersFooters headersFooters = HeadersFooters::off;
+    Reflow reflow = Reflow::off;
+};
+
+/// What was lost on the way from the document to its text.
+struct LossAccount {
+    std::uint64_t charactersDecoded = 0;
+    std::uint64_t charactersWithoutUnicode = 0; ///< written as U+FFFD
+    std::uint64_t pagesWithoutText = 0;
+    std::uint64_t partsSkipped = 0; ///< pages, streams or groups that could not be read
+};
+
+/// The outcome of one document.
+struct Extraction {
+    Reason reason = Reason::damaged;
+    /// The text in UTF-8: always valid, LF line ends, no byte-order mark, no control characters but TAB, LF (and FF with
+    /// page marks); when not empty it ends with exactly one LF. Present for ok, okEmpty (empty) and partial only.
+    std::optional<std::string> text;
+    std::string detail; ///< a short phrase for the user, such as "the content is a PDF"; may be empty
+    LossAccount loss;
+    std::uint64_t pages = 0; ///< pages of a PDF; 0 where the format has none
+};
+
+/// An outcome without a text.
+[[nodiscard]] inline Extraction failed(Reason reason, std::string detail) {
+    Extraction extraction;
+    extraction.reason = reason;
+    extraction.detail = std::move(detail);
+    return extraction;
+}
+
+/// An engine calls it at most once, if it no longer needs the document's bytes before it has finished the text. Their owner
+/// may then free them. Never throws.
+using BytesDone = std::function<void()>;
+
+} // namespace quillow
