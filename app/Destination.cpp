@@ -2,6 +2,7 @@
 // to a dropped path on either road.
 #include "app/QuillowAppDelegate.h"
 #include "base/PathStrings.h"
+#include "base/SettingKeys.h"
 #include "frame/MWDragDropView.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
@@ -14,14 +15,6 @@
 
 namespace quillow {
 namespace {
-
-// Keys of the defaults store.
-constexpr char16_t kDestinationType[] = u"destinationType";
-constexpr char16_t kDestBookmark[] = u"destBookmark";
-constexpr char16_t kDestPath[] = u"destPath";
-
-/// The destination type that means one fixed folder; every other asks when saving.
-constexpr std::int32_t kFixedFolder = 1;
 
 // deliberate: the text for a bookmark that was never stored speaks of a file, the one after clearing speaks of a folder.
 constexpr char16_t kPleaseSelectFile[] = u"Please select a file or change startup option";
@@ -58,7 +51,8 @@ std::optional<QUrl> panelDirectory(const std::optional<QString>& latestPath) {
 } // namespace
 
 bool QuillowAppDelegate::destinationIsFixed() const {
-    return platform().defaults.objectForKey(QString::fromUtf16(kDestinationType)).intValue() == kFixedFolder;
+    return platform().defaults.objectForKey(settings::kDestinationType.string()).intValue() ==
+           settings::kDestinationFixed;
 }
 
 void QuillowAppDelegate::adjustDestinationPath(Sender) {
@@ -154,24 +148,24 @@ void QuillowAppDelegate::selectFolderToSaveOutput(Sender) {
     platform().panels.beginSheetModalForWindow(panel, prefWindow(), [this](const std::optional<QUrl>& url) {
         if (!url || !existFolderAtPath(pathOfURL(*url))) return;
         const auto bookmark = bookmark_.bookmarkForURL_RW(url);
-        platform().defaults.setObject(pathOfURL(*url), QString::fromUtf16(kDestPath));
-        platform().defaults.setObject(bookmark, QString::fromUtf16(kDestBookmark));
+        platform().defaults.setObject(pathOfURL(*url), settings::kDestPath.string());
+        platform().defaults.setObject(bookmark, settings::kDestBookmark.string());
         setDestMessageStringSpecified(true);
     });
 }
 
 void QuillowAppDelegate::clearDestPath(Sender) {
     // Empty values, not absent ones: the next launch finds a bookmark that does not resolve.
-    platform().defaults.setObject(QByteArray(""), QString::fromUtf16(kDestBookmark));
-    platform().defaults.setObject(QStringLiteral(""), QString::fromUtf16(kDestPath));
+    platform().defaults.setObject(QByteArray(""), settings::kDestBookmark.string());
+    platform().defaults.setObject(QStringLiteral(""), settings::kDestPath.string());
     setDestMessageString(QString::fromUtf16(kPleaseSelectFolder));
     setDestMessageStringSpecified(false);
 }
 
 void QuillowAppDelegate::showDestPath(Sender) {
     const std::optional<QString> path = pathForBookmark(storedDestinationBookmark());
-    if (platform().defaults.objectForKey(QString::fromUtf16(kDestPath)) != Boxed(path)) {
-        platform().defaults.setObject(path, QString::fromUtf16(kDestPath)); // no path removes the key
+    if (platform().defaults.objectForKey(settings::kDestPath.string()) != Boxed(path)) {
+        platform().defaults.setObject(path, settings::kDestPath.string()); // no path removes the key
         if (path && path->isEmpty()) setDestMessageString(QString::fromUtf16(kPleaseSelectFile));
     }
     if (path && platform().fileSystem.fileExistsAtPath(*path, nullptr))
@@ -179,7 +173,7 @@ void QuillowAppDelegate::showDestPath(Sender) {
 }
 
 std::optional<QByteArray> QuillowAppDelegate::storedDestinationBookmark() const {
-    return platform().defaults.objectForKey(QString::fromUtf16(kDestBookmark)).data();
+    return platform().defaults.objectForKey(settings::kDestBookmark.string()).data();
 }
 
 std::optional<QString> QuillowAppDelegate::pathForBookmark(const std::optional<QByteArray>& bookmark) const {

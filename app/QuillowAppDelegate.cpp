@@ -1,6 +1,7 @@
 #include "app/QuillowAppDelegate.h"
 
 #include "base/Release.h"
+#include "base/SettingKeys.h"
 #include "platform/Defaults.h"
 #include "platform/Window.h"
 #include "prefs/MWPhoneHome.h"
@@ -9,15 +10,15 @@
 #include "util/MWValueTransformer.h"
 
 #include <memory>
+#include <utility>
 
 namespace quillow {
 
 void QuillowAppDelegate::initialize(Defaults& defaults, const UpdateMirrors& mirrors) {
     // The windows' bindings read through the same store, so these are their initial values too.
-    defaults.registerDefaults({{QStringLiteral("notifyUpdate"), true},
-                               // deliberate: registered, and neither written nor read by anything.
-                               {QStringLiteral("lastVersionUsedToUpdatePref"), 0},
-                               {QStringLiteral("destinationType"), 0}});
+    const auto registered = [](const auto& key) { return std::pair(key.string(), Boxed(*key.registeredDefault)); };
+    defaults.registerDefaults({registered(settings::kNotifyUpdate), registered(settings::kLastVersionUsedToUpdatePref),
+                               registered(settings::kDestinationType)});
     MWPhoneHome::sharedPhoneHome().SetValueAppRelease(kCurrentRelease, QString::fromUtf16(kApplicationName), mirrors[0],
                                                       mirrors[1], mirrors[2], mirrors[3]);
 }

@@ -9,7 +9,7 @@ namespace quillow::cli {
 
 namespace {
 
-Result failed(Reason reason, std::string detail) {
+Result withoutText(Reason reason, std::string detail) {
     Result result;
     result.reason = reason;
     result.detail = std::move(detail);
@@ -19,8 +19,8 @@ Result failed(Reason reason, std::string detail) {
 Result notAccepted(std::span<const std::byte> content) {
     const auto described = describeForeignContent(content);
     Result result =
-        failed(Reason::wrongType, described ? "the content is " + std::string(*described)
-                                            : "neither name nor content is that of an RTF, HTML or PDF document");
+        withoutText(Reason::wrongType, described ? "the content is " + std::string(*described)
+                                                 : "neither name nor content is that of an RTF, HTML or PDF document");
     result.acceptance = Acceptance::notAccepted;
     return result;
 }
@@ -28,10 +28,10 @@ Result notAccepted(std::span<const std::byte> content) {
 Result extracted(InputDocument& input, const PlannedDocument& document, const Options& options) {
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
-    if (!kind && input.bytes.view().empty()) return failed(Reason::damaged, "the input is empty");
+    if (!kind && input.bytes.view().empty()) return withoutText(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted(input.bytes.view());
     Extraction extraction = extract(input.bytes.view(), *kind, options, [&input] { input.bytes.release(); });
-    if (input.bytes.haveChanged()) return failed(Reason::unreadable, "it was changed while it was read");
+    if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;
     result.detail = std::move(extraction.detail);
@@ -46,7 +46,7 @@ Result readAndExtract(const PlannedDocument& document, const Options& options) {
     InputOutcome input =
         document.path == kStandardStream ? readStandardInput(reading) : readInput(document.path, reading);
     if (auto* const failure = std::get_if<InputFailure>(&input))
-        return failed(failure->reason, std::move(failure->detail));
+        return withoutText(failure->reason, std::move(failure->detail));
     return extracted(std::get<InputDocument>(input), document, options);
 }
 
@@ -60,12 +60,12 @@ std::optional<Result> decidedByExistingText(const PlannedDocument& document, IfE
     if (ifExists == IfExists::overwrite || ifExists == IfExists::rename) return std::nullopt;
     const auto written = folder.changeTime(*document.textName);
     if (!written) return std::nullopt;
-    if (ifExists == IfExists::error) return failed(Reason::unwritable, *document.textName + ": File exists");
-    if (ifExists == IfExists::skip) return failed(Reason::skipped, *document.textName + " is there");
+    if (ifExists == IfExists::error) return withoutText(Reason::unwritable, *document.textName + ": File exists");
+    if (ifExists == IfExists::skip) return withoutText(Reason::skipped, *document.textName + " is there");
     // Standard input has no time; it is taken as new.
     const auto changed = document.path == kStandardStream ? std::nullopt : changeTime(document.path);
     if (!changed || isLater(*changed, *written)) return std::nullopt;
-    return failed(Reason::skipped, *document.textName + " is not older");
+    return withoutText(Reason::skipped, *document.textName + " is not older");
 }
 
 Result written(Result result, const PlannedDocument& document, IfExists ifExists, const OutputFolder& folder) {
@@ -73,14 +73,14 @@ Result written(Result result, const PlannedDocument& document, IfExists ifExists
     const auto failure = folder.write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
     // A file that came while the document was read: skip means that one too.
     if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
-        return failed(Reason::skipped, *document.textName + " is there");
-    if (failure) return failed(Reason::unwritable, *document.textName + ": " + failure->detail);
+        return withoutText(Reason::skipped, *document.textName + " is there");
+    if (failure) return withoutText(Reason::unwritable, *document.textName + ": " + failure->detail);
     result.text.reset();
     return result;
 }
 
 Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, const OutputFolder* folder) {
-    if (document.failure) return failed(document.failure->reason, document.failure->detail);
+    if (document.failure) return withoutText(document.failure->reason, document.failure->detail);
     if (folder != nullptr)
         if (auto decided = decidedByExistingText(document, arguments.ifExists, *folder)) return std::move(*decided);
     Result result = readAndExtract(document, arguments.options);
@@ -95,7 +95,7 @@ Result convert(const PlannedDocument& document, const Arguments& arguments, cons
     try {
         return convertUnguarded(document, arguments, outputFolder);
     } catch (const std::bad_alloc&) {
-        return failed(Reason::outOfMemory, {});
+        return withoutText(Reason::outOfMemory, {});
     }
 }
 

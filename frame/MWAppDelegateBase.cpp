@@ -1,6 +1,7 @@
 #include "frame/MWAppDelegateBase.h"
 
 #include "base/Release.h"
+#include "base/SettingKeys.h"
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Defaults.h"
 #include "platform/Menus.h"
@@ -29,7 +30,7 @@ void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
     }
     if (prefWindow_) prefWindow_->setExcludedFromWindowsMenu(true);
     // A missing path is not the empty path: it changes nothing.
-    if (platform_.defaults.objectForKey(QStringLiteral("StartupSelectedDocPath")) == Boxed(QStringLiteral(""))) {
+    if (platform_.defaults.objectForKey(settings::kStartupSelectedDocPath.string()) == Boxed(QStringLiteral(""))) {
         setStartupDocPathMessageString(QStringLiteral("Please select a file or change startup option"));
         setStartupDocSpecified(false);
     }

@@ -1,5 +1,6 @@
 // The startup document: a new document, the open dialog, or one chosen document, as the preferences say.
 #include "base/PathStrings.h"
+#include "base/SettingKeys.h"
 #include "frame/MWAppDelegateBase.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
@@ -13,11 +14,6 @@
 
 namespace quillow {
 namespace {
-
-// Keys of the defaults store.
-constexpr char16_t kActionTag[] = u"StartupActionTag";
-constexpr char16_t kSelectedDocPath[] = u"StartupSelectedDocPath";
-constexpr char16_t kSelectedDocBookmark[] = u"StartupSelectedDocBookmark";
 
 // Values of the action tag; a missing one reads as 0.
 constexpr std::int64_t kNewDocument = 0;
@@ -42,7 +38,7 @@ void store(Defaults& defaults, const Boxed& value, const char16_t* name) {
 } // namespace
 
 bool MWAppDelegateBase::applicationShouldOpenUntitledFile(Sender /*application*/) {
-    return stored(platform_.defaults, kActionTag).longValue() == kNewDocument;
+    return stored(platform_.defaults, settings::kStartupActionTag.name).longValue() == kNewDocument;
 }
 
 void MWAppDelegateBase::newDocIfNoDocOpened(Sender /*timer*/) {
@@ -54,7 +50,7 @@ void MWAppDelegateBase::openDialogIfNoDocOpened(Sender /*timer*/) {
 }
 
 void MWAppDelegateBase::executeDocumentStartupAsInPref(Sender /*sender*/) {
-    switch (stored(platform_.defaults, kActionTag).longValue()) {
+    switch (stored(platform_.defaults, settings::kStartupActionTag.name).longValue()) {
     case kNewDocument:
         platform_.timers.scheduleOnce(kSecondsForOtherDocuments, [this] { newDocIfNoDocOpened(); });
         break;
@@ -69,7 +65,7 @@ void MWAppDelegateBase::executeDocumentStartupAsInPref(Sender /*sender*/) {
 
 void MWAppDelegateBase::openChosenStartupDocument() {
     if (usingAServices_) return;
-    if (stored(platform_.defaults, kSelectedDocPath) == Boxed(QStringLiteral(""))) {
+    if (stored(platform_.defaults, settings::kStartupSelectedDocPath.name) == Boxed(QStringLiteral(""))) {
         // Shown once launch has finished.
         platform_.mainQueue.addOperation([this] { tellStartupDocumentIsUnspecified(); });
         return;
@@ -108,7 +104,8 @@ void MWAppDelegateBase::offerPreferences(const QString& messageText, const QStri
 /// The URL that the stored bookmark names; a stale one says so in the state line and is used all the same.
 std::optional<QUrl> MWAppDelegateBase::startupDocumentUrl() {
     bool isStale = false;
-    auto url = bookmark_.urlForBookmark(stored(platform_.defaults, kSelectedDocBookmark).data(), &isStale);
+    auto url = bookmark_.urlForBookmark(stored(platform_.defaults, settings::kStartupSelectedDocBookmark.name).data(),
+                                        &isStale);
     if (isStale) setStartupDocPathMessageString(QString::fromUtf16(kStale));
     return url;
 }
@@ -121,8 +118,8 @@ void MWAppDelegateBase::openDocumentUnderAccess(const QUrl& url) {
 std::optional<QUrl> MWAppDelegateBase::synchroniseStartupDocPath() {
     auto url = startupDocumentUrl();
     const auto path = url ? std::optional(pathOfURL(*url)) : std::nullopt;
-    if (stored(platform_.defaults, kSelectedDocPath) != Boxed(path)) {
-        store(platform_.defaults, path, kSelectedDocPath); // no path removes the key
+    if (stored(platform_.defaults, settings::kStartupSelectedDocPath.name) != Boxed(path)) {
+        store(platform_.defaults, path, settings::kStartupSelectedDocPath.name); // no path removes the key
         if (path && path->isEmpty()) setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
     }
     return url;
@@ -148,16 +145,16 @@ void MWAppDelegateBase::selectStartupDoc(Sender /*sender*/) {
     panel.prompt = QStringLiteral("Select");
     platform_.panels.beginSheetModalForWindow(panel, prefWindow_, [this](const std::optional<QUrl>& url) {
         if (!url) return;
-        store(platform_.defaults, bookmark_.bookmarkForURL_RW(url), kSelectedDocBookmark);
-        store(platform_.defaults, pathOfURL(*url), kSelectedDocPath);
+        store(platform_.defaults, bookmark_.bookmarkForURL_RW(url), settings::kStartupSelectedDocBookmark.name);
+        store(platform_.defaults, pathOfURL(*url), settings::kStartupSelectedDocPath.name);
         setStartupDocPathMessageString(QStringLiteral(""));
         setStartupDocSpecified(true);
     });
 }
 
 void MWAppDelegateBase::clearStartupSelectedDoc(Sender /*sender*/) {
-    store(platform_.defaults, QByteArray(""), kSelectedDocBookmark);
-    store(platform_.defaults, QStringLiteral(""), kSelectedDocPath);
+    store(platform_.defaults, QByteArray(""), settings::kStartupSelectedDocBookmark.name);
+    store(platform_.defaults, QStringLiteral(""), settings::kStartupSelectedDocPath.name);
     setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
     setStartupDocSpecified(false);
 }

@@ -1,6 +1,7 @@
 #include "prefs/MWPhoneHome.h"
 
 #include "base/Format.h"
+#include "base/SettingKeys.h"
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Alerts.h"
 #include "platform/BackgroundQueue.h"
@@ -20,8 +21,6 @@ namespace quillow {
 
 namespace {
 
-constexpr char16_t kNotifyUpdate[] = u"notifyUpdate";
-constexpr char16_t kLastCheckDate[] = u"lastCheckDateForUpdate";
 constexpr char16_t kLatestRelease[] = u"LRA";
 constexpr char16_t kDownloadUrl[] = u"GFU";
 constexpr char16_t kDownloadPageUrl[] = u"DPU";
@@ -58,7 +57,7 @@ void MWPhoneHome::SetValueAppRelease(std::int64_t appRelease, const QString& app
 }
 
 void MWPhoneHome::startupProcedure(Sender caller) {
-    if (ports_.defaults.objectForKey(key(kNotifyUpdate)).boolValue()) {
+    if (ports_.defaults.objectForKey(settings::kNotifyUpdate.string()).boolValue()) {
         dailyVerboseCheckForLastReleaseAvailable(caller);
         return;
     }
@@ -121,12 +120,12 @@ std::optional<Boxed::Dictionary> MWPhoneHome::getDictionaryFromTheNet() const {
 }
 
 bool MWPhoneHome::lastCheckNotToday() const {
-    const auto lastCheck = ports_.defaults.objectForKey(key(kLastCheckDate)).date();
+    const auto lastCheck = ports_.defaults.objectForKey(settings::kLastCheckDateForUpdate.string()).date();
     return !lastCheck || isOnAnotherDay(*lastCheck, ports_.clock.now());
 }
 
 void MWPhoneHome::setInPreferencesTodayWasChecked() {
-    ports_.defaults.setObject(ports_.clock.now().toUTC(), key(kLastCheckDate));
+    ports_.defaults.setObject(ports_.clock.now().toUTC(), settings::kLastCheckDateForUpdate.string());
     ports_.defaults.synchronize();
 }
 
@@ -172,7 +171,7 @@ void MWPhoneHome::notifyAboutFailedChechForUpdate(Sender /*ignored*/) {
 }
 
 void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
-    const auto lastCheck = ports_.defaults.objectForKey(key(kLastCheckDate)).date();
+    const auto lastCheck = ports_.defaults.objectForKey(settings::kLastCheckDateForUpdate.string()).date();
     if (lastCheck && !isLongAgo(*lastCheck, ports_.clock.now())) return;
 
     Alert invitation;
@@ -184,7 +183,7 @@ void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
                                {QString::number(kDaysUntilInvitation), myAppName()})
             : stringWithFormat(QStringLiteral("Would you like that %@ informs you now for any available update?"),
                                {myAppName()});
-    if (!ports_.defaults.objectForKey(key(kNotifyUpdate)).boolValue()) {
+    if (!ports_.defaults.objectForKey(settings::kNotifyUpdate.string()).boolValue()) {
         invitation.informativeText = QStringLiteral(
             "Suggested option is to have the update report enabled.\nUse the Preference Dialog to enable "
             "this feature.");

@@ -1,5 +1,7 @@
 #include "program/Wiring.h"
 
+#include "base/SettingKeys.h"
+
 #include <optional>
 #include <utility>
 
@@ -10,7 +12,7 @@ Bindings::Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoM
     // Adjusted at launch and whenever the folder of the preferences is chosen or cleared.
     bind(delegate, u"displayDestinationPath", [&delegate, &defaults, &window] {
         window.setDestination(delegate.displayDestinationPath());
-        const auto bookmark = defaults.objectForKey(QStringLiteral("destBookmark")).data();
+        const auto bookmark = defaults.objectForKey(settings::kDestBookmark.string()).data();
         window.setHasFolder(bookmark && !bookmark->isEmpty());
     });
     bind(delegate, u"numberProcessed",

@@ -167,7 +167,7 @@ def functions(path, text):
 def names_page(root):
     sections = []
     for folder in FOLDERS:
-        for header in sorted((root / folder).glob("*.h")):
+        for header in sorted((root / folder).rglob("*.h")):
             relative = header.relative_to(root).as_posix()
             found = functions(relative, header.read_text())
             for owner in dict.fromkeys(f[0] for f in found):

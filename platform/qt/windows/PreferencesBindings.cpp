@@ -1,5 +1,6 @@
 #include "platform/qt/windows/PreferencesBindings.h"
 
+#include "base/SettingKeys.h"
 #include "platform/qt/windows/GeneralPane.h"
 #include "platform/qt/windows/PreferencesWindow.h"
 #include "platform/qt/windows/UpdatePane.h"
@@ -7,21 +8,6 @@
 #include <utility>
 
 namespace quillow {
-namespace {
-
-// Keys of the defaults store.
-constexpr char16_t kDestinationType[] = u"destinationType";
-constexpr char16_t kDestBookmark[] = u"destBookmark";
-constexpr char16_t kDestPath[] = u"destPath";
-constexpr char16_t kStartupActionTag[] = u"StartupActionTag";
-constexpr char16_t kStartupSelectedDocPath[] = u"StartupSelectedDocPath";
-constexpr char16_t kNotifyUpdate[] = u"notifyUpdate";
-constexpr char16_t kLastCheckDate[] = u"lastCheckDateForUpdate";
-
-constexpr int kDestinationTypeAsk = 0;
-
-} // namespace
-
 PreferencesBindings::PreferencesBindings(PreferencesWindow& window, KVObject& delegate, ObservedDefaults& defaults,
                                          const DateFormatting& dateFormatting, Transforms transforms, Actions actions)
     : window_(window)
@@ -52,21 +38,24 @@ PreferencesBindings::~PreferencesBindings() {
 void PreferencesBindings::setCommands() {
     GeneralPaneCommands general;
     general.setDestinationIsFixed = [this](bool isFixed) {
-        store(isFixed ? transforms_.valueIs1Reversed(true) : Boxed(kDestinationTypeAsk), kDestinationType);
+        store(isFixed ? transforms_.valueIs1Reversed(true) : Boxed(settings::kDestinationAsked),
+              settings::kDestinationType.name);
         actions_.adjustDestinationPath();
     };
     general.selectFolder = actions_.selectFolder;
     general.showFolder = actions_.showFolder;
     general.clearFolder = actions_.clearFolder;
-    general.setStartupAction = [this](int tag) { store(tag, kStartupActionTag); };
+    general.setStartupAction = [this](int tag) { store(tag, settings::kStartupActionTag.name); };
     general.selectDocument = actions_.selectDocument;
     general.showDocument = actions_.showDocument;
     general.testDocument = actions_.testDocument;
     general.clearDocument = actions_.clearDocument;
     window_.generalPane().setCommands(general);
-    window_.updatePane().setCommands(
-        {[this](bool notifies) { store(transforms_.MWNumberBoolToNumberNumReversed(notifies), kNotifyUpdate); },
-         actions_.checkNow});
+    window_.updatePane().setCommands({[this](bool notifies) {
+                                          store(transforms_.MWNumberBoolToNumberNumReversed(notifies),
+                                                settings::kNotifyUpdate.name);
+                                      },
+                                      actions_.checkNow});
 }
 
 void PreferencesBindings::observe(const char16_t* key, void (PreferencesBindings::*show)()) {
@@ -76,25 +65,25 @@ void PreferencesBindings::observe(const char16_t* key, void (PreferencesBindings
 }
 
 void PreferencesBindings::showStored(const QString& key) {
-    if (key == kDestinationType) showDestinationType();
-    if (key == kDestBookmark || key == kDestPath) showFolder();
+    if (key == settings::kDestinationType.name) showDestinationType();
+    if (key == settings::kDestBookmark.name || key == settings::kDestPath.name) showFolder();
     // The main window names the folder, too.
-    if (key == kDestBookmark) actions_.adjustDestinationPath();
-    if (key == kStartupActionTag) showStartupAction();
-    if (key == kStartupSelectedDocPath) showDocument();
-    if (key == kNotifyUpdate || key == kLastCheckDate) showUpdate();
+    if (key == settings::kDestBookmark.name) actions_.adjustDestinationPath();
+    if (key == settings::kStartupActionTag.name) showStartupAction();
+    if (key == settings::kStartupSelectedDocPath.name) showDocument();
+    if (key == settings::kNotifyUpdate.name || key == settings::kLastCheckDateForUpdate.name) showUpdate();
 }
 
 void PreferencesBindings::showDestinationType() {
-    const Boxed type = stored(kDestinationType);
+    const Boxed type = stored(settings::kDestinationType.name);
     window_.generalPane().setDestinationAsks(transforms_.valueIsNot1(type).boolValue());
     window_.generalPane().setDestinationIsFixed(transforms_.valueIs1(type).boolValue());
 }
 
 void PreferencesBindings::showFolder() {
     // Where the folder stands now; of one that is gone, where it stood.
-    const auto now = transforms_.b2p(stored(kDestBookmark)).string();
-    window_.generalPane().folder().setPath(now ? *now : stored(kDestPath).string().value_or(QString()));
+    const auto now = transforms_.b2p(stored(settings::kDestBookmark.name)).string();
+    window_.generalPane().folder().setPath(now ? *now : stored(settings::kDestPath.name).string().value_or(QString()));
 }
 
 void PreferencesBindings::showFolderState() {
@@ -104,11 +93,12 @@ void PreferencesBindings::showFolderState() {
 }
 
 void PreferencesBindings::showStartupAction() {
-    window_.generalPane().setStartupAction(stored(kStartupActionTag).longValue());
+    window_.generalPane().setStartupAction(stored(settings::kStartupActionTag.name).longValue());
 }
 
 void PreferencesBindings::showDocument() {
-    window_.generalPane().document().setPath(stored(kStartupSelectedDocPath).string().value_or(QString()));
+    window_.generalPane().document().setPath(
+        stored(settings::kStartupSelectedDocPath.name).string().value_or(QString()));
     showDocumentState();
 }
 
@@ -117,13 +107,14 @@ void PreferencesBindings::showDocumentState() {
     window_.generalPane().document().setState(
         delegate_.valueForKey(QStringLiteral("StartupDocPathMessageString")).string().value_or(QString()), state);
     // "Specified" is true also while no document was ever chosen.
-    const bool hasPath = transforms_.MWFilledTrimmedString(stored(kStartupSelectedDocPath)).boolValue();
+    const bool hasPath = transforms_.MWFilledTrimmedString(stored(settings::kStartupSelectedDocPath.name)).boolValue();
     window_.generalPane().setDocumentIsSpecified(state == ChosenItem::State::stated && hasPath);
 }
 
 void PreferencesBindings::showUpdate() {
-    window_.updatePane().setNotifies(transforms_.MWNumberBoolToNumberNum(stored(kNotifyUpdate)).boolValue());
-    const auto lastCheck = stored(kLastCheckDate).date();
+    window_.updatePane().setNotifies(
+        transforms_.MWNumberBoolToNumberNum(stored(settings::kNotifyUpdate.name)).boolValue());
+    const auto lastCheck = stored(settings::kLastCheckDateForUpdate.name).date();
     window_.updatePane().setLastCheck(lastCheck ? dateFormatting_.localizedStringFromDate(
                                                       lastCheck->toLocalTime(), DateStyle::medium, DateStyle::medium)
                                                 : QString());
