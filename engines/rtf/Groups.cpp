@@ -1,15 +1,13 @@
 // Groups and destinations (RTF 1.9.1, "Groups", "Destinations"): which groups are read, which are skipped, and
 // what happens to a group's text when the group closes.
 #include "engines/rtf/Interpreter.h"
-#include "text/Ascii.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 
 namespace quillow::rtf {
 
 namespace {
-
-using namespace std::string_view_literals;
 
 constexpr std::size_t npos = std::string_view::npos;
 constexpr std::string_view kBlanks = " \t\n";
@@ -147,8 +145,8 @@ void Interpreter::leaveData(const char* start, Scanner::Completeness completenes
     leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
-/// The first pass takes each byte by itself. Only a table that may contain raw pairs is read again, because that needs a scan
-/// of the whole file's bytes.
+/// The first pass takes each byte by itself. Only a table that may contain raw pairs is read again, because that needs a
+/// scan of the whole file's bytes.
 void Interpreter::readFontTable() {
     const char* start = scanner_.position();
     Scanner::Completeness completeness = fonts_.read(scanner_, FontTable::RawPairs::ignored);
@@ -160,16 +158,16 @@ void Interpreter::readFontTable() {
     leaveTable(start, completeness);
 }
 
-/// Whether a table's raw bytes can be pairs in a code page of its fonts. Returns true only a few times for a document, because
-/// each time costs another pass.
+/// Whether a table's raw bytes can be pairs in a code page of its fonts. Returns true only a few times for a document,
+/// because each time costs another pass.
 bool Interpreter::mayHoldPairs(std::string_view table) {
     const char* end = table.data() + table.size();
     if (findHighByte(table.data(), end) == end) return false;
     return !fonts_.pairPages().empty() && !decoder_.rawIsUtf8() && recovery_.mayReadTableAgain();
 }
 
-/// The name of a style does not say its font, and most names have one byte per letter. So the first code page with which the
-/// table ends as it should is taken.
+/// The name of a style does not say its font, and most names have one byte per letter. So the first code page with which
+/// the table ends as it should is taken.
 Scanner::Completeness Interpreter::skipTable() {
     const char* start = scanner_.position();
     const Scanner::Completeness completeness = scanner_.skipGroup(decoder_.rawPairs(*state_.charset));

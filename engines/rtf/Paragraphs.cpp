@@ -1,5 +1,5 @@
-// The text of paragraphs: its characters, what is pending before them (a lone surrogate, a list label), and the marks that
-// end paragraphs, lines, cells and rows.
+// The text of paragraphs: its characters, what is pending before them (a lone surrogate, a list label), and the marks
+// that end paragraphs, lines, cells and rows.
 #include "engines/rtf/Interpreter.h"
 #include "text/Ascii.h"
 #include "text/Unicode.h"
