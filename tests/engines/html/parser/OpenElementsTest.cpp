@@ -113,7 +113,9 @@ TEST(OpenElements, paragraphsAreCountedHoweverTheyLeave) {
     open.pop();
     EXPECT_TRUE(open.hasParagraphInButtonScope());
     open.popTo(1);
+    const std::uint64_t steps = open.steps();
     EXPECT_FALSE(open.hasParagraphInButtonScope());
+    EXPECT_EQ(open.steps(), steps);
     open.insert(1, {7, Tag::p});
     EXPECT_TRUE(open.hasParagraphInButtonScope());
 }

@@ -53,6 +53,15 @@ TEST(ListText, otherElementsHaveNoNumberOfTheirOwn) {
     EXPECT_EQ(itemsOf("<ol start=3><div></div><li><p></p><li>"), "1. x\n3. x\n4. x\n");
 }
 
+TEST(ListText, anItemOutsideOfAListIsNumberOne) {
+    const auto tree = parseHtml("<li value=5>");
+    TextCollector collector(100);
+    ListText lists(*tree, collector);
+    EXPECT_TRUE(lists.openItem(tree->firstChild(bodyOf(*tree)), kItem));
+    collector.insert("x");
+    EXPECT_EQ(std::move(collector).finish(), "1. x\n");
+}
+
 TEST(ListText, anItemWithoutAMarkerTakesItsNumber) {
     const auto tree = parseHtml("<ol><li><li>");
     TextCollector collector(100);

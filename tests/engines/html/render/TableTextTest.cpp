@@ -100,10 +100,20 @@ TEST_F(TableTextTest, aCaptionIsNotARow) {
     cell("a");
     leave();
     enter(Display::tableCaption);
+    text("c");
     leave();
     enter(Display::tableRow);
     cell("b");
-    EXPECT_EQ(written(), "a\nb\n");
+    EXPECT_EQ(written(), "ac\nb\n");
+}
+
+TEST_F(TableTextTest, aRowInARowIsNotSeparatedFromOtherContent) {
+    enter(Display::tableRow);
+    enter(Display::tableRow);
+    cell("a");
+    leave();
+    text("b");
+    EXPECT_EQ(written(), "ab\n");
 }
 
 TEST_F(TableTextTest, whiteSpaceIsNotContent) {
