@@ -8,6 +8,7 @@
 #include <utility>
 
 namespace quillow {
+
 PreferencesBindings::PreferencesBindings(PreferencesWindow& window, KVObject& delegate, ObservedDefaults& defaults,
                                          const DateFormatting& dateFormatting, Transforms transforms, Actions actions)
     : window_(window)
