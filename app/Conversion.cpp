@@ -3,7 +3,6 @@
 #include "base/Format.h"
 #include "base/PathBytes.h"
 #include "base/PathStrings.h"
-#include "engines/DocumentKind.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
 #include "platform/FileSystem.h"
@@ -16,10 +15,6 @@
 namespace quillow {
 namespace {
 
-std::optional<DocumentKind> documentKindOf(const QString& path) {
-    return documentKindForExtension(lowercaseString(pathExtension(path)).toStdString());
-}
-
 /// To be called if the batch changed while it ran, which is a programming error.
 void tellBatchChanged(const QString& path) {
     std::fprintf(stderr, "quillow: the batch changed while %s was converted; the rest of it is not converted\n",
@@ -29,7 +24,7 @@ void tellBatchChanged(const QString& path) {
 } // namespace
 
 bool QuillowAppDelegate::isAcceptedFileToConvertAtPath(const QString& path) const {
-    return documentKindOf(path).has_value();
+    return DocumentText::kindOf(path).has_value();
 }
 
 bool QuillowAppDelegate::existFileOrBundleAtPath(const QString& path) const {
@@ -74,44 +69,25 @@ void QuillowAppDelegate::doMultiProcess() {
     for (const QString& path : batch) {
         // The document that is being converted is finished; the next ones are not begun.
         if (platform().termination.isRequested()) break;
-        const ConversionEnd end = convertDocument(path);
+        const DocumentText::End end = convertDocument(path);
         if (fileToProcessPathArray() != batch) {
             tellBatchChanged(path);
             break;
         }
         // deliberate: bytes that cannot be read end the whole batch, where a document without text is only reported.
-        if (end == ConversionEnd::bytesUnreadable) break;
+        if (end == DocumentText::End::bytesUnreadable) break;
     }
     platform().bookmarkStore.stopAccessingSecurityScopedResource(*folder);
 }
 
-QuillowAppDelegate::ConversionEnd QuillowAppDelegate::convertDocument(const QString& path) {
-    // The bytes and their text. Only on success is anything of the delegate's state touched.
-    FileSystem& files = platform().fileSystem;
-    const std::optional<DocumentKind> kind = documentKindOf(path);
-    std::optional<QByteArray> text;
-    if (kind == DocumentKind::rtf || kind == DocumentKind::rtfd) {
-        const QString source =
-            kind == DocumentKind::rtfd ? stringWithFormat(QStringLiteral("%@/TXT.rtf"), {path}) : path;
-        // deliberate: unreadable bytes reach the reader as absent ones; it alone decides whether there is text.
-        if (const auto styled = platform().rtfTextReader.initWithRTF(files.contentsOfFile(source)))
-            text = plainTextOf(*styled);
-    } else if (kind) {
-        const std::optional<QByteArray> bytes = files.contentsOfFile(path);
-        if (!bytes) {
-            logNoText(path);
-            return ConversionEnd::bytesUnreadable;
-        }
-        if (kind == DocumentKind::pdf) {
-            text = platform().pdfTextReader.stringOfPDF(*bytes);
-        } else if (const auto styled = platform().htmlTextReader.initWithHTML(*bytes)) {
-            text = plainTextOf(*styled);
-        }
-    }
-    if (!text) {
+DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
+    // Only a text changes anything of the delegate's state.
+    DocumentText::Outcome outcome = documentText_.read(path);
+    if (outcome.end != DocumentText::End::text) {
         logNoText(path);
-        return ConversionEnd::noText;
+        return outcome.end;
     }
+    const QByteArray text = outcome.styledText ? plainTextOf(*outcome.styledText) : *outcome.pdfText;
 
     const QString baseName = stringByDeletingPathExtension(lastPathComponent(path));
     const QString name = stringWithFormat(QStringLiteral("%@.txt"), {baseName});
@@ -119,12 +95,12 @@ QuillowAppDelegate::ConversionEnd QuillowAppDelegate::convertDocument(const QStr
     setFinalName(name);
     setFinalFullPathName(fullPathName);
     // deliberate: whether the file could be written is not looked at; the document counts and is logged as converted.
-    files.writeToFileAtomically(*text, fullPathName);
+    platform().fileSystem.writeToFileAtomically(text, fullPathName);
     setNumberProcessed(numberProcessed().longValue() + 1);
     // deliberate: no conversion ever sets it back to false.
     setDone(true);
     doMessageLog(stringWithFormat(QStringLiteral("Converted %@  >>  %@"), {path, fullPathName}), false);
-    return ConversionEnd::converted;
+    return DocumentText::End::text;
 }
 
 QByteArray QuillowAppDelegate::plainTextOf(const AttributedString& styledText) {

@@ -25,7 +25,8 @@ void QuillowAppDelegate::initialize(Defaults& defaults, const UpdateMirrors& mir
 
 QuillowAppDelegate::QuillowAppDelegate(const Platform& platform)
     : MWDragDropBaseApp(platform)
-    , bookmark_(platform.bookmarkStore) {
+    , bookmark_(platform.bookmarkStore)
+    , documentText_({platform.fileSystem, platform.rtfTextReader, platform.htmlTextReader, platform.pdfTextReader}) {
     ValueTransformerRegistry& registry = platform.valueTransformers;
     registry.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(1), QStringLiteral("valueIsNot1"));
     registry.setValueTransformer(std::make_shared<MWValueIsEqualToRef>(1), QStringLiteral("valueIs1"));

@@ -3,6 +3,7 @@
 // (DataFileAndModes.cpp).
 #pragma once
 
+#include "app/DocumentText.h"
 #include "app/TextView.h"
 #include "frame/MWBookmark.h"
 #include "frame/MWDragDropBaseApp.h"
@@ -141,10 +142,8 @@ public:
     void setMyDiscloseButton(Button* myDiscloseButton) { myDiscloseButton_ = myDiscloseButton; }
 
 private:
-    enum class ConversionEnd { converted, noText, bytesUnreadable };
-
     // Conversion.
-    ConversionEnd convertDocument(const QString& path);
+    DocumentText::End convertDocument(const QString& path);
     [[nodiscard]] QByteArray plainTextOf(const AttributedString& styledText);
     void logNoText(const QString& path);
 
@@ -168,6 +167,7 @@ private:
     void limitHeight(double height);
 
     MWBookmark bookmark_;
+    DocumentText documentText_;
     KVProperty<std::optional<QString>> displayDestinationPath_{*this, u"displayDestinationPath"};
     KVProperty<std::optional<QString>> effectiveDestinationPath_{*this, u"effectiveDestinationPath"};
     KVProperty<std::optional<QByteArray>> effectiveDestinationBookmark_{*this, u"effectiveDestinationBookmark"};

@@ -1,0 +1,68 @@
+// Which reader a document goes to, and what comes of it.
+#include "app/DocumentText.h"
+
+#include "tests/fakes/FakeFileSystem.h"
+#include "tests/fakes/FakeTextReaders.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow {
+namespace {
+
+using namespace Qt::StringLiterals;
+using End = DocumentText::End;
+
+struct DocumentTextTest : testing::Test {
+    Journal journal;
+    FakeFileSystem files{journal};
+    FakeRtfTextReader rtf{journal};
+    FakeHtmlTextReader html{journal};
+    FakePdfTextReader pdf{journal};
+    DocumentText documents{{files, rtf, html, pdf}};
+};
+
+TEST_F(DocumentTextTest, eachKindGoesToItsReader) {
+    for (const char16_t* name : {u"a.rtf", u"b.HTML", u"c.htm", u"d.Pdf", u"e.rtfd/TXT.rtf"})
+        files.addFile(QString::fromUtf16(name), QString::fromUtf16(name).toUtf8());
+
+    EXPECT_EQ(documents.read(u"a.rtf"_s).styledText, AttributedString{"a.rtf"});
+    EXPECT_EQ(documents.read(u"b.HTML"_s).styledText, AttributedString{"b.HTML"});
+    EXPECT_EQ(documents.read(u"c.htm"_s).styledText, AttributedString{"c.htm"});
+    EXPECT_EQ(documents.read(u"d.Pdf"_s).pdfText, "d.Pdf");
+    EXPECT_EQ(documents.read(u"e.rtfd"_s).styledText, AttributedString{"e.rtfd/TXT.rtf"});
+    EXPECT_EQ(rtf.read().size(), 2U);
+    EXPECT_EQ(html.read().size(), 2U);
+    EXPECT_EQ(pdf.read().size(), 1U);
+}
+
+TEST_F(DocumentTextTest, otherExtensionsAreNotRead) {
+    files.addFile(u"notes.txt"_s, "text");
+    EXPECT_EQ(documents.read(u"notes.txt"_s).end, End::noText);
+    EXPECT_FALSE(DocumentText::kindOf(u"rtf"_s));
+}
+
+TEST_F(DocumentTextTest, unreadableBytesReachTheRtfReaderAsAbsentOnes) {
+    EXPECT_EQ(documents.read(u"gone.rtf"_s).end, End::noText);
+    rtf.scriptAbsent("");
+    EXPECT_EQ(documents.read(u"gone.rtf"_s).end, End::text);
+    EXPECT_EQ(documents.read(u"gone.rtf"_s).styledText, AttributedString{""});
+}
+
+TEST_F(DocumentTextTest, unreadableBytesReachNoOtherReader) {
+    for (const QString& path : {u"gone.html"_s, u"gone.htm"_s, u"gone.pdf"_s})
+        EXPECT_EQ(documents.read(path).end, End::bytesUnreadable);
+    EXPECT_TRUE(html.read().empty());
+    EXPECT_TRUE(pdf.read().empty());
+}
+
+TEST_F(DocumentTextTest, aReaderWithoutATextEndsWithoutOne) {
+    files.addFile(u"a.pdf"_s, "pictures");
+    pdf.script("pictures", std::nullopt);
+    files.addFile(u"a.html"_s, "nothing");
+    html.script("nothing", std::nullopt);
+    EXPECT_EQ(documents.read(u"a.pdf"_s).end, End::noText);
+    EXPECT_EQ(documents.read(u"a.html"_s).end, End::noText);
+}
+
+} // namespace
+} // namespace quillow
