@@ -45,8 +45,8 @@ void QuillowAppDelegate::runDoProcess() {
     if (progressIndicator()) progressIndicator()->stopAnimation();
 }
 
-// deliberate: the batch road looks neither for existence nor at the type; the conversion itself reports a file of another type
-// as one that has no text.
+// deliberate: a batch is not checked for existence or type. The conversion itself reports a file of another type as one without
+// a text.
 void QuillowAppDelegate::runDoMultiProcess() {
     if (progressIndicator()) progressIndicator()->startAnimation();
     doMultiProcess();
@@ -67,21 +67,21 @@ void QuillowAppDelegate::doMultiProcess() {
     if (!folder || !platform().bookmarkStore.startAccessingSecurityScopedResource(*folder)) return;
     const QStringList batch = fileToProcessPathArray();
     for (const QString& path : batch) {
-        // The document that is being converted is finished; the next ones are not begun.
+        // The current document is finished; the next ones are not started.
         if (platform().termination.isRequested()) break;
         const DocumentText::End end = convertDocument(path);
         if (fileToProcessPathArray() != batch) {
             tellBatchChanged(path);
             break;
         }
-        // deliberate: bytes that cannot be read end the whole batch, where a document without text is only reported.
+        // deliberate: unreadable bytes end the whole batch; a document without text is only reported.
         if (end == DocumentText::End::bytesUnreadable) break;
     }
     platform().bookmarkStore.stopAccessingSecurityScopedResource(*folder);
 }
 
 DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
-    // Only a text changes anything of the delegate's state.
+    // The delegate's state changes only if there is a text.
     DocumentText::Outcome outcome = documentText_.read(path);
     if (outcome.end != DocumentText::End::text) {
         logNoText(path);
@@ -94,7 +94,7 @@ DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
     const QString fullPathName = stringWithFormat(QStringLiteral("%@/%@"), {effectiveDestinationPath(), name});
     setFinalName(name);
     setFinalFullPathName(fullPathName);
-    // deliberate: whether the file could be written is not looked at; the document counts and is logged as converted.
+    // deliberate: a failed write is not detected; the document is counted and logged as converted.
     platform().fileSystem.writeToFileAtomically(text, fullPathName);
     setNumberProcessed(numberProcessed().longValue() + 1);
     // deliberate: no conversion ever sets it back to false.

@@ -1,5 +1,5 @@
-// The application data file, which keeps the log and the window's mode from one run to the next, and the two modes: a small and
-// a big height of the main window.
+// The application data file, which saves the log and the window's mode between runs, and the two modes: a small and a big height
+// of the main window.
 #include "app/QuillowAppDelegate.h"
 #include "base/Format.h"
 #include "base/Release.h"
@@ -18,8 +18,8 @@ constexpr char16_t kAppVersion[] = u"appversion";
 constexpr char16_t kLogContent[] = u"logContent";
 constexpr char16_t kBigWin[] = u"bigWin";
 
-// deliberate: one above this release, so that every file of this release or an older one is read; and below the other the
-// stored mode is not trusted.
+// deliberate: one above this release, so that every file of this release or an older one is read. Below the other, the stored
+// mode is not trusted.
 constexpr std::uint64_t kFirstNewerVersion = static_cast<std::uint64_t>(kCurrentRelease) + 1;
 constexpr std::uint64_t kFirstVersionWithMode = 10300;
 
@@ -38,7 +38,7 @@ Boxed entryOf(const Boxed::Dictionary& entries, const char16_t* key) {
 } // namespace
 
 QString QuillowAppDelegate::pathForDataFile() const {
-    // The home folder has no tilde left to expand.
+    // The home folder contains no tilde to expand.
     const QString folder =
         stringWithFormat(QStringLiteral("%@/%@"), {platform().systemInfo.homeDirectory(),
                                                    QStringLiteral("Library/Application Support/Quillow/")});
@@ -50,7 +50,7 @@ void QuillowAppDelegate::saveAppDataToDisk() {
     Boxed::Dictionary entries{{QString::fromUtf16(kAppVersion), kCurrentRelease}};
     if (textLog_) entries.insert(QString::fromUtf16(kLogContent), textLog_->string());
     if (!bigWin().isNil()) entries.insert(QString::fromUtf16(kBigWin), bigWin());
-    // Whether it could be written is not looked at.
+    // deliberate: a failed write is not detected.
     platform().archive.archiveRootObject(entries, pathForDataFile());
 }
 
@@ -58,26 +58,26 @@ void QuillowAppDelegate::loadAppDataFromDisk() {
     // 1. Without a file there is nothing to do.
     const QString path = pathForDataFile();
     if (!platform().fileSystem.fileExistsAtPath(path, nullptr)) return;
-    // 2. The dictionary and its version. Of anything else nothing is restored; it is kept.
+    // 2. The dictionary and its version. Anything else restores nothing and is kept.
     const auto entries = platform().archive.unarchiveObjectWithFile(path).dictionary();
     if (!entries) {
         platform().archive.putAside(path);
         return;
     }
     const auto version = static_cast<std::uint64_t>(entryOf(*entries, kAppVersion).longValue());
-    // 3. A newer release's file is not read. The user is told, whatever the answer.
+    // 3. A newer release's file is not read. An alert says so; its answer does not matter.
     if (version >= kFirstNewerVersion) {
         static_cast<void>(platform().supportUtility.dataIn_ApplicationSupportFolder_CreatedWithANewerVersion());
         return;
     }
-    // 4. The log. What is no string is no log.
+    // 4. The log. A value that is not a string counts as no log.
     setLogContent(entryOf(*entries, kLogContent).string().value_or(QString()));
     // 5. An old file's mode is not trusted.
     if (version < kFirstVersionWithMode) {
         setBigWin(false);
         return;
     }
-    // 6. The mode: nil when there is none, and whatever else stands there by its truth.
+    // 6. The mode: nil if there is none, otherwise the value as a boolean.
     const Boxed storedMode = entryOf(*entries, kBigWin);
     setBigWin(storedMode.isNil() ? Boxed() : Boxed(storedMode.boolValue()));
     if (myDiscloseButton_) myDiscloseButton_->setState(bigWin().boolValue() ? ButtonState::on : ButtonState::off);
@@ -89,7 +89,7 @@ void QuillowAppDelegate::loadAppDataFromDisk() {
 
 void QuillowAppDelegate::setTextLog(LogView* textLog) {
     textLog_ = textLog;
-    // The view shows `logContent` whenever that is set; what the view gains later does not go back.
+    // The view shows `logContent` whenever it is set. Later lines of the view do not change `logContent`.
     logContentBinding_ =
         addObserver(QStringLiteral("logContent"), [this](const QString&, const KVObject&, const Change&) {
             replaceLog(logContent().value_or(QString()));

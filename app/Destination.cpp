@@ -1,5 +1,5 @@
-// Where converted text goes: into one folder fixed in the preferences, or into a folder asked for when saving; and what happens
-// to a dropped path on either road.
+// Where converted text goes: into a fixed folder from the preferences, or into a folder that is requested when saving. Also what
+// happens to a dropped path in each case.
 #include "app/QuillowAppDelegate.h"
 #include "base/PathStrings.h"
 #include "base/SettingKeys.h"
@@ -24,8 +24,8 @@ bool isHexDigit(QChar c) {
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
-/// A URL made from the string of a URL without a host, character for character (RFC 3986, appendix A): nothing where the string
-/// holds a character that has no place there, a second number sign, or a per cent sign without two hexadecimal digits.
+/// Makes a URL of the string of a URL without a host, character by character (RFC 3986, appendix A). Empty if the string contains
+/// a character that is not allowed, a second number sign, or a per cent sign without two hexadecimal digits.
 std::optional<QUrl> urlWithString(const QString& text) {
     static constexpr QStringView kMarks = u"-._~:/?#@!$&'()*+,;=%";
     if (text.count(u'#') > 1) return std::nullopt;
@@ -40,8 +40,8 @@ std::optional<QUrl> urlWithString(const QString& text) {
     return url.isValid() ? std::optional(url) : std::nullopt;
 }
 
-/// Where a panel starts for the folder chosen last. deliberate: the path is read as a URL string, not as a path, so a folder
-/// with a blank or an accent in its name gives no URL, and the panel then starts where the platform likes.
+/// Where a panel starts if a folder was chosen before. deliberate: the path is read as a URL string, not as a path, so a folder
+/// with a blank or an accent in its name gives no URL, and the platform decides where the panel starts.
 std::optional<QUrl> panelDirectory(const std::optional<QString>& latestPath) {
     std::optional<QUrl> url = latestPath ? urlWithString(*latestPath) : std::nullopt;
     if (!url || !url->scheme().isEmpty()) return url;
@@ -87,7 +87,7 @@ void QuillowAppDelegate::checkStoredDestination() {
 void QuillowAppDelegate::observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change&,
                                                 void*) {
     if (ofObject != dragDropArea() || keyPath != QStringLiteral("myFilePathDropped")) return;
-    // The rest of a long drop does not hold up the end.
+    // The rest of a long drop does not delay the end of the program.
     if (platform().termination.isRequested()) return;
     setFileToProcessPath(dragDropArea()->myFilePathDropped());
     if (destinationIsFixed())
@@ -116,8 +116,8 @@ void QuillowAppDelegate::convertIntoFixedFolder() {
 }
 
 void QuillowAppDelegate::askForFolderAndConvert() {
-    // Every path of a drop is gathered before the first panel is answered, so one answer converts them all; the panels of
-    // the later paths find the list emptied.
+    // All paths of a drop are collected before the first panel is answered, so one answer converts them all. The panels of
+    // the later paths find an empty list.
     QStringList gathered = fileToProcessPathArray();
     gathered.append(fileToProcessPath().value_or(QString()));
     setFileToProcessPathArray(gathered);
@@ -155,7 +155,7 @@ void QuillowAppDelegate::selectFolderToSaveOutput(Sender) {
 }
 
 void QuillowAppDelegate::clearDestPath(Sender) {
-    // Empty values, not absent ones: the next launch finds a bookmark that does not resolve.
+    // Empty values, not absent ones: at the next launch there is a bookmark that does not resolve.
     platform().defaults.setObject(QByteArray(""), settings::kDestBookmark.string());
     platform().defaults.setObject(QStringLiteral(""), settings::kDestPath.string());
     setDestMessageString(QString::fromUtf16(kPleaseSelectFolder));

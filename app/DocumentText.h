@@ -1,4 +1,4 @@
-// The text of one document: which reader it goes to, by its extension, and what it gives.
+// Reads one document and extracts its text with the reader that its extension selects.
 #pragma once
 
 #include "engines/DocumentKind.h"
@@ -25,14 +25,14 @@ public:
 
     enum class End : std::uint8_t {
         text,            ///< there is a text
-        noText,          ///< the document has none, or is of no kind that is read
+        noText,          ///< the document has none, or its kind is not one that is read
         bytesUnreadable, ///< HTML or PDF whose bytes could not be read
     };
 
     struct Outcome {
         End end = End::noText;
-        std::optional<AttributedString> styledText; ///< of RTF, RTFD and HTML
-        std::optional<QByteArray> pdfText;          ///< UTF-8
+        std::optional<AttributedString> styledText; ///< for RTF, RTFD and HTML
+        std::optional<QByteArray> pdfText;          ///< for PDF, in UTF-8
     };
 
     explicit DocumentText(const Ports& ports)

@@ -1,5 +1,5 @@
-// The message log: one time-stamped line an event, clearing with undo, the counter, and the commands that show or open what was
-// converted last.
+// The message log: one time-stamped line for each event, clearing with undo, the counter, and the commands that show or open the
+// latest converted document.
 #include "app/QuillowAppDelegate.h"
 #include "base/Format.h"
 #include "base/PathStrings.h"
@@ -17,7 +17,7 @@
 
 namespace quillow {
 
-// deliberate: bringFront is taken and ignored; error and success lines look alike and no window is raised.
+// deliberate: bringFront is ignored; error and success lines look alike and no window is raised.
 void QuillowAppDelegate::doMessageLog(const QString& message, bool) {
     platform().mainQueue.addOperation([this, message] { appendLogLine(message); });
 }

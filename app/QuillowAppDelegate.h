@@ -1,5 +1,5 @@
 // The product's delegate, one instance for the whole run: it converts dropped documents (Conversion.cpp), decides where their
-// texts go (Destination.cpp), keeps the message log (MessageLog.cpp), and keeps both that and the window's mode from one run to the next
+// texts go (Destination.cpp), keeps the message log (MessageLog.cpp), and saves the log and the window's mode between runs
 // (DataFileAndModes.cpp).
 #pragma once
 
@@ -23,7 +23,7 @@ class Button;
 
 class QuillowAppDelegate final : public MWDragDropBaseApp {
 public:
-    /// The four addresses of the release-information list, in the order in which they are asked.
+    /// The four addresses of the release-information list, in the order in which they are tried.
     using UpdateMirrors = std::array<QString, 4>;
 
     /// Registers the defaults and configures the shared update checker, whose ports are set. Called once, before any
@@ -34,7 +34,7 @@ public:
     // Life cycle.
     void applicationWillFinishLaunching(const Notification& notification);
     void applicationDidFinishLaunching(const Notification& notification) override;
-    /// Saves the application data, then what the base does.
+    /// Saves the application data, then calls the base.
     void applicationWillTerminate(const Notification& notification) override;
     /// False: closing the main window leaves the program running.
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed(Sender application = {}) override;
@@ -71,17 +71,17 @@ public:
     void showOutputDirectory(Sender sender = {});
 
     // The application data file and the window's modes.
-    /// The folder is made when nothing stands at its path; whether that succeeds is not told.
+    /// Creates the folder if nothing exists at its path. A failure to do so is not reported.
     [[nodiscard]] QString pathForDataFile() const;
     void saveAppDataToDisk();
     void loadAppDataFromDisk();
     void goBigWindow(Sender sender = {});
     void goSmallWindow(Sender sender = {});
     void switchWindows(Sender sender = {});
-    /// Makes `mainWindow` key and brings it to the front, also when it was closed.
+    /// Makes `mainWindow` key and brings it to the front, even if it was closed.
     void showMainWindow(Sender sender = {});
 
-    // What the frame asks of a product.
+    // What the frame requires of a product.
     [[nodiscard]] QString getUserGuideName() const override;
     [[nodiscard]] QString getUserGuideNameWithThisRelNum() const override;
 
@@ -98,7 +98,7 @@ public:
         effectiveDestinationBookmark_.set(bookmark);
     }
 
-    /// The folder chosen last when saving; the next panel starts there. Not kept across launches.
+    /// The folder last chosen when saving; the next panel starts there. Not saved between launches.
     [[nodiscard]] std::optional<QString> latestAskDestinationPath() const { return latestAskDestinationPath_.get(); }
     /// The state line of the destination in the preferences, and whether it states a condition or only prompts.
     [[nodiscard]] std::optional<QString> destMessageString() const { return destMessageString_.get(); }
@@ -106,7 +106,7 @@ public:
     [[nodiscard]] Boxed destMessageStringSpecified() const { return destMessageStringSpecified_.get(); }
     void setDestMessageStringSpecified(const Boxed& value) { destMessageStringSpecified_.set(value); }
 
-    // What the latest successful conversion left.
+    // Results of the latest successful conversion.
     [[nodiscard]] std::optional<QString> finalName() const { return finalName_.get(); }
     void setFinalName(const std::optional<QString>& name) { finalName_.set(name); }
     [[nodiscard]] std::optional<QString> finalFullPathName() const { return finalFullPathName_.get(); }
@@ -120,7 +120,7 @@ public:
     /// Whether the window is in its big mode, a boolean; nil until the mode was first changed or read.
     [[nodiscard]] Boxed bigWin() const { return bigWin_.get(); }
     void setBigWin(const Boxed& bigWin) { bigWin_.set(bigWin); }
-    /// The log as the application data file gave it back; nil when nothing was read. The log view shows it when it is set.
+    /// The log as read from the application data file; nil if nothing was read. The log view shows it when it is set.
     [[nodiscard]] std::optional<QString> logContent() const { return logContent_.get(); }
     void setLogContent(const std::optional<QString>& text) { logContent_.set(text); }
 
@@ -132,7 +132,7 @@ public:
     void setProperTextColor(const Color& color) { properTextColor_ = color; }
     [[nodiscard]] const TextView& textView() const { return textView_; }
 
-    // Outlets. An outlet that is null takes what it is told without effect.
+    // Outlets. Any of them may be null; calls on it then have no effect.
     [[nodiscard]] LogView* textLog() const { return textLog_; }
     void setTextLog(LogView* textLog);
     [[nodiscard]] Window* mainWindow() const { return mainWindow_; }
