@@ -1,6 +1,7 @@
 // Any bytes through the scanner: it always reaches the end, its fast paths agree with the slow ones, and
 // skipGroup() stops at the same brace as the tokens.
 #include "engines/rtf/Scanner.h"
+#include "text/Ascii.h"
 #include "text/CodePage.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ void checkWord(std::string_view bytes) {
     Scanner fast(bytes);
     if (!fast.atWord()) return;
     const auto letters =
-        static_cast<std::size_t>(std::find_if_not(bytes.begin() + 1, bytes.end(), isLetter) - bytes.begin());
+        static_cast<std::size_t>(std::find_if_not(bytes.begin() + 1, bytes.end(), text::isLetter) - bytes.begin());
     Scanner slow(bytes.substr(0, letters));
     const Keyword fastName = fast.readName();
     const Keyword slowName = slow.readName();
