@@ -1,4 +1,4 @@
-// Port: alerts. An alert is a value; the adapter shows it as a sheet on a window or on its own.
+// Port: alerts. An alert is a value. The adapter shows it as a sheet on a window or as a separate dialog.
 #pragma once
 
 #include <QString>
@@ -16,30 +16,32 @@ struct Alert {
     QString messageText;
     QString informativeText;
     AlertStyle alertStyle = AlertStyle::warning;
-    QStringList buttons; ///< in the order added, the first is the default; an empty list shows one button "OK"
+    QStringList buttons; ///< in the order added; the first is the default; an empty list means one button "OK"
     friend bool operator==(const Alert&, const Alert&) = default;
 };
 
-/// What an alert answers: the first button added 1000, the second 1001, and so on, wherever they stand on the screen.
+/// Return codes of an alert: 1000 for the first button added, 1001 for the second, and so on, wherever the screen
+/// shows them.
 inline constexpr int kAlertFirstButtonReturn = 1000;
 inline constexpr int kAlertSecondButtonReturn = 1001;
 inline constexpr int kAlertThirdButtonReturn = 1002;
-/// The alert was dismissed without any button (Escape where no button is Cancel, the window went away).
+/// Return code of an alert that was dismissed without a button: by Escape while no button is one that Escape presses,
+/// or by closing the alert's window.
 inline constexpr int kAlertDismissed = 0;
 
 class Alerts {
 public:
     virtual ~Alerts() = default;
 
-    /// Shows the alert as a sheet on the window (on its own when the window is null) and returns at once;
-    /// `completionHandler` (may be empty) gets the code, once, never before this function has returned.
-    /// Escape presses a button named "Cancel" where there is one; it never answers a sole button's code. An alert that is begun
-    /// while an equal one is open on the same window may be answered as by Escape without being shown, right after the open
-    /// one's handler has returned.
+    /// Shows the alert as a sheet on the window (as a separate dialog if the window is null) and returns at once.
+    /// `completionHandler` (may be empty) gets the code, once, never before this function has returned. Of several
+    /// buttons, Escape presses the first one named "Cancel", "Later" or "Close"; it never returns the code of a sole
+    /// button. If an equal alert is already open on the same window, the adapter may dismiss the new one as by
+    /// Escape, without showing it, right after the open one's handler has returned.
     virtual void beginSheetModalForWindow(const Alert& alert, Window* window,
                                           std::function<void(int returnCode)> completionHandler) = 0;
 
-    /// Shows the alert on its own, modal to the whole program, and returns its code when it has been answered.
+    /// Shows the alert as a dialog that is modal to the whole program. Returns its code when the user has closed it.
     [[nodiscard]] virtual int runModal(const Alert& alert) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: keyed archives, files that hold one root object with all that it refers to.
+// Port: keyed archives. Each is a file that holds one root object and everything that it refers to.
 #pragma once
 
 #include "base/Boxed.h"
@@ -11,18 +11,18 @@ class Archive {
 public:
     virtual ~Archive() = default;
 
-    /// Replaces the file at the path by an archive of the root, atomically: a failure leaves the old file. False when it could
-    /// not be written, when the root holds what no archive can (a picture, very deep nesting), and for a path at which
-    /// something stands that was to be put aside and could not be moved.
+    /// Atomically replaces the file at the path with an archive of the root; a failure leaves the old file. Returns
+    /// false if the file could not be written, if the root holds something that an archive cannot (a picture, very
+    /// deep nesting), or if `putAside` could not move the item at the path.
     virtual bool archiveRootObject(const Boxed& root, const QString& toFile) = 0;
 
-    /// The root object; nil when there is no file, when it cannot be read, or when it is no whole archive within the
-    /// adapter's bounds. Strings keep every UTF-16 unit, numbers their 64 bits.
+    /// The root object; nil if the file does not exist, cannot be read, or is not a complete archive within the
+    /// adapter's limits. Strings keep every UTF-16 unit, numbers their 64 bits.
     [[nodiscard]] virtual Boxed unarchiveObjectWithFile(const QString& path) = 0;
 
-    /// Moves what stands at the path, of which nothing could be made, out of the way of the next write: to the path with
-    /// ".damaged" behind it, and where something stands there already, with ".damaged-2" and so on. It tells so in one line
-    /// for the one who looks after the system; the user is not asked.
+    /// Moves an unreadable item at the path out of the way of the next write: to the path with ".damaged" appended,
+    /// or ".damaged-2" and so on if that name is taken. Reports this in one log line for the administrator; the user
+    /// is not asked.
     virtual void putAside(const QString& path) = 0;
 };
 

@@ -8,7 +8,7 @@ namespace quillow {
 class BackgroundQueue {
 public:
     virtual ~BackgroundQueue() = default;
-    /// Runs the operation on another thread, to its end, though the caller keeps nothing of it.
+    /// Runs the operation to completion on another thread. The caller keeps no handle to it.
     virtual void addOperation(std::function<void()> operation) = 0;
 };
 

@@ -9,7 +9,7 @@ class Button {
 public:
     virtual ~Button() = default;
     [[nodiscard]] virtual ButtonState state() const = 0;
-    /// Shows the state; the button's action is not run.
+    /// Shows the state. Does not run the button's action.
     virtual void setState(ButtonState state) = 0;
 };
 

@@ -10,7 +10,7 @@ namespace quillow {
 
 enum class DateStyle { none, brief, medium, full };
 
-/// Writes dates by a fixed pattern.
+/// Formats dates with a fixed pattern.
 class DateFormatter {
 public:
     virtual ~DateFormatter() = default;
@@ -25,8 +25,8 @@ public:
     [[nodiscard]] virtual QString localizedStringFromDate(const QDateTime& date, DateStyle dateStyle,
                                                           DateStyle timeStyle) const = 0;
 
-    /// A formatter of a pattern of Unicode's UTS #35 ("YYYY" is the year of the week) in the user's current locale. Never
-    /// null.
+    /// A formatter for a pattern of Unicode's UTS #35 ("YYYY" is the week-based year) in the user's current locale.
+    /// Never null.
     [[nodiscard]] virtual std::unique_ptr<DateFormatter> formatterWithPattern(const QString& dateFormat) const = 0;
 };
 

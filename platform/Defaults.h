@@ -16,10 +16,10 @@ public:
     /// Stores a value; nil removes the key.
     virtual void setObject(const Boxed& value, const QString& forKey) = 0;
 
-    /// Values that keys answer while nothing was set for them. They are not stored.
+    /// Sets the values that `objectForKey` returns for keys without a stored value. They are not stored.
     virtual void registerDefaults(const Boxed::Dictionary& registrationDictionary) = 0;
 
-    /// Brings what was set to the disk before it returns.
+    /// Writes all stored values to disk before it returns.
     virtual void synchronize() = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: a document of the program, as those see it who show sheets on its window.
+// Port: a document of the program, as seen by code that shows sheets on its window.
 #pragma once
 
 namespace quillow {
@@ -8,7 +8,7 @@ class Window;
 class DocumentContainer {
 public:
     virtual ~DocumentContainer() = default;
-    /// The window that carries the document's sheets; null when it has none.
+    /// The window for the document's sheets; null if it has none.
     [[nodiscard]] virtual Window* windowForSheet() = 0;
 };
 

@@ -17,7 +17,7 @@ public:
     virtual void newDocument() = 0;
     /// Shows the open dialog.
     virtual void openDocument() = 0;
-    /// Opens what lies at the URL; `completionHandler` runs when that has come to an end, well or not.
+    /// Opens the item at the URL. `completionHandler` runs when that has finished, successfully or not.
     virtual void openDocumentWithContentsOfURL(const QUrl& url, Display display,
                                                std::function<void()> completionHandler) = 0;
 };

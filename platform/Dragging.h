@@ -8,7 +8,7 @@
 
 namespace quillow {
 
-/// What is done with what is dragged, and the bits of a source's mask of operations.
+/// What a drop does with the dragged items. The values are the bits of a source's operation mask.
 enum class DragOperation : unsigned { none = 0, copy = 1, link = 2, generic = 4, move = 16 };
 using DragOperationMask = unsigned;
 
@@ -16,7 +16,7 @@ using DragOperationMask = unsigned;
     return (mask & static_cast<unsigned>(operation)) != 0;
 }
 
-/// The one type that is dragged here: local files, as an array of whole paths.
+/// The only drag type in use: local files, as an array of absolute paths.
 inline constexpr char16_t kFilenamesPboardType[] = u"NSFilenamesPboardType";
 
 class DraggingInfo {
@@ -25,10 +25,10 @@ public:
 
     /// The operations that the source offers.
     [[nodiscard]] virtual DragOperationMask draggingSourceOperationMask() const = 0;
-    /// The types in which the pasteboard can give what is dragged.
+    /// The types in which the pasteboard offers the dragged data.
     [[nodiscard]] virtual QStringList types() const = 0;
-    /// The array of strings that the pasteboard holds for the type; nothing when it has none, or can no longer get it. Asked
-    /// for once, when the drag is dropped: another program may have to answer.
+    /// The array of strings that the pasteboard holds for the type; std::nullopt if it has none or can no longer
+    /// fetch it. Call it once, at the drop: another program may have to respond.
     [[nodiscard]] virtual std::optional<QStringList> propertyListForType(const QString& type) const = 0;
 };
 

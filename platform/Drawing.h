@@ -1,4 +1,4 @@
-// Port: the drawing context that a view draws into. A fresh one has black as its current colour.
+// Port: the drawing context that a view draws into. The initial colour is black.
 #pragma once
 
 #include "base/Rect.h"
@@ -13,7 +13,7 @@ enum class DrawingColor { black, white, gray };
 struct Stroke {
     double lineWidth = 1.0;
     std::vector<double> dash; ///< lengths on and off in turn; empty for an unbroken line
-    double phase = 0.0;       ///< where in the pattern the path starts
+    double phase = 0.0;       ///< the offset in the pattern at which the path starts
     friend bool operator==(const Stroke&, const Stroke&) = default;
 };
 
@@ -21,7 +21,7 @@ class Drawing {
 public:
     virtual ~Drawing() = default;
 
-    /// Sets the current colour; it is meant literally, in dark themes too.
+    /// Sets the current colour. Themes, dark ones included, do not change it.
     virtual void setColor(DrawingColor color) = 0;
     virtual void fillRect(const Rect& rect) = 0;
     /// Strokes with the current colour; the middle of the line runs along the rectangle's edge.

@@ -29,7 +29,7 @@ struct ExporterActions {
     Action adjustFileType;
 };
 
-/// The exporter as its windows know it; it outlives them.
+/// The exporter as its windows see it. It outlives them.
 struct ExporterOwner {
     /// Texts: start_of_file, end_of_file, start_of_record, end_of_record, field_open_tag, field_close_tag, field_separator.
     /// Booleans: use_end_of_record_in_last_record, useFieldNamesAsFirstRow. A number: fileFormatToSave, 0 to 4.
@@ -51,7 +51,7 @@ public:
 class InterfaceLoader {
 public:
     virtual ~InterfaceLoader() = default;
-    /// The windows of that name; null when there are none.
+    /// The interface with that name; null if there is none.
     [[nodiscard]] virtual std::unique_ptr<ExporterInterface> loadExporterInterface(const QString& name,
                                                                                    const ExporterOwner& owner) = 0;
 };

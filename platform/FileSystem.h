@@ -1,5 +1,5 @@
-// Port: whole files and what stands at a path. Paths are absolute; at any other path, the empty one included, nothing stands.
-// A slash at the end makes no difference.
+// Port: whole files, and the items at paths. Paths are absolute; any other path, the empty one included, names no
+// item. A trailing slash makes no difference.
 #pragma once
 
 #include <QByteArray>
@@ -14,26 +14,28 @@ class FileSystem {
 public:
     virtual ~FileSystem() = default;
 
-    /// The whole file, or nothing when it cannot be read (missing, a folder, no permission, an I/O error on the way).
-    /// An empty file answers empty bytes, which are not nothing.
+    /// The whole file, or std::nullopt if it cannot be read (missing, a folder, no permission, an I/O error). For an
+    /// empty file it returns empty bytes, not std::nullopt.
     [[nodiscard]] virtual std::optional<QByteArray> contentsOfFile(const QString& path) const = 0;
 
-    /// True when an item exists at the path, symbolic links followed; `isDirectory` (may be null) then tells whether it is
-    /// a folder, and is left alone otherwise.
+    /// True if an item exists at the path after symbolic links are followed. `*isDirectory` (may be null) is then set
+    /// to whether it is a folder; otherwise it is unchanged.
     [[nodiscard]] virtual bool fileExistsAtPath(const QString& path, bool* isDirectory) const = 0;
 
-    /// Replaces the file at the path by these bytes, atomically: a reader sees the old file or the whole new one, and a
-    /// failure leaves the old one. False when it could not be written; also when the path lies under a folder that was
-    /// opened through a read-only bookmark.
+    /// Atomically replaces the file at the path with these bytes: a reader sees the old file or the whole new one,
+    /// and a failure leaves the old one. Returns false if it could not be written, or if the path is under a folder
+    /// that was opened through a read-only bookmark.
     virtual bool writeToFileAtomically(const QByteArray& bytes, const QString& path) = 0;
 
-    /// Makes a folder, and those on the way to it. True when a folder stands there afterwards.
+    /// Creates a folder and its missing parents. Returns true if a folder exists there afterwards.
     virtual bool createDirectory(const QString& path) = 0;
-    /// The names of what a folder holds, hidden items included, in no order; nothing when it cannot be listed.
+    /// The names of a folder's entries, hidden ones included, in no particular order; std::nullopt if it cannot be
+    /// listed.
     [[nodiscard]] virtual std::optional<QStringList> contentsOfDirectory(const QString& path) const = 0;
-    /// Copies a file to a path where nothing stands; false when it could not be copied, and then nothing is left there.
+    /// Copies a file to a path where no item exists. Returns false if it could not be copied; no partial copy
+    /// remains.
     virtual bool copyItem(const QString& path, const QString& toPath) = 0;
-    /// Removes a file, or a folder with all that is in it; a symbolic link itself, not what it points at.
+    /// Removes a file, or a folder with its contents. Removes a symbolic link itself, not its target.
     virtual bool removeItem(const QString& path) = 0;
 };
 

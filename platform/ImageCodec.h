@@ -12,9 +12,9 @@ namespace quillow {
 class ImageCodec {
 public:
     virtual ~ImageCodec() = default;
-    /// The picture that the bytes of a picture file hold, or nothing.
+    /// The picture in the bytes of an image file, or std::nullopt.
     [[nodiscard]] virtual std::optional<Image> imageWithData(const QByteArray& bytes) const = 0;
-    /// The picture as a TIFF file; nothing for an empty picture.
+    /// The picture as a TIFF file; std::nullopt for an empty picture.
     [[nodiscard]] virtual std::optional<QByteArray> TIFFRepresentation(const Image& image) const = 0;
 };
 

@@ -24,11 +24,11 @@ class LogView {
 public:
     virtual ~LogView() = default;
 
-    /// The log's exact text: what was put in, U+00A0 and U+2028 included.
+    /// The log's exact text, as it was inserted: U+00A0 and U+2028 are kept.
     [[nodiscard]] virtual QString string() const = 0;
     /// Length of the text.
     [[nodiscard]] virtual qsizetype length() const = 0;
-    /// Replaces a range of the text; the new characters carry no attributes of their own.
+    /// Replaces a range of the text. The new characters have no attributes.
     virtual void replaceCharactersInRange(const TextRange& range, const QString& text) = 0;
     virtual void addForegroundColor(const Color& color, const TextRange& range) = 0;
     virtual void setNeedsDisplay() = 0;

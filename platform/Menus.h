@@ -25,8 +25,8 @@ public:
 class Menus {
 public:
     virtual ~Menus() = default;
-    /// Puts the item into the application menu, the first of the menu bar, before the item that stands at that index (0 for
-    /// the first).
+    /// Inserts the item into the application menu, which is the first of the menu bar, before the item at that index
+    /// (0 is the first).
     virtual void insertIntoApplicationMenu(const MenuItem& item, int atIndex) = 0;
 };
 

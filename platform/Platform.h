@@ -1,4 +1,4 @@
-// The ports of the delegate chain in one bundle. Every other class takes just the ports that it uses.
+// The ports of the delegate chain in one struct. Every other class takes only the ports that it uses.
 #pragma once
 
 namespace quillow {
@@ -26,7 +26,7 @@ class UndoManager;
 class ValueTransformerRegistry;
 class Workspace;
 
-/// Whether this build looks for newer releases; distributions leave that out.
+/// Whether this build looks for newer releases. Builds for distributions leave this out.
 enum class UpdateCheck { leftOut, wired };
 
 struct Platform {
@@ -49,7 +49,7 @@ struct Platform {
     const SystemInfo& systemInfo;
     const Termination& termination;
     Timers& timers;
-    UndoManager& undoManager;                    ///< the application's, base/UndoManager.h
+    UndoManager& undoManager;                    ///< the application's undo manager, base/UndoManager.h
     ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h
     Workspace& workspace;
     UpdateCheck updateCheck = UpdateCheck::wired;

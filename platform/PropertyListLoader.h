@@ -1,4 +1,4 @@
-// Port: a property list read from a URL.
+// Port: reads a property list from a URL.
 #pragma once
 
 #include "base/Boxed.h"
@@ -12,9 +12,9 @@ namespace quillow {
 class PropertyListLoader {
 public:
     virtual ~PropertyListLoader() = default;
-    /// The dictionary that is the root of the XML or binary property list at the URL, read whole and synchronously; nothing
-    /// when it cannot be fetched or is no such dictionary. May be called from any thread. What lies at the URL is not
-    /// trusted: size, depth and time are bounded.
+    /// The root dictionary of the XML or binary property list at the URL, loaded completely and synchronously;
+    /// std::nullopt if it cannot be fetched or its root is not a dictionary. Callable from any thread. The data is
+    /// not trusted: its size, its depth and the time are limited.
     [[nodiscard]] virtual std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const = 0;
 };
 

@@ -12,29 +12,30 @@ namespace quillow {
 
 class Window;
 
-/// Controls of the program's own that a save panel shows beside its name field.
+/// Custom controls that a save panel shows beside its name field.
 class AccessoryView {
 public:
     virtual ~AccessoryView() = default;
 };
 
-/// What a save panel answers.
+/// Results of a save panel.
 inline constexpr int kSavePanelCancelled = 0;
 inline constexpr int kSavePanelConfirmed = 1;
 
 class SavePanel {
 public:
-    /// A sheet that is up goes away, and the completion handler is not called any more.
+    /// Closes a sheet that is open. The completion handler is no longer called.
     virtual ~SavePanel() = default;
     /// The view outlives the panel.
     virtual void setAccessoryView(AccessoryView* view) = 0;
-    /// The file's name with its extension, as it stands in the name field: what was set, until the user types another.
+    /// The file's name with its extension, as the name field shows it: the name that was set, until the user types
+    /// another.
     [[nodiscard]] virtual QString nameFieldStringValue() const = 0;
     virtual void setNameFieldStringValue(const QString& name) = 0;
-    /// The file that the user has confirmed; nothing before.
+    /// The file that the user has confirmed; std::nullopt before that.
     [[nodiscard]] virtual std::optional<QUrl> URL() const = 0;
-    /// Shows the panel as a sheet on the window (on its own when the window is null) and returns at once. The handler is called
-    /// exactly once, never before this function has returned.
+    /// Shows the panel as a sheet on the window (as a separate dialog if the window is null) and returns at once. The
+    /// handler is called exactly once, never before this function has returned.
     virtual void beginSheetModalForWindow(Window* window, std::function<void(int result)> completionHandler) = 0;
 };
 

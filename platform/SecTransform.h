@@ -1,4 +1,4 @@
-// Port: a transform of bytes, as the platform's security service makes them: it is given its input and then executed.
+// Port: a byte transform in the style of the platform's security service: set the input attribute, then execute.
 #pragma once
 
 #include <QByteArray>
@@ -13,9 +13,9 @@ inline constexpr char16_t kSecTransformInputAttributeName[] = u"input";
 class SecTransform {
 public:
     virtual ~SecTransform() = default;
-    /// False when the transform has no such attribute or does not take the value.
+    /// Returns false if the transform has no such attribute or rejects the value.
     [[nodiscard]] virtual bool setAttribute(const char16_t* name, const QByteArray& value) = 0;
-    /// The output, or nothing when the input cannot be transformed.
+    /// The output, or std::nullopt if the input cannot be transformed.
     [[nodiscard]] virtual std::optional<QByteArray> execute() = 0;
 };
 

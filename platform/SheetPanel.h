@@ -9,14 +9,15 @@ class Window;
 
 class SheetPanel {
 public:
-    /// A sheet that is up goes away, and `didEnd` is not called any more.
+    /// Closes a sheet that is open. `didEnd` is no longer called.
     virtual ~SheetPanel() = default;
-    /// Shows the panel as a sheet on the window (on its own when the window is null) and returns at once. `didEnd` gets the code
-    /// with which the sheet was ended. Without effect while the sheet is up or waits for the window to be free.
+    /// Shows the panel as a sheet on the window (as a separate dialog if the window is null) and returns at once.
+    /// `didEnd` gets the code that ended the sheet. No effect while the sheet is open or waits for the window to be
+    /// free.
     virtual void beginSheetModalForWindow(Window* window, std::function<void(int returnCode)> didEnd) = 0;
-    /// Ends the sheet. Without effect when it is not up.
+    /// Ends the sheet. No effect if it is not open.
     virtual void endSheet(int returnCode) = 0;
-    /// Takes the panel off the screen.
+    /// Hides the panel.
     virtual void orderOut() = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: the operating system under the program, and whose it is.
+// Port: the operating system and the user's home folder.
 #pragma once
 
 #include <QString>
@@ -8,9 +8,9 @@ namespace quillow {
 class SystemInfo {
 public:
     virtual ~SystemInfo() = default;
-    /// A human-readable name and version, "Debian GNU/Linux 12 (bookworm)".
+    /// A human-readable name and version, such as "Debian GNU/Linux 12 (bookworm)".
     [[nodiscard]] virtual QString operatingSystemVersionString() const = 0;
-    /// The user's home folder: absolute, so that no tilde is left in it, and without a slash at the end.
+    /// The user's home folder: an absolute path, so without a tilde, and without a trailing slash.
     [[nodiscard]] virtual QString homeDirectory() const = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: a stack of panes of which one is shown; its tabs are not.
+// Port: a stack of panes that shows one pane at a time and no tabs.
 #pragma once
 
 namespace quillow {

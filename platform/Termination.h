@@ -1,4 +1,4 @@
-// Port: whether the program is being ended from outside.
+// Port: whether something outside the program has requested its end.
 #pragma once
 
 namespace quillow {
@@ -7,7 +7,7 @@ class Termination {
 public:
     virtual ~Termination() = default;
 
-    /// True once the program has been asked to end at the next document's end. Never false again.
+    /// True after a request to end the program when the current document is done. Never becomes false again.
     [[nodiscard]] virtual bool isRequested() const = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: how wide a text is on the screen.
+// Port: the width of a text on the screen.
 #pragma once
 
 #include <QString>
@@ -6,8 +6,8 @@
 namespace quillow {
 
 struct TextAttributes {
-    QString fontFamily;  ///< empty for the font of the program's windows
-    double fontSize = 0; ///< in points; 0 for that of the program's windows
+    QString fontFamily;  ///< empty means the font of the program's windows
+    double fontSize = 0; ///< in points; 0 means the size in the program's windows
     bool isBold = false;
     bool isItalic = false;
     friend bool operator==(const TextAttributes&, const TextAttributes&) = default;
@@ -16,8 +16,8 @@ struct TextAttributes {
 class TextMeasure {
 public:
     virtual ~TextMeasure() = default;
-    /// The width of the text as it is set in the windows, in their units: of its widest line, when it has several. Kerning,
-    /// ligatures and joining letters count, so that a text may be narrower than a beginning of it, though never by much.
+    /// The width of the text in the program's windows, in their units; for several lines, the width of the widest
+    /// one. Kerning, ligatures and joining letters count, so a text may be slightly narrower than a prefix of it.
     [[nodiscard]] virtual double width(const QString& text, const TextAttributes& attributes) const = 0;
 };
 

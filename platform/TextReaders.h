@@ -1,4 +1,5 @@
-// Ports: what turns a document's bytes into its text. Texts are UTF-8 and never become a QString on their way to the file.
+// Ports: readers that turn a document's bytes into its text. Texts are UTF-8 and are never converted to a QString on
+// their way to the file.
 #pragma once
 
 #include <QByteArray>
@@ -7,7 +8,7 @@
 
 namespace quillow {
 
-/// The styled text of a document, of which the program only ever takes the plain characters.
+/// The styled text of a document. The program uses only its plain characters.
 struct AttributedString {
     QByteArray plainUtf8;
     friend bool operator==(const AttributedString&, const AttributedString&) = default;
@@ -16,21 +17,21 @@ struct AttributedString {
 class RtfTextReader {
 public:
     virtual ~RtfTextReader() = default;
-    /// The styled text of RTF bytes, or nothing. Absent bytes are an argument of their own, distinct from empty ones.
+    /// The styled text of RTF bytes, or std::nullopt. Absent bytes (std::nullopt) differ from empty ones.
     [[nodiscard]] virtual std::optional<AttributedString> initWithRTF(const std::optional<QByteArray>& bytes) = 0;
 };
 
 class HtmlTextReader {
 public:
     virtual ~HtmlTextReader() = default;
-    /// The styled text of HTML bytes, or nothing.
+    /// The styled text of HTML bytes, or std::nullopt.
     [[nodiscard]] virtual std::optional<AttributedString> initWithHTML(const QByteArray& bytes) = 0;
 };
 
 class PdfTextReader {
 public:
     virtual ~PdfTextReader() = default;
-    /// The text of a PDF document in page order as UTF-8, or nothing.
+    /// The text of a PDF document in page order as UTF-8, or std::nullopt.
     [[nodiscard]] virtual std::optional<QByteArray> stringOfPDF(const QByteArray& bytes) = 0;
 };
 

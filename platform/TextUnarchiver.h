@@ -1,4 +1,4 @@
-// Port: styled text out of an archive.
+// Port: reads styled text from an archive.
 #pragma once
 
 #include <QByteArray>
@@ -11,8 +11,8 @@ namespace quillow {
 class TextUnarchiver {
 public:
     virtual ~TextUnarchiver() = default;
-    /// The plain characters of the styled text that is the root of an archive, keyed or of the older, unkeyed form; nothing
-    /// when the bytes are no archive or their root is no styled text.
+    /// The plain characters of the styled text at the root of an archive, keyed or in the older unkeyed form;
+    /// std::nullopt if the bytes are not an archive or the root is not styled text.
     [[nodiscard]] virtual std::optional<QString> stringOfArchivedText(const QByteArray& archive) const = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: something to be done after a while.
+// Port: calls after a delay.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@ namespace quillow {
 class Timers {
 public:
     virtual ~Timers() = default;
-    /// Runs the callback once on the main thread when that many seconds have passed.
+    /// Runs the callback once on the main thread after that many seconds.
     virtual void scheduleOnce(double seconds, std::function<void()> callback) = 0;
 };
 

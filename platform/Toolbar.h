@@ -1,5 +1,5 @@
-// Port: a window's toolbar. It asks its delegate for its items when it is put on a window, and runs an item's action when the
-// user presses it.
+// Port: a window's toolbar. It requests its items from its delegate when it is attached to a window, and runs an
+// item's action when the user presses it.
 #pragma once
 
 #include <QList>
@@ -19,7 +19,7 @@ struct ToolbarItem {
     QString label;
     QString paletteLabel;
     QString toolTip;
-    QString imageName; ///< of one of the program's own pictures
+    QString imageName; ///< the name of one of the program's own pictures
     int tag = 0;
     std::function<void(const ToolbarItem* item)> action;
 };
@@ -27,7 +27,7 @@ struct ToolbarItem {
 class ToolbarDelegate {
 public:
     virtual ~ToolbarDelegate() = default;
-    /// The items shown by default, those that may be added, and those that can appear selected.
+    /// The items shown by default, the items that may be added, and the items that can appear selected.
     [[nodiscard]] virtual QStringList toolbarDefaultItemIdentifiers(const Toolbar& toolbar) const = 0;
     [[nodiscard]] virtual QStringList toolbarAllowedItemIdentifiers(const Toolbar& toolbar) const = 0;
     [[nodiscard]] virtual QStringList toolbarSelectableItemIdentifiers(const Toolbar& toolbar) const = 0;
@@ -41,11 +41,12 @@ public:
     virtual ~Toolbar() = default;
     virtual void setDelegate(ToolbarDelegate* delegate) = 0;
     virtual void setAllowsUserCustomization(bool allows) = 0;
-    /// Shows the toolbar on the window, which asks the delegate for the items.
+    /// Shows the toolbar on the window, and requests the items from the delegate.
     virtual void attachToWindow(Window& window) = 0;
     /// Whether the window's title bar has a button that hides the toolbar.
     virtual void setShowsToolbarButton(bool shows) = 0;
-    /// In the order shown; empty until the toolbar is on a window. The items stay where they are while the toolbar lives.
+    /// The items in the order shown; empty until the toolbar is on a window. The pointers stay valid while the
+    /// toolbar lives.
     [[nodiscard]] virtual QList<const ToolbarItem*> items() const = 0;
     virtual void setSelectedItemIdentifier(const QString& identifier) = 0;
 };
@@ -53,7 +54,7 @@ public:
 class ToolbarFactory {
 public:
     virtual ~ToolbarFactory() = default;
-    /// A toolbar on no window yet.
+    /// A toolbar that is not attached to a window yet.
     [[nodiscard]] virtual std::unique_ptr<Toolbar> makeToolbar(const QString& identifier) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Port: an area of a window, and the views of the logic that stand in it.
+// Port: an area of a window, and the logic's views in it.
 #pragma once
 
 #include "base/Rect.h"
@@ -15,22 +15,22 @@ class ViewArea {
 public:
     virtual ~ViewArea() = default;
 
-    /// A view draws over those added before it, and the last one gets the drags.
+    /// A view draws over the views added before it. The view added last gets the drags.
     virtual void addView(View& view) = 0;
     virtual void removeView(View& view) = 0;
 
     virtual void setFrame(const Rect& frame) = 0;
-    /// The area as its views draw in it: its lower left corner is the origin.
+    /// The area in its views' coordinates: the origin is its lower left corner.
     [[nodiscard]] virtual Rect bounds() const = 0;
-    /// Has the views drawn again soon, not within this call.
+    /// Schedules a repaint of the views. Nothing is drawn within this call.
     virtual void setNeedsDisplay() = 0;
 
-    /// Drags that have one of the types are told to the views from now on.
+    /// From now on, drags with one of these types are reported to the views.
     virtual void registerForDraggedTypes(const QStringList& types) = 0;
     virtual void unregisterDraggedTypes() = 0;
 };
 
-/// Stands in its area, which outlives it, from construction to destruction.
+/// Is in its area from construction to destruction. The area outlives it.
 class View {
 public:
     View(const View&) = delete;
@@ -40,12 +40,12 @@ public:
     /// Draws the view; `rect` is the part that has to be drawn again.
     virtual void drawRect(const Rect& rect, Drawing& drawing) = 0;
 
-    // The life of a drag over the view: entered, then either exited, or prepared for and performed. What is answered on entry
-    // holds until then.
+    // A drag over the view: entered, then either exited, or prepared for and performed. The operation returned on
+    // entry is valid until then.
     [[nodiscard]] virtual DragOperation draggingEntered(const DraggingInfo&) { return DragOperation::none; }
     virtual void draggingExited() {}
     [[nodiscard]] virtual bool prepareForDragOperation(const DraggingInfo&) { return false; }
-    /// True when the drop was dealt with.
+    /// Returns true if the view has handled the drop.
     [[nodiscard]] virtual bool performDragOperation(const DraggingInfo&) { return false; }
 
 protected:

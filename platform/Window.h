@@ -12,21 +12,21 @@ enum class Animate { no, yes };
 class Window {
 public:
     virtual ~Window() = default;
-    /// Shows the window, raises it and gives it the keyboard.
+    /// Shows the window, raises it and gives it the keyboard focus.
     virtual void makeKeyAndOrderFront() = 0;
     [[nodiscard]] virtual bool isVisible() const = 0;
-    /// Puts the window into the middle of its screen.
+    /// Centres the window on its screen.
     virtual void center() = 0;
     virtual void setTitle(const QString& title) = 0;
 
     /// The place and size of the window's contents, without its decoration.
     [[nodiscard]] virtual Rect frame() const = 0;
-    /// Moves and resizes the window and repaints it; size limits do not hold it back.
+    /// Moves, resizes and repaints the window. Size limits do not restrict it.
     virtual void setFrame(const Rect& frame, Animate animate) = 0;
 
-    /// The least and the largest size of the window's contents. A window that is outside of them is resized into them, its
-    /// top left corner where it was; a frame that is still on its way is reached first. Where the two contradict each other
-    /// the least size holds. `setFrame` is not held back by them.
+    /// The smallest and the largest size of the window's contents. A window outside these limits is resized to fit
+    /// them and keeps its top left corner; an animated frame change finishes first. If the two limits contradict each
+    /// other, the smallest size wins. They do not restrict `setFrame`.
     virtual void setMinSize(const Size& size) = 0;
     virtual void setMaxSize(const Size& size) = 0;
 

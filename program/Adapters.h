@@ -1,4 +1,4 @@
-// The adapters of the desktop, in the order in which they need one another. They are unmade in the opposite order.
+// The adapters of the desktop, in dependency order: each uses only those declared before it.
 #pragma once
 
 #include "app/Configuration.h"
@@ -44,7 +44,7 @@ struct Adapters {
     Adapters(const Adapters&) = delete;
     Adapters& operator=(const Adapters&) = delete;
 
-    /// What the delegate chain takes.
+    /// The ports of the delegate chain.
     [[nodiscard]] Platform platform();
 
     QtMainQueue& mainQueue;
@@ -84,7 +84,8 @@ struct Adapters {
     BackgroundHtmlTextReader backgroundHtmlReader{htmlReader, backgroundWork};
     BackgroundPdfTextReader backgroundPdfReader{pdfReader, backgroundWork};
 
-    // The update checker's. Its downloads end before what they report to goes.
+    // For the update checker. The queue comes last: its downloads end before the adapters that they report to are
+    // destroyed.
     MWAppSupportUtility supportUtility;
     QtPropertyListLoader propertyListLoader;
     QtBackgroundQueue backgroundQueue;

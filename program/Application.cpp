@@ -12,7 +12,7 @@
 namespace quillow {
 namespace {
 
-/// The next session starts the program without the documents of this start: they are converted.
+/// The next session starts the program without the documents of this start: they are converted already.
 void leaveOutDocuments(QSessionManager& session) {
     session.setRestartCommand({QCoreApplication::applicationFilePath()});
 }
@@ -87,7 +87,7 @@ void Application::receive(const Handover& handover) {
 void Application::convert(const QStringList& paths) {
     if (paths.isEmpty()) return;
     unconverted_ += paths;
-    // A conversion before the window's first painting would leave it blank for its whole length.
+    // A conversion before the window's first paint would leave the window blank until it ends.
     parts_->window().callWhenUp([this] {
         mainQueue_.addOperation([this] {
             if (!isEnding_) parts_->dropView().addLinkToFiles(std::exchange(unconverted_, {}));
@@ -97,21 +97,21 @@ void Application::convert(const QStringList& paths) {
 
 void Application::quit() {
     isEnding_ = true;
-    QCoreApplication::exit(0); // modal alerts included: they answer as dismissed
+    QCoreApplication::exit(0); // also ends modal alerts: they return as dismissed
 }
 
 void Application::terminate() {
     if (std::exchange(isTerminated_, true)) return;
     isEnding_ = true;
-    // A launch that was cut short has read nothing that could be saved.
+    // A launch that was interrupted has loaded nothing that would need saving.
     if (!isLaunched_) return;
-    QCoreApplication::exit(0); // an operation that shows an alert does not wait for an answer any more
+    QCoreApplication::exit(0); // an operation that shows an alert no longer waits for an answer
     mainQueue_.runAll();
     parts_->delegate().applicationWillTerminate({});
 }
 
 bool Application::eventFilter(QObject* watched, QEvent* event) {
-    // Of the session's end. Qt would first ask each window whether it may be closed, and a sheet would say no.
+    // The session's end. Qt would first ask each window whether it may close, and a sheet would refuse.
     if (event->type() != QEvent::Quit || watched != qApp) return QObject::eventFilter(watched, event);
     quit();
     return true;

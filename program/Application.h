@@ -1,5 +1,6 @@
-// The program's life: launch from within the running event loop, documents and calls of later starts, the end. Whatever asks
-// for the end (the menu, a signal, the session, the window system that goes away), the delegate is told once.
+// The program's life cycle: launch inside the running event loop, documents and messages of later starts,
+// termination. The delegate is notified of the end exactly once, whatever causes it (the menu, a signal, the session,
+// a lost window system).
 #pragma once
 
 #include "platform/qt/life/HandoverMessage.h"
@@ -17,25 +18,27 @@
 
 namespace quillow {
 
-/// Whether later starts find this one. One that is not found ends with its last window: nobody could bring it back.
+/// Whether later starts can find this process. A process that cannot be found ends with its last window: nobody could
+/// bring the window back.
 enum class Findable { no, yes };
 
-/// One at a time, made once there is a QApplication. Unless told otherwise, functions belong to the main thread.
+/// One instance at a time; construct it after the QApplication. Call its functions on the main thread unless noted
+/// otherwise.
 class Application final : public QObject {
 public:
-    /// Launch begins with the event loop: alerts may come before the window.
+    /// The launch begins when the event loop runs: alerts may appear before the window.
     explicit Application(Findable findable);
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     ~Application() override;
 
-    /// The documents of this start.
+    /// Converts the documents of this start.
     void open(const Handover& handover);
-    /// What a later start hands over. It takes effect from the event loop, so never in the midst of a conversion. False when
-    /// this program is ending. May be called from any thread.
+    /// Takes the message of a later start. It is handled from the event loop, so never during a conversion. Returns
+    /// false if this program is ending or the message is malformed. Callable from any thread.
     [[nodiscard]] bool take(const QByteArray& message);
 
-    /// Until the program has ended; the exit code.
+    /// Runs the event loop until the program ends. Returns the exit code.
     [[nodiscard]] int run();
 
 protected:
@@ -48,7 +51,7 @@ private:
     void convert(const QStringList& paths);
     void quit();
     void terminate();
-    /// Qt calls exit() when the window system goes away.
+    /// Qt calls exit() when it loses the connection to the window system.
     static void terminateAtExit();
 
     static Application* running;
@@ -60,7 +63,7 @@ private:
     bool isLaunched_ = false;
     bool isTerminated_ = false;
     std::vector<std::function<void()>> afterLaunch_;
-    QStringList unconverted_; ///< they wait for the window to stand on the screen
+    QStringList unconverted_; ///< documents that wait until the window is on the screen
 };
 
 } // namespace quillow

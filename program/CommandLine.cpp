@@ -8,7 +8,7 @@
 namespace quillow {
 namespace {
 
-/// Empty when the folder is gone.
+/// Empty if the folder no longer exists.
 QByteArray workingFolder() {
     const std::unique_ptr<char, decltype(&std::free)> folder(::realpath(".", nullptr), &std::free);
     return folder ? QByteArray(folder.get()) : QByteArray();
@@ -25,7 +25,8 @@ Handover handoverOf(const QCoreApplication& application, int argc, char** argv, 
                                  QStringLiteral("[FILE...]"));
     parser.process(application);
 
-    // No option has a value, so all the others are names. The parser has them as texts, which not every name is.
+    // No option has a value, so all other arguments are file names. The parser returns them as QStrings, which cannot
+    // hold every name.
     Handover handover{traces.startupId, traces.activationToken, workingFolder(), {}};
     bool areOptionsOver = false;
     for (int i = 1; i < argc; ++i) {

@@ -1,4 +1,4 @@
-// The command line of the desktop program, and what of its surroundings a start hands over.
+// The command line of the desktop program, and the parts of the environment that a start hands over.
 #pragma once
 
 #include "platform/qt/life/HandoverMessage.h"
@@ -7,14 +7,14 @@
 
 namespace quillow {
 
-/// What launchers leave in the environment. Read before there is a QApplication, which takes it away.
+/// Environment variables that launchers set. Read them before the QApplication is constructed: it removes them.
 struct LauncherTraces {
     QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
     QByteArray activationToken = qgetenv("XDG_ACTIVATION_TOKEN");
 };
 
-/// The documents named on the command line, of which Qt has taken its own options. Options are answered here; --help,
-/// --version and an option that there is not end the program.
+/// The documents named on the command line. Qt has already removed its own options. This function handles the other
+/// options: --help, --version and an unknown option end the program.
 [[nodiscard]] Handover handoverOf(const QCoreApplication& application, int argc, char** argv,
                                   const LauncherTraces& traces);
 

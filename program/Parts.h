@@ -1,4 +1,4 @@
-// The delegate with its outlets: everything that the program is made of, put together.
+// The delegate with its outlets: connects all parts of the program.
 #pragma once
 
 #include "app/QuillowAppDelegate.h"
@@ -15,7 +15,7 @@ namespace quillow {
 
 class Parts {
 public:
-    /// Does the delegate's class initialisation and makes it.
+    /// Runs the delegate's class initialisation, then constructs the delegate.
     Parts(QtMainQueue& mainQueue, const Termination& termination, std::function<void()> quit);
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;

@@ -9,7 +9,7 @@ namespace quillow {
 
 Bindings::Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoManager& undoManager,
                    MainWindow& window) {
-    // Adjusted at launch and whenever the folder of the preferences is chosen or cleared.
+    // This property changes at launch and whenever the user chooses or clears the folder in the preferences.
     bind(delegate, u"displayDestinationPath", [&delegate, &defaults, &window] {
         window.setDestination(delegate.displayDestinationPath());
         const auto bookmark = defaults.objectForKey(settings::kDestBookmark.string()).data();

@@ -1,4 +1,4 @@
-// Ties the delegate to the windows: what its properties show, what their controls do.
+// Connects the delegate to the windows: shows its properties in them and binds their controls to its actions.
 #pragma once
 
 #include "app/QuillowAppDelegate.h"
@@ -14,7 +14,7 @@
 
 namespace quillow {
 
-/// Tells the window what the delegate's properties say, now and after every change.
+/// Shows the delegate's properties in the window, now and after every change.
 class Bindings {
 public:
     Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoManager& undoManager, MainWindow& window);
@@ -28,7 +28,7 @@ private:
 [[nodiscard]] MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& dropView,
                                             UndoManager& undoManager, std::function<void()> quit);
 [[nodiscard]] PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate);
-/// The transformers that the panes need, looked up by their names: the delegate's and, by class name, the standard ones.
+/// The transformers that the panes need, looked up by name: the delegate's own, and the standard ones by class name.
 [[nodiscard]] PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry);
 
 } // namespace quillow

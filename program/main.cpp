@@ -1,4 +1,4 @@
-// The desktop program. A start that finds another one running hands its documents over and ends.
+// The desktop program. A start that finds another instance running hands its documents over and ends.
 #include "base/Release.h"
 #include "frame/MWAppSupportUtility.h"
 #include "platform/qt/dragdrop/DocumentGlyph.h"
@@ -15,18 +15,18 @@
 namespace quillow {
 namespace {
 
-/// A program that runs answers in milliseconds, whatever its window does.
+/// How long to wait for a running instance. It normally replies within milliseconds, whatever its window does.
 constexpr std::chrono::seconds kPatience{10};
 
 void describeApplication() {
     QCoreApplication::setApplicationName(QString::fromUtf16(kApplicationName));
     QCoreApplication::setApplicationVersion(MWAppSupportUtility::calcReleaseString(kCurrentRelease));
-    // No display name of its own: Qt would append it to every window's title.
+    // No application display name is set: Qt would append it to every window's title.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quillow.Quillow"));
     QGuiApplication::setWindowIcon(applicationIcon());
 }
 
-/// Tells screens apart on which a user may sit: a start on another one runs on its own.
+/// Identifies the user's display: a start on another display is a separate instance.
 QByteArray displayName() {
     QByteArray windowSystem = QGuiApplication::platformName().toUtf8();
     if (windowSystem.startsWith("wayland")) return windowSystem + '-' + qgetenv("WAYLAND_DISPLAY");
@@ -35,7 +35,7 @@ QByteArray displayName() {
 }
 
 int runProgram(const Handover& handover) {
-    std::optional<Application> application; // goes after the thread that hands messages to it
+    std::optional<Application> application; // destroyed after the thread that passes messages to it
     SingleInstance instance(SingleInstance::standardFolder(), displayName());
     const SingleInstance::Role role = instance.begin(encodedHandover(handover), kPatience);
     if (role == SingleInstance::Role::handedOver) return 0;

@@ -1,5 +1,5 @@
-// make_guide FOLDER PICTURES OUTPUT: sets guide.html and guide.css of FOLDER as a PDF, with the pictures of PICTURES. The same
-// sources give the same bytes: the date is fixed, and so are the hashes' seeds.
+// make_guide FOLDER PICTURES OUTPUT: typesets guide.html and guide.css from FOLDER as a PDF, with the pictures from
+// PICTURES. The same sources give the same bytes: the creation date and the hash seed are fixed.
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QFile>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kDotsPerInch = 600;
 constexpr int kMarginMillimetres = 22;
-/// What a pixel of the guide's HTML is: the length that it has on a screen.
+/// The size of a CSS pixel in the guide's HTML.
 constexpr int kPixelsPerInch = 96;
 
 std::optional<QByteArray> contentsOf(const QString& path) {
@@ -56,7 +56,7 @@ void paint(QTextDocument& document, QPdfWriter& writer) {
     }
 }
 
-/// The time of writing is replaced by one of the same length.
+/// Replaces the creation date with a fixed one of the same length.
 QByteArray withFixedDate(const QByteArray& pdf) {
     QString text = QString::fromLatin1(pdf);
     static const QRegularExpression date(QStringLiteral("/CreationDate \\(D:\\d{14}"));

@@ -43,7 +43,7 @@ std::optional<QByteArray> DocumentExtractor::textOf(const QByteArray& bytes, Doc
         if (!extraction.text) return std::nullopt;
         return QByteArray(extraction.text->data(), static_cast<qsizetype>(extraction.text->size()));
     } catch (const std::bad_alloc&) {
-        // The engine reports its own lack of memory. This is for the copy of a long text.
+        // The engine reports its own lack of memory. This handler is for the copy of a long text.
         Extraction nothing;
         nothing.reason = Reason::outOfMemory;
         if (reasonLog_) reasonLog_(reasonLine(kind, nothing));

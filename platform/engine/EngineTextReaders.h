@@ -1,5 +1,5 @@
-// The text-reader ports over the engines' one door. Any text counts, a partial one too; why there is none, or not all of it, goes
-// to a log of the caller's in one line.
+// The text-reader ports, implemented with the engines' extract(). Any text is accepted, a partial one too. If the
+// text is missing or incomplete, the reason goes to the caller's log in one line.
 #pragma once
 
 #include "engines/Extract.h"
@@ -16,14 +16,14 @@
 
 namespace quillow {
 
-/// What the readers have in common: a document's bytes in, its text or a line for the log out.
+/// The common part of the readers: turns a document's bytes into its text or a log line.
 class DocumentExtractor {
 public:
     using Extract = std::function<Extraction(std::span<const std::byte> bytes, DocumentKind kind)>;
     using ReasonLog = std::function<void(std::string_view line)>;
 
-    /// `reasonLog` (may be empty) is told a line such as "PDF document: locked: it needs a password", without a line end,
-    /// for every outcome but a whole text.
+    /// `reasonLog` (may be empty) gets a line such as "PDF document: locked: it needs a password", without a line
+    /// end, for every outcome except a complete text.
     explicit DocumentExtractor(ReasonLog reasonLog);
     DocumentExtractor(ReasonLog reasonLog, Extract extract);
 
@@ -38,7 +38,7 @@ class EngineRtfTextReader final : public RtfTextReader {
 public:
     explicit EngineRtfTextReader(DocumentExtractor extractor)
         : extractor_(std::move(extractor)) {}
-    /// Absent bytes answer nothing without a word to the engine; empty ones are the engine's to judge.
+    /// Returns std::nullopt for absent bytes without calling the engine. Empty bytes go to the engine.
     [[nodiscard]] std::optional<AttributedString> initWithRTF(const std::optional<QByteArray>& bytes) override;
 
 private:
