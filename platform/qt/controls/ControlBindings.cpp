@@ -22,7 +22,7 @@ void ControlBindings::bindText(QLineEdit* field, KVObject& object, const QString
         // Setting an equal text would move the cursor.
         if (field && field->text() != text) field->setText(text);
     });
-    // Not only what is typed: assistive tools set the text.
+    // textChanged(), not textEdited(): assistive tools set the text.
     connections_.append(QObject::connect(field, &QLineEdit::textChanged, field, [&object, key](const QString& text) {
         if (object.valueForKey(key).string() != text) object.setValue(text, key);
     }));

@@ -1,5 +1,5 @@
-// Ties controls to the properties of an object: a control shows its property, and what the user makes of the control is stored in
-// it. All ties end together, so that no control reaches an object that is gone.
+// Binds controls to the properties of an object: a control shows its property, and the user's changes are stored in
+// it. All bindings end together, so no control reaches an object that was destroyed.
 #pragma once
 
 #include "base/KVObject.h"
@@ -24,11 +24,12 @@ public:
     ControlBindings& operator=(const ControlBindings&) = delete;
     ~ControlBindings() { clear(); }
 
-    /// A text; an absent one is shown as the empty text.
+    /// Binds a string property. An absent value is shown as the empty text.
     void bindText(QLineEdit* field, KVObject& object, const QString& key);
-    /// A boolean, stored as one whatever it was before.
+    /// Binds a property to a switch. The user's changes are stored as booleans, whatever type the value had before.
     void bindSwitch(QAbstractButton* button, KVObject& object, const QString& key);
-    /// A number: the data of one of the list's items. None is chosen for a number that is no item's.
+    /// Binds a number to a list: each item's data is its number. If no item has the number, none is selected.
+    /// `chosen` is called after a change by the user is stored.
     void bindChoice(QComboBox* list, KVObject& object, const QString& key, std::function<void()> chosen);
     void bindClick(QAbstractButton* button, std::function<void()> action);
     void bindAction(QAction* menuItem, std::function<void()> action);

@@ -12,7 +12,7 @@ constexpr int kTriangle = 8;
 constexpr int kGap = 7;
 constexpr int kVerticalPadding = 3;
 
-/// Pointing right, or down when open; in the middle of the square.
+/// A triangle in the middle of the square. It points right, or down if open.
 QPolygonF triangle(const QRectF& square, bool isOpen) {
     const QPointF middle = square.center();
     const qreal half = square.width() / 2;
@@ -35,7 +35,7 @@ DiscloseButton::DiscloseButton(const QString& title, const QString& description,
     QFont bold = font();
     bold.setBold(true);
     setFont(bold);
-    // Not clicked(): the toggle of assistive tools does not click.
+    // Not clicked(): a toggle by assistive tools does not emit it.
     connect(this, &QAbstractButton::toggled, this, [this] {
         if (action_) action_();
     });
@@ -52,7 +52,7 @@ QSize DiscloseButton::sizeHint() const {
 }
 
 void DiscloseButton::keyPressEvent(QKeyEvent* event) {
-    // A button is pressed by Space of itself; Return is left to dialogs.
+    // Qt's buttons handle Space themselves, and leave Return to dialogs.
     const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
         click();

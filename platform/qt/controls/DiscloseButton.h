@@ -1,4 +1,5 @@
-// The button that opens and closes the lower part of a window: a triangle and a title, triangle down while it is on.
+// The button that opens and closes the lower part of a window: a triangle and a title. The triangle points down while
+// the button is on.
 #pragma once
 
 #include "platform/Button.h"
@@ -13,7 +14,7 @@ class DiscloseButton final : public QAbstractButton, public Button {
 public:
     static constexpr int kInset = 4; ///< from the widget's edge to the triangle, in points
 
-    /// The description is the tool tip, too.
+    /// The description is also the tool tip.
     DiscloseButton(const QString& title, const QString& description, QWidget* parent = nullptr);
 
     [[nodiscard]] ButtonState state() const override { return isChecked() ? ButtonState::on : ButtonState::off; }

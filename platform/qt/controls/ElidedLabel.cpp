@@ -17,7 +17,7 @@ ElidedLabel::ElidedLabel(QWidget* parent)
 
 void ElidedLabel::setWholeText(const QString& text) {
     wholeText_ = text;
-    // A tool tip takes "<" for markup.
+    // A tool tip would parse "<" as markup.
     setToolTip(QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>"));
     setText(text);
     updateGeometry();

@@ -1,5 +1,5 @@
-// One line of plain text that is cut in the middle when the window is too narrow for it; the whole text is its tool tip and what
-// assistive tools read.
+// One line of plain text that is elided in the middle if the window is too narrow for it. The tool tip and assistive
+// tools give the whole text.
 #pragma once
 
 #include <QLabel>

@@ -1,4 +1,4 @@
-// A stack of panes. Its size is that of the pane shown: a higher pane that is hidden does not hold the window up.
+// A stack of panes. Its height is that of the visible pane: a taller hidden pane does not keep the window tall.
 #pragma once
 
 #include "platform/TabView.h"
@@ -9,10 +9,10 @@ namespace quillow {
 
 class QtTabView final : public QStackedWidget, public TabView {
 public:
-    /// An index that is none changes nothing.
+    /// An index out of range changes nothing.
     void selectTabViewItemAtIndex(int index) override;
 
-    /// As wide as the widest pane, in any height.
+    /// As wide as the widest pane; the height is 0.
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] QSize sizeHint() const override;
 };

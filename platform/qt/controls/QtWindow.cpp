@@ -15,7 +15,7 @@ int heightOfPrimaryScreen() {
     return QGuiApplication::primaryScreen()->geometry().height();
 }
 
-// Lower edge of a widget's rectangle to that of the logic's, whose y grows upwards.
+// Converts a widget's rectangle to the logic's, whose y axis points up and whose y is the lower edge.
 
 Rect fromPlace(const QRect& place) {
     return {static_cast<double>(place.x()), static_cast<double>(heightOfPrimaryScreen() - place.y() - place.height()),
@@ -103,8 +103,8 @@ void QtWindow::moveTo(const QRect& place) {
                            lower(least.height(), most.height(), size.height()));
     setMaximumSizeOfWidget(
         {upper(most.width(), least.width(), size.width()), upper(most.height(), least.height(), size.height())});
-    // The decoration of a window that was never shown is unknown, and it stands outside of what a geometry tells; and a window
-    // that only changes its size is not to be moved by a pixel.
+    // The decoration is outside the geometry, and its size is unknown before the window was first shown. A window
+    // that only changes its size must not move by a pixel.
     const bool isPlaced = widget_.isVisible();
     if (place.topLeft() == widget_.geometry().topLeft()) {
         widget_.resize(size);
@@ -134,8 +134,8 @@ void QtWindow::limitsChanged() {
 
 void QtWindow::applyLimits() {
     if (!std::exchange(limitsWait_, false)) return;
-    // Never crossed, so that the window is not resized to a size between; the widget follows its limits with its top left
-    // corner where it is.
+    // The minimum never exceeds the maximum, so that the window is not resized to an intermediate size. The widget
+    // keeps its top left corner when its limits resize it.
     widget_.setMinimumSize(leastSize().boundedTo(widget_.maximumSize()));
     setMaximumSizeOfWidget(mostSize());
     widget_.setMinimumSize(leastSize());
@@ -155,8 +155,8 @@ void QtWindow::keepLimits() {
 }
 
 bool QtWindow::eventFilter(QObject*, QEvent* event) {
-    // Before the contents are painted in a size that they are not to have. Not when the window ceases to fill the screen: its
-    // former size follows.
+    // Runs before the contents are painted in a wrong size. When the window stops filling the screen there is nothing
+    // to do: it returns to its former size.
     if (event->type() == QEvent::Resize) keepLimits();
     return false;
 }

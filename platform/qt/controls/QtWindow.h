@@ -1,4 +1,4 @@
-// A window of the program as the logic sees it, over the widget that is one. Every Window of this process is a QtWindow.
+// The Window port over a top-level widget. Every Window in this process is a QtWindow.
 #pragma once
 
 #include "platform/Window.h"
@@ -12,22 +12,23 @@
 
 namespace quillow {
 
-/// The widgets of windows that the Window menu leaves out carry this property with the value true.
+/// A widget whose window the Window menu leaves out has this property with the value true.
 inline constexpr char kExcludedFromWindowsMenu[] = "quillowExcludedFromWindowsMenu";
 
 /// Who keeps the user from making a window larger than its limits.
 enum class LimitKeeper {
     windowSystem,
-    /// The window itself: the window system is told no largest height. Under Wayland, since Qt 6.4 leaves the decoration that it
-    /// draws out of the limits that it tells (the compositor then takes that much off the height at each resize, and the window
-    /// drifts), and a compositor would hold a maximised window to them.
+    /// The window itself: the window system gets no maximum height. Used under Wayland for two reasons. Qt 6.4 draws
+    /// the decoration but does not count it in the limits that it sends; the compositor then reduces the height by
+    /// that amount at each resize, and the window drifts. A compositor would also apply the limits to a maximised
+    /// window.
     window,
 };
 [[nodiscard]] LimitKeeper limitKeeperOfWindowSystem();
 
 class QtWindow final : public QObject, public Window {
 public:
-    /// How long a change of the frame takes that is to be seen.
+    /// The duration of an animated frame change.
     static constexpr int kAnimationMilliseconds = 150;
 
     explicit QtWindow(QWidget& widget, LimitKeeper limitKeeper = limitKeeperOfWindowSystem());
@@ -37,11 +38,12 @@ public:
     void center() override;
     void setTitle(const QString& title) override { widget_.setWindowTitle(title); }
 
-    /// The bottom left corner of the primary screen is the origin. While a frame is on its way this is already the one that
-    /// the window is going to have.
+    /// The origin is the bottom left corner of the primary screen. During an animation this is already the final
+    /// frame.
     [[nodiscard]] Rect frame() const override;
-    /// A window that is not to be seen is never animated. A height or width that the user cannot change stays so. One that
-    /// fills the screen, and keeps its limits itself, takes the new height when it fills the screen no more.
+    /// A hidden window is never animated. A height or width that the user cannot change stays fixed. A window that
+    /// fills the screen ignores the frame if it keeps its own limits: its limits resize it when it no longer fills
+    /// the screen.
     void setFrame(const Rect& frame, Animate animate) override;
 
     void setMinSize(const Size& size) override;
@@ -50,7 +52,7 @@ public:
     void setExcludedFromWindowsMenu(bool excluded) override;
 
     [[nodiscard]] QWidget& widget() const { return widget_; }
-    /// The widget of a window that the logic hands back; null for null.
+    /// The widget of a Window; null for null.
     [[nodiscard]] static QWidget* widgetOf(Window* window) {
         return window ? &static_cast<QtWindow*>(window)->widget() : nullptr;
     }
@@ -72,9 +74,9 @@ private:
     QWidget& widget_;
     const LimitKeeper limitKeeper_;
     QVariantAnimation animation_;
-    std::optional<QSize> minSize_; ///< what the logic has set; a window without limits keeps its widget's
+    std::optional<QSize> minSize_; ///< the limit that the logic has set; without one, the widget's own limit applies
     std::optional<QSize> maxSize_;
-    bool limitsWait_ = false; ///< for the end of the animation
+    bool limitsWait_ = false; ///< the limits are applied when the animation ends
     bool isMoving_ = false;
 };
 

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kStepsATurn = 24;
 constexpr int kMillisecondsAStep = 40;
-constexpr int kDegrees = 16; // QPainter counts in sixteenths of a degree
+constexpr int kDegrees = 16; // QPainter's unit is a sixteenth of a degree
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// The progress indicator: an arc that turns. It keeps its place in the window while it is still.
+// The progress indicator: a turning arc. It occupies its place in the window even while it is invisible.
 #pragma once
 
 #include "platform/ProgressIndicator.h"
@@ -15,7 +15,7 @@ public:
     void startAnimation() override;
     void stopAnimation() override;
     [[nodiscard]] bool isAnimated() const { return timer_.isActive(); }
-    /// One step on, painted at once: for whoever waits without an event loop.
+    /// Advances one step and repaints at once, for callers that wait without an event loop.
     void turnNow();
 
     [[nodiscard]] QSize sizeHint() const override { return {18, 18}; }

@@ -9,10 +9,10 @@
 namespace quillow {
 namespace {
 
-/// The buttons that Escape presses: those that ask for nothing.
+/// The buttons that Escape presses: they start no action.
 const QStringList kDismissing{QStringLiteral("Cancel"), QStringLiteral("Later"), QStringLiteral("Close")};
 
-/// Short messages would wrap their informative text into a column.
+/// With a short message, the informative text would otherwise wrap into a narrow column.
 constexpr int kMinimumCharacters = 60;
 
 QMessageBox::Icon iconFor(AlertStyle style) {
@@ -44,13 +44,13 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent)
         QFont bold = message->font();
         bold.setBold(true);
         message->setFont(bold);
-        // Not as the label's own minimum: that would hide from the message box that a long message needs its lines broken.
+        // Not as the label's minimum width: the message box would then not see that a long message needs word wrap.
         if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
             const int width = message->fontMetrics().averageCharWidth() * kMinimumCharacters;
             grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
         }
     }
-    // The message box hands its text format to the message only.
+    // The message box passes its text format to the message only.
     if (auto* informative = findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
         informative->setTextFormat(Qt::PlainText);
 
@@ -69,7 +69,7 @@ int AlertBox::returnCode() const {
     return place < 0 ? kAlertDismissed : kAlertFirstButtonReturn + static_cast<int>(place);
 }
 
-// Qt lets Escape and the close button press a sole button, whatever it does.
+// By default, Escape and the close button press a sole button, whatever it does.
 
 void AlertBox::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel))

@@ -1,4 +1,5 @@
-// The dialog of one alert. Its answer is the button's place in the alert's list, wherever the desktop's style puts it.
+// The dialog of one alert. Its return code is the button's position in the alert's list, wherever the desktop's style
+// puts the button.
 #pragma once
 
 #include "platform/Alerts.h"
@@ -8,8 +9,8 @@
 
 namespace quillow {
 
-/// The code with which Escape ends the alert: that of the first button that asks for nothing ("Cancel", "Later", "Close"), else
-/// kAlertDismissed. deliberate: it is never a sole button's, whatever it is named.
+/// The code with which Escape ends the alert: that of the first button that starts no action ("Cancel", "Later",
+/// "Close"), else kAlertDismissed. deliberate: it is never the code of a sole button, whatever the button's name.
 [[nodiscard]] int neutralReturnCode(const Alert& alert);
 
 class AlertBox final : public QMessageBox {

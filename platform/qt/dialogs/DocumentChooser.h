@@ -1,4 +1,4 @@
-// The dialog in which documents are chosen without a mouse.
+// The dialog for choosing documents without a mouse.
 #pragma once
 
 #include "platform/qt/dialogs/OpenDialog.h"

@@ -21,7 +21,7 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     bold.setBold(true);
     label->setFont(bold);
     label->setContentsMargins(12, 12, 12, 0);
-    // The place of a menu bar is the only one above the dialog's own grid.
+    // Only the menu bar's place is above the dialog's own grid.
     layout()->setMenuBar(label);
 }
 

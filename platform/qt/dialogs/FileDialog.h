@@ -1,4 +1,4 @@
-// Qt's own file dialog with a line of text above it: the desktops' dialogs have no place for one.
+// Qt's own file dialog with a line of text above it. The desktops' native dialogs have no place for such a line.
 #pragma once
 
 #include <QFileDialog>
@@ -8,7 +8,7 @@ namespace quillow {
 class FileDialog : public QFileDialog {
 public:
     FileDialog(const QString& message, const QString& prompt, QWidget* parent);
-    /// Starts in the folder when there is one at the path, else in the home folder.
+    /// Starts in the folder at the path if it exists, else in the home folder.
     void startIn(const QString& path);
 };
 

@@ -84,7 +84,7 @@ void OpenDialog::accept() {
         FileDialog::accept();
 }
 
-/// Qt takes these paths for missing items and disables the button.
+/// Qt treats these paths as missing items and disables the button.
 void OpenDialog::lookAt(const QString& text) {
     if (const auto path = pathUnknownToQt(text)) acceptButton_->setEnabled(mayBeChosen(*path));
 }

@@ -1,5 +1,6 @@
-// The dialog in which folders or documents are chosen. An RTFD bundle is a folder on the disk and one document here. Qt's dialog does
-// not list names that are not UTF-8. The name field takes a file URL, so the user can paste one that a file manager copied.
+// The dialog for choosing folders or documents. An RTFD bundle is a folder on the disk and one document here. Qt's
+// dialog does not list names that are not UTF-8. The name field takes a file URL, so the user can paste one that a
+// file manager copied.
 #pragma once
 
 #include "platform/Workspace.h"
@@ -17,7 +18,7 @@ public:
     void showFiles(const QStringList& extensions);
     void showFoldersOnly();
 
-    /// The paths that were chosen. To be called after the dialog was accepted.
+    /// The chosen paths. Call it after the dialog was accepted.
     [[nodiscard]] QStringList chosenPaths() const;
 
 protected:
@@ -32,7 +33,7 @@ private:
     const Workspace& workspace_;
     QLineEdit* nameField_;
     QPushButton* acceptButton_;
-    QStringList chosen_; ///< empty if Qt's own dialog took the choice
+    QStringList chosen_; ///< empty if Qt's own dialog handled the choice
 };
 
 } // namespace quillow

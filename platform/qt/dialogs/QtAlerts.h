@@ -1,4 +1,4 @@
-// Alerts as sheets, and as dialogs that hold the whole program.
+// Alerts as sheets, and as dialogs that are modal to the whole program.
 #pragma once
 
 #include "platform/Alerts.h"

@@ -27,7 +27,7 @@ public:
             dialog->showFiles(panel_.allowedFileTypes);
         else
             dialog->showFoldersOnly();
-        // A URL without a scheme, as one made from a plain path is, names a folder here all the same.
+        // The URL may lack a scheme, for example if it was made from a plain path. It still names a folder here.
         if (panel_.directoryURL) dialog->startIn(panel_.directoryURL->path());
         return dialog;
     }

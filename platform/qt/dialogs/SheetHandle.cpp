@@ -5,7 +5,7 @@
 namespace quillow {
 namespace {
 
-/// Stands in for a sheet that was ended before it was shown: finishes as soon as it is to be seen.
+/// Replaces a sheet that was ended before it was shown. Finishes as soon as it is shown.
 class EndedDialog final : public QDialog {
 public:
     EndedDialog(QWidget* window, int result)
@@ -27,7 +27,7 @@ public:
     explicit RoundSheet(std::shared_ptr<Round> round)
         : round_(std::move(round)) {}
 
-    /// Every such sheet has an owner of its own.
+    /// Each of these sheets has its own owner.
     [[nodiscard]] bool asksTheSameAs(const Sheet& /*other*/) const override { return false; }
     [[nodiscard]] QDialog* makeDialog(QWidget* window) const override {
         round_->isWaiting = false;
@@ -36,7 +36,7 @@ public:
         return round_->dialog;
     }
     void takeAnswer(const QDialog& dialog, int result) override {
-        // Of a dialog that was ended unseen there is no answer.
+        // A dialog that was ended unseen has no answer.
         if (!round_->isOver && round_->callbacks.takeAnswer) round_->callbacks.takeAnswer(dialog, result);
         round_->isOver = true;
         round_->result = result;

@@ -1,4 +1,4 @@
-// A dialog that is shown as a sheet and belongs to somebody who may end it, and who may be gone before it ends.
+// A dialog shown as a sheet, with an owner that may end it, and that may be destroyed before it ends.
 #pragma once
 
 #include "platform/qt/dialogs/Sheets.h"
@@ -15,7 +15,7 @@ public:
         std::function<QDialog*(QWidget* window)> makeDialog;
         /// The dialog has finished but is still there.
         std::function<void(const QDialog& dialog, int result)> takeAnswer;
-        /// Comes last; may destroy the handle.
+        /// Called last; may destroy the handle.
         std::function<void(int result)> completed;
     };
 
@@ -23,14 +23,14 @@ public:
         : sheets_(sheets) {}
     SheetHandle(const SheetHandle&) = delete;
     SheetHandle& operator=(const SheetHandle&) = delete;
-    /// Ends the sheet; nothing is called back any more.
+    /// Ends the sheet. No callback is called after that.
     ~SheetHandle();
 
-    /// Without effect while a sheet of this handle is up or waits for its window.
+    /// No effect while a sheet of this handle is open or waits for its window.
     void begin(QWidget* window, const Callbacks& callbacks);
-    /// Ends the sheet with this result, or keeps one that waits from ever being seen. Without effect when there is none.
+    /// Ends the sheet with this result. A waiting sheet is never shown. No effect if there is no sheet.
     void end(int result);
-    /// The dialog that is up; null when there is none.
+    /// The open dialog; null if there is none.
     [[nodiscard]] QDialog* dialog() const;
 
 private:

@@ -35,7 +35,7 @@ void Sheets::showNext(QWidget* window) {
 
 void Sheets::show(Waiting& waiting) {
     QWidget* window = waiting.window;
-    // A sheet of a window that was closed brings the window back: it would hang in the air.
+    // A sheet shows its closed window again: without the window it would float alone.
     if (window && !window->isVisible()) window->show();
     QDialog* dialog = waiting.round.front()->makeDialog(window);
     waiting.dialog = dialog;
@@ -52,7 +52,7 @@ void Sheets::finished(QDialog* dialog, int result) {
     ended.hasEnded = true;
     dialog->deleteLater();
 
-    // The window stays taken until all are answered: what a handler begins is shown after that.
+    // The window stays occupied until all are completed: a sheet that a handler begins is shown after that.
     const QPointer<QWidget> window = ended.window;
     ended.round.front()->takeAnswer(*dialog, result);
     for (const auto& sheet : ended.round)

@@ -1,6 +1,6 @@
-// The sheets of the program's windows: a window shows one at a time, the others wait in order. A sheet that asks just what one
-// already showing or waiting on the same window asks is never shown: it waits until that one has ended and was completed, and is
-// then ended at once with its neutral answer. So a drop of 500 documents asks once, and nothing is dropped in between.
+// The sheets of the program's windows: a window shows one at a time, the others wait in order. A sheet that asks the
+// same as one already shown or waiting on its window is never shown. It completes with its neutral answer right after
+// the other one has completed. So a drop of 500 documents asks once, and nothing is dropped in between.
 #pragma once
 
 #include <QDialog>
@@ -16,10 +16,10 @@ public:
     virtual ~Sheet() = default;
     [[nodiscard]] virtual bool asksTheSameAs(const Sheet& other) const = 0;
     [[nodiscard]] virtual QDialog* makeDialog(QWidget* window) const = 0;
-    /// Keeps for the handler what the finished dialog answered. A sheet that was not shown keeps its neutral answer: the one
-    /// that asks for nothing.
+    /// Stores the finished dialog's answer for the handler. A sheet that was not shown keeps its neutral answer, the
+    /// one that starts no action.
     virtual void takeAnswer(const QDialog& dialog, int result) = 0;
-    /// Tells the answer to whoever began this sheet.
+    /// Reports the answer to the code that began this sheet.
     virtual void complete() = 0;
 };
 
@@ -30,8 +30,8 @@ public:
     Sheets& operator=(const Sheets&) = delete;
     ~Sheets();
 
-    /// Shows the sheet on the window (alone when it is null) as soon as that window is free. Returns at once; completion
-    /// comes from the event loop.
+    /// Shows the sheet on the window (as a separate dialog if it is null) as soon as that window is free. Returns at
+    /// once. The sheet completes from the event loop.
     void begin(std::unique_ptr<Sheet> sheet, QWidget* window);
 
 private:

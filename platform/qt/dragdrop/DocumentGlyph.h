@@ -1,4 +1,4 @@
-// The picture of a document: the drop area's, and the program's icon where the desktop has none installed.
+// The picture of a document: used in the drop area, and as the program's icon if the desktop has none installed.
 #pragma once
 
 #include <QColor>
@@ -12,7 +12,7 @@ namespace quillow {
 /// Width over height.
 inline constexpr qreal kDocumentGlyphAspect = 0.76;
 
-/// Its colours where it stands on white, or on nothing known.
+/// Its colours on a white or an unknown background.
 inline constexpr QRgb kDocumentGlyphLine = 0xFF2F6FC8;
 inline constexpr QRgb kDocumentGlyphPaper = 0xFFF3F7FD;
 

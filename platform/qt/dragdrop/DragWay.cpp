@@ -36,8 +36,8 @@ xcb_window_t windowProperty(xcb_connection_t* connection, xcb_window_t window, x
     return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
 }
 
-/// A window of the window manager. The Extended Window Manager Hints have it name itself, so that one that has ended is not
-/// taken for one that runs.
+/// A window of the window manager. By the Extended Window Manager Hints its property names the window itself, which
+/// tells a running window manager from one that has ended.
 xcb_window_t windowOfManager(xcb_connection_t* connection) {
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const xcb_atom_t check = atomOf(connection, "_NET_SUPPORTING_WM_CHECK");
@@ -46,13 +46,13 @@ xcb_window_t windowOfManager(xcb_connection_t* connection) {
     return isRunning ? window : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-/// Under Xwayland the compositor is the window manager, and it owns the selection on behalf of a Wayland program that drags.
-/// (Measured with mutter 43 and KWin 5.27.)
+/// Under Xwayland the compositor is the window manager. It owns the selection on behalf of a Wayland program that
+/// drags. (Measured with mutter 43 and KWin 5.27.)
 bool isBridged(xcb_connection_t* connection) {
     const xcb_window_t source = dragSource(connection);
     const xcb_window_t manager = windowOfManager(connection);
     if (source == XCB_WINDOW_NONE || manager == XCB_WINDOW_NONE) return false;
-    // All ids of one client begin with the same bits.
+    // All ids of one X client have the same upper bits.
     const std::uint32_t clientBits = ~xcb_get_setup(connection)->resource_id_mask;
     return (source & clientBits) == (manager & clientBits);
 }
@@ -62,7 +62,7 @@ bool isBridged(xcb_connection_t* connection) {
 DragWay wayOfCurrentDrag() {
     const QString platform = QGuiApplication::platformName();
     if (platform.startsWith(QLatin1String("wayland"))) return DragWay::wayland;
-    // Other platforms of Qt may have that interface too, without a connection behind it.
+    // Other Qt platforms may have this interface too, but without a connection.
     if (platform != QLatin1String("xcb")) return DragWay::direct;
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 && isBridged(x11->connection()) ? DragWay::bridged : DragWay::direct;

@@ -1,4 +1,4 @@
-// The way that a drag takes from its source to a window of ours: it settles which actions the drag can name.
+// The way of a drag from its source to our window. It determines which actions the drag can name.
 #pragma once
 
 #include <functional>
@@ -11,10 +11,10 @@ enum class DragWay {
     wayland, ///< to a Wayland window: it names copy, move, or (from an X11 program under KWin 5.27) no action at all
 };
 
-/// Asked when a drag enters.
+/// Called when a drag enters.
 using DragWayFinder = std::function<DragWay()>;
 
-/// The way of the drag that is under way in the window system of this process.
+/// The way of the current drag in this process's window system.
 [[nodiscard]] DragWay wayOfCurrentDrag();
 
 } // namespace quillow

@@ -20,7 +20,7 @@ namespace {
 constexpr char kTitle[] = "Drop documents here";
 constexpr char kHint[] = "RTF, RTFD, HTM, HTML, PDF \u2013 or choose files with Ctrl+O";
 
-// The views' panel is white in every theme, so what stands on it has colours of its own, not the palette's.
+// The views' panel is white in every theme, so the items on it have fixed colours, not the palette's.
 constexpr QRgb kTitleColor = 0xFF1F2328;
 constexpr QRgb kHintColor = 0xFF57606A;
 constexpr QRgb kPressedPaper = 0xFFD6E4F8;
@@ -88,7 +88,7 @@ QSize DropArea::minimumSizeHint() const {
 }
 
 void DropArea::keyPressEvent(QKeyEvent* event) {
-    // A button is pressed by Space of itself; Return is left to dialogs.
+    // Qt's buttons handle Space themselves, and leave Return to dialogs.
     const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
         click();
@@ -120,13 +120,14 @@ void DropArea::dropEvent(QDropEvent* event) {
         return;
     }
     const QtDraggingInfo info(*event, way_, portal_);
-    // What was answered is offered no more, or the source has ended with its data: to the view, the drag went away.
+    // The accepted action is no longer offered, or the source has ended with its data. For the view, the drag has
+    // left.
     if (action == Qt::IgnoreAction || !bringsRegisteredType(info)) {
         event->ignore();
         target()->draggingExited();
         return;
     }
-    // Answered before the view sees it: what it sets off may take long.
+    // Accept before the view handles the drop, which may take long.
     event->setDropAction(action);
     event->accept();
     if (!target()->prepareForDragOperation(info) || !target()->performDragOperation(info)) event->ignore();
@@ -144,7 +145,7 @@ void DropArea::answer(QDropEvent& event) const {
         event.ignore();
         return;
     }
-    // Not acceptProposedAction(), which says what the source likes best: copy, or even move.
+    // Not acceptProposedAction(): it accepts the action that the source prefers, copy or even move.
     event.setDropAction(action);
     event.accept();
 }
@@ -162,7 +163,7 @@ void DropArea::paintEvent(QPaintEvent* event) {
     paintContent(painter);
 }
 
-/// The glyph and two lines of text, together in the middle, and the ring of the keyboard's focus.
+/// The glyph and two lines of text, centred together, and the keyboard focus ring.
 void DropArea::paintContent(QPainter& painter) const {
     const QString title = QString::fromUtf8(kTitle);
     const QString hint = QString::fromUtf8(kHint);

@@ -1,6 +1,6 @@
-// The area of the window onto which documents are dropped: it forwards drags and drawing to the views of the logic that stand in
-// it, and answers the window system as they say. It is a button as well: pressing it by keyboard, mouse or an assistive tool asks
-// for documents in a dialog.
+// The area of the window onto which documents are dropped: it forwards drags and drawing to the logic's views in it,
+// and reports their responses to the window system. It is also a button: a press by keyboard, mouse or an assistive
+// tool opens the dialog for choosing documents.
 #pragma once
 
 #include "platform/View.h"
@@ -18,7 +18,7 @@ public:
     explicit DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal = FileTransferPortal(),
                       QWidget* parent = nullptr);
 
-    // ViewArea. A frame that is set holds until the window's layout sets another one.
+    // ViewArea. A frame is valid until the window's layout sets another one.
     void addView(View& view) override;
     void removeView(View& view) override;
     void setFrame(const Rect& frame) override;
@@ -39,10 +39,10 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    /// The view that gets the drags; null while there is none.
+    /// The view that gets the drags; null if there is none.
     [[nodiscard]] View* target() const { return views_.empty() ? nullptr : views_.back(); }
     [[nodiscard]] bool bringsRegisteredType(const DraggingInfo& info) const;
-    /// Answers the window system as the view did on entry, as far as that is still offered.
+    /// Gives the window system the view's response from the entry, if that action is still offered.
     void answer(QDropEvent& event) const;
     void paintContent(QPainter& painter) const;
 
@@ -50,7 +50,7 @@ private:
     FileTransferPortal portal_;
     std::vector<View*> views_; ///< not owned
     QStringList draggedTypes_;
-    // Of the drag that hovers, from its entry on.
+    // State of the hovering drag, set when it enters.
     DragWay way_ = DragWay::direct;
     DragOperation answer_ = DragOperation::none;
 };

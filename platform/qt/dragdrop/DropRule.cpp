@@ -8,7 +8,7 @@
 namespace quillow {
 namespace {
 
-/// RFC 8089: an empty host and "localhost" are this machine; file managers also write its own name.
+/// RFC 8089: an empty host and "localhost" mean this machine. File managers also write its host name.
 bool isThisMachine(const QString& host) {
     return host.isEmpty() || host == QLatin1String("localhost") ||
            host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
@@ -19,7 +19,7 @@ bool isComment(const QUrl& url) {
     return url.scheme().isEmpty() && url.path().isEmpty() && url.hasFragment();
 }
 
-/// The action to answer when the files are taken; none when they cannot be.
+/// The drop action to accept the files with; Qt::IgnoreAction if they cannot be accepted.
 Qt::DropAction actionThatLinks(Qt::DropActions offered, DragWay way) {
     if (offered.testFlag(Qt::LinkAction)) return Qt::LinkAction;
     if (way == DragWay::direct) return Qt::IgnoreAction;

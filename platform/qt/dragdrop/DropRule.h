@@ -1,5 +1,4 @@
-// How a drag of the window system reads to a view, and how the view's answer reads to the window system: the rule alone,
-// without a window.
+// Translates a drag of the window system for a view, and the view's response for the window system. Needs no window.
 #pragma once
 
 #include "platform/Dragging.h"
@@ -12,15 +11,15 @@
 
 namespace quillow {
 
-/// The source's mask of operations. It has link also where the way cannot name link and copy is offered instead.
+/// The source's operation mask. It also contains link if the way cannot name link and copy is offered instead.
 [[nodiscard]] DragOperationMask operationMaskOf(Qt::DropActions offered, DragWay way);
 
-/// The action that tells the source what a view answered: for link that is link, or copy where the way cannot name link; for
-/// any other answer it is none (Qt::IgnoreAction). None also where the action is not offered. Never move.
+/// The action that reports a view's response to the source. For link it is link, or copy if the way cannot name link.
+/// For any other response, or if the action is not offered, it is Qt::IgnoreAction. It is never move.
 [[nodiscard]] Qt::DropAction dropActionFor(DragOperation answer, Qt::DropActions offered, DragWay way);
 
-/// The paths of the local files in the drag's order, without slashes at their ends; nothing when it is no list of local files:
-/// text, an address of the web, or a list in which anything is not local.
+/// The paths of the local files in the drag's order, without trailing slashes; std::nullopt if the data is not a list
+/// of local files only, such as text, a web address, or a list with any item that is not local.
 [[nodiscard]] std::optional<QStringList> localFilesOf(const QMimeData& data);
 
 } // namespace quillow

@@ -7,7 +7,7 @@
 namespace quillow {
 namespace {
 
-/// The portal answers out of memory; one that hangs must not hold the program up for D-Bus's usual 25 seconds.
+/// The portal replies from memory. A portal that hangs must not block the program for D-Bus's usual 25 seconds.
 constexpr int kLimitMilliseconds = 5000;
 
 /// The key, without the zero byte with which some tool kits end it.

@@ -9,7 +9,7 @@ QtDraggingInfo::QtDraggingInfo(const QDropEvent& event, DragWay way, const FileT
     , localFiles_(localFilesOf(data_)) {}
 
 QStringList QtDraggingInfo::types() const {
-    // A list of addresses that are not all local is refused, whatever else the drag holds.
+    // A list of URLs that are not all local is refused, whatever else the drag contains.
     const bool areFiles = localFiles_ || (FileTransferPortal::hasKey(data_) && data_.urls().isEmpty());
     return areFiles ? QStringList{QString::fromUtf16(kFilenamesPboardType)} : QStringList();
 }

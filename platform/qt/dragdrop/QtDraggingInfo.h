@@ -1,4 +1,4 @@
-// A drag of Qt's as the logic sees it.
+// Adapts a Qt drag event to the logic's DraggingInfo.
 #pragma once
 
 #include "platform/Dragging.h"
@@ -9,15 +9,15 @@
 
 namespace quillow {
 
-/// Lives as long as the event it is made of.
+/// Must not outlive its event.
 class QtDraggingInfo final : public DraggingInfo {
 public:
     QtDraggingInfo(const QDropEvent& event, DragWay way, const FileTransferPortal& portal);
 
     [[nodiscard]] DragOperationMask draggingSourceOperationMask() const override { return mask_; }
     [[nodiscard]] QStringList types() const override;
-    /// The portal's files where the drag has a key to them, since the paths in its file URLs may not be reachable from here;
-    /// those of the file URLs where it has none, or the portal does not answer.
+    /// If the drag has a portal key, the portal's files: this program may not be able to reach the paths in the file
+    /// URLs. Without a key, or if the portal returns none, the files of the file URLs.
     [[nodiscard]] std::optional<QStringList> propertyListForType(const QString& type) const override;
 
 private:

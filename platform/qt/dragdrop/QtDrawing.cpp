@@ -16,7 +16,7 @@ QColor colorOf(DrawingColor color) {
     return Qt::black;
 }
 
-/// How far from a whole number of pixels a length may be for being one.
+/// Tolerance within which a length counts as a whole number of pixels.
 constexpr double kRounding = 1e-6;
 
 } // namespace
@@ -70,7 +70,7 @@ QRectF QtDrawing::onWholePixels(const QRectF& place, double lineWidth) const {
 QPen QtDrawing::penFor(const Stroke& stroke) const {
     QPen pen(color_, stroke.lineWidth, Qt::SolidLine, Qt::FlatCap);
     if (stroke.dash.empty()) return pen;
-    // A pen counts its dashes in its widths.
+    // QPen's dash lengths are in units of the pen width.
     QList<qreal> pattern;
     for (const double length : stroke.dash)
         pattern.append(length / stroke.lineWidth);

@@ -8,11 +8,12 @@
 
 namespace quillow {
 
-/// Lines whose width is a whole number of the screen's pixels are moved onto whole pixels, inwards and by less than one: a line
-/// of one point is black on a plain screen, not two grey ones.
+/// Lines whose width is a whole number of device pixels are moved onto whole pixels, inwards and by less than one
+/// pixel. So a line of one point is one black line on a screen without scaling, not two grey ones.
 class QtDrawing final : public Drawing {
 public:
-    /// `height` is that of the area, whose lower left corner is the origin. The painter's state is put back at the end.
+    /// `height` is the height of the area, whose lower left corner is the origin. The destructor restores the
+    /// painter's state.
     QtDrawing(QPainter& painter, double height);
     QtDrawing(const QtDrawing&) = delete;
     QtDrawing& operator=(const QtDrawing&) = delete;
