@@ -155,8 +155,8 @@ void QtWindow::keepLimits() {
 }
 
 bool QtWindow::eventFilter(QObject*, QEvent* event) {
-    // Runs before the contents are painted in a wrong size. When the window stops filling the screen there is nothing
-    // to do: it returns to its former size.
+    // Runs before the contents are painted in a wrong size. The state change of a window that stops filling the
+    // screen needs no handling: a resize to its former size follows.
     if (event->type() == QEvent::Resize) keepLimits();
     return false;
 }

@@ -1,4 +1,5 @@
-// The exporter's layout that the user types himself: seven texts, whether the last record is ended, and the presets to begin with.
+// The exporter's custom layout: seven texts that the user types, the switch for an end mark after the last record,
+// and presets.
 #pragma once
 
 #include "platform/ExporterInterface.h"
@@ -13,7 +14,7 @@ namespace quillow {
 class CustomLayoutBox final : public QWidget {
 public:
     explicit CustomLayoutBox(const ExporterOwner& owner);
-    /// Leaves the exporter alone from now on.
+    /// After this call the widget no longer accesses the exporter.
     void unbind();
 
 private:

@@ -13,12 +13,12 @@ class FieldChooser;
 
 class ExportSettingsDialog final : public QDialog {
 public:
-    /// The owner is used until the dialog is done.
+    /// The dialog uses the owner until done() is called.
     ExportSettingsDialog(const ExporterOwner& owner, QWidget* parent);
 
-    /// From here on nothing reaches the exporter any more.
+    /// After this call the dialog no longer accesses the exporter.
     void done(int result) override;
-    /// Escape and the close button cancel as the button does: it is the exporter who ends the sheet.
+    /// Escape and the close button act as the Cancel button: the exporter ends the sheet.
     void reject() override;
 
 private:

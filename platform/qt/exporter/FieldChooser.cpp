@@ -89,11 +89,11 @@ QLayout* FieldChooser::makeOrdering() {
 QPushButton* FieldChooser::addButton(QVBoxLayout& column, const QString& title, const QString& description,
                                      ExporterActions::Action ExporterActions::*action) {
     auto* button = new QPushButton(title);
-    // The arrows are for the eye.
+    // Assistive tools need not read the arrows.
     button->setAccessibleName(title.simplified().remove(u'&').remove(u'\u2192').remove(u'\u2190').trimmed());
     button->setAccessibleDescription(description);
     button->setToolTip(description);
-    // Return exports, whichever of these buttons has the keyboard; the space bar presses them.
+    // Return exports, even if one of these buttons has the keyboard focus. The space bar presses them.
     button->setAutoDefault(false);
     column.addWidget(button);
     bindings_.bindClick(button, [this, action] {

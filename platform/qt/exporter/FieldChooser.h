@@ -1,4 +1,5 @@
-// The exporter's choice of fields: the fields that are not exported, those that are, and the buttons that move them.
+// The exporter's field chooser: a list of fields that are not exported, a list of fields that are, and buttons that
+// move fields.
 #pragma once
 
 #include "platform/ExporterInterface.h"
@@ -16,7 +17,7 @@ class KeyList;
 class FieldChooser final : public QWidget {
 public:
     explicit FieldChooser(const ExporterOwner& owner);
-    /// Leaves the exporter alone from now on.
+    /// After this call the widget no longer accesses the exporter.
     void unbind();
 
 private:

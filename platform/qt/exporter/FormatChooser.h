@@ -1,4 +1,4 @@
-// The exporter's choice of a file format, beside the name in its save sheet.
+// The exporter's file format chooser, shown beside the name in its save sheet.
 #pragma once
 
 #include "platform/ExporterInterface.h"
@@ -13,7 +13,7 @@ public:
         : owner_(owner) {}
 
     [[nodiscard]] QString title() const override;
-    /// One is tied to the exporter at a time: the one made last.
+    /// Only the control made last is bound to the exporter.
     [[nodiscard]] QWidget* makeControl(QWidget* parent) override;
 
 private:

@@ -27,7 +27,7 @@ KeyList::KeyList(ArrayController& controller)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListWidget::itemSelectionChanged, this, &KeyList::storeSelection);
     controller.setChangeHandler([this] {
-        // What the user has just selected here is shown already.
+        // A selection that the user has just made in this list is shown already.
         if (!isShowing_) showArray();
         if (changeHandler_) changeHandler_();
     });
@@ -59,7 +59,7 @@ void KeyList::showArray() {
     for (const qsizetype index : controller_->selectionIndexes())
         item(static_cast<int>(index))->setSelected(true);
     if (controller_->selectionIndexes().isEmpty()) return;
-    // The arrow keys go on from here.
+    // The arrow keys continue from this row.
     const int last = static_cast<int>(controller_->selectionIndexes().constLast());
     selectionModel()->setCurrentIndex(model()->index(last, 0), QItemSelectionModel::NoUpdate);
     scrollToItem(item(last));

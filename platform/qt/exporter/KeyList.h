@@ -1,4 +1,4 @@
-// A list of the exporter's fields, with its selection in step with the exporter's.
+// A list of the exporter's fields. It synchronises its selection with the exporter's.
 #pragma once
 
 #include "base/ArrayController.h"
@@ -13,7 +13,7 @@ class KeyList final : public QListWidget {
 public:
     explicit KeyList(ArrayController& controller);
     ~KeyList() override;
-    /// Leaves the controller alone from now on.
+    /// After this call the list no longer accesses the controller.
     void unbind();
 
     /// Called after every change of the fields or of the selection.
@@ -28,7 +28,7 @@ private:
     ArrayController* controller_;
     Boxed::Array shown_;
     std::function<void()> changeHandler_;
-    bool isShowing_ = false; ///< the list is being set, not used
+    bool isShowing_ = false; ///< true while code, not the user, changes the list
 };
 
 } // namespace quillow

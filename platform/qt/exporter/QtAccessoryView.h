@@ -1,4 +1,4 @@
-// An accessory view as the save dialog shows it: one control with its title before it.
+// An accessory view as the save dialog shows it: a title and one control.
 #pragma once
 
 #include "platform/SavePanel.h"
@@ -10,9 +10,9 @@ namespace quillow {
 
 class QtAccessoryView : public AccessoryView {
 public:
-    /// With its mnemonic.
+    /// The title, with its mnemonic.
     [[nodiscard]] virtual QString title() const = 0;
-    /// A new control, tied to what it stands for; the parent owns it.
+    /// Makes a new control, bound to the value that it edits. The parent owns it.
     [[nodiscard]] virtual QWidget* makeControl(QWidget* parent) = 0;
 };
 

@@ -23,7 +23,7 @@ class QtInterfaceLoader final : public InterfaceLoader {
 public:
     explicit QtInterfaceLoader(Sheets& sheets)
         : sheets_(sheets) {}
-    /// There is one interface: "Exporter".
+    /// The only interface is "Exporter".
     [[nodiscard]] std::unique_ptr<ExporterInterface> loadExporterInterface(const QString& name,
                                                                            const ExporterOwner& owner) override;
 

@@ -6,7 +6,7 @@
 
 namespace quillow {
 
-/// The accessory views given to its panels are QtAccessoryViews.
+/// The accessory views of its panels must be QtAccessoryViews.
 class QtSavePanels final : public SavePanels {
 public:
     explicit QtSavePanels(Sheets& sheets)

@@ -1,4 +1,4 @@
-// A panel as a sheet, over a dialog that is made anew each time that the panel is shown.
+// A panel shown as a sheet. It makes a new dialog each time that it is shown.
 #pragma once
 
 #include "platform/SheetPanel.h"
@@ -15,7 +15,7 @@ public:
 
     void beginSheetModalForWindow(Window* window, std::function<void(int returnCode)> didEnd) override;
     void endSheet(int returnCode) override { sheet_.end(returnCode); }
-    /// A sheet that has ended is off the screen already; one that is up cannot stay behind it unseen.
+    /// A sheet that has ended is hidden already. An open sheet is ended, so that it does not block its window unseen.
     void orderOut() override { sheet_.end(QDialog::Rejected); }
 
 private:

@@ -1,5 +1,4 @@
-// The dialog in which a file to be written is named. Beside the name stands a control of the program's own in the place of the file
-// types.
+// The dialog for naming a file to save. It shows the program's own control in place of Qt's list of file types.
 #pragma once
 
 #include "platform/qt/dialogs/FileDialog.h"
@@ -14,7 +13,7 @@ public:
 
     void setAccessory(const QString& title, QWidget* control);
     [[nodiscard]] QString name() const;
-    /// Shows the name with all but its extension selected.
+    /// Shows the name and selects it without its extension.
     void setName(const QString& name);
 
 private:

@@ -1,5 +1,5 @@
-// Which folders and files are open right now through bookmarks, and in which mode. The bookmark store writes it, the file
-// system asks it.
+// The folders and files that are currently open through bookmarks, and their modes. The bookmark store updates it,
+// the file system queries it.
 #pragma once
 
 #include <QHash>
@@ -12,12 +12,12 @@ enum class AccessMode { readOnly, readWrite };
 
 class AccessRegistry {
 public:
-    /// Each start is one more opening of the path; nested openings count.
+    /// Opens the path once more. Nested openings count.
     void start(const QString& path, AccessMode mode);
-    /// Ends the latest opening of the path; one stop too many does nothing.
+    /// Ends the latest opening of the path. An extra stop does nothing.
     void stop(const QString& path);
 
-    /// False when the innermost opened item that is the path or a folder around it is open for reading only.
+    /// Returns false if the path, or else its nearest enclosing folder that is open, is open read-only.
     [[nodiscard]] bool mayWrite(const QString& path) const;
 
 private:

@@ -8,7 +8,7 @@ namespace {
 
 constexpr char kTag[] = "QuillowBookmark\n";
 constexpr int kVersion = 1;
-/// No path is longer than PATH_MAX; two of them and the numbers fit many times.
+/// No path is longer than PATH_MAX, so the paths and numbers fit easily.
 constexpr qsizetype kMaximumSize = 65536;
 
 QCborValue number(std::uint64_t value) {

@@ -1,4 +1,4 @@
-// What a bookmark holds, and its bytes: a self-describing block, a tag and a CBOR map (RFC 8949).
+// The contents of a bookmark and their serialisation: a self-describing block of a tag and a CBOR map (RFC 8949).
 #pragma once
 
 #include "platform/qt/files/AccessRegistry.h"
@@ -11,21 +11,21 @@
 namespace quillow {
 
 struct BookmarkBlock {
-    /// The item that the path led to when there were symbolic links in it.
+    /// The item that the path led to, if the path contained symbolic links.
     struct Target {
         QByteArray path; ///< absolute, without links
         FileIdentity identity;
     };
 
     AccessMode mode = AccessMode::readWrite;
-    QByteArray path;                        ///< absolute, as the bytes that the file system uses
-    std::optional<QByteArray> relativePath; ///< from the document's folder; only in document-scoped bookmarks
-    FileIdentity identity;                  ///< if the path itself is a symbolic link: that of the link
+    QByteArray path;                        ///< absolute, in the file system's bytes
+    std::optional<QByteArray> relativePath; ///< relative to the document's folder; only in document-scoped bookmarks
+    FileIdentity identity;                  ///< of the item; if the path itself is a symbolic link, of the link
     std::optional<std::uint64_t> parentInode;
-    std::optional<Target> target; ///< only if the path has symbolic links in it
+    std::optional<Target> target; ///< only if the path contains symbolic links
 
     [[nodiscard]] QByteArray toBytes() const;
-    /// Nothing for bytes that are no bookmark of this version.
+    /// Returns std::nullopt if the bytes are not a bookmark of this version.
     [[nodiscard]] static std::optional<BookmarkBlock> fromBytes(const QByteArray& bytes);
 };
 

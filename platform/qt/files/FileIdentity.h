@@ -1,4 +1,4 @@
-// What tells one file or folder from every other, wherever it is moved on its file system.
+// Identifies a file or folder, even after a move within its file system.
 #pragma once
 
 #include <QByteArray>
@@ -15,22 +15,23 @@ struct BirthTime {
 };
 
 struct FileIdentity {
-    std::uint64_t device = 0;     ///< may change from one start of the machine to the next
-    std::uint64_t fileSystem = 0; ///< the file system's own id; 0 where it has none
+    std::uint64_t device = 0;     ///< may change when the machine restarts
+    std::uint64_t fileSystem = 0; ///< the file system's own id; 0 if it has none
     std::uint64_t inode = 0;
-    std::optional<BirthTime> birthTime; ///< nothing where the file system keeps none
+    std::optional<BirthTime> birthTime; ///< std::nullopt if the file system records none
     bool isDirectory = false;
 
-    /// The identity of the item at a path, the path's last link not followed; nothing when there is no item.
+    /// The identity of the item at a path. A symbolic link as the last component is not followed. Returns
+    /// std::nullopt if there is no item.
     [[nodiscard]] static std::optional<FileIdentity> ofItem(const QByteArray& path);
 
     [[nodiscard]] bool isOnFileSystemOf(const FileIdentity& other) const;
-    /// True for the same item. Inode numbers are used again, birth times are not; where either side knows no birth time, it
-    /// is not compared.
+    /// Returns true for the same item. Inode numbers are reused, so birth times are compared too if both sides have
+    /// one.
     [[nodiscard]] bool isSameItemAs(const FileIdentity& other) const;
 };
 
-/// The path after all symbolic links are resolved; nothing if no item exists there.
+/// The path after all symbolic links are resolved; std::nullopt if no item exists there.
 [[nodiscard]] std::optional<QByteArray> realPath(const QByteArray& path);
 
 } // namespace quillow

@@ -48,7 +48,7 @@ public:
         , entriesLeft_(budget.entries)
         , deadline_(now() + budget.time) {}
 
-    /// Breadth first, because a moved item is seldom far away.
+    /// Breadth first, because a moved item is usually close.
     std::optional<QByteArray> below(const QByteArray& folder, const QByteArray& searchedAlready) {
         std::deque<QByteArray> folders{folder};
         while (!folders.empty() && !isSpent()) {

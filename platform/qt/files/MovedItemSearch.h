@@ -1,4 +1,4 @@
-// Looks for an item that is no longer where it was: from its former folder outwards, on the same file system, never in a Trash.
+// Searches for a moved item: from its former folder outwards, on the same file system, never in a Trash.
 #pragma once
 
 #include "platform/qt/files/FileIdentity.h"
@@ -8,17 +8,18 @@
 
 namespace quillow {
 
-/// How much one search may cost. Folder entries bound the work; the time bounds the wait on slow disks.
+/// The limits of one search. `entries` limits the number of folder entries; `time` limits the wait on slow disks.
 struct SearchBudget {
     std::int64_t entries = 50000;
     std::chrono::milliseconds time{250};
 };
 
-/// The clock of the searches; tests bring their own.
+/// The clock of the searches. Tests supply their own.
 using SteadyNow = std::function<std::chrono::steady_clock::time_point()>;
 
-/// Where the item that used to stand at `formerPath` is now: first below its former folder (or the nearest one around it that
-/// still exists), then below each folder further up. Follows symbolic links in the former path, but no others. Nothing when it was not found within the budget.
+/// The current path of the item that was at `formerPath`. Searches first below its former folder (or the nearest
+/// enclosing folder that still exists), then below each folder further up. Follows symbolic links in the former path,
+/// but no others. Returns std::nullopt if the item was not found within the budget.
 [[nodiscard]] std::optional<QByteArray> findMovedItem(const FileIdentity& item, const QByteArray& formerPath,
                                                       const SearchBudget& budget, const SteadyNow& now);
 

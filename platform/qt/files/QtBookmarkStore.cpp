@@ -10,7 +10,7 @@
 namespace quillow {
 namespace {
 
-/// Searches whose outcome is remembered at one time; there are seldom two different bookmarks.
+/// The maximum number of cached search results. There are rarely two different bookmarks.
 constexpr qsizetype kRememberedSearches = 64;
 
 void fail(std::optional<PlatformError>* error, const char* description) {
@@ -26,7 +26,8 @@ bool standsAt(const QByteArray& path, const FileIdentity& item) {
     return identity && identity->isSameItemAs(item);
 }
 
-/// Whether there is an item at the recorded path. If the path had links that led to an item, they must still do so.
+/// Whether there is an item at the recorded path. If the path contained links that led to an item, they must still
+/// lead to one.
 bool stands(const BookmarkBlock& block) {
     return block.target ? realPath(block.path).has_value() : FileIdentity::ofItem(block.path).has_value();
 }
@@ -58,7 +59,7 @@ std::optional<QByteArray> QtBookmarkStore::bookmarkData(const QUrl& url, std::ui
         fail(error, "there is no item at this URL");
         return std::nullopt;
     }
-    // The three resource values (path, name, is-directory) are always in the block, whichever were asked for.
+    // The block always contains all three resource values (path, name, is-directory), whichever were requested.
     BookmarkBlock block;
     block.mode =
         options & kBookmarkCreationSecurityScopeAllowOnlyReadAccess ? AccessMode::readOnly : AccessMode::readWrite;

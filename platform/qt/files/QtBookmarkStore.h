@@ -1,6 +1,6 @@
-// Bookmarks as blocks that name an item by its path and by its identity on the file system. What stands at the recorded path is
-// the item; only when nothing stands there is it looked for elsewhere. If the path has symbolic links in it, the item that they led to is
-// recorded too.
+// Bookmarks as blocks that record an item's path and its identity on the file system. An item at the recorded path is
+// taken as the item. Only if there is none does a search look elsewhere. If the path contains symbolic links, the
+// item that they led to is recorded too.
 #pragma once
 
 #include "platform/BookmarkStore.h"
@@ -14,7 +14,7 @@ namespace quillow {
 
 class QtBookmarkStore final : public BookmarkStore {
 public:
-    /// How long the outcome of a search is believed, so that a drop of 500 documents searches once.
+    /// How long a search result stays cached, so that a drop of 500 documents searches once.
     static constexpr std::chrono::seconds kSearchMemory{5};
 
     explicit QtBookmarkStore(AccessRegistry& access, const SearchBudget& budget = {},
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] bool startAccessingSecurityScopedResource(const QUrl& url) override;
     void stopAccessingSecurityScopedResource(const QUrl& url) override;
 
-    /// How many searches for moved items were made.
+    /// The number of searches for moved items so far.
     [[nodiscard]] int searchCount() const { return searchCount_; }
 
 private:
@@ -53,7 +53,7 @@ private:
     SteadyNow now_;
     int searchCount_ = 0;
     QHash<QByteArray, RememberedSearch> searches_;
-    QHash<QString, AccessMode> modes_; ///< of resolved items, by path
+    QHash<QString, AccessMode> modes_; ///< the modes of resolved items, by path
 };
 
 } // namespace quillow

@@ -1,4 +1,5 @@
-// What comes with the program: its translations, as Qt finds them among the installed translators, and its resource files.
+// The files installed with the program: its translations, looked up in Qt's installed translators, and its resource
+// files.
 #pragma once
 
 #include "platform/Bundle.h"
@@ -28,7 +29,7 @@ public:
         return file.isFile() ? std::optional(file.absoluteFilePath()) : std::nullopt;
     }
 
-    /// "share/quillow" beside the folder of the program, where it is installed as well as where it was built.
+    /// "share/quillow" beside the program's folder, both in an installation and in a build folder.
     [[nodiscard]] static QString standardResourceFolder() {
         return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/quillow");
     }

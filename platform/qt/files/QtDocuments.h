@@ -1,5 +1,5 @@
-// The document controller of a program that has no documents of its own: a new document is its window, to open one is to
-// convert it.
+// The document controller of a program without documents of its own: "new document" shows its window, "open document"
+// converts.
 #pragma once
 
 #include "base/PathStrings.h"
@@ -17,14 +17,14 @@ class QtDocuments final : public Documents {
 public:
     struct Roads {
         std::function<void()> chooseDocuments;                      ///< shows the open dialog
-        std::function<void(const QStringList& paths)> convertPaths; ///< the road of a drop
+        std::function<void(const QStringList& paths)> convertPaths; ///< converts as for a drop
     };
 
     explicit QtDocuments(Window& mainWindow)
         : mainWindow_(mainWindow) {}
     void setRoads(const Roads& roads) { roads_ = roads; }
 
-    /// Documents are converted and let go.
+    /// Always 0: documents are converted and not kept open.
     [[nodiscard]] int count() const override { return 0; }
     void newDocument() override { mainWindow_.makeKeyAndOrderFront(); }
     void openDocument() override {

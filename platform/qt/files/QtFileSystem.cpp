@@ -22,11 +22,11 @@
 namespace quillow {
 namespace {
 
-constexpr mode_t kModeOfNewFiles = 0666; // the umask takes its part
+constexpr mode_t kModeOfNewFiles = 0666; // the umask applies
 constexpr mode_t kModeOfNewFolders = 0777;
 constexpr int kNamesToTry = 100;
 
-/// The bytes of an absolute path, slashes at its end taken off; nothing for any other path.
+/// The bytes of an absolute path, without trailing slashes; std::nullopt for any other path.
 std::optional<QByteArray> systemPath(const QString& path) {
     QByteArray bytes = pathToBytes(path);
     while (bytes.size() > 1 && bytes.endsWith('/'))
@@ -34,7 +34,7 @@ std::optional<QByteArray> systemPath(const QString& path) {
     return bytes.startsWith('/') && !bytes.contains('\0') ? std::optional(bytes) : std::nullopt;
 }
 
-/// The file that a write to `path` replaces: where the path is a symbolic link to something, that something.
+/// The file that a write to `path` replaces: the target, if the path is a symbolic link to an existing item.
 QByteArray replacedFile(const QByteArray& path) {
     return realPath(path).value_or(path);
 }
@@ -44,14 +44,14 @@ QByteArray folderOf(const QByteArray& path) {
     return slash > 0 ? path.left(slash) : QByteArray("/");
 }
 
-/// A file being written beside the one that it becomes. It has no name until then where the file system can do that, so that
-/// nothing is left of it when the program is killed; elsewhere a hidden one.
+/// A temporary file in the folder of its target. If the file system permits, it has no name until it is complete, so
+/// nothing remains if the program is killed. Otherwise it has a hidden name.
 struct TemporaryFile {
     FileDescriptor descriptor;
     QByteArray path; ///< empty while it has no name
 };
 
-/// A hidden name of its own in the folder.
+/// A random hidden name in the folder.
 QByteArray hiddenName(const QByteArray& folder) {
     return folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
 }
@@ -68,18 +68,18 @@ TemporaryFile makeTemporaryFile(const QByteArray& folder) {
     return file;
 }
 
-/// Gives a file without a name one that nothing has yet. False with EEXIST when something has it.
+/// Gives an unnamed file an unused name. Returns false with EEXIST if the name is taken.
 bool giveName(const FileDescriptor& descriptor, const QByteArray& name) {
     const QByteArray handle = "/proc/self/fd/" + QByteArray::number(descriptor.number());
     return ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-/// Makes the file the one at `target`, whatever stood there.
+/// Moves the file to `target` and replaces an existing file there.
 bool moveInto(TemporaryFile& file, const QByteArray& folder, const QByteArray& target) {
     if (file.path.isEmpty()) {
         if (giveName(file.descriptor, target)) return true;
         if (errno != EEXIST) return false;
-        // Only a rename takes the place of what is there in one step.
+        // Only a rename replaces an existing file atomically.
         QByteArray name;
         for (int i = 0; name.isEmpty() && i < kNamesToTry; ++i) {
             const QByteArray candidate = hiddenName(folder);
@@ -104,9 +104,10 @@ bool writeAll(int descriptor, const QByteArray& bytes) {
     return true;
 }
 
-/// All bytes of an open file. `size` is its size when it was opened. Nothing after an error, or if it grew past the limit.
+/// All bytes of an open file. `size` is its size when it was opened. Returns std::nullopt after an error, or if the
+/// file grew past the limit.
 std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
-    // One byte more than the size, so that the end of an unchanged file is met without growing.
+    // One byte more than the size, so that reading to the end of an unchanged file needs no reallocation.
     QByteArray bytes(size + 1, Qt::Uninitialized);
     qsizetype length = 0;
     while (true) {
@@ -130,7 +131,7 @@ std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
 std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) const {
     const auto name = systemPath(path);
     if (!name) return std::nullopt;
-    // Not blocking, so that a named pipe under a document's name cannot hold the program up.
+    // O_NONBLOCK, so that a named pipe with a document's name cannot block the program.
     const FileDescriptor file(::open(name->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
     if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return std::nullopt;
@@ -167,7 +168,7 @@ bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString&
 
     bool isWritten = writeAll(temporary.descriptor.number(), bytes);
     if (replaces && S_ISREG(former.st_mode)) {
-        // The owner first: changing it may take set-id bits away. Neither is worth failing for.
+        // The owner first: a change of the owner may clear set-id bits. A failure of either call is ignored.
         [[maybe_unused]] const int owner = ::fchown(temporary.descriptor.number(), former.st_uid, former.st_gid);
         [[maybe_unused]] const int mode = ::fchmod(temporary.descriptor.number(), former.st_mode & 07777);
     }
@@ -176,7 +177,7 @@ bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString&
         if (!temporary.path.isEmpty()) ::unlink(temporary.path.constData());
         return false;
     }
-    // The new name reaches the disk with its folder; a folder that cannot be synchronised is no failure of the write.
+    // Synchronising the folder puts the new name on disk. The write succeeds even if that fails.
     const FileDescriptor folderDescriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folderDescriptor.isOpen()) ::fsync(folderDescriptor.number());
     return true;
@@ -212,7 +213,7 @@ bool QtFileSystem::copyItem(const QString& path, const QString& toPath) {
     const auto target = systemPath(toPath);
     const auto bytes = contentsOfFile(path);
     if (!target || !bytes || !access_.mayWrite(pathFromBytes(*target))) return false;
-    // A symbolic link that leads nowhere stands in the way, too: O_EXCL follows none.
+    // O_EXCL does not follow symbolic links, so a dangling link also makes this fail.
     FileDescriptor file(
         ::open(target->constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, kModeOfNewFiles));
     if (!file.isOpen()) return false;

@@ -8,7 +8,7 @@ namespace quillow {
 
 class QtFileSystem final : public FileSystem {
 public:
-    /// Larger files count as unreadable: a document is held in memory whole.
+    /// Larger files count as unreadable: a document is held in memory completely.
     static constexpr qint64 kMaximumFileSize = qint64{2} << 30;
 
     explicit QtFileSystem(const AccessRegistry& access)

@@ -16,7 +16,7 @@
 namespace quillow {
 namespace {
 
-/// A file manager that is to be started first may take its time; nobody waits for it meanwhile.
+/// The file manager may have to start first. The call does not block meanwhile.
 constexpr int kFileManagerTimeoutMilliseconds = 10000;
 
 QByteArray withoutSlashes(const QString& path) {
@@ -44,7 +44,7 @@ QtWorkspace::QtWorkspace(QDBusConnection sessionBus, std::function<void(const QU
 bool QtWorkspace::isFilePackageAtPath(const QString& path) const {
     const QByteArray bytes = withoutSlashes(path);
     const QByteArray name = bytes.mid(bytes.lastIndexOf('/') + 1);
-    // The dot of a hidden name begins no extension.
+    // The leading dot of a hidden name does not start an extension.
     return name.lastIndexOf('.') > 0 && name.toLower().endsWith(".rtfd") && hasEntries(bytes);
 }
 

@@ -1,4 +1,4 @@
-// The desktop around the program: its file viewer over D-Bus, its default applications.
+// The desktop environment: its file viewer over D-Bus, its default applications.
 #pragma once
 
 #include "platform/Workspace.h"
@@ -17,10 +17,10 @@ public:
                          std::function<void(const QUrl&)> openUrl = {});
 
     [[nodiscard]] bool isFilePackageAtPath(const QString& path) const override;
-    /// By org.freedesktop.FileManager1; where no file manager answers to that, the folder around the item is opened.
+    /// Calls org.freedesktop.FileManager1. If no file manager implements it, opens the item's folder.
     void selectFile(const QString& path, const QString& inFileViewerRootedAtPath) override;
     void openFile(const QString& path) override;
-    /// Only addresses of the web and of mail: what is opened may come from the network.
+    /// Opens only web and mail URLs, because the URL may come from the network.
     void openURL(const QUrl& url) override;
 
 private:

@@ -1,4 +1,4 @@
-// The text readers around others that may take long: the inner ones read on a thread of their own while the window stays alive.
+// Text readers that wrap slow ones: the inner readers run on their own thread while the window stays responsive.
 #pragma once
 
 #include "platform/TextReaders.h"

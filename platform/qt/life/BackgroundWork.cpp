@@ -8,7 +8,8 @@
 namespace quillow {
 namespace {
 
-/// Frames between two paintings of whole windows: what another window uncovered comes back within half a second.
+/// Frames between two full repaints of the windows: an area that another window uncovers is repainted within half a
+/// second.
 constexpr int kFramesBetweenFullPaintings = 12;
 
 bool isOnScreen(const QWidget& widget) {

@@ -1,7 +1,7 @@
-// Lets a piece of work run on a thread of its own while the main thread waits for it and the windows stay alive: the spinner
-// turns, the windows are painted and the window manager's pings are answered. Nothing else happens meanwhile: no event of any
-// kind is delivered, so nothing re-enters, and what arrives (drags, clicks, a request to close, a second program's files) waits
-// in its queue, in order.
+// Runs work on a separate thread while the main thread waits for it and keeps the windows alive: the spinner turns,
+// the windows are repainted and the window manager's pings are answered. No event is delivered meanwhile, so there is
+// no re-entry. Incoming events (drags, clicks, a request to close, a second start's files) wait in their queue, in
+// order.
 #pragma once
 
 #include "platform/qt/controls/Spinner.h"
@@ -20,7 +20,7 @@ namespace quillow {
 
 class BackgroundWork {
 public:
-    /// Shorter work than this leaves the windows alone.
+    /// Work that takes less time than this does not repaint the windows.
     static constexpr std::chrono::milliseconds kFrame{40};
 
     /// Starts a thread that runs the function. Throws std::system_error or std::bad_alloc if that is impossible.

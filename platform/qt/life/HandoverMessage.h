@@ -1,7 +1,7 @@
-// What a second start of the program hands to the one that runs: documents, and what lets a window come to the front.
-//
-// The message is a tag and counted byte strings: the tag's eight bytes, then for each string its length (four bytes, most
-// significant first) and its bytes: startup id, activation token, working folder, then the names of the documents.
+// The message from a second start of the program to the running one: documents, and the data that lets a window come
+// to the front.  The message is a tag and counted byte strings: the tag's eight bytes, then for each string its
+// length (four bytes, most significant first) and its bytes: startup id, activation token, working folder, then the
+// names of the documents.
 #pragma once
 
 #include <QByteArray>
@@ -13,24 +13,24 @@
 namespace quillow {
 
 struct Handover {
-    QByteArray startupId;       ///< of the launcher (Startup Notification Protocol); may be empty
-    QByteArray activationToken; ///< of the launcher under Wayland (xdg-activation); may be empty
-    QByteArray folder;          ///< the working folder that relative names start from
-    QList<QByteArray> names;    ///< of the documents, in any bytes, in order
+    QByteArray startupId;       ///< from the launcher (Startup Notification Protocol); may be empty
+    QByteArray activationToken; ///< from the launcher under Wayland (xdg-activation); may be empty
+    QByteArray folder;          ///< the working folder, the base of relative names
+    QList<QByteArray> names;    ///< document names in order, as arbitrary bytes
 
     bool operator==(const Handover&) const = default;
 };
 
-/// Longer messages are refused. Linux takes command lines of at most 6 MiB (three quarters of the 8 MiB that its execve
-/// counts with).
+/// Longer messages are refused. Linux accepts command lines of at most 6 MiB: three quarters of execve's stack limit
+/// of 8 MiB.
 inline constexpr qsizetype kMaximumHandoverSize = qsizetype{8} * 1024 * 1024;
 
 [[nodiscard]] QByteArray encodedHandover(const Handover& handover);
-/// Nothing for bytes that are no whole message.
+/// Returns std::nullopt if the bytes are not a complete message.
 [[nodiscard]] std::optional<Handover> decodedHandover(const QByteArray& message);
 
-/// The documents as absolute paths. Empty and "." components go; ".." stays, since it is not textual behind a symbolic link.
-/// A name that cannot be made absolute is left out, as is an empty one.
+/// The documents as absolute paths. Empty and "." components are removed. ".." is kept, because after a symbolic link
+/// it cannot be resolved as text. Empty names, and names that cannot be made absolute, are left out.
 [[nodiscard]] QStringList absolutePathsOf(const Handover& handover);
 
 } // namespace quillow

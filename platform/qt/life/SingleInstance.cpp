@@ -20,14 +20,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr char kTaken = '+'; ///< the answer to a message that was taken
+constexpr char kTaken = '+'; ///< the reply to an accepted message
 constexpr int kBacklog = 64;
-/// A start that connects sends all it has at once; one that does not must not keep others waiting.
+/// A start sends its whole message right after it connects. A slow sender must not block others.
 constexpr std::chrono::seconds kSenderPatience{2};
-/// Between the lock and the socket of a first start lie microseconds.
+/// The pause between attempts. A first start opens its socket microseconds after it takes the lock.
 constexpr std::chrono::milliseconds kBetweenAttempts{10};
 
-/// Whether the descriptor is ready for reading or writing before the deadline.
+/// Returns whether the descriptor becomes ready for reading or writing before the deadline.
 bool waitFor(int descriptor, short events, Clock::time_point deadline, int stop = -1) {
     while (true) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -57,7 +57,7 @@ bool sendAll(int connection, const QByteArray& bytes, Clock::time_point deadline
     return true;
 }
 
-/// All that the other side sends until it has finished; nothing when that is too much or takes too long.
+/// Everything that the peer sends until it has finished; std::nullopt if that is too much or takes too long.
 std::optional<QByteArray> receiveAll(int connection, Clock::time_point deadline, int stop) {
     QByteArray message;
     char block[65536];
@@ -79,7 +79,8 @@ void answer(int connection, int stop, const SingleInstance::Receiver& receiver) 
     [[maybe_unused]] const ssize_t sent = ::send(connection, &kTaken, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
-/// A folder that is the user's own and closed to all others; not open otherwise.
+/// Opens a folder that belongs to the user and that nobody else can access. For any other folder the descriptor is
+/// not open.
 FileDescriptor openPrivateFolder(const QByteArray& path) {
     if (!path.startsWith('/')) return {};
     FileDescriptor folder(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -112,7 +113,7 @@ SingleInstance::~SingleInstance() {
         ::eventfd_write(stop_.number(), 1);
         server_.join();
     }
-    // Before the lock goes: the next holder makes a socket of its own.
+    // Before the lock is released: the next holder creates its own socket.
     if (listener_.isOpen()) ::unlink(pathOf(".socket").constData());
 }
 
@@ -120,7 +121,7 @@ QByteArray SingleInstance::standardFolder() {
     QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
     if (!runtime.isEmpty()) return runtime;
     QByteArray folder = "/tmp/org.quillow.Quillow-" + QByteArray::number(::geteuid());
-    ::mkdir(folder.constData(), 0700); // one of another user under that name is not used
+    ::mkdir(folder.constData(), 0700); // another user's folder with that name is not used
     return folder;
 }
 
@@ -133,7 +134,7 @@ SingleInstance::Role SingleInstance::begin(const QByteArray& message, std::chron
         switch (deliver(message, deadline)) {
         case Delivery::delivered: return Role::handedOver;
         case Delivery::unanswered: return Role::unanswered;
-        case Delivery::nobodyListens: break; // the holder has just begun, or is ending
+        case Delivery::nobodyListens: break; // the holder is just starting, or ending
         }
         if (Clock::now() >= deadline) return Role::unanswered;
         std::this_thread::sleep_for(kBetweenAttempts);
@@ -154,7 +155,7 @@ bool SingleInstance::listen() {
     FileDescriptor listener = makeSocket();
     stop_ = FileDescriptor(::eventfd(0, EFD_CLOEXEC));
     if (!address || !listener.isOpen() || !stop_.isOpen()) return false;
-    // The lock is held: a socket that is there was left behind.
+    // This process holds the lock, so an existing socket is stale.
     ::unlink(path.constData());
     if (::bind(listener.number(), reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0) return false;
     listener_ = std::move(listener);
@@ -165,7 +166,7 @@ SingleInstance::Delivery SingleInstance::deliver(const QByteArray& message, Cloc
     const auto address = addressOf(pathOf(".socket"));
     const FileDescriptor connection = makeSocket();
     if (!address || !connection.isOpen()) return Delivery::unanswered;
-    // Not blocking: a listener that does not accept may have its queue full.
+    // O_NONBLOCK: if the listener does not accept connections, its queue may be full.
     ::fcntl(connection.number(), F_SETFL, O_NONBLOCK);
     if (::connect(connection.number(), reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0)
         return Delivery::nobodyListens;
@@ -175,7 +176,7 @@ SingleInstance::Delivery SingleInstance::deliver(const QByteArray& message, Cloc
     if (!isSent || !waitFor(connection.number(), POLLIN, deadline))
         return Clock::now() >= deadline ? Delivery::unanswered : Delivery::nobodyListens;
     char reply = 0;
-    // An end without an answer comes of a program that is ending.
+    // A connection that closes without a reply means that the other program is ending.
     return ::recv(connection.number(), &reply, 1, 0) == 1 && reply == kTaken ? Delivery::delivered
                                                                              : Delivery::nobodyListens;
 }
@@ -192,7 +193,7 @@ void SingleInstance::serve(Receiver receiver) {
             if (connection.isOpen())
                 answer(connection.number(), stop, receiver);
             else
-                std::this_thread::sleep_for(kBetweenAttempts); // no descriptors left: they come back
+                std::this_thread::sleep_for(kBetweenAttempts); // out of descriptors: try again when some are free
         }
     });
 }

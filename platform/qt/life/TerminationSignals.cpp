@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
-/// A signal handler may do little more than write a byte where the event loop sees it.
+/// A signal handler may do little more than write a byte to a pipe that the event loop reads.
 volatile sig_atomic_t signalPipe = -1;
 std::atomic<bool> isRaised = false;
 static_assert(std::atomic<bool>::is_always_lock_free, "used in a signal handler");

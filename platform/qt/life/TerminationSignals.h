@@ -1,4 +1,4 @@
-// SIGTERM, SIGINT and SIGHUP as a call on the main thread.
+// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread.
 #pragma once
 
 #include "platform/Termination.h"
@@ -11,16 +11,17 @@
 
 namespace quillow {
 
-/// One at a time: the signals are the process's. The second signal of a kind ends the process at once.
+/// One instance at a time, because signal handlers belong to the process. A second signal of the same kind ends the
+/// process at once.
 class TerminationSignals final : public Termination {
 public:
-    /// The handler is called from the event loop.
+    /// `handler` is called from the event loop.
     explicit TerminationSignals(std::function<void()> handler);
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
     ~TerminationSignals() override;
 
-    /// True from the moment of the signal on, also while the event loop does not run. May be asked on any thread.
+    /// True as soon as the signal arrives, even while the event loop does not run. Callable from any thread.
     [[nodiscard]] bool isRequested() const override;
 
 private:

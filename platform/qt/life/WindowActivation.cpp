@@ -33,9 +33,9 @@ public:
         send(message, kRootMask);
     }
 
-    /// A text for every launcher, in pieces, with a null byte at its end.
+    /// Sends a null-terminated text to all launchers, split into messages.
     void broadcast(const QByteArray& text) const {
-        // The messages of one text are told from another's by their window.
+        // The sender window identifies the messages of one text.
         const xcb_window_t sender = xcb_generate_id(connection_);
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, sender, root_, -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
@@ -94,7 +94,7 @@ void activateForLauncher(QWidget& window, const QByteArray& startupId, const QBy
     if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
     window.activateWindow();
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11 || !x11->connection()) return; // the offscreen platform answers without a connection
+    if (!x11 || !x11->connection()) return; // the offscreen platform has this interface without a connection
     qunsetenv("XDG_ACTIVATION_TOKEN");
     const RootMessages messages(x11->connection());
     messages.activate(static_cast<xcb_window_t>(window.winId()), timeOfStartupId(startupId));

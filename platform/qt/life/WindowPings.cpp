@@ -25,7 +25,7 @@ std::mutex mutex;
 int answering = 0;
 xcb_atom_t protocolsAtom = XCB_ATOM_NONE;
 xcb_atom_t pingAtom = XCB_ATOM_NONE;
-std::optional<Ping> latest; ///< one that came while nobody answered; Qt may still have it in its queue
+std::optional<Ping> latest; ///< a ping that arrived while no Answering lived; Qt may still have it in its queue
 
 xcb_atom_t atomOf(xcb_connection_t* connection, const char* name) {
     const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
@@ -34,7 +34,7 @@ xcb_atom_t atomOf(xcb_connection_t* connection, const char* name) {
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-/// The answer is the question itself, sent to the root window.
+/// The reply is the ping message itself, sent to the root window.
 void answer(const Ping& ping) {
     xcb_client_message_event_t reply = ping.event;
     reply.response_type = XCB_CLIENT_MESSAGE;
@@ -45,7 +45,7 @@ void answer(const Ping& ping) {
     xcb_flush(ping.connection);
 }
 
-/// Looks at an event on its way to Qt.
+/// Inspects an event before Qt gets it.
 xcb_generic_event_t* seen(xcb_connection_t* connection, xcb_generic_event_t* event) {
     constexpr std::uint8_t kWithoutSentFlag = 0x7F;
     if (!event || (event->response_type & kWithoutSentFlag) != XCB_CLIENT_MESSAGE) return event;
@@ -71,7 +71,7 @@ EventReader readerOfLibrary(const char* name) {
 } // namespace
 
 WindowPings::WindowPings() {
-    // Other platforms of Qt may have that interface too, without a connection behind it.
+    // Other Qt platforms may have this interface too, but without a connection.
     const bool isX11 = qGuiApp && QGuiApplication::platformName() == QLatin1String("xcb");
     const auto* x11 = isX11 ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     if (!x11) return;
@@ -85,7 +85,8 @@ WindowPings::WindowPings() {
 WindowPings::Answering::Answering() {
     const std::lock_guard lock(mutex);
     ++answering;
-    // It may wait in Qt's queue for the end of the work. A second answer to one question is passed over.
+    // The ping may wait in Qt's queue until the work ends. The window manager ignores a second reply to the same
+    // ping.
     if (latest) answer(*latest);
     latest.reset();
 }
@@ -97,7 +98,7 @@ WindowPings::Answering::~Answering() {
 
 } // namespace quillow
 
-// Found before the library's own by every library of the process.
+// Every library of the process finds these functions before libxcb's own.
 
 extern "C" __attribute__((visibility("default"))) xcb_generic_event_t* xcb_wait_for_event(xcb_connection_t* c) {
     static const auto reader = quillow::readerOfLibrary("xcb_wait_for_event");

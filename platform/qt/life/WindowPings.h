@@ -1,20 +1,19 @@
-// Answers the window manager's question whether the program is alive (_NET_WM_PING of the Extended Window Manager Hints) while
-// the main thread works. Unanswered, the desktop would call the program not responding after some seconds, dim its window and
-// offer to kill it in the middle of a document.
-//
-// Qt reads the X connection on a thread of its own and answers pings on the main thread. The program stands in between the
-// two: it defines the two libxcb functions through which that thread reads, passes every event on as it is, and answers a ping
-// at once while an Answering lives. Where Qt does not run over X there are no pings and nothing is done.
+// Answers the window manager's pings (_NET_WM_PING of the Extended Window Manager Hints) while the main thread works.
+// Without replies, the desktop reports after some seconds that the program does not respond, dims its window and
+// offers to kill it in the middle of a document.  Qt reads the X connection on a separate thread and answers pings on
+// the main thread. The program intercepts the reads: it defines the two libxcb functions that this thread calls,
+// passes every event on unchanged, and answers a ping at once while an Answering exists. If Qt does not use X, there
+// are no pings and this does nothing.
 #pragma once
 
 namespace quillow {
 
 class WindowPings {
 public:
-    /// Made once there is an application.
+    /// Construct it after the QApplication.
     WindowPings();
 
-    /// While one lives the main thread delivers no events and is busy for a good reason.
+    /// While one exists, pings are answered although the main thread delivers no events.
     class [[nodiscard]] Answering {
     public:
         Answering();
