@@ -17,7 +17,8 @@ public:
     /// Ends the latest opening of the path. An extra stop does nothing.
     void stop(const QString& path);
 
-    /// Returns false if the path, or else its nearest enclosing folder that is open, is open read-only.
+    /// Returns false if all openings of the path are read-only. If the path itself is not open, its nearest enclosing
+    /// folder that is open counts. Returns true if there is none.
     [[nodiscard]] bool mayWrite(const QString& path) const;
 
 private:

@@ -1,7 +1,9 @@
 // The message from a second start of the program to the running one: documents, and the data that lets a window come
-// to the front.  The message is a tag and counted byte strings: the tag's eight bytes, then for each string its
-// length (four bytes, most significant first) and its bytes: startup id, activation token, working folder, then the
-// names of the documents.
+// to the front.
+//
+// The message is a tag and counted byte strings: the tag's eight bytes, then for each string its length (four bytes,
+// most significant first) and its bytes: startup id, activation token, working folder, then the names of the
+// documents.
 #pragma once
 
 #include <QByteArray>

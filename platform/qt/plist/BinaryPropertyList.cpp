@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::size_t kTrailerSize = 32;
 constexpr std::size_t kHeaderSize = 8;
-/// How many times the size of a list its texts and data may take together once every reference is followed.
+/// Limit for the total size of a list's strings and data after all references are followed, as a multiple of the
+/// list's size.
 constexpr std::size_t kCopiesFactor = 4;
 
 class Reader {
@@ -41,7 +42,7 @@ public:
 private:
     static bool isIntegerSize(std::size_t size) { return size >= 1 && size <= 8; }
 
-    /// A big-endian number of `length` bytes (at most 8), or nothing when it does not lie inside the list.
+    /// A big-endian number of `length` bytes (at most 8), or std::nullopt if it does not lie inside the list.
     [[nodiscard]] std::optional<std::uint64_t> readUnsigned(std::size_t at, std::size_t length) const {
         if (at > size_ || length > size_ - at) return std::nullopt;
         std::uint64_t number = 0;
@@ -74,7 +75,7 @@ private:
         return std::nullopt;
     }
 
-    /// One, two and four bytes are unsigned, eight are signed, of sixteen the lower eight hold the number.
+    /// One, two and four bytes are unsigned, eight are signed. Of sixteen, the lower eight hold the number.
     [[nodiscard]] std::optional<Boxed> readInteger(std::size_t at, std::size_t length) const {
         if (length > 16) return std::nullopt;
         const auto number = length == 16 ? readUnsigned(at + 8, 8) : readUnsigned(at, length);
@@ -131,7 +132,7 @@ private:
         }
     }
 
-    /// One text or block of bytes may be named many times; all copies together stay within a multiple of the list.
+    /// One string or data object may be referenced many times. The total size of all copies is limited.
     [[nodiscard]] bool takeBytes(std::size_t length) {
         copiedBytes_ += length;
         return copiedBytes_ <= kCopiesFactor * size_;

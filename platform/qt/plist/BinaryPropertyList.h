@@ -1,4 +1,5 @@
-// The binary form of property lists: objects, a table of their offsets, a trailer of 32 bytes that says where the table is.
+// The binary form of property lists: objects, a table of their offsets, and a trailer of 32 bytes with the offset of
+// the table.
 #pragma once
 
 #include "base/Boxed.h"

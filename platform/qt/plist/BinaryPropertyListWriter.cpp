@@ -28,7 +28,7 @@ constexpr int kDictionary = 0xD;
 constexpr char kFalse = 0x08;
 constexpr char kTrue = 0x09;
 
-/// The power of two, 1 to 8, that is the number of bytes for the number.
+/// The number of bytes for an integer: 1, 2, 4 or 8.
 int bytesFor(std::uint64_t number) {
     if (number <= 0xFF) return 1;
     if (number <= 0xFFFF) return 2;
@@ -60,7 +60,7 @@ private:
         std::vector<std::size_t> references; ///< an array's elements; a dictionary's keys, then its values
     };
 
-    std::size_t add(const Boxed& value) { // NOLINT(misc-no-recursion): the caller vouches for the depth
+    std::size_t add(const Boxed& value) { // NOLINT(misc-no-recursion): the caller limits the depth
         const std::size_t place = objects_.size();
         objects_.push_back({value, {}});
         std::vector<std::size_t> references;
@@ -133,7 +133,7 @@ private:
         qToBigEndian<std::uint16_t>(text.utf16(), text.size(), bytes_.data() + start);
     }
 
-    /// A count from 15 on follows as an integer object of its own.
+    /// A count of 15 or more follows as a separate integer object.
     void appendCount(int kind, std::uint64_t count) {
         if (count < 15) return appendMarker(kind, static_cast<int>(count));
         appendMarker(kind, 15);

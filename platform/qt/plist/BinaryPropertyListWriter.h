@@ -7,8 +7,8 @@
 
 namespace quillow {
 
-/// The value as a list: strings, 64-bit integers, reals, booleans, bytes, dates, arrays, dictionaries and unique identifiers. The
-/// caller vouches for its depth, and for there being neither nil nor a picture in it.
+/// Serialises the value: strings, 64-bit integers, reals, booleans, bytes, dates, arrays, dictionaries and unique
+/// identifiers. The caller limits its depth and ensures that it contains neither nil nor a picture.
 [[nodiscard]] QByteArray binaryPropertyList(const Boxed& value);
 
 } // namespace quillow

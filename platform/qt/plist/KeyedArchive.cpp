@@ -9,7 +9,7 @@ namespace {
 using Dictionary = Boxed::Dictionary;
 using Array = Boxed::Array;
 
-// The list's own keys.
+// Keys of the list itself.
 constexpr char16_t kArchiver[] = u"$archiver";
 constexpr char16_t kArchiverName[] = u"NSKeyedArchiver";
 constexpr char16_t kVersion[] = u"$version";
@@ -17,7 +17,7 @@ constexpr std::int32_t kFormatVersion = 100000;
 constexpr char16_t kTop[] = u"$top";
 constexpr char16_t kRoot[] = u"root";
 constexpr char16_t kObjects[] = u"$objects";
-constexpr char16_t kNull[] = u"$null"; // the object that stands for nil
+constexpr char16_t kNull[] = u"$null"; // the object that represents nil
 
 // Keys of the objects.
 constexpr char16_t kClass[] = u"$class";
@@ -37,7 +37,7 @@ bool isPlain(const Boxed& object) {
     return !object.array() && !object.dictionary() && !object.image();
 }
 
-/// Fills a table of objects from the root on.
+/// Fills a table of objects, starting at the root.
 class Archiver {
 public:
     [[nodiscard]] std::optional<QByteArray> archive(const Boxed& root) {
@@ -51,11 +51,12 @@ public:
     }
 
 private:
-    /// Adds an object with all that it refers to and answers its identifier; nothing for what no archive holds.
+    /// Adds an object with everything that it refers to and returns its identifier; std::nullopt for objects that an
+    /// archive cannot hold.
     std::optional<Boxed> add(const Boxed& object, int depth) { // NOLINT(misc-no-recursion): depth is bounded
         if (depth > kPropertyListDepth || object.image() || object.object()) return std::nullopt;
         if (object.isNil()) return uniqueIdentifier(0);
-        // Its place is taken before those of what it holds, so that the root comes first.
+        // The object's place is reserved before those of its contents, so that the root comes first.
         const qsizetype place = objects_.size();
         objects_.append(object);
         Dictionary fields;
@@ -71,7 +72,7 @@ private:
         } else if (const auto date = object.date()) {
             fields = {{name(kTime), secondsFromReferenceDate(*date)}, {name(kClass), classNamed(u"NSDate")}};
         } else if (object == Boxed(name(kNull))) {
-            // A text that reads like nil is a string object.
+            // A string equal to the nil marker is written as a string object.
             fields = {{name(kString), object}, {name(kClass), classNamed(u"NSString")}};
         }
         if (!fields.isEmpty()) objects_[place] = fields;

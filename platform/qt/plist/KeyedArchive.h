@@ -1,6 +1,7 @@
-// Keyed archives: property lists with a table of objects that name one another by unique identifiers. "$objects" is the table,
-// whose first object stands for nil; "$top" names the root in it; an object of a class is a dictionary of its fields with
-// "$class", which names the class's own dictionary ("$classname", and in "$classes" all classes above it).
+// Keyed archives: property lists with a table of objects that refer to one another by unique identifiers. "$objects"
+// is the table; its first object represents nil. "$top" refers to the root. An object of a class is a dictionary of
+// its fields, and its "$class" refers to the class's dictionary ("$classname", and "$classes" with the class and its
+// base classes).
 #pragma once
 
 #include "base/Boxed.h"
@@ -11,26 +12,28 @@
 
 namespace quillow {
 
-/// An archive's table of objects, and the steps from one to another. Nobody vouches for what it holds.
+/// An archive's object table and the navigation between its objects. The contents are not trusted.
 class KeyedArchive {
 public:
-    /// The archive, binary or XML; nothing when the bytes are no property list, or one that is no keyed archive.
+    /// Parses a binary or XML archive. Returns std::nullopt if the bytes are not a property list or the list is not a
+    /// keyed archive.
     [[nodiscard]] static std::optional<KeyedArchive> fromData(const QByteArray& bytes);
 
-    /// The root as it stands in the table.
+    /// The root as stored in the table.
     [[nodiscard]] Boxed root() const { return root_; }
 
-    /// The object that a unique identifier names; nil for anything else. Every step leads through here once, so that
-    /// references in a circle end.
+    /// The object that a unique identifier names; nil for anything else. An identifier that refers to an identifier
+    /// is not followed further, so circular references end.
     [[nodiscard]] Boxed referenced(const Boxed& identifier) const;
-    /// A string object: plain, or an object of a string class with its characters, themselves plain or referred to.
+    /// The characters of a string object: a plain string, or an object of a string class whose characters are a plain
+    /// string or a reference to one.
     [[nodiscard]] std::optional<QString> string(const Boxed& object) const;
-    /// Whether the object is of the class or of one derived from it.
+    /// Whether the object is an instance of the class or of a derived class.
     [[nodiscard]] bool isOfClass(const Boxed& object, QStringView name) const;
 
-    /// The whole value of an object: strings, numbers, booleans, bytes, dates, arrays and dictionaries with strings as keys.
-    /// Nothing when there is an object of any other kind in it, a circle, or more than kPropertyListDepth levels or
-    /// kPropertyListObjects objects, each reference counted.
+    /// The whole value of an object: strings, numbers, booleans, bytes, dates, arrays and dictionaries with strings
+    /// as keys. Returns std::nullopt if it contains an object of any other kind, a cycle, more than
+    /// kPropertyListDepth levels, or more than kPropertyListObjects objects. Each reference counts as an object.
     [[nodiscard]] std::optional<Boxed> valueOf(const Boxed& object) const;
 
 private:
@@ -44,8 +47,8 @@ private:
     Boxed root_;
 };
 
-/// The root as a keyed archive, a binary property list that every reader of the format reads. Nothing when it holds a picture or
-/// more than kPropertyListDepth levels.
+/// The root as a keyed archive in the form of a binary property list. Returns std::nullopt if it contains a picture
+/// or more than kPropertyListDepth levels.
 [[nodiscard]] std::optional<QByteArray> archivedData(const Boxed& root);
 
 } // namespace quillow

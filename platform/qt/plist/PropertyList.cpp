@@ -9,7 +9,7 @@ namespace quillow {
 namespace {
 
 constexpr char16_t kUniqueIdentifier[] = u"CF$UID";
-constexpr std::int64_t kReferenceDate = 978307200; // of Unix time
+constexpr std::int64_t kReferenceDate = 978307200; // in Unix time
 
 } // namespace
 
@@ -28,7 +28,7 @@ double secondsFromReferenceDate(const QDateTime& date) {
 }
 
 std::optional<QDateTime> dateFromReferenceDate(double seconds) {
-    constexpr double kFarthest = 1e11; // some three thousand years
+    constexpr double kFarthest = 1e11; // about three thousand years, in seconds
     if (!(seconds > -kFarthest && seconds < kFarthest)) return std::nullopt;
     return QDateTime::fromMSecsSinceEpoch(kReferenceDate * 1000 + std::llround(seconds * 1000), Qt::UTC);
 }

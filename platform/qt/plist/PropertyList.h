@@ -1,4 +1,4 @@
-// Reads property lists, XML and binary, that nobody vouches for.
+// Reads untrusted property lists, XML and binary.
 #pragma once
 
 #include "base/Boxed.h"
@@ -10,23 +10,25 @@
 
 namespace quillow {
 
-/// The most levels of arrays and dictionaries inside one another.
+/// The maximum nesting depth of arrays and dictionaries.
 inline constexpr int kPropertyListDepth = 32;
-/// The most objects in one list, each reference counted: a binary list can name one object many times.
+/// The maximum number of objects in one list. Each reference counts: a binary list can refer to one object many
+/// times.
 inline constexpr int kPropertyListObjects = 65536;
 
-/// A unique identifier, which only archives hold, as a value: a dictionary with the one key "CF$UID", as it is written in XML.
+/// A unique identifier as a value: a dictionary with the single key "CF$UID", as in the XML form. Only archives
+/// contain them.
 [[nodiscard]] Boxed uniqueIdentifier(std::int64_t number);
-/// Its number; nothing when the value is none.
+/// The number of a unique identifier; std::nullopt if the value is not one.
 [[nodiscard]] std::optional<std::int64_t> numberOfUniqueIdentifier(const Boxed& value);
 
-/// Dates are counted in seconds from 2001-01-01 00:00 UTC.
+/// The seconds since 2001-01-01 00:00 UTC, the unit of dates in lists.
 [[nodiscard]] double secondsFromReferenceDate(const QDateTime& date);
-/// The instant, in UTC; nothing for what is no date of a document, thousands of years away.
+/// The instant, in UTC; std::nullopt for NaN and for dates thousands of years away.
 [[nodiscard]] std::optional<QDateTime> dateFromReferenceDate(double seconds);
 
-/// The root object of the list, or nothing when the bytes are no whole property list within the bounds. Integers become 64-bit
-/// integers, reals doubles, dates UTC instants.
+/// The root object of the list, or std::nullopt if the bytes are not a complete property list within the limits.
+/// Integers become 64-bit integers, reals doubles, dates UTC instants.
 [[nodiscard]] std::optional<Boxed> propertyListFromData(const QByteArray& bytes);
 
 } // namespace quillow

@@ -12,8 +12,8 @@ constexpr std::uint8_t kStreamVersion = 4;
 constexpr char kBigEndianSignature[] = "typedstream";
 constexpr char kLittleEndianSignature[] = "streamtyped";
 
-// A first byte that is no tag is an integer of one byte, from -110 to 127. What was written before is named by such an integer:
-// -110 is the first.
+// A first byte that is not a tag is a one-byte integer, from -110 to 127. References to earlier items are such
+// integers: -110 refers to the first item.
 constexpr std::uint8_t kTwoBytes = 0x81;
 constexpr std::uint8_t kFourBytes = 0x82;
 constexpr std::uint8_t kNew = 0x84;
@@ -22,7 +22,7 @@ constexpr std::uint8_t kEndOfObject = 0x86;
 constexpr std::uint8_t kFirstByteWithoutTag = 0x92;
 constexpr std::uint8_t kFirstTag = 0x80;
 
-/// Nothing is copied but the text that comes out. Each step takes bytes of the archive, so it ends with them.
+/// Copies only the resulting text. Each step consumes bytes of the archive, so the reader terminates.
 class Reader {
 public:
     explicit Reader(const QByteArray& archive)
@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    /// Of which of the two classes a class is, or derived from.
+    /// Which of the two known classes a class is, or is derived from.
     enum class ClassKind { other, string, styledText };
 
     bool readHeader() {
@@ -60,7 +60,7 @@ private:
         return byte ? std::optional(static_cast<std::uint8_t>(byte->front())) : std::nullopt;
     }
 
-    /// The two or four bytes behind a tag. Counts and numbers are never negative.
+    /// The two or four bytes after a tag. Counts and numbers are never negative.
     std::optional<std::uint64_t> takeUnsigned(std::uint64_t size) {
         const auto bytes = take(size);
         if (!bytes) return std::nullopt;
@@ -85,7 +85,7 @@ private:
         return count ? take(*count) : std::nullopt;
     }
 
-    /// The number of something that was written before; it begins with this byte.
+    /// The number of an earlier item. `first` is the first byte of the reference.
     std::optional<std::uint64_t> takeReference(std::uint8_t first) {
         if (first >= kFirstByteWithoutTag) return first - kFirstByteWithoutTag;
         constexpr std::uint64_t kNumbersBelowZero = 0x100 - kFirstByteWithoutTag;
@@ -96,7 +96,7 @@ private:
         return number ? std::optional(*number + kNumbersBelowZero) : std::nullopt;
     }
 
-    /// The name of a type or of a class; nothing also for nil.
+    /// The name of a type or a class; std::nullopt for nil too.
     std::optional<QByteArrayView> readName() {
         const auto first = takeByte();
         if (!first) return std::nullopt;
@@ -109,14 +109,14 @@ private:
         return number && *number < names_.size() ? std::optional(names_[*number]) : std::nullopt;
     }
 
-    /// Steps to an object's first group.
+    /// Reads up to an object's first group.
     ClassKind beginObject() {
         if (takeByte() != kNew) return ClassKind::other;
         objects_.push_back(ClassKind::other);
         return readClass().value_or(ClassKind::other);
     }
 
-    /// A class with those above it.
+    /// Reads a class and its base classes.
     std::optional<ClassKind> readClass() {
         const std::size_t firstNew = objects_.size();
         ClassKind above = ClassKind::other;
@@ -126,7 +126,7 @@ private:
             if (*first == kNil) break;
             if (*first != kNew) {
                 const auto number = takeReference(*first);
-                // Not one of this row: that would be a circle.
+                // A reference to a class of this chain would be a cycle.
                 if (!number || *number >= firstNew) return std::nullopt;
                 above = objects_[*number];
                 break;
@@ -145,7 +145,7 @@ private:
         return name == "NSAttributedString" ? ClassKind::styledText : ClassKind::other;
     }
 
-    /// A string's one group, in UTF-8, and its end.
+    /// Reads a string's only group, in UTF-8, and its end tag.
     std::optional<QString> readCharacters() {
         if (readName() != "+") return std::nullopt;
         const auto bytes = takeCounted();
@@ -159,7 +159,7 @@ private:
     QByteArrayView left_;
     bool isBigEndian_ = false;
     std::vector<QByteArrayView> names_;
-    std::vector<ClassKind> objects_; ///< objects and classes in one row
+    std::vector<ClassKind> objects_; ///< objects and classes share one numbering
 };
 
 } // namespace

@@ -1,10 +1,11 @@
-// The older, unkeyed form of an archive: one stream of typed values in the order in which they were written. Only a text is read
-// from it.
+// The older, unkeyed form of an archive: one stream of typed values in the order in which they were written. This
+// reader extracts only a text.
 //
-// A stream begins with its version, a signature that tells the order of bytes, and the writer's system version. Values follow in
-// groups, each behind a string that names their types: "@" is an object, "+" are counted bytes. An integer is one byte, or a tag
-// with two or four bytes behind it. Type and class names are written once and then named by their number; so are objects and
-// classes, in a row of their own. An object is its class, the class above that and so on, then its groups, then an end tag.
+// A stream begins with its version, a signature that gives the byte order, and the writer's system version. Values
+// follow in groups, each after a string with their types: "@" is an object, "+" is counted bytes. An integer is one
+// byte, or a tag followed by two or four bytes. Type and class names are written once and later referenced by number;
+// objects and classes likewise, in a separate numbering. An object is its class and base classes, then its groups,
+// then an end tag.
 #pragma once
 
 #include <QByteArray>
@@ -14,8 +15,8 @@
 
 namespace quillow {
 
-/// The characters of the string, or of the styled text, that is the root of an unkeyed archive; nothing when the bytes are no
-/// such archive, or its root is no text. The attributes behind a styled text's characters are not looked at.
+/// The characters of the string or styled text at the root of an unkeyed archive; std::nullopt if the bytes are not
+/// such an archive or its root is not a text. The attributes after a styled text's characters are ignored.
 [[nodiscard]] std::optional<QString> stringOfUnkeyedArchive(const QByteArray& archive);
 
 } // namespace quillow

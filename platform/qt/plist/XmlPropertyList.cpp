@@ -16,7 +16,7 @@ public:
     std::optional<Boxed> read() {
         if (!nextElement() || xml_.name() != u"plist" || !nextElement()) return std::nullopt;
         std::optional<Boxed> root = readObject(0);
-        // Nothing may follow the root object but the end of the list.
+        // Only the end of the list may follow the root object.
         while (root && !xml_.atEnd()) {
             const auto token = xml_.readNext();
             if (token == QXmlStreamReader::StartElement || token == QXmlStreamReader::Invalid) return std::nullopt;
@@ -25,8 +25,8 @@ public:
     }
 
 private:
-    /// Moves to the next start of an element; false at the end of the enclosing one or on an error. A list with declarations of
-    /// its own is refused: none is needed, and entities can be made to grow.
+    /// Moves to the next start tag. Returns false at the end of the enclosing element or on an error. Rejects lists
+    /// with declarations: they are not needed, and entities can expand exponentially.
     bool nextElement() {
         while (!xml_.atEnd()) {
             switch (xml_.readNext()) {
@@ -49,8 +49,8 @@ private:
         return text ? readScalar(name, *text) : std::nullopt;
     }
 
-    /// The element's characters up to its end. There is nothing else in it, and no reference to an entity that is declared
-    /// elsewhere, which the reader would pass over.
+    /// The element's characters up to its end tag. Rejects any other content, and references to entities that are
+    /// declared elsewhere, which the XML reader would skip.
     std::optional<QString> readText() {
         QString text;
         while (!xml_.atEnd()) {
@@ -75,7 +75,7 @@ private:
             const int base = isHexadecimal ? 16 : 10;
             const qlonglong number = digits.toLongLong(&ok, base);
             if (ok) return Boxed(std::int64_t{number});
-            // Above the signed numbers the bits count, as in the binary form.
+            // Numbers above the signed range keep their bits, as in the binary form.
             const qulonglong unsignedNumber = digits.toULongLong(&ok, base);
             if (ok) return Boxed(static_cast<std::int64_t>(unsignedNumber));
         } else if (name == u"real") {
@@ -85,7 +85,7 @@ private:
             const QDateTime date = QDateTime::fromString(text.trimmed(), Qt::ISODate);
             if (date.isValid()) return Boxed(date.toUTC());
         } else if (name == u"data") {
-            // White space between the groups of four is usual.
+            // White space between groups of four characters is common.
             const auto decoded = QByteArray::fromBase64Encoding(text.simplified().remove(u' ').toLatin1(),
                                                                 QByteArray::AbortOnBase64DecodingErrors);
             if (decoded) return Boxed(*decoded);

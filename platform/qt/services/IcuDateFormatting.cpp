@@ -37,7 +37,8 @@ icu::DateFormat::EStyle icuStyle(DateStyle style) {
     return icu::DateFormat::kMedium;
 }
 
-/// The date's own zone where ICU knows it and agrees on the offset; else the plain offset, which any TZ setting has.
+/// The date's own zone if ICU knows it and gives the same offset. Otherwise a zone with the fixed offset, which every
+/// TZ setting has.
 std::unique_ptr<icu::TimeZone> zoneOf(const QDateTime& date) {
     const int32_t offset = date.offsetFromUtc() * 1000;
     const QByteArray id = date.timeSpec() == Qt::LocalTime ? QTimeZone::systemTimeZoneId() : date.timeZone().id();
@@ -91,7 +92,7 @@ QByteArray IcuDateFormatting::localeName() {
         name = qgetenv(variable);
         if (!name.isEmpty()) break;
     }
-    // "language_TERRITORY.charset@modifier": the charset says nothing here, the modifiers that name a script do.
+    // "language_TERRITORY.charset@modifier": the charset is irrelevant here, but some modifiers name a script.
     const QByteArray modifier = name.contains('@') ? name.mid(name.indexOf('@') + 1) : QByteArray();
     name = name.split('@').constFirst().split('.').constFirst();
     if (name.isEmpty() || name == "C" || name == "POSIX") return "en_US";

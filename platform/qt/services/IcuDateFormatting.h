@@ -1,4 +1,4 @@
-// Dates by ICU and the CLDR: Qt's own locales have no medium styles.
+// Date formatting with ICU and the CLDR: Qt's own locales have no medium styles.
 #pragma once
 
 #include "platform/DateFormatting.h"
@@ -13,8 +13,8 @@ public:
                                                   DateStyle timeStyle) const override;
     [[nodiscard]] std::unique_ptr<DateFormatter> formatterWithPattern(const QString& dateFormat) const override;
 
-    /// The locale of dates as the C library chooses it, LC_ALL before LC_TIME before LANG, as an ICU locale name:
-    /// "de_DE.UTF-8" gives "de_DE". The C locale has no words of its own for this; it gives "en_US".
+    /// The locale of dates as an ICU locale name. It is chosen as the C library does: LC_ALL before LC_TIME before
+    /// LANG. For example, "de_DE.UTF-8" gives "de_DE". The C locale has no ICU counterpart and gives "en_US".
     [[nodiscard]] static QByteArray localeName();
 };
 

@@ -1,4 +1,4 @@
-// Work off the main thread on a pool of our own.
+// Work off the main thread, in a separate thread pool.
 #pragma once
 
 #include "platform/BackgroundQueue.h"
@@ -9,7 +9,7 @@
 
 namespace quillow {
 
-/// Operations that have begun are waited for when the queue goes; those that have not are dropped.
+/// The destructor waits for operations that have begun and drops those that have not.
 class QtBackgroundQueue final : public BackgroundQueue {
 public:
     ~QtBackgroundQueue() override {

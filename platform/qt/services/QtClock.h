@@ -1,4 +1,4 @@
-// The machine's clock.
+// The system clock.
 #pragma once
 
 #include "platform/Clock.h"

@@ -11,8 +11,8 @@
 namespace quillow {
 namespace {
 
-// TIFF 6.0, sections 2 and 6, and Extra Samples of section 18. A file here is: header, one directory, the values that do not
-// fit into it, the pixels.
+// TIFF 6.0, sections 2 and 6, and Extra Samples of section 18. The layout of a file written here: header, one
+// directory, the values that do not fit into it, the pixels.
 
 enum Tag : std::uint16_t {
     kImageWidth = 256,
@@ -54,7 +54,7 @@ void append(QByteArray& bytes, Number number) {
     bytes.append(reinterpret_cast<const char*>(&ordered), sizeof ordered);
 }
 
-/// All of the file before the pixels.
+/// The whole file up to the pixels.
 QByteArray tiffHead(std::uint32_t width, std::uint32_t height) {
     const std::array<Entry, kEntryCount> entries = {{
         {kImageWidth, kLong, 1, width},
@@ -68,7 +68,7 @@ QByteArray tiffHead(std::uint32_t width, std::uint32_t height) {
         {kStripByteCounts, kLong, 1, width * height * kBytesPerPixel},
         {kXResolution, kRational, 1, kResolutionOffset},
         {kYResolution, kRational, 1, kResolutionOffset},
-        {kPlanarConfiguration, kShort, 1, 1}, // samples of a pixel side by side
+        {kPlanarConfiguration, kShort, 1, 1}, // chunky: the samples of a pixel are contiguous
         {kResolutionUnit, kShort, 1, 2},      // inches
         {kExtraSamples, kShort, 1, 2},        // unassociated alpha
     }};
@@ -79,9 +79,9 @@ QByteArray tiffHead(std::uint32_t width, std::uint32_t height) {
         append(bytes, static_cast<std::uint16_t>(entry.tag));
         append(bytes, static_cast<std::uint16_t>(entry.type));
         append(bytes, entry.count);
-        append(bytes, entry.value); // a short stands in the lower half of the little-endian field
+        append(bytes, entry.value); // a short is in the lower half of the little-endian field
     }
-    append(bytes, std::uint32_t{0}); // no further directory
+    append(bytes, std::uint32_t{0}); // no next directory
     for (int sample = 0; sample < kBytesPerPixel; ++sample)
         append(bytes, std::uint16_t{8});
     append(bytes, kDotsPerInch);
@@ -89,7 +89,7 @@ QByteArray tiffHead(std::uint32_t width, std::uint32_t height) {
     return bytes;
 }
 
-/// A picture that was written here: its head is known but for the two sizes.
+/// Reads a picture that this codec has written: its head is known except for the width and the height.
 std::optional<Image> ownTiff(const QByteArray& bytes) {
     constexpr qsizetype kWidthPlace = kHeaderSize + 2 + 8;
     if (bytes.size() < kPixelsOffset || !bytes.startsWith(QByteArrayView("II*\0", 4))) return std::nullopt;

@@ -18,13 +18,14 @@ void QtMainQueue::addOperation(std::function<void()> operation) {
 QtMainQueue::Suspension::Suspension(QtMainQueue& queue)
     : queue_(queue)
     , wasRunning_(std::exchange(queue.isRunning_, false)) {
-    // The events of operations that were added while this one ran may have come and gone.
+    // The events of operations that were added while this one ran may have been consumed already.
     QCoreApplication::postEvent(&queue, new QEvent(QEvent::User));
 }
 
 bool QtMainQueue::event(QEvent* event) {
     if (event->type() != QEvent::User) return QObject::event(event);
-    // One event was posted for each operation; one that comes while an operation runs is made up for afterwards.
+    // One event was posted for each operation. An event that arrives while an operation runs is skipped: runWaiting()
+    // runs its operation afterwards.
     if (!isRunning_) runWaiting();
     return true;
 }

@@ -1,4 +1,4 @@
-// Operations put off to the main thread's event loop. A nested loop, as a modal alert runs it, carries them on.
+// Operations deferred to the main thread's event loop. A nested loop, such as a modal alert's, continues to run them.
 #pragma once
 
 #include "platform/MainQueue.h"
@@ -15,10 +15,10 @@ public:
     /// May be called from any thread.
     void addOperation(std::function<void()> operation) override;
 
-    /// Runs what waits now, and what that adds: for a program that ends.
+    /// Runs all waiting operations, and those that they add. For the end of the program.
     void runAll() { runWaiting(); }
 
-    /// An operation that shows a modal alert stands still meanwhile: those behind it run under the alert.
+    /// Suspends the running operation while it shows a modal alert: the operations after it run under the alert.
     class [[nodiscard]] Suspension {
     public:
         explicit Suspension(QtMainQueue& queue);

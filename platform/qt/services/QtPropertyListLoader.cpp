@@ -48,10 +48,10 @@ std::optional<Boxed::Dictionary> QtPropertyListLoader::dictionaryWithContentsOfU
 }
 
 std::optional<QByteArray> QtPropertyListLoader::download(const QUrl& url) const {
-    // A manager belongs to the thread that uses it, and this runs on whatever thread asks.
+    // A manager belongs to the thread that uses it, and this function may run on any thread.
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url)));
-    // What is not read yet stays with the sender; what is compressed is unpacked only as far as it is read.
+    // Data beyond the read buffer stays with the sender. Compressed data is decompressed only as far as it is read.
     reply->setReadBufferSize(kPropertyListDownloadLimit + 1);
 
     QEventLoop loop;
@@ -96,7 +96,7 @@ bool QtPropertyListLoader::isStopping() const {
 void QtPropertyListLoader::stop() {
     const std::lock_guard lock(mutex_);
     isStopping_ = true;
-    // Queued, so that it also ends a loop that is about to begin.
+    // Queued, so that it also ends a loop that has not begun yet.
     for (QEventLoop* loop : running_)
         QMetaObject::invokeMethod(loop, &QEventLoop::quit, Qt::QueuedConnection);
 }

@@ -14,19 +14,19 @@ class QUrl;
 
 namespace quillow {
 
-/// What a mirror may send at most, in bytes; a release-information list takes a few hundred.
+/// The maximum size of a download, in bytes. A release-information list has a few hundred.
 inline constexpr qint64 kPropertyListDownloadLimit = qint64{64} * 1024;
-/// How long one mirror may take, in milliseconds, name look-up and redirects included.
+/// The timeout for one mirror, in milliseconds, including name lookup and redirects.
 inline constexpr int kPropertyListTimeout = 10'000;
 
-/// Outlives the threads that load through it; made on the main thread, after the application.
+/// Must outlive the threads that load through it. Construct it on the main thread, after the application.
 class QtPropertyListLoader final : public QObject, public PropertyListLoader {
 public:
     explicit QtPropertyListLoader(int timeoutMilliseconds = kPropertyListTimeout);
 
-    /// Nothing also for a URL that is not of the web, an answer that is no success, an encryption error, more bytes than the
-    /// limit, too many redirects or one to plain HTTP from HTTPS, and once the program is about to quit: a download that
-    /// runs then ends at once.
+    /// Also returns std::nullopt for a URL that is not HTTP or HTTPS, an unsuccessful status, an encryption error,
+    /// more bytes than the limit, too many redirects, a redirect from HTTPS to HTTP, and when the program is about to
+    /// quit. A running download then ends at once.
     [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const override;
 
 private:

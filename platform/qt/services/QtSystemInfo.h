@@ -1,4 +1,4 @@
-// The operating system by os-release(5), the home folder by $HOME.
+// The operating system from os-release(5), the home folder from $HOME.
 #pragma once
 
 #include "base/PathBytes.h"
@@ -16,7 +16,7 @@ class QtSystemInfo final : public SystemInfo {
 public:
     /// PRETTY_NAME of os-release.
     [[nodiscard]] QString operatingSystemVersionString() const override { return QSysInfo::prettyProductName(); }
-    /// Where $HOME is no absolute path ("~"), the one of the user database.
+    /// If $HOME is not an absolute path (such as "~"), the home folder from the user database.
     [[nodiscard]] QString homeDirectory() const override {
         const QByteArray home = qgetenv("HOME");
         if (home.startsWith('/')) return QDir::cleanPath(pathFromBytes(home));

@@ -1,4 +1,4 @@
-// Widths of texts by Qt's own shaping. A QGuiApplication must be there.
+// Text widths from Qt's text shaping. Needs a QGuiApplication.
 #pragma once
 
 #include "platform/TextMeasure.h"

@@ -1,4 +1,4 @@
-// Timers of the event loop.
+// Timers on the event loop.
 #pragma once
 
 #include "platform/Timers.h"
@@ -11,7 +11,7 @@
 
 namespace quillow {
 
-/// A callback whose time has not come when the timers go is dropped.
+/// Callbacks that are still pending when this object is destroyed are dropped.
 class QtTimers final : public Timers {
 public:
     void scheduleOnce(double seconds, std::function<void()> callback) override {

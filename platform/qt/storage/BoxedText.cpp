@@ -10,7 +10,7 @@
 namespace quillow {
 namespace {
 
-/// Nesting that is read back; a value with more becomes nil.
+/// The maximum nesting depth on reading. A deeper value becomes nil.
 constexpr int kMaximumDepth = 16;
 
 QString base64(const QByteArray& bytes) {
@@ -51,7 +51,7 @@ Boxed imageFromText(const QString& text) {
     return image;
 }
 
-/// Nothing when an item is damaged or too deep; a null is nil.
+/// Returns std::nullopt if an item is damaged or too deep. A CBOR null becomes nil.
 std::optional<Boxed> boxedFromCbor(const QCborValue& value, int depth) {
     if (depth > kMaximumDepth) return std::nullopt;
     if (value.isNull()) return Boxed();
@@ -74,7 +74,7 @@ std::optional<Boxed> boxedFromCbor(const QCborValue& value, int depth) {
         }
         return entries;
     }
-    // A text that holds one more array or dictionary in its own form would escape the count of levels.
+    // A string that holds an array or dictionary in text form would bypass the depth limit.
     const QString text = value.toString();
     const Boxed boxed = text.startsWith(u'j') ? Boxed() : boxedFromText(text);
     return boxed.isNil() ? std::nullopt : std::optional(boxed);

@@ -9,14 +9,14 @@
 
 namespace quillow {
 
-/// Printing ASCII without blanks, quotes, brackets and signs of the INI form. By units, not by characters, so that a lone
-/// surrogate survives: "%XXXX" is one UTF-16 unit.
+/// Encodes a string in printable ASCII without blanks, quotes, brackets and the special characters of INI files.
+/// "%XXXX" encodes one UTF-16 unit, so a lone surrogate survives.
 [[nodiscard]] QString asciiFromString(const QString& string);
 [[nodiscard]] std::optional<QString> stringFromAscii(QStringView text);
 
-/// Empty for nil and for an object that is read by key.
+/// Empty for nil and for objects that are read by key.
 [[nodiscard]] QString textFromBoxed(const Boxed& value);
-/// Nil for a text of no known form.
+/// Nil if the text has no known form.
 [[nodiscard]] Boxed boxedFromText(const QString& text);
 
 } // namespace quillow

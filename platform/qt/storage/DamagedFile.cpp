@@ -11,13 +11,13 @@
 namespace quillow {
 namespace {
 
-/// How many damaged files are kept.
+/// The maximum number of damaged files that are kept.
 constexpr int kMostKeptAside = 100;
 
-/// Renames to a path where nothing stands.
+/// Renames to a path where no item exists.
 bool renameOntoNothing(const QByteArray& from, const QByteArray& to) {
     if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) return true;
-    // Some file systems cannot promise it in one step.
+    // Some file systems cannot do this atomically.
     if (errno != EINVAL && errno != ENOSYS) return false;
     struct stat status = {};
     return ::lstat(to.constData(), &status) != 0 && std::rename(from.constData(), to.constData()) == 0;

@@ -1,4 +1,4 @@
-// Files of the program's own that cannot be read are kept, not overwritten.
+// Keeps unreadable files of the program instead of overwriting them.
 #pragma once
 
 #include <QString>
@@ -7,8 +7,8 @@
 
 namespace quillow {
 
-/// Moves what stands at the path, file or folder, to the path with ".damaged" behind it; where something stands there already,
-/// with ".damaged-2" and so on up to 100. The new path, or nothing when it could not be moved.
+/// Moves the file or folder at the path to the path with ".damaged" appended, or with ".damaged-2" and so on up to
+/// 100 if that name is taken. Returns the new path, or std::nullopt if it could not be moved.
 [[nodiscard]] std::optional<QString> moveDamagedFileAside(const QString& path);
 
 } // namespace quillow

@@ -8,7 +8,7 @@ namespace {
 
 constexpr char kSection[] = "[General]";
 
-/// Whether the line could be read.
+/// Returns whether the line could be read.
 bool readLine(const QByteArray& line, Boxed::Dictionary& values) {
     const qsizetype sign = line.indexOf('=');
     if (sign < 0) return false;

@@ -1,5 +1,5 @@
-// The settings file's form: an INI file of one section in which every value carries its type, because INI alone gives all back
-// as strings. Each line is "key=<type>:<text>", keys and strings in printing ASCII (BoxedText.h):
+// The format of the settings file: an INI file with one section. Every value carries its type, because plain INI
+// values are all strings. Each line is "key=<type>:<text>", keys and strings in printable ASCII (BoxedText.h):
 //   b: true or false    i: an integer    f: a float    g: a double    s: a string
 //   x: bytes in Base64  t: an instant in UTC, ISO 8601 with milliseconds
 //   m: an image, "width,height,pixels in Base64"
@@ -19,7 +19,7 @@ struct DefaultsFileContent {
     FileCondition condition = FileCondition::whole;
 };
 
-/// Every line that can be read; damaged when there are others.
+/// Reads every readable line. The content is marked as damaged if there are other lines.
 [[nodiscard]] DefaultsFileContent readDefaultsFile(const QByteArray& bytes);
 [[nodiscard]] QByteArray defaultsFileBytes(const Boxed::Dictionary& values);
 

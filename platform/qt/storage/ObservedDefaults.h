@@ -1,4 +1,4 @@
-// A defaults store that tells of every change, so that controls can follow what is stored.
+// A defaults store that reports every change, so that controls can show the stored values.
 #pragma once
 
 #include "platform/Defaults.h"
@@ -13,7 +13,8 @@ public:
     explicit ObservedDefaults(Defaults& store)
         : store_(store) {}
 
-    /// Called with the key after each change, also one to the value that was there.
+    /// Called with the key after each setObject(), even if the value stays the same, and after registerDefaults() for
+    /// each of its keys.
     void setChangeHandler(std::function<void(const QString& key)> handler) { changeHandler_ = std::move(handler); }
 
     [[nodiscard]] Boxed objectForKey(const QString& key) const override { return store_.objectForKey(key); }

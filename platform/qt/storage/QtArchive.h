@@ -1,4 +1,4 @@
-// Keyed archives in files (KeyedArchive.h), read whole and replaced at once.
+// Keyed archives in files (KeyedArchive.h), read completely and replaced atomically.
 #pragma once
 
 #include "platform/Archive.h"
@@ -10,7 +10,7 @@ namespace quillow {
 
 class QtArchive final : public Archive {
 public:
-    /// Larger files are not read: the texts in one are held in memory several times over.
+    /// Larger files are not read: memory holds several copies of a file's texts.
     static constexpr qsizetype kLargestFile = qsizetype{256} << 20;
 
     explicit QtArchive(FileSystem& fileSystem)
@@ -18,12 +18,12 @@ public:
 
     bool archiveRootObject(const Boxed& root, const QString& toFile) override;
     [[nodiscard]] Boxed unarchiveObjectWithFile(const QString& path) override;
-    /// The line goes to standard error.
+    /// Writes the log line to standard error.
     void putAside(const QString& path) override;
 
 private:
     FileSystem& fileSystem_;
-    QSet<QString> unmovable_; ///< paths at which something stands that could not be put aside
+    QSet<QString> unmovable_; ///< paths with an item that could not be put aside
 };
 
 } // namespace quillow

@@ -18,9 +18,9 @@ namespace quillow {
 
 namespace {
 
-/// A settings file holds a few bookmarks and paths: some kilobytes.
+/// A normal settings file holds a few bookmarks and paths, some kilobytes.
 constexpr qint64 kLargestFile = qint64{4} * 1024 * 1024;
-/// How long another process may hold the file, in milliseconds, before we go on without its leave.
+/// How long to wait for another process's lock on the file, in milliseconds, before going on without the lock.
 constexpr int kLockPatience = 2000;
 
 void apply(const Boxed::Dictionary& changes, Boxed::Dictionary& values) {
@@ -60,7 +60,7 @@ void QtDefaults::synchronize() {
         return;
     }
     QLockFile lock(filePath_ + QStringLiteral(".lock"));
-    // Without the lock a change by another process at the same moment may be lost; ours is not.
+    // Without the lock, a simultaneous change by another process may be lost, but not ours.
     static_cast<void>(lock.tryLock(kLockPatience));
 
     const Disk disk = readDisk();
@@ -86,7 +86,7 @@ QtDefaults::Disk QtDefaults::readDisk() {
     QFile file(filePath_);
     QByteArray bytes;
     QString trouble;
-    // A pipe or a device is not opened: reading it may never end.
+    // A pipe or a device is not opened: a read may never end.
     if (!info.isFile())
         trouble = QStringLiteral("is no file");
     else if (info.size() > kLargestFile)

@@ -1,5 +1,5 @@
-// The defaults store: a settings file of its own form (DefaultsFile.h), so that types and absence are kept and a file that
-// somebody else has written cannot do more than be refused.
+// The defaults store: a settings file with its own format (DefaultsFile.h). The format keeps types and absent values,
+// and a foreign file can do no more harm than be refused.
 #pragma once
 
 #include "platform/Defaults.h"
@@ -8,15 +8,17 @@ namespace quillow {
 
 class QtDefaults final : public Defaults {
 public:
-    /// The file is made with the first value. One that cannot be read, or not wholly, is told of in one line on standard error,
-    /// what is readable of it holds, and it is kept aside ("FILE.damaged") before the first value is written.
+    /// The first value that is set creates the file. If an existing file cannot be read completely, one line on
+    /// standard error reports it and its readable values apply. It is moved aside ("FILE.damaged") before the first
+    /// value is written.
     explicit QtDefaults(const QString& filePath);
 
     [[nodiscard]] Boxed objectForKey(const QString& key) const override;
-    /// On disk when it returns, the whole file replaced at once. What cannot be written holds for this run.
+    /// Replaces the whole file atomically; the value is on disk when this returns. A value that cannot be written is
+    /// valid for this run.
     void setObject(const Boxed& value, const QString& forKey) override;
     void registerDefaults(const Boxed::Dictionary& registrationDictionary) override;
-    /// Also takes in what another process has written.
+    /// Also loads the values that another process has written.
     void synchronize() override;
 
     /// "org.quillow.Quillow/defaults.ini" in the user's configuration folder.
@@ -36,7 +38,7 @@ private:
     QString filePath_;
     Boxed::Dictionary registered_;
     Boxed::Dictionary values_;
-    /// What was set and is not on disk; nil for a key to remove.
+    /// Values that were set but are not on disk; nil for a key to remove.
     Boxed::Dictionary unwritten_;
     bool hasWarned_ = false;
 };

@@ -1,4 +1,4 @@
-// Styled text out of archives, keyed ones and those of the older, unkeyed form.
+// Reads styled text from archives, keyed or in the older unkeyed form.
 #pragma once
 
 #include "platform/TextUnarchiver.h"
@@ -7,7 +7,7 @@ namespace quillow {
 
 class QtTextUnarchiver final : public TextUnarchiver {
 public:
-    /// Also the characters of a root that is a plain string.
+    /// Also accepts a root that is a plain string.
     [[nodiscard]] std::optional<QString> stringOfArchivedText(const QByteArray& archive) const override;
 };
 
