@@ -38,7 +38,7 @@ public:
                  const std::vector<UrlResourceKey>& includingResourceValuesForKeys,
                  const std::optional<QUrl>& relativeToURL, std::optional<PlatformError>* error) = 0;
 
-    /// The URL of the item that the bookmark names. When the item is no longer at the recorded path but was found
+    /// The URL of the item that the bookmark names. If the item is no longer at the recorded path but was found
     /// elsewhere, `*bookmarkDataIsStale` becomes true; otherwise it is unchanged.
     [[nodiscard]] virtual std::optional<QUrl> resolveBookmarkData(const QByteArray& bookmark, std::uint32_t options,
                                                                   const std::optional<QUrl>& relativeToURL,

@@ -1,4 +1,4 @@
-// What the user has chosen, a folder or a document: its path, a line that says how it stands with it, and buttons.
+// The folder or document that the user has chosen: its path, a line with its state, and buttons.
 #pragma once
 
 #include <QList>
@@ -16,16 +16,17 @@ class ElidedLabel;
 
 class ChosenItem final : public QWidget {
 public:
-    /// `subject` names the item to assistive tools, `nothing` stands where there is no path.
+    /// `subject` names the item for assistive tools. `nothing` is shown if there is no path.
     ChosenItem(QString subject, QString nothing);
 
     enum class Needs { nothing, item };
-    /// The description is the button's tool tip, and what assistive tools read after its title.
+    /// The description is the button's tool tip. Assistive tools read it after the title.
     void addButton(const QString& title, const QString& description, Needs needs, std::function<void()> command);
 
-    /// Whether the user may do something with it now. How it stands with the item is told all the same.
+    /// Whether the user may change the item now: enables the path and the buttons. The state line does not depend on
+    /// it.
     void setUsable(bool isUsable);
-    /// Whether there is an item for those buttons that need one.
+    /// Whether there is an item, for the buttons that need one.
     void setHasItem(bool hasItem);
     void setPath(const QString& path);
     enum class State { prompt, stated };

@@ -33,7 +33,7 @@ void DisclosedContent::layOut() {
     const int disclosed = height() - upperHeight;
     upper_->setGeometry(0, 0, width(), upperHeight);
     lower_->setGeometry(0, upperHeight, width(), qMax(disclosed, bigHeight_ - smallHeight_));
-    // What is not to be seen takes no keyboard focus.
+    // A hidden part must not take the keyboard focus.
     lower_->setVisible(disclosed > 0);
 }
 

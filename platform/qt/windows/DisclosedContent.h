@@ -1,5 +1,6 @@
-// The contents of a window with a part that is always to be seen and, below it, one that a taller window discloses. While the
-// window grows or shrinks nothing moves and nothing is laid out anew: the lower part is uncovered or covered by the edge.
+// The contents of a window: an upper part that is always visible and a lower part that a taller window discloses.
+// While the window grows or shrinks, nothing moves and nothing is laid out again: the window's edge uncovers or
+// covers the lower part.
 #pragma once
 
 #include <QWidget>
@@ -8,11 +9,11 @@ namespace quillow {
 
 class DisclosedContent final : public QWidget {
 public:
-    /// Takes both widgets. A window of `smallHeight` points, its menu bar counted, shows `upper` alone; `lower` has its whole
-    /// height in one of `bigHeight`.
+    /// Takes ownership of both widgets. Heights are in points and include the menu bar. A window of `smallHeight`
+    /// shows only `upper`; a window of `bigHeight` shows `lower` at its full height.
     DisclosedContent(QWidget* upper, QWidget* lower, int smallHeight, int bigHeight);
 
-    /// In a window that fills the screen the height does not tell whether the lower part is to be seen: this does.
+    /// Shows or hides the lower part in a window that fills the screen. In other windows, the height decides.
     void setDisclosed(bool isDisclosed);
 
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -17,7 +17,7 @@ constexpr int kMargin = 14;
 constexpr int kVerticalMargin = 8;
 constexpr int kColumnGap = 16;
 
-/// The longest state line; a column is so wide that it stands there whole.
+/// The longest state line. Each column is wide enough for it.
 constexpr char16_t kLongestState[] = u"Please select a folder or change startup option";
 
 QLabel* makeTitle(const QString& text) {
@@ -28,7 +28,7 @@ QLabel* makeTitle(const QString& text) {
     return title;
 }
 
-/// What height is left over goes between the rows.
+/// Extra height goes between the rows.
 void addRows(QVBoxLayout& column, QWidget* title, QLayout* choices, QWidget* item) {
     column.setSpacing(4);
     column.addWidget(title);
@@ -45,7 +45,7 @@ GeneralPane::GeneralPane()
     , folder_(new ChosenItem(QStringLiteral("Destination folder"), QStringLiteral("No folder chosen")))
     , startupAction_(new QComboBox)
     , document_(new ChosenItem(QStringLiteral("Start-up document"), QStringLiteral("No document chosen"))) {
-    // By tag.
+    // In the order of the tags.
     startupAction_->addItems({QStringLiteral("Show the window"), QStringLiteral("Ask for documents if none came"),
                               QStringLiteral("Ask for documents"), QStringLiteral("Open a document")});
     auto* line = new QFrame;
@@ -70,7 +70,8 @@ QLayout* GeneralPane::makeDestination() {
     folder_->addButton(QStringLiteral("&Clear"), QStringLiteral("Forget the destination folder"),
                        ChosenItem::Needs::nothing, running(&GeneralPaneCommands::clearFolder));
     folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kLongestState)) + 4);
-    // Toggled and not clicked: assistive tools toggle. Of the two that change together, the one that is now on tells.
+    // toggled(), not clicked(): assistive tools toggle. Both buttons change together; only the one that is now on
+    // runs the command.
     connect(asks_, &QRadioButton::toggled, this, [this](bool isOn) {
         if (isOn && !isShowing_ && commands_.setDestinationIsFixed) commands_.setDestinationIsFixed(false);
     });
@@ -83,7 +84,7 @@ QLayout* GeneralPane::makeDestination() {
     choices->addWidget(asks_);
     choices->addWidget(fixed_);
     choices->addStretch(1);
-    // The lines of both columns stand at one height.
+    // Aligns the rows of both columns.
     choices->addStrut(startupAction_->sizeHint().height());
     auto* column = new QVBoxLayout;
     addRows(*column, makeTitle(QStringLiteral("Destination of converted text")), choices, folder_);
@@ -134,7 +135,7 @@ void GeneralPane::setDestinationIsFixed(bool isFixed) {
 
 void GeneralPane::setStartupAction(std::int64_t tag) {
     const QScopedValueRollback showing(isShowing_, true);
-    // A tag that is none of the four does nothing at start-up, and none of the four is shown for it.
+    // A tag outside the four does nothing at start-up, and no choice is shown for it.
     startupAction_->setCurrentIndex(tag >= 0 && tag < startupAction_->count() ? static_cast<int>(tag) : -1);
     document_->setUsable(tag == kOpenChosenDocument);
 }

@@ -36,7 +36,7 @@ public:
 
     void setCommands(const GeneralPaneCommands& commands) { commands_ = commands; }
 
-    // What is shown; showing runs no command.
+    // Setters for what the pane shows. They run no command.
     void setDestinationAsks(bool asks);
     void setDestinationIsFixed(bool isFixed);
     void setStartupAction(std::int64_t tag);
@@ -51,7 +51,7 @@ private:
     [[nodiscard]] std::function<void()> running(std::function<void()> GeneralPaneCommands::*command) const;
 
     GeneralPaneCommands commands_;
-    bool isShowing_ = false; ///< the controls are being set, not used
+    bool isShowing_ = false; ///< true while code, not the user, changes the controls
     QRadioButton* asks_;
     QRadioButton* fixed_;
     ChosenItem* folder_;

@@ -24,7 +24,7 @@ constexpr char kHelp[] =
 
 void setTitle(QAction& action, const QString& verb, const std::optional<QString>& actionName) {
     action.setEnabled(actionName.has_value());
-    // An ampersand of the name is no mnemonic.
+    // An ampersand in the name is not a mnemonic.
     QString name = actionName.value_or(QString());
     name.replace(QLatin1Char('&'), QLatin1String("&&"));
     action.setText(name.isEmpty() ? verb : verb + QLatin1Char(' ') + name);

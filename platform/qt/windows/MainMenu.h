@@ -1,4 +1,4 @@
-// The main window's menu bar. What cannot be done at the moment is shown disabled.
+// The main window's menu bar. Items that are not possible at the moment are disabled.
 #pragma once
 
 #include "platform/Alerts.h"

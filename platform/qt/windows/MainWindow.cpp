@@ -26,11 +26,11 @@ namespace {
 
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
-constexpr int kLeastDropHeight = 80; ///< the glyph with room around it
-/// Windows come up within fractions of this; one that does not is kept off the screen.
+constexpr int kLeastDropHeight = 80; ///< the glyph with space around it
+/// A window appears within a fraction of this time. If it does not, something keeps it off the screen.
 constexpr std::chrono::seconds kLongestWayUp{3};
 
-/// Makes a label quieter than the values, in any theme.
+/// Makes a label fainter than the values, in any theme.
 void makeQuiet(QLabel& label) {
     QPalette palette = label.palette();
     QColor quiet = palette.color(QPalette::WindowText);
@@ -89,11 +89,11 @@ MainWindow::~MainWindow() = default;
 QWidget* MainWindow::makeUpperPart() {
     auto* part = new QWidget;
     auto* layout = new QVBoxLayout(part);
-    // Each line has its own margins, so that what is drawn inside the disclosure button stands in line with the controls; a layout
-    // takes a negative margin for none.
+    // Each line has its own margins, so that the triangle inside the disclosure button aligns with the controls. A
+    // negative margin would not do: a layout treats it as 0.
     layout->setContentsMargins(0, kGap, 0, kGap);
     layout->setSpacing(kGap);
-    // The drop area takes what the lines leave.
+    // The drop area takes the height that the lines leave.
     dropArea_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     dropArea_->setMinimumHeight(kLeastDropHeight);
     auto* dropLine = new QHBoxLayout;

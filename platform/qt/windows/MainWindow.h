@@ -1,5 +1,5 @@
-// The program's window: the drop area, where texts go and how many went, and, when the window is tall enough, the message log
-// with its commands.
+// The program's window: the drop area, the destination folder, the counter and, if the window is tall enough, the
+// message log with its commands.
 #pragma once
 
 #include "platform/Alerts.h"
@@ -29,7 +29,7 @@ class Spinner;
 
 class MainWindow final : public QMainWindow {
 public:
-    // In points, the menu bar counted.
+    // In points, including the menu bar.
     static constexpr int kMinimumWidth = 615;
     static constexpr int kSmallHeight = 255; ///< all but the message log
     static constexpr int kBigHeight = 580;
@@ -41,17 +41,17 @@ public:
     /// The one-line description of the product that About shows.
     void setStatement(const QString& statement);
 
-    /// Where texts go, as it is shown; nothing while the folder cannot be found.
+    /// The displayed destination of texts; std::nullopt while the folder cannot be found.
     void setDestination(const std::optional<QString>& folder);
-    /// Whether a folder is fixed in the preferences: the one that can be shown, whichever way texts go.
+    /// Whether the preferences have a fixed folder. "Show Folder" shows it, whether texts go there or not.
     void setHasFolder(bool hasFolder);
     void setConvertedCount(qint64 count);
-    /// Whether the window is in its big mode, or on its way there: its controls say so. The height is not changed.
+    /// Updates the controls for the big or the small mode. Does not change the window's height.
     void setBig(bool isBig);
-    /// Whether there is a latest document and a latest text to show and open.
+    /// Whether there is a latest document, or a latest text, to show and open.
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
-    /// What can be undone and redone; nothing for "not possible", an empty name for an action without one.
+    /// The action that can be undone or redone: std::nullopt if there is none, an empty name for an unnamed action.
     void setUndoAction(const std::optional<QString>& actionName);
     void setRedoAction(const std::optional<QString>& actionName);
 
@@ -64,12 +64,12 @@ public:
     [[nodiscard]] Spinner& spinner() { return *spinner_; }
     [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
 
-    /// Calls the handler once, when the window stands on the screen: now or at its next painting. A window that is kept off the
-    /// screen, as on another workspace, calls it a little later all the same. A second handler takes the place of one that
-    /// has not been called.
+    /// Calls the handler once, when the window is on the screen: now, or at its next paint. If the window is kept off
+    /// the screen, for example on another workspace, it calls the handler after a few seconds. A second handler
+    /// replaces one that has not been called.
     void callWhenUp(std::function<void()> handler);
 
-    /// Asks for documents in a dialog; what is chosen goes the road of a drop.
+    /// Shows the dialog for choosing documents. The chosen documents are converted like dropped ones.
     void chooseDocuments();
 
 protected:
@@ -98,7 +98,7 @@ private:
     QtLogView* logView_;
     DisclosedContent* content_ = nullptr;
     DiscloseButton* discloseButton_;
-    ElidedLabel* latestEntry_; ///< the log's last message, while the log itself is not disclosed
+    ElidedLabel* latestEntry_; ///< the log's last message, shown while the log is not disclosed
     bool isBig_ = false;
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;

@@ -1,4 +1,4 @@
-// What the main window's controls and menu items do; each is called on the main thread.
+// The actions of the main window's controls and menu items. Each is called on the main thread.
 #pragma once
 
 #include <QStringList>

@@ -15,7 +15,7 @@ namespace {
 constexpr QRgb kLine = 0xFF2F6FC8;
 constexpr QRgb kPaper = 0xFFF3F7FD;
 
-// Both paint into a square of 32 by 32.
+// Both functions paint into a square of 32 by 32.
 
 /// Three sliders: settings.
 void paintGeneral(QPainter& painter) {

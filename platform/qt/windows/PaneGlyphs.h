@@ -1,4 +1,4 @@
-// The program's own pictures by their names, painted: those of the preferences' panes.
+// The program's own pictures by name: the painted icons of the preferences panes.
 #pragma once
 
 #include <QIcon>
@@ -6,7 +6,7 @@
 
 namespace quillow {
 
-/// "generalPref" or "softwareUpdate"; any other name gives no picture.
+/// "generalPref" or "softwareUpdate"; any other name gives a null icon.
 [[nodiscard]] QIcon imageNamed(const QString& name);
 
 } // namespace quillow

@@ -68,7 +68,7 @@ void PreferencesBindings::observe(const char16_t* key, void (PreferencesBindings
 void PreferencesBindings::showStored(const QString& key) {
     if (key == settings::kDestinationType.name) showDestinationType();
     if (key == settings::kDestBookmark.name || key == settings::kDestPath.name) showFolder();
-    // The main window names the folder, too.
+    // The main window shows the folder too.
     if (key == settings::kDestBookmark.name) actions_.adjustDestinationPath();
     if (key == settings::kStartupActionTag.name) showStartupAction();
     if (key == settings::kStartupSelectedDocPath.name) showDocument();
@@ -82,7 +82,7 @@ void PreferencesBindings::showDestinationType() {
 }
 
 void PreferencesBindings::showFolder() {
-    // Where the folder stands now; of one that is gone, where it stood.
+    // The folder's current path; if the folder no longer exists, its last known path.
     const auto now = transforms_.b2p(stored(settings::kDestBookmark.name)).string();
     window_.generalPane().folder().setPath(now ? *now : stored(settings::kDestPath.name).string().value_or(QString()));
 }
@@ -107,7 +107,7 @@ void PreferencesBindings::showDocumentState() {
     const ChosenItem::State state = stateOf(delegate_.valueForKey(QStringLiteral("StartupDocSpecified")));
     window_.generalPane().document().setState(
         delegate_.valueForKey(QStringLiteral("StartupDocPathMessageString")).string().value_or(QString()), state);
-    // "Specified" is true also while no document was ever chosen.
+    // "Specified" is also true if no document was ever chosen.
     const bool hasPath = transforms_.MWFilledTrimmedString(stored(settings::kStartupSelectedDocPath.name)).boolValue();
     window_.generalPane().setDocumentIsSpecified(state == ChosenItem::State::stated && hasPath);
 }

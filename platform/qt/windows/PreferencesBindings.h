@@ -1,5 +1,5 @@
-// Ties the preferences window to what is stored and to the delegate's properties, both ways: what changes there is shown, what the
-// user sets is stored.
+// Binds the preferences window to the stored defaults and to the delegate's properties, both ways: their changes are
+// shown, and the user's changes are stored.
 #pragma once
 
 #include "base/KVObject.h"
@@ -17,7 +17,7 @@ class PreferencesWindow;
 class PreferencesBindings {
 public:
     using Transform = std::function<Boxed(const Boxed& value)>;
-    /// Transformers, by the names under which they are registered.
+    /// Transformers. Each member has the name of the registered transformer.
     struct Transforms {
         Transform valueIs1;
         Transform valueIs1Reversed;
@@ -29,7 +29,7 @@ public:
         Transform MWFilledTrimmedString;
     };
 
-    /// What the user does besides setting a value.
+    /// The user's actions other than setting a value.
     struct Actions {
         std::function<void()> adjustDestinationPath;
         std::function<void()> selectFolder;
@@ -43,7 +43,7 @@ public:
     };
 
     /// The delegate has the properties destMessageString, destMessageStringSpecified, StartupDocPathMessageString and
-    /// StartupDocSpecified. All that is given by reference outlives the bindings.
+    /// StartupDocSpecified. All arguments passed by reference must outlive the bindings.
     PreferencesBindings(PreferencesWindow& window, KVObject& delegate, ObservedDefaults& defaults,
                         const DateFormatting& dateFormatting, Transforms transforms, Actions actions);
     PreferencesBindings(const PreferencesBindings&) = delete;

@@ -14,7 +14,7 @@ PreferencesWindow::PreferencesWindow(UpdateCheck updateCheck)
     , generalPane_(new GeneralPane)
     , updatePane_(new UpdatePane(updateCheck)) {
     setWindowTitle(QStringLiteral("Preferences"));
-    // The program goes on without its main window or ends with it, whatever this one does.
+    // Whether the program ends with its last window does not depend on this window.
     setAttribute(Qt::WA_QuitOnClose, false);
     tabView_->addWidget(generalPane_);
     tabView_->addWidget(updatePane_);

@@ -1,5 +1,5 @@
-// The preferences window: a toolbar, which its delegate puts on it, above two panes. General says where texts go and what happens
-// at start-up, Update whether newer releases are told.
+// The preferences window: a toolbar, which its delegate puts on it, above two panes. General sets where texts go and
+// what happens at start-up. Update sets whether the user is notified of newer releases.
 #pragma once
 
 #include "platform/Platform.h"
@@ -15,8 +15,9 @@ class UpdatePane;
 
 class PreferencesWindow final : public QMainWindow {
 public:
-    /// The logic gives the window the height of its pane and this much for title bar and toolbar. The title bar stands outside
-    /// of the frames that it is told here, so all of it is the toolbar's, and a pane has just the height that it asked for.
+    /// The logic sets the window's height to the height of its pane plus this constant, which it reserves for the
+    /// title bar and the toolbar. Frames here do not include the title bar, so the toolbar gets all of it and the
+    /// pane gets exactly its own height.
     static constexpr int kToolbarHeight = 78;
 
     explicit PreferencesWindow(UpdateCheck updateCheck);

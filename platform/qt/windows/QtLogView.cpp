@@ -9,17 +9,18 @@
 namespace quillow {
 namespace {
 
-/// The palette's text colour is no colour of the character, so that a change of the theme reaches lines already there; this
-/// says that the attribute is set.
+/// A character with the palette's text colour has no colour property, so that a theme change applies to existing
+/// lines. This property marks such a character.
 constexpr int kHasControlTextColor = QTextFormat::UserProperty + 1;
 
 constexpr qreal kMargin = 8;
 
-/// A line as long as this is no entry, whose two paths have at most 4,096 bytes each. Laying one out takes some sixty bytes a
-/// character, so longer ones are shown broken, at a blank where there is one.
+/// No log entry is as long as this: its two paths have at most 4,096 bytes each. The layout of a line uses about
+/// sixty bytes per character, so longer lines are shown with breaks, at a blank if there is one.
 constexpr qsizetype kLongLine = 16384;
 
-/// One unit for each unit of the text, and none that the document would take for structure of its own or join with another.
+/// Maps each unit of the text to one displayed unit. The result has no unit that the document would interpret as
+/// structure or combine with another.
 QString displayed(const QString& text) {
     QString result = text;
     qsizetype length = 0; // of the line

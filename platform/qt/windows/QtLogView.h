@@ -1,5 +1,5 @@
-// The message log's text view. The exact text is kept beside the widget, whose own getters change some characters; each unit of
-// it has its place in the widget's document, so that positions are the same in both.
+// The message log's text view. The exact text is stored separately, because the widget's own getters change some
+// characters. Each unit of the text has one unit in the widget's document, so positions are the same in both.
 #pragma once
 
 #include "platform/LogView.h"
@@ -21,13 +21,13 @@ public:
     void setNeedsDisplay() override;
     void scrollRangeToVisible(const TextRange& range) override;
 
-    /// The colour that was given to the character; nothing for one without.
+    /// The colour that was set for the character; std::nullopt if none was.
     [[nodiscard]] std::optional<Color> foregroundColorAt(qsizetype position) const;
 
 protected:
-    /// What is copied is the exact text, too.
+    /// The clipboard also gets the exact text.
     QMimeData* createMimeDataFromSelection() const override;
-    /// The end stays in sight when it was.
+    /// If the end was visible, it stays visible.
     void resizeEvent(QResizeEvent* event) override;
 
 private:

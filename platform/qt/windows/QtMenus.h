@@ -1,4 +1,4 @@
-// The menu bar and its menus as the logic adds to them.
+// The menu bar and its menus, for the items that the logic adds.
 #pragma once
 
 #include "platform/Menus.h"

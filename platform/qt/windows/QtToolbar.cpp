@@ -27,7 +27,7 @@ QtToolbar::~QtToolbar() {
 }
 
 void QtToolbar::setAllowsUserCustomization(bool allows) {
-    // What a bar can be customised by is the context menu that its window would give it.
+    // The only customisation of a toolbar is the context menu that its window provides.
     bar_->setContextMenuPolicy(allows ? Qt::DefaultContextMenu : Qt::PreventContextMenu);
 }
 

@@ -1,5 +1,5 @@
-// The toolbar of a preferences window: a row of buttons, an icon above a label, of which one is selected. It stays where it is
-// and offers no menu of its own.
+// The toolbar of a preferences window: a row of buttons, each with an icon above a label. One button is selected. The
+// toolbar cannot be moved and has no menu of its own.
 #pragma once
 
 #include "platform/Toolbar.h"
@@ -18,13 +18,13 @@ class PaneButton;
 
 class QtToolbar final : public Toolbar {
 public:
-    /// The bar takes this height on its window whatever the font.
+    /// The bar has this height on its window, whatever the font.
     QtToolbar(QString identifier, int height);
     ~QtToolbar() override;
 
     void setDelegate(ToolbarDelegate* delegate) override { delegate_ = delegate; }
     void setAllowsUserCustomization(bool allows) override;
-    /// The window's widget is a QMainWindow, on which the bar stands at the top.
+    /// The window's widget must be a QMainWindow. The bar is added at its top.
     void attachToWindow(Window& window) override;
     void setShowsToolbarButton(bool shows) override;
     [[nodiscard]] QList<const ToolbarItem*> items() const override;

@@ -1,4 +1,5 @@
-// The Update pane: whether newer releases are told, when one was last looked for, and looking now.
+// The Update pane: whether to notify the user of newer releases, the time of the last check, and a button that checks
+// now.
 #pragma once
 
 #include "platform/Platform.h"
@@ -24,14 +25,14 @@ public:
 
     void setCommands(const UpdatePaneCommands& commands) { commands_ = commands; }
 
-    // What is shown; showing runs no command.
+    // Setters for what the pane shows. They run no command.
     void setNotifies(bool notifies);
-    /// The instant as the user reads it; empty for never.
+    /// The formatted time of the last check; empty for never.
     void setLastCheck(const QString& instant);
 
 private:
     UpdatePaneCommands commands_;
-    bool isShowing_ = false; ///< the switch is being set, not used
+    bool isShowing_ = false; ///< true while code, not the user, changes the switch
     QCheckBox* notifies_ = nullptr;
     QLabel* lastCheck_ = nullptr;
 };
