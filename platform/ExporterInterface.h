@@ -31,8 +31,9 @@ struct ExporterActions {
 
 /// The exporter as its windows see it. It outlives them.
 struct ExporterOwner {
-    /// Texts: start_of_file, end_of_file, start_of_record, end_of_record, field_open_tag, field_close_tag, field_separator.
-    /// Booleans: use_end_of_record_in_last_record, useFieldNamesAsFirstRow. A number: fileFormatToSave, 0 to 4.
+    /// Texts: start_of_file, end_of_file, start_of_record, end_of_record, field_open_tag, field_close_tag,
+    /// field_separator. Booleans: use_end_of_record_in_last_record, useFieldNamesAsFirstRow. A number:
+    /// fileFormatToSave, 0 to 4.
     KVObject& properties;
     /// Dictionaries, shown by their entry "publicKey".
     ArrayController& leftKeyArrayController;

@@ -6,8 +6,8 @@
 namespace quillow {
 
 enum class DragWay {
-    direct, ///< between two programs of the X server: the drag names all actions that its source offers
-    bridged, ///< from a Wayland program to a window under Xwayland: it names one action, copy, or move while Shift is held
+    direct,  ///< between two programs of the X server: the drag names all actions that its source offers
+    bridged, ///< from a Wayland program to a window under Xwayland: it names one action, copy, or move with Shift held
     wayland, ///< to a Wayland window: it names copy, move, or (from an X11 program under KWin 5.27) no action at all
 };
 

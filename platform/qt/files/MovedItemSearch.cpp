@@ -33,8 +33,8 @@ bool exists(const QByteArray& path) {
     return ::faccessat(AT_FDCWD, path.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-/// The Trash specification of freedesktop.org 1.0: "$topdir/.Trash", "$topdir/.Trash-$uid", and a folder "Trash" in the user's
-/// data folder that holds "files" and "info".
+/// The Trash specification of freedesktop.org 1.0: "$topdir/.Trash", "$topdir/.Trash-$uid", and a folder "Trash" in
+/// the user's data folder that holds "files" and "info".
 bool isTrash(const QByteArray& path, std::string_view name) {
     if (name == ".Trash" || name.substr(0, 7) == ".Trash-") return true;
     return name == "Trash" && exists(joined(path, "files")) && exists(joined(path, "info"));

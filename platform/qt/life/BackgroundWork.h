@@ -31,8 +31,8 @@ public:
         : spinner_(spinner)
         , startThread_(std::move(startThread)) {}
 
-    /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw, for
-    /// example for lack of memory; the reason is then written to standard error.
+    /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw,
+    /// for example for lack of memory; the reason is then written to standard error.
     template <class Answer>
     [[nodiscard]] Answer wait(const std::function<Answer()>& work) const {
         const WindowPings::Answering answering;
