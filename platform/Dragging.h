@@ -1,4 +1,4 @@
-// Port: a drag from another program while it is over a view of ours.
+// Port: a drag from another program while it is over one of our views.
 #pragma once
 
 #include <QString>
