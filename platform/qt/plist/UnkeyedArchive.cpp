@@ -12,8 +12,8 @@ constexpr std::uint8_t kStreamVersion = 4;
 constexpr char kBigEndianSignature[] = "typedstream";
 constexpr char kLittleEndianSignature[] = "streamtyped";
 
-// A first byte that is not a tag is a one-byte integer, from -110 to 127. References to earlier items are such
-// integers: -110 refers to the first item.
+// A first byte that is not a tag is a one-byte integer, from -110 to 127. References to earlier items are integers:
+// -110 refers to the first item.
 constexpr std::uint8_t kTwoBytes = 0x81;
 constexpr std::uint8_t kFourBytes = 0x82;
 constexpr std::uint8_t kNew = 0x84;

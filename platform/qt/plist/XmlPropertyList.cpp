@@ -49,8 +49,8 @@ private:
         return text ? readScalar(name, *text) : std::nullopt;
     }
 
-    /// The element's characters up to its end tag. Rejects any other content, and references to entities that are
-    /// declared elsewhere, which the XML reader would skip.
+    /// The element's characters up to its end tag. Skips comments. Rejects any other content, and references to
+    /// entities that are declared elsewhere, which the XML reader would skip.
     std::optional<QString> readText() {
         QString text;
         while (!xml_.atEnd()) {
