@@ -72,7 +72,7 @@ std::string setIfExists(Arguments& arguments, std::string_view value) {
         arguments.ifExists = meaning;
         return {};
     }
-    return "unknown answer to existing texts " + quoted(value) + ": overwrite, skip, rename, error or newer";
+    return "unknown action for existing texts " + quoted(value) + ": overwrite, skip, rename, error or newer";
 }
 
 std::string setNoClobber(Arguments& arguments, std::string_view) {

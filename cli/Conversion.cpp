@@ -61,7 +61,7 @@ std::optional<Result> decidedByExistingText(const PlannedDocument& document, IfE
     const auto written = folder.changeTime(*document.textName);
     if (!written) return std::nullopt;
     if (ifExists == IfExists::error) return withoutText(Reason::unwritable, *document.textName + ": File exists");
-    if (ifExists == IfExists::skip) return withoutText(Reason::skipped, *document.textName + " is there");
+    if (ifExists == IfExists::skip) return withoutText(Reason::skipped, *document.textName + " already exists");
     // Standard input has no modification time; it counts as new.
     const auto changed = document.path == kStandardStream ? std::nullopt : changeTime(document.path);
     if (!changed || isLater(*changed, *written)) return std::nullopt;
@@ -73,7 +73,7 @@ Result written(Result result, const PlannedDocument& document, IfExists ifExists
     const auto failure = folder.write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
     // Another program created the file while the document was read: skip applies to it too.
     if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
-        return withoutText(Reason::skipped, *document.textName + " is there");
+        return withoutText(Reason::skipped, *document.textName + " already exists");
     if (failure) return withoutText(Reason::unwritable, *document.textName + ": " + failure->detail);
     result.text.reset();
     return result;

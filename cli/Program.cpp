@@ -80,7 +80,7 @@ void tell(Report& report, const PlannedDocument& document, const Result& result)
 int failOnFolder(const std::string& path, const OutputFailure& failure) {
     const bool isOtherFile = identityOf(path) && !isFolder(path);
     complain(resultLine(path, Reason::unwritable,
-                        isOtherFile ? "is no folder, nor a file that ends in .txt" : failure.detail));
+                        isOtherFile ? "is neither a folder nor a file that ends in .txt" : failure.detail));
     return kDestinationUnwritable;
 }
 
@@ -138,7 +138,7 @@ int convertAll(const Arguments& arguments) {
     if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
         return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
     if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
-        return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is no folder");
+        return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is not a folder");
 
     auto found = findInputs(arguments);
     if (const auto* const failure = std::get_if<InputFailure>(&found)) {

@@ -395,8 +395,8 @@ TEST(Program, existingTextIsDealtWithAsSaid) {
         return std::to_string(done.exitCode) + " " + done.errors.substr(done.errors.find(rtf) + rtf.size() + 2);
     };
 
-    EXPECT_EQ(convert({"--no-clobber"}), "0 skipped (a.txt is there)\n");
-    EXPECT_EQ(convert({"--if-exists", "skip"}), "0 skipped (a.txt is there)\n");
+    EXPECT_EQ(convert({"--no-clobber"}), "0 skipped (a.txt already exists)\n");
+    EXPECT_EQ(convert({"--if-exists", "skip"}), "0 skipped (a.txt already exists)\n");
     EXPECT_EQ(convert({"--if-exists", "error"}), "4 unwritable (a.txt: File exists)\n");
     EXPECT_EQ(convert({"--if-exists", "rename"}), "0 ok (12 bytes, a-2.txt)\n");
     EXPECT_EQ(readFile(folder.at("out/a-2.txt")), kRtfText);
@@ -427,7 +427,7 @@ TEST(Program, textThatComesWhileADocumentIsReadIsNotReplacedEither) {
 
     const Outcome done = running.wait();
     EXPECT_EQ(done.exitCode, kAllConverted);
-    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt is there)\n");
+    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt already exists)\n");
     EXPECT_EQ(readFile(text), "kept");
     EXPECT_EQ(folder.names("out"), (Names{"a.rtf", "a.txt"}));
 }
@@ -439,7 +439,7 @@ TEST(Program, destinationThatCannotBeWrittenExitsWithItsOwnCode) {
     EXPECT_EQ(run({"-o", folder.at("none/out"), rtf}).exitCode, kDestinationUnwritable);
     const std::string file = folder.put("file", "");
     EXPECT_EQ(run({"-o", file, rtf}).errors,
-              "quillow-convert: " + file + ": unwritable (is no folder, nor a file that ends in .txt)\n");
+              "quillow-convert: " + file + ": unwritable (is neither a folder nor a file that ends in .txt)\n");
     EXPECT_EQ(run({"-o", file, rtf}).exitCode, kDestinationUnwritable);
     EXPECT_EQ(run({"-o", "/proc", rtf}).exitCode, kDestinationUnwritable);
     folder.put("out/a.txt/inside", "");

@@ -109,7 +109,7 @@ TEST_F(LimitsKeptByTheWindow, onlyTheWidthIsTheUsers) {
     EXPECT_EQ(resizedTo(400, 200), QSize(400, 200));
     EXPECT_EQ(resizedTo(400, 300), QSize(400, 200));
     EXPECT_EQ(resizedTo(500, 300), QSize(500, 200));
-    widget_.setMinimumSize(0, 0); // the window system has no least size either
+    widget_.setMinimumSize(0, 0); // as if the window system did not keep the least size either
     EXPECT_EQ(resizedTo(240, 180), QSize(250, 200));
 }
 
