@@ -36,7 +36,7 @@ public:
     /// to subfolders are not followed. Other programs see either the old file or the complete new one. A failure
     /// leaves the old file and no other. The new file gets the mode of the file that it replaces, and its owner if
     /// the system allows that. A file that the user may not write to is not replaced, nor is a file that nobody may
-    /// write to: who removed that right wants to keep the file, although replacing it needs only the rights of the
+    /// write to: whoever removed that right wants to keep the file, although replacing it needs only the rights of the
     /// folder. May be called from several threads at once.
     [[nodiscard]] std::optional<OutputFailure> write(const std::string& name, std::string_view content,
                                                      Present present) const;

@@ -31,8 +31,7 @@ using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
 
 /// What a plan needs to know of the file system.
 struct Surroundings {
-    std::function<std::optional<FileIdentity>(const std::string& path)>
-        identityOf; ///< std::nullopt if there is no file
+    std::function<std::optional<FileIdentity>(const std::string& path)> identityOf; ///< std::nullopt: no such file
     std::string currentFolder;
 };
 

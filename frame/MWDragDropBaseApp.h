@@ -46,7 +46,7 @@ public:
     /// deliberate: kept for derived applications that process a bookmarked file; this product leaves it nil.
     [[nodiscard]] std::optional<QByteArray> fileToProcessBookmark() const { return fileToProcessBookmark_.get(); }
     void setFileToProcessBookmark(const std::optional<QByteArray>& bookmark) { fileToProcessBookmark_.set(bookmark); }
-    /// deliberate: the name begins with a capital letter. A boolean: whether the current task has finished.
+    /// A boolean: whether the current task has finished. The name begins with a capital letter on purpose.
     [[nodiscard]] Boxed Done() const { return Done_.get(); }
     void setDone(const Boxed& done) { Done_.set(done); }
     [[nodiscard]] Boxed performingTask() const { return performingTask_.get(); }
