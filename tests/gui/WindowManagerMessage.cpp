@@ -1,6 +1,6 @@
 // Sends a window the messages of a window manager (Extended Window Manager Hints).
-//   window-manager-message ping WINDOW MILLISECONDS    prints "alive" when the program answers within that time, else "silent"
-//   window-manager-message close WINDOW                asks the running window manager to close the window
+//   window-manager-message ping WINDOW MILLISECONDS   prints "alive" if the program answers in time, else "silent"
+//   window-manager-message close WINDOW               asks the running window manager to close the window
 #include <poll.h>
 #include <xcb/xcb.h>
 

@@ -48,7 +48,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return process, screen.until(self.change, f"window of {command[0]}")
 
     def take_picture(self):
-        """Of the whole screen, once nothing moves on it."""
+        """Takes a picture of the whole screen, once nothing moves on it."""
         screen.save_settled_picture(DESKTOP, self.picture)
         self.is_picture_new = True
 
@@ -67,7 +67,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return screen.Place(left, top, right - left, bottom - top) if right - left > 100 and bottom - top > 60 else None
 
     def find_panel(self):
-        """The drop area in the picture, by its white panel."""
+        """Finds the drop area in the picture by its white panel."""
         white = screen.shapes(self.picture, "-fill", "black", "+opaque", "white")
         panels = [place for place in white if place.width >= PANEL[0] and place.height >= PANEL[1]]
         return min(panels, key=lambda place: place.y, default=None)  # the log below it is white as well
@@ -80,7 +80,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         self.panel = self.find_panel() or self.wait_for_panel(bool, "white panel of the drop area")
 
     def wait_for_panel(self, condition, what):
-        """The drop area once it is as the condition says."""
+        """Waits until the condition holds for the drop area; returns the drop area."""
         def panel():
             self.take_picture()
             found = self.find_panel()
