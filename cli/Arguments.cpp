@@ -12,14 +12,14 @@ namespace quillow::cli {
 namespace {
 
 using Outcome = std::variant<Arguments, Request, UsageError>;
-/// What an option does to the arguments; the answer is the complaint, empty when there is none.
+/// Applies an option to the arguments. Returns an error message; empty on success.
 using Apply = std::string (*)(Arguments& arguments, std::string_view value);
 
 enum class Takes { nothing, value };
 
 struct Option {
     std::string_view name;
-    char letter; ///< NUL where there is only the long name
+    char letter; ///< NUL if the option has no short name
     Takes takes;
     Apply apply;
 };
@@ -72,7 +72,7 @@ std::string setIfExists(Arguments& arguments, std::string_view value) {
         arguments.ifExists = meaning;
         return {};
     }
-    return "unknown answer to existing texts " + quoted(value) + ": overwrite, skip, rename, error or newer";
+    return "unknown action for existing texts " + quoted(value) + ": overwrite, skip, rename, error or newer";
 }
 
 std::string setNoClobber(Arguments& arguments, std::string_view) {
@@ -195,7 +195,7 @@ public:
     }
 
 private:
-    /// What is wrong with options that are right one by one.
+    /// Returns the error of options that are valid one by one but not together; empty if there is none.
     [[nodiscard]] std::string mistakeOfTheWhole() const {
         if (arguments_.inputs.empty() && !arguments_.inputList) return "no input is given";
         const auto inputs = std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardStream);
@@ -209,7 +209,7 @@ private:
 
     void takeWord(std::string_view word) {
         if (onlyInputs_ || word == kStandardStream || !word.starts_with('-')) {
-            // After "--" a word is a file's name whatever it looks like; "./-" then is what "-" means.
+            // After "--" every word is a file name. "-" there means a file of that name, so it becomes "./-".
             arguments_.inputs.emplace_back(onlyInputs_ && word == kStandardStream ? "./-" : word);
         } else if (word == "--") {
             onlyInputs_ = true;

@@ -1,4 +1,4 @@
-// The command line of quillow-convert, taken apart.
+// Parses the command line of quillow-convert.
 #pragma once
 
 #include "engines/Extract.h"
@@ -15,7 +15,7 @@ namespace quillow::cli {
 enum class Verbosity { quiet, normal, verbose };
 enum class PartialCountsAs { converted, failed };
 
-/// What an existing file of a text's name means for the text.
+/// What to do if the text's file exists already.
 enum class IfExists {
     overwrite, ///< the text replaces it
     skip,      ///< the document is not converted
@@ -23,25 +23,25 @@ enum class IfExists {
     error,     ///< the document fails
     newer,     ///< the text replaces it when the document was changed after it
 };
-/// What becomes of a folder among the inputs that is no RTFD bundle.
+/// How to treat an input folder that is not an RTFD bundle.
 enum class Folders { refused, walked };
 /// What follows each name in a list of inputs.
 enum class NameEnd { newline, nul };
 
-/// The argument that stands for standard input, and for standard output after -o.
+/// The argument that means standard input or, after -o, standard output.
 inline constexpr std::string_view kStandardStream = "-";
-/// More documents at a time than this help nobody.
+/// The largest number of documents that -j can read at a time.
 inline constexpr unsigned kMaximumJobs = 256;
 
 struct Arguments {
-    std::vector<std::string> inputs;      ///< in the order given; not empty unless there is a list
-    std::optional<std::string> inputList; ///< a file of further inputs' names, or kStandardStream
+    std::vector<std::string> inputs;      ///< in the order given; empty only if there is an input list
+    std::optional<std::string> inputList; ///< a file with the names of more inputs, or kStandardStream
     NameEnd nameEnd = NameEnd::newline;   ///< in that list
     Folders folders = Folders::refused;
     std::optional<std::string> output;     ///< as given: a folder, a file or kStandardStream
-    std::optional<std::string> mirrorRoot; ///< texts keep their documents' folders below it
+    std::optional<std::string> mirrorRoot; ///< the texts keep the folders of their documents below this root
     IfExists ifExists = IfExists::overwrite;
-    std::optional<DocumentKind> type; ///< what every input is taken for, whatever its name
+    std::optional<DocumentKind> type; ///< the kind of every input, whatever its name
     Options options;
     unsigned jobs = 0; ///< 0: as many as there are processors
     PartialCountsAs partial = PartialCountsAs::converted;
@@ -54,7 +54,7 @@ struct UsageError {
     std::string message;
 };
 
-/// Takes the arguments after the program's name. The first thing that settles the matter does: help, version or a mistake.
+/// Parses the arguments after the program's name. Parsing ends at the first --help, --version or error.
 [[nodiscard]] std::variant<Arguments, Request, UsageError> parseArguments(std::span<const std::string_view> arguments);
 
 } // namespace quillow::cli

@@ -95,7 +95,7 @@ void runBatch(std::size_t count, unsigned jobs, const Work& work, const Deliver&
         while (threads.size() < threadCount)
             threads.emplace_back([&batch] { batch.workUntilDone(); });
     } catch (const std::system_error&) {
-        // The system grants no more threads: those that there are do the work.
+        // The system starts no more threads. The threads that have started do the work.
         if (threads.empty()) return runInTurn(count, work, deliver);
     }
     batch.deliverAll(deliver);

@@ -54,15 +54,15 @@ bool isLater(const timespec& time, const timespec& than) {
     return time.tv_sec != than.tv_sec ? time.tv_sec > than.tv_sec : time.tv_nsec > than.tv_nsec;
 }
 
-/// What the file of the text's name decides without a look at the document.
+/// The result, if an existing file with the text's name decides it before the document is read.
 std::optional<Result> decidedByExistingText(const PlannedDocument& document, IfExists ifExists,
                                             const OutputFolder& folder) {
     if (ifExists == IfExists::overwrite || ifExists == IfExists::rename) return std::nullopt;
     const auto written = folder.changeTime(*document.textName);
     if (!written) return std::nullopt;
     if (ifExists == IfExists::error) return withoutText(Reason::unwritable, *document.textName + ": File exists");
-    if (ifExists == IfExists::skip) return withoutText(Reason::skipped, *document.textName + " is there");
-    // Standard input has no time; it is taken as new.
+    if (ifExists == IfExists::skip) return withoutText(Reason::skipped, *document.textName + " already exists");
+    // Standard input has no modification time; it counts as new.
     const auto changed = document.path == kStandardStream ? std::nullopt : changeTime(document.path);
     if (!changed || isLater(*changed, *written)) return std::nullopt;
     return withoutText(Reason::skipped, *document.textName + " is not older");
@@ -71,9 +71,9 @@ std::optional<Result> decidedByExistingText(const PlannedDocument& document, IfE
 Result written(Result result, const PlannedDocument& document, IfExists ifExists, const OutputFolder& folder) {
     const bool replaces = ifExists == IfExists::overwrite || ifExists == IfExists::newer;
     const auto failure = folder.write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
-    // A file that came while the document was read: skip means that one too.
+    // Another program created the file while the document was read: skip applies to it too.
     if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
-        return withoutText(Reason::skipped, *document.textName + " is there");
+        return withoutText(Reason::skipped, *document.textName + " already exists");
     if (failure) return withoutText(Reason::unwritable, *document.textName + ": " + failure->detail);
     result.text.reset();
     return result;

@@ -1,4 +1,4 @@
-// One document from its planned path to its text.
+// Converts one planned document to its text.
 #pragma once
 
 #include "cli/OutputFolder.h"
@@ -7,8 +7,8 @@
 
 namespace quillow::cli {
 
-/// Reads and extracts; with an output folder the text is written there, without one it comes back in the result. Never
-/// throws; may be called from several threads at once.
+/// Reads the document and extracts its text. With an output folder the text is written there, otherwise the result
+/// contains it. Does not throw if memory runs out. May be called from several threads at once.
 [[nodiscard]] Result convert(const PlannedDocument& document, const Arguments& arguments,
                              const OutputFolder* outputFolder);
 

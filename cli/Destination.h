@@ -11,12 +11,12 @@ enum class DestinationKind { standardOutput, file, folder };
 
 struct Destination {
     DestinationKind kind = DestinationKind::standardOutput;
-    std::string folder; ///< that the texts, or the one file, go into
-    std::string file;   ///< its name in the folder
+    std::string folder; ///< the folder of the texts or of the one file
+    std::string file;   ///< the file's name in the folder, for DestinationKind::file
 };
 
-/// Takes what -o names: nothing or "-" is standard output; a path that ends in ".txt", in any letter case, and is no folder is one
-/// file; any other is a folder.
+/// Interprets the argument of -o. No argument or "-" is standard output. A path that ends in ".txt" (in any letter
+/// case) and is not a folder is one file. Any other path is a folder.
 [[nodiscard]] Destination destinationOf(const std::optional<std::string>& output,
                                         const std::function<bool(const std::string&)>& isFolder);
 

@@ -30,7 +30,7 @@ std::optional<EntryKind> kindOf(const fs::directory_entry& entry) {
         return isLink ? std::nullopt : std::optional(EntryKind::folder);
     }
     if (!hasDocumentName) return std::nullopt;
-    // A link that leads nowhere was meant to be a document; whoever reads it says what is wrong. Pipes and devices were not.
+    // A broken link was meant to be a document; reading it later reports the error. Pipes and devices are left out.
     const bool leadsNowhere = isLink && !entry.exists(ignored);
     return entry.is_regular_file(ignored) || leadsNowhere ? std::optional(EntryKind::document) : std::nullopt;
 }
@@ -47,7 +47,7 @@ std::vector<Entry> entriesOf(const std::string& folder, std::error_code& error) 
 } // namespace
 
 void walkFolder(const std::string& folder, const OnFound& onFound) {
-    std::vector<Entry> waiting = {{folder, EntryKind::folder}}; // the next one last
+    std::vector<Entry> waiting = {{folder, EntryKind::folder}}; // a stack: the next entry is the last
     while (!waiting.empty()) {
         Entry entry = std::move(waiting.back());
         waiting.pop_back();

@@ -1,4 +1,4 @@
-// The documents in a folder and in the folders below it.
+// Finds the documents in a folder and in the folders below it.
 #pragma once
 
 #include "cli/Input.h"
@@ -9,12 +9,12 @@
 
 namespace quillow::cli {
 
-/// Called with a document's path, or with a folder's and why it cannot be looked into.
+/// Called with the path of a document, or with the path of a folder that cannot be listed and the reason.
 using OnFound = std::function<void(std::string path, std::optional<InputFailure> failure)>;
 
-/// Finds what has an extension that is read: files, and RTFD bundles, which are not looked into. Links to files and bundles count as
-/// what they lead to; links to other folders are not followed, so no walk is endless or leaves the folder. Within a folder the
-/// order is that of the names' bytes.
+/// Finds the files and RTFD bundles with an extension that the program reads. It does not search bundles. Links to
+/// files and bundles count as their targets. Links to other folders are not followed, so a walk always ends and stays
+/// in the folder. Entries of a folder come in the byte order of their names.
 void walkFolder(const std::string& folder, const OnFound& onFound);
 
 } // namespace quillow::cli

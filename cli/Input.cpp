@@ -29,7 +29,7 @@ InputFailure tooLarge(std::size_t most) {
 
 struct Source {
     int number;
-    std::size_t expected; ///< what the file says it holds; it may hold more or less by the time it is read
+    std::size_t expected; ///< the file's size by its status; it may change before the file is read
     std::size_t most;
 };
 
@@ -66,7 +66,7 @@ bool startsAsRtf(int file) {
     return got == static_cast<ssize_t>(sizeof first) && std::string_view(first, sizeof first) == kSignature;
 }
 
-/// The path of a bundle's text, or what is wrong with the bundle.
+/// The path of a bundle's RTF file, or the reason why the bundle cannot be read.
 std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -85,7 +85,7 @@ std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) 
         ++rtfCount;
         onlyRtf = path;
         if (name == "TXT.rtf") exact = path;
-        // The first of them by name, so that the choice does not hang on the order of the folder.
+        // Take the first by name, so that the choice does not depend on the order of the folder.
         else if (lowered(name) == "txt.rtf" && (otherCase.empty() || path < otherCase))
             otherCase = path;
     }
@@ -123,9 +123,9 @@ bool isBundle(const std::string& path) {
 
 bool Bytes::grow(std::size_t capacity) {
     if (capacity <= capacity_) return true;
-    void* const larger = std::realloc(data_.get(), capacity); // NOLINT: what it answers is owned at once
+    void* const larger = std::realloc(data_.get(), capacity); // NOLINT: data_ owns the new block below
     if (larger == nullptr) return false;
-    static_cast<void>(data_.release()); // freed or made larger
+    static_cast<void>(data_.release()); // realloc has freed or enlarged the old block
     data_.reset(static_cast<std::byte*>(larger));
     capacity_ = capacity;
     return true;

@@ -1,4 +1,4 @@
-// Reads the bytes of a document: a file, an RTFD bundle's text, standard input.
+// Reads the bytes of a document from a file, an RTFD bundle or standard input.
 #pragma once
 
 #include "cli/MappedFile.h"
@@ -15,15 +15,16 @@
 
 namespace quillow::cli {
 
-/// The largest file that is read. All of it is held in memory.
+/// The largest file that the program reads. The whole file is held in memory.
 inline constexpr std::size_t kMaximumInput = std::size_t{1} << 30;
-/// The most that is read of what does not say its size, such as standard input and pipes: it may never end, and all of it is held
-/// before that shows. Scanned books, the largest documents in use, have some 100 MiB.
+/// The most that the program reads from an input of unknown size, such as a pipe. Such an input may never end, and
+/// its bytes stay in memory until it does. Scanned books, the largest documents in use, have some 100 MiB.
 inline constexpr std::size_t kMaximumStream = std::size_t{256} << 20;
-/// Entries of a bundle that are looked through for its text.
+/// The most entries of a bundle that are searched for its RTF file.
 inline constexpr std::size_t kMaximumBundleEntries = 100'000;
 
-/// RTF files of this size on are mapped, not read: the RTF engine stays in bounds even if the bytes change under it.
+/// RTF files of at least this size are mapped, not read. The RTF engine stays in bounds even if the bytes change
+/// meanwhile.
 inline constexpr std::size_t kMappedFrom = std::size_t{1} << 20;
 
 /// The bytes of a document, read or mapped.
@@ -35,14 +36,14 @@ public:
     [[nodiscard]] std::span<const std::byte> view() const {
         return file_ ? file_->view() : std::span<const std::byte>(data_.get(), size_);
     }
-    /// True when a mapped file is no more what it was: what was read is then not to be trusted.
+    /// True if a mapped file has changed since it was mapped; what was read from it is then unreliable.
     [[nodiscard]] bool haveChanged() const { return file_ && file_->hasChanged(); }
 
-    /// Room for at least `capacity` bytes; false when there is no memory for it.
+    /// Makes the buffer at least `capacity` bytes large. Returns false if there is not enough memory.
     [[nodiscard]] bool grow(std::size_t capacity);
     [[nodiscard]] std::span<std::byte> room() { return {data_.get() + size_, capacity_ - size_}; }
     void added(std::size_t bytes) { size_ += bytes; }
-    /// Frees what was read; a mapped file stays.
+    /// Frees the bytes that were read. A mapped file stays mapped.
     void release() {
         data_.reset();
         size_ = capacity_ = 0;
@@ -53,7 +54,7 @@ private:
     struct Free {
         void operator()(std::byte* bytes) const { std::free(bytes); }
     };
-    std::unique_ptr<std::byte, Free> data_; ///< from malloc, which makes large blocks larger without a copy
+    std::unique_ptr<std::byte, Free> data_; ///< from malloc, because realloc can enlarge large blocks without a copy
     std::size_t size_ = 0;
     std::size_t capacity_ = 0;
 };
@@ -74,11 +75,12 @@ using InputOutcome = std::variant<InputDocument, InputFailure>;
 
 enum class Reading {
     whole,
-    recognised, ///< only the beginning where that is of no kind that is read
+    recognised, ///< only the beginning, if it shows no kind of document that the program reads
 };
 
-/// Reads what stands at the path. A folder whose extension is rtfd, in any letter case, gives the bytes of its text: TXT.rtf,
-/// else that name in other letters, else the only RTF file in it; any other folder cannot be read.
+/// Reads the file at the path. From a folder with the extension rtfd (in any letter case) it reads the RTF file:
+/// TXT.rtf, else that name in another letter case, else the only RTF file in the folder. Any other folder is a
+/// failure.
 [[nodiscard]] InputOutcome readInput(const std::string& path, Reading reading);
 
 [[nodiscard]] InputOutcome readStandardInput(Reading reading);
@@ -86,10 +88,10 @@ enum class Reading {
 /// Reads a list of names: a file, or standard input for kStandardStream.
 [[nodiscard]] InputOutcome readList(const std::string& path);
 
-/// When the document was last changed: the file, or a bundle's text.
+/// When the file, or the RTF file of a bundle, was last changed; std::nullopt if there is no such file.
 [[nodiscard]] std::optional<timespec> changeTime(const std::string& path);
 
-/// True for a folder that is no bundle.
+/// True for a folder that is not an RTFD bundle.
 [[nodiscard]] bool isPlainFolder(const std::string& path);
 
 } // namespace quillow::cli

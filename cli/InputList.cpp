@@ -7,7 +7,7 @@ namespace quillow::cli {
 
 namespace {
 
-/// Hands out each name that is not empty; answers what is wrong with the list.
+/// Calls `take` with each name that is not empty. Returns a failure if the list is not valid.
 template <typename Take>
 std::optional<InputFailure> forEachName(std::string_view list, NameEnd nameEnd, const Take& take) {
     if (nameEnd == NameEnd::newline && list.find('\0') != std::string_view::npos)
@@ -48,7 +48,7 @@ private:
         InputOutcome read = readList(list);
         if (auto* const failure = std::get_if<InputFailure>(&read)) return std::move(*failure);
         const auto bytes = std::get<InputDocument>(read).bytes.view();
-        // In a list every name is a file's name, whatever it looks like.
+        // In a list every name is a file name, even "-".
         return forEachName({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, arguments_.nameEnd,
                            [this](std::string_view name) { add(name == "-" ? "./-" : std::string(name)); });
     }

@@ -1,4 +1,4 @@
-// Which documents a run is about: those named, those in lists, those in folders.
+// Collects the inputs of a run from the arguments, the input list and the folders.
 #pragma once
 
 #include "cli/Arguments.h"
@@ -11,14 +11,14 @@
 
 namespace quillow::cli {
 
-/// A document, or a folder that cannot be looked into.
+/// A document, or a folder that cannot be listed.
 struct NamedInput {
     std::string path; ///< without trailing slashes; kStandardStream for standard input
     std::optional<InputFailure> failure;
 };
 
-/// Reads the list of names, if there is one, and walks the folders, if that is asked for. The inputs named as arguments come first.
-/// Fails where the list cannot be read.
+/// Reads the list of names, if there is one, and walks the folders if the arguments request it. The inputs named as
+/// arguments come first. Fails if the list cannot be read.
 [[nodiscard]] std::variant<std::vector<NamedInput>, InputFailure> findInputs(const Arguments& arguments);
 
 } // namespace quillow::cli

@@ -42,7 +42,7 @@ void handleInterrupts() {
     try {
         std::thread(waitForInterrupt, signals).detach();
     } catch (const std::system_error&) {
-        // No thread to be had: the signals end the program as they end any other.
+        // The thread cannot be started, so the signals have their default effect again: they end the program.
         ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     }
 }
@@ -52,7 +52,7 @@ void endWithoutReader() {
         ::signal(SIGPIPE, SIG_DFL);
         ::raise(SIGPIPE);
     }
-    ::_exit(kReaderGone); // ignored or blocked
+    ::_exit(kReaderGone); // SIGPIPE is ignored or blocked
 }
 
 } // namespace quillow::cli

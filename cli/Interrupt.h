@@ -1,15 +1,16 @@
-// What happens when the user or the system ends the program early.
+// Ends the program cleanly when a signal or a closed pipe stops it early.
 #pragma once
 
 namespace quillow::cli {
 
-/// From here on SIGINT, SIGTERM and SIGHUP take back what is half written and end the program with kInterrupted; those that
-/// were ignored at the start stay so. To be called before any other thread begins. A closed pipe is an error of the write
-/// and no signal any more.
+/// After this call SIGINT, SIGTERM and SIGHUP remove unfinished files and end the program with kInterrupted. Signals
+/// that were ignored at the start stay ignored. A closed pipe makes the write fail and raises no signal. Call it
+/// before any other thread starts.
 void handleInterrupts();
 
-/// Ends the program as a closed pipe ends any filter, by SIGPIPE, and with the exit code that a shell shows for that where whoever
-/// started the program ignores the signal. Says nothing; only for a program that has nothing half written.
+/// Ends the program by SIGPIPE, as a closed pipe ends any filter. If the parent process ignores that signal, ends it
+/// with kReaderGone, the exit code that a shell shows for SIGPIPE. Prints nothing. Call it only when no file is half
+/// written.
 [[noreturn]] void endWithoutReader();
 
 } // namespace quillow::cli

@@ -14,7 +14,7 @@ namespace quillow::cli {
 
 namespace {
 
-/// A mapping as the signal handler sees it. A slot without a size is free, or about to be filled or emptied.
+/// A mapping as the signal handler sees it. A slot of size 0 is free, or is just being filled or emptied.
 struct Slot {
     std::atomic<bool> taken = false;
     std::atomic<std::uintptr_t> begin = 0;
@@ -30,13 +30,13 @@ std::uintptr_t pageSize() {
     return size;
 }
 
-/// Puts zeros where a page of the mapping, and what is behind it, has no file any more; the read is then tried again.
+/// Maps zeros over the page of the address and all later pages of the mapping. The processor then repeats the read.
 bool fillWithZeros(Slot& slot, std::uintptr_t address) {
     const std::uintptr_t begin = slot.begin;
     const std::size_t size = slot.size;
     if (size == 0 || address < begin || address - begin >= size) return false;
     const std::uintptr_t page = address & ~(pageSize() - 1);
-    // The address is that of a live mapping of ours, so nothing else is replaced.
+    // The address is in one of our live mappings, so no other memory is replaced.
     void* const zeros = ::mmap(reinterpret_cast<void*>(page), begin + size - page, PROT_READ, // NOLINT: from the system
                                MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
     if (zeros == MAP_FAILED) return false;
@@ -44,12 +44,12 @@ bool fillWithZeros(Slot& slot, std::uintptr_t address) {
     return true;
 }
 
-/// Only calls what a signal handler may.
+/// Handles SIGBUS. Calls only functions that are allowed in a signal handler.
 void onBusError(int number, siginfo_t* information, void*) {
     const int savedError = errno;
     const auto address = reinterpret_cast<std::uintptr_t>(information->si_addr);
     bool isFilled = false;
-    if (information->si_code > 0) // from the processor, not sent by a program: the address means something
+    if (information->si_code > 0) // from the kernel, not sent by a program: the address is valid
         for (Slot& slot : slots)
             isFilled = isFilled || fillWithZeros(slot, address);
     if (!isFilled) {
@@ -60,7 +60,7 @@ void onBusError(int number, siginfo_t* information, void*) {
 }
 
 bool handleBusErrors() {
-    (void)pageSize(); // known before the handler asks
+    (void)pageSize(); // computes the value before the handler needs it
     struct sigaction action = {};
     action.sa_sigaction = onBusError;
     action.sa_flags = SA_SIGINFO;

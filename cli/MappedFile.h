@@ -1,4 +1,4 @@
-// A file's bytes mapped into memory instead of read: nothing is copied, and no page of memory is filled.
+// Maps a file into memory instead of reading it, so that its bytes are not copied.
 #pragma once
 
 #include "posix/FileDescriptor.h"
@@ -11,13 +11,12 @@
 
 namespace quillow::cli {
 
-/// Other programs may change the file while it is mapped, and the bytes then change under their reader: only what stays in
-/// bounds whatever it reads may be given them. Where the file was cut short, or its disk fails, zeros are read instead of the
-/// missing bytes.
+/// Other programs may change the file while it is mapped, and its bytes then change too. Pass them only to code that
+/// stays in bounds whatever it reads. If the file becomes shorter or its disk fails, zeros replace the missing bytes.
 class MappedFile {
 public:
-    /// Maps an open file of that status, which must hold something, and takes it over. Nothing, and the file stays with the
-    /// caller, where the system does not map it or kMostMappings are in use.
+    /// Maps an open file that is not empty, and takes ownership of it; `status` is its status. Returns std::nullopt
+    /// and leaves the file to the caller if the system does not map it or kMostMappings are in use.
     [[nodiscard]] static std::optional<MappedFile> map(FileDescriptor& file, const struct stat& status);
 
     MappedFile(MappedFile&& other) noexcept;
@@ -25,7 +24,7 @@ public:
     ~MappedFile();
 
     [[nodiscard]] std::span<const std::byte> view() const { return {begin_, size_}; }
-    /// True once the file is no more what it was when it was mapped, or some of it could not be read.
+    /// True if the file has changed since it was mapped, or if a part of it could not be read.
     [[nodiscard]] bool hasChanged() const;
 
     static constexpr std::size_t kMostMappings = 256;

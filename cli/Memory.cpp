@@ -7,9 +7,9 @@ namespace quillow::cli {
 
 namespace {
 
-/// A thread's store is aligned to its size, so twice as much is asked for, and there is its stack.
+/// Address space of a thread: its arena, which needs twice its size because it is aligned to that size, and its stack.
 constexpr rlim_t kForAThread = rlim_t{128 + 8} << 20;
-/// For the program and the documents.
+/// Address space of the program and the documents.
 constexpr rlim_t kForTheRest = rlim_t{256} << 20;
 
 } // namespace

@@ -1,10 +1,11 @@
-// How the program asks for memory where it may have little.
+// Adapts memory allocation to a limited address space.
 #pragma once
 
 namespace quillow::cli {
 
-/// glibc lets each thread reserve addresses by 64 MiB, and gives a thread that gets none whole pages for the smallest wish. Where the
-/// addresses are limited (ulimit -v) to less than `threads` take so, all of them share one store. To be called before they begin.
+/// glibc reserves an arena of 64 MiB of addresses for each thread. A thread without one gets whole pages for the
+/// smallest request. If the limit of addresses (ulimit -v) is too low for `threads` arenas, all threads share one.
+/// Call it before they start.
 void shareMemoryWhereLimited(unsigned threads);
 
 } // namespace quillow::cli

@@ -8,10 +8,10 @@
 
 namespace quillow::cli {
 
-/// A path as one line shows it: control characters are escaped, everything else stays, UTF-8 or not.
+/// Escapes the control characters of a path, so that it fits in one line. Other bytes stay, UTF-8 or not.
 [[nodiscard]] std::string printable(std::string_view path);
 
-/// "quillow-convert: PATH: REASON (DETAIL)" and a line end; without the brackets where there is no detail.
+/// "quillow-convert: PATH: REASON (DETAIL)" and a line end; without the brackets if there is no detail.
 [[nodiscard]] std::string resultLine(std::string_view path, Reason reason, std::string_view detail);
 
 /// "quillow-convert: MESSAGE" and a line end.

@@ -16,10 +16,10 @@ namespace quillow::cli {
 
 namespace {
 
-/// The names that writes under way have in their folders, so that an interrupted program can take them back.
+/// The temporary names of unfinished files, so that an interrupted program can remove them.
 class TemporaryNames {
 public:
-    /// A name that no other write uses; it stays known until it is dropped.
+    /// Returns a name that no other write uses, and records it until drop().
     std::string add(int folder) {
         const std::lock_guard lock(mutex_);
         std::string name = ".quillow-convert." + std::to_string(::getpid()) + "." + std::to_string(++count_) + ".tmp";
@@ -32,7 +32,7 @@ public:
         names_.erase({folder, name});
     }
 
-    /// Never unlocks: a write that would still make or rename a file waits for the end of the program.
+    /// Removes all recorded files. Never unlocks, so no other write can add a name before the program ends.
     void abandon() {
         mutex_.lock();
         for (const auto& [folder, name] : names_)
@@ -50,8 +50,8 @@ TemporaryNames& temporaryNames() {
     return *names;
 }
 
-/// One file on its way into the folder. Until it is in place it has no name where the file system can do that, so that even a
-/// killed program leaves nothing; elsewhere it has a temporary one.
+/// A file that is being written. Until place() it has no name if the file system supports that, so that even a killed
+/// program leaves nothing. On other file systems it has a temporary name.
 class PendingFile {
 public:
     explicit PendingFile(int folder)
@@ -63,7 +63,7 @@ public:
     PendingFile& operator=(const PendingFile&) = delete;
     ~PendingFile() {
         if (name_.empty()) return;
-        ::unlinkat(folder_, name_.c_str(), 0); // after a rename there is nothing of that name
+        ::unlinkat(folder_, name_.c_str(), 0); // fails harmlessly after a rename
         temporaryNames().drop(folder_, name_);
     }
 
@@ -73,12 +73,12 @@ public:
         return writeAll(file_.number(), content) && ::fsync(file_.number()) == 0;
     }
 
-    /// Takes over what the file that is to be replaced allows to whom.
+    /// Copies the mode and, if the system allows it, the owner and group of the file to be replaced.
     [[nodiscard]] bool takeOver(const struct stat& replaced) const {
         struct stat own = {};
         if (::fstat(file_.number(), &own) != 0) return false;
         if (own.st_uid != replaced.st_uid || own.st_gid != replaced.st_gid) {
-            // Only some may give a file away; the group alone is often theirs to choose.
+            // Only privileged users may change the owner; many others may at least change the group.
             const bool isGiven = ::fchown(file_.number(), replaced.st_uid, replaced.st_gid) == 0 ||
                                  ::fchown(file_.number(), own.st_uid, replaced.st_gid) == 0;
             static_cast<void>(isGiven);
@@ -96,7 +96,7 @@ public:
         }
         if (present == Present::replaced) return ::renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
         if (::renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE) == 0) return true;
-        // Some network file systems rename only in the old way, but they link.
+        // Some network file systems do not support RENAME_NOREPLACE, but they support links.
         return errno == EINVAL && ::linkat(folder_, name_.c_str(), folder_, name.c_str(), 0) == 0;
     }
 
@@ -128,7 +128,7 @@ Status statusOf(int folder, const std::string& name) {
     return status;
 }
 
-/// Why the file may not be replaced. A link is replaced itself, so what it leads to does not matter.
+/// Why the file may not be replaced; std::nullopt if it may. A link itself is replaced, so its target does not matter.
 std::optional<OutputFailure> protection(int folder, const std::string& name, const struct stat& status) {
     if (S_ISLNK(status.st_mode)) return std::nullopt;
     if (S_ISDIR(status.st_mode)) return OutputFailure{"Is a directory"};
@@ -138,7 +138,7 @@ std::optional<OutputFailure> protection(int folder, const std::string& name, con
     return std::nullopt;
 }
 
-/// One folder down; made where it is missing.
+/// Opens the subfolder `name`, and creates it if it is missing.
 FileDescriptor openBelow(int folder, const std::string& name) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     FileDescriptor below(::openat(folder, name.c_str(), kFlags));
@@ -147,7 +147,7 @@ FileDescriptor openBelow(int folder, const std::string& name) {
     return FileDescriptor(::openat(folder, name.c_str(), kFlags));
 }
 
-/// Several folders down; `path` is not empty.
+/// Opens the subfolder at `path`, and creates missing folders on the way. `path` is not empty.
 std::variant<FileDescriptor, OutputFailure> openDeepBelow(int folder, std::string_view path) {
     FileDescriptor at;
     for (;;) {
@@ -160,7 +160,7 @@ std::variant<FileDescriptor, OutputFailure> openDeepBelow(int folder, std::strin
     }
 }
 
-/// Some file systems cannot sync a folder and say EINVAL: they have nothing to do.
+/// Syncs a folder. Some file systems cannot sync folders and return EINVAL; that counts as success.
 bool syncFolder(int folder) {
     return ::fsync(folder) == 0 || errno == EINVAL;
 }

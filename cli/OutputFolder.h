@@ -1,4 +1,4 @@
-// The folder that the texts go into, and the folders below it. Each file appears whole or not at all.
+// Writes the texts into the output folder and the folders below it. Each file appears whole or not at all.
 #pragma once
 
 #include "posix/FileDescriptor.h"
@@ -15,8 +15,8 @@
 namespace quillow::cli {
 
 struct OutputFailure {
-    std::string detail;       ///< what the system said
-    bool nameIsInUse = false; ///< the only thing that is wrong
+    std::string detail;       ///< the system's error message, or a phrase such as "is read-only"
+    bool nameIsInUse = false; ///< the write failed only because a file of that name exists
 };
 
 /// What happens to a file that has the text's name.
@@ -26,29 +26,30 @@ class OutputFolder {
 public:
     enum class Missing { made, failure };
 
-    /// Opens the folder, and makes it where that is asked for and its parent is there.
+    /// Opens the folder. With Missing::made it creates a missing folder if its parent exists.
     [[nodiscard]] static std::variant<OutputFolder, OutputFailure> open(const std::string& path, Missing missing);
 
-    /// When the file of that name was last changed; nothing where there is none.
+    /// When the file of that name was last changed; std::nullopt if there is none.
     [[nodiscard]] std::optional<timespec> changeTime(const std::string& name) const;
 
-    /// Puts a file of that name and content into the folder, or, for "a/b.txt", into one below it, which is made; links to
-    /// folders are not followed there. Whoever looks sees the old file or the whole new one; a failure leaves the old one
-    /// and nothing beside it. A file that is replaced leaves its mode to the new one, and its owner where the system allows it; one
-    /// that may not be written to is not replaced, nor is one that nobody may write to: whoever took that right away, even from
-    /// himself, means the file to stay, though to replace it only the folder's rights are needed.
-    /// May be called from several threads at once.
+    /// Writes a file into the folder, or, for "a/b.txt", into a subfolder, which is created if it is missing. Links
+    /// to subfolders are not followed. Other programs see either the old file or the complete new one. A failure
+    /// leaves the old file and no other. The new file gets the mode of the file that it replaces, and its owner if
+    /// the system allows that. A file that the user may not write to is not replaced, nor is a file that nobody may
+    /// write to: whoever removed that right wants to keep the file, although replacing it needs only the rights of the
+    /// folder. May be called from several threads at once.
     [[nodiscard]] std::optional<OutputFailure> write(const std::string& name, std::string_view content,
                                                      Present present) const;
 
-    /// Makes the entries of all folders written to last: to be called once, after the last file.
+    /// Syncs the folder and its subfolders, so that the new names survive a crash. Call it once, after the last file.
     [[nodiscard]] std::optional<OutputFailure> sync() const;
 
-    /// Takes away what writes under way have in their folders, and lets none of them go on: for a program that is about to end.
+    /// Removes the temporary files of all unfinished writes and blocks those writes. Call it just before the program
+    /// ends.
     static void abandonWrites();
 
 private:
-    /// The folders below this one that texts were put into; those above them are among them.
+    /// The subfolders that texts were written to, and their parents.
     struct Below {
         std::mutex mutex;
         std::set<std::string, std::less<>> names;

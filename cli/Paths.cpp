@@ -6,7 +6,7 @@ namespace quillow::cli {
 
 namespace {
 
-/// Where the extension's dot stands; a name that begins with its only dot has no extension.
+/// The offset of the dot before the extension; npos if there is no extension, as in ".rtf" and "name.".
 std::size_t dotOf(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     return dot == 0 || dot + 1 == name.size() ? std::string_view::npos : dot;

@@ -12,10 +12,11 @@ namespace quillow::cli {
 namespace {
 
 constexpr std::string_view kStandardInputName = "stdin";
-/// Texts that a notice names; a line takes no more.
+/// The most names of texts in a notice, so that it stays one short line.
 constexpr std::size_t kTextsInANotice = 3;
 
-/// The document's whole name. The text of a bundle is called as the bundle: every bundle has a TXT.rtf.
+/// The document's file name with its extension. A TXT.rtf in a bundle gets the name of the bundle, because every
+/// bundle has a TXT.rtf.
 std::string fullName(const std::string& path) {
     const std::string_view name = lastPart(path);
     const std::string_view folder = folderPart(path);
@@ -139,10 +140,10 @@ private:
     const Destination& destination_;
     const Surroundings& surroundings_;
     Plan plan_;
-    std::vector<NameWish> wishes_;   ///< where the texts go into a folder
-    std::vector<std::size_t> named_; ///< the documents that the wishes are for
+    std::vector<NameWish> wishes_;   ///< filled only if the destination is a folder
+    std::vector<std::size_t> named_; ///< for each wish, the index of its document in the plan
     std::set<FileIdentity> inputs_;
-    std::set<std::pair<FileIdentity, std::string>> namedOnce_; ///< a file, and what its text would be called
+    std::set<std::pair<FileIdentity, std::string>> namedOnce_; ///< a file and the name that its text would get
     std::size_t namedAgain_ = 0;
     std::size_t outsideOfMirror_ = 0;
 };

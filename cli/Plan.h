@@ -1,4 +1,4 @@
-// Which documents a run converts and what their texts are called, settled before anything is written.
+// Decides which documents a run converts and what names their texts get, before anything is written.
 #pragma once
 
 #include "cli/Arguments.h"
@@ -16,26 +16,26 @@ namespace quillow::cli {
 
 struct PlannedDocument {
     std::string path;                    ///< kStandardStream for standard input
-    std::optional<DocumentKind> kind;    ///< nothing: the name tells none, the content decides
-    std::optional<std::string> textName; ///< below the output folder; nothing: standard output
-    std::optional<InputFailure> failure; ///< known already: nothing is to be read
+    std::optional<DocumentKind> kind;    ///< std::nullopt: the name shows no kind, so the content decides
+    std::optional<std::string> textName; ///< below the output folder; std::nullopt: standard output
+    std::optional<InputFailure> failure; ///< already known: the document is not read
 };
 
 struct Plan {
     std::vector<PlannedDocument> documents;
-    std::vector<std::string> notices; ///< lines that tell where texts are not where their documents' names say
+    std::vector<std::string> notices; ///< lines for the user, such as about texts with other names than expected
 };
 
-/// What tells two files apart whatever their paths look like: the device and the file's number on it.
+/// Identifies a file whatever its path: the device and the inode number.
 using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
 
-/// What a plan has to know of the disk.
+/// What a plan needs to know of the file system.
 struct Surroundings {
-    std::function<std::optional<FileIdentity>(const std::string& path)> identityOf; ///< nothing where there is no file
+    std::function<std::optional<FileIdentity>(const std::string& path)> identityOf; ///< std::nullopt: no such file
     std::string currentFolder;
 };
 
-/// One file as destination takes one input.
+/// If the destination is one file, `inputs` has one element.
 [[nodiscard]] Plan makePlan(const Arguments& arguments, const Destination& destination, std::vector<NamedInput> inputs,
                             const Surroundings& surroundings);
 

@@ -29,7 +29,7 @@ namespace quillow::cli {
 namespace {
 
 void complain(std::string_view line) {
-    // There is nowhere to say that nothing can be said.
+    // If standard error fails, there is no place left to report it.
     static_cast<void>(writeAll(STDERR_FILENO, line));
 }
 
@@ -48,10 +48,11 @@ bool isOpen(int number) {
     return ::fcntl(number, F_GETFD) >= 0;
 }
 
-/// A closed standard stream's number would go to the next file opened, and messages or texts into that file.
+/// Opens /dev/null for each closed standard stream. Otherwise the next file opened would get its number, and messages
+/// or texts would go into that file.
 void occupyStandardStreams() {
     for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        // Opened the wrong way round, so that use of it still fails as that of a closed stream does.
+        // The access mode is the opposite one, so that use of the stream still fails.
         if (!isOpen(number)) static_cast<void>(::open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
@@ -79,7 +80,7 @@ void tell(Report& report, const PlannedDocument& document, const Result& result)
 int failOnFolder(const std::string& path, const OutputFailure& failure) {
     const bool isOtherFile = identityOf(path) && !isFolder(path);
     complain(resultLine(path, Reason::unwritable,
-                        isOtherFile ? "is no folder, nor a file that ends in .txt" : failure.detail));
+                        isOtherFile ? "is neither a folder nor a file that ends in .txt" : failure.detail));
     return kDestinationUnwritable;
 }
 
@@ -117,7 +118,7 @@ int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
             tell(report, plan.documents[i], result);
             return Next::goOn;
         });
-    // Some file systems tell only now that they did not take it.
+    // Some file systems report write errors only on close.
     if (!broken && ::close(STDOUT_FILENO) != 0 && errno != EINTR) broken = lastError();
     return broken ? failOnStandardOutput(*broken) : report.exitCode();
 }
@@ -128,7 +129,7 @@ int failOnUsage(const std::string& mistake) {
 }
 
 std::string currentFolder() {
-    std::error_code none; // in a folder that is gone, relative paths lead nowhere anyway
+    std::error_code none; // if the folder was deleted, relative paths do not work anyway
     return std::filesystem::current_path(none).string();
 }
 
@@ -137,7 +138,7 @@ int convertAll(const Arguments& arguments) {
     if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
         return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
     if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
-        return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is no folder");
+        return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is not a folder");
 
     auto found = findInputs(arguments);
     if (const auto* const failure = std::get_if<InputFailure>(&found)) {

@@ -1,4 +1,4 @@
-// quillow-convert from its arguments to its exit code.
+// Runs quillow-convert: takes its arguments and returns its exit code.
 #pragma once
 
 #include <span>
@@ -12,9 +12,9 @@ inline constexpr int kUsage = 2;
 inline constexpr int kNothingAccepted = 3;
 inline constexpr int kDestinationUnwritable = 4;
 inline constexpr int kInterrupted = 130;
-inline constexpr int kReaderGone = 141; ///< what a shell shows for a filter that SIGPIPE ended
+inline constexpr int kReaderGone = 141; ///< the exit code that a shell shows for a filter ended by SIGPIPE
 
-/// `arguments` are those after the program's name. Answers the exit code.
+/// `arguments` are those after the program's name. Returns the exit code.
 [[nodiscard]] int runProgram(std::span<const std::string_view> arguments);
 
 } // namespace quillow::cli

@@ -1,4 +1,4 @@
-// Sums up a run and says what there is to say about each document.
+// Counts the results of a run and writes the message about each document.
 #pragma once
 
 #include "cli/Arguments.h"
@@ -15,7 +15,7 @@ public:
     explicit Report(const Arguments& arguments)
         : arguments_(arguments) {}
 
-    /// Counts the result; answers the line to say about it, empty when there is none.
+    /// Counts the result. Returns the message line about it; empty if there is nothing to say.
     [[nodiscard]] std::string add(const PlannedDocument& document, const Result& result);
 
     [[nodiscard]] int exitCode() const;

@@ -1,4 +1,4 @@
-// What became of one document.
+// The result of converting one document.
 #pragma once
 
 #include "engines/Extraction.h"
@@ -9,19 +9,19 @@
 
 namespace quillow::cli {
 
-/// Whether the input is of a kind that the program takes at all, by its name or, where that tells nothing, its content.
+/// Whether the input is of a kind that the program reads, by its name or, if the name shows no kind, by its content.
 enum class Acceptance { accepted, notAccepted };
 
 struct Result {
     Reason reason = Reason::damaged;
     std::string detail;
-    std::optional<std::string> text; ///< present while it waits to be written to standard output
+    std::optional<std::string> text; ///< present until it is written
     std::uint64_t textBytes = 0;
     std::uint64_t pages = 0;
     Acceptance acceptance = Acceptance::accepted;
 };
 
-/// A document whose text came, if only in part or if there was none to come.
+/// True if the document gave its text, even if the text is partial or empty.
 [[nodiscard]] constexpr bool hasText(Reason reason) {
     return reason == Reason::ok || reason == Reason::okEmpty || reason == Reason::partial;
 }

@@ -39,12 +39,12 @@ public:
     }
 
 private:
-    /// Who wants a path.
+    /// The texts that want one path.
     struct Claims {
         std::optional<std::size_t> byBase;
-        bool isContested = false; ///< no text keeps the path by its base name
+        bool isContested = false; ///< no text may have the path by its base name
         bool isByFullName = false;
-        bool isTaken = false; ///< by a text that has its full name
+        bool isTaken = false; ///< a text with its full name has the path
     };
 
     void addFolders(std::string_view folder) {
@@ -97,7 +97,8 @@ private:
         return path;
     }
 
-    /// No other full name gives the same number to the same path, so what texts want without a number is all there is to avoid.
+    /// True if some text wants the path without a number. That is enough: no other full name leads to the same
+    /// numbered path.
     [[nodiscard]] bool isWanted(const std::string& path) const {
         const auto found = claims_.find(path);
         return found != claims_.end() && (found->second.byBase || found->second.isByFullName);

@@ -1,4 +1,4 @@
-// Gives every text of a run a name of its own.
+// Gives every text of a run a unique name.
 #pragma once
 
 #include <functional>
@@ -8,19 +8,19 @@
 
 namespace quillow::cli {
 
-/// What a text would be called, all without ".txt".
+/// The names that a text may get, all without ".txt".
 struct NameWish {
     std::string folder; ///< below the output folder; "" is that folder itself
     std::string base;   ///< the document's name without its extension: "report"
     std::string full;   ///< the whole name: "report.pdf"
 };
 
-/// True where a path below the output folder must not become a text.
+/// True if a path below the output folder must not become a text.
 using IsBarred = std::function<bool(const std::string& path)>;
 
-/// The texts' paths below the output folder, in the order of the wishes. Texts that would meet, or would stand on a barred path or
-/// where another text's folder is, get their full names; those that still do are numbered in order: "report.rtf-2.txt". The
-/// outcome depends on the wishes and their order only.
+/// The texts' paths below the output folder, in the order of the wishes. Texts with the same path, or with a path
+/// that is barred or is another text's folder, get their full names. Those that still collide are numbered in order:
+/// "report.rtf-2.txt". The result depends only on the wishes, their order and `isBarred`.
 [[nodiscard]] std::vector<std::string> nameTexts(std::span<const NameWish> wishes, const IsBarred& isBarred);
 
 /// The first of "stem-2.txt", "stem-3.txt", ... for which `isTaken` is false; `path` is "stem.txt".

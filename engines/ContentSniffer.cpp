@@ -17,7 +17,7 @@ using namespace std::string_view_literals;
 /// The MIME Sniffing Standard's "resource header": no signature lies beyond these many bytes.
 constexpr std::size_t kResourceHeader = 1445;
 
-/// The ASCII of a UTF-16 header; what is not ASCII becomes 0x7F, which no signature holds.
+/// Converts UTF-16 to ASCII. Other characters become 0x7F, which no signature contains.
 std::string narrowed(std::string_view bytes, std::size_t lowByte) {
     std::string ascii;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -28,7 +28,7 @@ std::string narrowed(std::string_view bytes, std::size_t lowByte) {
     return ascii;
 }
 
-/// The first bytes without byte-order mark and leading blanks, as ASCII whatever Unicode form they are in.
+/// The first bytes without byte-order mark and leading blanks; UTF-16 is converted to ASCII.
 std::string header(std::string_view bytes) {
     bytes = bytes.substr(0, kResourceHeader * 2);
     std::string ascii;
@@ -100,7 +100,7 @@ std::string_view asText(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-/// What is looked at of a message's header; browsers write some ten short fields and the page's address.
+/// The most bytes of a message header that are examined. Browsers write some ten short fields and the page's address.
 constexpr std::size_t kMessageHeader = 8192;
 
 /// Letters, digits and hyphens: RFC 5322, 2.2 allows more, but no registered field has them, and HTML's "<p>a:" does.
@@ -118,7 +118,7 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
 /// The header of a MIME message (RFC 2045): fields from the first byte on, the version among them.
 struct MessageHeader {
     bool isMime = false;
-    std::string_view contentType; ///< as it stands, with what follows it
+    std::string_view contentType; ///< the value with its parameters, unparsed
 };
 
 MessageHeader messageHeader(std::string_view bytes) {
@@ -130,7 +130,7 @@ MessageHeader messageHeader(std::string_view bytes) {
         const std::string_view line = rest.substr(0, end);
         rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
         if (line.empty() || line == "\r") break;
-        if (text::isBlank(line.front())) continue; // the field before goes on
+        if (text::isBlank(line.front())) continue; // continues the previous field
         const std::size_t colon = line.find(':');
         if (colon == std::string_view::npos || !isFieldName(line.substr(0, colon))) break;
         if (text::startsWithIgnoringCase(line, "mime-version:")) header.isMime = true;
@@ -149,9 +149,9 @@ std::optional<std::string_view> describeMessage(std::string_view bytes) {
     return "a MIME message"sv;
 }
 
-/// More than one binary byte in ten is not text; fewer are damage.
+/// Content with more than one binary byte in ten is not text. Fewer count as damage.
 constexpr std::size_t kBinaryShare = 10;
-/// How much of the content decides that.
+/// How many bytes of the content are counted for that.
 constexpr std::size_t kBinaryWindow = 4096;
 
 bool isBinary(std::string_view bytes) {
@@ -205,7 +205,7 @@ std::string_view describeKind(DocumentKind kind) {
 std::optional<DocumentKind> sniffDocumentKind(std::span<const std::byte> bytes) {
     const std::string_view text = asText(bytes);
     if (looksLikeRtf(text)) return DocumentKind::rtf;
-    // A page that speaks of PDF headers is a page: what begins as HTML is held to a PDF header in the first place only.
+    // HTML is checked first, because a page may mention a PDF header in its text.
     if (looksLikeHtml(text)) return DocumentKind::html;
     if (looksLikePdf(text)) return DocumentKind::pdf;
     return std::nullopt;
@@ -224,7 +224,7 @@ std::optional<std::string_view> describeOtherContent(std::span<const std::byte> 
     std::string_view text = asText(bytes);
     if (const auto sniffed = sniffDocumentKind(bytes)) {
         if (sniffed == kind || (sniffed == DocumentKind::rtf && isRtf(kind))) return std::nullopt;
-        // A text that mentions a PDF header further on stays a text.
+        // A text may mention a PDF header further on.
         if (sniffed == DocumentKind::pdf && !startsAsPdf(text)) return std::nullopt;
         return describeKind(*sniffed);
     }

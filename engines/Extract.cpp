@@ -1,5 +1,5 @@
-// The one door: sends a document to its engine. What all engines would do alike is done here once: empty input, content of another
-// kind, and the end of memory.
+// Sends a document to its engine. Handles what is the same for all engines: empty input, content of another kind, and
+// lack of memory.
 #include "engines/Extract.h"
 
 #include "engines/ContentSniffer.h"
@@ -20,7 +20,8 @@ Extraction wrongType(std::string_view description) {
     return failed(Reason::wrongType, "the content is " + std::string(description));
 }
 
-/// The RTF and HTML engines read nearly any bytes as text, so content that plainly is of another kind must not reach them.
+/// The RTF and HTML engines read nearly any bytes as text, so content that plainly is of another kind must not reach
+/// them.
 Extraction readTolerantKind(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone) {
     if (const auto other = describeOtherContent(bytes, kind)) return wrongType(*other);
     return kind == DocumentKind::html ? html::readHtml(bytes, options, bytesDone)
@@ -51,8 +52,8 @@ Extraction dispatch(Bytes bytes, DocumentKind kind, const Options& options, cons
 
 Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options,
                    const BytesDone& bytesDone) {
-    // The engines throw nothing of their own; the standard library does when memory ends, and that is one document's
-    // failure, not the program's.
+    // The engines throw nothing themselves, but the standard library does when memory runs out. Only this document then
+    // fails, not the program.
     try {
         return dispatch(bytes, kind, options, bytesDone);
     } catch (const std::bad_alloc&) {

@@ -1,4 +1,4 @@
-// The one door to the engines: takes bytes and a kind, returns a text or the reason why there is none.
+// The only entry point to the engines: takes bytes and a kind, returns a text or the reason why there is none.
 #pragma once
 
 #include "engines/DocumentKind.h"
@@ -9,10 +9,10 @@
 
 namespace quillow {
 
-/// Reads one document that is completely in memory. Content that plainly is of another kind is `wrongType`. Never throws: if
-/// memory runs out, the document is `outOfMemory`. Opens no socket, and no file except, for the first PDF, the module that
-/// reads them. Keeps nothing else between calls. May be called from several threads at once. For DocumentKind::rtfd the
-/// bytes are those of the RTF file in the bundle.
+/// Reads one document that is completely in memory. Content that plainly is of another kind is `wrongType`. Never
+/// throws: if memory runs out, the document is `outOfMemory`. Opens no socket, and no file except, for the first PDF,
+/// the module that reads them. Keeps nothing else between calls. May be called from several threads at once. For
+/// DocumentKind::rtfd the bytes are those of the RTF file in the bundle.
 [[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {},
                                  const BytesDone& bytesDone = {});
 

@@ -11,14 +11,14 @@
 
 namespace quillow {
 
-/// Why a document gave what it gave. A closed list: results, logs and exit codes use these and no others.
+/// The reason for a document's result. A closed list: results, logs and exit codes use no others.
 enum class Reason {
-    ok,          ///< text came
+    ok,          ///< the document has text
     okEmpty,     ///< the document was read and holds no characters
-    noTextLayer, ///< a PDF of pictures only
-    partial,     ///< text came, but pages or parts failed
+    noTextLayer, ///< a PDF with pictures only
+    partial,     ///< there is text, but some pages or parts failed
     wrongType,   ///< the content is not what the extension says
-    damaged,     ///< beyond repair, or no bytes at all where the format needs some
+    damaged,     ///< beyond repair, or empty if the format does not allow that
     locked,      ///< needs a password
     tooLarge,
     timeout,
@@ -40,7 +40,7 @@ enum class HiddenText { off, on };
 enum class HeadersFooters { off, on };
 enum class Reflow { off, joinLines };
 
-/// How the text form is to be written; the same for every engine. The defaults are what the desktop program uses.
+/// How to write the text; the same for every engine. The desktop program uses the defaults.
 struct Options {
     PageMarks pageMarks = PageMarks::off;
     CellSeparator cells = CellSeparator::tab;
@@ -62,8 +62,9 @@ struct LossAccount {
 /// The outcome of one document.
 struct Extraction {
     Reason reason = Reason::damaged;
-    /// The text in UTF-8: always valid, LF line ends, no byte-order mark, no control characters but TAB, LF (and FF with
-    /// page marks); when not empty it ends with exactly one LF. Present for ok, okEmpty (empty) and partial only.
+    /// The text in UTF-8: always valid, LF line ends, no byte-order mark, no control characters but TAB, LF (and FF
+    /// with page marks); when not empty it ends with exactly one LF. Present for ok, okEmpty (empty) and partial
+    /// only.
     std::optional<std::string> text;
     std::string detail; ///< a short phrase for the user, such as "the content is a PDF"; may be empty
     LossAccount loss;
@@ -78,8 +79,8 @@ struct Extraction {
     return extraction;
 }
 
-/// An engine calls it at most once, if it no longer needs the document's bytes before it has finished the text. Their owner
-/// may then free them. Never throws.
+/// An engine calls it at most once, if it no longer needs the document's bytes before it has finished the text. Their
+/// owner may then free them. Never throws.
 using BytesDone = std::function<void()>;
 
 } // namespace quillow

@@ -29,7 +29,7 @@ void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
                                                   1);
     }
     if (prefWindow_) prefWindow_->setExcludedFromWindowsMenu(true);
-    // A missing path is not the empty path: it changes nothing.
+    // Only the empty path counts, not a missing one.
     if (platform_.defaults.objectForKey(settings::kStartupSelectedDocPath.string()) == Boxed(QStringLiteral(""))) {
         setStartupDocPathMessageString(QStringLiteral("Please select a file or change startup option"));
         setStartupDocSpecified(false);

@@ -1,5 +1,6 @@
-// The root of the delegate classes: what every application of the frame shares. Name and release, the menu entry of the update
-// check and the preferences window here; the startup document in StartupDocument.cpp, the user guide in UserGuide.cpp.
+// The root of the delegate classes, with the features that all applications share: name and release, the menu entry
+// of the update check, and the preferences window. StartupDocument.cpp and UserGuide.cpp implement the parts of their
+// names.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -20,7 +21,7 @@ class Menu;
 class MWPrefToolbarDelegate;
 class Window;
 
-/// What the platform tells with a life-cycle event; the delegates do not look at it.
+/// The argument of a life-cycle event. The delegates do not use it.
 struct Notification {};
 
 class MWAppDelegateBase : public KVObject {
@@ -47,14 +48,14 @@ public:
     void emailUs(Sender sender = {});
 
     void openPreferences(Sender sender = {});
-    /// Opens the preferences at the pane whose number is the sender's tag.
+    /// Opens the preferences at the pane that the sender's tag numbers.
     void openPreferencesAtSenderTagTab(Sender sender);
     void openPreferencesAtTab(std::int32_t tab);
 
-    /// The product's one-line statement.
+    /// A one-line description of the product.
     [[nodiscard]] QString getAppStantment() const;
 
-    // The user guide: a PDF among the program's resources that is copied into the user's own folder and opened from there.
+    // The user guide: a PDF in the program's resources. It is copied into the user's folder and opened there.
     [[nodiscard]] QString getUserGuideDirPath() const;
     [[nodiscard]] QString getUserGuideFinalPath() const;
     void openUserGuide(Sender sender = {});
@@ -64,14 +65,14 @@ public:
     virtual void openAppStoreList(Sender /*sender*/ = {}) {}
     virtual void appendMasHelp(Sender /*sender*/ = {}) {}
     virtual void UseFrontDocumentAsStartupDoc(Sender /*sender*/ = {}) {}
-    /// One empty string means any file.
+    /// File-name extensions; a single empty string allows any file.
     [[nodiscard]] virtual QStringList allowedStartupDocExtensions() const;
     [[nodiscard]] virtual QString getUserGuideName() const;
     [[nodiscard]] virtual QString getUserGuideNameWithThisRelNum() const;
 
     [[nodiscard]] QString appName() const;
     [[nodiscard]] QString releaseString() const;
-    /// A document is being opened: the startup actions 0 and 1 hold back.
+    /// True while a document is being opened; the startup actions 0 and 1 then do nothing.
     [[nodiscard]] bool documentIsOpening() const { return documentIsOpening_; }
     void setDocumentIsOpening(bool value) { documentIsOpening_ = value; }
     /// deliberate: set by a derived delegate when it has finished launching. For its own use; nothing here reads it.
@@ -80,7 +81,7 @@ public:
     /// deliberate: set by applications that are started to serve a service request; this product never is.
     [[nodiscard]] bool usingAServices() const { return usingAServices_; }
     void setUsingAServices(bool value) { usingAServices_ = value; }
-    /// The state line under the choice of the startup document.
+    /// The status line below the choice of the startup document.
     [[nodiscard]] std::optional<QString> StartupDocPathMessageString() const {
         return StartupDocPathMessageString_.get();
     }
@@ -88,7 +89,7 @@ public:
     [[nodiscard]] Boxed StartupDocSpecified() const { return StartupDocSpecified_.get(); }
     void setStartupDocSpecified(const Boxed& value) { StartupDocSpecified_.set(value); }
 
-    // Outlets. An outlet that is null takes what it is told without effect.
+    // Outlets. Each may be null; calls to it then have no effect.
     [[nodiscard]] Window* prefWindow() const { return prefWindow_; }
     void setPrefWindow(Window* prefWindow) { prefWindow_ = prefWindow; }
     [[nodiscard]] MWPrefToolbarDelegate* prefToolbarDelegate() const { return prefToolbarDelegate_; }

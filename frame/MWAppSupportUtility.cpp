@@ -13,12 +13,13 @@ namespace quillow {
 
 namespace {
 
-/// Percent-encodes what may not stand in the query of a URL as it is (RFC 3986, section 3.4: pchar, "/" and "?" may).
+/// Percent-encodes all characters that are not allowed in the query of a URL (RFC 3986, section 3.4: pchar, "/" and
+/// "?" are).
 QString encodedForQuery(const QString& text) {
     return QString::fromLatin1(QUrl::toPercentEncoding(text, QByteArrayLiteral("!$&'()*+,;=:@/?")));
 }
 
-/// Two digits of a release number as a number is written: without a leading zero.
+/// Removes the leading zero from two digits of a release number.
 QString withoutLeadingZero(const QString& twoDigits) {
     return twoDigits.startsWith(u'0') ? twoDigits.mid(1) : twoDigits;
 }

@@ -1,5 +1,5 @@
-// The small services that every application of the frame offers alike: support mail, the maker's pages, the alerts about files
-// of a newer release, and release numbers as text.
+// Small services that all applications share: support mail, the maker's web pages, alerts about files of a newer
+// release, and release numbers as text.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -14,7 +14,7 @@ class Alerts;
 class SystemInfo;
 class Workspace;
 
-/// Where the maker is found. Values of the build's configuration.
+/// The maker's addresses, set by the configuration of the build.
 struct SupportAddresses {
     QString supportMail; ///< "mailto:" and the address
     QString appUrl;      ///< the application's own page
@@ -31,20 +31,20 @@ public:
         , systemInfo_(systemInfo)
         , addresses_(addresses) {}
 
-    // Nothing is checked or reported when opening fails.
+    // Each opens an address. A failure to open it is not detected.
     void emailUs(Sender sender = {}) const;
     void visitAppUrl(Sender sender = {}) const;
     void visitUs(Sender sender = {}) const;
     void openAppStoreList(Sender sender = {}) const;
     void openAppStorePage(Sender sender = {}) const;
 
-    // Application-modal alerts about something written by a newer release. True when the user chose to download, and the
-    // maker's site was then opened.
+    // Application-modal alerts about data written by a newer release. They return true if the user chose to download;
+    // the maker's site has then been opened.
     bool sayFilecreatedWithANewerVersion(Sender sender = {}) const;
     bool dataIn_ApplicationSupportFolder_CreatedWithANewerVersion(Sender sender = {}) const;
 
-    /// A release number (major * 10000 + minor * 100 + patch) as text: 10501 gives "1.5.1", 10500 "1.5", 10000 "1.0"; a
-    /// number of fewer than four digits gives the empty string.
+    /// Formats a release number (major * 10000 + minor * 100 + patch): 10501 gives "1.5.1", 10500 "1.5", 10000 "1.0".
+    /// A number of fewer than four digits gives the empty string.
     [[nodiscard]] static QString calcReleaseString(std::int64_t releaseNumber);
 
 private:

@@ -35,7 +35,7 @@ std::optional<QUrl> MWBookmark::urlForBookmark(const std::optional<QByteArray>& 
 
 std::optional<QUrl> MWBookmark::urlForDocBookmark(const std::optional<QByteArray>& bookmark,
                                                   const std::optional<QUrl>& docUrl, bool* isStale) const {
-    // First of all, so that it is false whenever the platform does not set it.
+    // Cleared first, so that it is false if the platform does not set it.
     *isStale = false;
     if (!bookmark) return std::nullopt;
     std::optional<PlatformError> error;

@@ -1,5 +1,5 @@
-// Makes and resolves bookmarks: byte blocks by which a file or folder that the user chose is remembered across launches. Access
-// to what a bookmark names is the caller's business: it starts and stops it on the URL that it gets back.
+// Creates and resolves bookmarks: byte blocks that store the user's choice of a file or folder across launches. The
+// caller starts and stops access to the item with the resolved URL.
 #pragma once
 
 #include <QByteArray>
@@ -17,8 +17,9 @@ public:
     explicit MWBookmark(BookmarkStore& store)
         : store_(store) {} // selector: none
 
-    // A bookmark of the item at a file URL, read-only or read-write. Nothing for a nil URL, one that names no file, or any
-    // error of the platform. The doc forms make it relative to a document.
+    // Create a read-only or read-write bookmark of the item at a file URL. They return std::nullopt for a nil URL,
+    // for a URL that is not a file URL, and after any error of the platform. The doc forms create it relative to a
+    // document.
     [[nodiscard]] std::optional<QByteArray> bookmarkForURL_RO(const std::optional<QUrl>& url) const;
     [[nodiscard]] std::optional<QByteArray> bookmarkForURL_RW(const std::optional<QUrl>& url) const;
     [[nodiscard]] std::optional<QByteArray> docBookmarkForURL_RO(const std::optional<QUrl>& url,
@@ -26,9 +27,9 @@ public:
     [[nodiscard]] std::optional<QByteArray> docBookmarkForURL_RW(const std::optional<QUrl>& url,
                                                                  const std::optional<QUrl>& docUrl) const;
 
-    // The URL that a bookmark names, or nothing after any error of the platform, also when it answered a URL beside the
-    // error. `*isStale` (never null) tells whether the item was found elsewhere than the bookmark says, and is false
-    // whenever the platform does not say so. A stale bookmark is not refreshed here.
+    // Resolve a bookmark to its URL. They return std::nullopt after any error of the platform, even if the platform
+    // also returned a URL. `isStale` is not null; `*isStale` becomes true if the platform reports that the item is
+    // not where the bookmark says, otherwise false. They do not refresh a stale bookmark.
     [[nodiscard]] std::optional<QUrl> urlForBookmark(const std::optional<QByteArray>& bookmark, bool* isStale) const;
     [[nodiscard]] std::optional<QUrl> urlForDocBookmark(const std::optional<QByteArray>& bookmark,
                                                         const std::optional<QUrl>& docUrl, bool* isStale) const;

@@ -1,5 +1,5 @@
-// The delegate of a drag-and-drop application: it observes the drop area and holds what is being processed. What becomes of a
-// dropped path is the derived delegate's business; the hooks here do nothing.
+// The delegate of a drag-and-drop application: it observes the drop area and stores the paths being processed. A
+// derived delegate processes dropped paths; the hooks here do nothing.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -20,8 +20,8 @@ class MWDragDropBaseApp : public MWAppDelegateBase {
 public:
     explicit MWDragDropBaseApp(const Platform& platform); // selector: init
 
-    /// Starts observing the drop area. A derived delegate that overrides one of these two calls it, so that the observation
-    /// begins and ends in pairs.
+    /// These two start and stop the observation of the drop area. A derived delegate that overrides one of them must
+    /// call the base version too.
     virtual void applicationDidFinishLaunching(const Notification& notification);
     virtual void applicationWillTerminate(const Notification& notification);
     [[nodiscard]] virtual bool applicationShouldTerminateAfterLastWindowClosed(Sender application = {});
@@ -38,7 +38,7 @@ public:
     virtual void observeValueForKeyPath(const QString& keyPath, const KVObject* ofObject, const Change& change,
                                         void* context);
 
-    // What is being processed.
+    // The state of the processing.
     [[nodiscard]] std::optional<QString> fileToProcessPath() const { return fileToProcessPath_.get(); }
     void setFileToProcessPath(const std::optional<QString>& path) { fileToProcessPath_.set(path); }
     [[nodiscard]] QStringList fileToProcessPathArray() const { return fileToProcessPathArray_.get(); }
@@ -46,13 +46,13 @@ public:
     /// deliberate: kept for derived applications that process a bookmarked file; this product leaves it nil.
     [[nodiscard]] std::optional<QByteArray> fileToProcessBookmark() const { return fileToProcessBookmark_.get(); }
     void setFileToProcessBookmark(const std::optional<QByteArray>& bookmark) { fileToProcessBookmark_.set(bookmark); }
-    /// Whether the current task has finished: a boolean, begun with a capital letter on purpose.
+    /// A boolean: whether the current task has finished. The name begins with a capital letter on purpose.
     [[nodiscard]] Boxed Done() const { return Done_.get(); }
     void setDone(const Boxed& done) { Done_.set(done); }
     [[nodiscard]] Boxed performingTask() const { return performingTask_.get(); }
     void setPerformingTask(const Boxed& performingTask) { performingTask_.set(performingTask); }
 
-    // Outlets. An outlet that is null takes what it is told without effect.
+    // Outlets. Each may be null; calls to it then have no effect.
     [[nodiscard]] MWDragDropView* dragDropArea() const { return dragDropArea_; }
     void setDragDropArea(MWDragDropView* dragDropArea) { dragDropArea_ = dragDropArea; }
     [[nodiscard]] ProgressIndicator* progressIndicator() const { return progressIndicator_; }

@@ -1,5 +1,5 @@
-// The drop area: it takes drags of files whose source offers to link them, shows that it is a target, and reports each dropped
-// path as a write of one observed property. What becomes of the paths is the observer's business.
+// The drop area: it accepts drags of files if their source offers to link them, shows that it is a target, and
+// reports each dropped path by a write to one observed property. The observer processes the paths.
 #pragma once
 
 #include "base/KVObject.h"
@@ -14,28 +14,28 @@ namespace quillow {
 
 class MWDragDropView : public KVObject, public View {
 public:
-    /// Takes drags only after awakeFromNib(), the way of a view whose place the window's layout sets.
+    /// For a view that the window's layout places. It accepts drags only after awakeFromNib().
     explicit MWDragDropView(ViewArea& area); // selector: init
-    /// Takes drags at once.
+    /// Accepts drags at once.
     MWDragDropView(ViewArea& area, const Rect& frame); // selector: initWithFrame:
     ~MWDragDropView() override;                        // selector: dealloc
     void awakeFromNib();
 
     [[nodiscard]] bool prepareForDragOperation(const DraggingInfo& sender) override;
-    /// Answers link for files that may be linked, else none.
+    /// Returns link for files that may be linked, otherwise none.
     [[nodiscard]] DragOperation draggingEntered(const DraggingInfo& sender) override;
     void draggingExited() override; // selector: draggingExited:
-    /// Reports the paths: each is written to `myFilePathDropped`, in order, and its observers have run before the next one is.
-    /// An equal path is written, and reported, again. An observer may change the list: its current length counts.
+    /// Writes each path to `myFilePathDropped`, in order. The observers run after each write, even if the path is the
+    /// same as before. An observer may change the list: the loop uses its current length.
     void addLinkToFiles(const QStringList& files);
-    /// Reports the dropped paths. deliberate: answers yes in every case, also when nothing was taken.
+    /// Reports the dropped paths. deliberate: always returns true, even if nothing was accepted.
     [[nodiscard]] bool performDragOperation(const DraggingInfo& sender) override;
     /// Draws nothing.
     void drawRect(const Rect& rect, Drawing& drawing) override; // selector: drawRect:
 
-    /// The path dropped last; nil before the first.
+    /// The last dropped path; nil before the first drop.
     [[nodiscard]] std::optional<QString> myFilePathDropped() const { return myFilePathDropped_.get(); }
-    /// True while a drag that would be taken hovers.
+    /// True while a drag that the view accepts is over it.
     [[nodiscard]] bool hilited() const { return hilited_; }
 
 private:

@@ -1,4 +1,4 @@
-// The drop area with a dashed, rounded outline that grows heavier while a drag that would be taken hovers.
+// The drop area with a dashed, rounded outline. The outline is thicker while an acceptable drag is over the area.
 #pragma once
 
 #include "frame/MWDragDropView.h"
@@ -9,7 +9,7 @@ class MWOutlinedDragDropView final : public MWDragDropView {
 public:
     using MWDragDropView::MWDragDropView;
     explicit MWOutlinedDragDropView(ViewArea& area); // selector: init
-    /// Draws the whole outline, whatever part has to be drawn again, in the drawing's current colour.
+    /// Draws the whole outline in the current colour, whatever `rect` is.
     void drawRect(const Rect& rect, Drawing& drawing) override; // selector: drawRect:
 };
 

@@ -16,7 +16,7 @@ void MWWhiteView::drawRect(const Rect&, Drawing& drawing) {
     const Rect bounds = area().bounds();
     drawing.setColor(DrawingColor::white);
     drawing.fillRect(bounds);
-    // The bounds themselves, not inset: the frame's outer half lies outside of the view.
+    // The bounds are not inset, so the outer half of the frame's line is outside the view.
     drawing.setColor(DrawingColor::gray);
     drawing.strokeRect(bounds, {});
 }

@@ -7,10 +7,10 @@ namespace quillow {
 
 class MWWhiteView final : public View {
 public:
-    /// Stands over the whole of its area, wherever that is.
+    /// Fills its whole area.
     explicit MWWhiteView(ViewArea& area);
     MWWhiteView(ViewArea& area, const Rect& frame); // selector: initWithFrame:
-    /// Draws the whole panel, whatever part has to be drawn again.
+    /// Draws the whole panel, whatever `rect` is.
     void drawRect(const Rect& rect, Drawing& drawing) override; // selector: drawRect:
 };
 

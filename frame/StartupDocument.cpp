@@ -1,4 +1,4 @@
-// The startup document: a new document, the open dialog, or one chosen document, as the preferences say.
+// The startup action: a new document, the open dialog, or a chosen document, depending on the preferences.
 #include "base/PathStrings.h"
 #include "base/SettingKeys.h"
 #include "frame/MWAppDelegateBase.h"
@@ -66,7 +66,7 @@ void MWAppDelegateBase::executeDocumentStartupAsInPref(Sender /*sender*/) {
 void MWAppDelegateBase::openChosenStartupDocument() {
     if (usingAServices_) return;
     if (stored(platform_.defaults, settings::kStartupSelectedDocPath.name) == Boxed(QStringLiteral(""))) {
-        // Shown once launch has finished.
+        // The alert appears after launch has finished.
         platform_.mainQueue.addOperation([this] { tellStartupDocumentIsUnspecified(); });
         return;
     }
@@ -86,7 +86,7 @@ void MWAppDelegateBase::tellStartupDocumentIsUnspecified() {
 
 void MWAppDelegateBase::tellStartupDocumentIsUnreachable() {
     setStartupDocPathMessageString(QStringLiteral("Not valid bookmark. Please re-select"));
-    // deliberate: true, where a document that was never specified gives false: one is specified, it only cannot be reached.
+    // deliberate: true, because a document is specified; it only cannot be reached.
     setStartupDocSpecified(true);
     offerPreferences(
         QStringLiteral("The system is negating the access to the document selected to be opened at startup"),
@@ -101,7 +101,7 @@ void MWAppDelegateBase::offerPreferences(const QString& messageText, const QStri
     if (platform_.alerts.runModal(alert) == kAlertFirstButtonReturn) openPreferences();
 }
 
-/// The URL that the stored bookmark names; a stale one says so in the state line and is used all the same.
+/// The URL of the stored bookmark. If the bookmark is stale, the status line says so, and its URL is used nevertheless.
 std::optional<QUrl> MWAppDelegateBase::startupDocumentUrl() {
     bool isStale = false;
     auto url = bookmark_.urlForBookmark(stored(platform_.defaults, settings::kStartupSelectedDocBookmark.name).data(),
@@ -119,7 +119,7 @@ std::optional<QUrl> MWAppDelegateBase::synchroniseStartupDocPath() {
     auto url = startupDocumentUrl();
     const auto path = url ? std::optional(pathOfURL(*url)) : std::nullopt;
     if (stored(platform_.defaults, settings::kStartupSelectedDocPath.name) != Boxed(path)) {
-        store(platform_.defaults, path, settings::kStartupSelectedDocPath.name); // no path removes the key
+        store(platform_.defaults, path, settings::kStartupSelectedDocPath.name); // std::nullopt removes the key
         if (path && path->isEmpty()) setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
     }
     return url;

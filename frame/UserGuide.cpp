@@ -1,4 +1,4 @@
-// The user guide: copied out of the program's resources once a release, the guides of earlier releases removed.
+// The user guide: copies it from the program's resources once per release and removes the guides of earlier releases.
 #include "base/Format.h"
 #include "frame/MWAppDelegateBase.h"
 #include "platform/Bundle.h"
@@ -30,10 +30,10 @@ void MWAppDelegateBase::openUserGuide(Sender /*sender*/) {
     FileSystem& files = platform_.fileSystem;
     const QString finalPath = getUserGuideFinalPath();
     if (!files.fileExistsAtPath(finalPath, nullptr)) {
-        // Failures are ignored: opening is tried in any case.
+        // Failures are ignored: the guide is opened in any case.
         const QString folder = getUserGuideDirPath();
         if (!files.fileExistsAtPath(folder, nullptr)) files.createDirectory(folder);
-        // Listed before the copy is made, so that the copy is not among what is removed.
+        // List the folder before copying, so that the new copy is not removed.
         const QStringList before = files.contentsOfDirectory(folder).value_or(QStringList());
         if (const auto source = platform_.bundle.pathForResource(getUserGuideName(), QStringLiteral("pdf")))
             files.copyItem(*source, finalPath);

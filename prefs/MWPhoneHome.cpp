@@ -159,7 +159,7 @@ void MWPhoneHome::notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& lis
 }
 
 void MWPhoneHome::notifyAboutFailedChechForUpdate(Sender /*ignored*/) {
-    // The one button's answer asks for nothing.
+    // The alert has one button, so its result does not matter.
     static_cast<void>(ports_.alerts.runModal(
         {stringWithFormat(QStringLiteral("%@ was not able to connect to the Varnel server"), {myAppName()}),
          QStringLiteral(
@@ -192,13 +192,13 @@ void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
     const int answer = ports_.alerts.runModal(invitation);
     if (answer == kAlertFirstButtonReturn) checkForLastReleaseAvailableWithNotify();
     if (answer == kAlertSecondButtonReturn) ports_.supportUtility.visitUs();
-    // deliberate: cleared whichever button was pressed, so also while the check just started still runs; a second check may
-    // then be started before the first has ended.
+    // deliberate: cleared whichever button was pressed, even if the check just started still runs. A second check can
+    // then start before the first has ended.
     isChekingUpdateSystem_ = false;
 }
 
 void MWPhoneHome::openUrlOf(const Boxed::Dictionary& list, const char16_t* name) const {
-    // deliberate: whatever the list says is opened, without a test; the workspace refuses what is no address of the web.
+    // deliberate: the URL from the list is not checked here. The workspace refuses URLs that are not web addresses.
     ports_.workspace.openURL(QUrl(list.value(key(name)).string().value_or(QString()), QUrl::StrictMode));
 }
 

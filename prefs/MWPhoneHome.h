@@ -1,5 +1,5 @@
-// The update checker: decides when to look for a newer release, fetches the release-information list from the first mirror that
-// answers, and tells the user. One instance serves the whole process.
+// The update checker: decides when to look for a newer release, fetches the release-information list from the first
+// mirror that delivers one, and notifies the user. One instance serves the whole process.
 #pragma once
 
 #include "base/ActionSender.h"
@@ -22,7 +22,7 @@ class MWAppSupportUtility;
 class PropertyListLoader;
 class Workspace;
 
-/// What the checker reaches the world through. All of it outlives the checker.
+/// The ports that the checker uses. They must outlive the checker.
 struct PhoneHomePorts {
     Alerts& alerts;
     BackgroundQueue& backgroundQueue;
@@ -41,29 +41,30 @@ public:
     MWPhoneHome(const MWPhoneHome&) = delete;
     MWPhoneHome& operator=(const MWPhoneHome&) = delete;
 
-    /// The ports of the shared instance; given once, before it is first asked for.
+    /// Sets the ports of the shared instance. Call it once, before the first call of sharedPhoneHome().
     static void setSharedPorts(const PhoneHomePorts& ports); // selector: none
-    /// The one instance, made on first use, whichever thread asks first.
+    /// The shared instance. The first call creates it, on any thread.
     [[nodiscard]] static MWPhoneHome& sharedPhoneHome();
 
     void SetValueAppRelease(std::int64_t appRelease, const QString& appName, const QString& plistUrl1,
                             const QString& plistUrl2, const QString& plistUrl3, const QString& plistUrl4);
 
-    /// Looks for a newer release when none was looked for today, and invites the user when that was long ago and reports are
-    /// switched off. Called at the start of a launch.
+    /// Looks for a newer release if the last check was not today. If update reports are switched off, also invites
+    /// the user to check if the last check was long ago or never. Called at the start of a launch.
     void startupProcedure(Sender caller = {});
 
-    // Each starts a check unless one is running; the daily ones only when the last check was not today.
+    // Each starts a check unless one is running. The daily ones start it only if the last check was not today.
     void checkForLastReleaseAvailableWithNotify(Sender sender = {});
     void silentCheckForLastReleaseAvailable(Sender sender = {});
     void dailySilentCheckForLastReleaseAvailable(Sender sender = {});
     void dailyVerboseCheckForLastReleaseAvailable(Sender sender = {});
 
-    /// One check: fetched in the background, compared and told on the main queue.
+    /// Runs one check: fetches the list in the background, then compares it and notifies the user on the main queue.
     void checkForLastReleaseAvailableAndNotifyIsAvailable(bool notifyIsAvailable, bool notAvailable);
-    /// The list of the first mirror that gives one, asked in order, each once.
+    /// The list from the first mirror that delivers one. Tries the mirrors in order, each once. std::nullopt if all
+    /// fail.
     [[nodiscard]] std::optional<Boxed::Dictionary> getDictionaryFromTheNet() const;
-    /// Whether the last check fell on another calendar day, in the user's time zone, or there was none.
+    /// True if the last check was on another calendar day in the user's time zone, or if there was none.
     [[nodiscard]] bool lastCheckNotToday() const;
     void setInPreferencesTodayWasChecked();
     void notifyAboutUpdateAvailable(const Boxed::Dictionary& list);
@@ -71,12 +72,12 @@ public:
     void notifyAboutFailedChechForUpdate(Sender ignored = {});
     void inCaseInviteToCheckForLastReleaseAvailable();
 
-    /// A check is in progress. A guard of the main thread against a second one, not a lock.
+    /// True while a check is in progress. Keeps the main thread from starting a second one; it is not a lock.
     [[nodiscard]] bool isChekingUpdateSystem() const { return isChekingUpdateSystem_; }
     void setIsChekingUpdateSystem(bool value) { isChekingUpdateSystem_ = value; }
 
-    // The application's release and name, and the addresses of its release list. Any thread may read and set them. A check that
-    // is running uses each value as it is at the time of use.
+    // The application's release and name, and the addresses of its release list. Any thread may read and set them. A
+    // running check reads each value when it uses it.
     [[nodiscard]] Boxed myAppRelease() const { return myAppRelease_.get(); }
     void setMyAppRelease(const Boxed& appRelease) { myAppRelease_.set(appRelease); }
     [[nodiscard]] std::optional<QString> myAppName() const { return myAppName_.get(); }

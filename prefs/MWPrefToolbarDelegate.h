@@ -1,5 +1,5 @@
-// The toolbar of a preferences window: it selects the pane that is shown, titles the window after it and resizes the window to
-// the height that the pane needs. An application says in a subclass which panes there are.
+// The toolbar of a preferences window: it selects the pane, gives the window the pane's title and resizes the window
+// to the height of the pane. An application defines its panes in a subclass.
 #pragma once
 
 #include "platform/Toolbar.h"
@@ -19,20 +19,20 @@ class Window;
 
 class MWPrefToolbarDelegate : public ToolbarDelegate {
 public:
-    /// The window and the tab view are outlets: they outlive this object.
+    /// The window and the tab view must outlive this object.
     MWPrefToolbarDelegate(ToolbarFactory& toolbarFactory, Window& myWindow, TabView& myTabView); // selector: none
     MWPrefToolbarDelegate(const MWPrefToolbarDelegate&) = delete;
     MWPrefToolbarDelegate& operator=(const MWPrefToolbarDelegate&) = delete;
 
-    // For a subclass to override: the panes' heights in points by tag, the items' identifiers, and the items. All three are nil
-    // here, which means no items and a pane height of 0.
+    // A subclass overrides these: the heights of the panes in points by tag, the identifiers of the items, and the
+    // items. Here all three are nil, which means no items and a pane height of 0.
     [[nodiscard]] virtual std::optional<QList<std::int32_t>> heightArray() const { return std::nullopt; }
     [[nodiscard]] virtual std::optional<QStringList> returnAllkeys() const { return std::nullopt; }
     [[nodiscard]] std::unique_ptr<ToolbarItem> itemForItemIdentifier(
         Toolbar& toolbar, const QString& itemIdentifier,
         bool willBeInsertedIntoToolbar) override; // selector: toolbar:itemForItemIdentifier:willBeInsertedIntoToolbar:
 
-    /// Makes the toolbar and shows the first pane. Called once the window stands.
+    /// Creates the toolbar and shows the first pane. Called after the window has been created.
     void awakeFromNib();
     void AttachToWindow();
     [[nodiscard]] QStringList toolbarDefaultItemIdentifiers(const Toolbar& toolbar) const override;
@@ -41,7 +41,7 @@ public:
     void toolbaritemclicked(const ToolbarItem* item);
     /// Shows the pane of the item, or the first one for null.
     void PanelAction(const ToolbarItem* item);
-    /// Shows the pane of that number; a number that is none is ignored.
+    /// Shows the pane at an index. An index out of range changes nothing.
     void SetPanelTab(std::int32_t index);
 
 private:
@@ -51,7 +51,7 @@ private:
     Window& myWindow_;
     TabView& myTabView_;
     std::unique_ptr<Toolbar> toolbar_;
-    /// deliberate: made empty in awakeFromNib and used by nothing; part of the class.
+    /// deliberate: set to an empty list in awakeFromNib and not used otherwise; part of the class.
     [[maybe_unused]] QStringList items_;
     std::optional<QList<std::int32_t>> myHeightArray_;
 };

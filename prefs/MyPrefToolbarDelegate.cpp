@@ -13,7 +13,7 @@ struct Pane {
     std::int32_t height; ///< in points, without title bar and toolbar
 };
 
-/// By tag, which is also the index of the pane in the tab view.
+/// Indexed by tag, which is also the index of the pane in the tab view.
 constexpr std::array kPanes = {
     Pane{u"0", u"General", u"generalPref", 200},
     Pane{u"1", u"Update", u"softwareUpdate", 160},

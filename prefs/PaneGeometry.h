@@ -1,4 +1,4 @@
-// Where the preferences window lies when another pane is shown.
+// Computes the frame of the preferences window for a pane.
 #pragma once
 
 #include "base/Rect.h"
@@ -7,10 +7,10 @@
 
 namespace quillow {
 
-/// What a preferences window takes above its pane, title bar and toolbar, in points.
+/// Height of the title bar and toolbar above the pane of a preferences window, in points.
 inline constexpr std::int32_t kPaneAllowance = 78;
 
-/// The frame for a pane of that height: the top edge, x and the width stay.
+/// The window's frame for a pane of this height. The top edge, x and the width do not change.
 [[nodiscard]] Rect frameForPane(const Rect& frame, std::int32_t paneHeight); // selector: none
 
 } // namespace quillow

@@ -1,4 +1,4 @@
-// The pure part of the update check: what to tell about a release, and how far apart two instants are as the user counts days.
+// The pure functions of the update check: which notification the user gets, and how many days lie between two instants.
 #pragma once
 
 #include "base/Boxed.h"
@@ -11,17 +11,17 @@ namespace quillow {
 
 enum class UpdateDecision { tellNothing, tellAvailable, tellUpToDate };
 
-/// `latestRelease` is what the list says, nil when it says nothing: then nothing is told.
+/// `latestRelease` is the release number in the list. If it is nil, the result is tellNothing.
 [[nodiscard]] UpdateDecision decideAboutUpdate(const Boxed& latestRelease, const Boxed& ownRelease,
                                                bool notifyIsAvailable, bool notAvailable); // selector: none
 
-/// Whether two instants fall on different calendar days in the time zone of `now`. Time of day plays no part.
+/// True if two instants are on different calendar days in the time zone of `now`, whatever the time of day.
 [[nodiscard]] bool isOnAnotherDay(const QDateTime& instant, const QDateTime& now); // selector: none
 
 inline constexpr std::int64_t kDaysUntilInvitation = 90;
 
-/// Whether an instant lies more than `kDaysUntilInvitation` days of 86,400 seconds before `now`; exactly that long ago is not
-/// long ago.
+/// True if an instant is more than `kDaysUntilInvitation` days of 86,400 seconds before `now`; false if it is exactly
+/// that long ago.
 [[nodiscard]] bool isLongAgo(const QDateTime& instant, const QDateTime& now); // selector: none
 
 } // namespace quillow

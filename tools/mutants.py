@@ -1,22 +1,22 @@
 #!/usr/bin/python3
-"""mutants.py [--seed N] [--count N] [--only PATH]... [--gui] [--list] [--again FILE]: which changes of the code no test notices.
+"""mutants.py [--seed N] [--count N] [--only PATH]... [--gui] [--list] [--again FILE]: finds code changes that no test notices.
 
-Makes seeded small changes (mutants) in the sources of the folders below, runs the tests that pass the changed place, and lists the
-mutants that all of them let live. A mutant is two statements exchanged, a call or assignment dropped, a condition negated, a
-comparison or a constant changed. Each survivor wants a test, or a line in tools/mutants/equivalent.txt that says why no test can
-tell it from the original.
+Makes small random changes (mutants) in the sources of the folders below, runs the tests that execute the changed place, and lists
+the mutants that pass all of them. A mutant is two statements exchanged, a call or assignment dropped, a condition negated, a
+comparison or a constant changed. Each survivor needs a test, or an entry in tools/mutants/equivalent.txt that says why no test can
+distinguish it from the original.
 
 All mutants are compiled into one scratch copy of the tree, build/mutants/tree, behind a switch that is read at run time; those that
-do not compile are dropped. One run of each test case without a mutant notes which places it passes. Constant expressions, headers,
-generated tables and types are not changed: a switch at run time cannot change them, or too much would be built anew.
+do not compile are dropped. One run of each test case without a mutant records the places that it executes. Constant expressions,
+headers, generated tables and types are not changed: a switch at run time cannot change them, or too much would be rebuilt.
 
-  --seed N      another N makes other mutants (1)
-  --count N     about how many, spread over the files by their lines (40)
+  --seed N      seed of the random choice (1)
+  --count N     about how many mutants, distributed over the files by their number of lines (40)
   --only PATH   only in this folder or file; may be repeated
-  --gui         with the tests on a private X server, which alone reach most of program/; these take minutes
-  --list        prints the mutants and builds nothing but the copy
+  --gui         also runs the tests on a private X server, the only ones that reach most of program/; they take minutes
+  --list        prints the mutants and does not build them
   --again FILE  the mutants of an earlier run's table (build/mutants/survivors.json) instead of new ones
-  --jobs N      builds and runs N at a time (the number of cores)
+  --jobs N      number of parallel builds and runs (the number of cores)
 
 Prints a table of the survivors and a summary, and writes build/mutants/survivors.json. The exit status is 0 unless the tool failed.
 Needs the package set "mutants" of tools/install-packages.sh, and Debian's own Python, for clang's bindings.
@@ -41,7 +41,7 @@ def say(text):
 
 
 def sources(root, only, compiled):
-    """The sources that may be changed, with the number of their lines."""
+    """The sources that may be changed, with their numbers of lines."""
     found = {}
     for folder in FOLDERS:
         for path in sorted((root / folder).glob("*.cpp")):
@@ -53,7 +53,7 @@ def sources(root, only, compiled):
 
 
 def shares(lines, count, chance):
-    """How many mutants each file gets: every so many lines one, from a random first line on."""
+    """How many mutants each file gets: one per fixed number of lines, from a random first line."""
     step = sum(lines.values()) / count
     at, share, passed = chance.uniform(0, step), {}, 0
     for name, size in lines.items():
@@ -65,7 +65,7 @@ def shares(lines, count, chance):
 
 
 def find_all(names, root, tree, arguments, jobs):
-    """The sites of each file; parsing is the work of seconds a file."""
+    """The sites of each file. Runs in parallel, because parsing a file takes seconds."""
     with concurrent.futures.ProcessPoolExecutor(jobs) as pool:
         found = {name: pool.submit(sites.find_sites, name, str(tree / name), (root / name).read_bytes(), arguments[name])
                  for name in names}
@@ -103,7 +103,7 @@ def choose(options, root, tree, arguments):
 
 
 def write_and_build(copy, root, chosen):
-    """Builds the copy with the mutants; gives those that compile."""
+    """Builds the copy with the mutants; returns those that compile."""
     say("building the mutants")
     alive = {site.number: site for site in chosen}
     for _ in range(ROUNDS):
@@ -130,7 +130,7 @@ def write_and_build(copy, root, chosen):
 
 
 def read_equivalents(path):
-    """Reviewed mutants that no test can tell from the original: "FILE: CHANGE", and the reason in an indented line below."""
+    """Reads the reviewed mutants without a visible effect: "FILE: CHANGE", and the reason in an indented line below."""
     found, awaited = set(), False
     for line in path.read_text().splitlines() if path.exists() else []:
         if not line or line.startswith("#"):

@@ -17,7 +17,7 @@ struct ConversionTest : DelegateFixture {
     }
 };
 
-// What is accepted.
+// Accepted files.
 
 TEST_F(ConversionTest, acceptsFiveExtensionsInAnyLetterCase) {
     for (const QString& path : {u"/a.rtf"_s, u"/a.rtfd"_s, u"/a.html"_s, u"/a.htm"_s, u"/a.pdf"_s, u"/NOTES.RTF"_s,
@@ -46,7 +46,7 @@ TEST_F(ConversionTest, filesAndFilePackagesExistPlainFoldersDoNot) {
     EXPECT_FALSE(delegate.existFileOrBundleAtPath(u"/missing"_s));
 }
 
-// The single-file road.
+// Conversion of a single file.
 
 TEST_F(ConversionTest, convertsOneFileOfEachType) {
     for (const QString& extension : {u"rtf"_s, u"html"_s, u"htm"_s, u"pdf"_s}) {
@@ -343,7 +343,7 @@ TEST_F(ConversionTest, absentOutletsDoNotHinderTheConversion) {
     EXPECT_EQ(output(u"/texts/a.txt"_s), QByteArray("text"));
 }
 
-// The batch road.
+// Conversion of several files.
 
 TEST_F(ConversionTest, batchConvertsInOrderUnderOneAccess) {
     for (const QString& path : {u"/in/b.rtf"_s, u"/in/a.html"_s, u"/in/c.pdf"_s})

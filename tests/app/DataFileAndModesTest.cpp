@@ -1,4 +1,4 @@
-// The data file, which keeps the log and the window's mode between runs, and the two modes.
+// The data file, which stores the log and the window's mode between runs, and the two modes.
 #include "tests/app/DelegateFixture.h"
 #include "tests/fakes/FakeButton.h"
 
@@ -334,7 +334,7 @@ TEST_F(DataFileAndModesTest, launchLoadsAfterTheDestinationIsCheckedAndBeforeThe
         isExcluded = window.isExcludedFromWindowsMenu();
         raised = window.raised();
         destinationIsKnown = delegate.destMessageString().has_value();
-        // The drop area is not observed yet.
+        // The delegate does not observe the drop area yet.
         dropArea.addLinkToFiles({u"/tmp/a.rtf"_s});
     });
     launch();

@@ -1,4 +1,4 @@
-// The delegate over fakes, with a destination folder "/texts" chosen and in force, and a log to read.
+// The delegate with fakes, the effective destination folder "/texts", and a log that tests can read.
 #pragma once
 
 #include "app/QuillowAppDelegate.h"
@@ -39,13 +39,13 @@ struct DelegateFixture : testing::Test {
         return MWBookmark(fakes.bookmarks).bookmarkForURL_RW(QUrl::fromLocalFile(path)).value();
     }
 
-    /// Puts a folder in force, as a drop with a chosen folder does.
+    /// Makes a folder the effective destination, as a drop with a chosen folder does.
     void putInForce(const QString& folder) {
         delegate.setEffectiveDestinationBookmark(bookmarkOf(folder));
         delegate.setEffectiveDestinationPath(folder);
     }
 
-    /// The texts of the log's lines, without their stamps.
+    /// The texts of the log lines, without their time stamps.
     QStringList logLines() {
         fakes.mainQueue.runAll();
         QStringList lines;

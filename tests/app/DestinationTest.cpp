@@ -1,4 +1,4 @@
-// Where texts go, and what a dropped path sets off on either road.
+// The destination of texts: a fixed folder, or one that the user chooses for each drop.
 #include "platform/Alerts.h"
 #include "tests/app/DelegateFixture.h"
 #include "tests/prefs/SharedChecker.h"
@@ -180,7 +180,7 @@ TEST_F(DestinationTest, theEndWaitsForTheDocumentAndNotForTheDrop) {
 }
 
 TEST_F(DestinationTest, otherNotificationsAreIgnored) {
-    dropArea.addLinkToFiles({u"/in/a.rtf"_s}); // before anything observes it
+    dropArea.addLinkToFiles({u"/in/a.rtf"_s}); // before the delegate observes it
     launchWithFixedFolder(u"/texts"_s);
     fakes.journal.clear();
     FakeViewArea otherArea;
@@ -341,7 +341,7 @@ TEST_F(AskingDestinationTest, folderWhosePathIsNoUrlLeavesTheStartToThePlatform)
     }
 }
 
-// deliberate: the path is read as the string of a URL, so that of its characters some mean something else there.
+// deliberate: the path is parsed as a URL string, so some of its characters have the meaning that they have in a URL.
 TEST_F(AskingDestinationTest, nextPanelStartsAtThePathThatTheUrlStringGives) {
     const std::vector<std::pair<QString, std::optional<QString>>> cases{
         {u"/a%20b"_s, u"/a b"_s},      {u"/a%2Fb"_s, u"/a/b"_s},   {u"/C#/texts"_s, u"/C"_s},
@@ -519,7 +519,7 @@ TEST_F(DestinationTest, choosingOrClearingInFixedModeWaitsForTheTypesControl) {
 
 TEST_F(DestinationTest, textThatCannotBeWrittenIsNotDetected) {
     launchWithFixedFolder(u"/texts"_s);
-    fakes.files.addFolder(u"/texts/a.txt"_s); // no file can be written over a folder
+    fakes.files.addFolder(u"/texts/a.txt"_s); // a file cannot replace a folder
     dropArea.addLinkToFiles({u"/in/a.rtf"_s});
     EXPECT_EQ(logLines(), (QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)}));
     EXPECT_EQ(delegate.numberProcessed(), Boxed(1));

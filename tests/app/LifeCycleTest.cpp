@@ -1,5 +1,5 @@
-// The order of what happens at launch and at the end. The fakes, the windows and the delegate's own properties all write into one
-// journal.
+// The order of the steps at launch and at the end. The fakes, the windows and the delegate's properties all write to
+// one journal.
 #include "app/QuillowAppDelegate.h"
 #include "frame/MWDragDropView.h"
 #include "tests/fakes/FakeButton.h"
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 const QString kDataFile = u"/home/user/Library/Application Support/Quillow/Quillow.qwldat"_s;
 
-/// A program of an earlier run: a fixed folder, a log, the big mode.
+/// The state after an earlier run: a fixed folder, a log, the big mode.
 class LifeCycleTest : public testing::Test {
 protected:
     LifeCycleTest() {

@@ -112,7 +112,7 @@ TEST(Arguments, existingTextsAreDealtWithAsSaid) {
     for (const auto& [word, answer] : answers)
         EXPECT_EQ(parsed({"--if-exists", word, "x"}).ifExists, answer) << word;
     EXPECT_EQ(complaint({"--if-exists", "ask", "x"}),
-              "unknown answer to existing texts 'ask': overwrite, skip, rename, error or newer");
+              "unknown action for existing texts 'ask': overwrite, skip, rename, error or newer");
 }
 
 TEST(Arguments, optionsThatNeedOneAnotherAreHeldTogether) {

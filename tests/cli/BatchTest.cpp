@@ -72,7 +72,7 @@ TEST_P(EveryJobs, neverRunsFarAheadOfTheDelivery) {
             return textOf(i);
         },
         [&](std::size_t i, const Result&) {
-            delivered = i; // behind the truth by one, never before it
+            delivered = i; // one less than the number delivered so far, never more
             return Next::goOn;
         });
 

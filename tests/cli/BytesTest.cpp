@@ -1,4 +1,4 @@
-// What holds a document's bytes: memory that grows, and mappings that outlive their file's end.
+// The two stores of a document's bytes: a growing buffer, and a mapping whose file may become shorter.
 #include "cli/Input.h"
 #include "tests/cli/TemporaryFolder.h"
 
@@ -28,7 +28,7 @@ MappedFile mapped(const std::string& path) {
     return MappedFile::map(file, status).value();
 }
 
-/// A mapping of a file that has lost its bytes, in the place of other memory or anywhere.
+/// Maps a file at the address `at`, or anywhere if that is null, and then truncates the file to 0 bytes.
 const volatile std::byte* foreignMapping(const std::string& path, const void* at) {
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const int fixed = at == nullptr ? 0 : MAP_FIXED_NOREPLACE;

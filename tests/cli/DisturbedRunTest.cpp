@@ -1,4 +1,4 @@
-// Runs of the real program that something disturbs: a signal that its starter ignores, a document that changes while it is read.
+// Disturbed runs of the real program: a signal that its parent ignores, and a document that changes while it is read.
 #include "cli/Input.h"
 #include "cli/Program.h"
 #include "tests/cli/RunConvert.h"
@@ -51,7 +51,7 @@ TEST(DisturbedRun, aDocumentThatChangesWhileItIsReadIsUnreadable) {
             std::filesystem::last_write_time(path, time += std::chrono::seconds(1));
     });
 
-    // As often as it takes for a change to fall between the first byte read and the last.
+    // Repeat until a change falls between the first byte read and the last.
     Outcome done = run({path});
     for (int i = 0; i < 1000 && done.exitCode == kAllConverted; ++i)
         done = run({path});

@@ -18,7 +18,7 @@ std::vector<NamedInput> found(const Arguments& arguments) {
     return std::get<std::vector<NamedInput>>(std::move(outcome));
 }
 
-/// The inputs' paths below the folder; what failed has its reason behind it.
+/// The inputs' paths relative to the folder; each failed input has its reason appended.
 Paths pathsBelow(const TemporaryFolder& folder, const std::vector<NamedInput>& inputs) {
     Paths paths;
     for (const NamedInput& input : inputs) {
@@ -115,7 +115,7 @@ TEST(InputList, pathTooLongForTheSystemIsTold) {
     ASSERT_EQ(paths.size(), 2U);
     EXPECT_TRUE(paths[0].ends_with("n: unreadable"));
     EXPECT_EQ(paths[1], "d/z.rtf");
-    EXPECT_EQ(std::system(("rm -rf '" + folder.at("d") + "'").c_str()), 0); // the library's own takes no such path
+    EXPECT_EQ(std::system(("rm -rf '" + folder.at("d") + "'").c_str()), 0); // too long for remove_all()
 }
 
 Arguments listing(const std::string& list, NameEnd end) {

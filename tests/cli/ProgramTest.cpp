@@ -1,4 +1,4 @@
-// End to end: the real program, from its arguments to its exit code and what it leaves behind.
+// End to end: runs the real program with arguments, and checks its exit code, output and files.
 #include "cli/Program.h"
 
 #include "tests/cli/RunConvert.h"
@@ -395,8 +395,8 @@ TEST(Program, existingTextIsDealtWithAsSaid) {
         return std::to_string(done.exitCode) + " " + done.errors.substr(done.errors.find(rtf) + rtf.size() + 2);
     };
 
-    EXPECT_EQ(convert({"--no-clobber"}), "0 skipped (a.txt is there)\n");
-    EXPECT_EQ(convert({"--if-exists", "skip"}), "0 skipped (a.txt is there)\n");
+    EXPECT_EQ(convert({"--no-clobber"}), "0 skipped (a.txt already exists)\n");
+    EXPECT_EQ(convert({"--if-exists", "skip"}), "0 skipped (a.txt already exists)\n");
     EXPECT_EQ(convert({"--if-exists", "error"}), "4 unwritable (a.txt: File exists)\n");
     EXPECT_EQ(convert({"--if-exists", "rename"}), "0 ok (12 bytes, a-2.txt)\n");
     EXPECT_EQ(readFile(folder.at("out/a-2.txt")), kRtfText);
@@ -419,7 +419,7 @@ TEST(Program, textThatComesWhileADocumentIsReadIsNotReplacedEither) {
     const std::string input = folder.at("a.rtf");
     ASSERT_EQ(::mkfifo(input.c_str(), 0600), 0);
     Running running({"-v", "--no-clobber", "-o", folder.at("out"), input}, {});
-    std::ofstream feed(input); // opens when the program reads: then it has seen that there is no text yet
+    std::ofstream feed(input); // opens once the program reads; it has then seen that there is no text yet
     const std::string text = folder.put("out/a.txt", "kept");
 
     feed << kRtf << std::flush;
@@ -427,7 +427,7 @@ TEST(Program, textThatComesWhileADocumentIsReadIsNotReplacedEither) {
 
     const Outcome done = running.wait();
     EXPECT_EQ(done.exitCode, kAllConverted);
-    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt is there)\n");
+    EXPECT_EQ(done.errors, "quillow-convert: " + input + ": skipped (a.txt already exists)\n");
     EXPECT_EQ(readFile(text), "kept");
     EXPECT_EQ(folder.names("out"), (Names{"a.rtf", "a.txt"}));
 }
@@ -439,7 +439,7 @@ TEST(Program, destinationThatCannotBeWrittenExitsWithItsOwnCode) {
     EXPECT_EQ(run({"-o", folder.at("none/out"), rtf}).exitCode, kDestinationUnwritable);
     const std::string file = folder.put("file", "");
     EXPECT_EQ(run({"-o", file, rtf}).errors,
-              "quillow-convert: " + file + ": unwritable (is no folder, nor a file that ends in .txt)\n");
+              "quillow-convert: " + file + ": unwritable (is neither a folder nor a file that ends in .txt)\n");
     EXPECT_EQ(run({"-o", file, rtf}).exitCode, kDestinationUnwritable);
     EXPECT_EQ(run({"-o", "/proc", rtf}).exitCode, kDestinationUnwritable);
     folder.put("out/a.txt/inside", "");
@@ -463,8 +463,8 @@ TEST(Program, fullStandardOutputIsAFailure) {
 TEST(Program, readerThatGoesAwayEndsTheRunQuietly) {
     const TemporaryFolder folder;
     const std::string rtf = folder.put("a.rtf", kRtf);
-    // The reader may be quicker or slower than the first text; many texts fill every pipe. None of the missing documents that come
-    // after them is told of.
+    // The reader may go before or after the first text, so there are enough texts to fill any pipe. The missing
+    // document after them must not be reported.
     std::vector<std::string> arguments(20'000, rtf);
     arguments.push_back(folder.at("none.rtf"));
     test::RunSetting setting;
@@ -591,7 +591,7 @@ TEST(Program, interruptEndsItAtOnce) {
     }
 }
 
-/// A run that is ended in the middle of its writes, which are many and large.
+/// Ends a run in the middle of its writes, which are many and large.
 void endInMidWrite(int signal, Names& leftOver) {
     constexpr std::size_t kText = 4 << 20;
     const TemporaryFolder folder;
@@ -637,7 +637,7 @@ TEST(Program, killInMidWriteLeavesWholeTexts) {
 TEST(Program, hostileNestingStaysInBoundedMemory) {
     const TemporaryFolder folder;
     test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=734003200"}; // the document and as much again for each of text and nesting
+    setting.prefix = {"prlimit", "--as=734003200"}; // the document, and as much again for the text and for the nesting
 
     const Outcome rtf = run({folder.put("deep.rtf", std::string(100 << 20, '{'))}, setting);
     EXPECT_EQ(rtf.signal, 0);
@@ -682,7 +682,7 @@ TEST(Program, threadsShareMemoryWhereItIsLimited) {
     for (int i = 0; i < 16; ++i)
         arguments.push_back(folder.put(std::to_string(i) + ".pdf", pdf("plain")));
     test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=209715200"}; // 200 MiB, of which stacks take 64
+    setting.prefix = {"prlimit", "--as=209715200"}; // 200 MiB; stacks use 64 of them
 
     const Outcome done = run(arguments, setting);
 

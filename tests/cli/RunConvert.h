@@ -1,4 +1,4 @@
-// Runs the real quillow-convert and tells what came of it.
+// Runs the real quillow-convert and returns its exit code and output.
 #pragma once
 
 #include <sys/types.h>
@@ -9,20 +9,20 @@
 namespace quillow::test {
 
 struct Outcome {
-    int exitCode = -1; ///< -1 where a signal ended it
+    int exitCode = -1; ///< -1 if a signal ended it
     int signal = 0;
     std::string output;
     std::string errors;
 };
 
 struct RunSetting {
-    std::string input;               ///< what standard input gives
-    std::string outputPath;          ///< where standard output goes instead of into Outcome::output
+    std::string input;               ///< the content of standard input
+    std::string outputPath;          ///< if not empty, standard output goes to this file, not to Outcome::output
     std::string folder;              ///< the working folder
     std::vector<std::string> prefix; ///< a command that runs the program
 };
 
-/// A program under way; wait for it once.
+/// A running program. Call wait() once.
 class Running {
 public:
     Running(const std::vector<std::string>& arguments, const RunSetting& setting);

@@ -1,4 +1,4 @@
-// A folder that a test has to itself, with what it takes to fill it and to look into it.
+// A temporary folder for one test, with functions to fill it and to list it.
 #pragma once
 
 #include <algorithm>
@@ -30,7 +30,7 @@ public:
         std::filesystem::remove_all(path_, ignored);
     }
 
-    /// The path of something in the folder.
+    /// The path of an entry of the folder.
     [[nodiscard]] std::string at(std::string_view name) const { return (path_ / name).string(); }
 
     std::string put(std::string_view name, std::string_view content) const {
@@ -40,7 +40,7 @@ public:
         return path.string();
     }
 
-    /// The names in the folder, or in one below it, hidden ones too, in order.
+    /// The sorted names in the folder or in a subfolder, hidden ones included.
     [[nodiscard]] std::vector<std::string> names(std::string_view below = {}) const {
         std::vector<std::string> found;
         for (const auto& entry : std::filesystem::directory_iterator(path_ / below))

@@ -1,4 +1,4 @@
-// Alerts that are recorded and answered when the test says so.
+// Records alerts. The test answers them.
 #pragma once
 
 #include "platform/Alerts.h"
@@ -24,7 +24,7 @@ public:
         open_.push_back(std::move(completionHandler));
     }
 
-    /// A modal alert is answered before it returns: by what the test said for it, else it is dismissed.
+    /// Returns the answer set by answerNextModal(), otherwise kAlertDismissed.
     [[nodiscard]] int runModal(const Alert& alert) override {
         record(QStringLiteral("alert '") + alert.messageText + u'\'');
         shown_.push_back({alert, nullptr});

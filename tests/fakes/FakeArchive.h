@@ -1,4 +1,4 @@
-// Archives in the fake file system: the files hold a name under which the root is kept here.
+// Archives in the fake file system. A file contains only a name; the root object of that name is stored here.
 #pragma once
 
 #include "platform/Archive.h"

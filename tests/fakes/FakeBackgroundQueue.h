@@ -1,4 +1,4 @@
-// A background queue that runs what was added, on the test's own thread, when the test says so.
+// A background queue that runs operations on the test's thread when the test calls it.
 #pragma once
 
 #include "platform/BackgroundQueue.h"
@@ -17,7 +17,7 @@ public:
         queued_.push_back(std::move(operation));
     }
     [[nodiscard]] std::size_t queuedCount() const { return queued_.size(); }
-    /// Runs the operation that was added first.
+    /// Runs the oldest operation.
     void runNext() {
         const auto operation = std::move(queued_.at(0));
         queued_.pop_front();

@@ -8,8 +8,8 @@
 namespace quillow {
 namespace {
 
-// A bookmark is four lines: this word, the creation options, the item's number, the path. A document-scoped one has a fifth,
-// the path from the document's folder on, which is empty for an item outside of it.
+// A bookmark has four lines: this word, the creation options, the item's number, the path. A document-scoped one has
+// a fifth: the path relative to the document's folder, which is empty for an item outside of it.
 constexpr char kMagic[] = "bookmark";
 
 QString folderAround(const QUrl& document) {

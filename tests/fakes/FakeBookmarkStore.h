@@ -1,5 +1,5 @@
-// Bookmarks over the file system in memory: they record the path and the item's number, and find a moved item again. Failures
-// that a real platform can show are switched on by the test.
+// Bookmarks in the fake file system: they store the path and the item's number, and find a moved item again. A test
+// can switch on the failures that a real platform may have.
 #pragma once
 
 #include "platform/BookmarkStore.h"
@@ -14,21 +14,21 @@ namespace quillow {
 
 class FakeBookmarkStore final : public BookmarkStore {
 public:
-    /// What was asked of creation.
+    /// The arguments of a call that creates a bookmark.
     struct Creation {
         QUrl url;
         std::uint32_t options = 0;
         std::vector<UrlResourceKey> keys;
         std::optional<QUrl> relativeToURL;
     };
-    /// What was asked of resolution.
+    /// The arguments of a call that resolves a bookmark.
     struct Resolution {
         QByteArray bookmark;
         std::uint32_t options = 0;
         std::optional<QUrl> relativeToURL;
         bool wasStaleBefore = false;
     };
-    /// Fails beside a result that looks whole.
+    /// How creation and resolution fail. errorBesideResult also returns a result.
     enum class Failure { none, errorBesideResult, nothingWithoutError };
 
     FakeBookmarkStore(FakeFileSystem& fileSystem, Journal& journal)

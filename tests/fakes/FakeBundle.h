@@ -1,4 +1,4 @@
-// Translations as the test gives them.
+// A bundle with the translations that the test sets.
 #pragma once
 
 #include "platform/Bundle.h"

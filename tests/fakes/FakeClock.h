@@ -1,4 +1,4 @@
-// A clock that stands until the test moves it.
+// A clock that moves only when the test sets it.
 #pragma once
 
 #include "platform/Clock.h"

@@ -1,4 +1,4 @@
-// Dates written in one plain form, with a record of what was asked for.
+// Formats all dates in one plain form, and records the requested styles and patterns.
 #pragma once
 
 #include "platform/DateFormatting.h"
@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] const std::vector<std::pair<DateStyle, DateStyle>>& styles() const { return styles_; }
     [[nodiscard]] const QStringList& patterns() const { return patterns_; }
-    /// How many dates were written by a formatter with a pattern.
+    /// How many dates were formatted with a pattern.
     [[nodiscard]] int formattedByPattern() const { return *formattedByPattern_; }
 
 private:

@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] const Boxed::Dictionary& registered() const { return registered_; }
     [[nodiscard]] int synchronizedCount() const { return synchronizedCount_; }
-    /// The keys that were written, in order, those that were removed included.
+    /// The keys that were written or removed, in order.
     [[nodiscard]] const QStringList& written() const { return written_; }
 
 private:

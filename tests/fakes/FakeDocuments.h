@@ -1,4 +1,4 @@
-// A document controller that records what it was asked; an opening ends when the test says so.
+// A document controller that records its calls. The test decides when the opening of a document ends.
 #pragma once
 
 #include "platform/Documents.h"

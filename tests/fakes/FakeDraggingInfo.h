@@ -1,4 +1,4 @@
-// A drag as a test describes it.
+// A drag with the content that the test sets.
 #pragma once
 
 #include "platform/Dragging.h"
@@ -12,11 +12,11 @@ public:
     FakeDraggingInfo(DragOperationMask mask, std::map<QString, QStringList> pasteboard)
         : mask_(mask)
         , pasteboard_(std::move(pasteboard)) {}
-    /// Files of these paths.
+    /// A drag of files with these paths.
     static FakeDraggingInfo files(DragOperationMask mask, const QStringList& paths) {
         return {mask, {{QString::fromUtf16(kFilenamesPboardType), paths}}};
     }
-    /// The types stay, what they hold can no longer be had.
+    /// Keeps the types, but removes their data.
     void loseContents() { isLost_ = true; }
 
     [[nodiscard]] DragOperationMask draggingSourceOperationMask() const override { return mask_; }

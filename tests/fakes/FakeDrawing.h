@@ -1,4 +1,4 @@
-// A drawing context that notes what is drawn, one line a call.
+// A drawing context that records each call as one line.
 #pragma once
 
 #include "platform/Drawing.h"
@@ -20,7 +20,7 @@ public:
                           .arg(text(rect), number(xRadius), number(yRadius), color(), text(stroke)));
     }
 
-    /// What was drawn: the kind, the rectangle, the colour, then the line's width, its dashes and their phase.
+    /// The calls: the kind, the rectangle, the colour, then the line's width, its dashes and their phase.
     [[nodiscard]] const QStringList& drawn() const { return drawn_; }
 
 private:

@@ -1,4 +1,4 @@
-// The exporter's windows without any screen: what the exporter shows is recorded, its actions are there to be run.
+// The exporter's windows without a screen: records what the exporter shows, and lets the test run its actions.
 #pragma once
 
 #include "platform/ExporterInterface.h"

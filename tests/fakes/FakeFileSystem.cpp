@@ -7,7 +7,7 @@
 namespace quillow {
 namespace {
 
-/// As many links in a row as Linux follows.
+/// The most symbolic links that Linux follows in one path.
 constexpr int kMaximumLinks = 40;
 
 QString withoutTrailingSlashes(QString path) {

@@ -1,4 +1,5 @@
-// A file system in memory: a tree of files, folders and symbolic links, with unreadable items and a disk that can be full.
+// A file system in memory: a tree of files, folders and symbolic links, with unreadable items and a disk that can be
+// full.
 #pragma once
 
 #include "platform/FileSystem.h"
@@ -26,20 +27,20 @@ public:
     bool copyItem(const QString& path, const QString& toPath) override;
     bool removeItem(const QString& path) override;
 
-    // The tree. Folders on the way to an item come into being with it.
+    // The tree. Adding an item also creates its missing parent folders.
     void addFile(const QString& path, const QByteArray& bytes = {});
     void addFolder(const QString& path);
     void addSymbolicLink(const QString& path, const QString& target);
     void makeUnreadable(const QString& path);
     void remove(const QString& path);
-    /// Moves an item with all that is in it; it stays the same item.
+    /// Moves an item with its contents. It keeps its number.
     void move(const QString& from, const QString& to);
     void setDiskFull() { isDiskFull_ = true; }
 
     [[nodiscard]] bool isEmptyFolder(const QString& path) const;
-    /// A number that is the item's own and stays with it when it is moved; 0 where nothing stands.
+    /// The unique number of the item, which it keeps when it is moved; 0 if there is no item.
     [[nodiscard]] std::uint64_t itemNumber(const QString& path) const;
-    /// Where the item of this number stands; nothing when it is gone.
+    /// The path of the item with this number; std::nullopt if it no longer exists.
     [[nodiscard]] std::optional<QString> pathOfItem(std::uint64_t number) const;
 
     // Folders that were opened through a read-only bookmark refuse writes, at any depth, until they are closed.
@@ -57,7 +58,7 @@ private:
     };
 
     void insert(const QString& path, Item item);
-    /// The path with every symbolic link followed; nothing when it leads nowhere.
+    /// The path with all symbolic links resolved; std::nullopt if a link is broken.
     [[nodiscard]] std::optional<QString> resolved(const QString& path) const;
     [[nodiscard]] const Item* itemAt(const QString& path) const;
 

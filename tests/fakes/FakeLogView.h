@@ -28,7 +28,7 @@ public:
     void setNeedsDisplay() override { ++displays_; }
     void scrollRangeToVisible(const TextRange& range) override { scrolledTo_ = range; }
 
-    /// One entry a character; nothing where no colour was given.
+    /// One entry for each character; std::nullopt for a character without a colour.
     [[nodiscard]] const std::vector<std::optional<Color>>& colors() const { return colors_; }
     [[nodiscard]] int displays() const { return displays_; }
     [[nodiscard]] const std::optional<TextRange>& scrolledTo() const { return scrolledTo_; }

@@ -1,4 +1,4 @@
-// A main queue that runs what was added when the test says so.
+// A main queue that runs operations when the test calls it.
 #pragma once
 
 #include "platform/MainQueue.h"
@@ -15,14 +15,14 @@ public:
 
     [[nodiscard]] std::size_t queuedCount() const { return queued_.size(); }
 
-    /// Runs the operation that was added first.
+    /// Runs the oldest operation.
     void runNext() {
         const auto operation = std::move(queued_.at(0));
         queued_.pop_front();
         operation();
     }
 
-    /// Runs all, those included that are added meanwhile.
+    /// Runs all operations, including those that are added meanwhile.
     void runAll() {
         while (!queued_.empty())
             runNext();

@@ -1,4 +1,4 @@
-// An application menu that begins with two items of its own.
+// An application menu that has two items at the start.
 #pragma once
 
 #include "platform/Menus.h"

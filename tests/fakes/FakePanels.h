@@ -1,4 +1,4 @@
-// Panels that are recorded and answered when the test says so.
+// Records panels. The test ends them.
 #pragma once
 
 #include "base/PathBytes.h"
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] const std::vector<Shown>& shown() const { return shown_; }
     [[nodiscard]] std::size_t openCount() const { return open_.size(); }
 
-    /// Ends the panel that has been open longest with this choice.
+    /// Ends the oldest open panel with this choice.
     void choose(const QString& path) { end(fileUrlFromPath(path)); }
     void cancel() { end(std::nullopt); }
 

@@ -1,4 +1,4 @@
-// All fakes of the delegate chain's ports, wired to one another.
+// The fakes of all ports that the delegates use, connected to each other.
 #pragma once
 
 #include "base/UndoManager.h"
@@ -58,14 +58,14 @@ struct FakePlatform {
     UpdateCheck updateCheck = UpdateCheck::wired;
 
     [[nodiscard]] Platform platform() { return platform(defaults); }
-    /// With a defaults store around that of the fakes.
+    /// The platform with another defaults store, such as one that wraps the fake.
     [[nodiscard]] Platform platform(Defaults& store) {
         return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       store,
                 documents, files,          html,       mainQueue,   menus,  panels,      pdf,
                 rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
                 workspace, updateCheck};
     }
-    /// From now on those fakes, too, enter what they are told into the journal.
+    /// From now on these fakes also record their calls in the journal.
     void recordEverything() {
         alerts.recordIn(journal);
         defaults.recordIn(journal);

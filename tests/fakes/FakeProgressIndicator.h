@@ -1,4 +1,4 @@
-// A progress indicator that enters its starts and stops into the journal.
+// A progress indicator that records its starts and stops in the journal.
 #pragma once
 
 #include "platform/ProgressIndicator.h"

@@ -1,4 +1,4 @@
-// Property lists by URL, and a record of which URLs were asked for.
+// Returns property lists by URL, and records the requested URLs.
 #pragma once
 
 #include "platform/PropertyListLoader.h"

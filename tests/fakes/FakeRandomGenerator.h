@@ -1,4 +1,4 @@
-// A generator that draws what the test says and remembers its seeds.
+// A generator that returns the values that the test sets, and records its seeds.
 #pragma once
 
 #include "platform/RandomGenerator.h"

@@ -1,4 +1,4 @@
-// Save panels that are confirmed or cancelled when the test says so.
+// Save panels that the test confirms or cancels.
 #pragma once
 
 #include "base/PathBytes.h"
@@ -10,7 +10,7 @@ namespace quillow {
 
 class FakeSavePanels final : public SavePanels {
 public:
-    /// What the last panel made is like; it stays when the panel goes.
+    /// The state of the latest panel. It outlives the panel.
     struct State {
         AccessoryView* accessoryView = nullptr;
         QString name;
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] int made() const { return made_; }
     [[nodiscard]] const State& last() const { return *state_; }
 
-    // What the user does.
+    // The actions of the user.
     void type(const QString& name) { state_->name = name; }
     void confirm(const QString& path) {
         state_->url = fileUrlFromPath(path);

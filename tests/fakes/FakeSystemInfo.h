@@ -1,4 +1,4 @@
-// An operating system of the test's choice.
+// An operating system that the test chooses.
 #pragma once
 
 #include "platform/SystemInfo.h"

@@ -1,4 +1,4 @@
-// Termination that a test asks for.
+// A termination request that the test sets.
 #pragma once
 
 #include "platform/Termination.h"

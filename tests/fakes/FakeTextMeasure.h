@@ -1,4 +1,5 @@
-// A measure in which every unit is 10 wide but for those that the test sets, with pairs that move together. It counts its work.
+// A text measure in which every code unit is 10 wide, unless the test sets a width or the kerning of a pair. It
+// counts the measured units.
 #pragma once
 
 #include "platform/TextMeasure.h"
@@ -26,7 +27,7 @@ public:
     }
 
     void setWidth(QChar unit, double width) { widths_.insert(unit, width); }
-    /// How much wider a unit is right after another one; narrower when negative.
+    /// Makes `unit` wider by `kerning` when it follows `before`; narrower if negative.
     void setKerning(QChar before, QChar unit, double kerning) { kerning_.insert({before, unit}, kerning); }
 
     [[nodiscard]] std::int64_t measuredUnits() const { return measuredUnits_; }

@@ -1,4 +1,4 @@
-// Text readers that answer what the test scripted for a document's bytes; other bytes are their own text.
+// Text readers that return the text that the test sets for a document's bytes. Other bytes are returned unchanged.
 #pragma once
 
 #include "platform/TextReaders.h"
@@ -12,16 +12,16 @@
 
 namespace quillow {
 
-/// What the three readers share.
+/// The common part of the three readers.
 class FakeReading {
 public:
-    /// The answer for exactly these bytes; nothing stands for a document without text.
+    /// Sets the text of exactly these bytes; std::nullopt means a document without text.
     void script(const QByteArray& bytes, const std::optional<QByteArray>& text) { scripted_.insert(bytes, text); }
-    /// The answer for absent bytes, which is nothing unless the test says otherwise.
+    /// Sets the text of absent bytes, which is std::nullopt by default.
     void scriptAbsent(const QByteArray& text) { scriptedAbsent_ = text; }
-    /// Called at every reading, before it answers.
+    /// Sets a function that every read calls before it returns.
     void onRead(std::function<void()> handler) { handler_ = std::move(handler); }
-    /// What was asked for, in order; nothing stands for absent bytes.
+    /// The bytes that were read, in order; std::nullopt means absent bytes.
     [[nodiscard]] const std::vector<std::optional<QByteArray>>& read() const { return read_; }
 
 protected:

@@ -1,4 +1,4 @@
-// Timers that fire when the test says so.
+// Timers that the test fires.
 #pragma once
 
 #include "platform/Timers.h"

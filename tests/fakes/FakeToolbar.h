@@ -1,4 +1,4 @@
-// A toolbar that asks its delegate for its items when it is put on a window, as the platform's does.
+// A toolbar that gets its items from its delegate when it is attached to a window, as the platform's does.
 #pragma once
 
 #include "platform/Toolbar.h"
@@ -56,7 +56,7 @@ public:
         made_ = toolbar.get();
         return toolbar;
     }
-    /// The toolbar made last; lives as long as its owner keeps it.
+    /// The latest toolbar; valid as long as its owner keeps it.
     [[nodiscard]] FakeToolbar* made() const { return made_; }
 
 private:

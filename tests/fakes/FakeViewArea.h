@@ -1,4 +1,4 @@
-// An area of a window in memory, drags that enter its views, and drawings of them.
+// An area of a window in memory. The test can drag into its views and record their drawing.
 #pragma once
 
 #include "platform/View.h"
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] const std::vector<View*>& views() const { return views_; }
     [[nodiscard]] const QStringList& draggedTypes() const { return draggedTypes_; }
     [[nodiscard]] bool needsDisplay() const { return needsDisplay_; }
-    /// What the views draw when this part is to be drawn again.
+    /// The drawing calls of the views for this rectangle.
     [[nodiscard]] QStringList draw(const Rect& rect) {
         needsDisplay_ = false;
         QStringList drawn;

@@ -47,7 +47,7 @@ public:
     [[nodiscard]] int centered() const { return centered_; }
     [[nodiscard]] const QString& title() const { return title_; }
     [[nodiscard]] Animate lastAnimation() const { return lastAnimation_; }
-    /// How often a frame was set; resizes by the limits are not counted.
+    /// How many times a frame was set. Resizes caused by the limits do not count.
     [[nodiscard]] int framesSet() const { return framesSet_; }
     [[nodiscard]] const Size& minSize() const { return minSize_; }
     [[nodiscard]] const Size& maxSize() const { return maxSize_; }

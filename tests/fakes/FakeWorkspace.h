@@ -1,4 +1,4 @@
-// A workspace over the file system in memory that records what it was asked to show and open.
+// A workspace that uses the fake file system and records the items and URLs to show and open.
 #pragma once
 
 #include "base/PathStrings.h"
@@ -29,7 +29,7 @@ public:
         journal_.add(QStringLiteral("open URL ") + openedUrls_.back());
     }
 
-    /// The URLs that were opened, encoded; an invalid one is empty.
+    /// The opened URLs, encoded; an invalid URL is an empty string.
     [[nodiscard]] const QStringList& openedUrls() const { return openedUrls_; }
 
 private:

@@ -1,4 +1,4 @@
-// The fakes must keep the ports' contracts, or the tests that stand on them prove nothing.
+// The fakes must keep the contracts of the ports; otherwise the tests that use them prove nothing.
 #include "tests/fakes/FakeLogView.h"
 #include "tests/fakes/FakePlatform.h"
 

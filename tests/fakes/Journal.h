@@ -1,4 +1,4 @@
-// What several fakes were told, in one order: for tests of "this before that".
+// Records the calls to several fakes in one list, so that tests can check their order.
 #pragma once
 
 #include <QString>
@@ -15,7 +15,7 @@ public:
         entries_.append(entry);
         if (handler_) handler_(entry);
     }
-    /// Called at every entry, in the midst of what is entered.
+    /// Sets a function that is called with each entry, during the recorded call.
     void onEntry(std::function<void(const QString& entry)> handler) { handler_ = std::move(handler); }
     [[nodiscard]] const QStringList& entries() const { return entries_; }
     void clear() { entries_.clear(); }
@@ -25,7 +25,7 @@ private:
     std::function<void(const QString&)> handler_;
 };
 
-/// A fake that enters what it is told into a journal from when the test asks for it.
+/// Base of the fakes that record their calls in a journal after the test has called recordIn().
 class Recorded {
 public:
     void recordIn(Journal& journal, const QString& name = {}) {

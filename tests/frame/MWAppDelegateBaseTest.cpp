@@ -1,4 +1,4 @@
-// What every application of the frame shares: menu entry, preferences window, startup document, user guide.
+// The features that all applications share: menu entry, preferences window, startup document, user guide.
 #include "frame/MWAppDelegateBase.h"
 
 #include "platform/Alerts.h"
@@ -19,7 +19,7 @@ const QString kPleaseSelect = QStringLiteral("Please select a file or change sta
 const QString kStale = QStringLiteral("Stale bookmark. Please re-select");
 const QString kDocument = QStringLiteral("/home/user/Letters/start.txt");
 
-/// An application of the frame with a user guide.
+/// An application with a user guide.
 class Delegate final : public MWAppDelegateBase {
 public:
     using MWAppDelegateBase::MWAppDelegateBase;
@@ -99,7 +99,7 @@ TEST_F(AppDelegateBase, checksForUpdatesFromTheMenu) {
     fake.menus.applicationMenu()[1].action(nullptr);
     EXPECT_EQ(shared.background.queuedCount(), 1U);
     EXPECT_TRUE(shared.checker().isChekingUpdateSystem());
-    // The check that tells in any case, also on the day of the last one.
+    // This check always notifies the user, even on the day of the last check.
     shared.finishCheck();
     ASSERT_EQ(shared.platform.alerts.shown().size(), 1U);
     EXPECT_TRUE(shared.platform.alerts.shown()[0].alert.messageText.endsWith(

@@ -19,7 +19,7 @@ struct MWBookmarkTest : testing::Test {
 
     MWBookmarkTest() { files.addFolder(u"/texts"_s); }
 
-    /// What each of the four creation operations makes of a URL.
+    /// The results of the four functions that create bookmarks, for one URL.
     std::vector<std::optional<QByteArray>> createAll(const std::optional<QUrl>& url) const {
         return {bookmark.bookmarkForURL_RO(url), bookmark.bookmarkForURL_RW(url),
                 bookmark.docBookmarkForURL_RO(url, document), bookmark.docBookmarkForURL_RW(url, document)};
@@ -148,7 +148,7 @@ TEST_F(MWBookmarkTest, movedItemResolvesToItsNewPlaceAndIsStale) {
     bool isStale = false;
     EXPECT_EQ(bookmark.urlForBookmark(made, &isStale), QUrl::fromLocalFile(u"/archive/texts"_s));
     EXPECT_TRUE(isStale);
-    EXPECT_EQ(store.created().size(), 1U); // a stale bookmark is not made anew here
+    EXPECT_EQ(store.created().size(), 1U); // a stale bookmark is not created again
 }
 
 TEST_F(MWBookmarkTest, deletedItemGivesNil) {

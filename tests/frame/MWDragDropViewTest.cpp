@@ -1,4 +1,4 @@
-// The drop area's answers to drags, what it reports, and what it and its background draw.
+// The drop area: its results for drags, its reports, and the drawing of the area and its background.
 #include "frame/MWDragDropView.h"
 
 #include "frame/MWOutlinedDragDropView.h"

@@ -1,7 +1,7 @@
-// A second program to drag from, with exact action masks.
+// A test program to drag from, with exact action masks.
 //   drag-source --title TITLE --actions copy,link [--text TEXT] [--uri URI]...
-// URIs are sent as they are written. Prints "ready", then "action NAME" whenever the target's answer changes, and "result NAME"
-// when a drag has ended.
+// URIs are sent as they are written. Prints "ready", then "action NAME" whenever the target's answer changes, and
+// "result NAME" when a drag has ended.
 #include <QApplication>
 #include <QDrag>
 #include <QLabel>

@@ -1,5 +1,5 @@
-// Which way the drag of an X server is told to come, by who owns its selection. On a private server without a window manager:
-// this test is the window manager.
+// How the program detects the way of a drag on an X server, from the owner of the drag selection. The test runs on a
+// private server and acts as its window manager.
 #include "platform/qt/dragdrop/DragWay.h"
 
 #include <QGuiApplication>
@@ -15,7 +15,7 @@
 namespace quillow {
 namespace {
 
-/// A program of the server, with a connection of its own.
+/// A client of the X server with its own connection.
 class Client {
 public:
     Client() {
@@ -61,7 +61,7 @@ private:
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom("_NET_SUPPORTING_WM_CHECK"),
                             XCB_ATOM_WINDOW, 32, 1, &checkWindow_);
     }
-    /// The server answers in order, so all that was asked before is done.
+    /// Waits for the server. It processes requests in order, so all earlier ones are then done.
     void sync() { static_cast<void>(atom("ATOM")); }
 
     xcb_connection_t* connection_ = xcb_connect(nullptr, nullptr);

@@ -1,6 +1,6 @@
-// Says to a window what a window manager says (Extended Window Manager Hints).
-//   window-manager-message ping WINDOW MILLISECONDS    prints "alive" when the program answers within that time, else "silent"
-//   window-manager-message close WINDOW                asks the running window manager to close the window
+// Sends a window the messages of a window manager (Extended Window Manager Hints).
+//   window-manager-message ping WINDOW MILLISECONDS   prints "alive" if the program answers in time, else "silent"
+//   window-manager-message close WINDOW               asks the running window manager to close the window
 #include <poll.h>
 #include <xcb/xcb.h>
 
@@ -23,7 +23,7 @@ public:
     Display()
         : connection_(xcb_connect(nullptr, nullptr))
         , root_(xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root) {
-        // Tool kits differ in which of the two they send their answers to.
+        // Tool kits send their answers with either of these event masks.
         const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &mask);
     }
@@ -52,7 +52,7 @@ public:
         send(root_, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, message);
     }
 
-    /// Whether the question comes back before the deadline.
+    /// True if the program sends the question back before the deadline.
     [[nodiscard]] bool isAnswered(const xcb_client_message_event_t& question, Clock::time_point deadline) const {
         while (true) {
             while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(connection_), &std::free})
@@ -66,7 +66,7 @@ public:
 private:
     void send(xcb_window_t destination, std::uint32_t mask, const xcb_client_message_event_t& message) const {
         xcb_send_event(connection_, 0, destination, mask, reinterpret_cast<const char*>(&message));
-        // A round trip: what a program has sent that is gone already is not always carried out.
+        // Wait for a reply: the server may drop requests of a client that has already disconnected.
         const auto cookie = xcb_get_input_focus(connection_);
         const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(connection_, cookie, nullptr),
                                                        &std::free);

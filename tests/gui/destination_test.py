@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Where texts go, decided in the real window; run under session.py with $QUILLOW and $DRAG_SOURCE set."""
+"""The destination of texts, chosen in the real window; run under session.py with $QUILLOW and $DRAG_SOURCE set."""
 import shutil
 import subprocess
 import unittest
@@ -26,7 +26,7 @@ class Destination(gui_test.ProgramTest):
         self.drag("link", self.uri(first), self.uri(second), expect="link")
         self.answer_panel("Escape")
 
-        # A later drop starts a fresh list. Its line would stand behind those of the first drop.
+        # A later drop starts a new list: the documents of the first drop are not converted.
         self.drag("link", self.uri(third), expect="link")
         self.answer_panel("Return", text=self.texts)
         self.wait_for_log(self.converted(third))
@@ -44,7 +44,7 @@ class Destination(gui_test.ProgramTest):
         accessibility.press(accessibility.control(self.accessible, "push button", "Cancel"))
         self.gone("Destination folder not yet set")
 
-        # The next alert comes after whatever Cancel might have opened.
+        # If Cancel had opened the preferences, they would appear before the next alert.
         self.drag("link", self.uri(paper), expect="link")
         accessibility.control(self.accessible, "label", "Destination folder not yet set")
         self.assertFalse(screen.find_window("^General"))

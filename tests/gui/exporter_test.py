@@ -16,7 +16,7 @@ HOME = pathlib.Path(os.environ["HOME"])
 
 class Exporter(unittest.TestCase):
     def setUp(self):
-        # Of a folder without any file, the file dialog tells assistive tools of rows that are not there.
+        # In an empty folder the file dialog reports rows to assistive tools that do not exist.
         (HOME / "notes").touch()
         self.program = subprocess.Popen([os.environ["EXPORTER_WINDOW"]], cwd=HOME)
         self.window = screen.window("^People$")
@@ -31,7 +31,7 @@ class Exporter(unittest.TestCase):
         screen.press_keys(*keys)
 
     def wait_for_exported_fields(self, *names):
-        # A button pressed by its letter acts a moment later.
+        # A button acts a moment after its mnemonic key.
         exported = accessibility.control(self.accessible, "list", "Exported fields")
         screen.until(lambda: [node.get_name() for node in accessibility.walk(exported)][1:] == list(names), f"fields {names}")
 
@@ -42,7 +42,7 @@ class Exporter(unittest.TestCase):
 
     def test_fields_layout_name_and_format_by_keyboard(self):
         self.press_in("^People$", "ctrl+e")
-        # The first two fields, the second one up, a header row, and a separator of one's own.
+        # The first two fields, the second one moved up, a header row, and a custom separator.
         self.press_in("^Export$", "space", "shift+Down", "alt+a")
         self.wait_for_exported_fields("Name", "City")
         screen.press_keys("alt+u")
@@ -58,7 +58,7 @@ class Exporter(unittest.TestCase):
         self.wait_for_file("people.txt", b"City / Name\nRome / Ann\nOslo / Bob")
         screen.until(lambda: not screen.find_window("^Save As$"), "save sheet gone")
 
-        # The second export begins where the first one ended; its format changes the name.
+        # The second export starts with the settings of the first one; its format changes the name.
         self.press_in("^People$", "ctrl+e")
         self.press_in("^Export$", "alt+x")
         self.press_in("^Save As$", "alt+f", "Home", "Down", "Return", "Return")
@@ -72,7 +72,7 @@ class Exporter(unittest.TestCase):
             accessibility.control(self.accessible, role, name)
         self.press_in("^Export$", "Return")
         screen.window("^Save As$")
-        # On this desktop a combo box is named by what is chosen, its title is the label before it.
+        # On this desktop the name of a combo box is the chosen item; its title is the label before it.
         accessibility.control(self.accessible, "combo box", "Tab-separated text")
         accessibility.control(self.accessible, "label", "Format:")
         nodes = list(accessibility.walk(self.accessible))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Real drags of real file managers' items onto the window; run under session.py with $QUILLOW set.
+"""Real drags from real file managers onto the window; run under session.py with $QUILLOW set.
 
 Each file manager's window shows one folder; everything in it is selected and dragged.
 """
@@ -9,20 +9,20 @@ import unittest
 import gui_test
 import screen
 
-SIDE_PANE = 160          # pixels of the window's left part that never hold an item
+SIDE_PANE = 160          # pixels at the left of the window that never contain an item
 TOOLBARS = 90
 STATUS_BAR = 50
 
 
 class FileManagerTest(gui_test.ProgramTest):
     def selected_item(self, window):
-        """Selects everything and gives a point on an item, found by what selecting changes: no theme and no tool kit matters."""
+        """Selects everything and returns a point on an item. Finds items by the change on the screen, whatever the theme is."""
         area = screen.Place(window.x + SIDE_PANE, window.y + TOOLBARS, window.width - SIDE_PANE - 20,
                             window.height - TOOLBARS - STATUS_BAR)
         before, after = str(gui_test.HOME / "before.png"), str(gui_test.HOME / "after.png")
 
         def changed():
-            # Into the icon area and out of any selection; then everything.
+            # Click into the icon area to clear the selection, then select everything.
             screen.pointer("mousemove", window.x + window.width - 40, window.y + window.height - 70, "click", 1)
             screen.save_settled_picture(area, before)
             screen.press_keys("ctrl+a")
@@ -33,7 +33,7 @@ class FileManagerTest(gui_test.ProgramTest):
             if not items:
                 return None
             first = min(items, key=lambda place: (place.y, place.x))
-            # Items side by side may have grown into one shape: its left end is an item in any case.
+            # Adjacent items may form one shape, but its left end is always an item.
             return area.x + first.x + min(first.width // 2, 42), area.y + first.y + min(first.height // 3, 30)
 
         return screen.until(changed, "an item that selecting changes")
@@ -47,11 +47,11 @@ class FileManagerTest(gui_test.ProgramTest):
 
 
 class FileManagerDrag(FileManagerTest):
-    # What stands in a folder that people drag from. Names as documents have them: blanks, quotes, signs, other scripts.
+    # File names as in real folders: with blanks, quotes, signs and other scripts.
     names = ("plain.rtf", "two  blanks.html", "it's \"quoted\" & 100%25.rtf", "\u00fcber \u6587\u66f8 \U0001f4c4.rtf")
 
     def open_folder(self, *command):
-        """Opens the folder of papers in a file manager at the right, its items selected; gives a point on an item."""
+        """Opens the folder of papers in a file manager at the right and selects its items; returns a point on an item."""
         self.start(*command, self.papers, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         files = screen.window(f"^{self.papers.name}( |$)")
         subprocess.run(["xdotool", "windowsize", files, "560", "480", "windowmove", files, "680", "40", "windowactivate", files],
@@ -75,7 +75,7 @@ class FileManagerDrag(FileManagerTest):
         papers.append(self.document("Letter.rtfd/TXT.rtf", "Text of the bundle.").parent)
         self.start_program()
         self.drop(self.open_folder(*file_manager))
-        # In the order that the file manager sends, whatever it is.
+        # The order depends on the file manager.
         lines = self.wait_for_log_lines(len(papers))
         self.assertEqual(sorted(lines), sorted(self.converted(paper) for paper in papers))
         for i, name in enumerate(self.names):

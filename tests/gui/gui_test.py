@@ -24,7 +24,7 @@ WINDOW_TITLE = "^Quillow$"
 
 
 def rtf(text):
-    """An RTF document of this text."""
+    """An RTF document with this text."""
     return "{\\rtf1\\ansi " + "".join(c if ord(c) < 128 else f"\\u{ord(c)}?" for c in text) + "\\par}"
 
 
@@ -74,7 +74,7 @@ class ProgramTest(unittest.TestCase):
         return accessibility.text_of(node) if node else ""
 
     def wait_for_log(self, *messages):
-        """Waits for lines that end so, in this order, and for no others."""
+        """Waits for exactly these messages in the log, in this order."""
         def lines():
             found = self.log().split("\n")[1:]
             return len(found) >= len(messages) and found
@@ -95,8 +95,8 @@ class ProgramTest(unittest.TestCase):
         self.assertIn(text, (self.texts / name).read_text())
 
     def wait_until_idle(self):
-        """Waits until the program has dealt with all that came before: for what must not follow from it. Keys are answered
-        in turn, and while a sheet stands on the window these are not."""
+        """Waits until the program has processed all earlier events, before a test checks that something did not happen. The
+        program handles keys in order, and handles none of these while a sheet is open on the window."""
         subprocess.run(["xdotool", "windowactivate", "--sync", self.window])
         screen.press_keys("ctrl+comma")
         subprocess.run(["xdotool", "windowactivate", "--sync", screen.window("^General")])
@@ -106,16 +106,16 @@ class ProgramTest(unittest.TestCase):
     # The drag.
 
     def drop_point(self):
-        """The drop area's middle, with the window at the left."""
+        """Moves the window to the left; returns the middle of the drop area."""
         screen.move_window(self.window, 10, 40)
         window = screen.settled_place(self.window)
         area = accessibility.control(self.accessible, "push button", "Drop documents here").get_extents(1)  # window
-        # Its left end tells whether it is lit: what hangs on the pointer does not reach there.
+        # The left end shows whether the area is lit, because the dragged icon at the pointer does not cover it.
         self.drop_place = screen.Place(window.x + area.x, window.y + area.y, 100, area.height)
         return window.x + area.x + area.width // 2, window.y + area.y + area.height // 2
 
     def picture_at_rest(self, start):
-        """The drop area with the pointer elsewhere."""
+        """The picture of the drop area with the pointer elsewhere."""
         screen.pointer("mousemove", *start)
         return screen.settled_picture(self.drop_place)
 
@@ -123,7 +123,7 @@ class ProgramTest(unittest.TestCase):
         screen.hover_until(point, lambda: screen.picture_of(self.drop_place) != before, "drop area lit")
 
     def drag(self, actions, *uris, text=None, expect):
-        """Drags from a program of ours onto the drop area and checks what the drag ended as: a link, or nothing."""
+        """Drags from our test program onto the drop area and checks the resulting action: link or none."""
         arguments = ["--actions", actions]
         for uri in uris:
             arguments += ["--uri", uri]
@@ -140,7 +140,7 @@ class ProgramTest(unittest.TestCase):
         self.carry_out_drag((place.x + place.width // 2, place.y + place.height // 2), point, source, expect)
 
     def carry_out_drag(self, start, point, source, expect):
-        """Drags from the window of a program of ours; a refused drag changes nothing of the drop area."""
+        """Drags from the window of our test program; a refused drag must not change the drop area."""
         before = self.picture_at_rest(start)
         screen.begin_drag(start, point)
         if expect == "link":
@@ -154,7 +154,7 @@ class ProgramTest(unittest.TestCase):
             answers.append(line.split())
             if answers[-1][0] == "result":
                 break
-        # The source stays to the test's end: the target may not have fetched the data yet.
+        # The source runs until the end of the test, because the target may not have fetched the data yet.
         self.assertEqual(answers[-1], ["result", expect])
 
     @staticmethod
@@ -178,7 +178,7 @@ class OwnDrag(ProgramTest):
         self.drag("copy,move,link", self.uri(paper), "https://example.org/thesis.rtf", expect="none")
         self.drag("copy,move,link", self.uri(paper), self.uri(paper).replace("file://", "file://other.example.org"),
                   expect="none")
-        # Those that are taken show that the others were not merely late.
+        # The accepted drags show that the others were not just late.
         self.drag("copy,move,link", self.uri(paper), expect="link")
         self.drag("move,link", self.uri(paper), text=str(paper), expect="link")
         self.wait_for_log(self.converted(paper), self.converted(paper))
@@ -208,7 +208,7 @@ class OwnDrag(ProgramTest):
         papers = [self.document(f"many/{i:03}.rtf", f"text {i}\\par " * 20000) for i in range(120)]
         late = self.document("late.rtf", "late")
         self.start_program(*papers)
-        # The drag comes while the first documents are being converted; it waits and loses nothing.
+        # The drag arrives while the first documents are converted. It waits, and no document is lost.
         self.drag("link", self.uri(late), expect="link")
         self.wait_for_log(*[self.converted(paper) for paper in papers], self.converted(late))
 
@@ -223,7 +223,7 @@ class Panels(ProgramTest):
         screen.until(lambda: self.type_into_panel(str(self.texts)), "panel closed")
         self.wait_for_log(self.converted(first), self.converted(second))
 
-        # A later run asks again; Cancel converts nothing.
+        # A later run asks again. Cancel converts nothing.
         self.program.send_signal(signal.SIGTERM)
         self.assertEqual(self.program.wait(30), 0)
         self.start_program(first)
@@ -271,7 +271,7 @@ class Panels(ProgramTest):
         self.wait_until_idle()
         self.assertIsNone(screen.find_window("^Choose a Folder"), "asked again")
 
-        # Cancel gives all of them up, and the next drop begins afresh.
+        # Cancel drops all of them, and the next drop starts a new list.
         self.drag("link", *(self.uri(paper) for paper in papers), expect="link")
         panel = screen.window("^Choose a Folder")
         subprocess.run(["xdotool", "windowactivate", "--sync", panel])
@@ -336,10 +336,10 @@ class Preferences(ProgramTest):
         self.assertEqual(screen.window("^Update"), preferences)
         screen.until(lambda: screen.place_of(preferences).height == 238, "height of the Update pane")
         update = screen.settled_place(preferences)
-        self.assertEqual(update, general._replace(height=238))  # the top edge stands still
+        self.assertEqual(update, general._replace(height=238))  # the top edge does not move
         accessibility.control(self.accessible, "push button", "Check Now")
 
-        # An assistive tool changes the pane as a click does.
+        # An assistive tool can change the pane like a click.
         accessibility.press(accessibility.control(self.accessible, "radio button", "General"))
         screen.window("^General")
         screen.until(lambda: screen.place_of(preferences).height == 278, "height of the General pane")
@@ -371,7 +371,7 @@ class Modes(ProgramTest):
     def expect_height(self, height):
         def has_height():
             place = screen.place_of(self.window)
-            # Also on the way only the lower edge moves.
+            # Only the lower edge moves, also during the animation.
             self.assertEqual(place._replace(height=0), self.place._replace(height=0))
             return place.height == height
 
@@ -396,7 +396,7 @@ class Modes(ProgramTest):
         self.expect_height(self.BIG)
         self.press_window("ctrl+l")
         self.expect_height(self.SMALL)
-        button = self.disclosure().get_extents(0)  # on the screen
+        button = self.disclosure().get_extents(0)  # screen coordinates
         screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
         self.expect_height(self.BIG)
 
@@ -425,7 +425,7 @@ class Modes(ProgramTest):
         log = self.log()
         self.quit()
 
-        # Other readers of the format read the file.
+        # An independent reader of the format can read the file.
         archive = plistlib.loads(DATA_FILE.read_bytes())
         objects = archive["$objects"]
         self.assertEqual((archive["$archiver"], archive["$version"], objects[0]), ("NSKeyedArchiver", 100000, "$null"))

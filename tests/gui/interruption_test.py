@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The program killed in the middle of its work; run under session.py with $QUILLOW set."""
+"""The program is killed in the middle of its work; run under session.py with $QUILLOW set."""
 import os
 import signal
 import time
@@ -13,7 +13,7 @@ PARAGRAPHS = 8000
 
 class Interruption(gui_test.ProgramTest):
     def test_killed_in_the_middle(self):
-        """Every text that stands in the folder is whole; nothing else is there."""
+        """The folder then contains only complete texts."""
         self.preset_destination()
         papers = [self.document(f"{i:03}.rtf", f"Text {i}.\\par " * PARAGRAPHS) for i in range(DOCUMENTS)]
         whole = {f"{i:03}.txt": f"Text {i}.\n" * PARAGRAPHS for i in range(DOCUMENTS)}
@@ -33,7 +33,7 @@ class Interruption(gui_test.ProgramTest):
         self.assertEqual(found.keys() - whole.keys(), set())
         self.assertEqual([name for name, text in found.items() if text not in (whole[name], old)], [])
 
-        # It starts again, and the work can be done once more.
+        # The program can start again and convert a document.
         self.start_program(papers[-1])
         self.wait_for_log(self.converted(papers[-1]))
 

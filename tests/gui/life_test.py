@@ -20,7 +20,7 @@ screen.LIMIT_SECONDS = LIMIT_SECONDS = 200  # a long conversion on a busy machin
 
 
 def long_pdf(pages, lines=75):
-    """A small PDF that takes long: every page shows the same many lines."""
+    """A small PDF that takes long to convert: every page shows the same many lines."""
     content = b"BT /F 9 Tf 40 800 Td 10 TL\n" + b"(The quick brown fox jumps over the lazy dog.) Tj T*\n" * lines + b"ET\n"
     kids = b" ".join(b"%d 0 R" % (5 + i) for i in range(pages))
     page = b"<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 842]/Contents 4 0 R/Resources<</Font<</F 3 0 R>>>>>>"
@@ -39,7 +39,7 @@ def long_pdf(pages, lines=75):
 
 
 def pages_that_take(seconds, folder, trial_pages=1000, most_pages=100000):
-    """About how many pages of long_pdf take so long to convert here and now: faster machines and engines get more of them."""
+    """About how many pages of long_pdf take this many seconds to convert. It measures this machine with a trial document."""
     trial = folder / "trial.pdf"
     trial.write_bytes(long_pdf(trial_pages))
     begin = time.monotonic()
@@ -55,7 +55,7 @@ class LifeTest(ProgramTest):
         self.preset_destination()
 
     def start_again(self, *arguments, **options):
-        """A second start; its exit code and what it says."""
+        """Starts the program a second time; returns its exit code and its messages."""
         done = subprocess.run([os.environ["QUILLOW"], *arguments], stderr=subprocess.PIPE, timeout=LIMIT_SECONDS, **options)
         return done.returncode, done.stderr.decode()
 
@@ -94,7 +94,7 @@ class SecondStart(LifeTest):
         for name in names:
             text = os.fsencode(self.texts) + b"/" + name[:-4] + b".txt"
             self.assertTrue(os.path.exists(text), text)
-        # The same one twice: each start counts.
+        # The same document again: each start counts.
         self.assertEqual(self.start_again("plain.rtf", cwd=folder), (0, ""))
         screen.until(lambda: self.converted_count() == len(names) + 1, "converted again")
 
@@ -107,7 +107,7 @@ class SecondStart(LifeTest):
         self.assertEqual(self.active_window(), cover)
         self.assertEqual(self.start_again(), (0, ""))
         screen.until(lambda: self.active_window() == self.window, "window in front")
-        # Also one that is minimised.
+        # Also if the window is minimised.
         subprocess.run(["xdotool", "windowminimize", "--sync", self.window])
         self.assertEqual(self.start_again(), (0, ""))
         screen.until(lambda: self.active_window() == self.window, "window back")
@@ -118,7 +118,7 @@ class SecondStart(LifeTest):
         self.assertEqual(self.start_again(), (0, ""))
         screen.window(WINDOW_TITLE)
         self.assertIsNone(self.program.poll())
-        # With documents, too.
+        # Also if the second start has documents.
         self.window = screen.window(WINDOW_TITLE)
         self.close_window_and_wait()
         paper = self.document("late.rtf", "late")
@@ -163,7 +163,7 @@ class SecondStart(LifeTest):
         other = self.start(os.environ["QUILLOW"])
         screen.until(lambda: len(screen.output_of("xdotool", "search", "--onlyvisible", "--name", WINDOW_TITLE).split()) == 2,
                      "second window")
-        # Nobody could bring their windows back: they end with them.
+        # No later start could bring their windows back, so the programs end with their windows.
         for window in screen.output_of("xdotool", "search", "--onlyvisible", "--name", WINDOW_TITLE).split():
             self.close_window(window.decode())
         self.assertEqual(self.program.wait(LIMIT_SECONDS), 0)
@@ -182,7 +182,7 @@ def saved_log():
 
 
 class AlertAtLaunch(LifeTest):
-    """The data file is of a newer release: an alert comes before the window."""
+    """A newer release wrote the data file: an alert appears before the window."""
     def setUp(self):
         super().setUp()
         DATA_FILE.parent.mkdir(parents=True)
@@ -258,12 +258,12 @@ class Closing(LifeTest):
         subprocess.run(["xdotool", "windowkill", self.window], check=True)  # closes the program's connection
         self.assertEqual(self.program.wait(LIMIT_SECONDS), 1)
         self.assertEqual(saved_log(), log)
-        # The next start is not held up.
+        # The next start is not blocked.
         self.start_program()
 
 
 class LongConversion(LifeTest):
-    SECONDS = 8  # what a conversion takes, about: several times what most tests do meanwhile
+    SECONDS = 8  # about the duration of a conversion: several times what most tests need meanwhile
 
     def setUp(self):
         super().setUp()
@@ -273,7 +273,7 @@ class LongConversion(LifeTest):
     def begin(self, *others, seconds=SECONDS):
         self.long.write_bytes(long_pdf(pages_that_take(seconds, self.papers)))
         self.start_program()
-        # Where the spinner stands: it turns while the document is converted.
+        # Find the spinner, which turns while the document is converted.
         screen.move_window(self.window, 10, 40)
         place = screen.settled_place(self.window)
         spinner = accessibility.control(self.accessible, "filler", "Not converting").get_extents(1)
@@ -295,7 +295,7 @@ class LongConversion(LifeTest):
         screen.until(lambda: pictures.add(screen.picture_of(self.spinner)) or len(pictures) > 2, "spinner turning")
         self.assert_still_converting()
 
-        # Uncovered, it is painted.
+        # The window is painted after another window has covered it.
         place = screen.place_of(self.window)
         corner = screen.Place(place.x + 20, place.y + 60, 60, 60)
         before = screen.picture_of(corner)

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """presets.py FOLDER: makes FOLDER the fixed destination of the program whose configuration is in $XDG_CONFIG_HOME.
 
-Writes the defaults file in the program's own form (platform/qt/storage/QtDefaults.h): a bookmark is bytes, its block a tag and a CBOR
-map (platform/qt/files/BookmarkBlock.h). Without the folder's identity in it, the folder is known by its path alone.
+Writes the defaults file in the program's format (platform/qt/storage/QtDefaults.h). The bookmark is a byte value: a tag and a CBOR
+map (platform/qt/files/BookmarkBlock.h). The map has no identity of the folder, so the program finds the folder only by its path.
 """
 import base64
 import os

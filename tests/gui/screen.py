@@ -1,4 +1,4 @@
-"""Windows, pointer and pictures of the X display that $DISPLAY names, by xdotool, xwininfo and ImageMagick.
+"""Windows, pointer and pictures of the X display $DISPLAY, with xdotool, xwininfo and ImageMagick.
 
 Everything waits for a condition; the limit only keeps a broken test from hanging.
 """
@@ -39,7 +39,7 @@ def window(title):
 
 
 def place_of(window_id):
-    # Not by xdotool, which counts the decoration twice.
+    # Not with xdotool, which counts the decoration twice.
     text = output_of("xwininfo", "-id", window_id).decode()
     values = [re.search(label + r":\s+(-?\d+)", text) for label in
               ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
@@ -47,7 +47,7 @@ def place_of(window_id):
 
 
 def move_window(window_id, x, y):
-    """Moves a window and waits until it stands still there."""
+    """Moves a window and waits until it has stopped moving."""
     subprocess.run(["xdotool", "windowmove", window_id, str(x), str(y)])
     settled_place(window_id)
 
@@ -64,7 +64,7 @@ def settled_place(window_id):
 
 
 def picture_of(place):
-    """Something that is equal for equal pixels of the place."""
+    """A hash of the pixels of the place."""
     crop = f"{place.width}x{place.height}+{place.x}+{place.y}"
     return output_of("import", "-silent", "-window", "root", "-crop", crop, "+repage", "-format", "%#", "info:")
 
@@ -75,7 +75,7 @@ def save_picture(place, path):
 
 
 def settled_picture(place):
-    """The picture of the place once it has stopped changing."""
+    """The hash of the place's pixels once they have stopped changing."""
     pictures = []
 
     def is_still():
@@ -92,7 +92,7 @@ def save_settled_picture(place, path):
 
 
 def shapes(*image):
-    """The places of the white shapes in a picture, which ImageMagick makes as these arguments say; largest first."""
+    """The places of the white shapes in the picture that ImageMagick makes with these arguments; largest first."""
     text = output_of("convert", *image, "-define", "connected-components:verbose=true", "-define",
                      f"connected-components:area-threshold={MORE_THAN_A_SPECK}", "-connected-components", "8", "null:")
     found = []
@@ -117,7 +117,7 @@ def type_text(text):
 
 
 def begin_drag(start, end):
-    """Presses at start and moves to end in steps, as a hand does."""
+    """Presses the button at start and moves to end in steps, as a user does."""
     pointer("mousemove", *start)
     time.sleep(0.1)
     pointer("mousedown", 1)
@@ -131,7 +131,7 @@ def begin_drag(start, end):
 
 
 def hover_until(end, condition, what):
-    """Moves about the end point until the condition holds: targets answer to movements."""
+    """Moves around the end point until the condition holds, because drag targets react to movements."""
     offset = [0]
 
     def moved():
@@ -143,7 +143,7 @@ def hover_until(end, condition, what):
 
 
 def hover(end, seconds):
-    """Moves about the end point for a while: for answers that must not come."""
+    """Moves around the end point for a while, to check that the target does not react."""
     deadline = time.monotonic() + seconds
     while time.monotonic() < deadline:
         for offset in (1, 0):

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""session.py [--size WxH] [--home DIR] [--desktop openbox|none|mutter|kwin] -- COMMAND...: runs COMMAND in a session of its own.
+"""session.py [--size WxH] [--home DIR] [--desktop openbox|none|mutter|kwin] -- COMMAND...: runs COMMAND in a private session.
 
-A private X server, D-Bus session, desktop and home folder, all ended afterwards. Exits as the command does.
+The session has a private X server, D-Bus session, desktop and home folder. All end with it. The exit code is that of COMMAND.
 
 The desktop is a window manager of the X server, or a Wayland compositor that shows its screen as the server's only window and has
-an Xwayland of its own. COMMAND is then still a client of the outer server, where it moves the pointer and takes pictures;
-$NESTED_WAYLAND_DISPLAY, $NESTED_DISPLAY and $NESTED_XAUTHORITY are those of the compositor's clients.
+its own Xwayland. COMMAND is then still a client of the outer server, where it moves the pointer and takes pictures. The variables
+for the compositor's clients are $NESTED_WAYLAND_DISPLAY, $NESTED_DISPLAY and $NESTED_XAUTHORITY.
 """
 import argparse
 import os
@@ -97,7 +97,7 @@ class Session:
             wait_for(lambda: b"window id" in subprocess.run(check, capture_output=True).stdout, "window manager")
 
     def start_compositor(self):
-        # It starts a command in its session once that can be used: here one that tells what clients find in their environment.
+        # The compositor starts a command when its session is ready. This one writes the environment of its clients to a file.
         told = os.path.join(self.folder, "environment")
         client = os.path.join(self.folder, "client")
         with open(client, "w") as script:
@@ -114,13 +114,13 @@ class Session:
                    env={**os.environ, "MUTTER_DEBUG_DUMMY_MODE_SPECS": self.size, "LIBGL_ALWAYS_SOFTWARE": "1"})
 
     def start_kwin(self, client):
-        # A copy is without the file capability of the installed one, which not every container grants.
+        # A copy does not have the file capability of the installed program, which not every container allows.
         program = shutil.copyfile(shutil.which("kwin_wayland"), os.path.join(self.folder, "kwin_wayland"))
         os.chmod(program, 0o700)
         width, height = self.size.split("x")
         os.makedirs(os.environ["XDG_CONFIG_HOME"], exist_ok=True)
         with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "kwinrc"), "w") as settings:
-            settings.write("[Windows]\nPlacement=Smart\n")  # side by side, where there is room
+            settings.write("[Windows]\nPlacement=Smart\n")  # side by side if there is room
         self.start(program, "--x11-display", os.environ["DISPLAY"], "--width", width, "--height", height, "--xwayland", "--socket",
                    "quillow-kwin", "--no-lockscreen", client,
                    env={**os.environ, "KWIN_COMPOSE": "Q", "XDG_CURRENT_DESKTOP": "KDE"})

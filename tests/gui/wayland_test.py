@@ -2,7 +2,7 @@
 """The desktop program in Wayland sessions: drags of Wayland and X11 programs onto its Wayland and its X11 window, and what the
 compositor does to its window. Run under session.py --desktop mutter|kwin with $QUILLOW and $DRAG_SOURCE set.
 
-Wayland tells nobody where a window is, so windows are found in pictures of the compositor's screen.
+Wayland does not report the position of a window, so the tests find windows in pictures of the compositor's screen.
 """
 import os
 import pathlib
@@ -14,7 +14,7 @@ import file_manager_test
 import screen
 
 DESKTOP = screen.Place(0, 0, *(int(n) for n in os.environ["SCREEN_SIZE"].split("x")))
-PANEL = (400, 70)  # the least size of the drop area, whose panel is the only thing of the window that is white all over
+PANEL = (400, 70)  # the minimum size of the drop area's panel, the only large white rectangle of the window
 
 
 def wayland_client():
@@ -24,7 +24,7 @@ def wayland_client():
 
 
 def x11_client():
-    """As a program runs whose tool kit has no Wayland plugin."""
+    """The environment of a program whose tool kit has no Wayland plugin."""
     return {**os.environ, "DISPLAY": os.environ["NESTED_DISPLAY"], "XAUTHORITY": os.environ["NESTED_XAUTHORITY"],
             "QT_QPA_PLATFORM": "xcb", "GDK_BACKEND": "x11"}
 
@@ -33,14 +33,14 @@ class WaylandSession(file_manager_test.FileManagerTest):
     def setUp(self):
         super().setUp()
         self.preset_destination()
-        self.place = screen.Place(-1, -1, 0, 0)  # of the program's window, once it is there
+        self.place = screen.Place(-1, -1, 0, 0)  # of the program's window, once it has appeared
         self.picture, self.picture_before = (os.path.join(os.environ["HOME"], name) for name in ("now.ppm", "before.ppm"))
         self.is_picture_new = False
 
-    # Windows, found by what they change of the screen.
+    # Windows, found by their change on the screen.
 
     def start_window(self, client, *command, **options):
-        """Starts a program in the compositor's session; its process, and where its window appears."""
+        """Starts a program in the compositor's session; returns its process and the place of its window."""
         if not self.is_picture_new:
             self.take_picture()
         os.replace(self.picture, self.picture_before)
@@ -48,14 +48,14 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return process, screen.until(self.change, f"window of {command[0]}")
 
     def take_picture(self):
-        """Of the whole screen, once nothing moves on it."""
+        """Takes a picture of the whole screen, once nothing moves on it."""
         screen.save_settled_picture(DESKTOP, self.picture)
         self.is_picture_new = True
 
     def change(self):
-        """The rectangle around all that has changed, once it is as large as a window.
+        """The rectangle around all changes on the screen, or None if it is smaller than a window.
 
-        The program's own window does not count: its title changes when another window gets the keyboard."""
+        Changes of the program's own window do not count: its title changes when another window gets the keyboard focus."""
         self.take_picture()
         own = self.place
         changes = screen.shapes(self.picture_before, self.picture, "-compose", "difference", "-composite",
@@ -67,7 +67,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return screen.Place(left, top, right - left, bottom - top) if right - left > 100 and bottom - top > 60 else None
 
     def find_panel(self):
-        """The drop area in the picture, by its white panel."""
+        """Finds the drop area in the picture by its white panel."""
         white = screen.shapes(self.picture, "-fill", "black", "+opaque", "white")
         panels = [place for place in white if place.width >= PANEL[0] and place.height >= PANEL[1]]
         return min(panels, key=lambda place: place.y, default=None)  # the log below it is white as well
@@ -80,7 +80,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         self.panel = self.find_panel() or self.wait_for_panel(bool, "white panel of the drop area")
 
     def wait_for_panel(self, condition, what):
-        """The drop area once it is as the condition says."""
+        """Waits until the condition holds for the drop area; returns the drop area."""
         def panel():
             self.take_picture()
             found = self.find_panel()
@@ -89,7 +89,7 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return screen.until(panel, what)
 
     def drop_point(self):
-        # Its left end tells whether it is lit: what hangs on the pointer does not reach there.
+        # The left end shows whether the area is lit, because the dragged icon at the pointer does not cover it.
         self.drop_place = self.panel._replace(width=60)
         return self.panel.x + self.panel.width // 2, self.panel.y + self.panel.height // 2
 
@@ -125,12 +125,12 @@ class Drags(WaylandSession):
         self.start_program(x11_client())
         self.drag_own("copy", paper, expect="none")
         self.drag_own("copy,move", paper, expect="none")
-        # One that is taken shows that the others were not merely late.
+        # The accepted drag shows that the others were not just late.
         self.drag_own("copy,link", paper, expect="link")
         self.wait_for_log(self.converted(paper))
 
     def drag_own(self, actions, paper, expect):
-        """Drags from an X11 program of ours and checks what the drag ended as."""
+        """Drags from our X11 test program and checks the resulting action."""
         source, place = self.start_window(x11_client(), os.environ["DRAG_SOURCE"], "--actions", actions, "--uri",
                                           self.uri(paper), stdout=subprocess.PIPE, text=True)
         start = (place.x + place.width // 2, place.y + place.height // 2)
@@ -157,7 +157,7 @@ class Windows(WaylandSession):
         self.start_program(wayland_client())
         wider = self.panel
         for key in ("Down", "Up"):
-            # The width as well, which shows that the resizing was carried out.
+            # The keys also change the width, which shows that the resize happened.
             former = wider
             screen.press_keys("alt+F8", key, key, key, "Right", "Right", "Return")
             wider = self.wait_for_panel(lambda panel: panel.width != former.width, "window of another width")
@@ -167,14 +167,14 @@ class Windows(WaylandSession):
     def test_a_maximised_window_fills_the_screen(self):
         self.start_program(wayland_client())
         screen.press_keys("super+Up")
-        # The drop area takes the room, and in the big mode the log.
+        # The drop area gets the extra room; in the big mode the log gets it.
         self.wait_for_panel(lambda panel: panel.height > DESKTOP.height * 3 // 4, "drop area of the screen's height")
         screen.press_keys("ctrl+l")
         self.wait_for_panel(lambda panel: panel.height == self.panel.height and panel.width > DESKTOP.width * 3 // 4,
                             "drop area of its own height")
         log = accessibility.control(self.accessible, "text", "Message log").get_extents(1)  # window
         self.assertGreater(log.height, DESKTOP.height // 2)
-        # The mode holds when the window has its own size again.
+        # The mode stays when the window has its normal size again.
         screen.press_keys("super+Down")
         self.wait_for_panel(lambda panel: panel == self.panel, "window of the former size")
         log = accessibility.control(self.accessible, "text", "Message log")

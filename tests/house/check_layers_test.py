@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The include check must find breaches: each small tree below holds one, or none."""
+"""The include check must find violations: each small tree below contains one violation or none."""
 import pathlib
 import subprocess
 import sys

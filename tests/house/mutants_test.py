@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""tools/mutants.py on a small project: it must find what no test notices, and nothing else."""
+"""Runs tools/mutants.py on a small project: it must find the changes that no test notices, and no others."""
 import json
 import pathlib
 import random

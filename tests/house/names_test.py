@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The name map must follow the rule and its check must catch differences: each case is a header and what is made of it."""
+"""The name map must follow the rule, and its check must find differences: each case is a header and its entries in the map."""
 import pathlib
 import subprocess
 import sys

@@ -1,4 +1,4 @@
-// What every archive behind the port does, and what becomes of damaged files on the disk.
+// The contract of the archive port, for all implementations, and damaged files on the disk.
 #include "platform/qt/storage/QtArchive.h"
 #include "tests/fakes/FakeArchive.h"
 #include "tests/platform/FileWorlds.h"

@@ -1,5 +1,5 @@
-// Writes binary property lists, right ones and wrong ones: objects are given as bytes or as values, and the table and the
-// trailer say what the test wants.
+// Writes valid and invalid binary property lists. The test adds objects as bytes or as values, and controls the
+// offset table and the trailer.
 #pragma once
 
 #include "base/Boxed.h"
@@ -26,13 +26,13 @@ public:
     std::uint64_t root = 0;
     QList<QByteArray> objects;
 
-    /// Adds an object given as its bytes and answers its number.
+    /// Adds an object as bytes and returns its number.
     std::uint64_t add(const QByteArray& object) {
         objects.append(object);
         return static_cast<std::uint64_t>(objects.size() - 1);
     }
 
-    /// A marker with its count, in the short form or with an integer object behind it.
+    /// A marker with its count: in the short form, or with an integer object after it.
     static QByteArray marker(int type, std::uint64_t count) {
         if (count < 15) return QByteArray(1, static_cast<char>(type << 4 | static_cast<int>(count)));
         return QByteArray(1, static_cast<char>(type << 4 | 0x0F)) + '\x12' + bigEndian(count, 4);
@@ -48,7 +48,7 @@ public:
         return bytes;
     }
 
-    /// Adds a value of strings, integers, arrays and dictionaries with all that it holds.
+    /// Adds a value with all its parts: strings, integers, arrays and dictionaries.
     std::uint64_t addValue(const Boxed& value) { // NOLINT(misc-no-recursion): of the test's own values
         const std::uint64_t place = add({});
         QByteArray bytes;
@@ -95,7 +95,7 @@ public:
     }
 };
 
-/// The list of one object.
+/// A list with one object.
 inline QByteArray listOf(const QByteArray& object) {
     BinaryListWriter writer;
     writer.add(object);

@@ -1,4 +1,4 @@
-// What every bookmark store behind the port does.
+// The contract of the bookmark store port, for all implementations.
 #include "base/PathBytes.h"
 #include "base/PathStrings.h"
 #include "tests/platform/FileWorlds.h"

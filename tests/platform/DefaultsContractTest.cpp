@@ -1,4 +1,4 @@
-// What every defaults store behind the port does.
+// The contract of the defaults port, for all implementations.
 #include "platform/qt/storage/QtDefaults.h"
 #include "tests/fakes/FakeDefaults.h"
 

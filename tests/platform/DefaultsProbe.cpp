@@ -1,5 +1,5 @@
-// Another process on the same settings file. "write FILE" stores one value of each type, "read FILE" prints them, "churn FILE"
-// writes until it is killed.
+// A second process that uses the same settings file. "write FILE" stores one value of each type, "read FILE" prints
+// them, "churn FILE" writes until it is killed.
 #include "platform/qt/storage/BoxedText.h"
 #include "platform/qt/storage/QtDefaults.h"
 #include "tests/platform/DefaultsSample.h"

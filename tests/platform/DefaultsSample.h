@@ -1,4 +1,4 @@
-// One value of each type that a settings file holds; the test and the process beside it share them.
+// One value of each type that a settings file can contain. The test and its second process share them.
 #pragma once
 
 #include "base/Boxed.h"

@@ -1,5 +1,5 @@
-// The drop area with its views: which drags it takes, what it answers, what it paints at each scale, and its life as a button.
-// Drags over a real window system are in tests/gui.
+// The drop area with its views: which drags it accepts, with which action, its painting at each scale, and its use as
+// a button. tests/gui tests drags with a real window system.
 #include "platform/qt/dragdrop/DropArea.h"
 
 #include "base/PathBytes.h"
@@ -33,7 +33,7 @@ struct DropCase {
     DragWay way;
     Qt::DropActions offered;
     DragOperationMask mask;
-    Qt::DropAction answer; ///< when the view answers link
+    Qt::DropAction answer; ///< if the view returns link
 };
 
 class DropRule : public testing::TestWithParam<DropCase> {};
@@ -239,7 +239,7 @@ TEST_F(DropAreaTest, theWayOfADragIsFoundWhenItEnters) {
     leave();
     way_ = DragWay::bridged;
     EXPECT_EQ(enter(files_, Qt::CopyAction), Qt::CopyAction);
-    way_ = DragWay::direct; // its source has gone meanwhile
+    way_ = DragWay::direct; // the source has exited meanwhile
     EXPECT_EQ(drop(files_, Qt::CopyAction), Qt::CopyAction);
 }
 
@@ -250,7 +250,7 @@ TEST_F(DropAreaTest, aWaylandDragThatNamesNoActionIsTakenWhenItBringsFiles) {
     QDragEnterEvent refused({10, 10}, Qt::IgnoreAction, &text, Qt::LeftButton, Qt::NoModifier);
     send(area_, refused);
     EXPECT_FALSE(refused.isAccepted());
-    // An event of Qt's that names no action takes none either: that it is accepted is the answer.
+    // A Qt event without an action has no drop action either, so only isAccepted() shows the result.
     QDragEnterEvent entry({10, 10}, Qt::IgnoreAction, &files_, Qt::LeftButton, Qt::NoModifier);
     send(area_, entry);
     EXPECT_TRUE(entry.isAccepted());
@@ -269,7 +269,7 @@ TEST_F(DropAreaTest, returnAndSpacePressIt) {
     EXPECT_EQ(area_.focusPolicy(), Qt::StrongFocus);
 }
 
-// What is painted. A picture is taken at each scale; lengths are in points.
+// Painting. The tests take a picture at each scale; lengths are in points.
 
 class DropAreaPainting : public DropAreaTest, public testing::WithParamInterface<double> {
 protected:
@@ -285,9 +285,9 @@ protected:
         area_.render(&image);
         return image;
     }
-    /// The pixel of a point.
+    /// Converts points to pixels.
     int pixel(double point) const { return static_cast<int>(point * GetParam()); }
-    /// Pixels of the outline's upper side, in points of the line's width times its length: its ink.
+    /// The darkness of the outline's upper side, summed over its area in square points.
     double ink() {
         const QImage image = picture();
         double darkness = 0;

@@ -1,5 +1,5 @@
-// The whole road of a drop, from the window system's event to the texts on the disk and the lines of the log: the delegate over
-// the adapters of the product, without a screen. What is asked of the user is answered in the dialogs themselves.
+// A drop from the window system's event to the texts on the disk and the lines of the log: the delegate with the
+// product's adapters, without a screen. The tests answer the dialogs themselves.
 #include "app/QuillowAppDelegate.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "platform/engine/EngineTextReaders.h"
@@ -35,7 +35,7 @@ namespace {
 
 constexpr int kMany = 500;
 
-/// A reader that has something happen in the middle of its first document.
+/// A reader that calls a function in the middle of its first document.
 class InterruptedReader final : public RtfTextReader {
 public:
     InterruptedReader(RtfTextReader& reader, const std::function<void()>& happening)
@@ -63,7 +63,7 @@ protected:
         delegate_.setDragDropArea(&view_);
         world_.addFolder(texts());
     }
-    /// The main queue's fake runs nothing of itself, so that the log tells nothing before the drop has been dealt with.
+    /// The fake main queue runs nothing by itself, so the log stays empty until the drop has been processed.
     Platform platform() {
         fakes_.updateCheck = UpdateCheck::leftOut;
         return {alerts_,
@@ -102,7 +102,7 @@ protected:
         launch();
     }
 
-    // Documents and drags of them.
+    // Documents and their drags.
 
     QString papers() const { return world_.root() + QStringLiteral("/Papers"); }
     QString texts() const { return world_.root() + QStringLiteral("/Texts"); }
@@ -127,7 +127,7 @@ protected:
         QDropEvent event({10, 10}, actions, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&area_, &event);
     }
-    /// What is already on its way when a conversion runs: it is delivered by the event loop.
+    /// Queues a drop, which the event loop delivers during a conversion.
     void dropLater(const QStringList& paths) {
         QMetaObject::invokeMethod(
             &area_, [this, paths] { drop(paths); }, Qt::QueuedConnection);
@@ -143,7 +143,7 @@ protected:
     void chooseFolder(const QString& folder) {
         ASSERT_EQ(visible<FileDialog>().size(), 1);
         auto* dialog = visible<FileDialog>().constFirst();
-        // As if the user pressed Select on it: the dialog itself lets nothing else but folders be chosen.
+        // Acts as if the user pressed Select. The dialog itself allows only folders.
         dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder);
         for (auto* candidate : dialog->findChildren<QPushButton*>())
             if (candidate->text().remove(u'&') == QStringLiteral("Select")) candidate->click();
@@ -161,7 +161,7 @@ protected:
         runEvents();
     }
 
-    // What came of it.
+    // Results.
 
     QStringList written() const {
         return QDir(texts()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -422,7 +422,7 @@ TEST_F(DropRoad, aChosenFolderWhoseNameIsNotUtf8IsConvertedInto) {
     EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + QStringLiteral("/0.txt")), QByteArray("text 0\n"));
 }
 
-// deliberate: failed writes are not detected, so the log says "Converted"; but nothing half-written is left.
+// deliberate: failed writes are not detected, so the log says "Converted". No half-written file is left.
 
 TEST_F(DropRoad, onAFullDiskNoHalfWrittenTextIsLeft) {
     launchWithFixedFolder(texts());
@@ -442,7 +442,7 @@ TEST_F(DropRoad, onAFullDiskNoHalfWrittenTextIsLeft) {
 }
 
 TEST_F(DropRoad, aFolderThatTakesNoFilesIsNotTold) {
-    // Not even for the superuser can a file be made here.
+    // Not even the superuser can create a file here.
     const QString folder = QStringLiteral("/proc");
     launchWithFixedFolder(folder);
     EXPECT_EQ(delegate_.destMessageString(), QStringLiteral("Valid Bookmark"));

@@ -1,4 +1,4 @@
-// The exporter's sheets, used as a person uses them: through their lists, buttons, fields and keys.
+// The exporter's sheets, used as a user does: through their lists, buttons, fields and keys.
 #include "platform/qt/exporter/ExportSettingsDialog.h"
 #include "platform/qt/exporter/SaveDialog.h"
 #include "tests/platform/ExporterWindow.h"
@@ -34,7 +34,7 @@ protected:
         runEvents();
         ASSERT_NE(settings(), nullptr);
     }
-    /// The sheets of a window, those included that are on their way out.
+    /// The sheets of a window, including those that are closing.
     template <class Dialog>
     static QList<Dialog*> sheets(const QWidget& window) {
         QList<Dialog*> found;
@@ -78,7 +78,7 @@ protected:
     QListWidget* right() const { return named<QListWidget>(settings(), u"rightTable"_s); }
     QLineEdit* text(const QString& key) const { return named<QLineEdit>(settings(), key); }
     QComboBox* format() const { return named<QComboBox>(save(), u"fileFormatToSave"_s); }
-    /// Chooses as the keyboard does.
+    /// Chooses an item with the keyboard.
     void chooseFormat(const QString& title) const {
         ASSERT_GE(format()->findText(title), 0) << title.toStdString();
         while (format()->currentText() != title && format()->currentIndex() > 0)
@@ -157,7 +157,7 @@ TEST_F(ExporterSheetsTest, buttonsThatWouldDoNothingAreOff) {
     EXPECT_EQ(areOn(), u"Add All"_s);
     clickItem(left(), 1);
     EXPECT_EQ(areOn(), u"Add|Add All"_s);
-    click(settings(), u"Add"_s); // the next field is selected; the moved one stands alone
+    click(settings(), u"Add"_s); // the next field is selected; the moved one is alone in its list
     EXPECT_EQ(areOn(), u"Add|Add All|Remove|Remove All"_s);
     click(settings(), u"Add All"_s);
     EXPECT_EQ(areOn(), u"Remove|Remove All|Up"_s);
@@ -185,7 +185,7 @@ TEST_F(ExporterSheetsTest, presetsFillTheFieldsAndTypingStores) {
     EXPECT_FALSE(lastRecord->isChecked());
     menu->actions()[2]->trigger();
     EXPECT_EQ(text(u"start_of_file"_s)->text(), u"<table>"_s);
-    EXPECT_TRUE(lastRecord->isChecked()); // by "YES"
+    EXPECT_TRUE(lastRecord->isChecked()); // the preset has "YES"
 
     text(u"start_of_file"_s)->clear();
     QTest::keyClicks(text(u"start_of_file"_s), u"Begin\\n"_s);
@@ -331,7 +331,8 @@ TEST_F(ExporterSheetsTest, theApplicationsOwnChangesShow) {
     application_->exporter().setRightKeyArray({ExporterWindow::fields()[2]});
     EXPECT_EQ(text(u"start_of_file"_s)->text(), u"header"_s);
     EXPECT_TRUE(named<QCheckBox>(settings(), u"useFieldNamesAsFirstRow"_s)->isChecked());
-    EXPECT_EQ(application_->exporter().useFieldNamesAsFirstRow(), Boxed(u"YES"_s)); // showing is not using
+    EXPECT_EQ(application_->exporter().useFieldNamesAsFirstRow(),
+              Boxed(u"YES"_s)); // showing a value does not change it
     EXPECT_EQ(titles(right()), QStringList{u"Age"_s});
 }
 
@@ -340,7 +341,7 @@ TEST_F(ExporterSheetsTest, anExporterThatGoesTakesItsSheetsAlong) {
     QPointer<QLineEdit> field = text(u"start_of_file"_s);
     QPointer<QListWidget> list = left();
     application_->closeExporter();
-    // The dialog may still be there; nothing of it reaches the exporter.
+    // The dialog may still exist, but its changes must not reach the exporter.
     if (field) field->setText(u"late"_s);
     if (list) list->selectAll();
     runEvents();
@@ -382,9 +383,9 @@ TEST_F(ExporterSheetsTest, aWindowThatGoesTakesTheSheetAlongAndTheExporterStays)
     EXPECT_EQ(right()->count(), 4);
 }
 
-// What a person needs who uses neither mouse nor eyes.
+// Use without a mouse or without seeing the screen.
 
-/// Mnemonics of the controls and labels of a dialog, each as the letter.
+/// The mnemonic letters of the controls and labels of a dialog.
 QString mnemonics(QWidget* dialog) {
     QString letters;
     const auto add = [&letters](const QString& text) {
@@ -428,7 +429,7 @@ TEST_F(ExporterSheetsTest, theKeyboardReachesEveryControlInOrder) {
         order.append(focused->objectName().isEmpty() ? focused->accessibleName() : focused->objectName());
         QTest::keyClick(const_cast<QWidget*>(focused), Qt::Key_Tab);
     }
-    // Buttons that are off are passed over; the last three have no name of their own but their title.
+    // Disabled buttons are skipped. The last three have no accessible name, only a title.
     EXPECT_EQ(order.join(u' '),
               u"leftTable Add Add All rightTable useFieldNamesAsFirstRow  start_of_file end_of_file start_of_record "
               "end_of_record field_open_tag field_close_tag field_separator use_end_of_record_in_last_record  "_s);

@@ -1,4 +1,5 @@
-// A small application that exports records, built on the exporter as any application would be: for the tests of its sheets.
+// A small application that exports records. It uses the exporter as any application would; the sheets are tested with
+// it.
 #pragma once
 
 #include "platform/DocumentContainer.h"

@@ -1,4 +1,4 @@
-// The small exporting application on a real screen, for the tests that press its keys and for looking at it. With --dark it has the
+// The small exporting application on a real screen, for tests with real keys and for a look at it. --dark selects the
 // colours of a dark theme.
 #include "tests/platform/ExporterWindow.h"
 

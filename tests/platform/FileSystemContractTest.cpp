@@ -1,4 +1,4 @@
-// What every file system behind the port does.
+// The contract of the file system port, for all implementations.
 #include "base/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 

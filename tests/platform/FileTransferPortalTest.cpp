@@ -1,4 +1,4 @@
-// Drags whose files are had from the desktop's portal, with a portal of the test's own on a bus of its own.
+// Drags with files from the desktop's portal. The test has its own portal on a private bus.
 #include "frame/MWDragDropView.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "tests/platform/PrivateBus.h"
@@ -19,7 +19,7 @@
 namespace quillow {
 namespace {
 
-/// Hands out two files for one key, and notes what it was asked. Its thread is its own: the program waits for it.
+/// Returns two files for one key, and records its calls. It has its own thread, because the program waits for it.
 class Portal final : public QDBusVirtualObject {
 public:
     QString introspect(const QString&) const override { return {}; }
@@ -61,7 +61,7 @@ protected:
     static void setKey(QMimeData& data, const QByteArray& key) {
         data.setData(QLatin1String(FileTransferPortal::kMimeType), key);
     }
-    /// What a drag of this data ends as, dropped on an area that asks this bus.
+    /// The action of a drag with this data, after a drop on an area that uses this bus.
     Qt::DropAction drop(const QMimeData& data) {
         DropArea area([] { return DragWay::direct; }, FileTransferPortal([this] { return bus_.client(); }));
         MWDragDropView view(area, Rect{0, 0, 300, 100});

@@ -1,4 +1,4 @@
-// The two file systems on which the contract tests of the file ports run: the fake in memory and a folder of the disk.
+// The two file systems for the contract tests of the file ports: the fake in memory, and a folder on the disk.
 #pragma once
 
 #include "base/PathBytes.h"
@@ -35,7 +35,7 @@ struct FakeFileWorld {
     void remove(const QString& path) { fileSystem.remove(path); }
 };
 
-/// Does not use Qt to reach the disk: Qt cannot open names that are not UTF-8.
+/// Does not access the disk with Qt, because Qt cannot open names that are not UTF-8.
 struct DiskFileWorld {
     QTemporaryDir folder;
     AccessRegistry access;

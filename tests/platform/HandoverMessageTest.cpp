@@ -1,4 +1,4 @@
-// What one start hands to another: the message's form, hostile messages, and the paths it names.
+// The message from a later start to the running program: its form, hostile messages, and its paths.
 #include "platform/qt/life/HandoverMessage.h"
 
 #include "base/PathBytes.h"
@@ -81,7 +81,7 @@ TEST(HandoverPaths, startFromTheSendersFolder) {
     struct Case {
         QByteArray folder;
         QByteArray name;
-        QByteArray path; ///< empty for none
+        QByteArray path; ///< empty if there is no path
     };
     const std::vector<Case> cases = {
         {"/home/ann", "a.rtf", "/home/ann/a.rtf"},

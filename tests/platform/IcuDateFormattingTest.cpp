@@ -1,4 +1,4 @@
-// Dates in medium style, the locale and the zone that they are written in.
+// Dates in medium style, and their locale and time zone.
 #include "platform/qt/services/IcuDateFormatting.h"
 
 #include <QTimeZone>
@@ -10,7 +10,7 @@
 namespace quillow {
 namespace {
 
-/// The environment's locale variables, put back afterwards.
+/// Sets the locale variables of the environment and restores them afterwards.
 class IcuDateFormattingTest : public testing::Test {
 protected:
     void SetUp() override {

@@ -1,4 +1,4 @@
-// Keyed archives: what is written is read back, what other writers wrote is read, and nothing that is damaged does harm.
+// Keyed archives: the reader reads archives of our writer and of others, and damaged archives do no harm.
 #include "platform/qt/plist/KeyedArchive.h"
 
 #include "platform/qt/plist/PropertyList.h"
@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 using Dictionary = Boxed::Dictionary;
 using Array = Boxed::Array;
 
-/// The root "appversion" 10501, "logContent" a mutable string, "bigWin" true, as an independent writer (Python's plistlib)
-/// made it.
+/// An archive by an independent writer (Python's plistlib), with the root "appversion" 10501, "logContent" a mutable
+/// string, "bigWin" true.
 const QByteArray kArchive = QByteArray::fromHex(
     "62706c6973743030d40102030405062a2d5924617263686976657258246f626a656374735424746f7058247665727369"
     "6f6e5f100f4e534b657965644172636869766572ab070815161718191d24252655246e756c6cd3090a0b0c0d11562463"
@@ -46,7 +46,7 @@ Boxed classOf(const QString& name) {
     return Dictionary{{u"$classname"_s, name}, {u"$classes"_s, Array{name, u"NSObject"_s}}};
 }
 
-/// An archive of these objects; the first is the root and number 1.
+/// An archive of these objects. The first is the root and has number 1.
 Dictionary archiveOf(const Array& objects) {
     Array table{u"$null"_s};
     table += objects;
@@ -180,21 +180,21 @@ TEST(KeyedArchive, whatCannotBeReadIsNothing) {
     const Boxed list = classOf(u"NSArray"_s);
     const Boxed dictionary = classOf(u"NSDictionary"_s);
     const Boxed one = uniqueIdentifier(3);
-    // Of an unknown class, or of none.
+    // An unknown class, or no class.
     EXPECT_EQ(rootOf(archiveOf({arrayObject({}), classOf(u"NSOther"_s)})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({Dictionary{{u"NS.objects"_s, Array{}}}})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf(Array(1, Array{u"x"_s}))), std::nullopt);
-    // Fields of another kind, or missing.
+    // Fields of a wrong type, or missing fields.
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(Array{one}, 7), dictionary, u"key"_s})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(u"key"_s, Array{one}), dictionary, u"key"_s})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({Dictionary{{u"$class"_s, uniqueIdentifier(2)}}, list})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({Dictionary{{u"$class"_s, uniqueIdentifier(2)}}, classOf(u"NSData"_s)})), std::nullopt);
-    // More keys than values, and keys that are no text.
+    // More keys than values, and keys that are not strings.
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(Array{one, one}, Array{one}), dictionary, u"key"_s})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(Array{one}, Array{one}), dictionary, 7})), std::nullopt);
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(Array{uniqueIdentifier(0)}, Array{one}), dictionary, 7})),
               std::nullopt);
-    // The whole is there when all of it is right.
+    // The same archive without errors is read.
     EXPECT_EQ(rootOf(archiveOf({dictionaryObject(Array{one}, Array{one}), dictionary, u"key"_s})),
               Boxed(Dictionary{{u"key"_s, u"key"_s}}));
 }
@@ -213,7 +213,7 @@ TEST(KeyedArchive, referencesInACircleAreNothing) {
 }
 
 TEST(KeyedArchive, objectsThatDoubleAtEachStepAreNothing) {
-    // Thirty arrays, each of which names the next one twice.
+    // Thirty arrays, where each refers to the next one twice.
     Array objects{arrayObject({uniqueIdentifier(3), uniqueIdentifier(3)}), classOf(u"NSArray"_s)};
     for (int i = 3; i < 32; ++i)
         objects.append(arrayObject({uniqueIdentifier(i + 1), uniqueIdentifier(i + 1)}));
@@ -229,7 +229,7 @@ TEST(KeyedArchive, anArchiveCutOffAnywhereIsNothing) {
         EXPECT_EQ(rootOf(own.left(length)), std::nullopt) << length;
 }
 
-/// What is read of damaged bytes is whole in itself: it can be archived and read again.
+/// If damaged bytes give a root, it is valid: it can be archived and read again.
 void expectHarmless(const QByteArray& bytes) {
     const auto root = rootOf(bytes);
     if (!root) return;
@@ -253,7 +253,7 @@ TEST(KeyedArchive, thousandsOfMutantsAreHarmless) {
     const auto below = [&random](qsizetype limit) {
         return static_cast<qsizetype>(random() % static_cast<unsigned>(limit));
     };
-    // Bytes that mean something: markers, counts, the ends of numbers.
+    // Bytes with a meaning in the format: markers, counts, limits of numbers.
     const QByteArray telling = QByteArray::fromHex("000108090f10111213223350515f606f80818fa0a1afd0d1df7fff");
     for (int i = 0; i < 20000; ++i) {
         QByteArray bytes = kArchive;

@@ -1,4 +1,5 @@
-// While one exists, the process gets hardly any more memory. Not for use with AddressSanitizer, which reserves all addresses.
+// Limits the memory that the process can still get while it exists. Does not work with AddressSanitizer, which
+// reserves all addresses.
 #pragma once
 
 #include <sys/resource.h>

@@ -1,4 +1,4 @@
-// A web server in the test's own process that answers each path with the bytes it was given, right or wrong.
+// A web server in the test's process. It answers each path with the bytes that the test sets, valid or not.
 #pragma once
 
 #include <QHash>
@@ -16,7 +16,7 @@
 
 namespace quillow {
 
-/// A certificate for this machine's own address that signs itself, and its key, made for these tests: they guard nothing.
+/// A self-signed certificate for the loopback address and its key, made for these tests. They protect nothing.
 inline const char kOwnCertificate[] = R"(-----BEGIN CERTIFICATE-----
 MIIBaDCCAQ2gAwIBAgIBATAKBggqhkjOPQQDAjAUMRIwEAYDVQQDDAlsb2NhbGhv
 c3QwIBcNMjAwMTAxMDAwMDAwWhgPMjEyMDAxMDEwMDAwMDBaMBQxEjAQBgNVBAMM
@@ -35,7 +35,7 @@ rA0zMgoM8OQECyKEA7o+xPvvrgGBAsc1JTH3VieJkJdQBoU8pxcvCtRf
 -----END PRIVATE KEY-----
 )";
 
-/// Lets the program trust the certificate above while it lives.
+/// Makes the program trust the certificate above while it exists.
 class TrustedOwnCertificate {
 public:
     TrustedOwnCertificate() {
@@ -72,7 +72,7 @@ public:
         server_->listen(QHostAddress::LocalHost);
     }
 
-    /// The whole answer, status line and all; the connection is closed behind it.
+    /// Sets the complete answer, with its status line. The connection is closed after it.
     void answer(const QByteArray& path, const QByteArray& bytes) {
         handle(path, [bytes](QTcpSocket& socket) {
             socket.write(bytes);
@@ -90,7 +90,7 @@ public:
     [[nodiscard]] int requestCount() const { return requestCount_; }
     [[nodiscard]] const QByteArray& lastRequest() const { return lastRequest_; }
 
-    /// Accepts no more: the port is closed, its address is still told.
+    /// Closes the port. url() still returns its address.
     void close() {
         port_ = server_->serverPort();
         server_->close();
@@ -122,7 +122,7 @@ private:
     QByteArray lastRequest_;
 };
 
-/// An answer with a body of told length.
+/// An answer with a Content-Length header.
 inline QByteArray httpAnswer(const QByteArray& status, const QByteArray& body, const QByteArray& headers = {}) {
     return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" + headers + "\r\n" +
            body;

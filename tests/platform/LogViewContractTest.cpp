@@ -1,4 +1,4 @@
-// What every log view behind the port does.
+// The contract of the log view port, for all implementations.
 #include "platform/qt/windows/QtLogView.h"
 #include "tests/fakes/FakeLogView.h"
 #include "tests/platform/Waiting.h"

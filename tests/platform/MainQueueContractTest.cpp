@@ -1,4 +1,4 @@
-// What every main queue behind the port does.
+// The contract of the main queue port, for all implementations.
 #include "platform/qt/services/QtMainQueue.h"
 #include "tests/fakes/FakeMainQueue.h"
 #include "tests/platform/Waiting.h"
@@ -60,7 +60,7 @@ TEST(QtMainQueue, aModalLoopCarriesOperationsOn) {
     QtMainQueue queue;
     QEventLoop modal;
     queue.addOperation([&modal] { modal.quit(); });
-    // Would wait for ever if operations were held back.
+    // This would wait forever if the loop did not run operations.
     EXPECT_EQ(modal.exec(), 0);
 }
 
@@ -69,7 +69,7 @@ TEST(QtMainQueue, noOperationRunsInsideAnother) {
     std::vector<int> order;
     queue.addOperation([&] {
         queue.addOperation([&] { order.push_back(2); });
-        runEvents(); // as a modal alert within the operation would
+        runEvents(); // as a modal alert in the operation would
         order.push_back(1);
     });
     runEvents();

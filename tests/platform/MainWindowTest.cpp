@@ -1,4 +1,4 @@
-// The main window: its controls run the commands, it shows what it is told, and nothing in it is without a name.
+// The main window: its controls run the commands, it shows the values that it gets, and all its controls have names.
 #include "platform/qt/windows/MainWindow.h"
 
 #include "platform/qt/controls/DiscloseButton.h"
@@ -256,7 +256,7 @@ TEST_F(MainWindowTest, beginsSmallWithoutTheLog) {
     EXPECT_FALSE(window_.logView().isVisible());
     EXPECT_TRUE(window_.discloseButton().isVisible());
     EXPECT_EQ(window_.discloseButton().state(), ButtonState::off);
-    // All of the upper part is inside, with room below.
+    // The whole upper part is visible, with room below.
     const QRect button(window_.discloseButton().mapTo(&window_, QPoint(0, 0)), window_.discloseButton().size());
     EXPECT_LT(button.bottom(), MainWindow::kSmallHeight - 4);
     EXPECT_GE(button.height(), window_.discloseButton().sizeHint().height());
@@ -315,7 +315,7 @@ TEST_F(MainWindowTest, theDisclosureButtonSwitchesByEveryWay) {
     EXPECT_EQ(button.state(), ButtonState::off);
     QTest::keyClick(&button, Qt::Key_Return);
     EXPECT_EQ(called_.size(), 3);
-    // What assistive tools do: a toggle without a click.
+    // Assistive tools toggle it without a click.
     auto* control = QAccessible::queryAccessibleInterface(&button);
     ASSERT_NE(control, nullptr);
     EXPECT_EQ(control->text(QAccessible::Name), QStringLiteral("Message log"));
@@ -375,11 +375,11 @@ TEST_F(MainWindowTest, tellsOnceWhenItIsUp) {
 }
 
 TEST_F(MainWindowTest, undoOfTheTextViewIsNotOurs) {
-    // The menu's undo must not end in the widget's.
+    // The Undo menu item must not reach the widget's own undo.
     EXPECT_FALSE(window_.logView().isUndoRedoEnabled());
 }
 
-/// A reader that takes its time: until the main thread has painted a few frames.
+/// A slow reader: it waits until the main thread has painted a few frames.
 class SlowReader final : public HtmlTextReader {
 public:
     explicit SlowReader(const std::atomic<int>& frames)
@@ -396,7 +396,7 @@ private:
     const std::atomic<int>& frames_;
 };
 
-/// Counts how often a widget is painted.
+/// Counts the paint events of a widget.
 class PaintCounter final : public QObject {
 public:
     std::atomic<int> count = 0;
@@ -418,7 +418,7 @@ TEST_F(MainWindowTest, theSpinnerTurnsAndNothingReEntersDuringALongReading) {
     int reEntries = 0;
     int later = 0;
     const auto note = [&] { isReading ? ++reEntries : ++later; };
-    // Timers, posted calls, and input that is already in the queue.
+    // A timer, a posted call, and input that is already in the queue.
     QTimer::singleShot(0, &window_, note);
     QMetaObject::invokeMethod(&window_, note, Qt::QueuedConnection);
 

@@ -1,4 +1,4 @@
-// Alerts that hold the whole program: their codes, their keys, and the main queue under them.
+// Application-modal alerts: their return codes, their keys, and the main queue while they are open.
 #include "platform/qt/dialogs/AlertBox.h"
 #include "platform/qt/dialogs/QtAlerts.h"
 #include "tests/platform/Waiting.h"
@@ -19,7 +19,7 @@ namespace {
 
 class ModalAlertsTest : public testing::Test {
 protected:
-    /// Runs the alert and does this to it once it stands.
+    /// Runs the alert, and calls `act` once it is shown.
     int run(const QStringList& buttons, const std::function<void(AlertBox&)>& act) {
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &timer, [&] {

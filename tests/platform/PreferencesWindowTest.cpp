@@ -183,7 +183,7 @@ TEST_F(PreferencesWindowTest, mnemonicsAreUniqueAndEveryControlHasOne) {
             ASSERT_GE(mark, 0) << control->text().toStdString();
             EXPECT_FALSE(seen.contains(control->text()[mark + 1].toLower())) << control->text().toStdString();
             seen.insert(control->text()[mark + 1].toLower());
-            // The keyboard reaches a group of radio buttons at the one that is on.
+            // The keyboard enters a group of radio buttons at the checked one.
             if (qobject_cast<const QRadioButton*>(control) && !control->isChecked()) continue;
             EXPECT_NE(control->focusPolicy() & Qt::TabFocus, 0) << control->text().toStdString();
         }
@@ -302,7 +302,7 @@ TEST_F(PreferencesBindingsTest, theDestinationTypeIsShownAndStored) {
 
     store(0, u"destinationType");
     EXPECT_TRUE(control<QRadioButton>(u"Ask when saving")->isChecked());
-    EXPECT_EQ(called_.size(), 1); // showing is not using
+    EXPECT_EQ(called_.size(), 1); // showing a value calls no action
     control<QRadioButton>(u"Fixed folder")->setChecked(true);
     control<QRadioButton>(u"Ask when saving")->setChecked(true);
     EXPECT_EQ(stored(u"destinationType"), Boxed(0));
@@ -333,7 +333,7 @@ TEST_F(PreferencesBindingsTest, stateLinesFollowTheDelegate) {
 TEST_F(PreferencesBindingsTest, theStartupActionIsShownAndStored) {
     const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
     auto* action = preferences_.findChild<QComboBox*>();
-    EXPECT_EQ(action->currentIndex(), 0); // absent reads as 0
+    EXPECT_EQ(action->currentIndex(), 0); // an absent value counts as 0
     EXPECT_TRUE(stored(u"StartupActionTag").isNil());
     for (const int tag : {3, 1, 2, 0}) {
         action->setCurrentIndex(tag);
@@ -352,7 +352,7 @@ TEST_F(PreferencesBindingsTest, theStartupActionIsShownAndStored) {
 TEST_F(PreferencesBindingsTest, documentButtonsNeedTheirActionAndADocument) {
     const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
     store(3, u"StartupActionTag");
-    EXPECT_FALSE(control<QPushButton>(u"Test")->isEnabled()); // none was ever chosen
+    EXPECT_FALSE(control<QPushButton>(u"Test")->isEnabled()); // no document has been chosen
     store(QStringLiteral("/a/document.rtf"), u"StartupSelectedDocPath");
     EXPECT_EQ(preferences_.generalPane().document().path(), QStringLiteral("/a/document.rtf"));
     EXPECT_TRUE(control<QPushButton>(u"Test")->isEnabled());

@@ -1,4 +1,4 @@
-// A D-Bus session of the test's own, with one connection for the side under test and one for the service it talks to.
+// A private D-Bus session, with one connection for the tested side and one for its service.
 #pragma once
 
 #include <QDBusConnection>

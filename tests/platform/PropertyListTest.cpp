@@ -1,4 +1,4 @@
-// Property lists in both forms: every type, and everything that a list from the network can do to its reader.
+// Property lists in both forms: every type, and hostile lists from the network.
 #include "platform/qt/plist/PropertyList.h"
 
 #include "tests/platform/BinaryListWriter.h"
@@ -15,7 +15,7 @@ namespace {
 
 using Writer = BinaryListWriter;
 
-/// The two forms of one list, as an independent writer (Python's plistlib) made them.
+/// The two forms of one list, written by an independent writer (Python's plistlib).
 const QByteArray kSampleBinary = QByteArray::fromHex(
     "62706c6973743030dc0102030405060708090a0b0c0d0e0f101415161718191a1b5344505553474655534c5241536172"
     "72536269675164546461746154646174655166536e6567517251746f101800680074007400700073003a002f002f0065"
@@ -81,7 +81,7 @@ QByteArray xml(const QByteArray& body) {
     return "<plist version=\"1.0\">" + body + "</plist>";
 }
 
-/// Arrays inside one another around a string.
+/// Nested arrays around a string.
 QByteArray nestedXml(int levels) {
     return xml(QByteArray("<array>").repeated(levels) + "<string>x</string>" + QByteArray("</array>").repeated(levels));
 }
@@ -267,19 +267,19 @@ TEST(PropertyList, referencesInACircleEnd) {
 }
 
 TEST(PropertyList, oneObjectNamedManyTimesStaysWithinTheBounds) {
-    // Thirty levels that each name the next one twice: a thousand million objects in half a kilobyte.
+    // Thirty levels that each refer to the next one twice: a thousand million objects in half a kilobyte.
     Writer doubling;
     for (std::uint64_t level = 1; level <= 30; ++level)
         doubling.add(doubling.array({level, level}));
     doubling.add("\x09");
     EXPECT_EQ(propertyListFromData(doubling.list()), std::nullopt);
 
-    // A long text named a thousand times.
+    // A thousand references to a long text.
     Writer texts;
     texts.add(texts.array(QList<std::uint64_t>(1000, 1)));
     texts.add(Writer::ascii(QByteArray(60000, 'x')));
     EXPECT_EQ(propertyListFromData(texts.list()), std::nullopt);
-    // Three times is a list that somebody may have written.
+    // Three references are plausible in a real list.
     texts.objects[0] = texts.array({1, 1, 1});
     EXPECT_NE(propertyListFromData(texts.list()), std::nullopt);
 }
@@ -341,7 +341,7 @@ TEST(PropertyList, declarationsOfEntitiesAreRefused) {
               std::nullopt);
 }
 
-/// Changes bytes, cuts, doubles and mixes in numbers that are on an edge.
+/// Changes, removes and repeats bytes, and inserts large numbers and bytes of `other`.
 QByteArray mutated(QByteArray list, const QByteArray& other, std::mt19937& random) {
     const auto below = [&random](qsizetype limit) {
         return static_cast<qsizetype>(random() % static_cast<std::uint32_t>(std::max<qsizetype>(limit, 1)));
@@ -370,7 +370,7 @@ TEST(PropertyList, mutatedListsAreReadOrRefused) {
         const QByteArray& list = isXml ? kSampleXml : kSampleBinary;
         if (propertyListFromData(mutated(list, isXml ? kSampleBinary : kSampleXml, random))) ++read;
     }
-    // Some survive their mutation, most do not.
+    // Some mutated lists are still valid.
     EXPECT_GT(read, kRounds / 100);
     EXPECT_LT(read, kRounds * 9 / 10);
 }

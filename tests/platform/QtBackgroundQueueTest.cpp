@@ -1,4 +1,4 @@
-// Work off the main thread.
+// Work on a thread other than the main thread.
 #include "platform/qt/services/QtBackgroundQueue.h"
 
 #include "tests/platform/Waiting.h"

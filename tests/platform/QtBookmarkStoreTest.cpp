@@ -1,4 +1,4 @@
-// How the disk's bookmark store finds moved items, where it does not look, and what a search may cost.
+// How the disk's bookmark store finds moved items, where it does not search, and the limits of a search.
 #include "base/PathBytes.h"
 #include "platform/qt/files/BookmarkBlock.h"
 #include "tests/platform/FileWorlds.h"
@@ -141,7 +141,7 @@ TEST_F(QtBookmarkStoreTest, findsTheFolderBelowALinkThatWasRenamed) {
     world_.addSymbolicLink(at(u"user/link"), at(u"disk/data"));
     const QByteArray bookmark = make(u"user/link/item");
     world_.move(at(u"user/link"), at(u"user/other"));
-    // Known at once, however far it is from where the link was.
+    // The item is found without a search, however far it is from the link's old place.
     QtBookmarkStore searchesNothing(world_.access, {0, 0ms}, [this] { return now_; });
     bool isStale = false;
     const auto url = searchesNothing.resolveBookmarkData(bookmark, kBookmarkResolutionWithSecurityScope, std::nullopt,
@@ -219,7 +219,7 @@ TEST_F(QtBookmarkStoreTest, aSearchEndsWithItsTime) {
     for (int i = 0; i < 600; ++i)
         world_.addFile(at(u"p/") + QString::number(i), "x");
     int readings = 0;
-    // Every reading of this clock is a second later.
+    // Each call of this clock returns a time one second later.
     const SteadyNow now = [&readings] {
         return std::chrono::steady_clock::time_point{} + std::chrono::seconds(readings++);
     };

@@ -1,4 +1,4 @@
-// The settings file: what another process reads, and what becomes of a file that is damaged, hostile or not to be read.
+// The settings file: access by another process, and files that are damaged, hostile or unreadable.
 #include "platform/qt/storage/QtDefaults.h"
 
 #include "platform/qt/storage/BoxedText.h"
@@ -32,14 +32,14 @@ protected:
         ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
         ini.write(bytes);
     }
-    /// What is in the folder, locks apart.
+    /// The names in the folder, without locks.
     [[nodiscard]] QStringList names() const {
         QStringList names =
             QDir(folder.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
         names.removeAll(QStringLiteral("defaults.ini.lock"));
         return names;
     }
-    /// Starts on what lies at the file's place, writes a value and starts again.
+    /// Opens the store on the bad file, writes a value and opens it again.
     void expectRecovery(const std::string& warning) const {
         testing::internal::CaptureStderr();
         QtDefaults defaults(file);
@@ -96,7 +96,7 @@ TEST_F(QtDefaultsFile, isWholeAtEveryMomentAndAfterAKill) {
     writer.kill();
     ASSERT_TRUE(writer.waitForFinished());
     EXPECT_EQ(readDefaultsFile(bytesOf(file)).condition, FileCondition::whole);
-    // The lock of the dead process holds nobody up.
+    // The lock of the dead process does not block others.
     QtDefaults defaults(file);
     defaults.setObject(1, kKey);
     EXPECT_EQ(QtDefaults(file).objectForKey(kKey), Boxed(1));
@@ -190,7 +190,7 @@ TEST_F(QtDefaultsFile, aPipeInItsPlaceIsNotWaitedFor) {
 }
 
 TEST_F(QtDefaultsFile, deeplyNestedBytesAreNoValue) {
-    // CBOR: 100,000 arrays of one element inside one another.
+    // CBOR: 100,000 nested arrays of one element.
     writeFile("deep=j:" + QByteArray(100000, '\x81').toBase64() + "\nkey=i:1\n");
     testing::internal::CaptureStderr();
     const QtDefaults defaults(file);
@@ -206,7 +206,7 @@ TEST_F(QtDefaultsFile, nestingIsKeptUpToItsLimit) {
     QtDefaults(file).setObject(value, kKey);
     EXPECT_EQ(QtDefaults(file).objectForKey(kKey), value);
     EXPECT_TRUE(boxedFromText(textFromBoxed(Boxed::Array{value})).isNil());
-    // A text of the form of an array inside such a text: "gA" is the Base64 of an empty array.
+    // An array in its text form inside an array in its text form: "gA" is the Base64 of an empty array.
     EXPECT_TRUE(boxedFromText(QStringLiteral("j:") + QString::fromLatin1(QByteArray("\x64j:gA").toBase64())).isNil());
 }
 

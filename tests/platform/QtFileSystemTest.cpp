@@ -1,4 +1,4 @@
-// What the disk's file system does beyond the contract: modes, links, pipes, names that are not UTF-8, a full disk.
+// The disk's file system beyond the contract: modes, links, pipes, names that are not UTF-8, a full disk.
 #include "base/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 #include "tests/platform/LittleMemory.h"
@@ -98,7 +98,7 @@ TEST_F(QtFileSystemTest, refusesRelativePathsAndNullCharacters) {
     EXPECT_TRUE(entries().isEmpty());
 }
 
-#ifndef __SANITIZE_ADDRESS__ // its allocator ends the program instead
+#ifndef __SANITIZE_ADDRESS__ // its allocator aborts the program instead
 TEST_F(QtFileSystemTest, aFileLargerThanTheMemoryIsUnreadable) {
     world_.addFile(at(u"large"), "x");
     std::filesystem::resize_file(DiskFileWorld::native(at(u"large")), QtFileSystem::kMaximumFileSize);

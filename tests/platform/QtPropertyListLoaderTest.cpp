@@ -1,4 +1,4 @@
-// Property lists from real servers on this machine, most of which do what a server should not.
+// Property lists from real servers on this machine. Most of the servers misbehave.
 #include "platform/qt/services/QtPropertyListLoader.h"
 
 #include "platform/qt/services/QtBackgroundQueue.h"
@@ -20,7 +20,7 @@ using Scheme = LocalWebServer::Scheme;
 
 const QByteArray kList = "<plist version=\"1.0\"><dict><key>LRA</key><integer>10502</integer></dict></plist>";
 const Boxed::Dictionary kDictionary{{QStringLiteral("LRA"), 10502}};
-/// So long that a test which waits for it fails.
+/// A timeout in milliseconds, so long that a test fails if it waits for it.
 constexpr int kHour = 3'600'000;
 
 class Loader : public testing::Test {
@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] std::optional<Boxed::Dictionary> load(const QByteArray& path) const {
         return loader.dictionaryWithContentsOfURL(server.url(path));
     }
-    /// What the loader makes of one answer.
+    /// The loader's result for one answer.
     [[nodiscard]] std::optional<Boxed::Dictionary> loadAnswer(const QByteArray& answer) {
         server.answer("/list", answer);
         return load("/list");
@@ -111,7 +111,7 @@ TEST_F(Loader, aBodyUpToTheLimitIsRead) {
 
 TEST_F(Loader, aHugeBodyIsNotWaitedFor) {
     for (const char* headers : {"Content-Length: 1099511627776\r\n", "Connection: close\r\n"}) {
-        // Sends without end, as fast as it is taken.
+        // Sends without end, as fast as the client reads.
         server.handle("/list", [headers](QTcpSocket& socket) {
             QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket,
                              [&socket] { socket.write(QByteArray(1 << 16, ' ')); });
@@ -131,7 +131,7 @@ TEST_F(Loader, hugeHeadersAreNotWaitedFor) {
 }
 
 TEST_F(Loader, whatUnpacksToMoreThanTheLimitGivesNothing) {
-    // zlib's form, which "deflate" names: 100 MiB of blanks behind the list, some hundred kilobytes packed.
+    // "deflate" means the zlib format. The list is followed by 100 MiB of blanks, some hundred kilobytes compressed.
     const QByteArray packed = qCompress(kList + QByteArray(100 << 20, ' '), 9).mid(4);
     EXPECT_EQ(loadAnswer(httpAnswer("200 OK", packed, "Content-Encoding: deflate\r\n")), std::nullopt);
     const QByteArray small = qCompress(kList, 9).mid(4);
@@ -225,7 +225,7 @@ TEST_F(Loader, quittingEndsADownloadAtOnce) {
         QCoreApplication::exec();
     }
     EXPECT_EQ(list, std::nullopt);
-    // Nothing begins any more.
+    // No new download starts.
     EXPECT_EQ(load("/list"), std::nullopt);
     EXPECT_EQ(server.requestCount(), 1);
 }

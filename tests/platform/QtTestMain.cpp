@@ -1,4 +1,4 @@
-// Runs GoogleTest with a Qt application that needs no screen.
+// Runs GoogleTest with a Qt application that does not need a screen.
 #include <QApplication>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Strings out of archives, keyed and unkeyed.
+// Strings from keyed and unkeyed archives.
 #include "platform/qt/storage/QtTextUnarchiver.h"
 
 #include "tests/platform/BinaryListWriter.h"
@@ -10,7 +10,7 @@ namespace {
 
 using Dictionary = Boxed::Dictionary;
 
-/// An archive as an independent writer (Python's plistlib) made it.
+/// An archive written by an independent writer (Python's plistlib).
 const QByteArray kArchivedText = QByteArray::fromHex(
     "62706c6973743030d401020304050614175924617263686976657258246f626a656374735424746f7058247665727369"
     "6f6e5f100f4e534b657965644172636869766572a407080d0e55246e756c6cd2090a0b0c5624636c617373584e535374"
@@ -33,7 +33,7 @@ Boxed stringObject(const Boxed& characters) {
     return Dictionary{{QStringLiteral("$class"), uid(4)}, {QStringLiteral("NS.string"), characters}};
 }
 
-/// Object 1 is the root, 2 the styled text's class, 3 what the test wants, 4 the class of strings.
+/// Object 1 is the root, 2 the class of the styled text, 3 the object that the test sets, 4 the class of strings.
 Dictionary archive(const Boxed& root, const Boxed& third = QStringLiteral("text"),
                    const QString& textClass = QStringLiteral("NSAttributedString")) {
     return {{QStringLiteral("$archiver"), QStringLiteral("NSKeyedArchiver")},
@@ -104,7 +104,7 @@ TEST(QtTextUnarchiver, anArchiveCutOffAnywhereIsNone) {
         EXPECT_EQ(QtTextUnarchiver().stringOfArchivedText(kArchivedText.left(length)), std::nullopt) << length;
 }
 
-// The unkeyed form, put together by hand.
+// The unkeyed form, written by hand.
 
 QByteArray counted(const QByteArray& bytes) {
     return char(bytes.size()) + bytes;
@@ -119,7 +119,7 @@ const QByteArray kHeader = "\x04" + counted("streamtyped") + "\x81\xE8\x03";
 const QByteArray kNewObject = "\x84";
 const QByteArray kNoClassAbove = "\x85";
 const QByteArray kEnd = "\x86";
-/// What is named again by its number, counted from 0.
+/// A reference to an earlier name or object by its number, from 0.
 QByteArray number(int index) {
     return QByteArray(1, static_cast<char>(index - 110));
 }
@@ -166,7 +166,7 @@ TEST(UnkeyedArchive, keepsAnEmptyStringAndALeadingByteOrderMark) {
 }
 
 TEST(UnkeyedArchive, namesWhatWasWrittenBeforeByItsNumberHoweverManyThereAre) {
-    // The string's class is number 299 of the row, behind the root, its class and 297 others.
+    // The string's class has number 299, after the root, its class and 297 others.
     QByteArray archive = kHeader + newName("@") + kNewObject + newClass("NSAttributedString");
     for (int i = 0; i < 297; ++i)
         archive += newClass("A");
@@ -198,7 +198,7 @@ TEST(UnkeyedArchive, answersNothingForOtherRoots) {
 
 TEST(UnkeyedArchive, cutOffAnywhereIsNone) {
     for (qsizetype length = 0; length < kUnkeyedString.size(); ++length) {
-        // The rest still stands behind it in memory, for whoever looks too far.
+        // The rest still follows in memory, so a read beyond the end would find it.
         EXPECT_EQ(unkeyed(QByteArray::fromRawData(kUnkeyedString.constData(), length)), std::nullopt) << length;
     }
 }

@@ -1,4 +1,4 @@
-// Windows as the logic sees them: frames that grow upwards, a resize that is to be seen, the Window menu.
+// Windows as the logic sees them: frames that grow upwards, a resize with animation, the Window menu.
 #include "platform/qt/controls/QtWindow.h"
 
 #include "tests/platform/Waiting.h"
@@ -74,7 +74,7 @@ TEST_F(QtWindowTest, aFixedHeightStaysFixedAtItsNewValue) {
     EXPECT_EQ(widget_.maximumHeight(), 150);
 }
 
-// Where the window system is told no largest height.
+// Limits that the window keeps itself, because the window system gets no largest height.
 class LimitsKeptByTheWindow : public testing::Test {
 protected:
     void SetUp() override {
@@ -87,7 +87,7 @@ protected:
         window_.setMaxSize({600, height});
         window_.setMinSize({250, height});
     }
-    /// As the user does by the edges.
+    /// Resizes the window as the user does with its edges.
     QSize resizedTo(int width, int height) {
         widget_.resize(width, height);
         runEvents();
@@ -109,7 +109,7 @@ TEST_F(LimitsKeptByTheWindow, onlyTheWidthIsTheUsers) {
     EXPECT_EQ(resizedTo(400, 200), QSize(400, 200));
     EXPECT_EQ(resizedTo(400, 300), QSize(400, 200));
     EXPECT_EQ(resizedTo(500, 300), QSize(500, 200));
-    widget_.setMinimumSize(0, 0); // the decoration is missing from the least size as well
+    widget_.setMinimumSize(0, 0); // as if the window system did not keep the least size either
     EXPECT_EQ(resizedTo(240, 180), QSize(250, 200));
 }
 
@@ -131,7 +131,7 @@ TEST_F(LimitsKeptByTheWindow, aMaximisedWindowFillsTheScreen) {
     const int screenHeight = widget_.screen()->availableGeometry().height();
     widget_.setWindowState(Qt::WindowMaximized);
     ASSERT_TRUE(waitUntil([&] { return widget_.frameGeometry().height() == screenHeight; }));
-    // A height that it is given meanwhile waits.
+    // A height set meanwhile is applied later.
     window_.setFrame({40, 100, 300, 350}, Animate::yes);
     limitHeight(350);
     runEvents();
@@ -146,7 +146,7 @@ TEST_F(QtWindowTest, centerPutsItIntoTheMiddleOfItsScreen) {
     window_.makeKeyAndOrderFront();
     runEvents();
     const QPoint offset = widget_.geometry().center() - widget_.screen()->availableGeometry().center();
-    // The decoration of a window that was never shown is not known.
+    // The size of the decoration is unknown before the window is first shown.
     const QSize decoration = widget_.frameGeometry().size() - widget_.size();
     EXPECT_LE(offset.manhattanLength(), 2 + decoration.width() + decoration.height());
     EXPECT_TRUE(window_.isVisible());

@@ -1,4 +1,4 @@
-// What every save panel and every sheet panel behind the ports does.
+// The contract of the save panel and sheet panel ports, for all implementations.
 #include "platform/qt/exporter/QtSavePanels.h"
 #include "platform/qt/exporter/QtSheetPanel.h"
 #include "platform/qt/exporter/SaveDialog.h"
@@ -19,7 +19,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The dialog that stands alone on the screen.
+/// The visible top-level dialog, or null.
 template <class Dialog>
 Dialog* shown() {
     for (QWidget* top : QApplication::topLevelWidgets())

@@ -1,4 +1,4 @@
-// What alerts and panels behind their ports do, shown or faked.
+// The contract of the alert and panel ports, for the real ones and the fakes.
 #include "platform/qt/controls/QtWindow.h"
 #include "platform/qt/dialogs/AlertBox.h"
 #include "platform/qt/dialogs/FileDialog.h"
@@ -47,11 +47,11 @@ struct QtSheetWorld {
             if (dialog->isVisible()) return dialog;
         return nullptr;
     }
-    /// Presses the button that was added at this place.
+    /// Presses the button at this index, in the order of adding.
     void answer(int place) {
         auto* box = shown<AlertBox>();
         ASSERT_NE(box, nullptr);
-        QList<QAbstractButton*> buttons; // in the order added, whatever the style makes of it
+        QList<QAbstractButton*> buttons; // in the order of adding, whatever order the style shows
         for (auto* button : box->findChildren<QAbstractButton*>())
             if (box->buttons().contains(button)) buttons.append(button);
         ASSERT_LT(place, buttons.size());

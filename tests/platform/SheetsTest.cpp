@@ -1,4 +1,4 @@
-// Alerts and panels as sheets: what they answer, how they wait for one another, and which of them ask only once.
+// Alerts and panels as sheets: their results, how they wait for each other, and which of them appear only once.
 #include "base/PathStrings.h"
 #include "platform/qt/controls/QtWindow.h"
 #include "platform/qt/dialogs/AlertBox.h"
@@ -41,7 +41,7 @@ protected:
         panels_.beginSheetModalForWindow(panel, &window_,
                                          [this](const std::optional<QUrl>& url) { urls_.push_back(url); });
     }
-    /// The sheets that are to be seen now.
+    /// The visible sheets.
     template <class Dialog>
     QList<Dialog*> visible() const {
         return visibleDialogs<Dialog>(widget_);
@@ -61,7 +61,7 @@ protected:
         auto* dialog = visible<FileDialog>().value(0);
         ASSERT_NE(dialog, nullptr);
         dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder);
-        // Of a folder that may be stepped into, the button says Open.
+        // For a folder that the user can enter, the button is Open.
         dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
         runEvents();
     }
@@ -357,7 +357,7 @@ TEST_F(SheetsTest, aCancelledPanelAnswersNothing) {
 TEST_F(SheetsTest, aPanelStartsInItsFolder) {
     QTemporaryDir folder;
     OpenPanel panel = folderPanel();
-    panel.directoryURL = QUrl(folder.path()); // as made from a plain path
+    panel.directoryURL = QUrl(folder.path()); // a URL without a scheme, made from a path
     begin(panel);
     EXPECT_EQ(visible<FileDialog>().value(0)->directory().path(), folder.path());
 }

@@ -38,7 +38,7 @@ protected:
     QByteArray folder() const { return QFile::encodeName(folder_.path()); }
     QByteArray socketPath() const { return folder() + "/org.quillow.Quillow-display.socket"; }
 
-    /// Takes messages, in order.
+    /// Receives messages and records them in order.
     SingleInstance::Receiver receiver() {
         return [this](const QByteArray& message) {
             const std::lock_guard lock(mutex_);
@@ -47,7 +47,7 @@ protected:
         };
     }
 
-    /// A connection of a sender that keeps to no rules.
+    /// A raw connection, for a sender that breaks the protocol.
     FileDescriptor connectToFirst() const {
         FileDescriptor connection(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
         sockaddr_un address = {};
@@ -99,7 +99,7 @@ TEST_F(SingleInstanceTest, theNextIsFirstAfterTheEnd) {
 }
 
 TEST_F(SingleInstanceTest, whatAKilledOneLeavesIsInNobodysWay) {
-    // A socket without a listener, and whatever else has that name.
+    // A socket without a listener.
     FileDescriptor left(::socket(AF_UNIX, SOCK_STREAM, 0));
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
@@ -143,7 +143,7 @@ TEST_F(SingleInstanceTest, ofManyAtOneInstantExactlyOneIsFirst) {
 }
 
 TEST_F(SingleInstanceTest, oneThatDoesNotAnswerIsGivenUp) {
-    SingleInstance first(folder(), "display"); // listens and never serves, as a stopped process
+    SingleInstance first(folder(), "display"); // listens but never serves, like a stopped process
     ASSERT_EQ(first.begin({}, kLong), Role::first);
     EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kShort), Role::unanswered);
 }
@@ -178,7 +178,7 @@ TEST_F(SingleInstanceTest, hostileMessagesReachNobody) {
         char reply = 0;
         EXPECT_LE(::recv(connection.number(), &reply, 1, 0), 0);
     }
-    // More than any start sends: the connection is ended in the middle.
+    // More bytes than any start sends: the connection is closed in the middle.
     const FileDescriptor flood = connectToFirst();
     const QByteArray block(1024 * 1024, 'x');
     qsizetype sent = 0;
@@ -189,7 +189,7 @@ TEST_F(SingleInstanceTest, hostileMessagesReachNobody) {
         sent += count;
     }
     EXPECT_LT(sent, 2 * kMaximumHandoverSize);
-    // One that says nothing holds the others up for a moment only.
+    // A silent connection delays the others only for a moment.
     const FileDescriptor silent = connectToFirst();
     EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kLong), Role::handedOver);
     EXPECT_EQ(received_, std::vector<QByteArray>{messageOf("a")});

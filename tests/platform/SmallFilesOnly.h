@@ -1,4 +1,4 @@
-// While one lives, files of this process may grow to a few bytes only: what a write meets on a full disk.
+// Limits the files of this process to a few bytes while it exists, to simulate a full disk.
 #pragma once
 
 #include <sys/resource.h>

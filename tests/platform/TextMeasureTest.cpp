@@ -1,4 +1,5 @@
-// What every measure behind the port does, and that cutting a text by Qt's own widths gives what the loop that defines it gives.
+// The contract of the text measure port. Also, cutting a text with Qt's widths must give the result of the loop that
+// defines it.
 #include "platform/qt/services/QtTextMeasure.h"
 #include "tests/fakes/FakeTextMeasure.h"
 #include "util/TextFitting.h"

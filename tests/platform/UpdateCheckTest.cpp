@@ -1,4 +1,5 @@
-// The update check from end to end: mirrors on this machine, the download on a thread of its own, the outcome on the main queue.
+// The update check end to end: mirrors on this machine, the download on a separate thread, the result on the main
+// queue.
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "platform/qt/services/QtMainQueue.h"
 #include "platform/qt/services/QtPropertyListLoader.h"

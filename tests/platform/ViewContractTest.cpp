@@ -1,4 +1,4 @@
-// What areas of a window do for their views, and how drags read to them, on the screen or faked.
+// The contract of view areas and of drags, for the real ones and the fakes.
 #include "platform/View.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/dragdrop/QtDraggingInfo.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr DragOperationMask kEvery = 1 | 2 | 16;
 
-/// Notes its name when it is drawn.
+/// Records its name when it is drawn.
 class NotingView final : public View {
 public:
     NotingView(ViewArea& area, char name, std::string& drawn)
@@ -97,7 +97,7 @@ TEST(QtViewArea, framesCountFromTheLowerLeftCornerOfTheWindow) {
     EXPECT_EQ(world.child->geometry(), QRect(20, 600 - 30 - 100, 300, 100));
 }
 
-/// One drag of everything, of files or of text.
+/// One drag with all types, with files, or with text.
 struct FakeDragWorld {
     FakeDraggingInfo files(const QStringList& paths) { return FakeDraggingInfo::files(kEvery, paths); }
     FakeDraggingInfo text() { return {kEvery, {{QStringLiteral("NSStringPboardType"), {QStringLiteral("/a")}}}}; }

@@ -1,4 +1,4 @@
-// The dialogs of one class that are to be seen on a window.
+// Finds the visible dialogs of one class on a window.
 #pragma once
 
 #include <QList>

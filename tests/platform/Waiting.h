@@ -23,7 +23,7 @@ namespace quillow {
     return true;
 }
 
-/// Runs what is queued now and what that queues.
+/// Runs all queued events, and the events that they queue.
 inline void runEvents() {
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();

@@ -1,4 +1,4 @@
-// What every window behind the port does with frames and size limits.
+// The contract of the window port for frames and size limits, for all implementations.
 #include "platform/qt/controls/QtWindow.h"
 #include "tests/fakes/FakeWindow.h"
 #include "tests/platform/Waiting.h"
@@ -16,7 +16,7 @@ struct FakeWindowWorld {
 struct QtWindowWorld {
     QWidget widget;
     QtWindow window{widget};
-    /// Waits for the end of the way to the frame that the window tells.
+    /// Waits until the widget has reached the frame that window.frame() reports.
     void settle() const {
         EXPECT_TRUE(waitUntil([this] { return QRect(widget.geometry()).size() == toldSize(); }));
         runEvents();

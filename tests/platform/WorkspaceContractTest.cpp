@@ -1,4 +1,4 @@
-// What every workspace behind the port takes for a document, and how the desktop's is asked to show and open items.
+// The contract of the workspace port for documents, and how the desktop's workspace shows and opens items.
 #include "base/PathBytes.h"
 #include "tests/platform/FileWorlds.h"
 #include "tests/platform/PrivateBus.h"
@@ -57,7 +57,7 @@ TEST(QtWorkspace, opensAnItemByItsUrl) {
     EXPECT_EQ(opened.constFirst().toLocalFile(), QStringLiteral("/home/user/50% off #1?.txt"));
 }
 
-/// A file manager that notes what it is asked to show.
+/// A file manager that records the items to show.
 class FileManager final : public QDBusVirtualObject {
 public:
     QList<QDBusMessage> calls;
@@ -68,7 +68,7 @@ public:
     }
 };
 
-/// A session bus of the test's own.
+/// A private session bus.
 class QtWorkspaceOnABus : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(bus_.isConnected()); }

@@ -1,4 +1,4 @@
-// The update check: when it looks, whom it asks, what it tells.
+// The update check: when it runs, which mirrors it tries, and how it notifies the user.
 #include "prefs/MWPhoneHome.h"
 
 #include "prefs/UpdateDecision.h"
@@ -39,7 +39,7 @@ protected:
         fake.defaults.registerDefaults({{kNotifyUpdate, true}});
     }
 
-    /// Lets the download and what follows it run.
+    /// Runs the download and the operations that follow it.
     void finish() {
         background.runNext();
         fake.mainQueue.runAll();
@@ -366,7 +366,7 @@ TEST_F(PhoneHome, isCheckingUntilTheAlertOfAFailureIsClosed) {
 }
 
 TEST_F(PhoneHome, eachResultAlertEndsTheCheckItself) {
-    // deliberate: the operations clear the guard, whoever calls them.
+    // deliberate: these functions clear the guard, whoever calls them.
     const auto list = releaseList(10600);
     phoneHome.setIsChekingUpdateSystem(true);
     phoneHome.notifyAboutUpdateAvailable(list);
@@ -392,7 +392,7 @@ TEST_F(PhoneHome, everyPropertyCanBeSetByItself) {
     EXPECT_EQ(loader.asked(), QStringList({mirror(5), mirror(6), mirror(8)}));
 }
 
-/// A loader that serves nothing and does something for every mirror that it is asked for.
+/// A loader that finds no list, and calls `happening` for every mirror.
 class HappeningLoader final : public PropertyListLoader {
 public:
     std::function<void(const QString& url)> happening;

@@ -1,4 +1,4 @@
-// The preferences window's toolbar: panes, titles, heights, and the window's top edge that stays.
+// The toolbar of the preferences window: panes, titles, heights, and the top edge of the window, which does not move.
 #include "prefs/MyPrefToolbarDelegate.h"
 #include "prefs/PaneGeometry.h"
 #include "tests/fakes/FakeTabView.h"

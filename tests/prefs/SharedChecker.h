@@ -1,4 +1,4 @@
-// The shared update checker over fakes. It lives as long as the process, and so do they.
+// The shared update checker with fakes as its ports. The checker and the fakes live as long as the process.
 #pragma once
 
 #include "prefs/MWPhoneHome.h"
@@ -14,7 +14,7 @@ public:
     FakeBackgroundQueue background;
     FakePropertyListLoader loader;
 
-    /// With no check under way. The checker takes its ports when it is first asked for, so a test asks here first.
+    /// The checker without a running check. It gets its ports on first use, so a test must call this first.
     [[nodiscard]] static SharedChecker& idle() {
         static SharedChecker shared;
         while (shared.background.queuedCount() > 0)
@@ -26,7 +26,7 @@ public:
     }
 
     [[nodiscard]] MWPhoneHome& checker() const { return MWPhoneHome::sharedPhoneHome(); }
-    /// Lets the download and what follows it run.
+    /// Runs the download and the operations that follow it.
     void finishCheck() {
         background.runNext();
         platform.mainQueue.runAll();

@@ -1,4 +1,5 @@
-// What reaches the program from outside before its event loop runs: messages of later starts, and the session's end.
+// Events from outside that reach the program before its event loop runs: messages of later starts, and the session's
+// end.
 #include "program/Application.h"
 
 #include <QApplication>
@@ -9,7 +10,7 @@
 namespace quillow {
 namespace {
 
-/// Counts the requests to quit that reach it.
+/// Counts the quit requests that it receives.
 class Receiver final : public QObject {
 public:
     bool event(QEvent* event) override {

@@ -1,4 +1,4 @@
-// Every value that the windows show comes from its place, and what the user sets goes there.
+// Every value in the windows is bound to the right property or setting, in both directions.
 #include "platform/qt/controls/DiscloseButton.h"
 #include "platform/qt/windows/UpdatePane.h"
 #include "tests/program/WiringFixture.h"
@@ -20,7 +20,7 @@ protected:
             fakes.files.addFolder(QString::fromUtf16(folder));
         fakes.files.addFile(u"/documents/start.rtf"_s);
     }
-    /// What assistive tools read of the label that begins so.
+    /// The accessible name of the label that starts with `beginning`, without that beginning.
     static QString labelOf(const QWidget& widget, const QString& beginning) {
         for (const auto* label : widget.findChildren<QLabel*>())
             if (label->accessibleName().startsWith(beginning)) return label->accessibleName().mid(beginning.size());
@@ -31,7 +31,7 @@ protected:
         EXPECT_NE(action, nullptr) << item.toStdString();
         return action && action->isEnabled();
     }
-    /// The items and buttons of the main window that are enabled now and were not before, or the other way round.
+    /// The items and buttons of the main window that the change enables or disables.
     template <class Change>
     QSet<QString> toggledBy(const Change& change) {
         const auto before = enabled();
@@ -128,7 +128,7 @@ TEST_F(BindingsTest, theMenuNamesWhatCanBeUndoneAndRedone) {
     EXPECT_FALSE(canChoose(u"Edit/Undo"_s));
 }
 
-// The preferences, what is stored.
+// The preferences: settings.
 
 TEST_F(BindingsTest, theDestinationTypeGoesBothWaysAndToTheMainWindow) {
     store(bookmarkOf(u"/fixed"_s), u"destBookmark");
@@ -189,7 +189,7 @@ TEST_F(BindingsTest, theLastCheckIsShown) {
     EXPECT_EQ(labelOf(preferences, u"Last check: "_s), u"21.11.2026 09:41:00"_s);
 }
 
-// The preferences, what the delegate says.
+// The preferences: properties of the delegate.
 
 TEST_F(BindingsTest, theStateLinesAreTheDelegates) {
     delegate.setDestMessageString(u"of the folder"_s);
@@ -237,7 +237,7 @@ TEST_F(BindingsTest, theStartupDocumentsButtonsNeedOne) {
 }
 
 TEST_F(BindingsTest, theWindowsLookUpTheirTransformersByName) {
-    // Whoever stands under the name is asked.
+    // The transformer that is registered under the name is used.
     const auto always = std::make_shared<MWReturnInitStr>(u"asked"_s);
     for (const char16_t* name :
          {u"valueIs1", u"valueIsNot1", u"valueNot0", u"b2p", u"MWNumberBoolToNumberNum", u"MWFilledTrimmedString"})

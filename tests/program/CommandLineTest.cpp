@@ -1,4 +1,4 @@
-// What a start takes from its command line, and what it answers itself.
+// The command line of the desktop program: which arguments it accepts, and which it handles without a window.
 #include "program/CommandLine.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-// The whole program in a process of its own, without a screen: the documents of a start and of later ones, and the end.
+// The whole program in its own process, without a screen: the documents of the first and later starts, and the end.
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>

@@ -1,5 +1,5 @@
-// A run of the desktop program's parts in a process of its own, without a screen and without a network. Its arguments are steps, in
-// this order: what is stored before launch, then what is done and told after it.
+// Runs the desktop program's parts in a separate process, without a screen and a network. Its arguments are steps:
+// first the settings to store before launch, then the actions and outputs after it.
 #include "platform/qt/controls/DiscloseButton.h"
 #include "platform/qt/windows/ChosenItem.h"
 #include "platform/qt/windows/GeneralPane.h"
@@ -88,7 +88,7 @@ private:
         other_.setWindowTitle(title);
         other_.show();
     }
-    /// What stands on the screen.
+    /// Prints the titles of the visible windows.
     static void sayWindows() {
         QStringList titles;
         for (const QWidget* window : QApplication::topLevelWidgets())
@@ -96,7 +96,7 @@ private:
         titles.sort();
         say(titles.join(u','));
     }
-    /// Its items as the user sees them when it opens.
+    /// Prints the items of the Window menu as the user sees them when it opens.
     void sayWindowMenu() {
         for (const QAction* menu : parts_.window().menuBar()->actions()) {
             if (plain(menu->text()) != u"Window") continue;
@@ -119,7 +119,7 @@ int main(int argc, char** argv) {
     using namespace quillow;
     const QApplication application(argc, argv);
     QStringList arguments = QCoreApplication::arguments().mid(1);
-    // Looked for today already, so not again.
+    // The last update check was today, so there is no other.
     QtDefaults(QtDefaults::standardFilePath())
         .setObject(QDateTime::currentDateTimeUtc(), QStringLiteral("lastCheckDateForUpdate"));
     if (arguments.value(0) == u"fixedFolder") {

@@ -1,4 +1,4 @@
-// The program put together, with its real windows and adapters, over several runs. Each run is a process of its own.
+// The complete program with its real windows and adapters, over several runs. Each run is a separate process.
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 class PartsTest : public testing::Test {
 protected:
-    /// What the run tells, by lines.
+    /// The lines that the run prints.
     QStringList run(const QStringList& steps) {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -1,5 +1,5 @@
-// The real windows, tied to the delegate as the program ties them; the delegate stands over fakes, and all that happens to them
-// stands in one journal.
+// The real windows, connected to the delegate as in the program. The delegate uses fakes, and one journal records all
+// calls to them.
 #pragma once
 
 #include "app/QuillowAppDelegate.h"
@@ -63,7 +63,7 @@ protected:
                 if (!item->isSeparator()) items.insert(plain(menu->text()) + u'/' + plain(item->text()), item);
         return items;
     }
-    /// The buttons of a window by their titles. Qt's own, such as that of a menu bar that is too long, are left out.
+    /// The buttons of a window by title, without Qt's internal ones, such as the extension button of a menu bar.
     [[nodiscard]] static QMap<QString, QAbstractButton*> buttonsOf(const QWidget& widget) {
         QMap<QString, QAbstractButton*> buttons;
         for (auto* button : widget.findChildren<QAbstractButton*>()) {
@@ -96,7 +96,7 @@ protected:
     MWDragDropView dropView{window.dropArea()};
     QuillowAppDelegate delegate{fakes.platform(defaults)};
 
-    /// What the program makes of the delegate and the windows.
+    /// Connects the delegate and the windows as the program does.
     struct Connection {
         explicit Connection(WiringFixture& test)
             : bindings(test.delegate, test.defaults, test.fakes.undoManager, test.window)

@@ -1,5 +1,5 @@
-// Every menu item and every button of the windows, by name, does what its name says and nothing else. The tables hold all of
-// them, and no two have the same effect, so that no two commands can be exchanged.
+// Every menu item and every button of the windows has the effect of its name and no other. The tables contain all of
+// them, and no two have the same effect, so the tests notice if two commands are exchanged.
 #include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
@@ -24,18 +24,18 @@ const QString kGuide = u"/home/user/Library/Application Support/Quillow User Gui
 const QStringList kBig{u"main window: height 580"_s, u"bigWin 1"_s, u"main window: largest height 580"_s,
                        u"main window: least height 580"_s};
 
-/// A control and the entries that it makes in the journal.
+/// A control and the journal entries that it causes.
 struct Row {
     QString name;
     QStringList effect;
 };
 
-/// Readable where an expectation fails.
+/// The effect as readable text for failure messages.
 std::string said(const QStringList& effect) {
     return effect.join(u", "_s).toStdString();
 }
 
-/// All can be done that the windows offer.
+/// Sets the program up so that all commands are enabled.
 class WiringTest : public WiringFixture {
 protected:
     WiringTest() {
@@ -154,7 +154,7 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
           u"Debian%20GNU/Linux%2012%20(bookworm)"_s}},
     };
     auto items = menuItems();
-    // Two items need what others change; they are tried apart.
+    // Two items depend on state that others change, so they are tested separately.
     QAction* copy = items.take(u"Edit/Copy"_s);
     QAction* switchWindows = items.take(u"Window/Show Message Log"_s);
     expectEffects(items, rows, [](QAction& item) { item.trigger(); });
@@ -222,7 +222,7 @@ TEST_F(WiringTest, chosenDocumentsGoTheRoadOfADrop) {
     Change dropped;
     const Observation observation = dropView.addObserver(
         u"myFilePathDropped"_s, [&](const QString&, const KVObject&, const Change& change) { dropped = change; });
-    // The road of an RTFD bundle, which is opened like a folder.
+    // An RTFD bundle, which is opened like a folder.
     fakes.files.addFile(u"/in/Letter.rtfd/TXT.rtf"_s, "text");
     Q_EMIT chooser->directoryEntered(u"/in/Letter.rtfd"_s);
     EXPECT_EQ(dropped.newValue, Boxed(u"/in/Letter.rtfd"_s));

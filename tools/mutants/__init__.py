@@ -1,1 +1,1 @@
-"""The parts of tools/mutants.py: where a source can be changed, the scratch copy that holds the changes, and the tests over it."""
+"""The parts of tools/mutants.py: places to change in a source, the scratch copy with the changes, and the tests of the copy."""

@@ -1,4 +1,4 @@
-"""The tests of the scratch copy: which places each case passes, and whether they notice a mutant."""
+"""Runs the tests of the scratch copy: records the places that each case executes, and whether the tests notice a mutant."""
 import collections
 import concurrent.futures
 import contextlib
@@ -10,9 +10,10 @@ import tempfile
 import threading
 import time
 
-# A mutant may ask for memory without end. Signals that a background job ignores are back, since tests send them.
+# A mutant may allocate memory without end, so memory is limited. Signals that a background job ignores get their default action
+# again, because tests send them.
 LIMITS = ["env", "--default-signal", "prlimit", "--as=8589934592", "--core=0"]
-# Beyond the time of a run without a mutant; a machine under load is slow.
+# Added to the time of a run without a mutant, and a factor of it, because a busy machine is slow.
 PATIENCE_SECONDS = 20
 PATIENCE_FACTOR = 6
 
@@ -31,14 +32,14 @@ class Case:
 
 
 def read_cases(build, on_screen):
-    """The cases that run programs of the build. Checks of the sources themselves pass no switch."""
+    """The cases that run programs of the build. Checks of the sources themselves execute no mutant."""
     done = subprocess.run(["ctest", "--show-only=json-v1"], cwd=build, capture_output=True, text=True, check=True)
     cases = [Case(entry) for entry in json.loads(done.stdout)["tests"] if entry.get("command")]
     return [c for c in cases if (on_screen and c.on_screen) or (not c.on_screen and c.command[0].startswith(str(build)))]
 
 
 def run(command, case, seconds, **environment):
-    """Runs a command: "passed", "failed" or "hung". Whatever it leaves behind is ended and removed."""
+    """Runs a command; returns "passed", "failed" or "hung". Then ends its remaining processes and removes its files."""
     with tempfile.TemporaryDirectory(prefix="mutant", ignore_cleanup_errors=True) as home:
         variables = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "GTEST_FAIL_FAST": "1", "HOME": home, "TMPDIR": home,
                      **case.environment, **environment}
@@ -63,7 +64,7 @@ class Runner:
         self.pool = concurrent.futures.ThreadPoolExecutor(jobs)
 
     def measure(self):
-        """Runs each case once without a mutant and notes what it passes. Cases that fail so are left out and named."""
+        """Runs each case once without a mutant and records the places that it executes. Leaves out cases that fail."""
         passed = list(self.pool.map(self.measure_one, self.cases))
         for case, good in zip(self.cases, passed):
             if not good:
@@ -81,13 +82,13 @@ class Runner:
         return outcome == "passed"
 
     def judge_all(self, numbers, report):
-        """Runs the mutants; reports (number, verdict) as they end."""
+        """Runs the tests of each mutant; calls `report` with its number and verdict when they end."""
         futures = {self.pool.submit(self.judge, number): number for number in numbers}
         for future in concurrent.futures.as_completed(futures):
             report(futures[future], future.result())
 
     def judge(self, number):
-        """What the tests that pass the mutant's place say: (outcome, by which or how many)."""
+        """Runs the tests that execute the mutant's place: (outcome, name of the failed program or number of cases)."""
         cases = [case for case in self.cases if number in case.reached]
         for runs in sorted(self.groups(cases), key=lambda runs: (runs[0].on_screen, sum(case.seconds for case in runs))):
             outcome = self.run_group(runs, number)
@@ -97,7 +98,7 @@ class Runner:
 
     @staticmethod
     def groups(cases):
-        """Cases of one GoogleTest program together, every other one alone."""
+        """Groups the cases of each GoogleTest program. Every other case is a group of its own."""
         groups = collections.defaultdict(list)
         for case in cases:
             groups[case.command[0] if case.filter else case.name].append(case)
@@ -111,7 +112,7 @@ class Runner:
         seconds = PATIENCE_SECONDS + PATIENCE_FACTOR * sum(case.seconds for case in cases)
         if not first.on_screen:
             return run(command, first, seconds, QUILLOW_MUTANT=str(number))
-        # A desktop has moods of its own: only what happens twice is the mutant's doing.
+        # GUI tests may fail by chance: only a second failure counts.
         with self.screen:
             outcome = run(command, first, seconds, QUILLOW_MUTANT=str(number))
             return outcome if outcome == "passed" else run(command, first, seconds, QUILLOW_MUTANT=str(number))

@@ -1,6 +1,6 @@
-"""The scratch copy of the tree: brought up to date, with changed sources in place of some, configured and built.
+"""The scratch copy of the tree: updates it, replaces some sources by changed ones, configures and builds it.
 
-The copy keeps the time of every file that did not change, so that a second run builds only what is new.
+The copy keeps the time stamp of every unchanged file, so that a second run builds only what has changed.
 """
 import json
 import os
@@ -14,7 +14,7 @@ import sys
 LEFT_OUT = {".git", "build", "out", "__pycache__"}
 MENTION = re.compile(r"^(?:\.\./)*(?P<path>[^\s:]+):(?P<line>\d+):(?:\d+:)? (?P<what>error|fatal error|note|warning|  required)",
                      re.M)
-# Read first by every changed source. The warnings are those that changed code earns and the project makes errors.
+# Every changed source includes this first. It disables warnings that changed code causes; the project makes them errors.
 SWITCH = """#pragma once
 #pragma GCC diagnostic ignored "-Wall"
 %s
@@ -64,7 +64,7 @@ class Scratch:
         self.header = self.tree / "build" / "MutantSwitch.h"
 
     def update(self, changed):
-        """Makes the copy equal the tree, with the `changed` texts (by path) in place of the tree's own."""
+        """Makes the copy equal to the tree, except for the `changed` texts (by path)."""
         kept = set()
         for top, folders, names in os.walk(self.root):
             folders[:] = [f for f in folders if f not in LEFT_OUT]
@@ -91,7 +91,7 @@ class Scratch:
         put(self.header, (SWITCH % "\n".join('#pragma GCC diagnostic ignored "-W%s"' % w for w in WARNINGS.split())).encode())
 
     def configure(self):
-        """Configures the copy and gives the compiler's arguments by source path."""
+        """Configures the copy; returns the compiler's arguments by source path."""
         command = ["cmake", "--preset", self.preset, "-DQUILLOW_TESTS=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON"]
         done = subprocess.run(command, cwd=self.tree, capture_output=True, text=True)
         if done.returncode:
@@ -107,12 +107,12 @@ class Scratch:
         return found
 
     def make(self):
-        """Builds everything; gives the compiler's complaints, empty when there were none."""
+        """Builds everything; returns the compiler's messages, empty after success."""
         done = subprocess.run(["ninja", "-k", "0", "-j", str(self.jobs)], cwd=self.build, capture_output=True, text=True)
         return done.stdout + done.stderr if done.returncode else ""
 
     def places(self, complaints):
-        """The (path, line) of the errors, and those of everything that the compiler mentions."""
+        """The (path, line) of the errors, and the (path, line) of all places in the compiler's messages."""
         errors, mentioned = set(), set()
         for match in MENTION.finditer(complaints):
             path = match["path"].removeprefix(str(self.tree) + "/")
@@ -123,7 +123,7 @@ class Scratch:
 
 
 def put(path, data):
-    """Writes a file unless it holds just that."""
+    """Writes a file unless it has this content already."""
     if path.is_file() and path.read_bytes() == data:
         return
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -133,7 +133,7 @@ def put(path, data):
 
 
 def numbers_at(text, lines):
-    """The mutants whose switches are on these lines of a written source; for a line without any, those of the nearest one above."""
+    """The mutants with switches on these lines of a written source. A line without any counts as the nearest one above."""
     rows = [{int(n) for n in re.findall(rb"::mutant::on\((\d+)\)", row)} for row in text.split(b"\n")]
     found = set()
     for line in lines:

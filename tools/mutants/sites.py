@@ -1,7 +1,7 @@
-"""Where a C++ source can be changed, found with clang, and the source's text with all of its chosen changes compiled in.
+"""Finds the places of a C++ source that can be changed, with clang, and writes the source with all chosen changes.
 
-A change is a Site. In the written text each site is an expression or a statement that asks `mutant::on(NUMBER)` at run time, so one
-build holds every mutant. Sites lie inside one another or apart, never half over one another. Ranges count bytes.
+A change is a Site. In the written text each site is an expression or a statement that calls `mutant::on(NUMBER)` at run time, so
+one build contains every mutant. Sites are nested or separate; they never overlap partly. Ranges count bytes.
 """
 import dataclasses
 import re
@@ -19,17 +19,17 @@ FUNCTIONS = (Kind.FUNCTION_DECL, Kind.FUNCTION_TEMPLATE, Kind.CXX_METHOD, Kind.C
 VARIABLES = (Kind.VAR_DECL, Kind.FIELD_DECL, Kind.PARM_DECL)
 UNTOUCHED = (Kind.ENUM_DECL, Kind.STATIC_ASSERT, Kind.TEMPLATE_NON_TYPE_PARAMETER, Kind.TEMPLATE_TYPE_PARAMETER)
 NAMES = (Kind.DECL_REF_EXPR, Kind.MEMBER_REF_EXPR, Kind.TYPE_REF, Kind.TEMPLATE_REF)
-# Literals and calls under these are not what they look like: clang reports the place of the whole expansion.
+# Literals and calls in these macros cannot be changed: clang reports the range of the whole expansion for them.
 MACRO = re.compile(rb"\b(QStringLiteral|assert|Q_[A-Z_]+|[A-Z][A-Z0-9]*_[A-Z0-9_]+)\b(\s*\()?")
 STRING = re.compile(rb'(u8|u|U|L)?"([^"\\])')
 QT_STRING = re.compile(rb'QStringLiteral\s*\(\s*"([^"\\])')
-# Of two changes of one range the first of these is the outer one.
+# If two changes have the same range, the kind that comes first here is the outer one.
 ORDER = ("exchange", "drop", "negate", "compare", "constant")
 
 
 @dataclasses.dataclass
 class Site:
-    """A place and its change. `template` is the new text: {on} asks the switch, {0} and {1} are the parts."""
+    """A place and its change. `template` is the new text: {on} is the call of the switch, {0} and {1} are the parts."""
     path: str
     kind: str
     start: int
@@ -37,7 +37,7 @@ class Site:
     parts: list
     template: str
     line: int
-    change: str  # for the reader; with the path it names the mutant in every later version of the file
+    change: str  # a description; together with the path it identifies the mutant in later versions of the file
     number: int = 0
 
     @property
@@ -46,14 +46,14 @@ class Site:
 
 
 class Finder:
-    """Walks the tree of one source and gathers its sites."""
+    """Walks the syntax tree of one source and collects its sites."""
 
     def __init__(self, path, text):
         self.path, self.text, self.sites, self.live = path, text, {}, []
         self.macros = [self.macro_range(match) for match in MACRO.finditer(text)]
 
     def macro_range(self, match):
-        """From a macro's name to the parenthesis that closes its arguments."""
+        """The range from a macro's name to the parenthesis that closes its arguments."""
         end, depth = match.end(), 1 if match[2] else 0
         while depth and end < len(self.text):
             depth += {b"(": 1, b")": -1}.get(self.text[end:end + 1], 0)
@@ -80,7 +80,7 @@ class Finder:
         return node.kind == Kind.IF_STMT and re.match(rb"if\s+constexpr\b", self.text[node.extent.start.offset:]) is not None
 
     def statement_range(self, node):
-        """A statement with its semicolon; nothing for what cannot be moved."""
+        """The range of a statement with its semicolon; None if the statement cannot be moved."""
         start, end = span(node)
         after = re.compile(rb"\s*;").match(self.text, end)
         if after:
@@ -108,7 +108,7 @@ class Finder:
         if kind == Kind.CASE_STMT or self.is_constexpr_if(node):
             children = children[1:]
         for child in children:
-            # The words before a variable's name are its type: template arguments, not values.
+            # Nodes before a variable's name belong to its type, such as template arguments. They are not values.
             if kind not in VARIABLES or span(child)[0] > node.location.offset:
                 self.walk(child, node)
 
@@ -137,7 +137,7 @@ class Finder:
             self.add("constant", start, end, [], template, "%s becomes %s + 1" % (word, word))
 
     def text_constant(self, start, end, at, text):
-        """The first character becomes another, so length and type stay."""
+        """Changes the first character, so that length and type stay the same."""
         other = b"Y" if text[at:at + 1] == b"X" else b"X"
         if text[at] >= 0x80:
             return
@@ -147,7 +147,7 @@ class Finder:
                  "%s begins with %s" % (self.plain(start, end), other.decode()))
 
     def comparison(self, node, children):
-        """A comparison of any type: two operands with the operator between them."""
+        """Changes a comparison of any type: two operands with the operator between them."""
         if node.kind not in (Kind.BINARY_OPERATOR, Kind.CALL_EXPR, Kind.UNEXPOSED_EXPR) or len(children) < 2:
             return
         first, last = min(children, key=lambda c: span(c)[0]), max(children, key=lambda c: span(c)[1])
@@ -174,7 +174,7 @@ class Finder:
         if not expressions:
             return
         start, end = span(expressions[0])
-        # "==" turned into "!=" is the same mutant.
+        # Changing "==" to "!=" makes the same mutant.
         if not self.is_equality(expressions[0]):
             self.add("negate", start, end, [(start, end)], "({on} != static_cast<bool>({0}))", "negated: %s" % self.plain(start, end))
 
@@ -217,7 +217,7 @@ def span(node):
 
 
 def bare(node):
-    """Without the layers that the source does not show."""
+    """The node without implicit layers, which the source text does not show."""
     while node.kind == Kind.UNEXPOSED_EXPR:
         children = list(node.get_children())
         if len(children) != 1 or span(children[0]) != span(node):
@@ -227,7 +227,7 @@ def bare(node):
 
 
 def is_action(node):
-    """A call or an assignment."""
+    """True for a call or an assignment."""
     if node.kind in (Kind.CALL_EXPR, Kind.COMPOUND_ASSIGNMENT_OPERATOR, Kind.UNARY_OPERATOR):
         return True
     return node.kind == Kind.BINARY_OPERATOR
@@ -239,7 +239,7 @@ def is_integer(kind):
 
 
 def find_sites(path, name, text, arguments):
-    """All sites of a source. `name` is the file that the arguments compile, `text` its bytes."""
+    """All sites of a source. `name` is the file that the compiler arguments are for, `text` its bytes."""
     index = clang.cindex.Index.create()
     unit = index.parse(name, args=arguments, unsaved_files=[(name, text.decode("utf-8"))])
     finder = Finder(path, text)
@@ -265,7 +265,7 @@ def walk_declarations(finder, node):
 
 
 def fits(site, chosen):
-    """Whether the site lies apart from, inside or around each chosen one: inside means in one part of it."""
+    """True if the site is separate from each chosen one, inside one part of it, or around it."""
     for other in chosen:
         inner, outer = sorted((site, other), key=lambda s: (s.end - s.start, -ORDER.index(s.kind)))
         if inner.end <= outer.start or outer.end <= inner.start:
@@ -276,7 +276,7 @@ def fits(site, chosen):
 
 
 def pick(sites, count, random):
-    """Up to `count` sites, the kinds in turn, so that the many constants do not crowd out the few exchanges."""
+    """Picks up to `count` sites, each time of a random kind, so that the many constants do not crowd out the few exchanges."""
     kinds = {}
     for site in random.sample(sites, len(sites)):
         kinds.setdefault(site.kind, []).append(site)
@@ -292,7 +292,7 @@ def pick(sites, count, random):
 
 
 def written(text, chosen, header):
-    """The source with the chosen sites as switches, behind a line that includes `header`."""
+    """The source with the chosen sites as switches, after a line that includes `header`."""
     chosen = sorted(chosen, key=lambda s: (s.start, -s.end, ORDER.index(s.kind)))
 
     def render(start, end, inside):
