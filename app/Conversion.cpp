@@ -45,8 +45,8 @@ void QuillowAppDelegate::runDoProcess() {
     if (progressIndicator()) progressIndicator()->stopAnimation();
 }
 
-// deliberate: a batch is not checked for existence or type. The conversion itself reports a file of another type as one without
-// a text.
+// deliberate: a batch is not checked for existence or type. The conversion itself reports a file of another type as one
+// without a text.
 void QuillowAppDelegate::runDoMultiProcess() {
     if (progressIndicator()) progressIndicator()->startAnimation();
     doMultiProcess();

@@ -1,5 +1,5 @@
-// The application data file, which saves the log and the window's mode between runs, and the two modes: a small and a big height
-// of the main window.
+// The application data file, which saves the log and the window's mode between runs, and the two modes: a small and a
+// big height of the main window.
 #include "app/QuillowAppDelegate.h"
 #include "base/Format.h"
 #include "base/Release.h"
@@ -18,8 +18,8 @@ constexpr char16_t kAppVersion[] = u"appversion";
 constexpr char16_t kLogContent[] = u"logContent";
 constexpr char16_t kBigWin[] = u"bigWin";
 
-// deliberate: one above this release, so that every file of this release or an older one is read. Below the other, the stored
-// mode is not trusted.
+// deliberate: one above this release, so that every file of this release or an older one is read. Below the other, the
+// stored mode is not trusted.
 constexpr std::uint64_t kFirstNewerVersion = static_cast<std::uint64_t>(kCurrentRelease) + 1;
 constexpr std::uint64_t kFirstVersionWithMode = 10300;
 

@@ -1,5 +1,5 @@
-// Where converted text goes: into a fixed folder from the preferences, or into a folder that is requested when saving. Also what
-// happens to a dropped path in each case.
+// Where converted text goes: into a fixed folder from the preferences, or into a folder that is requested when saving.
+// Also what happens to a dropped path in each case.
 #include "app/QuillowAppDelegate.h"
 #include "base/PathStrings.h"
 #include "base/SettingKeys.h"
@@ -16,7 +16,8 @@
 namespace quillow {
 namespace {
 
-// deliberate: the text for a bookmark that was never stored speaks of a file, the one after clearing speaks of a folder.
+// deliberate: the text for a bookmark that was never stored speaks of a file, the one after clearing speaks of a
+// folder.
 constexpr char16_t kPleaseSelectFile[] = u"Please select a file or change startup option";
 constexpr char16_t kPleaseSelectFolder[] = u"Please select a folder or change startup option";
 
@@ -24,8 +25,9 @@ bool isHexDigit(QChar c) {
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
-/// Makes a URL of the string of a URL without a host, character by character (RFC 3986, appendix A). Empty if the string contains
-/// a character that is not allowed, a second number sign, or a per cent sign without two hexadecimal digits.
+/// Makes a URL of the string of a URL without a host, character by character (RFC 3986, appendix A). Empty if the
+/// string contains a character that is not allowed, a second number sign, or a per cent sign without two hexadecimal
+/// digits.
 std::optional<QUrl> urlWithString(const QString& text) {
     static constexpr QStringView kMarks = u"-._~:/?#@!$&'()*+,;=%";
     if (text.count(u'#') > 1) return std::nullopt;
@@ -40,8 +42,8 @@ std::optional<QUrl> urlWithString(const QString& text) {
     return url.isValid() ? std::optional(url) : std::nullopt;
 }
 
-/// Where a panel starts if a folder was chosen before. deliberate: the path is read as a URL string, not as a path, so a folder
-/// with a blank or an accent in its name gives no URL, and the platform decides where the panel starts.
+/// Where a panel starts if a folder was chosen before. deliberate: the path is read as a URL string, not as a path, so
+/// a folder with a blank or an accent in its name gives no URL, and the platform decides where the panel starts.
 std::optional<QUrl> panelDirectory(const std::optional<QString>& latestPath) {
     std::optional<QUrl> url = latestPath ? urlWithString(*latestPath) : std::nullopt;
     if (!url || !url->scheme().isEmpty()) return url;
@@ -116,8 +118,8 @@ void QuillowAppDelegate::convertIntoFixedFolder() {
 }
 
 void QuillowAppDelegate::askForFolderAndConvert() {
-    // All paths of a drop are collected before the first panel is answered, so one answer converts them all. The panels of
-    // the later paths find an empty list.
+    // All paths of a drop are collected before the first panel is answered, so one answer converts them all. The panels
+    // of the later paths find an empty list.
     QStringList gathered = fileToProcessPathArray();
     gathered.append(fileToProcessPath().value_or(QString()));
     setFileToProcessPathArray(gathered);

@@ -1,5 +1,5 @@
-// The message log: one time-stamped line for each event, clearing with undo, the counter, and the commands that show or open the
-// latest converted document.
+// The message log: one time-stamped line for each event, clearing with undo, the counter, and the commands that show or
+// open the latest converted document.
 #include "app/QuillowAppDelegate.h"
 #include "base/Format.h"
 #include "base/PathStrings.h"
@@ -25,8 +25,8 @@ void QuillowAppDelegate::doMessageLog(const QString& message, bool) {
 void QuillowAppDelegate::appendLogLine(const QString& message) {
     if (!textLog_) return;
     const qsizetype insertionPoint = textLog_->length();
-    // deliberate: a formatter of this pattern is built for every line and not used; the visible stamp follows the user's
-    // locale.
+    // deliberate: a formatter of this pattern is built for every line and not used; the visible stamp follows the
+    // user's locale.
     const std::unique_ptr<DateFormatter> unusedFormatter =
         platform().dateFormatting.formatterWithPattern(QStringLiteral("YYYY-MM-dd hh:mm:ss"));
     const QString stamp =

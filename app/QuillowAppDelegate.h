@@ -1,6 +1,6 @@
-// The product's delegate, one instance for the whole run: it converts dropped documents (Conversion.cpp), decides where their
-// texts go (Destination.cpp), keeps the message log (MessageLog.cpp), and saves the log and the window's mode between runs
-// (DataFileAndModes.cpp).
+// The product's delegate, one instance for the whole run: it converts dropped documents (Conversion.cpp), decides where
+// their texts go (Destination.cpp), keeps the message log (MessageLog.cpp), and saves the log and the window's mode
+// between runs (DataFileAndModes.cpp).
 #pragma once
 
 #include "app/DocumentText.h"
@@ -85,8 +85,8 @@ public:
     [[nodiscard]] QString getUserGuideName() const override;
     [[nodiscard]] QString getUserGuideNameWithThisRelNum() const override;
 
-    // Destination in force. The window shows `displayDestinationPath`: a path, "<ASK WHEN SAVING>", or nil when the fixed
-    // folder cannot be found.
+    // Destination in force. The window shows `displayDestinationPath`: a path, "<ASK WHEN SAVING>", or nil when the
+    // fixed folder cannot be found.
     [[nodiscard]] std::optional<QString> displayDestinationPath() const { return displayDestinationPath_.get(); }
     void setDisplayDestinationPath(const std::optional<QString>& path) { displayDestinationPath_.set(path); }
     [[nodiscard]] std::optional<QString> effectiveDestinationPath() const { return effectiveDestinationPath_.get(); }

@@ -1,6 +1,6 @@
-// File names are bytes; paths in the program are QStrings. A name that is not UTF-8 keeps its bytes: each byte that is not part of
-// valid UTF-8 becomes a lone low surrogate, U+DC80 to U+DCFF, and becomes that byte again. Every adapter that opens a path uses
-// these functions.
+// File names are bytes; paths in the program are QStrings. A name that is not UTF-8 keeps its bytes: each byte that is
+// not part of valid UTF-8 becomes a lone low surrogate, U+DC80 to U+DCFF, and becomes that byte again. Every adapter
+// that opens a path uses these functions.
 #pragma once
 
 #include <QByteArray>

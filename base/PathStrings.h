@@ -16,8 +16,8 @@ namespace quillow {
 /// The path without its extension and the dot before it: "/tmp/a.b.html" gives "/tmp/a.b", ".pdf" stays.
 [[nodiscard]] QString stringByDeletingPathExtension(const QString& path); // selector: stringByDeletingPathExtension
 
-/// The path of a file URL in the form of base/PathBytes.h, with percent escapes decoded and without trailing slashes; empty
-/// for any other URL.
+/// The path of a file URL in the form of base/PathBytes.h, with percent escapes decoded and without trailing slashes;
+/// empty for any other URL.
 [[nodiscard]] QString pathOfURL(const QUrl& url); // selector: path
 
 /// Lower case by Unicode's rules, independent of the locale: "I" gives "i" in Turkish too.

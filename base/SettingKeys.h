@@ -1,5 +1,5 @@
-// The keys of the settings store: their names, types, registered defaults and meanings. A key without a registered default is
-// absent until it is written.
+// The keys of the settings store: their names, types, registered defaults and meanings. A key without a registered
+// default is absent until it is written.
 #pragma once
 
 #include <QByteArray>

@@ -27,8 +27,8 @@ constexpr Cost kControl = bitsCost(20);           ///< C1 controls
 constexpr Cost kUndefined = bitsCost(24);         ///< bytes that the encoding does not define
 constexpr Cost kCapitalInsideWord = bitsCost(6);
 
-/// The language models contain the Romanian letters with a cedilla, as most encodings do. ISO-8859-16 has them with a comma
-/// below.
+/// The language models contain the Romanian letters with a cedilla, as most encodings do. ISO-8859-16 has them with a
+/// comma below.
 char16_t withCedilla(char16_t c) {
     if (c == 0x218 || c == 0x219) return static_cast<char16_t>(c - 0x218 + 0x15E);
     if (c == 0x21A || c == 0x21B) return static_cast<char16_t>(c - 0x21A + 0x162);

@@ -47,8 +47,9 @@ constexpr Candidate kEastAsianCandidates[] = {
     {Encoding::big5, 8, {}},     {Encoding::gb18030, 8, {}},
 };
 
-/// How much rarer a text in windows-1252 is in a language that has no model, names included. Measured with translated messages:
-/// less takes single words of the Baltic languages, more leaves titles in languages without a model to other encodings.
+/// How much rarer a text in windows-1252 is in a language that has no model, names included. Measured with translated
+/// messages: less takes single words of the Baltic languages, more leaves titles in languages without a model to other
+/// encodings.
 constexpr unsigned kUnknownLanguageBits = 5;
 
 bool names(std::string_view languages, std::string_view language) {

@@ -1,5 +1,6 @@
-// How vowels and consonants, with accents and without, follow one another in the languages that are written in Latin letters, and
-// how common each letter is among those of its kind: the averages of the texts that the other models are made of.
+// How vowels and consonants, with accents and without, follow one another in the languages that are written in Latin
+// letters, and how common each letter is among those of its kind: the averages of the texts that the other models are
+// made of.
 #include "text/UnknownLatinModel.h"
 
 #include <array>

@@ -1,5 +1,5 @@
-// Registers every transformer under its class name, so that bindings can look it up. A transformer with a reference gets an empty
-// one: 0, no number, no string, an empty collection.
+// Registers every transformer under its class name, so that bindings can look it up. A transformer with a reference
+// gets an empty one: 0, no number, no string, an empty collection.
 #pragma once
 
 namespace quillow {

@@ -10,7 +10,8 @@ namespace quillow::pdf {
 
 namespace {
 
-/// The folder of the running program (proc(5)); the loader's own $ORIGIN means another one where a sanitizer stands before it.
+/// The folder of the running program (proc(5)); the loader's own $ORIGIN means another one where a sanitizer stands
+/// before it.
 std::filesystem::path programFolder() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();

@@ -5,8 +5,8 @@
 
 namespace quillow::rtf {
 
-/// Whether text without any "{\rtf" begins like the body of a document: with a group that opens with \*, or with a control word
-/// of RTF. TeX sources, paths and regular expressions do not.
+/// Whether text without any "{\rtf" begins like the body of a document: with a group that opens with \*, or with a
+/// control word of RTF. TeX sources, paths and regular expressions do not.
 [[nodiscard]] bool beginsLikeBody(std::string_view text);
 
 } // namespace quillow::rtf

@@ -145,8 +145,8 @@ void Interpreter::leaveData(const char* start, Scanner::Completeness completenes
     leaveSwallowed(swallowed, completeness, lacksBrace(completeness) ? findBody(swallowed) : npos);
 }
 
-/// The first pass takes each byte by itself. Only a table that may contain raw pairs is read again, because that needs a
-/// scan of the whole file's bytes.
+/// The first pass takes each byte by itself. Only a table that may contain raw pairs is read again, because that needs
+/// a scan of the whole file's bytes.
 void Interpreter::readFontTable() {
     const char* start = scanner_.position();
     Scanner::Completeness completeness = fonts_.read(scanner_, FontTable::RawPairs::ignored);
@@ -166,8 +166,8 @@ bool Interpreter::mayHoldPairs(std::string_view table) {
     return !fonts_.pairPages().empty() && !decoder_.rawIsUtf8() && recovery_.mayReadTableAgain();
 }
 
-/// The name of a style does not say its font, and most names have one byte per letter. So the first code page with which
-/// the table ends as it should is taken.
+/// The name of a style does not say its font, and most names have one byte per letter. So the first code page with
+/// which the table ends as it should is taken.
 Scanner::Completeness Interpreter::skipTable() {
     const char* start = scanner_.position();
     const Scanner::Completeness completeness = scanner_.skipGroup(decoder_.rawPairs(*state_.charset));

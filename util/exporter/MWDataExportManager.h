@@ -33,8 +33,8 @@ public:
 
     /// The records are dictionaries or objects that are read by key. The keys describe the fields that can be exported,
     /// each a dictionary of two strings: "publicKey", the name that the user sees, and "innerKey", the key path of the
-    /// value in a record. The container may be null and must outlive this object. Loads the windows named "Exporter"; if
-    /// they are missing, no settings sheet is shown.
+    /// value in a record. The container may be null and must outlive this object. Loads the windows named "Exporter";
+    /// if they are missing, no settings sheet is shown.
     MWDataExportManager(const Boxed::Array& dataArray, const Boxed::Array& keyArray, DocumentContainer* container,
                         const Ports& ports); // selector: initWithDataArray:keyArray:container:
     ~MWDataExportManager() override;

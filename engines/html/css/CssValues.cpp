@@ -236,7 +236,8 @@ private:
     std::uint8_t parts_ = 0;
 };
 
-/// CSS Overflow 4, section 4.1: a whole number of lines over 0, or a function that gives one; what it gives is not computed.
+/// CSS Overflow 4, section 4.1: a whole number of lines over 0, or a function that gives one; what it gives is not
+/// computed.
 class ClampReader {
 public:
     /// False where the token makes the declaration invalid.
@@ -347,8 +348,8 @@ bool mayBeRelevant(std::string_view declaration) {
     const unsigned letters = packed(text::toLower(start[0]), text::toLower(start[1]), text::toLower(start[2]));
     constexpr std::size_t kShortest = std::string_view("-webkit-box-orient").size();
     if (letters == starts("-we")) {
-        // Many properties begin so. The two of interest, `-webkit-box-orient` and `-webkit-line-clamp`, are equally long
-        // and differ from most others in one character.
+        // Many properties begin so. The two of interest, `-webkit-box-orient` and `-webkit-line-clamp`, are equally
+        // long and differ from most others in one character.
         constexpr std::size_t kTelling = std::string_view("-webkit-box-").size();
         if (declaration.size() <= kShortest) return false;
         return text::toLower(declaration[kTelling]) == 'o' || declaration[kTelling] == '-';

@@ -1,9 +1,11 @@
 // Prints intermediate results of the HTML engine, which tools/html_conformance.py compares with test suites of the
 // HTML Standard. A request on standard input is a line "WHAT ARGUMENT ARGUMENT LENGTH" and LENGTH bytes. The
 // answer is a line with its length and then its bytes.
-//   tokens STATE TAG   the tokens from an initial state (data, rcdata, rawtext, script, plaintext, cdata), with "</TAG>" as
+//   tokens STATE TAG   the tokens from an initial state (data, rcdata, rawtext, script, plaintext, cdata), with
+// "</TAG>" as
 //                      its end tag; one JSON array per line
-//   tree SPACE NAME    the tree of a document ("- -"), or of a fragment in that context element; one indented node per line,
+//   tree SPACE NAME    the tree of a document ("- -"), or of a fragment in that context element; one indented node per
+// line,
 //                      without comments
 //   encoding - -       the name of the declared encoding
 #include "engines/html/parser/EncodingSniffer.h"
