@@ -34,26 +34,31 @@ class WaylandSession(file_manager_test.FileManagerTest):
         super().setUp()
         self.preset_destination()
         self.place = screen.Place(-1, -1, 0, 0)  # of the program's window, once it is there
+        self.picture, self.picture_before = (os.path.join(os.environ["HOME"], name) for name in ("now.ppm", "before.ppm"))
+        self.is_picture_new = False
 
     # Windows, found by what they change of the screen.
 
     def start_window(self, client, *command, **options):
         """Starts a program in the compositor's session; its process, and where its window appears."""
-        before = self.picture_file("without.png")
+        if not self.is_picture_new:
+            self.take_picture()
+        os.replace(self.picture, self.picture_before)
         process = self.start(*command, env=client, **options)
-        return process, screen.until(lambda: self.change_since(before), f"window of {command[0]}")
+        return process, screen.until(self.change, f"window of {command[0]}")
 
-    def picture_file(self, name):
-        path = str(pathlib.Path(os.environ["HOME"], name))
-        screen.save_settled_picture(DESKTOP, path)
-        return path
+    def take_picture(self):
+        """Of the whole screen, once nothing moves on it."""
+        screen.save_settled_picture(DESKTOP, self.picture)
+        self.is_picture_new = True
 
-    def change_since(self, before):
+    def change(self):
         """The rectangle around all that has changed, once it is as large as a window.
 
         The program's own window does not count: its title changes when another window gets the keyboard."""
+        self.take_picture()
         own = self.place
-        changes = screen.shapes(before, self.picture_file("with.png"), "-compose", "difference", "-composite",
+        changes = screen.shapes(self.picture_before, self.picture, "-compose", "difference", "-composite",
                                 "-colorspace", "gray", "-threshold", "4%", "-fill", "black", "-draw",
                                 f"rectangle {own.x},{own.y} {own.x + own.width},{own.y + own.height}")
         left, top = min((c.x for c in changes), default=0), min((c.y for c in changes), default=0)
@@ -62,20 +67,26 @@ class WaylandSession(file_manager_test.FileManagerTest):
         return screen.Place(left, top, right - left, bottom - top) if right - left > 100 and bottom - top > 60 else None
 
     def find_panel(self):
-        """The drop area, by its white panel."""
-        def panel():
-            white = screen.shapes(self.picture_file("panel.png"), "-fill", "black", "+opaque", "white")
-            panels = [place for place in white if place.width >= PANEL[0] and place.height >= PANEL[1]]
-            return min(panels, key=lambda place: place.y, default=None)  # the log below it is white as well
-
-        return screen.until(panel, "white panel of the drop area")
+        """The drop area in the picture, by its white panel."""
+        white = screen.shapes(self.picture, "-fill", "black", "+opaque", "white")
+        panels = [place for place in white if place.width >= PANEL[0] and place.height >= PANEL[1]]
+        return min(panels, key=lambda place: place.y, default=None)  # the log below it is white as well
 
     # The program.
 
     def start_program(self, client):
         self.program, self.place = self.start_window(client, os.environ["QUILLOW"])
         self.accessible = accessibility.application("Quillow")
-        self.panel = self.find_panel()
+        self.panel = self.find_panel() or self.wait_for_panel(bool, "white panel of the drop area")
+
+    def wait_for_panel(self, condition, what):
+        """The drop area once it is as the condition says."""
+        def panel():
+            self.take_picture()
+            found = self.find_panel()
+            return found if found and condition(found) else None
+
+        return screen.until(panel, what)
 
     def drop_point(self):
         # Its left end tells whether it is lit: what hangs on the pointer does not reach there.
@@ -127,27 +138,27 @@ class Drags(WaylandSession):
         if expect == "none":  # the window may still be fetching what it took
             source.terminate()
             source.wait()
+        self.is_picture_new = False
 
 
 class Windows(WaylandSession):
     """What the compositor and a launcher do to the Wayland window; mutter's keys."""
 
-    def wait_for_panel(self, condition, what):
-        return screen.until(lambda: (panel := self.find_panel()) and condition(panel) and panel, what)
-
     def test_a_wider_window_stays_where_it_is(self):
         self.start_program(wayland_client())
+        wider = self.panel
         for _ in range(2):
-            former = self.find_panel()
+            former = wider
             screen.press_keys("alt+F8", "Right", "Right", "Right", "Return")
             wider = self.wait_for_panel(lambda panel: panel.width > former.width, "wider window")
             self.assertEqual(wider, self.panel._replace(width=wider.width))
 
     def test_the_height_is_not_the_users(self):
         self.start_program(wayland_client())
+        wider = self.panel
         for key in ("Down", "Up"):
             # The width as well, which shows that the resizing was carried out.
-            former = self.find_panel()
+            former = wider
             screen.press_keys("alt+F8", key, key, key, "Right", "Right", "Return")
             wider = self.wait_for_panel(lambda panel: panel.width != former.width, "window of another width")
             self.assertEqual((wider.y, wider.height), (self.panel.y, self.panel.height))
@@ -180,7 +191,6 @@ class Windows(WaylandSession):
         in_front = screen.settled_picture(self.panel)
         screen.press_keys("super+Up")
         screen.until(lambda: screen.picture_of(self.panel) != in_front, "window covered by nautilus")
-        screen.settled_picture(DESKTOP)
         screen.press_keys("Return")
         self.wait_for_log(self.converted(paper))
         screen.until(lambda: screen.picture_of(self.panel) == in_front, "window in front")
