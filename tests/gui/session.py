@@ -8,6 +8,7 @@ its own Xwayland. COMMAND is then still a client of the outer server, where it m
 for the compositor's clients are $NESTED_WAYLAND_DISPLAY, $NESTED_DISPLAY and $NESTED_XAUTHORITY.
 """
 import argparse
+import contextlib
 import os
 import shutil
 import signal
@@ -34,6 +35,7 @@ class Session:
         self.folder = tempfile.mkdtemp(prefix="quillow-gui-")
         self.home = home or os.path.join(self.folder, "home")
         self.processes = []
+        self.client = None  # of the compositor, by its id
 
     def __enter__(self):
         try:
@@ -47,6 +49,9 @@ class Session:
         return self
 
     def __exit__(self, *_):
+        if self.client:
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(self.client, signal.SIGTERM)
         for process in reversed(self.processes):
             process.terminate()
             try:
@@ -101,12 +106,13 @@ class Session:
         told = os.path.join(self.folder, "environment")
         client = os.path.join(self.folder, "client")
         with open(client, "w") as script:
-            script.write(f"#!/bin/sh\nenv -0 > {told}.part && mv {told}.part {told}\nexec sleep infinity\n")
+            script.write(f"#!/bin/sh\n(env -0; printf CLIENT=$$) > {told}.part && mv {told}.part {told}\nexec sleep infinity\n")
         os.chmod(client, 0o700)
         COMPOSITORS[self.desktop](self, client)
         wait_for(lambda: os.path.exists(told), "environment of " + self.desktop)
         with open(told) as file:
             environment = dict(line.split("=", 1) for line in file.read().split("\0") if line)
+        self.client = int(environment["CLIENT"])
         os.environ.update({"NESTED_" + name: environment.get(name, "") for name in ("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY")})
 
     def start_mutter(self, client):
