@@ -3,6 +3,7 @@
 #include "app/QuillowAppDelegate.h"
 #include "base/PathStrings.h"
 #include "base/SettingKeys.h"
+#include "base/StateTexts.h"
 #include "frame/MWDragDropView.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
@@ -15,11 +16,6 @@
 
 namespace quillow {
 namespace {
-
-// deliberate: the text for a bookmark that was never stored speaks of a file, the one after clearing speaks of a
-// folder.
-constexpr char16_t kPleaseSelectFile[] = u"Please select a file or change startup option";
-constexpr char16_t kPleaseSelectFolder[] = u"Please select a folder or change startup option";
 
 bool isHexDigit(QChar c) {
     return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');

@@ -2,6 +2,7 @@
 
 #include "base/Release.h"
 #include "base/SettingKeys.h"
+#include "base/StateTexts.h"
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Defaults.h"
 #include "platform/Menus.h"
@@ -31,7 +32,7 @@ void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
     if (prefWindow_) prefWindow_->setExcludedFromWindowsMenu(true);
     // Only the empty path counts, not a missing one.
     if (platform_.defaults.objectForKey(settings::kStartupSelectedDocPath.string()) == Boxed(QStringLiteral(""))) {
-        setStartupDocPathMessageString(QStringLiteral("Please select a file or change startup option"));
+        setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelectFile));
         setStartupDocSpecified(false);
     }
 }

@@ -1,6 +1,7 @@
 // The startup action: a new document, the open dialog, or a chosen document, depending on the preferences.
 #include "base/PathStrings.h"
 #include "base/SettingKeys.h"
+#include "base/StateTexts.h"
 #include "frame/MWAppDelegateBase.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
@@ -24,7 +25,6 @@ constexpr std::int64_t kChosenDocument = 3;
 /// Documents that the system asked to open at launch arrive within this time.
 constexpr double kSecondsForOtherDocuments = 1.0;
 
-constexpr char16_t kPleaseSelect[] = u"Please select a file or change startup option";
 constexpr char16_t kStale[] = u"Stale bookmark. Please re-select";
 
 Boxed stored(const Defaults& defaults, const char16_t* name) {
@@ -78,7 +78,7 @@ void MWAppDelegateBase::openChosenStartupDocument() {
 }
 
 void MWAppDelegateBase::tellStartupDocumentIsUnspecified() {
-    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelectFile));
     setStartupDocSpecified(false);
     offerPreferences(QStringLiteral("Preference was set to open at startup a document without specifying it"),
                      QStringLiteral("You can fix the problem in the preferences"));
@@ -120,7 +120,7 @@ std::optional<QUrl> MWAppDelegateBase::synchroniseStartupDocPath() {
     const auto path = url ? std::optional(pathOfURL(*url)) : std::nullopt;
     if (stored(platform_.defaults, settings::kStartupSelectedDocPath.name) != Boxed(path)) {
         store(platform_.defaults, path, settings::kStartupSelectedDocPath.name); // std::nullopt removes the key
-        if (path && path->isEmpty()) setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+        if (path && path->isEmpty()) setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelectFile));
     }
     return url;
 }
@@ -155,7 +155,7 @@ void MWAppDelegateBase::selectStartupDoc(Sender /*sender*/) {
 void MWAppDelegateBase::clearStartupSelectedDoc(Sender /*sender*/) {
     store(platform_.defaults, QByteArray(""), settings::kStartupSelectedDocBookmark.name);
     store(platform_.defaults, QStringLiteral(""), settings::kStartupSelectedDocPath.name);
-    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelect));
+    setStartupDocPathMessageString(QString::fromUtf16(kPleaseSelectFile));
     setStartupDocSpecified(false);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/windows/GeneralPane.h"
 
+#include "base/StateTexts.h"
 #include "platform/qt/windows/ChosenItem.h"
 
 #include <QComboBox>
@@ -18,7 +19,6 @@ constexpr int kVerticalMargin = 8;
 constexpr int kColumnGap = 16;
 
 /// The longest state line. Each column is wide enough for it.
-constexpr char16_t kLongestState[] = u"Please select a folder or change startup option";
 
 QLabel* makeTitle(const QString& text) {
     auto* title = new QLabel(text);
@@ -69,7 +69,7 @@ QLayout* GeneralPane::makeDestination() {
                        ChosenItem::Needs::nothing, running(&GeneralPaneCommands::showFolder));
     folder_->addButton(QStringLiteral("&Clear"), QStringLiteral("Forget the destination folder"),
                        ChosenItem::Needs::nothing, running(&GeneralPaneCommands::clearFolder));
-    folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kLongestState)) + 4);
+    folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kPleaseSelectFolder)) + 4);
     // toggled(), not clicked(): assistive tools toggle. Both buttons change together; only the one that is now on
     // runs the command.
     connect(asks_, &QRadioButton::toggled, this, [this](bool isOn) {
