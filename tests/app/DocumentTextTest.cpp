@@ -22,46 +22,46 @@ struct DocumentTextTest : testing::Test {
 };
 
 TEST_F(DocumentTextTest, eachKindGoesToItsReader) {
-    for (const char16_t* name : {u"a.rtf", u"b.HTML", u"c.htm", u"d.Pdf", u"e.rtfd/TXT.rtf"})
+    for (const char16_t* name : {u"/in/a.rtf", u"/in/b.HTML", u"/in/c.htm", u"/in/d.Pdf", u"/in/e.rtfd/TXT.rtf"})
         files.addFile(QString::fromUtf16(name), QString::fromUtf16(name).toUtf8());
 
-    EXPECT_EQ(documents.read(u"a.rtf"_s).styledText, AttributedString{"a.rtf"});
-    EXPECT_EQ(documents.read(u"b.HTML"_s).styledText, AttributedString{"b.HTML"});
-    EXPECT_EQ(documents.read(u"c.htm"_s).styledText, AttributedString{"c.htm"});
-    EXPECT_EQ(documents.read(u"d.Pdf"_s).pdfText, "d.Pdf");
-    EXPECT_EQ(documents.read(u"e.rtfd"_s).styledText, AttributedString{"e.rtfd/TXT.rtf"});
+    EXPECT_EQ(documents.read(u"/in/a.rtf"_s).styledText, AttributedString{"/in/a.rtf"});
+    EXPECT_EQ(documents.read(u"/in/b.HTML"_s).styledText, AttributedString{"/in/b.HTML"});
+    EXPECT_EQ(documents.read(u"/in/c.htm"_s).styledText, AttributedString{"/in/c.htm"});
+    EXPECT_EQ(documents.read(u"/in/d.Pdf"_s).pdfText, "/in/d.Pdf");
+    EXPECT_EQ(documents.read(u"/in/e.rtfd"_s).styledText, AttributedString{"/in/e.rtfd/TXT.rtf"});
     EXPECT_EQ(rtf.read().size(), 2U);
     EXPECT_EQ(html.read().size(), 2U);
     EXPECT_EQ(pdf.read().size(), 1U);
 }
 
 TEST_F(DocumentTextTest, otherExtensionsAreNotRead) {
-    files.addFile(u"notes.txt"_s, "text");
-    EXPECT_EQ(documents.read(u"notes.txt"_s).end, End::noText);
+    files.addFile(u"/in/notes.txt"_s, "text");
+    EXPECT_EQ(documents.read(u"/in/notes.txt"_s).end, End::noText);
     EXPECT_FALSE(DocumentText::kindOf(u"rtf"_s));
 }
 
 TEST_F(DocumentTextTest, unreadableBytesReachTheRtfReaderAsAbsentOnes) {
-    EXPECT_EQ(documents.read(u"gone.rtf"_s).end, End::noText);
+    EXPECT_EQ(documents.read(u"/in/gone.rtf"_s).end, End::noText);
     rtf.scriptAbsent("");
-    EXPECT_EQ(documents.read(u"gone.rtf"_s).end, End::text);
-    EXPECT_EQ(documents.read(u"gone.rtf"_s).styledText, AttributedString{""});
+    EXPECT_EQ(documents.read(u"/in/gone.rtf"_s).end, End::text);
+    EXPECT_EQ(documents.read(u"/in/gone.rtf"_s).styledText, AttributedString{""});
 }
 
 TEST_F(DocumentTextTest, unreadableBytesReachNoOtherReader) {
-    for (const QString& path : {u"gone.html"_s, u"gone.htm"_s, u"gone.pdf"_s})
+    for (const QString& path : {u"/in/gone.html"_s, u"/in/gone.htm"_s, u"/in/gone.pdf"_s})
         EXPECT_EQ(documents.read(path).end, End::bytesUnreadable);
     EXPECT_TRUE(html.read().empty());
     EXPECT_TRUE(pdf.read().empty());
 }
 
 TEST_F(DocumentTextTest, aReaderWithoutATextEndsWithoutOne) {
-    files.addFile(u"a.pdf"_s, "pictures");
+    files.addFile(u"/in/a.pdf"_s, "pictures");
     pdf.script("pictures", std::nullopt);
-    files.addFile(u"a.html"_s, "nothing");
+    files.addFile(u"/in/a.html"_s, "nothing");
     html.script("nothing", std::nullopt);
-    EXPECT_EQ(documents.read(u"a.pdf"_s).end, End::noText);
-    EXPECT_EQ(documents.read(u"a.html"_s).end, End::noText);
+    EXPECT_EQ(documents.read(u"/in/a.pdf"_s).end, End::noText);
+    EXPECT_EQ(documents.read(u"/in/a.html"_s).end, End::noText);
 }
 
 } // namespace

@@ -78,7 +78,7 @@ TEST(Extract, binaryDataInAnRtfDocumentIsItsOwn) {
 }
 
 TEST(Extract, xmlIsNoRtf) {
-    constexpr std::string_view kXml = "<?xml version=\"1.0\"?><a>b</a>";
+    constexpr std::string_view kXml = "<?xml version=\"1.0\"?><note>b</note>";
     EXPECT_EQ(read(kXml, DocumentKind::rtf).detail, "the content is an XML document");
     EXPECT_EQ(read(kXml, DocumentKind::html).text, "b\n");
 }
