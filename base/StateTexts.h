@@ -1,4 +1,5 @@
-// What the preferences say while no item is chosen. The logic shows these texts, and the windows make room for the longest one.
+// What the preferences say while no item is chosen. The logic shows these texts, and the windows make room for the
+// longest one.
 #pragma once
 
 namespace quillow {
