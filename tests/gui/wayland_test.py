@@ -142,25 +142,38 @@ class Drags(WaylandSession):
 
 
 class Windows(WaylandSession):
-    """What the compositor and a launcher do to the Wayland window; mutter's keys."""
+    """What the user, the compositor and a launcher do to the Wayland window. The keys are those of mutter."""
+
+    def resize(self, across, down):
+        """Drags the window's right edge, or its lower right corner, until the width changes; returns the drop area."""
+        former = self.find_panel()
+        x = self.place.x + self.place.width + former.width - self.panel.width - 2
+        y = self.place.y + (self.place.height - 2 if down else self.place.height // 2)
+        screen.pointer("mousemove", x, y, "mousedown", 1)
+        moves = [0]
+
+        def is_resized():
+            moves[0] += 1
+            screen.pointer("mousemove", x + across + moves[0] % 2, y + down)
+            self.take_picture()
+            panel = self.find_panel()
+            return panel and panel.width != former.width
+
+        screen.until(is_resized, "window of another width")
+        screen.pointer("mouseup", 1)
+        return self.wait_for_panel(bool, "drop area of the resized window")
 
     def test_a_wider_window_stays_where_it_is(self):
         self.start_program(wayland_client())
-        wider = self.panel
         for _ in range(2):
-            former = wider
-            screen.press_keys("alt+F8", "Right", "Right", "Right", "Return")
-            wider = self.wait_for_panel(lambda panel: panel.width > former.width, "wider window")
+            wider = self.resize(across=60, down=0)
             self.assertEqual(wider, self.panel._replace(width=wider.width))
 
     def test_the_height_is_not_the_users(self):
         self.start_program(wayland_client())
-        wider = self.panel
-        for key in ("Down", "Up"):
-            # The keys also change the width, which shows that the resize happened.
-            former = wider
-            screen.press_keys("alt+F8", key, key, key, "Right", "Right", "Return")
-            wider = self.wait_for_panel(lambda panel: panel.width != former.width, "window of another width")
+        for down in (80, -60):
+            # The new width shows that the resize happened.
+            wider = self.resize(across=60, down=down)
             self.assertEqual((wider.y, wider.height), (self.panel.y, self.panel.height))
             self.assertFalse(accessibility.is_showing(accessibility.control(self.accessible, "text", "Message log")))
 

@@ -97,7 +97,7 @@ protected:
     QtWindow window_{widget_, LimitKeeper::window};
 };
 
-TEST_F(LimitsKeptByTheWindow, noLargestHeightIsTold) {
+TEST_F(LimitsKeptByTheWindow, theWindowSystemGetsNoMaximumHeight) {
     EXPECT_EQ(widget_.maximumSize(), QSize(600, QWIDGETSIZE_MAX));
     window_.setFrame({40, 100, 300, 350}, Animate::no);
     limitHeight(350);
