@@ -1,0 +1,108 @@
+#include "engines/pdf/layout/Span.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// Directions that differ by less are one: scanners and drawing programs turn text by fractions of a degree.
+constexpr float kSameDirection = 0.02F; // radians, about a degree
+/// A gap inside a run that is wider may separate columns. In ems; justified lines rarely reach it.
+constexpr float kWideGap = 1.2F;
+/// Letters reach so far above and below the baseline, in ems. The font's own ascent and descent often include leading.
+constexpr float kLetterHeight = 0.7F;
+constexpr float kLetterDepth = 0.2F;
+/// In vertical writing the baseline is the middle of the glyphs.
+constexpr float kHalfGlyph = 0.5F;
+
+bool isSameDirection(Point a, Point b) {
+    return a.x * b.x + a.y * b.y > 0 && std::abs(a.x * b.y - a.y * b.x) < kSameDirection;
+}
+
+class SpanBuilder {
+public:
+    explicit SpanBuilder(const Page& page)
+        : page_(page) {}
+
+    std::vector<Orientation> build() && {
+        for (std::uint32_t index = 0; index < page_.runs.size(); ++index)
+            addRun(index);
+        std::stable_sort(orientations_.begin(), orientations_.end(),
+                         [](const Orientation& a, const Orientation& b) { return a.glyphCount > b.glyphCount; });
+        return std::move(orientations_);
+    }
+
+private:
+    void addRun(std::uint32_t index) {
+        const Run& run = page_.runs[index];
+        if (run.glyphCount == 0) return;
+        Orientation& orientation = orientationOf(run);
+        orientation.glyphCount += run.glyphCount;
+        Span span = emptySpan(orientation, run);
+        span.run = index;
+        const float wide = kWideGap * run.fontSize;
+        for (std::uint32_t i = 0; i < run.glyphCount; ++i) {
+            const Glyph& glyph = page_.glyphs[run.firstGlyph + i];
+            const float left = span.start + std::min(glyph.offset, glyph.offset + glyph.width);
+            const float right = span.start + std::max(glyph.offset, glyph.offset + glyph.width);
+            if (span.glyphCount > 0 && (left - span.right > wide || span.left - right > wide)) {
+                orientation.spans.push_back(span);
+                span.glyphCount = 0;
+            }
+            if (span.glyphCount == 0) {
+                span.firstGlyph = run.firstGlyph + i;
+                span.left = left;
+                span.right = right;
+            } else {
+                span.left = std::min(span.left, left);
+                span.right = std::max(span.right, right);
+            }
+            ++span.glyphCount;
+        }
+        orientation.spans.push_back(span);
+    }
+
+    static Span emptySpan(const Orientation& orientation, const Run& run) {
+        Span span;
+        span.start = orientation.frame.alongOf(run.origin);
+        span.baseline = orientation.frame.upOf(run.origin);
+        span.size = run.fontSize;
+        const bool vertical = (run.flags & kVertical) != 0;
+        span.top = span.baseline + (vertical ? kHalfGlyph : kLetterHeight) * run.fontSize;
+        span.bottom = span.baseline - (vertical ? kHalfGlyph : kLetterDepth) * run.fontSize;
+        return span;
+    }
+
+    Orientation& orientationOf(const Run& run) {
+        if (last_ < orientations_.size() && holds(orientations_[last_], run)) return orientations_[last_];
+        for (last_ = 0; last_ < orientations_.size(); ++last_)
+            if (holds(orientations_[last_], run)) return orientations_[last_];
+        Orientation orientation;
+        orientation.frame.along = run.direction;
+        orientation.isVertical = (run.flags & kVertical) != 0;
+        if (orientations_.size() == kMostOrientations) return orientations_[last_ = kMostOrientations - 1];
+        orientations_.push_back(std::move(orientation));
+        return orientations_.back();
+    }
+
+    static bool holds(const Orientation& orientation, const Run& run) {
+        return isSameDirection(orientation.frame.along, run.direction);
+    }
+
+    /// Text on a circle has as many directions as letters; the rest is read as if it had the last one.
+    static constexpr std::size_t kMostOrientations = 64;
+
+    const Page& page_;
+    std::vector<Orientation> orientations_;
+    std::size_t last_ = 0;
+};
+
+} // namespace
+
+std::vector<Orientation> orientationsOf(const Page& page) {
+    return SpanBuilder(page).build();
+}
+
+} // namespace quillow::pdf
