@@ -1,17 +1,17 @@
 #include "engines/pdf/layout/Order.h"
 
+#include "engines/pdf/layout/Line.h"
+
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <span>
 
 namespace quillow::pdf {
 
 namespace {
 
-/// Lines that follow one another in the stream and on the page.
+/// Items that follow one another in the stream and on the page.
 struct Block {
-    std::uint32_t first = 0; ///< index of its first line
+    std::uint32_t first = 0; ///< index of its first item
     std::uint32_t count = 0;
     float left = 0;
     float right = 0;
@@ -34,58 +34,59 @@ constexpr float kLeastGutter = 5.0F;
 /// The recursion of cuts ends at this depth: no page has so many columns in columns.
 constexpr int kMostCuts = 40;
 
-bool overlapHorizontally(const Line& a, const Line& b) {
+bool overlapHorizontally(const Item& a, const Item& b) {
     return a.left < b.right - kTouch && b.left < a.right - kTouch;
 }
 
-Step stepBetween(const Line& before, const Line& after) {
+Step stepBetween(const Item& before, const Item& after) {
     if (verticalOverlap(before, after) > kSameRow) return after.left >= before.right - kTouch ? Step::goesOn : Step::goesBack;
     const bool overlap = overlapHorizontally(before, after);
-    if (after.baseline > before.baseline) return overlap || after.right < before.left ? Step::goesBack : Step::otherPlace;
+    if (after.bottom > before.bottom) return overlap || after.right < before.left ? Step::goesBack : Step::otherPlace;
     const float distance = before.bottom - after.top;
     return overlap && distance < kNextLine * std::max(before.size, after.size) ? Step::goesOn : Step::otherPlace;
 }
 
 class ReadingOrder {
 public:
-    explicit ReadingOrder(std::vector<Line>& lines)
-        : lines_(lines) {}
+    explicit ReadingOrder(std::span<const Item> items)
+        : items_(items) {}
 
-    void apply() {
-        if (!findBlocks()) return;
-        std::vector<std::uint32_t> blocks(blocks_.size());
-        for (std::uint32_t i = 0; i < blocks.size(); ++i)
-            blocks[i] = i;
-        cut(blocks, kMostCuts);
-        std::vector<Line> ordered;
-        ordered.reserve(lines_.size());
+    std::vector<std::uint32_t> find() && {
+        std::vector<std::uint32_t> order;
+        order.reserve(items_.size());
+        std::vector<std::uint32_t> blocks;
+        const bool goesBack = findBlocks();
+        for (std::uint32_t i = 0; i < blocks_.size(); ++i)
+            blocks.push_back(i);
+        if (goesBack) cut(blocks, kMostCuts);
         for (const std::uint32_t block : blocks)
             for (std::uint32_t i = 0; i < blocks_[block].count; ++i)
-                ordered.push_back(std::move(lines_[blocks_[block].first + i]));
-        lines_ = std::move(ordered);
+                order.push_back(blocks_[block].first + i);
+        return order;
     }
 
 private:
     /// Returns whether the stream goes back anywhere.
     bool findBlocks() {
         bool goesBack = false;
-        for (std::uint32_t i = 0; i < lines_.size(); ++i) {
-            const Step step = i == 0 ? Step::otherPlace : stepBetween(lines_[i - 1], lines_[i]);
+        for (std::uint32_t i = 0; i < items_.size(); ++i) {
+            const Item& item = items_[i];
+            const Step step = i == 0 ? Step::otherPlace : stepBetween(items_[i - 1], item);
             goesBack = goesBack || step == Step::goesBack;
             if (step == Step::goesOn)
-                extend(blocks_.back(), lines_[i]);
+                extend(blocks_.back(), item);
             else
-                blocks_.push_back({i, 1, lines_[i].left, lines_[i].right, lines_[i].bottom, lines_[i].top});
+                blocks_.push_back({i, 1, item.left, item.right, item.bottom, item.top});
         }
         return goesBack;
     }
 
-    static void extend(Block& block, const Line& line) {
+    static void extend(Block& block, const Item& item) {
         ++block.count;
-        block.left = std::min(block.left, line.left);
-        block.right = std::max(block.right, line.right);
-        block.bottom = std::min(block.bottom, line.bottom);
-        block.top = std::max(block.top, line.top);
+        block.left = std::min(block.left, item.left);
+        block.right = std::max(block.right, item.right);
+        block.bottom = std::min(block.bottom, item.bottom);
+        block.top = std::max(block.top, item.top);
     }
 
     /// Sorts the blocks of a region: columns first if a gutter goes through all of it, else what is above first.
@@ -126,14 +127,14 @@ private:
         return 0;
     }
 
-    std::vector<Line>& lines_;
+    std::span<const Item> items_;
     std::vector<Block> blocks_;
 };
 
 } // namespace
 
-void putInReadingOrder(std::vector<Line>& lines) {
-    ReadingOrder(lines).apply();
+std::vector<std::uint32_t> readingOrder(std::span<const Item> items) {
+    return ReadingOrder(items).find();
 }
 
 } // namespace quillow::pdf

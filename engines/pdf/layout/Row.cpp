@@ -6,7 +6,7 @@ namespace quillow::pdf {
 
 Row rowOf(const Line& line, std::uint32_t index) {
     Row row;
-    row.lines.push_back(index);
+    row.cells.push_back({index});
     row.left = line.left;
     row.right = line.right;
     row.baseline = line.baseline;
@@ -16,8 +16,7 @@ Row rowOf(const Line& line, std::uint32_t index) {
     return row;
 }
 
-void addLine(Row& row, const Line& line, std::uint32_t index) {
-    row.lines.push_back(index);
+void extend(Row& row, const Line& line) {
     row.left = std::min(row.left, line.left);
     row.right = std::max(row.right, line.right);
     if (line.size <= row.size) return;
