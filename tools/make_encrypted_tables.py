@@ -12,6 +12,7 @@ CONTENT = b"BT (the stream of an object) Tj ET"
 ACCENTS = "Zürich €"
 LONG = "0123456789" * 14
 QPDF, MUTOOL = "qpdf", "mutool"
+QPDF_OF_BYTES = "qpdf --password-mode=bytes"  # hashes the password in UTF-8
 CASES = [  # name, program, user's password, owner's password, options
     ("rc4Of40Bits", QPDF, "user", "owner", ["40"]),
     ("rc4Of128Bits", QPDF, "user", "owner", ["128", "--use-aes=n"]),
@@ -32,7 +33,7 @@ CASES = [  # name, program, user's password, owner's password, options
     ("otherProgramRc4Of128Bits", MUTOOL, "user", "owner", ["rc4-128"]),
     ("otherProgramAes128", MUTOOL, "user", "owner", ["aes-128"]),
     ("otherProgramAes256", MUTOOL, "user", "owner", ["aes-256"]),
-    ("accentsInUtf8OfRevision4", MUTOOL, ACCENTS, "owner", ["aes-128"]),
+    ("accentsInUtf8OfRevision4", QPDF_OF_BYTES, ACCENTS, "owner", ["128", "--use-aes=y"]),
 ]
 ESCAPES = {b"n": b"\n", b"r": b"\r", b"t": b"\t", b"b": b"\b", b"f": b"\f"}
 
@@ -100,8 +101,8 @@ def object_with(data, pattern):
 def encrypt(folder, program, user, owner, options):
     source, target = folder / "plain.pdf", folder / "encrypted.pdf"
     source.write_bytes(plain_file())
-    if program == QPDF:
-        command = ["qpdf", "--allow-weak-crypto", "--object-streams=disable", "--stream-data=preserve",
+    if program.startswith(QPDF):
+        command = [*program.split(), "--allow-weak-crypto", "--object-streams=disable", "--stream-data=preserve",
                    "--encrypt", user, owner, *options, "--", source, target]
     else:
         command = ["mutool", "clean", "-E", options[0], "-U", user, "-O", owner, source, target]
