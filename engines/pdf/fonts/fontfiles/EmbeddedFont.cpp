@@ -1,5 +1,6 @@
 #include "engines/pdf/fonts/fontfiles/EmbeddedFont.h"
 
+#include "engines/pdf/fonts/fontfiles/CffFile.h"
 #include "engines/pdf/fonts/fontfiles/TrueTypeFile.h"
 
 namespace quillow::pdf {
@@ -10,6 +11,7 @@ GlyphIndex EmbeddedFont::glyphOfCid(std::uint32_t cid) {
 
 std::unique_ptr<EmbeddedFont> openEmbeddedFont(std::string_view bytes) {
     if (TableDirectory::isAt(bytes)) return std::make_unique<TrueTypeFile>(bytes);
+    if (CffFile::isOne(bytes)) return std::make_unique<CffFile>(bytes);
     return nullptr;
 }
 

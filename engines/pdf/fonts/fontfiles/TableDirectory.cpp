@@ -13,6 +13,8 @@ using text::ByteCursor;
 constexpr std::size_t kHeader = 12;
 constexpr std::size_t kEntry = 16;
 constexpr std::size_t kTag = 4;
+/// Fonts have some thirty.
+constexpr std::size_t kMostTables = 256;
 
 constexpr std::array<std::string_view, 4> kVersions{std::string_view("\0\1\0\0", kTag),
                                                     std::string_view("\0\2\0\0", kTag), "true", "OTTO"};
@@ -49,7 +51,7 @@ TableDirectory::TableDirectory(std::string_view bytes)
     cursor.skip(kTag);
     const std::size_t count = cursor.u16();
     cursor.skip(kHeader - kTag - sizeof(std::uint16_t));
-    entries_ = cursor.take(std::min(count, cursor.remaining() / kEntry) * kEntry);
+    entries_ = cursor.take(std::min({count, cursor.remaining() / kEntry, kMostTables}) * kEntry);
 }
 
 std::string_view TableDirectory::table(std::string_view tag) const {

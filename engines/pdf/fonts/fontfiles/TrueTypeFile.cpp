@@ -26,11 +26,16 @@ constexpr std::uint32_t kMostGlyphs = 0xFFFF;
 TrueTypeFile::TrueTypeFile(std::string_view bytes)
     : EmbeddedFont(Kind::trueType)
     , directory_(bytes)
-    , glyphCount_(std::min(countGlyphs(), static_cast<std::uint32_t>(std::min<std::size_t>(bytes.size(), kMostGlyphs))))
-    , unitsPerEm_(ByteCursor(directory_.table("head")).at(kUnitsPerEm).u16()) {}
+    , unitsPerEm_(ByteCursor(directory_.table("head")).at(kUnitsPerEm).u16()) {
+    const std::string_view outlines = directory_.table("CFF ");
+    if (CffFile::isOne(outlines)) outlines_.emplace(outlines);
+    glyphCount_ =
+        std::min(claimedGlyphs(), static_cast<std::uint32_t>(std::min<std::size_t>(bytes.size(), kMostGlyphs)));
+}
 
-/// What the font claims; without the table, as many as there are places for.
-std::uint32_t TrueTypeFile::countGlyphs() const {
+/// Without the table that has their number, as many as there may be.
+std::uint32_t TrueTypeFile::claimedGlyphs() {
+    if (outlines_) return outlines_->glyphCount();
     const std::uint32_t count = ByteCursor(directory_.table("maxp")).at(kGlyphCount).u16();
     return count != 0 ? count : kMostGlyphs;
 }
@@ -46,19 +51,35 @@ PostNames& TrueTypeFile::postNames() {
 }
 
 GlyphIndex TrueTypeFile::glyphOfCode(std::uint8_t code) {
-    return characterMaps().glyphOfCode(code);
+    const GlyphIndex glyph = outlines_ ? outlines_->glyphOfCode(code) : GlyphIndex{0};
+    return glyph != 0 ? glyph : characterMaps().glyphOfCode(code);
 }
 
 GlyphIndex TrueTypeFile::glyphOfUnicode(char32_t character) {
     return characterMaps().glyphOfUnicode(character);
 }
 
+GlyphIndex TrueTypeFile::glyphOfCid(std::uint32_t cid) {
+    return outlines_ ? outlines_->glyphOfCid(cid) : EmbeddedFont::glyphOfCid(cid);
+}
+
 GlyphIndex TrueTypeFile::glyphOfName(std::string_view name) {
-    return postNames().find(name);
+    return outlines_ ? outlines_->glyphOfName(name) : postNames().find(name);
+}
+
+std::string_view TrueTypeFile::nameOfCode(std::uint8_t code) {
+    const std::string_view name = outlines_ ? outlines_->nameOfCode(code) : std::string_view();
+    if (!name.empty()) return name;
+    const GlyphIndex glyph = glyphOfCode(code);
+    return glyph != 0 ? nameOfGlyph(glyph) : std::string_view();
 }
 
 std::string_view TrueTypeFile::nameOfGlyph(GlyphIndex glyph) {
-    return postNames().nameOf(glyph);
+    return outlines_ ? outlines_->nameOfGlyph(glyph) : postNames().nameOf(glyph);
+}
+
+std::string_view TrueTypeFile::ordering() {
+    return outlines_ ? outlines_->ordering() : std::string_view();
 }
 
 std::u32string_view TrueTypeFile::charactersOfGlyph(GlyphIndex glyph) {
@@ -79,7 +100,8 @@ std::optional<float> TrueTypeFile::width(GlyphIndex glyph) {
     const std::string_view metrics = directory_.table("hmtx");
     const std::size_t claimed = ByteCursor(directory_.table("hhea")).at(kMetricCount).u16();
     const std::size_t count = std::min(claimed, metrics.size() / kBytesAMetric);
-    if (glyph >= glyphCount_ || count == 0) return {};
+    if (glyph >= glyphCount_) return {};
+    if (count == 0) return outlines_ ? outlines_->width(glyph) : std::nullopt;
     return scaled(ByteCursor(metrics).at(std::min<std::size_t>(glyph, count - 1) * kBytesAMetric).u16());
 }
 

@@ -2,6 +2,7 @@
 // names and widths.
 #pragma once
 
+#include "engines/pdf/fonts/fontfiles/CffFile.h"
 #include "engines/pdf/fonts/fontfiles/CharacterMaps.h"
 #include "engines/pdf/fonts/fontfiles/EmbeddedFont.h"
 #include "engines/pdf/fonts/fontfiles/GlyphCharacters.h"
@@ -21,9 +22,13 @@ public:
     [[nodiscard]] std::uint32_t glyphCount() override { return glyphCount_; }
     [[nodiscard]] GlyphIndex glyphOfCode(std::uint8_t code) override;
     [[nodiscard]] GlyphIndex glyphOfUnicode(char32_t character) override;
+    [[nodiscard]] GlyphIndex glyphOfCid(std::uint32_t cid) override;
     [[nodiscard]] GlyphIndex glyphOfName(std::string_view name) override;
+    [[nodiscard]] std::string_view nameOfCode(std::uint8_t code) override;
     [[nodiscard]] std::string_view nameOfGlyph(GlyphIndex glyph) override;
     [[nodiscard]] std::u32string_view charactersOfGlyph(GlyphIndex glyph) override;
+    [[nodiscard]] bool isCidKeyed() override { return outlines_ && outlines_->isCidKeyed(); }
+    [[nodiscard]] std::string_view ordering() override;
     [[nodiscard]] std::optional<float> width(GlyphIndex glyph) override;
     [[nodiscard]] std::optional<float> ascent() override;
     [[nodiscard]] std::optional<float> descent() override;
@@ -31,12 +36,13 @@ public:
 private:
     [[nodiscard]] const CharacterMaps& characterMaps();
     [[nodiscard]] PostNames& postNames();
-    [[nodiscard]] std::uint32_t countGlyphs() const;
+    [[nodiscard]] std::uint32_t claimedGlyphs();
     [[nodiscard]] std::optional<float> scaled(int length) const;
     [[nodiscard]] std::optional<float> lineMetric(std::size_t inHorizontalHeader, std::size_t inWindowsMetrics) const;
 
     TableDirectory directory_;
-    std::uint32_t glyphCount_;
+    std::optional<CffFile> outlines_; ///< has names and codes of its own
+    std::uint32_t glyphCount_ = 0;
     int unitsPerEm_;
     std::optional<CharacterMaps> characterMaps_;
     std::optional<PostNames> postNames_;
