@@ -2,6 +2,7 @@
 
 #include "engines/pdf/fonts/fontfiles/CffFile.h"
 #include "engines/pdf/fonts/fontfiles/TrueTypeFile.h"
+#include "engines/pdf/fonts/fontfiles/Type1File.h"
 
 namespace quillow::pdf {
 
@@ -12,6 +13,7 @@ GlyphIndex EmbeddedFont::glyphOfCid(std::uint32_t cid) {
 std::unique_ptr<EmbeddedFont> openEmbeddedFont(std::string_view bytes) {
     if (TableDirectory::isAt(bytes)) return std::make_unique<TrueTypeFile>(bytes);
     if (CffFile::isOne(bytes)) return std::make_unique<CffFile>(bytes);
+    if (Type1File::isOne(bytes)) return std::make_unique<Type1File>(bytes);
     return nullptr;
 }
 
