@@ -42,7 +42,7 @@ public:
     [[nodiscard]] virtual GlyphIndex glyphOfName(std::string_view name) = 0;
 
     /// The name that the built-in encoding gives a code. It may be one for which the font has no glyph.
-    [[nodiscard]] virtual std::string_view nameOfCode(std::uint8_t code) { return nameOfGlyph(glyphOfCode(code)); }
+    [[nodiscard]] virtual std::string_view nameOfCode(std::uint8_t code) = 0;
     /// CID-keyed fonts have no names, nor do many TrueType fonts. Glyph 0 has one if the font says so.
     [[nodiscard]] virtual std::string_view nameOfGlyph(GlyphIndex glyph) = 0;
     /// The characters that the font shows with a glyph: the lowest that its Unicode character map maps to it; if there is
@@ -57,7 +57,8 @@ public:
 
     /// Lengths are for a font size of 1.
     [[nodiscard]] virtual std::optional<float> width(GlyphIndex glyph) = 0;
-    /// How far the font reaches above and below the baseline, as its tables say; the descent is negative as a rule.
+    /// How far the font reaches above and below the baseline, as its tables or else its bounding box say; the
+    /// descent is negative as a rule.
     [[nodiscard]] virtual std::optional<float> ascent() { return {}; }
     [[nodiscard]] virtual std::optional<float> descent() { return {}; }
 

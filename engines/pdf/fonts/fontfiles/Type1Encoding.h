@@ -1,0 +1,16 @@
+// The encoding of a Type 1 font (Adobe Type 1 Font Format 1.1, 2.3).
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace quillow::pdf {
+
+/// Names of glyphs by code, empty for ".notdef".
+using Type1Encoding = std::array<std::string_view, 256>;
+
+/// Reads the entry /Encoding of a text: the name of the standard encoding, `dup CODE /NAME put` any number of times, or an
+/// array of names. False if there is none or it is empty.
+[[nodiscard]] bool readType1Encoding(std::string_view text, Type1Encoding& encoding);
+
+} // namespace quillow::pdf
