@@ -31,6 +31,8 @@ public:
     [[nodiscard]] constexpr bool isEmpty() const { return count_ == 0; }
     /// Valid as long as this value.
     [[nodiscard]] constexpr std::u32string_view view() const { return {characters_.data(), count_}; }
+    [[nodiscard]] constexpr const char32_t* begin() const { return characters_.data(); }
+    [[nodiscard]] constexpr const char32_t* end() const { return characters_.data() + count_; }
 
 private:
     std::array<char32_t, kMaxCharactersOfGlyph> characters_{};
