@@ -204,12 +204,6 @@ std::string characterLines(std::size_t count, const char* destination) {
     return lines + "endbfchar";
 }
 
-TEST(CMapLimits, codesOverTheLimitAreLeftOut) {
-    const CMap map = CMap::parse(characterLines(CodeRanges::kMaximum + 1, "0041") + " beginbfchar <01> <0042> endbfchar");
-    EXPECT_EQ(charactersOf(map, 0x10000000), U""); // nearly all codes show the same
-    EXPECT_EQ(charactersOf(map, 1), U"");
-}
-
 TEST(CMapLimits, characterSequencesOverTheLimitAreLeftOut) {
     std::string sequence;
     for (int i = 0; i < 1023; ++i)
