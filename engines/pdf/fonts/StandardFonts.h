@@ -29,7 +29,8 @@ enum class StandardFont : std::uint8_t {
 };
 inline constexpr std::size_t kStandardFontCount = 14;
 
-/// By their names and the usual other ones, without a subset's prefix: "Arial,Bold", "TimesNewRomanPS-BoldItalicMT", "CourierNew".
+/// By their names and the usual other ones, without a subset's prefix: "Arial,Bold", "TimesNewRomanPS-BoldItalicMT",
+/// "CourierNew".
 [[nodiscard]] std::optional<StandardFont> standardFontOfName(std::string_view name);
 
 /// The font that is most like one that a font descriptor describes.
