@@ -36,7 +36,7 @@ EncryptionValues encryptionValuesOf(const Dictionary& encryption, const Dictiona
     values.user = reader.at("U").string();
     values.ownerKey = reader.at("OE").string();
     values.userKey = reader.at("UE").string();
-    values.permissions = reader.integer("P", 0); // an unsigned number in some files
+    values.permissions = reader.at("P").integerOr(0);
     values.encryptsMetadata = reader.at("EncryptMetadata").booleanOr(true);
     const Object id = references.resolve(trailer.find("ID"));
     if (!id.array().empty()) values.documentId = references.resolve(id.array().front()).string();
