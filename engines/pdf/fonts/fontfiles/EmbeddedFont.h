@@ -41,13 +41,12 @@ public:
     [[nodiscard]] virtual GlyphIndex glyphOfCid(std::uint32_t cid);
     [[nodiscard]] virtual GlyphIndex glyphOfName(std::string_view name) = 0;
 
-    /// The name that the built-in encoding gives a code. It may be one for which the font has no glyph.
+    /// The name that the built-in encoding gives a code; empty for ".notdef". It may be one for which the font has no glyph.
     [[nodiscard]] virtual std::string_view nameOfCode(std::uint8_t code) = 0;
     /// CID-keyed fonts have no names, nor do many TrueType fonts. Glyph 0 has one if the font says so.
     [[nodiscard]] virtual std::string_view nameOfGlyph(GlyphIndex glyph) = 0;
-    /// The characters that the font shows with a glyph: the lowest that its Unicode character map maps to it; if there is
-    /// none, those that its substitutions turn into it (several: a ligature). Characters of the private use areas count
-    /// only if there is no other. Never from glyph names.
+    /// What the font shows with a glyph: the lowest character that its Unicode character maps map to it. Control characters,
+    /// radicals of ideographs and characters of the private use areas count only if there is no other. Never from names.
     [[nodiscard]] virtual std::u32string_view charactersOfGlyph(GlyphIndex) { return {}; }
 
     /// Whether glyphs have CIDs instead of names, and the character collection that the font itself names: "Japan1" of

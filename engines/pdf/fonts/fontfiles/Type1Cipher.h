@@ -21,12 +21,6 @@ public:
         return plain;
     }
 
-    [[nodiscard]] std::uint8_t encrypt(std::uint8_t plain) {
-        const auto cipher = static_cast<std::uint8_t>(plain ^ (key_ >> 8));
-        key_ = static_cast<std::uint16_t>((cipher + key_) * kFactor + kAddend);
-        return cipher;
-    }
-
 private:
     static constexpr unsigned kFactor = 52845;
     static constexpr unsigned kAddend = 22719;

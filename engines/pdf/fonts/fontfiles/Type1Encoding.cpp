@@ -16,13 +16,11 @@ std::string_view nameOf(std::string_view token) {
     return token.substr(1);
 }
 
+/// Reads one entry.
 class EncodingReader {
 public:
-    EncodingReader(Type1Scanner scanner, Type1Encoding& encoding)
-        : scanner_(scanner)
-        , encoding_(encoding) {}
-
-    [[nodiscard]] bool read() {
+    explicit EncodingReader(Type1Scanner& scanner)
+        : scanner_(scanner) {
         const std::string_view first = scanner_.next();
         if (first == "StandardEncoding")
             readStandard();
@@ -30,8 +28,10 @@ public:
             readArray();
         else
             readEntries();
-        return hasNames_;
     }
+
+    [[nodiscard]] bool hasNames() const { return hasNames_; }
+    [[nodiscard]] const Type1Encoding& encoding() const { return encoding_; }
 
 private:
     void readStandard() {
@@ -61,15 +61,18 @@ private:
         hasNames_ = hasNames_ || !name.empty();
     }
 
-    Type1Scanner scanner_;
-    Type1Encoding& encoding_;
+    Type1Scanner& scanner_;
+    Type1Encoding encoding_{};
     bool hasNames_ = false;
 };
 
 } // namespace
 
-bool readType1Encoding(std::string_view text, Type1Encoding& encoding) {
-    return EncodingReader(Type1Scanner::behind(text, "/Encoding"), encoding).read();
+std::optional<Type1Encoding> readType1Encoding(std::string_view text) {
+    std::optional<Type1Encoding> last;
+    for (Type1Scanner scanner(text); scanner.skipBehind("/Encoding");)
+        if (const EncodingReader reader(scanner); reader.hasNames()) last = reader.encoding();
+    return last;
 }
 
 } // namespace quillow::pdf

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string_view>
 
 namespace quillow::pdf {
@@ -9,8 +10,8 @@ namespace quillow::pdf {
 /// Names of glyphs by code, empty for ".notdef".
 using Type1Encoding = std::array<std::string_view, 256>;
 
-/// Reads the entry /Encoding of a text: the name of the standard encoding, `dup CODE /NAME put` any number of times, or an
-/// array of names. False if there is none or it is empty.
-[[nodiscard]] bool readType1Encoding(std::string_view text, Type1Encoding& encoding);
+/// The last entry /Encoding of a text that has any name: the name of the standard encoding, `dup CODE /NAME put` any
+/// number of times, or an array of names.
+[[nodiscard]] std::optional<Type1Encoding> readType1Encoding(std::string_view text);
 
 } // namespace quillow::pdf

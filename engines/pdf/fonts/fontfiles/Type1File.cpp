@@ -30,7 +30,8 @@ bool contains(std::string_view text, std::string_view word) {
 
 /// The elements of an entry that is an array of numbers, in brackets or braces; the wanted one, or 0.
 double elementOf(std::string_view text, std::string_view key, std::size_t index) {
-    Type1Scanner scanner = Type1Scanner::behind(text, key);
+    Type1Scanner scanner(text);
+    (void)scanner.skipBehind(key);
     (void)scanner.next();
     for (std::size_t i = 0; i < index; ++i)
         (void)scanner.next();
@@ -57,9 +58,8 @@ const std::string& Type1File::decrypted() {
 
 /// Some producers have the encoding in the encrypted part.
 const Type1Encoding& Type1File::encoding() {
-    if (encoding_) return *encoding_;
-    encoding_.emplace();
-    if (!readType1Encoding(clearText(font_), *encoding_)) (void)readType1Encoding(decrypted(), *encoding_);
+    if (!encoding_) encoding_ = readType1Encoding(clearText(font_));
+    if (!encoding_) encoding_ = readType1Encoding(decrypted()).value_or(Type1Encoding{});
     return *encoding_;
 }
 
@@ -67,7 +67,8 @@ const Type1Encoding& Type1File::encoding() {
 const std::vector<Type1File::Glyph>& Type1File::glyphs() {
     if (!glyphs_.empty()) return glyphs_;
     glyphs_.push_back({".notdef", {}});
-    Type1Scanner scanner = Type1Scanner::behind(decrypted(), "/CharStrings");
+    Type1Scanner scanner(decrypted());
+    (void)scanner.skipBehind("/CharStrings");
     std::string_view name;
     for (std::string_view token = scanner.next(); !token.empty() && token != "end"; token = scanner.next()) {
         const std::optional<int> length = name.empty() ? std::nullopt : type1Integer(token);
@@ -119,7 +120,8 @@ double Type1File::scale() {
 /// 7.3: the entry lenIV.
 int Type1File::randomBytes() {
     if (!randomBytes_) {
-        Type1Scanner scanner = Type1Scanner::behind(decrypted(), "/lenIV");
+        Type1Scanner scanner(decrypted());
+        (void)scanner.skipBehind("/lenIV");
         randomBytes_ = type1Integer(scanner.next()).value_or(kUsualRandomBytes);
     }
     return *randomBytes_;

@@ -1,21 +1,31 @@
 #include "engines/pdf/fonts/fontfiles/Type1Scanner.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 namespace quillow::pdf {
 namespace {
 
-constexpr std::string_view kBlanks{" \t\r\n\f\0", 6};
-constexpr std::string_view kDelimiters = "()<>[]{}/%";
+enum class Class : std::uint8_t { regular, blank, delimiter };
+
+constexpr std::array<Class, 256> kClasses = [] {
+    std::array<Class, 256> classes{};
+    for (const char c : std::string_view(" \t\r\n\f\0", 6))
+        classes[static_cast<std::uint8_t>(c)] = Class::blank;
+    for (const char c : std::string_view("()<>[]{}/%"))
+        classes[static_cast<std::uint8_t>(c)] = Class::delimiter;
+    return classes;
+}();
 
 bool isBlank(char c) {
-    return kBlanks.find(c) != std::string_view::npos;
+    return kClasses[static_cast<std::uint8_t>(c)] == Class::blank;
 }
 
 bool isRegular(char c) {
-    return !isBlank(c) && kDelimiters.find(c) == std::string_view::npos;
+    return kClasses[static_cast<std::uint8_t>(c)] == Class::regular;
 }
 
 std::optional<int> integerOf(std::string_view digits, int radix) {
@@ -27,12 +37,13 @@ std::optional<int> integerOf(std::string_view digits, int radix) {
 
 } // namespace
 
-Type1Scanner Type1Scanner::behind(std::string_view text, std::string_view name) {
-    for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
-        const std::string_view rest = text.substr(at + name.size());
-        if (rest.empty() || !isRegular(rest.front())) return Type1Scanner(rest);
+bool Type1Scanner::skipBehind(std::string_view name) {
+    for (std::size_t at = text_.find(name); at != std::string_view::npos; at = text_.find(name)) {
+        text_.remove_prefix(at + name.size());
+        if (text_.empty() || !isRegular(text_.front())) return true;
     }
-    return {};
+    text_ = {};
+    return false;
 }
 
 void Type1Scanner::skipBlanksAndComments() {

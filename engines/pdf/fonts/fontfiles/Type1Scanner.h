@@ -9,14 +9,11 @@ namespace quillow::pdf {
 
 class Type1Scanner {
 public:
-    Type1Scanner() = default;
     explicit Type1Scanner(std::string_view text)
         : text_(text) {}
 
-    /// A scanner behind the first place of a name, with its slash, in a text. Its text is empty if there is none.
-    [[nodiscard]] static Type1Scanner behind(std::string_view text, std::string_view name);
-
-    [[nodiscard]] bool atEnd() const { return text_.empty(); }
+    /// Goes behind the next place of a name, with its slash, wherever it is. False, and at the end, if there is none.
+    bool skipBehind(std::string_view name);
 
     /// The next token: a name with its slash, a number, a word, or one character of `()<>[]{}`. Empty at the end.
     std::string_view next();
