@@ -13,6 +13,7 @@ import unittest
 
 import accessibility
 import screen
+import session
 from gui_test import DATA_FILE, WINDOW_TITLE, ProgramTest, rtf
 
 RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
@@ -155,6 +156,28 @@ class SecondStart(LifeTest):
             self.program.send_signal(signal.SIGCONT)
         self.assertEqual(code, 1)
         self.assertIn("does not answer", message)
+
+    def test_each_display_has_an_instance_of_its_own(self):
+        self.start_program()
+        first = accessibility.application("Quillow", self.program.pid)
+        display = session.start_server(self.start, os.environ["SCREEN_SIZE"])
+        there = {**os.environ, "DISPLAY": display}
+        papers = [self.document(name, "elsewhere") for name in ("one.rtf", "two.rtf")]
+        other = self.start(os.environ["QUILLOW"], papers[0], env=there)
+        search = ["xdotool", "search", "--onlyvisible", "--name", WINDOW_TITLE]
+        screen.until(lambda: other.poll() is not None or subprocess.run(search, env=there, capture_output=True).stdout,
+                     "window on the other display, or the end")
+        self.assertIsNone(other.poll())
+        # A later start finds the instance of its display.
+        self.accessible = accessibility.application("Quillow", other.pid)
+        self.wait_for_log(self.converted(papers[0]))
+        self.assertEqual(self.start_again(papers[1], env=there), (0, ""))
+        self.wait_for_log(*map(self.converted, papers))
+        self.accessible = first
+        self.assertEqual(self.converted_count(), 0)
+        paper = self.document("three.rtf", "here")
+        self.assertEqual(self.start_again(paper), (0, ""))
+        self.wait_for_log(self.converted(paper))
 
     def test_without_a_private_folder_each_runs_alone(self):
         RUNTIME.chmod(0o755)
