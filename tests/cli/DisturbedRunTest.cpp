@@ -1,5 +1,5 @@
-// Disturbed runs of the real program: a signal that its parent ignores, a reader that is gone, and documents that are slow or
-// change while they are read.
+// Disturbed runs of the real program: a signal that its parent ignores, a reader that is gone, and documents that are
+// slow or change while they are read.
 #include "cli/Input.h"
 #include "cli/Program.h"
 #include "tests/cli/RunConvert.h"
