@@ -56,7 +56,6 @@ enum class Action : std::uint8_t {
     levelNoRestart,
     listId,
     overrideStart,
-    overrideFormat,
     // Words of old-style numbering (\pn); value of pnFormat: a NumberFormat
     pnLevel,
     pnBullet,

@@ -1,5 +1,6 @@
 #include "engines/rtf/Lists.h"
 
+#include "engines/rtf/CharacterDecoder.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -162,9 +163,9 @@ void Lists::readTemplate(Scanner& scanner, LabelTemplate& text) const {
             fallback = 0;
             break;
         case Token::Kind::word:
-            if (token.word.action() == Action::unicode) {
-                const std::int32_t n = token.word.parameter;
-                text.addUnicode(static_cast<char32_t>(n < 0 ? n + 0x10000 : n));
+            if (token.word.action() == Action::unicode && token.word.hasParameter) {
+                // deliberate: \u0 is a character here, the placeholder of the first level.
+                text.addUnicode(codePointOfUnicode(token.word.parameter));
                 fallback = unicodeSkip;
             } else if (token.word.action() == Action::unicodeSkip) {
                 unicodeSkip = std::clamp<std::int32_t>(token.word.parameter, 0, 0xFFFF);
