@@ -63,19 +63,6 @@ struct Word {
     char delimiter = '\0';    ///< the character after it; NUL at the end
 };
 
-bool isBreak(Action action) {
-    switch (action) {
-    case Action::paragraph:
-    case Action::line:
-    case Action::tab:
-    case Action::cell:
-    case Action::row:
-    case Action::page:
-    case Action::section: return true;
-    default: return false;
-    }
-}
-
 /// Reads the control word at the backslash that `text` begins with.
 Word readWord(std::string_view& text) {
     std::size_t at = 1;
@@ -94,7 +81,7 @@ Word readWord(std::string_view& text) {
     text.remove_prefix(end);
     const Action action = findKeyword(name).action;
     word.isToggle = holds(kToggles, name);
-    word.isBreak = isBreak(action);
+    word.isBreak = isBreak(action) && action != Action::column; // TeX has \column too
     word.opensGroups = action == Action::destination && text.starts_with("{\\");
     const bool isDelimited = std::string_view("\0 \t\r\n\\}", 7).find(word.delimiter) != std::string_view::npos;
     if (holds(kOfRtfAlone, name) || (hasNumber && !hasLeadingZero && holds(kOfRtfWithNumber, name))) {

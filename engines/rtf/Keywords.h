@@ -17,7 +17,7 @@ enum class Action : std::uint8_t {
     binary,      ///< \bin
     unicode,     ///< \u
     destination, ///< value: a Destination
-    // Breaks
+    // Breaks: see isBreak()
     paragraph,
     line,
     page,
@@ -64,6 +64,11 @@ enum class Action : std::uint8_t {
     pnFormat,
     pnStart,
 };
+
+/// Whether a word ends a paragraph, a line, a page, a section, a column, a cell or a row, or is a tab.
+[[nodiscard]] constexpr bool isBreak(Action action) {
+    return action >= Action::paragraph && action <= Action::tab;
+}
 
 /// What a group is for, if it is more than a scope.
 enum class Destination : std::uint8_t {
