@@ -153,6 +153,7 @@ TEST(PropertyList, refusesWhatIsNoListOfTheForm) {
                              "<plist><integer/></plist>",
                              "<plist><real>one</real></plist>",
                              "<plist><date>yesterday</date></plist>",
+                             "<plist><date>9999-12-31T00:00:00Z</date></plist>", // as in the binary form
                              "<plist><data>*</data></plist>",
                              "<plist><data>AP8</data></plist>", // cut off
                              "<plist><data>AP9=</data></plist>",

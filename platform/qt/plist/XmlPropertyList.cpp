@@ -84,7 +84,8 @@ private:
             if (ok) return Boxed(number);
         } else if (name == u"date") {
             const QDateTime date = QDateTime::fromString(text.trimmed(), Qt::ISODate);
-            if (date.isValid()) return Boxed(date.toUTC());
+            const auto instant = date.isValid() ? dateFromReferenceDate(secondsFromReferenceDate(date)) : std::nullopt;
+            if (instant) return Boxed(*instant);
         } else if (name == u"data") {
             // Writers break the lines and indent them.
             if (const auto bytes = bytesFromBase64(text.toLatin1(), Base64Space::all)) return Boxed(*bytes);
