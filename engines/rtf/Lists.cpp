@@ -35,8 +35,8 @@ Inside otherGroup(Destination destination) {
     return destination == Destination::body ? Inside::entered : Inside::skipped;
 }
 
-/// Reads the rest of a group, closing brace included. Calls `takeGroup` with the destination of each group inside, which
-/// says what to do with it, and `takeWord` with each control word and the number of open groups.
+/// Reads the rest of a group, closing brace included. Calls `takeGroup` with the destination of each group inside,
+/// which says what to do with it, and `takeWord` with each control word and the number of open groups.
 template <typename TakeGroup, typename TakeWord>
 Scanner::Completeness readGroup(Scanner& scanner, TakeGroup takeGroup, TakeWord takeWord) {
     for (std::size_t depth = 1; depth > 0;) {
