@@ -44,27 +44,25 @@ float letterSpacing(const Histogram& histogram, std::size_t count) {
     return 0;
 }
 
-/// The middle of the widest stretch without gaps in which the threshold may be.
+/// The middle of the widest stretch without gaps that has gaps above it: those are blanks.
 float widestStretch(const Histogram& histogram, float low, float high, float usual) {
     float best = usual;
     std::size_t widest = 0;
     std::size_t length = 0;
-    bool above = false;
-    const std::size_t end = binOf(high);
-    for (std::size_t bin = binOf(low); bin <= end; ++bin) {
-        if (histogram[bin] != 0) {
-            length = 0;
+    const std::size_t last = binOf(high);
+    for (std::size_t bin = binOf(low); bin < kBins; ++bin) {
+        if (histogram[bin] == 0) {
+            if (bin <= last) ++length;
             continue;
         }
-        ++length;
         if (length > widest) {
             widest = length;
-            best = middleOf(bin) - static_cast<float>(length - 1) * kBin / 2;
+            best = middleOf(std::min(bin - 1, last)) - static_cast<float>(length - 1) * kBin / 2;
         }
+        if (bin > last) break;
+        length = 0;
     }
-    for (std::size_t bin = binOf(low); bin < kBins; ++bin)
-        above = above || histogram[bin] != 0;
-    return above ? best : usual;
+    return best;
 }
 
 } // namespace
