@@ -84,7 +84,7 @@ const CharacterCase kCharacterCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, CMapCharacters, testing::ValuesIn(kCharacterCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 struct UsableCase {
     const char* name;
@@ -126,7 +126,7 @@ const UsableCase kUsableCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, UsableCharacters, testing::ValuesIn(kUsableCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(PdfCharacters, signsOfASymbolFontComeFromItsTable) {
     std::u32string bullet = U"\uF0B7";

@@ -91,7 +91,7 @@ const CharacterCase kCharacterCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, CompositeFontCharacters, testing::ValuesIn(kCharacterCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 struct WidthCase {
     const char* name;
@@ -122,11 +122,11 @@ const WidthCase kWidthCases[] = {
     {"emptyList", "/W[1[] 1 1 300]", "\0\1"s, 0.3F},
     {"cidOutOfRange", "/W[-1[100] 70000[200]]", "\0\1"s, 1},
     {"rangeUpToTheLastCid", "/W[0 99999 300]", "\xFF\xFF"s, 0.3F},
-    {"absurd", "/W[1[1e30]]", "\0\1"s, 1000},
+    {"absurd", "/W[1[99999999999]]", "\0\1"s, 1000},
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, CompositeFontWidth, testing::ValuesIn(kWidthCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(CompositeFont, verticalMetricsHaveTheDefaultsOfTheStandard) {
     FontDocument document({type0("/Encoding/Identity-V", "/DW 600")});

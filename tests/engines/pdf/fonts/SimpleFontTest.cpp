@@ -95,7 +95,7 @@ const CharacterCase kCharacterCases[] = {
     {"namesThatAreUnicode", {type1("/Encoding<</Differences[65/uni0416/u1D400/f_f_i/A.sc]>>")}, "ABCD",
      U"\u0416\U0001D400ffiA"},
     {"namesThatAreCodes", {type3("/Encoding<</Differences[65/a72/a105]>>")}, "AB", U"Hi"},
-    {"namesThatAreCodesOfTexLigatures", {type3("/Encoding<</Differences[11/a11/a12]>>")}, "\x0B", U"ff"},
+    {"namesThatAreCodesOfTexLigatures", {type3("/Encoding<</Differences[11/a11/a12]>>")}, "\x0B", U"\uFB00"},
     {"codeNamesAmongOthers", {type3("/Encoding<</Differences[65/a72/weird]>>")}, "A", U"\uFFFD"},
     {"names", {type3(kNames)}, "A", U"\u03B1"},
     {"nothingKnown", {type3("")}, "A", U"\uFFFD"},
@@ -107,7 +107,7 @@ const CharacterCase kCharacterCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, SimpleFontCharacters, testing::ValuesIn(kCharacterCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(SimpleFont, glyphWithoutEvidenceIsNotKnown) {
     FontDocument document({type3("/Encoding<</Differences[65/alpha/weird]>>")});
@@ -157,7 +157,7 @@ const WidthCase kWidthCases[] = {
     {"reference", type1("/FirstChar 65/LastChar 67/Widths[500 600 6 0 R]"), "C", 0.333F},
     {"zero", type1("/FirstChar 65/Widths[0]"), "A", 0},
     {"negative", type1("/FirstChar 65/Widths[-250]"), "A", -0.25F},
-    {"absurd", type1("/FirstChar 65/Widths[1e30]"), "A", 1000},
+    {"absurd", type1("/FirstChar 65/Widths[99999999999]"), "A", 1000},
     {"belowTheFirst", type1("/FirstChar 65/Widths[500]"), "@", 0},
     {"aboveTheLast", type1("/FirstChar 65/Widths[500]/FontDescriptor<</MissingWidth 250>>"), "B", 0.25F},
     {"firstCharIsMissing", type1("/Widths[111]"), std::string(1, '\0'), 0.111F},
@@ -171,7 +171,7 @@ const WidthCase kWidthCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, SimpleFontWidth, testing::ValuesIn(kWidthCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 struct ExtentCase {
     const char* name;
@@ -209,7 +209,7 @@ const ExtentCase kExtentCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, FontExtent, testing::ValuesIn(kExtentCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace
 } // namespace quillow::pdf::test
