@@ -256,12 +256,13 @@ private:
         table.bottom = bands_[end - 1].bottom;
         for (std::size_t i = begin; i < end; ++i) {
             const Band& band = bands_[i];
-            if (!band.isMultiple() && !table.rows.empty() && continues(begin, i, stripes)) {
-                const std::uint32_t line = band.lines.front();
-                table.rows.back().cells[columnOf(lines_[line], stripes)].push_back(line);
-                continue;
-            }
-            table.rows.push_back(makeRow(band, stripes));
+            const std::uint32_t first = band.lines.front();
+            const std::size_t column = columnOf(lines_[first], stripes);
+            const bool hasCellAbove = !table.rows.empty() && column < table.rows.back().cells.size();
+            if (!band.isMultiple() && hasCellAbove && continues(i, stripes))
+                table.rows.back().cells[column].push_back(first);
+            else
+                table.rows.push_back(makeRow(band, stripes));
         }
         return table;
     }
@@ -279,7 +280,7 @@ private:
     }
 
     /// Whether a band of one line goes on in the cell above it: it is closer than the rows are.
-    [[nodiscard]] bool continues(std::size_t /*begin*/, std::size_t at, const std::vector<Stripe>& stripes) const {
+    [[nodiscard]] bool continues(std::size_t at, const std::vector<Stripe>& stripes) const {
         const Line& line = lines_[bands_[at].lines.front()];
         const std::size_t column = columnOf(line, stripes);
         if (column < stripes.size() && line.right > stripes[column].right) return false; // reaches over columns
