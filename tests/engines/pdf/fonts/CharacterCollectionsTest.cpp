@@ -33,7 +33,7 @@ constexpr CidCase kCids[] = {
     {CharacterCollection::Japan1, 1200, U"\u4E00"},
     {CharacterCollection::Japan1, 231, U" "},                         // half-width
     {CharacterCollection::Japan1, 264, U"A"},                         // half-width
-    {CharacterCollection::Japan1, 797, U"\uFF21"},                    // full-width is a character of its own
+    {CharacterCollection::Japan1, 790, U"\uFF21"},                    // full-width is a character of its own
     {CharacterCollection::Japan1, 343, U"\uFF71"},                    // so is half-width kana
     {CharacterCollection::Japan1, 7887, U"\u3001"},                   // vertical
     {CharacterCollection::Japan1, 8720, U" "},                        // rotated

@@ -119,7 +119,7 @@ constexpr CodeCase kCodes[] = {
     {"Adobe-Japan1-2", "\x03\x4B", 843, U"\u3042"},
     {"GBK-EUC-H", "\xB0\xA1", 940, U"\u554A"},
     {"GBK2K-H", "\xB0\xA1", 940, U"\u554A"},
-    {"GBK2K-H", "\x81\x39\xEF\x30", 22530, U"\u3400"},
+    {"GBK2K-H", "\x81\x39\xEF\x30", 22530, U"\u3401"},
     {"UniGB-UTF16-H", "\x55\x4A", 940, U"\u554A"},
     {"ETen-B5-H", "\xA4\x40", 595, U"\u4E00"},
     {"HKscs-B5-H", "\xA4\x40", 595, U"\u4E00"},
