@@ -75,6 +75,7 @@ TEST_F(ObjectParserTest, makesWhatItCanOfDamagedObjects) {
         {"<</A 1 2/B 3>>", "<</A 1/B 3>>", true, ""},
         {"<<1/A 2>>", "<</A 2>>", true, ""},
         {"<</A 1 stream", "<</A 1>>", false, "stream"},
+        {"[1e5 2E-3 3endobj", "[1 2 3]", false, "endobj"},
         {"[1 R]", "[1 null]", true, ""},
         {"[-1 0 R]", "[-1 0 null]", true, ""},
         {"[nul}l)>]", "[null null]", true, ""},

@@ -73,7 +73,9 @@ TEST(PageTree, findsThePages) {
         {"pages without a type", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Mark(a)>>", b}, "ab"},
         {"tree without a type", {"<</Kids[3 0 R 4 0 R]>>", a, b}, "ab"},
         {"tree that says it is a page", {"<</Type/Page/Kids[3 0 R]>>", a}, "a"},
-        {"page with kids", {"<</Type/Pages/Kids[3 0 R]>>", "<</Type/Page/Mark(a)/Contents 5 0 R/Kids[4 0 R]>>", b}, "a"},
+        {"page with kids",
+         {"<</Type/Pages/Kids[3 0 R]>>", "<</Type/Page/Mark(a)/Contents 5 0 R/Kids[4 0 R]>>", b},
+         "a"},
         {"tree without kids", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Type/Pages>>", b}, "b"},
         {"cycle", {"<</Type/Pages/Kids[3 0 R 2 0 R 4 0 R]>>", a, b}, "ab"},
         {"cycle of two", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Type/Pages/Kids[2 0 R 4 0 R]>>", b}, "bb"},
@@ -116,7 +118,7 @@ TEST(PageTree, pagesBeyondTheLimitAreLeftOut) {
 
 TEST(PageTree, pagesInheritFromTheirParents) {
     const Made made({"<</Kids[3 0 R]/MediaBox[0 0 100 200]/Rotate 90/Resources<</A 1>>>>",
-                     "<</Kids[4 0 R 5 0 R]/CropBox[10 20 50 60]/Resources 6 0 R>>", "<<>>",
+                     "<</Kids[4 0 R 5 0 R]/CropBox[10 20 50 60]/Resources 6 0 R>>", "<</Type/Page>>",
                      "<</Rotate 180/CropBox[0 0 20 20]/MediaBox[0 0 30 30]/Resources<</A 3>>>>", "<</A 2>>"});
     ASSERT_EQ(made.pages.size(), 2U);
 
@@ -146,7 +148,7 @@ TEST(PageTree, boxesAreMadeSenseOf) {
         {"/MediaBox[0 0 200/x]", letter},
         {"/MediaBox[0 0 0 0]", letter},
         {"/MediaBox[0 0 100 0]", letter},
-        {"/MediaBox[0 0 1e9 100]", {0, 0, 1, 9}},
+        {"/MediaBox[0 0 1e9 100]", {0, 0, 1, 100}},
         {"/MediaBox[0 0 99999999999 100]", letter},
         {"/MediaBox null", letter},
         {"/MediaBox[0 0 200 100]/CropBox[10 10 900 50]", {10, 10, 200, 50}},
@@ -170,10 +172,21 @@ struct NumberCase {
 
 TEST(PageTree, rotationsAreQuartersOfACircle) {
     const NumberCase cases[] = {
-        {"", 0, 1},           {"/Rotate 90", 90, 1},       {"/Rotate 360", 0, 1},     {"/Rotate 450", 90, 1},
-        {"/Rotate -90", 270, 1}, {"/Rotate -450", 270, 1},  {"/Rotate 91", 90, 1},     {"/Rotate 350", 0, 1},
-        {"/Rotate 90.0", 90, 1}, {"/Rotate/x", 0, 1},       {"/Rotate 99999999999999999999", 0, 1},
-        {"/UserUnit 2.5", 0, 2.5}, {"/UserUnit 0", 0, 1},   {"/UserUnit -1", 0, 1},    {"/UserUnit/x", 0, 1},
+        {"", 0, 1},
+        {"/Rotate 90", 90, 1},
+        {"/Rotate 360", 0, 1},
+        {"/Rotate 450", 90, 1},
+        {"/Rotate -90", 270, 1},
+        {"/Rotate -450", 270, 1},
+        {"/Rotate 91", 90, 1},
+        {"/Rotate 350", 0, 1},
+        {"/Rotate 90.0", 90, 1},
+        {"/Rotate/x", 0, 1},
+        {"/Rotate 99999999999999999999", 0, 1},
+        {"/UserUnit 2.5", 0, 2.5},
+        {"/UserUnit 0", 0, 1},
+        {"/UserUnit -1", 0, 1},
+        {"/UserUnit/x", 0, 1},
     };
     for (const NumberCase& c : cases) {
         const Made made({"<</Kids[3 0 R]>>", "<</Type/Page" + std::string(c.entries) + ">>"});
