@@ -4,8 +4,8 @@
 # it does not run as root.
 set -euo pipefail
 
-build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev
-       libxcb1-dev fonts-dejavu-core qt6-wayland)
+build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev libdeflate-dev
+       zlib1g-dev nettle-dev libxcb1-dev fonts-dejavu-core qt6-wayland)
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0
          mutter nautilus kwin-wayland dolphin qtwayland5 xwayland
@@ -27,7 +27,7 @@ for what in "$@"; do
 done
 
 if ! command -v dpkg-query >/dev/null; then
-    echo "This is no Debian system: install the equivalents of: ${packages[*]}" >&2
+    echo "This is not a Debian system: install the equivalents of: ${packages[*]}" >&2
     exit 0
 fi
 missing=()

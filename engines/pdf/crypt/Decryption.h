@@ -3,7 +3,6 @@
 
 #include "text/ByteBuffer.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -27,7 +26,7 @@ struct EncryptionValues {
     std::string_view user;        ///< /U
     std::string_view ownerKey;    ///< /OE
     std::string_view userKey;     ///< /UE
-    std::int32_t permissions = 0; ///< /P
+    std::int64_t permissions = 0; ///< /P; producers write it with and without a sign
     bool encryptsMetadata = true;
     std::string_view documentId; ///< the first string of the trailer's /ID
     struct CryptFilter {
@@ -42,8 +41,8 @@ struct EncryptionValues {
 
 class Decryption {
 public:
-    /// Opens the document with a password in UTF-8, tried as the user's and as the owner's (7.6.4.3, 7.6.4.4). Null if
-    /// the password does not open it or the handler is not known.
+    /// Opens the document with the empty password, else with the given one in UTF-8; each is tried as the user's and as
+    /// the owner's (7.6.4.3, 7.6.4.4). Null if neither opens it or the handler is not known.
     [[nodiscard]] static std::unique_ptr<Decryption> open(const EncryptionValues& values, std::string_view password);
 
     /// Appends the plain bytes of a string of the object with that number (7.6.3). Damaged data gives what can be
@@ -63,13 +62,15 @@ private:
     };
 
     Decryption() = default;
+    void readFilters(const EncryptionValues& values);
+    [[nodiscard]] CipherMethod usable(CipherMethod method) const;
     [[nodiscard]] CipherMethod methodOf(std::string_view cryptFilter) const;
     void decrypt(CipherMethod method, std::uint32_t number, std::uint16_t generation, std::string_view bytes,
                  text::ByteBuffer& out) const;
 
-    std::array<std::uint8_t, 32> key_{};
-    std::size_t keyLength_ = 0;
+    std::string key_;
     std::vector<NamedMethod> filters_;
+    CipherMethod methodOfVersion_ = CipherMethod::identity; ///< where the crypt filters say nothing
     CipherMethod strings_ = CipherMethod::identity;
     CipherMethod streams_ = CipherMethod::identity;
     bool encryptsMetadata_ = true;

@@ -1,6 +1,9 @@
 // The filters of streams (ISO 32000-2, 7.4): each takes encoded bytes and appends the decoded ones.
 #pragma once
 
+#include "engines/pdf/filters/Decoding.h"
+#include "engines/pdf/filters/Flate.h"
+#include "engines/pdf/filters/Predictor.h"
 #include "text/ByteBuffer.h"
 
 #include <cstddef>
@@ -23,24 +26,23 @@ enum class FilterName : std::uint8_t {
 /// The filter by its name in a file, full or abbreviated (7.4, table 5; 8.9.7, table 92): "FlateDecode", "Fl".
 [[nodiscard]] std::optional<FilterName> filterOfName(std::string_view name);
 
-/// The decode parameters of LZW and Flate (7.4.4.3, table 8), with the defaults of the standard.
-struct PredictorParameters {
-    int predictor = 1; ///< 1 none, 2 TIFF, 10 and over PNG
-    int colors = 1;
-    int bitsPerComponent = 8;
-    int columns = 1;
-    bool earlyChange = true; ///< of LZW only
+/// Decodes one stream after another. It keeps what is expensive to make, so a thread that decodes many streams has one.
+class FilterDecoder {
+public:
+    /// Decodes `encoded` with one filter and appends to `out` at most `limit` bytes. Any bytes are accepted: damage
+    /// ends the data early. `encoded` must not be in `out`. Throws std::bad_alloc only.
+    [[nodiscard]] Decoding decode(FilterName filter, std::string_view encoded, const PredictorParameters& parameters,
+                                  std::size_t limit, text::ByteBuffer& out);
+
+private:
+    [[nodiscard]] Decoding decodeCompressed(FilterName filter, std::string_view encoded, bool earlyChange,
+                                            std::size_t limit, text::ByteBuffer& out);
+
+    FlateDecoder flate_;
+    text::ByteBuffer rows_; ///< between decompression and predictor
 };
 
-enum class Decoding : std::uint8_t {
-    complete,
-    cut,     ///< the data is damaged; what came before the break was kept
-    tooLong, ///< a limit was reached; what came before it was kept
-    notText, ///< an image filter, or an unknown one; there are no bytes
-};
-
-/// Decodes `encoded` with one filter and appends to `out` at most `limit` bytes. Any bytes are accepted: damage ends
-/// the data early. Throws std::bad_alloc only.
+/// The same for a single stream.
 [[nodiscard]] Decoding decodeFilter(FilterName filter, std::string_view encoded, const PredictorParameters& parameters,
                                     std::size_t limit, text::ByteBuffer& out);
 
