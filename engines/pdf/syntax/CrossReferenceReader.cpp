@@ -13,10 +13,10 @@ using Kind = CrossReference::Kind;
 
 constexpr std::string_view kTable = "xref";
 constexpr std::string_view kTrailer = "trailer";
-constexpr std::size_t kHeaderBytes = 1024;           ///< in which the header may begin (annex I)
+constexpr std::size_t kHeaderBytes = 1024;                 ///< in which the header may begin (annex I)
 constexpr std::size_t kStartBytes = std::size_t{64} << 10; ///< at the end of the file, in which startxref is looked for
-constexpr std::size_t kNear = 64;                    ///< how far a table may be from where it should be
-constexpr std::uint64_t kHeadOfFreeList = 65535;     ///< the generation of object 0
+constexpr std::size_t kNear = 64;                          ///< how far a table may be from where it should be
+constexpr std::uint64_t kHeadOfFreeList = 65535;           ///< the generation of object 0
 
 std::uint64_t readInteger(const char*& p, const char* end) {
     constexpr std::uint64_t kMost = std::uint64_t{1} << 56;
@@ -41,9 +41,8 @@ constexpr std::size_t kGenerationDigits = 5;
 constexpr std::size_t kKindAt = 17;
 
 bool isPlainEntry(const char* p) {
-    return text::isDigit(p[0]) && p[kOffsetDigits] == ' ' && text::isDigit(p[kGenerationAt]) &&
-           p[kKindAt - 1] == ' ' && (p[kKindAt] == 'n' || p[kKindAt] == 'f') && isWhiteSpace(p[kKindAt + 1]) &&
-           isWhiteSpace(p[kKindAt + 2]);
+    return text::isDigit(p[0]) && p[kOffsetDigits] == ' ' && text::isDigit(p[kGenerationAt]) && p[kKindAt - 1] == ' ' &&
+           (p[kKindAt] == 'n' || p[kKindAt] == 'f') && isWhiteSpace(p[kKindAt + 1]) && isWhiteSpace(p[kKindAt + 2]);
 }
 
 } // namespace

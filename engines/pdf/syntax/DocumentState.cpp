@@ -137,8 +137,7 @@ StreamBytes Document::State::decode(const StreamContent& stream, text::ByteBuffe
     return decodeWith(*this, stream, buffer);
 }
 
-StreamBytes Document::State::decodeWith(References& references, const StreamContent& stream,
-                                        text::ByteBuffer& buffer) {
+StreamBytes Document::State::decodeWith(References& references, const StreamContent& stream, text::ByteBuffer& buffer) {
     const StreamBytes bytes = decoder_.decode(stream, references, file_->decryption.get(), buffer);
     damagedStreams_ += bytes.complete ? 0 : 1;
     return bytes;

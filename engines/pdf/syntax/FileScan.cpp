@@ -16,9 +16,10 @@ ScannedKind kindOf(const Dictionary& dictionary) {
     if (type == "Page") return ScannedKind::page;
     if (type == "ObjStm") return ScannedKind::objectStream;
     if (type == "XRef") return ScannedKind::crossReferenceStream;
-    const bool hasKeys = !dictionary.find("O").isNull() && !dictionary.find("U").isNull() && !dictionary.find("V").isNull();
+    const bool hasKeys =
+        !dictionary.find("O").isNull() && !dictionary.find("U").isNull() && !dictionary.find("V").isNull();
     return hasKeys && dictionary.find("Filter").type() == Object::Type::name ? ScannedKind::encryption
-                                                                              : ScannedKind::other;
+                                                                             : ScannedKind::other;
 }
 
 /// The objects are read one after another, each up to the header of the next, so that no byte is read twice.
@@ -55,7 +56,8 @@ private:
         const Dictionary dictionary = parsed.object.dictionary();
         ScannedObject object{header, kindOf(dictionary), parsed.isWhole};
         const auto end = static_cast<std::size_t>(parsed.end - file_.data());
-        if (const auto data = streamDataAt(file_.substr(0, next), end)) object.isWhole = readStream(dictionary, *data, next);
+        if (const auto data = streamDataAt(file_.substr(0, next), end))
+            object.isWhole = readStream(dictionary, *data, next);
         if (object.kind == ScannedKind::crossReferenceStream) keepTrailer(header.begin, header.body, next);
         scan_.objects.push_back(object);
     }

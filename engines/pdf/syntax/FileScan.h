@@ -11,7 +11,15 @@
 namespace quillow::pdf {
 
 /// What an object is, as far as a repair needs to know.
-enum class ScannedKind : std::uint8_t { other, catalog, pageTree, page, objectStream, crossReferenceStream, encryption };
+enum class ScannedKind : std::uint8_t {
+    other,
+    catalog,
+    pageTree,
+    page,
+    objectStream,
+    crossReferenceStream,
+    encryption
+};
 
 struct ScannedObject {
     ObjectHeader header;

@@ -22,7 +22,8 @@ std::size_t findThree(std::string_view bytes, std::size_t from) {
 #ifdef __SSE2__
     for (; from + text::kBlock + 2 <= bytes.size(); from += text::kBlock) {
         const char* p = bytes.data() + from;
-        const unsigned found = text::maskOf<kFirst>(text::loadBlock(p)) & text::maskOf<kSecond>(text::loadBlock(p + 1)) &
+        const unsigned found = text::maskOf<kFirst>(text::loadBlock(p)) &
+                               text::maskOf<kSecond>(text::loadBlock(p + 1)) &
                                text::maskOf<kThird>(text::loadBlock(p + 2));
         if (found != 0) return from + static_cast<std::size_t>(std::countr_zero(found));
     }
@@ -115,7 +116,8 @@ std::optional<std::size_t> Keywords::firstAfter(std::size_t offset) const {
 
 Keywords findKeywords(std::string_view file) {
     Keywords keywords;
-    for (std::size_t at = 0; (at = findThree<'o', 'b', 'j'>(file, at)) != std::string_view::npos; at += kObject.size()) {
+    for (std::size_t at = 0; (at = findThree<'o', 'b', 'j'>(file, at)) != std::string_view::npos;
+         at += kObject.size()) {
         if (at >= kEndPrefix.size() && isAt(file, at - kEndPrefix.size(), kEndPrefix)) {
             keywords.ends.push_back(static_cast<std::uint32_t>(at - kEndPrefix.size()));
         } else if (const std::size_t begin = headerBefore(file, at); begin != at) {
@@ -123,7 +125,8 @@ Keywords findKeywords(std::string_view file) {
         }
     }
     const auto objects = static_cast<std::ptrdiff_t>(keywords.ends.size());
-    for (std::size_t at = 0; (at = findThree<'e', 'n', 'd'>(file, at)) != std::string_view::npos; at += kEndPrefix.size())
+    for (std::size_t at = 0; (at = findThree<'e', 'n', 'd'>(file, at)) != std::string_view::npos;
+         at += kEndPrefix.size())
         if (isAt(file, at + kEndPrefix.size(), kStreamSuffix)) keywords.ends.push_back(static_cast<std::uint32_t>(at));
     std::inplace_merge(keywords.ends.begin(), keywords.ends.begin() + objects, keywords.ends.end());
     return keywords;

@@ -31,7 +31,8 @@ constexpr std::array<double, kExactDigits + 1> kPowersOfTen = [] {
     return powers;
 }();
 
-constexpr std::size_t kLargestExponent = 300; ///< of ten: further digits before the point change nothing, so that the value stays finite
+constexpr std::size_t kLargestExponent =
+    300; ///< of ten: further digits before the point change nothing, so that the value stays finite
 
 bool isOneOf(char byte, std::string_view bytes) {
     return bytes.find(byte) != std::string_view::npos;

@@ -23,8 +23,8 @@ std::int64_t integerOf(double value) {
 Object Dictionary::find(std::string_view key) const {
     const std::span<const DictionaryEntry> all = entries();
     if (order_ == EntryOrder::sorted) {
-        const auto at =
-            std::lower_bound(all.begin(), all.end(), key, [](const auto& entry, auto wanted) { return entry.key < wanted; });
+        const auto at = std::lower_bound(all.begin(), all.end(), key,
+                                         [](const auto& entry, auto wanted) { return entry.key < wanted; });
         return at != all.end() && at->key == key ? at->value : Object();
     }
     for (auto entry = all.rbegin(); entry != all.rend(); ++entry)

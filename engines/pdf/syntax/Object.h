@@ -89,7 +89,7 @@ private:
     Type type_ = Type::null;
     EntryOrder order_ = EntryOrder::asInFile; ///< of a dictionary
     std::uint16_t generation_ = 0;            ///< of a reference
-    std::uint32_t size_ = 0;                  ///< of a name, a string, an array or a dictionary; the number of a reference
+    std::uint32_t size_ = 0; ///< of a name, a string, an array or a dictionary; the number of a reference
     union {
         std::int64_t integer_ = 0;
         double real_;

@@ -216,7 +216,8 @@ void ObjectParser::closeFrame() {
     const Frame frame = frames_.back();
     frames_.pop_back();
     const std::span<const Object> items = std::span(items_).subspan(frame.firstItem);
-    const Object object = frame.container == Container::array ? Object::ofArray(arena_->keep(items)) : makeDictionary(items);
+    const Object object =
+        frame.container == Container::array ? Object::ofArray(arena_->keep(items)) : makeDictionary(items);
     items_.resize(frame.firstItem);
     add(object);
 }

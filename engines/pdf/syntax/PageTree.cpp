@@ -89,7 +89,8 @@ private:
         if (node.empty()) return;
         const Object kids = document_.get(node, "Kids");
         const Object type = document_.get(node, "Type");
-        const bool isTree = kids.type() == Object::Type::array && (!type.isName("Page") || node.find("Contents").isNull());
+        const bool isTree =
+            kids.type() == Object::Type::array && (!type.isName("Page") || node.find("Contents").isNull());
         if (!isTree && (type.isName("Pages") || type.isName("Catalog"))) return;
         inherit(node, inherited);
         if (isTree) return openLevel(kids.array(), entry.reference(), inherited);

@@ -75,7 +75,8 @@ std::vector<Opening::Found> Opening::findByKind() {
     for (std::uint32_t number = 0; number < file_->objects.size(); ++number) {
         if (file_->objects.find(number).kind != Kind::inObjectStream) continue;
         const Reference id{number, 0};
-        if (const ScannedKind kind = kindOf(document_->load(id)); kind != ScannedKind::other) found.push_back({id, kind});
+        if (const ScannedKind kind = kindOf(document_->load(id)); kind != ScannedKind::other)
+            found.push_back({id, kind});
     }
     return found;
 }

@@ -77,7 +77,8 @@ FilterChain filtersOf(const Dictionary& dictionary, References& references) {
     for (std::size_t i = 0; i < names.size() && chain.isKnown; ++i) {
         const bool isShared = parameters.type() == Object::Type::dictionary && names.size() == 1;
         const Object own = i < parameters.array().size() ? references.resolve(parameters.array()[i]) : Object();
-        addFilter(chain, references.resolve(names[i]), isShared ? parameters.dictionary() : own.dictionary(), references);
+        addFilter(chain, references.resolve(names[i]), isShared ? parameters.dictionary() : own.dictionary(),
+                  references);
     }
     return chain;
 }

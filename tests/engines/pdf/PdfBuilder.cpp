@@ -45,8 +45,7 @@ PdfBuilder& PdfBuilder::objectStream(std::uint32_t number,
         entries_[contained] = {2, number, place++};
         size_ = std::max(size_, contained + 1);
     }
-    return stream(number,
-                  "/Type/ObjStm/N " + std::to_string(objects.size()) + "/First " + std::to_string(index.size()),
+    return stream(number, "/Type/ObjStm/N " + std::to_string(objects.size()) + "/First " + std::to_string(index.size()),
                   index + bodies);
 }
 
@@ -65,7 +64,8 @@ PdfBuilder& PdfBuilder::table(std::string_view entries) {
     raw("xref\n");
     if (lastSection_ == 0) raw("0 1\n0000000000 65535 f \n");
     for (const auto& [number, entry] : entries_)
-        raw(std::to_string(number) + " 1\n" + padded(entry.place, 10) + (entry.type == 1 ? " 00000 n \n" : " 00001 f \n"));
+        raw(std::to_string(number) + " 1\n" + padded(entry.place, 10) +
+            (entry.type == 1 ? " 00000 n \n" : " 00001 f \n"));
     raw("trailer\n<<" + trailerEntries(entries) + ">>\n");
     finish(section);
     return *this;
@@ -113,8 +113,8 @@ std::string onePagePdf(std::string_view content, std::string_view resources, con
     PdfBuilder pdf;
     pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
         .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
-        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Contents 4 0 R/Resources " + std::string(resources) +
-                       ">>")
+        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Contents 4 0 R/Resources " +
+                       std::string(resources) + ">>")
         .stream(4, "", content);
     std::uint32_t number = 5;
     for (const std::string& body : more)

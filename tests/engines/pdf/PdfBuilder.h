@@ -51,10 +51,10 @@ private:
     void finish(std::size_t section);
 
     std::string bytes_;
-    std::map<std::uint32_t, Entry> entries_;         ///< since the last section
-    std::map<std::uint32_t, std::size_t> offsets_;   ///< of all objects
-    std::uint32_t size_ = 1;                         ///< one more than the highest number
-    std::size_t lastSection_ = 0;                    ///< 0: there is none yet
+    std::map<std::uint32_t, Entry> entries_;       ///< since the last section
+    std::map<std::uint32_t, std::size_t> offsets_; ///< of all objects
+    std::uint32_t size_ = 1;                       ///< one more than the highest number
+    std::size_t lastSection_ = 0;                  ///< 0: there is none yet
 };
 
 /// A document of one page. Objects 1 to 4 are the catalog, the page tree, the page and its content stream; `resources` is

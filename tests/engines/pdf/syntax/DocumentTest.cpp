@@ -61,8 +61,14 @@ TEST(Document, anObjectIsParsedOnce) {
 }
 
 TEST(Document, followsChainsOfReferences) {
-    const std::string bytes =
-        threeObjects().object(5, "6 0 R").object(6, "7 0 R").object(7, "(end)").object(8, "9 0 R").object(9, "8 0 R").table().bytes();
+    const std::string bytes = threeObjects()
+                                  .object(5, "6 0 R")
+                                  .object(6, "7 0 R")
+                                  .object(7, "(end)")
+                                  .object(8, "9 0 R")
+                                  .object(9, "8 0 R")
+                                  .table()
+                                  .bytes();
 
     const auto document = opened(bytes);
 
@@ -138,7 +144,10 @@ TEST(Document, appliesTheFiltersOfAStream) {
         {"/Filter[null/AHx]", "4142>", "AB", true, false},
         {"/Filter[/AHx]/DecodeParms[null]", "4142>", "AB", true, false},
         {"/Filter/AHx/DecodeParms null", "4142>", "AB", true, false},
-        {"/Filter/RL/DecodeParms<</Columns 9>>", "\x01" "AB\x80", "AB", true, false},
+        {"/Filter/RL/DecodeParms<</Columns 9>>",
+         "\x01"
+         "AB\x80",
+         "AB", true, false},
         {"/Filter/DCTDecode", "\xFF\xD8", "", true, true},
         {"/Filter[/ASCIIHexDecode/DCT]", "4142>", "", true, true},
         {"/Filter/NoSuchFilter", "4142>", "", false, false},
@@ -176,7 +185,8 @@ TEST(Document, findsTheDataOfStreams) {
         {"line end CR", "<</Length 4>>stream\rdata\rendstream", "data", true},
         {"blanks before the line end", "<</Length 4>> stream  \r\ndata endstream", "data", true},
         {"no line end", "<</Length 4>>streamdataendstream", "data", true},
-        {"data that contains the keyword", "<</Length 16>>stream\n1 endstream data\nendstream", "1 endstream data", true},
+        {"data that contains the keyword", "<</Length 16>>stream\n1 endstream data\nendstream", "1 endstream data",
+         true},
         {"length too small", "<</Length 2>>stream\ndata\nendstream", "data", true},
         {"length too large", "<</Length 22>>stream\ndata\nendstream", "data", true},
         {"length beyond the file", "<</Length 99999999>>stream\ndata\r\nendstream", "data", true},

@@ -99,7 +99,8 @@ std::string withTable(std::string_view format) {
         for (std::size_t at = 0; (at = table.find("@" + std::to_string(number))) != std::string::npos;)
             table.replace(at, 2, offset);
     }
-    return pdf.bytes() + table + "trailer<</Root 1 0 R/Size 4>>startxref\n" + std::to_string(pdf.bytes().size()) + "\n%%EOF";
+    return pdf.bytes() + table + "trailer<</Root 1 0 R/Size 4>>startxref\n" + std::to_string(pdf.bytes().size()) +
+           "\n%%EOF";
 }
 
 struct TableCase {
@@ -129,7 +130,8 @@ TEST(Opening, aTableMayBeAFewBytesFromWhereItShouldBe) {
     const std::string bytes = threeObjects().table().bytes();
     const std::size_t at = bytes.find("xref");
     for (const std::size_t offset : {at - 40, at - 1, at + 1, at + 4, at + 40})
-        EXPECT_EQ(opened(replaced(bytes, "startxref\n" + std::to_string(at), "startxref\n" + std::to_string(offset))), kGood)
+        EXPECT_EQ(opened(replaced(bytes, "startxref\n" + std::to_string(at), "startxref\n" + std::to_string(offset))),
+                  kGood)
             << offset;
 }
 
@@ -226,14 +228,17 @@ std::string withoutTable(std::string_view objects) {
     return "%PDF-1.4\n" + std::string(objects);
 }
 
-constexpr std::string_view kTree = "1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj 2 0 obj<</Type/Pages/Kids[3 0 R]>>endobj ";
+constexpr std::string_view kTree =
+    "1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj 2 0 obj<</Type/Pages/Kids[3 0 R]>>endobj ";
 
 TEST(Repair, theLaterObjectWinsUnlessItIsCut) {
     const std::string tree(kTree);
     EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b)>>endobj")), (Opened{"b", true}));
     EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b)")), (Opened{"a", true}));
-    EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b) 4 0 obj 1 endobj")), (Opened{"a", true}));
-    EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b)/Length 5>>stream\nab")), (Opened{"a", true}));
+    EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b) 4 0 obj 1 endobj")),
+              (Opened{"a", true}));
+    EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)>>endobj 3 0 obj<</Mark(b)/Length 5>>stream\nab")),
+              (Opened{"a", true}));
     EXPECT_EQ(opened(withoutTable(tree + "3 0 obj<</Mark(a)/B[")), (Opened{"a", true}));
 }
 
@@ -251,23 +256,27 @@ TEST(Repair, whatLooksLikeAnObjectInAStreamIsNone) {
 }
 
 TEST(Repair, theNewestTrailerWithARootWins) {
-    const std::string objects = std::string(kTree) + "3 0 obj<</Mark(old)>>endobj 4 0 obj<</Type/Catalog/Pages 5 0 R>>endobj "
-                                                     "5 0 obj<</Type/Pages/Kids[6 0 R]>>endobj 6 0 obj<</Mark(new)>>endobj ";
+    const std::string objects = std::string(kTree) +
+                                "3 0 obj<</Mark(old)>>endobj 4 0 obj<</Type/Catalog/Pages 5 0 R>>endobj "
+                                "5 0 obj<</Type/Pages/Kids[6 0 R]>>endobj 6 0 obj<</Mark(new)>>endobj ";
     EXPECT_EQ(opened(withoutTable(objects + "trailer<</Root 4 0 R>>trailer<</Root 1 0 R>>")), (Opened{"old", true}));
-    EXPECT_EQ(opened(withoutTable(objects + "trailer<</Root 1 0 R>>trailer<</Root 4 0 R>>trailer<</Size 7>>")), (Opened{"new", true}));
+    EXPECT_EQ(opened(withoutTable(objects + "trailer<</Root 1 0 R>>trailer<</Root 4 0 R>>trailer<</Size 7>>")),
+              (Opened{"new", true}));
     EXPECT_EQ(opened(withoutTable(objects + "trailer<</Root 1 0 R>>trailer<</Root 9 0 R>>")), (Opened{"old", true}));
     EXPECT_EQ(opened(withoutTable(objects)), (Opened{"new", true}));
 }
 
 TEST(Repair, aCrossReferenceStreamIsATrailer) {
-    EXPECT_EQ(opened(withoutTable("1 0 obj<</Pages 2 0 R>>endobj 2 0 obj<</Kids[3 0 R]>>endobj 3 0 obj<</Mark(first)>>endobj "
-                                  "4 0 obj<</Type/XRef/Root 1 0 R/W[1 2 1]/Length 99>>stream\nlost")),
-              kRepaired);
+    EXPECT_EQ(
+        opened(withoutTable("1 0 obj<</Pages 2 0 R>>endobj 2 0 obj<</Kids[3 0 R]>>endobj 3 0 obj<</Mark(first)>>endobj "
+                            "4 0 obj<</Type/XRef/Root 1 0 R/W[1 2 1]/Length 99>>stream\nlost")),
+        kRepaired);
 }
 
 TEST(Repair, findsTheObjectsOfObjectStreams) {
     PdfBuilder pdf;
-    pdf.objectStream(5, {{1, "<</Type/Catalog/Pages 2 0 R>>"}, {2, "<</Type/Pages/Kids[3 0 R]>>"}, {3, "<</Mark(first)>>"}});
+    pdf.objectStream(
+        5, {{1, "<</Type/Catalog/Pages 2 0 R>>"}, {2, "<</Type/Pages/Kids[3 0 R]>>"}, {3, "<</Mark(first)>>"}});
 
     EXPECT_EQ(opened(pdf.bytes()), kRepaired);
     EXPECT_EQ(opened(pdf.bytes() + "3 0 obj<</Mark(later)>>endobj"), (Opened{"later", true}));
@@ -279,14 +288,16 @@ TEST(Repair, findsTheObjectsOfObjectStreams) {
 }
 
 TEST(Repair, readsAPageTreeWithoutACatalog) {
-    EXPECT_EQ(opened(withoutTable("2 0 obj<</Type/Pages/Kids[4 0 R]>>endobj 4 0 obj<</Type/Pages/Parent 2 0 R/Kids[3 0 R]>>endobj "
-                                  "3 0 obj<</Type/Page/Mark(first)>>endobj")),
+    EXPECT_EQ(opened(withoutTable(
+                  "2 0 obj<</Type/Pages/Kids[4 0 R]>>endobj 4 0 obj<</Type/Pages/Parent 2 0 R/Kids[3 0 R]>>endobj "
+                  "3 0 obj<</Type/Page/Mark(first)>>endobj")),
               kRepaired);
 }
 
 TEST(Repair, readsLoosePagesInTheOrderOfTheFile) {
-    const std::string bytes = withoutTable("9 0 obj<</Type/Page/Mark(a)>>endobj 3 0 obj<</Type/Page/Mark(b)/Rotate 90>>endobj "
-                                           "5 0 obj<</Type/Font>>endobj 4 0 obj<</Type/Page/Mark(c)>>endobj");
+    const std::string bytes =
+        withoutTable("9 0 obj<</Type/Page/Mark(a)>>endobj 3 0 obj<</Type/Page/Mark(b)/Rotate 90>>endobj "
+                     "5 0 obj<</Type/Font>>endobj 4 0 obj<</Type/Page/Mark(c)>>endobj");
     auto result = Document::open(bytes);
     ASSERT_TRUE(result.ok());
     Document& document = *result.value();

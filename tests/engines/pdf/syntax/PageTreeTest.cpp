@@ -73,7 +73,9 @@ TEST(PageTree, findsThePages) {
         {"pages without a type", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Mark(a)>>", b}, "ab"},
         {"tree without a type", {"<</Kids[3 0 R 4 0 R]>>", a, b}, "ab"},
         {"tree that says it is a page", {"<</Type/Page/Kids[3 0 R]>>", a}, "a"},
-        {"page with kids", {"<</Type/Pages/Kids[3 0 R]>>", "<</Type/Page/Mark(a)/Contents 5 0 R/Kids[4 0 R]>>", b}, "a"},
+        {"page with kids",
+         {"<</Type/Pages/Kids[3 0 R]>>", "<</Type/Page/Mark(a)/Contents 5 0 R/Kids[4 0 R]>>", b},
+         "a"},
         {"tree without kids", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Type/Pages>>", b}, "b"},
         {"cycle", {"<</Type/Pages/Kids[3 0 R 2 0 R 4 0 R]>>", a, b}, "ab"},
         {"cycle of two", {"<</Type/Pages/Kids[3 0 R 4 0 R]>>", "<</Type/Pages/Kids[2 0 R 4 0 R]>>", b}, "bb"},
@@ -170,10 +172,21 @@ struct NumberCase {
 
 TEST(PageTree, rotationsAreQuartersOfACircle) {
     const NumberCase cases[] = {
-        {"", 0, 1},           {"/Rotate 90", 90, 1},       {"/Rotate 360", 0, 1},     {"/Rotate 450", 90, 1},
-        {"/Rotate -90", 270, 1}, {"/Rotate -450", 270, 1},  {"/Rotate 91", 90, 1},     {"/Rotate 350", 0, 1},
-        {"/Rotate 90.0", 90, 1}, {"/Rotate/x", 0, 1},       {"/Rotate 99999999999999999999", 0, 1},
-        {"/UserUnit 2.5", 0, 2.5}, {"/UserUnit 0", 0, 1},   {"/UserUnit -1", 0, 1},    {"/UserUnit/x", 0, 1},
+        {"", 0, 1},
+        {"/Rotate 90", 90, 1},
+        {"/Rotate 360", 0, 1},
+        {"/Rotate 450", 90, 1},
+        {"/Rotate -90", 270, 1},
+        {"/Rotate -450", 270, 1},
+        {"/Rotate 91", 90, 1},
+        {"/Rotate 350", 0, 1},
+        {"/Rotate 90.0", 90, 1},
+        {"/Rotate/x", 0, 1},
+        {"/Rotate 99999999999999999999", 0, 1},
+        {"/UserUnit 2.5", 0, 2.5},
+        {"/UserUnit 0", 0, 1},
+        {"/UserUnit -1", 0, 1},
+        {"/UserUnit/x", 0, 1},
     };
     for (const NumberCase& c : cases) {
         const Made made({"<</Kids[3 0 R]>>", "<</Type/Page" + std::string(c.entries) + ">>"});
