@@ -40,7 +40,8 @@ private:
 
     bool hasReadToUnicode_ = false;
     const CMap* toUnicode_ = nullptr;
-    bool isIdentity_ = false; ///< ToUnicode says of every code that it is its own character
+    bool isIdentity_ = false; ///< ToUnicode is a name that says of every code that it is its own character
+    bool isDoubtful_ = false; ///< see CMap
     CharacterCollection toUnicodeCollection_ = CharacterCollection::Unknown; ///< ToUnicode is that collection's CMap
 
     bool hasReadGlyphMap_ = false;

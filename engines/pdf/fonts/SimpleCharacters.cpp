@@ -6,6 +6,8 @@ namespace quillow::pdf {
 
 namespace {
 
+/// A symbolic font with fewer names that repeat codes is likely to be one of signs.
+constexpr int kFewestCodeNamesOfSigns = 8;
 constexpr std::string_view kNotDefined = ".notdef";
 
 GlyphNameTable nameTableOf(const FontFacts& facts, bool isTex) {
@@ -33,9 +35,13 @@ EmbeddedFont* SimpleCharacters::program() {
 
 CharacterEvidence SimpleCharacters::find(std::uint8_t code, std::u32string& out) {
     const CharacterEvidence evidence = byToUnicode(code, out);
-    if (evidence == CharacterEvidence::characters) return evidence;
+    const bool isFound = evidence == CharacterEvidence::characters;
+    if (isFound && out.size() <= kMostCharactersOfSoundGlyph) return evidence;
+    std::u32string tooLong = isFound ? out : std::u32string();
     if (byDifferences(code, out) || byBaseEncoding(code, out) || byProgram(code, out) || byKnownFont(code, out))
         return CharacterEvidence::characters;
+    out.swap(tooLong);
+    if (isFound || facts_.isForDrawing) return CharacterEvidence::characters;
     const bool isBlank = evidence == CharacterEvidence::blank || isBlankControl(code);
     return isBlank ? CharacterEvidence::blank : CharacterEvidence::none;
 }
@@ -44,9 +50,7 @@ CharacterEvidence SimpleCharacters::byToUnicode(std::uint8_t code, std::u32strin
     if (!toUnicode_) toUnicode_ = resources_.cmapOf(facts_.dictionary.find("ToUnicode"));
     const CMap* const map = *toUnicode_;
     if (map == nullptr) return CharacterEvidence::none;
-    // Producers that write the code itself as its character did not look at the font. A name in /Differences is then
-    // better evidence.
-    if (map->isIdentity() && byDifferences(code, out)) return CharacterEvidence::characters;
+    if (map->isDoubtful() && byDifferences(code, out)) return CharacterEvidence::characters;
     map->charactersOf(code, out);
     return keepUsable(out, facts_.symbols);
 }
@@ -65,9 +69,9 @@ bool SimpleCharacters::byDifferences(std::uint8_t code, std::u32string& out) {
 /// TeX's, whose bitmap fonts have such names.
 bool SimpleCharacters::byCodeName(std::string_view name, std::u32string& out) {
     const std::optional<std::uint32_t> code = codeOfName(name);
-    if (!code || facts_.descriptor.isSymbolic()) return false;
-    if (!namesAreCodes_) namesAreCodes_ = encoding().namesAreCodes();
-    if (!*namesAreCodes_) return false;
+    if (!code) return false;
+    if (!codeNames_) codeNames_ = encoding().codeNames();
+    if (*codeNames_ < (facts_.descriptor.isSymbolic() ? kFewestCodeNamesOfSigns : 1)) return false;
     const Encoding usual = facts_.subtype == FontSubtype::type3 ? Encoding::TexText : Encoding::WinAnsi;
     out = charactersOf(texEncoding_.value_or(usual), static_cast<std::uint8_t>(*code));
     return !out.empty();

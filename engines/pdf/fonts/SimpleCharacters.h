@@ -19,7 +19,7 @@ class SimpleCharacters {
 public:
     SimpleCharacters(FontResources& resources, const FontFacts& facts);
 
-    /// Replaces `out` by the characters of a code.
+    /// Replaces `out` by the characters of a code; by nothing if its glyph is a piece of a drawing.
     [[nodiscard]] CharacterEvidence find(std::uint8_t code, std::u32string& out);
 
     /// The name of a code's glyph by the font's encoding; empty if the encoding is the font program's own.
@@ -44,7 +44,7 @@ private:
     std::optional<Encoding> texEncoding_;
     GlyphNameTable nameTable_ = GlyphNameTable::Adobe;
     std::optional<SimpleEncoding> encoding_;
-    std::optional<bool> namesAreCodes_;
+    std::optional<int> codeNames_; ///< see SimpleEncoding::codeNames
     std::optional<const CMap*> toUnicode_;
     std::optional<EmbeddedFont*> program_;
 };

@@ -2,8 +2,6 @@
 
 #include "engines/pdf/fonts/GlyphNames.h"
 
-#include <algorithm>
-
 namespace quillow::pdf {
 
 SimpleEncoding::SimpleEncoding(Document& document, const Object& entry) {
@@ -33,12 +31,15 @@ void SimpleEncoding::readDifferences(Document& document, std::span<const Object>
     }
 }
 
-bool SimpleEncoding::namesAreCodes() const {
-    if (!differences_) return false;
-    const auto mayBeCode = [](std::string_view name) {
-        return name.empty() || name == ".notdef" || name == "space" || codeOfName(name).has_value();
-    };
-    return std::all_of(differences_->begin(), differences_->end(), mayBeCode);
+int SimpleEncoding::codeNames() const {
+    if (!differences_) return 0;
+    int count = 0;
+    for (const std::string_view name : *differences_) {
+        if (name.empty() || name == ".notdef" || name == "space") continue;
+        if (!codeOfName(name)) return 0;
+        ++count;
+    }
+    return count;
 }
 
 } // namespace quillow::pdf

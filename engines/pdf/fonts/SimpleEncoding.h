@@ -23,9 +23,8 @@ public:
     [[nodiscard]] std::string_view differenceOf(std::uint8_t code) const {
         return differences_ ? (*differences_)[code] : std::string_view();
     }
-    /// Whether the names in /Differences only repeat codes ("a65"): none of them is the name of a character, but for
-    /// spaces.
-    [[nodiscard]] bool namesAreCodes() const;
+    /// How many names in /Differences only repeat codes ("a65"); 0 if any other is there, but for spaces.
+    [[nodiscard]] int codeNames() const;
 
 private:
     using Names = std::array<std::string_view, 256>;

@@ -11,8 +11,8 @@ namespace quillow::pdf::test {
 namespace {
 
 std::string type0(const std::string& entries, const std::string& descendant) {
-    return "<</Type/Font/Subtype/Type0/BaseFont/Unheard" + entries + "/DescendantFonts[<</Subtype/CIDFontType2" + descendant +
-           ">>]>>";
+    return "<</Type/Font/Subtype/Type0/BaseFont/Unheard" + entries + "/DescendantFonts[<</Subtype/CIDFontType2" +
+           descendant + ">>]>>";
 }
 
 const std::string kJapan = "/CIDSystemInfo<</Registry(Adobe)/Ordering(Japan1)/Supplement 2>>";
@@ -54,6 +54,11 @@ const CharacterCase kCharacterCases[] = {
      {type0(kIdentity + kToUnicode, kOwn), streamBody("beginbfrange <0000> <FFFF> <0000> endbfrange")},
      "\0A"s,
      U"A"},
+    {"wholeLineInToUnicode",
+     {type0(kIdentity + kToUnicode, kJapan),
+      streamBody("beginbfchar <0022> <00610062006300640065006600670068 0069> endbfchar")},
+     "\0\x22"s,
+     U"A"},
     {"toUnicodeThatIsAName", {type0(kIdentity + "/ToUnicode/Identity-H", kOwn)}, "\0A"s, U"A"},
     {"toUnicodeOfACollection",
      {type0(kIdentity + kToUnicode, kOwn), streamBody("/Adobe-Japan1-UCS2 usecmap")},
@@ -85,7 +90,10 @@ const CharacterCase kCharacterCases[] = {
     {"encodingIsUnknown", {type0("/Encoding/Nonsense", kJapan)}, "\0\x22"s, U"A"},
     {"encodingIsEmpty", {type0("/Encoding 6 0 R", kJapan), streamBody("")}, "\0\x22"s, U"A"},
     {"descendantWithoutArray", {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "<<" + kJapan + ">>"}, "\0\x22"s, U"A"},
-    {"descendantInReferences", {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "[7 0 R]", "<<" + kJapan + ">>"}, "\0\x22"s, U"A"},
+    {"descendantInReferences",
+     {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "[7 0 R]", "<<" + kJapan + ">>"},
+     "\0\x22"s,
+     U"A"},
     {"descendantIsMissing", {"<</Subtype/Type0/Encoding/Identity-H>>"}, "\0\x22"s, U"\uFFFD"},
     {"lastByteAlone", {type0(kIdentity, kJapan)}, "\0\x22\0"s, U"A\uFFFD"},
 };
