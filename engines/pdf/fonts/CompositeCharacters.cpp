@@ -60,7 +60,7 @@ CharacterEvidence CompositeCharacters::find(std::uint32_t code, std::uint32_t ci
     std::u32string doubtful = isFound ? out : std::u32string();
     if (byEncoding(code, cid, out) || byProgram(cid, out)) return CharacterEvidence::characters;
     out.swap(doubtful);
-    return evidence;
+    return isFound || !byGlyphOrder(cid, out) ? evidence : CharacterEvidence::characters;
 }
 
 CharacterEvidence CompositeCharacters::byToUnicode(std::uint32_t code, std::uint32_t cid, std::u32string& out) {
@@ -92,6 +92,19 @@ bool CompositeCharacters::byProgram(std::uint32_t cid, std::u32string& out) {
     }
     return charactersOfGlyph(*font, glyphOf(cid), GlyphNameTable::Adobe, facts_.symbols, out) ==
            CharacterEvidence::characters;
+}
+
+/// Well-known fonts have the characters of ASCII in this order from glyph 3 on, and subsets keep the numbers of glyphs.
+bool CompositeCharacters::byGlyphOrder(std::uint32_t cid, std::u32string& out) const {
+    constexpr std::uint32_t kGlyphOfSpace = 3;
+    constexpr std::uint32_t kGlyphOfTilde = kGlyphOfSpace + '~' - ' ';
+    if (cid < kGlyphOfSpace || cid > kGlyphOfTilde || collection_ != CharacterCollection::Unknown) return false;
+    for (const std::string_view name : {"Arial", "TimesNewRoman", "CourierNew"})
+        if (facts_.name.starts_with(name)) {
+            out.assign(1, U' ' + (cid - kGlyphOfSpace));
+            return true;
+        }
+    return false;
 }
 
 /// Fonts with TrueType outlines may map CIDs to glyphs (9.7.4.2).

@@ -30,6 +30,7 @@ private:
     [[nodiscard]] CharacterEvidence byToUnicode(std::uint32_t code, std::uint32_t cid, std::u32string& out);
     [[nodiscard]] bool byEncoding(std::uint32_t code, std::uint32_t cid, std::u32string& out);
     [[nodiscard]] bool byProgram(std::uint32_t cid, std::u32string& out);
+    [[nodiscard]] bool byGlyphOrder(std::uint32_t cid, std::u32string& out) const;
     [[nodiscard]] CharacterCollection collectionOfFont() const;
 
     FontResources& resources_;

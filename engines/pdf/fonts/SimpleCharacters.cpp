@@ -41,9 +41,23 @@ CharacterEvidence SimpleCharacters::find(std::uint8_t code, std::u32string& out)
     if (byDifferences(code, out) || byBaseEncoding(code, out) || byProgram(code, out) || byKnownFont(code, out))
         return CharacterEvidence::characters;
     out.swap(tooLong);
-    if (isFound || facts_.isForDrawing) return CharacterEvidence::characters;
-    const bool isBlank = evidence == CharacterEvidence::blank || isBlankControl(code);
+    if (isFound || facts_.isForDrawing || (evidence != CharacterEvidence::blank && isWithoutGlyph(code)))
+        return CharacterEvidence::characters;
+    const bool isBlank = evidence == CharacterEvidence::blank || isBlankControl(code) || isBlankName(code);
     return isBlank ? CharacterEvidence::blank : CharacterEvidence::none;
+}
+
+/// A blank is what code 32 shows even if the producer forgot the name of its glyph.
+bool SimpleCharacters::isBlankName(std::uint8_t code) {
+    return code == ' ' && encoding().differenceOf(code) == kNotDefined;
+}
+
+/// Whether a code shows nothing: the encoding says so, or does not have the code, and the font is not embedded.
+bool SimpleCharacters::isWithoutGlyph(std::uint8_t code) {
+    if (code == ' ' || isBlankControl(code)) return false;
+    const std::string_view name = encoding().differenceOf(code);
+    if (name == kNotDefined) return true;
+    return name.empty() && facts_.subtype != FontSubtype::type3 && !facts_.descriptor.isEmbedded();
 }
 
 CharacterEvidence SimpleCharacters::byToUnicode(std::uint8_t code, std::u32string& out) {
@@ -59,21 +73,22 @@ bool SimpleCharacters::byDifferences(std::uint8_t code, std::u32string& out) {
     const std::string_view name = encoding().differenceOf(code);
     if (name.empty() || name == kNotDefined) return false;
     out = unicodeOfGlyphName(name, nameTable_).view();
-    if (out.empty()) return byCodeName(name, out);
+    if (out.empty()) return byCodeName(name, code, out);
     // Producers that take a font of signs for one with letters write the letters' names.
     const bool isLetter = facts_.symbols != nullptr && out == charactersOf(Encoding::WinAnsi, code);
     return !isLetter || facts_.standardFont.has_value();
 }
 
 /// Names that only repeat codes say nothing but that the codes are those of the producer's encoding. In Type 3 fonts that is
-/// TeX's, whose bitmap fonts have such names.
-bool SimpleCharacters::byCodeName(std::string_view name, std::u32string& out) {
-    const std::optional<std::uint32_t> code = codeOfName(name);
-    if (!code) return false;
+/// one of TeX's, whose bitmap fonts have such names.
+bool SimpleCharacters::byCodeName(std::string_view name, std::uint8_t code, std::u32string& out) {
+    const std::optional<std::uint32_t> named = SimpleEncoding::codeOf(name, code);
+    if (!named) return false;
     if (!codeNames_) codeNames_ = encoding().codeNames();
-    if (*codeNames_ < (facts_.descriptor.isSymbolic() ? kFewestCodeNamesOfSigns : 1)) return false;
-    const Encoding usual = facts_.subtype == FontSubtype::type3 ? Encoding::TexText : Encoding::WinAnsi;
-    out = charactersOf(texEncoding_.value_or(usual), static_cast<std::uint8_t>(*code));
+    if (codeNames_->count < (facts_.descriptor.isSymbolic() ? kFewestCodeNamesOfSigns : 1)) return false;
+    const Encoding tex = codeNames_->isHigh ? Encoding::TexCork : Encoding::TexText;
+    const Encoding usual = facts_.subtype == FontSubtype::type3 && name.front() == 'a' ? tex : Encoding::WinAnsi;
+    out = charactersOf(texEncoding_.value_or(usual), static_cast<std::uint8_t>(*named));
     return !out.empty();
 }
 
@@ -127,9 +142,16 @@ bool SimpleCharacters::byKnownFont(std::uint8_t code, std::u32string& out) {
         out = charactersOf(*texEncoding_, code);
     else if (facts_.subtype == FontSubtype::type3)
         return false;
-    else if (facts_.standardFont || program() == nullptr || !facts_.descriptor.isSymbolic())
+    else if (facts_.standardFont || program() == nullptr || !facts_.descriptor.isSymbolic() || hasCodesOfText(code))
         out = charactersOf(impliedEncoding(), code);
     return !out.empty();
+}
+
+/// Whether the codes of a symbolic TrueType font without any names are likely to be those of the usual encoding. Producers
+/// that number the glyphs of a subset begin at 1 or at 33.
+bool SimpleCharacters::hasCodesOfText(std::uint8_t code) {
+    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(0);
+    return facts_.subtype == FontSubtype::trueType && (first == ' ' || first == 0) && code > ' ' && glyphOf(code) != 0;
 }
 
 Encoding SimpleCharacters::impliedEncoding() const {
