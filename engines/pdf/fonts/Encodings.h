@@ -37,7 +37,7 @@ inline constexpr std::size_t kEncodingCount = 20;
 [[nodiscard]] std::string_view glyphNameOf(Encoding encoding, std::uint8_t code);
 
 /// The characters of a code, empty if there are none. Always interchangeable. WinAnsi: 0xA0 is U+00A0 and 0xAD a
-/// hyphen, although their glyphs are `space` and `hyphen`; see encodings' sources for the others.
+/// hyphen, although their glyphs are `space` and `hyphen`.
 [[nodiscard]] std::u32string_view charactersOf(Encoding encoding, std::uint8_t code);
 
 /// By the names that PDF files use: StandardEncoding, WinAnsiEncoding, MacRomanEncoding, MacExpertEncoding (also
