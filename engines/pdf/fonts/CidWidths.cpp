@@ -46,7 +46,8 @@ CidWidths::Sections CidWidths::readSections(std::span<const Object> items, std::
                 if (count > 0) sections.push_back({cid, cid + static_cast<std::uint32_t>(count) - 1, false, list});
                 used = 2;
             } else if (second.isNumber() && items.size() >= 2 + numbersOfCid) {
-                const auto last = static_cast<std::uint32_t>(std::clamp<std::int64_t>(second.integerOr(0), 0, kLastCid));
+                const auto last =
+                    static_cast<std::uint32_t>(std::clamp<std::int64_t>(second.integerOr(0), 0, kLastCid));
                 if (cid <= last) sections.push_back({cid, last, true, items.subspan(2, numbersOfCid)});
                 used = 2 + numbersOfCid;
             }

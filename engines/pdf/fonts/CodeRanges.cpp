@@ -1,7 +1,8 @@
 #include "engines/pdf/fonts/CodeRanges.h"
 
-#include <algorithm>
 #include <queue>
+
+#include <algorithm>
 
 namespace quillow::pdf {
 

@@ -37,7 +37,8 @@ CodeReader CompositeEncoding::reader() const {
     std::vector<CodespaceRange> ranges;
     for (const CMap* const map : embedded_)
         ranges.insert(ranges.end(), map->codespace().begin(), map->codespace().end());
-    if (predefined_ != nullptr) ranges.insert(ranges.end(), predefined_->codespace.begin(), predefined_->codespace.end());
+    if (predefined_ != nullptr)
+        ranges.insert(ranges.end(), predefined_->codespace.begin(), predefined_->codespace.end());
     return CodeReader(ranges);
 }
 

@@ -18,8 +18,9 @@ struct FontCache::State {
     FontResources resources;
     std::vector<std::unique_ptr<Font>> fonts;
     std::unordered_map<std::uint32_t, Font*> byObject;
-    std::unordered_map<const DictionaryEntry*, Font*> byEntries; ///< a dictionary is parsed once, so its place is its identity
-    Font* lastResort = nullptr;                                  ///< for what is no font
+    std::unordered_map<const DictionaryEntry*, Font*>
+        byEntries;              ///< a dictionary is parsed once, so its place is its identity
+    Font* lastResort = nullptr; ///< for what is no font
 };
 
 FontCache::FontCache(Document& document)

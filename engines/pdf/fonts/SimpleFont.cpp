@@ -89,8 +89,8 @@ double SimpleFont::undeclaredWidthOf(std::uint8_t code) {
     if (EmbeddedFont* const program = characters_.program())
         if (const auto width = program->width(characters_.glyphOf(code))) return *width * 1000.0;
     const FontDescriptor& d = facts_.descriptor;
-    const StandardFont font = facts_.standardFont.value_or(
-        standardFontLike(d.isFixedPitch(), d.isSerif(), d.isBold(), d.isItalic()));
+    const StandardFont font =
+        facts_.standardFont.value_or(standardFontLike(d.isFixedPitch(), d.isSerif(), d.isBold(), d.isItalic()));
     std::string_view name = characters_.nameOf(code);
     if (name.empty()) name = glyphNameOf(builtInEncodingOf(font), code);
     return widthOfGlyph(font, name).value_or(d.missingWidth());

@@ -77,9 +77,10 @@ const CharacterCase kCharacterCases[] = {
     {"hugeRange", "1 beginbfrange <00000000> <FFFFFFFF> <0000> endbfrange", 0x41, U"A"},
     {"hugeRangeOfSeveral", "1 beginbfrange <0000> <FFFF> <00660000> endbfrange", 0x69, U"fi"},
     {"notACMap", "<< /Type /Font >> stream", 0x41, U""},
-    {"dictionaryAround", "/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CIDSystemInfo << /Registry (Adobe) "
-                         "/Ordering (UCS) /Supplement 0 >> def 1 begincodespacerange <00> <FF> endcodespacerange "
-                         "1 beginbfchar <01> <0041> endbfchar endcmap",
+    {"dictionaryAround",
+     "/CIDInit /ProcSet findresource begin 12 dict begin begincmap /CIDSystemInfo << /Registry (Adobe) "
+     "/Ordering (UCS) /Supplement 0 >> def 1 begincodespacerange <00> <FF> endcodespacerange "
+     "1 beginbfchar <01> <0041> endbfchar endcmap",
      1, U"A"},
 };
 

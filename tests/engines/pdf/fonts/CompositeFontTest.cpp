@@ -11,8 +11,8 @@ namespace quillow::pdf::test {
 namespace {
 
 std::string type0(const std::string& entries, const std::string& descendant) {
-    return "<</Type/Font/Subtype/Type0/BaseFont/Unheard" + entries + "/DescendantFonts[<</Subtype/CIDFontType2" + descendant +
-           ">>]>>";
+    return "<</Type/Font/Subtype/Type0/BaseFont/Unheard" + entries + "/DescendantFonts[<</Subtype/CIDFontType2" +
+           descendant + ">>]>>";
 }
 
 const std::string kJapan = "/CIDSystemInfo<</Registry(Adobe)/Ordering(Japan1)/Supplement 2>>";
@@ -85,7 +85,10 @@ const CharacterCase kCharacterCases[] = {
     {"encodingIsUnknown", {type0("/Encoding/Nonsense", kJapan)}, "\0\x22"s, U"A"},
     {"encodingIsEmpty", {type0("/Encoding 6 0 R", kJapan), streamBody("")}, "\0\x22"s, U"A"},
     {"descendantWithoutArray", {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "<<" + kJapan + ">>"}, "\0\x22"s, U"A"},
-    {"descendantInReferences", {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "[7 0 R]", "<<" + kJapan + ">>"}, "\0\x22"s, U"A"},
+    {"descendantInReferences",
+     {"<</Subtype/Type0/DescendantFonts 6 0 R>>", "[7 0 R]", "<<" + kJapan + ">>"},
+     "\0\x22"s,
+     U"A"},
     {"descendantIsMissing", {"<</Subtype/Type0/Encoding/Identity-H>>"}, "\0\x22"s, U"\uFFFD"},
     {"lastByteAlone", {type0(kIdentity, kJapan)}, "\0\x22\0"s, U"A\uFFFD"},
 };
