@@ -9,7 +9,7 @@ A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that matc
   qtcore     further Qt Core headers, of classes that only compute (QT_COMPUTING)
   qt         any Qt header
   x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
-  a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" forbids it; the longest decides
+  a prefix   of a project include ("util/") or of a library's ("nettle/"); "-prefix" forbids it; the longest decides
 A file without a matching rule is an error too.
 """
 import pathlib

@@ -5,12 +5,10 @@
 
 namespace quillow::pdf {
 
-/// Bytes of a document: the library takes a size of 32 signed bits.
+/// Bytes of a document.
 inline constexpr std::size_t kMaximumDocument = 0x7FFFFFFF;
 /// Pages read; the longest real documents have some ten thousand.
 inline constexpr std::size_t kMaximumPages = 100'000;
-/// Missing pages in a row after which a document's page count is not trusted.
-inline constexpr std::size_t kMaximumMissingPages = 1'000;
 /// Bytes of text.
 inline constexpr std::size_t kMaximumText = std::size_t{512} << 20;
 /// Operators of the content of a page, with its forms and annotations; look-ups, long strings and the

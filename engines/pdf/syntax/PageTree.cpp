@@ -57,7 +57,7 @@ public:
         : document_(document)
         , most_(most) {}
 
-    std::vector<PageNode> run() {
+    PageList run() {
         visit(document_.catalog().find("Pages"), Inherited());
         while (!open_.empty() && !isDone()) {
             Level& level = open_.back();
@@ -69,8 +69,9 @@ public:
                 visit(kid, Inherited(level.inherited));
             }
         }
+        const bool isCut = !open_.empty() && isDone() && most_ == kMaximumPages;
         if (pages_.empty()) addLoosePages();
-        return std::move(pages_);
+        return {std::move(pages_), missing_, isCut};
     }
 
 private:
@@ -86,7 +87,10 @@ private:
     void visit(const Object& entry, Inherited inherited) {
         ++visited_;
         const Dictionary node = document_.resolve(entry).dictionary();
-        if (node.empty()) return;
+        if (node.empty()) {
+            ++missing_;
+            return;
+        }
         const Object kids = document_.get(node, "Kids");
         const Object type = document_.get(node, "Type");
         const bool isTree =
@@ -140,6 +144,7 @@ private:
     Document& document_;
     std::size_t most_;
     std::size_t visited_ = 0;
+    std::size_t missing_ = 0;
     std::vector<Level> open_;
     std::unordered_set<std::uint32_t> onPath_;
     std::vector<PageNode> pages_;
@@ -170,12 +175,16 @@ private:
 
 } // namespace
 
-std::vector<PageNode> pagesOf(Document& document) {
+PageList pageListOf(Document& document) {
     return Walk(document, kMaximumPages).run();
 }
 
+std::vector<PageNode> pagesOf(Document& document) {
+    return pageListOf(document).pages;
+}
+
 bool hasPage(Document& document) {
-    return !Walk(document, 1).run().empty();
+    return !Walk(document, 1).run().pages.empty();
 }
 
 Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback) {

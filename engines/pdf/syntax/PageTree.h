@@ -38,6 +38,14 @@ struct PageNode {
 /// of the file in the order of their objects.
 [[nodiscard]] std::vector<PageNode> pagesOf(Document& document);
 
+struct PageList {
+    std::vector<PageNode> pages;
+    std::size_t missing = 0; ///< entries of the page tree that lead to nothing
+    bool isCut = false;      ///< there are more than the limits allow
+};
+/// The same, with what is known of pages that are not there.
+[[nodiscard]] PageList pageListOf(Document& document);
+
 /// Whether pagesOf would find a page.
 [[nodiscard]] bool hasPage(Document& document);
 
