@@ -36,8 +36,8 @@ template <std::size_t size>
 /// Encrypts or decrypts; the key has 1 to 256 bytes. `out` has room for as many bytes and may be the same place.
 void rc4(std::string_view key, std::string_view bytes, char* out);
 
-/// Whole blocks in cipher block chaining mode without padding. The key has 16 bytes or 32, the vector 16. `out` has room
-/// for as many bytes.
+/// Whole blocks in cipher block chaining mode without padding. The key has 16 bytes or 32, the vector 16. `out` has
+/// room for as many bytes.
 void decryptAes(std::string_view key, std::string_view vector, std::string_view blocks, char* out);
 /// The same the other way round, with a key of 16 bytes. `out` may be the same place.
 void encryptAes128(std::string_view key, std::string_view vector, std::string_view blocks, char* out);
