@@ -67,7 +67,7 @@ void QuillowAppDelegate::loadAppDataFromDisk() {
     const auto version = static_cast<std::uint64_t>(entryOf(*entries, kAppVersion).longValue());
     // 3. A newer release's file is not read. An alert says so; its answer does not matter.
     if (version >= kFirstNewerVersion) {
-        static_cast<void>(platform().supportUtility.dataIn_ApplicationSupportFolder_CreatedWithANewerVersion());
+        static_cast<void>(supportUtility().dataIn_ApplicationSupportFolder_CreatedWithANewerVersion());
         return;
     }
     // 4. The log. A value that is not a string counts as no log.

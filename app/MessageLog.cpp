@@ -42,21 +42,20 @@ void QuillowAppDelegate::clearLog(Sender) {
     platform().mainQueue.addOperation([this] {
         if (!textLog_) return;
         const QString text = textLog_->string();
-        platform().undoManager.registerUndo([this, text] { clearLogUndo(text); });
+        undoManager_.registerUndo([this, text] { clearLogUndo(text); });
         nameClearLogAction();
         replaceLog(QString());
     });
 }
 
 void QuillowAppDelegate::clearLogUndo(const QString& text) {
-    platform().undoManager.registerUndo([this] { clearLog(); });
+    undoManager_.registerUndo([this] { clearLog(); });
     nameClearLogAction();
     replaceLog(text);
 }
 
 void QuillowAppDelegate::nameClearLogAction() {
-    platform().undoManager.setActionName(
-        platform().bundle.localizedStringForKey(QStringLiteral("Clear Log"), QString()));
+    undoManager_.setActionName(platform().bundle.localizedStringForKey(QStringLiteral("Clear Log"), QString()));
 }
 
 void QuillowAppDelegate::replaceLog(const QString& text) {

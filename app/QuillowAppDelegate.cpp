@@ -23,14 +23,16 @@ void QuillowAppDelegate::initialize(Defaults& defaults, const UpdateMirrors& mir
                                                       mirrors[1], mirrors[2], mirrors[3]);
 }
 
-QuillowAppDelegate::QuillowAppDelegate(const Platform& platform)
-    : MWDragDropBaseApp(platform)
+QuillowAppDelegate::QuillowAppDelegate(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                                       ValueTransformerRegistry& valueTransformers, UndoManager& undoManager)
+    : MWDragDropBaseApp(platform, supportUtility, valueTransformers)
+    , undoManager_(undoManager)
     , bookmark_(platform.bookmarkStore)
     , documentText_({platform.fileSystem, platform.rtfTextReader, platform.htmlTextReader, platform.pdfTextReader}) {
-    ValueTransformerRegistry& registry = platform.valueTransformers;
-    registry.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(1), QStringLiteral("valueIsNot1"));
-    registry.setValueTransformer(std::make_shared<MWValueIsEqualToRef>(1), QStringLiteral("valueIs1"));
-    registry.setValueTransformer(std::make_shared<MWPathFromBookmark>(platform.bookmarkStore), QStringLiteral("b2p"));
+    valueTransformers.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(1), QStringLiteral("valueIsNot1"));
+    valueTransformers.setValueTransformer(std::make_shared<MWValueIsEqualToRef>(1), QStringLiteral("valueIs1"));
+    valueTransformers.setValueTransformer(std::make_shared<MWPathFromBookmark>(platform.bookmarkStore),
+                                          QStringLiteral("b2p"));
 }
 
 void QuillowAppDelegate::applicationWillFinishLaunching(const Notification&) {

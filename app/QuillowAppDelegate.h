@@ -20,6 +20,7 @@
 namespace quillow {
 
 class Button;
+class UndoManager;
 
 class QuillowAppDelegate final : public MWDragDropBaseApp {
 public:
@@ -29,7 +30,10 @@ public:
     /// Registers the defaults and configures the shared update checker, whose ports are set. Called once, before any
     /// instance is made.
     static void initialize(Defaults& defaults, const UpdateMirrors& mirrors); // selector: initialize
-    explicit QuillowAppDelegate(const Platform& platform);                    // selector: init
+    /// Registers the transformers "valueIsNot1", "valueIs1" and "b2p". Clearing the log can be undone through
+    /// `undoManager`.
+    QuillowAppDelegate(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                       ValueTransformerRegistry& valueTransformers, UndoManager& undoManager); // selector: init
 
     // Life cycle.
     void applicationWillFinishLaunching(const Notification& notification);
@@ -166,6 +170,7 @@ private:
     void changeHeight(double height, double rise);
     void limitHeight(double height);
 
+    UndoManager& undoManager_;
     MWBookmark bookmark_;
     DocumentText documentText_;
     KVProperty<std::optional<QString>> displayDestinationPath_{*this, u"displayDestinationPath"};

@@ -34,7 +34,7 @@ std::uintptr_t pageSize() {
 bool fillWithZeros(Slot& slot, std::uintptr_t address) {
     const std::uintptr_t begin = slot.begin;
     const std::size_t size = slot.size;
-    if (size == 0 || address < begin || address - begin >= size) return false;
+    if (address < begin || address - begin >= size) return false;
     const std::uintptr_t page = address & ~(pageSize() - 1);
     // The address is in one of our live mappings, so no other memory is replaced.
     void* const zeros = ::mmap(reinterpret_cast<void*>(page), begin + size - page, PROT_READ, // NOLINT: from the system

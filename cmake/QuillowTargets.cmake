@@ -4,7 +4,7 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-# Modules stand where programs look for them, relative to themselves: the same way where they are built and once installed.
+# Programs look for modules by a path relative to themselves. The path is the same in the build folder and once installed.
 set(QUILLOW_MODULES ${CMAKE_INSTALL_LIBDIR}/quillow)
 file(RELATIVE_PATH QUILLOW_MODULES_FROM_PROGRAM /${CMAKE_INSTALL_BINDIR} /${QUILLOW_MODULES})
 if(NOT CMAKE_BUILD_TYPE)
@@ -18,8 +18,8 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # False reports of this compiler when it optimises: bug 105651, "literal" + std::string; bug 105562 and its like, an
-    # empty std::optional of a std::variant.
+    # False reports of this compiler when it optimises: bug 105651, "literal" + std::string; bug 105562 and similar ones,
+    # an empty std::optional of a std::variant.
     add_compile_options(-Wno-restrict -Wno-maybe-uninitialized)
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
@@ -37,7 +37,7 @@ if(QUILLOW_COVERAGE)
     add_link_options(--coverage)
 endif()
 
-# quillow_library(NAME SOURCES... [LINK targets...]): one static library of a folder; project includes start at the root.
+# quillow_library(NAME SOURCES... [LINK targets...]): a folder's static library. Project includes start at the root.
 function(quillow_library name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     if(ARG_UNPARSED_ARGUMENTS)
@@ -51,7 +51,7 @@ function(quillow_library name)
     endif()
 endfunction()
 
-# quillow_qt_library(...): the same for folders that use Qt; Qt's unsafe conveniences are off.
+# quillow_qt_library(...): the same for folders that use Qt, without Qt's unsafe conveniences.
 function(quillow_qt_library name)
     quillow_library(${name} ${ARGN})
     get_target_property(type ${name} TYPE)
@@ -60,7 +60,7 @@ function(quillow_qt_library name)
     endif()
 endfunction()
 
-# quillow_test(NAME SOURCES... LINK targets... [LABELS labels...]): a GoogleTest program, one ctest case a test.
+# quillow_test(NAME SOURCES... LINK targets... [LABELS labels...]): a GoogleTest program with one ctest case for each test.
 function(quillow_test name)
     cmake_parse_arguments(ARG "" "" "LINK;LABELS" ${ARGN})
     include(GoogleTest)
@@ -70,8 +70,8 @@ function(quillow_test name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
 endfunction()
 
-# quillow_fuzzer(NAME SOURCE LINK targets...): with QUILLOW_FUZZ a libFuzzer program; in test builds the same target with a
-# main that replays every file of fuzz/seeds/NAME, as a ctest case.
+# quillow_fuzzer(NAME SOURCE LINK targets...): with QUILLOW_FUZZ a libFuzzer program. Otherwise a ctest case: the same target
+# with a main that replays every file of fuzz/seeds/NAME.
 function(quillow_fuzzer name source)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     if(QUILLOW_FUZZ)

@@ -16,11 +16,12 @@
 
 namespace quillow {
 
-MWAppDelegateBase::MWAppDelegateBase(const Platform& platform)
+MWAppDelegateBase::MWAppDelegateBase(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                                     ValueTransformerRegistry& valueTransformers)
     : platform_(platform)
+    , supportUtility_(supportUtility)
     , bookmark_(platform.bookmarkStore) {
-    platform_.valueTransformers.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(0),
-                                                    QStringLiteral("valueNot0"));
+    valueTransformers.setValueTransformer(std::make_shared<MWValueNotEqualToRef>(0), QStringLiteral("valueNot0"));
 }
 
 void MWAppDelegateBase::adjustBeforeFinishingLaunching() {
@@ -43,15 +44,15 @@ void MWAppDelegateBase::checkForLastReleaseAvailable(Sender /*sender*/) {
 }
 
 void MWAppDelegateBase::visitUs(Sender sender) {
-    platform_.supportUtility.visitUs(sender);
+    supportUtility_.visitUs(sender);
 }
 
 void MWAppDelegateBase::visitAppUrl(Sender sender) {
-    platform_.supportUtility.visitAppUrl(sender);
+    supportUtility_.visitAppUrl(sender);
 }
 
 void MWAppDelegateBase::emailUs(Sender sender) {
-    platform_.supportUtility.emailUs(sender);
+    supportUtility_.emailUs(sender);
 }
 
 void MWAppDelegateBase::openPreferences(Sender /*sender*/) {

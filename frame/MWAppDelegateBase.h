@@ -18,7 +18,9 @@
 namespace quillow {
 
 class Menu;
+class MWAppSupportUtility;
 class MWPrefToolbarDelegate;
+class ValueTransformerRegistry;
 class Window;
 
 /// The argument of a life-cycle event. The delegates do not use it.
@@ -26,7 +28,9 @@ struct Notification {};
 
 class MWAppDelegateBase : public KVObject {
 public:
-    explicit MWAppDelegateBase(const Platform& platform); // selector: init
+    /// Registers the transformer "valueNot0".
+    MWAppDelegateBase(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                      ValueTransformerRegistry& valueTransformers); // selector: init
 
     /// Called by the derived delegate before launch has finished.
     void adjustBeforeFinishingLaunching();
@@ -100,6 +104,7 @@ public:
 
 protected:
     [[nodiscard]] const Platform& platform() const { return platform_; }
+    [[nodiscard]] const MWAppSupportUtility& supportUtility() const { return supportUtility_; } // selector: none
 
 private:
     void openChosenStartupDocument();
@@ -111,6 +116,7 @@ private:
     void openDocumentUnderAccess(const QUrl& url);
 
     Platform platform_;
+    const MWAppSupportUtility& supportUtility_;
     MWBookmark bookmark_;
     KVProperty<std::optional<QString>> StartupDocPathMessageString_{*this, u"StartupDocPathMessageString", QString()};
     KVProperty<Boxed> StartupDocSpecified_{*this, u"StartupDocSpecified", true};

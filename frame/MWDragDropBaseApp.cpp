@@ -7,8 +7,9 @@
 
 namespace quillow {
 
-MWDragDropBaseApp::MWDragDropBaseApp(const Platform& platform)
-    : MWAppDelegateBase(platform) {
+MWDragDropBaseApp::MWDragDropBaseApp(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                                     ValueTransformerRegistry& valueTransformers)
+    : MWAppDelegateBase(platform, supportUtility, valueTransformers) {
     setDone(false);
     setFileToProcessPathArray({});
 }

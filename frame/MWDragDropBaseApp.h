@@ -18,7 +18,8 @@ class ProgressIndicator;
 
 class MWDragDropBaseApp : public MWAppDelegateBase {
 public:
-    explicit MWDragDropBaseApp(const Platform& platform); // selector: init
+    MWDragDropBaseApp(const Platform& platform, const MWAppSupportUtility& supportUtility,
+                      ValueTransformerRegistry& valueTransformers); // selector: init
 
     /// These two start and stop the observation of the drop area. A derived delegate that overrides one of them must
     /// call the base version too.

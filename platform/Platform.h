@@ -15,15 +15,12 @@ class FileSystem;
 class HtmlTextReader;
 class MainQueue;
 class Menus;
-class MWAppSupportUtility;
 class Panels;
 class PdfTextReader;
 class RtfTextReader;
 class SystemInfo;
 class Termination;
 class Timers;
-class UndoManager;
-class ValueTransformerRegistry;
 class Workspace;
 
 /// Whether this build looks for newer releases. Builds for distributions leave this out.
@@ -45,12 +42,9 @@ struct Platform {
     Panels& panels;
     PdfTextReader& pdfTextReader;
     RtfTextReader& rtfTextReader;
-    const MWAppSupportUtility& supportUtility; ///< frame/MWAppSupportUtility.h
     const SystemInfo& systemInfo;
     const Termination& termination;
     Timers& timers;
-    UndoManager& undoManager;                    ///< the application's undo manager, base/UndoManager.h
-    ValueTransformerRegistry& valueTransformers; ///< util/MWValueTransformer.h
     Workspace& workspace;
     UpdateCheck updateCheck = UpdateCheck::wired;
 };

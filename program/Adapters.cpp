@@ -42,12 +42,9 @@ Platform Adapters::platform() {
             panels,
             backgroundPdfReader,
             backgroundRtfReader,
-            supportUtility,
             systemInfo,
             termination,
             timers,
-            undoManager,
-            valueTransformers,
             workspace,
             kUpdateCheck};
 }

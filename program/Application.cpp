@@ -69,11 +69,9 @@ void Application::open(const Handover& handover) {
     whenLaunched([this, paths = absolutePathsOf(handover)] { convert(paths); });
 }
 
-bool Application::take(const QByteArray& message) {
+bool Application::take(const Handover& handover) {
     if (isEnding_ || signals_.isRequested()) return false;
-    const auto handover = decodedHandover(message);
-    if (!handover) return false;
-    mainQueue_.addOperation([this, handover = *handover] { whenLaunched([this, handover] { receive(handover); }); });
+    mainQueue_.addOperation([this, handover] { whenLaunched([this, handover] { receive(handover); }); });
     return true;
 }
 
@@ -105,8 +103,7 @@ void Application::terminate() {
     isEnding_ = true;
     // A launch that was interrupted has loaded nothing that would need saving.
     if (!isLaunched_) return;
-    QCoreApplication::exit(0); // an operation that shows an alert no longer waits for an answer
-    mainQueue_.runAll();
+    mainQueue_.runAllAtEnd();
     parts_->delegate().applicationWillTerminate({});
 }
 

@@ -34,9 +34,9 @@ public:
 
     /// Converts the documents of this start.
     void open(const Handover& handover);
-    /// Takes the message of a later start. It is handled from the event loop, so never during a conversion. Returns
-    /// false if this program is ending or the message is malformed. Callable from any thread.
-    [[nodiscard]] bool take(const QByteArray& message);
+    /// Takes what a later start hands over. It is handled from the event loop, so never during a conversion. Returns
+    /// false if this program is ending. Callable from any thread.
+    [[nodiscard]] bool take(const Handover& handover);
 
     /// Runs the event loop until the program ends. Returns the exit code.
     [[nodiscard]] int run();

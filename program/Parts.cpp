@@ -24,7 +24,8 @@ Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::functi
                                  adapters_.mainQueue, adapters_.propertyListLoader, adapters_.workspace,
                                  adapters_.supportUtility});
     QuillowAppDelegate::initialize(adapters_.defaults, updateMirrors());
-    delegate_.emplace(adapters_.platform());
+    delegate_.emplace(adapters_.platform(), adapters_.supportUtility, adapters_.valueTransformers,
+                      adapters_.undoManager);
     connectOutlets();
     connectWindows(std::move(quit));
 }

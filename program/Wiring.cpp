@@ -76,12 +76,12 @@ PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate) 
 PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry) {
     const auto transform = [&registry](const char16_t* name) {
         return [transformer = registry.valueTransformerForName(QString::fromUtf16(name))](const Boxed& value) {
-            return transformer->transformedValue(value);
+            return transformer ? transformer->transformedValue(value) : Boxed();
         };
     };
     const auto reverse = [&registry](const char16_t* name) {
         return [transformer = registry.valueTransformerForName(QString::fromUtf16(name))](const Boxed& value) {
-            return transformer->reverseTransformedValue(value);
+            return transformer ? transformer->reverseTransformedValue(value) : Boxed();
         };
     };
     PreferencesBindings::Transforms transforms;

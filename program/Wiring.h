@@ -29,6 +29,7 @@ private:
                                             UndoManager& undoManager, std::function<void()> quit);
 [[nodiscard]] PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate);
 /// The transformers that the panes need, looked up by name: the delegate's own, and the standard ones by class name.
+/// If a name is not registered, its transform returns nil.
 [[nodiscard]] PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry);
 
 } // namespace quillow

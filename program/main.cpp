@@ -37,7 +37,7 @@ QByteArray displayName() {
 int runProgram(const Handover& handover) {
     std::optional<Application> application; // destroyed after the thread that passes messages to it
     SingleInstance instance(SingleInstance::standardFolder(), displayName());
-    const SingleInstance::Role role = instance.begin(encodedHandover(handover), kPatience);
+    const SingleInstance::Role role = instance.begin(handover, kPatience);
     if (role == SingleInstance::Role::handedOver) return 0;
     if (role == SingleInstance::Role::unanswered) {
         std::fputs("quillow: Quillow is running but does not answer; nothing was converted\n", stderr);
@@ -45,7 +45,7 @@ int runProgram(const Handover& handover) {
     }
     application.emplace(role == SingleInstance::Role::first ? Findable::yes : Findable::no);
     application->open(handover);
-    instance.serve([&application](const QByteArray& message) { return application->take(message); });
+    instance.serve([&application](const Handover& other) { return application->take(other); });
     return application->run();
 }
 

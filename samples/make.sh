@@ -1,7 +1,7 @@
 #!/bin/sh
 # Remakes the sample documents beside this script from their sources in src/, with the producers that Debian packages. The
-# made documents are committed: only whoever changes a source runs this. The files depend on the producers' versions
-# (README.md names the ones that were used); expected/ has to be looked at again after a change of version.
+# documents are committed, so this runs only after a change of a source. They depend on the producers' versions (README.md
+# names the versions used): after a change of version, check the texts in expected/ again.
 #   samples/make.sh [--install]      --install fetches the producers with apt-get first
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
@@ -13,7 +13,7 @@ if [ "${1:-}" = --install ]; then
         libreoffice-writer-nogui pandoc python3 texlive-latex-base texlive-xetex
 fi
 
-# One moment for everything that stamps its files: 2024-01-02T03:04:05Z.
+# The time stamp for all producers: 2024-01-02T03:04:05Z.
 export SOURCE_DATE_EPOCH=1704164645 FORCE_SOURCE_DATE=1 TZ=UTC LC_ALL=C.UTF-8
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -27,8 +27,8 @@ office() { # SOURCE FILTER TARGET
 browser() {
     chromium --headless --no-sandbox --disable-gpu --user-data-dir="$work/browser" --virtual-time-budget=5000 "$@" 2> /dev/null
 }
-# Stamps that a producer takes from the clock or from chance: same length, so that a PDF's cross-reference table stays
-# right.
+# Replaces time stamps and random identifiers by fixed ones of the same length, so that a PDF's cross-reference table stays
+# valid.
 stamp() { # FILE
     LC_ALL=C sed -i -E '/^\/ID \[ <|^<[0-9A-F]{32}> \]$|^\/DocChecksum /s/[0-9A-F]{32}/00000000000000000000000000000000/
         s/D:[0-9]{14}([+-][0-9]{2}.[0-9]{2}|Z)/D:20240102030405\1/g

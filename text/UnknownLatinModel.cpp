@@ -23,7 +23,7 @@ struct Letter {
 };
 
 constexpr int kUsual = 42; ///< accented vowels of several languages
-constexpr int kRare = 60;  ///< those of few; what has a model of its own need not be met here
+constexpr int kRare = 60;  ///< those of few languages; languages with a model of their own do not count
 
 // clang-format off
 constexpr Letter kLetters[] = {
@@ -58,7 +58,7 @@ constexpr auto makeAlphabet() {
 }
 
 constexpr auto makeBits() {
-    // What stands for no letter of the model is as rare as the rarest.
+    // Any other letter counts as one of the rarest.
     const auto letterOf = [](std::size_t letterClass) {
         if (letterClass == LanguageModel::kBoundary) return Letter{0, boundary, 0};
         if (letterClass == LanguageModel::kOtherLetter) return Letter{0, accentedConsonant, 60};

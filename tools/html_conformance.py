@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""html_conformance.py [--program PROBE] [--worst N] DIR: runs the html5lib tests, of which DIR is a checkout, on
-the HTML engine.
+"""html_conformance.py [--program PROBE] [--worst N] DIR: runs the html5lib tests on the HTML engine. DIR is a
+checkout of these tests.
 
 DIR has tokenizer/*.test, tree-construction/*.dat and encoding/*.dat, or some of them. PROBE is
 build/dev/bin/html_probe by default. Prints one line per suite and its first N failures; exits with 1 if there are

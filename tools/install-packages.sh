@@ -27,7 +27,7 @@ for what in "$@"; do
 done
 
 if ! command -v dpkg-query >/dev/null; then
-    echo "This is no Debian system: install the equivalents of: ${packages[*]}" >&2
+    echo "This is not a Debian system: install the equivalents of: ${packages[*]}" >&2
     exit 0
 fi
 missing=()

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""mutants.py [--seed N] [--count N] [--only PATH]... [--gui] [--list] [--again FILE]: finds code changes that no test notices.
+"""mutants.py [--seed N] [--count N] [--only PATH]... [--gui] [--list | --stale] [--again FILE]: finds code changes that no test notices.
 
 Makes small random changes (mutants) in the sources of the folders below, runs the tests that execute the changed place, and lists
 the mutants that pass all of them. A mutant is two statements exchanged, a call or assignment dropped, a condition negated, a
 comparison or a constant changed. Each survivor needs a test, or an entry in tools/mutants/equivalent.txt that says why no test can
-distinguish it from the original.
+distinguish it from the original. Entries that match no place in the sources any more are reported.
 
 All mutants are compiled into one scratch copy of the tree, build/mutants/tree, behind a switch that is read at run time; those that
 do not compile are dropped. One run of each test case without a mutant records the places that it executes. Constant expressions,
@@ -15,6 +15,7 @@ headers, generated tables and types are not changed: a switch at run time cannot
   --only PATH   only in this folder or file; may be repeated
   --gui         also runs the tests on a private X server, the only ones that reach most of program/; they take minutes
   --list        prints the mutants and does not build them
+  --stale       only reports the entries of equivalent.txt that match no place; the exit status is 1 if there are any
   --again FILE  the mutants of an earlier run's table (build/mutants/survivors.json) instead of new ones
   --jobs N      number of parallel builds and runs (the number of cores)
 
@@ -73,7 +74,7 @@ def find_all(names, root, tree, arguments, jobs):
 
 
 def choose(options, root, tree, arguments):
-    """The seeded mutants, or those of an earlier table, numbered from 1."""
+    """The seeded mutants, or those of an earlier table, numbered from 1; and all sites of the files that were looked at."""
     if options.again:
         wanted = {tuple(row["key"]) for row in json.loads(pathlib.Path(options.again).read_text())}
         names = sorted({key[0] for key in wanted} & set(arguments))
@@ -99,7 +100,7 @@ def choose(options, root, tree, arguments):
             chosen += sorted(picked, key=lambda s: s.start)
     for number, site in enumerate(chosen, 1):
         site.number = number
-    return chosen
+    return chosen, found
 
 
 def write_and_build(copy, root, chosen):
@@ -136,11 +137,23 @@ def read_equivalents(path):
         if not line or line.startswith("#"):
             continue
         if line.startswith(" ") != awaited:
-            sys.exit(f"mutants.py: {path}: {'a reason' if awaited else 'a mutant'} should stand here: {line}")
+            sys.exit(f"mutants.py: {path}: {'this mutant has no reason' if awaited else 'this reason has no mutant'}: "
+                     + (previous if awaited else line))
         if not awaited:
             found.add(tuple(line.split(": ", 1)))
-        awaited = not awaited
+        awaited, previous = not awaited, line
     return found
+
+
+def stale_entries(equivalents, root, found):
+    """The explained mutants whose file is gone, or is among the `found` sites by file and has no such site."""
+    there = {site.key for found_here in found.values() for site in found_here}
+    return sorted(key for key in equivalents if key not in there and (key[0] in found or not (root / key[0]).exists()))
+
+
+def say_stale(entries):
+    for path, change in entries:
+        print(f"equivalent.txt explains a mutant that does not exist: {path}: {change}")
 
 
 def report(made, verdicts, equivalents, dropped, output):
@@ -167,6 +180,7 @@ def read_options():
     parser.add_argument("--only", action="append", default=[])
     parser.add_argument("--gui", action="store_true")
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--stale", action="store_true")
     parser.add_argument("--again")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--root", type=pathlib.Path, default=pathlib.Path(__file__).resolve().parents[1], help=argparse.SUPPRESS)
@@ -182,7 +196,13 @@ def main():
     if not copy.build.exists():
         copy.update({})
     arguments = copy.configure()
-    chosen = choose(options, root, copy.tree, arguments)
+    equivalents = read_equivalents(root / "tools/mutants/equivalent.txt")
+    if options.stale:
+        names = {path for path, _ in equivalents} & set(arguments)
+        entries = stale_entries(equivalents, root, find_all(names, root, copy.tree, arguments, options.jobs))
+        say_stale(entries)
+        return 1 if entries else 0
+    chosen, found = choose(options, root, copy.tree, arguments)
     if options.list:
         for site in chosen:
             print(f"{site.path}:{site.line}: {site.change}")
@@ -201,7 +221,7 @@ def main():
         say(f"[{len(verdicts)}/{len(made)}] {verdict[0]} {site.path}:{site.line}: {site.change}")
 
     runner.judge_all(by_number, note)
-    equivalents = read_equivalents(root / "tools/mutants/equivalent.txt")
+    say_stale(stale_entries(equivalents, root, found))
     report(made, verdicts, equivalents, len(chosen) - len(made), folder / "survivors.json")
     return 0
 

@@ -13,5 +13,29 @@ inline constexpr std::size_t kMaximumPages = 100'000;
 inline constexpr std::size_t kMaximumMissingPages = 1'000;
 /// Bytes of text.
 inline constexpr std::size_t kMaximumText = std::size_t{512} << 20;
+/// Operators of the content of a page, with its forms and annotations; look-ups and long strings count as several. The
+/// largest maps have some millions.
+inline constexpr std::size_t kMaximumOperators = 20'000'000;
+/// The same of all pages that one reader reads: many pages may share one content stream.
+inline constexpr std::size_t kMaximumOperatorsOfDocument = 200'000'000;
+/// Decoded bytes of content of all pages that one reader reads.
+inline constexpr std::size_t kMaximumContentOfDocument = std::size_t{2} << 30;
+
+/// The highest object number: that of annex C for readers whose integers have 32 bits.
+inline constexpr std::size_t kMaximumObjectNumber = 8'388'607;
+/// Bytes of one decoded stream. A stream may always grow to four times its encoded size.
+inline constexpr std::size_t kMaximumDecodedStream = std::size_t{64} << 20;
+inline constexpr std::size_t kAlwaysDecodedRatio = 4;
+/// Bytes of all streams that one Document decodes, the same stream counted each time: so many, and so many more for each
+/// byte of the file. Documents of text need a tenth.
+inline constexpr std::size_t kMaximumDecodedTotal = std::size_t{512} << 20;
+inline constexpr std::size_t kDecodedTotalRatio = 32;
+/// Bytes of the objects that one Document keeps parsed, and of the object streams that it keeps decoded: so many each,
+/// and so many more for each byte of the file.
+inline constexpr std::size_t kMaximumObjectMemory = std::size_t{64} << 20;
+inline constexpr std::size_t kObjectMemoryRatio = 2;
+/// Bytes that one Document parses objects from, the same bytes counted each time.
+inline constexpr std::size_t kMaximumParsed = std::size_t{256} << 20;
+inline constexpr std::size_t kParsedRatio = 16;
 
 } // namespace quillow::pdf

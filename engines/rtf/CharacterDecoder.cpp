@@ -16,18 +16,7 @@ constexpr std::ptrdiff_t kHexByte = 4; // the length of \'hh
 
 /// Words that are never part of the fallback after \u, because they carry the structure of the text.
 constexpr bool endsFallback(Action action) {
-    switch (action) {
-    case Action::paragraph:
-    case Action::line:
-    case Action::tab:
-    case Action::cell:
-    case Action::row:
-    case Action::page:
-    case Action::section:
-    case Action::column:
-    case Action::unicode: return true;
-    default: return false;
-    }
+    return isBreak(action) || action == Action::unicode;
 }
 
 } // namespace

@@ -177,7 +177,8 @@ void FontTable::define(int number, Font font, const std::string& name) {
     latest_ = nullptr;
 }
 
-/// After the byte of a token: where it is raw and the first half of a pair, the second half is no token of its own.
+/// Call after a token of one byte. If the byte is raw and a lead byte, skips the trail byte of its pair, which is not a
+/// token.
 void FontTable::passTrailByte(Scanner& scanner, char byte, const Font& font) {
     const char* p = scanner.position();
     if (!isHigh(byte) || p[-1] != byte || scanner.atEnd()) return; // written as \'hh, it ends with a digit

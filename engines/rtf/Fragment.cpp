@@ -9,12 +9,12 @@ namespace quillow::rtf {
 
 namespace {
 
-/// Where a word that has other meanings too is looked for company.
+/// The bytes after a word with other meanings too in which further control words are examined.
 constexpr std::size_t kWindow = 4096;
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-/// Words that nothing but RTF has.
+/// Words that only RTF has.
 constexpr std::string_view kOfRtfAlone[] = {
     "colortbl",    "dbch",       "fldinst",
     "fldrslt",     "fonttbl",    "hich",
@@ -30,7 +30,7 @@ constexpr std::string_view kOfRtfAlone[] = {
     "ulnone",      "widctlpar",
 };
 
-/// The same, where a number follows; no control word of TeX holds digits.
+/// Words that only RTF has with a number after them: no control word of TeX contains digits.
 constexpr std::string_view kOfRtfWithNumber[] = {
     "af",        "afs",          "ansicpg", "b",       "cb", "cf",  "cs", "deff",
     "deflang",   "deftab",       "expnd",   "expndtw", "f",  "fi",  "fs", "i",
@@ -48,33 +48,20 @@ bool holds(const std::string_view (&names)[n], std::string_view name) {
     return std::find(std::begin(names), std::end(names), name) != std::end(names);
 }
 
-/// What a control word says about the text that it stands in.
+/// What a control word says about the text that contains it.
 struct Word {
     enum class Sign : std::uint8_t {
-        foreign,  ///< RTF does not have it, or not so
-        possible, ///< RTF has it, and others may
-        mark,     ///< a break, a character or a toggle: the same, but it can stand for itself
-        certain,
+        foreign,  ///< not a control word of RTF, or not in this form
+        possible, ///< a control word of RTF; other formats may have it too
+        mark,     ///< the same, and a break, a character or a toggle: it may be the only control word of the text
+        certain,  ///< only RTF has it
     };
     Sign sign = Sign::foreign;
     bool isToggle = false;
     bool isBreak = false;
-    bool opensGroups = false; ///< a destination, with a group right behind it
-    char delimiter = '\0';    ///< behind it; NUL at the end
+    bool opensGroups = false; ///< a destination, with a group directly after it
+    char delimiter = '\0';    ///< the character after it; NUL at the end
 };
-
-bool isBreak(Action action) {
-    switch (action) {
-    case Action::paragraph:
-    case Action::line:
-    case Action::tab:
-    case Action::cell:
-    case Action::row:
-    case Action::page:
-    case Action::section: return true;
-    default: return false;
-    }
-}
 
 /// Reads the control word at the backslash that `text` begins with.
 Word readWord(std::string_view& text) {
@@ -94,7 +81,7 @@ Word readWord(std::string_view& text) {
     text.remove_prefix(end);
     const Action action = findKeyword(name).action;
     word.isToggle = holds(kToggles, name);
-    word.isBreak = isBreak(action);
+    word.isBreak = isBreak(action) && action != Action::column; // TeX has \column too
     word.opensGroups = action == Action::destination && text.starts_with("{\\");
     const bool isDelimited = std::string_view("\0 \t\r\n\\}", 7).find(word.delimiter) != std::string_view::npos;
     if (holds(kOfRtfAlone, name) || (hasNumber && !hasLeadingZero && holds(kOfRtfWithNumber, name))) {
@@ -109,10 +96,10 @@ Word readWord(std::string_view& text) {
     return word;
 }
 
-/// What the control words after the first say about it.
+/// What the control words after the first one say about it.
 struct Company {
     bool hasForeign = false;
-    bool confirms = false; ///< a certain word, or a break, among words most of which RTF has
+    bool confirms = false; ///< there is a certain word or a break, and RTF has at least half of the words
 };
 
 Company companyOf(std::string_view text) {
@@ -156,9 +143,9 @@ bool beginsLikeBody(std::string_view text) {
     if (first.sign == Word::Sign::foreign && !(isInGroup && first.opensGroups)) return false;
     const Company company = companyOf(text);
     if (company.confirms) return true;
-    const bool standsAlone = first.sign == Word::Sign::mark && !company.hasForeign &&
-                             kBlanks.find(first.delimiter) != std::string_view::npos;
-    if (!standsAlone) return false;
+    const bool mayBeAlone = first.sign == Word::Sign::mark && !company.hasForeign &&
+                            kBlanks.find(first.delimiter) != std::string_view::npos;
+    if (!mayBeAlone) return false;
     // TeX has accents of these names: {\b o}, {\i}, {\v s}.
     constexpr std::size_t kLongestAccented = 3;
     return !isInGroup || !first.isToggle || text.find('}') > kLongestAccented;

@@ -229,6 +229,7 @@ bool Interpreter::pushFrame(Closing kind) {
 /// From here on the text belongs to the frame. It begins a paragraph of its own, outside lists.
 void Interpreter::divert(Frame& frame) {
     frame.pending = pending_;
+    frame.highSurrogate = highSurrogate_;
     frame.paragraph = std::move(paragraph_);
     frame.mark = output_.size();
     pending_ = 0;
@@ -249,6 +250,7 @@ std::string Interpreter::endDiversion(Frame& frame) {
     std::string text = output_.cut(frame.mark);
     paragraph_ = std::move(frame.paragraph);
     pending_ = frame.pending;
+    highSurrogate_ = frame.highSurrogate;
     return text;
 }
 
@@ -386,7 +388,7 @@ void Interpreter::finishDestination(Closing closing) {
     }
 }
 
-/// What a button shows may be a field, which stands directly behind the place to go to or parted from it by a blank.
+/// What a button shows may be a field, directly after the place to go to or after a blank.
 void Interpreter::partButtonFromField() {
     if (frames_.empty() || frames_.back().kind != Closing::fieldInstruction) return;
     if (endsWithButtonTarget(output_.view(frames_.back().mark))) output_.append(' ');

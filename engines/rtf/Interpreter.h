@@ -83,6 +83,7 @@ private:
         Closing kind = Closing::nothing;
         std::size_t mark = 0;
         std::uint8_t pending = 0;
+        char32_t highSurrogate = 0; ///< the interrupted text's, if it is pending
         Paragraph paragraph;
         std::uint32_t noteNumber = 0;
         bool hasText = false;     ///< shape: its text box has been read

@@ -131,7 +131,6 @@ constexpr NamedKeyword kKeywords[] = {
     destination("listlevel", Destination::listLevel),
     destination("listname", Destination::skipped),
     destination("listoverride", Destination::listOverride),
-    {"listoverrideformat", Action::overrideFormat},
     {"listoverridestartat", Action::overrideStart},
     destination("listoverridetable", Destination::overrideTable),
     destination("listpicture", Destination::skipped),

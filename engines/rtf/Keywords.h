@@ -17,7 +17,7 @@ enum class Action : std::uint8_t {
     binary,      ///< \bin
     unicode,     ///< \u
     destination, ///< value: a Destination
-    // Breaks
+    // Breaks: see isBreak()
     paragraph,
     line,
     page,
@@ -56,7 +56,6 @@ enum class Action : std::uint8_t {
     levelNoRestart,
     listId,
     overrideStart,
-    overrideFormat,
     // Words of old-style numbering (\pn); value of pnFormat: a NumberFormat
     pnLevel,
     pnBullet,
@@ -65,6 +64,11 @@ enum class Action : std::uint8_t {
     pnFormat,
     pnStart,
 };
+
+/// Whether a word ends a paragraph, a line, a page, a section, a column, a cell or a row, or is a tab.
+[[nodiscard]] constexpr bool isBreak(Action action) {
+    return action >= Action::paragraph && action <= Action::tab;
+}
 
 /// What a group is for, if it is more than a scope.
 enum class Destination : std::uint8_t {

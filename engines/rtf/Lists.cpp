@@ -1,5 +1,6 @@
 #include "engines/rtf/Lists.h"
 
+#include "engines/rtf/CharacterDecoder.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -20,6 +21,35 @@ Destination readDestination(Scanner& scanner) {
     if (!scanner.atWord()) return otherwise;
     const ControlWord word = scanner.readWord();
     return word.action() == Action::destination ? word.keyword.destination() : otherwise;
+}
+
+/// What to do with a group inside a table's group.
+enum class Inside : std::uint8_t {
+    read,    ///< it has been read
+    entered, ///< its words and groups are those of the group around it
+    skipped,
+};
+
+/// What to do with a group that has no meaning of its own here.
+Inside otherGroup(Destination destination) {
+    return destination == Destination::body ? Inside::entered : Inside::skipped;
+}
+
+/// Reads the rest of a group, closing brace included. Calls `takeGroup` with the destination of each group inside,
+/// which says what to do with it, and `takeWord` with each control word and the number of open groups.
+template <typename TakeGroup, typename TakeWord>
+Scanner::Completeness readGroup(Scanner& scanner, TakeGroup takeGroup, TakeWord takeWord) {
+    for (std::size_t depth = 1; depth > 0;) {
+        const Token token = scanner.nextToken();
+        if (token.kind == Token::Kind::end) return Scanner::Completeness::cutShort;
+        if (token.kind == Token::Kind::close) --depth;
+        if (token.kind == Token::Kind::word) takeWord(token.word, depth);
+        if (token.kind != Token::Kind::open) continue;
+        const Inside inside = takeGroup(readDestination(scanner));
+        if (inside == Inside::entered) ++depth;
+        if (inside == Inside::skipped) (void)scanner.skipGroup(nullptr);
+    }
+    return Scanner::Completeness::whole;
 }
 
 std::uint32_t clampStart(std::int32_t start) {
@@ -64,53 +94,38 @@ void Lists::reset() {
 }
 
 Scanner::Completeness Lists::readListTable(Scanner& scanner) {
-    for (std::size_t depth = 1;;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) return Scanner::Completeness::cutShort;
-        if (token.kind == Token::Kind::close && --depth == 0) return Scanner::Completeness::whole;
-        if (token.kind == Token::Kind::word && token.word.action() == Action::listId && !lists_.empty() && depth == 2)
-            listOfId_[token.word.parameter] = lists_.size() - 1;
-        if (token.kind != Token::Kind::open) continue;
-        switch (readDestination(scanner)) {
+    const auto takeGroup = [&](Destination destination) {
+        switch (destination) {
         case Destination::list:
-            if (lists_.size() < kMaxLists) {
-                lists_.push_back({{}, counters_.size()});
-                counters_.emplace_back().fill(kNotStarted);
-                ++depth;
-            } else {
-                (void)scanner.skipGroup(nullptr);
-            }
-            break;
+            if (lists_.size() == kMaxLists) return Inside::skipped;
+            lists_.push_back({{}, counters_.size()});
+            counters_.emplace_back().fill(kNotStarted);
+            return Inside::entered;
         case Destination::listLevel:
-            if (!lists_.empty() && lists_.back().levels.size() < kListLevels) {
-                readLevel(scanner, lists_.back());
-            } else {
-                (void)scanner.skipGroup(nullptr);
-            }
-            break;
-        case Destination::body: ++depth; break;
-        default: (void)scanner.skipGroup(nullptr); break;
+            if (lists_.empty() || lists_.back().levels.size() == kListLevels) return Inside::skipped;
+            readLevel(scanner, lists_.back());
+            return Inside::read;
+        default: return otherGroup(destination);
         }
-    }
+    };
+    const auto takeWord = [&](const ControlWord& word, std::size_t depth) {
+        if (word.action() == Action::listId && !lists_.empty() && depth == 2)
+            listOfId_[word.parameter] = lists_.size() - 1;
+    };
+    return readGroup(scanner, takeGroup, takeWord);
 }
 
 void Lists::readLevel(Scanner& scanner, List& list) {
     PendingLevel pending;
     bool hasFormat = false;
-    for (std::size_t depth = 1; depth > 0;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) break;
-        if (token.kind == Token::Kind::close) --depth;
-        if (token.kind == Token::Kind::open) {
-            switch (readDestination(scanner)) {
-            case Destination::levelText: readTemplate(scanner, pending.text); break;
-            case Destination::body: ++depth; break;
-            default: (void)scanner.skipGroup(nullptr); break;
-            }
-        }
-        if (token.kind != Token::Kind::word) continue;
-        const std::int32_t parameter = token.word.parameter;
-        switch (token.word.action()) {
+    const auto takeGroup = [&](Destination destination) {
+        if (destination != Destination::levelText) return otherGroup(destination);
+        readTemplate(scanner, pending.text);
+        return Inside::read;
+    };
+    const auto takeWord = [&](const ControlWord& word, std::size_t) {
+        const std::int32_t parameter = word.parameter;
+        switch (word.action()) {
         case Action::numberFormat:
             if (!hasFormat) pending.level.format = NumberFormat{parameter};
             hasFormat = true;
@@ -119,12 +134,13 @@ void Lists::readLevel(Scanner& scanner, List& list) {
         case Action::levelFollow:
             if (parameter >= 0 && parameter <= 2) pending.level.follow = static_cast<Follow>(parameter);
             break;
-        case Action::levelLegal: pending.level.legal = token.word.isOn(); break;
-        case Action::levelNoRestart: pending.level.neverRestarts = token.word.isOn(); break;
+        case Action::levelLegal: pending.level.legal = word.isOn(); break;
+        case Action::levelNoRestart: pending.level.neverRestarts = word.isOn(); break;
         case Action::font: pending.charset = fonts_.charset(parameter); break;
         default: break;
         }
-    }
+    };
+    (void)readGroup(scanner, takeGroup, takeWord);
     finishLevel(list, pending);
 }
 
@@ -162,9 +178,9 @@ void Lists::readTemplate(Scanner& scanner, LabelTemplate& text) const {
             fallback = 0;
             break;
         case Token::Kind::word:
-            if (token.word.action() == Action::unicode) {
-                const std::int32_t n = token.word.parameter;
-                text.addUnicode(static_cast<char32_t>(n < 0 ? n + 0x10000 : n));
+            if (token.word.action() == Action::unicode && token.word.hasParameter) {
+                // deliberate: \u0 is a character here, the placeholder of the first level.
+                text.addUnicode(codePointOfUnicode(token.word.parameter));
                 fallback = unicodeSkip;
             } else if (token.word.action() == Action::unicodeSkip) {
                 unicodeSkip = std::clamp<std::int32_t>(token.word.parameter, 0, 0xFFFF);
@@ -188,17 +204,12 @@ void Lists::readTemplate(Scanner& scanner, LabelTemplate& text) const {
 }
 
 Scanner::Completeness Lists::readOverrideTable(Scanner& scanner) {
-    for (std::size_t depth = 1;;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) return Scanner::Completeness::cutShort;
-        if (token.kind == Token::Kind::close && --depth == 0) return Scanner::Completeness::whole;
-        if (token.kind != Token::Kind::open) continue;
-        switch (readDestination(scanner)) {
-        case Destination::listOverride: readOverride(scanner); break;
-        case Destination::body: ++depth; break;
-        default: (void)scanner.skipGroup(nullptr); break;
-        }
-    }
+    const auto takeGroup = [&](Destination destination) {
+        if (destination != Destination::listOverride) return otherGroup(destination);
+        readOverride(scanner);
+        return Inside::read;
+    };
+    return readGroup(scanner, takeGroup, [](const ControlWord&, std::size_t) {});
 }
 
 void Lists::readOverride(Scanner& scanner) {
@@ -206,31 +217,21 @@ void Lists::readOverride(Scanner& scanner) {
     entry.starts.fill(kNotStarted);
     int number = -1;
     std::size_t level = 0;
-    for (std::size_t depth = 1; depth > 0;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) break;
-        if (token.kind == Token::Kind::close) --depth;
-        if (token.kind == Token::Kind::open) {
-            switch (readDestination(scanner)) {
-            case Destination::overrideLevel:
-                if (level < kListLevels) {
-                    readOverrideLevel(scanner, entry, level++);
-                } else {
-                    (void)scanner.skipGroup(nullptr);
-                }
-                break;
-            case Destination::body: ++depth; break;
-            default: (void)scanner.skipGroup(nullptr); break;
-            }
-        }
-        if (token.kind != Token::Kind::word) continue;
-        if (token.word.action() == Action::listId) {
-            const auto found = listOfId_.find(token.word.parameter);
+    const auto takeGroup = [&](Destination destination) {
+        if (destination != Destination::overrideLevel) return otherGroup(destination);
+        if (level == kListLevels) return Inside::skipped;
+        readOverrideLevel(scanner, entry, level++);
+        return Inside::read;
+    };
+    const auto takeWord = [&](const ControlWord& word, std::size_t) {
+        if (word.action() == Action::listId) {
+            const auto found = listOfId_.find(word.parameter);
             if (found != listOfId_.end()) entry.list = found->second;
-        } else if (token.word.action() == Action::listOverride) {
-            number = token.word.parameter;
+        } else if (word.action() == Action::listOverride) {
+            number = word.parameter;
         }
-    }
+    };
+    (void)readGroup(scanner, takeGroup, takeWord);
     if (number >= 0 && overrides_.size() < kMaxOverrides) overrides_[number] = entry;
 }
 
@@ -238,24 +239,16 @@ void Lists::readOverrideLevel(Scanner& scanner, Override& entry, std::size_t lev
     bool hasStart = false;
     std::uint32_t start = 1;
     List own; // holds the level of an overriding format, if there is one
-    for (std::size_t depth = 1; depth > 0;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) break;
-        if (token.kind == Token::Kind::close) --depth;
-        if (token.kind == Token::Kind::open) {
-            const Destination destination = readDestination(scanner);
-            if (destination == Destination::listLevel && own.levels.empty()) {
-                readLevel(scanner, own);
-            } else if (destination == Destination::body) {
-                ++depth;
-            } else {
-                (void)scanner.skipGroup(nullptr);
-            }
-        }
-        if (token.kind != Token::Kind::word) continue;
-        if (token.word.action() == Action::overrideStart) hasStart = token.word.isOn();
-        if (token.word.action() == Action::levelStart) start = clampStart(token.word.parameter);
-    }
+    const auto takeGroup = [&](Destination destination) {
+        if (destination != Destination::listLevel || !own.levels.empty()) return otherGroup(destination);
+        readLevel(scanner, own);
+        return Inside::read;
+    };
+    const auto takeWord = [&](const ControlWord& word, std::size_t) {
+        if (word.action() == Action::overrideStart) hasStart = word.isOn();
+        if (word.action() == Action::levelStart) start = clampStart(word.parameter);
+    };
+    (void)readGroup(scanner, takeGroup, takeWord);
     if (!own.levels.empty() && entry.list != Override::kNoList && lists_.size() < kMaxLists) {
         if (hasStart) start = own.levels.front().start;
         // The override gets a copy of the list with its own level. The copy shares the counters of the original.
@@ -316,26 +309,16 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
     LabelTemplate before;
     LabelTemplate after;
     const Charset* charset = fonts_.defaultCharset();
-    Scanner::Completeness completeness = Scanner::Completeness::whole;
     bool hasNumber = false;
     bool hasKind = false;
-    for (std::size_t depth = 1; depth > 0;) {
-        const Token token = scanner.nextToken();
-        if (token.kind == Token::Kind::end) {
-            completeness = Scanner::Completeness::cutShort;
-            break;
+    const auto takeGroup = [&](Destination destination) {
+        switch (destination) {
+        case Destination::oldNumberingBefore: readTemplate(scanner, before); return Inside::read;
+        case Destination::oldNumberingAfter: readTemplate(scanner, after); return Inside::read;
+        default: return otherGroup(destination);
         }
-        if (token.kind == Token::Kind::close) --depth;
-        if (token.kind == Token::Kind::open) {
-            switch (readDestination(scanner)) {
-            case Destination::oldNumberingBefore: readTemplate(scanner, before); break;
-            case Destination::oldNumberingAfter: readTemplate(scanner, after); break;
-            case Destination::body: ++depth; break;
-            default: (void)scanner.skipGroup(nullptr); break;
-            }
-        }
-        if (token.kind != Token::Kind::word) continue;
-        const ControlWord& word = token.word;
+    };
+    const auto takeWord = [&](const ControlWord& word, std::size_t) {
         switch (word.action()) {
         case Action::pnLevel:
             numbering.kind = OldNumbering::Kind::numbered;
@@ -366,7 +349,8 @@ Scanner::Completeness Lists::readOldNumbering(Scanner& scanner, OldNumbering& nu
         case Action::font: charset = fonts_.charset(word.parameter); break;
         default: break;
         }
-    }
+    };
+    const Scanner::Completeness completeness = readGroup(scanner, takeGroup, takeWord);
     if (!hasKind && hasNumber) numbering.kind = OldNumbering::Kind::numbered;
     numbering.before = before.decode(*charset);
     numbering.after = after.decode(*charset);

@@ -28,8 +28,9 @@ public:
     /// Whether the brace before `position` is the document's last one.
     [[nodiscard]] bool isAfterLastBrace(const char* position) const { return position == lastBrace_; }
 
-    /// Call at a brace that closes the document's own group, with the bytes after it. Returns whether it is a stray, so
-    /// that the text goes on: as many braces are as the rest of the file has closing braces without an opening one.
+    /// Call at a brace that closes the document's own group, with the bytes after it. Returns whether it is a stray,
+    /// after which the text goes on. The number of strays is that of the closing braces without an opening one in the
+    /// bytes of the first call.
     [[nodiscard]] bool isStrayClose(std::string_view rest);
 
     /// Call before going back to bytes that were read already. Returns false after kMaxRecoveries times.

@@ -24,7 +24,8 @@ struct DelegateFixture : testing::Test {
     FakeLogView log;
     FakeViewArea viewArea;
     MWDragDropView dropArea{viewArea};
-    QuillowAppDelegate delegate{(fakes.updateCheck = UpdateCheck::leftOut, fakes.platform())};
+    QuillowAppDelegate delegate{(fakes.updateCheck = UpdateCheck::leftOut, fakes.platform()), fakes.supportUtility,
+                                fakes.valueTransformers, fakes.undoManager};
 
     DelegateFixture() {
         delegate.setWindow(&window);

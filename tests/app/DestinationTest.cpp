@@ -144,7 +144,7 @@ TEST_F(DestinationTest, launchStartsTheDailyCheckUnlessTheBuildLeavesItOut) {
     EXPECT_EQ(shared.platform.alerts.shown().size(), alerts) << "no invitation either";
 
     fakes.updateCheck = UpdateCheck::wired;
-    QuillowAppDelegate wired(fakes.platform());
+    QuillowAppDelegate wired(fakes.platform(), fakes.supportUtility, fakes.valueTransformers, fakes.undoManager);
     wired.applicationDidFinishLaunching({});
     EXPECT_EQ(shared.background.queuedCount(), 1U);
 }

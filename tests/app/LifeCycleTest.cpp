@@ -64,7 +64,7 @@ protected:
     FakeLogView log;
     FakeViewArea viewArea;
     MWDragDropView dropArea{viewArea};
-    QuillowAppDelegate delegate{fakes.platform()};
+    QuillowAppDelegate delegate{fakes.platform(), fakes.supportUtility, fakes.valueTransformers, fakes.undoManager};
     std::vector<Observation> observations;
 };
 

@@ -53,12 +53,13 @@ TEST(Bytes, growingKeepsWhatWasRead) {
 
 TEST(MappedFile, staysGuardedWhenItTakesAnothersPlace) {
     const TemporaryFolder folder;
-    const std::string path = folder.put("b", std::string(kPages, 'x'));
+    const std::string path = folder.put("b", std::string(2 * kPages, 'x'));
     MappedFile kept = mapped(folder.put("a", std::string(kPages, 'x')));
     {
         MappedFile other = mapped(path);
         kept = std::move(other);
     }
+    ASSERT_EQ(kept.view().size(), 2 * kPages);
 
     std::filesystem::resize_file(path, 0);
 

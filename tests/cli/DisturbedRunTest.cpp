@@ -1,4 +1,5 @@
-// Disturbed runs of the real program: a signal that its parent ignores, and a document that changes while it is read.
+// Disturbed runs of the real program: a signal that its parent ignores, a reader that is gone, and documents that are
+// slow or change while they are read.
 #include "cli/Input.h"
 #include "cli/Program.h"
 #include "tests/cli/RunConvert.h"
@@ -13,6 +14,7 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <thread>
 
 namespace quillow::cli {
@@ -39,6 +41,46 @@ TEST(DisturbedRun, aSignalThatWasIgnoredAtTheStartStaysIgnored) {
     const Outcome done = running.wait();
     EXPECT_EQ(done.exitCode, kAllConverted);
     EXPECT_EQ(done.output, "text\n");
+}
+
+TEST(DisturbedRun, aReaderThatIsGoneEndsItByThePipeSignal) {
+    const TemporaryFolder folder;
+    const std::string document = folder.put("a.rtf", "{\\rtf1 text}");
+    const std::string output = folder.at("output");
+    const std::string gate = folder.at("gate");
+    ASSERT_EQ(::mkfifo(output.c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo(gate.c_str(), 0600), 0);
+    test::RunSetting setting;
+    setting.outputPath = output;
+    setting.prefix = {"env", "--default-signal=PIPE", "sh", "-c", R"(read -r go <"$0"; exec "$@")", gate};
+    for (const std::string& argument : {std::string("--help"), document}) {
+        const int reading = ::open(output.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        Running running({argument}, setting);
+        ::close(reading);
+
+        std::ofstream(gate) << "go\n";
+
+        const Outcome done = running.wait();
+        EXPECT_EQ(done.signal, SIGPIPE) << argument;
+        EXPECT_EQ(done.errors, "") << argument;
+    }
+}
+
+TEST(DisturbedRun, theNextDocumentIsReadBesideASlowOne) {
+    if (std::thread::hardware_concurrency() < 2) GTEST_SKIP() << "one processor takes one document after the other";
+    const TemporaryFolder folder;
+    const std::string slow = folder.at("slow.rtf");
+    const std::string next = folder.at("next.rtf");
+    for (const std::string& pipe : {slow, next})
+        ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    Running running({slow, next});
+
+    std::ofstream(next) << "{\\rtf1 next}"; // waits until the program reads
+    std::ofstream(slow) << "{\\rtf1 slow}";
+
+    const Outcome done = running.wait();
+    EXPECT_EQ(done.exitCode, kAllConverted);
+    EXPECT_EQ(done.output, "slow\nnext\n");
 }
 
 TEST(DisturbedRun, aDocumentThatChangesWhileItIsReadIsUnreadable) {

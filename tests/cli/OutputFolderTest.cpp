@@ -140,8 +140,10 @@ TEST(OutputFolder, readOnlyFileIsNotReplacedWhoeverRuns) {
 TEST(OutputFolder, pipeIsNotReplaced) {
     const TemporaryFolder folder;
     ASSERT_EQ(::mkfifo(folder.at("a.txt").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo(folder.at("readOnly.txt").c_str(), 0400), 0);
 
     EXPECT_EQ(writeFailure(opened(folder.at("")), "a.txt"), "is a device or a pipe");
+    EXPECT_EQ(writeFailure(opened(folder.at("")), "readOnly.txt"), "is a device or a pipe");
 }
 
 TEST(OutputFolder, presentFileIsKeptWhereThatIsAskedFor) {

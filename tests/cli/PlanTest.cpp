@@ -174,6 +174,19 @@ TEST(Plan, documentOutsideOfTheMirrorStaysInTheOutputFolder) {
     EXPECT_EQ(plan.notices, Names{"2 documents are not below docs: no folders are made for them in out"});
 }
 
+TEST(Plan, noticesHaveAFixedOrder) {
+    const Plan plan = PlanOf({"/etc/a.rtf", "/etc/a.rtf", "x/a.rtf", "b.rtf", "b.html"})
+                          .file("/etc/a.rtf", 1)
+                          .mirror("x")
+                          .into("out")
+                          .make();
+
+    ASSERT_EQ(plan.notices.size(), 3U);
+    EXPECT_NE(plan.notices[0].find("another name"), std::string::npos) << plan.notices[0];
+    EXPECT_NE(plan.notices[1].find("a second time"), std::string::npos) << plan.notices[1];
+    EXPECT_NE(plan.notices[2].find("not below"), std::string::npos) << plan.notices[2];
+}
+
 TEST(Plan, failureFoundBeforehandStaysInItsPlace) {
     const Plan plan = PlanOf({}).failed("a").into("out").type(DocumentKind::rtf).make();
     const Plan mixed = PlanOf({"x/a.rtf"}).failed("a").into("out").make();

@@ -178,6 +178,8 @@ TEST(Program, quietSaysNothingAndVerboseSpeaksOfEveryDocument) {
     EXPECT_EQ(verbose.errors, "quillow-convert: " + good + ": ok (12 bytes)\n");
     const Outcome filed = run({"-v", "-o", folder.at("out"), good});
     EXPECT_EQ(filed.errors, "quillow-convert: " + good + ": ok (12 bytes, a.txt)\n");
+    const std::string two = folder.put("two.pdf", pdf("plain"));
+    EXPECT_EQ(run({"-v", two}).errors, "quillow-convert: " + two + ": ok (47 bytes, 2 pages)\n");
 }
 
 TEST(Program, mistakesInTheArgumentsExitWithUsage) {

@@ -25,7 +25,7 @@ struct RunSetting {
 /// A running program. Call wait() once.
 class Running {
 public:
-    Running(const std::vector<std::string>& arguments, const RunSetting& setting);
+    Running(const std::vector<std::string>& arguments, const RunSetting& setting = {});
     [[nodiscard]] pid_t process() const { return process_; }
     [[nodiscard]] Outcome wait();
 

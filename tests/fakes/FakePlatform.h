@@ -60,10 +60,9 @@ struct FakePlatform {
     [[nodiscard]] Platform platform() { return platform(defaults); }
     /// The platform with another defaults store, such as one that wraps the fake.
     [[nodiscard]] Platform platform(Defaults& store) {
-        return {alerts,    archive,        bookmarks,  bundle,      clock,  dates,       store,
-                documents, files,          html,       mainQueue,   menus,  panels,      pdf,
-                rtf,       supportUtility, systemInfo, termination, timers, undoManager, valueTransformers,
-                workspace, updateCheck};
+        return {alerts,    archive,    bookmarks,   bundle,    clock,     dates,      store,
+                documents, files,      html,        mainQueue, menus,     panels,     pdf,
+                rtf,       systemInfo, termination, timers,    workspace, updateCheck};
     }
     /// From now on these fakes also record their calls in the journal.
     void recordEverything() {

@@ -51,7 +51,7 @@ protected:
     [[nodiscard]] const Alert& lastAlert() const { return fake.alerts.shown().back().alert; }
 
     FakePlatform fake;
-    Delegate delegate{fake.platform()};
+    Delegate delegate{fake.platform(), fake.supportUtility, fake.valueTransformers};
     FakeWindow prefWindow;
     FakeToolbarFactory toolbarFactory;
     FakeTabView tabView;
@@ -88,7 +88,7 @@ TEST_F(AppDelegateBase, putsSoftwareUpdateSecondIntoTheApplicationMenu) {
 
 TEST_F(AppDelegateBase, leavesTheUpdateOutOfABuildThatDoesNotCheck) {
     fake.updateCheck = UpdateCheck::leftOut;
-    Delegate without(fake.platform());
+    Delegate without(fake.platform(), fake.supportUtility, fake.valueTransformers);
     without.adjustBeforeFinishingLaunching();
     EXPECT_EQ(fake.menus.applicationMenu().size(), 2);
 }
@@ -504,7 +504,7 @@ TEST_F(AppDelegateBase, triesToOpenTheGuideAlsoWhenItCouldNotBeCopied) {
 
 TEST(MWAppDelegateBase, hasNoGuideNameOfItsOwnAndHooksThatDoNothing) {
     FakePlatform fake;
-    MWAppDelegateBase base(fake.platform());
+    MWAppDelegateBase base(fake.platform(), fake.supportUtility, fake.valueTransformers);
     EXPECT_EQ(base.getUserGuideName(), QString());
     EXPECT_EQ(base.getUserGuideNameWithThisRelNum(), QString());
     EXPECT_EQ(base.allowedStartupDocExtensions(), QStringList{QStringLiteral("")});

@@ -35,7 +35,7 @@ struct MWDragDropBaseAppTest : testing::Test {
     FakeProgressIndicator progressIndicator{fakes.journal};
     FakeViewArea viewArea;
     MWDragDropView dropArea{viewArea};
-    ObservingApp app{fakes.platform()};
+    ObservingApp app{fakes.platform(), fakes.supportUtility, fakes.valueTransformers};
 
     MWDragDropBaseAppTest() {
         app.setWindow(&window);
@@ -121,7 +121,7 @@ TEST_F(MWDragDropBaseAppTest, missingDestinationFolderIsToldInASheet) {
 }
 
 TEST_F(MWDragDropBaseAppTest, hooksDoNothing) {
-    MWDragDropBaseApp plain(fakes.platform());
+    MWDragDropBaseApp plain(fakes.platform(), fakes.supportUtility, fakes.valueTransformers);
     plain.doProcess();
     plain.openAlertPanelCantDropThisHere();
     plain.observeValueForKeyPath(u"myFilePathDropped"_s, &dropArea, {}, nullptr);
@@ -132,7 +132,7 @@ TEST_F(MWDragDropBaseAppTest, hooksDoNothing) {
 }
 
 TEST_F(MWDragDropBaseAppTest, missingOutletsTakeWhatTheyAreToldWithoutEffect) {
-    ObservingApp bare(fakes.platform());
+    ObservingApp bare(fakes.platform(), fakes.supportUtility, fakes.valueTransformers);
     bare.applicationDidFinishLaunching({});
     bare.taskStarted();
     EXPECT_EQ(bare.performingTask(), Boxed(true));

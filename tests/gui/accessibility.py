@@ -11,12 +11,13 @@ NAMED_ROLES = {"push button", "toggle button", "check box", "text", "combo box",
                "spin button", "check menu item"}
 
 
-def application(name):
+def application(name, process=None):
+    """The application with this name, and with this process id if it is given."""
     def found():
         desktop = Atspi.get_desktop(0)
         for i in range(desktop.get_child_count()):
             child = desktop.get_child_at_index(i)
-            if child and child.get_name() == name:
+            if child and child.get_name() == name and process in (None, child.get_process_id()):
                 return child
         return None
 

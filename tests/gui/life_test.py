@@ -13,6 +13,7 @@ import unittest
 
 import accessibility
 import screen
+import session
 from gui_test import DATA_FILE, WINDOW_TITLE, ProgramTest, rtf
 
 RUNTIME = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
@@ -71,6 +72,11 @@ class LifeTest(ProgramTest):
 
     def active_window(self):
         return screen.output_of("xdotool", "getactivewindow").decode().strip()
+
+    def wait_for_answer(self):
+        """Waits until the program has handled all earlier events: it answers assistive tools from its event loop."""
+        self.accessible.clear_cache()
+        self.accessible.get_child_count()
 
     def end_and_wait(self, number=signal.SIGTERM):
         self.program.send_signal(number)
@@ -156,6 +162,28 @@ class SecondStart(LifeTest):
         self.assertEqual(code, 1)
         self.assertIn("does not answer", message)
 
+    def test_each_display_has_an_instance_of_its_own(self):
+        self.start_program()
+        first = accessibility.application("Quillow", self.program.pid)
+        display = session.start_server(self.start, os.environ["SCREEN_SIZE"])
+        there = {**os.environ, "DISPLAY": display}
+        papers = [self.document(name, "elsewhere") for name in ("one.rtf", "two.rtf")]
+        other = self.start(os.environ["QUILLOW"], papers[0], env=there)
+        search = ["xdotool", "search", "--onlyvisible", "--name", WINDOW_TITLE]
+        screen.until(lambda: other.poll() is not None or subprocess.run(search, env=there, capture_output=True).stdout,
+                     "window on the other display, or the end")
+        self.assertIsNone(other.poll())
+        # A later start finds the instance of its display.
+        self.accessible = accessibility.application("Quillow", other.pid)
+        self.wait_for_log(self.converted(papers[0]))
+        self.assertEqual(self.start_again(papers[1], env=there), (0, ""))
+        self.wait_for_log(*map(self.converted, papers))
+        self.accessible = first
+        self.assertEqual(self.converted_count(), 0)
+        paper = self.document("three.rtf", "here")
+        self.assertEqual(self.start_again(paper), (0, ""))
+        self.wait_for_log(self.converted(paper))
+
     def test_without_a_private_folder_each_runs_alone(self):
         RUNTIME.chmod(0o755)
         self.addCleanup(RUNTIME.chmod, 0o700)
@@ -201,7 +229,11 @@ class AlertAtLaunch(LifeTest):
         first, second = self.document("first.rtf", "one"), self.document("second.rtf", "two")
         self.start_under_alert(first)
         self.assertEqual(self.start_again(second), (0, ""))
-        time.sleep(1)
+        screen.until(lambda: len(screen.output_of("xdotool", "search", "--onlyvisible", "--name", WINDOW_TITLE).split()) == 2,
+                     "alert and window")
+        # The handover is one event, and it would cause a second one, the conversion.
+        for _ in range(2):
+            self.wait_for_answer()
         self.assertEqual(list(self.texts.iterdir()), [])
         subprocess.run(["xdotool", "key", "Return"], check=True)
         self.wait_for_log(self.converted(first), self.converted(second))
@@ -217,7 +249,10 @@ class Closing(LifeTest):
     def test_a_closed_window_leaves_the_program_running(self):
         self.start_program()
         self.close_window_and_wait()
-        time.sleep(1)
+        # A later start would run on its own if the program had ended with its window.
+        self.assertEqual(self.start_again(), (0, ""))
+        self.window = screen.window(WINDOW_TITLE)
+        self.close_window_and_wait()
         self.assertIsNone(self.program.poll())
         self.assertEqual(self.end_and_wait(), 0)
 
@@ -225,8 +260,14 @@ class Closing(LifeTest):
         self.start_program()
         accessibility.press(accessibility.control(self.accessible, "push button", "Clear Log"))
         accessibility.control(self.accessible, "push button", "OK")
+        place = screen.place_of(self.window)
         self.close_window()
-        time.sleep(1)
+        # The window manager handles the move after the request to close.
+        subprocess.run(["xdotool", "windowmove", self.window, str(place.x + 50), str(place.y + 50)])
+        screen.until(lambda: screen.place_of(self.window) != place, "window moved")
+        self.assertTrue(screen.find_window(WINDOW_TITLE))
+        self.assertEqual(self.window_manager_message("ping", self.window, str(LIMIT_SECONDS * 1000)), "alive")
+        self.wait_for_answer()
         self.assertTrue(screen.find_window(WINDOW_TITLE))
         accessibility.press(accessibility.control(self.accessible, "push button", "OK"))
         screen.until(lambda: not accessibility.find(self.accessible, "push button", "OK"), "sheet gone")

@@ -28,6 +28,20 @@ def wait_for(condition, what):
         time.sleep(0.02)
 
 
+def start_server(start, size):
+    """Starts an X server with the function `start`, which takes what subprocess.Popen does; returns its display."""
+    # The server picks a free display and writes its number.
+    readable, writable = os.pipe()
+    server = start("Xvfb", "-displayfd", str(writable), "-screen", "0", size + "x24", "-dpi", "96", "-nolisten", "tcp", "-noreset",
+                   pass_fds=[writable])
+    os.close(writable)
+    with os.fdopen(readable) as numbers:
+        number = numbers.readline().strip()
+    if not number:
+        sys.exit(f"session.py: Xvfb did not start (exit code {server.wait()})")
+    return ":" + number
+
+
 class Session:
     def __init__(self, size, home, desktop):
         self.size = size
@@ -78,16 +92,7 @@ class Session:
             SCREEN_SIZE=self.size, LANG="C.UTF-8", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
 
     def start_display(self):
-        # The server picks a free display and writes its number.
-        readable, writable = os.pipe()
-        server = self.start("Xvfb", "-displayfd", str(writable), "-screen", "0", self.size + "x24", "-dpi", "96", "-nolisten",
-                            "tcp", "-noreset", pass_fds=[writable])
-        os.close(writable)
-        with os.fdopen(readable) as numbers:
-            number = numbers.readline().strip()
-        if not number:
-            sys.exit(f"session.py: Xvfb did not start (exit code {server.wait()})")
-        os.environ["DISPLAY"] = ":" + number
+        os.environ["DISPLAY"] = start_server(self.start, self.size)
 
     def start_bus(self):
         bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The include check must find violations: each small tree below contains one violation or none."""
+"""The check of the layers must find violations: each small tree below contains one violation or none."""
 import pathlib
 import subprocess
 import sys
@@ -18,15 +18,22 @@ CASES = [
     ("portsPass", "app/a.cpp", '#include "platform/x.h"', 0),
     ("x11InASourcePasses", "platform/qt/a.cpp", "#include <X11/Xlib.h>", 0),
     ("x11InAHeaderIsABreach", "platform/qt/a.h", "#include <X11/Xlib.h>", 1),
+    ("forwardDeclarationCountsAsAnInclude", "base/a.h", "class OfApp;", 1),
+    ("forwardDeclarationOfAnOwnTypePasses", "base/a.h", "class OfBase;", 0),
+    ("forwardDeclarationOfAForeignTypePasses", "base/a.h", "class QWidget;", 0),
     ("folderWithoutRuleIsABreach", "stray/a.cpp", "#include <vector>", 1),
 ]
+TYPES = {"app/OfApp.h": "class OfApp final : public Base {", "base/OfBase.h": "struct OfBase {"}
 failed = 0
 for name, path, line, expected in CASES:
     with tempfile.TemporaryDirectory() as root:
         top = pathlib.Path(root)
         (top / "tools").mkdir()
         (top / "tools/layers.txt").write_text(RULES)
-        (top / path).parent.mkdir(parents=True)
+        for header, definition in TYPES.items():
+            (top / header).parent.mkdir(parents=True)
+            (top / header).write_text(definition + "\n")
+        (top / path).parent.mkdir(parents=True, exist_ok=True)
         (top / path).write_text(line + "\n")
         done = subprocess.run([sys.executable, CHECK, root], capture_output=True, text=True)
         if done.returncode != expected:

@@ -7,6 +7,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 TOOLS = pathlib.Path(__file__).resolve().parents[2] / "tools"
 sys.path.insert(0, str(TOOLS))
@@ -61,6 +62,10 @@ gtest_discover_tests(example_test)
 
 base/Example.cpp: > becomes >= in value > 5
     An example.
+base/Example.cpp: dropped: removedSince()
+    An example of changed code.
+base/Gone.cpp: dropped: f()
+    An example of a removed file.
 """,
 }
 
@@ -131,6 +136,13 @@ class Runs(unittest.TestCase):
         case = runs.Case({"name": "endless", "command": ["sleep", "1000"]})
         self.assertEqual(runs.run(case.command, case, 0.2), "hung")
 
+    def test_a_very_deep_folder_that_a_run_leaves_is_removed(self):
+        make = "import os, sys\nfor i in range(1200): os.mkdir('d'); os.chdir('d')\nprint(i)"
+        with tempfile.TemporaryDirectory() as parent, unittest.mock.patch.object(tempfile, "tempdir", parent):
+            case = runs.Case({"name": "deep", "command": ["sh", "-c", f'cd "$HOME" && exec {sys.executable} -c "$1"', "-", make]})
+            self.assertEqual(runs.run(case.command, case, 60), "passed")
+            self.assertEqual(list(pathlib.Path(parent).iterdir()), [])
+
 
 class WholeTool(unittest.TestCase):
     @classmethod
@@ -154,12 +166,20 @@ class WholeTool(unittest.TestCase):
         self.assertEqual(self.done.returncode, 0, self.done.stderr)
 
     def test_just_the_unnoticed_changes_are_listed(self):
-        listed = sorted(" ".join(line.split()) for line in self.done.stdout.splitlines()[:-1])
+        lines = [line for line in self.done.stdout.splitlines()[:-1] if not line.startswith("equivalent.txt")]
+        listed = sorted(" ".join(line.split()) for line in lines)
         self.assertEqual(listed, [
             "base/Example.cpp:11 0 becomes 0 + 1 in return value > 5 ? 1 : 0; no test reaches it",
             "base/Example.cpp:11 5 becomes 5 + 1 in return value > 5 ? 1 : 0; reached by 1",
             "base/Example.cpp:14 2 becomes 2 + 1 in value *= 2; no test reaches it",
             "base/Example.cpp:14 dropped: value *= 2 no test reaches it"])
+
+    def test_explanations_of_mutants_that_do_not_exist_are_listed(self):
+        stale = ["equivalent.txt explains a mutant that does not exist: base/Example.cpp: dropped: removedSince()",
+                 "equivalent.txt explains a mutant that does not exist: base/Gone.cpp: dropped: f()"]
+        self.assertEqual([line for line in self.done.stdout.splitlines() if line.startswith("equivalent.txt")], stale)
+        alone = self.run_tool("--stale")
+        self.assertEqual((alone.returncode, alone.stdout.splitlines()), (1, stale))
 
     def test_the_summary_counts_everything(self):
         self.assertEqual(self.done.stdout.splitlines()[-1],

@@ -66,29 +66,13 @@ protected:
     /// The fake main queue runs nothing by itself, so the log stays empty until the drop has been processed.
     Platform platform() {
         fakes_.updateCheck = UpdateCheck::leftOut;
-        return {alerts_,
-                fakes_.archive,
-                world_.bookmarkStore,
-                fakes_.bundle,
-                fakes_.clock,
-                fakes_.dates,
-                fakes_.defaults,
-                fakes_.documents,
-                world_.fileSystem,
-                fakes_.html,
-                fakes_.mainQueue,
-                fakes_.menus,
-                panels_,
-                fakes_.pdf,
-                backgroundReader_,
-                fakes_.supportUtility,
-                fakes_.systemInfo,
-                fakes_.termination,
-                fakes_.timers,
-                fakes_.undoManager,
-                fakes_.valueTransformers,
-                world_.workspace,
-                UpdateCheck::leftOut};
+        return {alerts_,           fakes_.archive,      world_.bookmarkStore,
+                fakes_.bundle,     fakes_.clock,        fakes_.dates,
+                fakes_.defaults,   fakes_.documents,    world_.fileSystem,
+                fakes_.html,       fakes_.mainQueue,    fakes_.menus,
+                panels_,           fakes_.pdf,          backgroundReader_,
+                fakes_.systemInfo, fakes_.termination,  fakes_.timers,
+                world_.workspace,  UpdateCheck::leftOut};
     }
     void launch() {
         delegate_.applicationWillFinishLaunching({});
@@ -210,7 +194,7 @@ protected:
                              return std::jthread(run);
                          }};
     BackgroundRtfTextReader backgroundReader_{interruptedReader_, work_};
-    QuillowAppDelegate delegate_{platform()};
+    QuillowAppDelegate delegate_{platform(), fakes_.supportUtility, fakes_.valueTransformers, fakes_.undoManager};
 };
 
 // Asking when saving.

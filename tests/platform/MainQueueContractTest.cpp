@@ -4,6 +4,7 @@
 #include "tests/platform/Waiting.h"
 
 #include <QEventLoop>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -79,12 +80,15 @@ TEST(QtMainQueue, noOperationRunsInsideAnother) {
 TEST(QtMainQueue, runsAllAtTheEndOfTheProgram) {
     QtMainQueue queue;
     std::vector<int> order;
-    queue.addOperation([&] {
-        order.push_back(1);
-        queue.addOperation([&] { order.push_back(3); });
+    QTimer::singleShot(0, [&] {
+        queue.addOperation([&] {
+            order.push_back(1);
+            queue.addOperation([&] { order.push_back(3); });
+        });
+        queue.addOperation([&] { order.push_back(2); });
+        queue.runAllAtEnd();
     });
-    queue.addOperation([&] { order.push_back(2); });
-    queue.runAll();
+    EXPECT_EQ(QCoreApplication::exec(), 0);
     EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
     runEvents();
     EXPECT_EQ(order.size(), 3U);

@@ -119,5 +119,22 @@ TEST_F(ModalAlertsTest, theEndOfTheProgramDismissesOneAndThoseAfterIt) {
     EXPECT_EQ(codes, (std::vector<int>{kAlertDismissed, kAlertDismissed}));
 }
 
+TEST_F(ModalAlertsTest, theAlertOfAnOperationThatRunsAtTheEndOfTheProgramWaitsForNoAnswer) {
+    bool hasWaited = false;
+    int code = 0;
+    QTimer::singleShot(0, [&] {
+        queue_.addOperation([&] {
+            code = run(update_, [&hasWaited](AlertBox& box) {
+                hasWaited = true;
+                box.reject();
+            });
+        });
+        queue_.runAllAtEnd();
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(hasWaited);
+    EXPECT_EQ(code, kAlertDismissed);
+}
+
 } // namespace
 } // namespace quillow

@@ -112,6 +112,7 @@ TEST(PropertyList, readsTheFormsOfXmlScalars) {
         {"<string>a&lt;b&amp;&#x1F600;<![CDATA[<c>]]></string>", QStringLiteral("a<b&\U0001F600<c>")},
         {"<data></data>", QByteArray("")},
         {"<data>\n\tAP8=\n</data>", QByteArray("\0\xFF", 2)},
+        {"<data>\r\n\tAA\n\tEC Aw==</data>", QByteArray("\0\1\2\3", 4)},
         {"<!-- before --><true/><!-- after -->", true},
     };
     for (const auto& row : rows)
@@ -152,7 +153,10 @@ TEST(PropertyList, refusesWhatIsNoListOfTheForm) {
                              "<plist><integer/></plist>",
                              "<plist><real>one</real></plist>",
                              "<plist><date>yesterday</date></plist>",
+                             "<plist><date>9999-12-31T00:00:00Z</date></plist>", // as in the binary form
                              "<plist><data>*</data></plist>",
+                             "<plist><data>AP8</data></plist>", // cut off
+                             "<plist><data>AP9=</data></plist>",
                              "<plist><dict><string>no key</string></dict></plist>",
                              "<plist><dict><key>k</key></dict></plist>",
                              "<plist><dict><key>k<b/></key><true/></dict></plist>",

@@ -133,11 +133,11 @@ TEST_F(QtDefaultsFile, aLinkStaysALink) {
 
 TEST_F(QtDefaultsFile, aDamagedLineIsNilAndTheOthersHold) {
     writeFile("[General]\na=true\nb=i:12x\nc=q:1\nd=s:%zz\ne=j:////"
-              "\nf=x:*\ng=m:9,9,AAAA\n%1=i:1\nnothing\n[x]\ngood=i:3\r\n");
+              "\nf=x:*\ng=m:9,9,AAAA\nh=x:Yn\n%1=i:1\nnothing\n[x]\ngood=i:3\r\n");
     testing::internal::CaptureStderr();
     QtDefaults defaults(file);
     EXPECT_NE(testing::internal::GetCapturedStderr(), "");
-    for (const char16_t key : {u'a', u'b', u'c', u'd', u'e', u'f', u'g'})
+    for (const char16_t key : {u'a', u'b', u'c', u'd', u'e', u'f', u'g', u'h'})
         EXPECT_TRUE(defaults.objectForKey(QString(QChar(key))).isNil()) << static_cast<char>(key);
     EXPECT_EQ(defaults.objectForKey(QStringLiteral("good")), Boxed(3));
     defaults.setObject(4, QStringLiteral("new"));
@@ -206,8 +206,8 @@ TEST_F(QtDefaultsFile, nestingIsKeptUpToItsLimit) {
     QtDefaults(file).setObject(value, kKey);
     EXPECT_EQ(QtDefaults(file).objectForKey(kKey), value);
     EXPECT_TRUE(boxedFromText(textFromBoxed(Boxed::Array{value})).isNil());
-    // An array in its text form inside an array in its text form: "gA" is the Base64 of an empty array.
-    EXPECT_TRUE(boxedFromText(QStringLiteral("j:") + QString::fromLatin1(QByteArray("\x64j:gA").toBase64())).isNil());
+    // An array in its text form inside an array in its text form: "gA==" is the Base64 of an empty array.
+    EXPECT_TRUE(boxedFromText(QStringLiteral("j:") + QString::fromLatin1(QByteArray("\x66j:gA==").toBase64())).isNil());
 }
 
 TEST_F(QtDefaultsFile, valuesHoldForTheRunWhereNothingCanBeWritten) {

@@ -1,7 +1,6 @@
 // Several starts meeting in one folder.
 #include "platform/qt/life/SingleInstance.h"
 
-#include "platform/qt/life/HandoverMessage.h"
 #include "platform/qt/life/WindowActivation.h"
 
 #include <QFile>
@@ -29,8 +28,8 @@ using namespace std::chrono_literals;
 constexpr auto kLong = 60s;
 constexpr auto kShort = 300ms;
 
-QByteArray messageOf(const QByteArray& name) {
-    return encodedHandover({"", "", "/folder", {name}});
+Handover handoverOf(const QByteArray& name) {
+    return {"", "", "/folder", {name}};
 }
 
 class SingleInstanceTest : public testing::Test {
@@ -38,11 +37,11 @@ protected:
     QByteArray folder() const { return QFile::encodeName(folder_.path()); }
     QByteArray socketPath() const { return folder() + "/org.quillow.Quillow-display.socket"; }
 
-    /// Receives messages and records them in order.
+    /// Receives handovers and records them in order.
     SingleInstance::Receiver receiver() {
-        return [this](const QByteArray& message) {
+        return [this](const Handover& handover) {
             const std::lock_guard lock(mutex_);
-            received_.push_back(message);
+            received_.push_back(handover);
             return true;
         };
     }
@@ -60,25 +59,25 @@ protected:
 
     QTemporaryDir folder_;
     std::mutex mutex_;
-    std::vector<QByteArray> received_;
+    std::vector<Handover> received_;
 };
 
 TEST_F(SingleInstanceTest, laterOnesHandOverInOrder) {
     SingleInstance first(folder(), "display");
-    ASSERT_EQ(first.begin(messageOf("own"), kLong), Role::first);
+    ASSERT_EQ(first.begin(handoverOf("own"), kLong), Role::first);
     first.serve(receiver());
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kLong), Role::handedOver);
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("b"), kLong), Role::handedOver);
-    EXPECT_EQ(received_, (std::vector<QByteArray>{messageOf("a"), messageOf("b")}));
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handoverOf("a"), kLong), Role::handedOver);
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handoverOf("b"), kLong), Role::handedOver);
+    EXPECT_EQ(received_, (std::vector<Handover>{handoverOf("a"), handoverOf("b")}));
 }
 
 TEST_F(SingleInstanceTest, aLongMessageArrivesWhole) {
     SingleInstance first(folder(), "display");
     ASSERT_EQ(first.begin({}, kLong), Role::first);
     first.serve(receiver());
-    const QByteArray message = messageOf(QByteArray(6 * 1024 * 1024, 'n'));
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(message, kLong), Role::handedOver);
-    EXPECT_EQ(received_, std::vector<QByteArray>{message});
+    const Handover handover = handoverOf(QByteArray(6 * 1024 * 1024, 'n'));
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handover, kLong), Role::handedOver);
+    EXPECT_EQ(received_, std::vector<Handover>{handover});
 }
 
 TEST_F(SingleInstanceTest, anotherDisplayIsAnotherProgram) {
@@ -111,7 +110,7 @@ TEST_F(SingleInstanceTest, whatAKilledOneLeavesIsInNobodysWay) {
     SingleInstance first(folder(), "display");
     ASSERT_EQ(first.begin({}, kLong), Role::first);
     first.serve(receiver());
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kLong), Role::handedOver);
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handoverOf("a"), kLong), Role::handedOver);
 }
 
 TEST_F(SingleInstanceTest, ofManyAtOneInstantExactlyOneIsFirst) {
@@ -122,7 +121,7 @@ TEST_F(SingleInstanceTest, ofManyAtOneInstantExactlyOneIsFirst) {
     for (int i = 0; i < kStarts; ++i) {
         starts.push_back(std::async(std::launch::async, [&, i] {
             SingleInstance instance(folder(), "display");
-            const Role role = instance.begin(messageOf(QByteArray::number(i)), kLong);
+            const Role role = instance.begin(handoverOf(QByteArray::number(i)), kLong);
             if (role == Role::first) {
                 ++firsts;
                 instance.serve(receiver());
@@ -145,7 +144,7 @@ TEST_F(SingleInstanceTest, ofManyAtOneInstantExactlyOneIsFirst) {
 TEST_F(SingleInstanceTest, oneThatDoesNotAnswerIsGivenUp) {
     SingleInstance first(folder(), "display"); // listens but never serves, like a stopped process
     ASSERT_EQ(first.begin({}, kLong), Role::first);
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kShort), Role::unanswered);
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handoverOf("a"), kShort), Role::unanswered);
 }
 
 TEST_F(SingleInstanceTest, oneThatIsEndingIsFollowedByTheNext) {
@@ -153,13 +152,13 @@ TEST_F(SingleInstanceTest, oneThatIsEndingIsFollowedByTheNext) {
     ASSERT_EQ(first->begin({}, kLong), Role::first);
     std::promise<void> asked;
     std::once_flag once;
-    first->serve([&](const QByteArray&) {
+    first->serve([&](const Handover&) {
         std::call_once(once, [&] { asked.set_value(); });
         return false;
     });
     auto next = std::async(std::launch::async, [this] {
         SingleInstance second(folder(), "display");
-        return second.begin(messageOf("a"), kLong);
+        return second.begin(handoverOf("a"), kLong);
     });
     asked.get_future().wait();
     first.reset();
@@ -170,7 +169,8 @@ TEST_F(SingleInstanceTest, hostileMessagesReachNobody) {
     SingleInstance first(folder(), "display");
     ASSERT_EQ(first.begin({}, kLong), Role::first);
     first.serve(receiver());
-    for (const QByteArray& bytes : {QByteArray(), QByteArray("GET / HTTP/1.1\r\n\r\n"), messageOf("x").chopped(1)}) {
+    for (const QByteArray& bytes :
+         {QByteArray(), QByteArray("GET / HTTP/1.1\r\n\r\n"), encodedHandover(handoverOf("x")).chopped(1)}) {
         const FileDescriptor connection = connectToFirst();
         ASSERT_EQ(::send(connection.number(), bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL),
                   bytes.size());
@@ -191,8 +191,8 @@ TEST_F(SingleInstanceTest, hostileMessagesReachNobody) {
     EXPECT_LT(sent, 2 * kMaximumHandoverSize);
     // A silent connection delays the others only for a moment.
     const FileDescriptor silent = connectToFirst();
-    EXPECT_EQ(SingleInstance(folder(), "display").begin(messageOf("a"), kLong), Role::handedOver);
-    EXPECT_EQ(received_, std::vector<QByteArray>{messageOf("a")});
+    EXPECT_EQ(SingleInstance(folder(), "display").begin(handoverOf("a"), kLong), Role::handedOver);
+    EXPECT_EQ(received_, std::vector<Handover>{handoverOf("a")});
 }
 
 TEST_F(SingleInstanceTest, onlyAFolderOfTheUsersOwnIsUsed) {
@@ -217,7 +217,7 @@ TEST_F(SingleInstanceTest, theFoldersPathMayBeLong) {
     SingleInstance first(deep, "display");
     ASSERT_EQ(first.begin({}, kLong), Role::first);
     first.serve(receiver());
-    EXPECT_EQ(SingleInstance(deep, "display").begin(messageOf("a"), kLong), Role::handedOver);
+    EXPECT_EQ(SingleInstance(deep, "display").begin(handoverOf("a"), kLong), Role::handedOver);
 }
 
 TEST(StartupId, tellsItsTime) {

@@ -25,23 +25,17 @@ void sendQuit(QObject& receiver) {
     QCoreApplication::sendEvent(&receiver, &quit);
 }
 
-TEST(Application, takesHandoversAndNothingElse) {
-    Application application(Findable::yes);
-    EXPECT_TRUE(application.take(encodedHandover({{}, {}, "/", {"a.rtf"}})));
-    EXPECT_FALSE(application.take("no message of a later start"));
-}
-
 TEST(Application, onlyTheApplicationsOwnQuitIsTheEnd) {
     Application application(Findable::yes);
-    const QByteArray message = encodedHandover({{}, {}, "/", {}});
+    const Handover handover{{}, {}, "/", {}};
     Receiver other;
 
     sendQuit(other);
     EXPECT_EQ(other.quits, 1);
-    EXPECT_TRUE(application.take(message));
+    EXPECT_TRUE(application.take(handover));
 
     sendQuit(*qApp);
-    EXPECT_FALSE(application.take(message));
+    EXPECT_FALSE(application.take(handover));
 }
 
 } // namespace

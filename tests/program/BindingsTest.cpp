@@ -248,5 +248,11 @@ TEST_F(BindingsTest, theWindowsLookUpTheirTransformersByName) {
         EXPECT_EQ(transform(1), Boxed(u"asked"_s));
 }
 
+TEST(TransformsOf, aTransformerThatIsNotRegisteredGivesNil) {
+    const PreferencesBindings::Transforms transforms = transformsOf(ValueTransformerRegistry());
+    EXPECT_TRUE(transforms.valueNot0(1).isNil());
+    EXPECT_TRUE(transforms.valueIs1Reversed(1).isNil());
+}
+
 } // namespace
 } // namespace quillow

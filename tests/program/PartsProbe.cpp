@@ -49,7 +49,7 @@ public:
         runEvents();
     }
     ~Run() {
-        queue_.runAll();
+        queue_.runAllAtEnd();
         parts_.delegate().applicationWillTerminate({});
     }
 

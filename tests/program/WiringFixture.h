@@ -94,7 +94,8 @@ protected:
     MainWindow window{fakes.alerts, fakes.workspace};
     PreferencesWindow preferences{UpdateCheck::wired};
     MWDragDropView dropView{window.dropArea()};
-    QuillowAppDelegate delegate{fakes.platform(defaults)};
+    QuillowAppDelegate delegate{fakes.platform(defaults), fakes.supportUtility, fakes.valueTransformers,
+                                fakes.undoManager};
 
     /// Connects the delegate and the windows as the program does.
     struct Connection {

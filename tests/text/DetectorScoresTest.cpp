@@ -104,6 +104,15 @@ TEST(AlphabetCost, capitalsAtTheStartOfAWordCountAsSmallLetters) {
     }
 }
 
+TEST(AlphabetCost, theVietnameseLettersWithAHornAreNotForeign) {
+    for (const char letter : {'\xD5', '\xF5', '\xDD', '\xFD'}) {
+        const std::string word = {' ', letter, ' '};
+        EXPECT_LT(costInAlphabet(word, Encoding::windows1258, "vi"),
+                  costInAlphabet(" \xDF ", Encoding::windows1258, "vi"))
+            << int{static_cast<unsigned char>(letter)};
+    }
+}
+
 TEST(AlphabetCost, everyAsciiLetterIsForeignToAnotherAlphabet) {
     for (char letter = 'a'; letter <= 'z'; ++letter) {
         const std::string word = {' ', '\xE0', letter, '\xE0', ' '};

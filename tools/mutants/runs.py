@@ -38,9 +38,19 @@ def read_cases(build, on_screen):
     return [c for c in cases if (on_screen and c.on_screen) or (not c.on_screen and c.command[0].startswith(str(build)))]
 
 
+@contextlib.contextmanager
+def temporary_folder():
+    """A folder of any depth that is removed afterwards. Python's own removal fails on very deep folders."""
+    path = tempfile.mkdtemp(prefix="mutant")
+    try:
+        yield path
+    finally:
+        subprocess.run(["rm", "-rf", path], stderr=subprocess.DEVNULL)
+
+
 def run(command, case, seconds, **environment):
     """Runs a command; returns "passed", "failed" or "hung". Then ends its remaining processes and removes its files."""
-    with tempfile.TemporaryDirectory(prefix="mutant", ignore_cleanup_errors=True) as home:
+    with temporary_folder() as home:
         variables = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "GTEST_FAIL_FAST": "1", "HOME": home, "TMPDIR": home,
                      **case.environment, **environment}
         process = subprocess.Popen(LIMITS + command, cwd=case.folder, env=variables, stdin=subprocess.DEVNULL,

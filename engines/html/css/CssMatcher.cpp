@@ -13,9 +13,7 @@ constexpr int kInlineShift = 62;
 constexpr int kLayerShift = 61;
 constexpr int kSpecificityShift = 30;
 
-/// How much cheap comparison counts as one step of matching.
-constexpr std::size_t kHashesPerStep = 4;
-constexpr std::size_t kBytesPerStep = 16;
+constexpr std::size_t kHashesPerStep = 4; // comparisons of hashes that count as one step of matching
 
 /// CSS Cascading 5, section 6.1: importance, then the style attribute, then layers (in reverse order for important
 /// declarations), then specificity, then the order of appearance. Never 0.

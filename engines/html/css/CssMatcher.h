@@ -73,6 +73,8 @@ private:
 /// Limit for the elementary steps of selector matching in one document. Beyond it no rule of a sheet applies to the
 /// remaining elements, so that no sheet can cost more than this.
 inline constexpr std::uint64_t kMaxMatchSteps = 30'000'000;
+/// Compared bytes of an attribute's value that count as one step.
+inline constexpr std::size_t kBytesPerStep = 16;
 
 class CssMatcher {
 public:

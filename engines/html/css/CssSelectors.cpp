@@ -1,9 +1,9 @@
 #include "engines/html/css/CssSelectors.h"
 
+#include "engines/html/css/CssPseudoClasses.h"
 #include "text/Ascii.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace quillow::html {
 
@@ -22,57 +22,6 @@ std::uint32_t addSpecificity(std::uint32_t x, std::uint32_t y) {
                << shift;
     return sum;
 }
-
-/// Section 18 and the pseudo-elements: valid in a browser, but taken here to match nothing. Most of them really
-/// match nothing in a page without user interaction.
-constexpr std::string_view kNeverTrue[] = {"hover",
-                                           "focus",
-                                           "active",
-                                           "visited",
-                                           "target",
-                                           "focus-within",
-                                           "focus-visible",
-                                           "first-line",
-                                           "first-letter",
-                                           "lang",
-                                           "dir",
-                                           "has",
-                                           "host",
-                                           "host-context",
-                                           "fullscreen",
-                                           "autofill",
-                                           "invalid",
-                                           "user-invalid",
-                                           "user-valid",
-                                           "indeterminate",
-                                           "placeholder-shown",
-                                           "read-only",
-                                           "out-of-range",
-                                           "playing",
-                                           "popover-open",
-                                           "modal",
-                                           "picture-in-picture",
-                                           "target-within",
-                                           "current",
-                                           "past",
-                                           "future",
-                                           "-webkit-autofill",
-                                           "-webkit-any-link",
-                                           "state",
-                                           "local-link",
-                                           "blank",
-                                           "-webkit-full-screen",
-                                           "default",
-                                           "paused",
-                                           "muted",
-                                           "buffering",
-                                           "stalled",
-                                           "seeking",
-                                           "active-view-transition"};
-
-/// Pseudo-classes that match some elements even without user interaction, but that style sheets do not use to hide
-/// or show content: taken to match nothing.
-constexpr std::string_view kTakenAsNever[] = {"valid", "required", "optional", "read-write", "in-range", "defined"};
 
 std::string_view lowered(std::string_view name, SelectorPool& pool) {
     if (std::none_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; })) return name;
@@ -358,7 +307,6 @@ bool SelectorParser::parseAttribute(CompoundSelector& compound) {
 
 bool SelectorParser::parsePseudo(CompoundSelector& compound) {
     advance();
-    SimpleSelector simple;
     if (token_.type == CssTokenType::colon) {
         advance();
         return parsePseudoElement(compound);
@@ -367,45 +315,10 @@ bool SelectorParser::parsePseudo(CompoundSelector& compound) {
     if (name == "before" || name == "after") return parsePseudoElement(compound); // the spelling of CSS 2
     if (token_.type == CssTokenType::function) return parsePseudoFunction(compound, name);
     if (token_.type != CssTokenType::ident) return false;
-    const auto nth = [&](bool fromEnd, bool ofType) {
-        simple.kind = SelectorKind::nthChild;
-        simple.b = 1;
-        simple.fromEnd = fromEnd;
-        simple.ofType = ofType;
-    };
-    if (name == "first-child") {
-        nth(false, false);
-    } else if (name == "last-child") {
-        nth(true, false);
-    } else if (name == "first-of-type") {
-        nth(false, true);
-    } else if (name == "last-of-type") {
-        nth(true, true);
-    } else if (name == "only-child" || name == "only-of-type") {
-        simple.kind = SelectorKind::only;
-        simple.ofType = name == "only-of-type";
-    } else if (name == "root") {
-        simple.kind = SelectorKind::root;
-    } else if (name == "scope") {
-        simple.kind = SelectorKind::root;
-    } else if (name == "empty") {
-        simple.kind = SelectorKind::empty;
-    } else if (name == "link" || name == "any-link") {
-        simple.kind = SelectorKind::link;
-    } else if (name == "checked") {
-        simple.kind = SelectorKind::checked;
-    } else if (name == "disabled") {
-        simple.kind = SelectorKind::disabled;
-    } else if (name == "enabled") {
-        simple.kind = SelectorKind::enabled;
-    } else if (name == "open") {
-        simple.kind = SelectorKind::open;
-    } else if (std::find(std::begin(kNeverTrue), std::end(kNeverTrue), name) == std::end(kNeverTrue) &&
-               std::find(std::begin(kTakenAsNever), std::end(kTakenAsNever), name) == std::end(kTakenAsNever)) {
-        return false; // an unknown pseudo-class makes the rule invalid
-    }
+    const std::optional<SimpleSelector> simple = pseudoClass(name);
+    if (!simple) return false;
     advance();
-    add(compound, simple, kClassWeight);
+    add(compound, *simple, kClassWeight);
     return true;
 }
 
@@ -445,37 +358,9 @@ std::string_view SelectorParser::takeArguments() {
     return tokens_.input().substr(start, token_.start - start);
 }
 
-bool parseInteger(std::string_view text, int& value) {
-    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size();
-}
-
-/// CSS Syntax, section 6: the an+b microsyntax. "of S" is not supported: such a selector matches nothing.
-bool parseNth(std::string_view text, SimpleSelector& simple) {
-    std::string compact;
-    for (const char c : text)
-        if (!text::isBlank(c)) compact.push_back(text::toLower(c));
-    if (compact == "odd") compact = "2n+1";
-    if (compact == "even") compact = "2n";
-    const std::size_t n = compact.find('n');
-    if (n == std::string::npos) return parseInteger(compact, simple.b);
-    const std::string_view factor = std::string_view(compact).substr(0, n);
-    if (factor.empty() || factor == "+") {
-        simple.a = 1;
-    } else if (factor == "-") {
-        simple.a = -1;
-    } else if (!parseInteger(factor, simple.a)) {
-        return false;
-    }
-    const std::string_view rest = std::string_view(compact).substr(n + 1);
-    return rest.empty() || parseInteger(rest, simple.b);
-}
-
 bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string_view name) {
     const std::string_view arguments = takeArguments();
     advance();
-    SimpleSelector simple;
     if (name == "not") return parseNestedList(compound, SelectorKind::notList, arguments);
     if (name == "is" || name == "where" || name == "matches" || name == "-webkit-any" || name == "any") {
         const std::uint32_t before = specificity_;
@@ -483,15 +368,9 @@ bool SelectorParser::parsePseudoFunction(CompoundSelector& compound, std::string
         if (name == "where") specificity_ = before; // section 16: :where() adds no specificity
         return valid;
     }
-    if (name == "nth-child" || name == "nth-last-child" || name == "nth-of-type" || name == "nth-last-of-type") {
-        simple.kind = SelectorKind::nthChild;
-        simple.fromEnd = name.find("last") != std::string_view::npos;
-        simple.ofType = name.find("type") != std::string_view::npos;
-        if (!parseNth(arguments, simple)) simple.kind = SelectorKind::never;
-    } else if (std::find(std::begin(kNeverTrue), std::end(kNeverTrue), name) == std::end(kNeverTrue)) {
-        return false;
-    }
-    add(compound, simple, kClassWeight);
+    const std::optional<SimpleSelector> simple = functionalPseudoClass(name, arguments);
+    if (!simple) return false;
+    add(compound, *simple, kClassWeight);
     return true;
 }
 

@@ -161,33 +161,11 @@ void TreeBuilder::resetInsertionMode() {
     mode_ = Mode::inBody;
 }
 
-/// 13.2.6.1 "Appropriate place for inserting a node", with foster parenting.
-TreeBuilder::Place TreeBuilder::appropriatePlace(OpenElement& target) {
-    if (!fosterParenting_ || target.space != Namespace::html || !kTableContext.contains(target.tag)) return {&target};
-    for (std::size_t i = open_.size(); i-- > 0;) {
-        ++steps_;
-        if (open_[i].space != Namespace::html) continue;
-        if (open_[i].tag == Tag::template_) return {&open_[i]};
-        if (open_[i].tag != Tag::table) continue;
-        if (open_[i].parent != kNoNode) return {nullptr, &open_[i]};
-        return {&open_[i - 1]};
-    }
-    return {&open_[0]};
-}
-
-OpenElement TreeBuilder::insertAt(const Place& place, OpenElement node) {
-    node.parent = place.parentId();
-    node.previous = place.previous();
-    tree_.insert(node.parent, node.previous, node.id);
-    place.fill(node.id);
-    return node;
-}
-
 /// Inserts an element without opening it.
 OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
-    if (fosterParenting_) {
+    if (inserter_.fosters()) {
         const NodeId element = tree_.createElement(token.tag, token.name, space, token.attributes);
-        return insertAt(appropriatePlace(), {element, token.tag, space});
+        return inserter_.insert(inserter_.appropriatePlace(), {element, token.tag, space});
     }
     OpenElement& parent = open_.current();
     const NodeId previous = parent.lastChild;
@@ -197,7 +175,7 @@ OpenElement TreeBuilder::addElement(const Token& token, Namespace space) {
 
 NodeId TreeBuilder::insertElement(const Token& token, Namespace space) {
     if (space != Namespace::html) sawUncommon_ = true;
-    if (fosterParenting_) {
+    if (inserter_.fosters()) {
         open_.push(addElement(token, space));
         return open_.current().id;
     }
@@ -222,13 +200,13 @@ NodeId TreeBuilder::insertImplied(Tag tag) {
 
 void TreeBuilder::insertCharacters(std::string_view text) {
     if (text.empty()) return;
-    if (fosterParenting_) return insertFosteredText(text);
+    if (inserter_.fosters()) return insertFosteredText(text);
     OpenElement& parent = open_.current();
     parent.lastChild = tree_.appendText(parent.id, parent.lastChild, text);
 }
 
 void TreeBuilder::insertFosteredText(std::string_view text) {
-    insertAt(appropriatePlace(), {tree_.createText(text)});
+    inserter_.insert(inserter_.appropriatePlace(), {tree_.createText(text)});
 }
 
 /// Inserts characters without U+0000, which is a parse error and is ignored.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engines/html/parser/ActiveFormattingElements.h"
+#include "engines/html/parser/NodeInserter.h"
 #include "engines/html/parser/OpenElements.h"
 #include "engines/html/parser/SelectedContent.h"
 #include "engines/html/parser/Tokenizer.h"
@@ -22,6 +23,7 @@ public:
     explicit TreeBuilder(Tree& tree)
         : tree_(tree)
         , tokenizer_(tree)
+        , inserter_(tree, open_)
         , formatting_(tree)
         , selectedContent_(tree, open_) {}
 
@@ -34,7 +36,7 @@ public:
     /// The number of elements and attributes examined so far in the stack of open elements, in the list of active
     /// formatting elements and in tags. It must stay in proportion to the document's size.
     [[nodiscard]] std::uint64_t steps() const {
-        return steps_ + open_.steps() + formatting_.steps() + selectedContent_.steps();
+        return steps_ + open_.steps() + inserter_.steps() + formatting_.steps() + selectedContent_.steps();
     }
 
 private:
@@ -65,18 +67,6 @@ private:
     /// that is now current.
     enum class Next : std::uint8_t { token, reprocess };
 
-    /// Where a node is inserted: as the last child of an open element, or before an open table. Valid until
-    /// the stack changes.
-    struct Place {
-        OpenElement* parent = nullptr;
-        OpenElement* table = nullptr;
-        [[nodiscard]] NodeId parentId() const { return table != nullptr ? table->parent : parent->id; }
-        /// The sibling before the place, or kNoNode.
-        [[nodiscard]] NodeId previous() const { return table != nullptr ? table->previous : parent->lastChild; }
-        /// Records that the inserted node is now the sibling before the place.
-        void fill(NodeId inserted) const { (table != nullptr ? table->previous : parent->lastChild) = inserted; }
-    };
-
     // TreeBuilder.cpp: dispatch and insertion.
     void readTokens();
     void beforeUncommonToken() {
@@ -102,14 +92,10 @@ private:
         return isFragment() && open_.size() == 1 ? context_ : open_.current();
     }
     void resetInsertionMode();
-    [[nodiscard]] Place appropriatePlace(OpenElement& target);
-    [[nodiscard]] Place appropriatePlace() { return appropriatePlace(open_.current()); }
     OpenElement addElement(const Token& token, Namespace space);
     NodeId insertElement(const Token& token, Namespace space = Namespace::html);
     NodeId insertImplied(Tag tag);
     void insertVoid(const Token& token);
-    /// Inserts a node that is not in the tree. Returns its entry for the stack, with its neighbours.
-    OpenElement insertAt(const Place& place, OpenElement node);
     void removeHead(std::size_t place);
     void openHtml(NodeId html);
     void insertCharacters(std::string_view text);
@@ -187,6 +173,7 @@ private:
     Mode originalMode_ = Mode::initial;
     std::vector<Mode> templateModes_;
     OpenElements open_;
+    NodeInserter inserter_;
     OpenElement context_; ///< the context element of a fragment
     ActiveFormattingElements formatting_;
     std::vector<std::string_view> tableText_;
@@ -195,7 +182,6 @@ private:
     OpenElement head_; ///< the entry of the head element when it was closed
     NodeId form_ = kNoNode;
     bool framesetOk_ = true;
-    bool fosterParenting_ = false;
     bool skipLineFeed_ = false;
     /// Whether there was an SVG or MathML element, such a context element, or a selectedcontent element. Each token
     /// needs more checks from then on.

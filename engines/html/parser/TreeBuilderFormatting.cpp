@@ -30,11 +30,11 @@ void TreeBuilder::openFormattingAgain() {
     }
     for (; first < formatting_.size(); ++first) {
         const NodeId original = formatting_[first].id;
-        const Place place = appropriatePlace();
-        OpenElement copy{kNoNode, formatting_[first].tag, Namespace::html, place.parentId(), place.previous()};
-        if (place.table != nullptr) {
+        const InsertionPlace place = inserter_.appropriatePlace();
+        OpenElement copy{kNoNode, formatting_[first].tag, Namespace::html, place.parent(), place.previous()};
+        if (place.isBeforeTable()) {
             copy.id = tree_.createClone(original, true);
-            copy = insertAt(place, copy);
+            copy = inserter_.insert(place, copy);
         } else {
             copy.id = tree_.appendClone(copy.parent, copy.previous, original);
             place.fill(copy.id);
@@ -135,14 +135,11 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
         if (open_[lastAt].id == furthestBlock) bookmark = listed + 1;
         // 4.13.8 and 4.13.9 The last node is not in the tree.
         copy = {copy.id, copy.tag, copy.space};
-        open_[lastAt] = insertAt({&copy}, open_[lastAt]);
+        open_[lastAt] = inserter_.insert(InsertionPlace::endOf(copy), open_[lastAt]);
         lastAt = i;
     }
     // 4.14 Insert the last node, with the common ancestor as override target.
-    const bool fostering = fosterParenting_;
-    fosterParenting_ = true;
-    open_[lastAt] = insertAt(appropriatePlace(open_[stackAt - 1]), open_[lastAt]);
-    fosterParenting_ = fostering;
+    open_[lastAt] = inserter_.insert(inserter_.fosterPlace(open_[stackAt - 1]), open_[lastAt]);
     // 4.15 to 4.17 A clone of the formatting element takes over the furthest block's children.
     OpenElement copy;
     copy.id = tree_.createClone(formattingElement, false);
@@ -159,7 +156,7 @@ void TreeBuilder::adopt(std::size_t formattingAt, std::size_t stackAt, std::size
     OpenElement& furthest = open_[below - 1];
     copy.lastChild = std::exchange(furthest.lastChild, kNoNode);
     open_.changeParent(below, furthestBlock, copy.id);
-    open_.insert(below, insertAt({&furthest}, copy));
+    open_.insert(below, inserter_.insert(InsertionPlace::endOf(furthest), copy));
 }
 
 /// 13.2.6.4.7 "Any other end tag".

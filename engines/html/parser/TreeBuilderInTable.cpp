@@ -101,9 +101,9 @@ TreeBuilder::Next TreeBuilder::inTable(Token& token) {
 }
 
 TreeBuilder::Next TreeBuilder::inTableAnythingElse(Token& token) {
-    fosterParenting_ = true;
+    inserter_.setFosters(true);
     const Next next = inBody(token);
-    fosterParenting_ = false;
+    inserter_.setFosters(false);
     return next;
 }
 

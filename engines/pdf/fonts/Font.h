@@ -1,25 +1,16 @@
 // A font as the content of a page uses it: codes in, characters and widths out (ISO 32000-2, 9.5 to 9.10).
 #pragma once
 
-#include <array>
+#include "engines/pdf/fonts/CodeReader.h"
+#include "engines/pdf/fonts/FontGlyph.h"
+#include "engines/pdf/fonts/GlyphStore.h"
+
 #include <cstdint>
 #include <string_view>
 
 namespace quillow::pdf {
 
-/// What a code of a font shows. Lengths are for a font size of 1.
-struct FontGlyph {
-    std::u32string_view text;   ///< one character or several (a ligature); U+FFFD if nothing says which; may be empty
-    float width = 0;            ///< advance in horizontal writing
-    float verticalAdvance = -1; ///< advance in vertical writing, downwards negative (9.7.4.3)
-    float verticalX = 0;        ///< from the vertical writing's origin to the horizontal one
-    float verticalY = 0;
-    bool isWordSpace = false; ///< word spacing applies: a one-byte code 32 (9.3.3)
-    bool isKnown = true;      ///< false if `text` is U+FFFD for want of evidence
-};
-
-/// Made by FontCache, which owns it. Not safe for use from several threads: glyphs of composite fonts are looked up when
-/// they are first used.
+/// Made by FontCache, which owns it. Not safe for use from several threads: glyphs are looked up when they are first used.
 class Font {
 public:
     virtual ~Font() = default;
@@ -29,8 +20,9 @@ public:
     /// The glyph of the code that begins at `p`, and moves `p` behind it. `p` must not be the end. The glyph stays valid
     /// and in its place as long as the font.
     [[nodiscard]] const FontGlyph& next(const char*& p, const char* end) {
-        if (bytesACode_ == 1) return *glyphs_[static_cast<std::uint8_t>(*p++)];
-        return nextOfComposite(p, end);
+        const std::uint32_t code = isSimple_ ? static_cast<std::uint8_t>(*p++) : reader_.next(p, end);
+        const FontGlyph* const glyph = glyphs_.find(code);
+        return glyph != nullptr ? *glyph : makeGlyph(code);
     }
 
     [[nodiscard]] bool isVertical() const { return isVertical_; }
@@ -44,15 +36,17 @@ public:
 
 protected:
     Font() = default;
-    [[nodiscard]] virtual const FontGlyph& nextOfComposite(const char*& p, const char* end) = 0;
+    /// Makes the glyph of a code that is used for the first time, and adds it to `glyphs_`.
+    [[nodiscard]] virtual const FontGlyph& makeGlyph(std::uint32_t code) = 0;
 
-    int bytesACode_ = 1;                         ///< 0 for a composite font: its CMap says how many
-    std::array<const FontGlyph*, 256> glyphs_{}; ///< of a simple font; never null there
+    bool isSimple_ = true; ///< all codes are single bytes
     bool isVertical_ = false;
     float ascent_ = 0.75F;
     float descent_ = 0.25F;
     std::uint32_t number_ = 0;
     std::string_view name_;
+    CodeReader reader_; ///< of a font that is not simple
+    GlyphStore glyphs_;
 };
 
 } // namespace quillow::pdf

@@ -4,12 +4,16 @@
 #include "engines/pdf/fonts/Font.h"
 #include "engines/pdf/syntax/Document.h"
 
+#include <cstddef>
 #include <memory>
 
 namespace quillow::pdf {
 
 class FontCache {
 public:
+    /// Fonts of a document; the longest real documents have some thousands. More share one with the standard encoding.
+    static constexpr std::size_t kMaximumFonts = 20'000;
+
     /// The document must outlive the cache.
     explicit FontCache(Document& document);
     ~FontCache();

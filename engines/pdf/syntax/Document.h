@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace quillow::pdf {
@@ -48,13 +49,17 @@ public:
     /// done. `buffer` is cleared first.
     [[nodiscard]] StreamBytes decode(const StreamContent& stream, text::ByteBuffer& buffer);
 
+    /// The pages of a document without a page tree, in the order of the file; empty if there is a tree.
+    [[nodiscard]] std::span<const Reference> loosePages() const;
+
     /// Streams that were damaged or were cut by a limit so far.
     [[nodiscard]] std::uint64_t damagedStreams() const;
     /// Whether the cross-reference tables were wrong and the objects were found by a scan.
     [[nodiscard]] bool wasRepaired() const;
 
 private:
-    struct State;
+    friend class Opening;
+    class State;
     explicit Document(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };

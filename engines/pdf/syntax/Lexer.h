@@ -38,7 +38,7 @@ struct NumberToken {
 /// The bytes of a literal or hexadecimal string (7.3.4.2, 7.3.4.3).
 struct StringToken {
     std::string_view raw;      ///< between the brackets
-    bool isPlain = false;      ///< `raw` has no escape, no line end and no hexadecimal digits: it is the string itself
+    bool isPlain = false;      ///< `raw` has no escape, no CR and no hexadecimal digits: it is the string itself
     const char* end = nullptr; ///< behind the closing bracket, or the end of the bytes if it is missing
 };
 /// `p` is at "(" or at "<".

@@ -20,21 +20,29 @@ struct Reference {
     friend bool operator==(const Reference&, const Reference&) = default;
 };
 
-/// The entries of a dictionary in the order of the file.
+/// How the entries of a dictionary are stored. Sorted ones are in the order of their keys, and each key is there once.
+enum class EntryOrder : std::uint8_t { asInFile, sorted };
+
+/// The entries of a dictionary: in the order of the file, or sorted if they are many.
 class Dictionary {
 public:
     Dictionary() = default;
-    explicit Dictionary(std::span<const DictionaryEntry> entries)
-        : entries_(entries) {}
+    explicit Dictionary(std::span<const DictionaryEntry> entries, EntryOrder order = EntryOrder::asInFile)
+        : entries_(entries.data())
+        , size_(static_cast<std::uint32_t>(entries.size()))
+        , order_(order) {}
 
     /// The value of a key, as the file has it: it may be a reference. A null object if there is none. If a key is there
     /// twice, the last one counts.
     [[nodiscard]] Object find(std::string_view key) const;
-    [[nodiscard]] std::span<const DictionaryEntry> entries() const { return entries_; }
-    [[nodiscard]] bool empty() const { return entries_.empty(); }
+    [[nodiscard]] std::span<const DictionaryEntry> entries() const;
+    [[nodiscard]] EntryOrder order() const { return order_; }
+    [[nodiscard]] bool empty() const { return size_ == 0; }
 
 private:
-    std::span<const DictionaryEntry> entries_;
+    const DictionaryEntry* entries_ = nullptr;
+    std::uint32_t size_ = 0;
+    EntryOrder order_ = EntryOrder::asInFile;
 };
 
 /// A value of 16 bytes, copied freely. Views of it stay valid as long as the document. Every accessor accepts an object
@@ -50,7 +58,8 @@ public:
     [[nodiscard]] static Object ofName(std::string_view name);
     [[nodiscard]] static Object ofString(std::string_view bytes);
     [[nodiscard]] static Object ofArray(std::span<const Object> items);
-    [[nodiscard]] static Object ofDictionary(std::span<const DictionaryEntry> entries);
+    [[nodiscard]] static Object ofDictionary(std::span<const DictionaryEntry> entries,
+                                             EntryOrder order = EntryOrder::asInFile);
     [[nodiscard]] static Object ofStream(const StreamContent& stream);
     [[nodiscard]] static Object ofReference(Reference reference);
 
@@ -78,7 +87,8 @@ public:
 
 private:
     Type type_ = Type::null;
-    std::uint16_t generation_ = 0;
+    EntryOrder order_ = EntryOrder::asInFile; ///< of a dictionary
+    std::uint16_t generation_ = 0;            ///< of a reference
     std::uint32_t size_ = 0; ///< of a name, a string, an array or a dictionary; the number of a reference
     union {
         std::int64_t integer_ = 0;
@@ -95,11 +105,16 @@ struct DictionaryEntry {
     Object value;
 };
 
+inline std::span<const DictionaryEntry> Dictionary::entries() const {
+    return {entries_, size_};
+}
+
 /// A stream (7.3.8).
 struct StreamContent {
     Dictionary dictionary;
     std::string_view encoded; ///< the bytes in the file: encoded and perhaps encrypted
     Reference id;             ///< of the stream itself; decryption needs it
+    bool isCut = false;       ///< the file ends, or the next object begins, before the data does
 };
 
 } // namespace quillow::pdf

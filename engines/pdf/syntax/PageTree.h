@@ -3,10 +3,19 @@
 
 #include "engines/pdf/syntax/Document.h"
 
-#include <array>
+#include <cstddef>
 #include <vector>
 
 namespace quillow::pdf {
+
+/// Nodes of page trees inside one another; whatever is deeper is left out.
+inline constexpr std::size_t kMaximumPageTreeDepth = 1000;
+/// Nodes of the page tree that are visited, pages and others, the same one counted each time.
+inline constexpr std::size_t kMaximumPageTreeNodes = 1'000'000;
+/// Streams of one page, and items of its arrays of streams.
+inline constexpr std::size_t kMaximumContentStreams = 65'536;
+/// Arrays of content streams inside one another.
+inline constexpr std::size_t kMaximumContentNesting = 8;
 
 /// An upright rectangle (7.9.5) with left <= right and bottom <= top.
 struct Rectangle {
@@ -28,6 +37,9 @@ struct PageNode {
 /// All pages in the order of the page tree, without those that cannot be found. If the tree has no page, the loose pages
 /// of the file in the order of their objects.
 [[nodiscard]] std::vector<PageNode> pagesOf(Document& document);
+
+/// Whether pagesOf would find a page.
+[[nodiscard]] bool hasPage(Document& document);
 
 /// A rectangle of a file, its corners put in order; `fallback` if it is not four numbers.
 [[nodiscard]] Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback);

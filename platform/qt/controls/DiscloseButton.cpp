@@ -1,6 +1,5 @@
 #include "platform/qt/controls/DiscloseButton.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyleOption>
@@ -24,7 +23,7 @@ QPolygonF triangle(const QRectF& square, bool isOpen) {
 } // namespace
 
 DiscloseButton::DiscloseButton(const QString& title, const QString& description, QWidget* parent)
-    : QAbstractButton(parent) {
+    : KeyedButton(parent) {
     setText(title);
     setToolTip(description);
     setAccessibleDescription(description);
@@ -49,15 +48,6 @@ void DiscloseButton::setState(ButtonState state) {
 QSize DiscloseButton::sizeHint() const {
     const QSize title = fontMetrics().size(Qt::TextShowMnemonic, text());
     return {2 * kInset + kTriangle + kGap + title.width(), title.height() + 2 * kVerticalPadding};
-}
-
-void DiscloseButton::keyPressEvent(QKeyEvent* event) {
-    // Qt's buttons handle Space themselves, and leave Return to dialogs.
-    const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
-        click();
-    else
-        QAbstractButton::keyPressEvent(event);
 }
 
 void DiscloseButton::paintEvent(QPaintEvent*) {

@@ -3,14 +3,13 @@
 #pragma once
 
 #include "platform/Button.h"
-
-#include <QAbstractButton>
+#include "platform/qt/controls/KeyedButton.h"
 
 #include <functional>
 
 namespace quillow {
 
-class DiscloseButton final : public QAbstractButton, public Button {
+class DiscloseButton final : public KeyedButton, public Button {
 public:
     static constexpr int kInset = 4; ///< from the widget's edge to the triangle, in points
 
@@ -27,7 +26,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     std::function<void()> action_;

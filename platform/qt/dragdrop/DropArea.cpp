@@ -6,7 +6,6 @@
 #include "platform/qt/dragdrop/QtDrawing.h"
 
 #include <QDragEnterEvent>
-#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyleOption>
@@ -42,7 +41,7 @@ QFont titleFont(const QFont& font) {
 } // namespace
 
 DropArea::DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal, QWidget* parent)
-    : QAbstractButton(parent)
+    : KeyedButton(parent)
     , wayOfDrag_(std::move(wayOfDrag))
     , portal_(std::move(portal)) {
     setFocusPolicy(Qt::StrongFocus);
@@ -85,15 +84,6 @@ void DropArea::unregisterDraggedTypes() {
 QSize DropArea::minimumSizeHint() const {
     const int text = QFontMetrics(font()).horizontalAdvance(QString::fromUtf8(kHint));
     return {text + kGlyphHeight + kGlyphGap + 40, sizeHint().height()};
-}
-
-void DropArea::keyPressEvent(QKeyEvent* event) {
-    // Qt's buttons handle Space themselves, and leave Return to dialogs.
-    const bool isPlain = !(event->modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier));
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && isPlain)
-        click();
-    else
-        QAbstractButton::keyPressEvent(event);
 }
 
 void DropArea::dragEnterEvent(QDragEnterEvent* event) {

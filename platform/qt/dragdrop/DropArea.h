@@ -4,16 +4,15 @@
 #pragma once
 
 #include "platform/View.h"
+#include "platform/qt/controls/KeyedButton.h"
 #include "platform/qt/dragdrop/DragWay.h"
 #include "platform/qt/dragdrop/FileTransferPortal.h"
-
-#include <QAbstractButton>
 
 #include <vector>
 
 namespace quillow {
 
-class DropArea final : public QAbstractButton, public ViewArea {
+class DropArea final : public KeyedButton, public ViewArea {
 public:
     explicit DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal = FileTransferPortal(),
                       QWidget* parent = nullptr);
@@ -32,7 +31,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;

@@ -28,7 +28,7 @@ bool standsAt(const QByteArray& path, const FileIdentity& item) {
 
 /// Whether there is an item at the recorded path. If the path contained links that led to an item, they must still
 /// lead to one.
-bool stands(const BookmarkBlock& block) {
+bool hasItem(const BookmarkBlock& block) {
     return block.target ? realPath(block.path).has_value() : FileIdentity::ofItem(block.path).has_value();
 }
 
@@ -88,7 +88,7 @@ std::optional<QUrl> QtBookmarkStore::resolveBookmarkData(const QByteArray& bookm
         fail(error, "a document-scoped bookmark is resolved with its document, any other without one");
         return std::nullopt;
     }
-    if (stands(*block)) return resolvedUrl(block->path, block->mode);
+    if (hasItem(*block)) return resolvedUrl(block->path, block->mode);
 
     std::optional<QByteArray> found;
     if (relativeToURL && isFileUrl(*relativeToURL)) {

@@ -1,7 +1,5 @@
 #include "platform/qt/life/SingleInstance.h"
 
-#include "platform/qt/life/HandoverMessage.h"
-
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -75,7 +73,8 @@ std::optional<QByteArray> receiveAll(int connection, Clock::time_point deadline,
 void answer(int connection, int stop, const SingleInstance::Receiver& receiver) {
     if (!isOfThisUser(connection)) return;
     const auto message = receiveAll(connection, Clock::now() + kSenderPatience, stop);
-    if (!message || !decodedHandover(*message) || !receiver(*message)) return;
+    const auto handover = message ? decodedHandover(*message) : std::nullopt;
+    if (!handover || !receiver(*handover)) return;
     [[maybe_unused]] const ssize_t sent = ::send(connection, &kTaken, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
@@ -125,8 +124,9 @@ QByteArray SingleInstance::standardFolder() {
     return folder;
 }
 
-SingleInstance::Role SingleInstance::begin(const QByteArray& message, std::chrono::milliseconds patience) {
+SingleInstance::Role SingleInstance::begin(const Handover& handover, std::chrono::milliseconds patience) {
     if (!folder_.isOpen()) return Role::alone;
+    const QByteArray message = encodedHandover(handover);
     const auto deadline = Clock::now() + patience;
     while (true) {
         if (takeLock()) return listen() ? Role::first : Role::alone;

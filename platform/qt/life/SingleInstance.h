@@ -3,6 +3,7 @@
 // its holder dies. So the remains of a killed program block nobody, and of simultaneous starts exactly one wins.
 #pragma once
 
+#include "platform/qt/life/HandoverMessage.h"
 #include "posix/FileDescriptor.h"
 
 #include <QByteArray>
@@ -18,7 +19,7 @@ class SingleInstance {
 public:
     enum class Role {
         first,      ///< this process runs and takes the messages of later starts
-        handedOver, ///< another process runs and has the message
+        handedOver, ///< another process runs and has the handover
         unanswered, ///< another process runs and does not reply, for example because it is stopped
         alone,      ///< there is no private folder: this process runs, and later starts do not find it
     };
@@ -32,14 +33,14 @@ public:
 
     /// Determines this process's role. Returns at once, except that it waits for another process's reply for up to
     /// `patience`.
-    [[nodiscard]] Role begin(const QByteArray& message, std::chrono::milliseconds patience);
+    [[nodiscard]] Role begin(const Handover& handover, std::chrono::milliseconds patience);
 
-    /// Returns true if it accepts the message. The sender waits for the result, so the receiver must not wait for
+    /// Returns true if it accepts the handover. The sender waits for the result, so the receiver must not wait for
     /// work to end.
-    using Receiver = std::function<bool(const QByteArray& message)>;
+    using Receiver = std::function<bool(const Handover& handover)>;
 
-    /// For Role::first: calls the receiver with each message, on a separate thread, until this object is destroyed. A
-    /// start whose message was refused becomes the first as soon as this process has ended. Messages of other users,
+    /// For Role::first: calls the receiver with each handover, on a separate thread, until this object is destroyed. A
+    /// start whose handover was refused becomes the first as soon as this process has ended. Messages of other users,
     /// messages over the size limit and malformed messages never reach the receiver.
     void serve(Receiver receiver);
 

@@ -21,7 +21,7 @@ struct Ping {
 };
 
 std::mutex mutex;
-// Guarded by it.
+// These are guarded by it.
 int answering = 0;
 xcb_atom_t protocolsAtom = XCB_ATOM_NONE;
 xcb_atom_t pingAtom = XCB_ATOM_NONE;

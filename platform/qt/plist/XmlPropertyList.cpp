@@ -1,5 +1,6 @@
 #include "platform/qt/plist/XmlPropertyList.h"
 
+#include "base/Base64.h"
 #include "platform/qt/plist/PropertyList.h"
 
 #include <QXmlStreamReader>
@@ -83,12 +84,11 @@ private:
             if (ok) return Boxed(number);
         } else if (name == u"date") {
             const QDateTime date = QDateTime::fromString(text.trimmed(), Qt::ISODate);
-            if (date.isValid()) return Boxed(date.toUTC());
+            const auto instant = date.isValid() ? dateFromReferenceDate(secondsFromReferenceDate(date)) : std::nullopt;
+            if (instant) return Boxed(*instant);
         } else if (name == u"data") {
-            // White space between groups of four characters is common.
-            const auto decoded = QByteArray::fromBase64Encoding(text.simplified().remove(u' ').toLatin1(),
-                                                                QByteArray::AbortOnBase64DecodingErrors);
-            if (decoded) return Boxed(*decoded);
+            // Writers break the lines and indent them.
+            if (const auto bytes = bytesFromBase64(text.toLatin1(), Base64Space::all)) return Boxed(*bytes);
         }
         return std::nullopt;
     }

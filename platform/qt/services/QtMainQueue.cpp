@@ -15,6 +15,11 @@ void QtMainQueue::addOperation(std::function<void()> operation) {
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
+void QtMainQueue::runAllAtEnd() {
+    QCoreApplication::exit(0); // every nested event loop that begins after this returns at once
+    runWaiting();
+}
+
 QtMainQueue::Suspension::Suspension(QtMainQueue& queue)
     : queue_(queue)
     , wasRunning_(std::exchange(queue.isRunning_, false)) {

@@ -15,8 +15,9 @@ public:
     /// May be called from any thread.
     void addOperation(std::function<void()> operation) override;
 
-    /// Runs all waiting operations, and those that they add. For the end of the program.
-    void runAll() { runWaiting(); }
+    /// Ends the event loop, and runs all waiting operations and those that they add. Their alerts do not wait for an
+    /// answer: they return as dismissed.
+    void runAllAtEnd();
 
     /// Suspends the running operation while it shows a modal alert: the operations after it run under the alert.
     class [[nodiscard]] Suspension {

@@ -1,5 +1,7 @@
 #include "platform/qt/storage/BoxedText.h"
 
+#include "base/Base64.h"
+
 #include <QCborArray>
 #include <QCborMap>
 #include <QCborValue>
@@ -17,9 +19,8 @@ QString base64(const QByteArray& bytes) {
     return QString::fromLatin1(bytes.toBase64());
 }
 
-std::optional<QByteArray> bytesFromBase64(const QString& text) {
-    const auto result = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    return result ? std::optional(*result) : std::nullopt;
+std::optional<QByteArray> bytesOf(const QString& base64Text) {
+    return bytesFromBase64(base64Text.toLatin1(), Base64Space::lineEnds);
 }
 
 QCborValue cborFromBoxed(const Boxed& value) {
@@ -44,7 +45,7 @@ Boxed imageFromText(const QString& text) {
     bool isWidth = false;
     bool isHeight = false;
     Image image{parts[0].toInt(&isWidth), parts[1].toInt(&isHeight), {}};
-    const auto pixels = bytesFromBase64(parts[2]);
+    const auto pixels = bytesOf(parts[2]);
     if (!isWidth || !isHeight || image.width < 0 || image.height < 0 || !pixels) return {};
     if (pixels->size() % 4 != 0 || qint64{image.width} * image.height != pixels->size() / 4) return {};
     image.rgba = *pixels;
@@ -167,14 +168,14 @@ Boxed boxedFromText(const QString& text) {
         return isNumber ? Boxed(number) : Boxed();
     }
     case u's': return stringFromAscii(rest);
-    case u'x': return bytesFromBase64(rest);
+    case u'x': return bytesOf(rest);
     case u't': {
         const QDateTime instant = QDateTime::fromString(rest, Qt::ISODateWithMs);
         return instant.isValid() ? Boxed(instant) : Boxed();
     }
     case u'm': return imageFromText(rest);
     case u'j': {
-        const auto cbor = bytesFromBase64(rest);
+        const auto cbor = bytesOf(rest);
         return cbor ? boxedFromCborBytes(*cbor) : Boxed();
     }
     default: return {};

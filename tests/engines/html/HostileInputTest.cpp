@@ -258,7 +258,7 @@ TEST(HostileHtml, classesThatAreLookedThroughAreCounted) {
     sheets.add(css, "");
     CssMatcher matcher(*tree, sheets);
     askAboutAll(matcher, *tree, [] {});
-    EXPECT_GE(matcher.steps(), kRules * kClasses / 16);
+    EXPECT_GE(matcher.steps(), kRules * kClasses / kBytesPerStep);
     EXPECT_LE(matcher.steps(), kMaxMatchSteps + kClasses);
 }
 

@@ -19,6 +19,13 @@ TEST(Keywords, wordsLongerThanThePackedFormAreFound) {
     EXPECT_EQ(findKeyword("listoverridestartat").action, Action::overrideStart);
 }
 
+TEST(Keywords, breaksAreTheWordsThatDivideTheText) {
+    for (const char* name : {"par", "line", "page", "sect", "column", "cell", "row", "tab"})
+        EXPECT_TRUE(isBreak(findKeyword(name).action)) << name;
+    for (const char* name : {"u", "emdash", "plain", "f", "frobnicate"})
+        EXPECT_FALSE(isBreak(findKeyword(name).action)) << name;
+}
+
 TEST(Keywords, otherWordsMeanNothing) {
     for (const char* name :
          {"", "p", "pa", "parx", "PAR", "Par", "listoverridetables", "frobnicate", "aaaaaaaaaaaaaaaa"})

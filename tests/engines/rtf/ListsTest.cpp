@@ -73,6 +73,13 @@ protected:
 constexpr std::string_view kTwoLevels = "{\\list{\\listlevel\\levelnfc0\\levelstartat1{\\leveltext\\'02\\'00.;}}"
                                         "{\\listlevel\\levelnfc0{\\leveltext\\'04\\'00.\\'01.;}}\\listid7}}";
 
+TEST_F(ListsTest, unicodeInALabelIsReadAsInTheBody) {
+    readTables("{\\list{\\listlevel\\levelnfc23\\levelfollow2{\\leveltext\\'04\\u-3913?\\u-65537?\\u\\u65?\\u8226?;}}"
+               "\\listid7}}",
+               "{\\listoverride\\listid7\\ls1}}");
+    EXPECT_EQ(lists_.nextLabel(1, 0), U"\u2022\uFFFDA\u2022") << "\\u without a number writes nothing";
+}
+
 TEST_F(ListsTest, deeperLevelsBeginAnewAndShowTheirParents) {
     readTables(kTwoLevels, "{\\listoverride\\listid7\\ls1}}");
     EXPECT_EQ(lists_.nextLabel(1, 0), U"1.\t");

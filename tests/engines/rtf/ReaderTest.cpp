@@ -208,6 +208,16 @@ TEST(Reader, everyPrintableCharacterIsTextWhereverItStands) {
     }
 }
 
+TEST(Reader, halvesOfASurrogatePairBelongToTheTextThatTheyAreIn) {
+    // U+1F600 is \u-10179\u-8704, U+1D11E is \u-10188\u-8930.
+    Options withFooters;
+    withFooters.headersFooters = HeadersFooters::on;
+    EXPECT_EQ(read("{\\rtf1 a\\u-10179?{\\footer f\\u-10188?}\\u-8704? b}", withFooters).text,
+              "a\U0001F600 b\nf\uFFFD\n");
+    EXPECT_EQ(textOf("{\\rtf1 a\\u-10179?{\\shptxt t\\u-10188?}\\u-8704? b}"), "a\U0001F600 b\nt\uFFFD\n");
+    EXPECT_EQ(read("{\\rtf1 a{\\footer f\\u-10179?}\\u-8704? b}", withFooters).text, "a\uFFFD b\nf\uFFFD\n");
+}
+
 TEST(Reader, charactersAreCountedByCodePoint) {
     for (const std::size_t count : {std::size_t{1}, std::size_t{63}, std::size_t{64}, std::size_t{5000}}) {
         const Extraction extraction = read("{\\rtf1 " + repeated("a\\u233?\\u8364?\\u-10179?\\u-8704?", count) + "}");
