@@ -1,4 +1,5 @@
-// Names and codes of any bytes: what they give is interchangeable, and every code moves on. The first byte chooses the CMap.
+// Names and codes of any bytes: what they give is interchangeable, and every code moves on. The first byte chooses
+// the CMap.
 #include "engines/pdf/fonts/Encodings.h"
 #include "engines/pdf/fonts/GlyphNames.h"
 #include "engines/pdf/fonts/PredefinedCMaps.h"
