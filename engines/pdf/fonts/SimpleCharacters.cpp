@@ -150,7 +150,7 @@ bool SimpleCharacters::byKnownFont(std::uint8_t code, std::u32string& out) {
 /// Whether the codes of a symbolic TrueType font without any names are likely to be those of the usual encoding. Producers
 /// that number the glyphs of a subset begin at 1 or at 33.
 bool SimpleCharacters::hasCodesOfText(std::uint8_t code) {
-    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(0);
+    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(-1);
     return facts_.subtype == FontSubtype::trueType && (first == ' ' || first == 0) && code > ' ' && glyphOf(code) != 0;
 }
 
