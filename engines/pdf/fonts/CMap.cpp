@@ -13,8 +13,8 @@ constexpr std::uint32_t kSeveral = 0x80000000;
 /// A range whose codes show several characters each: the last of them increases, so no sensible one is longer.
 constexpr std::uint32_t kMaximumRangeOfSeveral = 256;
 
-// Shares of a CMap's codes from which it is judged. Among a thousand ToUnicode CMaps of real files with at least four codes,
-// the sound ones show one character for at most a quarter of their codes, and controls for less.
+// Shares of a CMap's codes from which it is judged. Among a thousand ToUnicode CMaps of real files with at least four
+// codes, the sound ones show one character for at most a quarter of their codes, and controls for less.
 constexpr std::uint64_t kFewestCodesToJudge = 4;
 /// More than three of four codes show the same character.
 constexpr bool isTooMany(std::uint64_t repeated, std::uint64_t all) {
