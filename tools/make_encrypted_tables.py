@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """make_encrypted_tables.py: writes tests/engines/pdf/crypt/EncryptedFilesTables.cpp, the encryption dictionaries and a
-string and a stream of small PDFs that other programs encrypted. Needs qpdf and mutool. Both choose random salts, so
+string and a stream of small PDFs that other programs encrypted, and the seeds of pdf_crypt_fuzz. Needs qpdf and mutool. Both choose random salts, so
 every run gives other tables."""
 import pathlib
 import re
+import struct
 import subprocess
 import tempfile
 
@@ -118,25 +119,44 @@ def literal(value):
     return "\n         ".join(f'"{text[i:i + 96]}"' for i in range(0, len(text), 96)) + "sv"
 
 
-def entry(name, user, owner, data):
+def read(data):
+    """The values of an encrypted file, by the names of EncryptedFile's members."""
     encryption = encryption_of(data)
-    number, stream = object_with(data, rb"\bstream\b")
-    title_number, title = object_with(data, rb"/Title")
+    string_number, title = object_with(data, rb"/Title")
+    stream_number, stream = object_with(data, rb"\bstream\b")
     begin = re.search(rb"stream\r?\n", stream).end()
-    body = stream[begin:begin + number_after(stream, b"Length")]
     filters = re.search(rb"/StdCF\s*<<.*?>>", encryption, re.S)
     outside = encryption.replace(filters[0], b"") if filters else encryption
-    method = name_after(filters[0], b"CFM", "None") if filters else ""
-    length = number_after(filters[0], b"Length") if filters else 0
-    fields = [f'"{name}"sv', f'"{user}"sv', f'"{owner}"sv',
-              str(number_after(outside, b"V")), str(number_after(outside, b"R")),
-              str(number_after(outside, b"Length", 40)), str(number_after(outside, b"P")),
-              "false" if re.search(rb"/EncryptMetadata\s+false", outside) else "true",
-              f'"{method}"sv', str(length)]
-    strings = [string_after(outside, b"O"), string_after(outside, b"U"), string_after(outside, b"OE"),
-               string_after(outside, b"UE"), string_after(data, b"ID")]
-    last = [str(title_number), literal(string_after(title, b"Title")), str(number), literal(body)]
-    return "    {" + ",\n     ".join(fields + [literal(value) for value in strings] + last) + "},\n"
+    return {"version": number_after(outside, b"V"), "revision": number_after(outside, b"R"),
+            "lengthInBits": number_after(outside, b"Length", 40), "permissions": number_after(outside, b"P"),
+            "encryptsMetadata": not re.search(rb"/EncryptMetadata\s+false", outside),
+            "method": name_after(filters[0], b"CFM", "None") if filters else "",
+            "filterLength": number_after(filters[0], b"Length") if filters else 0,
+            "owner": string_after(outside, b"O"), "user": string_after(outside, b"U"),
+            "ownerKey": string_after(outside, b"OE"), "userKey": string_after(outside, b"UE"),
+            "documentId": string_after(data, b"ID"),
+            "stringNumber": string_number, "string": string_after(title, b"Title"),
+            "streamNumber": stream_number, "stream": stream[begin:begin + number_after(stream, b"Length")]}
+
+
+def entry(name, user, owner, values):
+    fields = [f'"{name}"sv', f'"{user}"sv', f'"{owner}"sv']
+    for value in values.values():
+        fields.append(literal(value) if isinstance(value, bytes) else f'"{value}"sv' if isinstance(value, str)
+                      else str(value).lower())
+    return "    {" + ",\n     ".join(fields) + "},\n"
+
+
+def seed(password, values):
+    """What fuzz/PdfCryptFuzz.cpp reads."""
+    field = lambda value: bytes([len(value)]) + value
+    name = b"StdCF" if values["method"] else b""
+    filters = field(name) + field(values["method"].encode()) + struct.pack(">h", values["filterLength"])
+    return (struct.pack(">bbhi?", values["version"], values["revision"], values["lengthInBits"], values["permissions"],
+                        values["encryptsMetadata"])
+            + b"".join(field(values[key]) for key in ("owner", "user", "ownerKey", "userKey", "documentId"))
+            + field(password.encode()) + field(name) + field(name) + field(b"")
+            + (b"\1" + filters if name else b"\0") + struct.pack(">IH", values["streamNumber"], 0) + values["stream"])
 
 
 def main():
@@ -144,13 +164,15 @@ def main():
            '#include "tests/engines/pdf/crypt/EncryptedFiles.h"\n\n#include <array>\n\nnamespace quillow::pdf {\n\n'
            "using namespace std::string_view_literals;\n\n// clang-format off\n"
            f"static constexpr std::array<EncryptedFile, {len(CASES)}> kFiles{{{{\n")
+    top = pathlib.Path(__file__).parent.parent
     with tempfile.TemporaryDirectory() as folder:
         for name, program, user, owner, options in CASES:
-            out += entry(name, user, owner, encrypt(pathlib.Path(folder), program, user, owner, options))
+            values = read(encrypt(pathlib.Path(folder), program, user, owner, options))
+            out += entry(name, user, owner, values)
+            (top / "fuzz/seeds/pdf_crypt_fuzz" / name).write_bytes(seed(user, values))
     out += ("}};\n// clang-format on\n\nstd::span<const EncryptedFile> encryptedFiles() {\n    return kFiles;\n}\n\n"
             "} // namespace quillow::pdf\n")
-    path = pathlib.Path(__file__).parent.parent / "tests/engines/pdf/crypt/EncryptedFilesTables.cpp"
-    path.write_text(out)
+    (top / "tests/engines/pdf/crypt/EncryptedFilesTables.cpp").write_text(out)
 
 
 main()

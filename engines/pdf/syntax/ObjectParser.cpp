@@ -27,17 +27,23 @@ bool readShortInteger(const char*& p, const char* end, std::int64_t& value) {
         if (digit - p == kDigits) return false;
         sum = sum * 10 + static_cast<std::uint32_t>(*digit - '0');
     }
-    if (digit == p || (digit < end && (*digit == '.' || *digit == '-' || *digit == '+'))) return false;
+    if (digit == p || (digit < end && isRegular(*digit))) return false;
     p = digit;
     value = sum;
     return true;
+}
+
+/// PDF has no exponents (7.3.3). One that a producer wrote all the same is dropped.
+const char* skipExponent(const char* p, const char* end) {
+    if (end - p < 2 || (*p != 'e' && *p != 'E') || !startsNumber(p[1])) return p;
+    return std::find_if_not(p + 1, end, startsNumber);
 }
 
 Object numberAt(const char*& p, const char* end) {
     std::int64_t value = 0;
     if (readShortInteger(p, end, value)) return Object::ofInteger(value);
     const NumberToken number = readNumber(p, end);
-    p = number.end;
+    p = skipExponent(number.end, end);
     const Object real = Object::ofReal(number.value);
     return number.isInteger ? Object::ofInteger(real.integerOr(0)) : real;
 }
@@ -222,8 +228,9 @@ void ObjectParser::closeFrame() {
     add(object);
 }
 
-/// Whatever is at the place of a key and is not a name is passed over.
+/// Whatever is at the place of a key and is not a name is passed over. "<< <<...>> >>" is the inner dictionary.
 Object ObjectParser::makeDictionary(std::span<const Object> items) {
+    if (items.size() == 1 && items.front().type() == Object::Type::dictionary) return items.front();
     const std::span<DictionaryEntry> entries = arena_->make<DictionaryEntry>((items.size() + 1) / 2);
     std::size_t size = 0;
     for (std::size_t i = 0; i < items.size(); ++i) {

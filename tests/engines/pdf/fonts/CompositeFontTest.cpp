@@ -54,11 +54,20 @@ const CharacterCase kCharacterCases[] = {
      {type0(kIdentity + kToUnicode, kOwn), streamBody("beginbfrange <0000> <FFFF> <0000> endbfrange")},
      "\0A"s,
      U"A"},
+    {"wholeLineInToUnicode",
+     {type0(kIdentity + kToUnicode, kJapan),
+      streamBody("beginbfchar <0022> <00610062006300640065006600670068 0069> endbfchar")},
+     "\0\x22"s,
+     U"A"},
     {"toUnicodeThatIsAName", {type0(kIdentity + "/ToUnicode/Identity-H", kOwn)}, "\0A"s, U"A"},
     {"toUnicodeOfACollection",
      {type0(kIdentity + kToUnicode, kOwn), streamBody("/Adobe-Japan1-UCS2 usecmap")},
      "\0\x22"s,
      U"A"},
+    {"orderOfGlyphsInAWellKnownFont",
+     {"<</Subtype/Type0/BaseFont/ABCDEF+TimesNewRomanPSMT/Encoding/Identity-H/DescendantFonts[<<" + kOwn + ">>]>>"},
+     "\0\3\0\x24\0\x61\0\x62"s,
+     U" A~\uFFFD"},
     {"predefinedLegacy", {type0("/Encoding/90ms-RKSJ-H", kJapan)}, "A\x88\x9F", U"A\u4E9C"},
     {"predefinedVertical", {type0("/Encoding/90ms-RKSJ-V", kJapan)}, "\x88\x9F", U"\u4E9C"},
     {"predefinedUnicode", {type0("/Encoding/UniJIS-UTF16-H", kJapan)}, "\x4E\x9C"s, U"\u4E9C"},
@@ -94,7 +103,7 @@ const CharacterCase kCharacterCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, CompositeFontCharacters, testing::ValuesIn(kCharacterCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 struct WidthCase {
     const char* name;
@@ -125,11 +134,11 @@ const WidthCase kWidthCases[] = {
     {"emptyList", "/W[1[] 1 1 300]", "\0\1"s, 0.3F},
     {"cidOutOfRange", "/W[-1[100] 70000[200]]", "\0\1"s, 1},
     {"rangeUpToTheLastCid", "/W[0 99999 300]", "\xFF\xFF"s, 0.3F},
-    {"absurd", "/W[1[1e30]]", "\0\1"s, 1000},
+    {"absurd", "/W[1[99999999999]]", "\0\1"s, 1000},
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, CompositeFontWidth, testing::ValuesIn(kWidthCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(CompositeFont, verticalMetricsHaveTheDefaultsOfTheStandard) {
     FontDocument document({type0("/Encoding/Identity-V", "/DW 600")});

@@ -102,11 +102,42 @@ const CharacterCase kCharacterCases[] = {
      "ABCD",
      U"\u0416\U0001D400ffiA"},
     {"namesThatAreCodes", {type3("/Encoding<</Differences[65/a72/a105]>>")}, "AB", U"Hi"},
-    {"namesThatAreCodesOfTexLigatures", {type3("/Encoding<</Differences[11/a11/a12]>>")}, "\x0B", U"ff"},
+    {"namesThatAreCodesOfTexLigatures", {type3("/Encoding<</Differences[11/a11/a12]>>")}, "\x0B", U"\uFB00"},
     {"codeNamesAmongOthers", {type3("/Encoding<</Differences[65/a72/weird]>>")}, "A", U"\uFFFD"},
     {"names", {type3(kNames)}, "A", U"\u03B1"},
     {"nothingKnown", {type3("")}, "A", U"\uFFFD"},
-    {"notDefined", {type1("/Encoding<</Differences[65/.notdef]>>")}, "A", U"\uFFFD"},
+    {"namesThatAreCodesOfTexAccents",
+     {type3("/Encoding<</Differences[192/a192 27/a27]>>")},
+     "\xC0\x1B",
+     U"\u00C0\uFB00"},
+    {"namesThatAreHexadecimalCodes", {type3("/Encoding<</Differences[44/C2c 75/C4b]>>")}, ",K", U",K"},
+    {"notDefined", {type1("/Encoding<</Differences[65/.notdef]>>")}, "AB", U"B"},
+    {"blankThatIsNotDefined", {type1("/FirstChar 32/Widths[250]/Encoding<</Differences[32/.notdef]>>")}, " ", U" "},
+    {"codeWithoutGlyphInAFontThatIsNotEmbedded",
+     {type1("/Encoding/WinAnsiEncoding")},
+     "\x01"
+     "A",
+     U"A"},
+    {"fewCodeNamesOfASymbolicFont",
+     {type1("/Encoding<</Differences[2/C223]>>/FontDescriptor<</Flags 4>>")},
+     "\x02",
+     U"\uFFFD"},
+    {"manyCodeNamesOfASymbolicFont",
+     {type1("/Encoding<</Differences[2/C65/C66/C67/C68/C69/C70/C71/C72]>>/FontDescriptor<</Flags 4>>")},
+     "\x02",
+     U"A"},
+    {"wholeLineInToUnicode",
+     {type1(kToUnicode + kNames), streamBody("beginbfchar <41> <00610062006300640065006600670068 0069> endbfchar")},
+     "A",
+     U"\u03B1"},
+    {"longLigatureInToUnicode",
+     {type3(kToUnicode), streamBody("beginbfchar <41> <00610062006300640065006600670068 0069> endbfchar")},
+     "A",
+     U"abcdefghi"},
+    {"piecesOfDrawings",
+     {"<</Subtype/Type1/BaseFont/ABCDEF+XYBTIP-Medium/Encoding<</Differences[65/weird]>>>>"},
+     "A",
+     U""},
     {"noFontAtAll", {"[1 2]"}, "A", U"A"},
     {"noObjectAtAll", {}, "A", U"A"},
     {"noBreakSpace", {type1("/Encoding/WinAnsiEncoding")}, "\xA0", U"\u00A0"},
@@ -114,7 +145,7 @@ const CharacterCase kCharacterCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, SimpleFontCharacters, testing::ValuesIn(kCharacterCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(SimpleFont, glyphWithoutEvidenceIsNotKnown) {
     FontDocument document({type3("/Encoding<</Differences[65/alpha/weird]>>")});
@@ -164,7 +195,7 @@ const WidthCase kWidthCases[] = {
     {"reference", type1("/FirstChar 65/LastChar 67/Widths[500 600 6 0 R]"), "C", 0.333F},
     {"zero", type1("/FirstChar 65/Widths[0]"), "A", 0},
     {"negative", type1("/FirstChar 65/Widths[-250]"), "A", -0.25F},
-    {"absurd", type1("/FirstChar 65/Widths[1e30]"), "A", 1000},
+    {"absurd", type1("/FirstChar 65/Widths[99999999999]"), "A", 1000},
     {"belowTheFirst", type1("/FirstChar 65/Widths[500]"), "@", 0},
     {"aboveTheLast", type1("/FirstChar 65/Widths[500]/FontDescriptor<</MissingWidth 250>>"), "B", 0.25F},
     {"firstCharIsMissing", type1("/Widths[111]"), std::string(1, '\0'), 0.111F},
@@ -178,7 +209,7 @@ const WidthCase kWidthCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, SimpleFontWidth, testing::ValuesIn(kWidthCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 struct ExtentCase {
     const char* name;
@@ -217,7 +248,7 @@ const ExtentCase kExtentCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Pdf, FontExtent, testing::ValuesIn(kExtentCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace
 } // namespace quillow::pdf::test

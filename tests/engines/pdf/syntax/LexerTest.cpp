@@ -8,6 +8,8 @@
 namespace quillow::pdf {
 namespace {
 
+using namespace std::string_view_literals;
+
 struct NumberCase {
     std::string_view bytes;
     double value;
@@ -75,7 +77,7 @@ TEST(Lexer, readsStrings) {
         {"(a\\\r\nb)", "ab", false, 7},
         {"(a\\\nb)", "ab", false, 6},
         {"(\\n\\r\\t\\b\\f\\(\\)\\\\\\x)", "\n\r\t\b\f()\\x", false, 20},
-        {"(\\101\\53\\0539\\8)", "A++98", false, 15},
+        {"(\\101\\53\\0539\\8)", "A++98", false, 16},
         {"(\\501)", "A", false, 6},
         {"(\\)", ")", false, 3},
         {"(abc", "abc", true, 4},
@@ -101,7 +103,7 @@ TEST(Lexer, readsStrings) {
 }
 
 TEST(Lexer, passesOverWhiteSpaceAndComments) {
-    const std::string_view bytes("\0\t\n\f\r % (not a string)\r%\n/x", 29);
+    const std::string_view bytes = "\0\t\n\f\r % (not a string)\r%\n/x"sv;
     const char* const end = bytes.data() + bytes.size();
 
     EXPECT_EQ(std::string_view(skipWhiteSpace(bytes.data(), end)), "/x");

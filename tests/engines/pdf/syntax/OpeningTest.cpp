@@ -33,7 +33,7 @@ struct Opened {
 
 Opened opened(std::string_view bytes) {
     auto result = Document::open(bytes);
-    if (!result) return {std::string(reasonName(result.failure().reason))};
+    if (!result) return {result.failure().reason == Reason::locked ? "locked" : "damaged"};
     Document& document = *result.value();
     const std::vector<PageNode> pages = pagesOf(document);
     if (pages.size() != 1) return {std::to_string(pages.size()) + " pages", document.wasRepaired()};

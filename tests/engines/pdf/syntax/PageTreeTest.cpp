@@ -118,7 +118,7 @@ TEST(PageTree, pagesBeyondTheLimitAreLeftOut) {
 
 TEST(PageTree, pagesInheritFromTheirParents) {
     const Made made({"<</Kids[3 0 R]/MediaBox[0 0 100 200]/Rotate 90/Resources<</A 1>>>>",
-                     "<</Kids[4 0 R 5 0 R]/CropBox[10 20 50 60]/Resources 6 0 R>>", "<<>>",
+                     "<</Kids[4 0 R 5 0 R]/CropBox[10 20 50 60]/Resources 6 0 R>>", "<</Type/Page>>",
                      "<</Rotate 180/CropBox[0 0 20 20]/MediaBox[0 0 30 30]/Resources<</A 3>>>>", "<</A 2>>"});
     ASSERT_EQ(made.pages.size(), 2U);
 
@@ -148,7 +148,7 @@ TEST(PageTree, boxesAreMadeSenseOf) {
         {"/MediaBox[0 0 200/x]", letter},
         {"/MediaBox[0 0 0 0]", letter},
         {"/MediaBox[0 0 100 0]", letter},
-        {"/MediaBox[0 0 1e9 100]", {0, 0, 1, 9}},
+        {"/MediaBox[0 0 1e9 100]", {0, 0, 1, 100}},
         {"/MediaBox[0 0 99999999999 100]", letter},
         {"/MediaBox null", letter},
         {"/MediaBox[0 0 200 100]/CropBox[10 10 900 50]", {10, 10, 200, 50}},

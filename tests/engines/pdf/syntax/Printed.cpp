@@ -5,21 +5,21 @@
 namespace quillow::pdf::test {
 namespace {
 
-std::string printed(const Dictionary& dictionary) {
+std::string printedDictionary(const Dictionary& dictionary) {
     std::string text = "<<";
     for (const auto& [key, value] : dictionary.entries())
         text.append("/").append(key).append(" ").append(printed(value));
     return text + ">>";
 }
 
-std::string printed(std::span<const Object> items) {
+std::string printedArray(std::span<const Object> items) {
     std::string text;
     for (const Object& item : items)
         text += (text.empty() ? "" : " ") + printed(item);
     return "[" + text + "]";
 }
 
-std::string printed(double value) {
+std::string printedNumber(double value) {
     std::ostringstream text;
     text << value;
     return text.str();
@@ -32,12 +32,12 @@ std::string printed(const Object& object) {
     case Object::Type::null: return "null";
     case Object::Type::boolean: return object.booleanOr(false) ? "true" : "false";
     case Object::Type::integer: return std::to_string(object.integerOr(0));
-    case Object::Type::real: return printed(object.numberOr(0));
+    case Object::Type::real: return printedNumber(object.numberOr(0));
     case Object::Type::name: return "/" + std::string(object.name());
     case Object::Type::string: return "(" + std::string(object.string()) + ")";
-    case Object::Type::array: return printed(object.array());
-    case Object::Type::dictionary: return printed(object.dictionary());
-    case Object::Type::stream: return printed(object.dictionary()) + "stream";
+    case Object::Type::array: return printedArray(object.array());
+    case Object::Type::dictionary: return printedDictionary(object.dictionary());
+    case Object::Type::stream: return printedDictionary(object.dictionary()) + "stream";
     case Object::Type::reference:
         return std::to_string(object.reference().number) + " " + std::to_string(object.reference().generation) + " R";
     }

@@ -1,0 +1,86 @@
+#include "engines/pdf/content/Annotations.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// What the budget is charged, in operators.
+constexpr std::size_t kCostOfAnnotation = 50;
+
+/// Annotation flags (12.5.3).
+constexpr std::int64_t kHidden = 1 << 1;
+constexpr std::int64_t kNoView = 1 << 5;
+
+constexpr std::array<std::string_view, 3> kShownTypes{"Widget", "FreeText", "Stamp"};
+
+Rectangle boxAround(const Matrix& matrix, const Rectangle& r) {
+    const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom),
+                             matrix.apply(r.left, r.top), matrix.apply(r.right, r.top)};
+    Rectangle box{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
+    for (const Vector& corner : corners) {
+        box.left = std::min(box.left, corner.x);
+        box.right = std::max(box.right, corner.x);
+        box.bottom = std::min(box.bottom, corner.y);
+        box.top = std::max(box.top, corner.y);
+    }
+    return box;
+}
+
+/// 12.5.5, algorithm "appearance streams": the matrix that moves the form's transformed box onto the annotation's
+/// rectangle.
+Matrix placingMatrix(const Rectangle& box, const Rectangle& place) {
+    const double width = box.right - box.left;
+    const double height = box.top - box.bottom;
+    const double x = width > 0 ? (place.right - place.left) / width : 1;
+    const double y = height > 0 ? (place.top - place.bottom) / height : 1;
+    return {x, 0, 0, y, place.left - box.left * x, place.bottom - box.bottom * y};
+}
+
+} // namespace
+
+void Annotations::show(const PageNode& node, const Matrix& toPage, Page& page) {
+    const Object list = document_.get(node.dictionary, "Annots");
+    interpreter_.endRun();
+    for (const Object& item : list.array()) {
+        if (!interpreter_.spend(kCostOfAnnotation)) return;
+        showAnnotation(document_.resolve(item).dictionary(), toPage, page);
+    }
+}
+
+bool Annotations::isShown(const Dictionary& annotation) {
+    const std::string_view type = document_.get(annotation, "Subtype").name();
+    if (std::find(kShownTypes.begin(), kShownTypes.end(), type) == kShownTypes.end()) return false;
+    if ((document_.get(annotation, "F").integerOr(0) & (kHidden | kNoView)) != 0) return false;
+    return interpreter_.optionalContent().isShown(annotation.find("OC"));
+}
+
+void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toPage, Page& page) {
+    if (!isShown(annotation)) return;
+    const Rectangle place = rectangleOf(document_, annotation.find("Rect"), {});
+    if (place.right <= place.left || place.top <= place.bottom) return;
+    const StreamContent* const appearance = appearanceOf(annotation);
+    const std::size_t runs = page.runs.size();
+    if (appearance != nullptr) showAppearance(*appearance, place, toPage);
+    const bool isField = document_.get(annotation, "Subtype").isName("Widget");
+    const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
+    if (isField && isToMake) fields_.write(annotation, place, toPage, page);
+}
+
+/// The normal appearance: a form, or one for each state of which /AS names the current one.
+const StreamContent* Annotations::appearanceOf(const Dictionary& annotation) {
+    const Object normal = document_.get(document_.get(annotation, "AP").dictionary(), "N");
+    if (normal.stream() != nullptr) return normal.stream();
+    const std::string_view state = document_.get(annotation, "AS").name();
+    return document_.get(normal.dictionary(), state).stream();
+}
+
+void Annotations::showAppearance(const StreamContent& appearance, const Rectangle& place, const Matrix& toPage) {
+    Form& form = interpreter_.forms().formOf(appearance);
+    const Rectangle box = boxAround(form.matrix, form.box.value_or(Rectangle{}));
+    interpreter_.showForm(form, placingMatrix(box, place) * toPage, kFromAnnotation);
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,295 @@
+#include "engines/pdf/content/ContentScanner.h"
+
+#include "engines/pdf/syntax/Lexer.h"
+
+#include <array>
+#include <cstring>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// What a byte begins.
+enum class Start : std::uint8_t { word, blank, number, name, string, angle, array, comment, close };
+
+constexpr std::array<Start, 256> kStarts = [] {
+    std::array<Start, 256> starts{};
+    for (const char byte : {'\0', '\t', '\n', '\f', '\r', ' '})
+        starts[static_cast<std::uint8_t>(byte)] = Start::blank;
+    for (const char byte : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', '+', '-', '.'})
+        starts[static_cast<std::uint8_t>(byte)] = Start::number;
+    for (const char byte : {')', ']', '{', '}', '>'})
+        starts[static_cast<std::uint8_t>(byte)] = Start::close;
+    starts['/'] = Start::name;
+    starts['('] = Start::string;
+    starts['<'] = Start::angle;
+    starts['['] = Start::array;
+    starts['%'] = Start::comment;
+    return starts;
+}();
+
+Start startOf(char byte) {
+    return kStarts[static_cast<std::uint8_t>(byte)];
+}
+
+/// Digits that a number of 64 bits always holds.
+constexpr std::ptrdiff_t kSafeDigits = 18;
+
+constexpr std::array<double, kSafeDigits + 1> kTenths = [] {
+    std::array<double, kSafeDigits + 1> tenths{};
+    double power = 1;
+    for (double& tenth : tenths) {
+        tenth = 1 / power;
+        power *= 10;
+    }
+    return tenths;
+}();
+
+bool isDigit(char byte) {
+    return static_cast<std::uint8_t>(byte - '0') < 10;
+}
+
+/// A number with more digits, signs or points than a number should have. No number is so long that it gets infinite.
+const char* scanOddNumber(const char* p, double& value) {
+    constexpr double kLargest = 1e30;
+    const bool negative = *p == '-';
+    double result = 0;
+    double unit = 1;
+    bool hasPoint = false;
+    for (; startOf(*p) == Start::number; ++p) {
+        if (*p == '.') hasPoint = true;
+        if (!isDigit(*p)) continue;
+        if (hasPoint) {
+            unit /= 10;
+            result += unit * (*p - '0');
+        } else if (result < kLargest) {
+            result = result * 10 + (*p - '0');
+        }
+    }
+    value = negative ? -result : result;
+    return p;
+}
+
+/// Behind the word that begins at `p`.
+const char* scanWord(const char* p, Operator& word) {
+    Operator bytes = 0;
+    do
+        bytes = bytes << 8 | static_cast<std::uint8_t>(*p++);
+    while (isRegular(*p));
+    word = bytes;
+    return p;
+}
+
+const char* skipComment(const char* p) {
+    while (*p != '\n' && *p != '\r')
+        ++p;
+    return p;
+}
+
+/// true, false and null stand where operands do.
+bool isOperandWord(std::string_view word) {
+    return word == "true" || word == "false" || word == "null";
+}
+
+/// Whether a byte of a literal string is more than itself.
+constexpr std::array<bool, 256> kStringStops = [] {
+    std::array<bool, 256> stops{};
+    for (const char byte : {'(', ')', '\\', '\r'})
+        stops[static_cast<std::uint8_t>(byte)] = true;
+    return stops;
+}();
+
+/// The closing parenthesis of the string whose bytes begin at `p`, or the end of the content.
+const char* endOfLiteral(const char* p, const char* end, bool& plain) {
+    int depth = 1;
+    for (;; ++p) {
+        while (!kStringStops[static_cast<std::uint8_t>(*p)])
+            ++p;
+        if (p >= end) return end;
+        switch (*p) {
+        case '(': ++depth; break;
+        case ')':
+            if (--depth == 0) return p;
+            break;
+        case '\\':
+            plain = false;
+            if (++p >= end) return end;
+            break;
+        default: plain = false;
+        }
+    }
+}
+
+const char* endOfHex(const char* p, const char* end) {
+    const void* const found = std::memchr(p, '>', static_cast<std::size_t>(end - p));
+    return found == nullptr ? end : static_cast<const char*>(found);
+}
+
+std::string_view between(const char* begin, const char* end) {
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+} // namespace
+
+const char* scanNumber(const char* p, double& value) {
+    const char* const start = p;
+    const bool negative = *p == '-';
+    if (negative || *p == '+') ++p;
+    std::uint64_t digits = 0;
+    while (isDigit(*p))
+        digits = digits * 10 + static_cast<std::uint64_t>(*p++ - '0');
+    std::ptrdiff_t places = 0;
+    if (*p == '.') {
+        const char* const point = p++;
+        while (isDigit(*p))
+            digits = digits * 10 + static_cast<std::uint64_t>(*p++ - '0');
+        places = p - point - 1;
+    }
+    if (p - start > kSafeDigits || startOf(*p) == Start::number) [[unlikely]]
+        return scanOddNumber(start, value);
+    const double size =
+        static_cast<double>(static_cast<std::int64_t>(digits)) * kTenths[static_cast<std::size_t>(places)];
+    value = negative ? -size : size;
+    return p;
+}
+
+const char* endOfDictionary(const char* p, const char* end) {
+    bool plain = true;
+    int depth = 1;
+    while (p < end) {
+        switch (*p) {
+        case '(':
+            p = endOfLiteral(p + 1, end, plain);
+            if (p < end) ++p;
+            break;
+        case '%': p = skipComment(p); break;
+        case '<':
+            if (p[1] == '<') {
+                ++depth;
+                p += 2;
+            } else {
+                p = endOfHex(p, end);
+                if (p < end) ++p;
+            }
+            break;
+        case '>':
+            if (p[1] != '>') {
+                ++p;
+            } else if (--depth == 0) {
+                return p;
+            } else {
+                p += 2;
+            }
+            break;
+        default: ++p;
+        }
+    }
+    return nullptr;
+}
+
+template <class Push>
+const char* ContentScanner::scanString(const char* p, Push push) {
+    bool plain = true;
+    const char* const close = *p == '(' ? endOfLiteral(p + 1, end_, plain) : endOfHex(p + 1, end_);
+    const Operand::Kind kind = *p == '<' ? Operand::Kind::hexString
+                               : plain   ? Operand::Kind::plainString
+                                         : Operand::Kind::escapedString;
+    push(Operand::ofBytes(kind, between(p + 1, close)));
+    return close < end_ ? close + 1 : end_;
+}
+
+const char* ContentScanner::pushDictionary(const char* p, Operands& operands) {
+    const char* const close = dictionariesEnd_ ? endOfDictionary(p, end_) : nullptr;
+    if (close == nullptr) {
+        dictionariesEnd_ = false;
+        return p;
+    }
+    operands.push(Operand::ofBytes(Operand::Kind::dictionary, between(p, close)));
+    return close + 2;
+}
+
+const char* ContentScanner::pushBytes(const char* p, Operands& operands) {
+    if (*p == '<' && p[1] == '<') return pushDictionary(p + 2, operands);
+    return scanString(p, [&](const Operand& operand) { operands.push(operand); });
+}
+
+/// An array ends at its bracket, or at a word: then its bracket is missing.
+const char* ContentScanner::pushArray(const char* p, Operands& operands) {
+    const auto add = [&](const Operand& operand) { operands.addItem(operand); };
+    const std::size_t first = operands.itemCount();
+    for (bool open = true; open;) {
+        switch (startOf(*p)) {
+        case Start::blank:
+        case Start::array: ++p; break; // the items of an inner array become items of the outer one
+        case Start::number: {
+            double value = 0;
+            p = scanNumber(p, value);
+            add(Operand::ofNumber(value));
+            break;
+        }
+        case Start::string: p = scanString(p, add); break;
+        case Start::angle: p = p[1] == '<' ? p + 2 : scanString(p, add); break;
+        case Start::name: {
+            const char* const name = ++p;
+            while (isRegular(*p))
+                ++p;
+            add(Operand::ofBytes(Operand::Kind::name, between(name, p)));
+            break;
+        }
+        case Start::comment: p = skipComment(p); break;
+        case Start::close:
+            open = *p != ']' && p < end_;
+            if (p < end_) ++p;
+            break;
+        case Start::word: open = false; break;
+        }
+    }
+    operands.push(Operand::ofArray(first, operands.itemCount() - first));
+    return p;
+}
+
+Operator ContentScanner::next(Operands& operands) {
+    const char* p = p_;
+    for (;;) {
+        switch (startOf(*p)) {
+        case Start::blank: ++p; break;
+        case Start::number: {
+            double value = 0;
+            p = scanNumber(p, value);
+            operands.push(Operand::ofNumber(value));
+            break;
+        }
+        case Start::word: {
+            Operator word = kNoOperator;
+            const char* const start = p;
+            p = scanWord(p, word);
+            if (isOperandWord(between(start, p))) {
+                operands.push(Operand{});
+                break;
+            }
+            p_ = p;
+            return word;
+        }
+        case Start::name: {
+            const char* const name = ++p;
+            while (isRegular(*p))
+                ++p;
+            operands.push(Operand::ofBytes(Operand::Kind::name, between(name, p)));
+            break;
+        }
+        case Start::string:
+        case Start::angle: p = pushBytes(p, operands); break;
+        case Start::array: p = pushArray(p + 1, operands); break;
+        case Start::comment: p = skipComment(p); break;
+        case Start::close:
+            if (p >= end_) {
+                p_ = end_;
+                return kNoOperator;
+            }
+            ++p;
+            break;
+        }
+    }
+}
+
+} // namespace quillow::pdf

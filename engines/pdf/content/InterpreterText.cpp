@@ -1,0 +1,116 @@
+// The text operators (ISO 32000-2, 9.3, 9.4).
+#include "engines/pdf/content/InlineDictionary.h"
+#include "engines/pdf/content/Interpreter.h"
+
+namespace quillow::pdf {
+
+namespace {
+
+/// The budget is charged for long strings.
+constexpr std::size_t kCodesAnOperator = 4;
+
+} // namespace
+
+bool Interpreter::executeText(Operator word) {
+    switch (word) {
+    case operatorOf("BT"): writer_.beginObject(); return true;
+    case operatorOf("ET"): return true;
+    case operatorOf("Tc"): setNumber(&TextState::characterSpacing, 1, false); return true;
+    case operatorOf("Tw"): setNumber(&TextState::wordSpacing, 1, false); return true;
+    case operatorOf("Tz"): setNumber(&TextState::scale, 0.01, true); return true;
+    case operatorOf("TL"): setNumber(&TextState::leading, 1, false); return true;
+    case operatorOf("Ts"): setNumber(&TextState::rise, 1, false); return true;
+    case operatorOf("Tf"): chooseFont(); return true;
+    case operatorOf("Tr"):
+        if (operands_.size() > 0 && operands_.fromEnd(0).isNumber())
+            state_.text.mode = operands_.fromEnd(0).number == kInvisibleMode ? kInvisibleMode : 0;
+        return true;
+    case operatorOf("Td"): moveLine(false); return true;
+    case operatorOf("TD"): moveLine(true); return true;
+    case operatorOf("T*"): nextLine(); return true;
+    case operatorOf("Tm"): setTextMatrix(); return true;
+    case operatorOf("Tj"): showString(); return true;
+    case operatorOf("TJ"):
+        if (operands_.size() > 0 && operands_.fromEnd(0).kind == Operand::Kind::array)
+            showStrings(operands_.itemsOf(operands_.fromEnd(0)));
+        else
+            showString();
+        return true;
+    case operatorOf("'"):
+        nextLine();
+        showString();
+        return true;
+    case operatorOf("\""): showWithSpacing(); return true;
+    default: return false;
+    }
+}
+
+/// `movesGlyphs`: the frame of the text depends on it.
+void Interpreter::setNumber(double TextState::*parameter, double factor, bool movesGlyphs) {
+    if (operands_.size() == 0 || !operands_.fromEnd(0).isNumber()) return;
+    state_.text.*parameter = operands_.fromEnd(0).number * factor;
+    if (movesGlyphs) writer_.stateChanged();
+}
+
+void Interpreter::chooseFont() {
+    if (operands_.size() < 2 || !operands_.fromEnd(1).isName() || !operands_.fromEnd(0).isNumber()) return;
+    state_.text.font = &level().resources.font(sources_, operands_.fromEnd(1).view());
+    state_.text.size = operands_.fromEnd(0).number;
+    spend(level().resources.takeCost() / kCodesAnOperator);
+    writer_.stateChanged();
+}
+
+void Interpreter::moveLine(bool setsLeading) {
+    std::array<double, 2> n{};
+    if (!operands_.take(n)) return;
+    if (setsLeading) state_.text.leading = -n[1];
+    writer_.moveLine(n[0], n[1]);
+}
+
+void Interpreter::nextLine() {
+    writer_.moveLine(0, -state_.text.leading);
+}
+
+void Interpreter::setTextMatrix() {
+    std::array<double, 6> n{};
+    if (operands_.take(n)) writer_.setMatrix({n[0], n[1], n[2], n[3], n[4], n[5]});
+}
+
+void Interpreter::showString() {
+    if (operands_.size() > 0 && operands_.fromEnd(0).isString()) showStrings({&operands_.fromEnd(0), 1});
+}
+
+/// aw ac string: word spacing, character spacing.
+void Interpreter::showWithSpacing() {
+    if (operands_.size() >= 3 && operands_.fromEnd(2).isNumber() && operands_.fromEnd(1).isNumber()) {
+        state_.text.wordSpacing = operands_.fromEnd(2).number;
+        state_.text.characterSpacing = operands_.fromEnd(1).number;
+    }
+    nextLine();
+    showString();
+}
+
+std::string_view Interpreter::bytesOf(const Operand& string) {
+    if (string.kind == Operand::Kind::plainString) return string.view();
+    scratch_.clear();
+    appendString(string, scratch_);
+    return scratch_.view();
+}
+
+void Interpreter::showStrings(std::span<const Operand> items) {
+    if (!writer_.beginShow(state_, marks_)) return;
+    std::size_t codes = 0;
+    for (const Operand& item : items) {
+        if (item.isNumber()) {
+            writer_.adjust(item.number);
+        } else if (item.isString()) {
+            const std::string_view bytes = bytesOf(item);
+            codes += bytes.size();
+            writer_.show(bytes);
+        }
+    }
+    writer_.endShow();
+    spend(codes / kCodesAnOperator);
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,201 @@
+#include "engines/pdf/content/TextWriter.h"
+
+#include "engines/pdf/content/RunFilter.h"
+
+#include <cmath>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// Points to which places and sizes that are kept are limited. The largest page of ISO 32000-2 has 14 400 units.
+constexpr double kLargestPlace = 1e7;
+
+/// False also for what is not a number.
+bool isSane(double value) {
+    return std::abs(value) <= kLargestPlace;
+}
+
+Point pointOf(Vector v) {
+    return {static_cast<float>(v.x), static_cast<float>(v.y)};
+}
+
+} // namespace
+
+void TextWriter::beginPage(Page& page) {
+    page_ = &page;
+    flags_ = 0;
+    isFull_ = false;
+    isOpen_ = false;
+    frameIsCurrent_ = false;
+    setMatrix({});
+}
+
+void TextWriter::setFlags(std::uint8_t flags) {
+    endRun();
+    flags_ = flags;
+}
+
+void TextWriter::setMatrix(const Matrix& matrix) {
+    line_ = matrix;
+    moved_ = {};
+    frameIsCurrent_ = false;
+}
+
+void TextWriter::setPlace(const Place& place) {
+    line_ = place.line;
+    moved_ = place.moved;
+    frameIsCurrent_ = false;
+}
+
+/// Moves both matrices, so that the frame stays current.
+void TextWriter::moveLine(double x, double y) {
+    line_.translate(x, y);
+    textToPage_.translate(x, y);
+    moved_ = {};
+}
+
+void TextWriter::updateFrame() {
+    textToPage_ = line_ * state_->toPage;
+    frame_ = frameOf(state_->text, textToPage_);
+    frameIsCurrent_ = true;
+}
+
+/// Whether the open run can go on with the current state, wherever on its line.
+bool TextWriter::isOnOpenLine(Vector start) const {
+    if (!isOpen_ || runFont_ != state_->text.font || !(runMarks_ == marks_->current()) || !(runClip_ == state_->clip) ||
+        ((run_.flags & kInvisible) != 0) != (state_->text.mode == kInvisibleMode) || !frame_.continues(runFrame_))
+        return false;
+    const double side = frame_.direction.x * (start.y - lineOrigin_.y) - frame_.direction.y * (start.x - lineOrigin_.x);
+    return std::abs(side) <= kSideJump * frame_.fontSize;
+}
+
+bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
+    if (state.text.font == nullptr) return false;
+    state_ = &state;
+    marks_ = &marks;
+    if (!frameIsCurrent_) updateFrame();
+    const Vector start = textToPage_.apply(moved_.x, moved_.y + state.text.rise);
+    if (isOnOpenLine(start)) {
+        along_ = (start.x - lineOrigin_.x) * frame_.direction.x + (start.y - lineOrigin_.y) * frame_.direction.y;
+    } else {
+        endRun();
+        lineOrigin_ = start;
+        along_ = 0;
+    }
+    showStart_ = along_;
+    characterStep_ = state.text.characterSpacing * frame_.spacing;
+    wordStep_ = state.text.wordSpacing * frame_.spacing;
+    return true;
+}
+
+void TextWriter::endShow() {
+    const double moved = (along_ - showStart_) * frame_.toText;
+    (frame_.isVertical ? moved_.y : moved_.x) += moved;
+}
+
+/// Whether the next string belongs to the open run.
+bool TextWriter::goesOn() const {
+    const double jump = along_ - stringEnd_;
+    return isOpen_ && jump <= kForwardJump * frame_.fontSize && jump >= -kBackwardJump * frame_.fontSize;
+}
+
+bool TextWriter::hasRoom(std::size_t codes) {
+    const bool room = page_->glyphs.size() + codes <= kMaximumGlyphs && page_->text.size() <= kMaximumCharacters;
+    if (!room) isFull_ = true;
+    return room;
+}
+
+void TextWriter::show(std::string_view codes) {
+    if (codes.empty() || !hasRoom(codes.size())) return;
+    if (!goesOn()) openRun();
+    if (runMarks_.actualText != 0)
+        showActualText(codes);
+    else if (frame_.isVertical)
+        showGlyphs<true>(codes);
+    else
+        showGlyphs<false>(codes);
+    stringEnd_ = along_;
+}
+
+template <bool isVertical>
+void TextWriter::showGlyphs(std::string_view codes) {
+    Font& font = *state_->text.font;
+    const char* p = codes.data();
+    const char* const end = p + codes.size();
+    const double advance = frame_.advance;
+    double along = along_;
+    while (p < end) {
+        const FontGlyph& glyph = font.next(p, end);
+        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
+        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along - runStart_),
+                                 static_cast<float>(width)});
+        if (glyph.text.size() == 1)
+            page_->text.push_back(glyph.text[0]);
+        else
+            page_->text.append(glyph.text);
+        along += width + characterStep_;
+        if (glyph.isWordSpace) along += wordStep_;
+    }
+    along_ = along;
+}
+
+double TextWriter::advanceOf(const FontGlyph& glyph) const {
+    return (frame_.isVertical ? glyph.verticalAdvance : glyph.width) * frame_.advance;
+}
+
+/// The first glyph of the span has all of its characters (14.9.4).
+void TextWriter::showActualText(std::string_view codes) {
+    Font& font = *state_->text.font;
+    const char* p = codes.data();
+    const char* const end = p + codes.size();
+    while (p < end) {
+        const FontGlyph& glyph = font.next(p, end);
+        const double width = advanceOf(glyph);
+        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along_ - runStart_),
+                                 static_cast<float>(width)});
+        page_->text += marks_->takeActualText();
+        along_ += width + characterStep_;
+        if (glyph.isWordSpace) along_ += wordStep_;
+    }
+}
+
+void TextWriter::openRun() {
+    endRun();
+    isOpen_ = true;
+    runStart_ = along_;
+    runFrame_ = frame_;
+    runFont_ = state_->text.font;
+    runMarks_ = marks_->current();
+    runClip_ = state_->clip;
+    run_ = {};
+    run_.firstGlyph = static_cast<std::uint32_t>(page_->glyphs.size());
+    run_.origin = pointOf({lineOrigin_.x + along_ * frame_.direction.x, lineOrigin_.y + along_ * frame_.direction.y});
+    run_.direction = pointOf(frame_.direction);
+    run_.fontSize = static_cast<float>(frame_.fontSize);
+    run_.ascent = static_cast<float>(frame_.ascent);
+    run_.descent = static_cast<float>(frame_.descent);
+    run_.font = runFont_->number();
+    run_.markedContent = runMarks_.id;
+    run_.flags = runMarks_.flags | flags_;
+    if (state_->text.mode == kInvisibleMode) run_.flags |= kInvisible;
+    if (frame_.isVertical) run_.flags |= kVertical;
+}
+
+/// Adds the run to the page if somebody can see it.
+void TextWriter::endRun() {
+    if (!isOpen_) return;
+    isOpen_ = false;
+    run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;
+    const bool isNowhere =
+        !isSane(run_.origin.x) || !isSane(run_.origin.y) || !isSane(run_.fontSize) || !isSane(stringEnd_ - runStart_);
+    if (runMarks_.isHidden || isNowhere) {
+        page_->text.resize(page_->glyphs[run_.firstGlyph].text);
+        page_->glyphs.resize(run_.firstGlyph);
+        return;
+    }
+    dropUnseenGlyphs(*page_, run_, runClip_);
+    if (run_.glyphCount > 0) page_->runs.push_back(run_);
+}
+
+} // namespace quillow::pdf

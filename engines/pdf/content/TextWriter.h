@@ -1,0 +1,107 @@
+// Writes what the text operators show into the runs of a page (ISO 32000-2, 9.4).
+//
+// A run goes on as long as font, size, direction and marks stay and each string begins where a reader's eye expects it:
+// on the line, and at most kForwardJump ahead of the end of the string before or kBackwardJump behind it. So blanks,
+// kerning and justified words are inside a run; a column, a tab, an overprinted word begin a new one. An ActualText has
+// runs of its own.
+#pragma once
+
+#include "engines/pdf/content/MarkedContent.h"
+#include "engines/pdf/content/TextFrame.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace quillow::pdf {
+
+/// Ems by which a string may begin off the end of the one before, along the line and beside it.
+inline constexpr double kForwardJump = 1;
+inline constexpr double kBackwardJump = 0.2;
+inline constexpr double kSideJump = 0.02;
+/// Glyphs of a page. Pages of the densest real tables have a hundred thousand.
+inline constexpr std::size_t kMaximumGlyphs = 1'000'000;
+/// Characters of a page: an ActualText may be shown again and again.
+inline constexpr std::size_t kMaximumCharacters = 4'000'000;
+
+class TextWriter {
+public:
+    /// `page` is empty but for its crop box.
+    void beginPage(Page& page);
+    /// Ends the run that is being written. Must be called after the last one.
+    void endRun();
+
+    /// Flags for everything that is shown from now on, beside those of the marks.
+    void setFlags(std::uint8_t flags);
+
+    /// BT, Tm and Td. Positions are in text space.
+    void beginObject() { setMatrix({}); }
+    void setMatrix(const Matrix& matrix);
+    void moveLine(double x, double y);
+
+    /// Must be called after a change of the transformation matrix, of the text state but spacing and leading, and of
+    /// the marks.
+    void stateChanged() { frameIsCurrent_ = false; }
+
+    /// The strings and numbers of one Tj or TJ come between `beginShow` and `endShow`. False if nothing can be shown:
+    /// then neither `show` nor `endShow` must be called. The state must stay as it is in between.
+    [[nodiscard]] bool beginShow(const GraphicsState& state, MarkedContent& marks);
+    void show(std::string_view codes);
+    /// A number of a TJ.
+    void adjust(double amount) { along_ += amount * frame_.adjustment; }
+    void endShow();
+
+    /// The place in the text object, for a form that interrupts it.
+    struct Place {
+        Matrix line;
+        Vector moved;
+    };
+    [[nodiscard]] Place place() const { return {line_, moved_}; }
+    void setPlace(const Place& place);
+
+    /// Whether something was left out for kMaximumGlyphs or kMaximumCharacters.
+    [[nodiscard]] bool isFull() const { return isFull_; }
+
+private:
+    void updateFrame();
+    [[nodiscard]] bool isOnOpenLine(Vector start) const;
+    [[nodiscard]] bool goesOn() const;
+    [[nodiscard]] bool hasRoom(std::size_t codes);
+    void openRun();
+    void showActualText(std::string_view codes);
+    template <bool isVertical>
+    void showGlyphs(std::string_view codes);
+    [[nodiscard]] double advanceOf(const FontGlyph& glyph) const;
+
+    Page* page_ = nullptr;
+    std::uint8_t flags_ = 0;
+    bool isFull_ = false;
+
+    Matrix line_;  ///< text line matrix
+    Vector moved_; ///< from its origin, by what has been shown
+
+    // What the operators before `show` have set; valid if frameIsCurrent_.
+    bool frameIsCurrent_ = false;
+    const GraphicsState* state_ = nullptr;
+    MarkedContent* marks_ = nullptr;
+    Matrix textToPage_;
+    TextFrame frame_;
+
+    // The line of the strings that are being shown. Lengths along it count from lineOrigin_.
+    Vector lineOrigin_;
+    double along_ = 0;     ///< the pen
+    double showStart_ = 0; ///< the pen at `beginShow`
+    double stringEnd_ = 0; ///< the pen behind the last string
+    double characterStep_ = 0;
+    double wordStep_ = 0;
+
+    // The run that is being written; its glyphs are the last ones of the page.
+    bool isOpen_ = false;
+    Run run_;
+    TextFrame runFrame_;
+    Font* runFont_ = nullptr;
+    Marks runMarks_;
+    Box runClip_;
+    double runStart_ = 0; ///< where it begins on the line
+};
+
+} // namespace quillow::pdf
