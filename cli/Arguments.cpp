@@ -132,6 +132,22 @@ std::string setReflow(Arguments& arguments, std::string_view) {
     return {};
 }
 
+/// No message about passwords shows one.
+std::string setPassword(Arguments& arguments, std::string_view value) {
+    if (!arguments.options.password.empty()) return "the password is given twice";
+    arguments.options.password = value;
+    return {};
+}
+
+std::string setPasswordFile(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.passwordFile, value, "the password file");
+}
+
+std::string setPasswordPrompt(Arguments& arguments, std::string_view) {
+    arguments.askForPassword = AskForPassword::whenNeeded;
+    return {};
+}
+
 std::string setStrict(Arguments& arguments, std::string_view) {
     arguments.partial = PartialCountsAs::failed;
     return {};
@@ -164,6 +180,9 @@ constexpr std::array kOptions = {
     Option{"hidden-text", '\0', Takes::nothing, setHiddenText},
     Option{"headers-footers", '\0', Takes::nothing, setHeadersFooters},
     Option{"reflow", '\0', Takes::nothing, setReflow},
+    Option{"password", '\0', Takes::value, setPassword},
+    Option{"password-file", '\0', Takes::value, setPasswordFile},
+    Option{"password-prompt", '\0', Takes::nothing, setPasswordPrompt},
     Option{"strict", '\0', Takes::nothing, setStrict},
     Option{"quiet", 'q', Takes::nothing, setQuiet},
     Option{"verbose", 'v', Takes::nothing, setVerbose},
@@ -199,8 +218,14 @@ private:
     [[nodiscard]] std::string mistakeOfTheWhole() const {
         if (arguments_.inputs.empty() && !arguments_.inputList) return "no input is given";
         const auto inputs = std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardStream);
-        if (inputs + (arguments_.inputList == kStandardStream ? 1 : 0) > 1)
+        if (inputs + (arguments_.inputList == kStandardStream ? 1 : 0) +
+                (arguments_.passwordFile == kStandardStream ? 1 : 0) >
+            1)
             return "standard input can be read only once";
+        if ((arguments_.options.password.empty() ? 0 : 1) + (arguments_.passwordFile ? 1 : 0) +
+                (arguments_.askForPassword == AskForPassword::whenNeeded ? 1 : 0) >
+            1)
+            return "the password comes from one of '--password', '--password-file' and '--password-prompt'";
         if (arguments_.nameEnd == NameEnd::nul && !arguments_.inputList) return "option '-0' needs '--files-from'";
         if (arguments_.mirrorRoot && arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream)
             return "option '--mirror' needs '-o' and a folder";

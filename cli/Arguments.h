@@ -25,6 +25,8 @@ enum class IfExists {
 };
 /// How to treat an input folder that is not an RTFD bundle.
 enum class Folders { refused, walked };
+/// When to ask for a password on the terminal.
+enum class AskForPassword { never, whenNeeded };
 /// What follows each name in a list of inputs.
 enum class NameEnd { newline, nul };
 
@@ -43,6 +45,8 @@ struct Arguments {
     IfExists ifExists = IfExists::overwrite;
     std::optional<DocumentKind> type; ///< the kind of every input, whatever its name
     Options options;
+    std::optional<std::string> passwordFile; ///< or kStandardStream; its first line is the password
+    AskForPassword askForPassword = AskForPassword::never;
     unsigned jobs = 0; ///< 0: as many as there are processors
     PartialCountsAs partial = PartialCountsAs::converted;
     Verbosity verbosity = Verbosity::normal;

@@ -25,12 +25,23 @@ Result notAccepted(std::span<const std::byte> content) {
     return result;
 }
 
-Result extracted(InputDocument& input, const PlannedDocument& document, const Options& options) {
+/// The extraction; where a password is needed and may be asked for, a second one with it.
+Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, PasswordPrompt& prompt) {
+    const auto release = [&input] { input.bytes.release(); };
+    Extraction extraction = extract(input.bytes.view(), kind, arguments.options, release);
+    if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
+    Options options = arguments.options;
+    options.password = prompt.password();
+    return options.password.empty() ? extraction : extract(input.bytes.view(), kind, options, release);
+}
+
+Result extracted(InputDocument& input, const PlannedDocument& document, const Arguments& arguments,
+                 PasswordPrompt& prompt) {
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return withoutText(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted(input.bytes.view());
-    Extraction extraction = extract(input.bytes.view(), *kind, options, [&input] { input.bytes.release(); });
+    Extraction extraction = extractAsking(input, *kind, arguments, prompt);
     if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;
@@ -41,13 +52,13 @@ Result extracted(InputDocument& input, const PlannedDocument& document, const Op
     return result;
 }
 
-Result readAndExtract(const PlannedDocument& document, const Options& options) {
+Result readAndExtract(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt) {
     const Reading reading = document.kind ? Reading::whole : Reading::recognised;
     InputOutcome input =
         document.path == kStandardStream ? readStandardInput(reading) : readInput(document.path, reading);
     if (auto* const failure = std::get_if<InputFailure>(&input))
         return withoutText(failure->reason, std::move(failure->detail));
-    return extracted(std::get<InputDocument>(input), document, options);
+    return extracted(std::get<InputDocument>(input), document, arguments, prompt);
 }
 
 bool isLater(const timespec& time, const timespec& than) {
@@ -79,11 +90,12 @@ Result written(Result result, const PlannedDocument& document, IfExists ifExists
     return result;
 }
 
-Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, const OutputFolder* folder) {
+Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt,
+                        const OutputFolder* folder) {
     if (document.failure) return withoutText(document.failure->reason, document.failure->detail);
     if (folder != nullptr)
         if (auto decided = decidedByExistingText(document, arguments.ifExists, *folder)) return std::move(*decided);
-    Result result = readAndExtract(document, arguments.options);
+    Result result = readAndExtract(document, arguments, prompt);
     if (!hasText(result.reason)) result.text.reset();
     if (folder == nullptr || !result.text) return result;
     return written(std::move(result), document, arguments.ifExists, *folder);
@@ -91,9 +103,10 @@ Result convertUnguarded(const PlannedDocument& document, const Arguments& argume
 
 } // namespace
 
-Result convert(const PlannedDocument& document, const Arguments& arguments, const OutputFolder* outputFolder) {
+Result convert(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt,
+               const OutputFolder* outputFolder) {
     try {
-        return convertUnguarded(document, arguments, outputFolder);
+        return convertUnguarded(document, arguments, prompt, outputFolder);
     } catch (const std::bad_alloc&) {
         return withoutText(Reason::outOfMemory, {});
     }

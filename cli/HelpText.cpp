@@ -22,6 +22,15 @@ Input:
   -j, --jobs N          documents read at a time, 1 to 256 (default: one for
                         each processor); the output does not depend on it
 
+Passwords of PDFs (one for all documents, as user or as owner):
+      --password TEXT   the password; other users of the machine may see it for
+                        a moment, which the two other ways avoid
+      --password-file FILE
+                        the password is the first line of FILE; "-" is standard
+                        input
+      --password-prompt ask on the terminal, once, when the first document needs
+                        a password
+
 Output:
   -o, --output PATH     "-": standard output. A PATH that ends in .txt and is
                         not a folder: the file for the text of one document. Any

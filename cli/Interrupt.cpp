@@ -1,6 +1,7 @@
 #include "cli/Interrupt.h"
 
 #include "cli/OutputFolder.h"
+#include "cli/PasswordPrompt.h"
 #include "cli/Program.h"
 
 #include <signal.h>
@@ -25,6 +26,7 @@ void waitForInterrupt(sigset_t signals) {
     while (::sigwait(&signals, &signal) != 0) {
     }
     OutputFolder::abandonWrites();
+    PasswordPrompt::abandon();
     ::_exit(kInterrupted);
 }
 

@@ -10,6 +10,7 @@
 #include "cli/Memory.h"
 #include "cli/Messages.h"
 #include "cli/OutputFolder.h"
+#include "cli/PasswordPrompt.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
 #include "posix/FileDescriptor.h"
@@ -91,10 +92,11 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
     if (const auto* const failure = std::get_if<OutputFailure>(&opened))
         return failOnFolder(destination.folder, *failure);
     const OutputFolder& folder = std::get<OutputFolder>(opened);
+    PasswordPrompt prompt;
     Report report(arguments);
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, &folder); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, &folder); },
         [&](std::size_t i, const Result& result) {
             tell(report, plan.documents[i], result);
             return Next::goOn;
@@ -104,11 +106,12 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
 }
 
 int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
+    PasswordPrompt prompt;
     Report report(arguments);
     std::optional<std::string> broken;
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, nullptr); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, nullptr); },
         [&](std::size_t i, const Result& result) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();
@@ -133,13 +136,28 @@ std::string currentFolder() {
     return std::filesystem::current_path(none).string();
 }
 
-int convertAll(const Arguments& arguments) {
+/// Reads the password file, if there is one. Returns why it cannot be read.
+std::optional<InputFailure> addPassword(Arguments& arguments) {
+    if (!arguments.passwordFile) return std::nullopt;
+    InputOutcome read = readList(*arguments.passwordFile);
+    if (auto* const failure = std::get_if<InputFailure>(&read)) return std::move(*failure);
+    const auto bytes = std::get<InputDocument>(read).bytes.view();
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    arguments.options.password = text.substr(0, text.find_first_of("\r\n"));
+    return std::nullopt;
+}
+
+int convertAll(Arguments arguments) {
     const Destination destination = destinationOf(arguments.output, isFolder);
     if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
         return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
     if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
         return failOnUsage("the folder to mirror, '" + *arguments.mirrorRoot + "', is not a folder");
 
+    if (const auto failure = addPassword(arguments)) {
+        complain(resultLine(*arguments.passwordFile, failure->reason, failure->detail));
+        return kSomeFailed;
+    }
     auto found = findInputs(arguments);
     if (const auto* const failure = std::get_if<InputFailure>(&found)) {
         complain(resultLine(*arguments.inputList, failure->reason, failure->detail));
@@ -169,11 +187,11 @@ int runProgram(std::span<const std::string_view> words) {
     occupyStandardStreams();
     handleInterrupts();
     try {
-        const auto parsed = parseArguments(words);
+        auto parsed = parseArguments(words);
         if (const auto* const error = std::get_if<UsageError>(&parsed)) return failOnUsage(error->message);
         if (const auto* const request = std::get_if<Request>(&parsed))
             return print(*request == Request::help ? kHelpText : kVersionText);
-        return convertAll(std::get<Arguments>(parsed));
+        return convertAll(std::get<Arguments>(std::move(parsed)));
     } catch (const std::bad_alloc&) {
         complain("quillow-convert: there is no memory for the list of documents\n");
         return kSomeFailed;

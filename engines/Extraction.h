@@ -40,7 +40,7 @@ enum class HiddenText { off, on };
 enum class HeadersFooters { off, on };
 enum class Reflow { off, joinLines };
 
-/// How to write the text; the same for every engine. The desktop program uses the defaults.
+/// How to read the document and write the text; the same for every engine. The desktop program uses the defaults.
 struct Options {
     PageMarks pageMarks = PageMarks::off;
     CellSeparator cells = CellSeparator::tab;
@@ -49,6 +49,7 @@ struct Options {
     HiddenText hiddenText = HiddenText::off;
     HeadersFooters headersFooters = HeadersFooters::off;
     Reflow reflow = Reflow::off;
+    std::string password; ///< in UTF-8, for PDFs that the empty password does not open
 };
 
 /// What was lost on the way from the document to its text.

@@ -20,7 +20,7 @@ FOLDER = "usr/share/poppler/cMap"
 # Collections by their name in C++: their folder, the CMap resource of their Unicode values, the name of Unicode CMaps, and a legacy
 # encoding that decides where Adobe's two maps to Unicode differ: its CMap and Python's codec.
 COLLECTIONS = {
-    "Cns1": ("CNS1", "Adobe-CNS1-UCS2", "UniCNS", ("ETenms-B5-H", "cp950")),
+    "Cns1": ("CNS1", "Adobe-CNS1-UCS2", "UniCNS", ("HKscs-B5-H", "big5hkscs")),
     "Gb1": ("GB1", "Adobe-GB1-UCS2", "UniGB", ("GBK-EUC-H", "gbk")),
     "Japan1": ("Japan1", "Adobe-Japan1-UCS2", "UniJIS", ("90ms-RKSJ-H", "cp932")),
     "Japan2": ("Japan2", None, "UniHojo", None),
@@ -57,7 +57,7 @@ def is_private(char):
 
 
 def is_vertical_form(char):
-    return 0xFE10 <= ord(char) <= 0xFE1F or 0xFE30 <= ord(char) <= 0xFE4F
+    return 0xFE10 <= ord(char) <= 0xFE19 or 0xFE30 <= ord(char) <= 0xFE44 or 0xFE47 <= ord(char) <= 0xFE48
 
 
 def is_usable(text):
@@ -66,8 +66,13 @@ def is_usable(text):
                                   ord(c) & 0xFFFE == 0xFFFE or 0xD800 <= ord(c) <= 0xDFFF for c in text)
 
 
-def without_selectors(text):
-    return "".join(c for c in text if not (0xFE00 <= ord(c) <= 0xFE0F or 0xE0100 <= ord(c) <= 0xE01EF))
+def is_selector(char):
+    return 0xFE00 <= ord(char) <= 0xFE0F or 0xE0100 <= ord(char) <= 0xE01EF
+
+
+def plain(text):
+    """Without variation selectors; half-width blanks and bars as in ASCII."""
+    return "".join({"\u2002": " ", "\uFFE8": "|"}.get(c, c) for c in text if not is_selector(c))
 
 
 def inverse(cmap):
@@ -86,34 +91,34 @@ def by_legacy(cmap, codec):
             text = code.to_bytes(2 if code > 0xFF else 1, "big").decode(codec)
         except UnicodeDecodeError:
             continue
-        if len(text) == 1:
-            result.setdefault(cid, text)
+        result.setdefault(cid, text)
     return result
 
 
 def unicode_of_cids(resources, collection):
     """The characters by CID. Adobe's map from CIDs comes first. Where the CMap of UTF-32 has other characters, the legacy encoding
-    decides which of both; if it has none of them, the map from CIDs of Chinese and Japanese, the CMap of Korean (whose map has
-    errors). Vertical glyphs are the characters that the vertical CMap turns into them."""
+    decides which of both. If it has none of them: the CMap for Korean (whose map has errors) and for variants of Han
+    characters, else the map. Vertical glyphs are the characters that the vertical CMap turns into them."""
     _, to_unicode, prefix, legacy = COLLECTIONS[collection]
-    texts = {cid: without_selectors(text) for cid, text in resources[to_unicode].texts.items()} if to_unicode else {}
+    texts = resources[to_unicode].texts if to_unicode else {}
     horizontal = inverse(resources[f"{prefix}-UTF32-H"])
     vertical = inverse(resources[f"{prefix}-UTF32-V"]) if f"{prefix}-UTF32-V" in resources else {}
     decoded = by_legacy(resources[legacy[0]], legacy[1]) if legacy else {}
-    prefers_cmap = collection in ("Korea1", "Kr")
     result = {}
-    for cid in sorted(texts.keys() | horizontal.keys() | vertical.keys()):
+    for cid in sorted(texts.keys() | horizontal.keys() | vertical.keys() | decoded.keys()):
         if cid == 0:
             continue
-        text = texts.get(cid, "")
+        text = plain(texts.get(cid, ""))
         others = [c for c in horizontal.get(cid, []) if is_usable(c)]
         if others and text not in others:
+            prefers_cmap = collection in ("Korea1", "Kr") or any(map(is_selector, texts.get(cid, "")))
             if decoded.get(cid) in [text, *others]:
                 text = decoded[cid]
             elif prefers_cmap or not is_usable(text):
                 text = plainest(others)
         if not is_usable(text):
-            text = plainest([c for c in vertical.get(cid, []) if is_usable(c)]) or plainest(others) or of_forms(text)
+            upright = [c for c in vertical.get(cid, []) if is_usable(c)]
+            text = plainest(upright) or plainest(others) or FORMS.get(text) or decoded.get(cid, "")
         if is_usable(text):
             result[cid] = text
     return result
@@ -128,11 +133,8 @@ def plainest(chars):
     return min(chars, key=rank) if chars else ""
 
 
+# What vertical forms without a vertical CMap are.
 FORMS = {"\uFE30": "\u2025", "\uFE31": "\u2014", "\uFE32": "\u2013", "\uFE33": "\uFF3F", "\uFE34": "\uFE4F", "\uFE19": "\u2026"}
-
-
-def of_forms(text):
-    return FORMS.get(text, "")
 
 
 # --- segments ------------------------------------------------------------------------------------------------------------

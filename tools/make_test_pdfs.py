@@ -63,11 +63,11 @@ def mapped_font(pairs):
     return (b"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /ToUnicode 4 0 R >>", {4: to_unicode(pairs)})
 
 
-def encrypted(plain, user, folder, name):
+def encrypted(plain, user, folder, name, options=("128", "--use-aes=y")):
     source = folder / (name + ".plain")
     source.write_bytes(plain)
-    subprocess.run(["qpdf", "--static-id", "--static-aes-iv", "--allow-weak-crypto", "--encrypt", user, "owner", "128",
-                    "--use-aes=y", "--", str(source), str(folder / (name + ".in"))], check=True)
+    subprocess.run(["qpdf", "--static-id", "--static-aes-iv", "--allow-weak-crypto", "--encrypt", user, "owner",
+                    *options, "--", str(source), str(folder / (name + ".in"))], check=True)
     source.unlink()
 
 
@@ -112,6 +112,8 @@ def main():
     put("formCycle", document([b"/X Do"], more=loop, resources=b"/Font << /F1 3 0 R >> /XObject << /X 5 0 R >>"))
     encrypted(two_pages, "secret", folder, "needsPassword")
     encrypted(two_pages, "", folder, "emptyPassword")
+    encrypted(two_pages, "Zürich €", folder, "accentedPassword")  # in PDFDocEncoding
+    encrypted(two_pages, "Zürich €", folder, "accentedUtf8Password", ("256",))  # its salts differ in every run
 
 
 main()

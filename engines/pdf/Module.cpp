@@ -38,10 +38,10 @@ const Module& Module::installed() {
     return module;
 }
 
-std::unique_ptr<PageSource> Module::open(std::span<const std::byte> bytes) const {
+std::unique_ptr<PageSource> Module::open(std::span<const std::byte> bytes, std::string_view password) const {
     if (open_ == nullptr) return nullptr;
     requireRoom(kRoomToRead + bytes.size() * kRoomForAByte);
-    std::unique_ptr<PageSource> pages(open_(bytes.data(), bytes.size()));
+    std::unique_ptr<PageSource> pages(open_(bytes.data(), bytes.size(), password.data(), password.size()));
     if (!pages) throw std::bad_alloc();
     return pages;
 }

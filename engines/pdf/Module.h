@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace quillow::pdf {
 
@@ -29,16 +30,18 @@ public:
     /// that throws std::bad_alloc loads nothing; the next one tries again.
     [[nodiscard]] static const Module& installed();
 
-    /// The document, opened with the empty password; null where the module could not be loaded. The bytes are not
-    /// copied and must outlive the pages. Throws std::bad_alloc, at once where there is no room for what a document
-    /// needs.
-    [[nodiscard]] std::unique_ptr<PageSource> open(std::span<const std::byte> bytes) const;
+    /// The document, opened with the empty password or with that of the user or of the owner, in the bytes that the
+    /// document's encryption takes; null where the module could not be loaded. The document's bytes are not copied and
+    /// must outlive the pages. Throws std::bad_alloc, at once where there is no room for what a document needs.
+    [[nodiscard]] std::unique_ptr<PageSource> open(std::span<const std::byte> bytes,
+                                                   std::string_view password = {}) const;
 
     /// Why the module could not be loaded, in the loader's words; empty where it could.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
 private:
-    PageSource* (*open_)(const std::byte* bytes, std::size_t size) noexcept = nullptr;
+    PageSource* (*open_)(const std::byte* bytes, std::size_t size, const char* password,
+                         std::size_t passwordSize) noexcept = nullptr;
     std::string failure_;
 };
 
@@ -46,4 +49,5 @@ private:
 
 /// The module's one entry point, by the name that the loader looks for: the pages of a document, which the caller owns;
 /// null when there is no memory for them.
-extern "C" quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept;
+extern "C" quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size, const char* password,
+                                                    std::size_t passwordSize) noexcept;

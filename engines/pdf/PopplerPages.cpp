@@ -9,6 +9,8 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <string>
+#include <string_view>
 
 namespace quillow::pdf {
 
@@ -32,7 +34,7 @@ poppler::page::text_layout_enum layoutOf(PageOrder order) {
 
 class PopplerPages final : public PageSource {
 public:
-    explicit PopplerPages(std::span<const std::byte> bytes) noexcept;
+    PopplerPages(std::span<const std::byte> bytes, std::string_view password) noexcept;
 
     [[nodiscard]] Opening opening() const noexcept override { return opening_; }
     [[nodiscard]] std::size_t count() const noexcept override;
@@ -40,6 +42,9 @@ public:
     [[nodiscard]] bool hasMemoryEnded() const noexcept override { return hasMemoryEnded_; }
 
 private:
+    /// Tries the password as the user's and as the owner's.
+    void load(std::span<const std::byte> bytes, const std::string& password);
+
     /// Calls a function that may throw. An exception means that the document cannot be read; std::bad_alloc means
     /// that memory ran out.
     template <typename Call>
@@ -57,14 +62,19 @@ private:
     mutable bool hasMemoryEnded_ = false;
 };
 
-PopplerPages::PopplerPages(std::span<const std::byte> bytes) noexcept {
+PopplerPages::PopplerPages(std::span<const std::byte> bytes, std::string_view password) noexcept {
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return;
     guarded([&] {
         silenceMessages();
-        document_.reset(poppler::document::load_from_raw_data(reinterpret_cast<const char*>(bytes.data()),
-                                                              static_cast<int>(bytes.size())));
-        if (document_) opening_ = document_->is_locked() ? Opening::locked : Opening::opened;
+        load(bytes, {});
+        if (opening_ == Opening::locked && !password.empty()) load(bytes, std::string(password));
     });
+}
+
+void PopplerPages::load(std::span<const std::byte> bytes, const std::string& password) {
+    document_.reset(poppler::document::load_from_raw_data(reinterpret_cast<const char*>(bytes.data()),
+                                                          static_cast<int>(bytes.size()), password, password));
+    if (document_) opening_ = document_->is_locked() ? Opening::locked : Opening::opened;
 }
 
 std::size_t PopplerPages::count() const noexcept {
@@ -91,6 +101,8 @@ std::optional<std::u16string> PopplerPages::pageText(std::size_t index, PageOrde
 
 } // namespace quillow::pdf
 
-quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size) noexcept {
-    return new (std::nothrow) quillow::pdf::PopplerPages(std::span(bytes, size));
+quillow::pdf::PageSource* quillowOpenPdf(const std::byte* bytes, std::size_t size, const char* password,
+                                         std::size_t passwordSize) noexcept {
+    return new (std::nothrow)
+        quillow::pdf::PopplerPages(std::span(bytes, size), std::string_view(password, passwordSize));
 }

@@ -3,6 +3,7 @@
 #include "engines/pdf/Reader.h"
 
 #include "engines/pdf/Limits.h"
+#include "engines/pdf/crypt/PasswordBytes.h"
 #include "engines/pdf/layout/PresentationForms.h"
 #include "text/TextSink.h"
 #include "text/Unicode.h"
@@ -202,12 +203,25 @@ private:
     std::string why_;
 };
 
+/// The document, opened with the password. Old revisions of encryption take its bytes in PDFDocEncoding, others in
+/// UTF-8 (ISO 32000-2, 7.6.4.3); the library tells nothing about the revision.
+std::unique_ptr<PageSource> openWith(const Module& module, std::span<const std::byte> bytes,
+                                     const std::string& password) {
+    std::unique_ptr<PageSource> pages = module.open(bytes, password);
+    if (!pages || pages->opening() != PageSource::Opening::locked) return pages;
+    const std::optional<std::string> inOldEncoding = pdfDocBytes(password);
+    if (!inOldEncoding || *inOldEncoding == password) return pages;
+    pages.reset();
+    return module.open(bytes, *inOldEncoding);
+}
+
 } // namespace
 
 Extraction readPages(const PageSource& pages, const Options& options) {
     if (pages.hasMemoryEnded()) throw std::bad_alloc();
     switch (pages.opening()) {
-    case PageSource::Opening::locked: return failed(Reason::locked, "a password is needed");
+    case PageSource::Opening::locked:
+        return failed(Reason::locked, options.password.empty() ? "a password is needed" : "the password is wrong");
     case PageSource::Opening::damaged: return failed(Reason::damaged, "the PDF cannot be read");
     case PageSource::Opening::opened: break;
     }
@@ -216,7 +230,7 @@ Extraction readPages(const PageSource& pages, const Options& options) {
 
 Extraction readWith(const Module& module, std::span<const std::byte> bytes, const Options& options) {
     if (bytes.size() > kMaximumDocument) return failed(Reason::tooLarge, "the file is too large");
-    const std::unique_ptr<PageSource> pages = module.open(bytes);
+    const std::unique_ptr<PageSource> pages = openWith(module, bytes, options.password);
     if (!pages) return failed(Reason::unreadable, "what reads PDFs is not installed: " + module.failure());
     return readPages(*pages, options);
 }

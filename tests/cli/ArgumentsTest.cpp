@@ -123,6 +123,27 @@ TEST(Arguments, optionsThatNeedOneAnotherAreHeldTogether) {
     EXPECT_EQ(complaint({"--files-from", "-", "-"}), "standard input can be read only once");
 }
 
+TEST(Arguments, passwordComesFromOnePlace) {
+    EXPECT_EQ(parsed({"--password", "a b", "x"}).options.password, "a b");
+    EXPECT_EQ(parsed({"--password", "", "x"}).options.password, "");
+    EXPECT_EQ(parsed({"--password-file=list", "x"}).passwordFile, "list");
+    EXPECT_EQ(parsed({"--password-prompt", "x"}).askForPassword, AskForPassword::whenNeeded);
+    EXPECT_EQ(parsed({"x"}).askForPassword, AskForPassword::never);
+    const std::string several =
+        "the password comes from one of '--password', '--password-file' and '--password-prompt'";
+    EXPECT_EQ(complaint({"--password=a", "--password-file=b", "x"}), several);
+    EXPECT_EQ(complaint({"--password=a", "--password-prompt", "x"}), several);
+    EXPECT_EQ(complaint({"--password-file=b", "--password-prompt", "x"}), several);
+    EXPECT_EQ(complaint({"--password-file", "-", "-"}), "standard input can be read only once");
+}
+
+TEST(Arguments, mistakesAboutPasswordsDoNotShowThem) {
+    EXPECT_EQ(complaint({"--password=abc", "--password=def", "x"}), "the password is given twice");
+    EXPECT_EQ(complaint({"--passwort=abc", "x"}), "unknown option '--passwort'");
+    EXPECT_EQ(complaint({"--password-prompt=abc", "x"}), "option '--password-prompt' takes no value");
+    EXPECT_EQ(complaint({"x", "--password"}), "option '--password' needs a value");
+}
+
 TEST(Arguments, mistakesAreNamed) {
     EXPECT_EQ(complaint({}), "no input is given");
     EXPECT_EQ(complaint({"-q"}), "no input is given");

@@ -251,7 +251,7 @@ class Closing(LifeTest):
         self.close_window_and_wait()
         # A later start would run on its own if the program had ended with its window.
         self.assertEqual(self.start_again(), (0, ""))
-        screen.window(WINDOW_TITLE)
+        self.window = screen.window(WINDOW_TITLE)
         self.close_window_and_wait()
         self.assertIsNone(self.program.poll())
         self.assertEqual(self.end_and_wait(), 0)

@@ -47,7 +47,11 @@ std::uint64_t controlsOf(const CodeRange& range) {
 } // namespace
 
 void CMap::addCharacters(std::uint32_t low, std::uint32_t high, std::u32string_view characters) {
-    if (characters.empty() || low > high) return;
+    if (low > high) return;
+    if (characters.empty()) {
+        ++emptyDestinations_;
+        return;
+    }
     if (characters.size() == 1) {
         const std::uint32_t room = text::kLastCodePoint - std::min(characters.front(), text::kLastCodePoint);
         characters_.add({low, low + std::min(high - low, room), characters.front()});
@@ -82,8 +86,8 @@ void CMap::judge() {
         controls += controlsOf(range);
         if (range.low == range.value) same += range.size();
     }
-    if (codes < kFewestCodesToJudge) return;
-    isIdentity_ = isNearlyAll(same, codes);
+    if (codes + emptyDestinations_ < kFewestCodesToJudge) return;
+    isDoubtful_ = isNearlyAll(same, codes) || emptyDestinations_ >= codes;
     isNonsense_ = isMost(controls, codes);
     if (const auto value = mostRepeatedValue()) {
         const auto repeated = std::count_if(characters_.all().begin(), characters_.all().end(),

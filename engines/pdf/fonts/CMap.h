@@ -37,9 +37,10 @@ public:
     /// Replaces `out` by the characters of a code as the CMap has them: see `keepUsable`. Empty if the CMap has none, or
     /// if so many codes have the same that it cannot be true.
     void charactersOf(std::uint32_t code, std::u32string& out) const;
-    /// Whether nearly all codes are their own characters. That is so for a true ASCII font, and it is what some producers
-    /// write for any font.
-    [[nodiscard]] bool isIdentity() const { return isIdentity_; }
+    /// Whether other evidence is better, because the producer did not look at the font. Either nearly all codes are their own
+    /// characters: that is so for a true ASCII font, and it is what some producers write for any font. Or half of the codes
+    /// have no characters and others those of a whole line.
+    [[nodiscard]] bool isDoubtful() const { return isDoubtful_; }
 
 private:
     friend class CMapParser;
@@ -57,8 +58,9 @@ private:
     CodeRanges characters_;                        ///< values are characters, or kSeveral and an offset in `several_`
     std::u32string several_;                       ///< at each offset the number of characters and then these
     std::optional<std::uint32_t> distrustedValue_; ///< what so many codes show that it cannot be true
+    std::uint64_t emptyDestinations_ = 0;
     bool isNonsense_ = false;
-    bool isIdentity_ = false;
+    bool isDoubtful_ = false;
 };
 
 } // namespace quillow::pdf

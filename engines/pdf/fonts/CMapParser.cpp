@@ -166,7 +166,7 @@ private:
 /// the first would be U+0000 to U+0003, which no text has.
 bool isCharacterNumber(const CMapToken& code) {
     if (code.digits == 8) return code.value < 0x40000;
-    return code.digits < 8 && code.digits != 4 && code.value <= text::kLastCodePoint;
+    return code.digits > 0 && code.digits < 8 && code.digits != 4 && code.value <= text::kLastCodePoint;
 }
 
 } // namespace

@@ -21,9 +21,9 @@ enum class CharacterCollection : std::uint8_t {
 /// The collection of a CIDSystemInfo dictionary: "Adobe" and "Japan1", for example.
 [[nodiscard]] CharacterCollection collectionOf(std::string_view registry, std::string_view ordering);
 
-/// The characters of a CID. Half-width, proportional, rotated and vertical forms give the plain character, if it has no
-/// code point of its own in the legacy sets. Never private use; empty for CID 0, for unknown CIDs, and for glyphs without
-/// characters.
+/// The characters of a CID. Half-width, proportional, rotated and vertical forms give the plain character, if it has
+/// no code point of its own in the legacy sets. Never private use; empty for CID 0, for unknown CIDs, and for glyphs
+/// without characters.
 [[nodiscard]] GlyphText unicodeOfCid(CharacterCollection collection, std::uint32_t cid);
 
 } // namespace quillow::pdf

@@ -1,5 +1,7 @@
 #include "engines/pdf/fonts/Characters.h"
 
+#include "engines/pdf/fonts/AdobePrivateUse.h"
+#include "engines/pdf/fonts/CjkRadicals.h"
 #include "text/Unicode.h"
 #include "text/Utf8.h"
 
@@ -19,12 +21,17 @@ constexpr bool isUsable(char32_t c) {
            c != 0xFEFF;
 }
 
+char32_t withKnownMeaning(char32_t c, text::SymbolFontDecoder symbols) {
+    if (c < kFirstRadical) return c;
+    if (symbols != nullptr && text::isSymbolSign(c)) return symbols(static_cast<std::uint8_t>(c & 0xFF));
+    return withoutAdobePrivateUse(withoutRadical(c));
+}
+
 } // namespace
 
 CharacterEvidence keepUsable(std::u32string& text, text::SymbolFontDecoder symbols) {
-    if (symbols != nullptr)
-        for (char32_t& c : text)
-            if (text::isSymbolSign(c)) c = symbols(static_cast<std::uint8_t>(c & 0xFF));
+    for (char32_t& c : text)
+        c = withKnownMeaning(c, symbols);
     const bool hasBlank = std::any_of(text.begin(), text.end(), isBlankControl);
     std::erase_if(text, [](char32_t c) { return !isUsable(c); });
     if (!text.empty()) return CharacterEvidence::characters;

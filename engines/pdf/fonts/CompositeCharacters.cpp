@@ -46,20 +46,21 @@ void CompositeCharacters::readToUnicode() {
     toUnicode_ = resources_.cmapOf(entry);
     const std::string_view name = toUnicode_ != nullptr ? toUnicode_->base() : entry.name();
     const bool isEmpty = toUnicode_ == nullptr || !toUnicode_->hasCharacters();
-    isIdentity_ = toUnicode_ != nullptr && toUnicode_->isIdentity();
-    if (isEmpty) isIdentity_ = name.starts_with("Identity") || name.starts_with("Adobe-Identity");
+    isIdentity_ = isEmpty && (name.starts_with("Identity") || name.starts_with("Adobe-Identity"));
+    isDoubtful_ = isIdentity_ || (toUnicode_ != nullptr && toUnicode_->isDoubtful());
     toUnicodeCollection_ = collectionOfUnicodeMap(name);
 }
 
 CharacterEvidence CompositeCharacters::find(std::uint32_t code, std::uint32_t cid, std::u32string& out) {
     if (!hasReadToUnicode_) readToUnicode();
-    CharacterEvidence evidence = CharacterEvidence::none;
-    if (!isIdentity_) evidence = byToUnicode(code, cid, out);
-    if (evidence == CharacterEvidence::characters) return evidence;
+    // A doubtful ToUnicode is believed if nothing else is known.
+    const CharacterEvidence evidence = byToUnicode(code, cid, out);
+    const bool isFound = evidence == CharacterEvidence::characters;
+    if (isFound && !isDoubtful_ && out.size() <= kMostCharactersOfSoundGlyph) return evidence;
+    std::u32string doubtful = isFound ? out : std::u32string();
     if (byEncoding(code, cid, out) || byProgram(cid, out)) return CharacterEvidence::characters;
-    // Producers that write the code itself as its character did not look at the font. It is the last thing to believe.
-    if (isIdentity_) evidence = byToUnicode(code, cid, out);
-    return evidence;
+    out.swap(doubtful);
+    return isFound || !byGlyphOrder(cid, out) ? evidence : CharacterEvidence::characters;
 }
 
 CharacterEvidence CompositeCharacters::byToUnicode(std::uint32_t code, std::uint32_t cid, std::u32string& out) {
@@ -91,6 +92,19 @@ bool CompositeCharacters::byProgram(std::uint32_t cid, std::u32string& out) {
     }
     return charactersOfGlyph(*font, glyphOf(cid), GlyphNameTable::Adobe, facts_.symbols, out) ==
            CharacterEvidence::characters;
+}
+
+/// Well-known fonts have the characters of ASCII in this order from glyph 3 on, and subsets keep the numbers of glyphs.
+bool CompositeCharacters::byGlyphOrder(std::uint32_t cid, std::u32string& out) const {
+    constexpr std::uint32_t kGlyphOfSpace = 3;
+    constexpr std::uint32_t kGlyphOfTilde = kGlyphOfSpace + '~' - ' ';
+    if (cid < kGlyphOfSpace || cid > kGlyphOfTilde || collection_ != CharacterCollection::Unknown) return false;
+    for (const std::string_view name : {"Arial", "TimesNewRoman", "CourierNew"})
+        if (facts_.name.starts_with(name)) {
+            out.assign(1, U' ' + (cid - kGlyphOfSpace));
+            return true;
+        }
+    return false;
 }
 
 /// Fonts with TrueType outlines may map CIDs to glyphs (9.7.4.2).

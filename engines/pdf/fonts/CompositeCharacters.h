@@ -30,6 +30,7 @@ private:
     [[nodiscard]] CharacterEvidence byToUnicode(std::uint32_t code, std::uint32_t cid, std::u32string& out);
     [[nodiscard]] bool byEncoding(std::uint32_t code, std::uint32_t cid, std::u32string& out);
     [[nodiscard]] bool byProgram(std::uint32_t cid, std::u32string& out);
+    [[nodiscard]] bool byGlyphOrder(std::uint32_t cid, std::u32string& out) const;
     [[nodiscard]] CharacterCollection collectionOfFont() const;
 
     FontResources& resources_;
@@ -40,7 +41,8 @@ private:
 
     bool hasReadToUnicode_ = false;
     const CMap* toUnicode_ = nullptr;
-    bool isIdentity_ = false; ///< ToUnicode says of every code that it is its own character
+    bool isIdentity_ = false; ///< ToUnicode is a name that says of every code that it is its own character
+    bool isDoubtful_ = false; ///< see CMap
     CharacterCollection toUnicodeCollection_ = CharacterCollection::Unknown; ///< ToUnicode is that collection's CMap
 
     bool hasReadGlyphMap_ = false;

@@ -15,7 +15,7 @@ enum class Encoding : std::uint8_t {
     MacExpert,    ///< D.4
     Symbol,       ///< D.5, built into the font of that name
     ZapfDingbats, ///< D.6
-    MacOs,        ///< D.2 with the additions of 9.6.5.4, for the (1,0) subtable of TrueType fonts
+    MacOs,        ///< D.2 with the additions of 9.6.5.4, for (1,0) subtables of TrueType fonts
     // Built into TeX's fonts. They matter for fonts without names of glyphs (Type 3, damaged Type 1).
     TexText,          ///< OT1: cmr, cmbx, cmss...
     TexItalic,        ///< OT1 of cmti and its like: a sterling for the dollar
@@ -36,8 +36,8 @@ inline constexpr std::size_t kEncodingCount = 20;
 /// The name of a code's glyph, empty if there is none.
 [[nodiscard]] std::string_view glyphNameOf(Encoding encoding, std::uint8_t code);
 
-/// The characters of a code, empty if there are none. Always interchangeable. WinAnsi: 0xA0 is U+00A0 and 0xAD a hyphen,
-/// although their glyphs are `space` and `hyphen`; see encodings' sources for the others.
+/// The characters of a code, empty if there are none. Always interchangeable. WinAnsi: 0xA0 is U+00A0 and 0xAD a
+/// hyphen, although their glyphs are `space` and `hyphen`.
 [[nodiscard]] std::u32string_view charactersOf(Encoding encoding, std::uint8_t code);
 
 /// By the names that PDF files use: StandardEncoding, WinAnsiEncoding, MacRomanEncoding, MacExpertEncoding (also

@@ -9,7 +9,7 @@ namespace quillow::pdf {
 
 namespace {
 
-constexpr std::size_t kLongestSymbolName = 20;
+constexpr std::size_t kLongestKnownName = 20;
 
 FontSubtype subtypeOf(Document& document, const Dictionary& dictionary) {
     const Object subtype = document.get(dictionary, "Subtype");
@@ -48,17 +48,25 @@ std::string plainName(std::string_view name) {
     return plain;
 }
 
-text::SymbolFontDecoder symbolsOf(std::string_view name, std::optional<StandardFont> standardFont) {
+text::SymbolFontDecoder symbolsOf(std::string_view plain, std::optional<StandardFont> standardFont) {
     if (standardFont == StandardFont::Symbol) return text::symbolToUnicode;
     if (standardFont == StandardFont::ZapfDingbats) return text::zapfDingbatsToUnicode;
-    const std::string plain = plainName(name.substr(0, kLongestSymbolName));
-    const auto begins = [&](std::string_view start) { return plain.starts_with(start); };
-    if (begins("wingdings2")) return text::wingdings2ToUnicode;
-    if (begins("wingdings3")) return text::wingdings3ToUnicode;
-    if (begins("wingdings")) return text::wingdingsToUnicode;
-    if (begins("webdings")) return text::webdingsToUnicode;
-    if (begins("monotypesorts")) return text::zapfDingbatsToUnicode;
+    if (plain.starts_with("wingdings2")) return text::wingdings2ToUnicode;
+    if (plain.starts_with("wingdings3")) return text::wingdings3ToUnicode;
+    if (plain.starts_with("wingdings")) return text::wingdingsToUnicode;
+    if (plain.starts_with("webdings")) return text::webdingsToUnicode;
+    if (plain.starts_with("monotypesorts")) return text::zapfDingbatsToUnicode;
     return plain == "symbolmt" ? text::symbolToUnicode : nullptr;
+}
+
+/// LaTeX's picture fonts, and those of Xy-pic.
+bool isDrawingFont(std::string_view plain) {
+    for (const std::string_view name : {"line10", "linew10", "lcircle10", "lcirclew10"})
+        if (plain == name) return true;
+    for (const std::string_view start :
+         {"xyatip", "xybtip", "xybsql", "xycirc", "xydash", "xyline", "xyluat", "xymisc"})
+        if (plain.starts_with(start)) return true;
+    return false;
 }
 
 } // namespace
@@ -69,7 +77,10 @@ FontFacts::FontFacts(Document& document, const Dictionary& fontDictionary)
     , descendant(subtype == FontSubtype::composite ? descendantOf(document, fontDictionary) : Dictionary())
     , name(nameOf(document, fontDictionary))
     , descriptor(document, subtype == FontSubtype::composite ? descendant : fontDictionary)
-    , standardFont(standardFontOfName(name))
-    , symbols(symbolsOf(name, standardFont)) {}
+    , standardFont(standardFontOfName(name)) {
+    const std::string plain = plainName(name.substr(0, kLongestKnownName));
+    symbols = symbolsOf(plain, standardFont);
+    isForDrawing = isDrawingFont(plain);
+}
 
 } // namespace quillow::pdf

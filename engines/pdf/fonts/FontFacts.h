@@ -25,6 +25,7 @@ struct FontFacts {
     FontDescriptor descriptor;
     std::optional<StandardFont> standardFont;
     text::SymbolFontDecoder symbols = nullptr; ///< if the codes of fonts of this name are signs
+    bool isForDrawing = false;                 ///< glyphs are pieces of lines and arrows, which are no characters
 };
 
 } // namespace quillow::pdf

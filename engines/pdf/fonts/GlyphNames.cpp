@@ -85,7 +85,8 @@ GlyphText ofUnits(std::string_view digits) {
     return result;
 }
 
-/// uniXXXX, and uXXXX to uXXXXXX. Digits may be small, and "uni" may have five or six, although the list's rules are strict.
+/// uniXXXX, and uXXXX to uXXXXXX. Digits may be small, and "uni" may have five or six, although the list's rules are
+/// strict.
 GlyphText ofNumberedName(std::string_view name) {
     constexpr std::string_view kUnits = "uni";
     if (name.starts_with(kUnits)) {

@@ -1,5 +1,5 @@
-// The characters that names of glyphs mean (ISO 32000-2, 9.10.2: the Adobe Glyph List and its rules), and names that are
-// numbers.
+// The characters that names of glyphs mean (ISO 32000-2, 9.10.2: the Adobe Glyph List and its rules), and names that
+// are numbers.
 #pragma once
 
 #include "engines/pdf/fonts/GlyphText.h"
@@ -18,8 +18,8 @@ enum class GlyphNameTable : std::uint8_t {
 };
 
 /// Empty if the name has no meaning. Names of the lists, uniXXXX, uXXXX to uXXXXXX, components joined by "_", what is
-/// before the first dot ("a.sc", "one.oldstyle"). Never private use: small capitals and old style figures give the plain
-/// letters and digits. A name that is a number gives nothing: see below.
+/// before the first dot ("a.sc", "one.oldstyle"). Never private use: small capitals and old style figures give the
+/// plain letters and digits. A name that is a number gives nothing: see below.
 [[nodiscard]] GlyphText unicodeOfGlyphName(std::string_view name, GlyphNameTable table = GlyphNameTable::Adobe);
 
 /// The index of a glyph in its font file: g12, glyph12, gid12, index12, cid12 (a CID), cid_12, cid:12.

@@ -21,14 +21,14 @@ char32_t ofUtf16(std::uint32_t value) {
     return text::combineSurrogates(high, low);
 }
 
+/// Codes that are longer than necessary mean nothing.
 char32_t ofUtf8(CharacterCode code) {
-    const auto bits = [&](unsigned shift) { return code.value >> shift & 0x3F; };
-    switch (code.bytes) {
-    case 1: return code.value;
-    case 2: return (code.value >> 8 & 0x1F) << 6 | bits(0);
-    case 3: return (code.value >> 16 & 0x0F) << 12 | bits(8) << 6 | bits(0);
-    default: return (code.value >> 24 & 0x07) << 18 | bits(16) << 12 | bits(8) << 6 | bits(0);
-    }
+    constexpr std::uint32_t kLeadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+    char32_t c = code.value >> 8 * (code.bytes - 1U) & kLeadBits[code.bytes];
+    for (unsigned left = code.bytes - 1U; left > 0; --left)
+        c = c << 6 | (code.value >> 8 * (left - 1) & 0x3F);
+    return c < kFirstOfLength[code.bytes] ? kNoCodePoint : c;
 }
 
 char32_t codePointOf(CMapCodes form, CharacterCode code) {

@@ -29,7 +29,8 @@ struct PredefinedCMap {
     bool isVertical;
     std::span<const CodespaceRange> codespace;
 
-    // The generated tables: segments sorted by code (by code point for the forms of Unicode). What they do not have, `parent` has.
+    // The generated tables: segments sorted by code (by code point for the forms of Unicode). What they do not have,
+    // `parent` has.
     std::span<const CMapSegment> segments;
     const std::uint16_t* pool;
     const PredefinedCMap* parent;
@@ -38,7 +39,8 @@ struct PredefinedCMap {
     [[nodiscard]] CharacterCode next(const char*& p, const char* end) const { return nextCode(codespace, p, end); }
     /// 0 if there is none. (Where the CMap maps undefined codes to another blank CID, that one.)
     [[nodiscard]] std::uint32_t cidOf(CharacterCode code) const;
-    /// If `isUnicode()`: the code point that the code means, 0 if none or one that is not for interchange (private use).
+    /// If `isUnicode()`: the code point that the code means, 0 if none or one that is not for interchange (private
+    /// use).
     [[nodiscard]] char32_t unicodeOf(CharacterCode code) const;
 };
 

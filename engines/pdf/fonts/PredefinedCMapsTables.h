@@ -10,9 +10,9 @@ namespace quillow::pdf {
 /// A code of an array that has no CID although the CMap's parent has one for it. 0: the parent decides.
 inline constexpr std::uint16_t kNoCid = 0xFFFF;
 
-/// Consecutive codes. Either their CIDs are consecutive too (a run), or they are in the pool (an array). Bits of `packed`: of a run
-/// 0 to 14 the first CID, 15 to 30 the number of codes less one; of an array 0 to 16 the place in the pool, 17 to 30 the number
-/// of codes less one, and bit 31 is set.
+/// Consecutive codes. Either their CIDs are consecutive too (a run), or they are in the pool (an array). Bits of
+/// `packed`: of a run 0 to 14 the first CID, 15 to 30 the number of codes less one; of an array 0 to 16 the place in
+/// the pool, 17 to 30 the number of codes less one, and bit 31 is set.
 struct CMapSegment {
     std::uint32_t firstCode;
     std::uint32_t packed;

@@ -6,6 +6,8 @@ namespace quillow::pdf {
 
 namespace {
 
+/// A symbolic font with fewer names that repeat codes is likely to be one of signs.
+constexpr int kFewestCodeNamesOfSigns = 8;
 constexpr std::string_view kNotDefined = ".notdef";
 
 GlyphNameTable nameTableOf(const FontFacts& facts, bool isTex) {
@@ -33,20 +35,36 @@ EmbeddedFont* SimpleCharacters::program() {
 
 CharacterEvidence SimpleCharacters::find(std::uint8_t code, std::u32string& out) {
     const CharacterEvidence evidence = byToUnicode(code, out);
-    if (evidence == CharacterEvidence::characters) return evidence;
+    const bool isFound = evidence == CharacterEvidence::characters;
+    if (isFound && out.size() <= kMostCharactersOfSoundGlyph) return evidence;
+    std::u32string tooLong = isFound ? out : std::u32string();
     if (byDifferences(code, out) || byBaseEncoding(code, out) || byProgram(code, out) || byKnownFont(code, out))
         return CharacterEvidence::characters;
-    const bool isBlank = evidence == CharacterEvidence::blank || isBlankControl(code);
+    out.swap(tooLong);
+    if (isFound || facts_.isForDrawing || (evidence != CharacterEvidence::blank && isWithoutGlyph(code)))
+        return CharacterEvidence::characters;
+    const bool isBlank = evidence == CharacterEvidence::blank || isBlankControl(code) || isBlankName(code);
     return isBlank ? CharacterEvidence::blank : CharacterEvidence::none;
+}
+
+/// A blank is what code 32 shows even if the producer forgot the name of its glyph.
+bool SimpleCharacters::isBlankName(std::uint8_t code) {
+    return code == ' ' && encoding().differenceOf(code) == kNotDefined;
+}
+
+/// Whether a code shows nothing: the encoding says so, or does not have the code, and the font is not embedded.
+bool SimpleCharacters::isWithoutGlyph(std::uint8_t code) {
+    if (code == ' ' || isBlankControl(code)) return false;
+    const std::string_view name = encoding().differenceOf(code);
+    if (name == kNotDefined) return true;
+    return name.empty() && facts_.subtype != FontSubtype::type3 && !facts_.descriptor.isEmbedded();
 }
 
 CharacterEvidence SimpleCharacters::byToUnicode(std::uint8_t code, std::u32string& out) {
     if (!toUnicode_) toUnicode_ = resources_.cmapOf(facts_.dictionary.find("ToUnicode"));
     const CMap* const map = *toUnicode_;
     if (map == nullptr) return CharacterEvidence::none;
-    // Producers that write the code itself as its character did not look at the font. A name in /Differences is then
-    // better evidence.
-    if (map->isIdentity() && byDifferences(code, out)) return CharacterEvidence::characters;
+    if (map->isDoubtful() && byDifferences(code, out)) return CharacterEvidence::characters;
     map->charactersOf(code, out);
     return keepUsable(out, facts_.symbols);
 }
@@ -55,21 +73,22 @@ bool SimpleCharacters::byDifferences(std::uint8_t code, std::u32string& out) {
     const std::string_view name = encoding().differenceOf(code);
     if (name.empty() || name == kNotDefined) return false;
     out = unicodeOfGlyphName(name, nameTable_).view();
-    if (out.empty()) return byCodeName(name, out);
+    if (out.empty()) return byCodeName(name, code, out);
     // Producers that take a font of signs for one with letters write the letters' names.
     const bool isLetter = facts_.symbols != nullptr && out == charactersOf(Encoding::WinAnsi, code);
     return !isLetter || facts_.standardFont.has_value();
 }
 
 /// Names that only repeat codes say nothing but that the codes are those of the producer's encoding. In Type 3 fonts that is
-/// TeX's, whose bitmap fonts have such names.
-bool SimpleCharacters::byCodeName(std::string_view name, std::u32string& out) {
-    const std::optional<std::uint32_t> code = codeOfName(name);
-    if (!code || facts_.descriptor.isSymbolic()) return false;
-    if (!namesAreCodes_) namesAreCodes_ = encoding().namesAreCodes();
-    if (!*namesAreCodes_) return false;
-    const Encoding usual = facts_.subtype == FontSubtype::type3 ? Encoding::TexText : Encoding::WinAnsi;
-    out = charactersOf(texEncoding_.value_or(usual), static_cast<std::uint8_t>(*code));
+/// one of TeX's, whose bitmap fonts have such names.
+bool SimpleCharacters::byCodeName(std::string_view name, std::uint8_t code, std::u32string& out) {
+    const std::optional<std::uint32_t> named = SimpleEncoding::codeOf(name, code);
+    if (!named) return false;
+    if (!codeNames_) codeNames_ = encoding().codeNames();
+    if (codeNames_->count < (facts_.descriptor.isSymbolic() ? kFewestCodeNamesOfSigns : 1)) return false;
+    const Encoding tex = codeNames_->isHigh ? Encoding::TexCork : Encoding::TexText;
+    const Encoding usual = facts_.subtype == FontSubtype::type3 && name.front() == 'a' ? tex : Encoding::WinAnsi;
+    out = charactersOf(texEncoding_.value_or(usual), static_cast<std::uint8_t>(*named));
     return !out.empty();
 }
 
@@ -123,9 +142,16 @@ bool SimpleCharacters::byKnownFont(std::uint8_t code, std::u32string& out) {
         out = charactersOf(*texEncoding_, code);
     else if (facts_.subtype == FontSubtype::type3)
         return false;
-    else if (facts_.standardFont || program() == nullptr || !facts_.descriptor.isSymbolic())
+    else if (facts_.standardFont || program() == nullptr || !facts_.descriptor.isSymbolic() || hasCodesOfText(code))
         out = charactersOf(impliedEncoding(), code);
     return !out.empty();
+}
+
+/// Whether the codes of a symbolic TrueType font without any names are likely to be those of the usual encoding. Producers
+/// that number the glyphs of a subset begin at 1 or at 33.
+bool SimpleCharacters::hasCodesOfText(std::uint8_t code) {
+    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(0);
+    return facts_.subtype == FontSubtype::trueType && (first == ' ' || first == 0) && code > ' ' && glyphOf(code) != 0;
 }
 
 Encoding SimpleCharacters::impliedEncoding() const {

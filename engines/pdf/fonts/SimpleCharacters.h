@@ -19,7 +19,7 @@ class SimpleCharacters {
 public:
     SimpleCharacters(FontResources& resources, const FontFacts& facts);
 
-    /// Replaces `out` by the characters of a code.
+    /// Replaces `out` by the characters of a code; by nothing if it shows no character.
     [[nodiscard]] CharacterEvidence find(std::uint8_t code, std::u32string& out);
 
     /// The name of a code's glyph by the font's encoding; empty if the encoding is the font program's own.
@@ -36,7 +36,10 @@ private:
     [[nodiscard]] bool byBaseEncoding(std::uint8_t code, std::u32string& out);
     [[nodiscard]] bool byProgram(std::uint8_t code, std::u32string& out);
     [[nodiscard]] bool byKnownFont(std::uint8_t code, std::u32string& out);
-    [[nodiscard]] bool byCodeName(std::string_view name, std::u32string& out);
+    [[nodiscard]] bool byCodeName(std::string_view name, std::uint8_t code, std::u32string& out);
+    [[nodiscard]] bool hasCodesOfText(std::uint8_t code);
+    [[nodiscard]] bool isBlankName(std::uint8_t code);
+    [[nodiscard]] bool isWithoutGlyph(std::uint8_t code);
     [[nodiscard]] Encoding impliedEncoding() const;
 
     FontResources& resources_;
@@ -44,7 +47,7 @@ private:
     std::optional<Encoding> texEncoding_;
     GlyphNameTable nameTable_ = GlyphNameTable::Adobe;
     std::optional<SimpleEncoding> encoding_;
-    std::optional<bool> namesAreCodes_;
+    std::optional<SimpleEncoding::CodeNames> codeNames_;
     std::optional<const CMap*> toUnicode_;
     std::optional<EmbeddedFont*> program_;
 };

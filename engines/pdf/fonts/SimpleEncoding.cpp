@@ -1,8 +1,10 @@
 #include "engines/pdf/fonts/SimpleEncoding.h"
 
 #include "engines/pdf/fonts/GlyphNames.h"
+#include "text/Ascii.h"
 
-#include <algorithm>
+#include <charconv>
+#include <system_error>
 
 namespace quillow::pdf {
 
@@ -33,12 +35,39 @@ void SimpleEncoding::readDifferences(Document& document, std::span<const Object>
     }
 }
 
-bool SimpleEncoding::namesAreCodes() const {
-    if (!differences_) return false;
-    const auto mayBeCode = [](std::string_view name) {
-        return name.empty() || name == ".notdef" || name == "space" || codeOfName(name).has_value();
+namespace {
+
+/// Whether a name is some letters and the code, in decimal or in hexadecimal digits: "a192" or "C2c".
+bool repeats(std::string_view name, std::uint8_t code) {
+    const auto isNumber = [&](std::string_view digits, int base) {
+        unsigned value = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
+        return error == std::errc() && end == digits.data() + digits.size() && value == code;
     };
-    return std::all_of(differences_->begin(), differences_->end(), mayBeCode);
+    for (std::size_t letters = 1; letters < name.size() && text::isLetter(name[letters - 1]); ++letters)
+        if (isNumber(name.substr(letters), 10) || isNumber(name.substr(letters), 16)) return true;
+    return false;
+}
+
+} // namespace
+
+std::optional<std::uint32_t> SimpleEncoding::codeOf(std::string_view name, std::uint8_t code) {
+    if (repeats(name, code)) return code;
+    return codeOfName(name);
+}
+
+SimpleEncoding::CodeNames SimpleEncoding::codeNames() const {
+    CodeNames names;
+    if (!differences_) return names;
+    for (std::size_t code = 0; code < differences_->size(); ++code) {
+        const std::string_view name = (*differences_)[code];
+        if (name.empty() || name == ".notdef" || name == "space") continue;
+        const std::optional<std::uint32_t> repeated = codeOf(name, static_cast<std::uint8_t>(code));
+        if (!repeated) return {};
+        ++names.count;
+        names.isHigh = names.isHigh || *repeated > 0x7F;
+    }
+    return names;
 }
 
 } // namespace quillow::pdf

@@ -23,9 +23,14 @@ public:
     [[nodiscard]] std::string_view differenceOf(std::uint8_t code) const {
         return differences_ ? (*differences_)[code] : std::string_view();
     }
-    /// Whether the names in /Differences only repeat codes ("a65"): none of them is the name of a character, but for
-    /// spaces.
-    [[nodiscard]] bool namesAreCodes() const;
+    /// The names in /Differences, if all of them but spaces only repeat codes: "a65", "C41".
+    struct CodeNames {
+        int count = 0;       ///< 0 if any name says more
+        bool isHigh = false; ///< some codes are over 127
+    };
+    [[nodiscard]] CodeNames codeNames() const;
+    /// The code that a name repeats: the one at which it is, or another one.
+    [[nodiscard]] static std::optional<std::uint32_t> codeOf(std::string_view name, std::uint8_t code);
 
 private:
     using Names = std::array<std::string_view, 256>;

@@ -1,5 +1,5 @@
-// The fourteen standard fonts, which a file need not describe (ISO 32000-2, 9.6.2.2), and the other names that files use for
-// them.
+// The fourteen standard fonts, which a file need not describe (ISO 32000-2, 9.6.2.2), and the other names that files
+// use for them.
 #pragma once
 
 #include "engines/pdf/fonts/Encodings.h"

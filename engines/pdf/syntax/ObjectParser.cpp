@@ -228,8 +228,9 @@ void ObjectParser::closeFrame() {
     add(object);
 }
 
-/// Whatever is at the place of a key and is not a name is passed over.
+/// Whatever is at the place of a key and is not a name is passed over. "<< <<...>> >>" is the inner dictionary.
 Object ObjectParser::makeDictionary(std::span<const Object> items) {
+    if (items.size() == 1 && items.front().type() == Object::Type::dictionary) return items.front();
     const std::span<DictionaryEntry> entries = arena_->make<DictionaryEntry>((items.size() + 1) / 2);
     std::size_t size = 0;
     for (std::size_t i = 0; i < items.size(); ++i) {

@@ -5,9 +5,17 @@
 #include "engines/pdf/syntax/EncryptionDictionary.h"
 #include "engines/pdf/syntax/PageTree.h"
 
-#include <array>
 
 namespace quillow::pdf {
+namespace {
+
+/// Whether only attached files are encrypted (7.6.5.1): neither strings nor other streams are.
+bool isReadableWithoutKey(const EncryptionValues& values) {
+    constexpr int kWithCryptFilters = 4;
+    return values.version >= kWithCryptFilters && values.streamFilter == "Identity" && values.stringFilter == "Identity";
+}
+
+} // namespace
 
 Opening::Opening(std::string_view bytes, std::string_view password)
     : file_(std::make_shared<DocumentFile>(bytes))
@@ -46,9 +54,10 @@ bool Opening::unlock() {
     const Object entry = document_->trailer().find("Encrypt");
     const Dictionary encryption = document_->resolve(entry).dictionary();
     if (encryption.empty()) return true;
+    const EncryptionValues values = encryptionValuesOf(encryption, document_->trailer(), state());
     file_->encryption = entry.reference();
-    file_->decryption = Decryption::open(encryptionValuesOf(encryption, document_->trailer(), state()), password_);
-    return file_->decryption != nullptr;
+    file_->decryption = Decryption::open(values, password_);
+    return file_->decryption != nullptr || isReadableWithoutKey(values);
 }
 
 /// Whether the cross-references are right where it matters most. Those of other objects are checked when they are read.

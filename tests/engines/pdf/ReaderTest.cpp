@@ -61,6 +61,45 @@ TEST(Reader, needsAPasswordWhereTheEmptyOneDoesNotOpen) {
     EXPECT_FALSE(extraction.text);
 }
 
+TEST(Reader, passwordOfUserOrOwnerOpens) {
+    struct Case {
+        const char* name;
+        const char* password;
+    };
+    const Case cases[] = {{"needsPassword", "secret"},
+                          {"needsPassword", "owner"},
+                          {"accentedPassword", "Zürich €"},
+                          {"accentedPassword", "owner"},
+                          {"accentedUtf8Password", "Zürich €"}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        Options options;
+        options.password = each.password;
+        const Extraction extraction = read(each.name, options);
+        EXPECT_EQ(extraction.reason, Reason::ok);
+        EXPECT_EQ(extraction.text, fileContent(dataFile("pdf/plain.txt")));
+    }
+}
+
+TEST(Reader, wrongPasswordIsLockedAndNotShown) {
+    for (const char* name : {"needsPassword", "accentedPassword", "accentedUtf8Password"}) {
+        Options options;
+        options.password = "Zürich";
+        const Extraction extraction = read(name, options);
+        EXPECT_EQ(extraction.reason, Reason::locked) << name;
+        EXPECT_EQ(extraction.detail, "the password is wrong") << name;
+        EXPECT_FALSE(extraction.text) << name;
+    }
+}
+
+TEST(Reader, emptyPasswordIsTriedBeforeTheGivenOne) {
+    Options options;
+    options.password = "secret";
+
+    EXPECT_EQ(read("emptyPassword", options).reason, Reason::ok);
+    EXPECT_EQ(read("plain", options).reason, Reason::ok);
+}
+
 TEST(Reader, picturesOnlyHaveNoTextLayer) {
     const Extraction extraction = read("picturesOnly");
 

@@ -16,7 +16,6 @@ constexpr std::size_t kSubHeaders = kHighByteKeys + kHighBytes * kU16;
 constexpr std::size_t kSegmentCount = 6;
 constexpr std::size_t kSegmentEnds = 14;
 constexpr std::size_t kSegmentPadding = 2;
-constexpr std::size_t kBytesASegment = 4 * kU16;
 constexpr std::size_t kTrimmedStart = 6;
 constexpr std::size_t kTrimmedArray = 10;
 constexpr std::size_t kLongTrimmedStart = 12;
@@ -47,8 +46,9 @@ CharacterMap::CharacterMap(std::string_view bytes)
     case 10: segmentCount_ = 1; break;
     case 2: segmentCount_ = kHighBytes; break;
     case 4:
-        segmentCount_ = wholeItems(numberAt(kSegmentCount, kU16) / kU16, bytes.size(), kSegmentEnds + kSegmentPadding,
-                                   kBytesASegment);
+        rowSize_ = numberAt(kSegmentCount, kU16) & ~std::size_t{1};
+        // As many as have their differences. Range offsets that are missing are 0.
+        segmentCount_ = wholeItems(rowSize_ / kU16, bytes.size(), kSegmentEnds + kSegmentPadding + 2 * rowSize_, kU16);
         break;
     case 12:
     case 13: segmentCount_ = wholeItems(numberAt(kGroupCount, kU32), bytes.size(), kGroups, kBytesAGroup); break;
@@ -114,12 +114,11 @@ CharacterMap::Segment CharacterMap::highByteSegment(std::size_t highByte) const 
 
 /// Format 4.
 CharacterMap::Segment CharacterMap::deltaSegment(std::size_t index) const {
-    const std::size_t row = segmentCount_ * kU16;
     const std::size_t end = kSegmentEnds + index * kU16;
-    const std::size_t rangeOffset = end + 3 * row + kSegmentPadding;
-    const auto first = static_cast<std::uint32_t>(numberAt(end + row + kSegmentPadding, kU16));
+    const std::size_t rangeOffset = end + 3 * rowSize_ + kSegmentPadding;
+    const auto first = static_cast<std::uint32_t>(numberAt(end + rowSize_ + kSegmentPadding, kU16));
     const auto last = static_cast<std::uint32_t>(numberAt(end, kU16));
-    const auto delta = static_cast<std::uint32_t>(numberAt(end + 2 * row + kSegmentPadding, kU16));
+    const auto delta = static_cast<std::uint32_t>(numberAt(end + 2 * rowSize_ + kSegmentPadding, kU16));
     const std::size_t range = numberAt(rangeOffset, kU16);
     if (range == kNoRange) return {last, last, 0, 0, 0, 0};
     if (range != 0) return {first, last, delta, 0, kU16, rangeOffset + range};

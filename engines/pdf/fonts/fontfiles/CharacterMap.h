@@ -63,6 +63,7 @@ private:
     std::string_view bytes_;
     std::uint16_t format_ = 0;
     std::size_t segmentCount_ = 0;
+    std::size_t rowSize_ = 0; ///< of format 4: bytes from one of its arrays to the next
 };
 
 } // namespace quillow::pdf

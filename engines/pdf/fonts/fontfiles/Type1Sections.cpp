@@ -11,8 +11,9 @@ namespace quillow::pdf {
 namespace {
 
 constexpr std::string_view kStart = "eexec";
+constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kGlyphs = "/CharStrings";
-/// The word may also occur in procedures before the place where the encrypted part begins.
+/// The word may also occur before the place where the encrypted part begins.
 constexpr int kMostStarts = 4;
 constexpr std::size_t kRandomBytes = 4;
 
@@ -32,6 +33,17 @@ std::size_t segmentLength(std::string_view header) {
     for (std::size_t i = kSegmentHeader; i-- > 2;)
         length = length << 8 | static_cast<std::uint8_t>(header[i]);
     return length;
+}
+
+/// The next place where an encrypted part may begin: the word, but not its name, and not at the end of a procedure.
+std::size_t findStart(std::string_view font, std::size_t from) {
+    for (std::size_t at = font.find(kStart, from); at != std::string_view::npos; at = font.find(kStart, at + 1)) {
+        const std::size_t next = font.find_first_not_of(kBlanks, at + kStart.size());
+        const bool isName = at > 0 && font[at - 1] == '/';
+        const bool endsProcedure = next != std::string_view::npos && font[next] == '}';
+        if (!isName && !endsProcedure) return at;
+    }
+    return std::string_view::npos;
 }
 
 /// 7.2: an encrypted part is hexadecimal if its first four bytes are hexadecimal digits.
@@ -61,8 +73,7 @@ void decrypt(std::string& bytes) {
 }
 
 std::string decryptFrom(std::string_view cipher) {
-    while (!cipher.empty() && text::isBlank(cipher.front()))
-        cipher.remove_prefix(1);
+    cipher.remove_prefix(std::min(cipher.find_first_not_of(kBlanks), cipher.size()));
     std::string bytes = isHexadecimal(cipher) ? bytesOfHexadecimal(cipher) : std::string(cipher);
     decrypt(bytes);
     return bytes;
@@ -87,15 +98,15 @@ std::string withoutSegmentHeaders(std::string_view bytes) {
 }
 
 std::string_view clearText(std::string_view font) {
-    return font.substr(0, font.find(kStart));
+    return font.substr(0, findStart(font, 0));
 }
 
 std::string decryptedText(std::string_view font) {
-    std::size_t start = font.find(kStart);
+    std::size_t start = findStart(font, 0);
     for (int i = 0; i < kMostStarts && start != std::string_view::npos; ++i) {
         std::string text = decryptFrom(font.substr(start + kStart.size()));
         if (text.find(kGlyphs) != std::string::npos) return text;
-        start = font.find(kStart, start + kStart.size());
+        start = findStart(font, start + kStart.size());
     }
     return std::string(font);
 }

@@ -110,6 +110,15 @@ const UsableCase kUsableCases[] = {
     {"nothing", U"", U"", CharacterEvidence::none},
     {"nul", std::u32string(1, 0), U"", CharacterEvidence::none},
     {"replacementCharacter", U"\uFFFD", U"", CharacterEvidence::none},
+    {"pieceOfALargeSign", U"\uF8EB", U"\u239B", CharacterEvidence::characters},
+    {"lastPieceOfALargeSign", U"\uF8FE", U"\u23AD", CharacterEvidence::characters},
+    {"oldStyleFigure", U"\uF739", U"9", CharacterEvidence::characters},
+    {"smallCapital", U"\uF761", U"a", CharacterEvidence::characters},
+    {"smallCapitalWithAccent", U"\uF7E9", U"\u00E9", CharacterEvidence::characters},
+    {"signOfAnUnknownFont", U"\uF0B7", U"", CharacterEvidence::none},
+    {"kangxiRadical", U"\u2F08", U"\u4EBA", CharacterEvidence::characters},
+    {"radicalOfTheSupplement", U"\u2EA0", U"\u6C11", CharacterEvidence::characters},
+    {"radicalWithoutIdeograph", U"\u2E80", U"\u2E80", CharacterEvidence::characters},
     {"privateUse", U"\uE001", U"", CharacterEvidence::none},
     {"privateUsePlane", U"\U000F0001", U"", CharacterEvidence::none},
     {"noncharacter", U"\uFFFF", U"", CharacterEvidence::none},
@@ -161,12 +170,19 @@ TEST(CMapJudgement, someControlsDoNotSpoilTheOtherCodes) {
     EXPECT_EQ(charactersOf(map, 0x41), U"a");
 }
 
-TEST(CMapJudgement, identityIsRecognised) {
-    EXPECT_TRUE(CMap::parse("beginbfrange <0000> <FFFF> <0000> endbfrange").isIdentity());
-    EXPECT_TRUE(CMap::parse("beginbfrange <20> <7E> <0020> endbfrange beginbfchar <80> <20AC> endbfchar").isIdentity());
-    EXPECT_FALSE(CMap::parse("beginbfrange <20> <7E> <0021> endbfrange").isIdentity());
-    EXPECT_FALSE(CMap::parse("beginbfchar <41> <0041> endbfchar").isIdentity()); // too few to judge
-    EXPECT_FALSE(CMap::parse("").isIdentity());
+TEST(CMapJudgement, identityIsDoubtful) {
+    EXPECT_TRUE(CMap::parse("beginbfrange <0000> <FFFF> <0000> endbfrange").isDoubtful());
+    EXPECT_TRUE(CMap::parse("beginbfrange <20> <7E> <0020> endbfrange beginbfchar <80> <20AC> endbfchar").isDoubtful());
+    EXPECT_FALSE(CMap::parse("beginbfrange <20> <7E> <0021> endbfrange").isDoubtful());
+    EXPECT_FALSE(CMap::parse("beginbfchar <41> <0041> endbfchar").isDoubtful()); // too few to judge
+    EXPECT_FALSE(CMap::parse("").isDoubtful());
+}
+
+TEST(CMapJudgement, mapWithManyEmptyDestinationsIsDoubtful) {
+    const std::string sound = "<05> <0061> <06> <0065> <07> <0069> <08> <006F> ";
+    EXPECT_TRUE(CMap::parse("beginbfchar " + sound + "<01> <> <02> <> <03> <> <04> <>").isDoubtful());
+    EXPECT_TRUE(CMap::parse("beginbfchar <01> <0061> <02> <> <03> <> <04> <>").isDoubtful());
+    EXPECT_FALSE(CMap::parse("beginbfchar " + sound + "<01> <>").isDoubtful());
 }
 
 TEST(CMap, selectsCids) {

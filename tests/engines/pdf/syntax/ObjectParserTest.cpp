@@ -73,6 +73,8 @@ TEST_F(ObjectParserTest, makesWhatItCanOfDamagedObjects) {
         {"<</A 1]/B 2>>", "<</A 1/B 2>>", true, ""},
         {"<</A>>", "<</A null>>", true, ""},
         {"<</A 1 2/B 3>>", "<</A 1/B 3>>", true, ""},
+        {"<<<</A 1>>>>", "<</A 1>>", true, ""},
+        {"<< <</A 1>> endobj", "<</A 1>>", false, "endobj"},
         {"<<1/A 2>>", "<</A 2>>", true, ""},
         {"<</A 1 stream", "<</A 1>>", false, "stream"},
         {"[1e5 2E-3 3endobj", "[1 2 3]", false, "endobj"},

@@ -1,0 +1,225 @@
+#include "engines/pdf/layout/LineText.h"
+
+#include "engines/pdf/layout/PresentationForms.h"
+#include "engines/pdf/layout/Spacing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// The same letter so near its twin is drawn twice to look bold, or as a shadow. In ems.
+constexpr float kTwin = 0.12F;
+/// A drawn blank between letters nearer than this is not seen. In ems.
+constexpr float kLeastBlank = 0.04F;
+/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
+constexpr float kOverlap = 0.2F;
+constexpr char32_t kFirstRightToLeft = 0x0590;
+constexpr char32_t kFirstPresentationForm = 0xFB00;
+constexpr char32_t kSoftHyphen = 0x00AD;
+
+constexpr bool isBlankCharacter(char32_t c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
+}
+
+constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
+    return c >= first && c <= last;
+}
+
+/// Scripts without blanks between words: gaps inside them are justification.
+constexpr bool isSetSolid(char32_t c) {
+    return isIn(c, 0x0E00, 0x0EFF) || isIn(c, 0x1000, 0x109F) || isIn(c, 0x1780, 0x17FF) || isIn(c, 0x3001, 0x30FF) ||
+           isIn(c, 0x3400, 0x4DBF) || isIn(c, 0x4E00, 0x9FFF) || isIn(c, 0xF900, 0xFAFF) || isIn(c, 0xFF01, 0xFF60) ||
+           isIn(c, 0x20000, 0x3FFFF);
+}
+
+bool mayBeRightToLeft(char32_t c) {
+    return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
+}
+
+} // namespace
+
+void LineWriter::collectSpan(const Span& span) {
+    const Page& page = page_;
+    const auto glyphCount = static_cast<std::uint32_t>(page.glyphs.size());
+    for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
+        const Glyph& glyph = page.glyphs[i];
+        const std::uint32_t textEnd =
+            i + 1 < glyphCount ? page.glyphs[i + 1].text : static_cast<std::uint32_t>(page.text.size());
+        if (textEnd == glyph.text) continue;
+        Letter letter;
+        letter.left = span.start + glyph.offset;
+        letter.right = letter.left + glyph.width;
+        if (glyph.width < 0) std::swap(letter.left, letter.right);
+        letter.size = span.size;
+        letter.glyph = i;
+        letter.textBegin = glyph.text;
+        letter.textEnd = textEnd;
+        const char32_t first = page.text[glyph.text];
+        letter.isBlank = textEnd - glyph.text == 1 && isBlankCharacter(first);
+        hasRightToLeft_ = hasRightToLeft_ || mayBeRightToLeft(first);
+        if (!letters_.empty()) {
+            const Letter& before = letters_.back();
+            inOrder_ = inOrder_ && letter.left >= before.left;
+            overlaps_ = overlaps_ || letter.left < before.right - kOverlap * letter.size;
+        }
+        letters_.push_back(letter);
+    }
+}
+
+void LineWriter::collect(const Line& line) {
+    letters_.clear();
+    hasRightToLeft_ = false;
+    overlaps_ = false;
+    inOrder_ = true;
+    for (const std::uint32_t span : line.spans)
+        collectSpan(orientation_.spans[span]);
+}
+
+/// Of equal letters at one place the first stays.
+void LineWriter::dropRepeated() {
+    const auto textOf = [this](const Letter& letter) {
+        return std::u32string_view(page_.text).substr(letter.textBegin, letter.textEnd - letter.textBegin);
+    };
+    std::size_t kept = 0;
+    for (const Letter& letter : letters_) {
+        bool isTwin = false;
+        constexpr std::size_t kNeighbours = 4;
+        for (std::size_t back = 1; back <= kNeighbours && back <= kept && !isTwin; ++back) {
+            const Letter& before = letters_[kept - back];
+            isTwin = std::abs(before.left - letter.left) < kTwin * letter.size &&
+                     std::abs(before.right - letter.right) < kTwin * letter.size &&
+                     letter.right - letter.left > kTwin * letter.size && textOf(before) == textOf(letter);
+        }
+        if (!isTwin) letters_[kept++] = letter;
+    }
+    letters_.resize(kept);
+}
+
+float LineWriter::thresholdOfLetters() {
+    gaps_.clear();
+    bool drawsBlanks = false;
+    for (std::size_t i = 0; i < letters_.size(); ++i) {
+        drawsBlanks = drawsBlanks || letters_[i].isBlank;
+        if (i == 0 || letters_[i].isBlank || letters_[i - 1].isBlank) continue;
+        const float size = std::max(letters_[i].size, letters_[i - 1].size);
+        if (size > 0) gaps_.push_back((letters_[i].left - letters_[i - 1].right) / size);
+    }
+    return blankThreshold(gaps_, drawsBlanks);
+}
+
+bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {
+    const float gap = after.left - before.right;
+    const float size = std::max(before.size, after.size);
+    if (gap <= threshold * size) return false;
+    return !isSetSolid(page_.text[before.textEnd - 1]) || !isSetSolid(page_.text[after.textBegin]);
+}
+
+void LineWriter::appendLetter(const Letter& letter, std::u32string& out) const {
+    for (std::uint32_t i = letter.textBegin; i < letter.textEnd; ++i) {
+        const char32_t c = page_.text[i];
+        if (c < kFirstPresentationForm) {
+            out.push_back(c);
+            continue;
+        }
+        const std::u16string_view plain = plainLetters(c);
+        if (plain.empty()) out.push_back(c);
+        for (const char16_t unit : plain)
+            out.push_back(unit);
+    }
+}
+
+void LineWriter::writeFromTheLeft(std::u32string& out) {
+    const float threshold = thresholdOfLetters();
+    const Letter* before = nullptr;
+    bool blank = false;
+    for (const Letter& letter : letters_) {
+        if (letter.isBlank) {
+            blank = true;
+            continue;
+        }
+        if (before != nullptr) {
+            const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
+            if (drawn || isBlankBetween(*before, letter, threshold)) out.push_back(U' ');
+        }
+        appendLetter(letter, out);
+        before = &letter;
+        blank = false;
+    }
+}
+
+/// Moves marks behind the letter that they are drawn over, wherever the stream draws them.
+void LineWriter::attachMarks() {
+    const auto isMark = [this](const Letter& letter) {
+        return directionOf(page_.text[letter.textBegin]) == Direction::mark;
+    };
+    for (std::size_t i = 0; i + 1 < letters_.size(); ++i) {
+        if (!isMark(letters_[i]) || isMark(letters_[i + 1])) continue;
+        const bool isOverNext = letters_[i].middle() >= letters_[i + 1].left;
+        const bool isOverPrevious = i > 0 && letters_[i].middle() <= letters_[i - 1].right;
+        if (isOverNext && !isOverPrevious) std::swap(letters_[i], letters_[i + 1]);
+    }
+}
+
+void LineWriter::writeMixed(std::u32string& out) {
+    const float threshold = thresholdOfLetters();
+    attachMarks();
+    clusters_.clear();
+    // A cluster is a letter with its marks, or a blank between two letters.
+    constexpr std::uint32_t kGap = 0xFFFFFFFF;
+    const Letter* before = nullptr;
+    bool blank = false;
+    for (std::uint32_t i = 0; i < letters_.size(); ++i) {
+        const Letter& letter = letters_[i];
+        if (letter.isBlank) {
+            blank = true;
+            continue;
+        }
+        Direction direction = Direction::neutral;
+        for (std::uint32_t k = letter.textBegin; k < letter.textEnd && direction == Direction::neutral; ++k)
+            direction = directionOf(page_.text[k]);
+        if (before != nullptr && direction != Direction::mark) {
+            const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
+            if (drawn || isBlankBetween(*before, letter, threshold))
+                clusters_.push_back({kGap, Direction::neutral, true});
+        }
+        clusters_.push_back({i, direction, false});
+        if (direction != Direction::mark) before = &letter;
+        blank = false;
+    }
+    const bool fromTheRight = readsFromTheRight(clusters_);
+    reorder(clusters_, fromTheRight);
+    // Marks were reversed to before their letters.
+    for (std::size_t i = 0; i < clusters_.size(); ++i) {
+        std::size_t end = i;
+        while (end < clusters_.size() && clusters_[end].direction == Direction::mark)
+            ++end;
+        if (end > i && end < clusters_.size() && clusters_[end].direction == Direction::right) {
+            std::reverse(clusters_.begin() + static_cast<std::ptrdiff_t>(i),
+                         clusters_.begin() + static_cast<std::ptrdiff_t>(end + 1));
+            i = end;
+        }
+    }
+    for (const Cluster& cluster : clusters_) {
+        if (cluster.index == kGap)
+            out.push_back(U' ');
+        else
+            appendLetter(letters_[cluster.index], out);
+    }
+}
+
+void LineWriter::append(const Line& line, std::u32string& out) {
+    collect(line);
+    if (!inOrder_)
+        std::stable_sort(letters_.begin(), letters_.end(),
+                         [](const Letter& a, const Letter& b) { return a.left < b.left; });
+    if (overlaps_ || !inOrder_) dropRepeated();
+    if (hasRightToLeft_)
+        writeMixed(out);
+    else
+        writeFromTheLeft(out);
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,56 @@
+// The characters of a line in reading order, with blanks where the page shows them.
+#pragma once
+
+#include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/Line.h"
+
+#include <string>
+#include <vector>
+
+namespace quillow::pdf {
+
+/// Writes lines of one orientation of a page. Keeps its memory from line to line.
+class LineWriter {
+public:
+    LineWriter(const Page& page, const Orientation& orientation)
+        : page_(page)
+        , orientation_(orientation) {}
+
+    /// Appends the text of a line, without a line end.
+    void append(const Line& line, std::u32string& out);
+
+private:
+    /// A glyph with its place in the line.
+    struct Letter {
+        float left = 0;
+        float right = 0;
+        float size = 0;
+        std::uint32_t glyph = 0;
+        std::uint32_t textBegin = 0;
+        std::uint32_t textEnd = 0;
+        bool isBlank = false;
+
+        [[nodiscard]] float middle() const { return (left + right) / 2; }
+    };
+
+    void collect(const Line& line);
+    void collectSpan(const Span& span);
+    void dropRepeated();
+    void writeFromTheLeft(std::u32string& out);
+    void writeMixed(std::u32string& out);
+    void attachMarks();
+    [[nodiscard]] float thresholdOfLetters();
+    [[nodiscard]] bool isBlankBetween(const Letter& before, const Letter& after, float threshold) const;
+    void appendLetter(const Letter& letter, std::u32string& out) const;
+
+    const Page& page_;
+    const Orientation& orientation_;
+    std::vector<Letter> letters_;
+    std::vector<Cluster> clusters_;
+    std::vector<float> gaps_;
+    bool hasRightToLeft_ = false;
+    bool overlaps_ = false;
+    bool inOrder_ = true;
+};
+
+} // namespace quillow::pdf

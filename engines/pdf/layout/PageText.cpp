@@ -1,0 +1,157 @@
+#include "engines/pdf/layout/PageText.h"
+
+#include "engines/pdf/layout/Line.h"
+#include "engines/pdf/layout/LineText.h"
+#include "engines/pdf/layout/Order.h"
+#include "engines/pdf/layout/Paragraphs.h"
+#include "engines/pdf/layout/Row.h"
+#include "engines/pdf/layout/Span.h"
+#include "engines/pdf/layout/Table.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace quillow::pdf {
+
+namespace {
+
+constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
+
+/// The text of one writing direction.
+class OrientationText {
+public:
+    OrientationText(const Page& page, const Orientation& orientation)
+        : page_(page)
+        , orientation_(orientation) {}
+
+    void append(std::u32string& out) && {
+        makeLines();
+        if (lines_.empty()) return;
+        makeRulings();
+        tables_ = tablesOf(lines_, texts_, rulings_);
+        makeRows();
+        markParagraphs(rows_);
+        for (std::size_t i = 0; i < rows_.size(); ++i) {
+            if (i > 0 && rows_[i].beginsParagraph) out.push_back(U'\n');
+            appendRow(rows_[i], out);
+            out.push_back(U'\n');
+        }
+    }
+
+private:
+    /// The lines that have text, and their text.
+    void makeLines() {
+        LineWriter writer(page_, orientation_);
+        std::vector<std::size_t> ends;
+        for (Line& line : linesOf(orientation_)) {
+            const std::size_t begin = text_.size();
+            writer.append(line, text_);
+            if (text_.size() == begin) continue;
+            ends.push_back(text_.size());
+            lines_.push_back(std::move(line));
+        }
+        std::size_t begin = 0;
+        for (const std::size_t end : ends) {
+            texts_.push_back(std::u32string_view(text_).substr(begin, end - begin));
+            begin = end;
+        }
+    }
+
+    void makeRulings() {
+        const Frame& frame = orientation_.frame;
+        for (const Rule& rule : page_.rules) {
+            const Point a{rule.box.left, rule.box.bottom};
+            const Point b{rule.box.right, rule.box.top};
+            const auto [left, right] = std::minmax(frame.alongOf(a), frame.alongOf(b));
+            const auto [bottom, top] = std::minmax(frame.upOf(a), frame.upOf(b));
+            constexpr float kThick = 4; // points; thicker ones are bars and backgrounds
+            if (top - bottom < kThick) {
+                rulings_.push_back({left, right, bottom, top});
+            } else if (right - left >= kThick) { // a box: its edges
+                rulings_.push_back({left, right, bottom, bottom});
+                rulings_.push_back({left, right, top, top});
+            }
+        }
+    }
+
+    /// Puts lines and tables into reading order, and lines side by side into one row.
+    void makeRows() {
+        std::vector<std::uint32_t> tableOf(lines_.size(), kNoTable);
+        for (std::uint32_t t = 0; t < tables_.size(); ++t)
+            for (const Row& row : tables_[t].rows)
+                for (const Cell& cell : row.cells)
+                    for (const std::uint32_t line : cell)
+                        tableOf[line] = t;
+        std::vector<Item> items;
+        std::vector<std::uint32_t> sources; // a line, or lines_.size() + a table
+        std::vector<bool> isListed(tables_.size());
+        for (std::uint32_t i = 0; i < lines_.size(); ++i) {
+            const std::uint32_t table = tableOf[i];
+            if (table == kNoTable) {
+                const Line& line = lines_[i];
+                items.push_back({line.left, line.right, line.bottom, line.top, line.size});
+                sources.push_back(i);
+            } else if (!isListed[table]) {
+                isListed[table] = true;
+                const Table& t = tables_[table];
+                items.push_back({t.left, t.right, t.bottom, t.top, lines_[i].size});
+                sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
+            }
+        }
+        for (const std::uint32_t item : readingOrder(items)) {
+            const std::uint32_t source = sources[item];
+            if (source >= lines_.size()) {
+                for (Row& row : tables_[source - lines_.size()].rows)
+                    rows_.push_back(std::move(row));
+            } else {
+                addLine(source);
+            }
+        }
+    }
+
+    void addLine(std::uint32_t index) {
+        const Line& line = lines_[index];
+        constexpr float kSameRow = 0.5F;
+        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow &&
+            line.left >= rows_.back().right) {
+            rows_.back().cells.push_back({index});
+            extend(rows_.back(), line);
+        } else {
+            rows_.push_back(rowOf(line, index));
+        }
+    }
+
+    void appendRow(const Row& row, std::u32string& out) const {
+        const std::size_t begin = out.size();
+        bool first = true;
+        for (const Cell& cell : row.cells) {
+            if (!first) out.push_back(row.isTableRow ? U'\t' : U' ');
+            first = false;
+            for (std::size_t i = 0; i < cell.size(); ++i) {
+                if (i > 0) out.push_back(U' ');
+                out.append(texts_[cell[i]]);
+            }
+        }
+        while (out.size() > begin && out.back() == U'\t')
+            out.pop_back();
+    }
+
+    const Page& page_;
+    const Orientation& orientation_;
+    std::u32string text_;
+    std::vector<Line> lines_;
+    std::vector<std::u32string_view> texts_;
+    std::vector<Ruling> rulings_;
+    std::vector<Table> tables_;
+    std::vector<Row> rows_;
+};
+
+} // namespace
+
+void appendPageText(const Page& page, std::u32string& out) {
+    for (const Orientation& orientation : orientationsOf(page))
+        OrientationText(page, orientation).append(out);
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,35 @@
+// What is written as one line of text: a line of the page, several side by side, or a row of a table.
+#pragma once
+
+#include "engines/pdf/layout/Line.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace quillow::pdf {
+
+/// Lines, one below the other, that are written with blanks between them.
+using Cell = std::vector<std::uint32_t>;
+
+struct Row {
+    std::vector<Cell> cells; ///< from left to right; those of a table may be empty
+    float left = 0;
+    float right = 0;
+    float baseline = 0;
+    float bottom = 0;
+    float top = 0;
+    float size = 0;
+    bool isTableRow = false;      ///< TABs separate its cells, else blanks
+    bool beginsParagraph = false; ///< the page shows a break before it
+
+    [[nodiscard]] float height() const { return top - bottom; }
+    [[nodiscard]] float width() const { return right - left; }
+};
+
+/// A row of one line.
+[[nodiscard]] Row rowOf(const Line& line, std::uint32_t index);
+
+/// Makes a row large enough for a line.
+void extend(Row& row, const Line& line);
+
+} // namespace quillow::pdf

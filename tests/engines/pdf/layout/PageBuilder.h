@@ -1,0 +1,72 @@
+// Pages that no file has, for tests of the layout.
+#pragma once
+
+#include "engines/pdf/content/Page.h"
+
+#include <string_view>
+
+namespace quillow::pdf {
+
+/// Places text on a page. Every letter is half an em wide.
+class PageBuilder {
+public:
+    static constexpr float kLetter = 0.5F;
+
+    PageBuilder& size(float size) {
+        size_ = size;
+        return *this;
+    }
+    PageBuilder& direction(Point direction) {
+        direction_ = direction;
+        return *this;
+    }
+    PageBuilder& flags(std::uint8_t flags) {
+        flags_ = flags;
+        return *this;
+    }
+
+    /// A run; `spacing` is added between letters, in ems.
+    PageBuilder& text(float x, float y, std::u32string_view text, float spacing = 0) {
+        Run run;
+        run.firstGlyph = static_cast<std::uint32_t>(page_.glyphs.size());
+        run.glyphCount = static_cast<std::uint32_t>(text.size());
+        run.origin = {x, y};
+        run.direction = direction_;
+        run.fontSize = size_;
+        run.ascent = 0.75F * size_;
+        run.descent = 0.25F * size_;
+        run.flags = flags_;
+        float offset = 0;
+        for (const char32_t c : text) {
+            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, kLetter * size_});
+            page_.text.push_back(c);
+            offset += (kLetter + spacing) * size_;
+        }
+        page_.runs.push_back(run);
+        return *this;
+    }
+
+    /// A column of lines, each below the one before it by `leading` points.
+    PageBuilder& lines(float x, float y, std::initializer_list<std::u32string_view> lines, float leading = 12) {
+        for (const std::u32string_view line : lines) {
+            text(x, y, line);
+            y -= leading;
+        }
+        return *this;
+    }
+
+    PageBuilder& rule(float left, float bottom, float right, float top) {
+        page_.rules.push_back({Rule::Kind::line, {left, bottom, right, top}});
+        return *this;
+    }
+
+    [[nodiscard]] const Page& page() const { return page_; }
+
+private:
+    Page page_;
+    float size_ = 10;
+    Point direction_{1, 0};
+    std::uint8_t flags_ = 0;
+};
+
+} // namespace quillow::pdf
