@@ -43,7 +43,7 @@ public:
 
     /// The name that the built-in encoding gives a code; empty for ".notdef". It may be one for which the font has no glyph.
     [[nodiscard]] virtual std::string_view nameOfCode(std::uint8_t code) = 0;
-    /// CID-keyed fonts have no names, nor do many TrueType fonts. Glyph 0 has one if the font says so.
+    /// CID-keyed fonts have no names, nor do many TrueType fonts. Only glyph 0 can be ".notdef".
     [[nodiscard]] virtual std::string_view nameOfGlyph(GlyphIndex glyph) = 0;
     /// What the font shows with a glyph: the lowest character that its Unicode character maps map to it. Control characters,
     /// radicals of ideographs and characters of the private use areas count only if there is no other. Never from names.

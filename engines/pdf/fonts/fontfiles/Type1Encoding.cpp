@@ -12,8 +12,7 @@ namespace {
 
 /// The name of a token with a slash; empty for ".notdef" and what is no glyph's name.
 std::string_view nameOf(std::string_view token) {
-    if (!token.starts_with('/') || token.size() - 1 > kLongestGlyphName || token == "/.notdef") return {};
-    return token.substr(1);
+    return token.starts_with('/') ? soundGlyphName(token.substr(1)) : std::string_view();
 }
 
 /// Reads one entry.

@@ -136,6 +136,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(PdfType1File, bytesOfAnotherKindAreNone) {
     EXPECT_FALSE(Type1File::isOne(""));
     EXPECT_FALSE(Type1File::isOne("Arial"));
+    EXPECT_TRUE(Type1File::isOne(std::string(1020, ' ') + "%!PS"));
+    EXPECT_FALSE(Type1File::isOne(std::string(1021, ' ') + "%!PS"));
     EXPECT_FALSE(Type1File::isOne(std::string(std::size_t{1} << 16, ' ') + "eexec"));
     Type1File font("");
     EXPECT_EQ(font.glyphCount(), 1U);
@@ -170,6 +172,16 @@ TEST(PdfType1File, charstringLongerThanTheFontEndsTheGlyphs) {
     EXPECT_EQ(font.glyphOfName("A"), 1);
     EXPECT_EQ(font.glyphOfName("C"), 0);
     EXPECT_EQ(font.width(1), std::nullopt);
+}
+
+TEST(PdfType1File, readsNoMoreGlyphsThanItsLimit) {
+    constexpr std::size_t kMostGlyphs = 0xFFFF; // with ".notdef"
+    std::string bytes = "%!PS /CharStrings 70000 dict dup begin ";
+    for (std::size_t i = 1; i < kMostGlyphs; ++i)
+        bytes += "/g 0 RD  ND ";
+    EXPECT_EQ(Type1File(bytes + "/last 0 RD  ND end").glyphCount(), kMostGlyphs);
+    EXPECT_EQ(Type1File(bytes.substr(0, bytes.size() - 12) + "/last 0 RD  ND end").glyphOfName("last"),
+              kMostGlyphs - 1);
 }
 
 TEST(PdfType1File, namesOfMoreThan127BytesAreNone) {
