@@ -27,6 +27,16 @@ TEST(PdfAnnotations, appearanceIsShownInItsRectangle) {
     EXPECT_EQ(dumpWith("<</Subtype/Stamp/Rect[50 600 70 700]/AP<</N 8 0 R>>>>"), "65,602 up f0 10 annotation \"r\"\n");
 }
 
+TEST(PdfAnnotations, pageNeedsNoContent) {
+    PdfBuilder pdf;
+    pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Resources " + resourcesWith("") + "/Annots[4 0 R]>>")
+        .object(4, "<</Subtype/Stamp/Rect[0 0 50 50]/AP<</N 5 0 R>>>>")
+        .stream(5, "/Subtype/Form/BBox[0 0 50 50]", "/F 10 Tf 9 9 Td(a)Tj");
+    EXPECT_EQ(dumpOf(readPage(pdf.table().bytes()).page), "page 99x99\n9,9 f0 10 annotation \"a\"\n");
+}
+
 TEST(PdfAnnotations, stateNamesTheAppearance) {
     const std::string widget = "<</Subtype/Widget/Rect[50 600 150 620]/AP<</N<</On 6 0 R/Off 9 0 R>>>>/AS";
     EXPECT_EQ(dumpWith(widget + "/On>>"), "52,605 f0 10 annotation \"a\"\n");
