@@ -1,7 +1,6 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/PresentationForms.h"
-#include "engines/pdf/layout/Spacing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +25,12 @@ constexpr bool isBlankCharacter(char32_t c) {
 
 constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
+}
+
+/// Roughly the letters: what is neither punctuation, digit, nor symbol.
+constexpr bool isAlphabetic(char32_t c) {
+    if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');
+    return c >= 0xC0 && c != 0xD7 && c != 0xF7 && !isIn(c, 0x2000, 0x2BFF) && !isIn(c, 0x3000, 0x303F);
 }
 
 /// Scripts without blanks between words: gaps inside them are justification.
@@ -100,14 +105,20 @@ void LineWriter::dropRepeated() {
 
 float LineWriter::thresholdOfLetters() {
     gaps_.clear();
-    bool drawsBlanks = false;
-    for (std::size_t i = 0; i < letters_.size(); ++i) {
-        drawsBlanks = drawsBlanks || letters_[i].isBlank;
-        if (i == 0 || letters_[i].isBlank || letters_[i - 1].isBlank) continue;
-        const float size = std::max(letters_[i].size, letters_[i - 1].size);
-        if (size > 0) gaps_.push_back((letters_[i].left - letters_[i - 1].right) / size);
+    float drawnBlank = 0;
+    const Letter* before = nullptr;
+    for (const Letter& letter : letters_) {
+        if (letter.size <= 0) continue;
+        if (letter.isBlank) {
+            drawnBlank = std::max(drawnBlank, (letter.right - letter.left) / letter.size);
+        } else if (before != nullptr && !before->isBlank) {
+            const float size = std::max(letter.size, before->size);
+            gaps_.push_back({(letter.left - before->right) / size, isAlphabetic(page_.text[before->textEnd - 1]) &&
+                                                                       isAlphabetic(page_.text[letter.textBegin])});
+        }
+        before = &letter;
     }
-    return blankThreshold(gaps_, drawsBlanks);
+    return blankThreshold(gaps_, drawnBlank);
 }
 
 bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {

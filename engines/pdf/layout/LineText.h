@@ -3,6 +3,7 @@
 
 #include "engines/pdf/layout/Bidi.h"
 #include "engines/pdf/layout/Line.h"
+#include "engines/pdf/layout/Spacing.h"
 
 #include <string>
 #include <vector>
@@ -47,7 +48,7 @@ private:
     const Orientation& orientation_;
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
-    std::vector<float> gaps_;
+    std::vector<Gap> gaps_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;
