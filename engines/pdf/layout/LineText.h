@@ -25,6 +25,7 @@ private:
     struct Letter {
         float left = 0;
         float right = 0;
+        float place = 0; ///< by which letters are sorted
         float size = 0;
         std::uint32_t glyph = 0;
         std::uint32_t textBegin = 0;
@@ -36,6 +37,7 @@ private:
 
     void collect(const Line& line);
     void collectSpan(const Span& span);
+    void sortLetters();
     void dropRepeated();
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
