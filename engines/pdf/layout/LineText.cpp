@@ -1,7 +1,6 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/PresentationForms.h"
-#include "engines/pdf/layout/Spacing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +15,10 @@ constexpr float kTwin = 0.12F;
 constexpr float kLeastBlank = 0.04F;
 /// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
 constexpr float kOverlap = 0.2F;
+/// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
+constexpr float kBackStep = 0.2F;
+/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
+constexpr float kKerned = 0.1F;
 constexpr char32_t kFirstRightToLeft = 0x0590;
 constexpr char32_t kFirstPresentationForm = 0xFB00;
 constexpr char32_t kSoftHyphen = 0x00AD;
@@ -26,6 +29,12 @@ constexpr bool isBlankCharacter(char32_t c) {
 
 constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
+}
+
+/// Roughly the letters: what is neither punctuation, digit, nor symbol.
+constexpr bool isAlphabetic(char32_t c) {
+    if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');
+    return c >= 0xC0 && c != 0xD7 && c != 0xF7 && !isIn(c, 0x2000, 0x2BFF) && !isIn(c, 0x3000, 0x303F);
 }
 
 /// Scripts without blanks between words: gaps inside them are justification.
@@ -44,15 +53,21 @@ bool mayBeRightToLeft(char32_t c) {
 void LineWriter::collectSpan(const Span& span) {
     const Page& page = page_;
     const auto glyphCount = static_cast<std::uint32_t>(page.glyphs.size());
+    const std::size_t firstLetter = letters_.size();
     for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
         const Glyph& glyph = page.glyphs[i];
         const std::uint32_t textEnd =
             i + 1 < glyphCount ? page.glyphs[i + 1].text : static_cast<std::uint32_t>(page.text.size());
-        if (textEnd == glyph.text) continue;
         Letter letter;
         letter.left = span.start + glyph.offset;
         letter.right = letter.left + glyph.width;
         if (glyph.width < 0) std::swap(letter.left, letter.right);
+        if (textEnd == glyph.text) {
+            // A further glyph of the characters before it: a cluster of an ActualText.
+            if (letters_.size() > firstLetter && letter.left - letters_.back().right < kKerned * span.size)
+                letters_.back().right = std::max(letters_.back().right, letter.right);
+            continue;
+        }
         letter.size = span.size;
         letter.glyph = i;
         letter.textBegin = glyph.text;
@@ -60,10 +75,13 @@ void LineWriter::collectSpan(const Span& span) {
         const char32_t first = page.text[glyph.text];
         letter.isBlank = textEnd - glyph.text == 1 && isBlankCharacter(first);
         hasRightToLeft_ = hasRightToLeft_ || mayBeRightToLeft(first);
+        letter.place = letter.left;
         if (!letters_.empty()) {
             const Letter& before = letters_.back();
             inOrder_ = inOrder_ && letter.left >= before.left;
             overlaps_ = overlaps_ || letter.left < before.right - kOverlap * letter.size;
+            if (letter.left < before.place && letter.left > before.place - kBackStep * letter.size)
+                letter.place = before.place;
         }
         letters_.push_back(letter);
     }
@@ -100,14 +118,20 @@ void LineWriter::dropRepeated() {
 
 float LineWriter::thresholdOfLetters() {
     gaps_.clear();
-    bool drawsBlanks = false;
-    for (std::size_t i = 0; i < letters_.size(); ++i) {
-        drawsBlanks = drawsBlanks || letters_[i].isBlank;
-        if (i == 0 || letters_[i].isBlank || letters_[i - 1].isBlank) continue;
-        const float size = std::max(letters_[i].size, letters_[i - 1].size);
-        if (size > 0) gaps_.push_back((letters_[i].left - letters_[i - 1].right) / size);
+    float drawnBlank = 0;
+    const Letter* before = nullptr;
+    for (const Letter& letter : letters_) {
+        if (letter.size <= 0) continue;
+        if (letter.isBlank) {
+            drawnBlank = std::max(drawnBlank, (letter.right - letter.left) / letter.size);
+        } else if (before != nullptr && !before->isBlank) {
+            const float size = std::max(letter.size, before->size);
+            gaps_.push_back({(letter.left - before->right) / size, isAlphabetic(page_.text[before->textEnd - 1]) &&
+                                                                       isAlphabetic(page_.text[letter.textBegin])});
+        }
+        before = &letter;
     }
-    return blankThreshold(gaps_, drawsBlanks);
+    return blankThreshold(gaps_, drawnBlank);
 }
 
 bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {
@@ -210,11 +234,19 @@ void LineWriter::writeMixed(std::u32string& out) {
     }
 }
 
-void LineWriter::append(const Line& line, std::u32string& out) {
-    collect(line);
-    if (!inOrder_)
+/// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the stream.
+void LineWriter::sortLetters() {
+    if (hasRightToLeft_)
         std::stable_sort(letters_.begin(), letters_.end(),
                          [](const Letter& a, const Letter& b) { return a.left < b.left; });
+    else
+        std::stable_sort(letters_.begin(), letters_.end(),
+                         [](const Letter& a, const Letter& b) { return a.place < b.place; });
+}
+
+void LineWriter::append(const Line& line, std::u32string& out) {
+    collect(line);
+    if (!inOrder_) sortLetters();
     if (overlaps_ || !inOrder_) dropRepeated();
     if (hasRightToLeft_)
         writeMixed(out);

@@ -3,6 +3,7 @@
 
 #include "engines/pdf/layout/Bidi.h"
 #include "engines/pdf/layout/Line.h"
+#include "engines/pdf/layout/Spacing.h"
 
 #include <string>
 #include <vector>
@@ -24,6 +25,7 @@ private:
     struct Letter {
         float left = 0;
         float right = 0;
+        float place = 0; ///< by which letters are sorted
         float size = 0;
         std::uint32_t glyph = 0;
         std::uint32_t textBegin = 0;
@@ -35,6 +37,7 @@ private:
 
     void collect(const Line& line);
     void collectSpan(const Span& span);
+    void sortLetters();
     void dropRepeated();
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
@@ -47,7 +50,7 @@ private:
     const Orientation& orientation_;
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
-    std::vector<float> gaps_;
+    std::vector<Gap> gaps_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;

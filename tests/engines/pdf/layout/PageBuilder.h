@@ -7,13 +7,18 @@
 
 namespace quillow::pdf {
 
-/// Places text on a page. Every letter is half an em wide.
+/// Places text on a page. Every letter is half an em wide unless another width is set.
 class PageBuilder {
 public:
     static constexpr float kLetter = 0.5F;
 
     PageBuilder& size(float size) {
         size_ = size;
+        return *this;
+    }
+    /// The width of the letters that follow, in ems.
+    PageBuilder& letter(float width) {
+        letter_ = width;
         return *this;
     }
     PageBuilder& direction(Point direction) {
@@ -38,9 +43,9 @@ public:
         run.flags = flags_;
         float offset = 0;
         for (const char32_t c : text) {
-            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, kLetter * size_});
+            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
             page_.text.push_back(c);
-            offset += (kLetter + spacing) * size_;
+            offset += (letter_ + spacing) * size_;
         }
         page_.runs.push_back(run);
         return *this;
@@ -65,6 +70,7 @@ public:
 private:
     Page page_;
     float size_ = 10;
+    float letter_ = kLetter;
     Point direction_{1, 0};
     std::uint8_t flags_ = 0;
 };

@@ -1,0 +1,86 @@
+#include "engines/pdf/layout/PageText.h"
+#include "tests/engines/pdf/layout/PageBuilder.h"
+#include "text/Utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quillow::pdf {
+namespace {
+
+std::string textOf(const PageBuilder& builder) {
+    std::u32string text;
+    appendPageText(builder.page(), text);
+    std::string utf8;
+    for (const char32_t c : text)
+        text::appendUtf8(utf8, c);
+    return utf8;
+}
+
+struct Word {
+    std::u32string_view text;
+    float gap; ///< before it, in ems
+};
+
+/// A line of words with gaps of their own, in letters of 10 points.
+PageBuilder lineOf(const std::vector<Word>& words) {
+    PageBuilder builder;
+    float x = 10;
+    for (const Word& word : words) {
+        x += word.gap * 10;
+        builder.text(x, 700, word.text);
+        x += static_cast<float>(word.text.size()) * PageBuilder::kLetter * 10;
+    }
+    return builder;
+}
+
+TEST(PdfLineText, whichGapsAreBlanks) {
+    const struct {
+        const char* what;
+        std::vector<Word> words;
+        const char* text;
+    } cases[] = {
+        {"wider gaps between sentences",
+         {{U"not", 0}, {U"only.", 0.17F}, {U"The", 0.42F}, {U"next", 0.17F}, {U"one.", 0.17F}},
+         "not only. The next one.\n"},
+        {"squeezed lines",
+         {{U"Faced", 0}, {U"with", 0.15F}, {U"squeezed", 0.15F}, {U"lines", 0.15F}},
+         "Faced with squeezed lines\n"},
+        {"dot leaders",
+         {{U"Some", 0},
+          {U"words", 0.3F},
+          {U".", 0.3F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F}},
+         "Some words . . . . . . . . . . .\n"},
+        {"digits apart",
+         {{U"1", 0}, {U"2", 0.3F}, {U"3", 0.3F}, {U"4", 0.3F}, {U"5", 0.3F}, {U"6", 0.3F}},
+         "1 2 3 4 5 6\n"},
+        {"gaps of a bullet as wide as the usual threshold",
+         {{U"-", 0}, {U"Excellent", 0.205F}, {U" ", 0}, {U"support", 0}},
+         "- Excellent support\n"},
+        {"formulas",
+         {{U"sin", 0}, {U"x", 0.17F}, {U"=", 0.28F}, {U"y", 0.28F}, {U"+", 0.22F}, {U"z", 0.22F}},
+         "sin x = y + z\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(lineOf(c.words)), c.text) << c.what;
+}
+
+TEST(PdfLineText, gapsAsWideAsTheDrawnBlanksAreBlanks) {
+    PageBuilder builder;
+    builder.letter(0.18F).text(10, 700, U"An invoice number:").text(10 + 18 * 1.8F + 1.8F, 700, U"12345");
+    EXPECT_EQ(textOf(builder), "An invoice number: 12345\n");
+}
+
+} // namespace
+} // namespace quillow::pdf
