@@ -31,12 +31,8 @@ void TextWriter::beginPage(Page& page) {
     setMatrix({});
 }
 
-void TextWriter::endPage() {
-    closeRun();
-}
-
 void TextWriter::setFlags(std::uint8_t flags) {
-    closeRun();
+    endRun();
     flags_ = flags;
 }
 
@@ -83,7 +79,7 @@ bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
     if (isOnOpenLine(start)) {
         along_ = (start.x - lineOrigin_.x) * frame_.direction.x + (start.y - lineOrigin_.y) * frame_.direction.y;
     } else {
-        closeRun();
+        endRun();
         lineOrigin_ = start;
         along_ = 0;
     }
@@ -165,7 +161,7 @@ void TextWriter::showActualText(std::string_view codes) {
 }
 
 void TextWriter::openRun() {
-    closeRun();
+    endRun();
     isOpen_ = true;
     runStart_ = along_;
     runFrame_ = frame_;
@@ -187,7 +183,7 @@ void TextWriter::openRun() {
 }
 
 /// Adds the run to the page if somebody can see it.
-void TextWriter::closeRun() {
+void TextWriter::endRun() {
     if (!isOpen_) return;
     isOpen_ = false;
     run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;
