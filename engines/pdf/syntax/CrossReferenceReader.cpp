@@ -77,10 +77,7 @@ std::optional<std::size_t> CrossReferenceReader::positionOf(std::int64_t offset)
 
 /// Whether a section was read before: chains may be cycles. Says yes too if too many were.
 bool CrossReferenceReader::isVisited(std::size_t position) {
-    const auto at = std::lower_bound(visited_.begin(), visited_.end(), position);
-    if ((at != visited_.end() && *at == position) || visited_.size() == kMaximumSections) return true;
-    visited_.insert(at, position);
-    return false;
+    return visited_.size() == kMaximumSections || !visited_.insert(position).second;
 }
 
 bool CrossReferenceReader::readSection(std::size_t position, Offsets& next) {

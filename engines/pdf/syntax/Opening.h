@@ -17,6 +17,7 @@ private:
     [[nodiscard]] Outcome openByTables(std::size_t base);
     [[nodiscard]] Outcome openByRepair();
     void begin(CrossReferences objects);
+    void renewState();
     /// False if the password does not open the document.
     [[nodiscard]] bool unlock();
     [[nodiscard]] bool isRootInPlace() const;

@@ -27,6 +27,7 @@ Opening::Outcome Opening::openByRepair() {
     file_->isRepaired = true;
     if (!unlock()) return Outcome::locked;
     addObjectStreams();
+    renewState(); // objects may be others now than those that were read so far
     return findRoot() ? Outcome::opened : Outcome::unusable;
 }
 
