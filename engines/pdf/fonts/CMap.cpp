@@ -86,8 +86,9 @@ void CMap::judge() {
         controls += controlsOf(range);
         if (range.low == range.value) same += range.size();
     }
-    if (codes + emptyDestinations_ < kFewestCodesToJudge) return;
-    isDoubtful_ = isNearlyAll(same, codes) || emptyDestinations_ >= codes;
+    isDoubtful_ = emptyDestinations_ >= codes && codes + emptyDestinations_ >= kFewestCodesToJudge;
+    if (codes < kFewestCodesToJudge) return;
+    isDoubtful_ = isDoubtful_ || isNearlyAll(same, codes);
     isNonsense_ = isMost(controls, codes);
     if (const auto value = mostRepeatedValue()) {
         const auto repeated = std::count_if(characters_.all().begin(), characters_.all().end(),
