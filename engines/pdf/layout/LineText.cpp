@@ -54,6 +54,7 @@ void LineWriter::collectSpan(const Span& span) {
     const Page& page = page_;
     const auto glyphCount = static_cast<std::uint32_t>(page.glyphs.size());
     const std::size_t firstLetter = letters_.size();
+    const bool isFromAnnotation = (page.runs[span.run].flags & kFromAnnotation) != 0;
     for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
         const Glyph& glyph = page.glyphs[i];
         const std::uint32_t textEnd =
@@ -69,7 +70,7 @@ void LineWriter::collectSpan(const Span& span) {
             continue;
         }
         letter.size = span.size;
-        letter.glyph = i;
+        letter.isFromAnnotation = isFromAnnotation;
         letter.textBegin = glyph.text;
         letter.textEnd = textEnd;
         const char32_t first = page.text[glyph.text];
@@ -87,12 +88,12 @@ void LineWriter::collectSpan(const Span& span) {
     }
 }
 
-void LineWriter::collect(const Line& line) {
+void LineWriter::collect(std::span<const std::uint32_t> spans) {
     letters_.clear();
     hasRightToLeft_ = false;
     overlaps_ = false;
     inOrder_ = true;
-    for (const std::uint32_t span : line.spans)
+    for (const std::uint32_t span : spans)
         collectSpan(orientation_.spans[span]);
 }
 
@@ -135,6 +136,7 @@ float LineWriter::thresholdOfLetters() {
 }
 
 bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {
+    if (before.isFromAnnotation != after.isFromAnnotation) return true; // a field beside its label
     const float gap = after.left - before.right;
     const float size = std::max(before.size, after.size);
     if (gap <= threshold * size) return false;
@@ -244,8 +246,8 @@ void LineWriter::sortLetters() {
                          [](const Letter& a, const Letter& b) { return a.place < b.place; });
 }
 
-void LineWriter::append(const Line& line, std::u32string& out) {
-    collect(line);
+void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
+    collect(spans);
     if (!inOrder_) sortLetters();
     if (overlaps_ || !inOrder_) dropRepeated();
     if (hasRightToLeft_)

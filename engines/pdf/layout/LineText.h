@@ -2,9 +2,10 @@
 #pragma once
 
 #include "engines/pdf/layout/Bidi.h"
-#include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/Spacing.h"
+#include "engines/pdf/layout/Span.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,8 @@ public:
         : page_(page)
         , orientation_(orientation) {}
 
-    /// Appends the text of a line, without a line end.
-    void append(const Line& line, std::u32string& out);
+    /// Appends the text of a line with those spans, without a line end.
+    void append(std::span<const std::uint32_t> spans, std::u32string& out);
 
 private:
     /// A glyph with its place in the line.
@@ -27,15 +28,15 @@ private:
         float right = 0;
         float place = 0; ///< by which letters are sorted
         float size = 0;
-        std::uint32_t glyph = 0;
         std::uint32_t textBegin = 0;
         std::uint32_t textEnd = 0;
         bool isBlank = false;
+        bool isFromAnnotation = false;
 
         [[nodiscard]] float middle() const { return (left + right) / 2; }
     };
 
-    void collect(const Line& line);
+    void collect(std::span<const std::uint32_t> spans);
     void collectSpan(const Span& span);
     void sortLetters();
     void dropRepeated();

@@ -44,12 +44,13 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_);
         std::vector<std::size_t> ends;
-        for (Line& line : linesOf(orientation_)) {
+        const Lines found = linesOf(orientation_);
+        for (const Line& line : found.lines) {
             const std::size_t begin = text_.size();
-            writer.append(line, text_);
+            writer.append(found.spansOf(line), text_);
             if (text_.size() == begin) continue;
             ends.push_back(text_.size());
-            lines_.push_back(std::move(line));
+            lines_.push_back(line);
         }
         std::size_t begin = 0;
         for (const std::size_t end : ends) {

@@ -82,5 +82,30 @@ TEST(PdfLineText, gapsAsWideAsTheDrawnBlanksAreBlanks) {
     EXPECT_EQ(textOf(builder), "An invoice number: 12345\n");
 }
 
+TEST(PdfLineText, aMarkStaysBehindTheLetterThatTheStreamDrawsBeforeIt) {
+    PageBuilder builder; // the mark begins to the right of the next letter
+    builder.text(10, 700, U"ท").letter(0).text(16, 701, U"้").letter(0.5F).text(15, 700, U"ง").text(2, 700, U"ก");
+    EXPECT_EQ(textOf(builder), "กท้ง\n");
+}
+
+TEST(PdfLineText, aClusterReachesOverAllItsGlyphs) {
+    PageBuilder builder;
+    builder.text(10, 700, U"மை").glyphsWithoutText(2).text(30, 700, U"கள்");
+    EXPECT_EQ(textOf(builder), "மைகள்\n");
+}
+
+TEST(PdfLineText, blanksAndCommasThatAreDrawnFirstGoIntoTheirLine) {
+    PageBuilder builder;
+    builder.text(25, 700, U" ").text(55, 700, U", ").text(100, 700, U" ").text(10, 700, U"one");
+    builder.text(30, 700, U"three").text(65, 700, U"fourths").text(105, 700, U"end");
+    EXPECT_EQ(textOf(builder), "one three, fourths end\n");
+}
+
+TEST(PdfLineText, aFieldIsApartFromItsLabel) {
+    PageBuilder builder;
+    builder.text(10, 700, U"choice").flags(kFromAnnotation).text(39, 700, U"first");
+    EXPECT_EQ(textOf(builder), "choice first\n");
+}
+
 } // namespace
 } // namespace quillow::pdf

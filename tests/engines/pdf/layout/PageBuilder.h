@@ -51,6 +51,18 @@ public:
         return *this;
     }
 
+    /// Glyphs without characters behind the last run's, as the further ones of a cluster with an ActualText are.
+    PageBuilder& glyphsWithoutText(std::uint32_t count) {
+        Run& run = page_.runs.back();
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const Glyph& before = page_.glyphs.back();
+            const float offset = before.offset + before.width;
+            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
+        }
+        run.glyphCount += count;
+        return *this;
+    }
+
     /// A column of lines, each below the one before it by `leading` points.
     PageBuilder& lines(float x, float y, std::initializer_list<std::u32string_view> lines, float leading = 12) {
         for (const std::u32string_view line : lines) {
