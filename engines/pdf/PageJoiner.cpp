@@ -12,7 +12,8 @@ bool PageJoiner::add(const PageOutcome& page) {
     loss_.charactersDecoded += page.loss.charactersDecoded;
     loss_.charactersWithoutUnicode += page.loss.charactersWithoutUnicode;
     loss_.partsSkipped += page.loss.partsSkipped;
-    // With page marks, every page has its mark, which ends the page's last line. Without them, empty pages leave nothing.
+    // With page marks, every page has its mark, which ends the page's last line. Without them, empty pages leave
+    // nothing.
     if (marks_ == PageMarks::formFeed && pagesRead_ > 0) {
         if (!text_.empty() && text_.back() == '\n') text_.pop_back();
         text_.push_back('\f');

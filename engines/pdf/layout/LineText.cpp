@@ -236,7 +236,8 @@ void LineWriter::writeMixed(std::u32string& out) {
     }
 }
 
-/// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the stream.
+/// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the
+/// stream.
 void LineWriter::sortLetters() {
     if (hasRightToLeft_)
         std::stable_sort(letters_.begin(), letters_.end(),
