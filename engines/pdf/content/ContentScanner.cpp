@@ -3,7 +3,6 @@
 #include "engines/pdf/syntax/Lexer.h"
 
 #include <array>
-#include <cstring>
 
 namespace quillow::pdf {
 
@@ -120,9 +119,11 @@ const char* endOfLiteral(const char* p, const char* end, bool& plain) {
     }
 }
 
+/// Most hexadecimal strings are too short for a search by blocks to pay.
 const char* endOfHex(const char* p, const char* end) {
-    const void* const found = std::memchr(p, '>', static_cast<std::size_t>(end - p));
-    return found == nullptr ? end : static_cast<const char*>(found);
+    while (*p != '>')
+        ++p;
+    return p < end ? p : end;
 }
 
 std::string_view between(const char* begin, const char* end) {
