@@ -90,6 +90,10 @@ bool isOperandWord(std::string_view word) {
     return word == "true" || word == "false" || word == "null";
 }
 
+bool endsArrays(Operator word) {
+    return word == operatorOf("TJ") || word == operatorOf("d") || word == operatorOf("ET") || word == operatorOf("BT");
+}
+
 /// Whether a byte of a literal string is more than itself.
 constexpr std::array<bool, 256> kStringStops = [] {
     std::array<bool, 256> stops{};
@@ -214,7 +218,8 @@ const char* ContentScanner::pushBytes(const char* p, Operands& operands) {
     return scanString(p, [&](const Operand& operand) { operands.push(operand); });
 }
 
-/// An array ends at its bracket, or at a word: then its bracket is missing.
+/// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing. Other
+/// operators are ignored, because a producer writes Tc inside the arrays of TJ.
 const char* ContentScanner::pushArray(const char* p, Operands& operands) {
     const auto add = [&](const Operand& operand) { operands.addItem(operand); };
     const std::size_t first = operands.itemCount();
@@ -242,7 +247,13 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
             open = *p != ']' && p < end_;
             if (p < end_) ++p;
             break;
-        case Start::word: open = false; break;
+        case Start::word: {
+            Operator word = kNoOperator;
+            const char* const behind = scanWord(p, word);
+            open = !endsArrays(word);
+            if (open) p = behind;
+            break;
+        }
         }
     }
     operands.push(Operand::ofArray(first, operands.itemCount() - first));
