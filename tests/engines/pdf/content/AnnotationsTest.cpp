@@ -45,9 +45,10 @@ TEST(PdfAnnotations, stateNamesTheAppearance) {
 }
 
 TEST(PdfAnnotations, othersAreLeftOut) {
-    for (const char* entries : {"/Subtype/Link", "/Subtype/Text", "/Subtype/Popup", "/Subtype/Highlight", "",
+    for (const char* entries : {"/Subtype/Link", "/Subtype/Text", "/Subtype/Popup", "/Subtype/FileAttachment", "",
                                 "/Subtype/Widget/F 2", "/Subtype/Widget/F 32", "/Subtype/Widget/F 34"})
         EXPECT_EQ(dumpWith("<<" + std::string(entries) + "/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "") << entries;
+    EXPECT_NE(dumpWith("<</Subtype/Screen/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "");
     EXPECT_NE(dumpWith("<</Subtype/Widget/F 4/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "");
 }
 
@@ -69,6 +70,14 @@ TEST(PdfAnnotations, damagedListsAreSkipped) {
     EXPECT_EQ(dumpOfPage("", "/Annots 5", {}), "page 612x792\n");
     EXPECT_EQ(dumpWith("<</Subtype/Widget/AP<</N 6 0 R>>>>"), "");                    // no rectangle: nothing to see
     EXPECT_EQ(dumpWith("<</Subtype/Widget/Rect[1 1 9 9]/AP<</N 7 0 R>>/AS/X>>"), ""); // the appearance is no stream
+}
+
+TEST(PdfAnnotations, freeTextWithoutAnAppearanceShowsItsContents) {
+    const std::string note = "<</Subtype/FreeText/Rect[50 600 150 640]/DA(/H 10 Tf)/Contents(a\\rb)";
+    EXPECT_EQ(dumpWith(note + ">>"),
+              "52,630.5 f4294967295 10 annotation \"a\"\n52,619 f4294967295 10 annotation \"b\"\n");
+    EXPECT_EQ(dumpWith(note + "/AP<</N 9 0 R>>>>"), "");
+    EXPECT_EQ(dumpWith("<</Subtype/Stamp/Rect[50 600 150 640]/Contents(a)>>"), "");
 }
 
 std::string fieldDump(const std::string& entries, const std::string& catalogEntries = "") {

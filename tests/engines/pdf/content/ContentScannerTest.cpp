@@ -95,7 +95,10 @@ TEST(PdfContentScanner, toleratesDamage) {
              Case{"(abc\\", "\\(abc\\) "},
              Case{"<41", "<41> "},
              Case{"[(a) 1", "[(a) 1 ] "},
-             Case{"[(a) 1 TJ", "[(a) 1 ] TJ|"}, // a word ends an array
+             Case{"[(a) 1 TJ", "[(a) 1 ] TJ|"},
+             Case{"[(a) 1 ET", "[(a) 1 ] ET|"},
+             Case{"[(a) 0 Tc -250 (b)]TJ", "[(a) 0 -250 (b) ] TJ|"},
+             Case{"[(a)true(b)]TJ", "[(a) (b) ] TJ|"},
              Case{"[(a)[1 2](b)]TJ", "[(a) 1 2 ] (b) TJ|"},
              Case{"/N", "/N "},
              Case{"-", "-0 "},
