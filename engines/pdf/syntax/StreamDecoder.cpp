@@ -107,7 +107,7 @@ StreamBytes StreamDecoder::apply(const FilterChain& chain, StreamBytes bytes, st
     for (std::size_t i = 0; i < chain.count; ++i, std::swap(to, other)) {
         const auto& [filter, parameters] = chain.steps[i];
         to->clear();
-        const Decoding decoding = decodeFilter(filter, bytes.bytes, parameters, std::min(limit, bytesLeft_), *to);
+        const Decoding decoding = filters_.decode(filter, bytes.bytes, parameters, std::min(limit, bytesLeft_), *to);
         bytesLeft_ -= std::min(bytesLeft_, to->size());
         bytes.bytes = to->view();
         bytes.complete = bytes.complete && decoding == Decoding::complete;
