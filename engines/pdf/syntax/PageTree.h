@@ -34,8 +34,8 @@ struct PageNode {
     double userUnit = 1;  ///< points a unit
 };
 
-/// All pages in the order of the page tree, without those that cannot be found. If the tree has no page, the loose pages
-/// of the file in the order of their objects.
+/// All pages in the order of the page tree, without those that cannot be found. If the tree has no page, the loose
+/// pages of the file in the order of their objects.
 [[nodiscard]] std::vector<PageNode> pagesOf(Document& document);
 
 /// Whether pagesOf would find a page.

@@ -47,8 +47,8 @@ bool isEncrypted(const Dictionary& dictionary, const Decryption& decryption, Ref
     return !type.isName("XRef") && (decryption.encryptsMetadata() || !type.isName("Metadata"));
 }
 
-/// Whether a stream's /F says that its data is in another file, which is never opened (table 5). A name or an array is an
-/// inline image's abbreviation of /Filter, which some producers write elsewhere too.
+/// Whether a stream's /F says that its data is in another file, which is never opened (table 5). A name or an array is
+/// an inline image's abbreviation of /Filter, which some producers write elsewhere too.
 bool isExternal(const Object& file) {
     return file.type() == Object::Type::string || file.type() == Object::Type::dictionary;
 }
