@@ -53,9 +53,10 @@ double userUnitOf(const Object& object) {
 /// Walks the tree with a stack of its own, because files may nest as deep as they like.
 class Walk {
 public:
-    explicit Walk(Document& document, std::size_t most)
+    Walk(Document& document, std::size_t mostPages, std::size_t mostNodes)
         : document_(document)
-        , most_(most) {}
+        , mostPages_(mostPages)
+        , mostNodes_(mostNodes) {}
 
     std::vector<PageNode> run() {
         visit(document_.catalog().find("Pages"), Inherited());
@@ -81,7 +82,7 @@ private:
         Inherited inherited;
     };
 
-    [[nodiscard]] bool isDone() const { return pages_.size() >= most_ || visited_ >= kMaximumPageTreeNodes; }
+    [[nodiscard]] bool isDone() const { return pages_.size() >= mostPages_ || visited_ >= mostNodes_; }
 
     void visit(const Object& entry, Inherited inherited) {
         ++visited_;
@@ -138,7 +139,8 @@ private:
     }
 
     Document& document_;
-    std::size_t most_;
+    std::size_t mostPages_;
+    std::size_t mostNodes_;
     std::size_t visited_ = 0;
     std::vector<Level> open_;
     std::unordered_set<std::uint32_t> onPath_;
@@ -171,11 +173,11 @@ private:
 } // namespace
 
 std::vector<PageNode> pagesOf(Document& document) {
-    return Walk(document, kMaximumPages).run();
+    return Walk(document, kMaximumPages, kMaximumPageTreeNodes).run();
 }
 
 bool hasPage(Document& document) {
-    return !Walk(document, 1).run().empty();
+    return !Walk(document, 1, kMaximumNodesBeforePage).run().empty();
 }
 
 Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback) {
