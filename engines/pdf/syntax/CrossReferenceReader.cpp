@@ -61,7 +61,7 @@ std::optional<CrossReferences> CrossReferenceReader::read(std::size_t startOffse
     while (!next.empty()) {
         const std::optional<std::size_t> position = positionOf(next.back());
         next.pop_back();
-        if (!position) return std::nullopt;
+        if (!position || parsed_ > kMaximumParsed) return std::nullopt;
         if (isVisited(*position)) continue;
         if (!readSection(*position, next)) return std::nullopt;
     }
@@ -110,6 +110,7 @@ bool CrossReferenceReader::readTable(std::size_t position, Offsets& next) {
     const char* p = readEntries(file_.data() + position + kTable.size());
     if (std::string_view(p, static_cast<std::size_t>(end - p)).substr(0, kTrailer.size()) != kTrailer) return false;
     const ParsedObject parsed = parser_.parse(p + kTrailer.size(), end);
+    parsed_ += static_cast<std::size_t>(parsed.end - p);
     if (parsed.object.type() != Object::Type::dictionary) return false;
     const Dictionary trailer = parsed.object.dictionary();
     trailers_.push_back(trailer);

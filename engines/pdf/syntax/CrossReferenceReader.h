@@ -56,6 +56,7 @@ private:
     std::vector<std::uint64_t> free_;         ///< the free entries of the table that is being read
     std::uint64_t number_ = 0;                ///< of the next entry
     std::size_t entriesLeft_ = kMaximumSectionEntries;
+    std::size_t parsed_ = 0; ///< bytes of trailers and of the dictionaries of streams
 };
 
 /// The offset that the last startxref of a file gives (7.5.5).

@@ -53,9 +53,10 @@ double userUnitOf(const Object& object) {
 /// Walks the tree with a stack of its own, because files may nest as deep as they like.
 class Walk {
 public:
-    explicit Walk(Document& document, std::size_t most)
+    Walk(Document& document, std::size_t mostPages, std::size_t mostNodes)
         : document_(document)
-        , most_(most) {}
+        , mostPages_(mostPages)
+        , mostNodes_(mostNodes) {}
 
     PageList run() {
         visit(document_.catalog().find("Pages"), Inherited());
@@ -69,7 +70,7 @@ public:
                 visit(kid, Inherited(level.inherited));
             }
         }
-        const bool isCut = !open_.empty() && isDone() && most_ == kMaximumPages;
+        const bool isCut = !open_.empty() && isDone() && mostPages_ == kMaximumPages;
         if (pages_.empty()) addLoosePages();
         return {std::move(pages_), missing_, isCut};
     }
@@ -82,7 +83,7 @@ private:
         Inherited inherited;
     };
 
-    [[nodiscard]] bool isDone() const { return pages_.size() >= most_ || visited_ >= kMaximumPageTreeNodes; }
+    [[nodiscard]] bool isDone() const { return pages_.size() >= mostPages_ || visited_ >= mostNodes_; }
 
     void visit(const Object& entry, Inherited inherited) {
         ++visited_;
@@ -142,7 +143,8 @@ private:
     }
 
     Document& document_;
-    std::size_t most_;
+    std::size_t mostPages_;
+    std::size_t mostNodes_;
     std::size_t visited_ = 0;
     std::size_t missing_ = 0;
     std::vector<Level> open_;
@@ -176,7 +178,7 @@ private:
 } // namespace
 
 PageList pageListOf(Document& document) {
-    return Walk(document, kMaximumPages).run();
+    return Walk(document, kMaximumPages, kMaximumPageTreeNodes).run();
 }
 
 std::vector<PageNode> pagesOf(Document& document) {
@@ -184,7 +186,7 @@ std::vector<PageNode> pagesOf(Document& document) {
 }
 
 bool hasPage(Document& document) {
-    return !Walk(document, 1).run().pages.empty();
+    return !Walk(document, 1, kMaximumNodesBeforePage).run().pages.empty();
 }
 
 Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback) {

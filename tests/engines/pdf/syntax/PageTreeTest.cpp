@@ -108,6 +108,18 @@ TEST(PageTree, treesWhoseNodesAreUsedAgainAndAgainEnd) {
     EXPECT_EQ(Made(objects).document, nullptr);
 }
 
+TEST(PageTree, theFirstPageIsLookedForInAsManyNodesAsAllowed) {
+    const auto treeWith = [](std::size_t emptyNodes) {
+        std::string kids;
+        for (std::size_t i = 0; i < emptyNodes; ++i)
+            kids += "3 0 R ";
+        return Made({"<</Kids[" + kids + "4 0 R]>>", "<</Type/Pages/Kids[]>>", "<</Mark(a)>>"}).marks();
+    };
+
+    EXPECT_EQ(treeWith(kMaximumNodesBeforePage - 2), "a");
+    EXPECT_EQ(treeWith(kMaximumNodesBeforePage - 1), "");
+}
+
 TEST(PageTree, pagesBeyondTheLimitAreLeftOut) {
     std::string kids;
     for (std::size_t i = 0; i < kMaximumPages + 10; ++i)
