@@ -48,7 +48,6 @@ struct PageList {
 /// The same, with what is known of pages that are not there.
 [[nodiscard]] PageList pageListOf(Document& document);
 
-/// Whether pagesOf would find a page.
 /// Whether pagesOf would find a page. Looks at kMaximumNodesBeforePage nodes.
 [[nodiscard]] bool hasPage(Document& document);
 
