@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace quillow::pdf {
 
@@ -17,6 +18,8 @@ constexpr float kLeastBlank = 0.04F;
 constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
+/// A mark is over a letter if its middle is so near it. In ems.
+constexpr float kNearMark = 0.15F;
 /// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
 constexpr float kKerned = 0.1F;
 constexpr char32_t kFirstRightToLeft = 0x0590;
@@ -50,10 +53,15 @@ bool mayBeRightToLeft(char32_t c) {
 
 } // namespace
 
+void LineWriter::extendOver(const Letter& further, Letter& letter, float size) {
+    if (further.left - letter.right > kKerned * size || letter.left - further.right > kKerned * size) return;
+    letter.left = std::min(letter.left, further.left);
+    letter.right = std::max(letter.right, further.right);
+}
+
 void LineWriter::collectSpan(const Span& span) {
     const Page& page = page_;
     const auto glyphCount = static_cast<std::uint32_t>(page.glyphs.size());
-    const std::size_t firstLetter = letters_.size();
     const bool isFromAnnotation = (page.runs[span.run].flags & kFromAnnotation) != 0;
     for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
         const Glyph& glyph = page.glyphs[i];
@@ -65,8 +73,7 @@ void LineWriter::collectSpan(const Span& span) {
         if (glyph.width < 0) std::swap(letter.left, letter.right);
         if (textEnd == glyph.text) {
             // A further glyph of the characters before it: a cluster of an ActualText.
-            if (letters_.size() > firstLetter && letter.left - letters_.back().right < kKerned * span.size)
-                letters_.back().right = std::max(letters_.back().right, letter.right);
+            if (!letters_.empty() && letters_.back().textEnd == glyph.text) extendOver(letter, letters_.back(), span.size);
             continue;
         }
         letter.size = span.size;
@@ -176,22 +183,46 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
     }
 }
 
-/// Moves marks behind the letter that they are drawn over, wherever the stream draws them.
+/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text that
+/// is shaped for the right and drawn from the left has a mark before its letter; other producers draw it afterwards.
 void LineWriter::attachMarks() {
+    constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+    constexpr std::size_t kMostMarks = 8; // of one letter
     const auto isMark = [this](const Letter& letter) {
         return directionOf(page_.text[letter.textBegin]) == Direction::mark;
     };
-    for (std::size_t i = 0; i + 1 < letters_.size(); ++i) {
-        if (!isMark(letters_[i]) || isMark(letters_[i + 1])) continue;
-        const bool isOverNext = letters_[i].middle() >= letters_[i + 1].left;
-        const bool isOverPrevious = i > 0 && letters_[i].middle() <= letters_[i - 1].right;
-        if (isOverNext && !isOverPrevious) std::swap(letters_[i], letters_[i + 1]);
+    std::size_t previous = kNone;
+    for (std::size_t i = 0; i < letters_.size(); ++i) {
+        if (!isMark(letters_[i])) {
+            previous = i;
+            continue;
+        }
+        std::size_t end = i + 1;
+        while (end < letters_.size() && end - i < kMostMarks && isMark(letters_[end]))
+            ++end;
+        for (std::size_t k = i; k < end; ++k) {
+            Letter& mark = letters_[k];
+            const float near = kNearMark * mark.size;
+            const auto isOver = [&mark, near](const Letter& letter) {
+                return !letter.isBlank && mark.middle() > letter.left - near && mark.middle() < letter.right + near;
+            };
+            const bool overPrevious = previous != kNone && isOver(letters_[previous]);
+            const bool overNext = end < letters_.size() && isOver(letters_[end]);
+            if (overNext != overPrevious) (overNext ? marksBefore_ : marksBehind_) += 1;
+            if (overNext && (!overPrevious || marksBefore_ >= marksBehind_)) {
+                mark.place = letters_[end].left;
+                mark.rank = static_cast<std::uint8_t>(end - k);
+            } else if (overPrevious) {
+                mark.place = letters_[previous].left;
+                mark.rank = static_cast<std::uint8_t>(k - i + 1);
+            }
+        }
+        i = end - 1;
     }
 }
 
 void LineWriter::writeMixed(std::u32string& out) {
     const float threshold = thresholdOfLetters();
-    attachMarks();
     clusters_.clear();
     // A cluster is a letter with its marks, or a blank between two letters.
     constexpr std::uint32_t kGap = 0xFFFFFFFF;
@@ -238,17 +269,19 @@ void LineWriter::writeMixed(std::u32string& out) {
 
 /// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the stream.
 void LineWriter::sortLetters() {
-    if (hasRightToLeft_)
-        std::stable_sort(letters_.begin(), letters_.end(),
-                         [](const Letter& a, const Letter& b) { return a.left < b.left; });
-    else
-        std::stable_sort(letters_.begin(), letters_.end(),
-                         [](const Letter& a, const Letter& b) { return a.place < b.place; });
+    std::stable_sort(letters_.begin(), letters_.end(), [](const Letter& a, const Letter& b) {
+        return a.place < b.place || (a.place == b.place && a.rank < b.rank);
+    });
 }
 
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
     collect(spans);
-    if (!inOrder_) sortLetters();
+    if (hasRightToLeft_) {
+        for (Letter& letter : letters_)
+            letter.place = letter.left;
+        attachMarks();
+    }
+    if (!inOrder_ || hasRightToLeft_) sortLetters();
     if (overlaps_ || !inOrder_) dropRepeated();
     if (hasRightToLeft_)
         writeMixed(out);

@@ -30,6 +30,7 @@ private:
         float size = 0;
         std::uint32_t textBegin = 0;
         std::uint32_t textEnd = 0;
+        std::uint8_t rank = 0; ///< of a mark among those with the place of its letter
         bool isBlank = false;
         bool isFromAnnotation = false;
 
@@ -38,6 +39,7 @@ private:
 
     void collect(std::span<const std::uint32_t> spans);
     void collectSpan(const Span& span);
+    static void extendOver(const Letter& further, Letter& letter, float size);
     void sortLetters();
     void dropRepeated();
     void writeFromTheLeft(std::u32string& out);
@@ -52,6 +54,8 @@ private:
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
     std::vector<Gap> gaps_;
+    std::uint64_t marksBefore_ = 0; ///< marks that the stream draws just before their letter, so far
+    std::uint64_t marksBehind_ = 0;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;
