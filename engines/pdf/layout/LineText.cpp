@@ -18,6 +18,8 @@ constexpr float kLeastBlank = 0.04F;
 constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
+/// A mark may be so far beside the letters of its cluster. In ems.
+constexpr float kBesideCluster = 0.5F;
 /// A mark is over a letter if its middle is so near it. In ems.
 constexpr float kNearMark = 0.15F;
 /// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
@@ -25,6 +27,9 @@ constexpr float kKerned = 0.1F;
 constexpr char32_t kFirstRightToLeft = 0x0590;
 constexpr char32_t kFirstPresentationForm = 0xFB00;
 constexpr char32_t kSoftHyphen = 0x00AD;
+
+/// The index of a cluster that is a blank between two letters; the others are letters.
+constexpr std::uint32_t kGap = 0xFFFFFFFF;
 
 constexpr bool isBlankCharacter(char32_t c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
@@ -54,7 +59,10 @@ bool mayBeRightToLeft(char32_t c) {
 } // namespace
 
 void LineWriter::extendOver(const Letter& further, Letter& letter, float size) {
-    if (further.left - letter.right > kKerned * size || letter.left - further.right > kKerned * size) return;
+    const bool isMark = letter.right == letter.left; // the text of the cluster is with a glyph above its letter
+    const float near = (isMark ? kBesideCluster : kKerned) * size;
+    if (further.left - letter.right > near || letter.left - further.right > near) return;
+    if (isMark) letter.left = letter.right = further.left;
     letter.left = std::min(letter.left, further.left);
     letter.right = std::max(letter.right, further.right);
 }
@@ -153,6 +161,10 @@ bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float
 void LineWriter::appendLetter(const Letter& letter, std::u32string& out) const {
     for (std::uint32_t i = letter.textBegin; i < letter.textEnd; ++i) {
         const char32_t c = page_.text[i];
+        if (c == kSoftHyphen) {
+            if (letter.right > letter.left) out.push_back(U'-'); // what is drawn is a hyphen
+            continue;
+        }
         if (c < kFirstPresentationForm) {
             out.push_back(c);
             continue;
@@ -224,8 +236,6 @@ void LineWriter::attachMarks() {
 void LineWriter::writeMixed(std::u32string& out) {
     const float threshold = thresholdOfLetters();
     clusters_.clear();
-    // A cluster is a letter with its marks, or a blank between two letters.
-    constexpr std::uint32_t kGap = 0xFFFFFFFF;
     const Letter* before = nullptr;
     bool blank = false;
     for (std::uint32_t i = 0; i < letters_.size(); ++i) {
@@ -246,8 +256,8 @@ void LineWriter::writeMixed(std::u32string& out) {
         if (direction != Direction::mark) before = &letter;
         blank = false;
     }
-    const bool fromTheRight = readsFromTheRight(clusters_);
-    reorder(clusters_, fromTheRight);
+    joinSignsToNumbers();
+    reorder(clusters_, readsFromTheRight(clusters_, isPageFromTheRight()));
     // Marks were reversed to before their letters.
     for (std::size_t i = 0; i < clusters_.size(); ++i) {
         std::size_t end = i;
@@ -259,11 +269,55 @@ void LineWriter::writeMixed(std::u32string& out) {
             i = end;
         }
     }
+    countBrackets();
     for (const Cluster& cluster : clusters_) {
-        if (cluster.index == kGap)
+        if (cluster.index == kGap) {
             out.push_back(U' ');
+            continue;
+        }
+        const Letter& letter = letters_[cluster.index];
+        const char32_t other = cluster.isTurned && letter.textEnd - letter.textBegin == 1 && seenBrackets_ >= logicalBrackets_
+                                   ? mirrored(page_.text[letter.textBegin])
+                                   : 0;
+        if (other != 0)
+            out.push_back(other);
         else
-            appendLetter(letters_[cluster.index], out);
+            appendLetter(letter, out);
+    }
+}
+
+bool LineWriter::isPageFromTheRight() {
+    if (!isPageFromTheRight_) isPageFromTheRight_ = isMostlyFromTheRight(page_.text);
+    return *isPageFromTheRight_;
+}
+
+/// Percent signs and currencies go with the number beside them, but not in Arabic, where digits are of another class
+/// (UAX #9, W2).
+void LineWriter::joinSignsToNumbers() {
+    for (const Cluster& cluster : clusters_)
+        if (cluster.index != kGap && isIn(page_.text[letters_[cluster.index].textBegin], 0x0600, 0x07BF)) return;
+    for (std::size_t i = 0; i < clusters_.size(); ++i) {
+        if (clusters_[i].index == kGap || !endsNumbers(page_.text[letters_[clusters_[i].index].textBegin])) continue;
+        const bool behind = i > 0 && clusters_[i - 1].direction == Direction::number;
+        const bool before = i + 1 < clusters_.size() && clusters_[i + 1].direction == Direction::number;
+        if (behind || before) clusters_[i].direction = Direction::number;
+    }
+}
+
+/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical order an
+/// opening bracket comes first.
+void LineWriter::countBrackets() {
+    char32_t open = 0; // the bracket that a pair began with
+    for (const Cluster& cluster : clusters_) {
+        if (!cluster.isTurned || cluster.index == kGap) continue;
+        const char32_t c = page_.text[letters_[cluster.index].textBegin];
+        if (c != U'(' && c != U')' && c != U'[' && c != U']') continue;
+        if (open != 0 && c == mirrored(open)) {
+            (open == U'(' || open == U'[' ? logicalBrackets_ : seenBrackets_) += 1;
+            open = 0;
+        } else {
+            open = c;
+        }
     }
 }
 

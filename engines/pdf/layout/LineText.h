@@ -5,6 +5,7 @@
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -45,6 +46,9 @@ private:
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
     void attachMarks();
+    void joinSignsToNumbers();
+    void countBrackets();
+    [[nodiscard]] bool isPageFromTheRight();
     [[nodiscard]] float thresholdOfLetters();
     [[nodiscard]] bool isBlankBetween(const Letter& before, const Letter& after, float threshold) const;
     void appendLetter(const Letter& letter, std::u32string& out) const;
@@ -56,6 +60,9 @@ private:
     std::vector<Gap> gaps_;
     std::uint64_t marksBefore_ = 0; ///< marks that the stream draws just before their letter, so far
     std::uint64_t marksBehind_ = 0;
+    std::uint64_t seenBrackets_ = 0;    ///< pairs whose characters are what is seen, so far
+    std::uint64_t logicalBrackets_ = 0; ///< pairs whose characters are those of the text
+    std::optional<bool> isPageFromTheRight_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;
