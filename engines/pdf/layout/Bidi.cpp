@@ -63,7 +63,7 @@ bool joinsNumbers(std::span<const Cluster> between) {
 }
 
 /// On a page with so many letters from the right, Latin terms do not make the direction of a line.
-constexpr float kShareOfPage = 0.3F;
+constexpr float kShareOfPage = 0.15F;
 
 /// Reverses clusters, and what side their brackets open to.
 void turn(std::span<Cluster> clusters) {
@@ -99,6 +99,8 @@ bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRigh
 }
 
 bool isMostlyFromTheRight(std::u32string_view text) {
+    constexpr char32_t kFirstFromTheRight = 0x0590;
+    if (std::none_of(text.begin(), text.end(), [](char32_t c) { return c >= kFirstFromTheRight; })) return false;
     std::size_t left = 0;
     std::size_t right = 0;
     for (const char32_t c : text) {

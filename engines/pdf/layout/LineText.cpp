@@ -27,6 +27,7 @@ constexpr float kKerned = 0.1F;
 constexpr char32_t kFirstRightToLeft = 0x0590;
 constexpr char32_t kFirstPresentationForm = 0xFB00;
 constexpr char32_t kSoftHyphen = 0x00AD;
+constexpr char32_t kNoBreakSpace = 0x00A0;
 
 /// The index of a cluster that is a blank between two letters; the others are letters.
 constexpr std::uint32_t kGap = 0xFFFFFFFF;
@@ -56,6 +57,14 @@ bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
 }
 
+/// No-break spaces around a line are not seen.
+void trim(std::u32string& text, std::size_t begin) {
+    while (text.size() > begin && text.back() == kNoBreakSpace)
+        text.pop_back();
+    const std::size_t first = std::min(text.find_first_not_of(kNoBreakSpace, begin), text.size());
+    text.erase(begin, first - begin);
+}
+
 } // namespace
 
 void LineWriter::extendOver(const Letter& further, Letter& letter, float size) {
@@ -81,7 +90,8 @@ void LineWriter::collectSpan(const Span& span) {
         if (glyph.width < 0) std::swap(letter.left, letter.right);
         if (textEnd == glyph.text) {
             // A further glyph of the characters before it: a cluster of an ActualText.
-            if (!letters_.empty() && letters_.back().textEnd == glyph.text) extendOver(letter, letters_.back(), span.size);
+            if (!letters_.empty() && letters_.back().textEnd == glyph.text)
+                extendOver(letter, letters_.back(), span.size);
             continue;
         }
         letter.size = span.size;
@@ -257,7 +267,7 @@ void LineWriter::writeMixed(std::u32string& out) {
         blank = false;
     }
     joinSignsToNumbers();
-    reorder(clusters_, readsFromTheRight(clusters_, isPageFromTheRight()));
+    reorder(clusters_, beginsWithItsEnd() || readsFromTheRight(clusters_, isPageFromTheRight()));
     // Marks were reversed to before their letters.
     for (std::size_t i = 0; i < clusters_.size(); ++i) {
         std::size_t end = i;
@@ -276,14 +286,28 @@ void LineWriter::writeMixed(std::u32string& out) {
             continue;
         }
         const Letter& letter = letters_[cluster.index];
-        const char32_t other = cluster.isTurned && letter.textEnd - letter.textBegin == 1 && seenBrackets_ >= logicalBrackets_
-                                   ? mirrored(page_.text[letter.textBegin])
-                                   : 0;
+        const char32_t other =
+            cluster.isTurned && letter.textEnd - letter.textBegin == 1 && seenBrackets_ >= logicalBrackets_
+                ? mirrored(page_.text[letter.textBegin])
+                : 0;
         if (other != 0)
             out.push_back(other);
         else
             appendLetter(letter, out);
     }
+}
+
+/// Whether a line has the punctuation of its end before its first letter: it is read from the right, though it may have
+/// no such letter.
+bool LineWriter::beginsWithItsEnd() {
+    const auto isPunctuation = [this](const Letter& letter) {
+        return std::u32string_view(U".,:;!?").find(page_.text[letter.textBegin]) != std::u32string_view::npos;
+    };
+    const auto first =
+        std::find_if(letters_.begin(), letters_.end(), [](const Letter& letter) { return !letter.isBlank; });
+    if (first == letters_.end() || first + 1 == letters_.end() || !isPunctuation(*first)) return false;
+    const char32_t next = page_.text[first[1].textBegin];
+    return isAlphabetic(next) && !isPunctuation(letters_.back()) && isPageFromTheRight();
 }
 
 bool LineWriter::isPageFromTheRight() {
@@ -330,6 +354,7 @@ void LineWriter::sortLetters() {
 
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
     collect(spans);
+    const std::size_t begin = out.size();
     if (hasRightToLeft_) {
         for (Letter& letter : letters_)
             letter.place = letter.left;
@@ -337,10 +362,11 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_)
+    if (hasRightToLeft_ || beginsWithItsEnd())
         writeMixed(out);
     else
         writeFromTheLeft(out);
+    trim(out, begin);
 }
 
 } // namespace quillow::pdf

@@ -46,6 +46,7 @@ private:
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
     void attachMarks();
+    [[nodiscard]] bool beginsWithItsEnd();
     void joinSignsToNumbers();
     void countBrackets();
     [[nodiscard]] bool isPageFromTheRight();
