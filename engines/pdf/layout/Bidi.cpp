@@ -99,8 +99,10 @@ bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRigh
 }
 
 bool isMostlyFromTheRight(std::u32string_view text) {
-    constexpr char32_t kFirstFromTheRight = 0x0590;
-    if (std::none_of(text.begin(), text.end(), [](char32_t c) { return c >= kFirstFromTheRight; })) return false;
+    const auto mayBeFromTheRight = [](char32_t c) {
+        return (c >= 0x0590 && c < 0x0900) || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000);
+    };
+    if (std::none_of(text.begin(), text.end(), mayBeFromTheRight)) return false;
     std::size_t left = 0;
     std::size_t right = 0;
     for (const char32_t c : text) {

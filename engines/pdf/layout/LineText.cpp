@@ -14,6 +14,8 @@ namespace {
 constexpr float kTwin = 0.12F;
 /// A drawn blank between letters nearer than this is not seen. In ems.
 constexpr float kLeastBlank = 0.04F;
+/// Gaps below this are not blanks in any line. In ems.
+constexpr float kNoBlank = 0.05F;
 /// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
 constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
@@ -67,13 +69,13 @@ void trim(std::u32string& text, std::size_t begin) {
 
 } // namespace
 
-void LineWriter::extendOver(const Letter& further, Letter& letter, float size) {
+void LineWriter::extendOver(float left, float right, float size, Letter& letter) {
     const bool isMark = letter.right == letter.left; // the text of the cluster is with a glyph above its letter
     const float near = (isMark ? kBesideCluster : kKerned) * size;
-    if (further.left - letter.right > near || letter.left - further.right > near) return;
-    if (isMark) letter.left = letter.right = further.left;
-    letter.left = std::min(letter.left, further.left);
-    letter.right = std::max(letter.right, further.right);
+    if (left - letter.right > near || letter.left - right > near) return;
+    if (isMark) letter.left = letter.right = left;
+    letter.left = std::min(letter.left, left);
+    letter.right = std::max(letter.right, right);
 }
 
 void LineWriter::collectSpan(const Span& span) {
@@ -84,32 +86,32 @@ void LineWriter::collectSpan(const Span& span) {
         const Glyph& glyph = page.glyphs[i];
         const std::uint32_t textEnd =
             i + 1 < glyphCount ? page.glyphs[i + 1].text : static_cast<std::uint32_t>(page.text.size());
-        Letter letter;
-        letter.left = span.start + glyph.offset;
-        letter.right = letter.left + glyph.width;
-        if (glyph.width < 0) std::swap(letter.left, letter.right);
+        float left = span.start + glyph.offset;
+        float right = left + glyph.width;
+        if (right < left) std::swap(left, right);
         if (textEnd == glyph.text) {
             // A further glyph of the characters before it: a cluster of an ActualText.
             if (!letters_.empty() && letters_.back().textEnd == glyph.text)
-                extendOver(letter, letters_.back(), span.size);
+                extendOver(left, right, span.size, letters_.back());
             continue;
         }
+        const bool isFirst = letters_.empty();
+        Letter& letter = letters_.emplace_back();
+        letter.left = left;
+        letter.right = right;
+        letter.place = left;
         letter.size = span.size;
         letter.isFromAnnotation = isFromAnnotation;
         letter.textBegin = glyph.text;
         letter.textEnd = textEnd;
         const char32_t first = page.text[glyph.text];
         letter.isBlank = textEnd - glyph.text == 1 && isBlankCharacter(first);
-        hasRightToLeft_ = hasRightToLeft_ || mayBeRightToLeft(first);
-        letter.place = letter.left;
-        if (!letters_.empty()) {
-            const Letter& before = letters_.back();
-            inOrder_ = inOrder_ && letter.left >= before.left;
-            overlaps_ = overlaps_ || letter.left < before.right - kOverlap * letter.size;
-            if (letter.left < before.place && letter.left > before.place - kBackStep * letter.size)
-                letter.place = before.place;
-        }
-        letters_.push_back(letter);
+        if (mayBeRightToLeft(first)) hasRightToLeft_ = true;
+        if (isFirst) continue;
+        const Letter& before = (&letter)[-1];
+        if (left < before.right - kOverlap * span.size) overlaps_ = true;
+        if (left < before.left) inOrder_ = false;
+        if (left < before.place && left > before.place - kBackStep * span.size) letter.place = before.place;
     }
 }
 
@@ -145,19 +147,25 @@ void LineWriter::dropRepeated() {
 float LineWriter::thresholdOfLetters() {
     gaps_.clear();
     float drawnBlank = 0;
+    float widest = 0;
     const Letter* before = nullptr;
     for (const Letter& letter : letters_) {
-        if (letter.size <= 0) continue;
         if (letter.isBlank) {
-            drawnBlank = std::max(drawnBlank, (letter.right - letter.left) / letter.size);
+            if (letter.right - letter.left > drawnBlank * letter.size)
+                drawnBlank = (letter.right - letter.left) / letter.size;
+        } else if (letter.right == letter.left) {
+            continue; // a mark
         } else if (before != nullptr && !before->isBlank) {
             const float size = std::max(letter.size, before->size);
-            gaps_.push_back({(letter.left - before->right) / size, isAlphabetic(page_.text[before->textEnd - 1]) &&
-                                                                       isAlphabetic(page_.text[letter.textBegin])});
+            const float width = (letter.left - before->right) / size;
+            widest = std::max(widest, width);
+            gaps_.push_back(
+                {width, isAlphabetic(page_.text[before->textEnd - 1]) && isAlphabetic(page_.text[letter.textBegin])});
         }
         before = &letter;
     }
-    return blankThreshold(gaps_, drawnBlank);
+    // Most lines of documents that draw their blanks have no other gaps to judge.
+    return widest < kNoBlank ? kNoBlank : blankThreshold(gaps_, drawnBlank);
 }
 
 bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {
@@ -199,8 +207,12 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
             if (drawn || isBlankBetween(*before, letter, threshold)) out.push_back(U' ');
         }
-        appendLetter(letter, out);
-        before = &letter;
+        const char32_t c = page_.text[letter.textBegin];
+        if (letter.textEnd - letter.textBegin == 1 && c < kFirstPresentationForm && c != kSoftHyphen)
+            out.push_back(c);
+        else
+            appendLetter(letter, out);
+        if (letter.right > letter.left || before == nullptr) before = &letter; // not a mark
         blank = false;
     }
 }

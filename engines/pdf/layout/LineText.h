@@ -40,7 +40,7 @@ private:
 
     void collect(std::span<const std::uint32_t> spans);
     void collectSpan(const Span& span);
-    static void extendOver(const Letter& further, Letter& letter, float size);
+    static void extendOver(float left, float right, float size, Letter& letter);
     void sortLetters();
     void dropRepeated();
     void writeFromTheLeft(std::u32string& out);
