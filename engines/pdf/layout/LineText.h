@@ -5,6 +5,7 @@
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -30,6 +31,7 @@ private:
         float size = 0;
         std::uint32_t textBegin = 0;
         std::uint32_t textEnd = 0;
+        std::uint8_t rank = 0; ///< of a mark among those with the place of its letter
         bool isBlank = false;
         bool isFromAnnotation = false;
 
@@ -38,11 +40,16 @@ private:
 
     void collect(std::span<const std::uint32_t> spans);
     void collectSpan(const Span& span);
+    static void extendOver(float left, float right, float size, Letter& letter);
     void sortLetters();
     void dropRepeated();
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
     void attachMarks();
+    [[nodiscard]] bool beginsWithItsEnd();
+    void joinSignsToNumbers();
+    void countBrackets();
+    [[nodiscard]] bool isPageFromTheRight();
     [[nodiscard]] float thresholdOfLetters();
     [[nodiscard]] bool isBlankBetween(const Letter& before, const Letter& after, float threshold) const;
     void appendLetter(const Letter& letter, std::u32string& out) const;
@@ -52,6 +59,11 @@ private:
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
     std::vector<Gap> gaps_;
+    std::uint64_t marksBefore_ = 0; ///< marks that the stream draws just before their letter, so far
+    std::uint64_t marksBehind_ = 0;
+    std::uint64_t seenBrackets_ = 0;    ///< pairs whose characters are what is seen, so far
+    std::uint64_t logicalBrackets_ = 0; ///< pairs whose characters are those of the text
+    std::optional<bool> isPageFromTheRight_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;

@@ -107,5 +107,68 @@ TEST(PdfLineText, aFieldIsApartFromItsLabel) {
     EXPECT_EQ(textOf(builder), "choice first\n");
 }
 
+TEST(PdfLineText, noBreakSpacesAroundALineAreNotSeen) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"\u00A0a\u00A0b\u00A0").text(10, 600, U"\u00A0")), "a\u00A0b\n");
+}
+
+TEST(PdfLineText, aSoftHyphenThatIsDrawnIsAHyphen) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"non\u00ADGNU")), "non-GNU\n");
+    EXPECT_EQ(
+        textOf(
+            PageBuilder().text(10, 700, U"con").letter(0).text(25, 700, U"\u00AD").letter(0.5F).text(25, 700, U"vert")),
+        "convert\n");
+}
+
+TEST(PdfLineText, marksFromTheRightGoBehindTheirLetter) {
+    // Shaped text, drawn from the left: the mark comes before its letter, and may begin to the left of it.
+    PageBuilder shaped;
+    shaped.text(10, 700, U"رب").letter(0).text(19.5F, 702, U"ً").letter(0.5F).text(20, 700, U"ق");
+    EXPECT_EQ(textOf(shaped), "قًبر\n");
+    // Drawn after its letter.
+    PageBuilder behind;
+    behind.text(10, 700, U"רב").letter(0).text(17, 700, U"ּ").letter(0.5F).text(20, 700, U"ק");
+    EXPECT_EQ(textOf(behind), "קבּר\n");
+}
+
+TEST(PdfLineText, aMarkThatHasTheTextOfItsClusterHasItsPlaceToo) {
+    PageBuilder cluster;
+    cluster.text(10, 700, U"م ").letter(0).cluster(18, 702, U"اً").letter(0.5F).cluster(20, 700, {}).text(25, 700, U"ب");
+    EXPECT_EQ(textOf(cluster), "باً م\n");
+}
+
+TEST(PdfLineText, bracketsFromTheRightAreMirrored) {
+    // What is seen, from the left: the bracket at the left closes.
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"(ג) בא")), "אב (ג)\n");
+    // What they are: the producer has turned them already.
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U")ג( בא")), "אב (ג)\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"(PDF) בא")), "אב (PDF)\n");
+}
+
+TEST(PdfLineText, percentSignsGoWithTheirNumber) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"99.9% אבג")), "גבא 99.9%\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"%50 ابج")), "جبا 50%\n");
+}
+
+TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
+    const auto page = [] {
+        PageBuilder builder;
+        builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+        return builder;
+    };
+    EXPECT_EQ(textOf(page().text(10, 700, U"Extended Introduction :אובמ")),
+              "טקסט רב בעברית\nעוד בעברית\nמבוא: Extended Introduction\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U"Lines of Latin stay.")),
+              "טקסט רב בעברית\nעוד בעברית\nLines of Latin stay.\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"The word for introduction is אובמ")),
+              "The word for introduction is מבוא\n");
+}
+
+TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
+    PageBuilder builder;
+    builder.text(100, 700, U"ןושאר").text(10, 700, U"ינש");
+    EXPECT_EQ(textOf(builder), "ראשון שני\n");
+}
+
 } // namespace
 } // namespace quillow::pdf

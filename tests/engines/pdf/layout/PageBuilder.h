@@ -51,6 +51,14 @@ public:
         return *this;
     }
 
+    /// A run of one glyph with all those characters, or none.
+    PageBuilder& cluster(float x, float y, std::u32string_view characters) {
+        text(x, y, U"?");
+        page_.text.pop_back();
+        page_.text.append(characters);
+        return *this;
+    }
+
     /// Glyphs without characters behind the last run's, as the further ones of a cluster with an ActualText are.
     PageBuilder& glyphsWithoutText(std::uint32_t count) {
         Run& run = page_.runs.back();
