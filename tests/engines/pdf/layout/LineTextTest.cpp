@@ -170,5 +170,17 @@ TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
     EXPECT_EQ(textOf(builder), "ראשון שני\n");
 }
 
+TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"M\u00A8").text(15, 700, U"unster")), "Münster\n") << "accent first";
+    EXPECT_EQ(
+        textOf(
+            PageBuilder().text(10, 700, U"Fran").text(30, 700, U"c").text(30.5F, 700, U"\u00B8").text(35, 700, U"ais")),
+        "Français\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
+              "naïve\n")
+        << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
+}
+
 } // namespace
 } // namespace quillow::pdf
