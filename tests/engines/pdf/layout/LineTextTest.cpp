@@ -182,5 +182,23 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
 }
 
+TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
+    PageBuilder builder;
+    builder.size(40)
+        .text(10, 700, U"T")
+        .size(10)
+        .lines(32, 724, {U"his is the first line", U"and the second one", U"a third"});
+    builder.text(10, 688, U"below it");
+    EXPECT_EQ(textOf(builder).substr(0, 42), "This is the first line\nand the second one\n");
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"x")
+                         .size(6)
+                         .text(15, 704, U"2")
+                         .text(15, 697, U"i")
+                         .size(10)
+                         .text(18, 700, U"=")),
+              "x2i=\n");
+}
+
 } // namespace
 } // namespace quillow::pdf
