@@ -378,7 +378,8 @@ void LineWriter::countBrackets() {
     }
 }
 
-/// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the stream.
+/// From the left. In text that goes to the right, what is a small step back in the stream keeps the order of the
+/// stream.
 void LineWriter::sortLetters() {
     std::stable_sort(letters_.begin(), letters_.end(), [](const Letter& a, const Letter& b) {
         return a.place < b.place || (a.place == b.place && a.rank < b.rank);

@@ -59,7 +59,8 @@ struct Stretch {
     [[nodiscard]] float middle() const { return kFirst + (static_cast<float>(first + end) / 2) * kBin; }
 };
 
-/// The stretch around a bin, or an empty one if the bin has gaps. It begins at `low` or above and ends at `high` or below.
+/// The stretch around a bin, or an empty one if the bin has gaps. It begins at `low` or above and ends at `high` or
+/// below.
 Stretch stretchAround(const Histogram& histogram, std::size_t bin, std::size_t low, std::size_t high) {
     Stretch found{bin, bin};
     while (found.end < high && histogram[found.end] == 0)
@@ -70,8 +71,8 @@ Stretch stretchAround(const Histogram& histogram, std::size_t bin, std::size_t l
     return found;
 }
 
-/// The middle of the stretch that the usual threshold is in: it parts the gaps inside words from those between words. If
-/// gaps are just there, they are blanks unless there are too many of them.
+/// The middle of the stretch that the usual threshold is in: it parts the gaps inside words from those between words.
+/// If gaps are just there, they are blanks unless there are too many of them.
 float thresholdNear(const Histogram& histogram, std::size_t count, float spacing, float usual) {
     const std::size_t low = binOf(spacing + kKerning);
     const std::size_t high = binOf(spacing + kSurelyBlank);
