@@ -7,8 +7,8 @@ namespace quillow::pdf {
 
 namespace {
 
-/// The letters of one accent, each followed by itself with the accent (canonical decompositions of UnicodeData.txt, those
-/// of Latin letters with one accent).
+/// The letters of one accent, each followed by itself with the accent (canonical decompositions of UnicodeData.txt,
+/// those of Latin letters with one accent).
 struct Accent {
     std::u32string_view characters; ///< that fonts have for the accent
     std::u32string_view letters;

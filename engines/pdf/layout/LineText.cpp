@@ -195,8 +195,8 @@ void LineWriter::appendLetter(const Letter& letter, std::u32string& out) const {
     }
 }
 
-/// Of a letter and an accent over it, in whichever order they are drawn, writes the accented letter in place of the first
-/// one, which has been written.
+/// Of a letter and an accent over it, in whichever order they are drawn, writes the accented letter in place of the
+/// first one, which has been written.
 bool LineWriter::compose(const Letter& before, const Letter& letter, std::u32string& out) const {
     if (out.empty() || letter.textEnd - letter.textBegin != 1) return false;
     const bool accentIsFirst = isAccent(out.back());
@@ -238,8 +238,9 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
     }
 }
 
-/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text that
-/// is shaped for the right and drawn from the left has a mark before its letter; other producers draw it afterwards.
+/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text
+/// that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
+/// afterwards.
 void LineWriter::attachMarks() {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
     constexpr std::size_t kMostMarks = 8; // of one letter
@@ -361,8 +362,8 @@ void LineWriter::joinSignsToNumbers() {
     }
 }
 
-/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical order an
-/// opening bracket comes first.
+/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical
+/// order an opening bracket comes first.
 void LineWriter::countBrackets() {
     char32_t open = 0; // the bracket that a pair began with
     for (const Cluster& cluster : clusters_) {
