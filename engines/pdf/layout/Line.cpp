@@ -20,6 +20,8 @@ constexpr float kSameSize = 0.8F;
 constexpr float kWideGap = 1.2F;
 /// A span that comes later, not behind its line, belongs to it only if it is as near as a word is. In ems.
 constexpr float kLateGap = 0.5F;
+/// Superscripts above subscripts, and limits of sums, are shorter. In ems of their own.
+constexpr float kLongestScript = 3;
 /// Height of the bands in which earlier lines are looked for, in points.
 constexpr float kBand = 8;
 
@@ -27,11 +29,14 @@ constexpr float kBand = 8;
 constexpr std::size_t kMostLooked = 32;
 
 template <class Item>
+bool haveSameSize(const Line& line, const Item& item) {
+    return std::min(line.size, item.size) >= kSameSize * std::max(line.size, item.size);
+}
+
+template <class Item>
 bool haveSameBaseline(const Line& line, const Item& item) {
-    const float larger = std::max(line.size, item.size);
-    const float smaller = std::min(line.size, item.size);
-    if (smaller < kSameSize * larger) return true; // the overlap decides
-    return std::abs(line.baseline - item.baseline) < kSameBaseline * larger;
+    if (!haveSameSize(line, item)) return true; // the overlap decides
+    return std::abs(line.baseline - item.baseline) < kSameBaseline * std::max(line.size, item.size);
 }
 
 /// How far a span or line is from the line horizontally; negative if they overlap.
@@ -74,15 +79,14 @@ public:
 private:
     /// Returns the line that the span joins.
     std::uint32_t add(const Span& span) {
-        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap)) {
-            extend(lines_[current_], span);
-            return current_;
-        }
-        current_ = earlierLine(span);
+        if (current_ == lines_.size() || !belongsTo(lines_[current_], span, kWideGap) || isBelowLast(current_, span))
+            current_ = earlierLine(span);
         if (current_ < lines_.size()) {
             extend(lines_[current_], span);
+            last_[current_] = span;
             return current_;
         }
+        last_.push_back(span);
         Line& line = lines_.emplace_back();
         line.left = span.left;
         line.right = span.right;
@@ -92,6 +96,15 @@ private:
         line.size = span.size;
         bands_[bandOf(span.baseline)].push_back(current_);
         return current_;
+    }
+
+    /// Whether the span is another line of small text beside a drop cap or a large figure.
+    [[nodiscard]] bool isBelowLast(std::uint32_t line, const Span& span) const {
+        const Span& last = last_[line];
+        if (std::max(last.size, span.size) >= kSameSize * lines_[line].size) return false;
+        const float common = std::min(last.right, span.right) - std::max(last.left, span.left);
+        return common > kLongestScript * span.size &&
+               std::abs(last.baseline - span.baseline) > kSameBaseline * span.size;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
@@ -105,7 +118,7 @@ private:
             const std::vector<std::uint32_t>& entries = found->second;
             for (std::size_t i = entries.size() - std::min(entries.size(), kMostLooked); i < entries.size(); ++i) {
                 const Line& line = lines_[entries[i]];
-                if (!belongsTo(line, span, kLateGap)) continue;
+                if (!belongsTo(line, span, kLateGap) || isBelowLast(entries[i], span)) continue;
                 const float gap = gapBetween(line, span);
                 if (best != lines_.size() && gap >= bestGap) continue;
                 best = entries[i];
@@ -127,8 +140,9 @@ private:
         });
         for (std::size_t i = 1; i < order.size(); ++i) {
             const std::uint32_t before = target_[order[i - 1]];
-            if (lines_[before].baseline != lines_[order[i]].baseline ||
-                !belongsTo(lines_[before], lines_[order[i]], kLateGap))
+            const Line& line = lines_[order[i]];
+            if (lines_[before].baseline != line.baseline || !haveSameSize(lines_[before], line) ||
+                !belongsTo(lines_[before], line, kLateGap))
                 continue;
             const auto [first, second] = std::minmax(before, order[i]);
             extend(lines_[first], lines_[second]);
@@ -168,6 +182,7 @@ private:
 
     const Orientation& orientation_;
     std::vector<Line> lines_;
+    std::vector<Span> last_;            ///< of each line, what joined it last
     std::vector<std::uint32_t> lineOf_; ///< of each span
     std::vector<std::uint32_t> target_; ///< the line that each line has been joined to
     std::uint32_t current_ = 0;

@@ -1,5 +1,6 @@
 #include "engines/pdf/layout/LineText.h"
 
+#include "engines/pdf/layout/Accents.h"
 #include "engines/pdf/layout/PresentationForms.h"
 
 #include <algorithm>
@@ -194,6 +195,21 @@ void LineWriter::appendLetter(const Letter& letter, std::u32string& out) const {
     }
 }
 
+/// Of a letter and an accent over it, in whichever order they are drawn, writes the accented letter in place of the
+/// first one, which has been written.
+bool LineWriter::compose(const Letter& before, const Letter& letter, std::u32string& out) const {
+    if (out.empty() || letter.textEnd - letter.textBegin != 1) return false;
+    const bool accentIsFirst = isAccent(out.back());
+    const Letter& accent = accentIsFirst ? before : letter;
+    const Letter& base = accentIsFirst ? letter : before;
+    if (accent.middle() < base.left || accent.middle() > base.right) return false;
+    const char32_t c = page_.text[letter.textBegin];
+    const char32_t whole = accentIsFirst ? composed(c, out.back()) : composed(out.back(), c);
+    if (whole == 0) return false;
+    out.back() = whole;
+    return true;
+}
+
 void LineWriter::writeFromTheLeft(std::u32string& out) {
     const float threshold = thresholdOfLetters();
     const Letter* before = nullptr;
@@ -204,6 +220,11 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
             continue;
         }
         if (before != nullptr) {
+            if (letter.left < before->right && compose(*before, letter, out)) {
+                if (letter.right > before->right) before = &letter;
+                blank = false;
+                continue;
+            }
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
             if (drawn || isBlankBetween(*before, letter, threshold)) out.push_back(U' ');
         }
@@ -217,8 +238,9 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
     }
 }
 
-/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text that
-/// is shaped for the right and drawn from the left has a mark before its letter; other producers draw it afterwards.
+/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text
+/// that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
+/// afterwards.
 void LineWriter::attachMarks() {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
     constexpr std::size_t kMostMarks = 8; // of one letter
@@ -340,8 +362,8 @@ void LineWriter::joinSignsToNumbers() {
     }
 }
 
-/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical order an
-/// opening bracket comes first.
+/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical
+/// order an opening bracket comes first.
 void LineWriter::countBrackets() {
     char32_t open = 0; // the bracket that a pair began with
     for (const Cluster& cluster : clusters_) {

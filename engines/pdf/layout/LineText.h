@@ -43,6 +43,7 @@ private:
     static void extendOver(float left, float right, float size, Letter& letter);
     void sortLetters();
     void dropRepeated();
+    [[nodiscard]] bool compose(const Letter& before, const Letter& letter, std::u32string& out) const;
     void writeFromTheLeft(std::u32string& out);
     void writeMixed(std::u32string& out);
     void attachMarks();

@@ -170,5 +170,35 @@ TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
     EXPECT_EQ(textOf(builder), "ראשון שני\n");
 }
 
+TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"M\u00A8").text(15, 700, U"unster")), "Münster\n") << "accent first";
+    EXPECT_EQ(
+        textOf(
+            PageBuilder().text(10, 700, U"Fran").text(30, 700, U"c").text(30.5F, 700, U"\u00B8").text(35, 700, U"ais")),
+        "Français\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
+              "naïve\n")
+        << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
+}
+
+TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
+    PageBuilder builder;
+    builder.size(40)
+        .text(10, 700, U"T")
+        .size(10)
+        .lines(32, 724, {U"his is the first line", U"and the second one", U"a third"});
+    builder.text(10, 688, U"below it");
+    EXPECT_EQ(textOf(builder).substr(0, 42), "This is the first line\nand the second one\n");
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"x")
+                         .size(6)
+                         .text(15, 704, U"2")
+                         .text(15, 697, U"i")
+                         .size(10)
+                         .text(18, 700, U"=")),
+              "x2i=\n");
+}
+
 } // namespace
 } // namespace quillow::pdf
