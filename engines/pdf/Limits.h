@@ -13,13 +13,11 @@ inline constexpr std::size_t kMaximumPages = 100'000;
 inline constexpr std::size_t kMaximumMissingPages = 1'000;
 /// Bytes of text.
 inline constexpr std::size_t kMaximumText = std::size_t{512} << 20;
-/// Operators of the content of a page, with its forms and annotations; look-ups and long strings count as several. The
-/// largest maps have some millions.
+/// Operators of the content of a page, with its forms and annotations; look-ups, long strings and the
+/// bytes themselves count too. The largest maps have some millions.
 inline constexpr std::size_t kMaximumOperators = 20'000'000;
 /// The same of all pages that one reader reads: many pages may share one content stream.
 inline constexpr std::size_t kMaximumOperatorsOfDocument = 200'000'000;
-/// Decoded bytes of content of all pages that one reader reads.
-inline constexpr std::size_t kMaximumContentOfDocument = std::size_t{2} << 30;
 
 /// The highest object number: that of annex C for readers whose integers have 32 bits.
 inline constexpr std::size_t kMaximumObjectNumber = 8'388'607;

@@ -7,6 +7,9 @@ namespace quillow::pdf {
 
 namespace {
 
+/// What the budget is charged, in operators.
+constexpr std::size_t kCostOfAnnotation = 50;
+
 /// Annotation flags (12.5.3).
 constexpr std::int64_t kHidden = 1 << 1;
 constexpr std::int64_t kNoView = 1 << 5;
@@ -14,8 +17,8 @@ constexpr std::int64_t kNoView = 1 << 5;
 constexpr std::array<std::string_view, 3> kShownTypes{"Widget", "FreeText", "Stamp"};
 
 Rectangle boxAround(const Matrix& matrix, const Rectangle& r) {
-    const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom), matrix.apply(r.left, r.top),
-                             matrix.apply(r.right, r.top)};
+    const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom),
+                             matrix.apply(r.left, r.top), matrix.apply(r.right, r.top)};
     Rectangle box{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
     for (const Vector& corner : corners) {
         box.left = std::min(box.left, corner.x);
@@ -40,9 +43,11 @@ Matrix placingMatrix(const Rectangle& box, const Rectangle& place) {
 
 void Annotations::show(const PageNode& node, const Matrix& toPage, Page& page) {
     const Object list = document_.get(node.dictionary, "Annots");
-    const auto items = list.array();
-    for (const Object& item : items.first(std::min(items.size(), kMaximumAnnotations)))
+    interpreter_.endRun();
+    for (const Object& item : list.array()) {
+        if (!interpreter_.spend(kCostOfAnnotation)) return;
         showAnnotation(document_.resolve(item).dictionary(), toPage, page);
+    }
 }
 
 bool Annotations::isShown(const Dictionary& annotation) {
@@ -53,11 +58,15 @@ bool Annotations::isShown(const Dictionary& annotation) {
 }
 
 void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toPage, Page& page) {
-    static_cast<void>(page);
     if (!isShown(annotation)) return;
     const Rectangle place = rectangleOf(document_, annotation.find("Rect"), {});
+    if (place.right <= place.left || place.top <= place.bottom) return;
     const StreamContent* const appearance = appearanceOf(annotation);
+    const std::size_t runs = page.runs.size();
     if (appearance != nullptr) showAppearance(*appearance, place, toPage);
+    const bool isField = document_.get(annotation, "Subtype").isName("Widget");
+    const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
+    if (isField && isToMake) fields_.write(annotation, place, toPage, page);
 }
 
 /// The normal appearance: a form, or one for each state of which /AS names the current one.

@@ -43,9 +43,9 @@ constexpr char32_t kReplacement = 0xFFFD;
 } // namespace
 
 struct PageReader::State {
-    State(Document& file, FontCache& fonts)
+    State(Document& file, FontCache& fonts, const ContentLimits& limits)
         : document(file)
-        , interpreter(file, fonts)
+        , interpreter(file, fonts, limits)
         , annotations(file, interpreter) {}
 
     void readContents(const PageNode& node);
@@ -59,8 +59,8 @@ struct PageReader::State {
     std::uint64_t damaged = 0;
 };
 
-PageReader::PageReader(Document& document, FontCache& fonts)
-    : state_(std::make_unique<State>(document, fonts)) {}
+PageReader::PageReader(Document& document, FontCache& fonts, const ContentLimits& limits)
+    : state_(std::make_unique<State>(document, fonts, limits)) {}
 
 PageReader::~PageReader() = default;
 

@@ -31,12 +31,8 @@ void TextWriter::beginPage(Page& page) {
     setMatrix({});
 }
 
-void TextWriter::endPage() {
-    closeRun();
-}
-
 void TextWriter::setFlags(std::uint8_t flags) {
-    closeRun();
+    endRun();
     flags_ = flags;
 }
 
@@ -83,7 +79,7 @@ bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
     if (isOnOpenLine(start)) {
         along_ = (start.x - lineOrigin_.x) * frame_.direction.x + (start.y - lineOrigin_.y) * frame_.direction.y;
     } else {
-        closeRun();
+        endRun();
         lineOrigin_ = start;
         along_ = 0;
     }
@@ -156,8 +152,8 @@ void TextWriter::showActualText(std::string_view codes) {
     while (p < end) {
         const FontGlyph& glyph = font.next(p, end);
         const double width = advanceOf(glyph);
-        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()),
-                                 static_cast<float>(along_ - runStart_), static_cast<float>(width)});
+        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along_ - runStart_),
+                                 static_cast<float>(width)});
         page_->text += marks_->takeActualText();
         along_ += width + characterStep_;
         if (glyph.isWordSpace) along_ += wordStep_;
@@ -165,7 +161,7 @@ void TextWriter::showActualText(std::string_view codes) {
 }
 
 void TextWriter::openRun() {
-    closeRun();
+    endRun();
     isOpen_ = true;
     runStart_ = along_;
     runFrame_ = frame_;
@@ -174,8 +170,7 @@ void TextWriter::openRun() {
     runClip_ = state_->clip;
     run_ = {};
     run_.firstGlyph = static_cast<std::uint32_t>(page_->glyphs.size());
-    run_.origin =
-        pointOf({lineOrigin_.x + along_ * frame_.direction.x, lineOrigin_.y + along_ * frame_.direction.y});
+    run_.origin = pointOf({lineOrigin_.x + along_ * frame_.direction.x, lineOrigin_.y + along_ * frame_.direction.y});
     run_.direction = pointOf(frame_.direction);
     run_.fontSize = static_cast<float>(frame_.fontSize);
     run_.ascent = static_cast<float>(frame_.ascent);
@@ -188,7 +183,7 @@ void TextWriter::openRun() {
 }
 
 /// Adds the run to the page if somebody can see it.
-void TextWriter::closeRun() {
+void TextWriter::endRun() {
     if (!isOpen_) return;
     isOpen_ = false;
     run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;

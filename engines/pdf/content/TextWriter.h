@@ -27,8 +27,8 @@ class TextWriter {
 public:
     /// `page` is empty but for its crop box.
     void beginPage(Page& page);
-    /// Ends the last run.
-    void endPage();
+    /// Ends the run that is being written. Must be called after the last one.
+    void endRun();
 
     /// Flags for everything that is shown from now on, beside those of the marks.
     void setFlags(std::uint8_t flags);
@@ -67,7 +67,6 @@ private:
     [[nodiscard]] bool goesOn() const;
     [[nodiscard]] bool hasRoom(std::size_t codes);
     void openRun();
-    void closeRun();
     void showActualText(std::string_view codes);
     template <bool isVertical>
     void showGlyphs(std::string_view codes);
@@ -89,9 +88,9 @@ private:
 
     // The line of the strings that are being shown. Lengths along it count from lineOrigin_.
     Vector lineOrigin_;
-    double along_ = 0;      ///< the pen
-    double showStart_ = 0;  ///< the pen at `beginShow`
-    double stringEnd_ = 0;  ///< the pen behind the last string
+    double along_ = 0;     ///< the pen
+    double showStart_ = 0; ///< the pen at `beginShow`
+    double stringEnd_ = 0; ///< the pen behind the last string
     double characterStep_ = 0;
     double wordStep_ = 0;
 
