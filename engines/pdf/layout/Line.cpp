@@ -18,6 +18,14 @@ constexpr float kSameSize = 0.8F;
 constexpr float kWideGap = 1.2F;
 /// A span that comes later, not behind its line, belongs to it only if it is as near as a word is. In ems.
 constexpr float kLateGap = 0.5F;
+/// Letters more than so much larger than those beside them are drop caps or headings beside text; superscripts of
+/// superscripts are half as large as the text.
+constexpr float kMuchLarger = 2.1F;
+/// Such lines are one only if their baselines or their tops differ by less, in ems of the smaller ones: two or three lines
+/// are beside a drop cap, and it belongs to the first of them.
+constexpr float kAligned = 0.4F;
+/// A drop cap has at most so many glyphs: a quotation mark, a letter and a blank.
+constexpr std::size_t kDropCap = 3;
 /// Height of the bands in which earlier lines are looked for, in points.
 constexpr float kBand = 8;
 
@@ -26,6 +34,15 @@ bool haveSameBaseline(const Line& line, const Span& span) {
     const float smaller = std::min(line.size, span.size);
     if (smaller < kSameSize * larger) return true; // the overlap decides
     return std::abs(line.baseline - span.baseline) < kSameBaseline * larger;
+}
+
+template <class A, class B>
+bool isMuchLarger(const A& a, const B& b) {
+    return a.size > kMuchLarger * b.size;
+}
+
+bool areAligned(const Line& line, const Span& span, float size) {
+    return std::abs(line.baseline - span.baseline) < kAligned * size || std::abs(line.top - span.top) < kAligned * size;
 }
 
 /// How far a span is from the line horizontally; negative if they overlap.
@@ -63,6 +80,8 @@ private:
     }
 
     static bool belongsTo(const Line& line, const Span& span, float gap) {
+        if (isMuchLarger(line, span) && !areAligned(line, span, span.size)) return false;
+        if (isMuchLarger(span, line) && !areAligned(line, span, line.size)) return false;
         if (verticalOverlap(line, span) < kSameLine || !haveSameBaseline(line, span)) return false;
         return gapBetween(line, span) < gap * std::max(line.size, span.size);
     }
@@ -86,13 +105,19 @@ private:
         return best;
     }
 
+    /// Whether all but the last span of a line is a drop cap.
+    [[nodiscard]] bool isDropCap(const Line& line) const {
+        return line.spans.size() == 2 && orientation_.spans[line.spans.front()].glyphCount <= kDropCap;
+    }
+
     void join(std::size_t at, std::uint32_t index) {
         Line& line = lines_[at];
         const Span& span = orientation_.spans[index];
         line.spans.push_back(index);
         line.left = std::min(line.left, span.left);
         line.right = std::max(line.right, span.right);
-        if (span.size > line.size) {
+        const bool followsDropCap = isMuchLarger(line, span) && isDropCap(line) && span.left >= line.left;
+        if (span.size > line.size || followsDropCap) {
             line.size = span.size;
             line.baseline = span.baseline;
             line.bottom = span.bottom;

@@ -91,5 +91,19 @@ TEST(PdfOrder, labelsBesideTextAreNotColumns) {
     EXPECT_EQ(textOf(builder), expected);
 }
 
+TEST(PdfOrder, aDropCapBelongsToItsWord) {
+    PageBuilder builder;
+    builder.size(30).text(10, 676, U"T").size(10).text(26, 690, U"his is the first line");
+    builder.text(26, 678, U"beside the large letter").text(10, 664, U"and the third is below it");
+    EXPECT_EQ(textOf(builder), "This is the first line\nbeside the large letter\nand the third is below it\n");
+}
+
+TEST(PdfOrder, aLargeNumberIsNotMixedWithTheLinesBesideIt) {
+    PageBuilder builder;
+    builder.size(30).text(10, 680, U"75%").size(10);
+    builder.text(60, 694, U"of the load has").text(60, 682, U"customers nearly");
+    EXPECT_EQ(textOf(builder), "75% of the load has\ncustomers nearly\n");
+}
+
 } // namespace
 } // namespace quillow::pdf
