@@ -94,21 +94,27 @@ private:
         block.top = std::max(block.top, item.top);
     }
 
-    /// Whether the stream goes back from one block of a region to the next one.
-    [[nodiscard]] bool goesBack(std::uint32_t before, std::uint32_t after) const {
-        const Block& block = blocks_[before];
-        return stepBetween(items_[block.first + block.count - 1], items_[blocks_[after].first]) == Step::goesBack;
-    }
-
-    [[nodiscard]] bool goesBackAnywhere(std::span<const std::uint32_t> blocks) const {
-        for (std::size_t i = 1; i < blocks.size(); ++i)
-            if (goesBack(blocks[i - 1], blocks[i])) return true;
-        return false;
+    /// Notes where the stream goes back within a region. Returns whether it does so anywhere.
+    bool findStepsBack(std::span<const std::uint32_t> blocks) {
+        isStepBack_.assign(blocks.size(), false);
+        bool any = false;
+        float highest = blocks_[blocks[0]].top;
+        for (std::size_t i = 1; i < blocks.size(); ++i) {
+            const Block& before = blocks_[blocks[i - 1]];
+            const Block& block = blocks_[blocks[i]];
+            // A column to the right may begin higher, but not above all that is to the left of it.
+            const bool isAboveAll = block.bottom > highest - kTouch;
+            isStepBack_[i] = isAboveAll || stepBetween(items_[before.first + before.count - 1],
+                                                       items_[block.first]) == Step::goesBack;
+            any = any || isStepBack_[i];
+            highest = std::max(highest, block.top);
+        }
+        return any;
     }
 
     /// Puts the blocks of a region, which are in content order, into reading order.
     void sort(std::span<std::uint32_t> blocks, int depth) {
-        if (blocks.size() < 2 || depth == 0 || !goesBackAnywhere(blocks)) return;
+        if (blocks.size() < 2 || depth == 0 || !findStepsBack(blocks)) return;
         byLeft_.assign(blocks.begin(), blocks.end());
         std::stable_sort(byLeft_.begin(), byLeft_.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].left < blocks_[b].left; });
@@ -150,7 +156,7 @@ private:
             const std::size_t after = rank_[blocks[i]];
             const auto [first, last] = std::minmax(before, after);
             // A cut between the two removes a step back. It costs a turn if it reads the second one first.
-            const bool back = goesBack(blocks[i - 1], blocks[i]);
+            const bool back = isStepBack_[i];
             const std::ptrdiff_t change = (after < before ? 1 : 0) - (back ? 1 : 0);
             costs_[0] += back ? 1 : 0;
             costs_[first + 1] += change;
@@ -193,6 +199,7 @@ private:
     std::span<const Item> items_;
     std::vector<Block> blocks_;
     std::vector<std::size_t> rank_; ///< of a block in the last sorted list
+    std::vector<bool> isStepBack_;    ///< for each block of the region that is cut
     std::vector<std::uint32_t> byLeft_;
     std::vector<std::uint32_t> byTop_;
     std::vector<std::ptrdiff_t> costs_;

@@ -91,6 +91,12 @@ TEST(PdfOrder, labelsBesideTextAreNotColumns) {
     EXPECT_EQ(textOf(builder), expected);
 }
 
+TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
+    PageBuilder builder;
+    prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
+    EXPECT_EQ(textOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
+}
+
 TEST(PdfOrder, aDropCapBelongsToItsWord) {
     PageBuilder builder;
     builder.size(30).text(10, 676, U"T").size(10).text(26, 690, U"his is the first line");
