@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace quillow::pdf {
@@ -33,6 +34,12 @@ constexpr float kLeastGutter = 5.0F;
 constexpr float kMostGutter = 5.0F;
 /// Boxes may overlap by so much and still be apart: letters reach beyond their boxes. In points.
 constexpr float kTouch = 1.0F;
+/// So many lines on each side of a gutter that goes through the page show whether they are in common rows.
+constexpr std::size_t kLeastIndependent = 8;
+/// A smaller share of lines has the baseline of a line on the other side by chance.
+constexpr float kMostAligned = 0.5F;
+/// So many such lines in succession are rows of a table.
+constexpr std::size_t kRowsOfTable = 3;
 /// A text is compared with so many of the next texts below its top. More are not side by side on a page.
 constexpr std::size_t kMostNeighbours = 16;
 /// More gutters than a page has.
@@ -123,10 +130,9 @@ bool isSameGutter(const Gutter& a, const Gutter& b) {
            b.bottom <= a.top;
 }
 
-/// The gutters between texts side by side.
-std::vector<Gutter> guttersOf(std::vector<Text> texts, std::span<const Line> lines) {
+/// Adds the gutters between texts side by side.
+void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std::vector<Gutter>& gutters) {
     std::sort(texts.begin(), texts.end(), [](const Text& a, const Text& b) { return a.top > b.top; });
-    std::vector<Gutter> gutters;
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const Text& a = texts[i];
         const std::size_t end = std::min(texts.size(), i + 1 + kMostNeighbours);
@@ -143,7 +149,53 @@ std::vector<Gutter> guttersOf(std::vector<Text> texts, std::span<const Line> lin
             gutters.push_back(gutter);
         }
     }
-    return gutters;
+}
+
+/// Whether two sides have no rows in common: lines of the smaller side seldom have the baseline of a line of the other
+/// side, and never several in succession.
+bool areIndependent(std::vector<float>& left, std::vector<float>& right) {
+    if (std::min(left.size(), right.size()) < kLeastIndependent) return false;
+    std::sort(left.begin(), left.end());
+    std::sort(right.begin(), right.end());
+    const std::vector<float>& more = left.size() > right.size() ? left : right;
+    const std::vector<float>& fewer = left.size() > right.size() ? right : left;
+    std::size_t aligned = 0;
+    std::size_t inSuccession = 0;
+    for (const float baseline : fewer) {
+        const auto near = std::lower_bound(more.begin(), more.end(), baseline - kTouch);
+        const bool isAligned = near != more.end() && *near < baseline + kTouch;
+        inSuccession = isAligned ? inSuccession + 1 : 0;
+        if (inSuccession == kRowsOfTable) return false;
+        aligned += isAligned ? 1 : 0;
+    }
+    return static_cast<float>(aligned) < kMostAligned * static_cast<float>(fewer.size());
+}
+
+/// Adds the gutters that go through the whole page and part lines that are not in common rows.
+void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters) {
+    std::vector<std::uint32_t> byLeft(lines.size());
+    std::iota(byLeft.begin(), byLeft.end(), 0U);
+    std::sort(byLeft.begin(), byLeft.end(),
+              [lines](std::uint32_t a, std::uint32_t b) { return lines[a].left < lines[b].left; });
+    float right = std::numeric_limits<float>::max();
+    float bottom = std::numeric_limits<float>::max();
+    float top = std::numeric_limits<float>::lowest();
+    for (const Line& line : lines) {
+        bottom = std::min(bottom, line.bottom);
+        top = std::max(top, line.top);
+    }
+    int tried = 0;
+    for (std::size_t i = 0; i < byLeft.size(); ++i) {
+        const Line& line = lines[byLeft[i]];
+        if (line.left > right + kLeastGutter && tried++ < kMostColumns) {
+            std::vector<float> before;
+            std::vector<float> after;
+            for (std::size_t k = 0; k < byLeft.size(); ++k)
+                (k < i ? before : after).push_back(lines[byLeft[k]].baseline);
+            if (areIndependent(before, after)) gutters.push_back({right, line.left, bottom, top});
+        }
+        right = i == 0 ? line.right : std::max(right, line.right);
+    }
 }
 
 /// Lines that are drawn by rows.
@@ -265,7 +317,9 @@ void unweaveColumns(std::vector<Line>& lines) {
 
 std::vector<std::uint32_t> columnsOf(std::span<const Line> lines) {
     std::vector<std::uint32_t> columns(lines.size());
-    const std::vector<Gutter> gutters = guttersOf(textsOf(lines), lines);
+    std::vector<Gutter> gutters;
+    addGuttersOfPage(lines, gutters);
+    addGuttersOfTexts(textsOf(lines), lines, gutters);
     if (gutters.empty()) return columns;
     // Two bits for each gutter: whether the line is beside it, and on which side.
     std::vector<std::pair<std::uint64_t, std::uint64_t>> places(lines.size());

@@ -36,13 +36,9 @@ bool haveSameBaseline(const Line& line, const Span& span) {
     return std::abs(line.baseline - span.baseline) < kSameBaseline * larger;
 }
 
-template <class A, class B>
-bool isMuchLarger(const A& a, const B& b) {
-    return a.size > kMuchLarger * b.size;
-}
-
-bool areAligned(const Line& line, const Span& span, float size) {
-    return std::abs(line.baseline - span.baseline) < kAligned * size || std::abs(line.top - span.top) < kAligned * size;
+bool areAligned(const Line& line, const Span& span) {
+    const float most = kAligned * std::min(line.size, span.size);
+    return std::abs(line.baseline - span.baseline) < most || std::abs(line.top - span.top) < most;
 }
 
 /// How far a span is from the line horizontally; negative if they overlap.
@@ -80,10 +76,11 @@ private:
     }
 
     static bool belongsTo(const Line& line, const Span& span, float gap) {
-        if (isMuchLarger(line, span) && !areAligned(line, span, span.size)) return false;
-        if (isMuchLarger(span, line) && !areAligned(line, span, line.size)) return false;
+        const float smaller = std::min(line.size, span.size);
+        const float larger = std::max(line.size, span.size);
         if (verticalOverlap(line, span) < kSameLine || !haveSameBaseline(line, span)) return false;
-        return gapBetween(line, span) < gap * std::max(line.size, span.size);
+        if (larger > kMuchLarger * smaller) return areAligned(line, span) && gapBetween(line, span) < gap * smaller;
+        return gapBetween(line, span) < gap * larger;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
@@ -116,7 +113,7 @@ private:
         line.spans.push_back(index);
         line.left = std::min(line.left, span.left);
         line.right = std::max(line.right, span.right);
-        const bool followsDropCap = isMuchLarger(line, span) && isDropCap(line) && span.left >= line.left;
+        const bool followsDropCap = line.size > kMuchLarger * span.size && isDropCap(line) && span.left >= line.left;
         if (span.size > line.size || followsDropCap) {
             line.size = span.size;
             line.baseline = span.baseline;

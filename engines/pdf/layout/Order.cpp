@@ -104,8 +104,8 @@ private:
             const Block& block = blocks_[blocks[i]];
             // A column to the right may begin higher, but not above all that is to the left of it.
             const bool isAboveAll = block.bottom > highest - kTouch;
-            isStepBack_[i] = isAboveAll || stepBetween(items_[before.first + before.count - 1],
-                                                       items_[block.first]) == Step::goesBack;
+            isStepBack_[i] = isAboveAll || stepBetween(items_[before.first + before.count - 1], items_[block.first]) ==
+                                               Step::goesBack;
             any = any || isStepBack_[i];
             highest = std::max(highest, block.top);
         }
@@ -199,7 +199,7 @@ private:
     std::span<const Item> items_;
     std::vector<Block> blocks_;
     std::vector<std::size_t> rank_; ///< of a block in the last sorted list
-    std::vector<bool> isStepBack_;    ///< for each block of the region that is cut
+    std::vector<bool> isStepBack_;  ///< for each block of the region that is cut
     std::vector<std::uint32_t> byLeft_;
     std::vector<std::uint32_t> byTop_;
     std::vector<std::ptrdiff_t> costs_;

@@ -91,6 +91,22 @@ TEST(PdfOrder, labelsBesideTextAreNotColumns) {
     EXPECT_EQ(textOf(builder), expected);
 }
 
+TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
+    PageBuilder builder;
+    std::string left;
+    std::string right;
+    for (int i = 0; i < 9; ++i) {
+        const float y = 700.0F - 23.0F * static_cast<float>(i);
+        builder.text(10, y, U"Item").text(70, y, U"10");
+        left += "Item\t10\n";
+    }
+    for (int i = 0; i < 9; ++i) {
+        builder.text(200, 700.0F - 29.0F * static_cast<float>(i), U"Fact");
+        right += "Fact\n";
+    }
+    EXPECT_EQ(textOf(builder), left + right);
+}
+
 TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
