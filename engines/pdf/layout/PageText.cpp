@@ -130,6 +130,11 @@ private:
                 sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
             }
         }
+        isRightToLeft_ = isRightToLeft();
+        if (isRightToLeft_) {
+            for (Item& item : items)
+                item = {-item.right, -item.left, item.bottom, item.top, item.size};
+        }
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
             if (source >= lines_.size()) {
@@ -141,11 +146,19 @@ private:
         }
     }
 
+    /// Whether most letters of the page are read from right to left: then columns are, too.
+    [[nodiscard]] bool isRightToLeft() const {
+        std::size_t count = 0;
+        for (const char32_t c : text_)
+            count += (c >= 0x0590 && c <= 0x08FF) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF) ? 1 : 0;
+        return 2 * count > text_.size();
+    }
+
     void addLine(std::uint32_t index) {
         const Line& line = lines_[index];
         constexpr float kSameRow = 0.5F;
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow &&
-            line.left >= rows_.back().right) {
+            (line.left >= rows_.back().right || (isRightToLeft_ && line.right <= rows_.back().left))) {
             rows_.back().cells.push_back({index});
             extend(rows_.back(), line);
         } else {
@@ -176,6 +189,7 @@ private:
     std::vector<Ruling> rulings_;
     std::vector<Table> tables_;
     std::vector<Row> rows_;
+    bool isRightToLeft_ = false;
 };
 
 } // namespace

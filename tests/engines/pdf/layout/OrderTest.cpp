@@ -107,6 +107,13 @@ TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
     EXPECT_EQ(textOf(builder), left + right);
 }
 
+TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
+    PageBuilder builder;
+    prose(builder, 10, 700, U"תש רק צפ עס", 3);
+    prose(builder, 170, 700, U"הד גב א", 3);
+    EXPECT_EQ(textOf(builder), repeated("א בג דה", 3) + repeated("סע פצ קר שת", 3));
+}
+
 TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
