@@ -148,10 +148,11 @@ private:
 
     /// Whether most letters of the page are read from right to left: then columns are, too.
     [[nodiscard]] bool isRightToLeft() const {
-        std::size_t count = 0;
-        for (const char32_t c : text_)
-            count += (c >= 0x0590 && c <= 0x08FF) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF) ? 1 : 0;
-        return 2 * count > text_.size();
+        const auto isRightToLeft = [](char32_t c) {
+            return (c >= 0x0590 && c <= 0x08FF) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF);
+        };
+        const auto count = std::count_if(text_.begin(), text_.end(), isRightToLeft);
+        return 2 * static_cast<std::size_t>(count) > text_.size();
     }
 
     void addLine(std::uint32_t index) {

@@ -120,6 +120,18 @@ TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     EXPECT_EQ(textOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
 }
 
+TEST(PdfOrder, aHiddenLayerBelowTheSameTextIsNotRepeated) {
+    PageBuilder builder;
+    builder.text(10, 700, U"what is seen").flags(kInvisible).text(12, 701, U"what 1s seen");
+    EXPECT_EQ(textOf(builder), "what is seen\n");
+}
+
+TEST(PdfOrder, hiddenTextOfAPictureOnAPageWithTextStays) {
+    PageBuilder builder;
+    builder.text(10, 700, U"what is seen").flags(kInvisible).text(10, 600, U"in a picture");
+    EXPECT_EQ(textOf(builder), "what is seen\nin a picture\n");
+}
+
 TEST(PdfOrder, aDropCapBelongsToItsWord) {
     PageBuilder builder;
     builder.size(30).text(10, 676, U"T").size(10).text(26, 690, U"his is the first line");
