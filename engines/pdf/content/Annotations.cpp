@@ -14,7 +14,8 @@ constexpr std::size_t kCostOfAnnotation = 50;
 constexpr std::int64_t kHidden = 1 << 1;
 constexpr std::int64_t kNoView = 1 << 5;
 
-constexpr std::array<std::string_view, 3> kShownTypes{"Widget", "FreeText", "Stamp"};
+/// Comments that open in windows of their own, links, and icons of what is not text.
+constexpr std::array<std::string_view, 5> kOtherTypes{"Popup", "Text", "Link", "FileAttachment", "Sound"};
 
 Rectangle boxAround(const Matrix& matrix, const Rectangle& r) {
     const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom),
@@ -52,7 +53,7 @@ void Annotations::show(const PageNode& node, const Matrix& toPage, Page& page) {
 
 bool Annotations::isShown(const Dictionary& annotation) {
     const std::string_view type = document_.get(annotation, "Subtype").name();
-    if (std::find(kShownTypes.begin(), kShownTypes.end(), type) == kShownTypes.end()) return false;
+    if (type.empty() || std::find(kOtherTypes.begin(), kOtherTypes.end(), type) != kOtherTypes.end()) return false;
     if ((document_.get(annotation, "F").integerOr(0) & (kHidden | kNoView)) != 0) return false;
     return interpreter_.optionalContent().isShown(annotation.find("OC"));
 }
@@ -64,9 +65,10 @@ void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toP
     const StreamContent* const appearance = appearanceOf(annotation);
     const std::size_t runs = page.runs.size();
     if (appearance != nullptr) showAppearance(*appearance, place, toPage);
-    const bool isField = document_.get(annotation, "Subtype").isName("Widget");
+    const Object type = document_.get(annotation, "Subtype");
     const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
-    if (isField && isToMake) fields_.write(annotation, place, toPage, page);
+    if (type.isName("Widget") && isToMake) fields_.write(annotation, place, toPage, page);
+    if (type.isName("FreeText") && appearance == nullptr) fields_.writeFreeText(annotation, place, toPage, page);
 }
 
 /// The normal appearance: a form, or one for each state of which /AS names the current one.

@@ -1,5 +1,5 @@
-// The annotations of a page that show text of the document itself: form fields, free text and stamps (ISO 32000-2,
-// 12.5). The text of comments that open in windows of their own is not part of the page; links have no text.
+// The annotations of a page that show text on it: form fields, free text, stamps and others with an appearance (ISO
+// 32000-2, 12.5). Comments that open in windows of their own are not part of the page; links have no text.
 #pragma once
 
 #include "engines/pdf/content/FieldText.h"

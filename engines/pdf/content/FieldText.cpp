@@ -143,20 +143,30 @@ double FieldText::fontSizeOf(const Dictionary& widget) {
 }
 
 void FieldText::write(const Dictionary& widget, const Rectangle& place, const Matrix& toPage, Page& page) {
-    const std::u32string value = valueOf(widget);
-    if (value.empty() || page.glyphs.size() + value.size() > kMaximumGlyphs) return;
+    const bool isMultiline = (inherited(widget, "Ff").integerOr(0) & kMultiline) != 0;
+    writeLines(valueOf(widget), isMultiline, widget, place, toPage, page);
+}
+
+void FieldText::writeFreeText(const Dictionary& annotation, const Rectangle& place, const Matrix& toPage, Page& page) {
+    const std::u32string contents = decodeTextString(document_.get(annotation, "Contents").string());
+    writeLines(contents, true, annotation, place, toPage, page);
+}
+
+/// Text of one line is in the middle of its rectangle, other text begins at the top.
+void FieldText::writeLines(std::u32string_view text, bool isMultiline, const Dictionary& annotation,
+                           const Rectangle& place, const Matrix& toPage, Page& page) {
+    if (text.empty() || page.glyphs.size() + text.size() > kMaximumGlyphs) return;
     const double height = place.top - place.bottom;
-    double size = fontSizeOf(widget);
+    double size = fontSizeOf(annotation);
     if (size <= 0 || size > height) size = std::min(kUsualSize, height * kLargestShare);
     if (!(size > 0)) return;
 
-    const bool hasLines = (inherited(widget, "Ff").integerOr(0) & kMultiline) != 0 ||
-                          value.find_first_of(U"\r\n") != std::u32string::npos;
+    const bool hasLines = isMultiline || text.find_first_of(U"\r\n") != std::u32string_view::npos;
     const double room = std::max(place.right - place.left - 2 * kMargin, size);
     double y = hasLines ? place.top - kMargin - kAscent * size
                         : (place.top + place.bottom) / 2 - (kAscent - kDescent) / 2 * size;
-    for (std::u32string_view rest = value; !rest.empty(); y -= kLinePitch * size)
-        addLine(takeLine(rest), place.left + kMargin, y, size, room, toPage, page);
+    for (; !text.empty(); y -= kLinePitch * size)
+        addLine(takeLine(text), place.left + kMargin, y, size, room, toPage, page);
 }
 
 } // namespace quillow::pdf

@@ -1,4 +1,5 @@
-// The value of a form field that has no appearance (ISO 32000-2, 12.7): the program that shows the form is to make one.
+// The text of a form field or a free-text annotation that has no appearance (ISO 32000-2, 12.5.6.6, 12.7): the program
+// that shows it is to make one.
 #pragma once
 
 #include "engines/pdf/content/Interpreter.h"
@@ -22,6 +23,9 @@ public:
     /// and fields without a value. Where the glyphs are is an estimate.
     void write(const Dictionary& widget, const Rectangle& place, const Matrix& toPage, Page& page);
 
+    /// The same for the contents of a free-text annotation.
+    void writeFreeText(const Dictionary& annotation, const Rectangle& place, const Matrix& toPage, Page& page);
+
     /// Whether the document asks to make all appearances anew (/NeedAppearances).
     [[nodiscard]] bool replacesAppearances();
 
@@ -30,6 +34,8 @@ private:
     [[nodiscard]] std::u32string valueOf(const Dictionary& widget);
     [[nodiscard]] std::u32string shownChoice(const Dictionary& widget, const Object& choice);
     [[nodiscard]] double fontSizeOf(const Dictionary& widget);
+    void writeLines(std::u32string_view text, bool isMultiline, const Dictionary& annotation, const Rectangle& place,
+                    const Matrix& toPage, Page& page);
 
     Document& document_;
     Interpreter& interpreter_; ///< only for its budget

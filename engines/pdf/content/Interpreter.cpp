@@ -218,7 +218,10 @@ void Interpreter::showForm(Form& form, const Matrix& toPage, std::uint8_t flags)
     state_.toPage = toPage;
     writer_.setFlags(flags);
     writer_.beginObject();
-    if (enterForm(form)) run(0);
+    if (enterForm(form)) {
+        run(depth_);
+        leaveForm();
+    }
     writer_.setFlags(0);
 }
 

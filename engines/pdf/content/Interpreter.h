@@ -83,7 +83,6 @@ private:
     void setTextMatrix();
     void showString();
     void showStrings(std::span<const Operand> items);
-    [[nodiscard]] std::string_view bytesOf(const Operand& string);
     void showWithSpacing();
 
     void paint(PathCollector::Painting painting);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <tuple>
 #include <unordered_map>
 
 namespace quillow::pdf {
@@ -26,24 +28,53 @@ constexpr float kMuchLarger = 2.1F;
 constexpr float kAligned = 0.4F;
 /// A drop cap has at most so many glyphs: a quotation mark, a letter and a blank.
 constexpr std::size_t kDropCap = 3;
+/// A drop cap is at most so far from its word, in ems of the word.
+constexpr float kDropCapGap = 0.4F;
 /// Height of the bands in which earlier lines are looked for, in points.
 constexpr float kBand = 8;
 
-bool haveSameBaseline(const Line& line, const Span& span) {
-    const float larger = std::max(line.size, span.size);
-    const float smaller = std::min(line.size, span.size);
+/// So many lines of a band are looked at, the latest ones: pages may have very many lines at one height.
+constexpr std::size_t kMostLooked = 32;
+
+template <class Item>
+bool haveSameBaseline(const Line& line, const Item& item) {
+    const float larger = std::max(line.size, item.size);
+    const float smaller = std::min(line.size, item.size);
     if (smaller < kSameSize * larger) return true; // the overlap decides
-    return std::abs(line.baseline - span.baseline) < kSameBaseline * larger;
+    return std::abs(line.baseline - item.baseline) < kSameBaseline * larger;
 }
 
-bool areAligned(const Line& line, const Span& span) {
-    const float most = kAligned * std::min(line.size, span.size);
-    return std::abs(line.baseline - span.baseline) < most || std::abs(line.top - span.top) < most;
+template <class Item>
+bool areAligned(const Line& line, const Item& item) {
+    const float most = kAligned * std::min(line.size, item.size);
+    return std::abs(line.baseline - item.baseline) < most || std::abs(line.top - item.top) < most;
 }
 
-/// How far a span is from the line horizontally; negative if they overlap.
-float gapBetween(const Line& line, const Span& span) {
-    return std::max(span.left - line.right, line.left - span.right);
+/// How far a span or line is from the line horizontally; negative if they overlap.
+template <class Item>
+float gapBetween(const Line& line, const Item& item) {
+    return std::max(item.left - line.right, line.left - item.right);
+}
+
+template <class Item>
+bool belongsTo(const Line& line, const Item& item, float gap) {
+    if (verticalOverlap(line, item) < kSameLine || !haveSameBaseline(line, item)) return false;
+    const float smaller = std::min(line.size, item.size);
+    const float larger = std::max(line.size, item.size);
+    if (larger > kMuchLarger * smaller) return areAligned(line, item) && gapBetween(line, item) < kDropCapGap * smaller;
+    return gapBetween(line, item) < gap * larger;
+}
+
+/// Makes a line large enough for a span or another line.
+template <class Item>
+void extend(Line& line, const Item& item) {
+    line.left = std::min(line.left, item.left);
+    line.right = std::max(line.right, item.right);
+    if (item.size <= line.size) return;
+    line.size = item.size;
+    line.baseline = item.baseline;
+    line.bottom = item.bottom;
+    line.top = item.top;
 }
 
 class LineBuilder {
@@ -51,76 +82,107 @@ public:
     explicit LineBuilder(const Orientation& orientation)
         : orientation_(orientation) {}
 
-    std::vector<Line> build() && {
-        for (std::uint32_t index = 0; index < orientation_.spans.size(); ++index)
-            add(index);
-        return std::move(lines_);
+    Lines build() && {
+        lineOf_.reserve(orientation_.spans.size());
+        for (const Span& span : orientation_.spans)
+            lineOf_.push_back(add(span));
+        mergeOverlapping();
+        return collect();
     }
 
 private:
-    void add(std::uint32_t index) {
-        const Span& span = orientation_.spans[index];
-        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap)) return join(current_, index);
-        if (const std::size_t earlier = earlierLine(span); earlier < lines_.size()) return join(earlier, index);
-        current_ = lines_.size();
-        lines_.emplace_back();
-        Line& line = lines_.back();
-        line.spans.push_back(index);
+    /// Returns the line that the span joins.
+    std::uint32_t add(const Span& span) {
+        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap)) return join(span);
+        current_ = earlierLine(span);
+        if (current_ < lines_.size()) return join(span);
+        Line& line = lines_.emplace_back();
+        mayBeDropCap_.push_back(span.glyphCount <= kDropCap);
         line.left = span.left;
         line.right = span.right;
         line.baseline = span.baseline;
         line.bottom = span.bottom;
         line.top = span.top;
         line.size = span.size;
-        bands_.emplace(bandOf(span.baseline), static_cast<std::uint32_t>(current_));
+        bands_[bandOf(span.baseline)].push_back(current_);
+        return current_;
     }
 
-    static bool belongsTo(const Line& line, const Span& span, float gap) {
-        const float smaller = std::min(line.size, span.size);
-        const float larger = std::max(line.size, span.size);
-        if (verticalOverlap(line, span) < kSameLine || !haveSameBaseline(line, span)) return false;
-        if (larger > kMuchLarger * smaller) return areAligned(line, span) && gapBetween(line, span) < gap * smaller;
-        return gapBetween(line, span) < gap * larger;
+    /// Adds the span to the current line.
+    std::uint32_t join(const Span& span) {
+        Line& line = lines_[current_];
+        // The line of a drop cap has the place of the small letters beside it.
+        if (mayBeDropCap_[current_] && line.size > kMuchLarger * span.size && span.left >= line.left) line.size = 0;
+        mayBeDropCap_[current_] = false;
+        extend(line, span);
+        return current_;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
-    [[nodiscard]] std::size_t earlierLine(const Span& span) const {
+    [[nodiscard]] std::uint32_t earlierLine(const Span& span) const {
         const int band = bandOf(span.baseline);
-        std::size_t best = lines_.size();
+        auto best = static_cast<std::uint32_t>(lines_.size());
         float bestGap = 0;
         for (int near = band - 1; near <= band + 1; ++near) {
-            const auto [begin, end] = bands_.equal_range(near);
-            for (auto entry = begin; entry != end; ++entry) {
-                const Line& line = lines_[entry->second];
+            const auto found = bands_.find(near);
+            if (found == bands_.end()) continue;
+            const std::vector<std::uint32_t>& entries = found->second;
+            for (std::size_t i = entries.size() - std::min(entries.size(), kMostLooked); i < entries.size(); ++i) {
+                const Line& line = lines_[entries[i]];
                 if (!belongsTo(line, span, kLateGap)) continue;
                 const float gap = gapBetween(line, span);
                 if (best != lines_.size() && gap >= bestGap) continue;
-                best = entry->second;
+                best = entries[i];
                 bestGap = gap;
             }
         }
         return best;
     }
 
-    /// Whether all but the last span of a line is a drop cap.
-    [[nodiscard]] bool isDropCap(const Line& line) const {
-        return line.spans.size() == 2 && orientation_.spans[line.spans.front()].glyphCount <= kDropCap;
+    /// Joins lines that have grown together: some producers draw the blanks and commas of a line first.
+    void mergeOverlapping() {
+        std::vector<std::uint32_t> order(lines_.size());
+        std::iota(order.begin(), order.end(), 0);
+        target_ = order;
+        std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
+            const Line& x = lines_[a];
+            const Line& y = lines_[b];
+            return std::tuple(x.baseline, x.left, a) < std::tuple(y.baseline, y.left, b);
+        });
+        for (std::size_t i = 1; i < order.size(); ++i) {
+            const std::uint32_t before = target_[order[i - 1]];
+            if (lines_[before].baseline != lines_[order[i]].baseline ||
+                !belongsTo(lines_[before], lines_[order[i]], kLateGap))
+                continue;
+            const auto [first, second] = std::minmax(before, order[i]);
+            extend(lines_[first], lines_[second]);
+            target_[before] = target_[order[i - 1]] = target_[order[i]] = first;
+        }
     }
 
-    void join(std::size_t at, std::uint32_t index) {
-        Line& line = lines_[at];
-        const Span& span = orientation_.spans[index];
-        line.spans.push_back(index);
-        line.left = std::min(line.left, span.left);
-        line.right = std::max(line.right, span.right);
-        const bool followsDropCap = line.size > kMuchLarger * span.size && isDropCap(line) && span.left >= line.left;
-        if (span.size > line.size || followsDropCap) {
-            line.size = span.size;
-            line.baseline = span.baseline;
-            line.bottom = span.bottom;
-            line.top = span.top;
+    /// Lists the spans of each line.
+    Lines collect() {
+        for (std::uint32_t& target : target_)
+            target = target_[target]; // a line is joined to an earlier one
+        for (std::uint32_t& line : lineOf_) {
+            line = target_[line];
+            ++lines_[line].spanCount;
         }
-        current_ = at;
+        Lines found;
+        std::uint32_t first = 0;
+        for (Line& line : lines_) {
+            line.firstSpan = first;
+            first += line.spanCount;
+            line.spanCount = 0;
+        }
+        found.spans.resize(first);
+        for (std::uint32_t span = 0; span < lineOf_.size(); ++span) {
+            Line& line = lines_[lineOf_[span]];
+            found.spans[line.firstSpan + line.spanCount++] = span;
+        }
+        std::erase_if(lines_, [](const Line& line) { return line.spanCount == 0; });
+        found.lines = std::move(lines_);
+        return found;
     }
 
     static int bandOf(float baseline) {
@@ -130,13 +192,16 @@ private:
 
     const Orientation& orientation_;
     std::vector<Line> lines_;
-    std::size_t current_ = 0;
-    std::unordered_multimap<int, std::uint32_t> bands_;
+    std::vector<bool> mayBeDropCap_;    ///< for each line whether it is a single span of few letters
+    std::vector<std::uint32_t> lineOf_; ///< of each span
+    std::vector<std::uint32_t> target_; ///< the line that each line has been joined to
+    std::uint32_t current_ = 0;
+    std::unordered_map<int, std::vector<std::uint32_t>> bands_;
 };
 
 } // namespace
 
-std::vector<Line> linesOf(const Orientation& orientation) {
+Lines linesOf(const Orientation& orientation) {
     return LineBuilder(orientation).build();
 }
 

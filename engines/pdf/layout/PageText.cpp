@@ -1,5 +1,6 @@
 #include "engines/pdf/layout/PageText.h"
 
+#include "engines/pdf/layout/Bidi.h"
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
@@ -24,7 +25,8 @@ class OrientationText {
 public:
     OrientationText(const Page& page, const Orientation& orientation)
         : page_(page)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(std::u32string& out) && {
         makeLines();
@@ -45,14 +47,14 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_);
         std::vector<std::size_t> ends;
-        std::vector<Line> lines = linesOf(orientation_);
-        unweaveColumns(lines);
-        for (Line& line : lines) {
+        Lines found = linesOf(orientation_);
+        unweaveColumns(found.lines);
+        for (const Line& line : found.lines) {
             const std::size_t begin = text_.size();
-            writer.append(line, text_);
+            writer.append(found.spansOf(line), text_);
             if (text_.size() == begin) continue;
             ends.push_back(text_.size());
-            lines_.push_back(std::move(line));
+            lines_.push_back(line);
         }
         std::size_t begin = 0;
         for (const std::size_t end : ends) {
@@ -121,19 +123,14 @@ private:
             const std::uint32_t table = tableOf[i];
             if (table == kNoTable) {
                 const Line& line = lines_[i];
-                items.push_back({line.left, line.right, line.bottom, line.top, line.size});
+                items.push_back(itemOf(line, line.size));
                 sources.push_back(i);
             } else if (!isListed[table]) {
                 isListed[table] = true;
                 const Table& t = tables_[table];
-                items.push_back({t.left, t.right, t.bottom, t.top, lines_[i].size});
+                items.push_back(itemOf(t, lines_[i].size));
                 sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
             }
-        }
-        isRightToLeft_ = isRightToLeft();
-        if (isRightToLeft_) {
-            for (Item& item : items)
-                item = {-item.right, -item.left, item.bottom, item.top, item.size};
         }
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
@@ -146,31 +143,32 @@ private:
         }
     }
 
-    /// Whether most letters of the page are read from right to left: then columns are, too.
-    [[nodiscard]] bool isRightToLeft() const {
-        const auto isRightToLeft = [](char32_t c) {
-            return (c >= 0x0590 && c <= 0x08FF) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF);
-        };
-        const auto count = std::count_if(text_.begin(), text_.end(), isRightToLeft);
-        return 2 * static_cast<std::size_t>(count) > text_.size();
+    /// Of a page that is read from the right, the order is found in its mirror image.
+    template <class Box>
+    [[nodiscard]] Item itemOf(const Box& box, float size) const {
+        if (isFromTheRight_) return {-box.right, -box.left, box.bottom, box.top, size};
+        return {box.left, box.right, box.bottom, box.top, size};
     }
 
     void addLine(std::uint32_t index) {
         const Line& line = lines_[index];
         constexpr float kSameRow = 0.5F;
-        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow &&
-            (line.left >= rows_.back().right || (isRightToLeft_ && line.right <= rows_.back().left))) {
-            rows_.back().cells.push_back({index});
-            extend(rows_.back(), line);
-        } else {
-            rows_.push_back(rowOf(line, index));
+        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
+            Row& row = rows_.back();
+            if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
+                row.cells.push_back({index});
+                extend(row, line);
+                return;
+            }
         }
+        rows_.push_back(rowOf(line, index));
     }
 
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
-        for (const Cell& cell : row.cells) {
+        for (std::size_t k = 0; k < row.cells.size(); ++k) {
+            const Cell& cell = row.cells[row.isTableRow && isFromTheRight_ ? row.cells.size() - 1 - k : k];
             if (!first) out.push_back(row.isTableRow ? U'\t' : U' ');
             first = false;
             for (std::size_t i = 0; i < cell.size(); ++i) {
@@ -184,13 +182,13 @@ private:
 
     const Page& page_;
     const Orientation& orientation_;
+    bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<Line> lines_;
     std::vector<std::u32string_view> texts_;
     std::vector<Ruling> rulings_;
     std::vector<Table> tables_;
     std::vector<Row> rows_;
-    bool isRightToLeft_ = false;
 };
 
 } // namespace

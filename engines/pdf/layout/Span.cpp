@@ -58,8 +58,8 @@ bool isBelow(const Page& page, const Run& above, const Run& below) {
     return std::abs(a.x - b.x) < kMostShift * size && step > kLeastStep * size && step < kMostStep * size;
 }
 
-/// Runs of one letter that follow one another downwards: vertical writing that is drawn letter by letter with a font for
-/// horizontal writing.
+/// Runs of one letter that follow one another downwards: vertical writing that is drawn letter by letter with a font
+/// for horizontal writing.
 std::vector<bool> stackedRuns(const Page& page) {
     std::vector<bool> stacked(page.runs.size());
     std::size_t i = 0;

@@ -97,9 +97,8 @@ private:
         std::vector<std::uint32_t> order(lines_.size());
         for (std::uint32_t i = 0; i < order.size(); ++i)
             order[i] = i;
-        std::stable_sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
-            return lines_[a].baseline > lines_[b].baseline;
-        });
+        std::stable_sort(order.begin(), order.end(),
+                         [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
         for (const std::uint32_t index : order) {
             const Line& line = lines_[index];
             if (bands_.empty() || verticalOverlap(bands_.back(), line) < kSameBand) {
@@ -112,9 +111,8 @@ private:
             bands_.back().lines.push_back(index);
         }
         for (Band& band : bands_)
-            std::stable_sort(band.lines.begin(), band.lines.end(), [this](std::uint32_t a, std::uint32_t b) {
-                return lines_[a].left < lines_[b].left;
-            });
+            std::stable_sort(band.lines.begin(), band.lines.end(),
+                             [this](std::uint32_t a, std::uint32_t b) { return lines_[a].left < lines_[b].left; });
     }
 
     [[nodiscard]] float leadingBetween(const Band& above, const Band& below) const {

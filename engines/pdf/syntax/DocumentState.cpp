@@ -49,6 +49,7 @@ Object Document::State::load(Reference reference) {
 
 Object Document::State::resolve(const Object& object) {
     if (object.type() != Object::Type::reference) return object;
+    if (++followed_ > kMaximumFollowed + kFollowedRatio * file_->bytes.size()) return {};
     Object target = load(object.reference());
     for (int i = 0; target.type() == Object::Type::reference; ++i) {
         if (i == kMaximumReferenceChain) return {};

@@ -50,7 +50,8 @@ private:
     StreamDecoder decoder_;
     text::ByteBuffer buffer_; ///< of object streams while they are decoded
     std::unordered_map<std::uint32_t, std::unique_ptr<ObjectStream>> objectStreams_;
-    std::size_t parsed_ = 0; ///< bytes that objects were parsed from
+    std::size_t parsed_ = 0;   ///< bytes that objects were parsed from
+    std::size_t followed_ = 0; ///< references
     std::uint64_t damagedStreams_ = 0;
     bool hasSearched_ = false; ///< an object was not where its cross-reference says
 };

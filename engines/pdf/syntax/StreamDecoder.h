@@ -60,6 +60,7 @@ private:
                                     text::ByteBuffer* to, text::ByteBuffer* other);
 
     std::size_t bytesLeft_;
+    FilterDecoder filters_;
     text::ByteBuffer scratch_; ///< what is between two filters
 };
 

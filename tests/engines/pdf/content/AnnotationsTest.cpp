@@ -27,6 +27,16 @@ TEST(PdfAnnotations, appearanceIsShownInItsRectangle) {
     EXPECT_EQ(dumpWith("<</Subtype/Stamp/Rect[50 600 70 700]/AP<</N 8 0 R>>>>"), "65,602 up f0 10 annotation \"r\"\n");
 }
 
+TEST(PdfAnnotations, pageNeedsNoContent) {
+    PdfBuilder pdf;
+    pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Resources " + resourcesWith("") + "/Annots[4 0 R]>>")
+        .object(4, "<</Subtype/Stamp/Rect[0 0 50 50]/AP<</N 5 0 R>>>>")
+        .stream(5, "/Subtype/Form/BBox[0 0 50 50]", "/F 10 Tf 9 9 Td(a)Tj");
+    EXPECT_EQ(dumpOf(readPage(pdf.table().bytes()).page), "page 99x99\n9,9 f0 10 annotation \"a\"\n");
+}
+
 TEST(PdfAnnotations, stateNamesTheAppearance) {
     const std::string widget = "<</Subtype/Widget/Rect[50 600 150 620]/AP<</N<</On 6 0 R/Off 9 0 R>>>>/AS";
     EXPECT_EQ(dumpWith(widget + "/On>>"), "52,605 f0 10 annotation \"a\"\n");
@@ -35,9 +45,10 @@ TEST(PdfAnnotations, stateNamesTheAppearance) {
 }
 
 TEST(PdfAnnotations, othersAreLeftOut) {
-    for (const char* entries : {"/Subtype/Link", "/Subtype/Text", "/Subtype/Popup", "/Subtype/Highlight", "",
+    for (const char* entries : {"/Subtype/Link", "/Subtype/Text", "/Subtype/Popup", "/Subtype/FileAttachment", "",
                                 "/Subtype/Widget/F 2", "/Subtype/Widget/F 32", "/Subtype/Widget/F 34"})
         EXPECT_EQ(dumpWith("<<" + std::string(entries) + "/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "") << entries;
+    EXPECT_NE(dumpWith("<</Subtype/Screen/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "");
     EXPECT_NE(dumpWith("<</Subtype/Widget/F 4/Rect[50 600 150 620]/AP<</N 6 0 R>>>>"), "");
 }
 
@@ -59,6 +70,14 @@ TEST(PdfAnnotations, damagedListsAreSkipped) {
     EXPECT_EQ(dumpOfPage("", "/Annots 5", {}), "page 612x792\n");
     EXPECT_EQ(dumpWith("<</Subtype/Widget/AP<</N 6 0 R>>>>"), "");                    // no rectangle: nothing to see
     EXPECT_EQ(dumpWith("<</Subtype/Widget/Rect[1 1 9 9]/AP<</N 7 0 R>>/AS/X>>"), ""); // the appearance is no stream
+}
+
+TEST(PdfAnnotations, freeTextWithoutAnAppearanceShowsItsContents) {
+    const std::string note = "<</Subtype/FreeText/Rect[50 600 150 640]/DA(/H 10 Tf)/Contents(a\\rb)";
+    EXPECT_EQ(dumpWith(note + ">>"),
+              "52,630.5 f4294967295 10 annotation \"a\"\n52,619 f4294967295 10 annotation \"b\"\n");
+    EXPECT_EQ(dumpWith(note + "/AP<</N 9 0 R>>>>"), "");
+    EXPECT_EQ(dumpWith("<</Subtype/Stamp/Rect[50 600 150 640]/Contents(a)>>"), "");
 }
 
 std::string fieldDump(const std::string& entries, const std::string& catalogEntries = "") {
