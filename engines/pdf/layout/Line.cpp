@@ -23,8 +23,8 @@ constexpr float kLateGap = 0.5F;
 /// Letters more than so much larger than those beside them are drop caps or headings beside text; superscripts of
 /// superscripts are half as large as the text.
 constexpr float kMuchLarger = 2.1F;
-/// Such letters are in one line only if their baselines or their tops differ by less, in ems of the smaller ones: two or
-/// three lines are beside a drop cap, and it belongs to the first of them.
+/// Such letters are in one line only if their baselines or their tops differ by less, in ems of the smaller ones: two
+/// or three lines are beside a drop cap, and it belongs to the first of them.
 constexpr float kAligned = 0.4F;
 /// A drop cap has at most so many glyphs: a quotation mark, a letter and a blank.
 constexpr std::size_t kDropCap = 3;
