@@ -9,8 +9,8 @@ namespace quillow::pdf {
 
 namespace {
 
-/// Recognisers place a letter within about half a letter of where it is. A place is found in its own square of the page,
-/// with sides of so many points, or around it.
+/// Recognisers place a letter within about half a letter of where it is. A place is looked for in its own square of the
+/// page, with sides of so many points, and in the squares around it.
 constexpr float kSquare = 6;
 /// A hidden run repeats the page if so many of its letters do. Recognisers err, most often in a few letters of a word.
 constexpr float kRepeatedShare = 0.6F;
