@@ -22,6 +22,16 @@ constexpr float kWideGap = 1.2F;
 constexpr float kLateGap = 0.5F;
 /// Superscripts above subscripts, and limits of sums, are shorter. In ems of their own.
 constexpr float kLongestScript = 3;
+/// Letters more than so much larger than those beside them are drop caps or headings beside text; superscripts of
+/// superscripts are half as large as the text.
+constexpr float kMuchLarger = 2.1F;
+/// Such letters are in one line only if their baselines or their tops differ by less, in ems of the smaller ones: two
+/// or three lines are beside a drop cap, and it belongs to the first of them.
+constexpr float kAligned = 0.4F;
+/// A drop cap has at most so many glyphs: a quotation mark, a letter and a blank.
+constexpr std::size_t kDropCap = 3;
+/// A drop cap is at most so far from its word, in ems of the word.
+constexpr float kDropCapGap = 0.4F;
 /// Height of the bands in which earlier lines are looked for, in points.
 constexpr float kBand = 8;
 
@@ -39,6 +49,12 @@ bool haveSameBaseline(const Line& line, const Item& item) {
     return std::abs(line.baseline - item.baseline) < kSameBaseline * std::max(line.size, item.size);
 }
 
+template <class Item>
+bool areAligned(const Line& line, const Item& item) {
+    const float most = kAligned * std::min(line.size, item.size);
+    return std::abs(line.baseline - item.baseline) < most || std::abs(line.top - item.top) < most;
+}
+
 /// How far a span or line is from the line horizontally; negative if they overlap.
 template <class Item>
 float gapBetween(const Line& line, const Item& item) {
@@ -48,7 +64,10 @@ float gapBetween(const Line& line, const Item& item) {
 template <class Item>
 bool belongsTo(const Line& line, const Item& item, float gap) {
     if (verticalOverlap(line, item) < kSameLine || !haveSameBaseline(line, item)) return false;
-    return gapBetween(line, item) < gap * std::max(line.size, item.size);
+    const float smaller = std::min(line.size, item.size);
+    const float larger = std::max(line.size, item.size);
+    if (larger > kMuchLarger * smaller) return areAligned(line, item) && gapBetween(line, item) < kDropCapGap * smaller;
+    return gapBetween(line, item) < gap * larger;
 }
 
 /// Makes a line large enough for a span or another line.
@@ -79,15 +98,13 @@ public:
 private:
     /// Returns the line that the span joins.
     std::uint32_t add(const Span& span) {
-        if (current_ == lines_.size() || !belongsTo(lines_[current_], span, kWideGap) || isBelowLast(current_, span))
-            current_ = earlierLine(span);
-        if (current_ < lines_.size()) {
-            extend(lines_[current_], span);
-            last_[current_] = span;
-            return current_;
-        }
+        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap) && !isBelowLast(current_, span))
+            return join(span);
+        current_ = earlierLine(span);
+        if (current_ < lines_.size()) return join(span);
         last_.push_back(span);
         Line& line = lines_.emplace_back();
+        mayBeDropCap_.push_back(span.glyphCount <= kDropCap);
         line.left = span.left;
         line.right = span.right;
         line.baseline = span.baseline;
@@ -105,6 +122,17 @@ private:
         const float common = std::min(last.right, span.right) - std::max(last.left, span.left);
         return common > kLongestScript * span.size &&
                std::abs(last.baseline - span.baseline) > kSameBaseline * span.size;
+    }
+
+    /// Adds the span to the current line.
+    std::uint32_t join(const Span& span) {
+        Line& line = lines_[current_];
+        // The line of a drop cap has the place of the small letters beside it.
+        if (mayBeDropCap_[current_] && line.size > kMuchLarger * span.size && span.left >= line.left) line.size = 0;
+        mayBeDropCap_[current_] = false;
+        extend(line, span);
+        last_[current_] = span;
+        return current_;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
@@ -183,6 +211,7 @@ private:
     const Orientation& orientation_;
     std::vector<Line> lines_;
     std::vector<Span> last_;            ///< of each line, what joined it last
+    std::vector<bool> mayBeDropCap_;    ///< for each line whether it is a single span of few letters
     std::vector<std::uint32_t> lineOf_; ///< of each span
     std::vector<std::uint32_t> target_; ///< the line that each line has been joined to
     std::uint32_t current_ = 0;

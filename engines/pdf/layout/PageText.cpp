@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/PageText.h"
 
 #include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/Order.h"
@@ -31,7 +32,7 @@ public:
         makeLines();
         if (lines_.empty()) return;
         makeRulings();
-        tables_ = tablesOf(lines_, texts_, rulings_);
+        findTables();
         makeRows();
         markParagraphs(rows_);
         for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -46,7 +47,8 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_);
         std::vector<std::size_t> ends;
-        const Lines found = linesOf(orientation_);
+        Lines found = linesOf(orientation_);
+        unweaveColumns(found.lines);
         for (const Line& line : found.lines) {
             const std::size_t begin = text_.size();
             writer.append(found.spansOf(line), text_);
@@ -74,6 +76,34 @@ private:
             } else if (right - left >= kThick) { // a box: its edges
                 rulings_.push_back({left, right, bottom, bottom});
                 rulings_.push_back({left, right, top, top});
+            }
+        }
+    }
+
+    /// Finds the tables of each column of text by themselves.
+    void findTables() {
+        const std::vector<std::uint32_t> columns = columnsOf(lines_);
+        const std::uint32_t count = 1 + *std::max_element(columns.begin(), columns.end());
+        if (count == 1) {
+            tables_ = tablesOf(lines_, texts_, rulings_);
+            return;
+        }
+        std::vector<std::vector<std::uint32_t>> members(count);
+        for (std::uint32_t i = 0; i < lines_.size(); ++i)
+            members[columns[i]].push_back(i);
+        for (const std::vector<std::uint32_t>& column : members) {
+            std::vector<Line> lines;
+            std::vector<std::u32string_view> texts;
+            for (const std::uint32_t line : column) {
+                lines.push_back(lines_[line]);
+                texts.push_back(texts_[line]);
+            }
+            for (Table& table : tablesOf(lines, texts, rulings_)) {
+                for (Row& row : table.rows)
+                    for (Cell& cell : row.cells)
+                        for (std::uint32_t& line : cell)
+                            line = column[line];
+                tables_.push_back(std::move(table));
             }
         }
     }

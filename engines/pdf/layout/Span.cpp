@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/Span.h"
 
+#include "engines/pdf/layout/HiddenText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -85,7 +87,9 @@ public:
 
     std::vector<Orientation> build() && {
         const std::vector<bool> stacked = stackedRuns(page_);
+        const std::vector<bool> repeated = repeatedHiddenRuns(page_);
         for (std::uint32_t index = 0; index < page_.runs.size(); ++index) {
+            if (!repeated.empty() && repeated[index]) continue;
             if (stacked[index])
                 addStacked(index);
             else
