@@ -24,8 +24,8 @@ inline constexpr std::size_t kMaximumObjectNumber = 8'388'607;
 /// Bytes of one decoded stream. A stream may always grow to four times its encoded size.
 inline constexpr std::size_t kMaximumDecodedStream = std::size_t{64} << 20;
 inline constexpr std::size_t kAlwaysDecodedRatio = 4;
-/// Bytes of all streams that one Document decodes, the same stream counted each time: so many, and so many more for each
-/// byte of the file. Documents of text need a tenth.
+/// Bytes of all streams that one Document decodes, the same stream counted each time: so many, and so many more for
+/// each byte of the file. Documents of text need a tenth.
 inline constexpr std::size_t kMaximumDecodedTotal = std::size_t{512} << 20;
 inline constexpr std::size_t kDecodedTotalRatio = 32;
 /// Bytes of the objects that one Document keeps parsed, and of the object streams that it keeps decoded: so many each,

@@ -13,7 +13,7 @@ enum class DumpDetail {
 };
 
 /// The first line is the page's size. A run: its origin, its direction unless it is to the right, its font and size, its
-/// reach unless it is the font's own, its marks, its characters; a rule: its box. Numbers have at most two decimals.
+/// marks, its characters; a rule: its box. Numbers have at most two decimals.
 ///
 ///     page 612x792
 ///     72,700 f0 12 "Hello"

@@ -64,8 +64,8 @@ PageReader::PageReader(Document& document, FontCache& fonts, const ContentLimits
 
 PageReader::~PageReader() = default;
 
-/// The streams of a page are one, with white space between them (7.8.2). But what is cut in the middle of a string or an
-/// array must not swallow the next stream.
+/// The streams of a page are one, with white space between them (7.8.2). But what is cut in the middle of a string or
+/// an array must not swallow the next stream.
 void PageReader::State::readContents(const PageNode& node) {
     content.clear();
     for (const StreamContent* const part : contentsOf(document, node)) {

@@ -1,5 +1,6 @@
-// The path that is being built, as far as text can depend on it (ISO 32000-2, 8.5): its horizontal and vertical lines and
-// its upright rectangles. Everything else of it is forgotten at once, because drawings of a million lines are common.
+// The path that is being built, as far as text can depend on it (ISO 32000-2, 8.5): its horizontal and vertical lines
+// and its upright rectangles. Everything else of it is forgotten at once, because drawings of a million lines are
+// common.
 #pragma once
 
 #include "engines/pdf/content/Matrix.h"
