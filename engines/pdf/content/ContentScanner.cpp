@@ -218,8 +218,8 @@ const char* ContentScanner::pushBytes(const char* p, Operands& operands) {
     return scanString(p, [&](const Operand& operand) { operands.push(operand); });
 }
 
-/// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing. Other
-/// operators are ignored, because a producer writes Tc inside the arrays of TJ.
+/// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing.
+/// Other operators are ignored, because a producer writes Tc inside the arrays of TJ.
 const char* ContentScanner::pushArray(const char* p, Operands& operands) {
     const auto add = [&](const Operand& operand) { operands.addItem(operand); };
     const std::size_t first = operands.itemCount();
