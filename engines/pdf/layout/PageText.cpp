@@ -66,8 +66,8 @@ private:
         for (const Rule& rule : page_.rules) {
             const Point a{rule.box.left, rule.box.bottom};
             const Point b{rule.box.right, rule.box.top};
-            const auto [left, right] = std::minmax(frame.alongOf(a), frame.alongOf(b));
-            const auto [bottom, top] = std::minmax(frame.upOf(a), frame.upOf(b));
+            const auto [left, right] = std::minmax({frame.alongOf(a), frame.alongOf(b)});
+            const auto [bottom, top] = std::minmax({frame.upOf(a), frame.upOf(b)});
             constexpr float kThick = 4; // points; thicker ones are bars and backgrounds
             if (top - bottom < kThick) {
                 rulings_.push_back({left, right, bottom, top});

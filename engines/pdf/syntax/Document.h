@@ -53,6 +53,9 @@ public:
     /// The pages of a document without a page tree, in the order of the file; empty if there is a tree.
     [[nodiscard]] std::span<const Reference> loosePages() const;
 
+    /// Whether so many references were followed, or so much was decoded, that from now on references lead to null and
+    /// streams are empty (Limits.h).
+    [[nodiscard]] bool isExhausted() const;
     /// Streams that were damaged or were cut by a limit so far.
     [[nodiscard]] std::uint64_t damagedStreams() const;
     /// Whether the cross-reference tables were wrong and the objects were found by a scan.

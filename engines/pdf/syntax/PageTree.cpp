@@ -205,7 +205,7 @@ Rectangle rectangleOf(Document& document, const Object& object, const Rectangle&
 
 std::vector<const StreamContent*> contentsOf(Document& document, const PageNode& page) {
     ContentStreams contents(document);
-    contents.add(page.dictionary.find("Contents"), 0);
+    if (!document.isExhausted()) contents.add(page.dictionary.find("Contents"), 0);
     return std::move(contents.streams);
 }
 

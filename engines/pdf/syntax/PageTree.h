@@ -54,7 +54,8 @@ struct PageList {
 /// A rectangle of a file, its corners put in order; `fallback` if it is not four numbers.
 [[nodiscard]] Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback);
 
-/// The content streams of a page in their order (7.7.3.3, /Contents: a stream or an array of streams).
+/// The content streams of a page in their order (7.7.3.3, /Contents: a stream or an array of streams). None once the
+/// document is exhausted.
 [[nodiscard]] std::vector<const StreamContent*> contentsOf(Document& document, const PageNode& page);
 
 } // namespace quillow::pdf

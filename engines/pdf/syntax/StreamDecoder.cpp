@@ -1,7 +1,5 @@
 #include "engines/pdf/syntax/StreamDecoder.h"
 
-#include "engines/pdf/Limits.h"
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -87,7 +85,7 @@ FilterChain filtersOf(const Dictionary& dictionary, References& references) {
 StreamBytes StreamDecoder::decode(const StreamContent& stream, References& references, const Decryption* decryption,
                                   text::ByteBuffer& out) {
     out.clear();
-    if (bytesLeft_ < kLeastDecoded) return {{}, false, false};
+    if (isExhausted()) return {{}, false, false};
     bytesLeft_ -= kLeastDecoded;
     if (isExternal(references.resolve(stream.dictionary.find("F")))) return {{}, false, false};
     const FilterChain chain = filtersOf(stream.dictionary, references);

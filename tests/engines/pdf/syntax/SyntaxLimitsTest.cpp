@@ -2,6 +2,7 @@
 #include "engines/pdf/syntax/CrossReferenceReader.h"
 #include "engines/pdf/syntax/Document.h"
 #include "engines/pdf/syntax/Opening.h"
+#include "engines/pdf/syntax/PageTree.h"
 #include "engines/pdf/syntax/StreamDecoder.h"
 #include "tests/engines/pdf/PdfBuilder.h"
 #include "tests/engines/pdf/syntax/Printed.h"
@@ -167,19 +168,24 @@ TEST(SyntaxLimits, referencesAreFollowedAsOftenAsAllowed) {
     EXPECT_GT(followed, most - 100) << "some were followed while the document was opened";
     EXPECT_LT(followed, most);
     EXPECT_EQ(printed(document->resolve(Object::ofInteger(1))), "1");
+    EXPECT_TRUE(document->isExhausted());
 }
 
 TEST(SyntaxLimits, aStreamCountsAsSomeBytesAtLeast) {
-    const std::string bytes = threeObjects().stream(5, "", "x").table().bytes();
+    const std::string bytes =
+        threeObjects().object(3, "<</Type/Page/Contents 5 0 R>>").stream(5, "", "x").table().bytes();
     const auto document = opened(bytes);
     const StreamContent& stream = *document->load({5, 0}).stream();
     text::ByteBuffer buffer;
 
+    EXPECT_FALSE(document->isExhausted());
     std::size_t decoded = 0;
     while (document->decode(stream, buffer).bytes == "x")
         ++decoded;
 
     EXPECT_EQ(decoded, (kMaximumDecodedTotal + kDecodedTotalRatio * bytes.size()) / kLeastDecoded);
+    EXPECT_TRUE(document->isExhausted());
+    EXPECT_TRUE(contentsOf(*document, pagesOf(*document).at(0)).empty());
 }
 
 TEST(SyntaxLimits, aRepairLooksForAPageBelowAsManyCatalogsAsAllowed) {
