@@ -31,7 +31,8 @@ constexpr Accent kAccents[] = {
 };
 
 const Accent* accentOf(char32_t character) {
-    if (character < 0x80 ? character < '^' : character > 0x02DD) return nullptr;
+    const bool isAscii = character < 0x80;
+    if (isAscii ? character != '^' && character != '`' && character != '~' : character > 0x02DD) return nullptr;
     for (const Accent& accent : kAccents)
         if (accent.characters.find(character) != std::u32string_view::npos) return &accent;
     return nullptr;

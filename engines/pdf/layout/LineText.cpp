@@ -220,7 +220,7 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
             continue;
         }
         if (before != nullptr) {
-            if (letter.left < before->right && compose(*before, letter, out)) {
+            if (letter.left < before->right - kKerned * letter.size && compose(*before, letter, out)) {
                 if (letter.right > before->right) before = &letter;
                 blank = false;
                 continue;
