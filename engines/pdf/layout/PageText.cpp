@@ -135,11 +135,29 @@ private:
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
             if (source >= lines_.size()) {
-                for (Row& row : tables_[source - lines_.size()].rows)
-                    rows_.push_back(std::move(row));
+                addTable(tables_[source - lines_.size()]);
             } else {
                 addLine(source);
             }
+        }
+    }
+
+    /// A table is read from the side of its letters; one without letters from the side of its page.
+    void addTable(Table& table) {
+        bool isFromTheRight = isFromTheRight_;
+        if (isFromTheRight) {
+            std::u32string letters;
+            for (const Row& row : table.rows)
+                for (const Cell& cell : row.cells)
+                    for (const std::uint32_t line : cell)
+                        letters.append(texts_[line]);
+            const bool hasLatin = std::any_of(letters.begin(), letters.end(),
+                                              [](char32_t c) { return directionOf(c) == Direction::left; });
+            isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
+        }
+        for (Row& row : table.rows) {
+            row.isFromTheRight = isFromTheRight;
+            rows_.push_back(std::move(row));
         }
     }
 
@@ -168,7 +186,7 @@ private:
         const std::size_t begin = out.size();
         bool first = true;
         for (std::size_t k = 0; k < row.cells.size(); ++k) {
-            const Cell& cell = row.cells[row.isTableRow && isFromTheRight_ ? row.cells.size() - 1 - k : k];
+            const Cell& cell = row.cells[row.isFromTheRight ? row.cells.size() - 1 - k : k];
             if (!first) out.push_back(row.isTableRow ? U'\t' : U' ');
             first = false;
             for (std::size_t i = 0; i < cell.size(); ++i) {

@@ -20,6 +20,7 @@ struct Row {
     float top = 0;
     float size = 0;
     bool isTableRow = false;      ///< TABs separate its cells, else blanks
+    bool isFromTheRight = false;  ///< of a table: the cells are read from the right
     bool beginsParagraph = false; ///< the page shows a break before it
 
     [[nodiscard]] float height() const { return top - bottom; }

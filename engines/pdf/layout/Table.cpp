@@ -26,6 +26,11 @@ constexpr std::size_t kMostBands = 400;
 /// Bands of a single line between the rows of one table, at most.
 constexpr std::size_t kMostSingles = 3;
 
+/// Lines that the search for stripes may look at, again and again, on a page with so many lines. Pages need a tenth; on
+/// one that needs more no further table is found.
+constexpr std::size_t kMostWork = 1'000'000;
+constexpr std::size_t kMostWorkALine = 32;
+
 /// Lines at one height, from left to right.
 struct Band {
     std::vector<std::uint32_t> lines;
@@ -80,7 +85,7 @@ public:
     std::vector<Table> find() && {
         makeBands();
         std::size_t i = 0;
-        while (i < bands_.size()) {
+        while (i < bands_.size() && work_ < kMostWork + kMostWorkALine * lines_.size()) {
             const std::size_t end = bands_[i].isMultiple() ? growRegion(i) : i;
             if (end > i + 1 && isTable(i, end)) {
                 tables_.push_back(makeTable(i, end));
@@ -150,6 +155,7 @@ private:
             if (!bands_[i].isMultiple()) continue;
             ++multiples;
             size = std::max(size, bands_[i].size);
+            work_ += bands_[i].lines.size();
             for (const std::uint32_t line : bands_[i].lines) {
                 events.emplace_back(lines_[line].left, 1);
                 events.emplace_back(lines_[line].right, -1);
@@ -296,6 +302,7 @@ private:
     std::span<const Ruling> rulings_;
     std::vector<Band> bands_;
     std::vector<Table> tables_;
+    mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
 
 } // namespace

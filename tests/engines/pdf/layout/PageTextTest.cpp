@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace quillow::pdf {
 namespace {
 
@@ -105,6 +107,36 @@ TEST(PdfPageText, aTableDrawnByColumnsIsReadByRows) {
     builder.lines(100, 700, {U"Size", U"12", U"14"});
     builder.lines(200, 700, {U"Year", U"1815", U"1901"});
     EXPECT_EQ(textOf(builder), "Name\tSize\tYear\nAda\t12\t1815\nBob\t14\t1901\n");
+}
+
+TEST(PdfPageText, aTableIsReadFromTheSideOfItsLetters) {
+    PageBuilder builder;
+    builder.lines(10, 700, {U"ארוכה שורה", U"ארוכה שורה", U"ארוכה שורה", U"ארוכה שורה", U"ארוכה שורה"});
+    for (int row = 0; row < 3; ++row) {
+        const float y = 600 - 12 * static_cast<float>(row);
+        builder.text(10, y, U"Ada").text(100, y, U"12").text(200, y, U"1815");
+    }
+    for (int row = 0; row < 3; ++row) {
+        const float y = 500 - 12 * static_cast<float>(row);
+        builder.text(10, y, U"1815").text(100, y, U"12").text(200, y, U"הדע");
+    }
+    const std::string text = textOf(builder);
+    EXPECT_NE(text.find("Ada\t12\t1815\nAda\t12\t1815\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("עדה\t12\t1815\nעדה\t12\t1815\n"), std::string::npos) << text;
+}
+
+TEST(PdfPageText, manyRowsOfManyColumnsTakeNoLongerThanTheyAreMany) {
+    // A table is looked for only as long as the work is bounded; the text is whole in any case.
+    constexpr int kRows = 20'000;
+    PageBuilder builder;
+    for (int row = 0; row < kRows; ++row) {
+        const float y = 12.0F * static_cast<float>(kRows - row);
+        builder.text(10, y, U"long words of a sentence that goes on")
+            .text(300, y, U"and another one beside it as well");
+    }
+    std::u32string text;
+    appendPageText(builder.page(), text);
+    EXPECT_EQ(std::count(text.begin(), text.end(), U'g'), 2 * kRows);
 }
 
 TEST(PdfPageText, aNumberedListIsNotATable) {
