@@ -80,13 +80,14 @@ void Interpreter::spendBytes(std::size_t count) {
 void Interpreter::interpret(std::string_view content) {
     level().scanner = ContentScanner(content);
     run(depth_);
+    level().resources.forgetNames();
 }
 
 /// Interprets the current content, and the forms that it calls, to its end.
 void Interpreter::run(std::size_t untilDepth) {
     for (;;) {
         operands_.clear();
-        const Operator word = level().scanner.next(operands_);
+        const Operator word = isSpent_ ? kNoOperator : level().scanner.next(operands_);
         if (word != kNoOperator && spend(1)) {
             execute(word);
             continue;

@@ -90,6 +90,11 @@ Object Resources::properties(ResourceSources& sources, std::string_view name) {
     return find(sources.document, propertyLists, name);
 }
 
+void Resources::forgetNames() {
+    recentFonts_.count = recentFonts_.next = 0;
+    recentStates_.count = recentStates_.next = 0;
+}
+
 std::size_t Resources::takeCost() {
     return std::exchange(cost_, 0);
 }

@@ -38,6 +38,9 @@ public:
     /// The properties of marked content, not resolved: a group of optional content is known by its reference.
     [[nodiscard]] Object properties(ResourceSources& sources, std::string_view name);
 
+    /// Must be called before the content that the names came from changes in memory.
+    void forgetNames();
+
     /// Entries that look-ups have gone through since the last call.
     [[nodiscard]] std::size_t takeCost();
 

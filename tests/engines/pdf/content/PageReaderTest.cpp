@@ -75,6 +75,20 @@ TEST(PdfPageReader, cutStreamDoesNotSwallowTheNextOne) {
     EXPECT_EQ(read.loss.partsSkipped, 1U);
 }
 
+TEST(PdfPageReader, namesOfACutStreamAreNotThoseOfTheNextOne) {
+    const auto cut = [](std::string_view data) {
+        return streamOf("/Filter/RunLengthDecode", static_cast<char>(data.size() - 1) + std::string(data) + "\x06(");
+    };
+    PdfBuilder pdf;
+    pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents[4 0 R 5 0 R]/Resources<</Font<</F " +
+                       std::string(kCourier) + "/G<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>>>>>")
+        .object(4, cut("/F 10 Tf 9 9 Td(a)Tj"))
+        .object(5, cut("/G 10 Tf 9 9 Td(b)Tj"));
+    EXPECT_EQ(dumpOf(readPage(pdf.table().bytes()).page), "page 99x99\n9,9 f0 10 \"a\"\n18,18 f1 10 \"b\"\n");
+}
+
 TEST(PdfPageReader, pagesWithoutContentAreEmpty) {
     EXPECT_EQ(dumpOf(readStreams(" null", {}).page), "page 612x792\n");
     EXPECT_EQ(dumpOf(readStreams("[]", {}).page), "page 612x792\n");
