@@ -40,10 +40,14 @@ std::optional<Arguments> argumentsOf(int count, char** values) {
     int i = 1;
     for (; i < count && values[i][0] == '-'; ++i) {
         const std::string option = values[i];
-        if (option == "--text") arguments.output = Output::text;
-        else if (option == "--glyphs") arguments.output = Output::glyphs;
-        else if (option == "--count") arguments.output = Output::count;
-        else return std::nullopt;
+        if (option == "--text")
+            arguments.output = Output::text;
+        else if (option == "--glyphs")
+            arguments.output = Output::glyphs;
+        else if (option == "--count")
+            arguments.output = Output::count;
+        else
+            return std::nullopt;
     }
     if (i >= count) return std::nullopt;
     arguments.file = values[i++];
@@ -68,8 +72,10 @@ private:
     void add(const Run& run) {
         float end = 0;
         if (last_ != nullptr) {
-            if (!isOnLine(run)) text_ += '\n';
-            else if (isBlank(along(*last_, run.origin) - end_, run)) text_ += ' ';
+            if (!isOnLine(run))
+                text_ += '\n';
+            else if (isBlank(along(*last_, run.origin) - end_, run))
+                text_ += ' ';
         }
         for (std::size_t i = 0; i < run.glyphCount; ++i) {
             const Glyph& glyph = page_.glyphs[run.firstGlyph + i];

@@ -14,8 +14,8 @@ constexpr std::int64_t kNoView = 1 << 5;
 constexpr std::array<std::string_view, 3> kShownTypes{"Widget", "FreeText", "Stamp"};
 
 Rectangle boxAround(const Matrix& matrix, const Rectangle& r) {
-    const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom), matrix.apply(r.left, r.top),
-                             matrix.apply(r.right, r.top)};
+    const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom),
+                             matrix.apply(r.left, r.top), matrix.apply(r.right, r.top)};
     Rectangle box{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
     for (const Vector& corner : corners) {
         box.left = std::min(box.left, corner.x);

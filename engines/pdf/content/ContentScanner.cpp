@@ -147,7 +147,8 @@ const char* scanNumber(const char* p, double& value) {
     }
     if (p - start > kSafeDigits || startOf(*p) == Start::number) [[unlikely]]
         return scanOddNumber(start, value);
-    const double size = static_cast<double>(static_cast<std::int64_t>(digits)) * kTenths[static_cast<std::size_t>(places)];
+    const double size =
+        static_cast<double>(static_cast<std::int64_t>(digits)) * kTenths[static_cast<std::size_t>(places)];
     value = negative ? -size : size;
     return p;
 }

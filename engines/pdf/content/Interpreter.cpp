@@ -170,8 +170,7 @@ void Interpreter::beginMarks(bool hasProperties) {
     if (hasProperties && operands_.size() > 0) {
         const Operand& properties = operands_.fromEnd(0);
         if (tag == "OC" && properties.isName())
-            sequence.isHidden =
-                !optionalContent_.isShown(level().resources.properties(sources_, properties.view()));
+            sequence.isHidden = !optionalContent_.isShown(level().resources.properties(sources_, properties.view()));
         else
             readProperties(properties, sequence);
         spend(level().resources.takeCost() / kEntriesAnOperator);

@@ -30,7 +30,7 @@ private:
     Document& document_;
     bool isKnown_ = false; ///< whether the configuration has been read
     bool isBaseOn_ = true;
-    std::unordered_set<std::uint32_t> exceptions_; ///< groups whose state is not the base state, by their number
+    std::unordered_set<std::uint32_t> exceptions_;  ///< groups whose state is not the base state, by their number
     std::unordered_map<std::uint32_t, bool> shown_; ///< by the number of the entry
     std::size_t steps_ = 0;                         ///< of the expression that is being evaluated
 };

@@ -66,8 +66,8 @@ std::string quoted(std::u32string_view text) {
 }
 
 std::string lineOf(const Page& page, const Run& run) {
-    std::string line = shown(run.origin) + directionOf(run.direction) + " f" + std::to_string(run.font) + ' ' +
-                       shown(run.fontSize);
+    std::string line =
+        shown(run.origin) + directionOf(run.direction) + " f" + std::to_string(run.font) + ' ' + shown(run.fontSize);
     if (run.markedContent != Run::kNoMark) line += " #" + std::to_string(run.markedContent);
     return line + flagsOf(run.flags) + ' ' + quoted(page.textOf(run)) + '\n';
 }

@@ -156,8 +156,8 @@ void TextWriter::showActualText(std::string_view codes) {
     while (p < end) {
         const FontGlyph& glyph = font.next(p, end);
         const double width = advanceOf(glyph);
-        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()),
-                                 static_cast<float>(along_ - runStart_), static_cast<float>(width)});
+        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along_ - runStart_),
+                                 static_cast<float>(width)});
         page_->text += marks_->takeActualText();
         along_ += width + characterStep_;
         if (glyph.isWordSpace) along_ += wordStep_;
@@ -174,8 +174,7 @@ void TextWriter::openRun() {
     runClip_ = state_->clip;
     run_ = {};
     run_.firstGlyph = static_cast<std::uint32_t>(page_->glyphs.size());
-    run_.origin =
-        pointOf({lineOrigin_.x + along_ * frame_.direction.x, lineOrigin_.y + along_ * frame_.direction.y});
+    run_.origin = pointOf({lineOrigin_.x + along_ * frame_.direction.x, lineOrigin_.y + along_ * frame_.direction.y});
     run_.direction = pointOf(frame_.direction);
     run_.fontSize = static_cast<float>(frame_.fontSize);
     run_.ascent = static_cast<float>(frame_.ascent);

@@ -89,9 +89,9 @@ private:
 
     // The line of the strings that are being shown. Lengths along it count from lineOrigin_.
     Vector lineOrigin_;
-    double along_ = 0;      ///< the pen
-    double showStart_ = 0;  ///< the pen at `beginShow`
-    double stringEnd_ = 0;  ///< the pen behind the last string
+    double along_ = 0;     ///< the pen
+    double showStart_ = 0; ///< the pen at `beginShow`
+    double stringEnd_ = 0; ///< the pen behind the last string
     double characterStep_ = 0;
     double wordStep_ = 0;
 

@@ -58,7 +58,8 @@ constexpr Range kRanges[] = {
 /// The caller's clusters tell neutrals apart no further, so neutrals between two numbers without a blank count as such.
 bool joinsNumbers(std::span<const Cluster> between) {
     constexpr std::size_t kLongest = 1;
-    return between.size() <= kLongest && std::none_of(between.begin(), between.end(), [](const Cluster& c) { return c.isBlank; });
+    return between.size() <= kLongest &&
+           std::none_of(between.begin(), between.end(), [](const Cluster& c) { return c.isBlank; });
 }
 
 bool goesRight(Direction direction) {
@@ -120,15 +121,16 @@ void reorder(std::span<Cluster> clusters, bool fromTheRight) {
             if (!fromTheRight && direction == Direction::number) continue; // decided by what comes after it
             break;
         }
-        std::reverse(clusters.begin() + static_cast<std::ptrdiff_t>(i), clusters.begin() + static_cast<std::ptrdiff_t>(end));
+        std::reverse(clusters.begin() + static_cast<std::ptrdiff_t>(i),
+                     clusters.begin() + static_cast<std::ptrdiff_t>(end));
         if (!fromTheRight) {
             // Inside a sequence from the right, numbers go from the left again.
             for (std::size_t k = i; k < end; ++k) {
                 if (!isNumber(clusters[k])) continue;
                 std::size_t stop = k + 1;
-                while (stop < end && (isNumber(clusters[stop]) ||
-                                      (stop + 1 < end && clusters[stop].direction == Direction::neutral &&
-                                       !clusters[stop].isBlank && isNumber(clusters[stop + 1]))))
+                while (stop < end &&
+                       (isNumber(clusters[stop]) || (stop + 1 < end && clusters[stop].direction == Direction::neutral &&
+                                                     !clusters[stop].isBlank && isNumber(clusters[stop + 1]))))
                     ++stop;
                 std::reverse(clusters.begin() + static_cast<std::ptrdiff_t>(k),
                              clusters.begin() + static_cast<std::ptrdiff_t>(stop));

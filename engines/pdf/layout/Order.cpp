@@ -39,7 +39,8 @@ bool overlapHorizontally(const Item& a, const Item& b) {
 }
 
 Step stepBetween(const Item& before, const Item& after) {
-    if (verticalOverlap(before, after) > kSameRow) return after.left >= before.right - kTouch ? Step::goesOn : Step::goesBack;
+    if (verticalOverlap(before, after) > kSameRow)
+        return after.left >= before.right - kTouch ? Step::goesOn : Step::goesBack;
     const bool overlap = overlapHorizontally(before, after);
     if (after.bottom > before.bottom) return overlap || after.right < before.left ? Step::goesBack : Step::otherPlace;
     const float distance = before.bottom - after.top;

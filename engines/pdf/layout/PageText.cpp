@@ -21,7 +21,7 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// The text of one writing direction.
 class OrientationText {
 public:
-    OrientationText(const Page& page, const Orientation& orientation)
+    OrientationText(const Page& page, Orientation& orientation)
         : page_(page)
         , orientation_(orientation) {}
 
@@ -29,11 +29,12 @@ public:
         makeLines();
         if (lines_.empty()) return;
         makeRulings();
-        tables_ = tablesOf(lines_, texts_, rulings_);
+        tables_ = tablesOf(page_, orientation_, lines_, texts_, rulings_);
+        writeParts();
         makeRows();
         markParagraphs(rows_);
         for (std::size_t i = 0; i < rows_.size(); ++i) {
-            if (i > 0 && rows_[i].beginsParagraph) out.push_back(U'\n');
+            if (i > 0 && rows_[i].beginsParagraph && !rows_[i].continuesTable) out.push_back(U'\n');
             appendRow(rows_[i], out);
             out.push_back(U'\n');
         }
@@ -43,16 +44,32 @@ private:
     /// The lines that have text, and their text.
     void makeLines() {
         LineWriter writer(page_, orientation_);
-        std::vector<std::size_t> ends;
         for (Line& line : linesOf(orientation_)) {
             const std::size_t begin = text_.size();
             writer.append(line, text_);
             if (text_.size() == begin) continue;
-            ends.push_back(text_.size());
+            ends_.push_back(text_.size());
             lines_.push_back(std::move(line));
         }
+        wholeLines_ = lines_.size();
+        viewTexts();
+    }
+
+    /// The text of the lines that the search for tables added.
+    void writeParts() {
+        if (lines_.size() == wholeLines_) return;
+        LineWriter writer(page_, orientation_);
+        for (std::size_t i = wholeLines_; i < lines_.size(); ++i) {
+            writer.append(lines_[i], text_);
+            ends_.push_back(text_.size());
+        }
+        viewTexts();
+    }
+
+    void viewTexts() {
+        texts_.clear();
         std::size_t begin = 0;
-        for (const std::size_t end : ends) {
+        for (const std::size_t end : ends_) {
             texts_.push_back(std::u32string_view(text_).substr(begin, end - begin));
             begin = end;
         }
@@ -63,30 +80,35 @@ private:
         for (const Rule& rule : page_.rules) {
             const Point a{rule.box.left, rule.box.bottom};
             const Point b{rule.box.right, rule.box.top};
-            const auto [left, right] = std::minmax(frame.alongOf(a), frame.alongOf(b));
-            const auto [bottom, top] = std::minmax(frame.upOf(a), frame.upOf(b));
+            const auto [left, right] = std::minmax({frame.alongOf(a), frame.alongOf(b)});
+            const auto [bottom, top] = std::minmax({frame.upOf(a), frame.upOf(b)});
             constexpr float kThick = 4; // points; thicker ones are bars and backgrounds
-            if (top - bottom < kThick) {
-                rulings_.push_back({left, right, bottom, top});
-            } else if (right - left >= kThick) { // a box: its edges
-                rulings_.push_back({left, right, bottom, bottom});
-                rulings_.push_back({left, right, top, top});
+            constexpr float kShortest = 4;
+            const bool isWide = right - left >= kShortest;
+            const bool isHigh = top - bottom >= kShortest;
+            if (isWide && top - bottom < kThick) {
+                rulings_.horizontal.push_back({(bottom + top) / 2, left, right});
+            } else if (isHigh && right - left < kThick) {
+                rulings_.vertical.push_back({(left + right) / 2, bottom, top});
+            } else if (isWide && isHigh) { // a box: its edges
+                rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
+                rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
             }
         }
+        joinRulings(rulings_.horizontal);
+        joinRulings(rulings_.vertical);
     }
 
     /// Puts lines and tables into reading order, and lines side by side into one row.
     void makeRows() {
         std::vector<std::uint32_t> tableOf(lines_.size(), kNoTable);
         for (std::uint32_t t = 0; t < tables_.size(); ++t)
-            for (const Row& row : tables_[t].rows)
-                for (const Cell& cell : row.cells)
-                    for (const std::uint32_t line : cell)
-                        tableOf[line] = t;
+            for (const std::uint32_t line : tables_[t].lines)
+                tableOf[line] = t;
         std::vector<Item> items;
         std::vector<std::uint32_t> sources; // a line, or lines_.size() + a table
         std::vector<bool> isListed(tables_.size());
-        for (std::uint32_t i = 0; i < lines_.size(); ++i) {
+        for (std::uint32_t i = 0; i < wholeLines_; ++i) {
             const std::uint32_t table = tableOf[i];
             if (table == kNoTable) {
                 const Line& line = lines_[i];
@@ -102,8 +124,12 @@ private:
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
             if (source >= lines_.size()) {
-                for (Row& row : tables_[source - lines_.size()].rows)
+                bool isFirst = true;
+                for (Row& row : tables_[source - lines_.size()].rows) {
+                    row.continuesTable = !isFirst;
+                    isFirst = false;
                     rows_.push_back(std::move(row));
+                }
             } else {
                 addLine(source);
             }
@@ -138,11 +164,13 @@ private:
     }
 
     const Page& page_;
-    const Orientation& orientation_;
+    Orientation& orientation_;
     std::u32string text_;
-    std::vector<Line> lines_;
+    std::vector<std::size_t> ends_; ///< of the lines' texts
+    std::vector<Line> lines_;       ///< those of the page, then parts of them
+    std::size_t wholeLines_ = 0;
     std::vector<std::u32string_view> texts_;
-    std::vector<Ruling> rulings_;
+    Rulings rulings_;
     std::vector<Table> tables_;
     std::vector<Row> rows_;
 };
@@ -150,7 +178,8 @@ private:
 } // namespace
 
 void appendPageText(const Page& page, std::u32string& out) {
-    for (const Orientation& orientation : orientationsOf(page))
+    std::vector<Orientation> orientations = orientationsOf(page);
+    for (Orientation& orientation : orientations)
         OrientationText(page, orientation).append(out);
 }
 

@@ -20,6 +20,7 @@ struct Row {
     float top = 0;
     float size = 0;
     bool isTableRow = false;      ///< TABs separate its cells, else blanks
+    bool continuesTable = false;  ///< it is not the first row of its table
     bool beginsParagraph = false; ///< the page shows a break before it
 
     [[nodiscard]] float height() const { return top - bottom; }

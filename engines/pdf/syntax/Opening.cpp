@@ -5,14 +5,14 @@
 #include "engines/pdf/syntax/EncryptionDictionary.h"
 #include "engines/pdf/syntax/PageTree.h"
 
-
 namespace quillow::pdf {
 namespace {
 
 /// Whether only attached files are encrypted (7.6.5.1): neither strings nor other streams are.
 bool isReadableWithoutKey(const EncryptionValues& values) {
     constexpr int kWithCryptFilters = 4;
-    return values.version >= kWithCryptFilters && values.streamFilter == "Identity" && values.stringFilter == "Identity";
+    return values.version >= kWithCryptFilters && values.streamFilter == "Identity" &&
+           values.stringFilter == "Identity";
 }
 
 } // namespace

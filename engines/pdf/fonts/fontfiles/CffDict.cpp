@@ -26,10 +26,14 @@ constexpr int kLargestExponent = 30;
 class Real {
 public:
     void add(unsigned halfByte) {
-        if (halfByte <= 9 && !hasExponent_) addDigit(static_cast<int>(halfByte));
-        else if (halfByte <= 9) exponent_ = std::min(exponent_ * 10 + static_cast<int>(halfByte), kLargestExponent);
-        else if (halfByte == kPoint) hasPoint_ = true;
-        else if (halfByte == kMinus) isNegative_ = true;
+        if (halfByte <= 9 && !hasExponent_)
+            addDigit(static_cast<int>(halfByte));
+        else if (halfByte <= 9)
+            exponent_ = std::min(exponent_ * 10 + static_cast<int>(halfByte), kLargestExponent);
+        else if (halfByte == kPoint)
+            hasPoint_ = true;
+        else if (halfByte == kMinus)
+            isNegative_ = true;
         else if (halfByte == kExponent || halfByte == kNegativeExponent) {
             hasExponent_ = true;
             isSmall_ = halfByte == kNegativeExponent;

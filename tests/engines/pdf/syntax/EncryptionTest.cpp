@@ -24,8 +24,8 @@ constexpr std::uint32_t kEncryption = 30;
 
 std::string encryptionDictionary(const EncryptedFile& file) {
     std::string text = "<</Filter/Standard/V " + std::to_string(file.version) + "/R " + std::to_string(file.revision) +
-                       "/Length " + std::to_string(file.lengthInBits) + "/P " + std::to_string(file.permissions) + "/O" +
-                       hexadecimal(file.owner) + "/U" + hexadecimal(file.user);
+                       "/Length " + std::to_string(file.lengthInBits) + "/P " + std::to_string(file.permissions) +
+                       "/O" + hexadecimal(file.owner) + "/U" + hexadecimal(file.user);
     if (!file.ownerKey.empty()) text += "/OE" + hexadecimal(file.ownerKey) + "/UE" + hexadecimal(file.userKey);
     if (!file.encryptsMetadata) text += "/EncryptMetadata false";
     if (!file.method.empty()) {
