@@ -14,7 +14,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 
@@ -170,6 +169,7 @@ int main(int count, char** values) {
         std::fprintf(stderr, "pdf_runs: %s: cannot be read\n", arguments->file.c_str());
         return 1;
     }
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    std::string bytes(static_cast<std::size_t>(file.seekg(0, std::ios::end).tellg()), '\0');
+    file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return show(*arguments, bytes);
 }

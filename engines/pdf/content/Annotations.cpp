@@ -7,11 +7,15 @@ namespace quillow::pdf {
 
 namespace {
 
+/// What the budget is charged, in operators.
+constexpr std::size_t kCostOfAnnotation = 50;
+
 /// Annotation flags (12.5.3).
 constexpr std::int64_t kHidden = 1 << 1;
 constexpr std::int64_t kNoView = 1 << 5;
 
-constexpr std::array<std::string_view, 3> kShownTypes{"Widget", "FreeText", "Stamp"};
+/// Comments that open in windows of their own, links, and icons of what is not text.
+constexpr std::array<std::string_view, 5> kOtherTypes{"Popup", "Text", "Link", "FileAttachment", "Sound"};
 
 Rectangle boxAround(const Matrix& matrix, const Rectangle& r) {
     const std::array corners{matrix.apply(r.left, r.bottom), matrix.apply(r.right, r.bottom),
@@ -40,24 +44,31 @@ Matrix placingMatrix(const Rectangle& box, const Rectangle& place) {
 
 void Annotations::show(const PageNode& node, const Matrix& toPage, Page& page) {
     const Object list = document_.get(node.dictionary, "Annots");
-    const auto items = list.array();
-    for (const Object& item : items.first(std::min(items.size(), kMaximumAnnotations)))
+    interpreter_.endRun();
+    for (const Object& item : list.array()) {
+        if (!interpreter_.spend(kCostOfAnnotation)) return;
         showAnnotation(document_.resolve(item).dictionary(), toPage, page);
+    }
 }
 
 bool Annotations::isShown(const Dictionary& annotation) {
     const std::string_view type = document_.get(annotation, "Subtype").name();
-    if (std::find(kShownTypes.begin(), kShownTypes.end(), type) == kShownTypes.end()) return false;
+    if (type.empty() || std::find(kOtherTypes.begin(), kOtherTypes.end(), type) != kOtherTypes.end()) return false;
     if ((document_.get(annotation, "F").integerOr(0) & (kHidden | kNoView)) != 0) return false;
     return interpreter_.optionalContent().isShown(annotation.find("OC"));
 }
 
 void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toPage, Page& page) {
-    static_cast<void>(page);
     if (!isShown(annotation)) return;
     const Rectangle place = rectangleOf(document_, annotation.find("Rect"), {});
+    if (place.right <= place.left || place.top <= place.bottom) return;
     const StreamContent* const appearance = appearanceOf(annotation);
+    const std::size_t runs = page.runs.size();
     if (appearance != nullptr) showAppearance(*appearance, place, toPage);
+    const Object type = document_.get(annotation, "Subtype");
+    const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
+    if (type.isName("Widget") && isToMake) fields_.write(annotation, place, toPage, page);
+    if (type.isName("FreeText") && appearance == nullptr) fields_.writeFreeText(annotation, place, toPage, page);
 }
 
 /// The normal appearance: a form, or one for each state of which /AS names the current one.

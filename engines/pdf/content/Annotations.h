@@ -1,21 +1,20 @@
-// The annotations of a page that show text of the document itself: form fields, free text and stamps (ISO 32000-2,
-// 12.5). The text of comments that open in windows of their own is not part of the page; links have no text.
+// The annotations of a page that show text on it: form fields, free text, stamps and others with an appearance (ISO
+// 32000-2, 12.5). Comments that open in windows of their own are not part of the page; links have no text.
 #pragma once
 
+#include "engines/pdf/content/FieldText.h"
 #include "engines/pdf/content/Interpreter.h"
 #include "engines/pdf/syntax/PageTree.h"
 
 namespace quillow::pdf {
-
-/// Annotations of a page.
-inline constexpr std::size_t kMaximumAnnotations = 10'000;
 
 class Annotations {
 public:
     /// Both must outlive it.
     Annotations(Document& document, Interpreter& interpreter)
         : document_(document)
-        , interpreter_(interpreter) {}
+        , interpreter_(interpreter)
+        , fields_(document, interpreter) {}
 
     /// Shows the annotations of a page whose content has been interpreted.
     void show(const PageNode& node, const Matrix& toPage, Page& page);
@@ -28,6 +27,7 @@ private:
 
     Document& document_;
     Interpreter& interpreter_;
+    FieldText fields_;
 };
 
 } // namespace quillow::pdf

@@ -10,8 +10,8 @@ namespace quillow::pdf {
 
 class ContentBuffer {
 public:
-    /// Ends every number, name and operator, then every string. The scanner recognises the parenthesis by its place.
-    static constexpr std::string_view kGuard = "\n)";
+    /// Ends every number, name and operator, then every string. The scanner recognises the brackets by their place.
+    static constexpr std::string_view kGuard = "\n>)";
 
     void clear() { bytes_.clear(); }
 

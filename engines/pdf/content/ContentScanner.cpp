@@ -3,7 +3,6 @@
 #include "engines/pdf/syntax/Lexer.h"
 
 #include <array>
-#include <cstring>
 
 namespace quillow::pdf {
 
@@ -91,6 +90,10 @@ bool isOperandWord(std::string_view word) {
     return word == "true" || word == "false" || word == "null";
 }
 
+bool endsArrays(Operator word) {
+    return word == operatorOf("TJ") || word == operatorOf("d") || word == operatorOf("ET") || word == operatorOf("BT");
+}
+
 /// Whether a byte of a literal string is more than itself.
 constexpr std::array<bool, 256> kStringStops = [] {
     std::array<bool, 256> stops{};
@@ -120,9 +123,11 @@ const char* endOfLiteral(const char* p, const char* end, bool& plain) {
     }
 }
 
+/// Most hexadecimal strings are too short for a search by blocks to pay.
 const char* endOfHex(const char* p, const char* end) {
-    const void* const found = std::memchr(p, '>', static_cast<std::size_t>(end - p));
-    return found == nullptr ? end : static_cast<const char*>(found);
+    while (*p != '>')
+        ++p;
+    return p < end ? p : end;
 }
 
 std::string_view between(const char* begin, const char* end) {
@@ -213,7 +218,8 @@ const char* ContentScanner::pushBytes(const char* p, Operands& operands) {
     return scanString(p, [&](const Operand& operand) { operands.push(operand); });
 }
 
-/// An array ends at its bracket, or at a word: then its bracket is missing.
+/// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing.
+/// Other operators are ignored, because a producer writes Tc inside the arrays of TJ.
 const char* ContentScanner::pushArray(const char* p, Operands& operands) {
     const auto add = [&](const Operand& operand) { operands.addItem(operand); };
     const std::size_t first = operands.itemCount();
@@ -241,7 +247,13 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
             open = *p != ']' && p < end_;
             if (p < end_) ++p;
             break;
-        case Start::word: open = false; break;
+        case Start::word: {
+            Operator word = kNoOperator;
+            const char* const behind = scanWord(p, word);
+            open = !endsArrays(word);
+            if (open) p = behind;
+            break;
+        }
         }
     }
     operands.push(Operand::ofArray(first, operands.itemCount() - first));

@@ -10,13 +10,15 @@ namespace quillow::pdf {
 
 namespace {
 
-void appendHex(std::string_view raw, text::ByteBuffer& out) {
-    const std::size_t at = out.size();
-    out.resize(at + raw.size() / 2 + 1);
-    char* to = out.data() + at;
+int digitOf(char byte) {
+    return text::kHexValues[static_cast<std::uint8_t>(byte)];
+}
+
+/// Writes the bytes of digits that may have anything between them. An odd digit is followed by a 0 (7.3.4.3).
+char* writeOddHex(std::string_view raw, char* to) {
     int high = -1;
     for (const char byte : raw) {
-        const int digit = text::kHexValues[static_cast<std::uint8_t>(byte)];
+        const int digit = digitOf(byte);
         if (digit < 0) continue;
         if (high < 0) {
             high = digit;
@@ -25,7 +27,22 @@ void appendHex(std::string_view raw, text::ByteBuffer& out) {
             high = -1;
         }
     }
-    if (high >= 0) *to++ = static_cast<char>(high << 4); // an odd digit is followed by a 0 (7.3.4.3)
+    if (high >= 0) *to++ = static_cast<char>(high << 4);
+    return to;
+}
+
+void appendHex(std::string_view raw, text::ByteBuffer& out) {
+    const std::size_t at = out.size();
+    out.resize(at + raw.size() / 2 + 1);
+    char* to = out.data() + at;
+    const char* p = raw.data();
+    const char* const end = p + raw.size();
+    for (; end - p >= 2; p += 2) {
+        const int byte = digitOf(p[0]) << 4 | digitOf(p[1]);
+        if (byte < 0) break;
+        *to++ = static_cast<char>(byte);
+    }
+    to = writeOddHex({p, static_cast<std::size_t>(end - p)}, to);
     out.resize(static_cast<std::size_t>(to - out.data()));
 }
 

@@ -1,6 +1,5 @@
 #include "engines/pdf/content/Interpreter.h"
 
-#include "engines/pdf/Limits.h"
 #include "engines/pdf/content/InlineDictionary.h"
 #include "engines/pdf/content/InlineImage.h"
 #include "engines/pdf/syntax/TextString.h"
@@ -17,6 +16,7 @@ namespace {
 constexpr std::size_t kCostOfForm = 50;
 constexpr std::size_t kEntriesAnOperator = 8;
 constexpr std::size_t kCodesAnOperator = 4;
+constexpr std::size_t kBytesAnOperator = 16;
 
 /// A number for an MCID; the type has no room for others.
 std::int32_t idOf(std::int64_t value) {
@@ -26,12 +26,12 @@ std::int32_t idOf(std::int64_t value) {
 
 } // namespace
 
-Interpreter::Interpreter(Document& document, FontCache& fonts)
+Interpreter::Interpreter(Document& document, FontCache& fonts, const ContentLimits& limits)
     : sources_{document, fonts}
     , forms_(document)
     , optionalContent_(document)
-    , documentOperatorsLeft_(kMaximumOperatorsOfDocument)
-    , documentBytesLeft_(kMaximumContentOfDocument) {}
+    , operatorsOfPage_(limits.operatorsOfPage)
+    , documentOperatorsLeft_(limits.operatorsOfDocument) {}
 
 void Interpreter::beginPage(Page& page, const Matrix& toPage, const Dictionary& resources) {
     page_ = &page;
@@ -47,15 +47,14 @@ void Interpreter::beginPage(Page& page, const Matrix& toPage, const Dictionary& 
     writer_.beginPage(page);
     marks_.clear();
     path_.clear();
-    operatorsLeft_ = std::min(kMaximumOperators, documentOperatorsLeft_);
+    operatorsLeft_ = std::min(operatorsOfPage_, documentOperatorsLeft_);
     documentOperatorsLeft_ -= operatorsLeft_;
     isSpent_ = false;
     skipped_ = 0;
-    if (operatorsLeft_ == 0) spend(1);
 }
 
 void Interpreter::endPage() {
-    writer_.endPage();
+    writer_.endRun();
     documentOperatorsLeft_ += std::exchange(operatorsLeft_, 0);
     if (writer_.isFull()) ++skipped_;
 }
@@ -75,8 +74,7 @@ bool Interpreter::spend(std::size_t operators) {
 }
 
 void Interpreter::spendBytes(std::size_t count) {
-    documentBytesLeft_ -= std::min(count, documentBytesLeft_);
-    if (documentBytesLeft_ == 0) operatorsLeft_ = documentOperatorsLeft_ = 0;
+    spend(count / kBytesAnOperator);
 }
 
 void Interpreter::interpret(std::string_view content) {
@@ -220,7 +218,10 @@ void Interpreter::showForm(Form& form, const Matrix& toPage, std::uint8_t flags)
     state_.toPage = toPage;
     writer_.setFlags(flags);
     writer_.beginObject();
-    if (enterForm(form)) run(0);
+    if (enterForm(form)) {
+        run(depth_);
+        leaveForm();
+    }
     writer_.setFlags(0);
 }
 

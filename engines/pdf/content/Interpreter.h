@@ -1,6 +1,7 @@
 // Executes the operators of content streams that text depends on (ISO 32000-2, annex A).
 #pragma once
 
+#include "engines/pdf/content/ContentLimits.h"
 #include "engines/pdf/content/ContentScanner.h"
 #include "engines/pdf/content/FormCache.h"
 #include "engines/pdf/content/GraphicsState.h"
@@ -26,7 +27,7 @@ inline constexpr std::size_t kMaximumFormDepth = 24;
 class Interpreter {
 public:
     /// The document and the fonts must outlive the interpreter.
-    Interpreter(Document& document, FontCache& fonts);
+    Interpreter(Document& document, FontCache& fonts, const ContentLimits& limits);
 
     /// `page` is empty but for its crop box.
     void beginPage(Page& page, const Matrix& toPage, const Dictionary& resources);
@@ -36,12 +37,16 @@ public:
     /// Interprets a form as if the page's content called it with this transformation from its /Matrix on. Flags are for
     /// its runs.
     void showForm(Form& form, const Matrix& toPage, std::uint8_t flags);
-    /// Ends the last run of the page.
+    /// Ends the run that is being written, so that others can add runs to the page.
+    void endRun() { writer_.endRun(); }
+    /// Ends the page. Nothing may be interpreted before the next one begins.
     void endPage();
 
     /// Streams that were damaged or left out since `beginPage`, and limits that were reached.
     [[nodiscard]] std::uint64_t partsSkipped() const;
-    /// For the decoded bytes of the page's content.
+    /// Charges the budget. False if it is spent: nothing more is read of the page.
+    bool spend(std::size_t operators);
+    /// The same for decoded bytes.
     void spendBytes(std::size_t count);
 
     [[nodiscard]] FormCache& forms() { return forms_; }
@@ -78,7 +83,6 @@ private:
     void setTextMatrix();
     void showString();
     void showStrings(std::span<const Operand> items);
-    [[nodiscard]] std::string_view bytesOf(const Operand& string);
     void showWithSpacing();
 
     void paint(PathCollector::Painting painting);
@@ -94,9 +98,6 @@ private:
     void leaveForm();
     void clipTo(const Rectangle& box);
     void skipImage();
-
-    /// False if the budget is spent: nothing more is read.
-    bool spend(std::size_t operators);
 
     ResourceSources sources_;
     FormCache forms_;
@@ -118,9 +119,9 @@ private:
 
     text::ByteBuffer scratch_;
     std::u32string actualText_;
+    std::size_t operatorsOfPage_;
     std::size_t operatorsLeft_ = 0;
     std::size_t documentOperatorsLeft_;
-    std::size_t documentBytesLeft_;
     bool isSpent_ = false;
     std::uint64_t skipped_ = 0;
 };

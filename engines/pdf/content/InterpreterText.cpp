@@ -1,5 +1,4 @@
 // The text operators (ISO 32000-2, 9.3, 9.4).
-#include "engines/pdf/content/InlineDictionary.h"
 #include "engines/pdf/content/Interpreter.h"
 
 namespace quillow::pdf {
@@ -90,27 +89,12 @@ void Interpreter::showWithSpacing() {
     showString();
 }
 
-std::string_view Interpreter::bytesOf(const Operand& string) {
-    if (string.kind == Operand::Kind::plainString) return string.view();
-    scratch_.clear();
-    appendString(string, scratch_);
-    return scratch_.view();
-}
-
 void Interpreter::showStrings(std::span<const Operand> items) {
-    if (!writer_.beginShow(state_, marks_)) return;
-    std::size_t codes = 0;
-    for (const Operand& item : items) {
-        if (item.isNumber()) {
-            writer_.adjust(item.number);
-        } else if (item.isString()) {
-            const std::string_view bytes = bytesOf(item);
-            codes += bytes.size();
-            writer_.show(bytes);
-        }
-    }
-    writer_.endShow();
-    spend(codes / kCodesAnOperator);
+    writer_.show(state_, marks_, items);
+    std::size_t bytes = 0;
+    for (const Operand& item : items)
+        if (item.isString()) bytes += item.size;
+    spend(bytes / kCodesAnOperator);
 }
 
 } // namespace quillow::pdf

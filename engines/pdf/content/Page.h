@@ -55,6 +55,7 @@ enum RunFlag : std::uint8_t {
 /// transformation matrix and the font size are multiplied in (9.4.4).
 struct Run {
     static constexpr std::int32_t kNoMark = -1;
+    static constexpr std::uint32_t kNoFont = 0xFFFF'FFFF; ///< of text that no font of the document shows
 
     std::uint32_t firstGlyph = 0; ///< index in Page::glyphs
     std::uint32_t glyphCount = 0;
@@ -65,7 +66,7 @@ struct Run {
     /// are the font's ascent and its descent, both positive as a rule.
     float ascent = 0;
     float descent = 0;
-    std::uint32_t font = 0;               ///< runs of one font of the document have the same number
+    std::uint32_t font = 0;               ///< runs of one font of the document have the same number, or kNoFont
     std::int32_t markedContent = kNoMark; ///< the MCID that ties the run to the structure tree (14.7.5), or kNoMark
     std::uint8_t flags = 0;               ///< RunFlag
 };

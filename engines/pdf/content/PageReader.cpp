@@ -43,9 +43,9 @@ constexpr char32_t kReplacement = 0xFFFD;
 } // namespace
 
 struct PageReader::State {
-    State(Document& file, FontCache& fonts)
+    State(Document& file, FontCache& fonts, const ContentLimits& limits)
         : document(file)
-        , interpreter(file, fonts)
+        , interpreter(file, fonts, limits)
         , annotations(file, interpreter) {}
 
     void readContents(const PageNode& node);
@@ -59,13 +59,13 @@ struct PageReader::State {
     std::uint64_t damaged = 0;
 };
 
-PageReader::PageReader(Document& document, FontCache& fonts)
-    : state_(std::make_unique<State>(document, fonts)) {}
+PageReader::PageReader(Document& document, FontCache& fonts, const ContentLimits& limits)
+    : state_(std::make_unique<State>(document, fonts, limits)) {}
 
 PageReader::~PageReader() = default;
 
-/// The streams of a page are one, with white space between them (7.8.2). But what is cut in the middle of a string or an
-/// array must not swallow the next stream.
+/// The streams of a page are one, with white space between them (7.8.2). But what is cut in the middle of a string or
+/// an array must not swallow the next stream.
 void PageReader::State::readContents(const PageNode& node) {
     content.clear();
     for (const StreamContent* const part : contentsOf(document, node)) {

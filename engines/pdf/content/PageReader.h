@@ -1,6 +1,7 @@
 // Walks the content of a page and collects what it shows.
 #pragma once
 
+#include "engines/pdf/content/ContentLimits.h"
 #include "engines/pdf/content/Page.h"
 #include "engines/pdf/fonts/FontCache.h"
 #include "engines/pdf/syntax/PageTree.h"
@@ -18,7 +19,7 @@ struct PageLoss {
 class PageReader {
 public:
     /// The document and the fonts must outlive the reader.
-    PageReader(Document& document, FontCache& fonts);
+    PageReader(Document& document, FontCache& fonts, const ContentLimits& limits = {});
     ~PageReader();
     PageReader(const PageReader&) = delete;
     PageReader& operator=(const PageReader&) = delete;

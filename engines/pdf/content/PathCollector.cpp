@@ -73,11 +73,13 @@ void addRule(Page& page, const Box& seen, Rule::Kind kind, const Box& whole) {
 void PathCollector::moveTo(const Matrix& toPage, double x, double y) {
     endSubpath();
     start_ = current_ = pointOf(toPage, x, y);
+    hasCurrent_ = true;
     corners_[0] = start_;
     cornerCount_ = 1;
 }
 
 void PathCollector::lineTo(const Matrix& toPage, double x, double y) {
+    if (!hasCurrent_) return moveTo(toPage, x, y);
     const Point to = pointOf(toPage, x, y);
     addLine(to);
     addCorner(to);
@@ -85,6 +87,7 @@ void PathCollector::lineTo(const Matrix& toPage, double x, double y) {
 }
 
 void PathCollector::curveTo(const Matrix& toPage, double x, double y) {
+    if (!hasCurrent_) return moveTo(toPage, x, y);
     current_ = pointOf(toPage, x, y);
     cornerCount_ = kCorners + 1;
 }
@@ -93,6 +96,7 @@ void PathCollector::rectangle(const Matrix& toPage, double x, double y, double w
     endSubpath();
     ++subpaths_;
     start_ = current_ = pointOf(toPage, x, y);
+    hasCurrent_ = true;
     const Point beside = pointOf(toPage, x + width, y);
     const bool isUpright = isHorizontal(start_, beside) || isVertical(start_, beside);
     if (isUpright && rectangles_.size() < kMaximumRules)
@@ -100,6 +104,7 @@ void PathCollector::rectangle(const Matrix& toPage, double x, double y, double w
 }
 
 void PathCollector::close() {
+    if (!hasCurrent_) return;
     addLine(start_);
     if (cornerCount_ == kCorners - 1) addCorner(start_);
     current_ = start_;
@@ -151,6 +156,7 @@ void PathCollector::addRules(Painting painting, const Box& seen, Page& page) con
 }
 
 void PathCollector::clear() {
+    hasCurrent_ = false;
     cornerCount_ = 0;
     subpaths_ = 0;
     lines_.clear();

@@ -1,5 +1,6 @@
-// The path that is being built, as far as text can depend on it (ISO 32000-2, 8.5): its horizontal and vertical lines and
-// its upright rectangles. Everything else of it is forgotten at once, because drawings of a million lines are common.
+// The path that is being built, as far as text can depend on it (ISO 32000-2, 8.5): its horizontal and vertical lines
+// and its upright rectangles. Everything else of it is forgotten at once, because drawings of a million lines are
+// common.
 #pragma once
 
 #include "engines/pdf/content/Matrix.h"
@@ -22,6 +23,7 @@ inline constexpr std::size_t kMaximumRules = 20'000;
 class PathCollector {
 public:
     void moveTo(const Matrix& toPage, double x, double y);
+    /// A path that does not begin with a point begins where its first line ends.
     void lineTo(const Matrix& toPage, double x, double y);
     /// A curve. Where it ends is the next line's start.
     void curveTo(const Matrix& toPage, double x, double y);
@@ -47,8 +49,9 @@ private:
     static constexpr std::size_t kCorners = 5;
     std::array<Point, kCorners> corners_{};
     std::size_t cornerCount_ = 0; ///< over kCorners: it is no rectangle
-    Point start_;
-    Point current_;
+    bool hasCurrent_ = false;
+    Point start_;                 ///< of the subpath; valid if hasCurrent_
+    Point current_;               ///< the same
     std::size_t subpaths_ = 0;    ///< that draw something
     std::vector<Box> lines_;      ///< straight ones that are long enough
     std::vector<Box> rectangles_; ///< by the operator re

@@ -25,8 +25,8 @@ struct StateParameters {
 class Resources {
 public:
     Resources() = default;
-    /// What is not in `dictionary` is looked up in `outer`, which must outlive it: producers leave out of a form what its
-    /// page has.
+    /// What is not in `dictionary` is looked up in `outer`, which must outlive it: producers leave out of a form what
+    /// its page has.
     Resources(const Dictionary& dictionary, Resources* outer)
         : dictionary_(dictionary)
         , outer_(outer) {}

@@ -1,5 +1,6 @@
 #include "engines/pdf/content/TextWriter.h"
 
+#include "engines/pdf/content/InlineDictionary.h"
 #include "engines/pdf/content/RunFilter.h"
 
 #include <cmath>
@@ -31,12 +32,8 @@ void TextWriter::beginPage(Page& page) {
     setMatrix({});
 }
 
-void TextWriter::endPage() {
-    closeRun();
-}
-
 void TextWriter::setFlags(std::uint8_t flags) {
-    closeRun();
+    endRun();
     flags_ = flags;
 }
 
@@ -83,14 +80,32 @@ bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
     if (isOnOpenLine(start)) {
         along_ = (start.x - lineOrigin_.x) * frame_.direction.x + (start.y - lineOrigin_.y) * frame_.direction.y;
     } else {
-        closeRun();
+        endRun();
         lineOrigin_ = start;
         along_ = 0;
     }
     showStart_ = along_;
     characterStep_ = state.text.characterSpacing * frame_.spacing;
     wordStep_ = state.text.wordSpacing * frame_.spacing;
+    forwardJump_ = kForwardJump * frame_.fontSize;
+    backwardJump_ = -kBackwardJump * frame_.fontSize;
     return true;
+}
+
+void TextWriter::show(const GraphicsState& state, MarkedContent& marks, std::span<const Operand> items) {
+    if (!beginShow(state, marks)) return;
+    for (const Operand& item : items) {
+        if (item.isNumber()) {
+            along_ += item.number * frame_.adjustment;
+        } else if (item.kind == Operand::Kind::plainString) {
+            showString(item.view());
+        } else {
+            string_.clear();
+            appendString(item, string_);
+            showString(string_.view());
+        }
+    }
+    endShow();
 }
 
 void TextWriter::endShow() {
@@ -101,7 +116,7 @@ void TextWriter::endShow() {
 /// Whether the next string belongs to the open run.
 bool TextWriter::goesOn() const {
     const double jump = along_ - stringEnd_;
-    return isOpen_ && jump <= kForwardJump * frame_.fontSize && jump >= -kBackwardJump * frame_.fontSize;
+    return isOpen_ && jump <= forwardJump_ && jump >= backwardJump_;
 }
 
 bool TextWriter::hasRoom(std::size_t codes) {
@@ -110,7 +125,7 @@ bool TextWriter::hasRoom(std::size_t codes) {
     return room;
 }
 
-void TextWriter::show(std::string_view codes) {
+void TextWriter::showString(std::string_view codes) {
     if (codes.empty() || !hasRoom(codes.size())) return;
     if (!goesOn()) openRun();
     if (runMarks_.actualText != 0)
@@ -144,28 +159,22 @@ void TextWriter::showGlyphs(std::string_view codes) {
     along_ = along;
 }
 
-double TextWriter::advanceOf(const FontGlyph& glyph) const {
-    return (frame_.isVertical ? glyph.verticalAdvance : glyph.width) * frame_.advance;
-}
-
-/// The first glyph of the span has all of its characters (14.9.4).
+/// The first glyph of the span has all of its characters (14.9.4), and the others have none.
 void TextWriter::showActualText(std::string_view codes) {
-    Font& font = *state_->text.font;
-    const char* p = codes.data();
-    const char* const end = p + codes.size();
-    while (p < end) {
-        const FontGlyph& glyph = font.next(p, end);
-        const double width = advanceOf(glyph);
-        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along_ - runStart_),
-                                 static_cast<float>(width)});
-        page_->text += marks_->takeActualText();
-        along_ += width + characterStep_;
-        if (glyph.isWordSpace) along_ += wordStep_;
-    }
+    const std::size_t firstGlyph = page_->glyphs.size();
+    const std::size_t textBegin = page_->text.size();
+    if (frame_.isVertical)
+        showGlyphs<true>(codes);
+    else
+        showGlyphs<false>(codes);
+    page_->text.resize(textBegin);
+    page_->text += marks_->takeActualText();
+    for (std::size_t i = firstGlyph + 1; i < page_->glyphs.size(); ++i)
+        page_->glyphs[i].text = static_cast<std::uint32_t>(page_->text.size());
 }
 
 void TextWriter::openRun() {
-    closeRun();
+    endRun();
     isOpen_ = true;
     runStart_ = along_;
     runFrame_ = frame_;
@@ -187,7 +196,7 @@ void TextWriter::openRun() {
 }
 
 /// Adds the run to the page if somebody can see it.
-void TextWriter::closeRun() {
+void TextWriter::endRun() {
     if (!isOpen_) return;
     isOpen_ = false;
     run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;

@@ -7,9 +7,12 @@
 #pragma once
 
 #include "engines/pdf/content/MarkedContent.h"
+#include "engines/pdf/content/Operands.h"
 #include "engines/pdf/content/TextFrame.h"
+#include "text/ByteBuffer.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace quillow::pdf {
@@ -27,8 +30,8 @@ class TextWriter {
 public:
     /// `page` is empty but for its crop box.
     void beginPage(Page& page);
-    /// Ends the last run.
-    void endPage();
+    /// Ends the run that is being written. Must be called after the last one.
+    void endRun();
 
     /// Flags for everything that is shown from now on, beside those of the marks.
     void setFlags(std::uint8_t flags);
@@ -42,13 +45,8 @@ public:
     /// the marks.
     void stateChanged() { frameIsCurrent_ = false; }
 
-    /// The strings and numbers of one Tj or TJ come between `beginShow` and `endShow`. False if nothing can be shown:
-    /// then neither `show` nor `endShow` must be called. The state must stay as it is in between.
-    [[nodiscard]] bool beginShow(const GraphicsState& state, MarkedContent& marks);
-    void show(std::string_view codes);
-    /// A number of a TJ.
-    void adjust(double amount) { along_ += amount * frame_.adjustment; }
-    void endShow();
+    /// Shows the strings and numbers of one Tj or TJ.
+    void show(const GraphicsState& state, MarkedContent& marks, std::span<const Operand> items);
 
     /// The place in the text object, for a form that interrupts it.
     struct Place {
@@ -62,16 +60,17 @@ public:
     [[nodiscard]] bool isFull() const { return isFull_; }
 
 private:
+    [[nodiscard]] bool beginShow(const GraphicsState& state, MarkedContent& marks);
+    void endShow();
+    void showString(std::string_view codes);
     void updateFrame();
     [[nodiscard]] bool isOnOpenLine(Vector start) const;
     [[nodiscard]] bool goesOn() const;
     [[nodiscard]] bool hasRoom(std::size_t codes);
     void openRun();
-    void closeRun();
-    void showActualText(std::string_view codes);
     template <bool isVertical>
     void showGlyphs(std::string_view codes);
-    [[nodiscard]] double advanceOf(const FontGlyph& glyph) const;
+    void showActualText(std::string_view codes);
 
     Page* page_ = nullptr;
     std::uint8_t flags_ = 0;
@@ -80,7 +79,7 @@ private:
     Matrix line_;  ///< text line matrix
     Vector moved_; ///< from its origin, by what has been shown
 
-    // What the operators before `show` have set; valid if frameIsCurrent_.
+    // What the operators before `show` have set; the frame is valid if frameIsCurrent_.
     bool frameIsCurrent_ = false;
     const GraphicsState* state_ = nullptr;
     MarkedContent* marks_ = nullptr;
@@ -90,10 +89,13 @@ private:
     // The line of the strings that are being shown. Lengths along it count from lineOrigin_.
     Vector lineOrigin_;
     double along_ = 0;     ///< the pen
-    double showStart_ = 0; ///< the pen at `beginShow`
+    double showStart_ = 0; ///< the pen before the strings
     double stringEnd_ = 0; ///< the pen behind the last string
     double characterStep_ = 0;
     double wordStep_ = 0;
+    double forwardJump_ = 0;
+    double backwardJump_ = 0;
+    text::ByteBuffer string_; ///< that had to be decoded
 
     // The run that is being written; its glyphs are the last ones of the page.
     bool isOpen_ = false;

@@ -14,6 +14,10 @@ inline constexpr std::size_t kMd5Size = 16;
 
 using Md5 = std::array<char, kMd5Size>;
 
+/// Whether the cryptographic library is there. The first call loads it: at the start of the program it would take
+/// longer than everything else. Without it nothing below may be called. From any thread.
+[[nodiscard]] bool hasCiphers();
+
 /// A digest of 32, 48 or 64 bytes.
 struct Sha2 {
     std::array<char, 64> bytes{};

@@ -127,8 +127,12 @@ void appendRc4(std::string_view key, std::string_view bytes, ByteBuffer& out) {
 
 } // namespace
 
+bool Decryption::isAvailable() {
+    return hasCiphers();
+}
+
 std::unique_ptr<Decryption> Decryption::open(const EncryptionValues& values, std::string_view password) {
-    if (!isKnown(values)) return nullptr;
+    if (!isKnown(values) || !isAvailable()) return nullptr;
     std::optional<FileKey> key = keyFromPassword(values, {});
     if (!key && !password.empty()) key = keyFromPassword(values, password);
     if (!key) return nullptr;

@@ -41,6 +41,9 @@ struct EncryptionValues {
 
 class Decryption {
 public:
+    /// Whether the cryptographic library is installed; without it no document opens. The first call loads it.
+    [[nodiscard]] static bool isAvailable();
+
     /// Opens the document with the empty password, else with the given one in UTF-8; each is tried as the user's and as
     /// the owner's (7.6.4.3, 7.6.4.4). Null if neither opens it or the handler is not known.
     [[nodiscard]] static std::unique_ptr<Decryption> open(const EncryptionValues& values, std::string_view password);

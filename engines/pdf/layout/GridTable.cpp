@@ -70,7 +70,8 @@ public:
         return static_cast<float>(cells.size()) >= kFilledShare * static_cast<float>(grid_.cellCount());
     }
 
-    [[nodiscard]] Table make(const Page& page, Orientation& orientation, std::vector<Line>& lines) const {
+    [[nodiscard]] Table make(const Page& page, Orientation& orientation, Lines& found) const {
+        std::vector<Line>& lines = found.lines;
         Table table;
         table.left = grid_.left();
         table.right = grid_.right();
@@ -82,13 +83,7 @@ public:
         std::map<Place, Cell> cells;
         const std::vector<std::size_t> bands = bandsThatAreRows(lines);
         const std::set<std::uint32_t> open = openColumns();
-        std::uint32_t letters = 0;
-        std::uint32_t rightToLeft = 0;
         for (std::size_t i = 0; i < inside_.size(); ++i) {
-            for (const Word& word : words_.of(inside_[i])) {
-                letters += word.letters;
-                rightToLeft += word.rightToLeft;
-            }
             const std::vector<Part>& parts = parts_[i];
             const auto placeOf = [&](const Part& part) {
                 const bool isOpen = open.contains(part.cell);
@@ -103,7 +98,7 @@ public:
             std::vector<float> cuts;
             for (std::size_t k = 1; k < parts.size(); ++k)
                 cuts.push_back((parts[k - 1].right + parts[k].left) / 2);
-            for (Line& part : cutLine(page, orientation, Line(lines[inside_[i]]), cuts)) {
+            for (Line& part : cutLine(page, orientation, found, inside_[i], cuts)) {
                 const auto at = static_cast<std::size_t>(
                     std::upper_bound(cuts.begin(), cuts.end(), (part.left + part.right) / 2) - cuts.begin());
                 cells[placeOf(parts[at])].push_back(static_cast<std::uint32_t>(lines.size()));
@@ -126,9 +121,6 @@ public:
                 extend(row, lines[line]);
             row.cells[column] = std::move(members);
         }
-        if (2 * rightToLeft > letters)
-            for (Row& row : table.rows)
-                std::reverse(row.cells.begin(), row.cells.end());
         dropCoveredColumns(table);
         return table;
     }
@@ -227,10 +219,10 @@ private:
 } // namespace
 
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                             Orientation& orientation, const LineWords& words, std::vector<Line>& lines) {
-    const GridTable table(grid, inside, words, lines);
-    if (!table.isTable(lines)) return std::nullopt;
-    return table.make(page, orientation, lines);
+                             Orientation& orientation, const LineWords& words, Lines& found) {
+    const GridTable table(grid, inside, words, found.lines);
+    if (!table.isTable(found.lines)) return std::nullopt;
+    return table.make(page, orientation, found);
 }
 
 } // namespace quillow::pdf

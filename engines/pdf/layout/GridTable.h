@@ -12,8 +12,8 @@
 namespace quillow::pdf {
 
 /// The table that lines in a grid are; nothing if the grid is a frame, a form or a drawing. `inside` are the lines whose
-/// middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `lines`.
+/// middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
 [[nodiscard]] std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                                           Orientation& orientation, const LineWords& words, std::vector<Line>& lines);
+                                           Orientation& orientation, const LineWords& words, Lines& found);
 
 } // namespace quillow::pdf

@@ -1,7 +1,5 @@
 #include "engines/pdf/layout/LineWords.h"
 
-#include "engines/pdf/layout/Bidi.h"
-
 #include <algorithm>
 
 namespace quillow::pdf {
@@ -36,15 +34,34 @@ constexpr bool isLetterLike(char32_t c) {
 }
 
 void count(Word& word, char32_t c) {
-    constexpr char32_t kFirstRightToLeft = 0x0590;
     ++word.characters;
     if (isDigitLike(c)) {
         ++word.digits;
     } else if (isLetterLike(c)) {
         ++word.letters;
-        if (c >= kFirstRightToLeft && directionOf(c) == Direction::right) ++word.rightToLeft;
     }
     word.last = c;
+}
+
+Line partOf(const Orientation& orientation, Lines& found, std::span<const std::uint32_t> spans) {
+    Line part;
+    part.firstSpan = static_cast<std::uint32_t>(found.spans.size());
+    part.spanCount = static_cast<std::uint32_t>(spans.size());
+    found.spans.insert(found.spans.end(), spans.begin(), spans.end());
+    const Span& first = orientation.spans[spans.front()];
+    part.left = first.left;
+    part.right = first.right;
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation.spans[index];
+        part.left = std::min(part.left, span.left);
+        part.right = std::max(part.right, span.right);
+        if (span.size <= part.size) continue;
+        part.size = span.size;
+        part.baseline = span.baseline;
+        part.bottom = span.bottom;
+        part.top = span.top;
+    }
+    return part;
 }
 
 } // namespace
@@ -54,7 +71,6 @@ void Word::append(const Word& next) {
     characters += next.characters;
     digits += next.digits;
     letters += next.letters;
-    rightToLeft += next.rightToLeft;
     last = next.last;
 }
 
@@ -69,18 +85,18 @@ bool Word::isListLabel() const {
     return last == '.' || last == ')' || last == ':' || last == ']';
 }
 
-LineWords::LineWords(const Page& page, const Orientation& orientation, std::span<const Line> lines) {
-    ends_.reserve(lines.size() + 1);
-    for (const Line& line : lines)
-        add(page, orientation, line);
+LineWords::LineWords(const Page& page, const Orientation& orientation, const Lines& found) {
+    ends_.reserve(found.lines.size() + 1);
+    for (const Line& line : found.lines)
+        add(page, orientation, found.spansOf(line), line.size);
 }
 
-void LineWords::add(const Page& page, const Orientation& orientation, const Line& line) {
+void LineWords::add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans, float size) {
     letters_.clear();
     bool inOrder = true;
-    float narrowest = line.size;
+    float narrowest = size;
     float widest = 0;
-    for (const std::uint32_t index : line.spans) {
+    for (const std::uint32_t index : spans) {
         const Span& span = orientation.spans[index];
         for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
             const Glyph& glyph = page.glyphs[i];
@@ -100,7 +116,7 @@ void LineWords::add(const Page& page, const Orientation& orientation, const Line
     const std::size_t first = words_.size();
     std::size_t wordLetters = 0;
     for (const Letter& letter : letters_) {
-        if (words_.size() == first || letter.left - words_.back().right > kWordGap * line.size)
+        if (words_.size() == first || letter.left - words_.back().right > kWordGap * size)
             words_.push_back({letter.left, letter.right});
         words_.back().right = std::max(words_.back().right, letter.right);
         count(words_.back(), letter.character);
@@ -108,9 +124,9 @@ void LineWords::add(const Page& page, const Orientation& orientation, const Line
     }
     ends_.push_back(static_cast<std::uint32_t>(words_.size()));
     constexpr std::size_t kLeastLetters = 4;
-    const bool isTypewriter = widest - narrowest < kSameWidth * line.size &&
-                              (wordLetters >= kLeastLetters || widest > kWidestDigit * line.size);
-    pieceGaps_.push_back(std::max(kPieceGap * line.size, isTypewriter ? kPieceGapInLetters * widest : 0.0F));
+    const bool isTypewriter = widest - narrowest < kSameWidth * size &&
+                              (wordLetters >= kLeastLetters || widest > kWidestDigit * size);
+    pieceGaps_.push_back(std::max(kPieceGap * size, isTypewriter ? kPieceGapInLetters * widest : 0.0F));
 }
 
 void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) const {
@@ -123,17 +139,18 @@ void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) const {
     }
 }
 
-std::vector<Line> cutLine(const Page& page, Orientation& orientation, const Line& line, std::span<const float> cuts) {
-    std::vector<Line> parts(cuts.size() + 1);
-    for (const std::uint32_t index : line.spans) {
+std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& found, std::uint32_t line,
+                          std::span<const float> cuts) {
+    std::vector<std::vector<std::uint32_t>> spans(cuts.size() + 1); // of each part
+    for (const std::uint32_t index : found.spansOf(found.lines[line])) {
         const Span whole = orientation.spans[index];
-        std::size_t current = parts.size();
+        std::size_t current = spans.size();
         for (std::uint32_t i = whole.firstGlyph; i < whole.firstGlyph + whole.glyphCount; ++i) {
             const Glyph& glyph = page.glyphs[i];
             const float begin = whole.start + std::min(glyph.offset, glyph.offset + glyph.width);
             const float end = whole.start + std::max(glyph.offset, glyph.offset + glyph.width);
-            const auto part =
-                static_cast<std::size_t>(std::upper_bound(cuts.begin(), cuts.end(), (begin + end) / 2) - cuts.begin());
+            const auto part = static_cast<std::size_t>(
+                std::upper_bound(cuts.begin(), cuts.end(), (begin + end) / 2) - cuts.begin());
             if (part != current) {
                 current = part;
                 Span span = whole;
@@ -141,7 +158,7 @@ std::vector<Line> cutLine(const Page& page, Orientation& orientation, const Line
                 span.glyphCount = 0;
                 span.left = begin;
                 span.right = end;
-                parts[part].spans.push_back(static_cast<std::uint32_t>(orientation.spans.size()));
+                spans[part].push_back(static_cast<std::uint32_t>(orientation.spans.size()));
                 orientation.spans.push_back(span);
             }
             Span& span = orientation.spans.back();
@@ -150,19 +167,9 @@ std::vector<Line> cutLine(const Page& page, Orientation& orientation, const Line
             span.right = std::max(span.right, end);
         }
     }
-    std::erase_if(parts, [](const Line& part) { return part.spans.empty(); });
-    for (Line& part : parts) {
-        for (std::size_t i = 0; i < part.spans.size(); ++i) {
-            const Span& span = orientation.spans[part.spans[i]];
-            part.left = i == 0 ? span.left : std::min(part.left, span.left);
-            part.right = i == 0 ? span.right : std::max(part.right, span.right);
-            if (i > 0 && span.size <= part.size) continue;
-            part.size = span.size;
-            part.baseline = span.baseline;
-            part.bottom = span.bottom;
-            part.top = span.top;
-        }
-    }
+    std::vector<Line> parts;
+    for (const std::vector<std::uint32_t>& members : spans)
+        if (!members.empty()) parts.push_back(partOf(orientation, found, members));
     return parts;
 }
 

@@ -16,7 +16,6 @@ struct Word {
     std::uint32_t characters = 0; ///< without blanks
     std::uint32_t digits = 0;
     std::uint32_t letters = 0;
-    std::uint32_t rightToLeft = 0; ///< letters of a script that is written from the right
     char32_t last = 0;
 
     /// Makes this the word and the one to the right of it.
@@ -29,7 +28,7 @@ struct Word {
 
 class LineWords {
 public:
-    LineWords(const Page& page, const Orientation& orientation, std::span<const Line> lines);
+    LineWords(const Page& page, const Orientation& orientation, const Lines& found);
 
     /// From left to right.
     [[nodiscard]] std::span<const Word> of(std::uint32_t line) const {
@@ -45,7 +44,7 @@ private:
         char32_t character = 0;
     };
 
-    void add(const Page& page, const Orientation& orientation, const Line& line);
+    void add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans, float size);
 
     std::vector<Letter> letters_;
     std::vector<Word> words_;
@@ -54,8 +53,9 @@ private:
 };
 
 /// The parts of a line between the cuts, from left to right: a letter belongs to the part that its middle is in. Parts
-/// without letters are left out. Adds spans to the orientation.
-[[nodiscard]] std::vector<Line> cutLine(const Page& page, Orientation& orientation, const Line& line,
-                                        std::span<const float> cuts);
+/// without letters are left out. Adds spans to the orientation and to
+/// `found`, but no lines.
+[[nodiscard]] std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& found,
+                                        std::uint32_t line, std::span<const float> cuts);
 
 } // namespace quillow::pdf

@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/PageText.h"
 
+#include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/Order.h"
@@ -23,13 +25,14 @@ class OrientationText {
 public:
     OrientationText(const Page& page, Orientation& orientation)
         : page_(page)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(std::u32string& out) && {
         makeLines();
-        if (lines_.empty()) return;
+        if (found_.lines.empty()) return;
         makeRulings();
-        tables_ = tablesOf(page_, orientation_, lines_, texts_, rulings_);
+        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
         writeParts();
         makeRows();
         markParagraphs(rows_);
@@ -44,23 +47,27 @@ private:
     /// The lines that have text, and their text.
     void makeLines() {
         LineWriter writer(page_, orientation_);
-        for (Line& line : linesOf(orientation_)) {
+        found_ = linesOf(orientation_);
+        unweaveColumns(found_.lines);
+        std::size_t kept = 0;
+        for (const Line& line : found_.lines) {
             const std::size_t begin = text_.size();
-            writer.append(line, text_);
+            writer.append(found_.spansOf(line), text_);
             if (text_.size() == begin) continue;
             ends_.push_back(text_.size());
-            lines_.push_back(std::move(line));
+            found_.lines[kept++] = line;
         }
-        wholeLines_ = lines_.size();
+        found_.lines.resize(kept);
+        wholeLines_ = kept;
         viewTexts();
     }
 
     /// The text of the lines that the search for tables added.
     void writeParts() {
-        if (lines_.size() == wholeLines_) return;
+        if (found_.lines.size() == wholeLines_) return;
         LineWriter writer(page_, orientation_);
-        for (std::size_t i = wholeLines_; i < lines_.size(); ++i) {
-            writer.append(lines_[i], text_);
+        for (std::size_t i = wholeLines_; i < found_.lines.size(); ++i) {
+            writer.append(found_.spansOf(found_.lines[i]), text_);
             ends_.push_back(text_.size());
         }
         viewTexts();
@@ -101,31 +108,31 @@ private:
 
     /// Puts lines and tables into reading order, and lines side by side into one row.
     void makeRows() {
-        std::vector<std::uint32_t> tableOf(lines_.size(), kNoTable);
+        std::vector<std::uint32_t> tableOf(found_.lines.size(), kNoTable);
         for (std::uint32_t t = 0; t < tables_.size(); ++t)
             for (const std::uint32_t line : tables_[t].lines)
                 tableOf[line] = t;
         std::vector<Item> items;
-        std::vector<std::uint32_t> sources; // a line, or lines_.size() + a table
+        std::vector<std::uint32_t> sources; // a line, or found_.lines.size() + a table
         std::vector<bool> isListed(tables_.size());
         for (std::uint32_t i = 0; i < wholeLines_; ++i) {
             const std::uint32_t table = tableOf[i];
             if (table == kNoTable) {
-                const Line& line = lines_[i];
-                items.push_back({line.left, line.right, line.bottom, line.top, line.size});
+                const Line& line = found_.lines[i];
+                items.push_back(itemOf(line, line.size));
                 sources.push_back(i);
             } else if (!isListed[table]) {
                 isListed[table] = true;
                 const Table& t = tables_[table];
-                items.push_back({t.left, t.right, t.bottom, t.top, lines_[i].size});
-                sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
+                items.push_back(itemOf(t, found_.lines[i].size));
+                sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
-            if (source >= lines_.size()) {
+            if (source >= found_.lines.size()) {
                 bool isFirst = true;
-                for (Row& row : tables_[source - lines_.size()].rows) {
+                for (Row& row : tables_[source - found_.lines.size()].rows) {
                     row.continuesTable = !isFirst;
                     isFirst = false;
                     rows_.push_back(std::move(row));
@@ -136,22 +143,32 @@ private:
         }
     }
 
+    /// Of a page that is read from the right, the order is found in its mirror image.
+    template <class Box>
+    [[nodiscard]] Item itemOf(const Box& box, float size) const {
+        if (isFromTheRight_) return {-box.right, -box.left, box.bottom, box.top, size};
+        return {box.left, box.right, box.bottom, box.top, size};
+    }
+
     void addLine(std::uint32_t index) {
-        const Line& line = lines_[index];
+        const Line& line = found_.lines[index];
         constexpr float kSameRow = 0.5F;
-        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow &&
-            line.left >= rows_.back().right) {
-            rows_.back().cells.push_back({index});
-            extend(rows_.back(), line);
-        } else {
-            rows_.push_back(rowOf(line, index));
+        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
+            Row& row = rows_.back();
+            if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
+                row.cells.push_back({index});
+                extend(row, line);
+                return;
+            }
         }
+        rows_.push_back(rowOf(line, index));
     }
 
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
-        for (const Cell& cell : row.cells) {
+        for (std::size_t k = 0; k < row.cells.size(); ++k) {
+            const Cell& cell = row.cells[row.isTableRow && isFromTheRight_ ? row.cells.size() - 1 - k : k];
             if (!first) out.push_back(row.isTableRow ? U'\t' : U' ');
             first = false;
             for (std::size_t i = 0; i < cell.size(); ++i) {
@@ -165,9 +182,10 @@ private:
 
     const Page& page_;
     Orientation& orientation_;
+    bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
-    std::vector<Line> lines_;       ///< those of the page, then parts of them
+    Lines found_; ///< those of the page, then parts of them
     std::size_t wholeLines_ = 0;
     std::vector<std::u32string_view> texts_;
     Rulings rulings_;

@@ -1,5 +1,6 @@
 #include "engines/pdf/layout/Table.h"
 
+#include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/GridTable.h"
 #include "engines/pdf/layout/LineWords.h"
 
@@ -79,19 +80,32 @@ bool isListLabel(std::u32string_view text) {
 
 class TableFinder {
 public:
-    TableFinder(const Page& page, Orientation& orientation, std::vector<Line>& lines,
+    TableFinder(const Page& page, Orientation& orientation, Lines& found,
                 std::span<const std::u32string_view> texts, const Rulings& rulings)
         : page_(page)
         , orientation_(orientation)
-        , lines_(lines)
+        , found_(found)
+        , lines_(found.lines)
         , texts_(texts)
         , rulings_(rulings)
-        , words_(page, orientation, lines)
-        , isTaken_(lines.size()) {}
+        , words_(page, orientation, found)
+        , isTaken_(found.lines.size()) {}
 
     std::vector<Table> find() && {
         findGrids();
-        makeBands();
+        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()));
+        std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
+        for (std::uint32_t i = 0; i < texts_.size(); ++i)
+            members[columns[i]].push_back(i);
+        for (const std::vector<std::uint32_t>& column : members)
+            findAligned(column);
+        return std::move(tables_);
+    }
+
+private:
+    /// Finds the tables without rulings of a column of text.
+    void findAligned(std::span<const std::uint32_t> column) {
+        makeBands(column);
         std::size_t i = 0;
         while (i < bands_.size()) {
             const std::size_t end = bands_[i].isMultiple() ? growRegion(i) : i;
@@ -102,10 +116,8 @@ public:
                 ++i;
             }
         }
-        return std::move(tables_);
     }
 
-private:
     /// Takes the lines of the tables that are ruled.
     void findGrids() {
         const std::vector<Grid> grids = gridsOf(rulings_);
@@ -119,7 +131,7 @@ private:
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {
             std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
-            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, lines_);
+            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_);
             if (!table) continue;
             for (const std::uint32_t line : inside[g])
                 isTaken_[line] = true;
@@ -127,10 +139,11 @@ private:
         }
     }
 
-    void makeBands() {
+    void makeBands(std::span<const std::uint32_t> column) {
         std::vector<std::uint32_t> order;
-        for (std::uint32_t i = 0; i < texts_.size(); ++i)
-            if (!isTaken_[i]) order.push_back(i);
+        for (const std::uint32_t line : column)
+            if (!isTaken_[line]) order.push_back(line);
+        bands_.clear();
         std::stable_sort(order.begin(), order.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
         for (const std::uint32_t index : order) {
@@ -356,7 +369,7 @@ private:
             row.cells[columnOf(lines_[index], stripes)].push_back(index);
             return;
         }
-        for (Line& part : cutLine(page_, orientation_, Line(lines_[index]), cuts)) {
+        for (Line& part : cutLine(page_, orientation_, found_, index, cuts)) {
             const auto at = static_cast<std::size_t>(
                 std::upper_bound(cuts.begin(), cuts.end(), (part.left + part.right) / 2) - cuts.begin());
             row.cells[columns[at]].push_back(static_cast<std::uint32_t>(lines_.size()));
@@ -380,7 +393,8 @@ private:
 
     const Page& page_;
     Orientation& orientation_;
-    std::vector<Line>& lines_;
+    Lines& found_;
+    std::vector<Line>& lines_; ///< of `found_`
     std::span<const std::u32string_view> texts_;
     const Rulings& rulings_;
     LineWords words_;
@@ -392,9 +406,9 @@ private:
 
 } // namespace
 
-std::vector<Table> tablesOf(const Page& page, Orientation& orientation, std::vector<Line>& lines,
+std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
                             std::span<const std::u32string_view> texts, const Rulings& rulings) {
-    return TableFinder(page, orientation, lines, texts, rulings).find();
+    return TableFinder(page, orientation, found, texts, rulings).find();
 }
 
 } // namespace quillow::pdf

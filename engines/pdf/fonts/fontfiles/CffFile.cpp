@@ -16,7 +16,6 @@ constexpr std::uint8_t kMajorVersion = 1;
 constexpr std::size_t kHeader = 4;
 /// Bytes before the header; blanks and line ends of careless producers.
 constexpr std::size_t kMostJunk = 16;
-constexpr std::uint32_t kMostGlyphs = 0xFFFF;
 constexpr double kUsualScale = 0.001;
 /// A larger one is senseless.
 constexpr double kLargestExtent = 100;
@@ -76,7 +75,7 @@ CffFile::CffFile(std::string_view bytes)
     widthSources_.font = font_;
     widthSources_.globalSubroutines = beginning.globalSubroutines;
     readTopDict(beginning.topDict);
-    glyphCount_ = static_cast<std::uint32_t>(std::min<std::size_t>(charStrings_.count(), kMostGlyphs));
+    glyphCount_ = static_cast<std::uint32_t>(charStrings_.count());
 }
 
 void CffFile::readTopDict(std::string_view bytes) {
@@ -113,8 +112,7 @@ void CffFile::readTopDict(std::string_view bytes) {
 
 std::string_view CffFile::stringOf(std::size_t id) const {
     if (id < kCffStandardStrings) return cffStandardString(id);
-    const std::string_view text = strings_[id - kCffStandardStrings];
-    return text.size() <= kLongestGlyphName ? text : std::string_view();
+    return soundGlyphName(strings_[id - kCffStandardStrings]);
 }
 
 const CffCharset& CffFile::charset() {

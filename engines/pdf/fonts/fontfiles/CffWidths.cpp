@@ -15,7 +15,7 @@ constexpr double kUsualScale = 0.001;
 /// A larger one is senseless.
 constexpr double kLargestWidth = 100;
 constexpr std::size_t kBytesARange = 3;
-/// FDSelect has their numbers in one byte.
+/// FDSelect has their numbers in one byte: more cannot be used.
 constexpr std::size_t kMostFontDicts = 256;
 
 } // namespace

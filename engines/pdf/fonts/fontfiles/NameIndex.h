@@ -13,6 +13,12 @@ namespace quillow::pdf {
 /// Longer names are no names of glyphs: those of a document have 127 bytes at most (ISO 32000-2, annex C.2).
 inline constexpr std::size_t kLongestGlyphName = 127;
 
+/// A name as a font has it. Empty if it is too long, or ".notdef", which is the name of the first glyph only: subsets
+/// give it to all glyphs whose names they dropped.
+[[nodiscard]] inline std::string_view soundGlyphName(std::string_view name) {
+    return name.size() <= kLongestGlyphName && name != ".notdef" ? name : std::string_view();
+}
+
 class NameIndex {
 public:
     /// `nameOf(glyph)` gives a glyph's name, or an empty one, of at most kLongestGlyphName bytes.

@@ -36,8 +36,7 @@ PostNames::PostNames(std::string_view table)
 void PostNames::readStrings(std::size_t start) {
     ByteCursor cursor = ByteCursor(table_).at(start);
     while (!cursor.atEnd() && strings_.size() < kMostStrings) {
-        const std::string_view name = cursor.take(cursor.u8());
-        strings_.push_back(name.size() <= kLongestGlyphName ? name : std::string_view());
+        strings_.push_back(soundGlyphName(cursor.take(cursor.u8())));
     }
 }
 
@@ -58,6 +57,7 @@ std::size_t PostNames::placeInOrder(GlyphIndex glyph) const {
 std::string_view PostNames::nameOf(GlyphIndex glyph) const {
     if (glyph >= glyphCount_) return {};
     const std::size_t place = placeInOrder(glyph);
+    if (place == 0 && glyph != 0) return {}; // ".notdef"
     if (place < kMacintoshGlyphs) return macintoshGlyphName(place);
     return place - kMacintoshGlyphs < strings_.size() ? strings_[place - kMacintoshGlyphs] : std::string_view();
 }

@@ -27,6 +27,10 @@ std::string counting(int first, int count) {
     return bytes;
 }
 
+TEST(Ciphers, libraryIsLoadedWhenItIsAskedFor) {
+    EXPECT_TRUE(hasCiphers());
+}
+
 TEST(Ciphers, digestsOfTheStandardsExamples) {
     EXPECT_EQ(hex(viewOf(md5({"abc"}))), "900150983cd24fb0d6963f7d28e17f72"); // RFC 1321, A.5
     EXPECT_EQ(hex(sha256({"abc"}).view()),

@@ -37,7 +37,9 @@ INSTANTIATE_TEST_SUITE_P(
                     OperandCase{"\x1C\xD8\xF0", -10000}, OperandCase{std::string("\x1D\0\1\x86\xA0", 5), 100000},
                     OperandCase{"\x1D\xFF\xFE\x79\x60", -100000}, OperandCase{"\x1E\xE2\xA2\x5F", -2.25},
                     OperandCase{"\x1E\x0A\x14\x05\x41\xC3\xFF", 0.140541e-3}, OperandCase{"\x1E\x1B\x2F", 100},
-                    OperandCase{"\x1E\x5F", 5}));
+                    OperandCase{"\x1E\x5F", 5}, OperandCase{"\x1E\xD5\xFF", 5},            // a reserved half byte
+                    OperandCase{"\x1E\x1B\x99\x9F", 1e30},                                 // the largest exponent
+                    OperandCase{"\x1E\xA3" + std::string(20, '\x33') + "\xFF", 1.0 / 3})); // more decimals than count
 
 TEST(PdfCffDict, operatorsOfTwoBytesAreTheirOwn) {
     const std::string bytes = cffInteger(7) + "\x0C\x1E" + "\x11";

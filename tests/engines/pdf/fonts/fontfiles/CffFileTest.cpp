@@ -76,6 +76,15 @@ TEST(PdfCffFile, namesOfMoreThan127BytesAreNone) {
     EXPECT_EQ(namesOf(cff(font)), (Names{".notdef", "A", "B", ""}));
 }
 
+TEST(PdfCffFile, onlyTheFirstGlyphIsNotdef) {
+    Cff cffFont = smallFont();
+    cffFont.strings = {".notdef"};
+    cffFont.encoding = u8(0x80) + u8(1) + u8(5) + u8(1) + u8(7) + u16(391);
+    const std::string bytes = cff(cffFont);
+    EXPECT_EQ(namesOf(bytes), (Names{".notdef", "A", "B", ""}));
+    EXPECT_EQ(CffFile(bytes).nameOfCode(7), "");
+}
+
 TEST(PdfCffFile, glyphsAreFoundByName) {
     const std::string bytes = cff(smallFont());
     CffFile font(bytes);
@@ -203,6 +212,10 @@ TEST(PdfCffFile, boxGivesAscentAndDescent) {
     const std::string bytes = cff(font);
     EXPECT_EQ(CffFile(bytes).ascent(), 0.8F);
     EXPECT_EQ(CffFile(bytes).descent(), -0.2F);
+    font.topDict = cffInteger(0) + cffInteger(-100001) + cffInteger(0) + cffInteger(100001) + "\5"; // senseless
+    const std::string far = cff(font);
+    EXPECT_EQ(CffFile(far).ascent(), std::nullopt);
+    EXPECT_EQ(CffFile(far).descent(), std::nullopt);
     const std::string none = cff(smallFont());
     EXPECT_EQ(CffFile(none).ascent(), std::nullopt);
 }

@@ -100,6 +100,12 @@ TEST(PdfCffWidths, beginningEndsAtTheLimitOfSteps) {
     EXPECT_EQ(widthOf(font), 0.5F);
 }
 
+TEST(PdfCffWidths, operandsBeyondTheLimitAreDropped) {
+    constexpr std::size_t kMostOperands = 48;
+    EXPECT_EQ(widthOf(fontWith(std::string(kMostOperands - 1, '\x95') + "\x01")), 0.61F);
+    EXPECT_EQ(widthOf(fontWith(std::string(kMostOperands + 1, '\x95') + "\x01")), 0.5F);
+}
+
 TEST(PdfCffWidths, matrixGivesTheScale) {
     Cff font = fontWith("\x0E");
     font.topDict = "\x1E\xA0\x00\x5F\x8B\x8B\x1E\xA0\x00\x5F\x8B\x8B\x0C\x07"s; // 0.0005

@@ -37,6 +37,15 @@ TEST(PdfPostNames, version2NamesGlyphsFromTheStandardOrderAndItsStrings) {
     EXPECT_EQ(names.find("third"), 0);
 }
 
+TEST(PdfPostNames, onlyTheFirstGlyphIsNotdef) {
+    const std::string table = post2({0, 0, 258, 36}, {".notdef"});
+    PostNames names(table);
+    EXPECT_EQ(names.nameOf(0), ".notdef");
+    EXPECT_EQ(names.nameOf(1), "");
+    EXPECT_EQ(names.nameOf(2), "");
+    EXPECT_EQ(names.nameOf(3), "A");
+}
+
 TEST(PdfPostNames, ofTwoGlyphsWithOneNameTheFirstIsFound) {
     const std::string table = post2({0, 258, 258}, {"twin"});
     EXPECT_EQ(PostNames(table).find("twin"), 1);
@@ -44,12 +53,12 @@ TEST(PdfPostNames, ofTwoGlyphsWithOneNameTheFirstIsFound) {
 
 TEST(PdfPostNames, version25HasDifferencesToTheStandardOrder) {
     for (const std::uint32_t version : {0x00025000U, 0x00028000U}) {
-        const std::string table = versionOnly(version) + u16(4) + u8(3) + u8(0xFF) + u8(127) + u8(0x80);
+        const std::string table = versionOnly(version) + u16(4) + u8(3) + u8(0x80) + u8(127) + u8(0xFF);
         PostNames names(table);
         EXPECT_EQ(names.nameOf(0), "space");
-        EXPECT_EQ(names.nameOf(1), ".notdef");
+        EXPECT_EQ(names.nameOf(1), ""); // before the first
         EXPECT_EQ(names.nameOf(2), macintoshGlyphName(129));
-        EXPECT_EQ(names.nameOf(3), ""); // before the first
+        EXPECT_EQ(names.nameOf(3), "nonmarkingreturn");
         EXPECT_EQ(names.nameOf(4), "");
     }
 }

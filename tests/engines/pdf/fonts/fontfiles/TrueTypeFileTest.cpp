@@ -110,6 +110,7 @@ TEST(PdfTrueTypeFile, glyphOfCidIsTheCidIfTheFontHasSuchAGlyph) {
 TEST(PdfTrueTypeFile, hasNoMoreGlyphsThanBytes) {
     EXPECT_EQ(TrueTypeFile(trueType({{"maxp", maxp(0xFFFF)}})).glyphCount(), 12 + 16 + 6U);
     EXPECT_EQ(TrueTypeFile(trueType({{"maxp", ""}})).glyphCount(), 12 + 16U); // the number is missing
+    EXPECT_EQ(TrueTypeFile(trueType({{"junk", std::string(100000, ' ')}})).glyphCount(), 0xFFFFU);
 }
 
 TEST(PdfTrueTypeFile, namesComeFromPost) {

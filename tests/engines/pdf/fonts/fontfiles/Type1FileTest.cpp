@@ -59,6 +59,17 @@ INSTANTIATE_TEST_SUITE_P(
         EncodingCase{"/Encoding OtherEncoding def", 65, ""}, EncodingCase{"/Encoding", 65, ""},
         EncodingCase{"", 65, ""}));
 
+TEST(PdfType1File, readsNoMoreEncodingsThanItsLimit) {
+    constexpr int kMostEncodings = 8;
+    std::string encodings = "/Encoding [/last] def";
+    for (int i = 1; i < kMostEncodings; ++i)
+        encodings.insert(0, "/Encoding [/before] def ");
+    const std::string most = type1Clear(encodings);
+    const std::string more = type1Clear("/Encoding [/first] def " + encodings);
+    EXPECT_EQ(Type1File(most).nameOfCode(0), "last");
+    EXPECT_EQ(Type1File(more).nameOfCode(0), "before");
+}
+
 TEST(PdfType1File, codeHasTheGlyphOfItsName) {
     const std::string bytes = type1(kOwnEncoding, glyphs());
     Type1File font(bytes);
@@ -136,6 +147,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(PdfType1File, bytesOfAnotherKindAreNone) {
     EXPECT_FALSE(Type1File::isOne(""));
     EXPECT_FALSE(Type1File::isOne("Arial"));
+    EXPECT_TRUE(Type1File::isOne(std::string(1020, ' ') + "%!PS"));
+    EXPECT_FALSE(Type1File::isOne(std::string(1021, ' ') + "%!PS"));
     EXPECT_FALSE(Type1File::isOne(std::string(std::size_t{1} << 16, ' ') + "eexec"));
     Type1File font("");
     EXPECT_EQ(font.glyphCount(), 1U);
@@ -170,6 +183,16 @@ TEST(PdfType1File, charstringLongerThanTheFontEndsTheGlyphs) {
     EXPECT_EQ(font.glyphOfName("A"), 1);
     EXPECT_EQ(font.glyphOfName("C"), 0);
     EXPECT_EQ(font.width(1), std::nullopt);
+}
+
+TEST(PdfType1File, readsNoMoreGlyphsThanItsLimit) {
+    constexpr std::size_t kMostGlyphs = 0xFFFF; // with ".notdef"
+    std::string bytes = "%!PS /CharStrings 70000 dict dup begin ";
+    for (std::size_t i = 1; i < kMostGlyphs; ++i)
+        bytes += "/g 0 RD  ND ";
+    EXPECT_EQ(Type1File(bytes + "/last 0 RD  ND end").glyphCount(), kMostGlyphs);
+    EXPECT_EQ(Type1File(bytes.substr(0, bytes.size() - 12) + "/last 0 RD  ND end").glyphOfName("last"),
+              kMostGlyphs - 1);
 }
 
 TEST(PdfType1File, namesOfMoreThan127BytesAreNone) {

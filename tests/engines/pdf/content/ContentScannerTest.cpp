@@ -1,0 +1,157 @@
+#include "engines/pdf/content/ContentScanner.h"
+
+#include "engines/pdf/content/ContentBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace quillow::pdf {
+namespace {
+
+std::string shown(const Operand& operand, const Operands& operands) {
+    switch (operand.kind) {
+    case Operand::Kind::number: {
+        std::string digits = std::to_string(operand.number);
+        digits.erase(digits.find_last_not_of('0') + 1);
+        if (digits.back() == '.') digits.pop_back();
+        return digits;
+    }
+    case Operand::Kind::name: return '/' + std::string(operand.view());
+    case Operand::Kind::plainString: return '(' + std::string(operand.view()) + ')';
+    case Operand::Kind::escapedString: return "\\(" + std::string(operand.view()) + ')';
+    case Operand::Kind::hexString: return '<' + std::string(operand.view()) + '>';
+    case Operand::Kind::dictionary: return "<<" + std::string(operand.view()) + ">>";
+    case Operand::Kind::other: return "?";
+    case Operand::Kind::array: break;
+    }
+    std::string items = "[";
+    for (const Operand& item : operands.itemsOf(operand))
+        items += shown(item, operands) + ' ';
+    return items + ']';
+}
+
+std::string nameOf(Operator word) {
+    std::string name;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        if ((word >> shift & 0xFF) != 0) name += static_cast<char>(word >> shift & 0xFF);
+    return name;
+}
+
+/// Operands and operators of a content stream, those of one operator a line.
+std::string tokensOf(std::string_view content) {
+    ContentBuffer buffer;
+    buffer.adopt(content);
+    ContentScanner scanner(buffer.guarded());
+    Operands operands;
+    std::string out;
+    for (;;) {
+        operands.clear();
+        const Operator word = scanner.next(operands);
+        for (std::size_t i = 0; i < operands.size(); ++i)
+            out += shown(operands[i], operands) + ' ';
+        if (word == kNoOperator) return out;
+        out += nameOf(word) + '|';
+    }
+}
+
+struct Case {
+    const char* content;
+    const char* tokens;
+};
+
+TEST(PdfContentScanner, readsEachKindOfToken) {
+    for (const Case& c : {
+             Case{"", ""},
+             Case{" \t\r\n\f", ""},
+             Case{"BT ET", "BT|ET|"},
+             Case{"T* ' \" f* d0", "T*|'|\"|f*|d0|"},
+             Case{"1 -2 +3 .5 -.5 4. 0.25 Td", "1 -2 3 0.5 -0.5 4 0.25 Td|"},
+             Case{"/F1 12 Tf", "/F1 12 Tf|"},
+             Case{"/ gs", "/ gs|"},
+             Case{"/A#20B/C(d)<41>Tj", "/A#20B /C (d) <41> Tj|"},
+             Case{"(a(b)c)Tj", "(a(b)c) Tj|"},
+             Case{"(a\\)b)Tj", "\\(a\\)b) Tj|"},
+             Case{"(a\rb)Tj", "\\(a\rb) Tj|"},
+             Case{"(a\nb)Tj", "(a\nb) Tj|"},
+             Case{"()Tj<>Tj", "() Tj|<> Tj|"},
+             Case{"[(a)-120(b)<41>]TJ", "[(a) -120 (b) <41> ] TJ|"},
+             Case{"[]0 d", "[] 0 d|"},
+             Case{"[1 2] [3] x", "[1 2 ] [3 ] x|"},
+             Case{"/P<</MCID 0/A<</B(>>)>>>>BDC", "/P <</MCID 0/A<</B(>>)>>>> BDC|"},
+             Case{"/P<<>>BDC", "/P <<>> BDC|"},
+             Case{"true false null M", "? ? ? M|"},
+             Case{"1 % 2 ( [\n3 m", "1 3 m|"},
+             Case{"1 % 2 ( [\r3 m", "1 3 m|"},
+             Case{"1 0 0 RG", "1 0 0 RG|"},
+         })
+        EXPECT_EQ(tokensOf(c.content), c.tokens) << c.content;
+}
+
+TEST(PdfContentScanner, toleratesDamage) {
+    for (const Case& c : {
+             Case{"(abc", "(abc) "},
+             Case{"(ab(c)", "(ab(c)) "},
+             Case{"(abc\\", "\\(abc\\) "},
+             Case{"<41", "<41> "},
+             Case{"[(a) 1", "[(a) 1 ] "},
+             Case{"[(a) 1 TJ", "[(a) 1 ] TJ|"},
+             Case{"[(a) 1 ET", "[(a) 1 ] ET|"},
+             Case{"[(a) 0 Tc -250 (b)]TJ", "[(a) 0 -250 (b) ] TJ|"},
+             Case{"[(a)true(b)]TJ", "[(a) (b) ] TJ|"},
+             Case{"[(a)[1 2](b)]TJ", "[(a) 1 2 ] (b) TJ|"},
+             Case{"/N", "/N "},
+             Case{"-", "-0 "},
+             Case{"%", ""},
+             Case{"<", "<> "},
+             Case{"<<", ""},
+             Case{"/P<</A 1 BDC (b)Tj", "/P /A 1 BDC|(b) Tj|"}, // a dictionary without an end is not one
+             Case{") ] } { > 1 w", "1 w|"},
+             Case{"ab\x80z 1 m", "ab\x80z|1 m|"},
+         })
+        EXPECT_EQ(tokensOf(c.content), c.tokens) << c.content;
+}
+
+TEST(PdfContentScanner, readsOddNumbers) {
+    for (const Case& c : {
+             Case{"--5 w", "-5 w|"},
+             Case{"+-5 w", "5 w|"},
+             Case{"1.2.5 w", "1.25 w|"},
+             Case{"4-5 w", "45 w|"},
+             Case{"0.00-35 w", "0.0035 w|"},
+             Case{". w", "0 w|"},
+             Case{"10000000000000000000 w", "10000000000000000000 w|"},
+             Case{"0.1234567890123456789012345 w", "0.123457 w|"},
+             Case{"000000000000000000000007 w", "7 w|"},
+             Case{"1w2 3Td", "1 w2|3 Td|"},
+         })
+        EXPECT_EQ(tokensOf(c.content), c.tokens) << c.content;
+    const std::string endless = std::string(10'000, '9') + " w";
+    EXPECT_EQ(tokensOf(endless).find("inf"), std::string::npos);
+}
+
+TEST(PdfContentScanner, keepsTheLastOperandsOfTooMany) {
+    std::string content;
+    for (int i = 0; i < 200; ++i)
+        content += std::to_string(i) + ' ';
+    const std::string tokens = tokensOf(content + "m");
+    EXPECT_TRUE(tokens.ends_with("198 199 m|"));
+    EXPECT_FALSE(tokens.starts_with("0 "));
+}
+
+TEST(PdfContentScanner, limitsTheItemsOfArrays) {
+    std::string content = "[";
+    content.append(2 * (Operands::kMaximumItems + 5), ' ');
+    for (std::size_t i = 0; i < Operands::kMaximumItems + 5; ++i)
+        content[1 + 2 * i] = '1';
+    content += "]TJ";
+    ContentBuffer buffer;
+    buffer.adopt(content);
+    ContentScanner scanner(buffer.guarded());
+    Operands operands;
+    EXPECT_EQ(scanner.next(operands), operatorOf("TJ"));
+    EXPECT_EQ(operands.itemsOf(operands.fromEnd(0)).size(), Operands::kMaximumItems);
+}
+
+} // namespace
+} // namespace quillow::pdf
