@@ -23,20 +23,21 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// The text of one writing direction.
 class OrientationText {
 public:
-    OrientationText(const Page& page, const Orientation& orientation)
+    OrientationText(const Page& page, Orientation& orientation)
         : page_(page)
         , orientation_(orientation)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(std::u32string& out) && {
         makeLines();
-        if (lines_.empty()) return;
+        if (found_.lines.empty()) return;
         makeRulings();
-        findTables();
+        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
+        writeParts();
         makeRows();
         markParagraphs(rows_);
         for (std::size_t i = 0; i < rows_.size(); ++i) {
-            if (i > 0 && rows_[i].beginsParagraph) out.push_back(U'\n');
+            if (i > 0 && rows_[i].beginsParagraph && !rows_[i].continuesTable) out.push_back(U'\n');
             appendRow(rows_[i], out);
             out.push_back(U'\n');
         }
@@ -46,18 +47,36 @@ private:
     /// The lines that have text, and their text.
     void makeLines() {
         LineWriter writer(page_, orientation_);
-        std::vector<std::size_t> ends;
-        Lines found = linesOf(orientation_);
-        unweaveColumns(found.lines);
-        for (const Line& line : found.lines) {
+        found_ = linesOf(orientation_);
+        unweaveColumns(found_.lines);
+        std::size_t kept = 0;
+        for (const Line& line : found_.lines) {
             const std::size_t begin = text_.size();
-            writer.append(found.spansOf(line), text_);
+            writer.append(found_.spansOf(line), text_);
             if (text_.size() == begin) continue;
-            ends.push_back(text_.size());
-            lines_.push_back(line);
+            ends_.push_back(text_.size());
+            found_.lines[kept++] = line;
         }
+        found_.lines.resize(kept);
+        wholeLines_ = kept;
+        viewTexts();
+    }
+
+    /// The text of the lines that the search for tables added.
+    void writeParts() {
+        if (found_.lines.size() == wholeLines_) return;
+        LineWriter writer(page_, orientation_);
+        for (std::size_t i = wholeLines_; i < found_.lines.size(); ++i) {
+            writer.append(found_.spansOf(found_.lines[i]), text_);
+            ends_.push_back(text_.size());
+        }
+        viewTexts();
+    }
+
+    void viewTexts() {
+        texts_.clear();
         std::size_t begin = 0;
-        for (const std::size_t end : ends) {
+        for (const std::size_t end : ends_) {
             texts_.push_back(std::u32string_view(text_).substr(begin, end - begin));
             begin = end;
         }
@@ -71,71 +90,48 @@ private:
             const auto [left, right] = std::minmax({frame.alongOf(a), frame.alongOf(b)});
             const auto [bottom, top] = std::minmax({frame.upOf(a), frame.upOf(b)});
             constexpr float kThick = 4; // points; thicker ones are bars and backgrounds
-            if (top - bottom < kThick) {
-                rulings_.push_back({left, right, bottom, top});
-            } else if (right - left >= kThick) { // a box: its edges
-                rulings_.push_back({left, right, bottom, bottom});
-                rulings_.push_back({left, right, top, top});
+            constexpr float kShortest = 4;
+            const bool isWide = right - left >= kShortest;
+            const bool isHigh = top - bottom >= kShortest;
+            if (isWide && top - bottom < kThick) {
+                rulings_.horizontal.push_back({(bottom + top) / 2, left, right});
+            } else if (isHigh && right - left < kThick) {
+                rulings_.vertical.push_back({(left + right) / 2, bottom, top});
+            } else if (isWide && isHigh) { // a box: its edges
+                rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
+                rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
             }
         }
-    }
-
-    /// Finds the tables of each column of text by themselves.
-    void findTables() {
-        const std::vector<std::uint32_t> columns = columnsOf(lines_);
-        const std::uint32_t count = 1 + *std::max_element(columns.begin(), columns.end());
-        if (count == 1) {
-            tables_ = tablesOf(lines_, texts_, rulings_);
-            return;
-        }
-        std::vector<std::vector<std::uint32_t>> members(count);
-        for (std::uint32_t i = 0; i < lines_.size(); ++i)
-            members[columns[i]].push_back(i);
-        for (const std::vector<std::uint32_t>& column : members) {
-            std::vector<Line> lines;
-            std::vector<std::u32string_view> texts;
-            for (const std::uint32_t line : column) {
-                lines.push_back(lines_[line]);
-                texts.push_back(texts_[line]);
-            }
-            for (Table& table : tablesOf(lines, texts, rulings_)) {
-                for (Row& row : table.rows)
-                    for (Cell& cell : row.cells)
-                        for (std::uint32_t& line : cell)
-                            line = column[line];
-                tables_.push_back(std::move(table));
-            }
-        }
+        joinRulings(rulings_.horizontal);
+        joinRulings(rulings_.vertical);
     }
 
     /// Puts lines and tables into reading order, and lines side by side into one row.
     void makeRows() {
-        std::vector<std::uint32_t> tableOf(lines_.size(), kNoTable);
+        std::vector<std::uint32_t> tableOf(found_.lines.size(), kNoTable);
         for (std::uint32_t t = 0; t < tables_.size(); ++t)
-            for (const Row& row : tables_[t].rows)
-                for (const Cell& cell : row.cells)
-                    for (const std::uint32_t line : cell)
-                        tableOf[line] = t;
+            for (const std::uint32_t line : tables_[t].lines)
+                tableOf[line] = t;
         std::vector<Item> items;
-        std::vector<std::uint32_t> sources; // a line, or lines_.size() + a table
+        std::vector<std::uint32_t> sources; // a line, or found_.lines.size() + a table
         std::vector<bool> isListed(tables_.size());
-        for (std::uint32_t i = 0; i < lines_.size(); ++i) {
+        for (std::uint32_t i = 0; i < wholeLines_; ++i) {
             const std::uint32_t table = tableOf[i];
             if (table == kNoTable) {
-                const Line& line = lines_[i];
+                const Line& line = found_.lines[i];
                 items.push_back(itemOf(line, line.size));
                 sources.push_back(i);
             } else if (!isListed[table]) {
                 isListed[table] = true;
                 const Table& t = tables_[table];
-                items.push_back(itemOf(t, lines_[i].size));
-                sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
+                items.push_back(itemOf(t, found_.lines[i].size));
+                sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
         for (const std::uint32_t item : readingOrder(items)) {
             const std::uint32_t source = sources[item];
-            if (source >= lines_.size()) {
-                addTable(tables_[source - lines_.size()]);
+            if (source >= found_.lines.size()) {
+                addTable(tables_[source - found_.lines.size()]);
             } else {
                 addLine(source);
             }
@@ -155,8 +151,11 @@ private:
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
         }
+        bool isFirst = true;
         for (Row& row : table.rows) {
             row.isFromTheRight = isFromTheRight;
+            row.continuesTable = !isFirst;
+            isFirst = false;
             rows_.push_back(std::move(row));
         }
     }
@@ -169,7 +168,7 @@ private:
     }
 
     void addLine(std::uint32_t index) {
-        const Line& line = lines_[index];
+        const Line& line = found_.lines[index];
         constexpr float kSameRow = 0.5F;
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
             Row& row = rows_.back();
@@ -199,12 +198,14 @@ private:
     }
 
     const Page& page_;
-    const Orientation& orientation_;
+    Orientation& orientation_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
-    std::vector<Line> lines_;
+    std::vector<std::size_t> ends_; ///< of the lines' texts
+    Lines found_; ///< those of the page, then parts of them
+    std::size_t wholeLines_ = 0;
     std::vector<std::u32string_view> texts_;
-    std::vector<Ruling> rulings_;
+    Rulings rulings_;
     std::vector<Table> tables_;
     std::vector<Row> rows_;
 };
@@ -212,7 +213,8 @@ private:
 } // namespace
 
 void appendPageText(const Page& page, std::u32string& out) {
-    for (const Orientation& orientation : orientationsOf(page))
+    std::vector<Orientation> orientations = orientationsOf(page);
+    for (Orientation& orientation : orientations)
         OrientationText(page, orientation).append(out);
 }
 

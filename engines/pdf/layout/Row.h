@@ -21,6 +21,7 @@ struct Row {
     float size = 0;
     bool isTableRow = false;      ///< TABs separate its cells, else blanks
     bool isFromTheRight = false;  ///< of a table: the cells are read from the right
+    bool continuesTable = false;  ///< it is not the first row of its table
     bool beginsParagraph = false; ///< the page shows a break before it
 
     [[nodiscard]] float height() const { return top - bottom; }

@@ -1,5 +1,9 @@
 #include "engines/pdf/layout/Table.h"
 
+#include "engines/pdf/layout/Columns.h"
+#include "engines/pdf/layout/GridTable.h"
+#include "engines/pdf/layout/LineWords.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -17,6 +21,8 @@ constexpr float kMostLeading = 2.0F;
 constexpr float kLeastStripe = 0.4F;
 /// A cell that reaches over several columns, or a misaligned one, may cross a stripe in so few of the bands.
 constexpr float kCrossingShare = 0.06F;
+/// The same for pieces of lines: headings reach over several columns in one or two bands of a short table.
+constexpr float kFineCrossingShare = 0.2F;
 /// Longer cells are sentences. In characters.
 constexpr std::size_t kProse = 32;
 /// A column of labels of a list: bullets and numbers.
@@ -30,6 +36,8 @@ constexpr std::size_t kMostSingles = 3;
 /// one that needs more no further table is found.
 constexpr std::size_t kMostWork = 1'000'000;
 constexpr std::size_t kMostWorkALine = 32;
+/// Grids that a page may have; more are the boxes of a form or a drawing.
+constexpr std::size_t kMostGrids = 64;
 
 /// Lines at one height, from left to right.
 struct Band {
@@ -76,14 +84,32 @@ bool isListLabel(std::u32string_view text) {
 
 class TableFinder {
 public:
-    TableFinder(std::span<const Line> lines, std::span<const std::u32string_view> texts,
-                std::span<const Ruling> rulings)
-        : lines_(lines)
+    TableFinder(const Page& page, Orientation& orientation, Lines& found,
+                std::span<const std::u32string_view> texts, const Rulings& rulings)
+        : page_(page)
+        , orientation_(orientation)
+        , found_(found)
+        , lines_(found.lines)
         , texts_(texts)
-        , rulings_(rulings) {}
+        , rulings_(rulings)
+        , words_(page, orientation, found)
+        , isTaken_(found.lines.size()) {}
 
     std::vector<Table> find() && {
-        makeBands();
+        findGrids();
+        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()));
+        std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
+        for (std::uint32_t i = 0; i < texts_.size(); ++i)
+            members[columns[i]].push_back(i);
+        for (const std::vector<std::uint32_t>& column : members)
+            findAligned(column);
+        return std::move(tables_);
+    }
+
+private:
+    /// Finds the tables without rulings of a column of text.
+    void findAligned(std::span<const std::uint32_t> column) {
+        makeBands(column);
         std::size_t i = 0;
         while (i < bands_.size() && work_ < kMostWork + kMostWorkALine * lines_.size()) {
             const std::size_t end = bands_[i].isMultiple() ? growRegion(i) : i;
@@ -94,14 +120,34 @@ public:
                 ++i;
             }
         }
-        return std::move(tables_);
     }
 
-private:
-    void makeBands() {
-        std::vector<std::uint32_t> order(lines_.size());
-        for (std::uint32_t i = 0; i < order.size(); ++i)
-            order[i] = i;
+    /// Takes the lines of the tables that are ruled.
+    void findGrids() {
+        const std::vector<Grid> grids = gridsOf(rulings_);
+        if (grids.empty()) return;
+        std::vector<std::vector<std::uint32_t>> inside(grids.size());
+        for (std::uint32_t i = 0; i < texts_.size(); ++i) {
+            const float x = (lines_[i].left + lines_[i].right) / 2;
+            const float y = (lines_[i].bottom + lines_[i].top) / 2;
+            for (std::size_t g = 0; g < std::min(grids.size(), kMostGrids); ++g)
+                if (grids[g].cellAt(x, y) != Grid::kOutside) inside[g].push_back(i);
+        }
+        for (std::size_t g = 0; g < grids.size(); ++g) {
+            std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
+            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_);
+            if (!table) continue;
+            for (const std::uint32_t line : inside[g])
+                isTaken_[line] = true;
+            tables_.push_back(std::move(*table));
+        }
+    }
+
+    void makeBands(std::span<const std::uint32_t> column) {
+        std::vector<std::uint32_t> order;
+        for (const std::uint32_t line : column)
+            if (!isTaken_[line]) order.push_back(line);
+        bands_.clear();
         std::stable_sort(order.begin(), order.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
         for (const std::uint32_t index : order) {
@@ -161,8 +207,13 @@ private:
                 events.emplace_back(lines_[line].right, -1);
             }
         }
+        return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
+    }
+
+    /// Where at most `crossing` of the pieces between the events are, for at least `width`.
+    static std::vector<Stripe> freeStripes(std::vector<std::pair<float, int>>& events, float crossing, float width) {
         std::sort(events.begin(), events.end());
-        const int tolerance = static_cast<int>(kCrossingShare * static_cast<float>(multiples));
+        const int tolerance = static_cast<int>(crossing);
         std::vector<Stripe> stripes;
         int covered = 0;
         bool seen = false;
@@ -173,7 +224,7 @@ private:
             const bool isFree = covered <= tolerance;
             if (!wasFree && isFree) free = x;
             if (wasFree && !isFree) {
-                if (seen && x - free > kLeastStripe * size) stripes.push_back({free, x});
+                if (seen && x - free > width) stripes.push_back({free, x});
                 seen = true;
             }
         }
@@ -222,9 +273,9 @@ private:
         const float top = bands_[begin].top + bands_[begin].size;
         const float bottom = bands_[end - 1].bottom - bands_[end - 1].size;
         std::size_t count = 0;
-        for (const Ruling& ruling : rulings_) {
-            const bool inside = ruling.top < top && ruling.bottom > bottom;
-            const float common = std::min(right, ruling.right) - std::max(left, ruling.left);
+        for (const Ruling& ruling : rulings_.horizontal) {
+            const bool inside = ruling.at < top && ruling.at > bottom;
+            const float common = std::min(right, ruling.to) - std::max(left, ruling.from);
             if (inside && common > (right - left) / 2) ++count;
         }
         return count >= 2;
@@ -241,7 +292,7 @@ private:
         }
     }
 
-    [[nodiscard]] static std::size_t columnOf(const Line& line, const std::vector<Stripe>& stripes) {
+    [[nodiscard]] static std::size_t columnOf(const auto& line, const std::vector<Stripe>& stripes) {
         const float middle = (line.left + line.right) / 2;
         std::size_t column = 0;
         while (column < stripes.size() && (stripes[column].left + stripes[column].right) / 2 < line.left) // left of it
@@ -252,14 +303,38 @@ private:
         return column;
     }
 
-    [[nodiscard]] Table makeTable(std::size_t begin, std::size_t end) const {
-        const std::vector<Stripe> stripes = stripesOf(begin, end);
+    /// The stripes between columns that are nearer than lines are cut at: gaps that are wider than blanks, one below the
+    /// other.
+    [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) const {
+        std::vector<std::pair<float, int>> events;
+        std::vector<Word> pieces;
+        std::size_t multiples = 0;
+        float size = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!bands_[i].isMultiple()) continue;
+            ++multiples;
+            size = std::max(size, bands_[i].size);
+            pieces.clear();
+            for (const std::uint32_t line : bands_[i].lines)
+                words_.appendPieces(line, pieces);
+            for (const Word& piece : pieces) {
+                events.emplace_back(piece.left, 1);
+                events.emplace_back(piece.right, -1);
+            }
+        }
+        return freeStripes(events, kFineCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
+    }
+
+    [[nodiscard]] Table makeTable(std::size_t begin, std::size_t end) {
+        std::vector<Stripe> stripes = fineStripesOf(begin, end);
+        if (const std::vector<Stripe> coarse = stripesOf(begin, end); stripes.size() < coarse.size()) stripes = coarse;
         Table table;
         extents(begin, end, table.left, table.right);
         table.top = bands_[begin].top;
         table.bottom = bands_[end - 1].bottom;
         for (std::size_t i = begin; i < end; ++i) {
             const Band& band = bands_[i];
+            table.lines.insert(table.lines.end(), band.lines.begin(), band.lines.end());
             const std::uint32_t first = band.lines.front();
             const std::size_t column = columnOf(lines_[first], stripes);
             const bool hasCellAbove = !table.rows.empty() && column < table.rows.back().cells.size();
@@ -271,16 +346,40 @@ private:
         return table;
     }
 
-    [[nodiscard]] Row makeRow(const Band& band, const std::vector<Stripe>& stripes) const {
+    [[nodiscard]] Row makeRow(const Band& band, const std::vector<Stripe>& stripes) {
         Row row = rowOf(lines_[band.lines.front()], band.lines.front());
         row.cells.assign(stripes.size() + 1, {});
         for (const std::uint32_t line : band.lines) {
-            row.cells[columnOf(lines_[line], stripes)].push_back(line);
             extend(row, lines_[line]);
+            addToColumns(line, stripes, row);
         }
         if (!band.isMultiple()) row.cells.assign(1, {band.lines.front()}); // a heading inside the table
         row.isTableRow = true;
         return row;
+    }
+
+    /// Puts a line into its column, or its pieces into theirs.
+    void addToColumns(std::uint32_t index, const std::vector<Stripe>& stripes, Row& row) {
+        pieces_.clear();
+        words_.appendPieces(index, pieces_);
+        std::vector<float> cuts;
+        std::vector<std::size_t> columns;
+        for (std::size_t i = 0; i < pieces_.size(); ++i) {
+            const std::size_t column = columnOf(pieces_[i], stripes);
+            if (!columns.empty() && column == columns.back()) continue;
+            if (!columns.empty()) cuts.push_back((pieces_[i - 1].right + pieces_[i].left) / 2);
+            columns.push_back(column);
+        }
+        if (cuts.empty()) {
+            row.cells[columnOf(lines_[index], stripes)].push_back(index);
+            return;
+        }
+        for (Line& part : cutLine(page_, orientation_, found_, index, cuts)) {
+            const auto at = static_cast<std::size_t>(
+                std::upper_bound(cuts.begin(), cuts.end(), (part.left + part.right) / 2) - cuts.begin());
+            row.cells[columns[at]].push_back(static_cast<std::uint32_t>(lines_.size()));
+            lines_.push_back(std::move(part));
+        }
     }
 
     /// Whether a band of one line goes on in the cell above it: it is closer than the rows are.
@@ -297,19 +396,25 @@ private:
         return goesOn && above < below + kCloser;
     }
 
-    std::span<const Line> lines_;
+    const Page& page_;
+    Orientation& orientation_;
+    Lines& found_;
+    std::vector<Line>& lines_; ///< of `found_`
     std::span<const std::u32string_view> texts_;
-    std::span<const Ruling> rulings_;
+    const Rulings& rulings_;
+    LineWords words_;
+    std::vector<bool> isTaken_; ///< lines of ruled tables
     std::vector<Band> bands_;
+    std::vector<Word> pieces_;
     std::vector<Table> tables_;
     mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
 
 } // namespace
 
-std::vector<Table> tablesOf(std::span<const Line> lines, std::span<const std::u32string_view> texts,
-                            std::span<const Ruling> rulings) {
-    return TableFinder(lines, texts, rulings).find();
+std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
+                            std::span<const std::u32string_view> texts, const Rulings& rulings) {
+    return TableFinder(page, orientation, found, texts, rulings).find();
 }
 
 } // namespace quillow::pdf

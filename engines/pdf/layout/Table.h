@@ -1,6 +1,7 @@
 // Tables: lines that stand in columns over several rows.
 #pragma once
 
+#include "engines/pdf/layout/Grid.h"
 #include "engines/pdf/layout/Row.h"
 
 #include <span>
@@ -10,24 +11,18 @@
 
 namespace quillow::pdf {
 
-/// A ruling line in the frame of an orientation.
-struct Ruling {
-    float left = 0;
-    float right = 0;
-    float bottom = 0;
-    float top = 0;
-};
-
 struct Table {
     std::vector<Row> rows;
+    std::vector<std::uint32_t> lines; ///< the lines that it is made of, before they were cut
     float left = 0;
     float right = 0;
     float bottom = 0;
     float top = 0;
 };
 
-/// The tables of a page. `texts` are those of the lines, in the same order.
-[[nodiscard]] std::vector<Table> tablesOf(std::span<const Line> lines, std::span<const std::u32string_view> texts,
-                                          std::span<const Ruling> rulings);
+/// The tables of a page that has lines. Lines that reach over columns are cut: their parts are added to `found` and their spans to the
+/// orientation. `texts` are those of the lines, in the same order; the parts have none yet.
+[[nodiscard]] std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
+                                          std::span<const std::u32string_view> texts, const Rulings& rulings);
 
 } // namespace quillow::pdf

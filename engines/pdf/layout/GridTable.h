@@ -1,0 +1,19 @@
+// Tables whose cells the page draws with ruling lines.
+#pragma once
+
+#include "engines/pdf/layout/Grid.h"
+#include "engines/pdf/layout/LineWords.h"
+#include "engines/pdf/layout/Table.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace quillow::pdf {
+
+/// The table that lines in a grid are; nothing if the grid is a frame, a form or a drawing. `inside` are the lines whose
+/// middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
+[[nodiscard]] std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
+                                           Orientation& orientation, const LineWords& words, Lines& found);
+
+} // namespace quillow::pdf
