@@ -91,7 +91,8 @@ LineWords::LineWords(const Page& page, const Orientation& orientation, const Lin
         add(page, orientation, found.spansOf(line), line.size);
 }
 
-void LineWords::add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans, float size) {
+void LineWords::add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans,
+                    float size) {
     letters_.clear();
     bool inOrder = true;
     float narrowest = size;
@@ -124,8 +125,8 @@ void LineWords::add(const Page& page, const Orientation& orientation, std::span<
     }
     ends_.push_back(static_cast<std::uint32_t>(words_.size()));
     constexpr std::size_t kLeastLetters = 4;
-    const bool isTypewriter = widest - narrowest < kSameWidth * size &&
-                              (wordLetters >= kLeastLetters || widest > kWidestDigit * size);
+    const bool isTypewriter =
+        widest - narrowest < kSameWidth * size && (wordLetters >= kLeastLetters || widest > kWidestDigit * size);
     pieceGaps_.push_back(std::max(kPieceGap * size, isTypewriter ? kPieceGapInLetters * widest : 0.0F));
 }
 
@@ -149,8 +150,8 @@ std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& fou
             const Glyph& glyph = page.glyphs[i];
             const float begin = whole.start + std::min(glyph.offset, glyph.offset + glyph.width);
             const float end = whole.start + std::max(glyph.offset, glyph.offset + glyph.width);
-            const auto part = static_cast<std::size_t>(
-                std::upper_bound(cuts.begin(), cuts.end(), (begin + end) / 2) - cuts.begin());
+            const auto part =
+                static_cast<std::size_t>(std::upper_bound(cuts.begin(), cuts.end(), (begin + end) / 2) - cuts.begin());
             if (part != current) {
                 current = part;
                 Span span = whole;

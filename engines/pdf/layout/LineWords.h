@@ -55,7 +55,7 @@ private:
 /// The parts of a line between the cuts, from left to right: a letter belongs to the part that its middle is in. Parts
 /// without letters are left out. Adds spans to the orientation and to
 /// `found`, but no lines.
-[[nodiscard]] std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& found,
-                                        std::uint32_t line, std::span<const float> cuts);
+[[nodiscard]] std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& found, std::uint32_t line,
+                                        std::span<const float> cuts);
 
 } // namespace quillow::pdf

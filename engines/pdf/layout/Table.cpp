@@ -84,8 +84,8 @@ bool isListLabel(std::u32string_view text) {
 
 class TableFinder {
 public:
-    TableFinder(const Page& page, Orientation& orientation, Lines& found,
-                std::span<const std::u32string_view> texts, const Rulings& rulings)
+    TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
+                const Rulings& rulings)
         : page_(page)
         , orientation_(orientation)
         , found_(found)
