@@ -11,8 +11,8 @@
 
 namespace quillow::pdf {
 
-/// The table that lines in a grid are; nothing if the grid is a frame, a form or a drawing. `inside` are the lines whose
-/// middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
+/// The table that lines in a grid are; nothing if the grid is a frame, a form or a drawing. `inside` are the lines
+/// whose middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
 [[nodiscard]] std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
                                            Orientation& orientation, const LineWords& words, Lines& found);
 

@@ -303,8 +303,8 @@ private:
         return column;
     }
 
-    /// The stripes between columns that are nearer than lines are cut at: gaps that are wider than blanks, one below the
-    /// other.
+    /// The stripes between columns that are nearer than lines are cut at: gaps that are wider than blanks, one below
+    /// the other.
     [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) const {
         std::vector<std::pair<float, int>> events;
         std::vector<Word> pieces;
