@@ -185,7 +185,7 @@ private:
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
-    Lines found_; ///< those of the page, then parts of them
+    Lines found_;                   ///< those of the page, then parts of them
     std::size_t wholeLines_ = 0;
     std::vector<std::u32string_view> texts_;
     Rulings rulings_;

@@ -80,8 +80,8 @@ bool isListLabel(std::u32string_view text) {
 
 class TableFinder {
 public:
-    TableFinder(const Page& page, Orientation& orientation, Lines& found,
-                std::span<const std::u32string_view> texts, const Rulings& rulings)
+    TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
+                const Rulings& rulings)
         : page_(page)
         , orientation_(orientation)
         , found_(found)
@@ -298,9 +298,9 @@ private:
         return column;
     }
 
-    /// The stripes between columns that are nearer than lines are cut at: gaps that are wider than blanks, one below the
+    /// The stripes between columns that are nearer to each other than two lines: gaps wider than blanks, one below the
     /// other.
-    [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) const {
+    [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) {
         std::vector<std::pair<float, int>> events;
         std::vector<Word> pieces;
         std::size_t multiples = 0;

@@ -20,8 +20,8 @@ struct Table {
     float top = 0;
 };
 
-/// The tables of a page that has lines. Lines that reach over columns are cut: their parts are added to `found` and their spans to the
-/// orientation. `texts` are those of the lines, in the same order; the parts have none yet.
+/// The tables of a page that has lines. Lines that reach over columns are cut: their parts are added to `found` and
+/// their spans to the orientation. `texts` are those of the lines, in the same order; the parts have none yet.
 [[nodiscard]] std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
                                           std::span<const std::u32string_view> texts, const Rulings& rulings);
 
