@@ -34,8 +34,7 @@ struct Part {
 
 class GridTable {
 public:
-    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, const LineWords& words,
-              const std::vector<Line>& lines)
+    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines)
         : grid_(grid)
         , inside_(inside)
         , words_(words) {
@@ -212,14 +211,14 @@ private:
 
     const Grid& grid_;
     std::span<const std::uint32_t> inside_;
-    const LineWords& words_;
+    LineWords& words_;
     std::vector<std::vector<Part>> parts_;
 };
 
 } // namespace
 
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                             Orientation& orientation, const LineWords& words, Lines& found) {
+                             Orientation& orientation, LineWords& words, Lines& found) {
     const GridTable table(grid, inside, words, found.lines);
     if (!table.isTable(found.lines)) return std::nullopt;
     return table.make(page, orientation, found);

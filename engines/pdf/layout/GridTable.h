@@ -11,9 +11,9 @@
 
 namespace quillow::pdf {
 
-/// The table that lines in a grid are; nothing if the grid is a frame, a form or a drawing. `inside` are the lines
-/// whose middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
+/// The table of the lines in a grid; nothing if the grid is a frame, a form or a drawing. `inside` are the lines whose
+/// middle is in the grid. Lines that reach over a ruling are cut there: their parts are added to `found`.
 [[nodiscard]] std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                                           Orientation& orientation, const LineWords& words, Lines& found);
+                                           Orientation& orientation, LineWords& words, Lines& found);
 
 } // namespace quillow::pdf

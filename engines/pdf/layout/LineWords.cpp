@@ -9,7 +9,7 @@ namespace {
 /// Gaps between words are wider. In ems; narrower ones need a drawn blank.
 constexpr float kWordGap = 0.15F;
 /// Blanks of text are narrower, in fonts whose letters have widths of their own: a blank is 0.2 to 0.35 em, and lines
-/// that are justified with more have gaps that do not stand below one another. In ems.
+/// that are justified with more have gaps that are not below one another. In ems.
 constexpr float kPieceGap = 0.45F;
 /// In typewriter fonts, one blank and a half. In letters.
 constexpr float kPieceGapInLetters = 1.6F;
@@ -17,8 +17,6 @@ constexpr float kPieceGapInLetters = 1.6F;
 constexpr float kSameWidth = 0.02F;
 /// Digits have one width in most fonts, and are narrower than a typewriter's. In ems.
 constexpr float kWidestDigit = 0.58F;
-/// A column of labels of a list: bullets and numbers.
-constexpr std::size_t kLongestLabel = 5;
 
 constexpr bool isBlank(char32_t c) {
     return c <= ' ' || c == 0xA0 || c == 0x3000 || (c >= 0x2000 && c <= 0x200F);
@@ -40,7 +38,6 @@ void count(Word& word, char32_t c) {
     } else if (isLetterLike(c)) {
         ++word.letters;
     }
-    word.last = c;
 }
 
 Line partOf(const Orientation& orientation, Lines& found, std::span<const std::uint32_t> spans) {
@@ -71,7 +68,6 @@ void Word::append(const Word& next) {
     characters += next.characters;
     digits += next.digits;
     letters += next.letters;
-    last = next.last;
 }
 
 bool Word::isNumeric() const {
@@ -79,31 +75,20 @@ bool Word::isNumeric() const {
     return digits > letters || (letters == 0 && characters <= kLongestSign);
 }
 
-bool Word::isListLabel() const {
-    if (characters > kLongestLabel) return false;
-    if (characters == 1) return digits == 0;
-    return last == '.' || last == ')' || last == ':' || last == ']';
-}
-
-LineWords::LineWords(const Page& page, const Orientation& orientation, const Lines& found) {
-    ends_.reserve(found.lines.size() + 1);
-    for (const Line& line : found.lines)
-        add(page, orientation, found.spansOf(line), line.size);
-}
-
-void LineWords::add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans,
-                    float size) {
+std::span<const Word> LineWords::of(std::uint32_t line) {
+    const float size = found_.lines[line].size;
+    words_.clear();
     letters_.clear();
     bool inOrder = true;
     float narrowest = size;
     float widest = 0;
-    for (const std::uint32_t index : spans) {
-        const Span& span = orientation.spans[index];
+    for (const std::uint32_t index : found_.spansOf(found_.lines[line])) {
+        const Span& span = orientation_.spans[index];
         for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
-            const Glyph& glyph = page.glyphs[i];
-            const std::size_t end = i + 1 < page.glyphs.size() ? page.glyphs[i + 1].text : page.text.size();
-            if (end == glyph.text || isBlank(page.text[glyph.text])) continue;
-            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, page.text[glyph.text]};
+            const Glyph& glyph = page_.glyphs[i];
+            const std::size_t end = i + 1 < page_.glyphs.size() ? page_.glyphs[i + 1].text : page_.text.size();
+            if (end == glyph.text || isBlank(page_.text[glyph.text])) continue;
+            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, page_.text[glyph.text]};
             if (letter.right < letter.left) std::swap(letter.left, letter.right);
             inOrder = inOrder && (letters_.empty() || letter.left >= letters_.back().left);
             narrowest = std::min(narrowest, letter.right - letter.left);
@@ -114,26 +99,25 @@ void LineWords::add(const Page& page, const Orientation& orientation, std::span<
     if (!inOrder)
         std::stable_sort(letters_.begin(), letters_.end(),
                          [](const Letter& a, const Letter& b) { return a.left < b.left; });
-    const std::size_t first = words_.size();
     std::size_t wordLetters = 0;
     for (const Letter& letter : letters_) {
-        if (words_.size() == first || letter.left - words_.back().right > kWordGap * size)
+        if (words_.empty() || letter.left - words_.back().right > kWordGap * size)
             words_.push_back({letter.left, letter.right});
         words_.back().right = std::max(words_.back().right, letter.right);
         count(words_.back(), letter.character);
         wordLetters += isLetterLike(letter.character) ? 1 : 0;
     }
-    ends_.push_back(static_cast<std::uint32_t>(words_.size()));
     constexpr std::size_t kLeastLetters = 4;
     const bool isTypewriter =
         widest - narrowest < kSameWidth * size && (wordLetters >= kLeastLetters || widest > kWidestDigit * size);
-    pieceGaps_.push_back(std::max(kPieceGap * size, isTypewriter ? kPieceGapInLetters * widest : 0.0F));
+    pieceGap_ = std::max(kPieceGap * size, isTypewriter ? kPieceGapInLetters * widest : 0.0F);
+    return words_;
 }
 
-void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) const {
+void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
     const std::size_t first = out.size();
     for (const Word& word : of(line)) {
-        if (out.size() == first || word.left - out.back().right > pieceGaps_[line])
+        if (out.size() == first || word.left - out.back().right > pieceGap_)
             out.push_back(word);
         else
             out.back().append(word);

@@ -16,26 +16,25 @@ struct Word {
     std::uint32_t characters = 0; ///< without blanks
     std::uint32_t digits = 0;
     std::uint32_t letters = 0;
-    char32_t last = 0;
 
     /// Makes this the word and the one to the right of it.
     void append(const Word& next);
     /// Numbers, amounts, percentages, dashes for missing values.
     [[nodiscard]] bool isNumeric() const;
-    /// Bullets and numbers of lists.
-    [[nodiscard]] bool isListLabel() const;
 };
 
+/// Finds the words of single lines. Keeps its memory from line to line.
 class LineWords {
 public:
-    LineWords(const Page& page, const Orientation& orientation, const Lines& found);
+    LineWords(const Page& page, const Orientation& orientation, const Lines& found)
+        : page_(page)
+        , orientation_(orientation)
+        , found_(found) {}
 
-    /// From left to right.
-    [[nodiscard]] std::span<const Word> of(std::uint32_t line) const {
-        return std::span<const Word>(words_).subspan(ends_[line], ends_[line + 1] - ends_[line]);
-    }
-    /// The line's words, joined where the gap between them is no wider than that between words of a text may be.
-    void appendPieces(std::uint32_t line, std::vector<Word>& out) const;
+    /// From left to right. Valid until the next call.
+    [[nodiscard]] std::span<const Word> of(std::uint32_t line);
+    /// Appends the line's words, joined where the gap between them is no wider than that between words of text may be.
+    void appendPieces(std::uint32_t line, std::vector<Word>& out);
 
 private:
     struct Letter {
@@ -44,12 +43,12 @@ private:
         char32_t character = 0;
     };
 
-    void add(const Page& page, const Orientation& orientation, std::span<const std::uint32_t> spans, float size);
-
+    const Page& page_;
+    const Orientation& orientation_;
+    const Lines& found_;
     std::vector<Letter> letters_;
     std::vector<Word> words_;
-    std::vector<std::uint32_t> ends_{0}; ///< of a line's words, one further on
-    std::vector<float> pieceGaps_;
+    float pieceGap_ = 0; ///< pieces of the line are further apart
 };
 
 /// The parts of a line between the cuts, from left to right: a letter belongs to the part that its middle is in. Parts

@@ -303,9 +303,9 @@ private:
         return column;
     }
 
-    /// The stripes between columns that are nearer than lines are cut at: gaps that are wider than blanks, one below
-    /// the other.
-    [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) const {
+    /// The stripes between columns that are nearer to each other than two lines: gaps wider than blanks, one below the
+    /// other.
+    [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) {
         std::vector<std::pair<float, int>> events;
         std::vector<Word> pieces;
         std::size_t multiples = 0;
