@@ -10,8 +10,8 @@
 namespace quillow {
 
 /// Reads one document that is completely in memory. Content that plainly is of another kind is `wrongType`. Never
-/// throws: if memory runs out, the document is `outOfMemory`. Opens no socket, and no file except, for the first PDF,
-/// the module that reads them. Keeps nothing else between calls. May be called from several threads at once. For
+/// throws: if memory runs out, the document is `outOfMemory`. Opens no socket, and no file except the cipher library
+/// for the first encrypted PDF. Keeps nothing else between calls. May be called from several threads at once. For
 /// DocumentKind::rtfd the bytes are those of the RTF file in the bundle.
 [[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {},
                                  const BytesDone& bytesDone = {});

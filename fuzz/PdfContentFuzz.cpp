@@ -1,6 +1,6 @@
-// Any bytes as the content of a page with fixed resources: its runs and glyphs are whole, and reading it again gives the
-// same. The document has fonts /F (simple), /C (two-byte) and /V (vertical), the forms /X and /Y, which call each other,
-// the graphics state /G with a font, and the properties /M (marks) and /O (optional content that is off).
+// Any bytes as the content of a page with fixed resources: its runs and glyphs are whole, and reading it again gives
+// the same. The document has fonts /F (simple), /C (two-byte) and /V (vertical), the forms /X and /Y, which call each
+// other, the graphics state /G with a font, and the properties /M (marks) and /O (optional content that is off).
 #include "engines/pdf/content/ContentBuffer.h"
 #include "engines/pdf/content/Interpreter.h"
 #include "fuzz/PdfPageCheck.h"

@@ -8,8 +8,8 @@
 
 namespace quillow::text {
 
-/// Reads numbers and blocks from the start of a view to its end. A read beyond the end returns 0 or an empty view, moves
-/// to the end and is remembered: check `ok()` once after a group of reads.
+/// Reads numbers and blocks from the start of a view to its end. A read beyond the end returns 0 or an empty view,
+/// moves to the end and is remembered: check `ok()` once after a group of reads.
 class ByteCursor {
 public:
     ByteCursor() = default;

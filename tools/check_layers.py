@@ -9,7 +9,7 @@ A rule line is "<path prefix>: <allowed> ..."; the longest path prefix that matc
   qtcore     further Qt Core headers, of classes that only compute (QT_COMPUTING)
   qt         any Qt header
   x11        X11/ and xcb/ headers, in .cpp files only (their macros must not leak through a header)
-  a prefix   of a project include ("util/") or of a library's ("poppler/"); "-prefix" forbids it; the longest decides
+  a prefix   of a project include ("util/") or of a library's ("nettle/"); "-prefix" forbids it; the longest decides
 A file without a matching rule is an error too.
 """
 import pathlib
@@ -21,7 +21,7 @@ QT_VALUE = {"QByteArray", "QByteArrayView", "QChar", "QDate", "QDateTime", "QHas
             "QTimeZone", "QUrl", "QUuid", "QtGlobal"}
 # Classes that compute on bytes and texts: no file, no network, no event loop.
 QT_COMPUTING = {"QStringDecoder", "QStringEncoder", "QXmlStreamReader", "QtEndian"}
-POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|malloc|immintrin|arm_neon)\.h$")
+POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|malloc|pty|termios|immintrin|arm_neon)\.h$")
 SOURCES = {".h", ".hpp", ".c", ".cc", ".cpp"}
 FORWARD = re.compile(r"(?:class|struct|enum class) (\w+)(?: : [\w:]+)?;")
 DEFINITION = re.compile(r"(?:class|struct|enum class) (\w+)(?: final)?(?: : [^;]*)?(?: \{|$)")

@@ -4,7 +4,7 @@
 # it does not run as root.
 set -euo pipefail
 
-build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libpoppler-cpp-dev libdeflate-dev
+build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libdeflate-dev
        zlib1g-dev nettle-dev libxcb1-dev fonts-dejavu-core qt6-wayland)
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0

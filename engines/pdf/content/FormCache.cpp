@@ -33,8 +33,8 @@ Form& FormCache::formOf(const StreamContent& stream) {
     return form;
 }
 
-/// By its resources alone, because decoding costs more than all else. A form without resources uses those of its page.
-/// A form that lists Text among its procedure sets (14.2) without having a font means a font of its page.
+/// By its resources alone, because decoding costs more than all else. A form without resources uses those of its
+/// page. A form that lists Text among its procedure sets (14.2) without having a font means a font of its page.
 bool FormCache::canShowText(const Form& form) {
     if (!form.hasResources || form.resources.empty()) return true;
     if (!document_.get(form.resources, "Font").dictionary().empty()) return true;

@@ -12,8 +12,9 @@ enum class DumpDetail {
     glyphs, ///< below each run a line for each of its glyphs
 };
 
-/// The first line is the page's size. A run: its origin, its direction unless it is to the right, its font and size, its
-/// marks, its characters; a rule: its box. Numbers have at most two decimals.
+/// The first line is the page's size. A run: its origin, its direction unless it is to the right, its font and size,
+/// its reach unless it is the font's own, its marks, its characters; a rule: its box. Numbers have at most two
+/// decimals.
 ///
 ///     page 612x792
 ///     72,700 f0 12 "Hello"

@@ -74,9 +74,4 @@ Decoding FilterDecoder::decodeCompressed(FilterName filter, std::string_view enc
     return decodeLzw(encoded, earlyChange, limit, out);
 }
 
-Decoding decodeFilter(FilterName filter, std::string_view encoded, const PredictorParameters& parameters,
-                      std::size_t limit, text::ByteBuffer& out) {
-    return FilterDecoder().decode(filter, encoded, parameters, limit, out);
-}
-
 } // namespace quillow::pdf

@@ -42,8 +42,4 @@ private:
     text::ByteBuffer rows_; ///< between decompression and predictor
 };
 
-/// The same for a single stream.
-[[nodiscard]] Decoding decodeFilter(FilterName filter, std::string_view encoded, const PredictorParameters& parameters,
-                                    std::size_t limit, text::ByteBuffer& out);
-
 } // namespace quillow::pdf

@@ -1,4 +1,5 @@
-// The private-use characters that older versions of the Adobe Glyph List gave to glyphs, and which producers still write.
+// The private-use characters that older versions of the Adobe Glyph List gave to glyphs, and which producers still
+// write.
 #pragma once
 
 namespace quillow::pdf {

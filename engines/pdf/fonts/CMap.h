@@ -34,12 +34,12 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> cidOf(std::uint32_t code) const { return cids_.find(code); }
 
     [[nodiscard]] bool hasCharacters() const { return !characters_.empty(); }
-    /// Replaces `out` by the characters of a code as the CMap has them: see `keepUsable`. Empty if the CMap has none, or
-    /// if so many codes have the same that it cannot be true.
+    /// Replaces `out` by the characters of a code as the CMap has them: see `keepUsable`. Empty if the CMap has none,
+    /// or if so many codes have the same that it cannot be true.
     void charactersOf(std::uint32_t code, std::u32string& out) const;
-    /// Whether other evidence is better, because the producer did not look at the font. Either nearly all codes are their own
-    /// characters: that is so for a true ASCII font, and it is what some producers write for any font. Or half of the codes
-    /// have no characters and others those of a whole line.
+    /// Whether other evidence is better, because the producer did not look at the font. Either nearly all codes are
+    /// their own characters: that is so for a true ASCII font, and it is what some producers write for any font. Or
+    /// half of the codes have no characters and others those of a whole line.
     [[nodiscard]] bool isDoubtful() const { return isDoubtful_; }
 
 private:

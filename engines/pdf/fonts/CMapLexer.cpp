@@ -41,7 +41,8 @@ CMapToken CMapLexer::next() {
     }
 }
 
-/// `<` and hexadecimal digits. White space is allowed; any other byte ends the code, because the bracket may be missing.
+/// `<` and hexadecimal digits. White space is allowed; any other byte ends the code, because the bracket may be
+/// missing.
 CMapToken CMapLexer::code() {
     const char* const begin = ++p_;
     CMapToken token{Kind::code, 0, 0, {}};

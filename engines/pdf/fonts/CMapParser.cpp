@@ -72,7 +72,8 @@ std::optional<std::uint32_t> CMapParser::takeInteger() {
     return value;
 }
 
-/// Also takes a character's number or the name of its glyph, which some producers write. False if none of them is there.
+/// Also takes a character's number or the name of its glyph, which some producers write. False if none of them is
+/// there.
 bool CMapParser::takeDestination() {
     characters_.clear();
     if (token_.kind == Kind::code)

@@ -11,8 +11,8 @@
 
 namespace quillow::pdf {
 
-/// The counts before `begin...` and the ends of sections are often wrong or missing: a section ends where an operator is
-/// found instead of an operand.
+/// The counts before `begin...` and the ends of sections are often wrong or missing: a section ends where an operator
+/// is found instead of an operand.
 class CMapParser {
 public:
     CMapParser(std::string_view bytes, CMap& map)
@@ -49,8 +49,8 @@ private:
     std::u32string characters_; ///< of the destination that was taken last; empty if none was
 };
 
-/// Replaces `out` by the characters of a destination in UTF-16 (9.10.3). Halves of pairs without the other half are left
-/// out. Also reads what producers write by mistake: a character of fewer than four digits, and the number of a
+/// Replaces `out` by the characters of a destination in UTF-16 (9.10.3). Halves of pairs without the other half are
+/// left out. Also reads what producers write by mistake: a character of fewer than four digits, and the number of a
 /// supplementary character.
 void readUtf16(const CMapToken& code, std::u32string& out);
 

@@ -17,9 +17,9 @@ enum class CharacterEvidence : std::uint8_t {
     characters
 };
 
-/// Removes from `text` what says nothing: U+0000, U+FFFD, U+FEFF, controls, private use, surrogates, noncharacters. Before
-/// that, known private use becomes what it means (U+F020 to U+F0FF the signs of the font of `symbols`, if that is not
-/// null), and CJK radicals become ideographs.
+/// Removes from `text` what says nothing: U+0000, U+FFFD, U+FEFF, controls, private use, surrogates, noncharacters.
+/// Before that, known private use becomes what it means (U+F020 to U+F0FF the signs of the font of `symbols`, if that
+/// is not null), and CJK radicals become ideographs.
 [[nodiscard]] CharacterEvidence keepUsable(std::u32string& text, text::SymbolFontDecoder symbols);
 
 /// Completes a glyph, whose width is set, with what was found of its characters. The glyph refers to `text`. A tab or a

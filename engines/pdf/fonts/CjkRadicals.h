@@ -1,5 +1,5 @@
-// Ideographs for CJK radicals. Fonts draw both with the same glyph, and producers that invert the font's character map find
-// the radical first, because its code point is lower: nearly every radical in a PDF file is meant as an ideograph.
+// Ideographs for CJK radicals. Fonts draw both with the same glyph, and producers that invert the font's character map
+// find the radical first, because its code point is lower: nearly every radical in a PDF file is meant as an ideograph.
 #pragma once
 
 namespace quillow::pdf {

@@ -50,7 +50,8 @@ void CompositeFont::setMetrics(std::uint32_t cid, FontGlyph& glyph) {
     glyph.verticalY = toEms(-metrics.y);
 }
 
-/// A font without any width is one whose producer forgot them: the font program then knows them better than the default.
+/// A font without any width is one whose producer forgot them: the font program then knows them better than the
+/// default.
 double CompositeFont::widthOf(std::uint32_t cid) {
     if (!widths_->isDeclared())
         if (EmbeddedFont* const program = characters_.program())

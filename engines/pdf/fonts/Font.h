@@ -10,15 +10,16 @@
 
 namespace quillow::pdf {
 
-/// Made by FontCache, which owns it. Not safe for use from several threads: glyphs are looked up when they are first used.
+/// Made by FontCache, which owns it. Not safe for use from several threads: glyphs are looked up when they are first
+/// used.
 class Font {
 public:
     virtual ~Font() = default;
     Font(const Font&) = delete;
     Font& operator=(const Font&) = delete;
 
-    /// The glyph of the code that begins at `p`, and moves `p` behind it. `p` must not be the end. The glyph stays valid
-    /// and in its place as long as the font.
+    /// The glyph of the code that begins at `p`, and moves `p` behind it. `p` must not be the end. The glyph stays
+    /// valid and in its place as long as the font.
     [[nodiscard]] const FontGlyph& next(const char*& p, const char* end) {
         const std::uint32_t code = isSimple_ ? static_cast<std::uint8_t>(*p++) : reader_.next(p, end);
         const FontGlyph* const glyph = glyphs_.find(code);
@@ -26,7 +27,8 @@ public:
     }
 
     [[nodiscard]] bool isVertical() const { return isVertical_; }
-    /// How far glyphs reach above and below the baseline for a font size of 1; both positive as a rule, never senseless.
+    /// How far glyphs reach above and below the baseline for a font size of 1; both positive as a rule, never
+    /// senseless.
     [[nodiscard]] float ascent() const { return ascent_; }
     [[nodiscard]] float descent() const { return descent_; }
     /// The fonts of a document are numbered from 0.

@@ -20,8 +20,8 @@ public:
     FontCache(const FontCache&) = delete;
     FontCache& operator=(const FontCache&) = delete;
 
-    /// The font of an entry of a font resource dictionary: a reference as a rule, or a dictionary. What is not a font at
-    /// all gives a font with the standard encoding. Never fails but by std::bad_alloc.
+    /// The font of an entry of a font resource dictionary: a reference as a rule, or a dictionary. What is not a font
+    /// at all gives a font with the standard encoding. Never fails but by std::bad_alloc.
     [[nodiscard]] Font& fontOf(const Object& entry);
 
 private:

@@ -1,4 +1,5 @@
-// What the fonts of a document share: CMap streams and embedded font programs, each read once and only when it is needed.
+// What the fonts of a document share: CMap streams and embedded font programs, each read once and only when it is
+// needed.
 #pragma once
 
 #include "engines/pdf/fonts/CMap.h"

@@ -79,8 +79,8 @@ bool SimpleCharacters::byDifferences(std::uint8_t code, std::u32string& out) {
     return !isLetter || facts_.standardFont.has_value();
 }
 
-/// Names that only repeat codes say nothing but that the codes are those of the producer's encoding. In Type 3 fonts that is
-/// one of TeX's, whose bitmap fonts have such names.
+/// Names that only repeat codes say nothing but that the codes are those of the producer's encoding. In Type 3 fonts
+/// that is one of TeX's, whose bitmap fonts have such names.
 bool SimpleCharacters::byCodeName(std::string_view name, std::uint8_t code, std::u32string& out) {
     const std::optional<std::uint32_t> named = SimpleEncoding::codeOf(name, code);
     if (!named) return false;
@@ -147,10 +147,10 @@ bool SimpleCharacters::byKnownFont(std::uint8_t code, std::u32string& out) {
     return !out.empty();
 }
 
-/// Whether the codes of a symbolic TrueType font without any names are likely to be those of the usual encoding. Producers
-/// that number the glyphs of a subset begin at 1 or at 33.
+/// Whether the codes of a symbolic TrueType font without any names are likely to be those of the usual encoding.
+/// Producers that number the glyphs of a subset begin at 1 or at 33.
 bool SimpleCharacters::hasCodesOfText(std::uint8_t code) {
-    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(0);
+    const std::int64_t first = resources_.document().get(facts_.dictionary, "FirstChar").integerOr(-1);
     return facts_.subtype == FontSubtype::trueType && (first == ' ' || first == 0) && code > ' ' && glyphOf(code) != 0;
 }
 

@@ -42,8 +42,8 @@ void SimpleFont::readExtent() {
     descent_ = extent.descent;
 }
 
-/// A Type 3 font's glyphs are in units of its own matrix, and its em may be any number of them. Its box says how large glyphs
-/// are; in bitmap fonts, whose box is empty as a rule, the matrix makes an em of 1 (9.6.4, table 110).
+/// A Type 3 font's glyphs are in units of its own matrix, and its em may be any number of them. Its box says how large
+/// glyphs are; in bitmap fonts, whose box is empty as a rule, the matrix makes an em of 1 (9.6.4, table 110).
 void SimpleFont::readType3Extent(std::span<const Object> matrix) {
     Document& document = resources_.document();
     double height = 0.001;
@@ -83,7 +83,8 @@ float SimpleFont::widthOf(std::uint8_t code) {
     return static_cast<float>(std::clamp(width * unit_, -kWidestGlyph, kWidestGlyph));
 }
 
-/// Fonts without /Widths: the embedded font program, else the standard font of the name or the one most like it (9.6.2.2).
+/// Fonts without /Widths: the embedded font program, else the standard font of the name or the one most like it
+/// (9.6.2.2).
 double SimpleFont::undeclaredWidthOf(std::uint8_t code) {
     if (facts_.subtype == FontSubtype::type3) return 0;
     if (EmbeddedFont* const program = characters_.program())

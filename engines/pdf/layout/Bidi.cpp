@@ -13,8 +13,8 @@ struct Range {
     Direction direction;
 };
 
-/// Blocks and characters that are not left-to-right letters (DerivedBidiClass.txt of the Unicode Character Database), in
-/// order. Classes that are not told apart here: R and AL, EN and AN, the separators.
+/// Blocks and characters that are not left-to-right letters (DerivedBidiClass.txt of the Unicode Character Database),
+/// in order. Classes that are not told apart here: R and AL, EN and AN, the separators.
 constexpr Range kRanges[] = {
     {0x0000, 0x0022, Direction::neutral}, {0x0023, 0x0025, Direction::neutral}, {0x0026, 0x002F, Direction::neutral},
     {0x0030, 0x0039, Direction::number},  {0x003A, 0x0040, Direction::neutral}, {0x005B, 0x0060, Direction::neutral},
@@ -62,6 +62,16 @@ bool joinsNumbers(std::span<const Cluster> between) {
            std::none_of(between.begin(), between.end(), [](const Cluster& c) { return c.isBlank; });
 }
 
+/// On a page with so many letters from the right, Latin terms do not make the direction of a line.
+constexpr float kShareOfPage = 0.15F;
+
+/// Reverses clusters, and what side their brackets open to.
+void turn(std::span<Cluster> clusters) {
+    std::reverse(clusters.begin(), clusters.end());
+    for (Cluster& cluster : clusters)
+        cluster.isTurned = !cluster.isTurned;
+}
+
 bool goesRight(Direction direction) {
     return direction == Direction::left || direction == Direction::number;
 }
@@ -76,18 +86,46 @@ Direction directionOf(char32_t character) {
     return character <= found[-1].last ? found[-1].direction : Direction::left;
 }
 
-bool readsFromTheRight(std::span<const Cluster> clusters) {
+bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRight) {
     std::size_t left = 0;
     std::size_t right = 0;
+    Direction last = Direction::neutral; // of the strong ones
     for (const Cluster& cluster : clusters) {
-        left += cluster.direction == Direction::left ? 1 : 0;
-        right += cluster.direction == Direction::right ? 1 : 0;
+        if (cluster.direction != Direction::left && cluster.direction != Direction::right) continue;
+        last = cluster.direction;
+        (last == Direction::left ? left : right) += 1;
     }
-    return right > left;
+    return right > left || (onPageFromTheRight && last == Direction::right);
+}
+
+bool isMostlyFromTheRight(std::u32string_view text) {
+    const auto mayBeFromTheRight = [](char32_t c) {
+        return (c >= 0x0590 && c < 0x0900) || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000);
+    };
+    if (std::none_of(text.begin(), text.end(), mayBeFromTheRight)) return false;
+    std::size_t left = 0;
+    std::size_t right = 0;
+    for (const char32_t c : text) {
+        const Direction direction = directionOf(c);
+        left += direction == Direction::left ? 1 : 0;
+        right += direction == Direction::right ? 1 : 0;
+    }
+    return static_cast<float>(right) > kShareOfPage * static_cast<float>(left + right);
+}
+
+bool endsNumbers(char32_t character) {
+    return character == '%' || character == '$' || character == '#' || (character >= 0xA2 && character <= 0xA5) ||
+           character == 0xB0 || character == 0x2030 || (character >= 0x20A0 && character <= 0x20CF);
+}
+
+char32_t mirrored(char32_t character) {
+    constexpr std::u32string_view kPairs = U"()[]{}<>«»‹›≤≥⟨⟩";
+    const std::size_t at = kPairs.find(character);
+    return at == std::u32string_view::npos ? 0 : kPairs[at ^ 1U];
 }
 
 void reorder(std::span<Cluster> clusters, bool fromTheRight) {
-    if (fromTheRight) std::reverse(clusters.begin(), clusters.end());
+    if (fromTheRight) turn(clusters);
     // Now the base direction is right, and sequences of the other direction are to be reversed: letters and numbers
     // from the left with what is between them in a line from the right, and the other way round.
     const auto isOther = [fromTheRight](const Cluster& c) {
@@ -132,8 +170,7 @@ void reorder(std::span<Cluster> clusters, bool fromTheRight) {
                        (isNumber(clusters[stop]) || (stop + 1 < end && clusters[stop].direction == Direction::neutral &&
                                                      !clusters[stop].isBlank && isNumber(clusters[stop + 1]))))
                     ++stop;
-                std::reverse(clusters.begin() + static_cast<std::ptrdiff_t>(k),
-                             clusters.begin() + static_cast<std::ptrdiff_t>(stop));
+                turn(clusters.subspan(k, stop - k));
                 k = stop;
             }
         }

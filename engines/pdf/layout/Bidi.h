@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace quillow::pdf {
 
@@ -16,10 +17,21 @@ struct Cluster {
     std::uint32_t index = 0; ///< the caller's
     Direction direction = Direction::neutral;
     bool isBlank = false;
+    bool isTurned = false; ///< set by `reorder`: whether it is in text from the right, where brackets are mirrored
 };
 
-/// Whether a line of such clusters is read from the right.
-[[nodiscard]] bool readsFromTheRight(std::span<const Cluster> clusters);
+/// Whether a line of such clusters, in visual order, is read from the right. `onPageFromTheRight`: whether its page is
+/// mostly text from the right.
+[[nodiscard]] bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRight);
+
+/// Whether so much of a page's text is from the right that the page is read from the right.
+[[nodiscard]] bool isMostlyFromTheRight(std::u32string_view text);
+
+/// A sign or unit that belongs to the number beside it (UAX #9, W5), such as a percent sign.
+[[nodiscard]] bool endsNumbers(char32_t character);
+
+/// The other bracket of a pair, or 0 (Bidi_Mirroring_Glyph of the Unicode Character Database, the common ones).
+[[nodiscard]] char32_t mirrored(char32_t character);
 
 /// Puts clusters that are in visual order, from left to right, into logical order.
 void reorder(std::span<Cluster> clusters, bool fromTheRight);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <tuple>
 #include <unordered_map>
 
 namespace quillow::pdf {
@@ -18,19 +20,66 @@ constexpr float kSameSize = 0.8F;
 constexpr float kWideGap = 1.2F;
 /// A span that comes later, not behind its line, belongs to it only if it is as near as a word is. In ems.
 constexpr float kLateGap = 0.5F;
+/// Superscripts above subscripts, and limits of sums, are shorter. In ems of their own.
+constexpr float kLongestScript = 3;
+/// Letters more than so much larger than those beside them are drop caps or headings beside text; superscripts of
+/// superscripts are half as large as the text.
+constexpr float kMuchLarger = 2.1F;
+/// Such letters are in one line only if their baselines or their tops differ by less, in ems of the smaller ones: two
+/// or three lines are beside a drop cap, and it belongs to the first of them.
+constexpr float kAligned = 0.4F;
+/// A drop cap has at most so many glyphs: a quotation mark, a letter and a blank.
+constexpr std::size_t kDropCap = 3;
+/// A drop cap is at most so far from its word, in ems of the word.
+constexpr float kDropCapGap = 0.4F;
 /// Height of the bands in which earlier lines are looked for, in points.
 constexpr float kBand = 8;
 
-bool haveSameBaseline(const Line& line, const Span& span) {
-    const float larger = std::max(line.size, span.size);
-    const float smaller = std::min(line.size, span.size);
-    if (smaller < kSameSize * larger) return true; // the overlap decides
-    return std::abs(line.baseline - span.baseline) < kSameBaseline * larger;
+/// So many lines of a band are looked at, the latest ones: pages may have very many lines at one height.
+constexpr std::size_t kMostLooked = 32;
+
+template <class Item>
+bool haveSameSize(const Line& line, const Item& item) {
+    return std::min(line.size, item.size) >= kSameSize * std::max(line.size, item.size);
 }
 
-/// How far a span is from the line horizontally; negative if they overlap.
-float gapBetween(const Line& line, const Span& span) {
-    return std::max(span.left - line.right, line.left - span.right);
+template <class Item>
+bool haveSameBaseline(const Line& line, const Item& item) {
+    if (!haveSameSize(line, item)) return true; // the overlap decides
+    return std::abs(line.baseline - item.baseline) < kSameBaseline * std::max(line.size, item.size);
+}
+
+template <class Item>
+bool areAligned(const Line& line, const Item& item) {
+    const float most = kAligned * std::min(line.size, item.size);
+    return std::abs(line.baseline - item.baseline) < most || std::abs(line.top - item.top) < most;
+}
+
+/// How far a span or line is from the line horizontally; negative if they overlap.
+template <class Item>
+float gapBetween(const Line& line, const Item& item) {
+    return std::max(item.left - line.right, line.left - item.right);
+}
+
+template <class Item>
+bool belongsTo(const Line& line, const Item& item, float gap) {
+    if (verticalOverlap(line, item) < kSameLine || !haveSameBaseline(line, item)) return false;
+    const float smaller = std::min(line.size, item.size);
+    const float larger = std::max(line.size, item.size);
+    if (larger > kMuchLarger * smaller) return areAligned(line, item) && gapBetween(line, item) < kDropCapGap * smaller;
+    return gapBetween(line, item) < gap * larger;
+}
+
+/// Makes a line large enough for a span or another line.
+template <class Item>
+void extend(Line& line, const Item& item) {
+    line.left = std::min(line.left, item.left);
+    line.right = std::max(line.right, item.right);
+    if (item.size <= line.size) return;
+    line.size = item.size;
+    line.baseline = item.baseline;
+    line.bottom = item.bottom;
+    line.top = item.top;
 }
 
 class LineBuilder {
@@ -38,67 +87,120 @@ public:
     explicit LineBuilder(const Orientation& orientation)
         : orientation_(orientation) {}
 
-    std::vector<Line> build() && {
-        for (std::uint32_t index = 0; index < orientation_.spans.size(); ++index)
-            add(index);
-        return std::move(lines_);
+    Lines build() && {
+        lineOf_.reserve(orientation_.spans.size());
+        for (const Span& span : orientation_.spans)
+            lineOf_.push_back(add(span));
+        mergeOverlapping();
+        return collect();
     }
 
 private:
-    void add(std::uint32_t index) {
-        const Span& span = orientation_.spans[index];
-        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap)) return join(current_, index);
-        if (const std::size_t earlier = earlierLine(span); earlier < lines_.size()) return join(earlier, index);
-        current_ = lines_.size();
-        lines_.emplace_back();
-        Line& line = lines_.back();
-        line.spans.push_back(index);
+    /// Returns the line that the span joins.
+    std::uint32_t add(const Span& span) {
+        if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap) && !isBelowLast(current_, span))
+            return join(span);
+        current_ = earlierLine(span);
+        if (current_ < lines_.size()) return join(span);
+        last_.push_back(span);
+        Line& line = lines_.emplace_back();
+        mayBeDropCap_.push_back(span.glyphCount <= kDropCap);
         line.left = span.left;
         line.right = span.right;
         line.baseline = span.baseline;
         line.bottom = span.bottom;
         line.top = span.top;
         line.size = span.size;
-        bands_.emplace(bandOf(span.baseline), static_cast<std::uint32_t>(current_));
+        bands_[bandOf(span.baseline)].push_back(current_);
+        return current_;
     }
 
-    static bool belongsTo(const Line& line, const Span& span, float gap) {
-        if (verticalOverlap(line, span) < kSameLine || !haveSameBaseline(line, span)) return false;
-        return gapBetween(line, span) < gap * std::max(line.size, span.size);
+    /// Whether the span is another line of small text beside a drop cap or a large figure.
+    [[nodiscard]] bool isBelowLast(std::uint32_t line, const Span& span) const {
+        const Span& last = last_[line];
+        if (std::max(last.size, span.size) >= kSameSize * lines_[line].size) return false;
+        const float common = std::min(last.right, span.right) - std::max(last.left, span.left);
+        return common > kLongestScript * span.size &&
+               std::abs(last.baseline - span.baseline) > kSameBaseline * span.size;
+    }
+
+    /// Adds the span to the current line.
+    std::uint32_t join(const Span& span) {
+        Line& line = lines_[current_];
+        // The line of a drop cap has the place of the small letters beside it.
+        if (mayBeDropCap_[current_] && line.size > kMuchLarger * span.size && span.left >= line.left) line.size = 0;
+        mayBeDropCap_[current_] = false;
+        extend(line, span);
+        last_[current_] = span;
+        return current_;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
-    [[nodiscard]] std::size_t earlierLine(const Span& span) const {
+    [[nodiscard]] std::uint32_t earlierLine(const Span& span) const {
         const int band = bandOf(span.baseline);
-        std::size_t best = lines_.size();
+        auto best = static_cast<std::uint32_t>(lines_.size());
         float bestGap = 0;
         for (int near = band - 1; near <= band + 1; ++near) {
-            const auto [begin, end] = bands_.equal_range(near);
-            for (auto entry = begin; entry != end; ++entry) {
-                const Line& line = lines_[entry->second];
-                if (!belongsTo(line, span, kLateGap)) continue;
+            const auto found = bands_.find(near);
+            if (found == bands_.end()) continue;
+            const std::vector<std::uint32_t>& entries = found->second;
+            for (std::size_t i = entries.size() - std::min(entries.size(), kMostLooked); i < entries.size(); ++i) {
+                const Line& line = lines_[entries[i]];
+                if (!belongsTo(line, span, kLateGap) || isBelowLast(entries[i], span)) continue;
                 const float gap = gapBetween(line, span);
                 if (best != lines_.size() && gap >= bestGap) continue;
-                best = entry->second;
+                best = entries[i];
                 bestGap = gap;
             }
         }
         return best;
     }
 
-    void join(std::size_t at, std::uint32_t index) {
-        Line& line = lines_[at];
-        const Span& span = orientation_.spans[index];
-        line.spans.push_back(index);
-        line.left = std::min(line.left, span.left);
-        line.right = std::max(line.right, span.right);
-        if (span.size > line.size) {
-            line.size = span.size;
-            line.baseline = span.baseline;
-            line.bottom = span.bottom;
-            line.top = span.top;
+    /// Joins lines that have grown together: some producers draw the blanks and commas of a line first.
+    void mergeOverlapping() {
+        std::vector<std::uint32_t> order(lines_.size());
+        std::iota(order.begin(), order.end(), 0);
+        target_ = order;
+        std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
+            const Line& x = lines_[a];
+            const Line& y = lines_[b];
+            return std::tuple(x.baseline, x.left, a) < std::tuple(y.baseline, y.left, b);
+        });
+        for (std::size_t i = 1; i < order.size(); ++i) {
+            const std::uint32_t before = target_[order[i - 1]];
+            const Line& line = lines_[order[i]];
+            if (lines_[before].baseline != line.baseline || !haveSameSize(lines_[before], line) ||
+                !belongsTo(lines_[before], line, kLateGap))
+                continue;
+            const auto [first, second] = std::minmax(before, order[i]);
+            extend(lines_[first], lines_[second]);
+            target_[before] = target_[order[i - 1]] = target_[order[i]] = first;
         }
-        current_ = at;
+    }
+
+    /// Lists the spans of each line.
+    Lines collect() {
+        for (std::uint32_t& target : target_)
+            target = target_[target]; // a line is joined to an earlier one
+        for (std::uint32_t& line : lineOf_) {
+            line = target_[line];
+            ++lines_[line].spanCount;
+        }
+        Lines found;
+        std::uint32_t first = 0;
+        for (Line& line : lines_) {
+            line.firstSpan = first;
+            first += line.spanCount;
+            line.spanCount = 0;
+        }
+        found.spans.resize(first);
+        for (std::uint32_t span = 0; span < lineOf_.size(); ++span) {
+            Line& line = lines_[lineOf_[span]];
+            found.spans[line.firstSpan + line.spanCount++] = span;
+        }
+        std::erase_if(lines_, [](const Line& line) { return line.spanCount == 0; });
+        found.lines = std::move(lines_);
+        return found;
     }
 
     static int bandOf(float baseline) {
@@ -108,13 +210,17 @@ private:
 
     const Orientation& orientation_;
     std::vector<Line> lines_;
-    std::size_t current_ = 0;
-    std::unordered_multimap<int, std::uint32_t> bands_;
+    std::vector<Span> last_;            ///< of each line, what joined it last
+    std::vector<bool> mayBeDropCap_;    ///< for each line whether it is a single span of few letters
+    std::vector<std::uint32_t> lineOf_; ///< of each span
+    std::vector<std::uint32_t> target_; ///< the line that each line has been joined to
+    std::uint32_t current_ = 0;
+    std::unordered_map<int, std::vector<std::uint32_t>> bands_;
 };
 
 } // namespace
 
-std::vector<Line> linesOf(const Orientation& orientation) {
+Lines linesOf(const Orientation& orientation) {
     return LineBuilder(orientation).build();
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 
 namespace quillow::pdf {
 
@@ -11,7 +12,7 @@ namespace {
 
 /// Items that follow one another in the stream and on the page.
 struct Block {
-    std::uint32_t first = 0; ///< index of its first item
+    std::uint32_t first = 0; ///< index of its first item in the order
     std::uint32_t count = 0;
     float left = 0;
     float right = 0;
@@ -47,19 +48,27 @@ Step stepBetween(const Item& before, const Item& after) {
     return overlap && distance < kNextLine * std::max(before.size, after.size) ? Step::goesOn : Step::otherPlace;
 }
 
+/// A way to part the blocks of a region in two: the first `count` of them, sorted by their left or by their top.
+struct Cut {
+    bool isGutter = false;
+    std::size_t count = 0; ///< 0 if there is none
+    /// How often the stream goes from the second part to the first, and how often it goes back inside a part.
+    std::ptrdiff_t cost = 0;
+};
+
 class ReadingOrder {
 public:
     explicit ReadingOrder(std::span<const Item> items)
-        : items_(items) {}
+        : items_(items)
+        , rank_(items.size()) {}
 
     std::vector<std::uint32_t> find() && {
+        findBlocks();
+        std::vector<std::uint32_t> blocks(blocks_.size());
+        std::iota(blocks.begin(), blocks.end(), 0U);
+        sort(blocks, kMostCuts);
         std::vector<std::uint32_t> order;
         order.reserve(items_.size());
-        std::vector<std::uint32_t> blocks;
-        const bool goesBack = findBlocks();
-        for (std::uint32_t i = 0; i < blocks_.size(); ++i)
-            blocks.push_back(i);
-        if (goesBack) cut(blocks, kMostCuts);
         for (const std::uint32_t block : blocks)
             for (std::uint32_t i = 0; i < blocks_[block].count; ++i)
                 order.push_back(blocks_[block].first + i);
@@ -67,19 +76,14 @@ public:
     }
 
 private:
-    /// Returns whether the stream goes back anywhere.
-    bool findBlocks() {
-        bool goesBack = false;
+    void findBlocks() {
         for (std::uint32_t i = 0; i < items_.size(); ++i) {
             const Item& item = items_[i];
-            const Step step = i == 0 ? Step::otherPlace : stepBetween(items_[i - 1], item);
-            goesBack = goesBack || step == Step::goesBack;
-            if (step == Step::goesOn)
+            if (i > 0 && stepBetween(items_[i - 1], item) == Step::goesOn)
                 extend(blocks_.back(), item);
             else
                 blocks_.push_back({i, 1, item.left, item.right, item.bottom, item.top});
         }
-        return goesBack;
     }
 
     static void extend(Block& block, const Item& item) {
@@ -90,46 +94,115 @@ private:
         block.top = std::max(block.top, item.top);
     }
 
-    /// Sorts the blocks of a region: columns first if a gutter goes through all of it, else what is above first.
-    void cut(std::span<std::uint32_t> blocks, int depth) {
-        if (blocks.size() < 2 || depth == 0) return;
-        if (const std::size_t at = cutAtGutter(blocks); at != 0) {
-            cut(blocks.first(at), depth - 1);
-            cut(blocks.subspan(at), depth - 1);
-        } else if (const std::size_t below = cutBetweenRows(blocks); below != 0) {
-            cut(blocks.first(below), depth - 1);
-            cut(blocks.subspan(below), depth - 1);
-        } else {
-            std::stable_sort(blocks.begin(), blocks.end()); // in content order
+    /// Notes where the stream goes back within a region. Returns whether it does so anywhere.
+    bool findStepsBack(std::span<const std::uint32_t> blocks) {
+        isStepBack_.assign(blocks.size(), false);
+        bool any = false;
+        float highest = blocks_[blocks[0]].top;
+        for (std::size_t i = 1; i < blocks.size(); ++i) {
+            const Block& before = blocks_[blocks[i - 1]];
+            const Block& block = blocks_[blocks[i]];
+            // A column to the right may begin higher, but not above all that is to the left of it.
+            const bool isAboveAll = block.bottom > highest - kTouch;
+            isStepBack_[i] = isAboveAll || stepBetween(items_[before.first + before.count - 1], items_[block.first]) ==
+                                               Step::goesBack;
+            any = any || isStepBack_[i];
+            highest = std::max(highest, block.top);
         }
+        return any;
     }
 
-    /// Sorts by the left and returns how many blocks are left of the first gutter; 0 if there is none.
-    std::size_t cutAtGutter(std::span<std::uint32_t> blocks) {
-        std::stable_sort(blocks.begin(), blocks.end(),
+    /// Puts the blocks of a region, which are in content order, into reading order.
+    void sort(std::span<std::uint32_t> blocks, int depth) {
+        if (blocks.size() < 2 || depth == 0 || !findStepsBack(blocks)) return;
+        byLeft_.assign(blocks.begin(), blocks.end());
+        std::stable_sort(byLeft_.begin(), byLeft_.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].left < blocks_[b].left; });
-        float right = blocks_[blocks[0]].right;
-        for (std::size_t i = 1; i < blocks.size(); ++i) {
-            if (blocks_[blocks[i]].left > right + kLeastGutter) return i;
-            right = std::max(right, blocks_[blocks[i]].right);
+        byTop_.assign(blocks.begin(), blocks.end());
+        std::stable_sort(byTop_.begin(), byTop_.end(),
+                         [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].top > blocks_[b].top; });
+        if (areStacked(byTop_)) {
+            std::copy(byTop_.begin(), byTop_.end(), blocks.begin());
+            return;
         }
-        return 0;
+        Cut cut = bestGutter(blocks);
+        if (const Cut stripe = bestStripe(blocks); cut.count == 0 || (stripe.count != 0 && stripe.cost <= cut.cost))
+            cut = stripe;
+        if (cut.count == 0) return;
+        setRanks(cut.isGutter ? byLeft_ : byTop_);
+        std::stable_partition(blocks.begin(), blocks.end(),
+                              [this, &cut](std::uint32_t block) { return rank_[block] < cut.count; });
+        sort(blocks.first(cut.count), depth - 1);
+        sort(blocks.subspan(cut.count), depth - 1);
     }
 
-    /// Sorts by the top and returns how many blocks are above the first free stripe; 0 if there is none.
-    std::size_t cutBetweenRows(std::span<std::uint32_t> blocks) {
-        std::stable_sort(blocks.begin(), blocks.end(),
-                         [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].top > blocks_[b].top; });
-        float bottom = blocks_[blocks[0]].bottom;
+    [[nodiscard]] bool areStacked(std::span<const std::uint32_t> byTop) const {
+        for (std::size_t i = 1; i < byTop.size(); ++i)
+            if (blocks_[byTop[i]].top >= blocks_[byTop[i - 1]].bottom + kTouch) return false;
+        return true;
+    }
+
+    void setRanks(std::span<const std::uint32_t> sorted) {
+        for (std::size_t i = 0; i < sorted.size(); ++i)
+            rank_[sorted[i]] = i;
+    }
+
+    /// For every number n, counts what it costs to read the first n of the sorted blocks before the others.
+    void countCosts(std::span<const std::uint32_t> blocks, std::span<const std::uint32_t> sorted) {
+        setRanks(sorted);
+        costs_.assign(blocks.size() + 1, 0);
         for (std::size_t i = 1; i < blocks.size(); ++i) {
-            if (blocks_[blocks[i]].top < bottom + kTouch) return i;
-            bottom = std::min(bottom, blocks_[blocks[i]].bottom);
+            const std::size_t before = rank_[blocks[i - 1]];
+            const std::size_t after = rank_[blocks[i]];
+            const auto [first, last] = std::minmax(before, after);
+            // A cut between the two removes a step back. It costs a turn if it reads the second one first.
+            const bool back = isStepBack_[i];
+            const std::ptrdiff_t change = (after < before ? 1 : 0) - (back ? 1 : 0);
+            costs_[0] += back ? 1 : 0;
+            costs_[first + 1] += change;
+            costs_[last + 1] -= change;
         }
-        return 0;
+        std::partial_sum(costs_.begin(), costs_.end(), costs_.begin());
+    }
+
+    Cut bestGutter(std::span<const std::uint32_t> blocks) {
+        Cut best;
+        best.isGutter = true;
+        countCosts(blocks, byLeft_);
+        float right = blocks_[byLeft_[0]].right;
+        for (std::size_t i = 1; i < byLeft_.size(); ++i) {
+            const Block& block = blocks_[byLeft_[i]];
+            if (block.left > right + kLeastGutter) keepBetter(best, i);
+            right = std::max(right, block.right);
+        }
+        return best;
+    }
+
+    Cut bestStripe(std::span<const std::uint32_t> blocks) {
+        Cut best;
+        countCosts(blocks, byTop_);
+        float bottom = blocks_[byTop_[0]].bottom;
+        for (std::size_t i = 1; i < byTop_.size(); ++i) {
+            const Block& block = blocks_[byTop_[i]];
+            if (block.top < bottom + kTouch) keepBetter(best, i);
+            bottom = std::min(bottom, block.bottom);
+        }
+        return best;
+    }
+
+    void keepBetter(Cut& best, std::size_t count) const {
+        if (best.count != 0 && costs_[count] >= best.cost) return;
+        best.count = count;
+        best.cost = costs_[count];
     }
 
     std::span<const Item> items_;
     std::vector<Block> blocks_;
+    std::vector<std::size_t> rank_; ///< of a block in the last sorted list
+    std::vector<bool> isStepBack_;  ///< for each block of the region that is cut
+    std::vector<std::uint32_t> byLeft_;
+    std::vector<std::uint32_t> byTop_;
+    std::vector<std::ptrdiff_t> costs_;
 };
 
 } // namespace

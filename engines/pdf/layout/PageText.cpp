@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/PageText.h"
 
+#include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/Order.h"
@@ -23,13 +25,14 @@ class OrientationText {
 public:
     OrientationText(const Page& page, const Orientation& orientation)
         : page_(page)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(std::u32string& out) && {
         makeLines();
         if (lines_.empty()) return;
         makeRulings();
-        tables_ = tablesOf(lines_, texts_, rulings_);
+        findTables();
         makeRows();
         markParagraphs(rows_);
         for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -44,12 +47,14 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_);
         std::vector<std::size_t> ends;
-        for (Line& line : linesOf(orientation_)) {
+        Lines found = linesOf(orientation_);
+        unweaveColumns(found.lines);
+        for (const Line& line : found.lines) {
             const std::size_t begin = text_.size();
-            writer.append(line, text_);
+            writer.append(found.spansOf(line), text_);
             if (text_.size() == begin) continue;
             ends.push_back(text_.size());
-            lines_.push_back(std::move(line));
+            lines_.push_back(line);
         }
         std::size_t begin = 0;
         for (const std::size_t end : ends) {
@@ -63,14 +68,42 @@ private:
         for (const Rule& rule : page_.rules) {
             const Point a{rule.box.left, rule.box.bottom};
             const Point b{rule.box.right, rule.box.top};
-            const auto [left, right] = std::minmax(frame.alongOf(a), frame.alongOf(b));
-            const auto [bottom, top] = std::minmax(frame.upOf(a), frame.upOf(b));
+            const auto [left, right] = std::minmax({frame.alongOf(a), frame.alongOf(b)});
+            const auto [bottom, top] = std::minmax({frame.upOf(a), frame.upOf(b)});
             constexpr float kThick = 4; // points; thicker ones are bars and backgrounds
             if (top - bottom < kThick) {
                 rulings_.push_back({left, right, bottom, top});
             } else if (right - left >= kThick) { // a box: its edges
                 rulings_.push_back({left, right, bottom, bottom});
                 rulings_.push_back({left, right, top, top});
+            }
+        }
+    }
+
+    /// Finds the tables of each column of text by themselves.
+    void findTables() {
+        const std::vector<std::uint32_t> columns = columnsOf(lines_);
+        const std::uint32_t count = 1 + *std::max_element(columns.begin(), columns.end());
+        if (count == 1) {
+            tables_ = tablesOf(lines_, texts_, rulings_);
+            return;
+        }
+        std::vector<std::vector<std::uint32_t>> members(count);
+        for (std::uint32_t i = 0; i < lines_.size(); ++i)
+            members[columns[i]].push_back(i);
+        for (const std::vector<std::uint32_t>& column : members) {
+            std::vector<Line> lines;
+            std::vector<std::u32string_view> texts;
+            for (const std::uint32_t line : column) {
+                lines.push_back(lines_[line]);
+                texts.push_back(texts_[line]);
+            }
+            for (Table& table : tablesOf(lines, texts, rulings_)) {
+                for (Row& row : table.rows)
+                    for (Cell& cell : row.cells)
+                        for (std::uint32_t& line : cell)
+                            line = column[line];
+                tables_.push_back(std::move(table));
             }
         }
     }
@@ -90,12 +123,12 @@ private:
             const std::uint32_t table = tableOf[i];
             if (table == kNoTable) {
                 const Line& line = lines_[i];
-                items.push_back({line.left, line.right, line.bottom, line.top, line.size});
+                items.push_back(itemOf(line, line.size));
                 sources.push_back(i);
             } else if (!isListed[table]) {
                 isListed[table] = true;
                 const Table& t = tables_[table];
-                items.push_back({t.left, t.right, t.bottom, t.top, lines_[i].size});
+                items.push_back(itemOf(t, lines_[i].size));
                 sources.push_back(static_cast<std::uint32_t>(lines_.size()) + table);
             }
         }
@@ -110,22 +143,32 @@ private:
         }
     }
 
+    /// Of a page that is read from the right, the order is found in its mirror image.
+    template <class Box>
+    [[nodiscard]] Item itemOf(const Box& box, float size) const {
+        if (isFromTheRight_) return {-box.right, -box.left, box.bottom, box.top, size};
+        return {box.left, box.right, box.bottom, box.top, size};
+    }
+
     void addLine(std::uint32_t index) {
         const Line& line = lines_[index];
         constexpr float kSameRow = 0.5F;
-        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow &&
-            line.left >= rows_.back().right) {
-            rows_.back().cells.push_back({index});
-            extend(rows_.back(), line);
-        } else {
-            rows_.push_back(rowOf(line, index));
+        if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
+            Row& row = rows_.back();
+            if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
+                row.cells.push_back({index});
+                extend(row, line);
+                return;
+            }
         }
+        rows_.push_back(rowOf(line, index));
     }
 
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
-        for (const Cell& cell : row.cells) {
+        for (std::size_t k = 0; k < row.cells.size(); ++k) {
+            const Cell& cell = row.cells[row.isTableRow && isFromTheRight_ ? row.cells.size() - 1 - k : k];
             if (!first) out.push_back(row.isTableRow ? U'\t' : U' ');
             first = false;
             for (std::size_t i = 0; i < cell.size(); ++i) {
@@ -139,6 +182,7 @@ private:
 
     const Page& page_;
     const Orientation& orientation_;
+    bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<Line> lines_;
     std::vector<std::u32string_view> texts_;

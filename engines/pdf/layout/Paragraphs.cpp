@@ -143,7 +143,9 @@ private:
             const bool goesBack = i + 1 == block.size() || block[i + 1].left < block[i].left - kLeastIndent * size;
             const bool beforeAtMargin = indentBefore < kLeastIndent * size;
             const bool goesOnAtIndent = !goesBack && std::abs(block[i + 1].left - block[i].left) < kSameMargin * size;
-            if (goesBack || (beforeAtMargin && goesOnAtIndent)) block[i].beginsParagraph = true;
+            // Lines that are indented below the first line of a paragraph go on in it: a hanging indent, a drop cap.
+            const bool hangs = i == 1 || block[i - 1].beginsParagraph;
+            if (goesBack || (beforeAtMargin && goesOnAtIndent && !hangs)) block[i].beginsParagraph = true;
         }
     }
 

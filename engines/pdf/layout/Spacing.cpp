@@ -18,8 +18,14 @@ constexpr float kKerning = 0.08F;
 constexpr float kUsual = 0.13F;
 /// Documents that draw their blanks leave further gaps for kerning and justification.
 constexpr float kUsualBesideDrawn = 0.2F;
+/// In fonts with narrow blanks, gaps of about their width are blanks: so much of the width.
+constexpr float kShareOfDrawn = 0.75F;
 /// Above the letter spacing by so much, a gap is a blank in any font.
 constexpr float kSurelyBlank = 0.4F;
+/// A stretch without gaps parts two kinds of gaps if it is at least so wide. In bins.
+constexpr std::size_t kLeastStretch = 2;
+/// Words have two or three letters at least, on average: more of the gaps cannot be blanks.
+constexpr float kMostBlanks = 0.35F;
 /// Fewer gaps show no letter spacing.
 constexpr std::size_t kLeastGaps = 4;
 
@@ -44,37 +50,68 @@ float letterSpacing(const Histogram& histogram, std::size_t count) {
     return 0;
 }
 
-/// The middle of the widest stretch without gaps that has gaps above it: those are blanks.
-float widestStretch(const Histogram& histogram, float low, float high, float usual) {
-    float best = usual;
-    std::size_t widest = 0;
-    std::size_t length = 0;
-    const std::size_t last = binOf(high);
-    for (std::size_t bin = binOf(low); bin < kBins; ++bin) {
-        if (histogram[bin] == 0) {
-            if (bin <= last) ++length;
-            continue;
-        }
-        if (length > widest) {
-            widest = length;
-            best = middleOf(std::min(bin - 1, last)) - static_cast<float>(length - 1) * kBin / 2;
-        }
-        if (bin > last) break;
-        length = 0;
-    }
-    return best;
+/// Bins without gaps, from `first` to before `end`.
+struct Stretch {
+    std::size_t first = 0;
+    std::size_t end = 0;
+
+    [[nodiscard]] std::size_t length() const { return end - first; }
+    [[nodiscard]] float middle() const { return kFirst + (static_cast<float>(first + end) / 2) * kBin; }
+};
+
+/// The stretch around a bin, or an empty one if the bin has gaps. It begins at `low` or above and ends at `high` or
+/// below.
+Stretch stretchAround(const Histogram& histogram, std::size_t bin, std::size_t low, std::size_t high) {
+    Stretch found{bin, bin};
+    while (found.end < high && histogram[found.end] == 0)
+        ++found.end;
+    if (found.end == bin) return found;
+    while (found.first > low && histogram[found.first - 1] == 0)
+        --found.first;
+    return found;
+}
+
+/// The middle of the stretch that the usual threshold is in: it parts the gaps inside words from those between words.
+/// If gaps are just there, they are blanks unless there are too many of them.
+float thresholdNear(const Histogram& histogram, std::size_t count, float spacing, float usual) {
+    const std::size_t low = binOf(spacing + kKerning);
+    const std::size_t high = binOf(spacing + kSurelyBlank);
+    const std::size_t bin = binOf(spacing + usual);
+    if (const Stretch around = stretchAround(histogram, bin, low, high); around.length() >= kLeastStretch)
+        return around.middle();
+    std::size_t below = bin;
+    while (below > low && histogram[below] != 0)
+        --below;
+    const Stretch lower = stretchAround(histogram, below, low, high);
+    std::size_t above = bin;
+    while (above < high && histogram[above] != 0)
+        ++above;
+    const Stretch upper = stretchAround(histogram, above, low, high);
+    std::size_t blanks = 0;
+    for (std::size_t i = lower.end; i < kBins; ++i)
+        blanks += histogram[i];
+    const bool tooMany = static_cast<float>(blanks) > kMostBlanks * static_cast<float>(count);
+    if (lower.length() > 0 && !(tooMany && upper.length() >= kLeastStretch)) return lower.middle();
+    return upper.length() > 0 ? upper.middle() : spacing + usual;
 }
 
 } // namespace
 
-float blankThreshold(std::span<const float> gaps, bool drawsBlanks) {
-    const float usual = drawsBlanks ? kUsualBesideDrawn : kUsual;
+float blankThreshold(std::span<const Gap> gaps, float drawnBlank) {
+    const float usual = drawnBlank > 0 ? std::clamp(kShareOfDrawn * drawnBlank, kUsual, kUsualBesideDrawn) : kUsual;
     if (gaps.size() < kLeastGaps) return usual;
-    Histogram histogram{};
-    for (const float gap : gaps)
-        ++histogram[binOf(gap)];
-    const float spacing = std::max(letterSpacing(histogram, gaps.size()), -kKerning);
-    return widestStretch(histogram, spacing + kKerning, spacing + kSurelyBlank, spacing + usual);
+    Histogram letters{};
+    std::size_t letterCount = 0;
+    for (const Gap& gap : gaps) {
+        if (!gap.isBetweenLetters) continue;
+        ++letters[binOf(gap.width)];
+        ++letterCount;
+    }
+    const float spacing = letterCount < kLeastGaps ? 0 : std::max(letterSpacing(letters, letterCount), -kKerning);
+    Histogram histogram = letters;
+    for (const Gap& gap : gaps)
+        if (!gap.isBetweenLetters) ++histogram[binOf(gap.width)];
+    return thresholdNear(histogram, gaps.size(), spacing, usual);
 }
 
 } // namespace quillow::pdf

@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/Span.h"
 
+#include "engines/pdf/layout/HiddenText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -56,8 +58,8 @@ bool isBelow(const Page& page, const Run& above, const Run& below) {
     return std::abs(a.x - b.x) < kMostShift * size && step > kLeastStep * size && step < kMostStep * size;
 }
 
-/// Runs of one letter that follow one another downwards: vertical writing that is drawn letter by letter with a font for
-/// horizontal writing.
+/// Runs of one letter that follow one another downwards: vertical writing that is drawn letter by letter with a font
+/// for horizontal writing.
 std::vector<bool> stackedRuns(const Page& page) {
     std::vector<bool> stacked(page.runs.size());
     std::size_t i = 0;
@@ -85,7 +87,9 @@ public:
 
     std::vector<Orientation> build() && {
         const std::vector<bool> stacked = stackedRuns(page_);
+        const std::vector<bool> repeated = repeatedHiddenRuns(page_);
         for (std::uint32_t index = 0; index < page_.runs.size(); ++index) {
+            if (!repeated.empty() && repeated[index]) continue;
             if (stacked[index])
                 addStacked(index);
             else

@@ -61,7 +61,7 @@ std::optional<CrossReferences> CrossReferenceReader::read(std::size_t startOffse
     while (!next.empty()) {
         const std::optional<std::size_t> position = positionOf(next.back());
         next.pop_back();
-        if (!position) return std::nullopt;
+        if (!position || parsed_ > kMaximumParsed) return std::nullopt;
         if (isVisited(*position)) continue;
         if (!readSection(*position, next)) return std::nullopt;
     }
@@ -77,10 +77,7 @@ std::optional<std::size_t> CrossReferenceReader::positionOf(std::int64_t offset)
 
 /// Whether a section was read before: chains may be cycles. Says yes too if too many were.
 bool CrossReferenceReader::isVisited(std::size_t position) {
-    const auto at = std::lower_bound(visited_.begin(), visited_.end(), position);
-    if ((at != visited_.end() && *at == position) || visited_.size() == kMaximumSections) return true;
-    visited_.insert(at, position);
-    return false;
+    return visited_.size() == kMaximumSections || !visited_.insert(position).second;
 }
 
 bool CrossReferenceReader::readSection(std::size_t position, Offsets& next) {
@@ -113,6 +110,7 @@ bool CrossReferenceReader::readTable(std::size_t position, Offsets& next) {
     const char* p = readEntries(file_.data() + position + kTable.size());
     if (std::string_view(p, static_cast<std::size_t>(end - p)).substr(0, kTrailer.size()) != kTrailer) return false;
     const ParsedObject parsed = parser_.parse(p + kTrailer.size(), end);
+    parsed_ += static_cast<std::size_t>(parsed.end - p);
     if (parsed.object.type() != Object::Type::dictionary) return false;
     const Dictionary trailer = parsed.object.dictionary();
     trailers_.push_back(trailer);

@@ -7,6 +7,7 @@
 #include "engines/pdf/syntax/StreamDecoder.h"
 
 #include <optional>
+#include <unordered_set>
 #include <vector>
 
 namespace quillow::pdf {
@@ -51,10 +52,11 @@ private:
     StreamDecoder decoder_;
     CrossReferences found_;
     std::vector<Dictionary> trailers_;
-    std::vector<std::size_t> visited_; ///< sorted
-    std::vector<std::uint64_t> free_;  ///< the free entries of the table that is being read
-    std::uint64_t number_ = 0;         ///< of the next entry
+    std::unordered_set<std::size_t> visited_; ///< positions of sections
+    std::vector<std::uint64_t> free_;         ///< the free entries of the table that is being read
+    std::uint64_t number_ = 0;                ///< of the next entry
     std::size_t entriesLeft_ = kMaximumSectionEntries;
+    std::size_t parsed_ = 0; ///< bytes of trailers and of the dictionaries of streams
 };
 
 /// The offset that the last startxref of a file gives (7.5.5).

@@ -76,6 +76,7 @@ CrossReference entryOf(std::uint64_t type, std::uint64_t second, std::uint64_t t
 bool CrossReferenceReader::readStream(const ObjectHeader& header, Dictionary& dictionary) {
     DirectLengths lengths(*keywords_);
     const IndirectObject object = readIndirectObject(file_, header, parser_, *arena_, lengths, nullptr);
+    parsed_ += object.parsed;
     const StreamContent* const stream = object.object.stream();
     if (stream == nullptr) return false;
     dictionary = stream->dictionary;

@@ -46,6 +46,10 @@ std::span<const Reference> Document::loosePages() const {
     return state_->file()->loosePages;
 }
 
+bool Document::isExhausted() const {
+    return state_->isExhausted();
+}
+
 std::uint64_t Document::damagedStreams() const {
     return state_->damagedStreams();
 }

@@ -31,8 +31,8 @@ public:
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    /// The same document for another thread: it shares the file, the cross-reference table and the key, and has caches of
-    /// its own. Its objects live as long as it does.
+    /// The same document for another thread: it shares the file, the cross-reference table and the key, and has caches
+    /// of its own. Its objects live as long as it does.
     [[nodiscard]] std::unique_ptr<Document> forThread() const;
 
     [[nodiscard]] Dictionary trailer() const;
@@ -40,7 +40,8 @@ public:
 
     /// The indirect object; null if there is none or it is damaged. Parsed once, then remembered.
     [[nodiscard]] Object load(Reference reference);
-    /// The object itself or, if it is a reference, what it leads to (7.3.10). Chains and cycles of references end in null.
+    /// The object itself or, if it is a reference, what it leads to (7.3.10). Cycles and long chains of references end
+    /// in null.
     [[nodiscard]] Object resolve(const Object& object);
     /// The value of a key, resolved.
     [[nodiscard]] Object get(const Dictionary& dictionary, std::string_view key);
@@ -52,6 +53,9 @@ public:
     /// The pages of a document without a page tree, in the order of the file; empty if there is a tree.
     [[nodiscard]] std::span<const Reference> loosePages() const;
 
+    /// Whether so many references were followed, or so much was decoded, that from now on references lead to null and
+    /// streams are empty (Limits.h).
+    [[nodiscard]] bool isExhausted() const;
     /// Streams that were damaged or were cut by a limit so far.
     [[nodiscard]] std::uint64_t damagedStreams() const;
     /// Whether the cross-reference tables were wrong and the objects were found by a scan.

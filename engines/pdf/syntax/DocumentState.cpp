@@ -33,7 +33,8 @@ private:
 Document::State::State(std::shared_ptr<const DocumentFile> file)
     : file_(std::move(file))
     , parser_(arena_)
-    , decoder_(kMaximumDecodedTotal + kDecodedTotalRatio * file_->bytes.size()) {}
+    , decoder_(kMaximumDecodedTotal + kDecodedTotalRatio * file_->bytes.size())
+    , followedLeft_(kMaximumFollowed + kFollowedRatio * file_->bytes.size()) {}
 
 Object Document::State::load(Reference reference) {
     const std::uint32_t number = reference.number;
@@ -49,6 +50,8 @@ Object Document::State::load(Reference reference) {
 
 Object Document::State::resolve(const Object& object) {
     if (object.type() != Object::Type::reference) return object;
+    if (followedLeft_ == 0) return {};
+    --followedLeft_;
     Object target = load(object.reference());
     for (int i = 0; target.type() == Object::Type::reference; ++i) {
         if (i == kMaximumReferenceChain) return {};

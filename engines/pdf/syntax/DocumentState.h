@@ -25,6 +25,7 @@ public:
     /// Whether the object is where its cross-reference says.
     [[nodiscard]] bool isInPlace(Reference reference) const;
 
+    [[nodiscard]] bool isExhausted() const { return followedLeft_ == 0 || decoder_.isExhausted(); }
     [[nodiscard]] std::uint64_t damagedStreams() const { return damagedStreams_; }
     [[nodiscard]] bool hasSearched() const { return hasSearched_; }
 
@@ -50,7 +51,8 @@ private:
     StreamDecoder decoder_;
     text::ByteBuffer buffer_; ///< of object streams while they are decoded
     std::unordered_map<std::uint32_t, std::unique_ptr<ObjectStream>> objectStreams_;
-    std::size_t parsed_ = 0; ///< bytes that objects were parsed from
+    std::size_t followedLeft_; ///< references that may still be followed
+    std::size_t parsed_ = 0;   ///< bytes that objects were parsed from
     std::uint64_t damagedStreams_ = 0;
     bool hasSearched_ = false; ///< an object was not where its cross-reference says
 };

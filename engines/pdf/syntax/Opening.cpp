@@ -47,6 +47,10 @@ void Opening::begin(CrossReferences objects) {
     file_->objects = std::move(objects);
     file_->decryption.reset();
     file_->encryption = {};
+    renewState();
+}
+
+void Opening::renewState() {
     document_.reset(new Document(std::make_unique<Document::State>(file_)));
 }
 

@@ -3,7 +3,12 @@
 
 #include "engines/pdf/syntax/DocumentState.h"
 
+#include <unordered_set>
+
 namespace quillow::pdf {
+
+/// Catalogs and page trees in which a repair looks for a page.
+inline constexpr std::size_t kMaximumRootsTried = 100;
 
 class Opening {
 public:
@@ -17,6 +22,7 @@ private:
     [[nodiscard]] Outcome openByTables(std::size_t base);
     [[nodiscard]] Outcome openByRepair();
     void begin(CrossReferences objects);
+    void renewState();
     /// False if the password does not open the document.
     [[nodiscard]] bool unlock();
     [[nodiscard]] bool isRootInPlace() const;
@@ -32,11 +38,15 @@ private:
     [[nodiscard]] bool findRoot();
     [[nodiscard]] bool useRoot(const Object& root);
     [[nodiscard]] bool usePageTree(Reference pages);
+    [[nodiscard]] bool isNewRoot(Reference id);
+    [[nodiscard]] bool isRootWithPage(const Object& root);
     [[nodiscard]] std::vector<Found> findByKind();
 
     std::shared_ptr<DocumentFile> file_;
     std::string_view password_;
     std::unique_ptr<Document> document_;
+    std::unordered_set<std::uint32_t> roots_; ///< the numbers of those that were tried
+    std::size_t rootsTried_ = 0;
 };
 
 } // namespace quillow::pdf

@@ -53,11 +53,12 @@ double userUnitOf(const Object& object) {
 /// Walks the tree with a stack of its own, because files may nest as deep as they like.
 class Walk {
 public:
-    explicit Walk(Document& document, std::size_t most)
+    Walk(Document& document, std::size_t mostPages, std::size_t mostNodes)
         : document_(document)
-        , most_(most) {}
+        , mostPages_(mostPages)
+        , mostNodes_(mostNodes) {}
 
-    std::vector<PageNode> run() {
+    PageList run() {
         visit(document_.catalog().find("Pages"), Inherited());
         while (!open_.empty() && !isDone()) {
             Level& level = open_.back();
@@ -69,8 +70,9 @@ public:
                 visit(kid, Inherited(level.inherited));
             }
         }
+        const bool isCut = !open_.empty() && isDone() && mostPages_ == kMaximumPages;
         if (pages_.empty()) addLoosePages();
-        return std::move(pages_);
+        return {std::move(pages_), missing_, isCut};
     }
 
 private:
@@ -81,12 +83,15 @@ private:
         Inherited inherited;
     };
 
-    [[nodiscard]] bool isDone() const { return pages_.size() >= most_ || visited_ >= kMaximumPageTreeNodes; }
+    [[nodiscard]] bool isDone() const { return pages_.size() >= mostPages_ || visited_ >= mostNodes_; }
 
     void visit(const Object& entry, Inherited inherited) {
         ++visited_;
         const Dictionary node = document_.resolve(entry).dictionary();
-        if (node.empty()) return;
+        if (node.empty()) {
+            ++missing_;
+            return;
+        }
         const Object kids = document_.get(node, "Kids");
         const Object type = document_.get(node, "Type");
         const bool isTree =
@@ -138,8 +143,10 @@ private:
     }
 
     Document& document_;
-    std::size_t most_;
+    std::size_t mostPages_;
+    std::size_t mostNodes_;
     std::size_t visited_ = 0;
+    std::size_t missing_ = 0;
     std::vector<Level> open_;
     std::unordered_set<std::uint32_t> onPath_;
     std::vector<PageNode> pages_;
@@ -170,12 +177,16 @@ private:
 
 } // namespace
 
+PageList pageListOf(Document& document) {
+    return Walk(document, kMaximumPages, kMaximumPageTreeNodes).run();
+}
+
 std::vector<PageNode> pagesOf(Document& document) {
-    return Walk(document, kMaximumPages).run();
+    return pageListOf(document).pages;
 }
 
 bool hasPage(Document& document) {
-    return !Walk(document, 1).run().empty();
+    return !Walk(document, 1, kMaximumNodesBeforePage).run().pages.empty();
 }
 
 Rectangle rectangleOf(Document& document, const Object& object, const Rectangle& fallback) {
@@ -194,7 +205,7 @@ Rectangle rectangleOf(Document& document, const Object& object, const Rectangle&
 
 std::vector<const StreamContent*> contentsOf(Document& document, const PageNode& page) {
     ContentStreams contents(document);
-    contents.add(page.dictionary.find("Contents"), 0);
+    if (!document.isExhausted()) contents.add(page.dictionary.find("Contents"), 0);
     return std::move(contents.streams);
 }
 

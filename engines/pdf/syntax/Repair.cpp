@@ -27,6 +27,7 @@ Opening::Outcome Opening::openByRepair() {
     file_->isRepaired = true;
     if (!unlock()) return Outcome::locked;
     addObjectStreams();
+    renewState(); // objects may be others now than those that were read so far
     return findRoot() ? Outcome::opened : Outcome::unusable;
 }
 
@@ -83,22 +84,33 @@ std::vector<Opening::Found> Opening::findByKind() {
 
 /// Whether there is a page below a catalog. It is that of the document then.
 bool Opening::useRoot(const Object& root) {
-    if (document_->resolve(root).dictionary().empty()) return false;
+    return !document_->resolve(root).dictionary().empty() && isNewRoot(root.reference()) && isRootWithPage(root);
+}
+
+/// The same for a page tree without a catalog. Only its root is of use.
+bool Opening::usePageTree(Reference pages) {
+    const Dictionary node = document_->load(pages).dictionary();
+    if (!document_->get(node, "Parent").dictionary().empty() || !isNewRoot(pages)) return false;
+    const std::array<DictionaryEntry, 2> entries = {DictionaryEntry{"Type", Object::ofName("Catalog")},
+                                                    DictionaryEntry{"Pages", Object::ofReference(pages)}};
+    return isRootWithPage(Object::ofDictionary(file_->arena.keep(std::span<const DictionaryEntry>(entries))));
+}
+
+/// False if it was tried before, or too many were.
+bool Opening::isNewRoot(Reference id) {
+    if (rootsTried_ == kMaximumRootsTried) return false;
+    if (id.number != 0 && !roots_.insert(id.number).second) return false;
+    ++rootsTried_;
+    return true;
+}
+
+bool Opening::isRootWithPage(const Object& root) {
     const Dictionary old = file_->objects.trailer;
     const std::array<DictionaryEntry, 1> entry = {DictionaryEntry{"Root", root}};
     file_->objects.trailer = mergedTrailer({Dictionary(entry), old}, file_->arena);
     if (hasPage(*document_)) return true;
     file_->objects.trailer = old;
     return false;
-}
-
-/// The same for a page tree without a catalog. Only its root is of use.
-bool Opening::usePageTree(Reference pages) {
-    const Dictionary node = document_->load(pages).dictionary();
-    if (!document_->get(node, "Parent").dictionary().empty()) return false;
-    const std::array<DictionaryEntry, 2> entries = {DictionaryEntry{"Type", Object::ofName("Catalog")},
-                                                    DictionaryEntry{"Pages", Object::ofReference(pages)}};
-    return useRoot(Object::ofDictionary(file_->arena.keep(std::span<const DictionaryEntry>(entries))));
 }
 
 } // namespace quillow::pdf

@@ -1,7 +1,5 @@
 #include "engines/pdf/syntax/StreamDecoder.h"
 
-#include "engines/pdf/Limits.h"
-
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -28,7 +26,7 @@ PredictorParameters parametersOf(const Dictionary& dictionary, References& refer
 void addFilter(FilterChain& chain, const Object& name, const Dictionary& parameters, References& references) {
     if (name.isNull()) return;
     const std::optional<FilterName> filter = filterOfName(name.name());
-    if (!filter || chain.count == kMaximumFilters) {
+    if (!filter) {
         chain.isKnown = false;
         return;
     }
@@ -47,8 +45,8 @@ bool isEncrypted(const Dictionary& dictionary, const Decryption& decryption, Ref
     return !type.isName("XRef") && (decryption.encryptsMetadata() || !type.isName("Metadata"));
 }
 
-/// Whether a stream's /F says that its data is in another file, which is never opened (table 5). A name or an array is an
-/// inline image's abbreviation of /Filter, which some producers write elsewhere too.
+/// Whether a stream's /F says that its data is in another file, which is never opened (table 5). A name or an array is
+/// an inline image's abbreviation of /Filter, which some producers write elsewhere too.
 bool isExternal(const Object& file) {
     return file.type() == Object::Type::string || file.type() == Object::Type::dictionary;
 }
@@ -74,6 +72,7 @@ FilterChain filtersOf(const Dictionary& dictionary, References& references) {
         return chain;
     }
     const std::span<const Object> names = filters.array();
+    chain.isKnown = names.size() <= kMaximumFilters;
     for (std::size_t i = 0; i < names.size() && chain.isKnown; ++i) {
         const bool isShared = parameters.type() == Object::Type::dictionary && names.size() == 1;
         const Object own = i < parameters.array().size() ? references.resolve(parameters.array()[i]) : Object();
@@ -86,6 +85,8 @@ FilterChain filtersOf(const Dictionary& dictionary, References& references) {
 StreamBytes StreamDecoder::decode(const StreamContent& stream, References& references, const Decryption* decryption,
                                   text::ByteBuffer& out) {
     out.clear();
+    if (isExhausted()) return {{}, false, false};
+    bytesLeft_ -= kLeastDecoded;
     if (isExternal(references.resolve(stream.dictionary.find("F")))) return {{}, false, false};
     const FilterChain chain = filtersOf(stream.dictionary, references);
     if (chain.isImage) return {{}, true, true};
@@ -107,8 +108,8 @@ StreamBytes StreamDecoder::apply(const FilterChain& chain, StreamBytes bytes, st
     for (std::size_t i = 0; i < chain.count; ++i, std::swap(to, other)) {
         const auto& [filter, parameters] = chain.steps[i];
         to->clear();
-        const Decoding decoding = decodeFilter(filter, bytes.bytes, parameters, std::min(limit, bytesLeft_), *to);
-        bytesLeft_ -= std::min(bytesLeft_, to->size());
+        const Decoding decoding = filters_.decode(filter, bytes.bytes, parameters, std::min(limit, bytesLeft_), *to);
+        bytesLeft_ -= to->size();
         bytes.bytes = to->view();
         bytes.complete = bytes.complete && decoding == Decoding::complete;
     }

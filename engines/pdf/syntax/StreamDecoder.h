@@ -1,6 +1,7 @@
 // Decrypts streams and applies their filters (ISO 32000-2, 7.3.8.2, 7.4, 7.6.3).
 #pragma once
 
+#include "engines/pdf/Limits.h"
 #include "engines/pdf/crypt/Decryption.h"
 #include "engines/pdf/filters/Filter.h"
 #include "engines/pdf/syntax/Document.h"
@@ -53,13 +54,15 @@ public:
     [[nodiscard]] StreamBytes decode(const StreamContent& stream, References& references, const Decryption* decryption,
                                      text::ByteBuffer& out);
 
-    [[nodiscard]] std::size_t bytesLeft() const { return bytesLeft_; }
+    /// Whether all streams are empty from now on.
+    [[nodiscard]] bool isExhausted() const { return bytesLeft_ < kLeastDecoded; }
 
 private:
     [[nodiscard]] StreamBytes apply(const FilterChain& chain, StreamBytes bytes, std::size_t limit,
                                     text::ByteBuffer* to, text::ByteBuffer* other);
 
     std::size_t bytesLeft_;
+    FilterDecoder filters_;
     text::ByteBuffer scratch_; ///< what is between two filters
 };
 

@@ -72,8 +72,8 @@ std::u32string decodeUtf16(std::string_view bytes, std::size_t high) {
     return text;
 }
 
-/// A language escape is U+001B, two to four letters or more, and U+001B again (7.9.2.2.1). One without an end is not text
-/// either, but what follows may be.
+/// A language escape is U+001B, two to four letters or more, and U+001B again (7.9.2.2.1). An escape without an end is
+/// not text either, but what follows it may be.
 void removeLanguageEscapes(std::u32string& text) {
     constexpr std::size_t kLongest = 16;
     std::size_t kept = 0;

@@ -57,8 +57,8 @@ private:
     std::size_t lastSection_ = 0;                  ///< 0: there is none yet
 };
 
-/// A document of one page. Objects 1 to 4 are the catalog, the page tree, the page and its content stream; `resources` is
-/// a dictionary, and `more` are further objects, the first with the number 5.
+/// A document of one page. Objects 1 to 4 are the catalog, the page tree, the page and its content stream; `resources`
+/// is a dictionary, and `more` are further objects, the first with the number 5.
 [[nodiscard]] std::string onePagePdf(std::string_view content, std::string_view resources = "<<>>",
                                      const std::vector<std::string>& more = {});
 

@@ -1,5 +1,5 @@
-// The widths of glyphs in the Compact Font Format: the first number of a glyph's charstring may be the difference to its
-// font's usual width (Technical Notes 5176, 15 and 5177, 3.1).
+// The widths of glyphs in the Compact Font Format: the first number of a glyph's charstring may be the difference to
+// its font's usual width (Technical Notes 5176, 15 and 5177, 3.1).
 #pragma once
 
 #include "engines/pdf/fonts/fontfiles/CffIndex.h"

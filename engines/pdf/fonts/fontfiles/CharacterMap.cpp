@@ -148,7 +148,8 @@ GlyphIndex CharacterMap::glyphIn(const Segment& segment, std::uint32_t code) con
     return element == 0 ? GlyphIndex{0} : static_cast<GlyphIndex>(element + segment.glyph);
 }
 
-/// The code behind the last one in the segment that can have a glyph: arrays end with the bytes, counting with the glyphs.
+/// The code behind the last one in the segment that can have a glyph: arrays end with the bytes, counting with the
+/// glyphs.
 std::uint32_t CharacterMap::endOfUse(const Segment& segment, std::uint32_t first, std::uint32_t glyphCount) const {
     const std::uint32_t last = std::min(segment.last, kLastCode);
     if (first > last) return first;

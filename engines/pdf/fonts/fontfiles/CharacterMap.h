@@ -21,8 +21,8 @@ public:
     [[nodiscard]] bool isEmpty() const { return segmentCount_ == 0; }
     [[nodiscard]] GlyphIndex glyphOf(std::uint32_t code) const;
 
-    /// Calls `visit(glyph, code)` for every code with a glyph below `glyphCount`, in the order of codes. Of several codes
-    /// that format 13 maps to one glyph it takes the first. Visits no code twice, whatever the bytes say.
+    /// Calls `visit(glyph, code)` for every code with a glyph below `glyphCount`, in the order of codes. Of several
+    /// codes that format 13 maps to one glyph it takes the first. Visits no code twice, whatever the bytes say.
     template <class Visit>
     void forEach(std::uint32_t glyphCount, Visit visit) const {
         std::uint32_t next = 0;

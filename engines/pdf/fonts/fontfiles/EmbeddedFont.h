@@ -10,7 +10,8 @@
 
 namespace quillow::pdf {
 
-/// The number of a glyph in its font program. 0 is the glyph ".notdef"; as a result it also means that there is no glyph.
+/// The number of a glyph in its font program. 0 is the glyph ".notdef"; as a result it also means that there is no
+/// glyph.
 using GlyphIndex = std::uint16_t;
 
 /// Not safe for use from several threads: tables are read when they are first asked for. Names and characters that it
@@ -31,8 +32,8 @@ public:
     [[nodiscard]] Kind kind() const { return kind_; }
     [[nodiscard]] virtual std::uint32_t glyphCount() = 0;
 
-    /// The glyph of a code of a simple font by the font's built-in encoding. TrueType: the character map (3,0), with the
-    /// code itself or with F000, F100 or F200 added, else (1,0), else the code as a Unicode character (9.6.5.4).
+    /// The glyph of a code of a simple font by the font's built-in encoding. TrueType: the character map (3,0), with
+    /// the code itself or with F000, F100 or F200 added, else (1,0), else the code as a Unicode character (9.6.5.4).
     [[nodiscard]] virtual GlyphIndex glyphOfCode(std::uint8_t code) = 0;
     /// The glyph of a character by the font's Unicode character map. Only TrueType and OpenType have one.
     [[nodiscard]] virtual GlyphIndex glyphOfUnicode(char32_t) { return 0; }
@@ -41,12 +42,14 @@ public:
     [[nodiscard]] virtual GlyphIndex glyphOfCid(std::uint32_t cid);
     [[nodiscard]] virtual GlyphIndex glyphOfName(std::string_view name) = 0;
 
-    /// The name that the built-in encoding gives a code; empty for ".notdef". It may be one for which the font has no glyph.
+    /// The name that the built-in encoding gives a code; empty for ".notdef". It may be one for which the font has no
+    /// glyph.
     [[nodiscard]] virtual std::string_view nameOfCode(std::uint8_t code) = 0;
     /// CID-keyed fonts have no names, nor do many TrueType fonts. Only glyph 0 can be ".notdef".
     [[nodiscard]] virtual std::string_view nameOfGlyph(GlyphIndex glyph) = 0;
-    /// What the font shows with a glyph: the lowest character that its Unicode character maps map to it. Control characters,
-    /// radicals of ideographs and characters of the private use areas count only if there is no other. Never from names.
+    /// What the font shows with a glyph: the lowest character that its Unicode character maps map to it. Control
+    /// characters, radicals of ideographs and characters of the private use areas count only if there is no other.
+    /// Never from names.
     [[nodiscard]] virtual std::u32string_view charactersOfGlyph(GlyphIndex) { return {}; }
 
     /// Whether glyphs have CIDs instead of names, and the character collection that the font itself names: "Japan1" of

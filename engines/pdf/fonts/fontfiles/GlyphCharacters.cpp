@@ -7,8 +7,8 @@ constexpr bool isIn(char32_t character, char32_t first, char32_t last) {
     return character >= first && character <= last;
 }
 
-/// How much less a character says than a plain one. Fonts map control characters to the glyph of the blank, and radicals
-/// (which come before the ideographs) to the glyph of the ideograph.
+/// How much less a character says than a plain one. Fonts map control characters to the glyph of the blank, and
+/// radicals (which come before the ideographs) to the glyph of the ideograph.
 constexpr int obscurity(char32_t character) {
     if (isIn(character, 0xE000, 0xF8FF) || character >= 0xF0000) return 3; // private use
     if (character < 0x20 || isIn(character, 0x7F, 0x9F)) return 2;

@@ -14,8 +14,8 @@ public:
     explicit GlyphCharacters(std::uint32_t glyphCount)
         : characters_(glyphCount) {}
 
-    /// A character that the font shows with this glyph. Of several it keeps the plainest, then the lowest. The glyph must
-    /// be one of the font's.
+    /// A character that the font shows with this glyph. Of several it keeps the plainest, then the lowest. The glyph
+    /// must be one of the font's.
     void add(GlyphIndex glyph, char32_t character);
 
     [[nodiscard]] std::u32string_view of(GlyphIndex glyph) const;

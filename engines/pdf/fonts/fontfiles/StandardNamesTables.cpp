@@ -7,7 +7,8 @@ namespace quillow::pdf {
 namespace {
 
 /// Names in one text, each with a blank behind it.
-template <std::size_t Count> class NameList {
+template <std::size_t Count>
+class NameList {
 public:
     consteval explicit NameList(std::string_view names)
         : names_(names) {

@@ -1,4 +1,5 @@
-// The directory of tables with which TrueType and OpenType fonts begin (OpenType 1.9, "Organization of an OpenType Font").
+// The directory of tables with which TrueType and OpenType fonts begin (OpenType 1.9, "Organization of an OpenType
+// Font").
 #pragma once
 
 #include <cstdint>

@@ -10,6 +10,9 @@
 namespace quillow::pdf {
 namespace {
 
+/// Fonts have one, a few have two.
+constexpr int kMostEncodings = 8;
+
 /// The name of a token with a slash; empty for ".notdef" and what is no glyph's name.
 std::string_view nameOf(std::string_view token) {
     return token.starts_with('/') ? soundGlyphName(token.substr(1)) : std::string_view();
@@ -69,7 +72,8 @@ private:
 
 std::optional<Type1Encoding> readType1Encoding(std::string_view text) {
     std::optional<Type1Encoding> last;
-    for (Type1Scanner scanner(text); scanner.skipBehind("/Encoding");)
+    Type1Scanner scanner(text);
+    for (int i = 0; i < kMostEncodings && scanner.skipBehind("/Encoding"); ++i)
         if (const EncodingReader reader(scanner); reader.hasNames()) last = reader.encoding();
     return last;
 }

@@ -1,4 +1,5 @@
-// Tokens of the PostScript text of Type 1 fonts (Adobe Type 1 Font Format 1.1, 2.2; PostScript Language Reference, 3.3).
+// Tokens of the PostScript text of Type 1 fonts (Adobe Type 1 Font Format 1.1, 2.2; PostScript Language Reference,
+// 3.3).
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Where a run ends (see TextWriter.h). Font size 10: a forward jump is over 10 points, a backward one over 2, a side one
-// over 0.2.
+// Where a run ends (see TextWriter.h). Font size 10: a forward jump is over 10 points, a backward one over 2, a side
+// one over 0.2.
 #include "tests/engines/pdf/content/ContentDump.h"
 
 #include <gtest/gtest.h>

@@ -32,7 +32,7 @@ inline Decoded decodedBy(FilterName filter, std::string_view encoded, const Pred
     text::ByteBuffer out;
     out.append(kBefore);
     Decoded decoded;
-    decoded.decoding = decodeFilter(filter, encoded, parameters, limit, out);
+    decoded.decoding = FilterDecoder().decode(filter, encoded, parameters, limit, out);
     EXPECT_EQ(out.view().substr(0, kBefore.size()), kBefore);
     decoded.bytes = out.view().substr(kBefore.size());
     return decoded;

@@ -160,6 +160,11 @@ TEST(CMapJudgement, fewCodesMayShowTheSame) {
     EXPECT_EQ(charactersOf(map, 3), U" ");
 }
 
+TEST(CMapJudgement, fewCodesAmongEmptyOnesAreBelieved) {
+    const CMap map = CMap::parse("beginbfchar <01> <D83D> <02> <0020> <03> <D83C> <04> <D83D> endbfchar");
+    EXPECT_EQ(charactersOf(map, 2), U" ");
+}
+
 TEST(CMapJudgement, mapOfControlsIsNotBelieved) {
     const CMap map = CMap::parse("beginbfrange <01> <08> <0001> endbfrange beginbfchar <41> <0061> endbfchar");
     EXPECT_EQ(charactersOf(map, 0x41), U"");

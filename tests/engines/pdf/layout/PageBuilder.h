@@ -7,13 +7,18 @@
 
 namespace quillow::pdf {
 
-/// Places text on a page. Every letter is half an em wide.
+/// Places text on a page. Every letter is half an em wide unless another width is set.
 class PageBuilder {
 public:
     static constexpr float kLetter = 0.5F;
 
     PageBuilder& size(float size) {
         size_ = size;
+        return *this;
+    }
+    /// The width of the letters that follow, in ems.
+    PageBuilder& letter(float width) {
+        letter_ = width;
         return *this;
     }
     PageBuilder& direction(Point direction) {
@@ -38,11 +43,31 @@ public:
         run.flags = flags_;
         float offset = 0;
         for (const char32_t c : text) {
-            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, kLetter * size_});
+            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
             page_.text.push_back(c);
-            offset += (kLetter + spacing) * size_;
+            offset += (letter_ + spacing) * size_;
         }
         page_.runs.push_back(run);
+        return *this;
+    }
+
+    /// A run of one glyph with all those characters, or none.
+    PageBuilder& cluster(float x, float y, std::u32string_view characters) {
+        text(x, y, U"?");
+        page_.text.pop_back();
+        page_.text.append(characters);
+        return *this;
+    }
+
+    /// Glyphs without characters behind the last run's, as the further ones of a cluster with an ActualText are.
+    PageBuilder& glyphsWithoutText(std::uint32_t count) {
+        Run& run = page_.runs.back();
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const Glyph& before = page_.glyphs.back();
+            const float offset = before.offset + before.width;
+            page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
+        }
+        run.glyphCount += count;
         return *this;
     }
 
@@ -65,6 +90,7 @@ public:
 private:
     Page page_;
     float size_ = 10;
+    float letter_ = kLetter;
     Point direction_{1, 0};
     std::uint8_t flags_ = 0;
 };

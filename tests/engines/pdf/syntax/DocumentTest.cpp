@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <future>
+
 namespace quillow::pdf {
 namespace {
 
@@ -87,6 +90,27 @@ TEST(Document, loadsObjectsOfObjectStreams) {
     EXPECT_EQ(loaded(*document, 7), "(seven)");
     EXPECT_EQ(printed(document->resolve(Object::ofReference({8, 0}))), "<</A 1>>");
     EXPECT_FALSE(document->wasRepaired());
+}
+
+TEST(Document, anObjectStreamIsDecodedOnce) {
+    PdfBuilder pdf = threeObjects();
+    pdf.objectStream(5, {{6, "(six)"}, {7, "(seven)"}});
+    std::string bytes = pdf.bytes();
+    bytes.replace(bytes.find("/Type/ObjStm"), 12, "/Filter/AHx/Type/ObjStm");
+    const std::size_t data = bytes.find("6 0 7 6 ");
+    const std::size_t size = std::string_view("6 0 7 6 (six) (seven) ").size();
+    std::string encoded;
+    for (const char byte : bytes.substr(data, size))
+        encoded.append({"0123456789ABCDEF"[byte >> 4], "0123456789ABCDEF"[byte & 15]});
+    bytes.replace(data, size, encoded);
+    const auto document = opened(bytes);
+
+    const std::string_view six = document->load({6, 0}).string();
+    const std::string_view seven = document->load({7, 0}).string();
+
+    EXPECT_EQ(six, "six");
+    EXPECT_EQ(seven, "seven");
+    EXPECT_EQ(seven.data() - six.data(), 6) << "both are views of the same bytes";
 }
 
 TEST(Document, findsObjectsWhoseIndexInTheStreamIsWrong) {
@@ -247,6 +271,19 @@ TEST(Document, otherThreadsHaveObjectsOfTheirOwn) {
     EXPECT_EQ(loaded(*other, 5), "[1 (a\nb)]");
     EXPECT_EQ(printed(other->trailer().find("Root")), "1 0 R");
     EXPECT_NE(other->load({5, 0}).array().data(), document->load({5, 0}).array().data());
+}
+
+TEST(Document, severalThreadsFindMisplacedObjects) {
+    std::string bytes = threeObjects().object(5, "(five)").table().bytes();
+    bytes.replace(bytes.find("5 1\n") + 4, 10, "0000000020");
+    const auto document = opened(bytes);
+
+    std::array<std::future<std::string>, 4> found;
+    for (auto& one : found)
+        one = std::async(std::launch::async, [&document] { return loaded(*document->forThread(), 5); });
+
+    for (auto& one : found)
+        EXPECT_EQ(one.get(), "(five)");
 }
 
 } // namespace

@@ -126,6 +126,29 @@ TEST(Opening, readsTablesThatAreNotQuiteRight) {
         EXPECT_EQ(opened(withTable(c.table)), kGood) << c.name;
 }
 
+/// Annex F: the section of the first page comes first in the file and refers to the one of all other objects.
+TEST(Opening, readsLinearisedFiles) {
+    const std::string firstPage =
+        "1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n3 0 obj<</Type/Page/Mark(first)>>endobj\n";
+    const std::string others = "2 0 obj<</Type/Pages/Kids[3 0 R]>>endobj\n";
+    const auto digits = [](std::size_t place) {
+        const std::string text = std::to_string(place);
+        return std::string(10 - text.size(), '0') + text;
+    };
+    const auto firstSection = [&](std::size_t objects, std::size_t previous) {
+        return "xref\n1 1\n" + digits(objects) + " 00000 n \n3 1\n" + digits(objects + firstPage.find("3 0 obj")) +
+               " 00000 n \ntrailer<</Root 1 0 R/Size 4/Prev " + digits(previous) + ">>startxref\n0\n%%EOF\n";
+    };
+    const std::string head = "%PDF-1.7\n9 0 obj<</Linearized 1>>endobj\n";
+    const std::size_t objects = head.size() + firstSection(0, 0).size();
+    const std::size_t second = objects + firstPage.size();
+    const std::string bytes = head + firstSection(objects, second + others.size()) + firstPage + others +
+                              "xref\n0 1\n0000000000 65535 f \n2 1\n" + digits(second) +
+                              " 00000 n \ntrailer<</Size 3>>\nstartxref\n" + std::to_string(head.size()) + "\n%%EOF\n";
+
+    EXPECT_EQ(opened(bytes), kGood);
+}
+
 TEST(Opening, aTableMayBeAFewBytesFromWhereItShouldBe) {
     const std::string bytes = threeObjects().table().bytes();
     const std::size_t at = bytes.find("xref");
@@ -285,6 +308,16 @@ TEST(Repair, findsTheObjectsOfObjectStreams) {
     PdfBuilder second = pdf;
     second.objectStream(6, {{3, "<</Mark(second)>>"}});
     EXPECT_EQ(opened(second.bytes()), (Opened{"second", true}));
+}
+
+TEST(Repair, anObjectStreamMayReplaceAnotherOne) {
+    PdfBuilder pdf = threeObjects();
+    pdf.objectStream(6, {{7, "(seven)"}}).objectStream(5, {{6, "(six)"}});
+    auto result = Document::open(pdf.bytes());
+    ASSERT_TRUE(result.ok());
+
+    EXPECT_EQ(printed(result.value()->load({6, 0})), "(six)");
+    EXPECT_EQ(printed(result.value()->forThread()->load({6, 0})), "(six)");
 }
 
 TEST(Repair, readsAPageTreeWithoutACatalog) {

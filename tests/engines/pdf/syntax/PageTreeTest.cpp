@@ -108,6 +108,18 @@ TEST(PageTree, treesWhoseNodesAreUsedAgainAndAgainEnd) {
     EXPECT_EQ(Made(objects).document, nullptr);
 }
 
+TEST(PageTree, theFirstPageIsLookedForInAsManyNodesAsAllowed) {
+    const auto treeWith = [](std::size_t emptyNodes) {
+        std::string kids;
+        for (std::size_t i = 0; i < emptyNodes; ++i)
+            kids += "3 0 R ";
+        return Made({"<</Kids[" + kids + "4 0 R]>>", "<</Type/Pages/Kids[]>>", "<</Mark(a)>>"}).marks();
+    };
+
+    EXPECT_EQ(treeWith(kMaximumNodesBeforePage - 2), "a");
+    EXPECT_EQ(treeWith(kMaximumNodesBeforePage - 1), "");
+}
+
 TEST(PageTree, pagesBeyondTheLimitAreLeftOut) {
     std::string kids;
     for (std::size_t i = 0; i < kMaximumPages + 10; ++i)
@@ -230,13 +242,31 @@ TEST(PageTree, contentsAreOneStreamOrSeveral) {
 
 TEST(PageTree, contentStreamsAreBounded) {
     std::string many;
-    for (int i = 0; i < 400; ++i)
+    for (std::size_t i = 0; i < kMaximumContentStreams + 9; ++i)
         many += "5 0 R ";
-    const Made made({"<</Kids[3 0 R]>>", "<</Type/Page/Contents 4 0 R>>", "[" + many + "]",
-                     "[" + std::string(4000, ' ') + std::string("6 0 R 6 0 R 6 0 R 6 0 R") + many + "]",
+    const Made made(
+        {"<</Kids[3 0 R]>>", "<</Type/Page/Contents 4 0 R>>", "[" + many + "]", "<</Length 1>>stream\na\nendstream"});
+
+    EXPECT_EQ(contentsOf(*made.document, made.pages.at(0)).size(), kMaximumContentStreams);
+}
+
+TEST(PageTree, contentArraysThatContainThemselvesEnd) {
+    const Made made({"<</Kids[3 0 R]>>", "<</Type/Page/Contents 4 0 R>>", "[4 0 R 5 0 R 4 0 R 4 0 R 4 0 R]",
                      "<</Length 1>>stream\na\nendstream"});
 
     EXPECT_LE(contentsOf(*made.document, made.pages.at(0)).size(), kMaximumContentStreams);
+}
+
+TEST(PageTree, contentArraysNestAsDeepAsAllowed) {
+    const auto streamsIn = [](std::size_t depth) {
+        const Made made({"<</Kids[3 0 R]>>",
+                         "<</Type/Page/Contents" + std::string(depth, '[') + "4 0 R" + std::string(depth, ']') + ">>",
+                         "<</Length 1>>stream\na\nendstream"});
+        return contentsOf(*made.document, made.pages.at(0)).size();
+    };
+
+    EXPECT_EQ(streamsIn(kMaximumContentNesting), 1U);
+    EXPECT_EQ(streamsIn(kMaximumContentNesting + 1), 0U);
 }
 
 } // namespace

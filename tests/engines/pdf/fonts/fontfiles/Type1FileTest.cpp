@@ -59,6 +59,17 @@ INSTANTIATE_TEST_SUITE_P(
         EncodingCase{"/Encoding OtherEncoding def", 65, ""}, EncodingCase{"/Encoding", 65, ""},
         EncodingCase{"", 65, ""}));
 
+TEST(PdfType1File, readsNoMoreEncodingsThanItsLimit) {
+    constexpr int kMostEncodings = 8;
+    std::string encodings = "/Encoding [/last] def";
+    for (int i = 1; i < kMostEncodings; ++i)
+        encodings.insert(0, "/Encoding [/before] def ");
+    const std::string most = type1Clear(encodings);
+    const std::string more = type1Clear("/Encoding [/first] def " + encodings);
+    EXPECT_EQ(Type1File(most).nameOfCode(0), "last");
+    EXPECT_EQ(Type1File(more).nameOfCode(0), "before");
+}
+
 TEST(PdfType1File, codeHasTheGlyphOfItsName) {
     const std::string bytes = type1(kOwnEncoding, glyphs());
     Type1File font(bytes);

@@ -1,0 +1,57 @@
+#include "engines/pdf/PageJoiner.h"
+
+#include <utility>
+
+namespace quillow::pdf {
+
+bool PageJoiner::add(const PageOutcome& page) {
+    if (text_.size() > longestText_) {
+        leaveOut(1, "the text is too long");
+        return false;
+    }
+    loss_.charactersDecoded += page.loss.charactersDecoded;
+    loss_.charactersWithoutUnicode += page.loss.charactersWithoutUnicode;
+    loss_.partsSkipped += page.loss.partsSkipped;
+    // With page marks, every page has its mark, which ends the page's last line. Without them, empty pages leave
+    // nothing.
+    if (marks_ == PageMarks::formFeed && pagesRead_ > 0) {
+        if (!text_.empty() && text_.back() == '\n') text_.pop_back();
+        text_.push_back('\f');
+    }
+    ++pagesRead_;
+    if (page.text.empty()) {
+        ++loss_.pagesWithoutText;
+        return true;
+    }
+    ++pagesWithText_;
+    text_ += page.text;
+    return true;
+}
+
+void PageJoiner::leaveOut(std::size_t pages, std::string_view why) {
+    if (pages == 0) return;
+    loss_.partsSkipped += pages;
+    if (why_.empty()) why_ = why;
+}
+
+Extraction PageJoiner::finish(std::uint64_t pages) && {
+    Extraction extraction;
+    extraction.loss = loss_;
+    extraction.pages = pages;
+    if (pagesRead_ == 0) {
+        extraction.reason = Reason::damaged;
+        extraction.detail = "no page can be read";
+    } else if (pagesWithText_ == 0) {
+        extraction.reason = Reason::noTextLayer;
+        extraction.detail = "the pages hold no characters";
+    } else {
+        extraction.reason = loss_.partsSkipped > 0 ? Reason::partial : Reason::ok;
+        extraction.detail = why_;
+        if (loss_.partsSkipped > 0 && why_.empty()) extraction.detail = "some parts of pages are damaged";
+        if (text_.back() != '\n') text_.push_back('\n');
+        extraction.text = std::move(text_);
+    }
+    return extraction;
+}
+
+} // namespace quillow::pdf

@@ -1,0 +1,347 @@
+#include "engines/pdf/layout/Columns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+namespace quillow::pdf {
+
+namespace {
+
+/// Lines of running text are at least so wide, in ems: three columns of a magazine are. Cells of tables seldom are.
+constexpr float kLeastProse = 9.0F;
+/// So many of them make a column; fewer may be a cell.
+constexpr std::size_t kLeastLines = 4;
+/// So many lines beside a gutter between columns lengthen it.
+constexpr std::size_t kLeastParagraph = 2;
+/// So much of the width of a column is filled by its lines: in running text all but the last line of a paragraph reach
+/// the margin or nearly so.
+constexpr float kFilled = 0.75F;
+/// Lines of a paragraph are at most so far apart, in ems, between the letters. Line spacing of 1.5 is within it.
+constexpr float kMostLeading = 1.2F;
+/// Lines of a text have the same leading but for so much, in ems: superscripts and formulas change it a little.
+constexpr float kSameLeading = 0.35F;
+/// Sizes of letters in one column of text differ by less.
+constexpr float kSameSize = 0.8F;
+/// Vertical extents with so much in common are one row.
+constexpr float kSameRow = 0.5F;
+/// A gutter is at least so wide, in points.
+constexpr float kLeastGutter = 5.0F;
+/// A gutter between columns is at most so wide, in ems. Cells of several lines are often further apart.
+constexpr float kMostGutter = 5.0F;
+/// Boxes may overlap by so much and still be apart: letters reach beyond their boxes. In points.
+constexpr float kTouch = 1.0F;
+/// So many lines on each side of a gutter that goes through the page show whether they are in common rows.
+constexpr std::size_t kLeastIndependent = 8;
+/// A smaller share of lines has the baseline of a line on the other side by chance.
+constexpr float kMostAligned = 0.5F;
+/// So many such lines in succession are rows of a table.
+constexpr std::size_t kRowsOfTable = 3;
+/// A text is compared with so many of the next texts below its top. More are not side by side on a page.
+constexpr std::size_t kMostNeighbours = 16;
+/// More gutters than a page has.
+constexpr std::size_t kMostGutters = 64;
+/// More columns than a page has.
+constexpr int kMostColumns = 8;
+
+/// Lines of running text that follow one another in content order.
+struct Text {
+    std::size_t count = 0;
+    float left = 0;
+    float right = 0;
+    float bottom = 0;
+    float top = 0;
+    float size = 0;    ///< of its first line
+    float leading = 0; ///< the free space between its first two lines
+    float filled = 0;  ///< the sum of the widths of its lines
+
+    [[nodiscard]] float height() const { return top - bottom; }
+    [[nodiscard]] bool isFilled() const { return filled > kFilled * static_cast<float>(count) * (right - left); }
+    [[nodiscard]] bool isColumn() const { return count >= kLeastLines && isFilled(); }
+    [[nodiscard]] bool isParagraph() const { return count >= kLeastParagraph && isFilled(); }
+};
+
+/// A free stripe between texts.
+struct Gutter {
+    float left = 0;
+    float right = 0;
+    float bottom = 0;
+    float top = 0;
+};
+
+bool isNextLine(const Line& above, const Line& below) {
+    const float size = std::max(above.size, below.size);
+    const float distance = above.bottom - below.top;
+    return std::min(above.size, below.size) > kSameSize * size && distance > -kSameRow * size &&
+           distance < kMostLeading * size && above.left < below.right && below.left < above.right;
+}
+
+std::vector<Text> textsOf(std::span<const Line> lines) {
+    std::vector<Text> texts;
+    Text text;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        const bool isWide = line.width() > kLeastProse * line.size;
+        const float distance = i > 0 ? lines[i - 1].bottom - line.top : 0;
+        const bool goesOn = text.count > 0 && isNextLine(lines[i - 1], line) &&
+                            (text.count == 1 || std::abs(distance - text.leading) < kSameLeading * line.size);
+        if (!goesOn) {
+            if (text.isParagraph()) texts.push_back(text);
+            text = {};
+            if (!isWide) continue;
+            text = {1, line.left, line.right, line.bottom, line.top, line.size, 0, line.width()};
+            continue;
+        }
+        if (text.count == 1) text.leading = distance;
+        ++text.count;
+        text.left = std::min(text.left, line.left);
+        text.right = std::max(text.right, line.right);
+        text.bottom = std::min(text.bottom, line.bottom);
+        text.filled += line.width();
+    }
+    if (text.isParagraph()) texts.push_back(text);
+    return texts;
+}
+
+/// Lengthens a gutter along the texts beside it as far as no line crosses it.
+void lengthen(Gutter& gutter, std::span<const Text> texts, std::span<const Line> lines) {
+    const float middle = (gutter.bottom + gutter.top) / 2;
+    float highest = std::numeric_limits<float>::max();
+    float lowest = std::numeric_limits<float>::lowest();
+    for (const Line& line : lines) {
+        if (line.right < gutter.right || line.left > gutter.left) continue;
+        if (line.bottom > middle)
+            highest = std::min(highest, line.bottom);
+        else
+            lowest = std::max(lowest, line.top);
+    }
+    for (const Text& text : texts) {
+        if (text.right >= gutter.right && text.left <= gutter.left) continue;
+        if (text.top < highest + kTouch) gutter.top = std::max(gutter.top, text.top);
+        if (text.bottom > lowest - kTouch) gutter.bottom = std::min(gutter.bottom, text.bottom);
+    }
+}
+
+bool isSameGutter(const Gutter& a, const Gutter& b) {
+    return std::min(a.right, b.right) - std::max(a.left, b.left) >= kLeastGutter && a.bottom <= b.top &&
+           b.bottom <= a.top;
+}
+
+/// Adds the gutters between texts side by side.
+void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std::vector<Gutter>& gutters) {
+    std::sort(texts.begin(), texts.end(), [](const Text& a, const Text& b) { return a.top > b.top; });
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const Text& a = texts[i];
+        const std::size_t end = std::min(texts.size(), i + 1 + kMostNeighbours);
+        for (std::size_t k = i + 1; k < end && texts[k].top > a.bottom; ++k) {
+            const Text& b = texts[k];
+            if (!a.isColumn() || !b.isColumn() || verticalOverlap(a, b) < kSameRow) continue;
+            Gutter gutter{std::min(a.right, b.right), std::max(a.left, b.left), std::min(a.bottom, b.bottom),
+                          std::max(a.top, b.top)};
+            const float width = gutter.right - gutter.left;
+            if (width < kLeastGutter || width > kMostGutter * a.size) continue;
+            const auto isSame = [&gutter](const Gutter& other) { return isSameGutter(gutter, other); };
+            if (gutters.size() == kMostGutters || std::any_of(gutters.begin(), gutters.end(), isSame)) continue;
+            lengthen(gutter, texts, lines);
+            gutters.push_back(gutter);
+        }
+    }
+}
+
+/// Whether two sides have no rows in common: lines of the smaller side seldom have the baseline of a line of the other
+/// side, and never several in succession.
+bool areIndependent(std::vector<float>& left, std::vector<float>& right) {
+    if (std::min(left.size(), right.size()) < kLeastIndependent) return false;
+    std::sort(left.begin(), left.end());
+    std::sort(right.begin(), right.end());
+    const std::vector<float>& more = left.size() > right.size() ? left : right;
+    const std::vector<float>& fewer = left.size() > right.size() ? right : left;
+    std::size_t aligned = 0;
+    std::size_t inSuccession = 0;
+    for (const float baseline : fewer) {
+        const auto near = std::lower_bound(more.begin(), more.end(), baseline - kTouch);
+        const bool isAligned = near != more.end() && *near < baseline + kTouch;
+        inSuccession = isAligned ? inSuccession + 1 : 0;
+        if (inSuccession == kRowsOfTable) return false;
+        aligned += isAligned ? 1 : 0;
+    }
+    return static_cast<float>(aligned) < kMostAligned * static_cast<float>(fewer.size());
+}
+
+/// Adds the gutters that go through the whole page and part lines that are not in common rows.
+void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters) {
+    std::vector<std::uint32_t> byLeft(lines.size());
+    std::iota(byLeft.begin(), byLeft.end(), 0U);
+    std::sort(byLeft.begin(), byLeft.end(),
+              [lines](std::uint32_t a, std::uint32_t b) { return lines[a].left < lines[b].left; });
+    float right = std::numeric_limits<float>::max();
+    float bottom = std::numeric_limits<float>::max();
+    float top = std::numeric_limits<float>::lowest();
+    for (const Line& line : lines) {
+        bottom = std::min(bottom, line.bottom);
+        top = std::max(top, line.top);
+    }
+    int tried = 0;
+    for (std::size_t i = 0; i < byLeft.size(); ++i) {
+        const Line& line = lines[byLeft[i]];
+        if (line.left > right + kLeastGutter && tried++ < kMostColumns) {
+            std::vector<float> before;
+            std::vector<float> after;
+            for (std::size_t k = 0; k < byLeft.size(); ++k)
+                (k < i ? before : after).push_back(lines[byLeft[k]].baseline);
+            if (areIndependent(before, after)) gutters.push_back({right, line.left, bottom, top});
+        }
+        right = i == 0 ? line.right : std::max(right, line.right);
+    }
+}
+
+/// Lines that are drawn by rows.
+class Weave {
+public:
+    explicit Weave(std::vector<Line>& lines)
+        : lines_(lines) {}
+
+    void undo() {
+        std::size_t begin = 0;
+        while (begin < lines_.size()) {
+            std::size_t end = begin + 1;
+            while (end < lines_.size() && isSequence(end))
+                ++end;
+            undo(begin, end, kMostColumns);
+            begin = end;
+        }
+    }
+
+private:
+    [[nodiscard]] bool isBeside(std::size_t at) const {
+        return verticalOverlap(lines_[at - 1], lines_[at]) > kSameRow && lines_[at].left > lines_[at - 1].right;
+    }
+
+    /// Whether a line is beside the one before it or begins the next row.
+    [[nodiscard]] bool isSequence(std::size_t at) const {
+        if (isBeside(at)) return true;
+        const Line& before = lines_[at - 1];
+        const Line& line = lines_[at];
+        const float size = std::max(before.size, line.size);
+        const float distance = before.bottom - line.top;
+        return distance > -kSameRow * size && distance < kMostLeading * size;
+    }
+
+    /// Finds parts of a sequence with a common gutter after the first line of each row.
+    void undo(std::size_t begin, std::size_t end, int depth) {
+        if (depth == 0) return;
+        while (begin < end) {
+            Part part;
+            std::size_t at = begin;
+            while (at < end) {
+                const std::size_t next = endOfRow(at, end);
+                if (!add(part, at, next)) break;
+                at = next;
+            }
+            if (at == begin) {
+                begin = endOfRow(begin, end);
+                continue;
+            }
+            if (isColumns(part)) {
+                const auto from = lines_.begin() + static_cast<std::ptrdiff_t>(begin);
+                const auto to = lines_.begin() + static_cast<std::ptrdiff_t>(at);
+                const float gutter = part.right;
+                const auto middle =
+                    std::stable_partition(from, to, [gutter](const Line& line) { return line.right < gutter; });
+                undo(static_cast<std::size_t>(middle - lines_.begin()), at, depth - 1);
+            }
+            begin = at;
+        }
+    }
+
+    /// Rows with a common gutter.
+    struct Part {
+        std::size_t rows = 0; ///< with lines on both sides
+        float left = 0;       ///< of the gutter
+        float right = 0;
+        float leftmost = 0;
+        float rightmost = 0;
+        float size = 0;
+        float filledLeft = 0;
+        float filledRight = 0;
+    };
+
+    [[nodiscard]] std::size_t endOfRow(std::size_t at, std::size_t end) const {
+        ++at;
+        while (at < end && isBeside(at))
+            ++at;
+        return at;
+    }
+
+    /// Adds a row to a part if it respects the gutter.
+    bool add(Part& part, std::size_t at, std::size_t next) const {
+        const Line& first = lines_[at];
+        if (next - at == 1) {
+            if (part.rows == 0) return false;
+            return first.right < part.right - kLeastGutter || first.left > part.left + kLeastGutter;
+        }
+        const Line& second = lines_[at + 1];
+        const float left = part.rows == 0 ? first.right : std::max(part.left, first.right);
+        const float right = part.rows == 0 ? second.left : std::min(part.right, second.left);
+        if (right - left < kLeastGutter) return false;
+        part.leftmost = part.rows == 0 ? first.left : std::min(part.leftmost, first.left);
+        part.rightmost = part.rows == 0 ? second.right : std::max(part.rightmost, second.right);
+        ++part.rows;
+        part.left = left;
+        part.right = right;
+        part.size = std::max(part.size, first.size);
+        part.filledLeft += first.width();
+        part.filledRight += second.width();
+        return true;
+    }
+
+    [[nodiscard]] static bool isColumns(const Part& part) {
+        const auto rows = static_cast<float>(part.rows);
+        const float least = rows * kLeastProse * part.size;
+        return part.rows >= kLeastLines && part.filledLeft > least && part.filledRight > least &&
+               part.filledLeft > kFilled * rows * (part.left - part.leftmost) &&
+               part.filledRight > kFilled * rows * (part.rightmost - part.right);
+    }
+
+    std::vector<Line>& lines_;
+};
+
+} // namespace
+
+void unweaveColumns(std::vector<Line>& lines) {
+    Weave(lines).undo();
+}
+
+std::vector<std::uint32_t> columnsOf(std::span<const Line> lines) {
+    std::vector<std::uint32_t> columns(lines.size());
+    std::vector<Gutter> gutters;
+    addGuttersOfPage(lines, gutters);
+    addGuttersOfTexts(textsOf(lines), lines, gutters);
+    if (gutters.empty()) return columns;
+    // Two bits for each gutter: whether the line is beside it, and on which side.
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> places(lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        for (std::size_t g = 0; g < gutters.size(); ++g) {
+            const Gutter& gutter = gutters[g];
+            if (line.bottom >= gutter.top || line.top <= gutter.bottom) continue;
+            if (line.right < gutter.right)
+                places[i].first |= std::uint64_t{1} << g;
+            else if (line.left > gutter.left)
+                places[i].second |= std::uint64_t{1} << g;
+        }
+    }
+    auto distinct = places;
+    distinct.emplace_back(0, 0);
+    std::sort(distinct.begin(), distinct.end());
+    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        columns[i] = static_cast<std::uint32_t>(std::lower_bound(distinct.begin(), distinct.end(), places[i]) -
+                                                distinct.begin());
+    return columns;
+}
+
+} // namespace quillow::pdf

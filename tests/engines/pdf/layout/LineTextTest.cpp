@@ -1,0 +1,204 @@
+#include "engines/pdf/layout/PageText.h"
+#include "tests/engines/pdf/layout/PageBuilder.h"
+#include "text/Utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quillow::pdf {
+namespace {
+
+std::string textOf(const PageBuilder& builder) {
+    std::u32string text;
+    appendPageText(builder.page(), text);
+    std::string utf8;
+    for (const char32_t c : text)
+        text::appendUtf8(utf8, c);
+    return utf8;
+}
+
+struct Word {
+    std::u32string_view text;
+    float gap; ///< before it, in ems
+};
+
+/// A line of words with gaps of their own, in letters of 10 points.
+PageBuilder lineOf(const std::vector<Word>& words) {
+    PageBuilder builder;
+    float x = 10;
+    for (const Word& word : words) {
+        x += word.gap * 10;
+        builder.text(x, 700, word.text);
+        x += static_cast<float>(word.text.size()) * PageBuilder::kLetter * 10;
+    }
+    return builder;
+}
+
+TEST(PdfLineText, whichGapsAreBlanks) {
+    const struct {
+        const char* what;
+        std::vector<Word> words;
+        const char* text;
+    } cases[] = {
+        {"wider gaps between sentences",
+         {{U"not", 0}, {U"only.", 0.17F}, {U"The", 0.42F}, {U"next", 0.17F}, {U"one.", 0.17F}},
+         "not only. The next one.\n"},
+        {"squeezed lines",
+         {{U"Faced", 0}, {U"with", 0.15F}, {U"squeezed", 0.15F}, {U"lines", 0.15F}},
+         "Faced with squeezed lines\n"},
+        {"dot leaders",
+         {{U"Some", 0},
+          {U"words", 0.3F},
+          {U".", 0.3F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F},
+          {U".", 0.2F}},
+         "Some words . . . . . . . . . . .\n"},
+        {"digits apart",
+         {{U"1", 0}, {U"2", 0.3F}, {U"3", 0.3F}, {U"4", 0.3F}, {U"5", 0.3F}, {U"6", 0.3F}},
+         "1 2 3 4 5 6\n"},
+        {"gaps of a bullet as wide as the usual threshold",
+         {{U"-", 0}, {U"Excellent", 0.205F}, {U" ", 0}, {U"support", 0}},
+         "- Excellent support\n"},
+        {"formulas",
+         {{U"sin", 0}, {U"x", 0.17F}, {U"=", 0.28F}, {U"y", 0.28F}, {U"+", 0.22F}, {U"z", 0.22F}},
+         "sin x = y + z\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(lineOf(c.words)), c.text) << c.what;
+}
+
+TEST(PdfLineText, gapsAsWideAsTheDrawnBlanksAreBlanks) {
+    PageBuilder builder;
+    builder.letter(0.18F).text(10, 700, U"An invoice number:").text(10 + 18 * 1.8F + 1.8F, 700, U"12345");
+    EXPECT_EQ(textOf(builder), "An invoice number: 12345\n");
+}
+
+TEST(PdfLineText, aMarkStaysBehindTheLetterThatTheStreamDrawsBeforeIt) {
+    PageBuilder builder; // the mark begins to the right of the next letter
+    builder.text(10, 700, U"ท").letter(0).text(16, 701, U"้").letter(0.5F).text(15, 700, U"ง").text(2, 700, U"ก");
+    EXPECT_EQ(textOf(builder), "กท้ง\n");
+}
+
+TEST(PdfLineText, aClusterReachesOverAllItsGlyphs) {
+    PageBuilder builder;
+    builder.text(10, 700, U"மை").glyphsWithoutText(2).text(30, 700, U"கள்");
+    EXPECT_EQ(textOf(builder), "மைகள்\n");
+}
+
+TEST(PdfLineText, blanksAndCommasThatAreDrawnFirstGoIntoTheirLine) {
+    PageBuilder builder;
+    builder.text(25, 700, U" ").text(55, 700, U", ").text(100, 700, U" ").text(10, 700, U"one");
+    builder.text(30, 700, U"three").text(65, 700, U"fourths").text(105, 700, U"end");
+    EXPECT_EQ(textOf(builder), "one three, fourths end\n");
+}
+
+TEST(PdfLineText, aFieldIsApartFromItsLabel) {
+    PageBuilder builder;
+    builder.text(10, 700, U"choice").flags(kFromAnnotation).text(39, 700, U"first");
+    EXPECT_EQ(textOf(builder), "choice first\n");
+}
+
+TEST(PdfLineText, noBreakSpacesAroundALineAreNotSeen) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"\u00A0a\u00A0b\u00A0").text(10, 600, U"\u00A0")), "a\u00A0b\n");
+}
+
+TEST(PdfLineText, aSoftHyphenThatIsDrawnIsAHyphen) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"non\u00ADGNU")), "non-GNU\n");
+    EXPECT_EQ(
+        textOf(
+            PageBuilder().text(10, 700, U"con").letter(0).text(25, 700, U"\u00AD").letter(0.5F).text(25, 700, U"vert")),
+        "convert\n");
+}
+
+TEST(PdfLineText, marksFromTheRightGoBehindTheirLetter) {
+    // Shaped text, drawn from the left: the mark comes before its letter, and may begin to the left of it.
+    PageBuilder shaped;
+    shaped.text(10, 700, U"رب").letter(0).text(19.5F, 702, U"ً").letter(0.5F).text(20, 700, U"ق");
+    EXPECT_EQ(textOf(shaped), "قًبر\n");
+    // Drawn after its letter.
+    PageBuilder behind;
+    behind.text(10, 700, U"רב").letter(0).text(17, 700, U"ּ").letter(0.5F).text(20, 700, U"ק");
+    EXPECT_EQ(textOf(behind), "קבּר\n");
+}
+
+TEST(PdfLineText, aMarkThatHasTheTextOfItsClusterHasItsPlaceToo) {
+    PageBuilder cluster;
+    cluster.text(10, 700, U"م ").letter(0).cluster(18, 702, U"اً").letter(0.5F).cluster(20, 700, {}).text(25, 700, U"ب");
+    EXPECT_EQ(textOf(cluster), "باً م\n");
+}
+
+TEST(PdfLineText, bracketsFromTheRightAreMirrored) {
+    // What is seen, from the left: the bracket at the left closes.
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"(ג) בא")), "אב (ג)\n");
+    // What they are: the producer has turned them already.
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U")ג( בא")), "אב (ג)\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"(PDF) בא")), "אב (PDF)\n");
+}
+
+TEST(PdfLineText, percentSignsGoWithTheirNumber) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"99.9% אבג")), "גבא 99.9%\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"%50 ابج")), "جبا 50%\n");
+}
+
+TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
+    const auto page = [] {
+        PageBuilder builder;
+        builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+        return builder;
+    };
+    EXPECT_EQ(textOf(page().text(10, 700, U"Extended Introduction :אובמ")),
+              "טקסט רב בעברית\nעוד בעברית\nמבוא: Extended Introduction\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U"Lines of Latin stay.")),
+              "טקסט רב בעברית\nעוד בעברית\nLines of Latin stay.\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"The word for introduction is אובמ")),
+              "The word for introduction is מבוא\n");
+}
+
+TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
+    PageBuilder builder;
+    builder.text(100, 700, U"ןושאר").text(10, 700, U"ינש");
+    EXPECT_EQ(textOf(builder), "ראשון שני\n");
+}
+
+TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"M\u00A8").text(15, 700, U"unster")), "Münster\n") << "accent first";
+    EXPECT_EQ(
+        textOf(
+            PageBuilder().text(10, 700, U"Fran").text(30, 700, U"c").text(30.5F, 700, U"\u00B8").text(35, 700, U"ais")),
+        "Français\n");
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
+              "naïve\n")
+        << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
+}
+
+TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
+    PageBuilder builder;
+    builder.size(40)
+        .text(10, 700, U"T")
+        .size(10)
+        .lines(32, 724, {U"his is the first line", U"and the second one", U"a third"});
+    builder.text(10, 688, U"below it");
+    EXPECT_EQ(textOf(builder).substr(0, 42), "This is the first line\nand the second one\n");
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"x")
+                         .size(6)
+                         .text(15, 704, U"2")
+                         .text(15, 697, U"i")
+                         .size(10)
+                         .text(18, 700, U"=")),
+              "x2i=\n");
+}
+
+} // namespace
+} // namespace quillow::pdf

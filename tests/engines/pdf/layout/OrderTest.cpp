@@ -1,0 +1,150 @@
+// The reading order of lines and columns.
+#include "engines/pdf/layout/PageText.h"
+#include "tests/engines/pdf/layout/PageBuilder.h"
+#include "text/Utf8.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::pdf {
+namespace {
+
+std::string textOf(const PageBuilder& builder) {
+    std::u32string text;
+    appendPageText(builder.page(), text);
+    std::string utf8;
+    for (const char32_t c : text)
+        if (c != U'\n' || (!utf8.empty() && utf8.back() != '\n')) text::appendUtf8(utf8, c);
+    return utf8;
+}
+
+constexpr std::u32string_view kLeft = U"left column with running text";
+constexpr std::u32string_view kRight = U"right column of more long text";
+
+/// `count` lines of running text.
+PageBuilder& prose(PageBuilder& builder, float x, float y, std::u32string_view line, int count) {
+    for (int i = 0; i < count; ++i)
+        builder.text(x, y - 12.0F * static_cast<float>(i), line);
+    return builder;
+}
+
+std::string repeated(const std::string& line, int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i)
+        lines += line + "\n";
+    return lines;
+}
+
+const std::string kLeftLine = "left column with running text";
+const std::string kRightLine = "right column of more long text";
+
+TEST(PdfOrder, aFootDrawnFirstDoesNotMixSectionsOfTwoColumns) {
+    PageBuilder builder;
+    builder.text(10, 30, U"foot");
+    prose(builder, 10, 700, kLeft, 5);
+    prose(builder, 170, 700, kRight, 5);
+    builder.text(10, 620, U"Heading");
+    prose(builder, 10, 600, kLeft, 5);
+    prose(builder, 170, 600, kRight, 5);
+    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + "Heading\n" + repeated(kLeftLine, 5) +
+                                   repeated(kRightLine, 5) + "foot\n");
+}
+
+TEST(PdfOrder, aTableInOneColumnDoesNotReachIntoTheOther) {
+    PageBuilder builder;
+    prose(builder, 10, 700, kLeft, 5);
+    for (int i = 0; i < 3; ++i) {
+        const float y = 640.0F - 12.0F * static_cast<float>(i);
+        builder.text(10, y, U"1").text(60, y, U"2").text(110, y, U"3");
+    }
+    prose(builder, 10, 604, kLeft, 5);
+    prose(builder, 170, 700, kRight, 13);
+    EXPECT_EQ(textOf(builder),
+              repeated(kLeftLine, 5) + repeated("1\t2\t3", 3) + repeated(kLeftLine, 5) + repeated(kRightLine, 13));
+}
+
+TEST(PdfOrder, columnsDrawnLineByLineAreReadOneAfterTheOther) {
+    PageBuilder builder;
+    for (int i = 0; i < 5; ++i) {
+        const float y = 700.0F - 12.0F * static_cast<float>(i);
+        builder.text(10, y, kLeft).text(170, y, kRight);
+    }
+    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5));
+}
+
+TEST(PdfOrder, threeColumnsDrawnLineByLineAreReadOneAfterTheOther) {
+    PageBuilder builder;
+    for (int i = 0; i < 5; ++i) {
+        const float y = 700.0F - 12.0F * static_cast<float>(i);
+        builder.text(10, y, kLeft).text(170, y, kRight).text(335, y, kLeft);
+    }
+    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + repeated(kLeftLine, 5));
+}
+
+TEST(PdfOrder, labelsBesideTextAreNotColumns) {
+    PageBuilder builder;
+    std::string expected;
+    for (int i = 0; i < 5; ++i) {
+        const float y = 700.0F - 12.0F * static_cast<float>(i);
+        builder.text(10, y, U"term").text(60, y, U"what the term of the list means in its own long line");
+        expected += "term what the term of the list means in its own long line\n";
+    }
+    EXPECT_EQ(textOf(builder), expected);
+}
+
+TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
+    PageBuilder builder;
+    std::string left;
+    std::string right;
+    for (int i = 0; i < 9; ++i) {
+        const float y = 700.0F - 23.0F * static_cast<float>(i);
+        builder.text(10, y, U"Item").text(70, y, U"10");
+        left += "Item\t10\n";
+    }
+    for (int i = 0; i < 9; ++i) {
+        builder.text(200, 700.0F - 29.0F * static_cast<float>(i), U"Fact");
+        right += "Fact\n";
+    }
+    EXPECT_EQ(textOf(builder), left + right);
+}
+
+TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
+    PageBuilder builder;
+    prose(builder, 10, 700, U"תש רק צפ עס", 3);
+    prose(builder, 170, 700, U"הד גב א", 3);
+    EXPECT_EQ(textOf(builder), repeated("א בג דה", 3) + repeated("סע פצ קר שת", 3));
+}
+
+TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
+    PageBuilder builder;
+    prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
+    EXPECT_EQ(textOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
+}
+
+TEST(PdfOrder, aHiddenLayerBelowTheSameTextIsNotRepeated) {
+    PageBuilder builder;
+    builder.text(10, 700, U"what is seen").flags(kInvisible).text(12, 701, U"what 1s seen");
+    EXPECT_EQ(textOf(builder), "what is seen\n");
+}
+
+TEST(PdfOrder, hiddenTextOfAPictureOnAPageWithTextStays) {
+    PageBuilder builder;
+    builder.text(10, 700, U"what is seen").flags(kInvisible).text(10, 600, U"in a picture");
+    EXPECT_EQ(textOf(builder), "what is seen\nin a picture\n");
+}
+
+TEST(PdfOrder, aDropCapBelongsToItsWord) {
+    PageBuilder builder;
+    builder.size(30).text(10, 676, U"T").size(10).text(26, 690, U"his is the first line");
+    builder.text(26, 678, U"beside the large letter").text(10, 664, U"and the third is below it");
+    EXPECT_EQ(textOf(builder), "This is the first line\nbeside the large letter\nand the third is below it\n");
+}
+
+TEST(PdfOrder, aLargeNumberIsNotMixedWithTheLinesBesideIt) {
+    PageBuilder builder;
+    builder.size(30).text(10, 680, U"75%").size(10);
+    builder.text(60, 694, U"of the load has").text(60, 682, U"customers nearly");
+    EXPECT_EQ(textOf(builder), "75% of the load has\ncustomers nearly\n");
+}
+
+} // namespace
+} // namespace quillow::pdf
