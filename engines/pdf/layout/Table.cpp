@@ -175,14 +175,25 @@ private:
     std::size_t growRegion(std::size_t begin) {
         std::size_t end = begin + 1;
         std::size_t singles = 0;
-        std::size_t columns = stripesOf(begin, end).size();
+        std::size_t multiples = 1;
+        float size = bands_[begin].size;
+        events_.clear();
+        addEvents(bands_[begin]);
+        const auto stripesSoFar = [&] {
+            work_ += events_.size();
+            return freeStripes(events_, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size).size();
+        };
+        std::size_t columns = stripesSoFar();
         for (std::size_t i = begin + 1; i < bands_.size() && i - begin < kMostBands; ++i) {
             if (leadingBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
             if (!bands_[i].isMultiple()) {
                 if (++singles > kMostSingles) break;
                 continue;
             }
-            const std::size_t now = stripesOf(begin, i + 1).size();
+            ++multiples;
+            size = std::max(size, bands_[i].size);
+            addEvents(bands_[i]);
+            const std::size_t now = stripesSoFar();
             if (now == 0 || (now < columns && columns > 1 && now < bands_[i].lines.size() - 1)) break;
             columns = now;
             singles = 0;
@@ -190,6 +201,17 @@ private:
         }
         // Single lines at the end continue a cell of the last row if they are close and inside one column.
         return end;
+    }
+
+    /// Adds the ends of a band's lines to the sorted events.
+    void addEvents(const Band& band) {
+        const auto add = [this](std::pair<float, int> event) {
+            events_.insert(std::upper_bound(events_.begin(), events_.end(), event), event);
+        };
+        for (const std::uint32_t line : band.lines) {
+            add({lines_[line].left, 1});
+            add({lines_[line].right, -1});
+        }
     }
 
     /// The free stripes between the columns of some bands.
@@ -207,12 +229,12 @@ private:
                 events.emplace_back(lines_[line].right, -1);
             }
         }
+        std::sort(events.begin(), events.end());
         return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
     }
 
-    /// Where at most `crossing` of the pieces between the events are, for at least `width`.
-    static std::vector<Stripe> freeStripes(std::vector<std::pair<float, int>>& events, float crossing, float width) {
-        std::sort(events.begin(), events.end());
+    /// Where at most `crossing` of the pieces between the sorted events are, for at least `width`.
+    static std::vector<Stripe> freeStripes(std::span<const std::pair<float, int>> events, float crossing, float width) {
         const int tolerance = static_cast<int>(crossing);
         std::vector<Stripe> stripes;
         int covered = 0;
@@ -322,6 +344,7 @@ private:
                 events.emplace_back(piece.right, -1);
             }
         }
+        std::sort(events.begin(), events.end());
         return freeStripes(events, kFineCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
     }
 
@@ -405,6 +428,7 @@ private:
     LineWords words_;
     std::vector<bool> isTaken_; ///< lines of ruled tables
     std::vector<Band> bands_;
+    std::vector<std::pair<float, int>> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Word> pieces_;
     std::vector<Table> tables_;
     mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
