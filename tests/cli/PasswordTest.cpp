@@ -53,6 +53,22 @@ TEST(Password, missingOrWrongOneIsLockedAndNotShown) {
     EXPECT_EQ(wrong.errors, "quillow-convert: " + path + ": locked (the password is wrong)\n");
 }
 
+TEST(Password, withoutTheLibraryThatDecryptsADocumentIsUnreadableNotLocked) {
+    const TemporaryFolder folder;
+    const std::string library =
+        folder.put("libnettle.so.8", "not a library"); // the loader finds it first and refuses it
+    test::RunSetting setting;
+    setting.prefix = {"env", "LD_LIBRARY_PATH=" + library.substr(0, library.rfind('/'))};
+    const std::string encrypted = dataPath("emptyPassword.in");
+
+    const Outcome done = run({encrypted, dataPath("plain.in")}, setting);
+
+    EXPECT_EQ(done.exitCode, kSomeFailed);
+    EXPECT_EQ(done.output, text());
+    EXPECT_EQ(done.errors,
+              "quillow-convert: " + encrypted + ": unreadable (libnettle 8, which decrypts PDFs, is not installed)\n");
+}
+
 TEST(Password, changesNothingForOtherDocuments) {
     EXPECT_EQ(run({"--password", "secret", dataPath("plain.in"), dataPath("emptyPassword.in"), lockedPdf()}).output,
               text() + text() + text());

@@ -24,8 +24,8 @@ struct StreamBytes {
 /// safe for use from several threads; a copy by `forThread` is. Throws std::bad_alloc only.
 class Document {
 public:
-    /// `bytes` must outlive the document. Reason::locked if no password opens it, Reason::damaged if it has no page at
-    /// all after repair.
+    /// `bytes` must outlive the document. Reason::locked if no password opens it, Reason::unreadable if it is
+    /// encrypted and the library for that is not installed, Reason::damaged if it has no page at all after repair.
     [[nodiscard]] static Result<std::unique_ptr<Document>> open(std::string_view bytes, std::string_view password = {});
     ~Document();
     Document(const Document&) = delete;

@@ -27,6 +27,8 @@ Result<std::unique_ptr<Document>> Opening::open() {
     Outcome outcome = openByTables(header);
     if (outcome == Outcome::unusable && header != 0) outcome = openByTables(0);
     if (outcome == Outcome::unusable) outcome = openByRepair();
+    if (outcome == Outcome::locked && !Decryption::isAvailable())
+        return Failure{Reason::unreadable, "libnettle 8, which decrypts PDFs, is not installed"};
     if (outcome == Outcome::locked) return Failure{Reason::locked, "needs a password"};
     if (outcome == Outcome::unusable) return Failure{Reason::damaged, "the document has no pages"};
     return std::move(document_);
