@@ -71,7 +71,7 @@ void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toP
     if (type.isName("FreeText") && appearance == nullptr) fields_.writeFreeText(annotation, place, toPage, page);
 }
 
-/// The normal appearance: a form, or one for each state of which /AS names the current one.
+/// The normal appearance: a form, or a form for each state; /AS names the current state.
 const StreamContent* Annotations::appearanceOf(const Dictionary& annotation) {
     const Object normal = document_.get(document_.get(annotation, "AP").dictionary(), "N");
     if (normal.stream() != nullptr) return normal.stream();

@@ -85,7 +85,7 @@ const char* skipComment(const char* p) {
     return p;
 }
 
-/// true, false and null stand where operands do.
+/// Words that are operands, not operators.
 bool isOperandWord(std::string_view word) {
     return word == "true" || word == "false" || word == "null";
 }

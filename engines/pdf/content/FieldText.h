@@ -26,7 +26,7 @@ public:
     /// The same for the contents of a free-text annotation.
     void writeFreeText(const Dictionary& annotation, const Rectangle& place, const Matrix& toPage, Page& page);
 
-    /// Whether the document asks to make all appearances anew (/NeedAppearances).
+    /// Whether the document requires that readers make all appearances themselves (/NeedAppearances).
     [[nodiscard]] bool replacesAppearances();
 
 private:

@@ -1,5 +1,5 @@
-// Dictionaries that stand in a content stream itself: the properties of marked content, the header of an inline image
-// (ISO 32000-2, 8.9.7, 14.6.2). They are small and rarely asked, so nothing is kept: each look-up reads them again.
+// Dictionaries in a content stream itself: the properties of marked content, the header of an inline image
+// (ISO 32000-2, 8.9.7, 14.6.2). They are small and rarely used, so nothing is kept: each look-up reads them again.
 #pragma once
 
 #include "engines/pdf/content/Operands.h"

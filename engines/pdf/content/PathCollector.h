@@ -48,7 +48,7 @@ private:
     /// A subpath of lines is watched until it cannot be a rectangle any more.
     static constexpr std::size_t kCorners = 5;
     std::array<Point, kCorners> corners_{};
-    std::size_t cornerCount_ = 0; ///< over kCorners: it is no rectangle
+    std::size_t cornerCount_ = 0; ///< over kCorners: it is not a rectangle
     bool hasCurrent_ = false;
     Point start_;                 ///< of the subpath; valid if hasCurrent_
     Point current_;               ///< the same

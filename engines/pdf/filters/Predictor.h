@@ -18,7 +18,7 @@ struct PredictorParameters {
     bool earlyChange = true; ///< of LZW only
 };
 
-/// Parameters beyond these, or below 1, are damage: the data has no rows that can be told.
+/// Parameters beyond these, or below 1, are damage: the rows of the data cannot be found.
 inline constexpr int kMaximumColors = 32; ///< components of a DeviceN colour space (annex C)
 inline constexpr int kMaximumColumns = 1 << 24;
 

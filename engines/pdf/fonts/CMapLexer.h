@@ -1,4 +1,4 @@
-// The tokens of a CMap: PostScript syntax, of which CMaps use strings, names, integers, arrays and operators (Adobe
+// The tokens of a CMap: CMaps use strings, names, integers, arrays and operators of PostScript (Adobe
 // Technical Note 5014, section 4.1).
 #pragma once
 

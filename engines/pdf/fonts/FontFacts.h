@@ -15,7 +15,7 @@ namespace quillow::pdf {
 enum class FontSubtype : std::uint8_t { type1, trueType, type3, composite };
 
 struct FontFacts {
-    /// `dictionary` may be empty, as for an entry that is no font.
+    /// `dictionary` may be empty, as for an entry that is not a font.
     FontFacts(Document& document, const Dictionary& dictionary);
 
     Dictionary dictionary;

@@ -14,7 +14,7 @@ struct Range {
 };
 
 /// Blocks and characters that are not left-to-right letters (DerivedBidiClass.txt of the Unicode Character Database),
-/// in order. Classes that are not told apart here: R and AL, EN and AN, the separators.
+/// in order. Not distinguished here: R from AL, EN from AN, the separators from one another.
 constexpr Range kRanges[] = {
     {0x0000, 0x0022, Direction::neutral}, {0x0023, 0x0025, Direction::neutral}, {0x0026, 0x002F, Direction::neutral},
     {0x0030, 0x0039, Direction::number},  {0x003A, 0x0040, Direction::neutral}, {0x005B, 0x0060, Direction::neutral},

@@ -175,7 +175,7 @@ std::vector<Grid> gridsOf(const Rulings& rulings) {
             xs.push_back(ruling.at);
             ys.insert(ys.end(), {ruling.from, ruling.to});
         }
-        // A ruling that ends inside the grid is no edge of a field there: only the outermost ends are.
+        // A ruling that ends inside the grid is not an edge of a field there; only the outermost ends are.
         const auto [bottom, top] = std::minmax_element(ys.begin(), ys.end());
         ys = {*bottom, *top};
         float left = xs.front();

@@ -26,7 +26,7 @@ constexpr float kNumericShare = 0.33F;
 /// Words of a line in one cell.
 struct Part {
     std::uint32_t cell = 0;
-    std::uint32_t row = 0; ///< that it stands in, be its cell one with the rows above or not
+    std::uint32_t row = 0; ///< the grid row that it is in, even if its cell began in a row above
     float left = 0;
     float right = 0;
     bool isNumeric = false; ///< its first word is

@@ -33,7 +33,7 @@ public:
 
     /// From left to right. Valid until the next call.
     [[nodiscard]] std::span<const Word> of(std::uint32_t line);
-    /// Appends the line's words, joined where the gap between them is no wider than that between words of text may be.
+    /// Appends the line's words. Words with the gap of ordinary text between them are joined to one piece.
     void appendPieces(std::uint32_t line, std::vector<Word>& out);
 
 private:

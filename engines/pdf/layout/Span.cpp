@@ -32,7 +32,7 @@ constexpr float kMostShift = 0.15F;
 /// So many letters make a column; fewer may be a list of short items.
 constexpr std::size_t kLeastColumn = 3;
 
-/// Letters that vertical writing stands upright: ideographs, kana, Hangul, and their punctuation.
+/// Letters that are upright in vertical writing: ideographs, kana, Hangul, and their punctuation.
 constexpr bool isIdeographic(char32_t c) {
     return (c >= 0x2E80 && c <= 0x9FFF) || (c >= 0xAC00 && c <= 0xD7FF) || (c >= 0xF900 && c <= 0xFAFF) ||
            (c >= 0xFE10 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFFEF) || (c >= 0x20000 && c <= 0x3FFFF);

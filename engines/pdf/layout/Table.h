@@ -1,4 +1,4 @@
-// Tables: lines that stand in columns over several rows.
+// Tables: lines in columns over several rows.
 #pragma once
 
 #include "engines/pdf/layout/Grid.h"

@@ -120,8 +120,8 @@ bool CrossReferenceReader::readTable(std::size_t position, Offsets& next) {
     return true;
 }
 
-/// Reads subsections (7.5.4). An entry is told from the head of a subsection by its n or f, because counts may be wrong
-/// and entries have 18 to 21 bytes. Returns where something else begins.
+/// Reads subsections (7.5.4). Its n or f distinguishes an entry from the head of a subsection, because counts may be
+/// wrong and entries have 18 to 21 bytes. Returns where something else begins.
 const char* CrossReferenceReader::readEntries(const char* p) {
     const char* const end = file_.data() + file_.size();
     while (true) {
