@@ -5,6 +5,7 @@
 #include "engines/pdf/layout/MixedLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
+#include "engines/pdf/layout/Underscores.h"
 
 #include <span>
 #include <string>
@@ -18,6 +19,7 @@ public:
     LineWriter(const Page& page, const Orientation& orientation)
         : page_(page)
         , orientation_(orientation)
+        , underscores_(page, orientation.frame)
         , mixed_(page) {}
 
     /// Appends the text of a line with those spans, without a line end.
@@ -37,6 +39,7 @@ private:
     const Orientation& orientation_;
     std::vector<Letter> letters_;
     std::vector<Gap> gaps_;
+    Underscores underscores_;
     MixedLine mixed_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
