@@ -204,7 +204,7 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_)) {
+    if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
         mixed_.write(letters_, thresholdOfLetters(), out);
     } else {
         underscores_.choose(orientation_, spans);
