@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
+#include "engines/pdf/layout/LetterRules.h"
 #include "engines/pdf/layout/PresentationForms.h"
 
 #include <algorithm>
@@ -13,48 +14,15 @@ namespace {
 
 /// The same letter so near its twin is drawn twice to look bold, or as a shadow. In ems.
 constexpr float kTwin = 0.12F;
-/// A drawn blank between letters nearer than this is not seen. In ems.
-constexpr float kLeastBlank = 0.04F;
-/// Gaps below this are not blanks in any line. In ems.
-constexpr float kNoBlank = 0.05F;
-/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
-constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
 /// A mark may be so far beside the letters of its cluster. In ems.
 constexpr float kBesideCluster = 0.5F;
 /// A mark is over a letter if its middle is so near it. In ems.
 constexpr float kNearMark = 0.15F;
-/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
-constexpr float kKerned = 0.1F;
-constexpr char32_t kFirstRightToLeft = 0x0590;
-constexpr char32_t kFirstPresentationForm = 0xFB00;
-constexpr char32_t kSoftHyphen = 0x00AD;
-constexpr char32_t kNoBreakSpace = 0x00A0;
 
 /// The index of a cluster that is a blank between two letters; the others are letters.
 constexpr std::uint32_t kGap = 0xFFFFFFFF;
-
-constexpr bool isBlankCharacter(char32_t c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
-}
-
-constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
-    return c >= first && c <= last;
-}
-
-/// Roughly the letters: what is neither punctuation, digit, nor symbol.
-constexpr bool isAlphabetic(char32_t c) {
-    if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');
-    return c >= 0xC0 && c != 0xD7 && c != 0xF7 && !isIn(c, 0x2000, 0x2BFF) && !isIn(c, 0x3000, 0x303F);
-}
-
-/// Scripts without blanks between words: gaps inside them are justification.
-constexpr bool isSetSolid(char32_t c) {
-    return isIn(c, 0x0E00, 0x0EFF) || isIn(c, 0x1000, 0x109F) || isIn(c, 0x1780, 0x17FF) || isIn(c, 0x3001, 0x30FF) ||
-           isIn(c, 0x3400, 0x4DBF) || isIn(c, 0x4E00, 0x9FFF) || isIn(c, 0xF900, 0xFAFF) || isIn(c, 0xFF01, 0xFF60) ||
-           isIn(c, 0x20000, 0x3FFFF);
-}
 
 bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
@@ -335,7 +303,7 @@ void LineWriter::writeMixed(std::u32string& out) {
 /// no such letter.
 bool LineWriter::beginsWithItsEnd() {
     const auto isPunctuation = [this](const Letter& letter) {
-        return std::u32string_view(U".,:;!?").find(page_.text[letter.textBegin]) != std::u32string_view::npos;
+        return isEndPunctuation(page_.text[letter.textBegin]);
     };
     const auto first =
         std::find_if(letters_.begin(), letters_.end(), [](const Letter& letter) { return !letter.isBlank; });
@@ -388,6 +356,7 @@ void LineWriter::sortLetters() {
 }
 
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
+    if (plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/PlainLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 
@@ -17,7 +18,8 @@ class LineWriter {
 public:
     LineWriter(const Page& page, const Orientation& orientation)
         : page_(page)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , plain_(page, orientation) {}
 
     /// Appends the text of a line with those spans, without a line end.
     void append(std::span<const std::uint32_t> spans, std::u32string& out);
@@ -57,6 +59,7 @@ private:
 
     const Page& page_;
     const Orientation& orientation_;
+    PlainLineWriter plain_;
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
     std::vector<Gap> gaps_;
