@@ -1,10 +1,11 @@
 #include "engines/pdf/layout/PlainLine.h"
 
 #include "engines/pdf/layout/Accents.h"
-#include "engines/pdf/layout/LetterRules.h"
+#include "engines/pdf/layout/Letter.h"
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
 namespace quillow::pdf {
 
@@ -14,6 +15,10 @@ namespace {
 constexpr bool isPlain(char32_t c) {
     if (c < kFirstRightToLeft) return c != kSoftHyphen;
     return isIn(c, 0x0900, 0x1FFF) || isIn(c, 0x2010, kFirstPresentationForm - 1);
+}
+
+bool isPunctuation(char32_t c) {
+    return std::u32string_view(U".,:;!?").find(c) != std::u32string_view::npos;
 }
 
 /// The text of a page from one of its glyphs on.
@@ -73,7 +78,7 @@ bool PlainLineWriter::addSpan(const Span& span, Pen& pen) {
                 gaps_[gapCount_] = {width, isAlphabetic(pen.letterEnd) && isAlphabetic(first)};
                 places_[gapCount_++] = static_cast<std::uint32_t>(characterCount_);
             }
-        } else if (isEndPunctuation(first)) {
+        } else if (isPunctuation(first)) {
             return false; // a line from the right may begin so
         }
         characters_[characterCount_++] = first;
