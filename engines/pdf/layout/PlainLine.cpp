@@ -4,7 +4,6 @@
 #include "engines/pdf/layout/Letter.h"
 
 #include <algorithm>
-#include <limits>
 #include <string_view>
 
 namespace quillow::pdf {
@@ -42,77 +41,85 @@ void PlainLineWriter::makeRoom(std::span<const std::uint32_t> spans) {
 }
 
 /// Adds the letters of a span. Returns false if one of them is not plain.
-bool PlainLineWriter::addSpan(const Span& span, Pen& pen) {
+bool PlainLineWriter::addSpan(const Span& span, Pen& before) {
+    Pen pen = before;
     const char32_t* const text = page_.text.data();
+    const std::span glyphs = std::span(page_.glyphs).subspan(span.firstGlyph, span.glyphCount);
+    const std::uint32_t textEnd = textBegin(page_, std::size_t{span.firstGlyph} + span.glyphCount);
     const float size = span.size;
-    const std::size_t end = std::size_t{span.firstGlyph} + span.glyphCount;
-    std::uint32_t next = textBegin(page_, span.firstGlyph);
-    for (std::size_t i = span.firstGlyph; i < end; ++i) {
-        const Glyph& glyph = page_.glyphs[i];
-        const std::uint32_t begin = next;
-        next = textBegin(page_, i + 1);
-        if (begin == next) return false;
+    const float overlap = kOverlap * size;
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+        const std::uint32_t begin = glyphs[i].text;
+        const std::uint32_t end = i + 1 < glyphs.size() ? glyphs[i + 1].text : textEnd;
+        if (begin == end) return false;
         const char32_t first = text[begin];
-        const float left = span.start + glyph.offset;
-        const float right = left + glyph.width;
-        const bool isInOrder = left >= pen.left && left >= pen.right - kOverlap * size;
+        const float left = span.start + glyphs[i].offset;
+        const float right = left + glyphs[i].width;
+        const bool isInOrder = left >= pen.left && left >= pen.right - overlap;
         if (!isInOrder || !isPlain(first)) return false;
-        if (next - begin == 1 && isBlankCharacter(first)) {
+        if (end - begin == 1 && isBlankCharacter(first)) {
             if (right < left) return false;
-            if (right - left > drawnBlank_ * size) drawnBlank_ = (right - left) / size;
+            if (right - left > pen.drawnBlank * size) pen.drawnBlank = (right - left) / size;
             pen.isBehindBlank = true;
             pen.left = left;
             pen.right = right;
             continue;
         }
         if (!(right > left)) return false; // a mark
+        const bool isLetter = isAlphabetic(first);
         if (pen.letterEnd != 0) {
             const float gap = left - pen.letterRight;
             if (gap < -kKerned * size && (isAccent(first) || isAccent(pen.letterEnd))) return false;
             if (pen.isBehindBlank) {
                 if (gap <= kLeastBlank * size) return false;
-                characters_[characterCount_++] = U' ';
+                *pen.character++ = U' ';
             } else {
                 const float width = gap / std::max(size, pen.letterSize);
-                mayHaveGaps_ = mayHaveGaps_ || width >= kNoBlank;
-                gaps_[gapCount_] = {width, isAlphabetic(pen.letterEnd) && isAlphabetic(first)};
-                places_[gapCount_++] = static_cast<std::uint32_t>(characterCount_);
+                pen.mayHaveGaps = pen.mayHaveGaps || width >= kNoBlank;
+                *pen.gap++ = {width, pen.isLetter && isLetter};
+                *pen.place++ = static_cast<std::uint32_t>(pen.character - characters_.data());
             }
         } else if (isPunctuation(first)) {
             return false; // a line from the right may begin so
         }
-        characters_[characterCount_++] = first;
-        for (std::uint32_t k = begin + 1; k < next; ++k) {
+        *pen.character++ = first;
+        for (std::uint32_t k = begin + 1; k < end; ++k) {
             if (!isPlain(text[k])) return false;
-            characters_[characterCount_++] = text[k];
+            *pen.character++ = text[k];
         }
-        pen = {left, right, right, size, text[next - 1], false};
+        pen.left = left;
+        pen.right = right;
+        pen.letterRight = right;
+        pen.letterSize = size;
+        pen.letterEnd = text[end - 1];
+        pen.isLetter = end - begin == 1 ? isLetter : isAlphabetic(pen.letterEnd);
+        pen.isBehindBlank = false;
     }
+    before = pen;
     return true;
 }
 
-void PlainLineWriter::appendWithBlanks(std::u32string& out) {
-    const float threshold = blankThreshold(std::span(gaps_).first(gapCount_), drawnBlank_);
-    std::size_t done = 0;
-    for (std::size_t i = 0; i < gapCount_; ++i) {
-        if (gaps_[i].width <= threshold) continue;
-        const std::size_t place = places_[i];
-        if (isSetSolid(characters_[place - 1]) && isSetSolid(characters_[place])) continue;
-        out.append(characters_.data() + done, place - done);
+void PlainLineWriter::appendWithBlanks(const Pen& pen, std::u32string& out) {
+    const std::span gaps(gaps_.data(), static_cast<std::size_t>(pen.gap - gaps_.data()));
+    const float threshold = blankThreshold(gaps, pen.drawnBlank);
+    const char32_t* done = characters_.data();
+    for (std::size_t i = 0; i < gaps.size(); ++i) {
+        if (gaps[i].width <= threshold) continue;
+        const char32_t* const place = characters_.data() + places_[i];
+        if (isSetSolid(place[-1]) && isSetSolid(place[0])) continue;
+        out.append(done, place);
         out.push_back(U' ');
         done = place;
     }
-    out.append(characters_.data() + done, characterCount_ - done);
+    out.append(done, static_cast<const char32_t*>(pen.character));
 }
 
 bool PlainLineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
     makeRoom(spans);
-    characterCount_ = 0;
-    gapCount_ = 0;
-    drawnBlank_ = 0;
-    mayHaveGaps_ = false;
-    constexpr float kFar = std::numeric_limits<float>::lowest();
-    Pen pen{kFar, kFar};
+    Pen pen;
+    pen.character = characters_.data();
+    pen.gap = gaps_.data();
+    pen.place = places_.data();
     const auto isAnnotation = [this](std::uint32_t span) {
         return (page_.runs[orientation_.spans[span].run].flags & kFromAnnotation) != 0;
     };
@@ -120,12 +127,12 @@ bool PlainLineWriter::append(std::span<const std::uint32_t> spans, std::u32strin
         if (isAnnotation(index) != isAnnotation(spans.front())) return false;
         if (!addSpan(orientation_.spans[index], pen)) return false;
     }
-    if (characterCount_ == 0) return true;
-    if (characters_[0] == kNoBreakSpace || characters_[characterCount_ - 1] == kNoBreakSpace) return false;
-    if (mayHaveGaps_)
-        appendWithBlanks(out);
+    if (pen.character == characters_.data()) return true;
+    if (characters_.front() == kNoBreakSpace || pen.character[-1] == kNoBreakSpace) return false;
+    if (pen.mayHaveGaps)
+        appendWithBlanks(pen, out);
     else
-        out.append(characters_.data(), characterCount_);
+        out.append(characters_.data(), pen.character);
     return true;
 }
 

@@ -5,6 +5,8 @@
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 
+#include <cstdint>
+#include <limits>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,30 +25,32 @@ public:
     [[nodiscard]] bool append(std::span<const std::uint32_t> spans, std::u32string& out);
 
 private:
-    /// The letter before the next one; at first one that is far to the left.
+    /// What is before the next letter, and where that one is written to.
     struct Pen {
-        float left = 0; ///< of the last glyph, which may be a blank
-        float right = 0;
+        float left = std::numeric_limits<float>::lowest(); ///< of the last glyph, which may be a blank
+        float right = std::numeric_limits<float>::lowest();
         float letterRight = 0; ///< of the last letter that is no blank
         float letterSize = 0;
         char32_t letterEnd = 0; ///< its last character; 0 before the first letter
+        bool isLetter = false;  ///< whether that is one of an alphabet
         bool isBehindBlank = false;
+        bool mayHaveGaps = false; ///< whether one of the gaps is wide enough for a blank in some lines
+        float drawnBlank = 0;     ///< the widest one so far, in ems
+        char32_t* character = nullptr;
+        Gap* gap = nullptr;
+        std::uint32_t* place = nullptr;
     };
 
     void makeRoom(std::span<const std::uint32_t> spans);
-    [[nodiscard]] bool addSpan(const Span& span, Pen& pen);
-    void appendWithBlanks(std::u32string& out);
+    [[nodiscard]] bool addSpan(const Span& span, Pen& before);
+    void appendWithBlanks(const Pen& pen, std::u32string& out);
 
     const Page& page_;
     const Orientation& orientation_;
-    // The first ones of these vectors are those of the line.
-    std::vector<char32_t> characters_; ///< with the drawn blanks
-    std::size_t characterCount_ = 0;
+    // The first ones of these are those of the line.
+    std::vector<char32_t> characters_;  ///< with the drawn blanks
     std::vector<Gap> gaps_;             ///< where no blank is drawn
     std::vector<std::uint32_t> places_; ///< for each gap, the index of the character behind it
-    std::size_t gapCount_ = 0;
-    float drawnBlank_ = 0; ///< the widest one, in ems
-    bool mayHaveGaps_ = false; ///< whether one of the gaps is wide enough for a blank in some lines
 };
 
 } // namespace quillow::pdf
