@@ -3,6 +3,7 @@
 
 #include "engines/pdf/layout/Letter.h"
 #include "engines/pdf/layout/MixedLine.h"
+#include "engines/pdf/layout/PlainLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 #include "engines/pdf/layout/Underscores.h"
@@ -19,6 +20,7 @@ public:
     LineWriter(const Page& page, const Orientation& orientation)
         : page_(page)
         , orientation_(orientation)
+        , plain_(page, orientation)
         , underscores_(page, orientation.frame)
         , mixed_(page) {}
 
@@ -37,6 +39,7 @@ private:
 
     const Page& page_;
     const Orientation& orientation_;
+    PlainLineWriter plain_;
     std::vector<Letter> letters_;
     std::vector<Gap> gaps_;
     Underscores underscores_;
