@@ -121,6 +121,7 @@ void LineWriter::collect(std::span<const std::uint32_t> spans) {
     hasRightToLeft_ = false;
     overlaps_ = false;
     inOrder_ = true;
+    repeated_ = 0;
     for (const std::uint32_t span : spans)
         collectSpan(orientation_.spans[span]);
 }
@@ -142,6 +143,7 @@ void LineWriter::dropRepeated() {
         }
         if (!isTwin) letters_[kept++] = letter;
     }
+    repeated_ = letters_.size() - kept;
     letters_.resize(kept);
 }
 
@@ -402,6 +404,66 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
     else
         writeFromTheLeft(out);
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, *evidence_);
+}
+
+/// Decides about each gap once more, as the writers do.
+void LineWriter::showWords(std::span<const std::uint32_t> spans, Evidence& evidence) {
+    if (letters_.empty()) return;
+    const float threshold = thresholdOfLetters();
+    Span line = orientation_.spans[spans.front()];
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        if (span.size > line.size) line = span;
+    }
+    Box word{letters_.front().left, line.bottom, letters_.front().left, line.top};
+    Box whole = word;
+    std::u32string characters;
+    bool isFromTheRight = false;
+    const auto endWord = [&] {
+        if (isFromTheRight) std::reverse(characters.begin(), characters.end());
+        if (!characters.empty()) evidence.show(Topic::word, word, characters);
+        characters.clear();
+        isFromTheRight = false;
+    };
+    const auto noteGap = [&](Verdict verdict, const Letter& from, const Letter& to, std::string_view reason) {
+        const float size = std::max(from.size, to.size);
+        const auto [left, right] = std::minmax(from.right, to.left);
+        evidence.note(Topic::gap, verdict, Box{left, line.bottom, right, line.top}, reason,
+                      {{"em", (to.left - from.right) / size}, {"threshold", threshold}});
+    };
+    const Letter* before = nullptr;
+    bool blank = false;
+    for (const Letter& letter : letters_) {
+        if (letter.isBlank) {
+            blank = true;
+            continue;
+        }
+        const float size = before == nullptr ? 0 : std::max(letter.size, before->size);
+        const float gap = before == nullptr ? 0 : letter.left - before->right;
+        const bool isDrawn = blank && gap > kLeastBlank * letter.size;
+        const bool isWide = before != nullptr && isBlankBetween(*before, letter, threshold);
+        if (isWide && !isDrawn)
+            noteGap(Verdict::accepted, *before, letter,
+                    gap > threshold * size ? "a blank" : "a form field begins or ends");
+        else if (!isDrawn && gap > kNoBlank * size)
+            noteGap(Verdict::refused, *before, letter, gap > threshold * size ? "a script without blanks" : "no blank");
+        if (isWide || isDrawn) endWord();
+        if (characters.empty()) word.left = word.right = letter.left;
+        word.left = std::min(word.left, letter.left);
+        word.right = std::max(word.right, letter.right);
+        whole.left = std::min(whole.left, letter.left);
+        whole.right = std::max(whole.right, letter.right);
+        characters.append(page_.text, letter.textBegin, letter.textEnd - letter.textBegin);
+        isFromTheRight = isFromTheRight || mayBeRightToLeft(page_.text[letter.textBegin]);
+        if (letter.right > letter.left || before == nullptr) before = &letter;
+        blank = false;
+    }
+    endWord();
+    evidence.note(Topic::line, Verdict::accepted, whole, "wider gaps are blanks", {{"threshold in em", threshold}});
+    if (repeated_ > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, whole, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated_)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engines/pdf/layout/Bidi.h"
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 
@@ -15,9 +16,11 @@ namespace quillow::pdf {
 /// Writes lines of one orientation of a page. Keeps its memory from line to line.
 class LineWriter {
 public:
-    LineWriter(const Page& page, const Orientation& orientation)
+    /// The words of the lines and the gaps between them are added to `evidence`.
+    LineWriter(const Page& page, const Orientation& orientation, Evidence* evidence = nullptr)
         : page_(page)
-        , orientation_(orientation) {}
+        , orientation_(orientation)
+        , evidence_(evidence) {}
 
     /// Appends the text of a line with those spans, without a line end.
     void append(std::span<const std::uint32_t> spans, std::u32string& out);
@@ -54,9 +57,11 @@ private:
     [[nodiscard]] float thresholdOfLetters();
     [[nodiscard]] bool isBlankBetween(const Letter& before, const Letter& after, float threshold) const;
     void appendLetter(const Letter& letter, std::u32string& out) const;
+    void showWords(std::span<const std::uint32_t> spans, Evidence& evidence);
 
     const Page& page_;
     const Orientation& orientation_;
+    Evidence* evidence_;
     std::vector<Letter> letters_;
     std::vector<Cluster> clusters_;
     std::vector<Gap> gaps_;
@@ -68,6 +73,7 @@ private:
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;
     bool inOrder_ = true;
+    std::size_t repeated_ = 0; ///< letters that were dropped
 };
 
 } // namespace quillow::pdf

@@ -23,12 +23,14 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// The text of one writing direction.
 class OrientationText {
 public:
-    OrientationText(const Page& page, Orientation& orientation)
+    OrientationText(const Page& page, Orientation& orientation, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
+        , evidence_(evidence)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(std::u32string& out) && {
+        if (evidence_ != nullptr) evidence_->setFrame(orientation_.frame);
         makeLines();
         if (found_.lines.empty()) return;
         makeRulings();
@@ -36,6 +38,7 @@ public:
         writeParts();
         makeRows();
         markParagraphs(rows_);
+        if (evidence_ != nullptr) showFound(*evidence_);
         for (std::size_t i = 0; i < rows_.size(); ++i) {
             if (i > 0 && rows_[i].beginsParagraph && !rows_[i].continuesTable) out.push_back(U'\n');
             appendRow(rows_[i], out);
@@ -46,7 +49,7 @@ public:
 private:
     /// The lines that have text, and their text.
     void makeLines() {
-        LineWriter writer(page_, orientation_);
+        LineWriter writer(page_, orientation_, evidence_);
         found_ = linesOf(orientation_);
         unweaveColumns(found_.lines);
         std::size_t kept = 0;
@@ -197,8 +200,32 @@ private:
             out.pop_back();
     }
 
+    void showFound(Evidence& evidence) const {
+        for (const Ruling& ruling : rulings_.horizontal)
+            evidence.show(Topic::ruling, Box{ruling.from, ruling.at, ruling.to, ruling.at});
+        for (const Ruling& ruling : rulings_.vertical)
+            evidence.show(Topic::ruling, Box{ruling.at, ruling.from, ruling.at, ruling.to});
+        for (const Row& row : rows_) {
+            std::u32string text;
+            appendRow(row, text);
+            evidence.show(row.isTableRow ? Topic::tableRow : Topic::row, row, text);
+            for (const Cell& cell : row.cells) {
+                if (!row.isTableRow || cell.empty()) continue;
+                Row area = rowOf(found_.lines[cell.front()], cell.front());
+                for (const std::uint32_t line : cell) {
+                    const Line& part = found_.lines[line];
+                    extend(area, part);
+                    area.bottom = std::min(area.bottom, part.bottom);
+                    area.top = std::max(area.top, part.top);
+                }
+                evidence.show(Topic::cell, area);
+            }
+        }
+    }
+
     const Page& page_;
     Orientation& orientation_;
+    Evidence* evidence_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
@@ -212,10 +239,10 @@ private:
 
 } // namespace
 
-void appendPageText(const Page& page, std::u32string& out) {
+void appendPageText(const Page& page, std::u32string& out, Evidence* evidence) {
     std::vector<Orientation> orientations = orientationsOf(page);
     for (Orientation& orientation : orientations)
-        OrientationText(page, orientation).append(out);
+        OrientationText(page, orientation, evidence).append(out);
 }
 
 } // namespace quillow::pdf
