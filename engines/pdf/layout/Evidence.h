@@ -23,7 +23,8 @@ enum class Topic : std::uint8_t {
     tableRow,
     cell,
     order,     ///< why what is in the area is read in its order
-    row,       ///< what is written as one line of text; rows come in reading order
+    row,       ///< what is written as one line of text; rows come in reading order, tableRow among them
+    block,     ///< rows without a blank line between them, in reading order
     paragraph, ///< why a paragraph begins with the row in the area
     dropped,   ///< characters that are not written
 };

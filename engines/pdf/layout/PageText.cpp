@@ -201,6 +201,7 @@ private:
     }
 
     void showFound(Evidence& evidence) const {
+        showBlocks(evidence);
         for (const Ruling& ruling : rulings_.horizontal)
             evidence.show(Topic::ruling, Box{ruling.from, ruling.at, ruling.to, ruling.at});
         for (const Ruling& ruling : rulings_.vertical)
@@ -221,6 +222,28 @@ private:
                 evidence.show(Topic::cell, area);
             }
         }
+    }
+
+    void showBlocks(Evidence& evidence) const {
+        std::size_t begin = 0;
+        for (std::size_t i = 1; i <= rows_.size(); ++i) {
+            if (i < rows_.size() && (rows_[i].continuesTable || !beginsBlock(i))) continue;
+            Row block = rows_[begin];
+            for (std::size_t k = begin; k < i; ++k) {
+                block.left = std::min(block.left, rows_[k].left);
+                block.right = std::max(block.right, rows_[k].right);
+                block.bottom = std::min(block.bottom, rows_[k].bottom);
+                block.top = std::max(block.top, rows_[k].top);
+            }
+            evidence.show(Topic::block, block);
+            begin = i;
+        }
+    }
+
+    /// Whether a blank line is written before the row, or the page goes on elsewhere.
+    [[nodiscard]] bool beginsBlock(std::size_t row) const {
+        return rows_[row].beginsParagraph || rows_[row].isTableRow != rows_[row - 1].isTableRow ||
+               rows_[row].bottom >= rows_[row - 1].bottom;
     }
 
     const Page& page_;
