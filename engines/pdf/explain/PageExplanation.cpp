@@ -2,7 +2,7 @@
 
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/explain/PagePicture.h"
-#include "engines/pdf/layout/PageText.h"
+#include "engines/pdf/layout/PageLayout.h"
 
 #include <string>
 #include <string_view>
@@ -42,11 +42,11 @@ Extraction explainPage(std::span<const std::byte> bytes, std::size_t number, con
     extraction.loss.charactersDecoded = page.text.size();
     extraction.loss.charactersWithoutUnicode = page.charactersWithoutUnicode;
     Evidence evidence;
-    std::u32string text;
-    appendPageText(page, text, &evidence);
+    PageLayout layout;
+    layOut(page, layout, &evidence);
     extraction.reason = extraction.loss.partsSkipped > 0 ? Reason::partial : Reason::ok;
     if (extraction.loss.partsSkipped > 0) extraction.detail = "some parts of the page are damaged";
-    extraction.text = pictureOf(page, evidence, titleOf(page, number, pages.size()));
+    extraction.text = pictureOf(page, layout, evidence, titleOf(page, number, pages.size()));
     return extraction;
 }
 

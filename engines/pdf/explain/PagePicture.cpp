@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
+#include <string>
+#include <vector>
 
 namespace quillow::pdf {
 
@@ -50,8 +51,9 @@ constexpr std::array kNoted = {
 
 class PagePicture {
 public:
-    PagePicture(const Page& page, const Evidence& evidence, std::size_t mostBytes)
+    PagePicture(const Page& page, const PageLayout& layout, const Evidence& evidence, std::size_t mostBytes)
         : page_(page)
+        , layout_(layout)
         , evidence_(evidence)
         , svg_(mostBytes)
         , width_(shown(page.cropBox.width()))
@@ -67,7 +69,7 @@ public:
         drawAreas("lines", Topic::line, kLineColour, "0.35");
         drawAreas("columns", Topic::region, kColumnColour, "1.2");
         drawTables();
-        drawAreas("paragraphs", Topic::block, kBlockColour, "0.9");
+        drawBlocks();
         drawOrder();
         drawNotes(title);
         const float height = std::max(height_ + 2 * kMargin * unit_, panelHeight_ + 2 * kMargin * unit_);
@@ -75,16 +77,16 @@ public:
     }
 
 private:
-    using Corners = std::array<SvgPoint, 4>;
+    using SvgCorners = std::array<SvgPoint, 4>;
 
     static float shown(float length) { return length > 1 ? std::min(length, kLargestPage) : 1; }
 
     [[nodiscard]] SvgPoint placeOf(Point p) const { return {p.x + kMargin * unit_, height_ - p.y + kMargin * unit_}; }
-    [[nodiscard]] Corners cornersOf(const Mark& mark) const {
-        Corners corners;
-        std::transform(mark.corners.begin(), mark.corners.end(), corners.begin(),
-                       [this](Point p) { return placeOf(p); });
-        return corners;
+    [[nodiscard]] SvgCorners svgCornersOf(const Corners& corners) const {
+        return {placeOf(corners[0]), placeOf(corners[1]), placeOf(corners[2]), placeOf(corners[3])};
+    }
+    [[nodiscard]] SvgCorners svgCornersOf(const TextRow& row) const {
+        return svgCornersOf(cornersOf(layout_.orientations[row.orientation].frame, row));
     }
     [[nodiscard]] std::string sized(float units) const { return SvgWriter::number(units * unit_); }
 
@@ -92,7 +94,7 @@ private:
         const SvgPoint from = placeOf({0, height_});
         const SvgPoint to = placeOf({width_, 0});
         svg_.beginLayer("page");
-        svg_.polygon(Corners{from, {to.x, from.y}, to, {from.x, to.y}}, {},
+        svg_.polygon(SvgCorners{from, {to.x, from.y}, to, {from.x, to.y}}, {},
                      {{"fill", "#ffffff"}, {"stroke", "#555555"}, {"stroke-width", sized(0.5F)}});
         svg_.endLayer();
     }
@@ -136,7 +138,7 @@ private:
              {Name{kInvisible, ", invisible"}, Name{kArtifact, ", artifact"}, Name{kActualText, ", ActualText"},
               Name{kVertical, ", vertical"}, Name{kFromAnnotation, ", from an annotation"}})
             if ((run.flags & flag) != 0) title += name;
-        svg_.polygon(Corners{at(from, -run.descent), at(to, -run.descent), at(to, run.ascent), at(from, run.ascent)},
+        svg_.polygon(SvgCorners{at(from, -run.descent), at(to, -run.descent), at(to, run.ascent), at(from, run.ascent)},
                      title, {{"stroke-dasharray", (run.flags & kInvisible) != 0 ? "0.6 0.6" : "none"}});
         const float arrow = run.fontSize / 8;
         svg_.polyline(std::array{at(0, arrow), at(arrow, 0), at(0, -arrow)}, {{"stroke-width", "0.4"}});
@@ -147,7 +149,7 @@ private:
     void drawWords() {
         svg_.beginLayer("words", {{"fill", kWordColour}, {"fill-opacity", "0.13"}});
         for (const Mark& mark : evidence_.marks())
-            if (mark.topic == Topic::word) svg_.polygon(cornersOf(mark));
+            if (mark.topic == Topic::word) svg_.polygon(svgCornersOf(mark.corners));
         svg_.endLayer();
         svg_.beginLayer("text", {{"fill", "#333333"}, {"font-family", "serif"}});
         for (const Mark& mark : evidence_.marks())
@@ -156,7 +158,7 @@ private:
     }
 
     void drawText(const Mark& mark) {
-        const Corners corners = cornersOf(mark);
+        const SvgCorners corners = svgCornersOf(mark.corners);
         const SvgPoint along{corners[1].x - corners[0].x, corners[1].y - corners[0].y};
         const SvgPoint up{corners[3].x - corners[0].x, corners[3].y - corners[0].y};
         const float width = std::hypot(along.x, along.y);
@@ -175,7 +177,7 @@ private:
         svg_.beginLayer("gaps", {{"font-size", "1.8"}, {"fill-opacity", "0.5"}});
         for (const Mark& mark : evidence_.marks()) {
             if (mark.topic != Topic::gap) continue;
-            const Corners corners = cornersOf(mark);
+            const SvgCorners corners = svgCornersOf(mark.corners);
             const std::string_view colour = mark.verdict == Verdict::accepted ? kBlankColour : kNoBlankColour;
             svg_.polygon(corners, mark.text, {{"fill", colour}});
             const std::size_t begin = mark.text.find(": em ");
@@ -192,17 +194,57 @@ private:
         svg_.beginLayer(name,
                         {{"fill", "none"}, {"stroke", colour}, {"stroke-width", width}, {"stroke-dasharray", dashes}});
         for (const Mark& mark : evidence_.marks())
-            if (mark.topic == topic) svg_.polygon(cornersOf(mark), mark.text);
+            if (mark.topic == topic) svg_.polygon(svgCornersOf(mark.corners), mark.text);
         svg_.endLayer();
     }
 
     void drawTables() {
         drawAreas("table cells", Topic::cell, kTableColour, "0.5", "1.5 1");
-        drawAreas("table rows", Topic::tableRow, kTableColour, "0.6");
+        svg_.beginLayer("table rows", {{"fill", "none"}, {"stroke", kTableColour}, {"stroke-width", "0.6"}});
+        for (const TextRow& row : layout_.rows)
+            if (row.isTableRow) svg_.polygon(svgCornersOf(row));
+        svg_.endLayer();
         svg_.beginLayer("tables", {{"fill", kTableColour}, {"fill-opacity", "0.07"}, {"stroke", kTableColour}});
         for (const Mark& mark : evidence_.marks())
             if (mark.topic == Topic::table && mark.verdict == Verdict::accepted)
-                svg_.polygon(cornersOf(mark), mark.text, {{"stroke-width", "1.4"}});
+                svg_.polygon(svgCornersOf(mark.corners), mark.text, {{"stroke-width", "1.4"}});
+        svg_.endLayer();
+    }
+
+    /// Rows without a blank line between them that are one below the other.
+    struct Block {
+        std::size_t begin = 0; ///< indices in PageLayout::rows
+        std::size_t end = 0;
+    };
+
+    [[nodiscard]] std::vector<Block> blocks() const {
+        std::vector<Block> blocks;
+        for (std::size_t i = 0; i < layout_.rows.size(); ++i) {
+            if (i == 0 || beginsBlock(layout_.rows[i - 1], layout_.rows[i])) blocks.push_back({i, i});
+            blocks.back().end = i + 1;
+        }
+        return blocks;
+    }
+
+    static bool beginsBlock(const TextRow& before, const TextRow& row) {
+        if (row.continuesTable) return false;
+        return row.beginsParagraph || row.orientation != before.orientation || row.isTableRow || before.isTableRow ||
+               row.bottom >= before.bottom;
+    }
+
+    void drawBlocks() {
+        svg_.beginLayer("paragraphs", {{"fill", "none"}, {"stroke", kBlockColour}, {"stroke-width", "0.9"}});
+        for (const Block& block : blocks()) {
+            TextRow area = layout_.rows[block.begin];
+            for (std::size_t i = block.begin + 1; i < block.end; ++i) {
+                const TextRow& row = layout_.rows[i];
+                area.left = std::min(area.left, row.left);
+                area.right = std::max(area.right, row.right);
+                area.bottom = std::min(area.bottom, row.bottom);
+                area.top = std::max(area.top, row.top);
+            }
+            svg_.polygon(svgCornersOf(area));
+        }
         svg_.endLayer();
     }
 
@@ -210,17 +252,19 @@ private:
     void drawOrder() {
         svg_.beginLayer("reading order", {{"stroke", kOrderColour}, {"fill", kOrderColour}});
         std::vector<SvgPoint> path;
-        for (const Mark& mark : evidence_.marks()) {
-            if (mark.topic != Topic::row && mark.topic != Topic::tableRow) continue;
-            const Corners corners = cornersOf(mark);
-            path.push_back({(corners[0].x + corners[3].x) / 2, (corners[0].y + corners[3].y) / 2});
+        for (const TextRow& row : layout_.rows) {
+            const SvgCorners corners = svgCornersOf(row);
+            const bool isFromTheRight = layout_.orientations[row.orientation].isFromTheRight;
+            const SvgPoint below = corners[isFromTheRight ? 1 : 0];
+            const SvgPoint above = corners[isFromTheRight ? 2 : 3];
+            path.push_back({(below.x + above.x) / 2, (below.y + above.y) / 2});
         }
         if (path.size() > 1) svg_.polyline(path, {{"stroke-width", "0.8"}, {"stroke-opacity", "0.6"}});
         std::size_t number = 0;
-        for (const Mark& mark : evidence_.marks()) {
-            if (mark.topic != Topic::block) continue;
-            const SvgPoint corner = placeOf(mark.corners[3]);
-            const SvgPoint centre{corner.x - 5 * unit_, corner.y + 4 * unit_};
+        for (const Block& block : blocks()) {
+            const SvgPoint place = path[block.begin];
+            const bool isFromTheRight = layout_.orientations[layout_.rows[block.begin].orientation].isFromTheRight;
+            const SvgPoint centre{place.x + (isFromTheRight ? 6 : -6) * unit_, place.y};
             svg_.circle(centre, 4.4F * unit_, {}, {{"stroke", "none"}});
             svg_.text({centre.x, centre.y + 1.9F * unit_}, std::to_string(++number),
                       {{"font-size", sized(5.2F)}, {"fill", "#ffffff"}, {"stroke", "none"}, {"text-anchor", "middle"}});
@@ -262,7 +306,7 @@ private:
         const bool isRefused = mark.verdict == Verdict::refused;
         const std::size_t number = panel.addNote((isRefused ? "not " : "") + mark.text);
         if (number == 0) return;
-        const Corners corners = cornersOf(mark);
+        const SvgCorners corners = svgCornersOf(mark.corners);
         const bool isDrawn = layer.topic == Topic::paragraph || (layer.topic == Topic::table && !isRefused);
         if (!isDrawn)
             svg_.polygon(corners, mark.text,
@@ -309,6 +353,7 @@ private:
     }
 
     const Page& page_;
+    const PageLayout& layout_;
     const Evidence& evidence_;
     SvgWriter svg_;
     float width_;
@@ -319,8 +364,9 @@ private:
 
 } // namespace
 
-std::string pictureOf(const Page& page, const Evidence& evidence, std::string_view title, std::size_t mostBytes) {
-    return PagePicture(page, evidence, mostBytes).draw(title);
+std::string pictureOf(const Page& page, const PageLayout& layout, const Evidence& evidence, std::string_view title,
+                      std::size_t mostBytes) {
+    return PagePicture(page, layout, evidence, mostBytes).draw(title);
 }
 
 } // namespace quillow::pdf

@@ -17,19 +17,29 @@ enum class Topic : std::uint8_t {
     gap, ///< between letters: a blank or not
     line,
     ruling,
-    gutter, ///< a free stripe between columns of text, or what looked like one
-    region, ///< lines of one column
-    table,  ///< a table, or what looked like one
-    tableRow,
-    cell,
+    gutter,    ///< a free stripe between columns of text, or what looked like one
+    region,    ///< lines of one column
+    table,     ///< a table, or what looked like one
+    cell,      ///< of a table
     order,     ///< why what is in the area is read in its order
-    row,       ///< what is written as one line of text; rows come in reading order, tableRow among them
-    block,     ///< rows without a blank line between them, in reading order
     paragraph, ///< why a paragraph begins with the row in the area
     dropped,   ///< characters that are not written
 };
 
 enum class Verdict : std::uint8_t { accepted, refused };
+
+/// The corners of an area of a frame: lower left, lower right, upper right, upper left.
+using Corners = std::array<Point, 4>;
+
+/// Their places on the page.
+template <class Area>
+[[nodiscard]] Corners cornersOf(const Frame& frame, const Area& area) {
+    const auto pointOf = [&frame](float along, float up) {
+        return Point{along * frame.along.x - up * frame.along.y, along * frame.along.y + up * frame.along.x};
+    };
+    return {pointOf(area.left, area.bottom), pointOf(area.right, area.bottom), pointOf(area.right, area.top),
+            pointOf(area.left, area.top)};
+}
 
 /// A number that a decision depends on: a measured one, or a constant with its name.
 struct Fact {
@@ -41,9 +51,7 @@ struct Fact {
 struct Mark {
     Topic topic = Topic::word;
     Verdict verdict = Verdict::accepted;
-    /// Of the area, in the order of the frame that it was found in: the lower left, lower right, upper right and upper
-    /// left one.
-    std::array<Point, 4> corners;
+    Corners corners{};
     std::string text; ///< in UTF-8: characters of the page, or the reason with its numbers
 };
 
@@ -64,13 +72,13 @@ public:
     /// Adds an area of the current frame with characters of the page.
     template <class Area>
     void show(Topic topic, const Area& area, std::u32string_view characters = {}) {
-        addCharacters(topic, cornersOf(area), characters);
+        addCharacters(topic, placeOf(area), characters);
     }
     /// Adds a decision: why the area is what the topic says, or why it is not.
     template <class Area>
     void note(Topic topic, Verdict verdict, const Area& area, std::string_view reason,
               std::initializer_list<Fact> facts = {}) {
-        addReason(topic, verdict, cornersOf(area), reason, facts);
+        addReason(topic, verdict, placeOf(area), reason, facts);
     }
 
     [[nodiscard]] const std::vector<Mark>& marks() const { return marks_; }
@@ -78,18 +86,10 @@ public:
     [[nodiscard]] std::size_t leftOut() const { return leftOut_; }
 
 private:
-    using Corners = std::array<Point, 4>;
-
     template <class Area>
-    [[nodiscard]] Corners cornersOf(const Area& area) const {
-        const float left = isMirrored_ ? -area.right : area.left;
-        const float right = isMirrored_ ? -area.left : area.right;
-        return {pointOf(left, area.bottom), pointOf(right, area.bottom), pointOf(right, area.top),
-                pointOf(left, area.top)};
-    }
-    /// The place on the page of a place in the frame.
-    [[nodiscard]] Point pointOf(float along, float up) const {
-        return {along * frame_.along.x - up * frame_.along.y, along * frame_.along.y + up * frame_.along.x};
+    [[nodiscard]] Corners placeOf(const Area& area) const {
+        if (isMirrored_) return cornersOf(frame_, Box{-area.right, area.bottom, -area.left, area.top});
+        return cornersOf(frame_, Box{area.left, area.bottom, area.right, area.top});
     }
     void addCharacters(Topic topic, const Corners& corners, std::u32string_view characters);
     void addReason(Topic topic, Verdict verdict, const Corners& corners, std::string_view reason,

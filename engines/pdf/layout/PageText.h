@@ -2,13 +2,12 @@
 #pragma once
 
 #include "engines/pdf/content/Page.h"
-#include "engines/pdf/layout/Evidence.h"
 
 #include <string>
 
 namespace quillow::pdf {
 
-/// Appends the text of a page. It ends with a line end, or is empty. What is found on the way is added to `evidence`.
-void appendPageText(const Page& page, std::u32string& out, Evidence* evidence = nullptr);
+/// Appends the text of a page. It ends with a line end, or is empty.
+void appendPageText(const Page& page, std::u32string& out);
 
 } // namespace quillow::pdf

@@ -1,6 +1,6 @@
 #include "engines/pdf/explain/PagePicture.h"
 
-#include "engines/pdf/layout/PageText.h"
+#include "engines/pdf/layout/PageLayout.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 
 #include <gtest/gtest.h>
@@ -13,9 +13,9 @@ namespace {
 std::string drawn(Page page, std::size_t mostBytes = SvgWriter::kMostBytes) {
     if (page.cropBox == Box{}) page.cropBox = {0, 0, 300, 400};
     Evidence evidence;
-    std::u32string text;
-    appendPageText(page, text, &evidence);
-    return pictureOf(page, evidence, "the title", mostBytes);
+    PageLayout layout;
+    layOut(page, layout, &evidence);
+    return pictureOf(page, layout, evidence, "the title", mostBytes);
 }
 
 /// What is in a layer.

@@ -1,6 +1,6 @@
 #include "engines/pdf/layout/Evidence.h"
 
-#include "engines/pdf/layout/PageText.h"
+#include "engines/pdf/layout/PageLayout.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +12,8 @@ namespace {
 
 std::vector<Mark> marksOf(const Page& page, Topic topic) {
     Evidence evidence;
-    std::u32string text;
-    appendPageText(page, text, &evidence);
+    PageLayout layout;
+    layOut(page, layout, &evidence);
     std::vector<Mark> marks = evidence.marks();
     std::erase_if(marks, [topic](const Mark& mark) { return mark.topic != topic; });
     return marks;
@@ -28,7 +28,7 @@ std::vector<std::string> textsOf(const std::vector<Mark>& marks) {
 
 using Texts = std::vector<std::string>;
 
-TEST(Evidence, showsWordsAndRowsWhereTheyAre) {
+TEST(Evidence, showsWordsWhereTheyAre) {
     const PageBuilder builder = PageBuilder().lines(100, 700, {U"two words", U"three"});
 
     const auto words = marksOf(builder.page(), Topic::word);
@@ -36,7 +36,6 @@ TEST(Evidence, showsWordsAndRowsWhereTheyAre) {
     EXPECT_EQ(textsOf(words), (Texts{"two", "words", "three"}));
     EXPECT_EQ(words[1].corners[0], (Point{120, 698}));
     EXPECT_EQ(words[1].corners[2], (Point{145, 707}));
-    EXPECT_EQ(textsOf(marksOf(builder.page(), Topic::row)), (Texts{"two words", "three"}));
 }
 
 TEST(Evidence, areasOfTurnedTextAreOnThePage) {
@@ -72,13 +71,13 @@ TEST(Evidence, countsLettersThatAreDrawnTwice) {
 TEST(Evidence, doesNotChangeTheText) {
     const PageBuilder builder = PageBuilder().lines(100, 700, {U"two words", U"three"}).text(160, 700, U"beside");
     Evidence evidence;
-    std::u32string with;
-    std::u32string without;
+    PageLayout with;
+    PageLayout without;
 
-    appendPageText(builder.page(), with, &evidence);
-    appendPageText(builder.page(), without);
+    layOut(builder.page(), with, &evidence);
+    layOut(builder.page(), without);
 
-    EXPECT_EQ(with, without);
+    EXPECT_EQ(with.text, without.text);
 }
 
 TEST(Evidence, keepsALimitedNumberOfMarks) {
