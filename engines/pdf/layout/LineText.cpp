@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
+#include "engines/pdf/layout/LineEvidence.h"
 
 #include <algorithm>
 #include <cmath>
@@ -182,9 +183,14 @@ void LineWriter::sortLetters() {
     });
 }
 
+/// Evidence needs the letters, which a plain line does not collect.
+bool LineWriter::mayBePlain() {
+    return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
+}
+
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
     underscores_.choose(orientation_, spans);
-    if (!underscores_.areChosen() && !mixed_.isPageFromTheRight() && plain_.append(spans, out)) return;
+    if (mayBePlain() && plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {
@@ -193,6 +199,7 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
         mixed_.attachMarks(letters_);
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
+    const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
     if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
         mixed_.write(letters_, thresholdOfLetters(), out);
@@ -200,6 +207,21 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
         writeFromTheLeft(out);
     }
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
+}
+
+void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
+    const Span& first = orientation_.spans[spans.front()];
+    Box area{first.left, first.bottom, first.right, first.top};
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        area.extendTo({span.left, span.bottom});
+        area.extendTo({span.right, span.top});
+    }
+    showLine(page_, area, letters_, thresholdOfLetters(), evidence);
+    if (repeated > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf
