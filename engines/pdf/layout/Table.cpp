@@ -203,7 +203,8 @@ private:
         float right = 0;
         extents(begin, end, left, right);
         for (std::size_t i = begin; i > first && begin - i < kMostHeadBands; --i) {
-            const float above = i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
+            const float above =
+                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
             if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
             const Line& line = lines_[bands_[i - 1].lines.front()];
             if (line.left < stripes.front().left || line.right > right + line.size) break;

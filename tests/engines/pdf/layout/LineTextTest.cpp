@@ -210,7 +210,13 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
               "naïve\n")
         << "on a dotless letter";
-    EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"\u0337").text(10.4F, 700, U"Lo").text(20, 700, U"\u0337").text(20.4F, 700, U"l")), "Łoł\n") << "a stroke";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"\u0337")
+                         .text(10.4F, 700, U"Lo")
+                         .text(20, 700, U"\u0337")
+                         .text(20.4F, 700, U"l")),
+              "Łoł\n")
+        << "a stroke";
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
 }
 
