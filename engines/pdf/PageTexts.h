@@ -13,12 +13,19 @@ class PageTexts {
 public:
     /// The document must outlive the object.
     explicit PageTexts(Document& document)
-        : fonts_(document)
+        : document_(document)
+        , fonts_(document)
         , reader_(document, fonts_) {}
 
     [[nodiscard]] PageOutcome read(const PageNode& node);
 
+    /// See PageSource.
+    [[nodiscard]] double usedShare() const {
+        return document_.usedShare() + fonts_.usedShare() + reader_.usedShare();
+    }
+
 private:
+    Document& document_;
     FontCache fonts_;
     PageReader reader_;
     Page page_;

@@ -84,6 +84,10 @@ void PageReader::State::interpretCollected() {
     content.clear();
 }
 
+double PageReader::usedShare() const {
+    return state_->interpreter.usedShare();
+}
+
 PageLoss PageReader::read(const PageNode& node, Page& page) {
     clear(page);
     page.cropBox = displayedBox(node);
