@@ -19,8 +19,8 @@ public:
     explicit MixedLine(const Page& page)
         : page_(page) {}
 
-    /// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text
-    /// that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
+    /// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted.
+    /// Text that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
     /// afterwards. `letters` are in the order of the stream.
     void attachMarks(std::span<Letter> letters);
 
