@@ -245,6 +245,42 @@ TEST(PdfLineText, shortLinesBetweenLettersAreUnderscores) {
         EXPECT_EQ(textOf(c.page), c.text) << c.what;
 }
 
+TEST(PdfLineText, theSpaceOfTypesettersBesideIdeographsIsNotABlank) {
+    const auto page = [](std::u32string_view number, float gap) {
+        PageBuilder builder;
+        builder.letter(1).text(10, 700, U"第").letter(0.5F).text(20 + gap, 700, number);
+        return builder.letter(1).text(30 + 2 * gap, 700, U"条");
+    };
+    EXPECT_EQ(textOf(page(U"12", 2.5F)), "第12条\n");
+    EXPECT_EQ(textOf(page(U"12", 4)), "第 12 条\n");
+    EXPECT_EQ(textOf(page(U"()", 2.5F)), "第 () 条\n") << "only letters and digits have it";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .letter(1)
+                         .text(10, 700, U"第")
+                         .letter(0.2F)
+                         .text(20, 700, U" ")
+                         .letter(0.5F)
+                         .text(22, 700, U"12")),
+              "第 12\n")
+        << "a drawn one is";
+}
+
+TEST(PdfLineText, digitsBelongToTheirColumn) {
+    constexpr Point kDown{0, -1};
+    PageBuilder sideways; // upright ideographs around turned digits, then ordinary vertical writing
+    sideways.letter(1).text(300, 700, U"第").direction(kDown).letter(0.5F).text(301.5F, 698.8F, U"10");
+    sideways.direction({1, 0}).letter(1).text(300, 680, U"条");
+    EXPECT_EQ(textOf(sideways), "第10条\n");
+    PageBuilder upright; // two digits side by side
+    upright.letter(1).direction(kDown).flags(kVertical).text(300, 700, U"平成");
+    upright.direction({1, 0}).flags(0).letter(0.5F).text(295, 671.2F, U"12");
+    upright.direction(kDown).flags(kVertical).letter(1).text(300, 670, U"年度");
+    EXPECT_EQ(textOf(upright), "平成12年度\n");
+    PageBuilder label; // a number below a turned label
+    label.letter(0.5F).direction(kDown).text(300, 700, U"label").direction({1, 0}).text(297, 663, U"12");
+    EXPECT_EQ(textOf(label), "label\n12\n");
+}
+
 TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
     PageBuilder builder;
     builder.size(40)
