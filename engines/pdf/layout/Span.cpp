@@ -31,6 +31,8 @@ constexpr float kMostStep = 1.6F;
 constexpr float kMostShift = 0.15F;
 /// So many letters make a column; fewer may be a list of short items.
 constexpr std::size_t kLeastColumn = 3;
+/// Matrices without an inverse make letters that have a width and no height. Layout divides by sizes. In points.
+constexpr float kLeastSize = 0.001F;
 
 /// Letters that are upright in vertical writing: ideographs, kana, Hangul, and their punctuation.
 constexpr bool isIdeographic(char32_t c) {
@@ -154,7 +156,7 @@ private:
         Span span;
         span.start = orientation.frame.alongOf(run.origin);
         span.baseline = orientation.frame.upOf(run.origin);
-        span.size = run.fontSize;
+        span.size = std::max(run.fontSize, kLeastSize);
         const bool vertical = (run.flags & kVertical) != 0;
         span.top = span.baseline + (vertical ? kHalfGlyph : kLetterHeight) * run.fontSize;
         span.bottom = span.baseline - (vertical ? kHalfGlyph : kLetterDepth) * run.fontSize;
