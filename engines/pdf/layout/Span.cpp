@@ -27,6 +27,9 @@ bool isSameDirection(Point a, Point b) {
     return a.x * b.x + a.y * b.y > 0 && std::abs(a.x * b.y - a.y * b.x) < kSameDirection;
 }
 
+/// Matrices without an inverse make letters that have a width and no height. Layout divides by sizes. In points.
+constexpr float kLeastSize = 0.001F;
+
 class SpanBuilder {
 public:
     explicit SpanBuilder(const Page& page)
@@ -108,7 +111,7 @@ private:
         Span span;
         span.start = orientation.frame.alongOf(run.origin);
         span.baseline = orientation.frame.upOf(run.origin);
-        span.size = run.fontSize;
+        span.size = std::max(run.fontSize, kLeastSize);
         const bool vertical = orientation.isVertical;
         if (vertical && (run.flags & kVertical) == 0) span.baseline += kMiddleOfLetters * run.fontSize; // sideways
         span.top = span.baseline + (vertical ? kHalfGlyph : kLetterHeight) * run.fontSize;
