@@ -22,13 +22,12 @@ constexpr float kLetterDepth = 0.2F;
 constexpr float kHalfGlyph = 0.5F;
 /// Sideways letters have it so far below their middle, on average.
 constexpr float kMiddleOfLetters = 0.35F;
+/// Matrices without an inverse make letters that have a width and no height. Layout divides by sizes. In points.
+constexpr float kLeastSize = 0.001F;
 
 bool isSameDirection(Point a, Point b) {
     return a.x * b.x + a.y * b.y > 0 && std::abs(a.x * b.y - a.y * b.x) < kSameDirection;
 }
-
-/// Matrices without an inverse make letters that have a width and no height. Layout divides by sizes. In points.
-constexpr float kLeastSize = 0.001F;
 
 class SpanBuilder {
 public:
