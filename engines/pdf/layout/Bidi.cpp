@@ -211,7 +211,7 @@ void settlePunctuation(std::span<Cluster> clusters, bool fromTheRight) {
 
 bool isMostlyFromTheRight(std::u32string_view text) {
     const auto mayBeFromTheRight = [](char32_t c) {
-        return (c >= 0x0590 && c < 0x0900) || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000);
+        return c >= 0x0590 && (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
     };
     if (std::none_of(text.begin(), text.end(), mayBeFromTheRight)) return false;
     std::size_t left = 0;
