@@ -99,7 +99,7 @@ void PlainLineWriter::appendWithBlanks(const Pen& pen, std::u32string& out) {
     for (std::size_t i = 0; i < gaps.size(); ++i) {
         if (gaps[i].width <= threshold) continue;
         const char32_t* const place = characters_.data() + places_[i];
-        if (isSetSolid(place[-1]) && isSetSolid(place[0])) continue;
+        if (!isBlankInScripts(place[-1], place[0], gaps[i].width)) continue;
         out.append(done, place);
         out.push_back(U' ');
         done = place;

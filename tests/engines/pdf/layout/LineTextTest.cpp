@@ -71,6 +71,9 @@ TEST(PdfLineText, whichGapsAreBlanks) {
         {"formulas",
          {{U"sin", 0}, {U"x", 0.17F}, {U"=", 0.28F}, {U"y", 0.28F}, {U"+", 0.22F}, {U"z", 0.22F}},
          "sin x = y + z\n"},
+        {"formulas with more blanks than words have letters",
+         {{U"(op", 0}, {U"e)", 0.31F}, {U"=", 0.28F}, {U"x", 0.28F}, {U"op", 0.37F}, {U"e", 0.31F}},
+         "(op e) = x op e\n"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(textOf(lineOf(c.words)), c.text) << c.what;
@@ -263,6 +266,17 @@ TEST(PdfLineText, theSpaceOfTypesettersBesideIdeographsIsNotABlank) {
                          .text(22, 700, U"12")),
               "第 12\n")
         << "a drawn one is";
+}
+
+TEST(PdfLineText, signsThatTexPutsTogetherAreOneSign) {
+    const auto line = [](std::u32string_view overlay, std::u32string_view sign) {
+        PageBuilder builder;
+        builder.text(10, 700, U"x").letter(0).text(17.8F, 700, overlay).letter(0.5F).text(17.8F, 700, sign);
+        return builder.text(25.6F, 700, U"y");
+    };
+    EXPECT_EQ(textOf(line(U"\u0338", U"=")), "x ≠ y\n");
+    EXPECT_EQ(textOf(line(U"\u0338", U"∈")), "x ∉ y\n");
+    EXPECT_EQ(textOf(line(U"↦", U"→")), "x ↦ y\n");
 }
 
 TEST(PdfLineText, digitsBelongToTheirColumn) {
