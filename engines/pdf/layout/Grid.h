@@ -42,8 +42,13 @@ public:
     /// The row of fields at a height.
     [[nodiscard]] std::uint32_t rowAt(float y) const;
     [[nodiscard]] std::size_t rows() const { return ys_.size() - 1; }
+    [[nodiscard]] float leftOf(std::size_t column) const { return xs_[column]; }
     [[nodiscard]] float topOf(std::size_t row) const { return ys_[row]; }
     [[nodiscard]] float bottomOf(std::size_t row) const { return ys_[row + 1]; }
+    /// Whether a field and the one to its left are one cell.
+    [[nodiscard]] bool isOpen(std::size_t row, std::size_t column) const {
+        return cells_[row * columns() + column] == cells_[row * columns() + column - 1];
+    }
     /// The only column of a field's cell, or kOutside if the cell reaches over several.
     [[nodiscard]] std::uint32_t onlyColumnOf(std::size_t row, std::size_t column) const;
     [[nodiscard]] float left() const { return xs_.front(); }

@@ -19,6 +19,8 @@ constexpr float kBothShare = 0.6F;
 constexpr std::size_t kLeastBoth = 3;
 /// More columns than a column has.
 constexpr std::size_t kMostStripes = 32;
+/// Text reaches over a ruling by less. In points.
+constexpr float kSlack = 2;
 constexpr float kSameBand = 0.5F;
 
 struct Piece {
@@ -91,6 +93,22 @@ void addRulings(const Grid& grid, const Column& column, std::vector<Ruling>& rul
     }
 }
 
+/// The rulings of the other rows go on through a row where no ruling separates the columns, if its text respects them.
+void continueRulings(const Grid& grid, std::size_t row, std::span<const Piece> pieces, std::vector<Ruling>& rulings) {
+    std::size_t used = 0;
+    std::size_t last = grid.columns();
+    for (const Piece& piece : pieces) {
+        const std::size_t first = grid.columnAt(piece.word.left + kSlack);
+        const std::size_t end = grid.columnAt(piece.word.right - kSlack);
+        if (first != end) return;
+        if (first != last) ++used;
+        last = first;
+    }
+    if (used < kLeastBoth) return;
+    for (std::size_t column = 1; column < grid.columns(); ++column)
+        if (grid.isOpen(row, column)) rulings.push_back({grid.leftOf(column), grid.bottomOf(row), grid.topOf(row)});
+}
+
 } // namespace
 
 Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words,
@@ -100,6 +118,7 @@ Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, Li
         return lines[a].baseline > lines[b].baseline;
     });
     std::vector<Column> columns(grid.columns());
+    std::vector<std::vector<Piece>> wide(grid.rows()); // in cells over several columns
     std::vector<Word> pieces;
     std::size_t band = 0;
     for (std::size_t i = 0; i < fromAbove.size(); ++i) {
@@ -110,7 +129,11 @@ Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, Li
         words.appendPieces(fromAbove[i], pieces);
         for (const Word& piece : pieces) {
             const std::uint32_t column = grid.columnAt((piece.left + piece.right) / 2);
-            if (row >= grid.rows() || grid.onlyColumnOf(row, column) == Grid::kOutside) continue;
+            if (row >= grid.rows()) continue;
+            if (grid.onlyColumnOf(row, column) == Grid::kOutside) {
+                wide[row].push_back({piece, row, band});
+                continue;
+            }
             columns[column].pieces.push_back({piece, row, band});
             columns[column].size = std::max(columns[column].size, line.size);
         }
@@ -118,6 +141,8 @@ Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, Li
     std::vector<Ruling> rulings;
     for (const Column& column : columns)
         addRulings(grid, column, rulings);
+    for (std::size_t row = 0; row < grid.rows(); ++row)
+        continueRulings(grid, row, wide[row], rulings);
     return rulings.empty() ? grid : grid.with(rulings);
 }
 

@@ -119,6 +119,7 @@ public:
                 table.rows.back().isTableRow = true;
                 lastRow = {gridRow, band};
             }
+            orderBands(members, lines);
             Row& row = table.rows.back();
             for (const std::uint32_t line : members)
                 extend(row, lines[line]);
@@ -129,6 +130,19 @@ public:
     }
 
 private:
+    /// Lines side by side in one cell are read from left to right.
+    static void orderBands(Cell& members, const std::vector<Line>& lines) {
+        auto begin = members.begin();
+        while (begin != members.end()) {
+            auto end = begin + 1;
+            while (end != members.end() && verticalOverlap(lines[*begin], lines[*end]) > kSameBand)
+                ++end;
+            std::stable_sort(begin, end,
+                             [&](std::uint32_t a, std::uint32_t b) { return lines[a].left < lines[b].left; });
+            begin = end;
+        }
+    }
+
     void addParts(std::uint32_t index, const Line& line) {
         std::vector<Part>& parts = parts_.emplace_back();
         const float middle = (line.bottom + line.top) / 2;
@@ -229,11 +243,10 @@ private:
 
 } // namespace
 
-static bool DBG(const char*w,const Grid&g){ if(getenv("DBG"))fprintf(stderr,"grid %zux%zu %g-%g %g-%g: %s\n",g.columns(),g.rows(),g.left(),g.right(),g.bottom(),g.top(),w);return false;}
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
                              Orientation& orientation, LineWords& words, Lines& found) {
     const Grid whole = withFreeColumns(grid, inside, words, found.lines);
-    DBG("try",whole); if (whole.columns() < 2) return std::nullopt;
+    if (whole.columns() < 2) return std::nullopt;
     const GridTable table(whole, inside, words, found.lines);
     if (!table.isTable(found.lines)) return std::nullopt;
     return table.make(page, orientation, found);
