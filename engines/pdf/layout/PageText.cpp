@@ -6,6 +6,7 @@
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
+#include "engines/pdf/layout/RepeatedColumns.h"
 #include "engines/pdf/layout/Row.h"
 #include "engines/pdf/layout/Span.h"
 #include "engines/pdf/layout/Table.h"
@@ -170,6 +171,7 @@ private:
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
         }
+        unfoldColumns(table.rows, texts_);
         bool isFirst = true;
         for (Row& row : table.rows) {
             row.isFromTheRight = isFromTheRight;
