@@ -134,12 +134,14 @@ std::span<const Word> LineWords::of(std::uint32_t line) {
 
 void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
     const std::size_t first = out.size();
+    Word before;
     for (const Word& word : of(line)) {
-        const bool isApart = drawsBlanks_ && !word.isAfterBlank;
+        const bool isApart = (drawsBlanks_ && !word.isAfterBlank) || (before.isGrouped() && word.isGrouped());
         if (out.size() == first || isApart || word.left - out.back().right > pieceGap_)
             out.push_back(word);
         else
             out.back().append(word);
+        before = word;
     }
 }
 

@@ -22,6 +22,8 @@ struct Word {
     void append(const Word& next);
     /// Numbers, amounts, percentages, dashes for missing values.
     [[nodiscard]] bool isNumeric() const;
+    /// A number with several groups of digits: no blank is inside it.
+    [[nodiscard]] bool isGrouped() const { return letters == 0 && digits > 3 && characters > digits; }
 };
 
 /// Finds the words of single lines. Keeps its memory from line to line.

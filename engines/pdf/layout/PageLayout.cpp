@@ -6,6 +6,7 @@
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
+#include "engines/pdf/layout/RepeatedColumns.h"
 #include "engines/pdf/layout/Row.h"
 #include "engines/pdf/layout/Span.h"
 #include "engines/pdf/layout/Table.h"
@@ -18,6 +19,8 @@ namespace quillow::pdf {
 
 namespace {
 
+/// Pages with more grids than this show forms and drawings: their boxes are not looked at.
+constexpr std::size_t kMostGrids = 64;
 constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 
 /// Lays the text of one writing direction out.
@@ -103,8 +106,13 @@ private:
         }
     }
 
+    /// Lines, and the edges of boxes that are not the background of text or of the page.
     void makeRulings() {
+        struct Rectangle {
+            float left, right, bottom, top;
+        };
         const Frame& frame = orientation_.frame;
+        std::vector<Rectangle> boxes;
         for (const Rule& rule : page_.rules) {
             const Point a{rule.box.left, rule.box.bottom};
             const Point b{rule.box.right, rule.box.top};
@@ -118,10 +126,22 @@ private:
                 rulings_.horizontal.push_back({(bottom + top) / 2, left, right});
             } else if (isHigh && right - left < kThick) {
                 rulings_.vertical.push_back({(left + right) / 2, bottom, top});
-            } else if (isWide && isHigh) { // a box: its edges
-                rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
-                rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
+            } else if (isWide && isHigh) {
+                boxes.push_back({left, right, bottom, top});
             }
+        }
+        joinRulings(rulings_.horizontal);
+        joinRulings(rulings_.vertical);
+        if (boxes.empty()) return;
+        const std::vector<Grid> grids = gridsOf(rulings_);
+        constexpr float kPageShare = 0.4F; // boxes over so much of the page are its background, or a frame around it
+        const float most = kPageShare * page_.cropBox.width() * page_.cropBox.height();
+        for (const auto& [left, right, bottom, top] : boxes) {
+            if (most > 0 && (right - left) * (top - bottom) > most) continue;
+            const auto isBackground = [&](const Grid& grid) { return grid.isBackground(left, right, bottom, top); };
+            if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
+            rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
+            rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
         }
         joinRulings(rulings_.horizontal);
         joinRulings(rulings_.vertical);
@@ -172,6 +192,7 @@ private:
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
         }
+        unfoldColumns(table.rows, texts_);
         bool isFirst = true;
         for (Row& row : table.rows) {
             row.isFromTheRight = isFromTheRight;

@@ -17,7 +17,7 @@ namespace quillow::pdf {
 namespace {
 
 /// Vertical extents with so much in common are one band.
-constexpr float kSameBand = 0.6F;
+constexpr float kSameBand = 0.5F;
 /// Bands with so much in common are of one row: lines below one another never have.
 constexpr float kInterleaved = 0.2F;
 /// Bands of the head of a table above its first row of several lines, at most.
