@@ -3,6 +3,7 @@
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/layout/PageLayout.h"
+#include "engines/pdf/structure/TableCells.h"
 #include "text/TextSink.h"
 
 #include <string>
@@ -17,13 +18,15 @@ class PageTexts {
 public:
     explicit PageTexts(Document& document)
         : fonts_(document)
-        , reader_(document, fonts_) {}
+        , reader_(document, fonts_)
+        , tableCells_(document) {}
 
     [[nodiscard]] PageOutcome read(const PageNode& node) {
         PageOutcome outcome;
         outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
         outcome.loss.charactersDecoded = page_.text.size();
         outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
+        tableCells_.find(node, page_);
         layOut(page_, layout_);
         outcome.text = utf8Of(layout_.text);
         return outcome;
@@ -40,6 +43,7 @@ private:
 
     FontCache fonts_;
     PageReader reader_;
+    TableCells tableCells_;
     Page page_;
     PageLayout layout_;
 };
