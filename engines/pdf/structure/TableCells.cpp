@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -14,12 +15,22 @@ constexpr std::size_t kMostSequences = 65'536;
 /// Names of roles that lead to one another.
 constexpr int kMostRoles = 8;
 
+/// Cells of one row have a baseline in common, but for so much. In ems.
+constexpr float kSameBaseline = 0.5F;
+
+/// Whether two runs are different marked content in one line. The runs of a table are somewhere.
+bool mayBeCells(const Run& a, const Run& b) {
+    if (a.markedContent == b.markedContent || a.markedContent == Run::kNoMark || b.markedContent == Run::kNoMark)
+        return false;
+    const Point step{b.origin.x - a.origin.x, b.origin.y - a.origin.y};
+    return std::abs(step.y * a.direction.x - step.x * a.direction.y) < kSameBaseline * a.fontSize;
+}
+
 } // namespace
 
 void TableCells::find(const PageNode& node, Page& page) {
     page.cells.clear();
-    const auto isMarked = [](const Run& run) { return run.markedContent != Run::kNoMark; };
-    if (std::none_of(page.runs.begin(), page.runs.end(), isMarked)) return;
+    if (std::adjacent_find(page.runs.begin(), page.runs.end(), mayBeCells) == page.runs.end()) return;
     readParentTree();
     if (pages_.empty()) return;
     const Object parents = parentsOf(document_.get(node.dictionary, "StructParents").integerOr(-1));

@@ -20,8 +20,8 @@ inline constexpr std::size_t kMaximumStructureDepth = 64;
 /// Columns of a table; cells further to the right are left out.
 inline constexpr std::size_t kMaximumTableColumns = 200;
 
-/// Looks cells up for one page after another. Nothing of the structure tree is read before a page with marked content
-/// asks for it, and then only what leads from its content to the tables.
+/// Looks cells up for one page after another. Nothing of the structure tree is read before a page has different marked
+/// content in one line, and then only what leads from its content to the tables.
 class TableCells {
 public:
     /// The document must outlive this.

@@ -28,15 +28,17 @@ std::string tagged(std::string_view parents, const std::vector<std::string>& ele
     return file.bytes();
 }
 
-/// "table.row.column" of each marked-content sequence, or "-".
-std::string cellsOf(const std::string& bytes) {
+/// "table.row.column" of each marked-content sequence, or "-". The page has two of them, `distance` below one another.
+std::string cellsOf(const std::string& bytes, float distance = 0) {
     const auto document = Document::open(bytes);
     if (!document) return "damaged";
     const std::vector<PageNode> pages = pagesOf(*document.value());
     Page page;
     Run run;
-    run.markedContent = 0;
-    page.runs.push_back(run);
+    run.direction = {1, 0};
+    run.fontSize = 10;
+    for (run.markedContent = 0; run.markedContent < 2; ++run.markedContent, run.origin.y -= distance)
+        page.runs.push_back(run);
     TableCells(*document.value()).find(pages.front(), page);
     std::string text;
     for (const CellMark& cell : page.cells) {
@@ -88,6 +90,13 @@ TEST(PdfTableCells, rolesOfTheProducerAreMapped) {
 
 TEST(PdfTableCells, aCellOutsideOfATableIsNone) {
     EXPECT_EQ(cellsOf(tagged("11 0 R", {"<</S/TD/P 5 0 R>>"})), "");
+}
+
+TEST(PdfTableCells, aPageWithoutContentSideBySideIsNotLookedUp) {
+    const std::string bytes =
+        tagged("13 0 R", {"<</S/Table/P 5 0 R/K 12 0 R>>", "<</S/TR/P 11 0 R/K 13 0 R>>", "<</S/TD/P 12 0 R>>"});
+    EXPECT_EQ(cellsOf(bytes), "0.0.0");
+    EXPECT_EQ(cellsOf(bytes, 12), "");
 }
 
 TEST(PdfTableCells, elementsThatAreTheirOwnParentsEnd) {
