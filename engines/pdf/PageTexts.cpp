@@ -7,6 +7,7 @@ PageOutcome PageTexts::read(const PageNode& node) {
     outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
     outcome.loss.charactersDecoded = page_.text.size();
     outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
+    tableCells_.find(node, page_);
     layOut(page_, layout_);
     text_.truncate(0);
     text_.append(layout_.text);

@@ -4,6 +4,7 @@
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/layout/PageLayout.h"
+#include "engines/pdf/structure/TableCells.h"
 #include "text/TextSink.h"
 
 namespace quillow::pdf {
@@ -15,7 +16,8 @@ public:
     explicit PageTexts(Document& document)
         : document_(document)
         , fonts_(document)
-        , reader_(document, fonts_) {}
+        , reader_(document, fonts_)
+        , tableCells_(document) {}
 
     [[nodiscard]] PageOutcome read(const PageNode& node);
 
@@ -26,6 +28,7 @@ private:
     Document& document_;
     FontCache fonts_;
     PageReader reader_;
+    TableCells tableCells_;
     Page page_;
     PageLayout layout_;
     text::TextSink text_;

@@ -35,6 +35,7 @@ void clear(Page& page) {
     page.glyphs.clear();
     page.runs.clear();
     page.rules.clear();
+    page.cells.clear();
     page.charactersWithoutUnicode = 0;
 }
 

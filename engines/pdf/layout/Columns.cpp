@@ -44,8 +44,8 @@ constexpr std::size_t kRowsOfTable = 3;
 constexpr float kMostDistance = 3.0F;
 /// So many rows of two blocks at one height show whether they are common rows.
 constexpr std::size_t kLeastRows = 3;
-/// What is drawn by rows has all its columns in them. A block beside it that is drawn by itself is no column of it, even
-/// if some of its lines have the baselines of rows.
+/// What is drawn by rows has all its columns in them. A block beside it that is drawn by itself is no column of it,
+/// even if some of its lines have the baselines of rows.
 constexpr float kMostAlignedOfRows = 0.75F;
 /// A text is compared with so many of the next texts below its top. More are not side by side on a page.
 constexpr std::size_t kMostNeighbours = 16;

@@ -4,6 +4,7 @@
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
+#include "engines/pdf/layout/MarginNotes.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
 #include "engines/pdf/layout/RepeatedColumns.h"
@@ -169,7 +170,9 @@ private:
                 sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
-        for (const std::uint32_t item : readingOrder(items)) {
+        std::vector<std::uint32_t> order = readingOrder(items);
+        placeMarginNotes(items, order);
+        for (const std::uint32_t item : order) {
             const std::uint32_t source = sources[item];
             if (source >= found_.lines.size()) {
                 addTable(tables_[source - found_.lines.size()]);

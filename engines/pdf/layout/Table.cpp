@@ -6,6 +6,7 @@
 #include "engines/pdf/layout/GridTable.h"
 #include "engines/pdf/layout/LineWords.h"
 #include "engines/pdf/layout/Stripes.h"
+#include "engines/pdf/layout/TaggedTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,6 +91,7 @@ public:
 
     std::vector<Table> find() && {
         findGrids();
+        findTagged();
         const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()));
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
@@ -135,6 +137,16 @@ private:
             for (const std::uint32_t line : inside[g])
                 isTaken_[line] = true;
             tables_.push_back(std::move(*table));
+        }
+    }
+
+    /// Takes the lines of the tables that the structure tree names. Rulings are better evidence: producers that guess
+    /// the tags of a page make a row of each line.
+    void findTagged() {
+        for (Table& table : taggedTablesOf(page_, orientation_, found_, isTaken_)) {
+            for (const std::uint32_t line : table.lines)
+                isTaken_[line] = true;
+            tables_.push_back(std::move(table));
         }
     }
 
@@ -384,7 +396,7 @@ private:
     std::span<const std::u32string_view> texts_;
     const Rulings& rulings_;
     LineWords words_;
-    std::vector<bool> isTaken_; ///< lines of ruled tables
+    std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
     std::vector<Band> bands_;
     std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;
