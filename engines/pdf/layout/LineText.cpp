@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
+#include "engines/pdf/layout/LineEvidence.h"
 
 #include <algorithm>
 #include <cmath>
@@ -160,7 +161,9 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
                 continue;
             }
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
-            if (drawn || isBlankBetween(page_, *before, letter, threshold)) out.push_back(U' ');
+            if ((drawn || isBlankBetween(page_, *before, letter, threshold)) &&
+                !underscores_.append(before->right, letter.left, letter.size, out))
+                out.push_back(U' ');
         }
         const char32_t c = page_.text[letter.textBegin];
         if (letter.textEnd - letter.textBegin == 1 && c < kFirstPresentationForm && c != kSoftHyphen)
@@ -180,8 +183,14 @@ void LineWriter::sortLetters() {
     });
 }
 
+/// Evidence needs the letters, which a plain line does not collect.
+bool LineWriter::mayBePlain() {
+    return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
+}
+
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
-    if (plain_.append(spans, out)) return;
+    underscores_.choose(orientation_, spans);
+    if (mayBePlain() && plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {
@@ -190,12 +199,29 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
         mixed_.attachMarks(letters_);
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
+    const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_))
+    if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
         mixed_.write(letters_, thresholdOfLetters(), out);
-    else
+    } else {
         writeFromTheLeft(out);
+    }
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
+}
+
+void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
+    const Span& first = orientation_.spans[spans.front()];
+    Box area{first.left, first.bottom, first.right, first.top};
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        area.extendTo({span.left, span.bottom});
+        area.extendTo({span.right, span.top});
+    }
+    showLine(page_, area, letters_, thresholdOfLetters(), evidence);
+    if (repeated > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf

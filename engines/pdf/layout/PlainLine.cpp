@@ -4,7 +4,6 @@
 #include "engines/pdf/layout/Letter.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace quillow::pdf {
 
@@ -14,10 +13,6 @@ namespace {
 constexpr bool isPlain(char32_t c) {
     if (c < kFirstRightToLeft) return c != kSoftHyphen;
     return isIn(c, 0x0900, 0x1FFF) || isIn(c, 0x2010, kFirstPresentationForm - 1);
-}
-
-bool isPunctuation(char32_t c) {
-    return std::u32string_view(U".,:;!?").find(c) != std::u32string_view::npos;
 }
 
 /// The text of a page from one of its glyphs on.
@@ -83,8 +78,6 @@ PlainLineWriter::Outcome PlainLineWriter::addSpan(const Span& span, Pen& before)
             } else if (gap >= kNoBlank * larger) {
                 return Outcome::hasGap;
             }
-        } else if (isPunctuation(first)) {
-            return Outcome::notPlain; // a line from the right may begin so
         }
         *pen.character++ = first;
         for (std::uint32_t k = begin + 1; k < end; ++k) {
