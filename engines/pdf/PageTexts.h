@@ -20,9 +20,7 @@ public:
     [[nodiscard]] PageOutcome read(const PageNode& node);
 
     /// See PageSource.
-    [[nodiscard]] double usedShare() const {
-        return document_.usedShare() + fonts_.usedShare() + reader_.usedShare();
-    }
+    [[nodiscard]] double usedShare() const { return document_.usedShare() + fonts_.usedShare() + reader_.usedShare(); }
 
 private:
     Document& document_;
