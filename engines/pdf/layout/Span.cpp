@@ -83,11 +83,11 @@ private:
         std::size_t first = 0; // of the span
         float spanLeft = start + std::min(glyphs[0].offset, glyphs[0].offset + glyphs[0].width);
         float spanRight = spanLeft;
-        const auto addSpan = [&](std::size_t end) {
-            span.firstGlyph = run.firstGlyph + static_cast<std::uint32_t>(first);
-            span.glyphCount = static_cast<std::uint32_t>(end - first);
-            span.left = spanLeft;
-            span.right = spanRight;
+        const auto addSpan = [&span, &run, &orientation](std::size_t begin, std::size_t end, float left, float right) {
+            span.firstGlyph = run.firstGlyph + static_cast<std::uint32_t>(begin);
+            span.glyphCount = static_cast<std::uint32_t>(end - begin);
+            span.left = left;
+            span.right = right;
             orientation.spans.push_back(span);
         };
         for (std::size_t i = 0; i < glyphs.size(); ++i) {
@@ -95,7 +95,7 @@ private:
             const float left = start + std::min(glyphs[i].offset, end);
             const float right = start + std::max(glyphs[i].offset, end);
             if (left - spanRight > wide || spanLeft - right > wide) [[unlikely]] {
-                if (i > 0) addSpan(i);
+                if (i > 0) addSpan(first, i, spanLeft, spanRight);
                 first = i;
                 spanLeft = left;
                 spanRight = right;
@@ -103,7 +103,7 @@ private:
             spanLeft = std::min(spanLeft, left);
             spanRight = std::max(spanRight, right);
         }
-        addSpan(glyphs.size());
+        addSpan(first, glyphs.size(), spanLeft, spanRight);
     }
 
     static Span emptySpan(const Orientation& orientation, const Run& run) {
