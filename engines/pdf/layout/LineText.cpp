@@ -173,7 +173,9 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
                 continue;
             }
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
-            if (drawn || isBlankBetween(page_, *before, letter, threshold)) out.push_back(U' ');
+            if ((drawn || isBlankBetween(page_, *before, letter, threshold)) &&
+                !underscores_.append(before->right, letter.left, letter.size, out))
+                out.push_back(U' ');
         }
         const char32_t c = page_.text[letter.textBegin];
         if (letter.textEnd - letter.textBegin == 1 && c < kFirstPresentationForm && c != kSoftHyphen)
@@ -204,10 +206,12 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
     if (!inOrder_ || hasRightToLeft_) sortLetters();
     const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_))
+    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_)) {
         mixed_.write(letters_, thresholdOfLetters(), out);
-    else
+    } else {
+        underscores_.choose(orientation_, spans);
         writeFromTheLeft(out);
+    }
     trim(out, begin);
     if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
 }

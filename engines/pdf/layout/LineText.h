@@ -6,6 +6,7 @@
 #include "engines/pdf/layout/MixedLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
+#include "engines/pdf/layout/Underscores.h"
 
 #include <span>
 #include <string>
@@ -21,6 +22,7 @@ public:
         : page_(page)
         , orientation_(orientation)
         , evidence_(evidence)
+        , underscores_(page, orientation.frame)
         , mixed_(page) {}
 
     /// Appends the text of a line with those spans, without a line end.
@@ -42,6 +44,7 @@ private:
     Evidence* evidence_;
     std::vector<Letter> letters_;
     std::vector<Gap> gaps_;
+    Underscores underscores_;
     MixedLine mixed_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;

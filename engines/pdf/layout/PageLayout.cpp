@@ -149,7 +149,10 @@ private:
                 sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
-        for (const std::uint32_t item : readingOrder(items)) {
+        if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
+        const std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        if (evidence_ != nullptr) evidence_->setMirrored(false);
+        for (const std::uint32_t item : order) {
             const std::uint32_t source = sources[item];
             if (source >= found_.lines.size()) {
                 addTable(tables_[source - found_.lines.size()]);

@@ -68,6 +68,40 @@ TEST(Evidence, countsLettersThatAreDrawnTwice) {
               (Texts{"letters drawn twice at one place: letters 4, kTwin 0.12"}));
 }
 
+TEST(Evidence, saysWhyTheOrderOfTheStreamIsKept) {
+    const PageBuilder builder = PageBuilder().text(100, 700, U"above").text(100, 600, U"below");
+
+    EXPECT_EQ(textsOf(marksOf(builder.page(), Topic::order)),
+              (Texts{"the stream's order: it never goes back: blocks 2"}));
+}
+
+TEST(Evidence, saysWhereARegionIsCut) {
+    const PageBuilder builder = PageBuilder()
+                                    .lines(300, 700, {U"right", U"right"})
+                                    .lines(100, 700, {U"left", U"left"})
+                                    .text(100, 740, U"a heading over both of the columns that is drawn last");
+
+    const auto marks = marksOf(builder.page(), Topic::order);
+
+    ASSERT_GE(marks.size(), 2U);
+    EXPECT_EQ(marks[0].text, "cut at a stripe across: cost 2, high 31");
+    EXPECT_EQ(marks[0].corners[0], (Point{100, 707}));
+    EXPECT_EQ(marks[0].corners[2], (Point{365, 738}));
+    EXPECT_EQ(marks[1].text, "cut at a gutter: cost 1, wide 180, kLeastGutter 5");
+    EXPECT_EQ(marks[1].corners[0], (Point{120, 686}));
+    EXPECT_EQ(marks[1].corners[2], (Point{300, 707}));
+}
+
+TEST(Evidence, saysIfNoCutIsFound) {
+    const PageBuilder builder =
+        PageBuilder().lines(100, 700, {U"a wide line below", U"a wide line below"}).lines(140, 708, {U"over it"}, 8);
+
+    const auto texts = textsOf(marksOf(builder.page(), Topic::order));
+
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_EQ(texts[0], "not: cut: the stream goes back, but no gutter and no stripe is free: blocks 2");
+}
+
 TEST(Evidence, doesNotChangeTheText) {
     const PageBuilder builder = PageBuilder().lines(100, 700, {U"two words", U"three"}).text(160, 700, U"beside");
     Evidence evidence;
