@@ -34,8 +34,10 @@ struct Part {
 
 class GridTable {
 public:
-    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines)
+    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines,
+              Evidence* evidence)
         : grid_(grid)
+        , evidence_(evidence)
         , inside_(inside)
         , words_(words) {
         for (const std::uint32_t line : inside)
@@ -51,7 +53,10 @@ public:
         std::map<std::size_t, std::size_t> columns;
         std::size_t subColumns = 0;
         for (auto& [cell, members] : cells) {
-            if (cell == Grid::kOutside || members.size() > kMostLines) return false;
+            if (cell == Grid::kOutside || members.size() > kMostLines)
+                return judge(
+                    false, "a ruled table: a cell holds a page's text",
+                    {{"lines", static_cast<float>(members.size())}, {"kMostLines", static_cast<float>(kMostLines)}});
             ++rows[cell / grid_.columns()];
             ++columns[cell % grid_.columns()];
             std::stable_sort(members.begin(), members.end(),
@@ -63,10 +68,21 @@ public:
                 }
         }
         const auto isMultiple = [](const auto& row) { return row.second > 1; };
-        if (std::count_if(rows.begin(), rows.end(), isMultiple) < 2) return false;
-        if (std::count_if(columns.begin(), columns.end(), isMultiple) < 2) return false;
-        if (static_cast<float>(subColumns) > kSubColumnShare * static_cast<float>(cells.size())) return false;
-        return static_cast<float>(cells.size()) >= kFilledShare * static_cast<float>(grid_.cellCount());
+        const auto multipleRows = std::count_if(rows.begin(), rows.end(), isMultiple);
+        const auto multipleColumns = std::count_if(columns.begin(), columns.end(), isMultiple);
+        if (multipleRows < 2 || multipleColumns < 2)
+            return judge(
+                false, "a ruled table: too few rows and columns have several cells",
+                {{"rows", static_cast<float>(multipleRows)}, {"columns", static_cast<float>(multipleColumns)}});
+        const auto cellCount = static_cast<float>(cells.size());
+        if (static_cast<float>(subColumns) > kSubColumnShare * cellCount)
+            return judge(
+                false, "a ruled table: lines are side by side in many cells",
+                {{"share of cells", static_cast<float>(subColumns) / cellCount}, {"kSubColumnShare", kSubColumnShare}});
+        return judge(cellCount >= kFilledShare * static_cast<float>(grid_.cellCount()), "a ruled table",
+                     {{"filled cells", cellCount},
+                      {"of", static_cast<float>(grid_.cellCount())},
+                      {"kFilledShare", kFilledShare}});
     }
 
     [[nodiscard]] Table make(const Page& page, Orientation& orientation, Lines& found) const {
@@ -125,6 +141,13 @@ public:
     }
 
 private:
+    [[nodiscard]] bool judge(bool isAccepted, std::string_view reason, std::initializer_list<Fact> facts) const {
+        const Box area{grid_.left(), grid_.bottom(), grid_.right(), grid_.top()};
+        if (evidence_ != nullptr)
+            evidence_->note(Topic::table, isAccepted ? Verdict::accepted : Verdict::refused, area, reason, facts);
+        return isAccepted;
+    }
+
     void addParts(std::uint32_t index, const Line& line) {
         std::vector<Part>& parts = parts_.emplace_back();
         const float middle = (line.bottom + line.top) / 2;
@@ -210,6 +233,7 @@ private:
     }
 
     const Grid& grid_;
+    Evidence* evidence_;
     std::span<const std::uint32_t> inside_;
     LineWords& words_;
     std::vector<std::vector<Part>> parts_;
@@ -218,8 +242,8 @@ private:
 } // namespace
 
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                             Orientation& orientation, LineWords& words, Lines& found) {
-    const GridTable table(grid, inside, words, found.lines);
+                             Orientation& orientation, LineWords& words, Lines& found, Evidence* evidence) {
+    const GridTable table(grid, inside, words, found.lines, evidence);
     if (!table.isTable(found.lines)) return std::nullopt;
     return table.make(page, orientation, found);
 }

@@ -34,7 +34,7 @@ public:
         makeLines();
         if (found_.lines.empty()) return;
         makeRulings();
-        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
+        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_, evidence_);
         writeParts();
         makeRows();
         markParagraphs(rows_);
@@ -69,7 +69,7 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_, evidence_);
         found_ = linesOf(orientation_);
-        unweaveColumns(found_.lines);
+        unweaveColumns(found_.lines, evidence_);
         std::size_t kept = 0;
         for (const Line& line : found_.lines) {
             const std::size_t begin = text_.size();
