@@ -1,5 +1,6 @@
 #include "engines/pdf/layout/Evidence.h"
 
+#include "engines/pdf/layout/HiddenText.h"
 #include "engines/pdf/layout/PageLayout.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 
@@ -152,6 +153,18 @@ TEST(Evidence, saysWhatIsATableAndWhatIsNone) {
     EXPECT_TRUE(oneBeginsWith(textsOf(marksOf(frame.page(), Topic::table)),
                               "not: a ruled table: too few rows and columns have several cells: rows 0, columns 1"));
     EXPECT_EQ(marksOf(frame.page(), Topic::ruling).size(), 6U);
+}
+
+TEST(Evidence, saysWhichInvisibleTextIsDropped) {
+    const PageBuilder builder =
+        PageBuilder().text(100, 700, U"seen").flags(kInvisible).text(100, 700, U"seen").text(100, 500, U"only here");
+    Evidence evidence;
+
+    static_cast<void>(repeatedHiddenRuns(builder.page(), &evidence));
+
+    EXPECT_EQ(textsOf(evidence.marks()),
+              (Texts{"dropped: invisible text that repeats what is seen: letters 4, seen 4, kRepeatedShare 0.6",
+                     "not: dropped: invisible text that repeats what is seen: letters 8, seen 0, kRepeatedShare 0.6"}));
 }
 
 TEST(Evidence, doesNotChangeTheText) {
