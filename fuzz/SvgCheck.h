@@ -9,8 +9,8 @@
 
 namespace quillow::pdf {
 
-/// Ends the program if the file is not UTF-8, has a character that XML forbids, a tag that is not closed in its turn, or
-/// an element that we do not write: a page may contain text that looks like one.
+/// Ends the program if the file is not UTF-8, has a character that XML forbids, a tag that is not closed in its turn,
+/// or an element that we do not write: a page may contain text that looks like one.
 inline void checkSvg(std::string_view file) {
     const auto require = [](bool condition) {
         if (!condition) std::abort();

@@ -4,6 +4,7 @@
 #include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Letter.h"
 #include "engines/pdf/layout/MixedLine.h"
+#include "engines/pdf/layout/PlainLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
 #include "engines/pdf/layout/Underscores.h"
@@ -22,6 +23,7 @@ public:
         : page_(page)
         , orientation_(orientation)
         , evidence_(evidence)
+        , plain_(page, orientation)
         , underscores_(page, orientation.frame)
         , mixed_(page) {}
 
@@ -37,11 +39,13 @@ private:
     [[nodiscard]] bool compose(const Letter& before, const Letter& letter, std::u32string& out) const;
     void writeFromTheLeft(std::u32string& out);
     [[nodiscard]] float thresholdOfLetters();
+    [[nodiscard]] bool mayBePlain();
     void showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence);
 
     const Page& page_;
     const Orientation& orientation_;
     Evidence* evidence_;
+    PlainLineWriter plain_;
     std::vector<Letter> letters_;
     std::vector<Gap> gaps_;
     Underscores underscores_;
