@@ -2,6 +2,7 @@
 
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/explain/PagePicture.h"
+#include "engines/pdf/layout/HiddenText.h"
 #include "engines/pdf/layout/PageLayout.h"
 
 #include <string>
@@ -42,6 +43,7 @@ Extraction explainPage(std::span<const std::byte> bytes, std::size_t number, con
     extraction.loss.charactersDecoded = page.text.size();
     extraction.loss.charactersWithoutUnicode = page.charactersWithoutUnicode;
     Evidence evidence;
+    static_cast<void>(repeatedHiddenRuns(page, &evidence)); // layout asks the same, but has no use for the reasons
     PageLayout layout;
     layOut(page, layout, &evidence);
     extraction.reason = extraction.loss.partsSkipped > 0 ? Reason::partial : Reason::ok;

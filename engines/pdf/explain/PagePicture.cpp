@@ -151,7 +151,8 @@ private:
         for (const Mark& mark : evidence_.marks())
             if (mark.topic == Topic::word) svg_.polygon(svgCornersOf(mark.corners));
         svg_.endLayer();
-        svg_.beginLayer("text", {{"fill", "#333333"}, {"font-family", "serif"}});
+        svg_.beginLayer("text",
+                        {{"fill", "#333333"}, {"font-family", "Liberation Serif, Times New Roman, Times, serif"}});
         for (const Mark& mark : evidence_.marks())
             if (mark.topic == Topic::word) drawText(mark);
         svg_.endLayer();
@@ -259,7 +260,7 @@ private:
             const SvgPoint above = corners[isFromTheRight ? 2 : 3];
             path.push_back({(below.x + above.x) / 2, (below.y + above.y) / 2});
         }
-        if (path.size() > 1) svg_.polyline(path, {{"stroke-width", "0.8"}, {"stroke-opacity", "0.6"}});
+        if (path.size() > 1) svg_.polyline(path, {{"stroke-width", "0.8"}, {"stroke-opacity", "0.5"}});
         std::size_t number = 0;
         for (const Block& block : blocks()) {
             const SvgPoint place = path[block.begin];
@@ -276,7 +277,9 @@ private:
         NotePanel panel;
         panel.addTitle(title);
         addKeys(panel);
-        svg_.beginLayer("notes", {{"font-size", sized(5)}});
+        svg_.beginLayer(
+            "notes",
+            {{"font-family", "Helvetica, Arial, sans-serif"}, {"font-size", sized(5.5F)}, {"font-weight", "bold"}});
         for (const Layer& layer : kNoted) {
             panel.beginSection(layer.heading, layer.colour);
             const Mark* refused = nullptr;

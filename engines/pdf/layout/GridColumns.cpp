@@ -114,9 +114,8 @@ void continueRulings(const Grid& grid, std::size_t row, std::span<const Piece> p
 Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words,
                      const std::vector<Line>& lines) {
     std::vector<std::uint32_t> fromAbove(inside.begin(), inside.end());
-    std::stable_sort(fromAbove.begin(), fromAbove.end(), [&lines](std::uint32_t a, std::uint32_t b) {
-        return lines[a].baseline > lines[b].baseline;
-    });
+    std::stable_sort(fromAbove.begin(), fromAbove.end(),
+                     [&lines](std::uint32_t a, std::uint32_t b) { return lines[a].baseline > lines[b].baseline; });
     std::vector<Column> columns(grid.columns());
     std::vector<std::vector<Piece>> wide(grid.rows()); // in cells over several columns
     std::vector<Word> pieces;

@@ -37,8 +37,10 @@ struct Part {
 
 class GridTable {
 public:
-    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines)
+    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines,
+              Evidence* evidence)
         : grid_(grid)
+        , evidence_(evidence)
         , inside_(inside)
         , words_(words) {
         for (const std::uint32_t line : inside)
@@ -56,7 +58,10 @@ public:
         std::size_t subColumns = 0;
         for (auto& [cell, members] : cells) {
             const bool holdsRows = rowsOfBands_.contains(cell / grid_.columns());
-            if (cell == Grid::kOutside || (!holdsRows && members.size() > kMostLines)) return false;
+            if (cell == Grid::kOutside || (!holdsRows && members.size() > kMostLines))
+                return judge(
+                    false, "a ruled table: a cell holds a page's text",
+                    {{"lines", static_cast<float>(members.size())}, {"kMostLines", static_cast<float>(kMostLines)}});
             ++rows[cell / grid_.columns()];
             ++columns[cell % grid_.columns()];
             std::stable_sort(members.begin(), members.end(),
@@ -68,10 +73,21 @@ public:
                 }
         }
         const auto isMultiple = [](const auto& row) { return row.second > 1; };
-        if (std::count_if(rows.begin(), rows.end(), isMultiple) < 2 && rowsOfBands_.empty()) return false;
-        if (std::count_if(columns.begin(), columns.end(), isMultiple) < 2 && rowsOfBands_.empty()) return false;
-        if (static_cast<float>(subColumns) > kSubColumnShare * static_cast<float>(cells.size())) return false;
-        return static_cast<float>(cells.size()) >= kFilledShare * static_cast<float>(grid_.cellCount());
+        const auto multipleRows = std::count_if(rows.begin(), rows.end(), isMultiple);
+        const auto multipleColumns = std::count_if(columns.begin(), columns.end(), isMultiple);
+        if ((multipleRows < 2 || multipleColumns < 2) && rowsOfBands_.empty())
+            return judge(
+                false, "a ruled table: too few rows and columns have several cells",
+                {{"rows", static_cast<float>(multipleRows)}, {"columns", static_cast<float>(multipleColumns)}});
+        const auto cellCount = static_cast<float>(cells.size());
+        if (static_cast<float>(subColumns) > kSubColumnShare * cellCount)
+            return judge(
+                false, "a ruled table: lines are side by side in many cells",
+                {{"share of cells", static_cast<float>(subColumns) / cellCount}, {"kSubColumnShare", kSubColumnShare}});
+        return judge(cellCount >= kFilledShare * static_cast<float>(grid_.cellCount()), "a ruled table",
+                     {{"filled cells", cellCount},
+                      {"of", static_cast<float>(grid_.cellCount())},
+                      {"kFilledShare", kFilledShare}});
     }
 
     [[nodiscard]] Table make(const Page& page, Orientation& orientation, Lines& found) const {
@@ -141,6 +157,13 @@ private:
                              [&](std::uint32_t a, std::uint32_t b) { return lines[a].left < lines[b].left; });
             begin = end;
         }
+    }
+
+    [[nodiscard]] bool judge(bool isAccepted, std::string_view reason, std::initializer_list<Fact> facts) const {
+        const Box area{grid_.left(), grid_.bottom(), grid_.right(), grid_.top()};
+        if (evidence_ != nullptr)
+            evidence_->note(Topic::table, isAccepted ? Verdict::accepted : Verdict::refused, area, reason, facts);
+        return isAccepted;
     }
 
     void addParts(std::uint32_t index, const Line& line) {
@@ -234,20 +257,21 @@ private:
     }
 
     const Grid& grid_;
+    Evidence* evidence_;
     std::span<const std::uint32_t> inside_;
     LineWords& words_;
     std::vector<std::vector<Part>> parts_;
-    std::vector<std::size_t> bands_;     ///< of each line
+    std::vector<std::size_t> bands_;    ///< of each line
     std::set<std::size_t> rowsOfBands_; ///< the rows of the grid whose bands are rows
 };
 
 } // namespace
 
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                             Orientation& orientation, LineWords& words, Lines& found) {
+                             Orientation& orientation, LineWords& words, Lines& found, Evidence* evidence) {
     const Grid whole = withFreeColumns(grid, inside, words, found.lines);
     if (whole.columns() < 2) return std::nullopt;
-    const GridTable table(whole, inside, words, found.lines);
+    const GridTable table(whole, inside, words, found.lines, evidence);
     if (!table.isTable(found.lines)) return std::nullopt;
     return table.make(page, orientation, found);
 }

@@ -38,7 +38,7 @@ public:
         makeLines();
         if (found_.lines.empty()) return;
         makeRulings();
-        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
+        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_, evidence_);
         writeParts();
         makeRows();
         markParagraphs(rows_);
@@ -73,7 +73,7 @@ private:
     void makeLines() {
         LineWriter writer(page_, orientation_, evidence_);
         found_ = linesOf(orientation_);
-        unweaveColumns(found_.lines);
+        unweaveColumns(found_.lines, evidence_);
         std::size_t kept = 0;
         for (const Line& line : found_.lines) {
             const std::size_t begin = text_.size();
@@ -170,7 +170,9 @@ private:
                 sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
-        std::vector<std::uint32_t> order = readingOrder(items);
+        if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
+        std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        if (evidence_ != nullptr) evidence_->setMirrored(false);
         placeMarginNotes(items, order);
         for (const std::uint32_t item : order) {
             const std::uint32_t source = sources[item];

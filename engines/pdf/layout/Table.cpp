@@ -79,20 +79,21 @@ bool isListLabel(std::u32string_view text) {
 class TableFinder {
 public:
     TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
-                const Rulings& rulings)
+                const Rulings& rulings, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
         , found_(found)
         , lines_(found.lines)
         , texts_(texts)
         , rulings_(rulings)
+        , evidence_(evidence)
         , words_(page, orientation, found)
         , isTaken_(found.lines.size()) {}
 
     std::vector<Table> find() && {
         findGrids();
         findTagged();
-        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()));
+        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()), evidence_);
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
             members[columns[i]].push_back(i);
@@ -132,7 +133,7 @@ private:
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {
             std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
-            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_);
+            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_, evidence_);
             if (!table) continue;
             for (const std::uint32_t line : inside[g])
                 isTaken_[line] = true;
@@ -321,11 +322,38 @@ private:
         std::size_t proseColumns = 0;
         for (std::size_t i = 0; i < columns; ++i)
             proseColumns += 2 * prose[i] > cells[i] ? 1 : 0;
-        if (columns == 2 && 4 * labels[0] > 3 * cells[0]) return false; // a list
+        if (columns == 2 && 4 * labels[0] > 3 * cells[0]) {
+            if (evidence_ != nullptr)
+                note(false, begin, end, "a table but a list",
+                     {{"labels", static_cast<float>(labels[0])}, {"of", static_cast<float>(cells[0])}});
+            return false;
+        }
         const bool ruled = hasRulings(begin, end);
-        if (proseColumns >= 2 || (columns == 2 && proseColumns == 1)) return ruled && proseColumns < columns;
-        if (columns == 2) return (multiples >= 3 && (4 * numeric >= all || ruled)) || (multiples >= 2 && ruled);
-        return multiples >= 3 || ruled || 3 * numeric >= all;
+        const auto judge = [&](bool isAccepted, std::string_view reason) {
+            if (evidence_ != nullptr)
+                note(isAccepted, begin, end, reason,
+                     {{"columns", static_cast<float>(columns)},
+                      {"of sentences", static_cast<float>(proseColumns)},
+                      {"rows", static_cast<float>(multiples)},
+                      {"cells", static_cast<float>(all)},
+                      {"numbers", static_cast<float>(numeric)},
+                      {"ruled", ruled ? 1.0F : 0.0F}});
+            return isAccepted;
+        };
+        if (proseColumns >= 2 || (columns == 2 && proseColumns == 1))
+            return judge(ruled && proseColumns < columns, "a table of sentences: needs rulings");
+        if (columns == 2)
+            return judge((multiples >= 3 && (4 * numeric >= all || ruled)) || (multiples >= 2 && ruled),
+                         "a table of two columns: needs numbers in a quarter of the cells, or rulings");
+        return judge(multiples >= 3 || ruled || 3 * numeric >= all,
+                     "a table of aligned columns: needs three rows, rulings, or numbers in a third of the cells");
+    }
+
+    void note(bool isAccepted, std::size_t begin, std::size_t end, std::string_view reason,
+              std::initializer_list<Fact> facts) const {
+        Box area{0, bands_[end - 1].bottom, 0, bands_[begin].top};
+        extents(begin, end, area.left, area.right);
+        evidence_->note(Topic::table, isAccepted ? Verdict::accepted : Verdict::refused, area, reason, facts);
     }
 
     /// Whether at least two horizontal rulings cross most of the region.
@@ -395,6 +423,7 @@ private:
     std::vector<Line>& lines_; ///< of `found_`
     std::span<const std::u32string_view> texts_;
     const Rulings& rulings_;
+    Evidence* evidence_;
     LineWords words_;
     std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
     std::vector<Band> bands_;
@@ -406,8 +435,8 @@ private:
 } // namespace
 
 std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
-                            std::span<const std::u32string_view> texts, const Rulings& rulings) {
-    return TableFinder(page, orientation, found, texts, rulings).find();
+                            std::span<const std::u32string_view> texts, const Rulings& rulings, Evidence* evidence) {
+    return TableFinder(page, orientation, found, texts, rulings, evidence).find();
 }
 
 } // namespace quillow::pdf

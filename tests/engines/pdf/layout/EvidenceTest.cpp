@@ -1,10 +1,12 @@
 #include "engines/pdf/layout/Evidence.h"
 
+#include "engines/pdf/layout/HiddenText.h"
 #include "engines/pdf/layout/PageLayout.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace quillow::pdf {
@@ -66,6 +68,103 @@ TEST(Evidence, countsLettersThatAreDrawnTwice) {
 
     EXPECT_EQ(textsOf(marksOf(builder.page(), Topic::dropped)),
               (Texts{"letters drawn twice at one place: letters 4, kTwin 0.12"}));
+}
+
+TEST(Evidence, saysWhyTheOrderOfTheStreamIsKept) {
+    const PageBuilder builder = PageBuilder().text(100, 700, U"above").text(100, 600, U"below");
+
+    EXPECT_EQ(textsOf(marksOf(builder.page(), Topic::order)),
+              (Texts{"the stream's order: it never goes back: blocks 2"}));
+}
+
+TEST(Evidence, saysWhereARegionIsCut) {
+    const PageBuilder builder = PageBuilder()
+                                    .lines(300, 700, {U"right", U"right"})
+                                    .lines(100, 700, {U"left", U"left"})
+                                    .text(100, 740, U"a heading over both of the columns that is drawn last");
+
+    const auto marks = marksOf(builder.page(), Topic::order);
+
+    ASSERT_GE(marks.size(), 2U);
+    EXPECT_EQ(marks[0].text, "cut at a stripe across: cost 2, high 31");
+    EXPECT_EQ(marks[0].corners[0], (Point{100, 707}));
+    EXPECT_EQ(marks[0].corners[2], (Point{365, 738}));
+    EXPECT_EQ(marks[1].text, "cut at a gutter: cost 1, wide 180, kLeastGutter 5");
+    EXPECT_EQ(marks[1].corners[0], (Point{120, 686}));
+    EXPECT_EQ(marks[1].corners[2], (Point{300, 707}));
+}
+
+TEST(Evidence, saysIfNoCutIsFound) {
+    const PageBuilder builder =
+        PageBuilder().lines(100, 700, {U"a wide line below", U"a wide line below"}).lines(140, 708, {U"over it"}, 8);
+
+    const auto texts = textsOf(marksOf(builder.page(), Topic::order));
+
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_EQ(texts[0], "not: cut: the stream goes back, but no gutter and no stripe is free: blocks 2");
+}
+
+/// Two columns with lines at different heights.
+PageBuilder columns(std::size_t lines, float shift) {
+    PageBuilder builder;
+    for (std::size_t i = 0; i < lines; ++i) {
+        const float y = 700 - 12 * static_cast<float>(i);
+        builder.text(60, y, U"running text in the left column, wide");
+        if (i % 2 == 0) builder.text(300, y - shift, U"some text on the right side, wide too");
+    }
+    return builder;
+}
+
+bool oneBeginsWith(const Texts& texts, std::string_view begin) {
+    return std::any_of(texts.begin(), texts.end(),
+                       [begin](const std::string& text) { return text.starts_with(begin); });
+}
+
+TEST(Evidence, saysWhatSeparatesColumnsAndWhatDoesNot) {
+    const Texts own = textsOf(marksOf(columns(20, 5).page(), Topic::gutter));
+    const Texts common = textsOf(marksOf(columns(20, 0).page(), Topic::gutter));
+    const Texts few = textsOf(marksOf(columns(6, 0).page(), Topic::gutter));
+
+    EXPECT_TRUE(oneBeginsWith(own, "a gutter of the page: the sides have rows of their own: lines 10, with common "
+                                   "baselines 0, kMostAligned 0.5"));
+    EXPECT_TRUE(oneBeginsWith(common, "not: a gutter of the page: several lines in succession have common baselines: "
+                                      "kRowsOfTable 3"));
+    EXPECT_TRUE(oneBeginsWith(few, "not: a gutter of the page: few lines are on one side: lines 3, "
+                                   "kLeastIndependent 8"));
+    EXPECT_EQ(marksOf(columns(20, 5).page(), Topic::region).size(), 2U);
+}
+
+TEST(Evidence, saysWhatIsATableAndWhatIsNone) {
+    const PageBuilder table = PageBuilder()
+                                  .lines(100, 700, {U"one", U"two", U"three"})
+                                  .lines(200, 700, {U"1", U"2", U"3"})
+                                  .lines(300, 700, {U"4", U"5", U"6"});
+    const PageBuilder list = PageBuilder().lines(100, 700, {U"a)", U"b)"}).lines(130, 700, {U"first", U"second"});
+    PageBuilder frame;
+    frame.text(110, 695, U"a frame").text(110, 655, U"is").rule(100, 640, 100, 720).rule(200, 640, 200, 720);
+    frame.rule(300, 640, 300, 720).rule(100, 640, 300, 640).rule(100, 680, 300, 680).rule(100, 720, 300, 720);
+
+    EXPECT_EQ(
+        textsOf(marksOf(table.page(), Topic::table)),
+        (Texts{"a table of aligned columns: needs three rows, rulings, or numbers in a third of the cells: columns "
+               "3, of sentences 0, rows 3, cells 9, numbers 6, ruled 0"}));
+    EXPECT_EQ(marksOf(table.page(), Topic::cell).size(), 9U);
+    EXPECT_TRUE(oneBeginsWith(textsOf(marksOf(list.page(), Topic::table)), "not: a table but a list: labels 2, of 2"));
+    EXPECT_TRUE(oneBeginsWith(textsOf(marksOf(frame.page(), Topic::table)),
+                              "not: a ruled table: too few rows and columns have several cells: rows 0, columns 1"));
+    EXPECT_EQ(marksOf(frame.page(), Topic::ruling).size(), 6U);
+}
+
+TEST(Evidence, saysWhichInvisibleTextIsDropped) {
+    const PageBuilder builder =
+        PageBuilder().text(100, 700, U"seen").flags(kInvisible).text(100, 700, U"seen").text(100, 500, U"only here");
+    Evidence evidence;
+
+    static_cast<void>(repeatedHiddenRuns(builder.page(), &evidence));
+
+    EXPECT_EQ(textsOf(evidence.marks()),
+              (Texts{"dropped: invisible text that repeats what is seen: letters 4, seen 4, kRepeatedShare 0.6",
+                     "not: dropped: invisible text that repeats what is seen: letters 8, seen 0, kRepeatedShare 0.6"}));
 }
 
 TEST(Evidence, doesNotChangeTheText) {
