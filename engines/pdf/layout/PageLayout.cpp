@@ -4,6 +4,7 @@
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
+#include "engines/pdf/layout/MonospacedFonts.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
 #include "engines/pdf/layout/Row.h"
@@ -23,9 +24,10 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// Lays the text of one writing direction out.
 class OrientationLayout {
 public:
-    OrientationLayout(const Page& page, Orientation& orientation)
+    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced)
         : page_(page)
         , orientation_(orientation)
+        , monospaced_(monospaced)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(PageLayout& layout) && {
@@ -35,7 +37,8 @@ public:
         tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
         writeParts();
         makeRows();
-        markParagraphs(rows_);
+        describeRows();
+        markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left);
         const auto orientation = static_cast<std::uint16_t>(layout.orientations.size());
         layout.orientations.push_back({orientation_.frame, orientation_.isVertical, isFromTheRight_});
         layout.rows.reserve(layout.rows.size() + rows_.size());
@@ -58,6 +61,10 @@ public:
             written.isTableRow = row.isTableRow;
             written.continuesTable = row.continuesTable;
             written.beginsParagraph = beginsParagraph;
+            written.beginsLine = row.beginsLine;
+            written.isMonospaced = row.isMonospaced;
+            written.room = row.room;
+            written.indent = row.indent;
         }
     }
 
@@ -199,6 +206,27 @@ private:
         rows_.push_back(rowOf(line, index));
     }
 
+    /// Says of each row what it begins and ends with, and in which font it is.
+    void describeRows() {
+        for (Row& row : rows_) {
+            bool isFirst = true;
+            row.isMonospaced = true;
+            for (const Cell& cell : row.cells) {
+                for (const std::uint32_t index : cell) {
+                    if (isFirst) row.begin = texts_[index];
+                    row.end = texts_[index];
+                    for (const std::uint32_t span : found_.spansOf(found_.lines[index])) {
+                        const std::uint32_t font = page_.runs[orientation_.spans[span].run].font;
+                        if (isFirst) row.font = font;
+                        isFirst = false;
+                        if (font != row.font) row.isOneFont = false;
+                        if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
+                    }
+                }
+            }
+        }
+    }
+
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
@@ -217,6 +245,7 @@ private:
 
     const Page& page_;
     Orientation& orientation_;
+    const MonospacedFonts& monospaced_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
@@ -233,8 +262,9 @@ private:
 void layOut(const Page& page, PageLayout& layout) {
     layout.clear();
     std::vector<Orientation> orientations = orientationsOf(page);
+    const MonospacedFonts monospaced(page);
     for (Orientation& orientation : orientations)
-        OrientationLayout(page, orientation).append(layout);
+        OrientationLayout(page, orientation, monospaced).append(layout);
 }
 
 } // namespace quillow::pdf

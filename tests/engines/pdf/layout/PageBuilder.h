@@ -25,6 +25,10 @@ public:
         direction_ = direction;
         return *this;
     }
+    PageBuilder& font(std::uint32_t font) {
+        font_ = font;
+        return *this;
+    }
     PageBuilder& flags(std::uint8_t flags) {
         flags_ = flags;
         return *this;
@@ -41,6 +45,7 @@ public:
         run.ascent = 0.75F * size_;
         run.descent = 0.25F * size_;
         run.flags = flags_;
+        run.font = font_;
         float offset = 0;
         for (const char32_t c : text) {
             page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
@@ -93,6 +98,7 @@ private:
     float letter_ = kLetter;
     Point direction_{1, 0};
     std::uint8_t flags_ = 0;
+    std::uint32_t font_ = 0;
 };
 
 } // namespace quillow::pdf
