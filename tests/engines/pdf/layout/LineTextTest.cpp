@@ -182,6 +182,31 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
 }
 
+TEST(PdfLineText, shortLinesBetweenLettersAreUnderscores) {
+    const auto words = [] {
+        PageBuilder builder; // ends at 20 and begins at 23.6: an underscore of TeX and the space around it
+        return builder.text(10, 700, U"an").text(23.6F, 700, U"object");
+    };
+    const struct {
+        const char* what;
+        PageBuilder page;
+        const char* text;
+    } cases[] = {
+        {"at the baseline", words().rule(20.3F, 700.2F, 23.3F, 700.2F), "an_object\n"},
+        {"below it, as a rectangle", words().rule(20.3F, 698.8F, 23.3F, 699.2F), "an_object\n"},
+        {"two", PageBuilder(words()).text(57.2F, 700, U"it").rule(53.7F, 700, 56.8F, 700), "an object_it\n"},
+        {"a dash at half height", words().rule(20.3F, 703, 23.3F, 703), "an object\n"},
+        {"a part of a longer line", words().rule(10, 699, 20.2F, 699).rule(20.3F, 699, 23.3F, 699), "an object\n"},
+        {"not in the gap", words().rule(22, 699, 25, 699), "an object\n"},
+        {"before a word", PageBuilder().text(10, 700, U"an").text(26, 700, U"x").rule(22.8F, 700, 25.8F, 700),
+         "an _x\n"},
+        {"a place to write on", PageBuilder().text(10, 700, U"no").text(30, 700, U"of").rule(21, 700, 29, 700),
+         "no of\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(c.page), c.text) << c.what;
+}
+
 TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
     PageBuilder builder;
     builder.size(40)
