@@ -1,5 +1,6 @@
 #include "engines/pdf/Reader.h"
 
+#include "engines/pdf/OutcomeRows.h"
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/layout/PageLayout.h"
@@ -15,8 +16,9 @@ namespace {
 /// Reads pages of a document one after another.
 class PageTexts {
 public:
-    explicit PageTexts(Document& document)
-        : fonts_(document)
+    PageTexts(Document& document, Reflow reflow)
+        : reflow_(reflow)
+        , fonts_(document)
         , reader_(document, fonts_) {}
 
     [[nodiscard]] PageOutcome read(const PageNode& node) {
@@ -25,7 +27,10 @@ public:
         outcome.loss.charactersDecoded = page_.text.size();
         outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
         layOut(page_, layout_);
-        outcome.text = utf8Of(layout_.text);
+        if (reflow_ == Reflow::joinLines)
+            describeRows(layout_, outcome);
+        else
+            outcome.text = utf8Of(layout_.text);
         return outcome;
     }
 
@@ -38,6 +43,7 @@ private:
         return std::string(sink.view());
     }
 
+    Reflow reflow_;
     FontCache fonts_;
     PageReader reader_;
     Page page_;
@@ -65,8 +71,8 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     }
     Document& document = *opened.value();
     const PageList list = pageListOf(document);
-    PageJoiner joiner(options.pageMarks);
-    PageTexts texts(document);
+    PageJoiner joiner(options.pageMarks, options.reflow);
+    PageTexts texts(document, options.reflow);
     for (const PageNode& page : list.pages)
         if (!joiner.add(texts.read(page))) break;
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");

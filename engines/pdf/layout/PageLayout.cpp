@@ -63,6 +63,7 @@ public:
             written.beginsParagraph = beginsParagraph;
             written.beginsLine = row.beginsLine;
             written.isMonospaced = row.isMonospaced;
+            written.endsInSoftHyphen = row.endsInSoftHyphen;
             written.room = row.room;
             written.indent = row.indent;
         }
@@ -220,11 +221,19 @@ private:
                         if (isFirst) row.font = font;
                         isFirst = false;
                         if (font != row.font) row.isOneFont = false;
+                        row.endsInSoftHyphen = endsInSoftHyphen(orientation_.spans[span]);
                         if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
                     }
                 }
             }
         }
+    }
+
+    [[nodiscard]] bool endsInSoftHyphen(const Span& span) const {
+        constexpr char32_t kSoftHyphen = 0x00AD;
+        const std::size_t next = std::size_t{span.firstGlyph} + span.glyphCount;
+        const std::size_t end = next < page_.glyphs.size() ? page_.glyphs[next].text : page_.text.size();
+        return end > 0 && end <= page_.text.size() && page_.text[end - 1] == kSoftHyphen;
     }
 
     void appendRow(const Row& row, std::u32string& out) const {

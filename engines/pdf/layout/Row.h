@@ -29,6 +29,7 @@ struct Row {
     std::uint32_t font = 0;    ///< with which it begins
     bool isOneFont = true;
     bool isMonospaced = false;
+    bool endsInSoftHyphen = false;
 
     float room = 0;               ///< how far it ends before the margin of its column, in points
     float indent = 0;             ///< how far it begins behind the margin of its column, in points
