@@ -12,9 +12,10 @@ namespace quillow::pdf {
 /// Keeps fonts and memory from page to page. Not safe for use from several threads.
 class PageTexts {
 public:
-    /// The document must outlive the object.
-    explicit PageTexts(Document& document)
+    /// The document must outlive the object. With Reflow::joinLines, pages get their rows.
+    PageTexts(Document& document, Reflow reflow)
         : document_(document)
+        , reflow_(reflow)
         , fonts_(document)
         , reader_(document, fonts_)
         , tableCells_(document) {}
@@ -26,6 +27,7 @@ public:
 
 private:
     Document& document_;
+    Reflow reflow_;
     FontCache fonts_;
     PageReader reader_;
     TableCells tableCells_;

@@ -25,9 +25,9 @@ std::string missingPages(const PageList& list) {
 /// Reads pages of a copy of a document.
 class CopiedPages final : public PageSource {
 public:
-    CopiedPages(const Document& document, std::span<const PageNode> pages)
+    CopiedPages(const Document& document, std::span<const PageNode> pages, Reflow reflow)
         : document_(document.forThread())
-        , texts_(*document_)
+        , texts_(*document_, reflow)
         , pages_(pages) {}
 
     [[nodiscard]] PageOutcome read(std::size_t page) override { return texts_.read(pages_[page]); }
@@ -41,9 +41,10 @@ private:
 
 /// False if the pages must be read by one thread; what the joiner has is of no use then. The document itself is left as
 /// it is.
-bool readByThreads(const Document& document, std::span<const PageNode> pages, unsigned threads, PageJoiner& joiner) {
+bool readByThreads(const Document& document, std::span<const PageNode> pages, const Options& options, unsigned threads,
+                   PageJoiner& joiner) {
     PageThreads reading(
-        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages); },
+        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options.reflow); },
         [&joiner](const PageOutcome& page) { return joiner.add(page); });
     return reading.read(threads, document.usedShare());
 }
@@ -59,11 +60,11 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     }
     Document& document = *opened.value();
     const PageList list = pageListOf(document);
-    PageJoiner joiner(options.pageMarks);
+    PageJoiner joiner(options.pageMarks, options.reflow);
     if (const unsigned threads = threadsFor(list.pages.size(), options.threads);
-        threads < 2 || !readByThreads(document, list.pages, threads, joiner)) {
-        joiner = PageJoiner(options.pageMarks);
-        PageTexts texts(document);
+        threads < 2 || !readByThreads(document, list.pages, options, threads, joiner)) {
+        joiner = PageJoiner(options.pageMarks, options.reflow);
+        PageTexts texts(document, options.reflow);
         for (const PageNode& page : list.pages)
             if (!joiner.add(texts.read(page))) break;
     }

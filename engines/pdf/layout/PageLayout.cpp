@@ -5,6 +5,7 @@
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
 #include "engines/pdf/layout/MarginNotes.h"
+#include "engines/pdf/layout/MonospacedFonts.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
 #include "engines/pdf/layout/RepeatedColumns.h"
@@ -27,9 +28,10 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// Lays the text of one writing direction out.
 class OrientationLayout {
 public:
-    OrientationLayout(const Page& page, Orientation& orientation, Evidence* evidence)
+    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
+        , monospaced_(monospaced)
         , evidence_(evidence)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
@@ -41,7 +43,8 @@ public:
         tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_, evidence_);
         writeParts();
         makeRows();
-        markParagraphs(rows_);
+        describeRows();
+        markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left);
         if (evidence_ != nullptr) showTables(*evidence_);
         const auto orientation = static_cast<std::uint16_t>(layout.orientations.size());
         layout.orientations.push_back({orientation_.frame, orientation_.isVertical, isFromTheRight_});
@@ -65,6 +68,11 @@ public:
             written.isTableRow = row.isTableRow;
             written.continuesTable = row.continuesTable;
             written.beginsParagraph = beginsParagraph;
+            written.beginsLine = row.beginsLine;
+            written.isMonospaced = row.isMonospaced;
+            written.endsInSoftHyphen = row.endsInSoftHyphen;
+            written.room = row.room;
+            written.indent = row.indent;
         }
     }
 
@@ -228,6 +236,35 @@ private:
         rows_.push_back(rowOf(line, index));
     }
 
+    /// Says of each row what it begins and ends with, and in which font it is.
+    void describeRows() {
+        for (Row& row : rows_) {
+            bool isFirst = true;
+            row.isMonospaced = true;
+            for (const Cell& cell : row.cells) {
+                for (const std::uint32_t index : cell) {
+                    if (isFirst) row.begin = texts_[index];
+                    row.end = texts_[index];
+                    for (const std::uint32_t span : found_.spansOf(found_.lines[index])) {
+                        const std::uint32_t font = page_.runs[orientation_.spans[span].run].font;
+                        if (isFirst) row.font = font;
+                        isFirst = false;
+                        if (font != row.font) row.isOneFont = false;
+                        row.endsInSoftHyphen = endsInSoftHyphen(orientation_.spans[span]);
+                        if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
+                    }
+                }
+            }
+        }
+    }
+
+    [[nodiscard]] bool endsInSoftHyphen(const Span& span) const {
+        constexpr char32_t kSoftHyphen = 0x00AD;
+        const std::size_t next = std::size_t{span.firstGlyph} + span.glyphCount;
+        const std::size_t end = next < page_.glyphs.size() ? page_.glyphs[next].text : page_.text.size();
+        return end > 0 && end <= page_.text.size() && page_.text[end - 1] == kSoftHyphen;
+    }
+
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
@@ -266,6 +303,7 @@ private:
 
     const Page& page_;
     Orientation& orientation_;
+    const MonospacedFonts& monospaced_;
     Evidence* evidence_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
@@ -283,8 +321,9 @@ private:
 void layOut(const Page& page, PageLayout& layout, Evidence* evidence) {
     layout.clear();
     std::vector<Orientation> orientations = orientationsOf(page);
+    const MonospacedFonts monospaced(page);
     for (Orientation& orientation : orientations)
-        OrientationLayout(page, orientation, evidence).append(layout);
+        OrientationLayout(page, orientation, monospaced, evidence).append(layout);
 }
 
 } // namespace quillow::pdf

@@ -155,13 +155,13 @@ TEST(PdfLineText, percentSignsGoWithTheirNumber) {
 TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
     const auto page = [] {
         PageBuilder builder;
-        builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+        builder.text(90, 724, U"תירבעב בר טסקט").text(105, 712, U"תירבעב דוע");
         return builder;
     };
-    EXPECT_EQ(textOf(page().text(10, 700, U"Extended Introduction :אובמ")),
+    EXPECT_EQ(textOf(page().text(25, 700, U"Extended Introduction :אובמ")),
               "טקסט רב בעברית\nעוד בעברית\nמבוא: Extended Introduction\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U"Lines of Latin stay.")),
+    EXPECT_EQ(textOf(page().text(95, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
+    EXPECT_EQ(textOf(page().text(60, 700, U"Lines of Latin stay.")),
               "טקסט רב בעברית\nעוד בעברית\nLines of Latin stay.\n");
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"The word for introduction is אובמ")),
               "The word for introduction is מבוא\n");

@@ -25,6 +25,10 @@ public:
         direction_ = direction;
         return *this;
     }
+    PageBuilder& font(std::uint32_t font) {
+        font_ = font;
+        return *this;
+    }
     PageBuilder& flags(std::uint8_t flags) {
         flags_ = flags;
         return *this;
@@ -54,6 +58,7 @@ public:
         run.descent = 0.25F * size_;
         run.flags = flags_;
         run.markedContent = mark_;
+        run.font = font_;
         float offset = 0;
         for (const char32_t c : text) {
             page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
@@ -107,6 +112,7 @@ private:
     Point direction_{1, 0};
     std::uint8_t flags_ = 0;
     std::int32_t mark_ = Run::kNoMark;
+    std::uint32_t font_ = 0;
 };
 
 } // namespace quillow::pdf
