@@ -26,10 +26,10 @@ struct Cluster {
 /// mostly text from the right.
 [[nodiscard]] bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRight);
 
-/// Finds from where the page shows blanks what UAX #9 cannot tell of text in visual order: closing punctuation follows
-/// its word without a blank. What belongs to text from the left in a line from the right gets its direction: `f():`
-/// stays whole, and so does `\name`. Punctuation that is written in the direction of the line parts the words that it
-/// is between: `c ,b ,a` is a list from the right of three words from the left.
+/// Uses blanks to find what UAX #9 cannot tell of text in visual order: closing punctuation follows its word without a
+/// blank. Signs of text from the left get its direction in a line from the right: `f():` and `\name` stay whole.
+/// Punctuation that is written in the direction of the line parts the words on its sides: `c ,b ,a` is a list from the
+/// right of three words from the left.
 void settlePunctuation(std::span<Cluster> clusters, bool fromTheRight);
 
 /// Whether so much of a page's text is from the right that the page is read from the right.
