@@ -2,7 +2,7 @@
 
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/content/PageReader.h"
-#include "engines/pdf/layout/PageText.h"
+#include "engines/pdf/layout/PageLayout.h"
 #include "text/TextSink.h"
 
 #include <string>
@@ -24,9 +24,8 @@ public:
         outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
         outcome.loss.charactersDecoded = page_.text.size();
         outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
-        layout_.clear();
-        appendPageText(page_, layout_);
-        outcome.text = utf8Of(layout_);
+        layOut(page_, layout_);
+        outcome.text = utf8Of(layout_.text);
         return outcome;
     }
 
@@ -42,7 +41,7 @@ private:
     FontCache fonts_;
     PageReader reader_;
     Page page_;
-    std::u32string layout_;
+    PageLayout layout_;
 };
 
 Failure withPassword(const Failure& failure, const Options& options) {
