@@ -1,5 +1,5 @@
-// What isolation costs: a small document read in a worker against the same document read in this process, and the start of
-// a worker. Both are measured in turns within one run, so the load of the machine hits both alike.
+// What isolation costs: a small document read in a worker against the same document read in this process, and the start
+// of a worker. Both are measured in turns within one run, so the load of the machine hits both alike.
 #include "engines/Extract.h"
 #include "worker/Pool.h"
 #include "worker/Program.h"

@@ -1,5 +1,5 @@
-// What a worker may send that a document has taken over: the parent takes nothing that breaks the engines' contract. The
-// first byte picks the page marks and the size of the body, the rest is the body and the text.
+// What a worker may send that a document has taken over: the parent takes nothing that breaks the engines' contract.
+// The first byte picks the page marks and the size of the body, the rest is the body and the text.
 #include "text/Utf8.h"
 #include "worker/Wire.h"
 

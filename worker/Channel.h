@@ -1,5 +1,5 @@
-// The parent's end of the connection to a worker. Nothing that the worker does or leaves undone makes a call wait past its
-// deadline.
+// The parent's end of the connection to a worker. Nothing that the worker does or leaves undone makes a call wait past
+// its deadline.
 #pragma once
 
 #include "posix/FileDescriptor.h"

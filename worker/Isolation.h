@@ -1,4 +1,5 @@
-// What protects the system from a worker on this machine. Kernels and containers differ, so this is known at run time only.
+// What protects the system from a worker on this machine. Kernels and containers differ, so this is known at run time
+// only.
 #pragma once
 
 #include <cstdint>

@@ -10,6 +10,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace quillow::worker {
 
 namespace {
@@ -30,8 +32,12 @@ void closeAllButChannel() {
         ::close(static_cast<int>(number));
 }
 
+/// A limit that the user has set lower stays.
 bool limit(__rlimit_resource resource, rlim_t soft, rlim_t hard) {
-    const rlimit values{soft, hard};
+    rlimit values{};
+    if (::getrlimit(resource, &values) != 0) return false;
+    values.rlim_max = std::min(values.rlim_max, hard);
+    values.rlim_cur = std::min({values.rlim_cur, values.rlim_max, soft});
     return ::setrlimit(resource, &values) == 0;
 }
 

@@ -1,5 +1,5 @@
-// Reads documents in workers: processes that are locked in, so that a document can harm nothing but itself. The door for
-// programs.
+// Reads documents in workers: processes that are locked in, so that a document can harm nothing but itself. The door
+// for programs.
 #pragma once
 
 #include "worker/Lock.h"
