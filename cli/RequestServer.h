@@ -15,8 +15,8 @@ namespace quillow::cli {
 inline constexpr std::size_t kMaximumRequestOptions = std::size_t{64} << 10;
 
 /// Answers one request after another, in order, until the input ends between two requests. The options of a request are
-/// added to those of the arguments. Returns the mistake after which nothing further can be understood, or why the output
-/// takes no more; std::nullopt at the regular end.
+/// added to those of the arguments. Returns the mistake after which nothing further can be understood, or why the
+/// output takes no more; std::nullopt at the regular end.
 [[nodiscard]] std::optional<std::string> serveRequests(int input, int output, const Arguments& arguments,
                                                        DocumentReader& reader);
 

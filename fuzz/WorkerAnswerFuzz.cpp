@@ -12,6 +12,9 @@ namespace {
 
 using namespace quillow;
 
+/// Seeds begin with it.
+constexpr worker::Token kToken = 0;
+
 void require(bool holds, const char* what) {
     if (holds) return;
     std::fprintf(stderr, "broken: %s\n", what);
@@ -35,7 +38,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(worker::decodeGreeting(rest));
     static_cast<void>(worker::decodeRequest(rest));
 
-    const auto extraction = worker::decodeAnswer(rest.substr(0, bodySize), std::string(rest.substr(bodySize)), options);
+    const auto extraction =
+        worker::decodeAnswer(rest.substr(0, bodySize), std::string(rest.substr(bodySize)), kToken, options);
     if (!extraction) return 0;
     require(text::isValidUtf8(extraction->detail), "the detail is UTF-8");
     require(reasonName(extraction->reason) != "", "the reason has a name");
@@ -51,7 +55,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(isAllowed(decoded.codePoint, options.pageMarks), "the text holds no control characters");
         text.remove_prefix(decoded.length);
     }
-    require(worker::decodeAnswer(worker::encodeAnswer(*extraction), *extraction->text, options).has_value(),
-            "what was taken can be sent again");
+    require(
+        worker::decodeAnswer(worker::encodeAnswer(kToken, *extraction), *extraction->text, kToken, options).has_value(),
+        "what was taken can be sent again");
     return 0;
 }

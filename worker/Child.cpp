@@ -173,7 +173,9 @@ public:
         if (!request) return false;
         bool hasEnded = false;
         const Extraction extraction = answer(*request, static_cast<std::size_t>(sizes.bytes), hasEnded);
-        return channel_.send(encodeAnswer(extraction), extraction.text ? *extraction.text : std::string()) && !hasEnded;
+        return channel_.send(encodeAnswer(request->token, extraction),
+                             extraction.text ? *extraction.text : std::string()) &&
+               !hasEnded;
     }
 
 private:

@@ -31,11 +31,11 @@ void Pool::prepare() {
     starting_.push_back(std::move(started));
 }
 
-Pool::NewWorker Pool::take() {
+Pool::NewWorker Pool::take(Take which) {
     std::future<Spawner::Started> future;
     {
         const std::lock_guard lock(mutex_);
-        while (!idle_.empty()) {
+        while (which == Take::any && !idle_.empty()) {
             std::unique_ptr<Worker> worker = std::move(idle_.back());
             idle_.pop_back();
             if (worker->isReady()) return worker;
@@ -57,9 +57,9 @@ void Pool::giveBack(std::unique_ptr<Worker> worker) {
 }
 
 Extraction Pool::read(const Document& document, DocumentKind kind, const Options& options) {
-    // A worker that something outside has ended before it began does not count against the document, once.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        NewWorker taken = take();
+    // A worker that was killed while idle, or that an earlier document spoiled, does not count against the document.
+    for (const Take which : {Take::any, Take::unused}) {
+        NewWorker taken = take(which);
         if (const auto* const why = std::get_if<std::string>(&taken)) return notStarted(*why);
         auto& worker = std::get<std::unique_ptr<Worker>>(taken);
         Worker::Outcome outcome = worker->read(document, kind, options, limits_);
@@ -71,7 +71,7 @@ Extraction Pool::read(const Document& document, DocumentKind kind, const Options
 }
 
 std::variant<Isolation, std::string> Pool::isolation() {
-    NewWorker taken = take();
+    NewWorker taken = take(Take::any);
     if (auto* const why = std::get_if<std::string>(&taken)) return std::move(*why);
     auto& worker = std::get<std::unique_ptr<Worker>>(taken);
     const auto isolation = worker->isolation(Deadline(kPatienceForGreeting));

@@ -34,7 +34,8 @@ public:
 
 private:
     using NewWorker = std::variant<std::unique_ptr<Worker>, std::string>;
-    [[nodiscard]] NewWorker take();
+    enum class Take { any, unused };
+    [[nodiscard]] NewWorker take(Take which);
     void giveBack(std::unique_ptr<Worker> worker);
 
     const Limits limits_;

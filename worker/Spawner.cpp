@@ -8,13 +8,7 @@ namespace quillow::worker {
 
 Spawner::Spawner(WorkerProgram program, std::vector<std::string> words)
     : program_(std::move(program))
-    , words_(std::move(words)) {
-    try {
-        thread_ = std::thread([this] { work(); });
-    } catch (const std::system_error&) {
-        // start() copes without the thread.
-    }
-}
+    , words_(std::move(words)) {}
 
 Spawner::~Spawner() {
     {
@@ -28,16 +22,25 @@ Spawner::~Spawner() {
 std::future<Spawner::Started> Spawner::start() {
     std::promise<Started> promise;
     std::future<Started> future = promise.get_future();
-    if (!thread_.joinable()) {
-        promise.set_value(startProcess(program_, words_));
-        return future;
-    }
     {
         const std::lock_guard lock(mutex_);
-        waiting_.push_back(std::move(promise));
+        if (hasThread()) {
+            waiting_.push_back(std::move(promise));
+            changed_.notify_one();
+            return future;
+        }
     }
-    changed_.notify_one();
+    promise.set_value(startProcess(program_, words_));
     return future;
+}
+
+bool Spawner::hasThread() {
+    try {
+        if (!thread_.joinable()) thread_ = std::thread([this] { work(); });
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
 }
 
 void Spawner::work() {

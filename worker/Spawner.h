@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::future<Started> start();
 
 private:
+    /// Makes the thread if there is none yet. Call it under the lock.
+    [[nodiscard]] bool hasThread();
     void work();
 
     const WorkerProgram program_;

@@ -177,6 +177,7 @@ std::optional<std::string> encodeRequest(const Request& request) {
     const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] = request.options;
     if (password.size() > kMaximumBody / 2) return std::nullopt;
     Writer writer;
+    writer.number(request.token);
     writer.choice(request.kind);
     writer.choice(request.delivery);
     writer.number(request.maximumText);
@@ -194,6 +195,7 @@ std::optional<std::string> encodeRequest(const Request& request) {
 std::optional<Request> decodeRequest(std::string_view body) {
     Reader reader(body);
     Request request;
+    request.token = reader.number();
     request.kind = reader.choice(DocumentKind::pdf);
     request.delivery = reader.choice(Delivery::descriptor);
     request.maximumText = reader.number();
@@ -209,10 +211,11 @@ std::optional<Request> decodeRequest(std::string_view body) {
     return reader.isWhole() ? std::optional(std::move(request)) : std::nullopt;
 }
 
-std::string encodeAnswer(const Extraction& extraction) {
+std::string encodeAnswer(Token token, const Extraction& extraction) {
     const auto& [reason, text, detail, loss, pages] = extraction;
     const auto& [decoded, withoutUnicode, withoutText, skipped] = loss;
     Writer writer;
+    writer.number(token);
     writer.choice(reason);
     writer.choice(text.has_value());
     writer.text(text::isValidUtf8(detail)
@@ -224,8 +227,9 @@ std::string encodeAnswer(const Extraction& extraction) {
     return std::move(writer).done();
 }
 
-std::optional<Extraction> decodeAnswer(std::string_view body, std::string text, const Options& options) {
+std::optional<Extraction> decodeAnswer(std::string_view body, std::string text, Token token, const Options& options) {
     Reader reader(body);
+    if (reader.number() != token) return std::nullopt;
     Extraction extraction;
     extraction.reason = reader.choice(Reason::skipped);
     const bool hasText = reader.flag();

@@ -46,7 +46,11 @@ inline constexpr std::size_t kMaximumDetail = 1000;
 /// How the document reaches the worker: its bytes follow the body, or a descriptor comes with the first byte.
 enum class Delivery { bytes, descriptor };
 
+/// A number that a worker cannot guess before it has the document: an answer that it prepared earlier does not have it.
+using Token = std::uint64_t;
+
 struct Request {
+    Token token = 0;
     DocumentKind kind = DocumentKind::rtf;
     Delivery delivery = Delivery::bytes;
     std::uint64_t maximumText = 0;
@@ -60,10 +64,12 @@ struct Request {
 // The outcome of a document. The text follows the body.
 
 /// Everything but the text. A detail that is too long is cut.
-[[nodiscard]] std::string encodeAnswer(const Extraction& extraction);
+[[nodiscard]] std::string encodeAnswer(Token token, const Extraction& extraction);
 
 /// The extraction of an answer; `text` has the bytes after the body. std::nullopt if the answer breaks the contract
-/// that `Extraction` states: a field that no engine gives, a text that is not in the text's form.
-[[nodiscard]] std::optional<Extraction> decodeAnswer(std::string_view body, std::string text, const Options& options);
+/// that `Extraction` states: a field that no engine gives, a text that is not in the text's form. So does an answer to
+/// another request.
+[[nodiscard]] std::optional<Extraction> decodeAnswer(std::string_view body, std::string text, Token token,
+                                                     const Options& options);
 
 } // namespace quillow::worker

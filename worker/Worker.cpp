@@ -3,6 +3,7 @@
 #include "worker/Wire.h"
 
 #include <signal.h>
+#include <sys/random.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -25,8 +26,11 @@ Outcome ended(Reason reason, std::string detail) {
     return {Fate::ended, failed(reason, std::move(detail))};
 }
 
-Outcome invalidAnswer() {
-    return ended(Reason::crashed, "its reader gave an answer that is not valid");
+Token newToken() {
+    Token token = 0;
+    // The system has random numbers from its first second on; only then would the call wait or fail.
+    static_cast<void>(::getrandom(&token, sizeof token, 0));
+    return token;
 }
 
 Outcome late(const Limits& limits) {
@@ -83,7 +87,7 @@ std::optional<Isolation> Worker::isolation(const Deadline& deadline) {
 
 Outcome Worker::read(const Document& document, DocumentKind kind, const Options& options, const Limits& limits) {
     const bool hasFile = document.descriptor >= 0;
-    Request request{kind, hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, options};
+    const Request request{newToken(), kind, hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, options};
     const auto body = encodeRequest(request);
     if (!body) return {Fate::usable, failed(Reason::unreadable, "its options are too long")};
 
@@ -93,19 +97,29 @@ Outcome Worker::read(const Document& document, DocumentKind kind, const Options&
     const std::string_view bytes(reinterpret_cast<const char*>(document.bytes.data()),
                                  hasFile ? 0 : document.bytes.size());
     const std::string_view parts[] = {{sizes.data(), sizes.size()}, *body, bytes};
-    if (channel_.send(parts, document.descriptor, deadline) == Channel::Result::late) return late(limits);
+    const auto sent = channel_.send(parts, document.descriptor, deadline);
+    if (sent == Channel::Result::late) return late(limits);
     // If the worker has closed its end, it may still have said why.
     if (const auto greeted = receiveGreeting(deadline); greeted == Channel::Result::late)
         return late(limits);
     else if (greeted != Channel::Result::done)
         return {Fate::unbegun, {}};
-    Outcome outcome = receiveAnswer(options, limits, deadline, hasFile);
+    Outcome outcome = receiveAnswer(request, limits, deadline);
+    // The engine begins with the whole document, so it has not begun.
+    if (sent != Channel::Result::done && outcome.extraction.reason == Reason::crashed) return {Fate::unbegun, {}};
     ++documents_;
     used_ += std::chrono::steady_clock::now() - start;
     return outcome;
 }
 
-Outcome Worker::receiveAnswer(const Options& options, const Limits& limits, const Deadline& deadline, bool hasFile) {
+Outcome Worker::invalidAnswer() const {
+    // What an earlier document left in the worker is not held against this one.
+    if (documents_ > 0) return {Fate::unbegun, {}};
+    return ended(Reason::crashed, "its reader gave an answer that is not valid");
+}
+
+Outcome Worker::receiveAnswer(const Request& request, const Limits& limits, const Deadline& deadline) {
+    const bool hasFile = request.delivery == Delivery::descriptor;
     EncodedSizes encoded{};
     if (const auto result = channel_.receive(std::span<char>(encoded), deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
@@ -117,7 +131,7 @@ Outcome Worker::receiveAnswer(const Options& options, const Limits& limits, cons
     std::string text;
     if (const auto result = channel_.receive(text, sizes.bytes, deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
-    auto extraction = decodeAnswer(body, std::move(text), options);
+    auto extraction = decodeAnswer(body, std::move(text), request.token, request.options);
     if (!extraction) return invalidAnswer();
     const bool isUsable = extraction->reason != Reason::outOfMemory;
     return {isUsable ? Fate::usable : Fate::ended, std::move(*extraction)};

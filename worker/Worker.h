@@ -13,6 +13,8 @@
 
 namespace quillow::worker {
 
+struct Request;
+
 /// A document on its way to a worker.
 struct Document {
     std::span<const std::byte> bytes = {}; ///< in memory
@@ -29,7 +31,7 @@ public:
     enum class Fate {
         usable,  ///< the worker takes the next document
         ended,   ///< the outcome holds, but the worker is of no more use
-        unbegun, ///< the worker ended before it had the whole document; another worker may read it
+        unbegun, ///< the worker is of no use, and not by this document's fault: a new worker may read it
     };
     struct Outcome {
         Fate fate;
@@ -50,8 +52,8 @@ public:
 
 private:
     [[nodiscard]] Channel::Result receiveGreeting(const Deadline& deadline);
-    [[nodiscard]] Outcome receiveAnswer(const Options& options, const Limits& limits, const Deadline& deadline,
-                                        bool hasFile);
+    [[nodiscard]] Outcome receiveAnswer(const Request& request, const Limits& limits, const Deadline& deadline);
+    [[nodiscard]] Outcome invalidAnswer() const;
     [[nodiscard]] Outcome brokenOff(Channel::Result result, const Limits& limits, bool hasFile);
 
     Process process_;

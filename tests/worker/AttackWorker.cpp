@@ -170,13 +170,13 @@ const std::map<std::string_view, Attack>& attacks() {
                  if (turns % (1U << 28) == 0) say("x");
              }
          }},
-        {"two-answers",
-         [](auto) {
-             // A whole answer, and then the real one: the second would be taken for the next document's.
+        {"forged",
+         [](auto) -> Extraction {
+             // An answer that is right in all but the token, which the engine does not know.
              const Extraction extraction = text("forged");
-             const std::string body = worker::encodeAnswer(extraction);
+             const std::string body = worker::encodeAnswer(0, extraction);
              say(sizes(body.size(), extraction.text->size()) + body + *extraction.text);
-             return text("real");
+             spin();
          }},
         {"no-text-form", [](auto) { return text("a bell \a"); }},
         {"not-utf-8", [](auto) { return text("\xC3("); }},

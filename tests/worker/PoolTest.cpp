@@ -111,12 +111,6 @@ TEST(Pool, aDocumentThatKillsItsWorkerIsNotTriedAgain) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(5900));
 }
 
-TEST(Pool, aWorkerThatSaysMoreThanItsAnswerIsNotUsedAgain) {
-    Pool pool({kAttackWorker}, tightLimits());
-    EXPECT_EQ(read(pool, "attack:two-answers"), "forged\n");
-    EXPECT_EQ(read(pool, kDocument), "text\n");
-}
-
 TEST(Pool, aMissingProgramMakesDocumentsUnreadable) {
     Pool pool({"/nonexistent/quillow-worker"});
     EXPECT_EQ(read(pool, kDocument), "unreadable: no process can be started to read it: No such file or directory");

@@ -15,12 +15,15 @@ Extraction withText(std::string text) {
     return extraction;
 }
 
+constexpr Token kToken = 0x0123456789ABCDEF;
+
 std::optional<Extraction> sent(const Extraction& extraction, const Options& options = {}) {
-    return decodeAnswer(encodeAnswer(extraction), extraction.text.value_or(""), options);
+    return decodeAnswer(encodeAnswer(kToken, extraction), extraction.text.value_or(""), kToken, options);
 }
 
 TEST(Wire, aRequestKeepsEveryOption) {
     Request request;
+    request.token = kToken;
     request.kind = DocumentKind::pdf;
     request.delivery = Delivery::descriptor;
     request.maximumText = 12345;
@@ -28,6 +31,7 @@ TEST(Wire, aRequestKeepsEveryOption) {
                        HiddenText::on,      HeadersFooters::on,  Reflow::joinLines, "pass\0word"};
     const auto read = decodeRequest(encodeRequest(request).value());
     ASSERT_TRUE(read);
+    EXPECT_EQ(read->token, kToken);
     EXPECT_EQ(read->kind, request.kind);
     EXPECT_EQ(read->delivery, request.delivery);
     EXPECT_EQ(read->maximumText, 12345U);
@@ -92,7 +96,7 @@ TEST(Wire, aTextAndItsReasonFit) {
     Extraction okWithoutText;
     okWithoutText.reason = Reason::ok;
     EXPECT_FALSE(sent(okWithoutText));
-    EXPECT_FALSE(decodeAnswer(encodeAnswer(failed(Reason::damaged, {})), "text\n", {}));
+    EXPECT_FALSE(decodeAnswer(encodeAnswer(kToken, failed(Reason::damaged, {})), "text\n", kToken, {}));
 }
 
 TEST(Wire, detailsAreOneShortLine) {
@@ -102,11 +106,16 @@ TEST(Wire, detailsAreOneShortLine) {
 }
 
 TEST(Wire, aBodyIsTakenWholeOnly) {
-    const std::string body = encodeAnswer(withText("text\n"));
+    const std::string body = encodeAnswer(kToken, withText("text\n"));
     for (std::size_t size = 0; size < body.size(); ++size)
-        EXPECT_FALSE(decodeAnswer(body.substr(0, size), "text\n", {})) << size;
-    EXPECT_FALSE(decodeAnswer(body + 'x', "text\n", {}));
-    EXPECT_TRUE(decodeAnswer(body, "text\n", {}));
+        EXPECT_FALSE(decodeAnswer(body.substr(0, size), "text\n", kToken, {})) << size;
+    EXPECT_FALSE(decodeAnswer(body + 'x', "text\n", kToken, {}));
+    EXPECT_TRUE(decodeAnswer(body, "text\n", kToken, {}));
+}
+
+TEST(Wire, anAnswerToAnotherRequestIsNotTaken) {
+    const std::string body = encodeAnswer(kToken, withText("text\n"));
+    EXPECT_FALSE(decodeAnswer(body, "text\n", kToken + 1, {}));
 }
 
 TEST(Wire, anotherBuildsGreetingIsNotTaken) {
