@@ -28,11 +28,15 @@ Result notAccepted(std::span<const std::byte> content) {
 /// The extraction; where a password is needed and may be asked for, a second one with it.
 Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, DocumentReader& reader,
                          PasswordPrompt& prompt) {
-    Extraction extraction = reader.read(input.bytes, kind, arguments.options);
+    const auto read = [&](const Options& options) {
+        if (arguments.explainedPage) return reader.explain(input.bytes, kind, *arguments.explainedPage, options);
+        return reader.read(input.bytes, kind, options);
+    };
+    Extraction extraction = read(arguments.options);
     if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments.options;
     options.password = prompt.password();
-    return options.password.empty() ? extraction : reader.read(input.bytes, kind, options);
+    return options.password.empty() ? extraction : read(options);
 }
 
 Result extracted(InputDocument& input, const PlannedDocument& document, const Arguments& arguments,

@@ -1,8 +1,18 @@
 #include "cli/DocumentReader.h"
 
+#include "engines/Explain.h"
 #include "worker/Program.h"
 
 namespace quillow::cli {
+
+namespace {
+
+worker::Document documentOf(const Bytes& bytes) {
+    if (bytes.descriptor() >= 0) return {{}, bytes.descriptor(), bytes.view().size()};
+    return {bytes.view()};
+}
+
+} // namespace
 
 DocumentReader::DocumentReader(const Arguments& arguments)
     : readIn_(arguments.readIn) {
@@ -20,8 +30,12 @@ std::optional<std::string> DocumentReader::obstacle() const {
 
 Extraction DocumentReader::read(Bytes& bytes, DocumentKind kind, const Options& options) {
     if (!pool_) return extract(bytes.view(), kind, options, [&bytes] { bytes.release(); });
-    if (bytes.descriptor() >= 0) return pool_->read({{}, bytes.descriptor(), bytes.view().size()}, kind, options);
-    return pool_->read({bytes.view()}, kind, options);
+    return pool_->read(documentOf(bytes), kind, options);
+}
+
+Extraction DocumentReader::explain(Bytes& bytes, DocumentKind kind, std::size_t page, const Options& options) {
+    if (!pool_) return quillow::explain(bytes.view(), kind, page, options);
+    return pool_->explain(documentOf(bytes), kind, page, options);
 }
 
 std::string isolationLine() {

@@ -22,6 +22,8 @@ public:
     /// The document's text or the reason why there is none. Frees the bytes if they are no longer needed and the
     /// document is not locked. May be called from several threads at once.
     [[nodiscard]] Extraction read(Bytes& bytes, DocumentKind kind, const Options& options);
+    /// The same with a picture of how a page is read in place of the text.
+    [[nodiscard]] Extraction explain(Bytes& bytes, DocumentKind kind, std::size_t page, const Options& options);
 
 private:
     const ReadIn readIn_;

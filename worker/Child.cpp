@@ -191,8 +191,7 @@ private:
                 hasEnded = true;
                 return {};
             }
-            Extraction extraction =
-                engine_(document.view(), request.kind, request.options, [&] { document.release(); });
+            Extraction extraction = ask(request.question, document);
             if (extraction.text && extraction.text->size() > request.maximumText)
                 return failed(Reason::tooLarge,
                               "the text is longer than " + std::to_string(request.maximumText >> 20) + " MiB");
@@ -201,6 +200,13 @@ private:
             hasEnded = true;
             return withoutMemory();
         }
+    }
+
+    [[nodiscard]] Extraction ask(const Question& question, Document& document) {
+        if (question.explainedPage > 0)
+            return engine_.explain(document.view(), question.kind, static_cast<std::size_t>(question.explainedPage),
+                                   question.options);
+        return engine_.extract(document.view(), question.kind, question.options, [&document] { document.release(); });
     }
 
     const Engine& engine_;

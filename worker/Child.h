@@ -1,9 +1,11 @@
 // The worker's side: a process that locks itself in and reads one document after another.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/DocumentKind.h"
+#include "engines/Extraction.h"
 #include "worker/Lock.h"
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,9 +13,13 @@
 
 namespace quillow::worker {
 
-/// Reads one document, as extract() does.
-using Engine = std::function<Extraction(std::span<const std::byte> bytes, DocumentKind kind, const Options& options,
-                                        const BytesDone& bytesDone)>;
+/// What the worker does with a document.
+struct Engine {
+    using Bytes = std::span<const std::byte>;
+    std::function<Extraction(Bytes bytes, DocumentKind kind, const Options& options, const BytesDone& bytesDone)>
+        extract;
+    std::function<Extraction(Bytes bytes, DocumentKind kind, std::size_t page, const Options& options)> explain;
+};
 
 /// The words after the program's name with which a worker is started.
 [[nodiscard]] std::vector<std::string> wordsOf(const LockSettings& settings);

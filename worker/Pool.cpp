@@ -57,12 +57,20 @@ void Pool::giveBack(std::unique_ptr<Worker> worker) {
 }
 
 Extraction Pool::read(const Document& document, DocumentKind kind, const Options& options) {
+    return ask(document, {kind, options});
+}
+
+Extraction Pool::explain(const Document& document, DocumentKind kind, std::size_t page, const Options& options) {
+    return ask(document, {kind, options, page});
+}
+
+Extraction Pool::ask(const Document& document, const Question& question) {
     // A worker that was killed while idle, or that an earlier document spoiled, does not count against the document.
     for (const Take which : {Take::any, Take::unused}) {
         NewWorker taken = take(which);
         if (const auto* const why = std::get_if<std::string>(&taken)) return notStarted(*why);
         auto& worker = std::get<std::unique_ptr<Worker>>(taken);
-        Worker::Outcome outcome = worker->read(document, kind, options, limits_);
+        Worker::Outcome outcome = worker->read(document, question, limits_);
         if (outcome.fate == Worker::Fate::unbegun) continue;
         if (outcome.fate == Worker::Fate::usable && !worker->isWornOut(limits_)) giveBack(std::move(worker));
         return std::move(outcome.extraction);

@@ -174,11 +174,13 @@ std::optional<Isolation> decodeGreeting(std::string_view body) {
 
 std::optional<std::string> encodeRequest(const Request& request) {
     // The names must be as many as the fields, so a new option cannot be forgotten here.
-    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] = request.options;
+    const auto& [kind, options, explainedPage] = request.question;
+    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] = options;
     if (password.size() > kMaximumBody / 2) return std::nullopt;
     Writer writer;
     writer.number(request.token);
-    writer.choice(request.kind);
+    writer.choice(kind);
+    writer.number(explainedPage);
     writer.choice(request.delivery);
     writer.number(request.maximumText);
     writer.choice(pageMarks);
@@ -196,10 +198,12 @@ std::optional<Request> decodeRequest(std::string_view body) {
     Reader reader(body);
     Request request;
     request.token = reader.number();
-    request.kind = reader.choice(DocumentKind::pdf);
+    request.question.kind = reader.choice(DocumentKind::pdf);
+    request.question.explainedPage = reader.number();
     request.delivery = reader.choice(Delivery::descriptor);
     request.maximumText = reader.number();
-    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] = request.options;
+    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] =
+        request.question.options;
     pageMarks = reader.choice(PageMarks::formFeed);
     cells = reader.choice(CellSeparator::line);
     listMarkers = reader.choice(ListMarkers::off);

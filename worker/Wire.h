@@ -3,8 +3,8 @@
 // worker.
 #pragma once
 
-#include "engines/Extract.h"
 #include "worker/Isolation.h"
+#include "worker/Question.h"
 
 #include <array>
 #include <cstddef>
@@ -51,10 +51,9 @@ using Token = std::uint64_t;
 
 struct Request {
     Token token = 0;
-    DocumentKind kind = DocumentKind::rtf;
     Delivery delivery = Delivery::bytes;
     std::uint64_t maximumText = 0;
-    Options options;
+    Question question;
 };
 
 /// std::nullopt if the options are too long for a message.

@@ -85,9 +85,9 @@ std::optional<Isolation> Worker::isolation(const Deadline& deadline) {
     return isolation_;
 }
 
-Outcome Worker::read(const Document& document, DocumentKind kind, const Options& options, const Limits& limits) {
+Outcome Worker::read(const Document& document, const Question& question, const Limits& limits) {
     const bool hasFile = document.descriptor >= 0;
-    const Request request{newToken(), kind, hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, options};
+    const Request request{newToken(), hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, question};
     const auto body = encodeRequest(request);
     if (!body) return {Fate::usable, failed(Reason::unreadable, "its options are too long")};
 
@@ -131,7 +131,7 @@ Outcome Worker::receiveAnswer(const Request& request, const Limits& limits, cons
     std::string text;
     if (const auto result = channel_.receive(text, sizes.bytes, deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
-    auto extraction = decodeAnswer(body, std::move(text), request.token, request.options);
+    auto extraction = decodeAnswer(body, std::move(text), request.token, request.question.options);
     if (!extraction) return invalidAnswer();
     const bool isUsable = extraction->reason != Reason::outOfMemory;
     return {isUsable ? Fate::usable : Fate::ended, std::move(*extraction)};

@@ -1,11 +1,11 @@
 // One worker from the parent's side. It reads documents one after another.
 #pragma once
 
-#include "engines/Extract.h"
 #include "worker/Channel.h"
 #include "worker/Isolation.h"
 #include "worker/Limits.h"
 #include "worker/Process.h"
+#include "worker/Question.h"
 
 #include <cstddef>
 #include <optional>
@@ -39,8 +39,7 @@ public:
     };
 
     /// Reads a document. The reasons `timeout` and `crashed` tell what happened to the worker.
-    [[nodiscard]] Outcome read(const Document& document, DocumentKind kind, const Options& options,
-                               const Limits& limits);
+    [[nodiscard]] Outcome read(const Document& document, const Question& question, const Limits& limits);
     /// What protects the system from this worker; std::nullopt if it does not say.
     [[nodiscard]] std::optional<Isolation> isolation(const Deadline& deadline);
 

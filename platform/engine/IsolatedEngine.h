@@ -20,8 +20,8 @@ public:
 
     /// Reads one document. May be called from several threads at once.
     ///
-    /// deliberate: without a worker every document fails, and the reason says so. The engines never read a document in the
-    /// program itself.
+    /// deliberate: without a worker every document fails, and the reason says so. The engines never read a document in
+    /// the program itself.
     [[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind);
 
     /// One line for the user about what protects the system from documents.

@@ -88,6 +88,16 @@ TEST(WithoutWorker, theVersionSaysSo) {
                     .output.ends_with("isolation: none, because quillow-worker is not found\n"));
 }
 
+TEST(WithWorker, itIsFoundInAnInstallation) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder.at("bin"));
+    fs::create_directories(folder.at("libexec/quillow"));
+    test::RunSetting setting;
+    fs::copy_file(QUILLOW_BINARY_DIR "/bin/quillow-convert", setting.program = folder.at("bin/quillow-convert"));
+    fs::copy_file(QUILLOW_BINARY_DIR "/bin/quillow-worker", folder.at("libexec/quillow/quillow-worker"));
+    EXPECT_EQ(run({folder.put("a.rtf", "{\\rtf1 text}")}, setting).output, "text\n");
+}
+
 TEST(WithWorker, theVersionSaysWhatIsIsolated) {
     const Outcome done = run({"--version", "--verbose"});
     EXPECT_EQ(done.exitCode, kAllConverted);

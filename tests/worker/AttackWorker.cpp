@@ -1,5 +1,6 @@
 // A worker whose engine does what its document says: attacks on the lock and on the parent. Any other document is read
 // by the real engines.
+#include "engines/Explain.h"
 #include "engines/Extract.h"
 #include "worker/Child.h"
 #include "worker/Wire.h"
@@ -201,5 +202,5 @@ Extraction readOrAttack(std::span<const std::byte> bytes, DocumentKind kind, con
 
 int main(int argc, char** argv) {
     std::vector<const char*> words(argv + 1, argv + argc);
-    return worker::serveDocuments(words, loadLibraries, readOrAttack);
+    return worker::serveDocuments(words, loadLibraries, {readOrAttack, explain});
 }

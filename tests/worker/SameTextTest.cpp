@@ -1,4 +1,5 @@
 // A worker gives what the engines give in this process, for every sample and every document of the tests.
+#include "engines/Extract.h"
 #include "tests/worker/PoolFixture.h"
 
 #include <algorithm>

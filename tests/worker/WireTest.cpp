@@ -24,25 +24,27 @@ std::optional<Extraction> sent(const Extraction& extraction, const Options& opti
 TEST(Wire, aRequestKeepsEveryOption) {
     Request request;
     request.token = kToken;
-    request.kind = DocumentKind::pdf;
+    request.question.kind = DocumentKind::pdf;
+    request.question.explainedPage = 3;
     request.delivery = Delivery::descriptor;
     request.maximumText = 12345;
-    request.options = {PageMarks::formFeed, CellSeparator::line, ListMarkers::off,  LinkTargets::afterText,
-                       HiddenText::on,      HeadersFooters::on,  Reflow::joinLines, "pass\0word"};
+    request.question.options = {PageMarks::formFeed, CellSeparator::line, ListMarkers::off,  LinkTargets::afterText,
+                                HiddenText::on,      HeadersFooters::on,  Reflow::joinLines, "pass\0word"};
     const auto read = decodeRequest(encodeRequest(request).value());
     ASSERT_TRUE(read);
     EXPECT_EQ(read->token, kToken);
-    EXPECT_EQ(read->kind, request.kind);
+    EXPECT_EQ(read->question.kind, request.question.kind);
+    EXPECT_EQ(read->question.explainedPage, 3U);
     EXPECT_EQ(read->delivery, request.delivery);
     EXPECT_EQ(read->maximumText, 12345U);
-    EXPECT_EQ(read->options.pageMarks, PageMarks::formFeed);
-    EXPECT_EQ(read->options.cells, CellSeparator::line);
-    EXPECT_EQ(read->options.listMarkers, ListMarkers::off);
-    EXPECT_EQ(read->options.links, LinkTargets::afterText);
-    EXPECT_EQ(read->options.hiddenText, HiddenText::on);
-    EXPECT_EQ(read->options.headersFooters, HeadersFooters::on);
-    EXPECT_EQ(read->options.reflow, Reflow::joinLines);
-    EXPECT_EQ(read->options.password, request.options.password);
+    EXPECT_EQ(read->question.options.pageMarks, PageMarks::formFeed);
+    EXPECT_EQ(read->question.options.cells, CellSeparator::line);
+    EXPECT_EQ(read->question.options.listMarkers, ListMarkers::off);
+    EXPECT_EQ(read->question.options.links, LinkTargets::afterText);
+    EXPECT_EQ(read->question.options.hiddenText, HiddenText::on);
+    EXPECT_EQ(read->question.options.headersFooters, HeadersFooters::on);
+    EXPECT_EQ(read->question.options.reflow, Reflow::joinLines);
+    EXPECT_EQ(read->question.options.password, request.question.options.password);
 }
 
 TEST(Wire, anAnswerKeepsEveryField) {

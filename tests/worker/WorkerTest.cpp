@@ -46,7 +46,7 @@ struct WorkerTest : testing::Test {
     Worker::Outcome read(const std::string& document) {
         Limits limits;
         limits.time = std::chrono::seconds(20);
-        return worker->read({std::as_bytes(std::span(document))}, DocumentKind::rtf, {}, limits);
+        return worker->read({std::as_bytes(std::span(document))}, {}, limits);
     }
 
     FileDescriptor other;
