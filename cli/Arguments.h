@@ -49,7 +49,7 @@ inline constexpr std::string_view kStandardStream = "-";
 inline constexpr unsigned kMaximumJobs = 256;
 /// The longest time for a document, in seconds: a day.
 inline constexpr unsigned kMaximumTimeout = 86'400;
-/// The least and the most memory for a document, in MiB. A worker needs 20 MiB before it has a document.
+/// The least and the most memory for a document, in MiB. A worker has 7 MiB before it has a document.
 inline constexpr std::size_t kMinimumMemory = 64;
 inline constexpr std::size_t kMaximumMemory = std::size_t{1} << 20;
 

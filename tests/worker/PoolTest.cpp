@@ -122,7 +122,7 @@ TEST(Pool, aProgramThatIsNoWorkerMakesDocumentsUnreadable) {
     EXPECT_EQ(read(pool, kDocument), "unreadable: no process can be started to read it: it ends before it begins");
 }
 
-TEST(Pool, aThreadThatCannotBeMadeChangesNothing) {
+TEST(Pool, withoutThreadsAndProcessesADocumentIsUnreadable) {
     EXPECT_EQ(inChild([] {
                   if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setresuid(65534, 65534, 65534) != 0))
                       return 2;
