@@ -25,6 +25,15 @@ Input:
                         (default: one for each processor if there is only one
                         document, else 1); the output does not depend on it
 
+Isolation: each document is read in a process that can open no file, no network
+and no other program, so a hostile one harms nothing but itself.
+      --timeout S       give up a document after S seconds (default 60; 0: never)
+      --max-memory MB   the most memory for a document, in MiB (default 2048; 0:
+                        no limit)
+      --in-process      read documents in this process: no isolation, no limits
+      --worker          read requests on standard input and write answers on
+                        standard output; see docs/worker-protocol.md
+
 Passwords of PDFs (one for all documents, as user or as owner):
       --password TEXT   the password; other users of the machine may see it for
                         a moment, which the two other ways avoid
@@ -75,12 +84,12 @@ Messages:
   -q, --quiet           no messages about documents
   -v, --verbose         a message about every document
   -h, --help            this text
-      --version         the version
+      --version         the version; with --verbose also the isolation
 
 A message is one line on standard error:
   quillow-convert: PATH: REASON (DETAIL)
 Reasons: ok, ok-empty, no-text-layer, partial, wrong-type, damaged, locked,
-too-large, out-of-memory, unreadable, unwritable, skipped.
+too-large, timeout, out-of-memory, crashed, unreadable, unwritable, skipped.
 
 A document is held in memory as a whole. Files over 1 GiB are too-large; so is
 more than 256 MiB from standard input or a pipe, which may never end.

@@ -4,6 +4,7 @@
 #include "cli/Batch.h"
 #include "cli/Conversion.h"
 #include "cli/Destination.h"
+#include "cli/DocumentReader.h"
 #include "cli/HelpText.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
@@ -13,6 +14,7 @@
 #include "cli/PasswordPrompt.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
+#include "cli/RequestServer.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -93,7 +95,8 @@ int failOnFolder(const std::string& path, const OutputFailure& failure) {
     return kDestinationUnwritable;
 }
 
-int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan) {
+int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan,
+                    DocumentReader& reader) {
     const auto missing =
         destination.kind == DestinationKind::folder ? OutputFolder::Missing::made : OutputFolder::Missing::failure;
     const auto opened = OutputFolder::open(destination.folder, missing);
@@ -104,7 +107,7 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
     Report report(arguments);
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, &folder); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, &folder); },
         [&](std::size_t i, const Result& result) {
             tell(report, plan.documents[i], result);
             return Next::goOn;
@@ -113,13 +116,13 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
     return report.exitCode();
 }
 
-int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
+int convertToStandardOutput(const Arguments& arguments, const Plan& plan, DocumentReader& reader) {
     PasswordPrompt prompt;
     Report report(arguments);
     std::optional<std::string> broken;
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, nullptr); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, nullptr); },
         [&](std::size_t i, const Result& result) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();
@@ -155,7 +158,26 @@ std::optional<InputFailure> addPassword(Arguments& arguments) {
     return std::nullopt;
 }
 
+int answer(Request request) {
+    if (request == Request::help) return print(kHelpText);
+    if (request == Request::version) return print(kVersionText);
+    return print(std::string(kVersionText) + isolationLine() + "\n");
+}
+
+int serveAll(Arguments arguments) {
+    DocumentReader reader(arguments);
+    if (const auto obstacle = reader.obstacle()) {
+        complain(programLine(*obstacle));
+        return kSomeFailed;
+    }
+    const auto mistake = serveRequests(STDIN_FILENO, STDOUT_FILENO, arguments, reader);
+    if (!mistake) return kAllConverted;
+    complain(programLine(*mistake));
+    return kSomeFailed;
+}
+
 int convertAll(Arguments arguments) {
+    if (arguments.documentsFrom == DocumentsFrom::requests) return serveAll(std::move(arguments));
     const bool isPicture = arguments.explainedPage.has_value();
     if (isPicture && arguments.output && isFolder(*arguments.output))
         return failOnUsage("option '--explain' needs a file after '-o', not the folder '" + *arguments.output + "'");
@@ -168,6 +190,11 @@ int convertAll(Arguments arguments) {
 
     if (const auto failure = addPassword(arguments)) {
         complain(resultLine(*arguments.passwordFile, failure->reason, failure->detail));
+        return kSomeFailed;
+    }
+    DocumentReader reader(arguments); // its first worker starts while the run is planned
+    if (const auto obstacle = reader.obstacle()) {
+        complain(programLine(*obstacle));
         return kSomeFailed;
     }
     auto found = findInputs(arguments);
@@ -192,8 +219,8 @@ int convertAll(Arguments arguments) {
     arguments.options.threads = threadsOf(arguments, plan.documents.size());
     shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
                             arguments.options.threads);
-    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan)
-                                                               : convertToFolder(arguments, destination, plan);
+    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan, reader)
+                                                               : convertToFolder(arguments, destination, plan, reader);
 }
 
 } // namespace
@@ -204,8 +231,7 @@ int runProgram(std::span<const std::string_view> words) {
     try {
         auto parsed = parseArguments(words);
         if (const auto* const error = std::get_if<UsageError>(&parsed)) return failOnUsage(error->message);
-        if (const auto* const request = std::get_if<Request>(&parsed))
-            return print(*request == Request::help ? kHelpText : kVersionText);
+        if (const auto* const request = std::get_if<Request>(&parsed)) return answer(*request);
         return convertAll(std::get<Arguments>(std::move(parsed)));
     } catch (const std::bad_alloc&) {
         complain("quillow-convert: there is no memory for the list of documents\n");

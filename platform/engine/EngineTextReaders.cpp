@@ -1,9 +1,7 @@
 #include "platform/engine/EngineTextReaders.h"
 
-#include <algorithm>
 #include <new>
 #include <string>
-#include <thread>
 
 namespace quillow {
 namespace {
@@ -26,13 +24,6 @@ std::string reasonLine(DocumentKind kind, const Extraction& extraction) {
 }
 
 } // namespace
-
-DocumentExtractor::DocumentExtractor(ReasonLog reasonLog)
-    : DocumentExtractor(std::move(reasonLog), [](std::span<const std::byte> bytes, DocumentKind kind) {
-        Options options;
-        options.threads = std::max(1U, std::thread::hardware_concurrency());
-        return quillow::extract(bytes, kind, options);
-    }) {}
 
 DocumentExtractor::DocumentExtractor(ReasonLog reasonLog, Extract extract)
     : extract_(std::move(extract))

@@ -176,6 +176,8 @@ TEST(Arguments, helpAndVersionNeedNoInput) {
     for (const std::string_view word : {"--help", "-h"})
         EXPECT_EQ(std::get<Request>(parseArguments(Words{word})), Request::help);
     EXPECT_EQ(std::get<Request>(parseArguments(Words{"--version"})), Request::version);
+    EXPECT_EQ(std::get<Request>(parseArguments(Words{"--version", "--verbose"})), Request::versionAndIsolation);
+    EXPECT_EQ(std::get<Request>(parseArguments(Words{"-v", "--version"})), Request::versionAndIsolation);
 }
 
 } // namespace
