@@ -16,8 +16,8 @@ constexpr float kLeastProse = 9.0F;
 constexpr float kMostWidth = 0.6F;
 /// A note is not in larger letters than the text.
 constexpr float kMostSize = 1.05F;
-/// A note of one line is in smaller letters, or it is in a row with the line beside it; and it is longer than the number
-/// of a line, in ems.
+/// A note of one line is in smaller letters, or it is in a row with the line beside it; and it is longer than the
+/// number of a line, in ems.
 constexpr float kSmaller = 0.95F;
 constexpr float kLongestNumber = 2.5F;
 /// A note is at least so far from the text. In points.
