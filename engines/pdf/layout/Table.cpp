@@ -195,15 +195,21 @@ private:
 
     /// Adds the single lines at both ends of a table: lines of centred cells, and headings over several columns.
     [[nodiscard]] std::pair<std::size_t, std::size_t> extended(std::size_t first, std::size_t begin, std::size_t end) {
-        if (end < bands_.size() && verticalOverlap(bands_[end - 1], bands_[end]) > kInterleaved) ++end;
-        if (begin > first && verticalOverlap(bands_[begin - 1], bands_[begin]) > kInterleaved) --begin;
+        const auto isInterleaved = [this](std::size_t edge, std::size_t beyond) {
+            const Band& band = bands_[beyond];
+            return !band.isMultiple() && texts_[band.lines.front()].size() <= kProse &&
+                   verticalOverlap(bands_[edge], band) > kInterleaved;
+        };
+        if (end < bands_.size() && isInterleaved(end - 1, end)) ++end;
+        if (begin > first && isInterleaved(begin, begin - 1)) --begin;
         const std::vector<Stripe> stripes = stripesOf(begin, end);
         if (stripes.empty()) return {begin, end};
         float left = 0;
         float right = 0;
         extents(begin, end, left, right);
         for (std::size_t i = begin; i > first && begin - i < kMostHeadBands; --i) {
-            const float above = i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
+            const float above =
+                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
             if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
             if (isUnderlinedHeading(bands_[i - 1], bands_[i], stripes)) return {i - 1, end};
             const Line& line = lines_[bands_[i - 1].lines.front()];
