@@ -1,6 +1,5 @@
 // Any bytes through extract(): the result keeps its contract. The first byte picks the kind and the options, the
-// rest is the document. PDF is left out: its library is fuzzed by its own developers and fails under the
-// sanitizers.
+// rest is the document.
 #include "engines/Extract.h"
 #include "text/Utf8.h"
 
@@ -22,7 +21,10 @@ Options optionsOf(std::uint8_t choice) {
     Options options;
     if ((choice & 0x04) != 0) options.pageMarks = PageMarks::formFeed;
     if ((choice & 0x08) != 0) options.cells = CellSeparator::line;
-    if ((choice & 0x10) != 0) options.listMarkers = ListMarkers::off;
+    if ((choice & 0x10) != 0) {
+        options.listMarkers = ListMarkers::off;
+        options.reflow = Reflow::joinLines;
+    }
     if ((choice & 0x20) != 0) options.links = LinkTargets::afterText;
     if ((choice & 0x40) != 0) options.hiddenText = HiddenText::on;
     if ((choice & 0x80) != 0) options.headersFooters = HeadersFooters::on;
@@ -30,7 +32,7 @@ Options optionsOf(std::uint8_t choice) {
 }
 
 DocumentKind kindOf(std::uint8_t choice) {
-    constexpr DocumentKind kKinds[] = {DocumentKind::rtf, DocumentKind::html, DocumentKind::rtfd, DocumentKind::html};
+    constexpr DocumentKind kKinds[] = {DocumentKind::rtf, DocumentKind::html, DocumentKind::rtfd, DocumentKind::pdf};
     return kKinds[choice & 0x03];
 }
 

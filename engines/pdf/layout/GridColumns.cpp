@@ -22,6 +22,8 @@ constexpr float kLabelShare = 0.7F;
 constexpr std::uint32_t kLongestLabel = 3;
 /// More columns than a column has.
 constexpr std::size_t kMostStripes = 32;
+/// More rulings than a table lacks: each is compared with each row.
+constexpr std::size_t kMostRulings = 4000;
 /// Text reaches over a ruling by less. In points.
 constexpr float kSlack = 2;
 constexpr float kSameBand = 0.5F;
@@ -157,7 +159,7 @@ Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, Li
         addRulings(grid, i, columns[i], rulings);
     for (std::size_t row = 0; row < grid.rows(); ++row)
         continueRulings(grid, row, wide[row], rulings);
-    return rulings.empty() ? grid : grid.with(rulings);
+    return rulings.empty() || rulings.size() > kMostRulings ? grid : grid.with(rulings);
 }
 
 } // namespace quillow::pdf

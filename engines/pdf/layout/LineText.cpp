@@ -1,11 +1,10 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
-#include "engines/pdf/layout/PresentationForms.h"
+#include "engines/pdf/layout/LineEvidence.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace quillow::pdf {
 
@@ -13,48 +12,10 @@ namespace {
 
 /// The same letter so near its twin is drawn twice to look bold, or as a shadow. In ems.
 constexpr float kTwin = 0.12F;
-/// A drawn blank between letters nearer than this is not seen. In ems.
-constexpr float kLeastBlank = 0.04F;
-/// Gaps below this are not blanks in any line. In ems.
-constexpr float kNoBlank = 0.05F;
-/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
-constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
 /// A mark may be so far beside the letters of its cluster. In ems.
 constexpr float kBesideCluster = 0.5F;
-/// A mark is over a letter if its middle is so near it. In ems.
-constexpr float kNearMark = 0.15F;
-/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
-constexpr float kKerned = 0.1F;
-constexpr char32_t kFirstRightToLeft = 0x0590;
-constexpr char32_t kFirstPresentationForm = 0xFB00;
-constexpr char32_t kSoftHyphen = 0x00AD;
-constexpr char32_t kNoBreakSpace = 0x00A0;
-
-/// The index of a cluster that is a blank between two letters; the others are letters.
-constexpr std::uint32_t kGap = 0xFFFFFFFF;
-
-constexpr bool isBlankCharacter(char32_t c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
-}
-
-constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
-    return c >= first && c <= last;
-}
-
-/// Roughly the letters: what is neither punctuation, digit, nor symbol.
-constexpr bool isAlphabetic(char32_t c) {
-    if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');
-    return c >= 0xC0 && c != 0xD7 && c != 0xF7 && !isIn(c, 0x2000, 0x2BFF) && !isIn(c, 0x3000, 0x303F);
-}
-
-/// Scripts without blanks between words: gaps inside them are justification.
-constexpr bool isSetSolid(char32_t c) {
-    return isIn(c, 0x0E00, 0x0EFF) || isIn(c, 0x1000, 0x109F) || isIn(c, 0x1780, 0x17FF) || isIn(c, 0x3001, 0x30FF) ||
-           isIn(c, 0x3400, 0x4DBF) || isIn(c, 0x4E00, 0x9FFF) || isIn(c, 0xF900, 0xFAFF) || isIn(c, 0xFF01, 0xFF60) ||
-           isIn(c, 0x20000, 0x3FFFF);
-}
 
 bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
@@ -169,32 +130,6 @@ float LineWriter::thresholdOfLetters() {
     return widest < kNoBlank ? kNoBlank : blankThreshold(gaps_, drawnBlank);
 }
 
-bool LineWriter::isBlankBetween(const Letter& before, const Letter& after, float threshold) const {
-    if (before.isFromAnnotation != after.isFromAnnotation) return true; // a field beside its label
-    const float gap = after.left - before.right;
-    const float size = std::max(before.size, after.size);
-    if (gap <= threshold * size) return false;
-    return !isSetSolid(page_.text[before.textEnd - 1]) || !isSetSolid(page_.text[after.textBegin]);
-}
-
-void LineWriter::appendLetter(const Letter& letter, std::u32string& out) const {
-    for (std::uint32_t i = letter.textBegin; i < letter.textEnd; ++i) {
-        const char32_t c = page_.text[i];
-        if (c == kSoftHyphen) {
-            if (letter.right > letter.left) out.push_back(U'-'); // what is drawn is a hyphen
-            continue;
-        }
-        if (c < kFirstPresentationForm) {
-            out.push_back(c);
-            continue;
-        }
-        const std::u16string_view plain = plainLetters(c);
-        if (plain.empty()) out.push_back(c);
-        for (const char16_t unit : plain)
-            out.push_back(unit);
-    }
-}
-
 /// Of a letter and an accent over it, in whichever order they are drawn, writes the accented letter in place of the
 /// first one, which has been written.
 bool LineWriter::compose(const Letter& before, const Letter& letter, std::u32string& out) const {
@@ -226,156 +161,17 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
                 continue;
             }
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
-            if (drawn || isBlankBetween(*before, letter, threshold)) out.push_back(U' ');
+            if ((drawn || isBlankBetween(page_, *before, letter, threshold)) &&
+                !underscores_.append(before->right, letter.left, letter.size, out))
+                out.push_back(U' ');
         }
         const char32_t c = page_.text[letter.textBegin];
         if (letter.textEnd - letter.textBegin == 1 && c < kFirstPresentationForm && c != kSoftHyphen)
             out.push_back(c);
         else
-            appendLetter(letter, out);
+            appendLetter(page_, letter, out);
         if (letter.right > letter.left || before == nullptr) before = &letter; // not a mark
         blank = false;
-    }
-}
-
-/// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text
-/// that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
-/// afterwards.
-void LineWriter::attachMarks() {
-    constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
-    constexpr std::size_t kMostMarks = 8; // of one letter
-    const auto isMark = [this](const Letter& letter) {
-        return directionOf(page_.text[letter.textBegin]) == Direction::mark;
-    };
-    std::size_t previous = kNone;
-    for (std::size_t i = 0; i < letters_.size(); ++i) {
-        if (!isMark(letters_[i])) {
-            previous = i;
-            continue;
-        }
-        std::size_t end = i + 1;
-        while (end < letters_.size() && end - i < kMostMarks && isMark(letters_[end]))
-            ++end;
-        for (std::size_t k = i; k < end; ++k) {
-            Letter& mark = letters_[k];
-            const float near = kNearMark * mark.size;
-            const auto isOver = [&mark, near](const Letter& letter) {
-                return !letter.isBlank && mark.middle() > letter.left - near && mark.middle() < letter.right + near;
-            };
-            const bool overPrevious = previous != kNone && isOver(letters_[previous]);
-            const bool overNext = end < letters_.size() && isOver(letters_[end]);
-            if (overNext != overPrevious) (overNext ? marksBefore_ : marksBehind_) += 1;
-            if (overNext && (!overPrevious || marksBefore_ >= marksBehind_)) {
-                mark.place = letters_[end].left;
-                mark.rank = static_cast<std::uint8_t>(end - k);
-            } else if (overPrevious) {
-                mark.place = letters_[previous].left;
-                mark.rank = static_cast<std::uint8_t>(k - i + 1);
-            }
-        }
-        i = end - 1;
-    }
-}
-
-void LineWriter::writeMixed(std::u32string& out) {
-    const float threshold = thresholdOfLetters();
-    clusters_.clear();
-    const Letter* before = nullptr;
-    bool blank = false;
-    for (std::uint32_t i = 0; i < letters_.size(); ++i) {
-        const Letter& letter = letters_[i];
-        if (letter.isBlank) {
-            blank = true;
-            continue;
-        }
-        Direction direction = Direction::neutral;
-        for (std::uint32_t k = letter.textBegin; k < letter.textEnd && direction == Direction::neutral; ++k)
-            direction = directionOf(page_.text[k]);
-        if (before != nullptr && direction != Direction::mark) {
-            const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
-            if (drawn || isBlankBetween(*before, letter, threshold))
-                clusters_.push_back({kGap, Direction::neutral, true});
-        }
-        clusters_.push_back({i, direction, false});
-        if (direction != Direction::mark) before = &letter;
-        blank = false;
-    }
-    joinSignsToNumbers();
-    reorder(clusters_, beginsWithItsEnd() || readsFromTheRight(clusters_, isPageFromTheRight()));
-    // Marks were reversed to before their letters.
-    for (std::size_t i = 0; i < clusters_.size(); ++i) {
-        std::size_t end = i;
-        while (end < clusters_.size() && clusters_[end].direction == Direction::mark)
-            ++end;
-        if (end > i && end < clusters_.size() && clusters_[end].direction == Direction::right) {
-            std::reverse(clusters_.begin() + static_cast<std::ptrdiff_t>(i),
-                         clusters_.begin() + static_cast<std::ptrdiff_t>(end + 1));
-            i = end;
-        }
-    }
-    countBrackets();
-    for (const Cluster& cluster : clusters_) {
-        if (cluster.index == kGap) {
-            out.push_back(U' ');
-            continue;
-        }
-        const Letter& letter = letters_[cluster.index];
-        const char32_t other =
-            cluster.isTurned && letter.textEnd - letter.textBegin == 1 && seenBrackets_ >= logicalBrackets_
-                ? mirrored(page_.text[letter.textBegin])
-                : 0;
-        if (other != 0)
-            out.push_back(other);
-        else
-            appendLetter(letter, out);
-    }
-}
-
-/// Whether a line has the punctuation of its end before its first letter: it is read from the right, though it may have
-/// no such letter.
-bool LineWriter::beginsWithItsEnd() {
-    const auto isPunctuation = [this](const Letter& letter) {
-        return std::u32string_view(U".,:;!?").find(page_.text[letter.textBegin]) != std::u32string_view::npos;
-    };
-    const auto first =
-        std::find_if(letters_.begin(), letters_.end(), [](const Letter& letter) { return !letter.isBlank; });
-    if (first == letters_.end() || first + 1 == letters_.end() || !isPunctuation(*first)) return false;
-    const char32_t next = page_.text[first[1].textBegin];
-    return isAlphabetic(next) && !isPunctuation(letters_.back()) && isPageFromTheRight();
-}
-
-bool LineWriter::isPageFromTheRight() {
-    if (!isPageFromTheRight_) isPageFromTheRight_ = isMostlyFromTheRight(page_.text);
-    return *isPageFromTheRight_;
-}
-
-/// Percent signs and currencies go with the number beside them, but not in Arabic, where digits are of another class
-/// (UAX #9, W2).
-void LineWriter::joinSignsToNumbers() {
-    for (const Cluster& cluster : clusters_)
-        if (cluster.index != kGap && isIn(page_.text[letters_[cluster.index].textBegin], 0x0600, 0x07BF)) return;
-    for (std::size_t i = 0; i < clusters_.size(); ++i) {
-        if (clusters_[i].index == kGap || !endsNumbers(page_.text[letters_[clusters_[i].index].textBegin])) continue;
-        const bool behind = i > 0 && clusters_[i - 1].direction == Direction::number;
-        const bool before = i + 1 < clusters_.size() && clusters_[i + 1].direction == Direction::number;
-        if (behind || before) clusters_[i].direction = Direction::number;
-    }
-}
-
-/// Some producers say what brackets look like, others what they are. Pairs on the page tell them apart: in logical
-/// order an opening bracket comes first.
-void LineWriter::countBrackets() {
-    char32_t open = 0; // the bracket that a pair began with
-    for (const Cluster& cluster : clusters_) {
-        if (!cluster.isTurned || cluster.index == kGap) continue;
-        const char32_t c = page_.text[letters_[cluster.index].textBegin];
-        if (c != U'(' && c != U')' && c != U'[' && c != U']') continue;
-        if (open != 0 && c == mirrored(open)) {
-            (open == U'(' || open == U'[' ? logicalBrackets_ : seenBrackets_) += 1;
-            open = 0;
-        } else {
-            open = c;
-        }
     }
 }
 
@@ -387,21 +183,45 @@ void LineWriter::sortLetters() {
     });
 }
 
+/// Evidence needs the letters, which a plain line does not collect.
+bool LineWriter::mayBePlain() {
+    return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
+}
+
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
+    underscores_.choose(orientation_, spans);
+    if (mayBePlain() && plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {
         for (Letter& letter : letters_)
             letter.place = letter.left;
-        attachMarks();
+        mixed_.attachMarks(letters_);
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
+    const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || beginsWithItsEnd())
-        writeMixed(out);
-    else
+    if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
+        mixed_.write(letters_, thresholdOfLetters(), out);
+    } else {
         writeFromTheLeft(out);
+    }
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
+}
+
+void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
+    const Span& first = orientation_.spans[spans.front()];
+    Box area{first.left, first.bottom, first.right, first.top};
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        area.extendTo({span.left, span.bottom});
+        area.extendTo({span.right, span.top});
+    }
+    showLine(page_, area, letters_, thresholdOfLetters(), evidence);
+    if (repeated > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf

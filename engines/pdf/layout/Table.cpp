@@ -130,6 +130,7 @@ private:
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {
             std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
+            if (inside[g].size() < 2) continue;
             std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_);
             if (!table) continue;
             for (const std::uint32_t line : inside[g])

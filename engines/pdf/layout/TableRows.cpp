@@ -141,7 +141,8 @@ private:
 
     /// Lengthens a row upwards and downwards as long as its cells become more centred.
     void addSingles(std::size_t begin, std::size_t& end) {
-        while (addSinglesOnce(begin, end)) {}
+        while (addSinglesOnce(begin, end)) {
+        }
     }
 
     bool addSinglesOnce(std::size_t& begin, std::size_t& end) {
@@ -236,9 +237,8 @@ std::vector<std::uint32_t> rowsOfHead(std::span<Fragment> fragments, std::span<c
         const bool isHeading = isUnderlined || fragment.lastColumn > fragment.column;
         const auto from = columns.begin() + fragment.column;
         const auto to = columns.begin() + fragment.lastColumn + 1;
-        std::uint32_t row = std::max_element(from, to, [](const Column& a, const Column& b) {
-                                return a.next < b.next;
-                            })->next;
+        std::uint32_t row =
+            std::max_element(from, to, [](const Column& a, const Column& b) { return a.next < b.next; })->next;
         const bool goesOn = isHeading && std::any_of(from, to, [&fragment](const Column& c) {
                                 return c.heading != 0 && c.heading == fragment.band;
                             });
