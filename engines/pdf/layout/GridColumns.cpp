@@ -17,8 +17,13 @@ constexpr float kCrossingShare = 0.2F;
 /// stripes: lists of names with wrapped values in the rows, numbers at the heights.
 constexpr float kBothShare = 0.6F;
 constexpr std::size_t kLeastBoth = 3;
+/// If more of what is to the left of a stripe are labels of a list, the text beside them is no column.
+constexpr float kLabelShare = 0.7F;
+constexpr std::uint32_t kLongestLabel = 3;
 /// More columns than a column has.
 constexpr std::size_t kMostStripes = 32;
+/// More rulings than a table lacks: each is compared with each row.
+constexpr std::size_t kMostRulings = 4000;
 /// Text reaches over a ruling by less. In points.
 constexpr float kSlack = 2;
 constexpr float kSameBand = 0.5F;
@@ -34,6 +39,12 @@ struct Column {
     std::vector<Piece> pieces;
     float size = 0;
 };
+
+/// A bullet, or a number with a sign behind it.
+bool isListLabel(const Word& word) {
+    const std::uint32_t signs = word.characters - word.digits - word.letters;
+    return word.characters == 1 ? signs == 1 : word.characters <= kLongestLabel && signs == 1;
+}
 
 /// Rows, or heights, with text in a column, and those that have some on both sides of a stripe.
 class Sides {
@@ -60,7 +71,7 @@ private:
 };
 
 /// Adds a ruling for each stripe to the rows that respect it.
-void addRulings(const Grid& grid, const Column& column, std::vector<Ruling>& rulings) {
+void addRulings(const Grid& grid, std::size_t index, const Column& column, std::vector<Ruling>& rulings) {
     std::vector<Edge> edges;
     std::size_t bands = 0;
     for (std::size_t i = 0; i < column.pieces.size(); ++i) {
@@ -78,18 +89,24 @@ void addRulings(const Grid& grid, const Column& column, std::vector<Ruling>& rul
         std::vector<bool> isCrossed(grid.rows());
         Sides rows;
         Sides heights;
+        std::size_t lefts = 0;
+        std::size_t labels = 0;
         for (const Piece& piece : column.pieces) {
             if (piece.word.left < stripe.left && piece.word.right > stripe.right) {
                 isCrossed[piece.row] = true;
                 continue;
             }
             const bool isLeft = (piece.word.left + piece.word.right) / 2 < stripe.middle();
+            lefts += isLeft ? 1 : 0;
+            labels += isLeft && isListLabel(piece.word) ? 1 : 0;
             rows.add(piece.row, isLeft);
             heights.add(piece.band, isLeft);
         }
         if (!rows.showColumns() && !heights.showColumns()) continue;
+        if (static_cast<float>(labels) > kLabelShare * static_cast<float>(lefts)) continue; // a list in a cell
         for (std::size_t row = 0; row < grid.rows(); ++row)
-            if (!isCrossed[row]) rulings.push_back({stripe.middle(), grid.bottomOf(row), grid.topOf(row)});
+            if (!isCrossed[row] && grid.onlyColumnOf(row, index) != Grid::kOutside)
+                rulings.push_back({stripe.middle(), grid.bottomOf(row), grid.topOf(row)});
     }
 }
 
@@ -138,11 +155,11 @@ Grid withFreeColumns(const Grid& grid, std::span<const std::uint32_t> inside, Li
         }
     }
     std::vector<Ruling> rulings;
-    for (const Column& column : columns)
-        addRulings(grid, column, rulings);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        addRulings(grid, i, columns[i], rulings);
     for (std::size_t row = 0; row < grid.rows(); ++row)
         continueRulings(grid, row, wide[row], rulings);
-    return rulings.empty() ? grid : grid.with(rulings);
+    return rulings.empty() || rulings.size() > kMostRulings ? grid : grid.with(rulings);
 }
 
 } // namespace quillow::pdf

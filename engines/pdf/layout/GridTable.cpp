@@ -172,7 +172,8 @@ private:
         for (const Word& word : words_.of(index)) {
             const std::uint32_t cell = grid_.cellAt((word.left + word.right) / 2, middle);
             if (parts.empty() || parts.back().cell != cell)
-                parts.push_back({cell, grid_.rowAt(middle), word.left, word.right, word.isNumeric()});
+                parts.push_back({cell, grid_.rowAt(middle), word.left, word.right,
+                                 word.isNumeric() && word.digits > 0}); // bullets are no numbers
             else
                 parts.back().right = std::max(parts.back().right, word.right);
         }

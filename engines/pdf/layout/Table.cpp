@@ -133,6 +133,7 @@ private:
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {
             std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
+            if (inside[g].size() < 2) continue;
             std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_, evidence_);
             if (!table) continue;
             for (const std::uint32_t line : inside[g])
@@ -208,8 +209,13 @@ private:
 
     /// Adds the single lines at both ends of a table: lines of centred cells, and headings over several columns.
     [[nodiscard]] std::pair<std::size_t, std::size_t> extended(std::size_t first, std::size_t begin, std::size_t end) {
-        if (end < bands_.size() && verticalOverlap(bands_[end - 1], bands_[end]) > kInterleaved) ++end;
-        if (begin > first && verticalOverlap(bands_[begin - 1], bands_[begin]) > kInterleaved) --begin;
+        const auto isInterleaved = [this](std::size_t edge, std::size_t beyond) {
+            const Band& band = bands_[beyond];
+            return !band.isMultiple() && texts_[band.lines.front()].size() <= kProse &&
+                   verticalOverlap(bands_[edge], band) > kInterleaved;
+        };
+        if (end < bands_.size() && isInterleaved(end - 1, end)) ++end;
+        if (begin > first && isInterleaved(begin, begin - 1)) --begin;
         const std::vector<Stripe> stripes = stripesOf(begin, end);
         if (stripes.empty()) return {begin, end};
         float left = 0;

@@ -103,6 +103,11 @@ public:
         return *this;
     }
 
+    PageBuilder& box(float left, float bottom, float right, float top) {
+        page_.rules.push_back({Rule::Kind::rectangle, {left, bottom, right, top}});
+        return *this;
+    }
+
     [[nodiscard]] const Page& page() const { return page_; }
 
 private:
