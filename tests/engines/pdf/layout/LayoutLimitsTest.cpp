@@ -47,13 +47,13 @@ TEST(PdfLayoutLimits, leadingsOfSoManySizesAreLookedFor) {
 
 /// A matrix without an inverse leaves letters their widths. Gaps are measured in heights.
 TEST(PdfLayoutLimits, lettersWithoutHeightAreWords) {
-    Page page = PageBuilder().text(10, 700, U"letters").page();
+    Page page = PageBuilder().size(10).letter(0.528F).text(165, 700, U"some letters").page();
     page.runs.front().fontSize = 0;
 
     std::u32string text;
     appendPageText(page, text);
 
-    EXPECT_TRUE(text == U"letters\n");
+    EXPECT_TRUE(text == U"some letters\n");
 }
 
 } // namespace
