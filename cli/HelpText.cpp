@@ -61,6 +61,11 @@ Text:
       --headers-footers running headers and footers too (RTF)
       --reflow          join the lines inside a paragraph (RTF)
 
+      --explain PAGE    instead of the text, a picture (SVG) of how that page of
+                        the one PDF is read, counted from 1: runs, words, lines,
+                        columns, tables, paragraphs and reading order, with the
+                        reasons; -o PATH is its file, whatever its extension
+
 Messages:
       --strict          a document with parts that could not be read counts as
                         failed (its text is still written)

@@ -164,6 +164,37 @@ TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
               "The word for introduction is מבוא\n");
 }
 
+TEST(PdfLineText, punctuationShowsTheDirectionOfMixedLines) {
+    const struct {
+        const char* what;
+        std::u32string_view seen; ///< from the left
+        const char* text;
+    } cases[] = {
+        {"a line from the left", U"Witnesses: ילוי הרש, and דדח הליל.", "Witnesses: שרה יולי, and לילה חדד.\n"},
+        {"a list from the left of words from the right", U"See גבא, דהו for it", "See אבג, והד for it\n"},
+        {"a list from the right of words from the left", U"ltr ,num ,heb :(15) טסקט", "טקסט (15): heb, num, ltr\n"},
+        {"numbers in the order of the left", U"ב 1, 4 א", "א 1, 4 ב\n"},
+        {"numbers in the order of the right", U"ב 4 ,1 א", "א 1, 4 ב\n"},
+        {"code with punctuation of its own", U"function וא def func(): :דוק", "קוד: def func(): או function\n"},
+        {"a bracket that the text from the right opens", U"ג (func) בא", "אב (func) ג\n"},
+        {"names with signs before them", U"\\ltr ,\\num :םש", "שם: \\num, \\ltr\n"},
+        {"a prefix with a hyphen", U"בט Python-ב בתכ", "כתב ב-Python טב\n"},
+        {"a label that is drawn from the left", U"English בא 1.", "1. אב English\n"},
+        {"words that begin with a point", U"use .NET תא טב", "בט את use .NET\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(PageBuilder().text(10, 700, c.seen)), c.text) << c.what;
+}
+
+TEST(PdfLineText, linesWithoutLettersFromTheRightMayBeReadFromTheRight) {
+    const auto page = [] {
+        PageBuilder builder;
+        return builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+    };
+    EXPECT_EQ(textOf(page().text(10, 700, U",ltr ,num")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U"num, ltr,")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
+}
+
 TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
     PageBuilder builder;
     builder.text(100, 700, U"ןושאר").text(10, 700, U"ינש");
@@ -179,7 +210,39 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
               "naïve\n")
         << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"\u0337")
+                         .text(10.4F, 700, U"Lo")
+                         .text(20, 700, U"\u0337")
+                         .text(20.4F, 700, U"l")),
+              "Łoł\n")
+        << "a stroke";
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
+}
+
+TEST(PdfLineText, shortLinesBetweenLettersAreUnderscores) {
+    const auto words = [] {
+        PageBuilder builder; // ends at 20 and begins at 23.6: an underscore of TeX and the space around it
+        return builder.text(10, 700, U"an").text(23.6F, 700, U"object");
+    };
+    const struct {
+        const char* what;
+        PageBuilder page;
+        const char* text;
+    } cases[] = {
+        {"at the baseline", words().rule(20.3F, 700.2F, 23.3F, 700.2F), "an_object\n"},
+        {"below it, as a rectangle", words().rule(20.3F, 698.8F, 23.3F, 699.2F), "an_object\n"},
+        {"two", PageBuilder(words()).text(57.2F, 700, U"it").rule(53.7F, 700, 56.8F, 700), "an object_it\n"},
+        {"a dash at half height", words().rule(20.3F, 703, 23.3F, 703), "an object\n"},
+        {"a part of a longer line", words().rule(10, 699, 20.2F, 699).rule(20.3F, 699, 23.3F, 699), "an object\n"},
+        {"not in the gap", words().rule(22, 699, 25, 699), "an object\n"},
+        {"before a word", PageBuilder().text(10, 700, U"an").text(26, 700, U"x").rule(22.8F, 700, 25.8F, 700),
+         "an _x\n"},
+        {"a place to write on", PageBuilder().text(10, 700, U"no").text(30, 700, U"of").rule(21, 700, 29, 700),
+         "no of\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(c.page), c.text) << c.what;
 }
 
 TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {

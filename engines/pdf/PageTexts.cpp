@@ -1,0 +1,17 @@
+#include "engines/pdf/PageTexts.h"
+
+namespace quillow::pdf {
+
+PageOutcome PageTexts::read(const PageNode& node) {
+    PageOutcome outcome;
+    outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
+    outcome.loss.charactersDecoded = page_.text.size();
+    outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
+    layOut(page_, layout_);
+    text_.truncate(0);
+    text_.append(layout_.text);
+    outcome.text = text_.view();
+    return outcome;
+}
+
+} // namespace quillow::pdf
