@@ -1,7 +1,5 @@
 // Pages that are made to take long.
-#include "engines/pdf/layout/PageText.h"
 #include "engines/pdf/layout/Paragraphs.h"
-#include "tests/engines/pdf/layout/PageBuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -43,17 +41,6 @@ bool isLeadingKnownBelow(std::size_t sizes) {
 TEST(PdfLayoutLimits, leadingsOfSoManySizesAreLookedFor) {
     EXPECT_TRUE(isLeadingKnownBelow(1'900));
     EXPECT_FALSE(isLeadingKnownBelow(2'200));
-}
-
-/// A matrix without an inverse leaves letters their widths. Gaps are measured in heights.
-TEST(PdfLayoutLimits, lettersWithoutHeightAreWords) {
-    Page page = PageBuilder().size(10).letter(0.528F).text(165, 700, U"some letters").page();
-    page.runs.front().fontSize = 0;
-
-    std::u32string text;
-    appendPageText(page, text);
-
-    EXPECT_TRUE(text == U"some letters\n");
 }
 
 } // namespace
