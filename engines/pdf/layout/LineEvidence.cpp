@@ -70,10 +70,25 @@ private:
     }
 
     void endWord() {
-        if (isFromTheRight_) std::reverse(characters_.begin(), characters_.end());
+        if (isFromTheRight_) turn();
         if (!characters_.empty()) evidence_.show(Topic::word, word_, characters_);
         characters_.clear();
         isFromTheRight_ = false;
+    }
+
+    /// Puts letters that are seen from the left to the right into the order of a word that is read from the right.
+    void turn() {
+        const auto isFromTheLeft = [](char32_t c) {
+            const Direction direction = directionOf(c);
+            return direction == Direction::left || direction == Direction::number;
+        };
+        std::reverse(characters_.begin(), characters_.end());
+        for (auto begin = characters_.begin(); begin != characters_.end();) {
+            begin = std::find_if(begin, characters_.end(), isFromTheLeft);
+            const auto end = std::find_if_not(begin, characters_.end(), isFromTheLeft);
+            std::reverse(begin, end);
+            begin = end;
+        }
     }
 
     const Page& page_;

@@ -228,13 +228,16 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
 }
 
 void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
-    const Span& first = orientation_.spans[spans.front()];
-    Box area{first.left, first.bottom, first.right, first.top};
+    Span line = orientation_.spans[spans.front()]; // as high as its largest letters, as Line is
     for (const std::uint32_t index : spans) {
         const Span& span = orientation_.spans[index];
-        area.extendTo({span.left, span.bottom});
-        area.extendTo({span.right, span.top});
+        const float left = std::min(line.left, span.left);
+        const float right = std::max(line.right, span.right);
+        if (span.size > line.size) line = span;
+        line.left = left;
+        line.right = right;
     }
+    const Box area{line.left, line.bottom, line.right, line.top};
     showLine(page_, area, letters_, thresholdOfLetters(), evidence);
     if (repeated > 0)
         evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",

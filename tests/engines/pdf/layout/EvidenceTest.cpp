@@ -40,6 +40,12 @@ TEST(Evidence, showsWordsWhereTheyAre) {
     EXPECT_EQ(words[1].corners[2], (Point{145, 707}));
 }
 
+TEST(Evidence, showsWordsFromTheRightInTheirOwnOrder) {
+    const PageBuilder builder = PageBuilder().text(100, 700, U"lite\u05D2\u05D1\u05D0");
+
+    EXPECT_EQ(textsOf(marksOf(builder.page(), Topic::word)), (Texts{"\u05D0\u05D1\u05D2lite"}));
+}
+
 TEST(Evidence, areasOfTurnedTextAreOnThePage) {
     const PageBuilder builder = PageBuilder().direction({0, 1}).text(100, 300, U"up");
 
