@@ -1,6 +1,8 @@
 // The outcome of one document and the options of its text. The engines and everyone who calls them share these values.
 #pragma once
 
+#include "engines/PageSelection.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -49,6 +51,7 @@ struct Options {
     HiddenText hiddenText = HiddenText::off;
     HeadersFooters headersFooters = HeadersFooters::off;
     Reflow reflow = Reflow::off;
+    PageSelection pages;  ///< of a PDF; RTF and HTML have no pages that could be told apart
     std::string password; ///< in UTF-8, for PDFs that the empty password does not open
 };
 

@@ -73,11 +73,18 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     const PageList list = pageListOf(document);
     PageJoiner joiner(options.pageMarks, options.reflow);
     PageTexts texts(document, options.reflow);
-    for (const PageNode& page : list.pages)
+    const std::uint64_t pages = list.pages.size() + list.missing;
+    std::uint32_t number = 0;
+    bool hasPage = list.pages.empty(); // a document without pages is damaged, whichever are selected
+    for (const PageNode& page : list.pages) {
+        if (!options.pages.contains(++number)) continue;
+        hasPage = true;
         if (!joiner.add(texts.read(page))) break;
+    }
+    if (!hasPage) return failed(Reason::unreadable, "the document has no such page: it has " + std::to_string(number));
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");
     joiner.leaveOut(list.missing, missingPages(list));
-    return std::move(joiner).finish(list.pages.size() + list.missing);
+    return std::move(joiner).finish(pages);
 }
 
 } // namespace quillow::pdf
