@@ -140,6 +140,17 @@ std::string setReflow(Arguments& arguments, std::string_view) {
     return {};
 }
 
+std::string setExplainedPage(Arguments& arguments, std::string_view value) {
+    std::size_t page = 0;
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, page);
+    if (error != std::errc() || stop != end || page == 0)
+        return "the page to explain must be a number from 1, not " + quoted(value);
+    if (arguments.explainedPage) return "the page to explain is given twice";
+    arguments.explainedPage = page;
+    return {};
+}
+
 /// No message about passwords shows one.
 std::string setPassword(Arguments& arguments, std::string_view value) {
     if (!arguments.options.password.empty()) return "the password is given twice";
@@ -189,6 +200,7 @@ constexpr std::array kOptions = {
     Option{"hidden-text", '\0', Takes::nothing, setHiddenText},
     Option{"headers-footers", '\0', Takes::nothing, setHeadersFooters},
     Option{"reflow", '\0', Takes::nothing, setReflow},
+    Option{"explain", '\0', Takes::value, setExplainedPage},
     Option{"password", '\0', Takes::value, setPassword},
     Option{"password-file", '\0', Takes::value, setPasswordFile},
     Option{"password-prompt", '\0', Takes::nothing, setPasswordPrompt},
@@ -236,6 +248,9 @@ private:
             1)
             return "the password comes from one of '--password', '--password-file' and '--password-prompt'";
         if (arguments_.nameEnd == NameEnd::nul && !arguments_.inputList) return "option '-0' needs '--files-from'";
+        if (arguments_.explainedPage && (arguments_.inputs.size() != 1 || arguments_.inputList))
+            return "option '--explain' takes one document";
+        if (arguments_.explainedPage && arguments_.mirrorRoot) return "option '--explain' does not go with '--mirror'";
         if (arguments_.mirrorRoot && arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream)
             return "option '--mirror' needs '-o' and a folder";
         return {};

@@ -3,6 +3,7 @@
 
 #include "engines/Extract.h"
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -45,7 +46,8 @@ struct Arguments {
     IfExists ifExists = IfExists::overwrite;
     std::optional<DocumentKind> type; ///< the kind of every input, whatever its name
     Options options;
-    std::optional<std::string> passwordFile; ///< or kStandardStream; its first line is the password
+    std::optional<std::size_t> explainedPage; ///< of the one input: its picture takes the place of the text
+    std::optional<std::string> passwordFile;  ///< or kStandardStream; its first line is the password
     AskForPassword askForPassword = AskForPassword::never;
     unsigned jobs = 0; ///< 0: as many as there are processors
     PartialCountsAs partial = PartialCountsAs::converted;

@@ -2,6 +2,7 @@
 
 #include "cli/Input.h"
 #include "engines/ContentSniffer.h"
+#include "engines/Explain.h"
 
 #include <new>
 
@@ -27,12 +28,15 @@ Result notAccepted(std::span<const std::byte> content) {
 
 /// The extraction; where a password is needed and may be asked for, a second one with it.
 Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, PasswordPrompt& prompt) {
-    const auto release = [&input] { input.bytes.release(); };
-    Extraction extraction = extract(input.bytes.view(), kind, arguments.options, release);
+    const auto extractWith = [&](const Options& options) {
+        if (arguments.explainedPage) return explain(input.bytes.view(), kind, *arguments.explainedPage, options);
+        return extract(input.bytes.view(), kind, options, [&input] { input.bytes.release(); });
+    };
+    Extraction extraction = extractWith(arguments.options);
     if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments.options;
     options.password = prompt.password();
-    return options.password.empty() ? extraction : extract(input.bytes.view(), kind, options, release);
+    return options.password.empty() ? extraction : extractWith(options);
 }
 
 Result extracted(InputDocument& input, const PlannedDocument& document, const Arguments& arguments,

@@ -64,6 +64,11 @@ Text:
       --reflow          join the lines inside a paragraph (PDF, RTF); of a PDF,
                         running heads, feet and page numbers are left out
 
+      --explain PAGE    instead of the text, a picture (SVG) of how that page of
+                        the one PDF is read, counted from 1: runs, words, lines,
+                        columns, tables, paragraphs and reading order, with the
+                        reasons; -o PATH is its file, whatever its extension
+
 Messages:
       --strict          a document with parts that could not be read counts as
                         failed (its text is still written)

@@ -148,7 +148,11 @@ std::optional<InputFailure> addPassword(Arguments& arguments) {
 }
 
 int convertAll(Arguments arguments) {
-    const Destination destination = destinationOf(arguments.output, isFolder);
+    const bool isPicture = arguments.explainedPage.has_value();
+    if (isPicture && arguments.output && isFolder(*arguments.output))
+        return failOnUsage("option '--explain' needs a file after '-o', not the folder '" + *arguments.output + "'");
+    const Destination destination =
+        isPicture ? destinationOfPicture(arguments.output) : destinationOf(arguments.output, isFolder);
     if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
         return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
     if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
@@ -168,6 +172,7 @@ int convertAll(Arguments arguments) {
         if (arguments.verbosity != Verbosity::quiet) complain(programLine("no RTF, HTML or PDF document is found"));
         return kNothingAccepted;
     }
+    if (isPicture && inputs.size() > 1) return failOnUsage("option '--explain' takes one document");
     if (destination.kind == DestinationKind::file && inputs.size() > 1)
         return failOnUsage("the texts of several documents cannot go into the one file '" + *arguments.output +
                            "': name a folder");

@@ -2,6 +2,7 @@
 
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cstdint>
@@ -50,6 +51,21 @@ std::size_t plainPrefixLength(std::string_view bytes) {
 }
 
 } // namespace
+
+void TextSink::append(std::u32string_view codePoints) {
+    const char32_t* p = codePoints.data();
+    const char32_t* const end = p + codePoints.size();
+    while (p < end) {
+        const char32_t* plain = p;
+        while (plain < end && ((*plain >= 0x20 && *plain < 0x7F) || *plain == '\n'))
+            ++plain;
+        const std::size_t at = out_.size();
+        out_.resize(at + static_cast<std::size_t>(plain - p));
+        std::transform(p, plain, out_.data() + at, [](char32_t c) { return static_cast<char>(c); });
+        p = plain;
+        if (p < end) append(*p++);
+    }
+}
 
 void TextSink::appendOther(char32_t codePoint) {
     if (isControl(codePoint) && codePoint != '\t' && codePoint != '\n' &&

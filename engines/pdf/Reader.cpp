@@ -1,10 +1,7 @@
 #include "engines/pdf/Reader.h"
 
-#include "engines/pdf/OutcomeRows.h"
 #include "engines/pdf/PageJoiner.h"
-#include "engines/pdf/content/PageReader.h"
-#include "engines/pdf/layout/PageLayout.h"
-#include "text/TextSink.h"
+#include "engines/pdf/PageTexts.h"
 
 #include <string>
 #include <string_view>
@@ -12,43 +9,6 @@
 namespace quillow::pdf {
 
 namespace {
-
-/// Reads pages of a document one after another.
-class PageTexts {
-public:
-    PageTexts(Document& document, Reflow reflow)
-        : reflow_(reflow)
-        , fonts_(document)
-        , reader_(document, fonts_) {}
-
-    [[nodiscard]] PageOutcome read(const PageNode& node) {
-        PageOutcome outcome;
-        outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
-        outcome.loss.charactersDecoded = page_.text.size();
-        outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
-        layOut(page_, layout_);
-        if (reflow_ == Reflow::joinLines)
-            describeRows(layout_, outcome);
-        else
-            outcome.text = utf8Of(layout_.text);
-        return outcome;
-    }
-
-private:
-    static std::string utf8Of(std::u32string_view characters) {
-        text::TextSink sink;
-        sink.reserve(characters.size());
-        for (const char32_t c : characters)
-            sink.append(c);
-        return std::string(sink.view());
-    }
-
-    Reflow reflow_;
-    FontCache fonts_;
-    PageReader reader_;
-    Page page_;
-    PageLayout layout_;
-};
 
 Failure withPassword(const Failure& failure, const Options& options) {
     if (failure.reason != Reason::locked) return failure;

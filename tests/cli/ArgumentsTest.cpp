@@ -170,6 +170,11 @@ TEST(Arguments, mistakesAreNamed) {
     EXPECT_EQ(complaint({"--cells", "comma", "x"}), "unknown cell separator 'comma': tab or line");
 }
 
+TEST(Arguments, pageToExplainIsCountedFromOne) {
+    EXPECT_EQ(parsed({"--explain", "12", "x"}).explainedPage, 12U);
+    EXPECT_FALSE(parsed({"x"}).explainedPage);
+}
+
 TEST(Arguments, helpAndVersionNeedNoInput) {
     for (const std::string_view word : {"--help", "-h"})
         EXPECT_EQ(std::get<Request>(parseArguments(Words{word})), Request::help);

@@ -8,7 +8,7 @@ namespace quillow::pdf {
 namespace {
 
 /// The letters of one accent, each followed by itself with the accent (canonical decompositions of UnicodeData.txt,
-/// those of Latin letters with one accent).
+/// those of Latin letters with one accent; and the stroke that TeX draws over l and L).
 struct Accent {
     std::u32string_view characters; ///< that fonts have for the accent
     std::u32string_view letters;
@@ -27,12 +27,13 @@ constexpr Accent kAccents[] = {
     {U"\u02DD", U"OŐUŰoőuű"},
     {U"\u02C7", U"AǍCČDĎEĚGǦHȞIǏKǨLĽNŇOǑRŘSŠTŤUǓZŽaǎcčdďeěgǧhȟiǐjǰkǩlľnňoǒrřsštťuǔzž"},
     {U"\u00B8", U"CÇDḐEȨGĢHḨKĶLĻNŅRŖSŞTŢcçdḑeȩgģhḩkķlļnņrŗsştţ"},
+    {U"\u0337", U"LŁlł"},
     {U"\u02DB", U"AĄEĘIĮOǪUŲaąeęiįoǫuų"},
 };
 
 const Accent* accentOf(char32_t character) {
     const bool isAscii = character < 0x80;
-    if (isAscii ? character != '^' && character != '`' && character != '~' : character > 0x02DD) return nullptr;
+    if (isAscii ? character != '^' && character != '`' && character != '~' : character > 0x0337) return nullptr;
     for (const Accent& accent : kAccents)
         if (accent.characters.find(character) != std::u32string_view::npos) return &accent;
     return nullptr;

@@ -40,6 +40,13 @@ constexpr std::size_t kLeastIndependent = 8;
 constexpr float kMostAligned = 0.5F;
 /// So many such lines in succession are rows of a table.
 constexpr std::size_t kRowsOfTable = 3;
+/// Lines of a block are at most so far apart, in ems, as in a form or a list with wide spacing.
+constexpr float kMostDistance = 3.0F;
+/// So many rows of two blocks at one height show whether they are common rows.
+constexpr std::size_t kLeastRows = 3;
+/// What is drawn by rows has all its columns in them. A block beside it that is drawn by itself is no column of it, even
+/// if some of its lines have the baselines of rows.
+constexpr float kMostAlignedOfRows = 0.75F;
 /// A text is compared with so many of the next texts below its top. More are not side by side on a page.
 constexpr std::size_t kMostNeighbours = 16;
 /// More gutters than a page has.
@@ -198,6 +205,122 @@ void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters)
     }
 }
 
+/// Lines that follow one another in content order and on the page: a text, or a table that is drawn by rows.
+struct Block {
+    float left = 0;
+    float right = 0;
+    std::size_t steps = 0;  ///< how often the next line is beside the one before it
+    std::vector<Line> rows; ///< from top to bottom
+    [[nodiscard]] float top() const { return rows.front().top; }
+    [[nodiscard]] float bottom() const { return rows.back().bottom; }
+};
+
+/// Whether a line is the next one of a block, and not in another place.
+bool isNextOf(const Block& block, const Line& before, const Line& line) {
+    if (verticalOverlap(before, line) > kSameRow) return line.left > before.right - kTouch;
+    const float distance = before.bottom - line.top;
+    const float size = std::max(before.size, line.size);
+    return distance > -kSameRow * size && distance < kMostDistance * size && line.left < block.right &&
+           line.right > block.left;
+}
+
+std::vector<Block> blocksOf(std::span<const Line> lines) {
+    std::vector<Block> blocks;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        if (i == 0 || !isNextOf(blocks.back(), lines[i - 1], line)) {
+            blocks.push_back({line.left, line.right, 0, {line}});
+            continue;
+        }
+        Block& block = blocks.back();
+        block.left = std::min(block.left, line.left);
+        block.right = std::max(block.right, line.right);
+        if (verticalOverlap(lines[i - 1], line) <= kSameRow) {
+            block.rows.push_back(line);
+            continue;
+        }
+        ++block.steps;
+        block.rows.back().right = std::max(block.rows.back().right, line.right);
+    }
+    std::erase_if(blocks, [](const Block& block) { return block.rows.size() < kLeastRows; });
+    return blocks;
+}
+
+/// Rows of a block, from top to bottom.
+struct Rows {
+    float left = std::numeric_limits<float>::max();
+    float right = std::numeric_limits<float>::lowest();
+    std::span<const Line> lines;
+};
+
+/// The rows of a block whose baselines are between two heights.
+Rows rowsBetween(const Block& block, float bottom, float top) {
+    const auto first =
+        std::find_if(block.rows.begin(), block.rows.end(), [top](const Line& row) { return row.baseline < top; });
+    const auto last =
+        std::find_if(first, block.rows.end(), [bottom](const Line& row) { return row.baseline <= bottom; });
+    Rows rows;
+    rows.lines = {first, last};
+    for (const Line& row : rows.lines) {
+        rows.left = std::min(rows.left, row.left);
+        rows.right = std::max(rows.right, row.right);
+    }
+    return rows;
+}
+
+/// Whether the rows of two blocks side by side are their own: few rows of the smaller one have the baseline of a row of
+/// the other one.
+bool areOwnRows(std::span<const Line> a, std::span<const Line> b, bool areDrawnByRows) {
+    const std::span<const Line> fewer = a.size() < b.size() ? a : b;
+    const std::span<const Line> more = a.size() < b.size() ? b : a;
+    if (fewer.size() < kLeastRows) return false;
+    auto near = more.begin();
+    std::size_t aligned = 0;
+    for (const Line& row : fewer) {
+        near = std::find_if(near, more.end(),
+                            [&row](const Line& other) { return other.baseline < row.baseline + kTouch; });
+        aligned += near != more.end() && near->baseline > row.baseline - kTouch ? 1 : 0;
+    }
+    if (areDrawnByRows) return static_cast<float>(aligned) < kMostAlignedOfRows * static_cast<float>(more.size());
+    return static_cast<float>(aligned) < kMostAligned * static_cast<float>(fewer.size());
+}
+
+/// Lengthens a gutter along the rows of a block as far as they are on one side of it.
+void lengthen(Gutter& gutter, const Block& block) {
+    const auto crosses = [&gutter](const Line& row) { return row.right > gutter.left && row.left < gutter.right; };
+    const auto middle = std::find_if(block.rows.begin(), block.rows.end(),
+                                     [&gutter](const Line& row) { return row.baseline < gutter.top; });
+    for (auto row = middle; row != block.rows.end() && !crosses(*row); ++row)
+        gutter.bottom = std::min(gutter.bottom, row->bottom);
+    for (auto row = middle; row != block.rows.begin() && !crosses(*(row - 1)); --row)
+        gutter.top = std::max(gutter.top, (row - 1)->top);
+}
+
+/// Adds the gutters between blocks side by side that have rows of their own.
+void addGuttersOfBlocks(std::span<const Line> lines, std::vector<Gutter>& gutters) {
+    std::vector<Block> blocks = blocksOf(lines);
+    std::sort(blocks.begin(), blocks.end(), [](const Block& a, const Block& b) { return a.top() > b.top(); });
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const Block& a = blocks[i];
+        const std::size_t end = std::min(blocks.size(), i + 1 + kMostNeighbours);
+        for (std::size_t k = i + 1; k < end && blocks[k].top() > a.bottom(); ++k) {
+            const Block& b = blocks[k];
+            const float bottom = std::max(a.bottom(), b.bottom());
+            const float top = std::min(a.top(), b.top());
+            const Rows rowsOfA = rowsBetween(a, bottom, top);
+            const Rows rowsOfB = rowsBetween(b, bottom, top);
+            Gutter gutter{std::min(rowsOfA.right, rowsOfB.right), std::max(rowsOfA.left, rowsOfB.left), bottom, top};
+            if (gutter.right - gutter.left < kLeastGutter) continue;
+            const bool areDrawnByRows = std::max(a.steps, b.steps) >= kLeastRows;
+            if (!areOwnRows(rowsOfA.lines, rowsOfB.lines, areDrawnByRows)) continue;
+            if (gutters.size() == kMostGutters) return;
+            lengthen(gutter, a);
+            lengthen(gutter, b);
+            gutters.push_back(gutter);
+        }
+    }
+}
+
 /// Lines that are drawn by rows.
 class Weave {
 public:
@@ -320,6 +443,7 @@ std::vector<std::uint32_t> columnsOf(std::span<const Line> lines) {
     std::vector<Gutter> gutters;
     addGuttersOfPage(lines, gutters);
     addGuttersOfTexts(textsOf(lines), lines, gutters);
+    addGuttersOfBlocks(lines, gutters);
     if (gutters.empty()) return columns;
     // Two bits for each gutter: whether the line is beside it, and on which side.
     std::vector<std::pair<std::uint64_t, std::uint64_t>> places(lines.size());

@@ -26,12 +26,24 @@ struct Letter {
 
 /// A drawn blank between letters nearer than this is not seen. In ems.
 constexpr float kLeastBlank = 0.04F;
+/// Gaps below this are not blanks in any line. In ems.
+constexpr float kNoBlank = 0.05F;
+/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
+constexpr float kOverlap = 0.2F;
+/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
+constexpr float kKerned = 0.1F;
 
+constexpr char32_t kFirstRightToLeft = 0x0590;
 constexpr char32_t kFirstPresentationForm = 0xFB00;
 constexpr char32_t kSoftHyphen = 0x00AD;
+constexpr char32_t kNoBreakSpace = 0x00A0;
 
 constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
+}
+
+constexpr bool isBlankCharacter(char32_t c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || isIn(c, 0x2000, 0x200B);
 }
 
 /// Roughly the letters: what is neither punctuation, digit, nor symbol.

@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
+#include "engines/pdf/layout/LineEvidence.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,22 +12,10 @@ namespace {
 
 /// The same letter so near its twin is drawn twice to look bold, or as a shadow. In ems.
 constexpr float kTwin = 0.12F;
-/// Gaps below this are not blanks in any line. In ems.
-constexpr float kNoBlank = 0.05F;
-/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
-constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
 /// A mark may be so far beside the letters of its cluster. In ems.
 constexpr float kBesideCluster = 0.5F;
-/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
-constexpr float kKerned = 0.1F;
-constexpr char32_t kFirstRightToLeft = 0x0590;
-constexpr char32_t kNoBreakSpace = 0x00A0;
-
-constexpr bool isBlankCharacter(char32_t c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
-}
 
 bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
@@ -194,7 +183,14 @@ void LineWriter::sortLetters() {
     });
 }
 
+/// Evidence needs the letters, which a plain line does not collect.
+bool LineWriter::mayBePlain() {
+    return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
+}
+
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
+    underscores_.choose(orientation_, spans);
+    if (mayBePlain() && plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {
@@ -203,14 +199,29 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
         mixed_.attachMarks(letters_);
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
+    const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_)) {
+    if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
         mixed_.write(letters_, thresholdOfLetters(), out);
     } else {
-        underscores_.choose(orientation_, spans);
         writeFromTheLeft(out);
     }
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
+}
+
+void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
+    const Span& first = orientation_.spans[spans.front()];
+    Box area{first.left, first.bottom, first.right, first.top};
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        area.extendTo({span.left, span.bottom});
+        area.extendTo({span.right, span.top});
+    }
+    showLine(page_, area, letters_, thresholdOfLetters(), evidence);
+    if (repeated > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf

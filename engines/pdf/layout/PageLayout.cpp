@@ -24,13 +24,15 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// Lays the text of one writing direction out.
 class OrientationLayout {
 public:
-    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced)
+    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
         , monospaced_(monospaced)
+        , evidence_(evidence)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(PageLayout& layout) && {
+        if (evidence_ != nullptr) evidence_->setFrame(orientation_.frame);
         makeLines();
         if (found_.lines.empty()) return;
         makeRulings();
@@ -39,6 +41,7 @@ public:
         makeRows();
         describeRows();
         markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left);
+        if (evidence_ != nullptr) showTables(*evidence_);
         const auto orientation = static_cast<std::uint16_t>(layout.orientations.size());
         layout.orientations.push_back({orientation_.frame, orientation_.isVertical, isFromTheRight_});
         layout.rows.reserve(layout.rows.size() + rows_.size());
@@ -72,7 +75,7 @@ public:
 private:
     /// The lines that have text, and their text.
     void makeLines() {
-        LineWriter writer(page_, orientation_);
+        LineWriter writer(page_, orientation_, evidence_);
         found_ = linesOf(orientation_);
         unweaveColumns(found_.lines);
         std::size_t kept = 0;
@@ -252,9 +255,30 @@ private:
             out.pop_back();
     }
 
+    /// The rulings, and the cells of the tables.
+    void showTables(Evidence& evidence) const {
+        for (const Ruling& ruling : rulings_.horizontal)
+            evidence.show(Topic::ruling, Box{ruling.from, ruling.at, ruling.to, ruling.at});
+        for (const Ruling& ruling : rulings_.vertical)
+            evidence.show(Topic::ruling, Box{ruling.at, ruling.from, ruling.at, ruling.to});
+        for (const Row& row : rows_) {
+            for (const Cell& cell : row.cells) {
+                if (!row.isTableRow || cell.empty()) continue;
+                const Line& first = found_.lines[cell.front()];
+                Box area{first.left, first.bottom, first.right, first.top};
+                for (const std::uint32_t line : cell) {
+                    area.extendTo({found_.lines[line].left, found_.lines[line].bottom});
+                    area.extendTo({found_.lines[line].right, found_.lines[line].top});
+                }
+                evidence.show(Topic::cell, area);
+            }
+        }
+    }
+
     const Page& page_;
     Orientation& orientation_;
     const MonospacedFonts& monospaced_;
+    Evidence* evidence_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
@@ -268,12 +292,12 @@ private:
 
 } // namespace
 
-void layOut(const Page& page, PageLayout& layout) {
+void layOut(const Page& page, PageLayout& layout, Evidence* evidence) {
     layout.clear();
     std::vector<Orientation> orientations = orientationsOf(page);
     const MonospacedFonts monospaced(page);
     for (Orientation& orientation : orientations)
-        OrientationLayout(page, orientation, monospaced).append(layout);
+        OrientationLayout(page, orientation, monospaced, evidence).append(layout);
 }
 
 } // namespace quillow::pdf

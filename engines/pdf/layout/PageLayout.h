@@ -2,6 +2,7 @@
 // that what is done with pages afterwards needs neither runs nor glyphs.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Span.h"
 
 #include <cstddef>
@@ -60,7 +61,8 @@ struct PageLayout {
     }
 };
 
-/// Lays a page out. `layout` is emptied first; its memory is used again.
-void layOut(const Page& page, PageLayout& layout);
+/// Lays a page out. `layout` is emptied first; its memory is used again. What is found on the way, and why, is added to
+/// `evidence`.
+void layOut(const Page& page, PageLayout& layout, Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

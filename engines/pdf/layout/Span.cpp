@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace quillow::pdf {
 
@@ -128,26 +129,33 @@ private:
         orientation.glyphCount += run.glyphCount;
         Span span = emptySpan(orientation, run);
         span.run = index;
+        const float start = span.start;
         const float wide = kWideGap * run.fontSize;
-        for (std::uint32_t i = 0; i < run.glyphCount; ++i) {
-            const Glyph& glyph = page_.glyphs[run.firstGlyph + i];
-            const float left = span.start + std::min(glyph.offset, glyph.offset + glyph.width);
-            const float right = span.start + std::max(glyph.offset, glyph.offset + glyph.width);
-            if (span.glyphCount > 0 && (left - span.right > wide || span.left - right > wide)) {
-                orientation.spans.push_back(span);
-                span.glyphCount = 0;
+        const std::span glyphs = std::span(page_.glyphs).subspan(run.firstGlyph, run.glyphCount);
+        std::size_t first = 0; // of the span
+        float spanLeft = start + std::min(glyphs[0].offset, glyphs[0].offset + glyphs[0].width);
+        float spanRight = spanLeft;
+        const auto addSpan = [&](std::size_t end) {
+            span.firstGlyph = run.firstGlyph + static_cast<std::uint32_t>(first);
+            span.glyphCount = static_cast<std::uint32_t>(end - first);
+            span.left = spanLeft;
+            span.right = spanRight;
+            orientation.spans.push_back(span);
+        };
+        for (std::size_t i = 0; i < glyphs.size(); ++i) {
+            const float end = glyphs[i].offset + glyphs[i].width;
+            const float left = start + std::min(glyphs[i].offset, end);
+            const float right = start + std::max(glyphs[i].offset, end);
+            if (left - spanRight > wide || spanLeft - right > wide) [[unlikely]] {
+                if (i > 0) addSpan(i);
+                first = i;
+                spanLeft = left;
+                spanRight = right;
             }
-            if (span.glyphCount == 0) {
-                span.firstGlyph = run.firstGlyph + i;
-                span.left = left;
-                span.right = right;
-            } else {
-                span.left = std::min(span.left, left);
-                span.right = std::max(span.right, right);
-            }
-            ++span.glyphCount;
+            spanLeft = std::min(spanLeft, left);
+            spanRight = std::max(spanRight, right);
         }
-        orientation.spans.push_back(span);
+        addSpan(glyphs.size());
     }
 
     static Span emptySpan(const Orientation& orientation, const Run& run) {

@@ -1,8 +1,11 @@
 #include "engines/pdf/layout/Table.h"
 
+#include "engines/pdf/layout/AlignedTable.h"
+#include "engines/pdf/layout/Band.h"
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/GridTable.h"
 #include "engines/pdf/layout/LineWords.h"
+#include "engines/pdf/layout/Stripes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +17,13 @@ namespace quillow::pdf {
 namespace {
 
 /// Vertical extents with so much in common are one band.
-constexpr float kSameBand = 0.5F;
+constexpr float kSameBand = 0.6F;
+/// Bands with so much in common are of one row: lines below one another never have.
+constexpr float kInterleaved = 0.2F;
+/// Bands of the head of a table above its first row of several lines, at most.
+constexpr std::size_t kMostHeadBands = 4;
+/// They are at most so far apart. In ems.
+constexpr float kMostHeadGap = 1.0F;
 /// Bands further apart are not of one table unless rulings connect them. In ems.
 constexpr float kMostLeading = 2.0F;
 /// A stripe between columns is at least so wide. In ems.
@@ -38,22 +47,6 @@ constexpr std::size_t kMostWork = 1'000'000;
 constexpr std::size_t kMostWorkALine = 32;
 /// Grids that a page may have; more are the boxes of a form or a drawing.
 constexpr std::size_t kMostGrids = 64;
-
-/// Lines at one height, from left to right.
-struct Band {
-    std::vector<std::uint32_t> lines;
-    float bottom = 0;
-    float top = 0;
-    float size = 0;
-
-    [[nodiscard]] float height() const { return top - bottom; }
-    [[nodiscard]] bool isMultiple() const { return lines.size() > 1; }
-};
-
-struct Stripe {
-    float left = 0;
-    float right = 0;
-};
 
 bool isDigitLike(char32_t c) {
     return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
@@ -111,11 +104,13 @@ private:
     void findAligned(std::span<const std::uint32_t> column) {
         makeBands(column);
         std::size_t i = 0;
+        std::size_t first = 0; // the band after the last table
         while (i < bands_.size() && work_ < kMostWork + kMostWorkALine * lines_.size()) {
             const std::size_t end = bands_[i].isMultiple() ? growRegion(i) : i;
             if (end > i + 1 && isTable(i, end)) {
-                tables_.push_back(makeTable(i, end));
-                i = end;
+                const auto [from, to] = extended(first, i, end);
+                tables_.push_back(makeTable(from, to));
+                i = first = to;
             } else {
                 ++i;
             }
@@ -166,11 +161,6 @@ private:
                              [this](std::uint32_t a, std::uint32_t b) { return lines_[a].left < lines_[b].left; });
     }
 
-    [[nodiscard]] float leadingBetween(const Band& above, const Band& below) const {
-        const float size = std::max(above.size, below.size);
-        return size > 0 ? (above.bottom - below.top) / size : 0;
-    }
-
     /// The end of the bands that may be one table with the band at `begin`.
     std::size_t growRegion(std::size_t begin) {
         std::size_t end = begin + 1;
@@ -185,7 +175,7 @@ private:
         };
         std::size_t columns = stripesSoFar();
         for (std::size_t i = begin + 1; i < bands_.size() && i - begin < kMostBands; ++i) {
-            if (leadingBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
+            if (gapBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
             if (!bands_[i].isMultiple()) {
                 if (++singles > kMostSingles) break;
                 continue;
@@ -203,9 +193,41 @@ private:
         return end;
     }
 
+    /// Adds the single lines at both ends of a table: lines of centred cells, and headings over several columns.
+    [[nodiscard]] std::pair<std::size_t, std::size_t> extended(std::size_t first, std::size_t begin, std::size_t end) {
+        if (end < bands_.size() && verticalOverlap(bands_[end - 1], bands_[end]) > kInterleaved) ++end;
+        if (begin > first && verticalOverlap(bands_[begin - 1], bands_[begin]) > kInterleaved) --begin;
+        const std::vector<Stripe> stripes = stripesOf(begin, end);
+        if (stripes.empty()) return {begin, end};
+        float left = 0;
+        float right = 0;
+        extents(begin, end, left, right);
+        for (std::size_t i = begin; i > first && begin - i < kMostHeadBands; --i) {
+            const float above =
+                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
+            if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
+            const Line& line = lines_[bands_[i - 1].lines.front()];
+            if (line.left < stripes.front().left || line.right > right + line.size) break;
+            if (gapBetween(bands_[i - 1], bands_[i]) > kMostHeadGap) break;
+            if (hasRulingBetween(bands_[i].top, bands_[i - 1].bottom, left, right)) break;
+        }
+        return {begin, end};
+    }
+
+    /// Whether there is a horizontal ruling across most of a table at a height.
+    [[nodiscard]] bool hasRulingBetween(float bottom, float top, float left, float right) const {
+        constexpr float kWideShare = 0.8F;
+        constexpr float kTouch = 1; // point
+        const auto begin = std::lower_bound(rulings_.horizontal.begin(), rulings_.horizontal.end(), bottom - kTouch,
+                                            [](const Ruling& ruling, float at) { return ruling.at < at; });
+        for (auto ruling = begin; ruling != rulings_.horizontal.end() && ruling->at < top + kTouch; ++ruling)
+            if (std::min(ruling->to, right) - std::max(ruling->from, left) > kWideShare * (right - left)) return true;
+        return false;
+    }
+
     /// Adds the ends of a band's lines to the sorted events.
     void addEvents(const Band& band) {
-        const auto add = [this](std::pair<float, int> event) {
+        const auto add = [this](Edge event) {
             events_.insert(std::upper_bound(events_.begin(), events_.end(), event), event);
         };
         for (const std::uint32_t line : band.lines) {
@@ -216,7 +238,7 @@ private:
 
     /// The free stripes between the columns of some bands.
     [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) const {
-        std::vector<std::pair<float, int>> events;
+        std::vector<Edge> events;
         std::size_t multiples = 0;
         float size = 0;
         for (std::size_t i = begin; i < end; ++i) {
@@ -231,26 +253,6 @@ private:
         }
         std::sort(events.begin(), events.end());
         return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
-    }
-
-    /// Where at most `crossing` of the pieces between the sorted events are, for at least `width`.
-    static std::vector<Stripe> freeStripes(std::span<const std::pair<float, int>> events, float crossing, float width) {
-        const int tolerance = static_cast<int>(crossing);
-        std::vector<Stripe> stripes;
-        int covered = 0;
-        bool seen = false;
-        float free = 0;
-        for (const auto& [x, change] : events) {
-            const bool wasFree = covered <= tolerance;
-            covered += change;
-            const bool isFree = covered <= tolerance;
-            if (!wasFree && isFree) free = x;
-            if (wasFree && !isFree) {
-                if (seen && x - free > width) stripes.push_back({free, x});
-                seen = true;
-            }
-        }
-        return stripes;
     }
 
     /// Whether the bands of a region are rows of a table, and not columns of text or a list.
@@ -315,20 +317,13 @@ private:
     }
 
     [[nodiscard]] static std::size_t columnOf(const auto& line, const std::vector<Stripe>& stripes) {
-        const float middle = (line.left + line.right) / 2;
-        std::size_t column = 0;
-        while (column < stripes.size() && (stripes[column].left + stripes[column].right) / 2 < line.left) // left of it
-            ++column;
-        // A cell that reaches over several columns belongs to the first one, a misaligned one to where its middle is.
-        while (column < stripes.size() && stripes[column].right < middle && stripes[column].left < line.left)
-            ++column;
-        return column;
+        return pdf::columnOf(line.left, line.right, stripes);
     }
 
     /// The stripes between columns that are nearer to each other than two lines: gaps wider than blanks, one below the
     /// other.
     [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) {
-        std::vector<std::pair<float, int>> events;
+        std::vector<Edge> events;
         std::vector<Word> pieces;
         std::size_t multiples = 0;
         float size = 0;
@@ -351,72 +346,8 @@ private:
     [[nodiscard]] Table makeTable(std::size_t begin, std::size_t end) {
         std::vector<Stripe> stripes = fineStripesOf(begin, end);
         if (const std::vector<Stripe> coarse = stripesOf(begin, end); stripes.size() < coarse.size()) stripes = coarse;
-        Table table;
-        extents(begin, end, table.left, table.right);
-        table.top = bands_[begin].top;
-        table.bottom = bands_[end - 1].bottom;
-        for (std::size_t i = begin; i < end; ++i) {
-            const Band& band = bands_[i];
-            table.lines.insert(table.lines.end(), band.lines.begin(), band.lines.end());
-            const std::uint32_t first = band.lines.front();
-            const std::size_t column = columnOf(lines_[first], stripes);
-            const bool hasCellAbove = !table.rows.empty() && column < table.rows.back().cells.size();
-            if (!band.isMultiple() && hasCellAbove && continues(i, stripes))
-                table.rows.back().cells[column].push_back(first);
-            else
-                table.rows.push_back(makeRow(band, stripes));
-        }
-        return table;
-    }
-
-    [[nodiscard]] Row makeRow(const Band& band, const std::vector<Stripe>& stripes) {
-        Row row = rowOf(lines_[band.lines.front()], band.lines.front());
-        row.cells.assign(stripes.size() + 1, {});
-        for (const std::uint32_t line : band.lines) {
-            extend(row, lines_[line]);
-            addToColumns(line, stripes, row);
-        }
-        if (!band.isMultiple()) row.cells.assign(1, {band.lines.front()}); // a heading inside the table
-        row.isTableRow = true;
-        return row;
-    }
-
-    /// Puts a line into its column, or its pieces into theirs.
-    void addToColumns(std::uint32_t index, const std::vector<Stripe>& stripes, Row& row) {
-        pieces_.clear();
-        words_.appendPieces(index, pieces_);
-        std::vector<float> cuts;
-        std::vector<std::size_t> columns;
-        for (std::size_t i = 0; i < pieces_.size(); ++i) {
-            const std::size_t column = columnOf(pieces_[i], stripes);
-            if (!columns.empty() && column == columns.back()) continue;
-            if (!columns.empty()) cuts.push_back((pieces_[i - 1].right + pieces_[i].left) / 2);
-            columns.push_back(column);
-        }
-        if (cuts.empty()) {
-            row.cells[columnOf(lines_[index], stripes)].push_back(index);
-            return;
-        }
-        for (Line& part : cutLine(page_, orientation_, found_, index, cuts)) {
-            const auto at = static_cast<std::size_t>(
-                std::upper_bound(cuts.begin(), cuts.end(), (part.left + part.right) / 2) - cuts.begin());
-            row.cells[columns[at]].push_back(static_cast<std::uint32_t>(lines_.size()));
-            lines_.push_back(std::move(part));
-        }
-    }
-
-    /// Whether a band of one line goes on in the cell above it: it is closer than the rows are.
-    [[nodiscard]] bool continues(std::size_t at, const std::vector<Stripe>& stripes) const {
-        const Line& line = lines_[bands_[at].lines.front()];
-        const std::size_t column = columnOf(line, stripes);
-        if (column < stripes.size() && line.right > stripes[column].right) return false; // reaches over columns
-        const float above = leadingBetween(bands_[at - 1], bands_[at]);
-        const float below = at + 1 < bands_.size() ? leadingBetween(bands_[at], bands_[at + 1]) : kMostLeading;
-        constexpr float kCloser = 0.1F;
-        if (above + kCloser < below) return true;
-        const std::u32string_view text = texts_[bands_[at].lines.front()];
-        const bool goesOn = !text.empty() && ((text.front() >= 'a' && text.front() <= 'z') || text.front() == '(');
-        return goesOn && above < below + kCloser;
+        AlignedTable table(page_, orientation_, found_, texts_, words_, {bands_, begin, end, stripes});
+        return std::move(table).make(rulings_.horizontal);
     }
 
     const Page& page_;
@@ -428,8 +359,7 @@ private:
     LineWords words_;
     std::vector<bool> isTaken_; ///< lines of ruled tables
     std::vector<Band> bands_;
-    std::vector<std::pair<float, int>> events_; ///< of a growing region: where lines begin (1) and end (-1)
-    std::vector<Word> pieces_;
+    std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;
     mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };

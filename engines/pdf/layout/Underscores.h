@@ -18,6 +18,8 @@ public:
     /// Chooses those at the baseline of a line with the spans `line`. `append` writes what is chosen.
     void choose(const Orientation& orientation, std::span<const std::uint32_t> line);
 
+    [[nodiscard]] bool areChosen() const { return !chosen_.empty(); }
+
     /// Appends the underscores that are in a gap between two letters of that size, and nothing else but blanks that
     /// are beside them. Returns whether there are any.
     [[nodiscard]] bool append(float left, float right, float size, std::u32string& out) const;

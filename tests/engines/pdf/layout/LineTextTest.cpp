@@ -164,6 +164,37 @@ TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
               "The word for introduction is מבוא\n");
 }
 
+TEST(PdfLineText, punctuationShowsTheDirectionOfMixedLines) {
+    const struct {
+        const char* what;
+        std::u32string_view seen; ///< from the left
+        const char* text;
+    } cases[] = {
+        {"a line from the left", U"Witnesses: ילוי הרש, and דדח הליל.", "Witnesses: שרה יולי, and לילה חדד.\n"},
+        {"a list from the left of words from the right", U"See גבא, דהו for it", "See אבג, והד for it\n"},
+        {"a list from the right of words from the left", U"ltr ,num ,heb :(15) טסקט", "טקסט (15): heb, num, ltr\n"},
+        {"numbers in the order of the left", U"ב 1, 4 א", "א 1, 4 ב\n"},
+        {"numbers in the order of the right", U"ב 4 ,1 א", "א 1, 4 ב\n"},
+        {"code with punctuation of its own", U"function וא def func(): :דוק", "קוד: def func(): או function\n"},
+        {"a bracket that the text from the right opens", U"ג (func) בא", "אב (func) ג\n"},
+        {"names with signs before them", U"\\ltr ,\\num :םש", "שם: \\num, \\ltr\n"},
+        {"a prefix with a hyphen", U"בט Python-ב בתכ", "כתב ב-Python טב\n"},
+        {"a label that is drawn from the left", U"English בא 1.", "1. אב English\n"},
+        {"words that begin with a point", U"use .NET תא טב", "בט את use .NET\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(PageBuilder().text(10, 700, c.seen)), c.text) << c.what;
+}
+
+TEST(PdfLineText, linesWithoutLettersFromTheRightMayBeReadFromTheRight) {
+    const auto page = [] {
+        PageBuilder builder;
+        return builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+    };
+    EXPECT_EQ(textOf(page().text(10, 700, U",ltr ,num")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U"num, ltr,")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
+}
+
 TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
     PageBuilder builder;
     builder.text(100, 700, U"ןושאר").text(10, 700, U"ינש");
@@ -179,6 +210,13 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
               "naïve\n")
         << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"\u0337")
+                         .text(10.4F, 700, U"Lo")
+                         .text(20, 700, U"\u0337")
+                         .text(20.4F, 700, U"l")),
+              "Łoł\n")
+        << "a stroke";
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
 }
 

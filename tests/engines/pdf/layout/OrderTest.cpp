@@ -107,6 +107,25 @@ TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
     EXPECT_EQ(textOf(builder), left + right);
 }
 
+TEST(PdfOrder, blocksSideBySideWithLeadingsOfTheirOwnAreNotATable) {
+    PageBuilder builder;
+    builder.lines(10, 700, {U"Hotel", U"44100 3", U"City", U"555 678", U"Land"}, 11.5F);
+    builder.lines(200, 706, {U"Sender", U"77000 5", U"Town", U"555 901", U"Mail"}, 13);
+    EXPECT_EQ(textOf(builder), "Hotel\n44100 3\nCity\n555 678\nLand\nSender\n77000 5\nTown\n555 901\nMail\n");
+}
+
+TEST(PdfOrder, aBlockDrawnAfterTheRowsBesideItIsNoColumnOfThem) {
+    PageBuilder builder;
+    std::string expected;
+    for (int i = 0; i < 5; ++i) {
+        builder.text(10, 700.0F - 17.0F * static_cast<float>(i), U"Date")
+            .text(70, 700.0F - 17.0F * static_cast<float>(i), U"10");
+        expected += "Date\t10\n";
+    }
+    builder.text(200, 700, U"Contact").text(200, 683, U"Name").lines(200, 671.5F, {U"Phone", U"Fax", U"Mail"}, 11.5F);
+    EXPECT_EQ(textOf(builder), expected + "Contact\nName\nPhone\nFax\nMail\n");
+}
+
 TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
     PageBuilder builder;
     prose(builder, 10, 700, U"תש רק צפ עס", 3);
