@@ -148,6 +148,14 @@ std::string setPageMarks(Arguments& arguments, std::string_view value) {
     return {};
 }
 
+std::string setPages(Arguments& arguments, std::string_view value) {
+    if (!arguments.options.pages.isEveryPage()) return "the pages are given twice";
+    auto pages = parsePageSelection(value);
+    if (!pages) return "the pages must be numbers and ranges like 3-7,12,20-, not " + quoted(value);
+    arguments.options.pages = std::move(*pages);
+    return {};
+}
+
 std::string setCells(Arguments& arguments, std::string_view value) {
     if (value != "tab" && value != "line") return "unknown cell separator " + quoted(value) + ": tab or line";
     arguments.options.cells = value == "line" ? CellSeparator::line : CellSeparator::tab;
@@ -236,6 +244,7 @@ constexpr std::array kOptions = {
     Option{"worker", '\0', Takes::nothing, setWorker, About::run},
     Option{"jobs", 'j', Takes::value, setJobs, About::run},
     Option{"threads", '\0', Takes::value, setThreads, About::run},
+    Option{"pages", '\0', Takes::value, setPages},
     Option{"page-marks", '\0', Takes::value, setPageMarks},
     Option{"cells", '\0', Takes::value, setCells},
     Option{"no-list-markers", '\0', Takes::nothing, setNoListMarkers},

@@ -65,13 +65,16 @@ Output:
       --no-clobber      the same as --if-exists skip
 
 Text:
+      --pages LIST      only these pages, in the order of the document: 3-7,12,20-
+                        (PDF; of other documents everything is read)
       --page-marks ff   a form feed between pages (PDF, RTF)
       --cells line      each table cell on a line of its own; default: tab
       --no-list-markers no bullets and numbers before list items
       --links           the target after the text of a link: text <target>
       --hidden-text     hidden and deleted text too
       --headers-footers running headers and footers too (RTF)
-      --reflow          join the lines inside a paragraph (RTF)
+      --reflow          join the lines inside a paragraph (PDF, RTF); of a PDF,
+                        running heads, feet and page numbers are left out
 
       --explain PAGE    instead of the text, a picture (SVG) of how that page of
                         the one PDF is read, counted from 1: runs, words, lines,

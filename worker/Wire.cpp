@@ -58,6 +58,8 @@ public:
         rest_.remove_prefix(size);
         return value;
     }
+    /// False after a mistake.
+    [[nodiscard]] bool mayGoOn() const { return !hasFailed_; }
     /// True if there was no mistake and nothing is left.
     [[nodiscard]] bool isWhole() const { return !hasFailed_ && rest_.empty(); }
 
@@ -70,6 +72,15 @@ private:
     std::string_view rest_;
     bool hasFailed_ = false;
 };
+
+PageSelection readPages(Reader& reader) {
+    std::vector<PageRange> ranges;
+    for (std::uint64_t left = reader.number(); left > 0 && reader.mayGoOn(); --left) {
+        const auto first = static_cast<std::uint32_t>(reader.number());
+        ranges.push_back({first, static_cast<std::uint32_t>(reader.number())});
+    }
+    return PageSelection(std::move(ranges));
+}
 
 /// The reasons that an engine gives. The others are decided outside of it.
 bool isReasonOfAnEngine(Reason reason) {
@@ -175,7 +186,9 @@ std::optional<Isolation> decodeGreeting(std::string_view body) {
 std::optional<std::string> encodeRequest(const Request& request) {
     // The names must be as many as the fields, so a new option cannot be forgotten here.
     const auto& [kind, options, explainedPage] = request.question;
-    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] = options;
+    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, pages, password] =
+        options;
+    static_cast<void>(threads); // a locked worker can start none
     if (password.size() > kMaximumBody / 2) return std::nullopt;
     Writer writer;
     writer.number(request.token);
@@ -190,6 +203,11 @@ std::optional<std::string> encodeRequest(const Request& request) {
     writer.choice(hiddenText);
     writer.choice(headersFooters);
     writer.choice(reflow);
+    writer.number(pages.ranges().size());
+    for (const auto& [first, last] : pages.ranges()) {
+        writer.number(first);
+        writer.number(last);
+    }
     writer.text(password);
     return std::move(writer).done();
 }
@@ -202,8 +220,9 @@ std::optional<Request> decodeRequest(std::string_view body) {
     request.question.explainedPage = reader.number();
     request.delivery = reader.choice(Delivery::descriptor);
     request.maximumText = reader.number();
-    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, password] =
+    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, pages, password] =
         request.question.options;
+    threads = 1;
     pageMarks = reader.choice(PageMarks::formFeed);
     cells = reader.choice(CellSeparator::line);
     listMarkers = reader.choice(ListMarkers::off);
@@ -211,6 +230,7 @@ std::optional<Request> decodeRequest(std::string_view body) {
     hiddenText = reader.choice(HiddenText::on);
     headersFooters = reader.choice(HeadersFooters::on);
     reflow = reader.choice(Reflow::joinLines);
+    pages = readPages(reader);
     password = reader.text();
     return reader.isWhole() ? std::optional(std::move(request)) : std::nullopt;
 }

@@ -22,6 +22,15 @@ std::string missingPages(const PageList& list) {
            " pages cannot be read";
 }
 
+/// Those of the pages that can be found and that the selection has.
+std::vector<PageNode> selectedPages(const PageList& list, const PageSelection& selection) {
+    std::vector<PageNode> selected;
+    std::uint32_t number = 0;
+    for (const PageNode& page : list.pages)
+        if (selection.contains(++number)) selected.push_back(page);
+    return selected;
+}
+
 /// Reads pages of a copy of a document.
 class CopiedPages final : public PageSource {
 public:
@@ -61,16 +70,21 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     Document& document = *opened.value();
     const PageList list = pageListOf(document);
     PageJoiner joiner(options.pageMarks, options.reflow);
-    if (const unsigned threads = threadsFor(list.pages.size(), options.threads);
-        threads < 2 || !readByThreads(document, list.pages, options, threads, joiner)) {
+    const std::uint64_t pages = list.pages.size() + list.missing;
+    const std::vector<PageNode> selected = selectedPages(list, options.pages);
+    // A document without pages is damaged, whichever are selected.
+    if (selected.empty() && !list.pages.empty())
+        return failed(Reason::unreadable, "the document has no such page: it has " + std::to_string(list.pages.size()));
+    if (const unsigned threads = threadsFor(selected.size(), options.threads);
+        threads < 2 || !readByThreads(document, selected, options, threads, joiner)) {
         joiner = PageJoiner(options.pageMarks, options.reflow);
         PageTexts texts(document, options.reflow);
-        for (const PageNode& page : list.pages)
+        for (const PageNode& page : selected)
             if (!joiner.add(texts.read(page))) break;
     }
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");
     joiner.leaveOut(list.missing, missingPages(list));
-    return std::move(joiner).finish(list.pages.size() + list.missing);
+    return std::move(joiner).finish(pages);
 }
 
 } // namespace quillow::pdf

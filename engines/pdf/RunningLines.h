@@ -1,5 +1,5 @@
-// Running heads, feet and page numbers: lines at the edge of a page that its neighbours have at the same place, with the
-// same words but for numbers.
+// Running heads, feet and page numbers: lines at the edge of a page that its neighbours have at the same place, with
+// the same words but for numbers.
 #pragma once
 
 #include "engines/pdf/PageOutcome.h"

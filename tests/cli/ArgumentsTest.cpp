@@ -64,6 +64,15 @@ TEST(Arguments, textFormOptionsReachTheEngines) {
     EXPECT_EQ(options.reflow, Reflow::joinLines);
 }
 
+TEST(Arguments, pagesAreNumbersAndRanges) {
+    const PageSelection pages = parsed({"--pages", "12,3-7,20-,5", "x"}).options.pages;
+
+    EXPECT_EQ(pages.ranges(), (std::vector<PageRange>{{3, 7}, {12, 12}, {20, PageRange::kLastPage}}));
+    EXPECT_TRUE(parsed({"x"}).options.pages.isEveryPage());
+    EXPECT_EQ(complaint({"--pages", "7-3", "x"}), "the pages must be numbers and ranges like 3-7,12,20-, not '7-3'");
+    EXPECT_EQ(complaint({"--pages=1", "--pages=2", "x"}), "the pages are given twice");
+}
+
 TEST(Arguments, typeNamesAKind) {
     EXPECT_EQ(parsed({"--type", "htm", "-"}).type, DocumentKind::html);
     EXPECT_EQ(parsed({"-t", "rtfd", "-"}).type, DocumentKind::rtfd);

@@ -1,5 +1,5 @@
-// Where the page shows that a paragraph begins: by spacing, by indent, by a short last line, by a heading's font, by the
-// sign of a list.
+// Where the page shows that a paragraph begins: by spacing, by indent, by a short last line, by a heading's font, by
+// the sign of a list.
 #pragma once
 
 #include "engines/pdf/layout/Margins.h"
