@@ -18,21 +18,12 @@ constexpr float kSameWidth = 0.02F;
 /// Digits have one width in most fonts, and are narrower than a typewriter's. In ems.
 constexpr float kWidestDigit = 0.58F;
 
-/// A page draws blanks if so many of its characters are. Text has 12 to 20 %, pages of numbers about 6 %; producers that
-/// move instead draw hardly any.
+/// A page draws blanks if so many of its characters are. Text has 12 to 20 %, pages of numbers about 6 %; producers
+/// that move instead draw hardly any.
 constexpr float kBlankShare = 0.04F;
 
 constexpr bool isBlank(char32_t c) {
     return c <= ' ' || c == 0xA0 || c == 0x3000 || (c >= 0x2000 && c <= 0x200F);
-}
-
-constexpr bool isDigitLike(char32_t c) {
-    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
-}
-
-constexpr bool isLetterLike(char32_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
 }
 
 void count(Word& word, char32_t c) {
@@ -66,6 +57,22 @@ Line partOf(const Orientation& orientation, Lines& found, std::span<const std::u
 }
 
 } // namespace
+
+bool isDigitLike(char32_t c) {
+    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
+}
+
+bool isLetterLike(char32_t c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
+}
+
+Word countsOf(std::u32string_view text) {
+    Word word;
+    for (const char32_t c : text)
+        if (!isBlank(c)) count(word, c);
+    return word;
+}
 
 void Word::append(const Word& next) {
     right = std::max(right, next.right);

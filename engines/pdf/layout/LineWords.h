@@ -4,9 +4,13 @@
 #include "engines/pdf/layout/Line.h"
 
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace quillow::pdf {
+
+[[nodiscard]] bool isDigitLike(char32_t c);
+[[nodiscard]] bool isLetterLike(char32_t c);
 
 /// Letters without a blank between them, or several such words with the gaps between them. What is counted says whether
 /// it may be a cell.
@@ -26,6 +30,9 @@ struct Word {
     [[nodiscard]] bool isGrouped() const { return letters == 0 && digits > 3 && characters > digits; }
 };
 
+/// What is counted of a text.
+[[nodiscard]] Word countsOf(std::u32string_view text);
+
 /// Finds the words of single lines. Keeps its memory from line to line.
 class LineWords {
 public:
@@ -33,8 +40,8 @@ public:
 
     /// From left to right. Valid until the next call.
     [[nodiscard]] std::span<const Word> of(std::uint32_t line);
-    /// Appends the line's words. Words with the gap of ordinary text between them are joined to one piece. A gap without
-    /// a blank is not ordinary on a page that draws blanks.
+    /// Appends the line's words. Words with the gap of ordinary text between them are joined to one piece. A gap
+    /// without a blank is not ordinary on a page that draws blanks.
     void appendPieces(std::uint32_t line, std::vector<Word>& out);
 
 private:

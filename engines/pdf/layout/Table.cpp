@@ -49,26 +49,6 @@ constexpr std::size_t kMostWorkALine = 32;
 /// Grids that a page may have; more are the boxes of a form or a drawing.
 constexpr std::size_t kMostGrids = 64;
 
-bool isDigitLike(char32_t c) {
-    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
-}
-
-bool isLetterLike(char32_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= 0xAA && c != 0xD7 && c != 0xF7 && c < 0x2000) ||
-           c >= 0x2E80;
-}
-
-/// Numbers, amounts, percentages, dashes for missing values.
-bool isNumeric(std::u32string_view text) {
-    std::size_t digits = 0;
-    std::size_t letters = 0;
-    for (const char32_t c : text) {
-        digits += isDigitLike(c) ? 1 : 0;
-        letters += isLetterLike(c) ? 1 : 0;
-    }
-    return digits > letters || (letters == 0 && text.size() <= 3);
-}
-
 bool isListLabel(std::u32string_view text) {
     if (text.size() > kLongestLabel) return false;
     if (text.size() == 1) return !isDigitLike(text[0]) && !isLetterLike(text[0]) ? true : isLetterLike(text[0]);
@@ -234,8 +214,8 @@ private:
         return {begin, end};
     }
 
-    /// Whether there is a ruling below the only line of a band that is wider than the line and reaches over columns, but
-    /// not over the first one.
+    /// Whether there is a ruling below the only line of a band that is wider than the line and reaches over columns,
+    /// but not over the first one.
     [[nodiscard]] bool isUnderlinedHeading(const Band& band, const Band& below, std::span<const Stripe> stripes) {
         const Line& line = lines_[band.lines.front()];
         if (band.isMultiple() || gapBetween(band, below) > kMostHeadGap) return false;
@@ -321,7 +301,7 @@ private:
                 ++cells[column];
                 prose[column] += texts_[line].size() > kProse ? 1 : 0;
                 labels[column] += isListLabel(texts_[line]) ? 1 : 0;
-                numeric += isNumeric(texts_[line]) ? 1 : 0;
+                numeric += countsOf(texts_[line]).isNumeric() ? 1 : 0;
             }
         }
         if (multiples < 2) return false;
