@@ -85,14 +85,23 @@ std::string setType(Arguments& arguments, std::string_view value) {
     return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
 }
 
-std::string setJobs(Arguments& arguments, std::string_view value) {
-    unsigned jobs = 0;
+std::string setNumber(unsigned& number, std::string_view value, const std::string& what) {
+    unsigned read = 0;
     const char* const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, jobs);
-    if (error != std::errc() || stop != end || jobs == 0 || jobs > kMaximumJobs)
-        return "the number of jobs must be from 1 to " + std::to_string(kMaximumJobs) + ", not " + quoted(value);
-    arguments.jobs = jobs;
+    const auto [stop, error] = std::from_chars(value.data(), end, read);
+    if (error != std::errc() || stop != end || read == 0 || read > kMaximumJobs)
+        return "the number of " + what + " must be from 1 to " + std::to_string(kMaximumJobs) + ", not " +
+               quoted(value);
+    number = read;
     return {};
+}
+
+std::string setJobs(Arguments& arguments, std::string_view value) {
+    return setNumber(arguments.jobs, value, "jobs");
+}
+
+std::string setThreads(Arguments& arguments, std::string_view value) {
+    return setNumber(arguments.threads, value, "threads");
 }
 
 std::string setPageMarks(Arguments& arguments, std::string_view value) {
@@ -184,6 +193,7 @@ constexpr std::array kOptions = {
     Option{"no-clobber", '\0', Takes::nothing, setNoClobber},
     Option{"type", 't', Takes::value, setType},
     Option{"jobs", 'j', Takes::value, setJobs},
+    Option{"threads", '\0', Takes::value, setThreads},
     Option{"page-marks", '\0', Takes::value, setPageMarks},
     Option{"cells", '\0', Takes::value, setCells},
     Option{"no-list-markers", '\0', Takes::nothing, setNoListMarkers},

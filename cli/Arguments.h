@@ -33,7 +33,7 @@ enum class NameEnd { newline, nul };
 
 /// The argument that means standard input or, after -o, standard output.
 inline constexpr std::string_view kStandardStream = "-";
-/// The largest number of documents that -j can read at a time.
+/// The largest number of documents that -j can read at a time, and of threads for one of them.
 inline constexpr unsigned kMaximumJobs = 256;
 
 struct Arguments {
@@ -49,7 +49,8 @@ struct Arguments {
     std::optional<std::size_t> explainedPage; ///< of the one input: its picture takes the place of the text
     std::optional<std::string> passwordFile;  ///< or kStandardStream; its first line is the password
     AskForPassword askForPassword = AskForPassword::never;
-    unsigned jobs = 0; ///< 0: as many as there are processors
+    unsigned jobs = 0;    ///< 0: as many as there are processors
+    unsigned threads = 0; ///< for one document; 0: as many as there are processors if it is the only one, else 1
     PartialCountsAs partial = PartialCountsAs::converted;
     Verbosity verbosity = Verbosity::normal;
 };

@@ -21,6 +21,9 @@ Input:
                         its name
   -j, --jobs N          documents read at a time, 1 to 256 (default: one for
                         each processor); the output does not depend on it
+      --threads N       threads that read the pages of one PDF, 1 to 256
+                        (default: one for each processor if there is only one
+                        document, else 1); the output does not depend on it
 
 Passwords of PDFs (one for all documents, as user or as owner):
       --password TEXT   the password; other users of the machine may see it for

@@ -68,9 +68,17 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-unsigned jobsOf(const Arguments& arguments) {
-    if (arguments.jobs > 0) return arguments.jobs;
+unsigned processors() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
+}
+
+unsigned jobsOf(const Arguments& arguments) {
+    return arguments.jobs > 0 ? arguments.jobs : processors();
+}
+
+unsigned threadsOf(const Arguments& arguments, std::size_t documents) {
+    if (arguments.threads > 0) return arguments.threads;
+    return documents == 1 ? processors() : 1;
 }
 
 void tell(Report& report, const PlannedDocument& document, const Result& result) {
@@ -181,7 +189,9 @@ int convertAll(Arguments arguments) {
     if (arguments.verbosity != Verbosity::quiet)
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
-    shareMemoryWhereLimited(jobsOf(arguments));
+    arguments.options.threads = threadsOf(arguments, plan.documents.size());
+    shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
+                            arguments.options.threads);
     return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan)
                                                                : convertToFolder(arguments, destination, plan);
 }

@@ -49,6 +49,9 @@ struct Options {
     HiddenText hiddenText = HiddenText::off;
     HeadersFooters headersFooters = HeadersFooters::off;
     Reflow reflow = Reflow::off;
+    /// The largest number of threads that read one document. Only pages of PDFs are read by several, and the text is
+    /// the same whatever their number.
+    unsigned threads = 1;
     std::string password; ///< in UTF-8, for PDFs that the empty password does not open
 };
 

@@ -49,9 +49,10 @@ void addRun(quillow::text::ByteCursor& record, Page& page) {
     run.glyphCount = record.u8() % 16U;
     const float step = static_cast<float>(record.i8()) / 16;
     std::uint8_t letter = record.u8();
+    const std::uint8_t own = record.u8();
+    const float width = own == 0 ? run.fontSize / 2 : static_cast<float>(own) / 16;
     for (std::uint32_t i = 0; i < run.glyphCount; ++i) {
-        page.glyphs.push_back(
-            {static_cast<std::uint32_t>(page.text.size()), static_cast<float>(i) * step, run.fontSize / 2});
+        page.glyphs.push_back({static_cast<std::uint32_t>(page.text.size()), static_cast<float>(i) * step, width});
         if (letter != 0) page.text.push_back(kLetters[letter++ % kLetters.size()]);
     }
     page.runs.push_back(run);

@@ -2,7 +2,9 @@
 
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/PageTexts.h"
+#include "engines/pdf/PageThreads.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,6 +22,33 @@ std::string missingPages(const PageList& list) {
            " pages cannot be read";
 }
 
+/// Reads pages of a copy of a document.
+class CopiedPages final : public PageSource {
+public:
+    CopiedPages(const Document& document, std::span<const PageNode> pages, Reflow reflow)
+        : document_(document.forThread())
+        , texts_(*document_, reflow)
+        , pages_(pages) {}
+
+    [[nodiscard]] PageOutcome read(std::size_t page) override { return texts_.read(pages_[page]); }
+    [[nodiscard]] double usedShare() const override { return texts_.usedShare(); }
+
+private:
+    std::unique_ptr<Document> document_;
+    PageTexts texts_;
+    std::span<const PageNode> pages_;
+};
+
+/// False if the pages must be read by one thread; what the joiner has is of no use then. The document itself is left as
+/// it is.
+bool readByThreads(const Document& document, std::span<const PageNode> pages, const Options& options, unsigned threads,
+                   PageJoiner& joiner) {
+    PageThreads reading(
+        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options.reflow); },
+        [&joiner](const PageOutcome& page) { return joiner.add(page); });
+    return reading.read(threads, document.usedShare());
+}
+
 } // namespace
 
 Extraction readPdf(std::span<const std::byte> bytes, const Options& options, const BytesDone& /*bytesDone*/) {
@@ -31,10 +60,14 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     }
     Document& document = *opened.value();
     const PageList list = pageListOf(document);
-    PageJoiner joiner(options.pageMarks);
-    PageTexts texts(document);
-    for (const PageNode& page : list.pages)
-        if (!joiner.add(texts.read(page))) break;
+    PageJoiner joiner(options.pageMarks, options.reflow);
+    if (const unsigned threads = threadsFor(list.pages.size(), options.threads);
+        threads < 2 || !readByThreads(document, list.pages, options, threads, joiner)) {
+        joiner = PageJoiner(options.pageMarks, options.reflow);
+        PageTexts texts(document, options.reflow);
+        for (const PageNode& page : list.pages)
+            if (!joiner.add(texts.read(page))) break;
+    }
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");
     joiner.leaveOut(list.missing, missingPages(list));
     return std::move(joiner).finish(list.pages.size() + list.missing);

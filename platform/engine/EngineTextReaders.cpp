@@ -1,7 +1,9 @@
 #include "platform/engine/EngineTextReaders.h"
 
+#include <algorithm>
 #include <new>
 #include <string>
+#include <thread>
 
 namespace quillow {
 namespace {
@@ -27,7 +29,9 @@ std::string reasonLine(DocumentKind kind, const Extraction& extraction) {
 
 DocumentExtractor::DocumentExtractor(ReasonLog reasonLog)
     : DocumentExtractor(std::move(reasonLog), [](std::span<const std::byte> bytes, DocumentKind kind) {
-        return quillow::extract(bytes, kind);
+        Options options;
+        options.threads = std::max(1U, std::thread::hardware_concurrency());
+        return quillow::extract(bytes, kind, options);
     }) {}
 
 DocumentExtractor::DocumentExtractor(ReasonLog reasonLog, Extract extract)

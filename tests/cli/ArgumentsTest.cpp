@@ -89,6 +89,12 @@ TEST(Arguments, jobsAreANumberInRange) {
     EXPECT_EQ(parsed({"-j", "256", "x"}).jobs, kMaximumJobs);
 }
 
+TEST(Arguments, threadsAreANumberInRange) {
+    EXPECT_EQ(parsed({"x"}).threads, 0U);
+    EXPECT_EQ(parsed({"--threads", "4", "x"}).threads, 4U);
+    EXPECT_EQ(complaint({"--threads=0", "x"}), "the number of threads must be from 1 to 256, not '0'");
+}
+
 TEST(Arguments, inputsMayComeFromAListAndFromFolders) {
     const Arguments arguments = parsed({"-r0", "--files-from=names", "folder"});
 

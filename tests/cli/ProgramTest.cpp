@@ -204,8 +204,8 @@ TEST(Program, helpTellsOfEveryOptionThatItTakes) {
     for (const char* option : {"--output",    "--recursive",       "--files-from", "--null",        "--mirror",
                                "--if-exists", "--no-clobber",      "--type",       "--jobs",        "--page-marks",
                                "--cells",     "--no-list-markers", "--links",      "--hidden-text", "--headers-footers",
-                               "--reflow",    "--strict",          "--quiet",      "--verbose",     "--help",
-                               "--version"})
+                               "--threads",   "--reflow",          "--strict",     "--quiet",       "--verbose",
+                               "--help",      "--version"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 

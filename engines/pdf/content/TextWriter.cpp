@@ -159,18 +159,24 @@ void TextWriter::showGlyphs(std::string_view codes) {
     auto textBegin = static_cast<std::uint32_t>(page_->text.size() + characterCount_);
     while (p < end) {
         if (glyphCount_ == kBatch) flush();
-        const FontGlyph& glyph = font.next(p, end);
-        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
-        glyphs_[glyphCount_++] = {textBegin, static_cast<float>(along - runStart), static_cast<float>(width)};
-        if (glyph.text.size() == 1) {
-            characters_[characterCount_++] = glyph.text[0];
-        } else {
-            flush();
-            page_->text.append(glyph.text);
+        Glyph* to = glyphs_.data() + glyphCount_;
+        char32_t* character = characters_.data() + characterCount_;
+        std::u32string_view text = U"x"; // of the last glyph; one character for nearly all
+        for (Glyph* const last = glyphs_.data() + kBatch; p < end && to < last && text.size() == 1;) {
+            const FontGlyph& glyph = font.next(p, end);
+            const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
+            *to++ = {textBegin, static_cast<float>(along - runStart), static_cast<float>(width)};
+            text = glyph.text;
+            if (text.size() == 1) *character++ = text[0];
+            textBegin += static_cast<std::uint32_t>(text.size());
+            along += width + characterStep;
+            if (glyph.isWordSpace) along += wordStep;
         }
-        textBegin += static_cast<std::uint32_t>(glyph.text.size());
-        along += width + characterStep;
-        if (glyph.isWordSpace) along += wordStep;
+        glyphCount_ = static_cast<std::size_t>(to - glyphs_.data());
+        characterCount_ = static_cast<std::size_t>(character - characters_.data());
+        if (text.size() == 1) continue;
+        flush();
+        page_->text.append(text);
     }
     along_ = along;
 }

@@ -9,6 +9,8 @@ namespace quillow::pdf {
 
 namespace {
 
+/// Cells reach into the next column by less. In ems.
+constexpr float kSlack = 0.3F;
 /// A ruling that reaches over so much of a table's width separates rows.
 constexpr float kWideShare = 0.8F;
 /// A head has at most so many bands.
@@ -62,7 +64,8 @@ void AlignedTable::addLine(std::uint32_t line, std::uint32_t band) {
     std::vector<bool> numeric;
     std::size_t last = 0;
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
-        const std::size_t column = columnOf(pieces_[i].left, pieces_[i].right, region_.stripes);
+        const std::size_t column =
+            columnsUnder(pieces_[i].left, pieces_[i].right, region_.stripes, kSlack * found_.lines[line].size).first;
         if (!numeric.empty() && column == last) continue;
         if (!numeric.empty()) cuts.push_back((pieces_[i - 1].right + pieces_[i].left) / 2);
         numeric.push_back(pieces_[i].isNumeric());
@@ -82,10 +85,7 @@ void AlignedTable::addLine(std::uint32_t line, std::uint32_t band) {
 
 void AlignedTable::addFragment(std::uint32_t index, std::uint32_t band, bool isNumeric) {
     const Line& line = found_.lines[index];
-    const std::size_t column = columnOf(line.left, line.right, region_.stripes);
-    std::size_t last = column;
-    while (last < region_.stripes.size() && region_.stripes[last].right < line.right)
-        ++last;
+    const auto [column, last] = columnsUnder(line.left, line.right, region_.stripes, kSlack * line.size);
     fragments_.push_back({index, band, static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(last), line.left,
                           line.right, line.bottom, line.top, line.size, isNumeric});
 }

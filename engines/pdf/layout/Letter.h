@@ -59,13 +59,34 @@ constexpr bool isSetSolid(char32_t c) {
            isIn(c, 0x20000, 0x3FFFF);
 }
 
+/// Typesetters leave a quarter of an em between ideographs or kana and letters or digits of other scripts; justified
+/// lines stretch it. In ems.
+constexpr float kBesideIdeographs = 0.3F;
+
+/// Ideographs and kana with their punctuation, of the scripts that are set solid.
+constexpr bool isIdeographic(char32_t c) {
+    return c >= 0x3001 && isSetSolid(c);
+}
+
+constexpr bool isLetterOrDigit(char32_t c) {
+    return isAlphabetic(c) || isIn(c, '0', '9');
+}
+
+/// Whether a wide gap between two characters, in ems, is a blank in their scripts.
+constexpr bool isBlankInScripts(char32_t last, char32_t first, float gap) {
+    if (isSetSolid(last) && isSetSolid(first)) return false;
+    const bool mayBeGlue =
+        (isIdeographic(last) && isLetterOrDigit(first)) || (isIdeographic(first) && isLetterOrDigit(last));
+    return !mayBeGlue || gap > kBesideIdeographs;
+}
+
 /// Whether a gap between letters without a drawn blank is a blank. `threshold`: see `blankThreshold`.
 [[nodiscard]] inline bool isBlankBetween(const Page& page, const Letter& before, const Letter& after, float threshold) {
     if (before.isFromAnnotation != after.isFromAnnotation) return true; // a field beside its label
     const float gap = after.left - before.right;
     const float size = std::max(before.size, after.size);
     if (gap <= threshold * size) return false;
-    return !isSetSolid(page.text[before.textEnd - 1]) || !isSetSolid(page.text[after.textBegin]);
+    return isBlankInScripts(page.text[before.textEnd - 1], page.text[after.textBegin], gap / size);
 }
 
 /// Writes the characters of a letter: presentation forms as their letters, soft hyphens as what is seen of them.

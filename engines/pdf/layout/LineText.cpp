@@ -145,13 +145,29 @@ bool LineWriter::compose(const Letter& before, const Letter& letter, std::u32str
     return true;
 }
 
+/// Writes a sign that is drawn over the mark before it, which has been written. Returns false if it is not.
+bool LineWriter::composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const {
+    if (out.empty() || letter.textEnd - letter.textBegin != 1 || !isOverlay(out.back())) return false;
+    if (std::abs(letter.left - mark.left) > kBackStep * letter.size) return false;
+    const char32_t whole = overlaid(out.back(), page_.text[letter.textBegin]);
+    if (whole == 0) return false;
+    out.back() = whole;
+    return true;
+}
+
 void LineWriter::writeFromTheLeft(std::u32string& out) {
     const float threshold = thresholdOfLetters();
     const Letter* before = nullptr;
+    const Letter* mark = nullptr; // behind it
     bool blank = false;
     for (const Letter& letter : letters_) {
         if (letter.isBlank) {
             blank = true;
+            continue;
+        }
+        if (mark != nullptr && composeOverlay(*mark, letter, out)) {
+            before = &letter;
+            mark = nullptr;
             continue;
         }
         if (before != nullptr) {
@@ -170,7 +186,8 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
             out.push_back(c);
         else
             appendLetter(page_, letter, out);
-        if (letter.right > letter.left || before == nullptr) before = &letter; // not a mark
+        mark = letter.right > letter.left ? nullptr : &letter;
+        if (mark == nullptr || before == nullptr) before = &letter;
         blank = false;
     }
 }

@@ -37,6 +37,7 @@ private:
     void sortLetters();
     void dropRepeated();
     [[nodiscard]] bool compose(const Letter& before, const Letter& letter, std::u32string& out) const;
+    [[nodiscard]] bool composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const;
     void writeFromTheLeft(std::u32string& out);
     [[nodiscard]] float thresholdOfLetters();
     [[nodiscard]] bool mayBePlain();

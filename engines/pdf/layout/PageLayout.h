@@ -35,6 +35,11 @@ struct TextRow {
     bool continuesTable = false;   ///< it is not the first row of its table
     /// The page shows a break before it. The first row of an orientation has none.
     bool beginsParagraph = false;
+    bool beginsLine = false;       ///< the line end before it is meant: a further word had room there
+    bool endsInSoftHyphen = false; ///< U+00AD, written as a hyphen
+    bool isMonospaced = false;     ///< all its letters have one width
+    float room = 0;                ///< how far it ends before the margin of its column, in points
+    float indent = 0;              ///< how far it begins behind the margin of its column, in points
 
     [[nodiscard]] float width() const { return right - left; }
     [[nodiscard]] float height() const { return top - bottom; }

@@ -35,71 +35,82 @@ void PlainLineWriter::makeRoom(std::span<const std::uint32_t> spans) {
     places_.resize(2 * room);
 }
 
-/// Adds the letters of a span. Returns false if one of them is not plain.
-bool PlainLineWriter::addSpan(const Span& span, Pen& before) {
+/// Adds the letters of a span. Without `notesGaps`, gaps that may be blanks end the work.
+template <bool notesGaps>
+PlainLineWriter::Outcome PlainLineWriter::addSpan(const Span& span, Pen& before) {
     Pen pen = before;
     const char32_t* const text = page_.text.data();
+    const char32_t* const lineBegin = characters_.data();
     const std::span glyphs = std::span(page_.glyphs).subspan(span.firstGlyph, span.glyphCount);
     const std::uint32_t textEnd = textBegin(page_, std::size_t{span.firstGlyph} + span.glyphCount);
     const float size = span.size;
-    const float overlap = kOverlap * size;
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
         const std::uint32_t begin = glyphs[i].text;
         const std::uint32_t end = i + 1 < glyphs.size() ? glyphs[i + 1].text : textEnd;
-        if (begin == end) return false;
+        if (begin == end) return Outcome::notPlain;
         const char32_t first = text[begin];
         const float left = span.start + glyphs[i].offset;
         const float right = left + glyphs[i].width;
-        const bool isInOrder = left >= pen.left && left >= pen.right - overlap;
-        if (!isInOrder || !isPlain(first)) return false;
+        const bool isInOrder = left >= pen.left && left >= pen.right - kOverlap * size;
+        if (!isInOrder || !isPlain(first)) return Outcome::notPlain;
+        pen.left = left;
+        pen.right = right;
         if (end - begin == 1 && isBlankCharacter(first)) {
-            if (right < left) return false;
+            if (right < left) return Outcome::notPlain;
             if (right - left > pen.drawnBlank * size) pen.drawnBlank = (right - left) / size;
             pen.isBehindBlank = true;
-            pen.left = left;
-            pen.right = right;
             continue;
         }
-        if (!(right > left)) return false; // a mark
-        const bool isLetter = isAlphabetic(first);
-        if (pen.letterEnd != 0) {
+        if (!(right > left)) return Outcome::notPlain; // a mark
+        if (pen.character != lineBegin) {
             const float gap = left - pen.letterRight;
-            if (gap < -kKerned * size && (isAccent(first) || isAccent(pen.letterEnd))) return false;
+            const char32_t last = pen.character[-1];
+            if (gap < -kKerned * size && (isAccent(first) || isAccent(last))) return Outcome::notPlain;
+            const float larger = std::max(size, pen.letterSize);
             if (pen.isBehindBlank) {
-                if (gap <= kLeastBlank * size) return false;
+                if (gap <= kLeastBlank * size) return Outcome::notPlain;
                 *pen.character++ = U' ';
-            } else {
-                const float width = gap / std::max(size, pen.letterSize);
+            } else if constexpr (notesGaps) {
+                const float width = gap / larger;
                 pen.mayHaveGaps = pen.mayHaveGaps || width >= kNoBlank;
-                *pen.gap++ = {width, pen.isLetter && isLetter};
-                *pen.place++ = static_cast<std::uint32_t>(pen.character - characters_.data());
+                *pen.gap++ = {width, isAlphabetic(last) && isAlphabetic(first)};
+                *pen.place++ = static_cast<std::uint32_t>(pen.character - lineBegin);
+            } else if (gap >= kNoBlank * larger) {
+                return Outcome::hasGap;
             }
         }
         *pen.character++ = first;
         for (std::uint32_t k = begin + 1; k < end; ++k) {
-            if (!isPlain(text[k])) return false;
+            if (!isPlain(text[k])) return Outcome::notPlain;
             *pen.character++ = text[k];
         }
-        pen.left = left;
-        pen.right = right;
         pen.letterRight = right;
         pen.letterSize = size;
-        pen.letterEnd = text[end - 1];
-        pen.isLetter = end - begin == 1 ? isLetter : isAlphabetic(pen.letterEnd);
         pen.isBehindBlank = false;
     }
     before = pen;
-    return true;
+    return Outcome::added;
+}
+
+template <bool notesGaps>
+PlainLineWriter::Outcome PlainLineWriter::addLine(std::span<const std::uint32_t> spans, Pen& pen) {
+    pen.character = characters_.data();
+    pen.gap = gaps_.data();
+    pen.place = places_.data();
+    for (const std::uint32_t index : spans)
+        if (const Outcome outcome = addSpan<notesGaps>(orientation_.spans[index], pen); outcome != Outcome::added)
+            return outcome;
+    return Outcome::added;
 }
 
 void PlainLineWriter::appendWithBlanks(const Pen& pen, std::u32string& out) {
-    const std::span gaps(gaps_.data(), static_cast<std::size_t>(pen.gap - gaps_.data()));
+    const std::span gaps = std::span(gaps_).first(static_cast<std::size_t>(pen.gap - gaps_.data()));
     const float threshold = blankThreshold(gaps, pen.drawnBlank);
     const char32_t* done = characters_.data();
     for (std::size_t i = 0; i < gaps.size(); ++i) {
         if (gaps[i].width <= threshold) continue;
         const char32_t* const place = characters_.data() + places_[i];
-        if (isSetSolid(place[-1]) && isSetSolid(place[0])) continue;
+        if (!isBlankInScripts(place[-1], place[0], gaps[i].width)) continue;
         out.append(done, place);
         out.push_back(U' ');
         done = place;
@@ -108,18 +119,21 @@ void PlainLineWriter::appendWithBlanks(const Pen& pen, std::u32string& out) {
 }
 
 bool PlainLineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
-    makeRoom(spans);
-    Pen pen;
-    pen.character = characters_.data();
-    pen.gap = gaps_.data();
-    pen.place = places_.data();
     const auto isAnnotation = [this](std::uint32_t span) {
         return (page_.runs[orientation_.spans[span].run].flags & kFromAnnotation) != 0;
     };
-    for (const std::uint32_t index : spans) {
-        if (isAnnotation(index) != isAnnotation(spans.front())) return false;
-        if (!addSpan(orientation_.spans[index], pen)) return false;
+    for (const std::uint32_t span : spans)
+        if (isAnnotation(span) != isAnnotation(spans.front())) return false;
+    makeRoom(spans);
+    Pen pen;
+    Outcome outcome = Outcome::hasGap;
+    if (!hadGaps_) outcome = addLine<false>(spans, pen);
+    if (outcome == Outcome::hasGap) {
+        pen = {};
+        outcome = addLine<true>(spans, pen);
     }
+    if (outcome != Outcome::added) return false;
+    hadGaps_ = pen.mayHaveGaps;
     if (pen.character == characters_.data()) return true;
     if (characters_.front() == kNoBreakSpace || pen.character[-1] == kNoBreakSpace) return false;
     if (pen.mayHaveGaps)

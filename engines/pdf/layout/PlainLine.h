@@ -31,8 +31,6 @@ private:
         float right = std::numeric_limits<float>::lowest();
         float letterRight = 0; ///< of the last letter that is no blank
         float letterSize = 0;
-        char32_t letterEnd = 0; ///< its last character; 0 before the first letter
-        bool isLetter = false;  ///< whether that is one of an alphabet
         bool isBehindBlank = false;
         bool mayHaveGaps = false; ///< whether one of the gaps is wide enough for a blank in some lines
         float drawnBlank = 0;     ///< the widest one so far, in ems
@@ -41,8 +39,13 @@ private:
         std::uint32_t* place = nullptr;
     };
 
+    enum class Outcome { added, notPlain, hasGap };
+
     void makeRoom(std::span<const std::uint32_t> spans);
-    [[nodiscard]] bool addSpan(const Span& span, Pen& before);
+    template <bool notesGaps>
+    [[nodiscard]] Outcome addSpan(const Span& span, Pen& before);
+    template <bool notesGaps>
+    [[nodiscard]] Outcome addLine(std::span<const std::uint32_t> spans, Pen& pen);
     void appendWithBlanks(const Pen& pen, std::u32string& out);
 
     const Page& page_;
@@ -51,6 +54,7 @@ private:
     std::vector<char32_t> characters_;  ///< with the drawn blanks
     std::vector<Gap> gaps_;             ///< where no blank is drawn
     std::vector<std::uint32_t> places_; ///< for each gap, the index of the character behind it
+    bool hadGaps_ = false; ///< whether the last line had gaps that may be blanks: the next one is likely to have some
 };
 
 } // namespace quillow::pdf

@@ -31,4 +31,19 @@ std::size_t columnOf(float left, float right, std::span<const Stripe> stripes) {
     return column;
 }
 
+std::pair<std::size_t, std::size_t> columnsUnder(float left, float right, std::span<const Stripe> stripes,
+                                                 float slack) {
+    std::size_t first = 0;
+    while (first < stripes.size() && stripes[first].left < left + slack)
+        ++first;
+    std::size_t last = stripes.size();
+    while (last > 0 && stripes[last - 1].right > right - slack)
+        --last;
+    if (first <= last) return {first, last};
+    // In a stripe, or nearly so.
+    const Stripe& stripe = stripes[last];
+    const std::size_t nearest = (left + right) / 2 < stripe.middle() ? last : last + 1;
+    return {nearest, nearest};
+}
+
 } // namespace quillow::pdf

@@ -26,4 +26,8 @@ using Edge = std::pair<float, int>;
 /// the column that its middle is in.
 [[nodiscard]] std::size_t columnOf(float left, float right, std::span<const Stripe> stripes);
 
+/// The first and the last column that a piece has more than `slack` in common with; if there is none, the nearest one.
+[[nodiscard]] std::pair<std::size_t, std::size_t> columnsUnder(float left, float right, std::span<const Stripe> stripes,
+                                                               float slack);
+
 } // namespace quillow::pdf

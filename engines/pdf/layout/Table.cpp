@@ -6,6 +6,7 @@
 #include "engines/pdf/layout/GridTable.h"
 #include "engines/pdf/layout/LineWords.h"
 #include "engines/pdf/layout/Stripes.h"
+#include "engines/pdf/layout/TaggedTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,7 @@ namespace quillow::pdf {
 namespace {
 
 /// Vertical extents with so much in common are one band.
-constexpr float kSameBand = 0.6F;
+constexpr float kSameBand = 0.5F;
 /// Bands with so much in common are of one row: lines below one another never have.
 constexpr float kInterleaved = 0.2F;
 /// Bands of the head of a table above its first row of several lines, at most.
@@ -91,6 +92,7 @@ public:
 
     std::vector<Table> find() && {
         findGrids();
+        findTagged();
         const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()), evidence_);
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
@@ -136,6 +138,16 @@ private:
             for (const std::uint32_t line : inside[g])
                 isTaken_[line] = true;
             tables_.push_back(std::move(*table));
+        }
+    }
+
+    /// Takes the lines of the tables that the structure tree names. Rulings are better evidence: producers that guess
+    /// the tags of a page make a row of each line.
+    void findTagged() {
+        for (Table& table : taggedTablesOf(page_, orientation_, found_, isTaken_)) {
+            for (const std::uint32_t line : table.lines)
+                isTaken_[line] = true;
+            tables_.push_back(std::move(table));
         }
     }
 
@@ -207,12 +219,39 @@ private:
             const float above =
                 i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
             if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
+            if (isUnderlinedHeading(bands_[i - 1], bands_[i], stripes)) return {i - 1, end};
             const Line& line = lines_[bands_[i - 1].lines.front()];
             if (line.left < stripes.front().left || line.right > right + line.size) break;
             if (gapBetween(bands_[i - 1], bands_[i]) > kMostHeadGap) break;
             if (hasRulingBetween(bands_[i].top, bands_[i - 1].bottom, left, right)) break;
         }
         return {begin, end};
+    }
+
+    /// Whether there is a ruling below the only line of a band that is wider than the line and reaches over columns,
+    /// but not over the first one.
+    [[nodiscard]] bool isUnderlinedHeading(const Band& band, const Band& below, std::span<const Stripe> stripes) {
+        const Line& line = lines_[band.lines.front()];
+        if (band.isMultiple() || gapBetween(band, below) > kMostHeadGap) return false;
+        const auto begin =
+            std::lower_bound(rulings_.horizontal.begin(), rulings_.horizontal.end(), below.top - below.size / 2,
+                             [](const Ruling& ruling, float at) { return ruling.at < at; });
+        return std::any_of(begin, rulings_.horizontal.end(), [&](const Ruling& ruling) {
+            return ruling.at < line.bottom + line.size / 2 && ruling.from < line.left && ruling.to > line.right &&
+                   ruling.from > stripes.front().left && ruling.to - ruling.from > line.width() + line.size &&
+                   countPieces(below, ruling) > 1;
+        });
+    }
+
+    /// How many pieces of a band are below a ruling.
+    [[nodiscard]] std::size_t countPieces(const Band& band, const Ruling& ruling) {
+        std::vector<Word> pieces;
+        for (const std::uint32_t line : band.lines)
+            words_.appendPieces(line, pieces);
+        return static_cast<std::size_t>(std::count_if(pieces.begin(), pieces.end(), [&ruling](const Word& piece) {
+            const float middle = (piece.left + piece.right) / 2;
+            return middle > ruling.from && middle < ruling.to;
+        }));
     }
 
     /// Whether there is a horizontal ruling across most of a table at a height.
@@ -344,7 +383,7 @@ private:
         }
     }
 
-    [[nodiscard]] static std::size_t columnOf(const auto& line, const std::vector<Stripe>& stripes) {
+    [[nodiscard]] static std::size_t columnOf(const auto& line, std::span<const Stripe> stripes) {
         return pdf::columnOf(line.left, line.right, stripes);
     }
 
@@ -386,7 +425,7 @@ private:
     const Rulings& rulings_;
     Evidence* evidence_;
     LineWords words_;
-    std::vector<bool> isTaken_; ///< lines of ruled tables
+    std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
     std::vector<Band> bands_;
     std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;

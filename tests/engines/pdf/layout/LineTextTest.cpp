@@ -71,6 +71,9 @@ TEST(PdfLineText, whichGapsAreBlanks) {
         {"formulas",
          {{U"sin", 0}, {U"x", 0.17F}, {U"=", 0.28F}, {U"y", 0.28F}, {U"+", 0.22F}, {U"z", 0.22F}},
          "sin x = y + z\n"},
+        {"formulas with more blanks than words have letters",
+         {{U"(op", 0}, {U"e)", 0.31F}, {U"=", 0.28F}, {U"x", 0.28F}, {U"op", 0.37F}, {U"e", 0.31F}},
+         "(op e) = x op e\n"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(textOf(lineOf(c.words)), c.text) << c.what;
@@ -152,13 +155,13 @@ TEST(PdfLineText, percentSignsGoWithTheirNumber) {
 TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
     const auto page = [] {
         PageBuilder builder;
-        builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+        builder.text(90, 724, U"תירבעב בר טסקט").text(105, 712, U"תירבעב דוע");
         return builder;
     };
-    EXPECT_EQ(textOf(page().text(10, 700, U"Extended Introduction :אובמ")),
+    EXPECT_EQ(textOf(page().text(25, 700, U"Extended Introduction :אובמ")),
               "טקסט רב בעברית\nעוד בעברית\nמבוא: Extended Introduction\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U"Lines of Latin stay.")),
+    EXPECT_EQ(textOf(page().text(95, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
+    EXPECT_EQ(textOf(page().text(60, 700, U"Lines of Latin stay.")),
               "טקסט רב בעברית\nעוד בעברית\nLines of Latin stay.\n");
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"The word for introduction is אובמ")),
               "The word for introduction is מבוא\n");
@@ -243,6 +246,53 @@ TEST(PdfLineText, shortLinesBetweenLettersAreUnderscores) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(textOf(c.page), c.text) << c.what;
+}
+
+TEST(PdfLineText, theSpaceOfTypesettersBesideIdeographsIsNotABlank) {
+    const auto page = [](std::u32string_view number, float gap) {
+        PageBuilder builder;
+        builder.letter(1).text(10, 700, U"第").letter(0.5F).text(20 + gap, 700, number);
+        return builder.letter(1).text(30 + 2 * gap, 700, U"条");
+    };
+    EXPECT_EQ(textOf(page(U"12", 2.5F)), "第12条\n");
+    EXPECT_EQ(textOf(page(U"12", 4)), "第 12 条\n");
+    EXPECT_EQ(textOf(page(U"()", 2.5F)), "第 () 条\n") << "only letters and digits have it";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .letter(1)
+                         .text(10, 700, U"第")
+                         .letter(0.2F)
+                         .text(20, 700, U" ")
+                         .letter(0.5F)
+                         .text(22, 700, U"12")),
+              "第 12\n")
+        << "a drawn one is";
+}
+
+TEST(PdfLineText, signsThatTexPutsTogetherAreOneSign) {
+    const auto line = [](std::u32string_view overlay, std::u32string_view sign) {
+        PageBuilder builder;
+        builder.text(10, 700, U"x").letter(0).text(17.8F, 700, overlay).letter(0.5F).text(17.8F, 700, sign);
+        return builder.text(25.6F, 700, U"y");
+    };
+    EXPECT_EQ(textOf(line(U"\u0338", U"=")), "x ≠ y\n");
+    EXPECT_EQ(textOf(line(U"\u0338", U"∈")), "x ∉ y\n");
+    EXPECT_EQ(textOf(line(U"↦", U"→")), "x ↦ y\n");
+}
+
+TEST(PdfLineText, digitsBelongToTheirColumn) {
+    constexpr Point kDown{0, -1};
+    PageBuilder sideways; // upright ideographs around turned digits, then ordinary vertical writing
+    sideways.letter(1).text(300, 700, U"第").direction(kDown).letter(0.5F).text(301.5F, 698.8F, U"10");
+    sideways.direction({1, 0}).letter(1).text(300, 680, U"条");
+    EXPECT_EQ(textOf(sideways), "第10条\n");
+    PageBuilder upright; // two digits side by side
+    upright.letter(1).direction(kDown).flags(kVertical).text(300, 700, U"平成");
+    upright.direction({1, 0}).flags(0).letter(0.5F).text(295, 671.2F, U"12");
+    upright.direction(kDown).flags(kVertical).letter(1).text(300, 670, U"年度");
+    EXPECT_EQ(textOf(upright), "平成12年度\n");
+    PageBuilder label; // a number below a turned label
+    label.letter(0.5F).direction(kDown).text(300, 700, U"label").direction({1, 0}).text(297, 663, U"12");
+    EXPECT_EQ(textOf(label), "label\n12\n");
 }
 
 TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {
