@@ -318,15 +318,13 @@ private:
                           {"stroke", layer.colour},
                           {"stroke-width", "0.6"},
                           {"stroke-dasharray", isRefused ? "1 2" : "4 2"}});
-        // The numbers of different topics are beside different corners; those of paragraphs are beside the circles with
-        // the order.
-        const bool isParagraph = layer.topic == Topic::paragraph;
-        const bool isAtLeft = isParagraph || layer.topic == Topic::order;
-        const SvgPoint corner = corners[isAtLeft ? 3 : 2];
-        const float right = isParagraph ? -12 : isAtLeft ? -1 : 1;
-        const float down = isParagraph ? 6 : isAtLeft ? -1.5F : 4;
-        svg_.text({corner.x + right * unit_, corner.y + down * unit_}, std::to_string(number),
-                  {{"fill", layer.colour}, {"text-anchor", isAtLeft ? "end" : "start"}});
+        // The numbers of different topics are beside different corners.
+        const SvgPoint corner =
+            layer.topic == Topic::paragraph || layer.topic == Topic::order ? corners[3] : corners[2];
+        const bool isAtLeft = layer.topic == Topic::paragraph || layer.topic == Topic::order;
+        svg_.text(
+            {corner.x + (isAtLeft ? -1 : 1) * unit_, corner.y + (layer.topic == Topic::order ? -1.5F : 4) * unit_},
+            std::to_string(number), {{"fill", layer.colour}, {"text-anchor", isAtLeft ? "end" : "start"}});
     }
 
     static void addKeys(NotePanel& panel) {
