@@ -18,8 +18,8 @@ constexpr float kMostLeading = 2.5F;
 constexpr float kOneLeading = 0.11F;
 /// So few pairs of rows show nothing.
 constexpr std::size_t kLeastPairs = 3;
-/// The smallest leading counts if it has one in so many of the pairs of the most frequent one, and at least two. On a
-/// page of paragraphs with one or two lines the space between paragraphs is more frequent than that between lines.
+/// The smallest leading counts if so many pairs have it, and at least two. On a page of paragraphs with one or two
+/// lines the space between paragraphs is more frequent than that between lines.
 constexpr std::size_t kShareOfMost = 4;
 constexpr float kUnknown = -1000;
 

@@ -44,7 +44,7 @@ public:
         writeParts();
         makeRows();
         describeRows();
-        markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left);
+        markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left, evidence_);
         if (evidence_ != nullptr) showTables(*evidence_);
         const auto orientation = static_cast<std::uint16_t>(layout.orientations.size());
         layout.orientations.push_back({orientation_.frame, orientation_.isVertical, isFromTheRight_});

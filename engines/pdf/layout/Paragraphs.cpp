@@ -43,9 +43,10 @@ bool wordHasRoom(const Row& above, const Row& below) {
 /// Marks the rows of one block: rows that follow one another without a wider space.
 class BlockMarker {
 public:
-    BlockMarker(std::span<Row> rows, Side beginning)
+    BlockMarker(std::span<Row> rows, Side beginning, Evidence* evidence)
         : rows_(rows)
-        , beginning_(beginning) {
+        , beginning_(beginning)
+        , evidence_(evidence) {
         const auto full =
             std::count_if(rows.begin(), rows.end(), [](const Row& row) { return row.room < kSameMargin * row.size; });
         isJustified_ =
@@ -69,6 +70,7 @@ public:
                 continue;
             } else if (showsIndent(i) || isHeadingEnd(i) || isParagraphEnd(i)) {
                 row.beginsParagraph = true;
+                if (evidence_ != nullptr) note(i);
                 beginAt(i);
                 continue;
             } else {
@@ -80,11 +82,37 @@ public:
         }
         // The items of a list are paragraphs if one of them has several lines.
         if (itemsAreLong_)
-            for (const std::size_t i : items_)
+            for (const std::size_t i : items_) {
                 rows_[i].beginsParagraph = true;
+                if (evidence_ != nullptr)
+                    evidence_->note(Topic::paragraph, Verdict::accepted, rows_[i],
+                                    "list: an item of it has several lines");
+            }
     }
 
 private:
+    /// Says which rule begins a paragraph, the first one that does.
+    void note(std::size_t i) const {
+        const Row& row = rows_[i];
+        const Row& above = rows_[i - 1];
+        if (showsIndent(i))
+            evidence_->note(Topic::paragraph, Verdict::accepted, row,
+                            "indent: it begins elsewhere than the lines above",
+                            {{"from the paragraph's first line", start(i) - start(first_)},
+                             {"from its other lines", rest_ ? start(i) - *rest_ : 0},
+                             {"kLeastIndent", kLeastIndent * size(first_)},
+                             {"room above", above.room}});
+        else if (isHeadingEnd(i))
+            evidence_->note(Topic::paragraph, Verdict::accepted, row, "heading: another font or size above it or below",
+                            {{"size", row.size}, {"size above", above.size}, {"room above", above.room}});
+        else
+            evidence_->note(Topic::paragraph, Verdict::accepted, row,
+                            endsSentence(above.end) ? "short line above, which ends a sentence" : "short line above",
+                            {{"room above", above.room},
+                             {"kShortLine", kShortLine * size(i)},
+                             {"justified", isJustified_ ? 1.0F : 0.0F}});
+    }
+
     [[nodiscard]] float start(std::size_t i) const { return startOf(rows_[i], beginning_); }
     [[nodiscard]] float size(std::size_t i) const { return std::max(rows_[i].size, 1.0F); }
 
@@ -158,6 +186,7 @@ private:
 
     std::span<Row> rows_;
     Side beginning_;
+    Evidence* evidence_;
     bool isJustified_ = false;
     std::size_t first_ = 0;     ///< where the paragraph begins
     std::optional<float> rest_; ///< where its lines but the first begin
@@ -169,8 +198,9 @@ private:
 /// Rows of running text are one paragraph whatever their leading is if the next one is as far away.
 class SpacingMarker {
 public:
-    explicit SpacingMarker(std::span<Row> rows)
+    SpacingMarker(std::span<Row> rows, Evidence* evidence)
         : rows_(rows)
+        , evidence_(evidence)
         , leadings_(rows) {}
 
     void mark() {
@@ -178,7 +208,13 @@ public:
             // To another column, or back: a paragraph may go on there.
             if (!(rows_[i].baseline < rows_[i - 1].baseline)) continue;
             const float expected = leadings_.usual(rows_[i].size) + kLeadingTolerance;
-            if (leading(i) > expected && !isEvenlySpaced(i)) rows_[i].beginsParagraph = true;
+            if (!(leading(i) > expected) || isEvenlySpaced(i)) continue;
+            rows_[i].beginsParagraph = true;
+            if (evidence_ != nullptr)
+                evidence_->note(Topic::paragraph, Verdict::accepted, rows_[i], "spacing: the row above is far",
+                                {{"leading", leading(i)},
+                                 {"usual", expected - kLeadingTolerance},
+                                 {"kLeadingTolerance", kLeadingTolerance}});
         }
     }
 
@@ -201,20 +237,21 @@ private:
     }
 
     std::span<Row> rows_;
+    Evidence* evidence_;
     Leadings leadings_;
 };
 
 } // namespace
 
-void markParagraphs(std::span<Row> rows, Side beginning) {
+void markParagraphs(std::span<Row> rows, Side beginning, Evidence* evidence) {
     measureMargins(rows, beginning);
-    SpacingMarker(rows).mark();
+    SpacingMarker(rows, evidence).mark();
     std::size_t begin = 0;
     for (std::size_t i = 1; i <= rows.size(); ++i) {
         if (i < rows.size() && !rows[i].beginsParagraph && follows(rows[i - 1], rows[i]) && !rows[i].isTableRow &&
             !rows[i - 1].isTableRow)
             continue;
-        BlockMarker(rows.subspan(begin, i - begin), beginning).mark();
+        BlockMarker(rows.subspan(begin, i - begin), beginning, evidence).mark();
         begin = i;
     }
 }

@@ -2,6 +2,7 @@
 // the sign of a list.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Margins.h"
 #include "engines/pdf/layout/Row.h"
 
@@ -10,7 +11,7 @@
 namespace quillow::pdf {
 
 /// Sets Row::beginsParagraph, Row::beginsLine, Row::room and Row::indent. `rows` are in reading order; lines begin at
-/// that side.
-void markParagraphs(std::span<Row> rows, Side beginning);
+/// that side. Why paragraphs begin is added to `evidence`.
+void markParagraphs(std::span<Row> rows, Side beginning, Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

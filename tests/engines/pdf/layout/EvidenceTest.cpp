@@ -161,6 +161,23 @@ TEST(Evidence, saysWhatIsATableAndWhatIsNone) {
     EXPECT_EQ(marksOf(frame.page(), Topic::ruling).size(), 6U);
 }
 
+TEST(Evidence, saysWhyAParagraphBegins) {
+    const PageBuilder spaced = PageBuilder()
+                                   .lines(100, 700, {U"some lines of text", U"below one another", U"in a paragraph"})
+                                   .lines(100, 640, {U"another paragraph", U"below the first"});
+    const PageBuilder indented =
+        PageBuilder()
+            .lines(100, 700, {U"some lines of running text", U"below one another, of", U"one paragraph. It ends"})
+            .text(115, 664, U"An indent begins the next")
+            .lines(100, 652, {U"one, which has lines of", U"its own, and as long as"});
+
+    EXPECT_TRUE(oneBeginsWith(textsOf(marksOf(spaced.page(), Topic::paragraph)),
+                              "spacing: the row above is far: leading 2.7, usual 0.3, kLeadingTolerance "));
+    EXPECT_TRUE(oneBeginsWith(textsOf(marksOf(indented.page(), Topic::paragraph)),
+                              "indent: it begins elsewhere than the lines above: from the paragraph's first line 15, "
+                              "from its other lines 15, kLeastIndent 7"));
+}
+
 TEST(Evidence, saysWhichInvisibleTextIsDropped) {
     const PageBuilder builder =
         PageBuilder().text(100, 700, U"seen").flags(kInvisible).text(100, 700, U"seen").text(100, 500, U"only here");
