@@ -28,8 +28,17 @@ TEST(Wire, aRequestKeepsEveryOption) {
     request.question.explainedPage = 3;
     request.delivery = Delivery::descriptor;
     request.maximumText = 12345;
-    request.question.options = {PageMarks::formFeed, CellSeparator::line, ListMarkers::off,  LinkTargets::afterText,
-                                HiddenText::on,      HeadersFooters::on,  Reflow::joinLines, "pass\0word"};
+    Options& options = request.question.options;
+    options = {PageMarks::formFeed,
+               CellSeparator::line,
+               ListMarkers::off,
+               LinkTargets::afterText,
+               HiddenText::on,
+               HeadersFooters::on,
+               Reflow::joinLines,
+               4,
+               PageSelection({{3, 7}, {12, 12}}),
+               "pass\0word"};
     const auto read = decodeRequest(encodeRequest(request).value());
     ASSERT_TRUE(read);
     EXPECT_EQ(read->token, kToken);
@@ -44,6 +53,8 @@ TEST(Wire, aRequestKeepsEveryOption) {
     EXPECT_EQ(read->question.options.hiddenText, HiddenText::on);
     EXPECT_EQ(read->question.options.headersFooters, HeadersFooters::on);
     EXPECT_EQ(read->question.options.reflow, Reflow::joinLines);
+    EXPECT_EQ(read->question.options.threads, 1U); // a worker can start no thread
+    EXPECT_EQ(read->question.options.pages.ranges(), options.pages.ranges());
     EXPECT_EQ(read->question.options.password, request.question.options.password);
 }
 
