@@ -1,9 +1,9 @@
 // A drop from the window system's event to the texts on the disk and the lines of the log: the delegate with the
 // product's adapters, without a screen. The tests answer the dialogs themselves.
 #include "app/QuillowAppDelegate.h"
-#include "engines/Extract.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "platform/engine/EngineTextReaders.h"
+#include "platform/engine/IsolatedEngine.h"
 #include "platform/qt/controls/QtWindow.h"
 #include "platform/qt/controls/Spinner.h"
 #include "platform/qt/dialogs/AlertBox.h"
@@ -183,8 +183,9 @@ protected:
     QtAlerts alerts_{sheets_, mainQueue_};
     QtPanels panels_{sheets_, world_.workspace};
     std::function<void()> happening_;
+    IsolatedEngine engine_;
     EngineRtfTextReader engineReader_{DocumentExtractor(
-        {}, [](std::span<const std::byte> bytes, DocumentKind kind) { return quillow::extract(bytes, kind); })};
+        {}, [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine_.extract(bytes, kind); })};
     InterruptedReader interruptedReader_{engineReader_, [this] {
                                              if (happening_) happening_();
                                          }};
