@@ -43,7 +43,7 @@ constexpr std::string_view kDroppedColour = "#b71c1c";
 /// The topics whose decisions are numbered notes.
 constexpr std::array kNoted = {
     Layer{Topic::gutter, "Columns: free stripes, and whether they separate text", kColumnColour},
-    Layer{Topic::table, "Tables, and what is none", kTableColour},
+    Layer{Topic::table, "Tables, accepted and refused", kTableColour},
     Layer{Topic::order, "Reading order", kOrderColour},
     Layer{Topic::paragraph, "Paragraphs begin", kBlockColour},
     Layer{Topic::dropped, "Characters that are not written", kDroppedColour},

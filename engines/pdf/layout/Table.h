@@ -22,8 +22,8 @@ struct Table {
 };
 
 /// The tables of a page that has lines. Lines that reach over columns are cut: their parts are added to `found` and
-/// their spans to the orientation. `texts` are those of the lines, in the same order; the parts have none yet. What is
-/// a table and what is none is added to `evidence`.
+/// their spans to the orientation. `texts` are those of the lines, in the same order; the parts have none yet. Which
+/// areas are tables, and which look like tables but are text, is added to `evidence`.
 [[nodiscard]] std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
                                           std::span<const std::u32string_view> texts, const Rulings& rulings,
                                           Evidence* evidence = nullptr);
