@@ -88,11 +88,16 @@ std::string setType(Arguments& arguments, std::string_view value) {
     return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
 }
 
+template <class Number>
+bool parseNumber(std::string_view value, Number most, Number& number) {
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, number);
+    return error == std::errc() && stop == end && number <= most;
+}
+
 std::string setNumber(unsigned& number, std::string_view value, const std::string& what) {
     unsigned read = 0;
-    const char* const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, read);
-    if (error != std::errc() || stop != end || read == 0 || read > kMaximumJobs)
+    if (!parseNumber(value, kMaximumJobs, read) || read == 0)
         return "the number of " + what + " must be from 1 to " + std::to_string(kMaximumJobs) + ", not " +
                quoted(value);
     number = read;
@@ -110,13 +115,6 @@ std::string setThreads(Arguments& arguments, std::string_view value) {
 std::string setInProcess(Arguments& arguments, std::string_view) {
     arguments.readIn = ReadIn::thisProcess;
     return {};
-}
-
-template <class Number>
-bool parseNumber(std::string_view value, Number most, Number& number) {
-    const char* const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, number);
-    return error == std::errc() && stop == end && number <= most;
 }
 
 std::string setTimeout(Arguments& arguments, std::string_view value) {

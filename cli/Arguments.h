@@ -66,8 +66,10 @@ struct Arguments {
     std::optional<std::size_t> explainedPage; ///< of the one input: its picture takes the place of the text
     std::optional<std::string> passwordFile;  ///< or kStandardStream; its first line is the password
     AskForPassword askForPassword = AskForPassword::never;
-    unsigned jobs = 0;    ///< 0: as many as there are processors
-    unsigned threads = 0; ///< for one document; 0: as many as there are processors if it is the only one, else 1
+    unsigned jobs = 0; ///< 0: as many as there are processors
+    /// For one document that is read in this process; workers have one. 0: as many as there are processors if the
+    /// document is the only one, else 1.
+    unsigned threads = 0;
     ReadIn readIn = ReadIn::workers;
     worker::Limits limits; ///< of a document in a worker
     DocumentsFrom documentsFrom = DocumentsFrom::files;
