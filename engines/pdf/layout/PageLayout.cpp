@@ -145,9 +145,12 @@ private:
         const std::vector<Grid> grids = gridsOf(rulings_);
         constexpr float kPageShare = 0.4F; // boxes over so much of the page are its background, or a frame around it
         const float most = kPageShare * page_.cropBox.width() * page_.cropBox.height();
-        for (const auto& [left, right, bottom, top] : boxes) {
+        for (const Rectangle& box : boxes) {
+            const auto [left, right, bottom, top] = box;
             if (most > 0 && (right - left) * (top - bottom) > most) continue;
-            const auto isBackground = [&](const Grid& grid) { return grid.isBackground(left, right, bottom, top); };
+            const auto isBackground = [&box](const Grid& grid) {
+                return grid.isBackground(box.left, box.right, box.bottom, box.top);
+            };
             if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
             rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
             rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
