@@ -56,6 +56,11 @@ bool isListLabel(std::u32string_view text) {
     return last == '.' || last == ')' || last == ':' || last == ']';
 }
 
+template <class Less>
+void sortUnlessSorted(std::span<std::uint32_t> lines, Less less) {
+    if (!std::is_sorted(lines.begin(), lines.end(), less)) std::stable_sort(lines.begin(), lines.end(), less);
+}
+
 class TableFinder {
 public:
     TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
@@ -133,26 +138,26 @@ private:
     }
 
     void makeBands(std::span<const std::uint32_t> column) {
-        std::vector<std::uint32_t> order;
+        bandLines_.clear();
         for (const std::uint32_t line : column)
-            if (!isTaken_[line]) order.push_back(line);
+            if (!isTaken_[line]) bandLines_.push_back(line);
+        sortUnlessSorted(bandLines_, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
         bands_.clear();
-        std::stable_sort(order.begin(), order.end(),
-                         [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
-        for (const std::uint32_t index : order) {
-            const Line& line = lines_[index];
+        std::size_t begin = 0; // of the band
+        for (std::size_t i = 0; i < bandLines_.size(); ++i) {
+            const Line& line = lines_[bandLines_[i]];
             if (bands_.empty() || verticalOverlap(bands_.back(), line) < kSameBand) {
-                Band band;
-                band.bottom = line.bottom;
-                band.top = line.top;
-                band.size = line.size;
-                bands_.push_back(std::move(band));
+                bands_.push_back({{}, line.bottom, line.top, line.size});
+                begin = i;
             }
-            bands_.back().lines.push_back(index);
+            bands_.back().lines = std::span(bandLines_).subspan(begin, i + 1 - begin);
         }
-        for (Band& band : bands_)
-            std::stable_sort(band.lines.begin(), band.lines.end(),
+        std::uint32_t* lines = bandLines_.data();
+        for (const Band& band : bands_) {
+            sortUnlessSorted(std::span(lines, band.lines.size()),
                              [this](std::uint32_t a, std::uint32_t b) { return lines_[a].left < lines_[b].left; });
+            lines += band.lines.size();
+        }
     }
 
     /// The end of the bands that may be one table with the band at `begin`.
@@ -412,6 +417,7 @@ private:
     Evidence* evidence_;
     LineWords words_;
     std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
+    std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;
