@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 namespace quillow::pdf {
@@ -78,6 +79,7 @@ public:
     std::vector<Table> find() && {
         findGrids();
         findTagged();
+        if (evidence_ == nullptr && areBelowOneAnother()) return std::move(tables_);
         const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()), evidence_);
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
@@ -103,6 +105,20 @@ private:
                 ++i;
             }
         }
+    }
+
+    /// Whether no two lines have a height in common. Then there is no table without rulings, and no columns.
+    [[nodiscard]] bool areBelowOneAnother() {
+        bandLines_.resize(texts_.size());
+        std::iota(bandLines_.begin(), bandLines_.end(), 0U);
+        sortByBaseline(bandLines_);
+        for (std::size_t i = 1; i < bandLines_.size(); ++i)
+            if (!(lines_[bandLines_[i]].top <= lines_[bandLines_[i - 1]].bottom)) return false;
+        return true;
+    }
+
+    void sortByBaseline(std::span<std::uint32_t> lines) const {
+        sortUnlessSorted(lines, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
     }
 
     /// Takes the lines of the tables that are ruled.
@@ -141,7 +157,7 @@ private:
         bandLines_.clear();
         for (const std::uint32_t line : column)
             if (!isTaken_[line]) bandLines_.push_back(line);
-        sortUnlessSorted(bandLines_, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
+        sortByBaseline(bandLines_);
         bands_.clear();
         std::size_t begin = 0; // of the band
         for (std::size_t i = 0; i < bandLines_.size(); ++i) {
