@@ -201,9 +201,10 @@ private:
         if (isFromTheRight) {
             std::u32string letters;
             for (const Row& row : table.rows)
-                for (const Cell& cell : row.cells)
+                forEachCell(row, [this, &letters](std::span<const std::uint32_t> cell) {
                     for (const std::uint32_t line : cell)
                         letters.append(texts_[line]);
+                });
             const bool hasLatin = std::any_of(letters.begin(), letters.end(),
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
@@ -231,6 +232,7 @@ private:
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
             Row& row = rows_.back();
             if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
+                if (row.cells.empty()) row.cells.push_back({row.line});
                 row.cells.push_back({index});
                 extend(row, line);
                 return;
@@ -244,20 +246,22 @@ private:
         for (Row& row : rows_) {
             bool isFirst = true;
             row.isMonospaced = true;
-            for (const Cell& cell : row.cells) {
+            const Span* last = nullptr;
+            forEachCell(row, [&](std::span<const std::uint32_t> cell) {
                 for (const std::uint32_t index : cell) {
                     if (isFirst) row.begin = texts_[index];
                     row.end = texts_[index];
                     for (const std::uint32_t span : found_.spansOf(found_.lines[index])) {
-                        const std::uint32_t font = page_.runs[orientation_.spans[span].run].font;
+                        last = &orientation_.spans[span];
+                        const std::uint32_t font = page_.runs[last->run].font;
                         if (isFirst) row.font = font;
                         isFirst = false;
                         if (font != row.font) row.isOneFont = false;
-                        row.endsInSoftHyphen = endsInSoftHyphen(orientation_.spans[span]);
                         if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
                     }
                 }
-            }
+            });
+            row.endsInSoftHyphen = last != nullptr && endsInSoftHyphen(*last);
         }
     }
 
@@ -270,6 +274,7 @@ private:
 
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
+        if (row.cells.empty()) out.append(texts_[row.line]);
         bool first = true;
         for (std::size_t k = 0; k < row.cells.size(); ++k) {
             const Cell& cell = row.cells[row.isFromTheRight ? row.cells.size() - 1 - k : k];
@@ -291,7 +296,7 @@ private:
         for (const Ruling& ruling : rulings_.vertical)
             evidence.show(Topic::ruling, Box{ruling.at, ruling.from, ruling.at, ruling.to});
         for (const Row& row : rows_) {
-            for (const Cell& cell : row.cells) {
+            for (const Cell& cell : row.cells) { // tables have them
                 if (!row.isTableRow || cell.empty()) continue;
                 const Line& first = found_.lines[cell.front()];
                 Box area{first.left, first.bottom, first.right, first.top};
