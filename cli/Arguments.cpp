@@ -16,12 +16,15 @@ using Outcome = std::variant<Arguments, Request, UsageError>;
 using Apply = std::string (*)(Arguments& arguments, std::string_view value);
 
 enum class Takes { nothing, value };
+/// Whether an option is about each document, or about the run as a whole.
+enum class About { document, run };
 
 struct Option {
     std::string_view name;
     char letter; ///< NUL if the option has no short name
     Takes takes;
     Apply apply;
+    About about = About::document;
 };
 
 std::string quoted(std::string_view text, std::string_view dashes = {}) {
@@ -85,19 +88,69 @@ std::string setType(Arguments& arguments, std::string_view value) {
     return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
 }
 
-std::string setJobs(Arguments& arguments, std::string_view value) {
-    unsigned jobs = 0;
+template <class Number>
+bool parseNumber(std::string_view value, Number most, Number& number) {
     const char* const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, jobs);
-    if (error != std::errc() || stop != end || jobs == 0 || jobs > kMaximumJobs)
-        return "the number of jobs must be from 1 to " + std::to_string(kMaximumJobs) + ", not " + quoted(value);
-    arguments.jobs = jobs;
+    const auto [stop, error] = std::from_chars(value.data(), end, number);
+    return error == std::errc() && stop == end && number <= most;
+}
+
+std::string setNumber(unsigned& number, std::string_view value, const std::string& what) {
+    unsigned read = 0;
+    if (!parseNumber(value, kMaximumJobs, read) || read == 0)
+        return "the number of " + what + " must be from 1 to " + std::to_string(kMaximumJobs) + ", not " +
+               quoted(value);
+    number = read;
+    return {};
+}
+
+std::string setJobs(Arguments& arguments, std::string_view value) {
+    return setNumber(arguments.jobs, value, "jobs");
+}
+
+std::string setThreads(Arguments& arguments, std::string_view value) {
+    return setNumber(arguments.threads, value, "threads");
+}
+
+std::string setInProcess(Arguments& arguments, std::string_view) {
+    arguments.readIn = ReadIn::thisProcess;
+    return {};
+}
+
+std::string setTimeout(Arguments& arguments, std::string_view value) {
+    unsigned seconds = 0;
+    if (!parseNumber(value, kMaximumTimeout, seconds))
+        return "the time for a document must be from 0 (no limit) to " + std::to_string(kMaximumTimeout) +
+               " seconds, not " + quoted(value);
+    arguments.limits.time = std::chrono::seconds(seconds);
+    return {};
+}
+
+std::string setMaximumMemory(Arguments& arguments, std::string_view value) {
+    std::size_t mebibytes = 0;
+    if (!parseNumber(value, kMaximumMemory, mebibytes) || (mebibytes > 0 && mebibytes < kMinimumMemory))
+        return "the memory for a document must be 0 (no limit) or from " + std::to_string(kMinimumMemory) + " to " +
+               std::to_string(kMaximumMemory) + " MiB, not " + quoted(value);
+    arguments.limits.memory = mebibytes << 20;
+    return {};
+}
+
+std::string setWorker(Arguments& arguments, std::string_view) {
+    arguments.documentsFrom = DocumentsFrom::requests;
     return {};
 }
 
 std::string setPageMarks(Arguments& arguments, std::string_view value) {
     if (value != "ff") return "unknown page mark " + quoted(value) + ": ff";
     arguments.options.pageMarks = PageMarks::formFeed;
+    return {};
+}
+
+std::string setPages(Arguments& arguments, std::string_view value) {
+    if (!arguments.options.pages.isEveryPage()) return "the pages are given twice";
+    auto pages = parsePageSelection(value);
+    if (!pages) return "the pages must be numbers and ranges like 3-7,12,20-, not " + quoted(value);
+    arguments.options.pages = std::move(*pages);
     return {};
 }
 
@@ -129,6 +182,17 @@ std::string setHeadersFooters(Arguments& arguments, std::string_view) {
 
 std::string setReflow(Arguments& arguments, std::string_view) {
     arguments.options.reflow = Reflow::joinLines;
+    return {};
+}
+
+std::string setExplainedPage(Arguments& arguments, std::string_view value) {
+    std::size_t page = 0;
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, page);
+    if (error != std::errc() || stop != end || page == 0)
+        return "the page to explain must be a number from 1, not " + quoted(value);
+    if (arguments.explainedPage) return "the page to explain is given twice";
+    arguments.explainedPage = page;
     return {};
 }
 
@@ -164,15 +228,21 @@ std::string setVerbose(Arguments& arguments, std::string_view) {
 }
 
 constexpr std::array kOptions = {
-    Option{"output", 'o', Takes::value, setOutput},
-    Option{"recursive", 'r', Takes::nothing, setWalkFolders},
-    Option{"files-from", '\0', Takes::value, setInputList},
-    Option{"null", '0', Takes::nothing, setNulNames},
-    Option{"mirror", '\0', Takes::value, setMirrorRoot},
-    Option{"if-exists", '\0', Takes::value, setIfExists},
-    Option{"no-clobber", '\0', Takes::nothing, setNoClobber},
+    Option{"output", 'o', Takes::value, setOutput, About::run},
+    Option{"recursive", 'r', Takes::nothing, setWalkFolders, About::run},
+    Option{"files-from", '\0', Takes::value, setInputList, About::run},
+    Option{"null", '0', Takes::nothing, setNulNames, About::run},
+    Option{"mirror", '\0', Takes::value, setMirrorRoot, About::run},
+    Option{"if-exists", '\0', Takes::value, setIfExists, About::run},
+    Option{"no-clobber", '\0', Takes::nothing, setNoClobber, About::run},
     Option{"type", 't', Takes::value, setType},
-    Option{"jobs", 'j', Takes::value, setJobs},
+    Option{"in-process", '\0', Takes::nothing, setInProcess, About::run},
+    Option{"timeout", '\0', Takes::value, setTimeout, About::run},
+    Option{"max-memory", '\0', Takes::value, setMaximumMemory, About::run},
+    Option{"worker", '\0', Takes::nothing, setWorker, About::run},
+    Option{"jobs", 'j', Takes::value, setJobs, About::run},
+    Option{"threads", '\0', Takes::value, setThreads, About::run},
+    Option{"pages", '\0', Takes::value, setPages},
     Option{"page-marks", '\0', Takes::value, setPageMarks},
     Option{"cells", '\0', Takes::value, setCells},
     Option{"no-list-markers", '\0', Takes::nothing, setNoListMarkers},
@@ -180,12 +250,13 @@ constexpr std::array kOptions = {
     Option{"hidden-text", '\0', Takes::nothing, setHiddenText},
     Option{"headers-footers", '\0', Takes::nothing, setHeadersFooters},
     Option{"reflow", '\0', Takes::nothing, setReflow},
+    Option{"explain", '\0', Takes::value, setExplainedPage, About::run},
     Option{"password", '\0', Takes::value, setPassword},
-    Option{"password-file", '\0', Takes::value, setPasswordFile},
-    Option{"password-prompt", '\0', Takes::nothing, setPasswordPrompt},
-    Option{"strict", '\0', Takes::nothing, setStrict},
-    Option{"quiet", 'q', Takes::nothing, setQuiet},
-    Option{"verbose", 'v', Takes::nothing, setVerbose},
+    Option{"password-file", '\0', Takes::value, setPasswordFile, About::run},
+    Option{"password-prompt", '\0', Takes::nothing, setPasswordPrompt, About::run},
+    Option{"strict", '\0', Takes::nothing, setStrict, About::run},
+    Option{"quiet", 'q', Takes::nothing, setQuiet, About::run},
+    Option{"verbose", 'v', Takes::nothing, setVerbose, About::run},
 };
 
 const Option* optionNamed(std::string_view name) {
@@ -203,6 +274,10 @@ class Parser {
 public:
     explicit Parser(std::span<const std::string_view> words)
         : words_(words) {}
+    Parser(std::span<const std::string_view> words, Arguments arguments)
+        : words_(words)
+        , onlyAbout_(About::document)
+        , arguments_(std::move(arguments)) {}
 
     Outcome parse() && {
         while (at_ < words_.size() && !request_ && complaint_.empty())
@@ -213,9 +288,26 @@ public:
         return std::move(arguments_);
     }
 
+    /// Parses options only. Returns an error message; empty on success.
+    [[nodiscard]] std::string parseOptions(Arguments& arguments) && {
+        const std::size_t inputs = arguments_.inputs.size();
+        while (at_ < words_.size() && !request_ && complaint_.empty())
+            takeWord(words_[at_++]);
+        if (!complaint_.empty()) return std::move(complaint_);
+        if (request_ || arguments_.inputs.size() != inputs) return "only options of a document are allowed here";
+        arguments = std::move(arguments_);
+        return {};
+    }
+
 private:
     /// Returns the error of options that are valid one by one but not together; empty if there is none.
     [[nodiscard]] std::string mistakeOfTheWhole() const {
+        if (arguments_.documentsFrom == DocumentsFrom::requests) {
+            if (!arguments_.explainedPage && arguments_.inputs.empty() && !arguments_.inputList && !arguments_.output)
+                return {};
+            return "option '--worker' takes documents from standard input only, and gives their texts on standard "
+                   "output";
+        }
         if (arguments_.inputs.empty() && !arguments_.inputList) return "no input is given";
         const auto inputs = std::count(arguments_.inputs.begin(), arguments_.inputs.end(), kStandardStream);
         if (inputs + (arguments_.inputList == kStandardStream ? 1 : 0) +
@@ -227,6 +319,9 @@ private:
             1)
             return "the password comes from one of '--password', '--password-file' and '--password-prompt'";
         if (arguments_.nameEnd == NameEnd::nul && !arguments_.inputList) return "option '-0' needs '--files-from'";
+        if (arguments_.explainedPage && (arguments_.inputs.size() != 1 || arguments_.inputList))
+            return "option '--explain' takes one document";
+        if (arguments_.explainedPage && arguments_.mirrorRoot) return "option '--explain' does not go with '--mirror'";
         if (arguments_.mirrorRoot && arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream)
             return "option '--mirror' needs '-o' and a folder";
         return {};
@@ -247,7 +342,7 @@ private:
 
     void takeLong(std::string_view word) {
         if (word == "help") return void(request_ = Request::help);
-        if (word == "version") return void(request_ = Request::version);
+        if (word == "version") return void(request_ = versionRequest());
         const std::size_t equals = word.find('=');
         const std::string_view name = word.substr(0, equals);
         const Option* const option = optionNamed(name);
@@ -281,12 +376,24 @@ private:
         apply(option, words_[at_++]);
     }
 
-    void apply(const Option& option, std::string_view value) { complaint_ = option.apply(arguments_, value); }
+    /// --version, with the isolation if --verbose is somewhere on the command line.
+    [[nodiscard]] Request versionRequest() const {
+        const bool isVerbose = std::any_of(words_.begin(), words_.end(),
+                                           [](std::string_view word) { return word == "--verbose" || word == "-v"; });
+        return isVerbose ? Request::versionAndIsolation : Request::version;
+    }
+
+    void apply(const Option& option, std::string_view value) {
+        if (onlyAbout_ && option.about != *onlyAbout_)
+            return complain("option " + quoted(option.name, "--") + " is not one of a document");
+        complaint_ = option.apply(arguments_, value);
+    }
     void complain(std::string message) { complaint_ = std::move(message); }
 
     std::span<const std::string_view> words_;
     std::size_t at_ = 0;
     bool onlyInputs_ = false;
+    std::optional<About> onlyAbout_;
     Arguments arguments_;
     std::optional<Request> request_;
     std::string complaint_;
@@ -296,6 +403,10 @@ private:
 
 std::variant<Arguments, Request, UsageError> parseArguments(std::span<const std::string_view> arguments) {
     return Parser(arguments).parse();
+}
+
+std::string addDocumentOptions(Arguments& arguments, std::span<const std::string_view> words) {
+    return Parser(words, arguments).parseOptions(arguments);
 }
 
 } // namespace quillow::cli

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "engines/Extract.h"
+#include "worker/Limits.h"
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -30,10 +32,26 @@ enum class AskForPassword { never, whenNeeded };
 /// What follows each name in a list of inputs.
 enum class NameEnd { newline, nul };
 
+/// Where documents are read.
+enum class ReadIn {
+    workers,     ///< in processes that are locked in and limited
+    thisProcess, ///< without isolation and limits
+};
+/// Where documents come from.
+enum class DocumentsFrom {
+    files,
+    requests, ///< messages on standard input; the answers go to standard output
+};
+
 /// The argument that means standard input or, after -o, standard output.
 inline constexpr std::string_view kStandardStream = "-";
-/// The largest number of documents that -j can read at a time.
+/// The largest number of documents that -j can read at a time, and of threads for one of them.
 inline constexpr unsigned kMaximumJobs = 256;
+/// The longest time for a document, in seconds: a day.
+inline constexpr unsigned kMaximumTimeout = 86'400;
+/// The least and the most memory for a document, in MiB. A worker has 7 MiB before it has a document.
+inline constexpr std::size_t kMinimumMemory = 64;
+inline constexpr std::size_t kMaximumMemory = std::size_t{1} << 20;
 
 struct Arguments {
     std::vector<std::string> inputs;      ///< in the order given; empty only if there is an input list
@@ -45,14 +63,21 @@ struct Arguments {
     IfExists ifExists = IfExists::overwrite;
     std::optional<DocumentKind> type; ///< the kind of every input, whatever its name
     Options options;
-    std::optional<std::string> passwordFile; ///< or kStandardStream; its first line is the password
+    std::optional<std::size_t> explainedPage; ///< of the one input: its picture takes the place of the text
+    std::optional<std::string> passwordFile;  ///< or kStandardStream; its first line is the password
     AskForPassword askForPassword = AskForPassword::never;
     unsigned jobs = 0; ///< 0: as many as there are processors
+    /// For one document that is read in this process; workers have one. 0: as many as there are processors if the
+    /// document is the only one, else 1.
+    unsigned threads = 0;
+    ReadIn readIn = ReadIn::workers;
+    worker::Limits limits; ///< of a document in a worker
+    DocumentsFrom documentsFrom = DocumentsFrom::files;
     PartialCountsAs partial = PartialCountsAs::converted;
     Verbosity verbosity = Verbosity::normal;
 };
 
-enum class Request { help, version };
+enum class Request { help, version, versionAndIsolation };
 
 struct UsageError {
     std::string message;
@@ -60,5 +85,9 @@ struct UsageError {
 
 /// Parses the arguments after the program's name. Parsing ends at the first --help, --version or error.
 [[nodiscard]] std::variant<Arguments, Request, UsageError> parseArguments(std::span<const std::string_view> arguments);
+
+/// Parses the options of one document: those that say what it is and how to write its text. They are added to the
+/// arguments. Returns an error message; empty on success.
+[[nodiscard]] std::string addDocumentOptions(Arguments& arguments, std::span<const std::string_view> words);
 
 } // namespace quillow::cli

@@ -26,22 +26,26 @@ Result notAccepted(std::span<const std::byte> content) {
 }
 
 /// The extraction; where a password is needed and may be asked for, a second one with it.
-Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, PasswordPrompt& prompt) {
-    const auto release = [&input] { input.bytes.release(); };
-    Extraction extraction = extract(input.bytes.view(), kind, arguments.options, release);
+Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, DocumentReader& reader,
+                         PasswordPrompt& prompt) {
+    const auto read = [&](const Options& options) {
+        if (arguments.explainedPage) return reader.explain(input.bytes, kind, *arguments.explainedPage, options);
+        return reader.read(input.bytes, kind, options);
+    };
+    Extraction extraction = read(arguments.options);
     if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments.options;
     options.password = prompt.password();
-    return options.password.empty() ? extraction : extract(input.bytes.view(), kind, options, release);
+    return options.password.empty() ? extraction : read(options);
 }
 
 Result extracted(InputDocument& input, const PlannedDocument& document, const Arguments& arguments,
-                 PasswordPrompt& prompt) {
+                 DocumentReader& reader, PasswordPrompt& prompt) {
     std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return withoutText(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted(input.bytes.view());
-    Extraction extraction = extractAsking(input, *kind, arguments, prompt);
+    Extraction extraction = extractAsking(input, *kind, arguments, reader, prompt);
     if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;
@@ -52,13 +56,14 @@ Result extracted(InputDocument& input, const PlannedDocument& document, const Ar
     return result;
 }
 
-Result readAndExtract(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt) {
+Result readAndExtract(const PlannedDocument& document, const Arguments& arguments, DocumentReader& reader,
+                      PasswordPrompt& prompt) {
     const Reading reading = document.kind ? Reading::whole : Reading::recognised;
-    InputOutcome input =
-        document.path == kStandardStream ? readStandardInput(reading) : readInput(document.path, reading);
+    InputOutcome input = document.path == kStandardStream ? readStandardInput(reading)
+                                                          : readInput(document.path, reading, arguments.readIn);
     if (auto* const failure = std::get_if<InputFailure>(&input))
         return withoutText(failure->reason, std::move(failure->detail));
-    return extracted(std::get<InputDocument>(input), document, arguments, prompt);
+    return extracted(std::get<InputDocument>(input), document, arguments, reader, prompt);
 }
 
 bool isLater(const timespec& time, const timespec& than) {
@@ -90,12 +95,12 @@ Result written(Result result, const PlannedDocument& document, IfExists ifExists
     return result;
 }
 
-Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt,
-                        const OutputFolder* folder) {
+Result convertUnguarded(const PlannedDocument& document, const Arguments& arguments, DocumentReader& reader,
+                        PasswordPrompt& prompt, const OutputFolder* folder) {
     if (document.failure) return withoutText(document.failure->reason, document.failure->detail);
     if (folder != nullptr)
         if (auto decided = decidedByExistingText(document, arguments.ifExists, *folder)) return std::move(*decided);
-    Result result = readAndExtract(document, arguments, prompt);
+    Result result = readAndExtract(document, arguments, reader, prompt);
     if (!hasText(result.reason)) result.text.reset();
     if (folder == nullptr || !result.text) return result;
     return written(std::move(result), document, arguments.ifExists, *folder);
@@ -103,10 +108,10 @@ Result convertUnguarded(const PlannedDocument& document, const Arguments& argume
 
 } // namespace
 
-Result convert(const PlannedDocument& document, const Arguments& arguments, PasswordPrompt& prompt,
-               const OutputFolder* outputFolder) {
+Result convert(const PlannedDocument& document, const Arguments& arguments, DocumentReader& reader,
+               PasswordPrompt& prompt, const OutputFolder* outputFolder) {
     try {
-        return convertUnguarded(document, arguments, prompt, outputFolder);
+        return convertUnguarded(document, arguments, reader, prompt, outputFolder);
     } catch (const std::bad_alloc&) {
         return withoutText(Reason::outOfMemory, {});
     }

@@ -20,4 +20,7 @@ struct Destination {
 [[nodiscard]] Destination destinationOf(const std::optional<std::string>& output,
                                         const std::function<bool(const std::string&)>& isFolder);
 
+/// The same for the picture of a page: any path is one file.
+[[nodiscard]] Destination destinationOfPicture(const std::optional<std::string>& output);
+
 } // namespace quillow::cli

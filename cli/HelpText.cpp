@@ -21,6 +21,19 @@ Input:
                         its name
   -j, --jobs N          documents read at a time, 1 to 256 (default: one for
                         each processor); the output does not depend on it
+      --threads N       with --in-process, threads that read the pages of one
+                        PDF, 1 to 256 (default: one for each processor if there
+                        is only one document, else 1); the output does not
+                        depend on it. An isolated process has one thread
+
+Isolation: each document is read in a process that can open no file, no network
+and no other program, so a hostile one harms nothing but itself.
+      --timeout S       give up a document after S seconds (default 60; 0: never)
+      --max-memory MB   the most memory for a document, in MiB (default 2048; 0:
+                        no limit)
+      --in-process      read documents in this process: no isolation, no limits
+      --worker          read requests on standard input and write answers on
+                        standard output; see docs/worker-protocol.md
 
 Passwords of PDFs (one for all documents, as user or as owner):
       --password TEXT   the password; other users of the machine may see it for
@@ -53,13 +66,21 @@ Output:
       --no-clobber      the same as --if-exists skip
 
 Text:
+      --pages LIST      only these pages, in the order of the document: 3-7,12,20-
+                        (PDF; of other documents everything is read)
       --page-marks ff   a form feed between pages (PDF, RTF)
       --cells line      each table cell on a line of its own; default: tab
       --no-list-markers no bullets and numbers before list items
       --links           the target after the text of a link: text <target>
       --hidden-text     hidden and deleted text too
       --headers-footers running headers and footers too (RTF)
-      --reflow          join the lines inside a paragraph (RTF)
+      --reflow          join the lines inside a paragraph (PDF, RTF); of a PDF,
+                        running heads, feet and page numbers are left out
+
+      --explain PAGE    instead of the text, a picture (SVG) of how that page of
+                        the one PDF is read, counted from 1: runs, words, lines,
+                        columns, tables, paragraphs and reading order, with the
+                        reasons; -o PATH is its file, whatever its extension
 
 Messages:
       --strict          a document with parts that could not be read counts as
@@ -67,12 +88,12 @@ Messages:
   -q, --quiet           no messages about documents
   -v, --verbose         a message about every document
   -h, --help            this text
-      --version         the version
+      --version         the version; with --verbose also the isolation
 
 A message is one line on standard error:
   quillow-convert: PATH: REASON (DETAIL)
 Reasons: ok, ok-empty, no-text-layer, partial, wrong-type, damaged, locked,
-too-large, out-of-memory, unreadable, unwritable, skipped.
+too-large, timeout, out-of-memory, crashed, unreadable, unwritable, skipped.
 
 A document is held in memory as a whole. Files over 1 GiB are too-large; so is
 more than 256 MiB from standard input or a pipe, which may never end.

@@ -97,15 +97,16 @@ std::variant<std::string, InputFailure> textOfBundle(const std::string& bundle) 
                                                        : "the bundle holds several RTF files and no TXT.rtf"};
 }
 
-InputOutcome readFile(const std::string& path, InputKind kind, Reading reading) {
+InputOutcome readFile(const std::string& path, InputKind kind, Reading reading, ReadIn readIn) {
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     if (!file.isOpen()) return unreadable(lastError());
     struct stat status = {};
     if (::fstat(file.number(), &status) != 0) return unreadable(lastError());
     if (S_ISDIR(status.st_mode)) return unreadable("is a folder");
     const Source source = sourceOf(file.number(), status);
-    const bool isMappable = source.expected >= kMappedFrom && source.expected <= source.most;
-    if (isMappable && startsAsRtf(file.number()))
+    const std::size_t mappedFrom = readIn == ReadIn::workers ? kMappedForWorkersFrom : kMappedFrom;
+    const bool isMappable = source.expected >= mappedFrom && source.expected <= source.most;
+    if (isMappable && (readIn == ReadIn::workers || startsAsRtf(file.number())))
         if (auto mapped = MappedFile::map(file, status)) return InputDocument{Bytes(std::move(*mapped)), kind};
     return readToEnd(source, kind, reading);
 }
@@ -131,16 +132,16 @@ bool Bytes::grow(std::size_t capacity) {
     return true;
 }
 
-InputOutcome readInput(const std::string& path, Reading reading) {
+InputOutcome readInput(const std::string& path, Reading reading, ReadIn readIn) {
     if (!isBundle(path)) {
-        InputOutcome outcome = readFile(path, InputKind::file, reading);
+        InputOutcome outcome = readFile(path, InputKind::file, reading, readIn);
         if (std::holds_alternative<InputFailure>(outcome) && isFolder(path))
             return unreadable("is a folder; -r takes the documents in it");
         return outcome;
     }
     auto text = textOfBundle(path);
     if (auto* const failure = std::get_if<InputFailure>(&text)) return std::move(*failure);
-    return readFile(std::get<std::string>(text), InputKind::bundle, Reading::whole);
+    return readFile(std::get<std::string>(text), InputKind::bundle, Reading::whole, readIn);
 }
 
 InputOutcome readStandardInput(Reading reading) {
@@ -152,7 +153,7 @@ InputOutcome readStandardInput(Reading reading) {
 
 InputOutcome readList(const std::string& path) {
     return path == kStandardStream ? readStandardInput(Reading::whole)
-                                   : readFile(path, InputKind::file, Reading::whole);
+                                   : readFile(path, InputKind::file, Reading::whole, ReadIn::thisProcess);
 }
 
 std::optional<timespec> changeTime(const std::string& path) {

@@ -1,6 +1,7 @@
 // Reads the bytes of a document from a file, an RTFD bundle or standard input.
 #pragma once
 
+#include "cli/Arguments.h"
 #include "cli/MappedFile.h"
 #include "engines/Extract.h"
 
@@ -26,6 +27,9 @@ inline constexpr std::size_t kMaximumBundleEntries = 100'000;
 /// RTF files of at least this size are mapped, not read. The RTF engine stays in bounds even if the bytes change
 /// meanwhile.
 inline constexpr std::size_t kMappedFrom = std::size_t{1} << 20;
+/// Files of any kind are mapped from this size on if a worker reads them: it gets the descriptor, and this process does
+/// not touch the bytes. Smaller files are sent to the worker.
+inline constexpr std::size_t kMappedForWorkersFrom = std::size_t{64} << 10;
 
 /// The bytes of a document, read or mapped.
 class Bytes {
@@ -36,6 +40,8 @@ public:
     [[nodiscard]] std::span<const std::byte> view() const {
         return file_ ? file_->view() : std::span<const std::byte>(data_.get(), size_);
     }
+    /// The descriptor of a mapped file; -1 if the bytes are not mapped.
+    [[nodiscard]] int descriptor() const { return file_ ? file_->descriptor() : -1; }
     /// True if a mapped file has changed since it was mapped; what was read from it is then unreliable.
     [[nodiscard]] bool haveChanged() const { return file_ && file_->hasChanged(); }
 
@@ -81,7 +87,7 @@ enum class Reading {
 /// Reads the file at the path. From a folder with the extension rtfd (in any letter case) it reads the RTF file:
 /// TXT.rtf, else that name in another letter case, else the only RTF file in the folder. Any other folder is a
 /// failure.
-[[nodiscard]] InputOutcome readInput(const std::string& path, Reading reading);
+[[nodiscard]] InputOutcome readInput(const std::string& path, Reading reading, ReadIn readIn = ReadIn::thisProcess);
 
 [[nodiscard]] InputOutcome readStandardInput(Reading reading);
 

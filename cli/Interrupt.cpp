@@ -35,6 +35,7 @@ void waitForInterrupt(sigset_t signals) {
 void handleInterrupts() {
     pipeSignalWasIgnored = isIgnored(SIGPIPE);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGCHLD, SIG_DFL); // if it is ignored, nobody learns how a worker ended
     sigset_t signals;
     ::sigemptyset(&signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})

@@ -24,6 +24,8 @@ public:
     ~MappedFile();
 
     [[nodiscard]] std::span<const std::byte> view() const { return {begin_, size_}; }
+    /// The descriptor, open for reading only.
+    [[nodiscard]] int descriptor() const { return file_.number(); }
     /// True if the file has changed since it was mapped, or if a part of it could not be read.
     [[nodiscard]] bool hasChanged() const;
 

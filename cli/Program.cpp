@@ -4,6 +4,7 @@
 #include "cli/Batch.h"
 #include "cli/Conversion.h"
 #include "cli/Destination.h"
+#include "cli/DocumentReader.h"
 #include "cli/HelpText.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
@@ -13,6 +14,7 @@
 #include "cli/PasswordPrompt.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
+#include "cli/RequestServer.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -68,9 +70,17 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-unsigned jobsOf(const Arguments& arguments) {
-    if (arguments.jobs > 0) return arguments.jobs;
+unsigned processors() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
+}
+
+unsigned jobsOf(const Arguments& arguments) {
+    return arguments.jobs > 0 ? arguments.jobs : processors();
+}
+
+unsigned threadsOf(const Arguments& arguments, std::size_t documents) {
+    if (arguments.threads > 0) return arguments.threads;
+    return documents == 1 ? processors() : 1;
 }
 
 void tell(Report& report, const PlannedDocument& document, const Result& result) {
@@ -85,7 +95,8 @@ int failOnFolder(const std::string& path, const OutputFailure& failure) {
     return kDestinationUnwritable;
 }
 
-int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan) {
+int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan,
+                    DocumentReader& reader) {
     const auto missing =
         destination.kind == DestinationKind::folder ? OutputFolder::Missing::made : OutputFolder::Missing::failure;
     const auto opened = OutputFolder::open(destination.folder, missing);
@@ -96,7 +107,7 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
     Report report(arguments);
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, &folder); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, &folder); },
         [&](std::size_t i, const Result& result) {
             tell(report, plan.documents[i], result);
             return Next::goOn;
@@ -105,13 +116,13 @@ int convertToFolder(const Arguments& arguments, const Destination& destination, 
     return report.exitCode();
 }
 
-int convertToStandardOutput(const Arguments& arguments, const Plan& plan) {
+int convertToStandardOutput(const Arguments& arguments, const Plan& plan, DocumentReader& reader) {
     PasswordPrompt prompt;
     Report report(arguments);
     std::optional<std::string> broken;
     runBatch(
         plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, prompt, nullptr); },
+        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, nullptr); },
         [&](std::size_t i, const Result& result) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();
@@ -147,8 +158,31 @@ std::optional<InputFailure> addPassword(Arguments& arguments) {
     return std::nullopt;
 }
 
+int answer(Request request) {
+    if (request == Request::help) return print(kHelpText);
+    if (request == Request::version) return print(kVersionText);
+    return print(std::string(kVersionText) + isolationLine() + "\n");
+}
+
+int serveAll(Arguments arguments) {
+    DocumentReader reader(arguments);
+    if (const auto obstacle = reader.obstacle()) {
+        complain(programLine(*obstacle));
+        return kSomeFailed;
+    }
+    const auto mistake = serveRequests(STDIN_FILENO, STDOUT_FILENO, arguments, reader);
+    if (!mistake) return kAllConverted;
+    complain(programLine(*mistake));
+    return kSomeFailed;
+}
+
 int convertAll(Arguments arguments) {
-    const Destination destination = destinationOf(arguments.output, isFolder);
+    if (arguments.documentsFrom == DocumentsFrom::requests) return serveAll(std::move(arguments));
+    const bool isPicture = arguments.explainedPage.has_value();
+    if (isPicture && arguments.output && isFolder(*arguments.output))
+        return failOnUsage("option '--explain' needs a file after '-o', not the folder '" + *arguments.output + "'");
+    const Destination destination =
+        isPicture ? destinationOfPicture(arguments.output) : destinationOf(arguments.output, isFolder);
     if (arguments.mirrorRoot && destination.kind == DestinationKind::file)
         return failOnUsage("option '--mirror' needs a folder after '-o', not the file '" + *arguments.output + "'");
     if (arguments.mirrorRoot && !isFolder(*arguments.mirrorRoot))
@@ -156,6 +190,11 @@ int convertAll(Arguments arguments) {
 
     if (const auto failure = addPassword(arguments)) {
         complain(resultLine(*arguments.passwordFile, failure->reason, failure->detail));
+        return kSomeFailed;
+    }
+    DocumentReader reader(arguments); // its first worker starts while the run is planned
+    if (const auto obstacle = reader.obstacle()) {
+        complain(programLine(*obstacle));
         return kSomeFailed;
     }
     auto found = findInputs(arguments);
@@ -168,6 +207,7 @@ int convertAll(Arguments arguments) {
         if (arguments.verbosity != Verbosity::quiet) complain(programLine("no RTF, HTML or PDF document is found"));
         return kNothingAccepted;
     }
+    if (isPicture && inputs.size() > 1) return failOnUsage("option '--explain' takes one document");
     if (destination.kind == DestinationKind::file && inputs.size() > 1)
         return failOnUsage("the texts of several documents cannot go into the one file '" + *arguments.output +
                            "': name a folder");
@@ -176,9 +216,11 @@ int convertAll(Arguments arguments) {
     if (arguments.verbosity != Verbosity::quiet)
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
-    shareMemoryWhereLimited(jobsOf(arguments));
-    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan)
-                                                               : convertToFolder(arguments, destination, plan);
+    arguments.options.threads = threadsOf(arguments, plan.documents.size());
+    shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
+                            arguments.options.threads);
+    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan, reader)
+                                                               : convertToFolder(arguments, destination, plan, reader);
 }
 
 } // namespace
@@ -189,8 +231,7 @@ int runProgram(std::span<const std::string_view> words) {
     try {
         auto parsed = parseArguments(words);
         if (const auto* const error = std::get_if<UsageError>(&parsed)) return failOnUsage(error->message);
-        if (const auto* const request = std::get_if<Request>(&parsed))
-            return print(*request == Request::help ? kHelpText : kVersionText);
+        if (const auto* const request = std::get_if<Request>(&parsed)) return answer(*request);
         return convertAll(std::get<Arguments>(std::move(parsed)));
     } catch (const std::bad_alloc&) {
         complain("quillow-convert: there is no memory for the list of documents\n");

@@ -2,6 +2,7 @@
 
 #include "cli/Paths.h"
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -120,9 +121,9 @@ std::vector<std::string> nameTexts(std::span<const NameWish> wishes, const IsBar
 }
 
 std::string numbered(const std::string& path, const IsBarred& isTaken) {
-    const std::string stem = path.substr(0, path.size() - kExtension.size());
+    const std::size_t dot = std::min(path.rfind('.'), path.size());
     for (std::size_t number = 2;; ++number) {
-        std::string candidate = stem + "-" + std::to_string(number) + std::string(kExtension);
+        std::string candidate = path.substr(0, dot) + "-" + std::to_string(number) + path.substr(dot);
         if (!isTaken(candidate)) return candidate;
     }
 }

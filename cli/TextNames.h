@@ -23,7 +23,8 @@ using IsBarred = std::function<bool(const std::string& path)>;
 /// "report.rtf-2.txt". The result depends only on the wishes, their order and `isBarred`.
 [[nodiscard]] std::vector<std::string> nameTexts(std::span<const NameWish> wishes, const IsBarred& isBarred);
 
-/// The first of "stem-2.txt", "stem-3.txt", ... for which `isTaken` is false; `path` is "stem.txt".
+/// The first of "stem-2.txt", "stem-3.txt", ... for which `isTaken` is false; `path` is "stem.txt". Other extensions
+/// stay too.
 [[nodiscard]] std::string numbered(const std::string& path, const IsBarred& isTaken);
 
 } // namespace quillow::cli

@@ -5,6 +5,7 @@
 #include "engines/ContentSniffer.h"
 #include "engines/html/Reader.h"
 #include "engines/pdf/Reader.h"
+#include "engines/pdf/crypt/Ciphers.h"
 #include "engines/rtf/Reader.h"
 
 #include <new>
@@ -61,6 +62,10 @@ Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Op
     } catch (const std::length_error&) {
         return failed(Reason::tooLarge, "the text is too long");
     }
+}
+
+void loadLibraries() {
+    static_cast<void>(pdf::hasCiphers());
 }
 
 } // namespace quillow

@@ -16,4 +16,8 @@ namespace quillow {
 [[nodiscard]] Extraction extract(std::span<const std::byte> bytes, DocumentKind kind, const Options& options = {},
                                  const BytesDone& bytesDone = {});
 
+/// Loads the libraries that extract() would load for certain documents. Call it in a process that will not be able to
+/// open files any more.
+void loadLibraries();
+
 } // namespace quillow

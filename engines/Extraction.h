@@ -1,6 +1,8 @@
 // The outcome of one document and the options of its text. The engines and everyone who calls them share these values.
 #pragma once
 
+#include "engines/PageSelection.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -51,6 +53,10 @@ struct Options {
     HiddenText hiddenText = HiddenText::off;
     HeadersFooters headersFooters = HeadersFooters::off;
     Reflow reflow = Reflow::off;
+    /// The largest number of threads that read one document. Only pages of PDFs are read by several, and the text is
+    /// the same whatever their number.
+    unsigned threads = 1;
+    PageSelection pages;  ///< of a PDF; RTF and HTML have no pages that could be told apart
     std::string password; ///< in UTF-8, for PDFs that the empty password does not open
 };
 

@@ -1,6 +1,11 @@
 // Fuzzes the layout with pages that no file has: each record of twelve bytes places a run or a rule. Whatever the page
-// looks like, its text ends with a line end, and the same page gives the same text.
+// looks like, its text ends with a line end, the same page gives the same text, also if somebody asks why, and its
+// picture is an SVG file.
+#include "engines/pdf/explain/PagePicture.h"
+#include "engines/pdf/layout/HiddenText.h"
+#include "engines/pdf/layout/PageLayout.h"
 #include "engines/pdf/layout/PageText.h"
+#include "fuzz/SvgCheck.h"
 #include "text/Bytes.h"
 
 #include <array>
@@ -44,9 +49,10 @@ void addRun(quillow::text::ByteCursor& record, Page& page) {
     run.glyphCount = record.u8() % 16U;
     const float step = static_cast<float>(record.i8()) / 16;
     std::uint8_t letter = record.u8();
+    const std::uint8_t own = record.u8();
+    const float width = own == 0 ? run.fontSize / 2 : static_cast<float>(own) / 16;
     for (std::uint32_t i = 0; i < run.glyphCount; ++i) {
-        page.glyphs.push_back(
-            {static_cast<std::uint32_t>(page.text.size()), static_cast<float>(i) * step, run.fontSize / 2});
+        page.glyphs.push_back({static_cast<std::uint32_t>(page.text.size()), static_cast<float>(i) * step, width});
         if (letter != 0) page.text.push_back(kLetters[letter++ % kLetters.size()]);
     }
     page.runs.push_back(run);
@@ -75,5 +81,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::u32string again;
     appendPageText(page, again);
     if (text != again || (!text.empty() && text.back() != U'\n')) std::abort();
+    Evidence evidence;
+    static_cast<void>(repeatedHiddenRuns(page, &evidence));
+    PageLayout layout;
+    layOut(page, layout, &evidence);
+    if (text != layout.text) std::abort();
+    checkSvg(pictureOf(page, layout, evidence, "<page>"));
     return 0;
 }

@@ -21,7 +21,8 @@ SupportAddresses supportAddresses() {
 Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
     : mainQueue(mainQueueOfProgram)
     , termination(terminationOfProgram)
-    , extractor(&logReason)
+    , extractor(&logReason,
+                [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
     , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }

@@ -6,6 +6,7 @@
 #include "frame/MWAppSupportUtility.h"
 #include "platform/Termination.h"
 #include "platform/engine/EngineTextReaders.h"
+#include "platform/engine/IsolatedEngine.h"
 #include "platform/qt/dialogs/QtAlerts.h"
 #include "platform/qt/dialogs/QtPanels.h"
 #include "platform/qt/files/AccessRegistry.h"
@@ -75,6 +76,7 @@ struct Adapters {
     QtMenus menus{window.applicationMenu()};
     QtMenu helpMenu{window.helpMenu()};
 
+    IsolatedEngine engine;
     DocumentExtractor extractor;
     EngineRtfTextReader rtfReader{extractor};
     EngineHtmlTextReader htmlReader{extractor};

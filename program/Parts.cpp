@@ -51,6 +51,7 @@ void Parts::connectWindows(std::function<void()> quit) {
     preferencesBindings_.emplace(adapters_.preferences, *delegate_, adapters_.defaults, adapters_.dateFormatting,
                                  transformsOf(adapters_.valueTransformers), preferencesActionsOf(*delegate_));
     adapters_.window.setStatement(delegate_->getAppStantment());
+    adapters_.window.setIsolation([this] { return QString::fromStdString(adapters_.engine.isolationLine()); });
     adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));
     adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
                                   [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});

@@ -51,6 +51,32 @@ std::size_t plainPrefixLength(std::string_view bytes) {
 
 } // namespace
 
+void TextSink::append(std::u32string_view codePoints) {
+    constexpr std::size_t kBatch = 64;
+    constexpr std::size_t kLongest = 2; // bytes of what is written here
+    while (!codePoints.empty()) {
+        const std::size_t at = out_.size();
+        const std::u32string_view batch = codePoints.substr(0, kBatch);
+        out_.resize(at + kLongest * batch.size());
+        char* to = out_.data() + at;
+        std::size_t done = 0;
+        for (; done < batch.size(); ++done) {
+            const char32_t c = batch[done];
+            if ((c >= 0x20 && c < 0x7F) || c == '\n') {
+                *to++ = static_cast<char>(c);
+            } else if (c >= 0xA0 && c < 0x800) {
+                *to++ = static_cast<char>(0xC0 | (c >> 6));
+                *to++ = static_cast<char>(0x80 | (c & 0x3F));
+            } else {
+                break;
+            }
+        }
+        out_.resize(static_cast<std::size_t>(to - out_.data()));
+        if (done < batch.size()) append(batch[done++]);
+        codePoints.remove_prefix(done);
+    }
+}
+
 void TextSink::appendOther(char32_t codePoint) {
     if (isControl(codePoint) && codePoint != '\t' && codePoint != '\n' &&
         !(codePoint == '\f' && formFeeds_ == FormFeeds::keep))

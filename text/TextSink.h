@@ -29,6 +29,9 @@ public:
         }
     }
 
+    /// The same for several code points.
+    void append(std::u32string_view codePoints);
+
     /// Appends bytes as they are. The caller guarantees that they are printable ASCII (0x20..0x7E), TAB or LF.
     void appendAscii(std::string_view ascii) { out_.append(ascii); }
     void appendAscii(char ascii) { out_.push_back(ascii); }

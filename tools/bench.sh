@@ -5,6 +5,7 @@
 set -euo pipefail
 top=$(dirname "$(dirname "$(readlink -f "$0")")")
 "$top/tools/install-packages.sh" run bench
-"$top/tools/build.sh" release -DQUILLOW_BENCH=ON quillow-convert engines_bench
+"$top/tools/build.sh" release -DQUILLOW_BENCH=ON quillow-convert engines_bench worker_bench
 "$top/build/release/bin/engines_bench" "$@"
+"$top/build/release/bin/worker_bench"
 "$top/tools/instructions.sh" "$top"/samples/*.rtf "$top"/samples/*.html

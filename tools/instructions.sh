@@ -14,7 +14,7 @@ if [ "${1:-}" = --together ]; then
     shift
 fi
 count() { # FILE...: instructions of one whole run
-    valgrind --tool=callgrind --callgrind-out-file=/dev/null "$convert" -q -j 1 "$@" 2>&1 >/dev/null |
+    valgrind --tool=callgrind --callgrind-out-file=/dev/null "$convert" --in-process -q -j 1 "$@" 2>&1 >/dev/null |
         awk '/Collected/ {print $NF}'
 }
 printf '{\\rtf1 x}' >"$scratch/empty.rtf"

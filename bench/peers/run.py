@@ -5,7 +5,7 @@ Every program runs N times, in turns, on every file that it can read. The result
 time of the runs and the memory of that run (at least about 10 MiB, because a child process starts as a copy of
 this one). Prints our time in milliseconds, each peer's time as a multiple of ours (2.00x: the peer takes twice as
 long), and the memory in MiB. Peers that are not installed are listed and left out. A program that fails on a file
-has no ratio.
+has no ratio. Ours reads documents in its own process, as the others do.
 
 With --together, the files are of one kind and form one collection. Our program reads them all in one run on one
 core; a peer reads one file per run. Prints the sums, and the sums without the start of every run (measured with a
@@ -92,7 +92,7 @@ def compare_collection(program, kind, paths, peers, runs, timeout):
         letter = os.path.join(folder, "letter." + kind)
         pathlib.Path(letter).write_bytes(LETTERS[kind])
         ours = measure_together(program, paths, runs, timeout)
-        start = sum_of(program + " -q {}", [letter] * 50, 1, timeout) / 50
+        start = sum_of(program + " --in-process -q {}", [letter] * 50, 1, timeout) / 50
         if ours is None:
             print("ours failed")
             return 1
@@ -110,7 +110,7 @@ def compare_collection(program, kind, paths, peers, runs, timeout):
 
 
 def measure_together(program, paths, runs, timeout):
-    outcomes = [measure(program + " -q -j 1", paths, timeout) for _ in range(runs)]
+    outcomes = [measure(program + " --in-process -q -j 1", paths, timeout) for _ in range(runs)]
     return None if None in outcomes else min(cpu for cpu, _ in outcomes)
 
 
@@ -140,7 +140,7 @@ def main():
         kind = kinds.pop()
         peers = [c for c in PEERS[kind] if c.split()[0] not in missing]
         return compare_collection(arguments.ours, kind, arguments.files, peers, arguments.runs, arguments.timeout)
-    ours = arguments.ours + " -q {}"
+    ours = arguments.ours + " --in-process -q {}"
     ratios = {}
     failures = 0
     for path in arguments.files:

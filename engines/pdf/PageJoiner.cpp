@@ -1,17 +1,26 @@
 #include "engines/pdf/PageJoiner.h"
 
+#include "engines/pdf/Reflow.h"
+
 #include <utility>
 
 namespace quillow::pdf {
 
-bool PageJoiner::add(const PageOutcome& page) {
-    if (text_.size() > longestText_) {
+bool PageJoiner::add(PageOutcome page) {
+    if (length_ > longestText_) {
         leaveOut(1, "the text is too long");
         return false;
     }
     loss_.charactersDecoded += page.loss.charactersDecoded;
     loss_.charactersWithoutUnicode += page.loss.charactersWithoutUnicode;
     loss_.partsSkipped += page.loss.partsSkipped;
+    length_ += page.text.size() + 1;
+    if (reflow_ == Reflow::joinLines) {
+        ++pagesRead_;
+        ++(page.text.empty() ? loss_.pagesWithoutText : pagesWithText_);
+        pages_.push_back(std::move(page));
+        return true;
+    }
     // With page marks, every page has its mark, which ends the page's last line. Without them, empty pages leave
     // nothing.
     if (marks_ == PageMarks::formFeed && pagesRead_ > 0) {
@@ -48,7 +57,8 @@ Extraction PageJoiner::finish(std::uint64_t pages) && {
         extraction.reason = loss_.partsSkipped > 0 ? Reason::partial : Reason::ok;
         extraction.detail = why_;
         if (loss_.partsSkipped > 0 && why_.empty()) extraction.detail = "some parts of pages are damaged";
-        if (text_.back() != '\n') text_.push_back('\n');
+        if (reflow_ == Reflow::joinLines) text_ = reflowed(pages_, marks_);
+        if (text_.empty() || text_.back() != '\n') text_.push_back('\n');
         extraction.text = std::move(text_);
     }
     return extraction;

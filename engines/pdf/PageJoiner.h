@@ -3,28 +3,25 @@
 
 #include "engines/Extraction.h"
 #include "engines/pdf/Limits.h"
+#include "engines/pdf/PageOutcome.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillow::pdf {
 
-/// What became of one page.
-struct PageOutcome {
-    std::string text; ///< in UTF-8; ends with a line end, or is empty
-    LossAccount loss;
-};
-
 class PageJoiner {
 public:
-    /// `longestText` is in bytes.
-    explicit PageJoiner(PageMarks marks, std::size_t longestText = kMaximumText)
+    /// `longestText` is in bytes. With Reflow::joinLines, pages need their rows.
+    explicit PageJoiner(PageMarks marks, Reflow reflow = Reflow::off, std::size_t longestText = kMaximumText)
         : marks_(marks)
+        , reflow_(reflow)
         , longestText_(longestText) {}
 
     /// Adds the next page. Returns false, and adds nothing, if the text is too long already.
-    bool add(const PageOutcome& page);
+    bool add(PageOutcome page);
 
     /// Counts what is not there: pages that cannot be found, and those beyond a limit.
     void leaveOut(std::size_t pages, std::string_view why);
@@ -34,8 +31,11 @@ public:
 
 private:
     PageMarks marks_;
+    Reflow reflow_;
     std::size_t longestText_;
     std::string text_;
+    std::vector<PageOutcome> pages_; ///< if lines are to be joined
+    std::size_t length_ = 0;         ///< of the texts of all pages
     std::string why_;
     LossAccount loss_;
     std::uint64_t pagesRead_ = 0;

@@ -1,48 +1,16 @@
 #include "engines/pdf/Reader.h"
 
 #include "engines/pdf/PageJoiner.h"
-#include "engines/pdf/content/PageReader.h"
-#include "engines/pdf/layout/PageLayout.h"
-#include "text/TextSink.h"
+#include "engines/pdf/PageTexts.h"
+#include "engines/pdf/PageThreads.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace quillow::pdf {
 
 namespace {
-
-/// Reads pages of a document one after another.
-class PageTexts {
-public:
-    explicit PageTexts(Document& document)
-        : fonts_(document)
-        , reader_(document, fonts_) {}
-
-    [[nodiscard]] PageOutcome read(const PageNode& node) {
-        PageOutcome outcome;
-        outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
-        outcome.loss.charactersDecoded = page_.text.size();
-        outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
-        layOut(page_, layout_);
-        outcome.text = utf8Of(layout_.text);
-        return outcome;
-    }
-
-private:
-    static std::string utf8Of(std::u32string_view characters) {
-        text::TextSink sink;
-        sink.reserve(characters.size());
-        for (const char32_t c : characters)
-            sink.append(c);
-        return std::string(sink.view());
-    }
-
-    FontCache fonts_;
-    PageReader reader_;
-    Page page_;
-    PageLayout layout_;
-};
 
 Failure withPassword(const Failure& failure, const Options& options) {
     if (failure.reason != Reason::locked) return failure;
@@ -52,6 +20,42 @@ Failure withPassword(const Failure& failure, const Options& options) {
 std::string missingPages(const PageList& list) {
     return std::to_string(list.missing) + " of " + std::to_string(list.pages.size() + list.missing) +
            " pages cannot be read";
+}
+
+/// Those of the pages that can be found and that the selection has.
+std::vector<PageNode> selectedPages(const PageList& list, const PageSelection& selection) {
+    std::vector<PageNode> selected;
+    std::uint32_t number = 0;
+    for (const PageNode& page : list.pages)
+        if (selection.contains(++number)) selected.push_back(page);
+    return selected;
+}
+
+/// Reads pages of a copy of a document.
+class CopiedPages final : public PageSource {
+public:
+    CopiedPages(const Document& document, std::span<const PageNode> pages, Reflow reflow)
+        : document_(document.forThread())
+        , texts_(*document_, reflow)
+        , pages_(pages) {}
+
+    [[nodiscard]] PageOutcome read(std::size_t page) override { return texts_.read(pages_[page]); }
+    [[nodiscard]] double usedShare() const override { return texts_.usedShare(); }
+
+private:
+    std::unique_ptr<Document> document_;
+    PageTexts texts_;
+    std::span<const PageNode> pages_;
+};
+
+/// False if the pages must be read by one thread; what the joiner has is of no use then. The document itself is left as
+/// it is.
+bool readByThreads(const Document& document, std::span<const PageNode> pages, const Options& options, unsigned threads,
+                   PageJoiner& joiner) {
+    PageThreads reading(
+        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options.reflow); },
+        [&joiner](const PageOutcome& page) { return joiner.add(page); });
+    return reading.read(threads, document.usedShare());
 }
 
 } // namespace
@@ -65,13 +69,22 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     }
     Document& document = *opened.value();
     const PageList list = pageListOf(document);
-    PageJoiner joiner(options.pageMarks);
-    PageTexts texts(document);
-    for (const PageNode& page : list.pages)
-        if (!joiner.add(texts.read(page))) break;
+    PageJoiner joiner(options.pageMarks, options.reflow);
+    const std::uint64_t pages = list.pages.size() + list.missing;
+    const std::vector<PageNode> selected = selectedPages(list, options.pages);
+    // A document without pages is damaged, whichever are selected.
+    if (selected.empty() && !list.pages.empty())
+        return failed(Reason::unreadable, "the document has no such page: it has " + std::to_string(list.pages.size()));
+    if (const unsigned threads = threadsFor(selected.size(), options.threads);
+        threads < 2 || !readByThreads(document, selected, options, threads, joiner)) {
+        joiner = PageJoiner(options.pageMarks, options.reflow);
+        PageTexts texts(document, options.reflow);
+        for (const PageNode& page : selected)
+            if (!joiner.add(texts.read(page))) break;
+    }
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");
     joiner.leaveOut(list.missing, missingPages(list));
-    return std::move(joiner).finish(list.pages.size() + list.missing);
+    return std::move(joiner).finish(pages);
 }
 
 } // namespace quillow::pdf

@@ -25,11 +25,6 @@ std::string reasonLine(DocumentKind kind, const Extraction& extraction) {
 
 } // namespace
 
-DocumentExtractor::DocumentExtractor(ReasonLog reasonLog)
-    : DocumentExtractor(std::move(reasonLog), [](std::span<const std::byte> bytes, DocumentKind kind) {
-        return quillow::extract(bytes, kind);
-    }) {}
-
 DocumentExtractor::DocumentExtractor(ReasonLog reasonLog, Extract extract)
     : extract_(std::move(extract))
     , reasonLog_(std::move(reasonLog)) {}

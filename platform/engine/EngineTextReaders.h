@@ -1,8 +1,9 @@
-// The text-reader ports, implemented with the engines' extract(). Any text is accepted, a partial one too. If the
+// The text-reader ports, implemented with an engine. Any text is accepted, a partial one too. If the
 // text is missing or incomplete, the reason goes to the caller's log in one line.
 #pragma once
 
-#include "engines/Extract.h"
+#include "engines/DocumentKind.h"
+#include "engines/Extraction.h"
 #include "platform/TextReaders.h"
 
 #include <QByteArray>
@@ -22,9 +23,8 @@ public:
     using Extract = std::function<Extraction(std::span<const std::byte> bytes, DocumentKind kind)>;
     using ReasonLog = std::function<void(std::string_view line)>;
 
-    /// `reasonLog` (may be empty) gets a line such as "PDF document: locked: it needs a password", without a line
-    /// end, for every outcome except a complete text.
-    explicit DocumentExtractor(ReasonLog reasonLog);
+    /// `extract` reads one document. `reasonLog` (may be empty) gets a line such as "PDF document: locked: it needs a
+    /// password", without a line end, for every outcome except a complete text.
     DocumentExtractor(ReasonLog reasonLog, Extract extract);
 
     [[nodiscard]] std::optional<QByteArray> textOf(const QByteArray& bytes, DocumentKind kind) const;

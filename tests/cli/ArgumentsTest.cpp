@@ -64,6 +64,15 @@ TEST(Arguments, textFormOptionsReachTheEngines) {
     EXPECT_EQ(options.reflow, Reflow::joinLines);
 }
 
+TEST(Arguments, pagesAreNumbersAndRanges) {
+    const PageSelection pages = parsed({"--pages", "12,3-7,20-,5", "x"}).options.pages;
+
+    EXPECT_EQ(pages.ranges(), (std::vector<PageRange>{{3, 7}, {12, 12}, {20, PageRange::kLastPage}}));
+    EXPECT_TRUE(parsed({"x"}).options.pages.isEveryPage());
+    EXPECT_EQ(complaint({"--pages", "7-3", "x"}), "the pages must be numbers and ranges like 3-7,12,20-, not '7-3'");
+    EXPECT_EQ(complaint({"--pages=1", "--pages=2", "x"}), "the pages are given twice");
+}
+
 TEST(Arguments, typeNamesAKind) {
     EXPECT_EQ(parsed({"--type", "htm", "-"}).type, DocumentKind::html);
     EXPECT_EQ(parsed({"-t", "rtfd", "-"}).type, DocumentKind::rtfd);
@@ -87,6 +96,12 @@ TEST(Arguments, jobsAreANumberInRange) {
         EXPECT_EQ(complaint({"-j", value, "x"}),
                   "the number of jobs must be from 1 to 256, not '" + std::string(value) + "'");
     EXPECT_EQ(parsed({"-j", "256", "x"}).jobs, kMaximumJobs);
+}
+
+TEST(Arguments, threadsAreANumberInRange) {
+    EXPECT_EQ(parsed({"x"}).threads, 0U);
+    EXPECT_EQ(parsed({"--threads", "4", "x"}).threads, 4U);
+    EXPECT_EQ(complaint({"--threads=0", "x"}), "the number of threads must be from 1 to 256, not '0'");
 }
 
 TEST(Arguments, inputsMayComeFromAListAndFromFolders) {
@@ -161,10 +176,17 @@ TEST(Arguments, mistakesAreNamed) {
     EXPECT_EQ(complaint({"--cells", "comma", "x"}), "unknown cell separator 'comma': tab or line");
 }
 
+TEST(Arguments, pageToExplainIsCountedFromOne) {
+    EXPECT_EQ(parsed({"--explain", "12", "x"}).explainedPage, 12U);
+    EXPECT_FALSE(parsed({"x"}).explainedPage);
+}
+
 TEST(Arguments, helpAndVersionNeedNoInput) {
     for (const std::string_view word : {"--help", "-h"})
         EXPECT_EQ(std::get<Request>(parseArguments(Words{word})), Request::help);
     EXPECT_EQ(std::get<Request>(parseArguments(Words{"--version"})), Request::version);
+    EXPECT_EQ(std::get<Request>(parseArguments(Words{"--version", "--verbose"})), Request::versionAndIsolation);
+    EXPECT_EQ(std::get<Request>(parseArguments(Words{"-v", "--version"})), Request::versionAndIsolation);
 }
 
 } // namespace

@@ -61,7 +61,8 @@ TEST(Password, withoutTheLibraryThatDecryptsADocumentIsUnreadableNotLocked) {
     setting.prefix = {"env", "LD_LIBRARY_PATH=" + library.substr(0, library.rfind('/'))};
     const std::string encrypted = dataPath("emptyPassword.in");
 
-    const Outcome done = run({encrypted, dataPath("plain.in")}, setting);
+    // A worker would not take the path of libraries from its environment.
+    const Outcome done = run({"--in-process", encrypted, dataPath("plain.in")}, setting);
 
     EXPECT_EQ(done.exitCode, kSomeFailed);
     EXPECT_EQ(done.output, text());

@@ -201,11 +201,12 @@ TEST(Program, helpAndVersionGoToStandardOutput) {
 
 TEST(Program, helpTellsOfEveryOptionThatItTakes) {
     const std::string help = run({"--help"}).output;
-    for (const char* option : {"--output",    "--recursive",       "--files-from", "--null",        "--mirror",
-                               "--if-exists", "--no-clobber",      "--type",       "--jobs",        "--page-marks",
-                               "--cells",     "--no-list-markers", "--links",      "--hidden-text", "--headers-footers",
-                               "--reflow",    "--strict",          "--quiet",      "--verbose",     "--help",
-                               "--version"})
+    for (const char* option : {"--output", "--recursive",   "--files-from",      "--null",
+                               "--mirror", "--if-exists",   "--no-clobber",      "--type",
+                               "--jobs",   "--page-marks",  "--cells",           "--no-list-markers",
+                               "--links",  "--hidden-text", "--headers-footers", "--threads",
+                               "--reflow", "--strict",      "--quiet",           "--verbose",
+                               "--pages",  "--help",        "--version"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
@@ -635,72 +636,22 @@ TEST(Program, killInMidWriteLeavesWholeTexts) {
     EXPECT_EQ(leftOver, Names{});
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
-TEST(Program, hostileNestingStaysInBoundedMemory) {
-    const TemporaryFolder folder;
-    test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=734003200"}; // the document, and as much again for the text and for the nesting
+TEST(Program, onlyThePagesThatAreAskedForAreWritten) {
+    EXPECT_EQ(run({"--pages", "2", pdfPath("plain")}).output, "Page two.\n");
+    EXPECT_EQ(run({"--pages=2,1", "--page-marks=ff", pdfPath("plain")}).output,
+              "Page one, line one.\nLine two: caf\u00E9.\fPage two.\n");
 
-    const Outcome rtf = run({folder.put("deep.rtf", std::string(100 << 20, '{'))}, setting);
-    EXPECT_EQ(rtf.signal, 0);
-    EXPECT_NE(rtf.exitCode, -1);
-    const Outcome headed = run({folder.put("deep2.rtf", "{\\rtf1" + std::string(100 << 20, '{') + "x")}, setting);
-    EXPECT_EQ(headed.output, "x\n");
+    const Outcome none = run({"--pages", "3-", pdfPath("plain")});
+    EXPECT_EQ(none.exitCode, kSomeFailed);
+    EXPECT_EQ(none.output, "");
+    EXPECT_NE(none.errors.find("unreadable (the document has no such page: it has 2)"), std::string::npos)
+        << none.errors;
 }
 
-TEST(Program, memoryThatEndsIsTheDocumentsFailure) {
+TEST(Program, pagesOfOtherKindsAreNotSelected) {
     const TemporaryFolder folder;
-    test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=268435456"};
-
-    const Outcome done =
-        run({"-j1", folder.put("big.rtf", "{\\rtf1 " + std::string(240 << 20, 'x') + "}"), folder.put("a.rtf", kRtf)},
-            setting);
-
-    EXPECT_EQ(done.exitCode, kSomeFailed);
-    EXPECT_NE(done.errors.find("big.rtf: out-of-memory"), std::string::npos) << done.errors;
-    EXPECT_EQ(done.output, kRtfText);
+    EXPECT_EQ(run({"--pages", "7", folder.put("a.rtf", kRtf)}).output, kRtfText);
 }
-
-TEST(Program, pdfThatMemoryIsTooShortForIsOneFailedDocument) {
-    const TemporaryFolder folder;
-    const std::string rtf = folder.put("a.rtf", kRtf);
-    for (const char* jobs : {"-j1", "-j4"}) {
-        for (int mib = 24; mib <= 160; mib += 8) {
-            test::RunSetting setting;
-            setting.prefix = {"prlimit", "--as=" + std::to_string(mib << 20)};
-
-            const Outcome done = run({jobs, pdfPath("plain"), pdfPath("ligatures"), rtf}, setting);
-
-            EXPECT_EQ(done.signal, 0) << mib;
-            EXPECT_EQ(done.errors.find("Out of memory"), std::string::npos) << mib;
-        }
-    }
-}
-
-TEST(Program, threadsShareMemoryWhereItIsLimited) {
-    const TemporaryFolder folder;
-    std::vector<std::string> arguments = {"-j8"};
-    for (int i = 0; i < 16; ++i)
-        arguments.push_back(folder.put(std::to_string(i) + ".pdf", pdf("plain")));
-    test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=209715200"}; // 200 MiB; stacks use 64 of them
-
-    const Outcome done = run(arguments, setting);
-
-    EXPECT_EQ(done.exitCode, kAllConverted) << done.errors;
-}
-
-TEST(Program, aPdfIsReadInLittleMemory) {
-    const TemporaryFolder folder;
-    test::RunSetting setting;
-    setting.prefix = {"prlimit", "--as=61440000"};
-
-    const Outcome done = run({"-j2", folder.put("a.pdf", pdf("plain")), folder.put("a.rtf", kRtf)}, setting);
-
-    EXPECT_EQ(done.exitCode, kAllConverted) << done.errors;
-}
-#endif
 
 } // namespace
 } // namespace quillow::cli

@@ -31,7 +31,7 @@ std::string contentOf(int file) {
 
 Running::Running(const std::vector<std::string>& arguments, const RunSetting& setting) {
     std::vector<std::string> words = setting.prefix;
-    words.emplace_back(QUILLOW_BINARY_DIR "/bin/quillow-convert");
+    words.push_back(setting.program.empty() ? QUILLOW_BINARY_DIR "/bin/quillow-convert" : setting.program);
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& word : words)

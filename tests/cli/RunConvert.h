@@ -19,6 +19,7 @@ struct RunSetting {
     std::string input;               ///< the content of standard input
     std::string outputPath;          ///< if not empty, standard output goes to this file, not to Outcome::output
     std::string folder;              ///< the working folder
+    std::string program;             ///< if not empty, a copy of the program to run
     std::vector<std::string> prefix; ///< a command that runs the program
 };
 

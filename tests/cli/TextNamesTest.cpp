@@ -71,6 +71,8 @@ TEST(TextNames, firstFreeNumberIsTaken) {
     const std::set<std::string> taken = {"x/a-2.txt", "x/a-3.txt"};
 
     EXPECT_EQ(numbered("x/a.txt", [&](const std::string& path) { return taken.contains(path); }), "x/a-4.txt");
+    EXPECT_EQ(numbered("a.svg", [](const std::string&) { return false; }), "a-2.svg");
+    EXPECT_EQ(numbered("a", [](const std::string&) { return false; }), "a-2");
 }
 
 } // namespace

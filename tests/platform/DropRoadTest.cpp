@@ -3,6 +3,7 @@
 #include "app/QuillowAppDelegate.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "platform/engine/EngineTextReaders.h"
+#include "platform/engine/IsolatedEngine.h"
 #include "platform/qt/controls/QtWindow.h"
 #include "platform/qt/controls/Spinner.h"
 #include "platform/qt/dialogs/AlertBox.h"
@@ -182,7 +183,9 @@ protected:
     QtAlerts alerts_{sheets_, mainQueue_};
     QtPanels panels_{sheets_, world_.workspace};
     std::function<void()> happening_;
-    EngineRtfTextReader engineReader_{DocumentExtractor({})};
+    IsolatedEngine engine_;
+    EngineRtfTextReader engineReader_{DocumentExtractor(
+        {}, [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine_.extract(bytes, kind); })};
     InterruptedReader interruptedReader_{engineReader_, [this] {
                                              if (happening_) happening_();
                                          }};

@@ -97,6 +97,7 @@ TEST_F(MainWindowTest, buttonsRunTheirCommands) {
 TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
     enableAll();
     window_.setStatement(QStringLiteral("the statement"));
+    window_.setIsolation([] { return QStringLiteral("the isolation"); });
     for (QAction* item : items()) {
         if (plain(item->text()) == QStringLiteral("Copy")) continue; // enabled by a selection
         EXPECT_TRUE(item->isEnabled()) << item->text().toStdString();
@@ -112,7 +113,7 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
     ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
     EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
-    EXPECT_EQ(alerts_.shown()[0].alert.informativeText, QStringLiteral("the statement"));
+    EXPECT_EQ(alerts_.shown()[0].alert.informativeText, QStringLiteral("the statement\n\nthe isolation"));
     EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
 }
 

@@ -53,7 +53,11 @@ bool FormCache::hasForms(const Dictionary& resources) {
 }
 
 void FormCache::load(Form& form) {
-    if (form.isDecoded) return;
+    if (form.isDecoded) {
+        reused_ += form.bytes.size();
+        cost_ += form.bytes.size();
+        return;
+    }
     if (bytes_ > kMaximumFormBytes) forgetUnused();
     const StreamBytes decoded = document_.decode(*form.stream, form.content.raw());
     form.content.adopt(decoded.bytes);

@@ -47,8 +47,11 @@ public:
     /// form is in use.
     void load(Form& form);
 
-    /// Bytes decoded since the last call.
+    /// Bytes of the forms that were loaded since the last call, whether they were there already or not: so the cost of
+    /// a page does not depend on the pages before it.
     [[nodiscard]] std::size_t takeCost();
+    /// Bytes that would have been decoded again if no form had been kept.
+    [[nodiscard]] std::size_t reused() const { return reused_; }
 
 private:
     [[nodiscard]] bool canShowText(const Form& form);
@@ -60,6 +63,7 @@ private:
     std::vector<Form*> decoded_;
     std::size_t bytes_ = 0; ///< of the decoded forms
     std::size_t cost_ = 0;
+    std::size_t reused_ = 0;
 };
 
 /// Six numbers of a file; the identity if they are not that.

@@ -31,6 +31,7 @@ Interpreter::Interpreter(Document& document, FontCache& fonts, const ContentLimi
     , forms_(document)
     , optionalContent_(document)
     , operatorsOfPage_(limits.operatorsOfPage)
+    , operatorsOfDocument_(limits.operatorsOfDocument)
     , documentOperatorsLeft_(limits.operatorsOfDocument) {}
 
 void Interpreter::beginPage(Page& page, const Matrix& toPage, const Dictionary& resources) {
@@ -57,6 +58,12 @@ void Interpreter::endPage() {
     writer_.endRun();
     documentOperatorsLeft_ += std::exchange(operatorsLeft_, 0);
     if (writer_.isFull()) ++skipped_;
+}
+
+double Interpreter::usedShare() const {
+    const auto operators = static_cast<double>(operatorsOfDocument_ - documentOperatorsLeft_);
+    return operators / static_cast<double>(operatorsOfDocument_) +
+           static_cast<double>(forms_.reused()) / static_cast<double>(kMaximumDecodedTotal);
 }
 
 std::uint64_t Interpreter::partsSkipped() const {

@@ -49,6 +49,9 @@ public:
     /// The same for decoded bytes.
     void spendBytes(std::size_t count);
 
+    /// See PageReader. Not while a page is being interpreted.
+    [[nodiscard]] double usedShare() const;
+
     [[nodiscard]] FormCache& forms() { return forms_; }
     [[nodiscard]] OptionalContent& optionalContent() { return optionalContent_; }
 
@@ -121,6 +124,7 @@ private:
     std::u32string actualText_;
     std::size_t operatorsOfPage_;
     std::size_t operatorsLeft_ = 0;
+    std::size_t operatorsOfDocument_;
     std::size_t documentOperatorsLeft_;
     bool isSpent_ = false;
     std::uint64_t skipped_ = 0;

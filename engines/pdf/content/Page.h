@@ -79,12 +79,22 @@ struct Rule {
     Box box; ///< of a line: without height or without width
 };
 
+/// The cell of a table that the structure tree puts marked content into (14.8.4.8.3).
+struct CellMark {
+    static constexpr std::uint32_t kNoTable = 0xFFFF'FFFF;
+
+    std::uint32_t table = kNoTable; ///< tables of one document have different numbers
+    std::uint32_t row = 0;          ///< from the top of the table
+    std::uint32_t column = 0;       ///< the first one that the cell reaches over
+};
+
 struct Page {
     Box cropBox; ///< its lower left corner is (0, 0)
     std::u32string text;
     std::vector<Glyph> glyphs;
     std::vector<Run> runs;                      ///< in the order of the content stream
     std::vector<Rule> rules;                    ///< in the order of the content stream
+    std::vector<CellMark> cells;                ///< for each Run::markedContent; empty if the page has no tagged table
     std::uint64_t charactersWithoutUnicode = 0; ///< how many U+FFFD are in `text`
 
     /// The characters of one glyph: none, one, or several as in a ligature.

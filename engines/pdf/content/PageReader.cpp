@@ -35,6 +35,7 @@ void clear(Page& page) {
     page.glyphs.clear();
     page.runs.clear();
     page.rules.clear();
+    page.cells.clear();
     page.charactersWithoutUnicode = 0;
 }
 
@@ -82,6 +83,10 @@ void PageReader::State::readContents(const PageNode& node) {
 void PageReader::State::interpretCollected() {
     if (content.size() > 0) interpreter.interpret(content.guarded());
     content.clear();
+}
+
+double PageReader::usedShare() const {
+    return state_->interpreter.usedShare();
 }
 
 PageLoss PageReader::read(const PageNode& node, Page& page) {

@@ -28,6 +28,10 @@ public:
     /// out and counted.
     PageLoss read(const PageNode& node, Page& page);
 
+    /// How much of the limits of a document has been used, at least: forms that are still there count as if they had
+    /// been decoded again.
+    [[nodiscard]] double usedShare() const;
+
 private:
     struct State;
     std::unique_ptr<State> state_;

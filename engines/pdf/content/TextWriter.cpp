@@ -109,6 +109,7 @@ void TextWriter::show(const GraphicsState& state, MarkedContent& marks, std::spa
 }
 
 void TextWriter::endShow() {
+    flush();
     const double moved = (along_ - showStart_) * frame_.toText;
     (frame_.isVertical ? moved_.y : moved_.x) += moved;
 }
@@ -120,7 +121,8 @@ bool TextWriter::goesOn() const {
 }
 
 bool TextWriter::hasRoom(std::size_t codes) {
-    const bool room = page_->glyphs.size() + codes <= kMaximumGlyphs && page_->text.size() <= kMaximumCharacters;
+    const bool room = page_->glyphs.size() + glyphCount_ + codes <= kMaximumGlyphs &&
+                      page_->text.size() + characterCount_ <= kMaximumCharacters;
     if (!room) isFull_ = true;
     return room;
 }
@@ -137,36 +139,52 @@ void TextWriter::showString(std::string_view codes) {
     stringEnd_ = along_;
 }
 
+void TextWriter::flush() {
+    page_->text.append(characters_.data(), characterCount_);
+    page_->glyphs.insert(page_->glyphs.end(), glyphs_.data(), glyphs_.data() + glyphCount_);
+    characterCount_ = 0;
+    glyphCount_ = 0;
+}
+
 template <bool isVertical>
 void TextWriter::showGlyphs(std::string_view codes) {
     Font& font = *state_->text.font;
     const char* p = codes.data();
     const char* const end = p + codes.size();
     const double advance = frame_.advance;
+    const double runStart = runStart_;
+    const double characterStep = characterStep_;
+    const double wordStep = wordStep_;
     double along = along_;
+    auto textBegin = static_cast<std::uint32_t>(page_->text.size() + characterCount_);
     while (p < end) {
+        if (glyphCount_ == kBatch) flush();
         const FontGlyph& glyph = font.next(p, end);
         const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
-        page_->glyphs.push_back({static_cast<std::uint32_t>(page_->text.size()), static_cast<float>(along - runStart_),
-                                 static_cast<float>(width)});
-        if (glyph.text.size() == 1)
-            page_->text.push_back(glyph.text[0]);
-        else
+        glyphs_[glyphCount_++] = {textBegin, static_cast<float>(along - runStart), static_cast<float>(width)};
+        if (glyph.text.size() == 1) {
+            characters_[characterCount_++] = glyph.text[0];
+        } else {
+            flush();
             page_->text.append(glyph.text);
-        along += width + characterStep_;
-        if (glyph.isWordSpace) along += wordStep_;
+        }
+        textBegin += static_cast<std::uint32_t>(glyph.text.size());
+        along += width + characterStep;
+        if (glyph.isWordSpace) along += wordStep;
     }
     along_ = along;
 }
 
 /// The first glyph of the span has all of its characters (14.9.4), and the others have none.
 void TextWriter::showActualText(std::string_view codes) {
+    flush();
     const std::size_t firstGlyph = page_->glyphs.size();
     const std::size_t textBegin = page_->text.size();
     if (frame_.isVertical)
         showGlyphs<true>(codes);
     else
         showGlyphs<false>(codes);
+    flush();
     page_->text.resize(textBegin);
     page_->text += marks_->takeActualText();
     for (std::size_t i = firstGlyph + 1; i < page_->glyphs.size(); ++i)
@@ -174,6 +192,7 @@ void TextWriter::showActualText(std::string_view codes) {
 }
 
 void TextWriter::openRun() {
+    flush();
     endRun();
     isOpen_ = true;
     runStart_ = along_;

@@ -11,6 +11,7 @@
 #include "engines/pdf/content/TextFrame.h"
 #include "text/ByteBuffer.h"
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -68,6 +69,7 @@ private:
     [[nodiscard]] bool goesOn() const;
     [[nodiscard]] bool hasRoom(std::size_t codes);
     void openRun();
+    void flush();
     template <bool isVertical>
     void showGlyphs(std::string_view codes);
     void showActualText(std::string_view codes);
@@ -96,6 +98,13 @@ private:
     double forwardJump_ = 0;
     double backwardJump_ = 0;
     text::ByteBuffer string_; ///< that had to be decoded
+
+    // The last glyphs and their characters, on their way to the page; none but during `show`.
+    static constexpr std::size_t kBatch = 64;
+    std::array<Glyph, kBatch> glyphs_;
+    std::size_t glyphCount_ = 0;
+    std::array<char32_t, kBatch> characters_{};
+    std::size_t characterCount_ = 0;
 
     // The run that is being written; its glyphs are the last ones of the page.
     bool isOpen_ = false;

@@ -23,6 +23,10 @@ public:
     [[nodiscard]] std::uint32_t next(const char*& p, const char* end) const {
         const std::ptrdiff_t length = lengths_[static_cast<std::uint8_t>(*p)];
         if (length == kAmbiguous || length > end - p) return nextCode(ranges_, p, end).value;
+        if (length == 2) {
+            p += 2;
+            return static_cast<std::uint32_t>(static_cast<std::uint8_t>(p[-2]) << 8 | static_cast<std::uint8_t>(p[-1]));
+        }
         std::uint32_t value = 0;
         for (const char* const behind = p + length; p != behind; ++p)
             value = value << 8 | static_cast<std::uint8_t>(*p);

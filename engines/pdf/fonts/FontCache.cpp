@@ -39,6 +39,10 @@ Font& FontCache::fontOf(const Object& entry) {
     return font;
 }
 
+double FontCache::usedShare() const {
+    return static_cast<double>(state_->fonts.size()) / static_cast<double>(kMaximumFonts);
+}
+
 Font& FontCache::State::fontOfDictionary(const Dictionary& dictionary) {
     if (dictionary.empty() || fonts.size() >= kMaximumFonts) {
         if (lastResort == nullptr) lastResort = &make(Dictionary());

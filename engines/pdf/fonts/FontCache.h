@@ -24,6 +24,9 @@ public:
     /// at all gives a font with the standard encoding. Never fails but by std::bad_alloc.
     [[nodiscard]] Font& fontOf(const Object& entry);
 
+    /// The fonts that were made, as a share of kMaximumFonts.
+    [[nodiscard]] double usedShare() const;
+
 private:
     struct State;
     std::unique_ptr<State> state_;

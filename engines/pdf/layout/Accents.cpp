@@ -8,7 +8,7 @@ namespace quillow::pdf {
 namespace {
 
 /// The letters of one accent, each followed by itself with the accent (canonical decompositions of UnicodeData.txt,
-/// those of Latin letters with one accent).
+/// those of Latin letters with one accent; and the stroke that TeX draws over l and L).
 struct Accent {
     std::u32string_view characters; ///< that fonts have for the accent
     std::u32string_view letters;
@@ -27,12 +27,16 @@ constexpr Accent kAccents[] = {
     {U"\u02DD", U"OŐUŰoőuű"},
     {U"\u02C7", U"AǍCČDĎEĚGǦHȞIǏKǨLĽNŇOǑRŘSŠTŤUǓZŽaǎcčdďeěgǧhȟiǐjǰkǩlľnňoǒrřsštťuǔzž"},
     {U"\u00B8", U"CÇDḐEȨGĢHḨKĶLĻNŅRŖSŞTŢcçdḑeȩgģhḩkķlļnņrŗsştţ"},
+    {U"\u0337", U"LŁlł"},
     {U"\u02DB", U"AĄEĘIĮOǪUŲaąeęiįoǫuų"},
 };
 
+constexpr char32_t kSlash = 0x0338;
+constexpr char32_t kMapsTo = 0x21A6;
+
 const Accent* accentOf(char32_t character) {
     const bool isAscii = character < 0x80;
-    if (isAscii ? character != '^' && character != '`' && character != '~' : character > 0x02DD) return nullptr;
+    if (isAscii ? character != '^' && character != '`' && character != '~' : character > 0x0337) return nullptr;
     for (const Accent& accent : kAccents)
         if (accent.characters.find(character) != std::u32string_view::npos) return &accent;
     return nullptr;
@@ -53,6 +57,20 @@ char32_t composed(char32_t letter, char32_t accent) {
     if (letter == kDotlessJ) letter = 'j';
     for (std::size_t i = 0; i + 1 < found->letters.size(); i += 2)
         if (found->letters[i] == letter) return found->letters[i + 1];
+    return 0;
+}
+
+bool isOverlay(char32_t character) {
+    return character == kSlash || character == kMapsTo;
+}
+
+char32_t overlaid(char32_t overlay, char32_t sign) {
+    // Canonical decompositions of UnicodeData.txt with U+0338.
+    constexpr std::u32string_view kNegated = U"=≠∈∉∋∌⊂⊄⊃⊅⊆⊈⊇⊉<≮>≯≤≰≥≱∼≁≃≄≅≇≈≉≡≢∃∄∣∤∥∦⊢⊬⊨⊭←↚→↛↔↮⇐⇍⇒⇏⇔⇎";
+    if (overlay == kMapsTo) return sign == U'→' ? kMapsTo : 0;
+    if (overlay != kSlash) return 0;
+    for (std::size_t i = 0; i + 1 < kNegated.size(); i += 2)
+        if (kNegated[i] == sign) return kNegated[i + 1];
     return 0;
 }
 

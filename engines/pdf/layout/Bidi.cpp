@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 namespace quillow::pdf {
 
@@ -54,12 +55,104 @@ constexpr Range kRanges[] = {
     {0xFFE0, 0xFFFF, Direction::neutral}, {0x10800, 0x10FFF, Direction::right}, {0x1E800, 0x1EFFF, Direction::right},
 };
 
+constexpr bool isClosingPunctuation(const Cluster& cluster) {
+    constexpr std::u32string_view kClosing = U".,:;!?\u060C\u061B\u061F\u2026";
+    return cluster.direction == Direction::neutral && cluster.character != 0 &&
+           kClosing.find(cluster.character) != std::u32string_view::npos;
+}
+
+constexpr bool isStrong(const Cluster& cluster) {
+    return cluster.direction == Direction::left || cluster.direction == Direction::right;
+}
+
+/// The direction in which closing punctuation is written: its word is on one side, a blank or the end of the line on
+/// the other. Neutral if it has words on both sides or on none.
+Direction directionOfPunctuation(std::span<const Cluster> clusters, std::size_t at) {
+    const auto isFree = [&clusters](std::size_t i) { return i >= clusters.size() || clusters[i].isBlank; };
+    const bool freeBefore = at == 0 || isFree(at - 1);
+    const bool freeBehind = isFree(at + 1);
+    if (freeBefore == freeBehind) return Direction::neutral;
+    if (isClosingPunctuation(clusters[freeBefore ? at + 1 : at - 1])) return Direction::neutral; // leaders
+    return freeBehind ? Direction::left : Direction::right;
+}
+
+/// How much the punctuation between words of different directions, and at the ends of a line, says for a line from the
+/// right: positive, or for one from the left: negative.
+std::ptrdiff_t votesOfPunctuation(std::span<const Cluster> clusters) {
+    constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+    std::ptrdiff_t votes = 0;
+    std::size_t strongBefore = kNone;
+    std::size_t strongBehind = 0; // at or behind the current cluster
+    for (std::size_t i = 0; i < clusters.size(); ++i) {
+        if (isStrong(clusters[i])) strongBefore = i;
+        if (!isClosingPunctuation(clusters[i])) continue;
+        const Direction direction = directionOfPunctuation(clusters, i);
+        if (direction == Direction::neutral) continue;
+        strongBehind = std::max(strongBehind, i + 1);
+        while (strongBehind < clusters.size() && !isStrong(clusters[strongBehind]))
+            ++strongBehind;
+        const bool isLast = strongBehind == clusters.size();
+        const bool isInside = strongBefore != kNone && !isLast && clusters[strongBefore].direction == direction &&
+                              clusters[strongBehind].direction == direction;
+        if (isInside) continue;
+        // A label from the left, such as "1.", may be before a line from the right; and words may begin with a point.
+        if (isLast && direction == Direction::left && clusters[i - 1].direction == Direction::number) continue;
+        if (clusters[i].character == U'.' && direction == Direction::right && strongBefore != kNone && !isLast &&
+            clusters[strongBehind].direction == Direction::left)
+            continue;
+        votes += direction == Direction::right ? 1 : -1;
+    }
+    return votes;
+}
+
 /// A number's own separators and signs: between digits, or beside them, they belong to the number (UAX #9, W4, W5).
 /// The caller's clusters tell neutrals apart no further, so neutrals between two numbers without a blank count as such.
 bool joinsNumbers(std::span<const Cluster> between) {
     constexpr std::size_t kLongest = 1;
+    // "1, 4" in the reverse order of a line from the right, where the comma would be beside the four
+    if (between.size() == 2 && between[0].isBlank && between[1].character == U',') return true;
     return between.size() <= kLongest &&
            std::none_of(between.begin(), between.end(), [](const Cluster& c) { return c.isBlank; });
+}
+
+bool isFreeOrParts(std::span<const Cluster> clusters, std::size_t at) {
+    return at >= clusters.size() || clusters[at].isBlank || clusters[at].partsText;
+}
+
+/// Punctuation behind text from the left, up to a blank: `f():`, `x.`. A bracket belongs to it if its pair does.
+void settleBehindWords(std::span<Cluster> clusters) {
+    std::ptrdiff_t open = 0; // brackets that were opened since text from the left began
+    for (std::size_t i = 0; i < clusters.size(); ++i) {
+        if (clusters[i].direction == Direction::right || clusters[i].partsText) open = 0;
+        if (clusters[i].direction != Direction::left) continue;
+        std::size_t end = i + 1;
+        for (; !isFreeOrParts(clusters, end) && clusters[end].direction == Direction::neutral; ++end) {
+            const char32_t c = clusters[end].character;
+            if (c == U'(' || c == U'[')
+                ++open;
+            else if ((c == U')' || c == U']') && open > 0)
+                --open;
+            else if (!isClosingPunctuation(clusters[end]) && c != U'-')
+                break;
+        }
+        // An opening bracket at the end is the first character of what follows from the right.
+        const bool isWhole = isFreeOrParts(clusters, end) && open == 0;
+        if (isWhole)
+            for (std::size_t k = i + 1; k < end; ++k)
+                clusters[k].direction = Direction::left;
+    }
+}
+
+/// Signs before a word from the left without a blank, but with one before them: `\name`, `/path`.
+void settleBeforeWords(std::span<Cluster> clusters) {
+    constexpr std::u32string_view kSigns = U"\\/@#*&+_~`$";
+    for (std::size_t i = clusters.size(); i-- > 1;) {
+        const Cluster& sign = clusters[i - 1];
+        if (clusters[i].direction != Direction::left || sign.direction != Direction::neutral || sign.character == 0 ||
+            kSigns.find(sign.character) == std::u32string_view::npos)
+            continue;
+        if (i == 1 || isFreeOrParts(clusters, i - 2)) clusters[i - 1].direction = Direction::left;
+    }
 }
 
 /// On a page with so many letters from the right, Latin terms do not make the direction of a line.
@@ -95,12 +188,30 @@ bool readsFromTheRight(std::span<const Cluster> clusters, bool onPageFromTheRigh
         last = cluster.direction;
         (last == Direction::left ? left : right) += 1;
     }
+    if (left > 0 && (right > 0 || onPageFromTheRight))
+        if (const std::ptrdiff_t votes = votesOfPunctuation(clusters); votes != 0) return votes > 0;
     return right > left || (onPageFromTheRight && last == Direction::right);
+}
+
+void settlePunctuation(std::span<Cluster> clusters, bool fromTheRight) {
+    const Direction line = fromTheRight ? Direction::right : Direction::left;
+    for (std::size_t i = 0; i < clusters.size(); ++i) {
+        if (!isClosingPunctuation(clusters[i]) || directionOfPunctuation(clusters, i) != line) continue;
+        const bool isPoint = clusters[i].character == U'.'; // a word may begin with it
+        clusters[i].partsText = !isPoint;
+    }
+    if (!fromTheRight) return;
+    // A label, such as "1.", may be drawn from the left in a line from the right.
+    if (clusters.size() > 1 && isClosingPunctuation(clusters.back()) &&
+        clusters[clusters.size() - 2].direction == Direction::number)
+        clusters.back().direction = Direction::number;
+    settleBehindWords(clusters);
+    settleBeforeWords(clusters);
 }
 
 bool isMostlyFromTheRight(std::u32string_view text) {
     const auto mayBeFromTheRight = [](char32_t c) {
-        return (c >= 0x0590 && c < 0x0900) || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000);
+        return c >= 0x0590 && (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
     };
     if (std::none_of(text.begin(), text.end(), mayBeFromTheRight)) return false;
     std::size_t left = 0;
@@ -151,7 +262,9 @@ void reorder(std::span<Cluster> clusters, bool fromTheRight) {
                 // Numbers in a line from the right follow one another from the right, "1 2" is two numbers (W7, N1).
                 const bool apart = fromTheRight && onlyNumbers && isNumber(clusters[next]) &&
                                    !joinsNumbers(clusters.subspan(end, next - end));
-                if (apart) break;
+                const std::span<const Cluster> between = clusters.subspan(end, next - end);
+                if (apart || std::any_of(between.begin(), between.end(), [](const Cluster& c) { return c.partsText; }))
+                    break;
                 onlyNumbers = onlyNumbers && isNumber(clusters[next]);
                 end = next + 1;
                 continue;

@@ -40,6 +40,13 @@ constexpr std::size_t kLeastIndependent = 8;
 constexpr float kMostAligned = 0.5F;
 /// So many such lines in succession are rows of a table.
 constexpr std::size_t kRowsOfTable = 3;
+/// Lines of a block are at most so far apart, in ems, as in a form or a list with wide spacing.
+constexpr float kMostDistance = 3.0F;
+/// So many rows of two blocks at one height show whether they are common rows.
+constexpr std::size_t kLeastRows = 3;
+/// What is drawn by rows has all its columns in them. A block beside it that is drawn by itself is no column of it,
+/// even if some of its lines have the baselines of rows.
+constexpr float kMostAlignedOfRows = 0.75F;
 /// A text is compared with so many of the next texts below its top. More are not side by side on a page.
 constexpr std::size_t kMostNeighbours = 16;
 /// More gutters than a page has.
@@ -131,7 +138,8 @@ bool isSameGutter(const Gutter& a, const Gutter& b) {
 }
 
 /// Adds the gutters between texts side by side.
-void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std::vector<Gutter>& gutters) {
+void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std::vector<Gutter>& gutters,
+                       Evidence* evidence) {
     std::sort(texts.begin(), texts.end(), [](const Text& a, const Text& b) { return a.top > b.top; });
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const Text& a = texts[i];
@@ -142,7 +150,16 @@ void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std
             Gutter gutter{std::min(a.right, b.right), std::max(a.left, b.left), std::min(a.bottom, b.bottom),
                           std::max(a.top, b.top)};
             const float width = gutter.right - gutter.left;
-            if (width < kLeastGutter || width > kMostGutter * a.size) continue;
+            const bool isGutter = width >= kLeastGutter && width <= kMostGutter * a.size;
+            if (evidence != nullptr && (width > 0 || isGutter))
+                evidence->note(Topic::gutter, isGutter ? Verdict::accepted : Verdict::refused, gutter,
+                               "a gutter: texts of several lines are side by side",
+                               {{"wide", width},
+                                {"kLeastGutter", kLeastGutter},
+                                {"at most", kMostGutter * a.size},
+                                {"lines left", static_cast<float>((a.left < b.left ? a : b).count)},
+                                {"lines right", static_cast<float>((a.left < b.left ? b : a).count)}});
+            if (!isGutter) continue;
             const auto isSame = [&gutter](const Gutter& other) { return isSameGutter(gutter, other); };
             if (gutters.size() == kMostGutters || std::any_of(gutters.begin(), gutters.end(), isSame)) continue;
             lengthen(gutter, texts, lines);
@@ -151,28 +168,57 @@ void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std
     }
 }
 
-/// Whether two sides have no rows in common: lines of the smaller side seldom have the baseline of a line of the other
-/// side, and never several in succession.
-bool areIndependent(std::vector<float>& left, std::vector<float>& right) {
-    if (std::min(left.size(), right.size()) < kLeastIndependent) return false;
+/// How many lines of the smaller one of two sides have the baseline of a line of the other side.
+struct CommonRows {
+    std::size_t lines = 0; ///< of the smaller side
+    std::size_t aligned = 0;
+    bool isTable = false; ///< several in succession are aligned
+
+    /// Whether the sides have no rows in common: few lines are aligned.
+    [[nodiscard]] bool areIndependent() const {
+        return lines >= kLeastIndependent && !isTable &&
+               static_cast<float>(aligned) < kMostAligned * static_cast<float>(lines);
+    }
+};
+
+CommonRows commonRowsOf(std::vector<float>& left, std::vector<float>& right) {
+    CommonRows common;
+    common.lines = std::min(left.size(), right.size());
+    if (common.lines < kLeastIndependent) return common;
     std::sort(left.begin(), left.end());
     std::sort(right.begin(), right.end());
     const std::vector<float>& more = left.size() > right.size() ? left : right;
     const std::vector<float>& fewer = left.size() > right.size() ? right : left;
-    std::size_t aligned = 0;
     std::size_t inSuccession = 0;
     for (const float baseline : fewer) {
         const auto near = std::lower_bound(more.begin(), more.end(), baseline - kTouch);
         const bool isAligned = near != more.end() && *near < baseline + kTouch;
         inSuccession = isAligned ? inSuccession + 1 : 0;
-        if (inSuccession == kRowsOfTable) return false;
-        aligned += isAligned ? 1 : 0;
+        common.aligned += isAligned ? 1 : 0;
+        common.isTable = inSuccession == kRowsOfTable;
+        if (common.isTable) break;
     }
-    return static_cast<float>(aligned) < kMostAligned * static_cast<float>(fewer.size());
+    return common;
+}
+
+void noteStripe(const CommonRows& common, const Gutter& stripe, Evidence& evidence) {
+    const auto lines = static_cast<float>(common.lines);
+    const auto aligned = static_cast<float>(common.aligned);
+    if (common.lines < kLeastIndependent)
+        evidence.note(Topic::gutter, Verdict::refused, stripe, "a gutter of the page: few lines are on one side",
+                      {{"lines", lines}, {"kLeastIndependent", static_cast<float>(kLeastIndependent)}});
+    else if (common.isTable)
+        evidence.note(Topic::gutter, Verdict::refused, stripe,
+                      "a gutter of the page: several lines in succession have common baselines",
+                      {{"kRowsOfTable", static_cast<float>(kRowsOfTable)}});
+    else
+        evidence.note(Topic::gutter, common.areIndependent() ? Verdict::accepted : Verdict::refused, stripe,
+                      "a gutter of the page: the sides have rows of their own",
+                      {{"lines", lines}, {"with common baselines", aligned}, {"kMostAligned", kMostAligned}});
 }
 
 /// Adds the gutters that go through the whole page and part lines that are not in common rows.
-void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters) {
+void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters, Evidence* evidence) {
     std::vector<std::uint32_t> byLeft(lines.size());
     std::iota(byLeft.begin(), byLeft.end(), 0U);
     std::sort(byLeft.begin(), byLeft.end(),
@@ -192,17 +238,146 @@ void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters)
             std::vector<float> after;
             for (std::size_t k = 0; k < byLeft.size(); ++k)
                 (k < i ? before : after).push_back(lines[byLeft[k]].baseline);
-            if (areIndependent(before, after)) gutters.push_back({right, line.left, bottom, top});
+            const CommonRows common = commonRowsOf(before, after);
+            const Gutter stripe{right, line.left, bottom, top};
+            if (evidence != nullptr) noteStripe(common, stripe, *evidence);
+            if (common.areIndependent()) gutters.push_back(stripe);
         }
         right = i == 0 ? line.right : std::max(right, line.right);
+    }
+}
+
+/// Lines that follow one another in content order and on the page: a text, or a table that is drawn by rows.
+struct Block {
+    float left = 0;
+    float right = 0;
+    std::size_t steps = 0;  ///< how often the next line is beside the one before it
+    std::vector<Line> rows; ///< from top to bottom
+    [[nodiscard]] float top() const { return rows.front().top; }
+    [[nodiscard]] float bottom() const { return rows.back().bottom; }
+};
+
+/// Whether a line is the next one of a block, and not in another place.
+bool isNextOf(const Block& block, const Line& before, const Line& line) {
+    if (verticalOverlap(before, line) > kSameRow) return line.left > before.right - kTouch;
+    const float distance = before.bottom - line.top;
+    const float size = std::max(before.size, line.size);
+    return distance > -kSameRow * size && distance < kMostDistance * size && line.left < block.right &&
+           line.right > block.left;
+}
+
+std::vector<Block> blocksOf(std::span<const Line> lines) {
+    std::vector<Block> blocks;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        if (i == 0 || !isNextOf(blocks.back(), lines[i - 1], line)) {
+            blocks.push_back({line.left, line.right, 0, {line}});
+            continue;
+        }
+        Block& block = blocks.back();
+        block.left = std::min(block.left, line.left);
+        block.right = std::max(block.right, line.right);
+        if (verticalOverlap(lines[i - 1], line) <= kSameRow) {
+            block.rows.push_back(line);
+            continue;
+        }
+        ++block.steps;
+        block.rows.back().right = std::max(block.rows.back().right, line.right);
+    }
+    std::erase_if(blocks, [](const Block& block) { return block.rows.size() < kLeastRows; });
+    return blocks;
+}
+
+/// Rows of a block, from top to bottom.
+struct Rows {
+    float left = std::numeric_limits<float>::max();
+    float right = std::numeric_limits<float>::lowest();
+    std::span<const Line> lines;
+};
+
+/// The rows of a block whose baselines are between two heights.
+Rows rowsBetween(const Block& block, float bottom, float top) {
+    const auto first =
+        std::find_if(block.rows.begin(), block.rows.end(), [top](const Line& row) { return row.baseline < top; });
+    const auto last =
+        std::find_if(first, block.rows.end(), [bottom](const Line& row) { return row.baseline <= bottom; });
+    Rows rows;
+    rows.lines = {first, last};
+    for (const Line& row : rows.lines) {
+        rows.left = std::min(rows.left, row.left);
+        rows.right = std::max(rows.right, row.right);
+    }
+    return rows;
+}
+
+/// Whether the rows of two blocks side by side are their own: few rows of the smaller one have the baseline of a row of
+/// the other one.
+bool areOwnRows(std::span<const Line> a, std::span<const Line> b, bool areDrawnByRows) {
+    const std::span<const Line> fewer = a.size() < b.size() ? a : b;
+    const std::span<const Line> more = a.size() < b.size() ? b : a;
+    if (fewer.size() < kLeastRows) return false;
+    auto near = more.begin();
+    std::size_t aligned = 0;
+    for (const Line& row : fewer) {
+        near = std::find_if(near, more.end(),
+                            [&row](const Line& other) { return other.baseline < row.baseline + kTouch; });
+        aligned += near != more.end() && near->baseline > row.baseline - kTouch ? 1 : 0;
+    }
+    if (areDrawnByRows) return static_cast<float>(aligned) < kMostAlignedOfRows * static_cast<float>(more.size());
+    return static_cast<float>(aligned) < kMostAligned * static_cast<float>(fewer.size());
+}
+
+/// Lengthens a gutter along the rows of a block as far as they are on one side of it.
+void lengthen(Gutter& gutter, const Block& block) {
+    const auto crosses = [&gutter](const Line& row) { return row.right > gutter.left && row.left < gutter.right; };
+    const auto middle = std::find_if(block.rows.begin(), block.rows.end(),
+                                     [&gutter](const Line& row) { return row.baseline < gutter.top; });
+    for (auto row = middle; row != block.rows.end() && !crosses(*row); ++row)
+        gutter.bottom = std::min(gutter.bottom, row->bottom);
+    for (auto row = middle; row != block.rows.begin() && !crosses(*(row - 1)); --row)
+        gutter.top = std::max(gutter.top, (row - 1)->top);
+}
+
+/// Adds the gutters between blocks side by side that have rows of their own.
+void addGuttersOfBlocks(std::span<const Line> lines, std::vector<Gutter>& gutters, Evidence* evidence) {
+    std::vector<Block> blocks = blocksOf(lines);
+    std::sort(blocks.begin(), blocks.end(), [](const Block& a, const Block& b) { return a.top() > b.top(); });
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const Block& a = blocks[i];
+        const std::size_t end = std::min(blocks.size(), i + 1 + kMostNeighbours);
+        for (std::size_t k = i + 1; k < end && blocks[k].top() > a.bottom(); ++k) {
+            const Block& b = blocks[k];
+            const float bottom = std::max(a.bottom(), b.bottom());
+            const float top = std::min(a.top(), b.top());
+            const Rows rowsOfA = rowsBetween(a, bottom, top);
+            const Rows rowsOfB = rowsBetween(b, bottom, top);
+            Gutter gutter{std::min(rowsOfA.right, rowsOfB.right), std::max(rowsOfA.left, rowsOfB.left), bottom, top};
+            if (gutter.right - gutter.left < kLeastGutter) continue;
+            const bool areDrawnByRows = std::max(a.steps, b.steps) >= kLeastRows;
+            const bool isGutter = areOwnRows(rowsOfA.lines, rowsOfB.lines, areDrawnByRows);
+            if (evidence != nullptr)
+                evidence->note(Topic::gutter, isGutter ? Verdict::accepted : Verdict::refused, gutter,
+                               "a gutter: blocks are side by side, with rows of their own",
+                               {{"rows", static_cast<float>(rowsOfA.lines.size())},
+                                {"and", static_cast<float>(rowsOfB.lines.size())},
+                                {"kLeastRows", static_cast<float>(kLeastRows)},
+                                {areDrawnByRows ? "kMostAlignedOfRows" : "kMostAligned",
+                                 areDrawnByRows ? kMostAlignedOfRows : kMostAligned}});
+            if (!isGutter) continue;
+            if (gutters.size() == kMostGutters) return;
+            lengthen(gutter, a);
+            lengthen(gutter, b);
+            gutters.push_back(gutter);
+        }
     }
 }
 
 /// Lines that are drawn by rows.
 class Weave {
 public:
-    explicit Weave(std::vector<Line>& lines)
-        : lines_(lines) {}
+    Weave(std::vector<Line>& lines, Evidence* evidence)
+        : lines_(lines)
+        , evidence_(evidence) {}
 
     void undo() {
         std::size_t begin = 0;
@@ -245,6 +420,7 @@ private:
                 begin = endOfRow(begin, end);
                 continue;
             }
+            if (evidence_ != nullptr && part.rows > 1) note(part, begin, at);
             if (isColumns(part)) {
                 const auto from = lines_.begin() + static_cast<std::ptrdiff_t>(begin);
                 const auto to = lines_.begin() + static_cast<std::ptrdiff_t>(at);
@@ -306,20 +482,56 @@ private:
                part.filledRight > kFilled * rows * (part.rightmost - part.right);
     }
 
+    void note(const Part& part, std::size_t begin, std::size_t end) const {
+        Gutter gutter{part.left, part.right, lines_[begin].bottom, lines_[begin].top};
+        for (std::size_t i = begin; i < end; ++i) {
+            gutter.bottom = std::min(gutter.bottom, lines_[i].bottom);
+            gutter.top = std::max(gutter.top, lines_[i].top);
+        }
+        const auto rows = static_cast<float>(part.rows);
+        evidence_->note(Topic::gutter, isColumns(part) ? Verdict::accepted : Verdict::refused, gutter,
+                        "columns drawn row by row",
+                        {{"rows", rows},
+                         {"kLeastLines", static_cast<float>(kLeastLines)},
+                         {"ems left", part.filledLeft / rows / part.size},
+                         {"ems right", part.filledRight / rows / part.size},
+                         {"kLeastProse", kLeastProse},
+                         {"filled left", part.filledLeft / rows / (part.left - part.leftmost)},
+                         {"filled right", part.filledRight / rows / (part.rightmost - part.right)},
+                         {"kFilled", kFilled}});
+    }
+
     std::vector<Line>& lines_;
+    Evidence* evidence_;
 };
+
+/// Adds the area of each region but the first.
+void showRegions(std::span<const Line> lines, std::span<const std::uint32_t> columns, Evidence& evidence) {
+    std::vector<Box> areas(1 + *std::max_element(columns.begin(), columns.end()));
+    std::vector<bool> hasLines(areas.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        Box& area = areas[columns[i]];
+        if (!hasLines[columns[i]]) area = {lines[i].left, lines[i].bottom, lines[i].right, lines[i].top};
+        hasLines[columns[i]] = true;
+        area.extendTo({lines[i].left, lines[i].bottom});
+        area.extendTo({lines[i].right, lines[i].top});
+    }
+    for (std::size_t region = 1; region < areas.size(); ++region)
+        if (hasLines[region]) evidence.show(Topic::region, areas[region]);
+}
 
 } // namespace
 
-void unweaveColumns(std::vector<Line>& lines) {
-    Weave(lines).undo();
+void unweaveColumns(std::vector<Line>& lines, Evidence* evidence) {
+    Weave(lines, evidence).undo();
 }
 
-std::vector<std::uint32_t> columnsOf(std::span<const Line> lines) {
+std::vector<std::uint32_t> columnsOf(std::span<const Line> lines, Evidence* evidence) {
     std::vector<std::uint32_t> columns(lines.size());
     std::vector<Gutter> gutters;
-    addGuttersOfPage(lines, gutters);
-    addGuttersOfTexts(textsOf(lines), lines, gutters);
+    addGuttersOfPage(lines, gutters, evidence);
+    addGuttersOfTexts(textsOf(lines), lines, gutters, evidence);
+    addGuttersOfBlocks(lines, gutters, evidence);
     if (gutters.empty()) return columns;
     // Two bits for each gutter: whether the line is beside it, and on which side.
     std::vector<std::pair<std::uint64_t, std::uint64_t>> places(lines.size());
@@ -341,6 +553,7 @@ std::vector<std::uint32_t> columnsOf(std::span<const Line> lines) {
     for (std::size_t i = 0; i < lines.size(); ++i)
         columns[i] = static_cast<std::uint32_t>(std::lower_bound(distinct.begin(), distinct.end(), places[i]) -
                                                 distinct.begin());
+    if (evidence != nullptr) showRegions(lines, columns, *evidence);
     return columns;
 }
 

@@ -71,10 +71,11 @@ void joinRulings(std::vector<Ruling>& rulings) {
     rulings.resize(kept);
 }
 
-Grid::Grid(std::vector<float> xs, std::vector<float> ys, std::span<const Ruling> horizontal,
-           std::span<const Ruling> vertical)
+Grid::Grid(std::vector<float> xs, std::vector<float> ys, std::vector<Ruling> horizontal, std::vector<Ruling> vertical)
     : xs_(std::move(xs))
-    , ys_(std::move(ys)) {
+    , ys_(std::move(ys))
+    , horizontal_(std::move(horizontal))
+    , vertical_(std::move(vertical)) {
     const std::size_t fields = columns() * rows();
     std::vector<bool> isRuledAbove(fields);
     std::vector<bool> isRuledBefore(fields);
@@ -84,14 +85,14 @@ Grid::Grid(std::vector<float> xs, std::vector<float> ys, std::span<const Ruling>
             ++i;
         return i;
     };
-    for (const Ruling& ruling : horizontal) {
+    for (const Ruling& ruling : horizontal_) {
         const std::size_t row = indexOf(ys_, ruling.at);
         for (std::size_t column = 0; row < rows() && column < columns(); ++column) {
             const float middle = (xs_[column] + xs_[column + 1]) / 2;
             if (ruling.from < middle && ruling.to > middle) isRuledAbove[row * columns() + column] = true;
         }
     }
-    for (const Ruling& ruling : vertical) {
+    for (const Ruling& ruling : vertical_) {
         const std::size_t column = indexOf(xs_, ruling.at);
         for (std::size_t row = 0; column < columns() && row < rows(); ++row) {
             const float middle = (ys_[row] + ys_[row + 1]) / 2;
@@ -106,6 +107,22 @@ Grid::Grid(std::vector<float> xs, std::vector<float> ys, std::span<const Ruling>
     }
     for (std::uint32_t field = 0; field < fields; ++field)
         cells_[field] = rootOf(field);
+}
+
+Grid Grid::with(std::span<const Ruling> vertical) const {
+    std::vector<float> xs = xs_;
+    for (const Ruling& ruling : vertical)
+        xs.push_back(ruling.at);
+    std::vector<Ruling> all = vertical_;
+    all.insert(all.end(), vertical.begin(), vertical.end());
+    return {clustered(std::move(xs)), ys_, horizontal_, std::move(all)};
+}
+
+std::uint32_t Grid::onlyColumnOf(std::size_t row, std::size_t column) const {
+    const std::size_t field = row * columns() + column;
+    const bool goesLeft = column > 0 && cells_[field - 1] == cells_[field];
+    const bool goesRight = column + 1 < columns() && cells_[field + 1] == cells_[field];
+    return goesLeft || goesRight ? kOutside : static_cast<std::uint32_t>(column);
 }
 
 std::uint32_t Grid::rootOf(std::uint32_t field) {
@@ -133,6 +150,18 @@ std::size_t Grid::cellCount() const {
 std::uint32_t Grid::rowAt(float y) const {
     const auto below = std::upper_bound(ys_.begin(), ys_.end(), y, std::greater<>());
     return static_cast<std::uint32_t>(std::max(below - ys_.begin() - 1, std::ptrdiff_t{0}));
+}
+
+std::uint32_t Grid::columnAt(float x) const {
+    const auto after = std::upper_bound(xs_.begin(), xs_.end(), x);
+    const std::ptrdiff_t column = std::clamp<std::ptrdiff_t>(after - xs_.begin() - 1, 0, std::ssize(xs_) - 2);
+    return static_cast<std::uint32_t>(column);
+}
+
+bool Grid::isBackground(float l, float r, float b, float t) const {
+    const std::uint32_t cell = cellAt(l - kSameRuling, t - kSameRuling);
+    return cell != kOutside && cell == cellAt(r + kSameRuling, t - kSameRuling) &&
+           cell == cellAt(l - kSameRuling, b + kSameRuling) && cell == cellAt(r + kSameRuling, b + kSameRuling);
 }
 
 std::uint32_t Grid::cellAt(float x, float y) const {
@@ -167,7 +196,7 @@ std::vector<Grid> gridsOf(const Rulings& rulings) {
         members[components.rootOf(i)].horizontal.push_back(horizontal[i]);
     for (std::size_t i = 0; i < vertical.size(); ++i)
         members[components.rootOf(horizontal.size() + i)].vertical.push_back(vertical[i]);
-    for (const Members& m : members) {
+    for (Members& m : members) {
         if (m.horizontal.size() < 2 || m.vertical.empty()) continue;
         std::vector<float> xs;
         std::vector<float> ys;
@@ -188,9 +217,9 @@ std::vector<Grid> gridsOf(const Rulings& rulings) {
         xs.insert(xs.end(), {left, right});
         xs = clustered(std::move(xs));
         ys = clustered(std::move(ys));
-        if (xs.size() < 3 || ys.size() < 3 || xs.size() * ys.size() > kMostFields) continue;
+        if (xs.size() < 2 || ys.size() < 3 || xs.size() * ys.size() > kMostFields) continue;
         std::reverse(ys.begin(), ys.end());
-        grids.emplace_back(std::move(xs), std::move(ys), m.horizontal, m.vertical);
+        grids.emplace_back(std::move(xs), std::move(ys), std::move(m.horizontal), std::move(m.vertical));
     }
     return grids;
 }

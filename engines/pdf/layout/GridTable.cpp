@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/GridTable.h"
 
+#include "engines/pdf/layout/GridColumns.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -16,7 +18,8 @@ constexpr float kFilledShare = 0.3F;
 constexpr std::size_t kMostLines = 24;
 /// Lines side by side in one cell, in so many of the rows: there are columns that no ruling separates.
 constexpr float kSubColumnShare = 0.1F;
-constexpr float kSameBand = 0.5F;
+constexpr float kSameBand = 0.6F;
+constexpr float kInterleaved = 0.2F;
 /// Bands between two rulings are rows of their own if there are so many, most have several cells, and many of these are
 /// numbers: the cells of one row with several lines are words, and not all of them are equally long.
 constexpr std::size_t kLeastBands = 3;
@@ -34,12 +37,15 @@ struct Part {
 
 class GridTable {
 public:
-    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines)
+    GridTable(const Grid& grid, std::span<const std::uint32_t> inside, LineWords& words, const std::vector<Line>& lines,
+              Evidence* evidence)
         : grid_(grid)
+        , evidence_(evidence)
         , inside_(inside)
         , words_(words) {
         for (const std::uint32_t line : inside)
             addParts(line, lines[line]);
+        findBandsThatAreRows(lines);
     }
 
     [[nodiscard]] bool isTable(const std::vector<Line>& lines) const {
@@ -51,7 +57,11 @@ public:
         std::map<std::size_t, std::size_t> columns;
         std::size_t subColumns = 0;
         for (auto& [cell, members] : cells) {
-            if (cell == Grid::kOutside || members.size() > kMostLines) return false;
+            const bool holdsRows = rowsOfBands_.contains(cell / grid_.columns());
+            if (cell == Grid::kOutside || (!holdsRows && members.size() > kMostLines))
+                return judge(
+                    false, "a ruled table: a cell holds a page's text",
+                    {{"lines", static_cast<float>(members.size())}, {"kMostLines", static_cast<float>(kMostLines)}});
             ++rows[cell / grid_.columns()];
             ++columns[cell % grid_.columns()];
             std::stable_sort(members.begin(), members.end(),
@@ -63,10 +73,21 @@ public:
                 }
         }
         const auto isMultiple = [](const auto& row) { return row.second > 1; };
-        if (std::count_if(rows.begin(), rows.end(), isMultiple) < 2) return false;
-        if (std::count_if(columns.begin(), columns.end(), isMultiple) < 2) return false;
-        if (static_cast<float>(subColumns) > kSubColumnShare * static_cast<float>(cells.size())) return false;
-        return static_cast<float>(cells.size()) >= kFilledShare * static_cast<float>(grid_.cellCount());
+        const auto multipleRows = std::count_if(rows.begin(), rows.end(), isMultiple);
+        const auto multipleColumns = std::count_if(columns.begin(), columns.end(), isMultiple);
+        if ((multipleRows < 2 || multipleColumns < 2) && rowsOfBands_.empty())
+            return judge(
+                false, "a ruled table: too few rows and columns have several cells",
+                {{"rows", static_cast<float>(multipleRows)}, {"columns", static_cast<float>(multipleColumns)}});
+        const auto cellCount = static_cast<float>(cells.size());
+        if (static_cast<float>(subColumns) > kSubColumnShare * cellCount)
+            return judge(
+                false, "a ruled table: lines are side by side in many cells",
+                {{"share of cells", static_cast<float>(subColumns) / cellCount}, {"kSubColumnShare", kSubColumnShare}});
+        return judge(cellCount >= kFilledShare * static_cast<float>(grid_.cellCount()), "a ruled table",
+                     {{"filled cells", cellCount},
+                      {"of", static_cast<float>(grid_.cellCount())},
+                      {"kFilledShare", kFilledShare}});
     }
 
     [[nodiscard]] Table make(const Page& page, Orientation& orientation, Lines& found) const {
@@ -80,13 +101,12 @@ public:
         // A place is a row of the grid, a band in it if bands are rows, and a column.
         using Place = std::tuple<std::size_t, std::size_t, std::size_t>;
         std::map<Place, Cell> cells;
-        const std::vector<std::size_t> bands = bandsThatAreRows(lines);
         const std::set<std::uint32_t> open = openColumns();
         for (std::size_t i = 0; i < inside_.size(); ++i) {
             const std::vector<Part>& parts = parts_[i];
             const auto placeOf = [&](const Part& part) {
                 const bool isOpen = open.contains(part.cell);
-                return Place{isOpen ? part.row : part.cell / grid_.columns(), isOpen ? 0 : bands[i],
+                return Place{isOpen ? part.row : part.cell / grid_.columns(), isOpen ? 0 : bands_[i],
                              part.cell % grid_.columns()};
             };
             if (parts.empty()) continue;
@@ -115,6 +135,7 @@ public:
                 table.rows.back().isTableRow = true;
                 lastRow = {gridRow, band};
             }
+            orderBands(members, lines);
             Row& row = table.rows.back();
             for (const std::uint32_t line : members)
                 extend(row, lines[line]);
@@ -125,13 +146,34 @@ public:
     }
 
 private:
+    /// Lines side by side in one cell are read from left to right.
+    static void orderBands(Cell& members, const std::vector<Line>& lines) {
+        auto begin = members.begin();
+        while (begin != members.end()) {
+            auto end = begin + 1;
+            while (end != members.end() && verticalOverlap(lines[*begin], lines[*end]) > kSameBand)
+                ++end;
+            std::stable_sort(begin, end,
+                             [&](std::uint32_t a, std::uint32_t b) { return lines[a].left < lines[b].left; });
+            begin = end;
+        }
+    }
+
+    [[nodiscard]] bool judge(bool isAccepted, std::string_view reason, std::initializer_list<Fact> facts) const {
+        const Box area{grid_.left(), grid_.bottom(), grid_.right(), grid_.top()};
+        if (evidence_ != nullptr)
+            evidence_->note(Topic::table, isAccepted ? Verdict::accepted : Verdict::refused, area, reason, facts);
+        return isAccepted;
+    }
+
     void addParts(std::uint32_t index, const Line& line) {
         std::vector<Part>& parts = parts_.emplace_back();
         const float middle = (line.bottom + line.top) / 2;
         for (const Word& word : words_.of(index)) {
             const std::uint32_t cell = grid_.cellAt((word.left + word.right) / 2, middle);
             if (parts.empty() || parts.back().cell != cell)
-                parts.push_back({cell, grid_.rowAt(middle), word.left, word.right, word.isNumeric()});
+                parts.push_back({cell, grid_.rowAt(middle), word.left, word.right,
+                                 word.isNumeric() && word.digits > 0}); // bullets are no numbers
             else
                 parts.back().right = std::max(parts.back().right, word.right);
         }
@@ -153,10 +195,11 @@ private:
         return open;
     }
 
-    /// The band of each line in its row of the grid, from above, where the bands are rows without rulings between them;
-    /// else 0.
-    [[nodiscard]] std::vector<std::size_t> bandsThatAreRows(const std::vector<Line>& lines) const {
-        std::vector<std::size_t> result(inside_.size());
+    /// Finds the band of each line in its row of the grid, from above, where the bands are rows without rulings between
+    /// them; else it is 0.
+    void findBandsThatAreRows(const std::vector<Line>& lines) {
+        std::vector<std::size_t>& result = bands_;
+        result.resize(inside_.size());
         std::map<std::size_t, std::vector<std::size_t>> rows; // indices in inside_
         for (std::size_t i = 0; i < inside_.size(); ++i)
             if (!parts_[i].empty()) rows[parts_[i].front().cell / grid_.columns()].push_back(i);
@@ -164,6 +207,7 @@ private:
             std::stable_sort(members.begin(), members.end(), [&](std::size_t a, std::size_t b) {
                 return lines[inside_[a]].baseline > lines[inside_[b]].baseline;
             });
+            bool isCentred = false;
             std::size_t bands = 0;
             std::size_t multiples = 0;
             std::size_t cellsOfBand = 0;
@@ -172,6 +216,8 @@ private:
             for (std::size_t k = 0; k < members.size(); ++k) {
                 const Line& line = lines[inside_[members[k]]];
                 if (k == 0 || verticalOverlap(lines[inside_[members[k - 1]]], line) < kSameBand) {
+                    // Lines of centred cells reach into one another; rows do not.
+                    if (k > 0 && verticalOverlap(lines[inside_[members[k - 1]]], line) > kInterleaved) isCentred = true;
                     ++bands;
                     cellsOfBand = 0;
                 }
@@ -182,14 +228,16 @@ private:
                     numeric += part.isNumeric ? 1 : 0;
                 }
             }
-            const bool areRows = bands >= kLeastBands &&
+            const bool areRows = !isCentred && bands >= kLeastBands &&
                                  kMultipleShare * static_cast<float>(bands) <= static_cast<float>(multiples) &&
                                  kNumericShare * static_cast<float>(cells) <= static_cast<float>(numeric);
-            if (areRows) continue;
+            if (areRows) {
+                rowsOfBands_.insert(row);
+                continue;
+            }
             for (const std::size_t k : members)
                 result[k] = 0;
         }
-        return result;
     }
 
     /// Columns that no row has a cell in: a doubled ruling, or a ruling of one heading.
@@ -210,16 +258,21 @@ private:
     }
 
     const Grid& grid_;
+    Evidence* evidence_;
     std::span<const std::uint32_t> inside_;
     LineWords& words_;
     std::vector<std::vector<Part>> parts_;
+    std::vector<std::size_t> bands_;    ///< of each line
+    std::set<std::size_t> rowsOfBands_; ///< the rows of the grid whose bands are rows
 };
 
 } // namespace
 
 std::optional<Table> tableIn(const Grid& grid, std::span<const std::uint32_t> inside, const Page& page,
-                             Orientation& orientation, LineWords& words, Lines& found) {
-    const GridTable table(grid, inside, words, found.lines);
+                             Orientation& orientation, LineWords& words, Lines& found, Evidence* evidence) {
+    const Grid whole = withFreeColumns(grid, inside, words, found.lines);
+    if (whole.columns() < 2) return std::nullopt;
+    const GridTable table(whole, inside, words, found.lines, evidence);
     if (!table.isTable(found.lines)) return std::nullopt;
     return table.make(page, orientation, found);
 }

@@ -58,7 +58,7 @@ void forEachLetter(const Page& page, const Run& run, Use use) {
 
 } // namespace
 
-std::vector<bool> repeatedHiddenRuns(const Page& page) {
+std::vector<bool> repeatedHiddenRuns(const Page& page, Evidence* evidence) {
     const auto isHidden = [](const Run& run) { return (run.flags & kInvisible) != 0; };
     const auto hidden = std::count_if(page.runs.begin(), page.runs.end(), isHidden);
     if (hidden == 0 || hidden == static_cast<std::ptrdiff_t>(page.runs.size())) return {};
@@ -76,6 +76,12 @@ std::vector<bool> repeatedHiddenRuns(const Page& page) {
             found += visible.hasNear(place, letter) ? 1 : 0;
         });
         repeated[i] = letters > 0 && static_cast<float>(found) >= kRepeatedShare * static_cast<float>(letters);
+        if (evidence != nullptr && letters > 0)
+            evidence->note(Topic::dropped, repeated[i] ? Verdict::accepted : Verdict::refused,
+                           boundsOf(page, page.runs[i]), "dropped: invisible text that repeats what is seen",
+                           {{"letters", static_cast<float>(letters)},
+                            {"seen", static_cast<float>(found)},
+                            {"kRepeatedShare", kRepeatedShare}});
     }
     return repeated;
 }

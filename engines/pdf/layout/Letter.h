@@ -26,12 +26,24 @@ struct Letter {
 
 /// A drawn blank between letters nearer than this is not seen. In ems.
 constexpr float kLeastBlank = 0.04F;
+/// Gaps below this are not blanks in any line. In ems.
+constexpr float kNoBlank = 0.05F;
+/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
+constexpr float kOverlap = 0.2F;
+/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
+constexpr float kKerned = 0.1F;
 
+constexpr char32_t kFirstRightToLeft = 0x0590;
 constexpr char32_t kFirstPresentationForm = 0xFB00;
 constexpr char32_t kSoftHyphen = 0x00AD;
+constexpr char32_t kNoBreakSpace = 0x00A0;
 
 constexpr bool isIn(char32_t c, char32_t first, char32_t last) {
     return c >= first && c <= last;
+}
+
+constexpr bool isBlankCharacter(char32_t c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || isIn(c, 0x2000, 0x200B);
 }
 
 /// Roughly the letters: what is neither punctuation, digit, nor symbol.
@@ -47,13 +59,34 @@ constexpr bool isSetSolid(char32_t c) {
            isIn(c, 0x20000, 0x3FFFF);
 }
 
+/// Typesetters leave a quarter of an em between ideographs or kana and letters or digits of other scripts; justified
+/// lines stretch it. In ems.
+constexpr float kBesideIdeographs = 0.3F;
+
+/// Ideographs and kana with their punctuation, of the scripts that are set solid.
+constexpr bool isIdeographic(char32_t c) {
+    return c >= 0x3001 && isSetSolid(c);
+}
+
+constexpr bool isLetterOrDigit(char32_t c) {
+    return isAlphabetic(c) || isIn(c, '0', '9');
+}
+
+/// Whether a wide gap between two characters, in ems, is a blank in their scripts.
+constexpr bool isBlankInScripts(char32_t last, char32_t first, float gap) {
+    if (isSetSolid(last) && isSetSolid(first)) return false;
+    const bool mayBeGlue =
+        (isIdeographic(last) && isLetterOrDigit(first)) || (isIdeographic(first) && isLetterOrDigit(last));
+    return !mayBeGlue || gap > kBesideIdeographs;
+}
+
 /// Whether a gap between letters without a drawn blank is a blank. `threshold`: see `blankThreshold`.
 [[nodiscard]] inline bool isBlankBetween(const Page& page, const Letter& before, const Letter& after, float threshold) {
     if (before.isFromAnnotation != after.isFromAnnotation) return true; // a field beside its label
     const float gap = after.left - before.right;
     const float size = std::max(before.size, after.size);
     if (gap <= threshold * size) return false;
-    return !isSetSolid(page.text[before.textEnd - 1]) || !isSetSolid(page.text[after.textBegin]);
+    return isBlankInScripts(page.text[before.textEnd - 1], page.text[after.textBegin], gap / size);
 }
 
 /// Writes the characters of a letter: presentation forms as their letters, soft hyphens as what is seen of them.

@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineText.h"
 
 #include "engines/pdf/layout/Accents.h"
+#include "engines/pdf/layout/LineEvidence.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,22 +12,10 @@ namespace {
 
 /// The same letter so near its twin is drawn twice to look bold, or as a shadow. In ems.
 constexpr float kTwin = 0.12F;
-/// Gaps below this are not blanks in any line. In ems.
-constexpr float kNoBlank = 0.05F;
-/// Letters overlap by kerning and by accents; by more, something is drawn twice or over something else. In ems.
-constexpr float kOverlap = 0.2F;
 /// Marks may begin so far to the right of the letter that the stream draws behind them. In ems.
 constexpr float kBackStep = 0.2F;
 /// A mark may be so far beside the letters of its cluster. In ems.
 constexpr float kBesideCluster = 0.5F;
-/// Kerning leaves gaps below this inside a cluster of glyphs. In ems.
-constexpr float kKerned = 0.1F;
-constexpr char32_t kFirstRightToLeft = 0x0590;
-constexpr char32_t kNoBreakSpace = 0x00A0;
-
-constexpr bool isBlankCharacter(char32_t c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || (c >= 0x2000 && c <= 0x200B);
-}
 
 bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
@@ -156,13 +145,29 @@ bool LineWriter::compose(const Letter& before, const Letter& letter, std::u32str
     return true;
 }
 
+/// Writes a sign that is drawn over the mark before it, which has been written. Returns false if it is not.
+bool LineWriter::composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const {
+    if (out.empty() || letter.textEnd - letter.textBegin != 1 || !isOverlay(out.back())) return false;
+    if (std::abs(letter.left - mark.left) > kBackStep * letter.size) return false;
+    const char32_t whole = overlaid(out.back(), page_.text[letter.textBegin]);
+    if (whole == 0) return false;
+    out.back() = whole;
+    return true;
+}
+
 void LineWriter::writeFromTheLeft(std::u32string& out) {
     const float threshold = thresholdOfLetters();
     const Letter* before = nullptr;
+    const Letter* mark = nullptr; // behind it
     bool blank = false;
     for (const Letter& letter : letters_) {
         if (letter.isBlank) {
             blank = true;
+            continue;
+        }
+        if (mark != nullptr && composeOverlay(*mark, letter, out)) {
+            before = &letter;
+            mark = nullptr;
             continue;
         }
         if (before != nullptr) {
@@ -172,14 +177,17 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
                 continue;
             }
             const bool drawn = blank && letter.left - before->right > kLeastBlank * letter.size;
-            if (drawn || isBlankBetween(page_, *before, letter, threshold)) out.push_back(U' ');
+            if ((drawn || isBlankBetween(page_, *before, letter, threshold)) &&
+                !underscores_.append(before->right, letter.left, letter.size, out))
+                out.push_back(U' ');
         }
         const char32_t c = page_.text[letter.textBegin];
         if (letter.textEnd - letter.textBegin == 1 && c < kFirstPresentationForm && c != kSoftHyphen)
             out.push_back(c);
         else
             appendLetter(page_, letter, out);
-        if (letter.right > letter.left || before == nullptr) before = &letter; // not a mark
+        mark = letter.right > letter.left ? nullptr : &letter;
+        if (mark == nullptr || before == nullptr) before = &letter;
         blank = false;
     }
 }
@@ -192,7 +200,14 @@ void LineWriter::sortLetters() {
     });
 }
 
+/// Evidence needs the letters, which a plain line does not collect.
+bool LineWriter::mayBePlain() {
+    return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
+}
+
 void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
+    underscores_.choose(orientation_, spans);
+    if (mayBePlain() && plain_.append(spans, out)) return;
     collect(spans);
     const std::size_t begin = out.size();
     if (hasRightToLeft_) {
@@ -201,12 +216,32 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
         mixed_.attachMarks(letters_);
     }
     if (!inOrder_ || hasRightToLeft_) sortLetters();
+    const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();
-    if (hasRightToLeft_ || mixed_.beginsWithItsEnd(letters_))
+    if (hasRightToLeft_ || mixed_.isPageFromTheRight()) {
         mixed_.write(letters_, thresholdOfLetters(), out);
-    else
+    } else {
         writeFromTheLeft(out);
+    }
     trim(out, begin);
+    if (evidence_ != nullptr) showWords(spans, letterCount - letters_.size(), *evidence_);
+}
+
+void LineWriter::showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence) {
+    Span line = orientation_.spans[spans.front()]; // as high as its largest letters, as Line is
+    for (const std::uint32_t index : spans) {
+        const Span& span = orientation_.spans[index];
+        const float left = std::min(line.left, span.left);
+        const float right = std::max(line.right, span.right);
+        if (span.size > line.size) line = span;
+        line.left = left;
+        line.right = right;
+    }
+    const Box area{line.left, line.bottom, line.right, line.top};
+    showLine(page_, area, letters_, thresholdOfLetters(), evidence);
+    if (repeated > 0)
+        evidence.note(Topic::dropped, Verdict::accepted, area, "letters drawn twice at one place",
+                      {{"letters", static_cast<float>(repeated)}, {"kTwin", kTwin}});
 }
 
 } // namespace quillow::pdf

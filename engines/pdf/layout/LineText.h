@@ -1,10 +1,13 @@
 // The characters of a line in reading order, with blanks where the page shows them.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Letter.h"
 #include "engines/pdf/layout/MixedLine.h"
+#include "engines/pdf/layout/PlainLine.h"
 #include "engines/pdf/layout/Spacing.h"
 #include "engines/pdf/layout/Span.h"
+#include "engines/pdf/layout/Underscores.h"
 
 #include <span>
 #include <string>
@@ -15,9 +18,13 @@ namespace quillow::pdf {
 /// Writes lines of one orientation of a page. Keeps its memory from line to line.
 class LineWriter {
 public:
-    LineWriter(const Page& page, const Orientation& orientation)
+    /// What is found in the lines is added to `evidence`.
+    LineWriter(const Page& page, const Orientation& orientation, Evidence* evidence = nullptr)
         : page_(page)
         , orientation_(orientation)
+        , evidence_(evidence)
+        , plain_(page, orientation)
+        , underscores_(page, orientation.frame)
         , mixed_(page) {}
 
     /// Appends the text of a line with those spans, without a line end.
@@ -30,13 +37,19 @@ private:
     void sortLetters();
     void dropRepeated();
     [[nodiscard]] bool compose(const Letter& before, const Letter& letter, std::u32string& out) const;
+    [[nodiscard]] bool composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const;
     void writeFromTheLeft(std::u32string& out);
     [[nodiscard]] float thresholdOfLetters();
+    [[nodiscard]] bool mayBePlain();
+    void showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence);
 
     const Page& page_;
     const Orientation& orientation_;
+    Evidence* evidence_;
+    PlainLineWriter plain_;
     std::vector<Letter> letters_;
     std::vector<Gap> gaps_;
+    Underscores underscores_;
     MixedLine mixed_;
     bool hasRightToLeft_ = false;
     bool overlaps_ = false;

@@ -18,17 +18,12 @@ constexpr float kSameWidth = 0.02F;
 /// Digits have one width in most fonts, and are narrower than a typewriter's. In ems.
 constexpr float kWidestDigit = 0.58F;
 
+/// A page draws blanks if so many of its characters are. Text has 12 to 20 %, pages of numbers about 6 %; producers
+/// that move instead draw hardly any.
+constexpr float kBlankShare = 0.04F;
+
 constexpr bool isBlank(char32_t c) {
     return c <= ' ' || c == 0xA0 || c == 0x3000 || (c >= 0x2000 && c <= 0x200F);
-}
-
-constexpr bool isDigitLike(char32_t c) {
-    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
-}
-
-constexpr bool isLetterLike(char32_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
 }
 
 void count(Word& word, char32_t c) {
@@ -63,6 +58,22 @@ Line partOf(const Orientation& orientation, Lines& found, std::span<const std::u
 
 } // namespace
 
+bool isDigitLike(char32_t c) {
+    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
+}
+
+bool isLetterLike(char32_t c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
+}
+
+Word countsOf(std::u32string_view text) {
+    Word word;
+    for (const char32_t c : text)
+        if (!isBlank(c)) count(word, c);
+    return word;
+}
+
 void Word::append(const Word& next) {
     right = std::max(right, next.right);
     characters += next.characters;
@@ -75,6 +86,13 @@ bool Word::isNumeric() const {
     return digits > letters || (letters == 0 && characters <= kLongestSign);
 }
 
+LineWords::LineWords(const Page& page, const Orientation& orientation, const Lines& found)
+    : page_(page)
+    , orientation_(orientation)
+    , found_(found)
+    , drawsBlanks_(static_cast<float>(std::count(page.text.begin(), page.text.end(), U' ')) >
+                   kBlankShare * static_cast<float>(page.text.size())) {}
+
 std::span<const Word> LineWords::of(std::uint32_t line) {
     const float size = found_.lines[line].size;
     words_.clear();
@@ -82,13 +100,20 @@ std::span<const Word> LineWords::of(std::uint32_t line) {
     bool inOrder = true;
     float narrowest = size;
     float widest = 0;
+    bool isAfterBlank = false;
     for (const std::uint32_t index : found_.spansOf(found_.lines[line])) {
         const Span& span = orientation_.spans[index];
         for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
             const Glyph& glyph = page_.glyphs[i];
             const std::size_t end = i + 1 < page_.glyphs.size() ? page_.glyphs[i + 1].text : page_.text.size();
-            if (end == glyph.text || isBlank(page_.text[glyph.text])) continue;
-            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, page_.text[glyph.text]};
+            if (end == glyph.text) continue;
+            if (isBlank(page_.text[glyph.text])) {
+                isAfterBlank = true;
+                continue;
+            }
+            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, page_.text[glyph.text],
+                          isAfterBlank};
+            isAfterBlank = false;
             if (letter.right < letter.left) std::swap(letter.left, letter.right);
             inOrder = inOrder && (letters_.empty() || letter.left >= letters_.back().left);
             narrowest = std::min(narrowest, letter.right - letter.left);
@@ -102,7 +127,7 @@ std::span<const Word> LineWords::of(std::uint32_t line) {
     std::size_t wordLetters = 0;
     for (const Letter& letter : letters_) {
         if (words_.empty() || letter.left - words_.back().right > kWordGap * size)
-            words_.push_back({letter.left, letter.right});
+            words_.push_back({letter.left, letter.right, 0, 0, 0, letter.isAfterBlank});
         words_.back().right = std::max(words_.back().right, letter.right);
         count(words_.back(), letter.character);
         wordLetters += isLetterLike(letter.character) ? 1 : 0;
@@ -116,11 +141,14 @@ std::span<const Word> LineWords::of(std::uint32_t line) {
 
 void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
     const std::size_t first = out.size();
+    Word before;
     for (const Word& word : of(line)) {
-        if (out.size() == first || word.left - out.back().right > pieceGap_)
+        const bool isApart = (drawsBlanks_ && !word.isAfterBlank) || (before.isGrouped() && word.isGrouped());
+        if (out.size() == first || isApart || word.left - out.back().right > pieceGap_)
             out.push_back(word);
         else
             out.back().append(word);
+        before = word;
     }
 }
 

@@ -63,6 +63,7 @@ void MixedLine::write(std::span<const Letter> letters, float threshold, std::u32
             blank = true;
             continue;
         }
+        const bool isSingle = letter.textEnd - letter.textBegin == 1;
         Direction direction = Direction::neutral;
         for (std::uint32_t k = letter.textBegin; k < letter.textEnd && direction == Direction::neutral; ++k)
             direction = directionOf(page_.text[k]);
@@ -71,12 +72,14 @@ void MixedLine::write(std::span<const Letter> letters, float threshold, std::u32
             if (drawn || isBlankBetween(page_, *before, letter, threshold))
                 clusters_.push_back({kGap, Direction::neutral, true});
         }
-        clusters_.push_back({i, direction, false});
+        clusters_.push_back({i, direction, false, isSingle ? page_.text[letter.textBegin] : 0});
         if (direction != Direction::mark) before = &letter;
         blank = false;
     }
     joinSignsToNumbers(letters);
-    reorder(clusters_, beginsWithItsEnd(letters) || readsFromTheRight(clusters_, isPageFromTheRight()));
+    const bool fromTheRight = readsFromTheRight(clusters_, isPageFromTheRight());
+    settlePunctuation(clusters_, fromTheRight);
+    reorder(clusters_, fromTheRight);
     // Marks were reversed to before their letters.
     for (std::size_t i = 0; i < clusters_.size(); ++i) {
         std::size_t end = i;
@@ -104,17 +107,6 @@ void MixedLine::write(std::span<const Letter> letters, float threshold, std::u32
         else
             appendLetter(page_, letter, out);
     }
-}
-
-bool MixedLine::beginsWithItsEnd(std::span<const Letter> letters) {
-    const auto isPunctuation = [this](const Letter& letter) {
-        return std::u32string_view(U".,:;!?").find(page_.text[letter.textBegin]) != std::u32string_view::npos;
-    };
-    const auto first =
-        std::find_if(letters.begin(), letters.end(), [](const Letter& letter) { return !letter.isBlank; });
-    if (first == letters.end() || first + 1 == letters.end() || !isPunctuation(*first)) return false;
-    const char32_t next = page_.text[first[1].textBegin];
-    return isAlphabetic(next) && !isPunctuation(letters.back()) && isPageFromTheRight();
 }
 
 bool MixedLine::isPageFromTheRight() {

@@ -19,14 +19,13 @@ public:
     explicit MixedLine(const Page& page)
         : page_(page) {}
 
-    /// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted. Text
-    /// that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
+    /// Gives marks the place of the letter that they belong to, so that they are behind it when letters are sorted.
+    /// Text that is shaped for the right and drawn from the left has a mark before its letter; other producers draw it
     /// afterwards. `letters` are in the order of the stream.
     void attachMarks(std::span<Letter> letters);
 
-    /// Whether a line has the punctuation of its end before its first letter: it is read from the right, though it may
-    /// have no such letter.
-    [[nodiscard]] bool beginsWithItsEnd(std::span<const Letter> letters);
+    /// Whether the page is mostly text from the right. Then lines without such letters may be read from the right, too.
+    [[nodiscard]] bool isPageFromTheRight();
 
     /// Appends the text of letters that are sorted from left to right. `threshold`: see `blankThreshold`.
     void write(std::span<const Letter> letters, float threshold, std::u32string& out);
@@ -34,7 +33,6 @@ public:
 private:
     void joinSignsToNumbers(std::span<const Letter> letters);
     void countBrackets(std::span<const Letter> letters);
-    [[nodiscard]] bool isPageFromTheRight();
 
     const Page& page_;
     std::vector<Cluster> clusters_;

@@ -58,8 +58,9 @@ struct Cut {
 
 class ReadingOrder {
 public:
-    explicit ReadingOrder(std::span<const Item> items)
+    ReadingOrder(std::span<const Item> items, Evidence* evidence)
         : items_(items)
+        , evidence_(evidence)
         , rank_(items.size()) {}
 
     std::vector<std::uint32_t> find() && {
@@ -114,7 +115,8 @@ private:
 
     /// Puts the blocks of a region, which are in content order, into reading order.
     void sort(std::span<std::uint32_t> blocks, int depth) {
-        if (blocks.size() < 2 || depth == 0 || !findStepsBack(blocks)) return;
+        if (blocks.size() < 2 || depth == 0) return;
+        if (!findStepsBack(blocks)) return note(Verdict::accepted, blocks, "the stream's order: it never goes back");
         byLeft_.assign(blocks.begin(), blocks.end());
         std::stable_sort(byLeft_.begin(), byLeft_.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].left < blocks_[b].left; });
@@ -123,17 +125,50 @@ private:
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].top > blocks_[b].top; });
         if (areStacked(byTop_)) {
             std::copy(byTop_.begin(), byTop_.end(), blocks.begin());
-            return;
+            return note(Verdict::accepted, blocks, "from the top: the stream goes back, and nothing is side by side");
         }
         Cut cut = bestGutter(blocks);
         if (const Cut stripe = bestStripe(blocks); cut.count == 0 || (stripe.count != 0 && stripe.cost <= cut.cost))
             cut = stripe;
-        if (cut.count == 0) return;
+        if (cut.count == 0)
+            return note(Verdict::refused, blocks, "cut: the stream goes back, but no gutter and no stripe is free");
+        if (evidence_ != nullptr) noteCut(cut);
         setRanks(cut.isGutter ? byLeft_ : byTop_);
         std::stable_partition(blocks.begin(), blocks.end(),
                               [this, &cut](std::uint32_t block) { return rank_[block] < cut.count; });
         sort(blocks.first(cut.count), depth - 1);
         sort(blocks.subspan(cut.count), depth - 1);
+    }
+
+    void note(Verdict verdict, std::span<const std::uint32_t> blocks, std::string_view reason) const {
+        if (evidence_ == nullptr) return;
+        evidence_->note(Topic::order, verdict, areaOf(blocks), reason, {{"blocks", static_cast<float>(blocks.size())}});
+    }
+
+    /// The area of the note is the space that is cut through.
+    void noteCut(const Cut& cut) const {
+        const std::span sorted(cut.isGutter ? byLeft_ : byTop_);
+        const Box first = areaOf(sorted.first(cut.count));
+        const Box second = areaOf(sorted.subspan(cut.count));
+        const Box whole = areaOf(sorted);
+        const auto cost = static_cast<float>(cut.cost);
+        if (cut.isGutter)
+            evidence_->note(Topic::order, Verdict::accepted, Box{first.right, whole.bottom, second.left, whole.top},
+                            "cut at a gutter",
+                            {{"cost", cost}, {"wide", second.left - first.right}, {"kLeastGutter", kLeastGutter}});
+        else
+            evidence_->note(Topic::order, Verdict::accepted, Box{whole.left, second.top, whole.right, first.bottom},
+                            "cut at a stripe across", {{"cost", cost}, {"high", first.bottom - second.top}});
+    }
+
+    [[nodiscard]] Box areaOf(std::span<const std::uint32_t> blocks) const {
+        const Block& front = blocks_[blocks.front()];
+        Box area{front.left, front.bottom, front.right, front.top};
+        for (const std::uint32_t block : blocks) {
+            area.extendTo({blocks_[block].left, blocks_[block].bottom});
+            area.extendTo({blocks_[block].right, blocks_[block].top});
+        }
+        return area;
     }
 
     [[nodiscard]] bool areStacked(std::span<const std::uint32_t> byTop) const {
@@ -197,6 +232,7 @@ private:
     }
 
     std::span<const Item> items_;
+    Evidence* evidence_;
     std::vector<Block> blocks_;
     std::vector<std::size_t> rank_; ///< of a block in the last sorted list
     std::vector<bool> isStepBack_;  ///< for each block of the region that is cut
@@ -207,8 +243,8 @@ private:
 
 } // namespace
 
-std::vector<std::uint32_t> readingOrder(std::span<const Item> items) {
-    return ReadingOrder(items).find();
+std::vector<std::uint32_t> readingOrder(std::span<const Item> items, Evidence* evidence) {
+    return ReadingOrder(items, evidence).find();
 }
 
 } // namespace quillow::pdf

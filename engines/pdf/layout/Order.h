@@ -1,6 +1,8 @@
 // The reading order of what is on a page: that of the content stream, unless the page itself shows that it is not.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
+
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -18,7 +20,7 @@ struct Item {
     [[nodiscard]] float height() const { return top - bottom; }
 };
 
-/// The indices of items in reading order. `items` are in content order.
-[[nodiscard]] std::vector<std::uint32_t> readingOrder(std::span<const Item> items);
+/// The indices of items in reading order. `items` are in content order. The cuts are added to `evidence`.
+[[nodiscard]] std::vector<std::uint32_t> readingOrder(std::span<const Item> items, Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

@@ -4,8 +4,11 @@
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/LineText.h"
+#include "engines/pdf/layout/MarginNotes.h"
+#include "engines/pdf/layout/MonospacedFonts.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/Paragraphs.h"
+#include "engines/pdf/layout/RepeatedColumns.h"
 #include "engines/pdf/layout/Row.h"
 #include "engines/pdf/layout/Span.h"
 #include "engines/pdf/layout/Table.h"
@@ -18,24 +21,31 @@ namespace quillow::pdf {
 
 namespace {
 
+/// Pages with more grids than this show forms and drawings: their boxes are not looked at.
+constexpr std::size_t kMostGrids = 64;
 constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 
 /// Lays the text of one writing direction out.
 class OrientationLayout {
 public:
-    OrientationLayout(const Page& page, Orientation& orientation)
+    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
+        , monospaced_(monospaced)
+        , evidence_(evidence)
         , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
 
     void append(PageLayout& layout) && {
+        if (evidence_ != nullptr) evidence_->setFrame(orientation_.frame);
         makeLines();
         if (found_.lines.empty()) return;
         makeRulings();
-        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_);
+        tables_ = tablesOf(page_, orientation_, found_, texts_, rulings_, evidence_);
         writeParts();
         makeRows();
-        markParagraphs(rows_);
+        describeRows();
+        markParagraphs(rows_, isFromTheRight_ ? Side::right : Side::left, evidence_);
+        if (evidence_ != nullptr) showTables(*evidence_);
         const auto orientation = static_cast<std::uint16_t>(layout.orientations.size());
         layout.orientations.push_back({orientation_.frame, orientation_.isVertical, isFromTheRight_});
         layout.rows.reserve(layout.rows.size() + rows_.size());
@@ -58,15 +68,20 @@ public:
             written.isTableRow = row.isTableRow;
             written.continuesTable = row.continuesTable;
             written.beginsParagraph = beginsParagraph;
+            written.beginsLine = row.beginsLine;
+            written.isMonospaced = row.isMonospaced;
+            written.endsInSoftHyphen = row.endsInSoftHyphen;
+            written.room = row.room;
+            written.indent = row.indent;
         }
     }
 
 private:
     /// The lines that have text, and their text.
     void makeLines() {
-        LineWriter writer(page_, orientation_);
+        LineWriter writer(page_, orientation_, evidence_);
         found_ = linesOf(orientation_);
-        unweaveColumns(found_.lines);
+        unweaveColumns(found_.lines, evidence_);
         std::size_t kept = 0;
         for (const Line& line : found_.lines) {
             const std::size_t begin = text_.size();
@@ -100,8 +115,13 @@ private:
         }
     }
 
+    /// Lines, and the edges of boxes that are not the background of text or of the page.
     void makeRulings() {
+        struct Rectangle {
+            float left, right, bottom, top;
+        };
         const Frame& frame = orientation_.frame;
+        std::vector<Rectangle> boxes;
         for (const Rule& rule : page_.rules) {
             const Point a{rule.box.left, rule.box.bottom};
             const Point b{rule.box.right, rule.box.top};
@@ -115,10 +135,22 @@ private:
                 rulings_.horizontal.push_back({(bottom + top) / 2, left, right});
             } else if (isHigh && right - left < kThick) {
                 rulings_.vertical.push_back({(left + right) / 2, bottom, top});
-            } else if (isWide && isHigh) { // a box: its edges
-                rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
-                rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
+            } else if (isWide && isHigh) {
+                boxes.push_back({left, right, bottom, top});
             }
+        }
+        joinRulings(rulings_.horizontal);
+        joinRulings(rulings_.vertical);
+        if (boxes.empty()) return;
+        const std::vector<Grid> grids = gridsOf(rulings_);
+        constexpr float kPageShare = 0.4F; // boxes over so much of the page are its background, or a frame around it
+        const float most = kPageShare * page_.cropBox.width() * page_.cropBox.height();
+        for (const auto& [left, right, bottom, top] : boxes) {
+            if (most > 0 && (right - left) * (top - bottom) > most) continue;
+            const auto isBackground = [&](const Grid& grid) { return grid.isBackground(left, right, bottom, top); };
+            if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
+            rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
+            rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
         }
         joinRulings(rulings_.horizontal);
         joinRulings(rulings_.vertical);
@@ -146,7 +178,11 @@ private:
                 sources.push_back(static_cast<std::uint32_t>(found_.lines.size()) + table);
             }
         }
-        for (const std::uint32_t item : readingOrder(items)) {
+        if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
+        std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        if (evidence_ != nullptr) evidence_->setMirrored(false);
+        placeMarginNotes(items, order);
+        for (const std::uint32_t item : order) {
             const std::uint32_t source = sources[item];
             if (source >= found_.lines.size()) {
                 addTable(tables_[source - found_.lines.size()]);
@@ -169,6 +205,7 @@ private:
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
         }
+        unfoldColumns(table.rows, texts_);
         bool isFirst = true;
         for (Row& row : table.rows) {
             row.isFromTheRight = isFromTheRight;
@@ -199,6 +236,35 @@ private:
         rows_.push_back(rowOf(line, index));
     }
 
+    /// Says of each row what it begins and ends with, and in which font it is.
+    void describeRows() {
+        for (Row& row : rows_) {
+            bool isFirst = true;
+            row.isMonospaced = true;
+            for (const Cell& cell : row.cells) {
+                for (const std::uint32_t index : cell) {
+                    if (isFirst) row.begin = texts_[index];
+                    row.end = texts_[index];
+                    for (const std::uint32_t span : found_.spansOf(found_.lines[index])) {
+                        const std::uint32_t font = page_.runs[orientation_.spans[span].run].font;
+                        if (isFirst) row.font = font;
+                        isFirst = false;
+                        if (font != row.font) row.isOneFont = false;
+                        row.endsInSoftHyphen = endsInSoftHyphen(orientation_.spans[span]);
+                        if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
+                    }
+                }
+            }
+        }
+    }
+
+    [[nodiscard]] bool endsInSoftHyphen(const Span& span) const {
+        constexpr char32_t kSoftHyphen = 0x00AD;
+        const std::size_t next = std::size_t{span.firstGlyph} + span.glyphCount;
+        const std::size_t end = next < page_.glyphs.size() ? page_.glyphs[next].text : page_.text.size();
+        return end > 0 && end <= page_.text.size() && page_.text[end - 1] == kSoftHyphen;
+    }
+
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
         bool first = true;
@@ -215,8 +281,30 @@ private:
             out.pop_back();
     }
 
+    /// The rulings, and the cells of the tables.
+    void showTables(Evidence& evidence) const {
+        for (const Ruling& ruling : rulings_.horizontal)
+            evidence.show(Topic::ruling, Box{ruling.from, ruling.at, ruling.to, ruling.at});
+        for (const Ruling& ruling : rulings_.vertical)
+            evidence.show(Topic::ruling, Box{ruling.at, ruling.from, ruling.at, ruling.to});
+        for (const Row& row : rows_) {
+            for (const Cell& cell : row.cells) {
+                if (!row.isTableRow || cell.empty()) continue;
+                const Line& first = found_.lines[cell.front()];
+                Box area{first.left, first.bottom, first.right, first.top};
+                for (const std::uint32_t line : cell) {
+                    area.extendTo({found_.lines[line].left, found_.lines[line].bottom});
+                    area.extendTo({found_.lines[line].right, found_.lines[line].top});
+                }
+                evidence.show(Topic::cell, area);
+            }
+        }
+    }
+
     const Page& page_;
     Orientation& orientation_;
+    const MonospacedFonts& monospaced_;
+    Evidence* evidence_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
@@ -230,11 +318,12 @@ private:
 
 } // namespace
 
-void layOut(const Page& page, PageLayout& layout) {
+void layOut(const Page& page, PageLayout& layout, Evidence* evidence) {
     layout.clear();
     std::vector<Orientation> orientations = orientationsOf(page);
+    const MonospacedFonts monospaced(page);
     for (Orientation& orientation : orientations)
-        OrientationLayout(page, orientation).append(layout);
+        OrientationLayout(page, orientation, monospaced, evidence).append(layout);
 }
 
 } // namespace quillow::pdf

@@ -2,6 +2,7 @@
 // that what is done with pages afterwards needs neither runs nor glyphs.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Span.h"
 
 #include <cstddef>
@@ -34,6 +35,11 @@ struct TextRow {
     bool continuesTable = false;   ///< it is not the first row of its table
     /// The page shows a break before it. The first row of an orientation has none.
     bool beginsParagraph = false;
+    bool beginsLine = false;       ///< the line end before it is meant: a further word had room there
+    bool endsInSoftHyphen = false; ///< U+00AD, written as a hyphen
+    bool isMonospaced = false;     ///< all its letters have one width
+    float room = 0;                ///< how far it ends before the margin of its column, in points
+    float indent = 0;              ///< how far it begins behind the margin of its column, in points
 
     [[nodiscard]] float width() const { return right - left; }
     [[nodiscard]] float height() const { return top - bottom; }
@@ -55,7 +61,8 @@ struct PageLayout {
     }
 };
 
-/// Lays a page out. `layout` is emptied first; its memory is used again.
-void layOut(const Page& page, PageLayout& layout);
+/// Lays a page out. `layout` is emptied first; its memory is used again. What is found on the way, and why, is added to
+/// `evidence`.
+void layOut(const Page& page, PageLayout& layout, Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

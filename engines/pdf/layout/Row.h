@@ -4,6 +4,7 @@
 #include "engines/pdf/layout/Line.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace quillow::pdf {
@@ -19,10 +20,21 @@ struct Row {
     float bottom = 0;
     float top = 0;
     float size = 0;
-    bool isTableRow = false;      ///< TABs separate its cells, else blanks
-    bool isFromTheRight = false;  ///< of a table: the cells are read from the right
-    bool continuesTable = false;  ///< it is not the first row of its table
+    bool isTableRow = false;     ///< TABs separate its cells, else blanks
+    bool isFromTheRight = false; ///< of a table: the cells are read from the right
+    bool continuesTable = false; ///< it is not the first row of its table
+
+    std::u32string_view begin; ///< the text of its first line
+    std::u32string_view end;   ///< the text of its last line
+    std::uint32_t font = 0;    ///< with which it begins
+    bool isOneFont = true;
+    bool isMonospaced = false;
+    bool endsInSoftHyphen = false;
+
+    float room = 0;               ///< how far it ends before the margin of its column, in points
+    float indent = 0;             ///< how far it begins behind the margin of its column, in points
     bool beginsParagraph = false; ///< the page shows a break before it
+    bool beginsLine = false;      ///< the line end before it is meant: a further word had room there
 
     [[nodiscard]] float height() const { return top - bottom; }
     [[nodiscard]] float width() const { return right - left; }

@@ -26,6 +26,8 @@ constexpr float kSurelyBlank = 0.4F;
 constexpr std::size_t kLeastStretch = 2;
 /// Words have two or three letters at least, on average: more of the gaps cannot be blanks.
 constexpr float kMostBlanks = 0.35F;
+/// Blanks of formulas are so much wider than the gaps inside their words. In bins.
+constexpr std::size_t kFormulaBlank = 12;
 /// Fewer gaps show no letter spacing.
 constexpr std::size_t kLeastGaps = 4;
 
@@ -40,14 +42,30 @@ float middleOf(std::size_t bin) {
     return kFirst + (static_cast<float>(bin) + 0.5F) * kBin;
 }
 
-/// The usual gap inside words. Words have more letters than blanks, so it is the median as a rule.
-float letterSpacing(const Histogram& histogram, std::size_t count) {
+/// The bin up to which one in `share` of the gaps are.
+std::size_t quantileOf(const Histogram& histogram, std::size_t count, std::size_t share) {
     std::size_t seen = 0;
     for (std::size_t bin = 0; bin < kBins; ++bin) {
         seen += histogram[bin];
-        if (2 * seen >= count) return middleOf(bin);
+        if (share * seen >= count) return bin;
     }
     return 0;
+}
+
+/// The usual gap inside words. Words have more letters than blanks, so it is the median as a rule. Formulas may have
+/// more blanks; then the smaller third is far from the median with nothing between. Programs whose letters are set in
+/// equal cells have gaps of all widths.
+float letterSpacing(const Histogram& histogram, std::size_t count) {
+    const std::size_t median = quantileOf(histogram, count, 2);
+    const std::size_t third = quantileOf(histogram, count, 3);
+    if (median - third < kFormulaBlank) return middleOf(median);
+    const auto isFree = [&histogram](std::size_t first, std::size_t end) {
+        return std::all_of(histogram.begin() + static_cast<std::ptrdiff_t>(first),
+                           histogram.begin() + static_cast<std::ptrdiff_t>(end),
+                           [](std::uint32_t n) { return n == 0; });
+    };
+    const std::size_t end = median - kFormulaBlank / 4;
+    return middleOf(isFree(third + kFormulaBlank / 4, end) ? third : median);
 }
 
 /// Bins without gaps, from `first` to before `end`.

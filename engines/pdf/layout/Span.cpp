@@ -1,9 +1,11 @@
 #include "engines/pdf/layout/Span.h"
 
 #include "engines/pdf/layout/HiddenText.h"
+#include "engines/pdf/layout/StackedRuns.h"
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace quillow::pdf {
 
@@ -18,66 +20,13 @@ constexpr float kLetterHeight = 0.7F;
 constexpr float kLetterDepth = 0.2F;
 /// In vertical writing the baseline is the middle of the glyphs.
 constexpr float kHalfGlyph = 0.5F;
+/// Sideways letters have it so far below their middle, on average.
+constexpr float kMiddleOfLetters = 0.35F;
+/// Matrices without an inverse make letters that have a width and no height. Layout divides by sizes. In points.
+constexpr float kLeastSize = 0.001F;
 
 bool isSameDirection(Point a, Point b) {
     return a.x * b.x + a.y * b.y > 0 && std::abs(a.x * b.y - a.y * b.x) < kSameDirection;
-}
-
-/// Upright letters reach so far above their baseline in vertical writing. In ems.
-constexpr float kAboveBaseline = 0.88F;
-/// The letters of a column are below one another by about an em, in line.
-constexpr float kLeastStep = 0.7F;
-constexpr float kMostStep = 1.6F;
-constexpr float kMostShift = 0.15F;
-/// So many letters make a column; fewer may be a list of short items.
-constexpr std::size_t kLeastColumn = 3;
-
-/// Letters that are upright in vertical writing: ideographs, kana, Hangul, and their punctuation.
-constexpr bool isIdeographic(char32_t c) {
-    return (c >= 0x2E80 && c <= 0x9FFF) || (c >= 0xAC00 && c <= 0xD7FF) || (c >= 0xF900 && c <= 0xFAFF) ||
-           (c >= 0xFE10 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFFEF) || (c >= 0x20000 && c <= 0x3FFFF);
-}
-
-bool isOneUprightLetter(const Page& page, const Run& run) {
-    if (run.glyphCount != 1 || (run.flags & kVertical) != 0 || !(run.direction == Point{1, 0})) return false;
-    const std::u32string_view text = page.textOf(run);
-    return !text.empty() && isIdeographic(text.front());
-}
-
-/// Where the middle of a run of one letter is on its baseline.
-Point middleOf(const Page& page, const Run& run) {
-    const Glyph& glyph = page.glyphs[run.firstGlyph];
-    return {run.origin.x + glyph.offset + glyph.width / 2, run.origin.y};
-}
-
-bool isBelow(const Page& page, const Run& above, const Run& below) {
-    const Point a = middleOf(page, above);
-    const Point b = middleOf(page, below);
-    const float size = std::max(above.fontSize, below.fontSize);
-    const float step = a.y - b.y;
-    return std::abs(a.x - b.x) < kMostShift * size && step > kLeastStep * size && step < kMostStep * size;
-}
-
-/// Runs of one letter that follow one another downwards: vertical writing that is drawn letter by letter with a font
-/// for horizontal writing.
-std::vector<bool> stackedRuns(const Page& page) {
-    std::vector<bool> stacked(page.runs.size());
-    std::size_t i = 0;
-    while (i < page.runs.size()) {
-        if (!isOneUprightLetter(page, page.runs[i])) {
-            ++i;
-            continue;
-        }
-        std::size_t end = i + 1;
-        while (end < page.runs.size() && isOneUprightLetter(page, page.runs[end]) &&
-               isBelow(page, page.runs[end - 1], page.runs[end]))
-            ++end;
-        if (end - i >= kLeastColumn)
-            for (std::size_t k = i; k < end; ++k)
-                stacked[k] = true;
-        i = end;
-    }
-    return stacked;
 }
 
 class SpanBuilder {
@@ -101,23 +50,23 @@ public:
     }
 
 private:
-    /// A letter of a column becomes a run of vertical writing, with its origin above the middle of the letter.
+    /// A letter of a column, or a few side by side, become a run of vertical writing, with its origin above the middle.
     void addStacked(std::uint32_t index) {
         const Run& run = page_.runs[index];
         Run vertical = run;
         vertical.flags |= kVertical;
         vertical.direction = {0, -1};
-        const Glyph& glyph = page_.glyphs[run.firstGlyph];
+        const StackedPlace place = stackedPlace(page_, run);
         Orientation& orientation = orientationOf(vertical);
-        ++orientation.glyphCount;
-        vertical.origin = {run.origin.x + glyph.offset + glyph.width / 2, run.origin.y + kAboveBaseline * run.fontSize};
+        orientation.glyphCount += run.glyphCount;
+        vertical.origin = {place.middle, place.top};
         Span span = emptySpan(orientation, vertical);
         span.run = index;
         span.firstGlyph = run.firstGlyph;
-        span.glyphCount = 1;
+        span.glyphCount = run.glyphCount;
         span.left = span.start;
-        span.right = span.start + run.fontSize;
-        span.start -= glyph.offset;
+        span.right = span.start + place.top - place.bottom;
+        span.start -= page_.glyphs[run.firstGlyph].offset;
         orientation.spans.push_back(span);
     }
 
@@ -128,34 +77,42 @@ private:
         orientation.glyphCount += run.glyphCount;
         Span span = emptySpan(orientation, run);
         span.run = index;
+        const float start = span.start;
         const float wide = kWideGap * run.fontSize;
-        for (std::uint32_t i = 0; i < run.glyphCount; ++i) {
-            const Glyph& glyph = page_.glyphs[run.firstGlyph + i];
-            const float left = span.start + std::min(glyph.offset, glyph.offset + glyph.width);
-            const float right = span.start + std::max(glyph.offset, glyph.offset + glyph.width);
-            if (span.glyphCount > 0 && (left - span.right > wide || span.left - right > wide)) {
-                orientation.spans.push_back(span);
-                span.glyphCount = 0;
+        const std::span glyphs = std::span(page_.glyphs).subspan(run.firstGlyph, run.glyphCount);
+        std::size_t first = 0; // of the span
+        float spanLeft = start + std::min(glyphs[0].offset, glyphs[0].offset + glyphs[0].width);
+        float spanRight = spanLeft;
+        const auto addSpan = [&span, &run, &orientation](std::size_t begin, std::size_t end, float left, float right) {
+            span.firstGlyph = run.firstGlyph + static_cast<std::uint32_t>(begin);
+            span.glyphCount = static_cast<std::uint32_t>(end - begin);
+            span.left = left;
+            span.right = right;
+            orientation.spans.push_back(span);
+        };
+        for (std::size_t i = 0; i < glyphs.size(); ++i) {
+            const float end = glyphs[i].offset + glyphs[i].width;
+            const float left = start + std::min(glyphs[i].offset, end);
+            const float right = start + std::max(glyphs[i].offset, end);
+            if (left - spanRight > wide || spanLeft - right > wide) [[unlikely]] {
+                if (i > 0) addSpan(first, i, spanLeft, spanRight);
+                first = i;
+                spanLeft = left;
+                spanRight = right;
             }
-            if (span.glyphCount == 0) {
-                span.firstGlyph = run.firstGlyph + i;
-                span.left = left;
-                span.right = right;
-            } else {
-                span.left = std::min(span.left, left);
-                span.right = std::max(span.right, right);
-            }
-            ++span.glyphCount;
+            spanLeft = std::min(spanLeft, left);
+            spanRight = std::max(spanRight, right);
         }
-        orientation.spans.push_back(span);
+        addSpan(first, glyphs.size(), spanLeft, spanRight);
     }
 
     static Span emptySpan(const Orientation& orientation, const Run& run) {
         Span span;
         span.start = orientation.frame.alongOf(run.origin);
         span.baseline = orientation.frame.upOf(run.origin);
-        span.size = run.fontSize;
-        const bool vertical = (run.flags & kVertical) != 0;
+        span.size = std::max(run.fontSize, kLeastSize);
+        const bool vertical = orientation.isVertical;
+        if (vertical && (run.flags & kVertical) == 0) span.baseline += kMiddleOfLetters * run.fontSize; // sideways
         span.top = span.baseline + (vertical ? kHalfGlyph : kLetterHeight) * run.fontSize;
         span.bottom = span.baseline - (vertical ? kHalfGlyph : kLetterDepth) * run.fontSize;
         return span;

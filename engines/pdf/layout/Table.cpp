@@ -1,8 +1,12 @@
 #include "engines/pdf/layout/Table.h"
 
+#include "engines/pdf/layout/AlignedTable.h"
+#include "engines/pdf/layout/Band.h"
 #include "engines/pdf/layout/Columns.h"
 #include "engines/pdf/layout/GridTable.h"
 #include "engines/pdf/layout/LineWords.h"
+#include "engines/pdf/layout/Stripes.h"
+#include "engines/pdf/layout/TaggedTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +19,12 @@ namespace {
 
 /// Vertical extents with so much in common are one band.
 constexpr float kSameBand = 0.5F;
+/// Bands with so much in common are of one row: lines below one another never have.
+constexpr float kInterleaved = 0.2F;
+/// Bands of the head of a table above its first row of several lines, at most.
+constexpr std::size_t kMostHeadBands = 4;
+/// They are at most so far apart. In ems.
+constexpr float kMostHeadGap = 1.0F;
 /// Bands further apart are not of one table unless rulings connect them. In ems.
 constexpr float kMostLeading = 2.0F;
 /// A stripe between columns is at least so wide. In ems.
@@ -39,42 +49,6 @@ constexpr std::size_t kMostWorkALine = 32;
 /// Grids that a page may have; more are the boxes of a form or a drawing.
 constexpr std::size_t kMostGrids = 64;
 
-/// Lines at one height, from left to right.
-struct Band {
-    std::vector<std::uint32_t> lines;
-    float bottom = 0;
-    float top = 0;
-    float size = 0;
-
-    [[nodiscard]] float height() const { return top - bottom; }
-    [[nodiscard]] bool isMultiple() const { return lines.size() > 1; }
-};
-
-struct Stripe {
-    float left = 0;
-    float right = 0;
-};
-
-bool isDigitLike(char32_t c) {
-    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
-}
-
-bool isLetterLike(char32_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= 0xAA && c != 0xD7 && c != 0xF7 && c < 0x2000) ||
-           c >= 0x2E80;
-}
-
-/// Numbers, amounts, percentages, dashes for missing values.
-bool isNumeric(std::u32string_view text) {
-    std::size_t digits = 0;
-    std::size_t letters = 0;
-    for (const char32_t c : text) {
-        digits += isDigitLike(c) ? 1 : 0;
-        letters += isLetterLike(c) ? 1 : 0;
-    }
-    return digits > letters || (letters == 0 && text.size() <= 3);
-}
-
 bool isListLabel(std::u32string_view text) {
     if (text.size() > kLongestLabel) return false;
     if (text.size() == 1) return !isDigitLike(text[0]) && !isLetterLike(text[0]) ? true : isLetterLike(text[0]);
@@ -85,19 +59,21 @@ bool isListLabel(std::u32string_view text) {
 class TableFinder {
 public:
     TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
-                const Rulings& rulings)
+                const Rulings& rulings, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
         , found_(found)
         , lines_(found.lines)
         , texts_(texts)
         , rulings_(rulings)
+        , evidence_(evidence)
         , words_(page, orientation, found)
         , isTaken_(found.lines.size()) {}
 
     std::vector<Table> find() && {
         findGrids();
-        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()));
+        findTagged();
+        const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()), evidence_);
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
             members[columns[i]].push_back(i);
@@ -111,11 +87,13 @@ private:
     void findAligned(std::span<const std::uint32_t> column) {
         makeBands(column);
         std::size_t i = 0;
+        std::size_t first = 0; // the band after the last table
         while (i < bands_.size() && work_ < kMostWork + kMostWorkALine * lines_.size()) {
             const std::size_t end = bands_[i].isMultiple() ? growRegion(i) : i;
             if (end > i + 1 && isTable(i, end)) {
-                tables_.push_back(makeTable(i, end));
-                i = end;
+                const auto [from, to] = extended(first, i, end);
+                tables_.push_back(makeTable(from, to));
+                i = first = to;
             } else {
                 ++i;
             }
@@ -135,11 +113,22 @@ private:
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {
             std::erase_if(inside[g], [this](std::uint32_t line) { return isTaken_[line]; });
-            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_);
+            if (inside[g].size() < 2) continue;
+            std::optional<Table> table = tableIn(grids[g], inside[g], page_, orientation_, words_, found_, evidence_);
             if (!table) continue;
             for (const std::uint32_t line : inside[g])
                 isTaken_[line] = true;
             tables_.push_back(std::move(*table));
+        }
+    }
+
+    /// Takes the lines of the tables that the structure tree names. Rulings are better evidence: producers that guess
+    /// the tags of a page make a row of each line.
+    void findTagged() {
+        for (Table& table : taggedTablesOf(page_, orientation_, found_, isTaken_)) {
+            for (const std::uint32_t line : table.lines)
+                isTaken_[line] = true;
+            tables_.push_back(std::move(table));
         }
     }
 
@@ -166,11 +155,6 @@ private:
                              [this](std::uint32_t a, std::uint32_t b) { return lines_[a].left < lines_[b].left; });
     }
 
-    [[nodiscard]] float leadingBetween(const Band& above, const Band& below) const {
-        const float size = std::max(above.size, below.size);
-        return size > 0 ? (above.bottom - below.top) / size : 0;
-    }
-
     /// The end of the bands that may be one table with the band at `begin`.
     std::size_t growRegion(std::size_t begin) {
         std::size_t end = begin + 1;
@@ -185,7 +169,7 @@ private:
         };
         std::size_t columns = stripesSoFar();
         for (std::size_t i = begin + 1; i < bands_.size() && i - begin < kMostBands; ++i) {
-            if (leadingBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
+            if (gapBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
             if (!bands_[i].isMultiple()) {
                 if (++singles > kMostSingles) break;
                 continue;
@@ -203,9 +187,73 @@ private:
         return end;
     }
 
+    /// Adds the single lines at both ends of a table: lines of centred cells, and headings over several columns.
+    [[nodiscard]] std::pair<std::size_t, std::size_t> extended(std::size_t first, std::size_t begin, std::size_t end) {
+        const auto isInterleaved = [this](std::size_t edge, std::size_t beyond) {
+            const Band& band = bands_[beyond];
+            return !band.isMultiple() && texts_[band.lines.front()].size() <= kProse &&
+                   verticalOverlap(bands_[edge], band) > kInterleaved;
+        };
+        if (end < bands_.size() && isInterleaved(end - 1, end)) ++end;
+        if (begin > first && isInterleaved(begin, begin - 1)) --begin;
+        const std::vector<Stripe> stripes = stripesOf(begin, end);
+        if (stripes.empty()) return {begin, end};
+        float left = 0;
+        float right = 0;
+        extents(begin, end, left, right);
+        for (std::size_t i = begin; i > first && begin - i < kMostHeadBands; --i) {
+            const float above =
+                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
+            if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
+            if (isUnderlinedHeading(bands_[i - 1], bands_[i], stripes)) return {i - 1, end};
+            const Line& line = lines_[bands_[i - 1].lines.front()];
+            if (line.left < stripes.front().left || line.right > right + line.size) break;
+            if (gapBetween(bands_[i - 1], bands_[i]) > kMostHeadGap) break;
+            if (hasRulingBetween(bands_[i].top, bands_[i - 1].bottom, left, right)) break;
+        }
+        return {begin, end};
+    }
+
+    /// Whether there is a ruling below the only line of a band that is wider than the line and reaches over columns,
+    /// but not over the first one.
+    [[nodiscard]] bool isUnderlinedHeading(const Band& band, const Band& below, std::span<const Stripe> stripes) {
+        const Line& line = lines_[band.lines.front()];
+        if (band.isMultiple() || gapBetween(band, below) > kMostHeadGap) return false;
+        const auto begin =
+            std::lower_bound(rulings_.horizontal.begin(), rulings_.horizontal.end(), below.top - below.size / 2,
+                             [](const Ruling& ruling, float at) { return ruling.at < at; });
+        return std::any_of(begin, rulings_.horizontal.end(), [&](const Ruling& ruling) {
+            return ruling.at < line.bottom + line.size / 2 && ruling.from < line.left && ruling.to > line.right &&
+                   ruling.from > stripes.front().left && ruling.to - ruling.from > line.width() + line.size &&
+                   countPieces(below, ruling) > 1;
+        });
+    }
+
+    /// How many pieces of a band are below a ruling.
+    [[nodiscard]] std::size_t countPieces(const Band& band, const Ruling& ruling) {
+        std::vector<Word> pieces;
+        for (const std::uint32_t line : band.lines)
+            words_.appendPieces(line, pieces);
+        return static_cast<std::size_t>(std::count_if(pieces.begin(), pieces.end(), [&ruling](const Word& piece) {
+            const float middle = (piece.left + piece.right) / 2;
+            return middle > ruling.from && middle < ruling.to;
+        }));
+    }
+
+    /// Whether there is a horizontal ruling across most of a table at a height.
+    [[nodiscard]] bool hasRulingBetween(float bottom, float top, float left, float right) const {
+        constexpr float kWideShare = 0.8F;
+        constexpr float kTouch = 1; // point
+        const auto begin = std::lower_bound(rulings_.horizontal.begin(), rulings_.horizontal.end(), bottom - kTouch,
+                                            [](const Ruling& ruling, float at) { return ruling.at < at; });
+        for (auto ruling = begin; ruling != rulings_.horizontal.end() && ruling->at < top + kTouch; ++ruling)
+            if (std::min(ruling->to, right) - std::max(ruling->from, left) > kWideShare * (right - left)) return true;
+        return false;
+    }
+
     /// Adds the ends of a band's lines to the sorted events.
     void addEvents(const Band& band) {
-        const auto add = [this](std::pair<float, int> event) {
+        const auto add = [this](Edge event) {
             events_.insert(std::upper_bound(events_.begin(), events_.end(), event), event);
         };
         for (const std::uint32_t line : band.lines) {
@@ -216,7 +264,7 @@ private:
 
     /// The free stripes between the columns of some bands.
     [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) const {
-        std::vector<std::pair<float, int>> events;
+        std::vector<Edge> events;
         std::size_t multiples = 0;
         float size = 0;
         for (std::size_t i = begin; i < end; ++i) {
@@ -231,26 +279,6 @@ private:
         }
         std::sort(events.begin(), events.end());
         return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
-    }
-
-    /// Where at most `crossing` of the pieces between the sorted events are, for at least `width`.
-    static std::vector<Stripe> freeStripes(std::span<const std::pair<float, int>> events, float crossing, float width) {
-        const int tolerance = static_cast<int>(crossing);
-        std::vector<Stripe> stripes;
-        int covered = 0;
-        bool seen = false;
-        float free = 0;
-        for (const auto& [x, change] : events) {
-            const bool wasFree = covered <= tolerance;
-            covered += change;
-            const bool isFree = covered <= tolerance;
-            if (!wasFree && isFree) free = x;
-            if (wasFree && !isFree) {
-                if (seen && x - free > width) stripes.push_back({free, x});
-                seen = true;
-            }
-        }
-        return stripes;
     }
 
     /// Whether the bands of a region are rows of a table, and not columns of text or a list.
@@ -273,18 +301,45 @@ private:
                 ++cells[column];
                 prose[column] += texts_[line].size() > kProse ? 1 : 0;
                 labels[column] += isListLabel(texts_[line]) ? 1 : 0;
-                numeric += isNumeric(texts_[line]) ? 1 : 0;
+                numeric += countsOf(texts_[line]).isNumeric() ? 1 : 0;
             }
         }
         if (multiples < 2) return false;
         std::size_t proseColumns = 0;
         for (std::size_t i = 0; i < columns; ++i)
             proseColumns += 2 * prose[i] > cells[i] ? 1 : 0;
-        if (columns == 2 && 4 * labels[0] > 3 * cells[0]) return false; // a list
+        if (columns == 2 && 4 * labels[0] > 3 * cells[0]) {
+            if (evidence_ != nullptr)
+                note(false, begin, end, "a table but a list",
+                     {{"labels", static_cast<float>(labels[0])}, {"of", static_cast<float>(cells[0])}});
+            return false;
+        }
         const bool ruled = hasRulings(begin, end);
-        if (proseColumns >= 2 || (columns == 2 && proseColumns == 1)) return ruled && proseColumns < columns;
-        if (columns == 2) return (multiples >= 3 && (4 * numeric >= all || ruled)) || (multiples >= 2 && ruled);
-        return multiples >= 3 || ruled || 3 * numeric >= all;
+        const auto judge = [&](bool isAccepted, std::string_view reason) {
+            if (evidence_ != nullptr)
+                note(isAccepted, begin, end, reason,
+                     {{"columns", static_cast<float>(columns)},
+                      {"of sentences", static_cast<float>(proseColumns)},
+                      {"rows", static_cast<float>(multiples)},
+                      {"cells", static_cast<float>(all)},
+                      {"numbers", static_cast<float>(numeric)},
+                      {"ruled", ruled ? 1.0F : 0.0F}});
+            return isAccepted;
+        };
+        if (proseColumns >= 2 || (columns == 2 && proseColumns == 1))
+            return judge(ruled && proseColumns < columns, "a table of sentences: needs rulings");
+        if (columns == 2)
+            return judge((multiples >= 3 && (4 * numeric >= all || ruled)) || (multiples >= 2 && ruled),
+                         "a table of two columns: needs numbers in a quarter of the cells, or rulings");
+        return judge(multiples >= 3 || ruled || 3 * numeric >= all,
+                     "a table of aligned columns: needs three rows, rulings, or numbers in a third of the cells");
+    }
+
+    void note(bool isAccepted, std::size_t begin, std::size_t end, std::string_view reason,
+              std::initializer_list<Fact> facts) const {
+        Box area{0, bands_[end - 1].bottom, 0, bands_[begin].top};
+        extents(begin, end, area.left, area.right);
+        evidence_->note(Topic::table, isAccepted ? Verdict::accepted : Verdict::refused, area, reason, facts);
     }
 
     /// Whether at least two horizontal rulings cross most of the region.
@@ -314,21 +369,14 @@ private:
         }
     }
 
-    [[nodiscard]] static std::size_t columnOf(const auto& line, const std::vector<Stripe>& stripes) {
-        const float middle = (line.left + line.right) / 2;
-        std::size_t column = 0;
-        while (column < stripes.size() && (stripes[column].left + stripes[column].right) / 2 < line.left) // left of it
-            ++column;
-        // A cell that reaches over several columns belongs to the first one, a misaligned one to where its middle is.
-        while (column < stripes.size() && stripes[column].right < middle && stripes[column].left < line.left)
-            ++column;
-        return column;
+    [[nodiscard]] static std::size_t columnOf(const auto& line, std::span<const Stripe> stripes) {
+        return pdf::columnOf(line.left, line.right, stripes);
     }
 
     /// The stripes between columns that are nearer to each other than two lines: gaps wider than blanks, one below the
     /// other.
     [[nodiscard]] std::vector<Stripe> fineStripesOf(std::size_t begin, std::size_t end) {
-        std::vector<std::pair<float, int>> events;
+        std::vector<Edge> events;
         std::vector<Word> pieces;
         std::size_t multiples = 0;
         float size = 0;
@@ -351,72 +399,8 @@ private:
     [[nodiscard]] Table makeTable(std::size_t begin, std::size_t end) {
         std::vector<Stripe> stripes = fineStripesOf(begin, end);
         if (const std::vector<Stripe> coarse = stripesOf(begin, end); stripes.size() < coarse.size()) stripes = coarse;
-        Table table;
-        extents(begin, end, table.left, table.right);
-        table.top = bands_[begin].top;
-        table.bottom = bands_[end - 1].bottom;
-        for (std::size_t i = begin; i < end; ++i) {
-            const Band& band = bands_[i];
-            table.lines.insert(table.lines.end(), band.lines.begin(), band.lines.end());
-            const std::uint32_t first = band.lines.front();
-            const std::size_t column = columnOf(lines_[first], stripes);
-            const bool hasCellAbove = !table.rows.empty() && column < table.rows.back().cells.size();
-            if (!band.isMultiple() && hasCellAbove && continues(i, stripes))
-                table.rows.back().cells[column].push_back(first);
-            else
-                table.rows.push_back(makeRow(band, stripes));
-        }
-        return table;
-    }
-
-    [[nodiscard]] Row makeRow(const Band& band, const std::vector<Stripe>& stripes) {
-        Row row = rowOf(lines_[band.lines.front()], band.lines.front());
-        row.cells.assign(stripes.size() + 1, {});
-        for (const std::uint32_t line : band.lines) {
-            extend(row, lines_[line]);
-            addToColumns(line, stripes, row);
-        }
-        if (!band.isMultiple()) row.cells.assign(1, {band.lines.front()}); // a heading inside the table
-        row.isTableRow = true;
-        return row;
-    }
-
-    /// Puts a line into its column, or its pieces into theirs.
-    void addToColumns(std::uint32_t index, const std::vector<Stripe>& stripes, Row& row) {
-        pieces_.clear();
-        words_.appendPieces(index, pieces_);
-        std::vector<float> cuts;
-        std::vector<std::size_t> columns;
-        for (std::size_t i = 0; i < pieces_.size(); ++i) {
-            const std::size_t column = columnOf(pieces_[i], stripes);
-            if (!columns.empty() && column == columns.back()) continue;
-            if (!columns.empty()) cuts.push_back((pieces_[i - 1].right + pieces_[i].left) / 2);
-            columns.push_back(column);
-        }
-        if (cuts.empty()) {
-            row.cells[columnOf(lines_[index], stripes)].push_back(index);
-            return;
-        }
-        for (Line& part : cutLine(page_, orientation_, found_, index, cuts)) {
-            const auto at = static_cast<std::size_t>(
-                std::upper_bound(cuts.begin(), cuts.end(), (part.left + part.right) / 2) - cuts.begin());
-            row.cells[columns[at]].push_back(static_cast<std::uint32_t>(lines_.size()));
-            lines_.push_back(std::move(part));
-        }
-    }
-
-    /// Whether a band of one line goes on in the cell above it: it is closer than the rows are.
-    [[nodiscard]] bool continues(std::size_t at, const std::vector<Stripe>& stripes) const {
-        const Line& line = lines_[bands_[at].lines.front()];
-        const std::size_t column = columnOf(line, stripes);
-        if (column < stripes.size() && line.right > stripes[column].right) return false; // reaches over columns
-        const float above = leadingBetween(bands_[at - 1], bands_[at]);
-        const float below = at + 1 < bands_.size() ? leadingBetween(bands_[at], bands_[at + 1]) : kMostLeading;
-        constexpr float kCloser = 0.1F;
-        if (above + kCloser < below) return true;
-        const std::u32string_view text = texts_[bands_[at].lines.front()];
-        const bool goesOn = !text.empty() && ((text.front() >= 'a' && text.front() <= 'z') || text.front() == '(');
-        return goesOn && above < below + kCloser;
+        AlignedTable table(page_, orientation_, found_, texts_, words_, {bands_, begin, end, stripes});
+        return std::move(table).make(rulings_.horizontal);
     }
 
     const Page& page_;
@@ -425,11 +409,11 @@ private:
     std::vector<Line>& lines_; ///< of `found_`
     std::span<const std::u32string_view> texts_;
     const Rulings& rulings_;
+    Evidence* evidence_;
     LineWords words_;
-    std::vector<bool> isTaken_; ///< lines of ruled tables
+    std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
     std::vector<Band> bands_;
-    std::vector<std::pair<float, int>> events_; ///< of a growing region: where lines begin (1) and end (-1)
-    std::vector<Word> pieces_;
+    std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;
     mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
@@ -437,8 +421,8 @@ private:
 } // namespace
 
 std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
-                            std::span<const std::u32string_view> texts, const Rulings& rulings) {
-    return TableFinder(page, orientation, found, texts, rulings).find();
+                            std::span<const std::u32string_view> texts, const Rulings& rulings, Evidence* evidence) {
+    return TableFinder(page, orientation, found, texts, rulings, evidence).find();
 }
 
 } // namespace quillow::pdf

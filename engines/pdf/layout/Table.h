@@ -1,6 +1,7 @@
 // Tables: lines in columns over several rows.
 #pragma once
 
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Grid.h"
 #include "engines/pdf/layout/Row.h"
 
@@ -21,8 +22,10 @@ struct Table {
 };
 
 /// The tables of a page that has lines. Lines that reach over columns are cut: their parts are added to `found` and
-/// their spans to the orientation. `texts` are those of the lines, in the same order; the parts have none yet.
+/// their spans to the orientation. `texts` are those of the lines, in the same order; the parts have none yet. Which
+/// areas are tables, and which look like tables but are text, is added to `evidence`.
 [[nodiscard]] std::vector<Table> tablesOf(const Page& page, Orientation& orientation, Lines& found,
-                                          std::span<const std::u32string_view> texts, const Rulings& rulings);
+                                          std::span<const std::u32string_view> texts, const Rulings& rulings,
+                                          Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

@@ -50,6 +50,10 @@ bool Document::isExhausted() const {
     return state_->isExhausted();
 }
 
+double Document::usedShare() const {
+    return state_->usedShare();
+}
+
 std::uint64_t Document::damagedStreams() const {
     return state_->damagedStreams();
 }

@@ -56,6 +56,9 @@ public:
     /// Whether so many references were followed, or so much was decoded, that from now on references lead to null and
     /// streams are empty (Limits.h).
     [[nodiscard]] bool isExhausted() const;
+    /// How much of the limits has been used since it was opened or copied: the largest share of one of them, from 0 to
+    /// 1.
+    [[nodiscard]] double usedShare() const;
     /// Streams that were damaged or were cut by a limit so far.
     [[nodiscard]] std::uint64_t damagedStreams() const;
     /// Whether the cross-reference tables were wrong and the objects were found by a scan.

@@ -34,7 +34,7 @@ Document::State::State(std::shared_ptr<const DocumentFile> file)
     : file_(std::move(file))
     , parser_(arena_)
     , decoder_(kMaximumDecodedTotal + kDecodedTotalRatio * file_->bytes.size())
-    , followedLeft_(kMaximumFollowed + kFollowedRatio * file_->bytes.size()) {}
+    , followedLeft_(followedLimit()) {}
 
 Object Document::State::load(Reference reference) {
     const std::uint32_t number = reference.number;
@@ -60,10 +60,28 @@ Object Document::State::resolve(const Object& object) {
     return target;
 }
 
+std::size_t Document::State::memoryLimit() const {
+    return kMaximumObjectMemory + kObjectMemoryRatio * file_->bytes.size();
+}
+
+std::size_t Document::State::parsedLimit() const {
+    return kMaximumParsed + kParsedRatio * file_->bytes.size();
+}
+
+std::size_t Document::State::followedLimit() const {
+    return kMaximumFollowed + kFollowedRatio * file_->bytes.size();
+}
+
 bool Document::State::isFull() const {
-    const std::size_t size = file_->bytes.size();
-    return arena_.size() > kMaximumObjectMemory + kObjectMemoryRatio * size ||
-           parsed_ > kMaximumParsed + kParsedRatio * size;
+    return arena_.size() > memoryLimit() || parsed_ > parsedLimit();
+}
+
+double Document::State::usedShare() const {
+    const auto share = [](std::size_t used, std::size_t limit) {
+        return static_cast<double>(used) / static_cast<double>(limit);
+    };
+    return std::max({share(arena_.size(), memoryLimit()), share(parsed_, parsedLimit()),
+                     share(followedLimit() - followedLeft_, followedLimit()), decoder_.usedShare()});
 }
 
 Object Document::State::read(std::uint32_t number, CrossReference entry) {

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool isInPlace(Reference reference) const;
 
     [[nodiscard]] bool isExhausted() const { return followedLeft_ == 0 || decoder_.isExhausted(); }
+    [[nodiscard]] double usedShare() const;
     [[nodiscard]] std::uint64_t damagedStreams() const { return damagedStreams_; }
     [[nodiscard]] bool hasSearched() const { return hasSearched_; }
 
@@ -41,6 +42,9 @@ private:
     [[nodiscard]] Object readFromStream(std::uint32_t number, CrossReference entry);
     [[nodiscard]] Object search(std::uint32_t number);
     [[nodiscard]] std::unique_ptr<ObjectStream> readObjectStream(const StreamContent& stream);
+    [[nodiscard]] std::size_t memoryLimit() const;
+    [[nodiscard]] std::size_t parsedLimit() const;
+    [[nodiscard]] std::size_t followedLimit() const;
     [[nodiscard]] bool isFull() const;
     [[nodiscard]] StreamBytes decodeWith(References& references, const StreamContent& stream, text::ByteBuffer& buffer);
 

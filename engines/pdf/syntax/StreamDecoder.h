@@ -48,7 +48,8 @@ class StreamDecoder {
 public:
     /// The bytes that may still be decoded.
     explicit StreamDecoder(std::size_t bytesLeft)
-        : bytesLeft_(bytesLeft) {}
+        : limit_(bytesLeft)
+        , bytesLeft_(bytesLeft) {}
 
     /// The result is a view of `out`, of the file, or empty. `decryption` is null for what is not encrypted.
     [[nodiscard]] StreamBytes decode(const StreamContent& stream, References& references, const Decryption* decryption,
@@ -57,10 +58,16 @@ public:
     /// Whether all streams are empty from now on.
     [[nodiscard]] bool isExhausted() const { return bytesLeft_ < kLeastDecoded; }
 
+    /// From 0 to 1.
+    [[nodiscard]] double usedShare() const {
+        return isExhausted() ? 1 : static_cast<double>(limit_ - bytesLeft_) / static_cast<double>(limit_);
+    }
+
 private:
     [[nodiscard]] StreamBytes apply(const FilterChain& chain, StreamBytes bytes, std::size_t limit,
                                     text::ByteBuffer* to, text::ByteBuffer* other);
 
+    std::size_t limit_;
     std::size_t bytesLeft_;
     FilterDecoder filters_;
     text::ByteBuffer scratch_; ///< what is between two filters

@@ -38,8 +38,7 @@ MainMenu::MainMenu(MainWindow& window, QtLogView& logView, Alerts& alerts)
     , alerts_(alerts) {
     applicationMenu_ = window_.menuBar()->addMenu(QStringLiteral("&Quillow"));
     QMenu& program = *applicationMenu_;
-    add(program, QStringLiteral("&About Quillow"), {},
-        [this] { tell(QStringLiteral("Quillow %1").arg(QCoreApplication::applicationVersion()), statement_); });
+    add(program, QStringLiteral("&About Quillow"), {}, [this] { tellAbout(); });
     program.addSeparator();
     add(program, QStringLiteral("&Preferences\u2026"), QKeySequence(Qt::CTRL | Qt::Key_Comma),
         &MainWindowCommands::openPreferences);
@@ -135,6 +134,12 @@ QAction* MainMenu::add(QMenu& menu, const QString& title, const QKeySequence& ke
     return add(menu, title, keys, [this, command] {
         if (commands_.*command) (commands_.*command)();
     });
+}
+
+void MainMenu::tellAbout() {
+    QString text = statement_;
+    if (isolation_) text += QStringLiteral("\n\n") + isolation_();
+    tell(QStringLiteral("Quillow %1").arg(QCoreApplication::applicationVersion()), text);
 }
 
 void MainMenu::tell(const QString& message, const QString& informative) {

@@ -6,7 +6,9 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 class QAction;
 class QMenu;
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] QMenu& helpMenu() { return *helpMenu_; }
     /// The one-line description of the product that About shows.
     void setStatement(const QString& statement) { statement_ = statement; }
+    /// Asked for the line that About shows below the statement.
+    void setIsolation(std::function<QString()> isolation) { isolation_ = std::move(isolation); }
     void setCommands(const MainWindowCommands& commands) { commands_ = commands; }
     void setHasInput(bool hasInput);
     void setHasOutput(bool hasOutput);
@@ -41,6 +45,7 @@ private:
     void makeLogMenu();
     void makeWindowMenu();
     void makeHelpMenu();
+    void tellAbout();
     void tell(const QString& message, const QString& informative);
 
     MainWindow& window_;
@@ -48,6 +53,7 @@ private:
     Alerts& alerts_;
     MainWindowCommands commands_;
     QString statement_;
+    std::function<QString()> isolation_;
     QMenu* applicationMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
     QAction* undo_ = nullptr;

@@ -269,6 +269,10 @@ void MainWindow::setStatement(const QString& statement) {
     menu_->setStatement(statement);
 }
 
+void MainWindow::setIsolation(std::function<QString()> isolation) {
+    menu_->setIsolation(std::move(isolation));
+}
+
 void MainWindow::chooseDocuments() {
     auto* chooser = new DocumentChooser(workspace_, this);
     chooser->setHandler([this](const QStringList& paths) {

@@ -40,6 +40,8 @@ public:
     void setCommands(const MainWindowCommands& commands);
     /// The one-line description of the product that About shows.
     void setStatement(const QString& statement);
+    /// Asked for the line that About shows below, about what protects the system from documents.
+    void setIsolation(std::function<QString()> isolation);
 
     /// The displayed destination of texts; std::nullopt while the folder cannot be found.
     void setDestination(const std::optional<QString>& folder);

@@ -64,7 +64,7 @@ TEST(PageJoiner, lossesAddUp) {
 }
 
 TEST(PageJoiner, textBeyondTheLimitEndsTheReading) {
-    PageJoiner joiner(PageMarks::off, 4);
+    PageJoiner joiner(PageMarks::off, Reflow::off, 4);
     EXPECT_TRUE(joiner.add(page("12\n")));
     EXPECT_TRUE(joiner.add(page("45\n")));
     EXPECT_FALSE(joiner.add(page("78\n")));

@@ -1,6 +1,7 @@
 #include "engines/pdf/Reader.h"
 
 #include "tests/engines/DataFiles.h"
+#include "tests/engines/pdf/PdfBuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +11,9 @@
 namespace quillow::pdf {
 namespace {
 
-using test::asBytes;
-using test::dataFile;
-using test::fileContent;
+using quillow::test::asBytes;
+using quillow::test::dataFile;
+using quillow::test::fileContent;
 
 Extraction read(const std::string& name, const Options& options = {}) {
     return readPdf(asBytes(fileContent(dataFile("pdf/" + name + ".in"))), options);
@@ -144,6 +145,51 @@ TEST(Reader, countsCharacters) {
 TEST(Reader, bytesThatAreNoPdfAreDamaged) {
     EXPECT_EQ(readPdf(asBytes("hello"), {}).reason, Reason::damaged);
     EXPECT_EQ(readPdf(asBytes("%PDF-1.7\n"), {}).reason, Reason::damaged);
+}
+
+/// A document whose pages all use one form and one font. Some contents are damaged.
+std::string longDocument(std::size_t pages, std::size_t damaged) {
+    test::PdfBuilder builder;
+    std::string kids;
+    for (std::size_t i = 0; i < pages; ++i)
+        kids += std::to_string(5 + 2 * i) + " 0 R ";
+    builder.object(1, "<</Type/Catalog/Pages 2 0 R>>");
+    builder.object(2, "<</Type/Pages/Kids[" + kids + "]/Count " + std::to_string(pages) +
+                          "/MediaBox[0 0 600 800]/Resources<</Font<</F 3 0 R>>/XObject<</X 4 0 R>>>>>>");
+    builder.object(3, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>");
+    builder.stream(4, "/Type/XObject/Subtype/Form/BBox[0 0 600 800]", "BT /F 10 Tf 10 10 Td (Foot) Tj ET");
+    for (std::size_t i = 0; i < pages; ++i) {
+        const auto page = static_cast<std::uint32_t>(5 + 2 * i);
+        builder.object(page, "<</Type/Page/Parent 2 0 R/Contents " + std::to_string(page + 1) + " 0 R>>");
+        const std::string content = "/X Do BT /F 10 Tf 10 700 Td (Page " + std::to_string(i) + ") Tj ET";
+        builder.stream(page + 1, i < damaged ? "/Filter/FlateDecode" : "", content);
+    }
+    return builder.table().bytes();
+}
+
+TEST(Reader, threadsChangeNothing) {
+    struct Case {
+        const char* what;
+        std::string document;
+    };
+    std::string repaired = longDocument(60, 0);
+    repaired.resize(repaired.rfind("xref\n"));
+    const Case cases[] = {{"sound", longDocument(60, 0)}, {"damaged", longDocument(60, 3)}, {"repaired", repaired}};
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.what);
+        const Extraction alone = readPdf(asBytes(each.document), {});
+        ASSERT_TRUE(alone.text);
+        for (const unsigned threads : {2U, 3U, 16U}) {
+            Options options;
+            options.threads = threads;
+            const Extraction together = readPdf(asBytes(each.document), options);
+            EXPECT_EQ(together.text, alone.text);
+            EXPECT_EQ(together.reason, alone.reason);
+            EXPECT_EQ(together.detail, alone.detail);
+            EXPECT_EQ(together.loss.partsSkipped, alone.loss.partsSkipped);
+            EXPECT_EQ(together.loss.charactersDecoded, alone.loss.charactersDecoded);
+        }
+    }
 }
 
 } // namespace

@@ -124,6 +124,21 @@ TEST(PdfFields, ancestorsHaveTheMissingEntries) {
     EXPECT_EQ(fieldDump("/Parent 5 0 R"), ""); // a cycle
 }
 
+TEST(PdfFields, ancestorsAreLookedAtAsFarAsAllowed) {
+    constexpr int kMaximumFieldDepth = 32;
+    const auto dumpBelow = [](int ancestors) {
+        std::string entries;
+        for (int i = 0; i < ancestors; ++i)
+            entries += "/Parent<<";
+        entries += "/V(a)";
+        for (int i = 0; i < ancestors; ++i)
+            entries += ">>";
+        return fieldDump("/FT/Tx/DA(/H 10 Tf)" + entries);
+    };
+    EXPECT_EQ(dumpBelow(kMaximumFieldDepth - 1), "52,607.5 f4294967295 10 annotation \"a\"\n");
+    EXPECT_EQ(dumpBelow(kMaximumFieldDepth), "");
+}
+
 TEST(PdfFields, othersHaveNoText) {
     for (const char* entries : {"/FT/Btn/V/On", "/FT/Btn/V(x)", "/FT/Sig/V<<>>", "/FT/Tx/Ff 8192/V(secret)", "/FT/Tx",
                                 "/FT/Tx/V()", "/FT/Tx/V/Name", "/V(x)", "/FT/Ch/V[]"})

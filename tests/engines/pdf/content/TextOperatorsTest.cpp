@@ -1,4 +1,5 @@
 // Each text operator (ISO 32000-2, 9.3, 9.4) by what it does to the page. Glyphs are 0.6 of the font size wide.
+#include "engines/pdf/content/Interpreter.h"
 #include "engines/pdf/content/TextWriter.h"
 #include "tests/engines/pdf/content/ContentDump.h"
 
@@ -124,6 +125,14 @@ TEST(PdfTextOperators, renderingModes) {
     });
 }
 
+/// Moves text inside as many saved states, and restores the innermost one.
+std::string statesDeep(std::size_t depth) {
+    std::string content = "/F 10 Tf 9 9 Td ";
+    for (std::size_t i = 0; i < depth; ++i)
+        content += "q ";
+    return content + "1 0 0 1 0 100 cm Q (a)Tj";
+}
+
 TEST(PdfTextOperators, savedStatesAreRestored) {
     expectDumps({
         {"font and size", "q /F 20 Tf(a)Tj Q(b)Tj", "100,700 f0 20 \"a\"\n112,700 f0 10 \"b\"\n"},
@@ -139,6 +148,8 @@ TEST(PdfTextOperators, savedStatesAreRestored) {
     for (int i = 0; i < 3000; ++i)
         deep += "Q ";
     EXPECT_EQ(dumpOfContent(deep + "(a)Tj"), "9,9 f0 10 \"a\"\n");
+    EXPECT_EQ(dumpOfContent(statesDeep(kMaximumSavedStates)), "9,9 f0 10 \"a\"\n");
+    EXPECT_EQ(dumpOfContent(statesDeep(kMaximumSavedStates + 1)), "9,109 f0 10 \"a\"\n");
 }
 
 TEST(PdfTextOperators, verticalWritingGoesDownwards) {

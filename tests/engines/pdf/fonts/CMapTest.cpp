@@ -235,6 +235,12 @@ TEST(CMapLimits, characterSequencesOverTheLimitAreLeftOut) {
     EXPECT_EQ(charactersOf(map, 0x10003072).size(), 0U);
 }
 
+TEST(CMapLimits, rangesOfSequencesEndAtTheLimit) {
+    const CMap map = CMap::parse("beginbfrange <0000> <FFFF> <00410000> endbfrange");
+    EXPECT_EQ(charactersOf(map, 0xFF).size(), 2U);
+    EXPECT_EQ(charactersOf(map, 0x100).size(), 0U);
+}
+
 TEST(CMapLimits, codespaceRangesOverTheLimitAreLeftOut) {
     std::string ranges = "begincodespacerange ";
     for (std::size_t i = 0; i <= CMap::kMaximumCodespaceRanges; ++i)

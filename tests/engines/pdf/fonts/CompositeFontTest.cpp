@@ -173,6 +173,21 @@ TEST(CompositeFont, isVerticalByItsCMap) {
     EXPECT_FALSE(isVertical(" 6 0 R", streamBody("")));
 }
 
+TEST(CompositeFont, cmapsAreFollowedAsFarAsAllowed) {
+    constexpr std::uint32_t kMaximumChain = 8;
+    const auto isVerticalAfter = [](std::uint32_t maps) {
+        std::vector<std::string> objects = {type0("/Encoding 6 0 R", "")};
+        for (std::uint32_t i = 1; i < maps; ++i)
+            objects.push_back(streamBody("", "/UseCMap " + std::to_string(6 + i) + " 0 R"));
+        objects.push_back(streamBody("/WMode 1 def"));
+        return FontDocument(objects).font().isVertical();
+    };
+    EXPECT_TRUE(isVerticalAfter(kMaximumChain));
+    EXPECT_FALSE(isVerticalAfter(kMaximumChain + 1));
+    FontDocument cycle({type0("/Encoding 6 0 R", ""), streamBody("", "/UseCMap 6 0 R")});
+    EXPECT_FALSE(cycle.font().isVertical());
+}
+
 TEST(CompositeFont, wordSpaceIsACodeOfOneByte) {
     FontDocument two({type0(kIdentity, kJapan)});
     EXPECT_FALSE(glyphOf(two.font(), "\0 "s).isWordSpace);

@@ -71,6 +71,9 @@ TEST(PdfLineText, whichGapsAreBlanks) {
         {"formulas",
          {{U"sin", 0}, {U"x", 0.17F}, {U"=", 0.28F}, {U"y", 0.28F}, {U"+", 0.22F}, {U"z", 0.22F}},
          "sin x = y + z\n"},
+        {"formulas with more blanks than words have letters",
+         {{U"(op", 0}, {U"e)", 0.31F}, {U"=", 0.28F}, {U"x", 0.28F}, {U"op", 0.37F}, {U"e", 0.31F}},
+         "(op e) = x op e\n"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(textOf(lineOf(c.words)), c.text) << c.what;
@@ -152,16 +155,47 @@ TEST(PdfLineText, percentSignsGoWithTheirNumber) {
 TEST(PdfLineText, aPageFromTheRightDecidesForItsMixedLines) {
     const auto page = [] {
         PageBuilder builder;
-        builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+        builder.text(90, 724, U"תירבעב בר טסקט").text(105, 712, U"תירבעב דוע");
         return builder;
     };
-    EXPECT_EQ(textOf(page().text(10, 700, U"Extended Introduction :אובמ")),
+    EXPECT_EQ(textOf(page().text(25, 700, U"Extended Introduction :אובמ")),
               "טקסט רב בעברית\nעוד בעברית\nמבוא: Extended Introduction\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
-    EXPECT_EQ(textOf(page().text(10, 700, U"Lines of Latin stay.")),
+    EXPECT_EQ(textOf(page().text(95, 700, U".inline terms")), "טקסט רב בעברית\nעוד בעברית\ninline terms.\n");
+    EXPECT_EQ(textOf(page().text(60, 700, U"Lines of Latin stay.")),
               "טקסט רב בעברית\nעוד בעברית\nLines of Latin stay.\n");
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"The word for introduction is אובמ")),
               "The word for introduction is מבוא\n");
+}
+
+TEST(PdfLineText, punctuationShowsTheDirectionOfMixedLines) {
+    const struct {
+        const char* what;
+        std::u32string_view seen; ///< from the left
+        const char* text;
+    } cases[] = {
+        {"a line from the left", U"Witnesses: ילוי הרש, and דדח הליל.", "Witnesses: שרה יולי, and לילה חדד.\n"},
+        {"a list from the left of words from the right", U"See גבא, דהו for it", "See אבג, והד for it\n"},
+        {"a list from the right of words from the left", U"ltr ,num ,heb :(15) טסקט", "טקסט (15): heb, num, ltr\n"},
+        {"numbers in the order of the left", U"ב 1, 4 א", "א 1, 4 ב\n"},
+        {"numbers in the order of the right", U"ב 4 ,1 א", "א 1, 4 ב\n"},
+        {"code with punctuation of its own", U"function וא def func(): :דוק", "קוד: def func(): או function\n"},
+        {"a bracket that the text from the right opens", U"ג (func) בא", "אב (func) ג\n"},
+        {"names with signs before them", U"\\ltr ,\\num :םש", "שם: \\num, \\ltr\n"},
+        {"a prefix with a hyphen", U"בט Python-ב בתכ", "כתב ב-Python טב\n"},
+        {"a label that is drawn from the left", U"English בא 1.", "1. אב English\n"},
+        {"words that begin with a point", U"use .NET תא טב", "בט את use .NET\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(PageBuilder().text(10, 700, c.seen)), c.text) << c.what;
+}
+
+TEST(PdfLineText, linesWithoutLettersFromTheRightMayBeReadFromTheRight) {
+    const auto page = [] {
+        PageBuilder builder;
+        return builder.text(10, 724, U"תירבעב בר טסקט").text(10, 712, U"תירבעב דוע");
+    };
+    EXPECT_EQ(textOf(page().text(10, 700, U",ltr ,num")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
+    EXPECT_EQ(textOf(page().text(10, 700, U"num, ltr,")), "טקסט רב בעברית\nעוד בעברית\nnum, ltr,\n");
 }
 
 TEST(PdfLineText, linesSideBySideAreReadFromTheRightOnAPageFromTheRight) {
@@ -179,7 +213,86 @@ TEST(PdfLineText, accentsDrawnOverLettersAreTheirLetters) {
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"na\u00A8").text(20.5F, 700, U"\u0131").text(25, 700, U"ve")),
               "naïve\n")
         << "on a dotless letter";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .text(10, 700, U"\u0337")
+                         .text(10.4F, 700, U"Lo")
+                         .text(20, 700, U"\u0337")
+                         .text(20.4F, 700, U"l")),
+              "Łoł\n")
+        << "a stroke";
     EXPECT_EQ(textOf(PageBuilder().text(10, 700, U"x^2 `a~b\u00B4")), "x^2 `a~b\u00B4\n") << "not over a letter";
+}
+
+TEST(PdfLineText, shortLinesBetweenLettersAreUnderscores) {
+    const auto words = [] {
+        PageBuilder builder; // ends at 20 and begins at 23.6: an underscore of TeX and the space around it
+        return builder.text(10, 700, U"an").text(23.6F, 700, U"object");
+    };
+    const struct {
+        const char* what;
+        PageBuilder page;
+        const char* text;
+    } cases[] = {
+        {"at the baseline", words().rule(20.3F, 700.2F, 23.3F, 700.2F), "an_object\n"},
+        {"below it, as a rectangle", words().rule(20.3F, 698.8F, 23.3F, 699.2F), "an_object\n"},
+        {"two", PageBuilder(words()).text(57.2F, 700, U"it").rule(53.7F, 700, 56.8F, 700), "an object_it\n"},
+        {"a dash at half height", words().rule(20.3F, 703, 23.3F, 703), "an object\n"},
+        {"a part of a longer line", words().rule(10, 699, 20.2F, 699).rule(20.3F, 699, 23.3F, 699), "an object\n"},
+        {"not in the gap", words().rule(22, 699, 25, 699), "an object\n"},
+        {"before a word", PageBuilder().text(10, 700, U"an").text(26, 700, U"x").rule(22.8F, 700, 25.8F, 700),
+         "an _x\n"},
+        {"a place to write on", PageBuilder().text(10, 700, U"no").text(30, 700, U"of").rule(21, 700, 29, 700),
+         "no of\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(c.page), c.text) << c.what;
+}
+
+TEST(PdfLineText, theSpaceOfTypesettersBesideIdeographsIsNotABlank) {
+    const auto page = [](std::u32string_view number, float gap) {
+        PageBuilder builder;
+        builder.letter(1).text(10, 700, U"第").letter(0.5F).text(20 + gap, 700, number);
+        return builder.letter(1).text(30 + 2 * gap, 700, U"条");
+    };
+    EXPECT_EQ(textOf(page(U"12", 2.5F)), "第12条\n");
+    EXPECT_EQ(textOf(page(U"12", 4)), "第 12 条\n");
+    EXPECT_EQ(textOf(page(U"()", 2.5F)), "第 () 条\n") << "only letters and digits have it";
+    EXPECT_EQ(textOf(PageBuilder()
+                         .letter(1)
+                         .text(10, 700, U"第")
+                         .letter(0.2F)
+                         .text(20, 700, U" ")
+                         .letter(0.5F)
+                         .text(22, 700, U"12")),
+              "第 12\n")
+        << "a drawn one is";
+}
+
+TEST(PdfLineText, signsThatTexPutsTogetherAreOneSign) {
+    const auto line = [](std::u32string_view overlay, std::u32string_view sign) {
+        PageBuilder builder;
+        builder.text(10, 700, U"x").letter(0).text(17.8F, 700, overlay).letter(0.5F).text(17.8F, 700, sign);
+        return builder.text(25.6F, 700, U"y");
+    };
+    EXPECT_EQ(textOf(line(U"\u0338", U"=")), "x ≠ y\n");
+    EXPECT_EQ(textOf(line(U"\u0338", U"∈")), "x ∉ y\n");
+    EXPECT_EQ(textOf(line(U"↦", U"→")), "x ↦ y\n");
+}
+
+TEST(PdfLineText, digitsBelongToTheirColumn) {
+    constexpr Point kDown{0, -1};
+    PageBuilder sideways; // upright ideographs around turned digits, then ordinary vertical writing
+    sideways.letter(1).text(300, 700, U"第").direction(kDown).letter(0.5F).text(301.5F, 698.8F, U"10");
+    sideways.direction({1, 0}).letter(1).text(300, 680, U"条");
+    EXPECT_EQ(textOf(sideways), "第10条\n");
+    PageBuilder upright; // two digits side by side
+    upright.letter(1).direction(kDown).flags(kVertical).text(300, 700, U"平成");
+    upright.direction({1, 0}).flags(0).letter(0.5F).text(295, 671.2F, U"12");
+    upright.direction(kDown).flags(kVertical).letter(1).text(300, 670, U"年度");
+    EXPECT_EQ(textOf(upright), "平成12年度\n");
+    PageBuilder label; // a number below a turned label
+    label.letter(0.5F).direction(kDown).text(300, 700, U"label").direction({1, 0}).text(297, 663, U"12");
+    EXPECT_EQ(textOf(label), "label\n12\n");
 }
 
 TEST(PdfLineText, onlyOneLineGoesOnBesideADropCap) {

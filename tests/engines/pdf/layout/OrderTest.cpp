@@ -1,4 +1,5 @@
 // The reading order of lines and columns.
+#include "engines/pdf/layout/MarginNotes.h"
 #include "engines/pdf/layout/PageText.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 #include "text/Utf8.h"
@@ -107,6 +108,25 @@ TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
     EXPECT_EQ(textOf(builder), left + right);
 }
 
+TEST(PdfOrder, blocksSideBySideWithLeadingsOfTheirOwnAreNotATable) {
+    PageBuilder builder;
+    builder.lines(10, 700, {U"Hotel", U"44100 3", U"City", U"555 678", U"Land"}, 11.5F);
+    builder.lines(200, 706, {U"Sender", U"77000 5", U"Town", U"555 901", U"Mail"}, 13);
+    EXPECT_EQ(textOf(builder), "Hotel\n44100 3\nCity\n555 678\nLand\nSender\n77000 5\nTown\n555 901\nMail\n");
+}
+
+TEST(PdfOrder, aBlockDrawnAfterTheRowsBesideItIsNoColumnOfThem) {
+    PageBuilder builder;
+    std::string expected;
+    for (int i = 0; i < 5; ++i) {
+        builder.text(10, 700.0F - 17.0F * static_cast<float>(i), U"Date")
+            .text(70, 700.0F - 17.0F * static_cast<float>(i), U"10");
+        expected += "Date\t10\n";
+    }
+    builder.text(200, 700, U"Contact").text(200, 683, U"Name").lines(200, 671.5F, {U"Phone", U"Fax", U"Mail"}, 11.5F);
+    EXPECT_EQ(textOf(builder), expected + "Contact\nName\nPhone\nFax\nMail\n");
+}
+
 TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
     PageBuilder builder;
     prose(builder, 10, 700, U"תש רק צפ עס", 3);
@@ -118,6 +138,32 @@ TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
     EXPECT_EQ(textOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
+}
+
+TEST(PdfOrder, aMarginNoteIsReadAfterTheParagraphThatItInterrupts) {
+    PageBuilder builder;
+    prose(builder, 10, 700, kLeft, 2).size(7).text(170, 688, U"see the").text(170, 680, U"next page").size(10);
+    prose(builder, 10, 676, kLeft, 2).text(10, 652, U"It ends here.").text(22, 640, kLeft);
+    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 4) + "It ends here.\nsee the\nnext page\n" + repeated(kLeftLine, 1));
+}
+
+TEST(PdfOrder, aMarginNoteBetweenTwoColumnsIsReadAfterBoth) {
+    const std::vector<Item> items = {
+        {100, 240, 688, 697, 10}, {100, 240, 676, 685, 10}, // the first column
+        {10, 60, 678, 684, 7},                              // the note
+        {260, 400, 688, 697, 10}, {260, 400, 676, 685, 10}, // the second column
+        {10, 400, 640, 660, 20},                            // what follows
+    };
+    std::vector<std::uint32_t> order = {0, 1, 2, 3, 4, 5};
+    placeMarginNotes(items, order);
+    EXPECT_EQ(order, (std::vector<std::uint32_t>{0, 1, 3, 4, 2, 5}));
+}
+
+TEST(PdfOrder, aLabelBesideItsTextStaysBeforeIt) {
+    PageBuilder builder;
+    prose(builder, 100, 700, kLeft, 4).text(10, 640, U"Label of").text(10, 628, U"the next");
+    prose(builder, 100, 640, kLeft, 4);
+    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 4) + "Label of\nthe next\n" + repeated(kLeftLine, 4));
 }
 
 TEST(PdfOrder, aHiddenLayerBelowTheSameTextIsNotRepeated) {

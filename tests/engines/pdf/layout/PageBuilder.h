@@ -25,8 +25,24 @@ public:
         direction_ = direction;
         return *this;
     }
+    PageBuilder& font(std::uint32_t font) {
+        font_ = font;
+        return *this;
+    }
     PageBuilder& flags(std::uint8_t flags) {
         flags_ = flags;
+        return *this;
+    }
+
+    /// The runs that follow are in that cell of the structure tree's table.
+    PageBuilder& cell(std::uint32_t row, std::uint32_t column) {
+        mark_ = static_cast<std::int32_t>(page_.cells.size());
+        page_.cells.push_back({0, row, column});
+        return *this;
+    }
+    /// The runs that follow are in no marked content.
+    PageBuilder& unmarked() {
+        mark_ = Run::kNoMark;
         return *this;
     }
 
@@ -41,6 +57,8 @@ public:
         run.ascent = 0.75F * size_;
         run.descent = 0.25F * size_;
         run.flags = flags_;
+        run.markedContent = mark_;
+        run.font = font_;
         float offset = 0;
         for (const char32_t c : text) {
             page_.glyphs.push_back({static_cast<std::uint32_t>(page_.text.size()), offset, letter_ * size_});
@@ -85,6 +103,11 @@ public:
         return *this;
     }
 
+    PageBuilder& box(float left, float bottom, float right, float top) {
+        page_.rules.push_back({Rule::Kind::rectangle, {left, bottom, right, top}});
+        return *this;
+    }
+
     [[nodiscard]] const Page& page() const { return page_; }
 
 private:
@@ -93,6 +116,8 @@ private:
     float letter_ = kLetter;
     Point direction_{1, 0};
     std::uint8_t flags_ = 0;
+    std::int32_t mark_ = Run::kNoMark;
+    std::uint32_t font_ = 0;
 };
 
 } // namespace quillow::pdf

@@ -57,6 +57,13 @@ TEST(Opening, readsCrossReferenceStreams) {
     EXPECT_EQ(opened(threeObjects().xrefStream(4).bytes()), kGood);
 }
 
+TEST(Opening, theStartIsLookedForAtTheEnd) {
+    constexpr std::size_t kStartBytes = std::size_t{64} << 10;
+    const std::string bytes = threeObjects().table().bytes();
+    EXPECT_EQ(opened(bytes + std::string(kStartBytes - 64, ' ')), kGood);
+    EXPECT_EQ(opened(bytes + std::string(kStartBytes, ' ')), kRepaired);
+}
+
 TEST(Opening, offsetsMayCountFromTheHeader) {
     EXPECT_EQ(opened("junk\n" + threeObjects().table().bytes()), kGood);
     EXPECT_EQ(opened("junk\n" + threeObjects().xrefStream(4).bytes()), kGood);

@@ -128,6 +128,18 @@ TEST(PageTree, pagesBeyondTheLimitAreLeftOut) {
     EXPECT_EQ(Made({"<</Kids[" + kids + "]>>", "<</Type/Page>>"}).pages.size(), kMaximumPages);
 }
 
+TEST(PageTree, nodesBeyondTheLimitAreLeftOut) {
+    const auto marksWith = [](std::size_t emptyNodes) {
+        std::string kids = "4 0 R ";
+        for (std::size_t i = 0; i < emptyNodes; ++i)
+            kids += "3 0 R ";
+        return Made({"<</Kids[" + kids + "4 0 R]>>", "<</Type/Pages/Kids[]>>", "<</Mark(a)>>"}).marks();
+    };
+
+    EXPECT_EQ(marksWith(kMaximumPageTreeNodes - 3), "aa");
+    EXPECT_EQ(marksWith(kMaximumPageTreeNodes - 2), "a");
+}
+
 TEST(PageTree, pagesInheritFromTheirParents) {
     const Made made({"<</Kids[3 0 R]/MediaBox[0 0 100 200]/Rotate 90/Resources<</A 1>>>>",
                      "<</Kids[4 0 R 5 0 R]/CropBox[10 20 50 60]/Resources 6 0 R>>", "<</Type/Page>>",

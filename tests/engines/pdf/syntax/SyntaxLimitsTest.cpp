@@ -63,6 +63,16 @@ TEST(SyntaxLimits, aDecodedStreamIsCut) {
     EXPECT_EQ(document->damagedStreams(), 1U);
 }
 
+TEST(SyntaxLimits, aLargeStreamMayGrowToFourTimesItsSize) {
+    const std::string data = runs(64 * (kMaximumDecodedStream / kAlwaysDecodedRatio + kMegabyte));
+    const std::string bytes = threeObjects().stream(5, "/Filter/RL", data).table().bytes();
+    const auto document = opened(bytes);
+    text::ByteBuffer buffer;
+
+    EXPECT_EQ(document->decode(*document->load({5, 0}).stream(), buffer).bytes.size(),
+              kAlwaysDecodedRatio * data.size());
+}
+
 TEST(SyntaxLimits, allDecodedStreamsTogetherAreCut) {
     const std::string bytes = threeObjects().stream(5, "/Filter/RL", runs(kMaximumDecodedStream)).table().bytes();
     const auto document = opened(bytes);
@@ -262,6 +272,25 @@ TEST(SyntaxLimits, sectionsHaveAsManyEntriesAsAllowed) {
 
     EXPECT_FALSE(isRepaired(kMaximumSectionEntries - 128));
     EXPECT_TRUE(isRepaired(kMaximumSectionEntries));
+}
+
+TEST(SyntaxLimits, sectionsDecodeAsMuchAsAllowed) {
+    const auto isRepaired = [](std::size_t sections) {
+        PdfBuilder pdf = threeObjects();
+        std::size_t last = pdf.bytes().size();
+        pdf.table("/Size 4");
+        for (std::uint32_t i = 0; i < sections; ++i) {
+            const std::size_t at = pdf.bytes().size();
+            pdf.stream(10 + i, "/Type/XRef/W[1 1 1]/Index[]/Root 1 0 R/Filter/RL/Prev " + std::to_string(last),
+                       runs(kMaximumDecodedStream));
+            last = at;
+        }
+        return opened(pdf.raw("startxref " + std::to_string(last)).bytes())->wasRepaired();
+    };
+    constexpr std::size_t kFull = kMaximumDecodedTotal / kMaximumDecodedStream;
+
+    EXPECT_FALSE(isRepaired(kFull - 1));
+    EXPECT_TRUE(isRepaired(kFull));
 }
 
 } // namespace

@@ -36,6 +36,10 @@ TEST(TextString, decodesEachEncoding) {
          "deDE\x1B"
          "A"sv,
          U"A"},
+        {"\xEF\xBB\xBF\x1B"
+         "too long for one\x1B"
+         "A"sv,
+         U"too long for oneA"},
     };
     for (const TextCase& c : cases)
         EXPECT_EQ(decodeTextString(c.bytes), c.text) << testing::PrintToString(c.bytes);

@@ -1,0 +1,33 @@
+// Free stripes between columns, and the columns that they separate.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace quillow::pdf {
+
+/// Space between two columns.
+struct Stripe {
+    float left = 0;
+    float right = 0;
+
+    [[nodiscard]] float middle() const { return (left + right) / 2; }
+};
+
+/// Where a piece of text begins (1) or ends (-1).
+using Edge = std::pair<float, int>;
+
+/// Where at most `crossing` of the pieces are, for at least `width`. The edges are sorted.
+[[nodiscard]] std::vector<Stripe> freeStripes(std::span<const Edge> edges, float crossing, float width);
+
+/// The column of a line or a piece. One that reaches over several columns belongs to the first one, a misaligned one to
+/// the column that its middle is in.
+[[nodiscard]] std::size_t columnOf(float left, float right, std::span<const Stripe> stripes);
+
+/// The first and the last column that a piece has more than `slack` in common with; if there is none, the nearest one.
+[[nodiscard]] std::pair<std::size_t, std::size_t> columnsUnder(float left, float right, std::span<const Stripe> stripes,
+                                                               float slack);
+
+} // namespace quillow::pdf

@@ -1,0 +1,52 @@
+// Reads documents in workers: processes that are locked in, so that a document can harm nothing but itself. The door
+// for programs.
+#pragma once
+
+#include "worker/Lock.h"
+#include "worker/Spawner.h"
+#include "worker/Worker.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillow::worker {
+
+class Pool {
+public:
+    /// `landlock` is off only in tests of systems without it.
+    explicit Pool(WorkerProgram program, Limits limits = {}, LandlockUse landlock = LandlockUse::whereAvailable);
+
+    /// Begins the start of a worker, so that it is ready when the first document is. Does not wait.
+    void prepare();
+
+    /// Reads one document as extract() does, but survives what it does to its worker: the reason is then `timeout`,
+    /// `crashed` or `outOfMemory`, or `unreadable` if no worker can be started. May be called from several threads at
+    /// once; each has a worker of its own meanwhile. Throws std::bad_alloc if there is no memory for the text.
+    [[nodiscard]] Extraction read(const Document& document, DocumentKind kind, const Options& options = {});
+    /// The same with a picture of how a page, counted from 1, is read in place of the text.
+    [[nodiscard]] Extraction explain(const Document& document, DocumentKind kind, std::size_t page,
+                                     const Options& options = {});
+
+    /// What protects the system from the workers, or why no worker can be started.
+    [[nodiscard]] std::variant<Isolation, std::string> isolation();
+
+    /// The processes of the workers that wait for a document.
+    [[nodiscard]] std::vector<pid_t> idleWorkers();
+
+private:
+    using NewWorker = std::variant<std::unique_ptr<Worker>, std::string>;
+    [[nodiscard]] Extraction ask(const Document& document, const Question& question);
+    enum class Take { any, unused };
+    [[nodiscard]] NewWorker take(Take which);
+    void giveBack(std::unique_ptr<Worker> worker);
+
+    const Limits limits_;
+    Spawner spawner_; // outlives the workers
+    std::mutex mutex_;
+    std::vector<std::unique_ptr<Worker>> idle_;
+    std::vector<std::future<Spawner::Started>> starting_;
+};
+
+} // namespace quillow::worker
