@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace quillow::cli {
 
@@ -45,6 +46,9 @@ std::string numbersOf(const ProgressState& state) {
     return text + ", " + timeText(std::chrono::ceil<seconds>(left)) + " left";
 }
 
+/// Whether a bar is visible: an interrupted program removes it.
+std::atomic<bool> isBarVisible = false;
+
 std::size_t columnsOfTerminal() {
     winsize size{};
     return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
@@ -76,12 +80,18 @@ void Progress::advance(bool hasFailed) {
     // A line of full width would move the cursor to the next one.
     static_cast<void>(writeAll(STDERR_FILENO, std::string(kErase) + progressLine(state_, columnsOfTerminal() - 1)));
     drawn_ = now;
+    isBarVisible = true;
 }
 
 void Progress::clear() {
     if (!drawn_) return;
     static_cast<void>(writeAll(STDERR_FILENO, kErase));
     drawn_.reset();
+    isBarVisible = false;
+}
+
+void Progress::abandon() {
+    if (isBarVisible) static_cast<void>(writeAll(STDERR_FILENO, kErase));
 }
 
 } // namespace quillow::cli

@@ -34,6 +34,8 @@ public:
     void advance(bool hasFailed);
     /// Removes the bar, so that a message can be written in its place.
     void clear();
+    /// Removes the bar of the process, if there is one. Call it before an interrupted process ends.
+    static void abandon();
 
 private:
     using Clock = std::chrono::steady_clock;

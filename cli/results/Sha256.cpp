@@ -1,4 +1,4 @@
-#include "cli/Sha256.h"
+#include "cli/results/Sha256.h"
 
 #include <dlfcn.h>
 #include <nettle/sha2.h>

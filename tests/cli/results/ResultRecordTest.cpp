@@ -1,4 +1,4 @@
-#include "cli/ResultRecord.h"
+#include "cli/results/ResultRecord.h"
 
 #include <gtest/gtest.h>
 

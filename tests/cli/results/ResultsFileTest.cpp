@@ -1,4 +1,4 @@
-#include "cli/ResultsFile.h"
+#include "cli/results/ResultsFile.h"
 
 #include "tests/cli/TemporaryFolder.h"
 
