@@ -26,15 +26,16 @@ Result notAccepted(std::span<const std::byte> content) {
 }
 
 /// The extraction; where a password is needed and may be asked for, a second one with it.
-Extraction extractAsking(InputDocument& input, DocumentKind kind, const Arguments& arguments, DocumentReader& reader,
-                         PasswordPrompt& prompt) {
+Extraction extractAsking(InputDocument& input, DocumentKind kind, unsigned threads, const Arguments& arguments,
+                         DocumentReader& reader, PasswordPrompt& prompt) {
     const auto read = [&](const Options& options) {
         if (arguments.explainedPage) return reader.explain(input.bytes, kind, *arguments.explainedPage, options);
         return reader.read(input.bytes, kind, options);
     };
-    Extraction extraction = read(arguments.options);
-    if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments.options;
+    options.threads = threads;
+    Extraction extraction = read(options);
+    if (extraction.reason != Reason::locked || arguments.askForPassword == AskForPassword::never) return extraction;
     options.password = prompt.password();
     return options.password.empty() ? extraction : read(options);
 }
@@ -45,7 +46,7 @@ Result extracted(InputDocument& input, const PlannedDocument& document, const Ar
     if (!kind) kind = sniffDocumentKind(input.bytes.view());
     if (!kind && input.bytes.view().empty()) return withoutText(Reason::damaged, "the input is empty");
     if (!kind) return notAccepted(input.bytes.view());
-    Extraction extraction = extractAsking(input, *kind, arguments, reader, prompt);
+    Extraction extraction = extractAsking(input, *kind, document.threads, arguments, reader, prompt);
     if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     Result result;
     result.reason = extraction.reason;

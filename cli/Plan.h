@@ -19,6 +19,7 @@ struct PlannedDocument {
     std::optional<DocumentKind> kind;    ///< std::nullopt: the name shows no kind, so the content decides
     std::optional<std::string> textName; ///< below the output folder; std::nullopt: standard output
     std::optional<InputFailure> failure; ///< already known: the document is not read
+    unsigned threads = 1;                ///< that may read it
 };
 
 struct Plan {

@@ -8,13 +8,14 @@
 #include "cli/HelpText.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
-#include "cli/Memory.h"
 #include "cli/Messages.h"
 #include "cli/OutputFolder.h"
 #include "cli/PasswordPrompt.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
 #include "cli/RequestServer.h"
+#include "cli/Threads.h"
+#include "posix/Arenas.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -25,7 +26,6 @@
 #include <filesystem>
 #include <new>
 #include <string>
-#include <thread>
 
 namespace quillow::cli {
 
@@ -68,19 +68,6 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
 bool isFolder(const std::string& path) {
     struct stat status = {};
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-unsigned processors() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
-}
-
-unsigned jobsOf(const Arguments& arguments) {
-    return arguments.jobs > 0 ? arguments.jobs : processors();
-}
-
-unsigned threadsOf(const Arguments& arguments, std::size_t documents) {
-    if (arguments.threads > 0) return arguments.threads;
-    return documents == 1 ? processors() : 1;
 }
 
 void tell(Report& report, const PlannedDocument& document, const Result& result) {
@@ -165,6 +152,7 @@ int answer(Request request) {
 }
 
 int serveAll(Arguments arguments) {
+    arguments.options.threads = std::max(arguments.threads, 1U);
     DocumentReader reader(arguments);
     if (const auto obstacle = reader.obstacle()) {
         complain(programLine(*obstacle));
@@ -212,13 +200,13 @@ int convertAll(Arguments arguments) {
         return failOnUsage("the texts of several documents cannot go into the one file '" + *arguments.output +
                            "': name a folder");
 
-    const Plan plan = makePlan(arguments, destination, std::move(inputs), {identityOf, currentFolder()});
+    Plan plan = makePlan(arguments, destination, std::move(inputs), {identityOf, currentFolder()});
     if (arguments.verbosity != Verbosity::quiet)
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
-    arguments.options.threads = threadsOf(arguments, plan.documents.size());
-    shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
-                            arguments.options.threads);
+    shareThreads(arguments, plan);
+    // In this process one document has all threads, or each of several has one, unless the user wants more.
+    shareMemoryWhereLimited(jobsOf(arguments) * std::max(arguments.threads, 1U));
     return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan, reader)
                                                                : convertToFolder(arguments, destination, plan, reader);
 }
