@@ -17,4 +17,7 @@ namespace quillow::cli {
 /// "quillow-convert: MESSAGE" and a line end.
 [[nodiscard]] std::string programLine(std::string_view message);
 
+/// Writes the line to standard error.
+void complain(std::string_view line);
+
 } // namespace quillow::cli

@@ -1,6 +1,7 @@
 // Writes the texts into the output folder and the folders below it. Each file appears whole or not at all.
 #pragma once
 
+#include "cli/PendingFile.h"
 #include "posix/FileDescriptor.h"
 
 #include <ctime>
@@ -18,9 +19,6 @@ struct OutputFailure {
     std::string detail;       ///< the system's error message, or a phrase such as "is read-only"
     bool nameIsInUse = false; ///< the write failed only because a file of that name exists
 };
-
-/// What happens to a file that has the text's name.
-enum class Present { replaced, kept };
 
 class OutputFolder {
 public:
@@ -44,9 +42,11 @@ public:
     /// Syncs the folder and its subfolders, so that the new names survive a crash. Call it once, after the last file.
     [[nodiscard]] std::optional<OutputFailure> sync() const;
 
-    /// Removes the temporary files of all unfinished writes and blocks those writes. Call it just before the program
-    /// ends.
-    static void abandonWrites();
+    /// True if the folder has a file of that name with that content, and not a link.
+    [[nodiscard]] bool holds(const std::string& name, std::string_view content) const;
+
+    /// Removes the temporary files that killed runs left in the folder and in those subfolders.
+    void removeLeftOver(const std::set<std::string, std::less<>>& below) const;
 
 private:
     /// The subfolders that texts were written to, and their parents.

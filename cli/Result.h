@@ -18,7 +18,14 @@ struct Result {
     std::optional<std::string> text; ///< present until it is written
     std::uint64_t textBytes = 0;
     std::uint64_t pages = 0;
+    LossAccount loss;
     Acceptance acceptance = Acceptance::accepted;
+    std::optional<std::string> textName; ///< where the text is, below the output folder; std::nullopt: not in a file
+    // For results only:
+    std::uint64_t characters = 0;            ///< code points of the text
+    std::optional<std::string> documentHash; ///< SHA-256 in hexadecimal; std::nullopt: the document was not read
+    std::optional<std::string> textHash;     ///< std::nullopt: there is no text
+    double milliseconds = 0;
 };
 
 /// True if the document gave its text, even if the text is partial or empty.

@@ -1,8 +1,8 @@
 // How a run shares the processor's cores among its documents.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/Plan.h"
+#include "cli/options/Arguments.h"
 
 namespace quillow::cli {
 

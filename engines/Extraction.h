@@ -33,6 +33,8 @@ enum class Reason {
 
 /// The reason's name as results and messages print it: "ok", "ok-empty", "no-text-layer", ...
 [[nodiscard]] std::string_view reasonName(Reason reason);
+/// The reason with that name; std::nullopt if there is none.
+[[nodiscard]] std::optional<Reason> reasonNamed(std::string_view name);
 
 enum class PageMarks { off, formFeed };
 enum class CellSeparator { tab, line };

@@ -48,7 +48,7 @@ public:
             const auto found = files_.find(path);
             return found == files_.end() ? std::nullopt : std::optional(found->second);
         };
-        return makePlan(arguments_, destination_, inputs_, {identityOf, "/home"});
+        return makePlan(arguments_, destination_, inputs_, {identityOf, "/home", std::nullopt});
     }
     [[nodiscard]] Names names() const {
         Names names;

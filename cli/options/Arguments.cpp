@@ -1,4 +1,4 @@
-#include "cli/Arguments.h"
+#include "cli/options/Arguments.h"
 
 #include "cli/Paths.h"
 
@@ -43,6 +43,13 @@ std::string setOnce(std::optional<std::string>& setting, std::string_view value,
     return {};
 }
 
+template <class Number>
+bool parseNumber(std::string_view value, Number most, Number& number) {
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, number);
+    return error == std::errc() && stop == end && number <= most;
+}
+
 std::string setOutput(Arguments& arguments, std::string_view value) {
     return setOnce(arguments.output, value, "the output");
 }
@@ -83,16 +90,33 @@ std::string setNoClobber(Arguments& arguments, std::string_view) {
     return {};
 }
 
+std::string setResults(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.results, value, "the file of results");
+}
+
+std::string setResume(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.resumedResults, value, "the file of results to resume");
+}
+
+std::string setRetryFailed(Arguments& arguments, std::string_view) {
+    arguments.retry = Retry::failed;
+    return {};
+}
+
+std::string setShard(Arguments& arguments, std::string_view value) {
+    const std::size_t slash = value.find('/');
+    Shard shard;
+    if (slash == std::string_view::npos || !parseNumber(value.substr(0, slash), kMaximumShards, shard.number) ||
+        !parseNumber(value.substr(slash + 1), kMaximumShards, shard.count) || shard.number == 0 ||
+        shard.number > shard.count)
+        return "the part of the documents must be I/N, such as 2/4, not " + quoted(value);
+    arguments.shard = shard;
+    return {};
+}
+
 std::string setType(Arguments& arguments, std::string_view value) {
     arguments.type = documentKindForExtension(lowered(value));
     return arguments.type ? std::string() : "unknown type " + quoted(value) + ": rtf, rtfd, html or pdf";
-}
-
-template <class Number>
-bool parseNumber(std::string_view value, Number most, Number& number) {
-    const char* const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, number);
-    return error == std::errc() && stop == end && number <= most;
 }
 
 std::string setNumber(unsigned& number, std::string_view value, const std::string& what) {
@@ -235,6 +259,10 @@ constexpr std::array kOptions = {
     Option{"mirror", '\0', Takes::value, setMirrorRoot, About::run},
     Option{"if-exists", '\0', Takes::value, setIfExists, About::run},
     Option{"no-clobber", '\0', Takes::nothing, setNoClobber, About::run},
+    Option{"results", '\0', Takes::value, setResults, About::run},
+    Option{"resume", '\0', Takes::value, setResume, About::run},
+    Option{"retry-failed", '\0', Takes::nothing, setRetryFailed, About::run},
+    Option{"shard", '\0', Takes::value, setShard, About::run},
     Option{"type", 't', Takes::value, setType},
     Option{"in-process", '\0', Takes::nothing, setInProcess, About::run},
     Option{"timeout", '\0', Takes::value, setTimeout, About::run},
@@ -284,6 +312,7 @@ public:
             takeWord(words_[at_++]);
         if (!complaint_.empty()) return UsageError{std::move(complaint_)};
         if (request_) return *request_;
+        if (!arguments_.results) arguments_.results = arguments_.resumedResults;
         if (std::string mistake = mistakeOfTheWhole(); !mistake.empty()) return UsageError{std::move(mistake)};
         return std::move(arguments_);
     }
@@ -303,7 +332,8 @@ private:
     /// Returns the error of options that are valid one by one but not together; empty if there is none.
     [[nodiscard]] std::string mistakeOfTheWhole() const {
         if (arguments_.documentsFrom == DocumentsFrom::requests) {
-            if (!arguments_.explainedPage && arguments_.inputs.empty() && !arguments_.inputList && !arguments_.output)
+            if (!arguments_.explainedPage && arguments_.inputs.empty() && !arguments_.inputList && !arguments_.output &&
+                !arguments_.results)
                 return {};
             return "option '--worker' takes documents from standard input only, and gives their texts on standard "
                    "output";
@@ -324,6 +354,20 @@ private:
         if (arguments_.explainedPage && arguments_.mirrorRoot) return "option '--explain' does not go with '--mirror'";
         if (arguments_.mirrorRoot && arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream)
             return "option '--mirror' needs '-o' and a folder";
+        return mistakeOfResults();
+    }
+
+    [[nodiscard]] std::string mistakeOfResults() const {
+        const bool usesOutput = arguments_.output.value_or(std::string(kStandardStream)) == kStandardStream;
+        if (arguments_.results == kStandardStream && usesOutput)
+            return "option '--results -' needs '-o' and a folder, because the results go to standard output";
+        if (arguments_.resumedResults == kStandardStream) return "option '--resume' needs a file";
+        if (arguments_.resumedResults && usesOutput) return "option '--resume' needs '-o' and a folder";
+        if (arguments_.resumedResults && arguments_.results != arguments_.resumedResults)
+            return "options '--results' and '--resume' name different files";
+        if (arguments_.retry == Retry::failed && !arguments_.isResumed())
+            return "option '--retry-failed' needs '--resume'";
+        if (arguments_.explainedPage && arguments_.results) return "option '--explain' does not go with '--results'";
         return {};
     }
 

@@ -1,4 +1,4 @@
-#include "cli/HelpText.h"
+#include "cli/options/HelpText.h"
 
 namespace quillow::cli {
 
@@ -107,6 +107,7 @@ Exit status:
   141   the reader of standard output is gone; there is no message
 )help";
 
+const std::string_view kVersion = QUILLOW_VERSION;
 const std::string_view kVersionText = "quillow-convert " QUILLOW_VERSION "\n";
 
 } // namespace quillow::cli

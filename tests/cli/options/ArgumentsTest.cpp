@@ -1,4 +1,4 @@
-#include "cli/Arguments.h"
+#include "cli/options/Arguments.h"
 
 #include <gtest/gtest.h>
 
