@@ -53,14 +53,15 @@ double millisecondsSince(std::chrono::steady_clock::time_point begin) {
 } // namespace
 
 /// The extraction; where a password is needed and may be asked for, a second one with it.
-Extraction Converter::extractAsking(InputDocument& input, DocumentKind kind) {
+Extraction Converter::extractAsking(InputDocument& input, DocumentKind kind, unsigned threads) {
     const auto read = [&](const Options& options) {
         if (arguments_.explainedPage) return reader_.explain(input.bytes, kind, *arguments_.explainedPage, options);
         return reader_.read(input.bytes, kind, options);
     };
-    Extraction extraction = read(arguments_.options);
-    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments_.options;
+    options.threads = threads;
+    Extraction extraction = read(options);
+    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
     options.password = prompt_.password();
     return options.password.empty() ? extraction : read(options);
 }
@@ -73,7 +74,7 @@ Result Converter::extracted(InputDocument& input, const PlannedDocument& documen
     Result result;
     // The reader may release the bytes.
     if (sha256_) result.documentHash = sha256_->hexOf(input.bytes.view());
-    Extraction extraction = extractAsking(input, *kind);
+    Extraction extraction = extractAsking(input, *kind, document.threads);
     if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     result.reason = extraction.reason;
     result.detail = std::move(extraction.detail);

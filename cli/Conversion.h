@@ -32,7 +32,7 @@ private:
     [[nodiscard]] std::optional<Result> decidedByExistingText(const PlannedDocument& document) const;
     [[nodiscard]] Result readAndExtract(const PlannedDocument& document);
     [[nodiscard]] Result extracted(InputDocument& input, const PlannedDocument& document);
-    [[nodiscard]] Extraction extractAsking(InputDocument& input, DocumentKind kind);
+    [[nodiscard]] Extraction extractAsking(InputDocument& input, DocumentKind kind, unsigned threads);
     [[nodiscard]] Result written(Result result, const PlannedDocument& document) const;
     /// The name of the text, if a run that was killed has already written it.
     [[nodiscard]] std::optional<std::string> writtenEarlier(const PlannedDocument& document,

@@ -9,16 +9,15 @@
 #include "cli/Program.h"
 #include "cli/Progress.h"
 #include "cli/Report.h"
+#include "cli/Threads.h"
 #include "cli/options/HelpText.h"
 #include "posix/FileDescriptor.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <set>
 #include <string>
-#include <thread>
 
 namespace quillow::cli {
 
@@ -158,14 +157,6 @@ int convertToStandardOutput(const Run& run, std::optional<Sha256> sha256) {
 int failOnStandardOutput(const std::string& why) {
     complain(resultLine("standard output", Reason::unwritable, why));
     return kDestinationUnwritable;
-}
-
-unsigned processors() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
-}
-
-unsigned jobsOf(const Arguments& arguments) {
-    return arguments.jobs > 0 ? arguments.jobs : processors();
 }
 
 int convertAll(const Run& run) {

@@ -21,10 +21,9 @@ Input:
                         its name
   -j, --jobs N          documents read at a time, 1 to 256 (default: one for
                         each processor); the output does not depend on it
-      --threads N       with --in-process, threads that read the pages of one
-                        PDF, 1 to 256 (default: one for each processor if there
-                        is only one document, else 1); the output does not
-                        depend on it. An isolated process has one thread
+      --threads N       threads that read the pages of one PDF, 1 to 256
+                        (default: the last documents of a run share those of -j,
+                        all others have one); the output does not depend on it
 
 Isolation: each document is read in a process that can open no file, no network
 and no other program, so a hostile one harms nothing but itself.
