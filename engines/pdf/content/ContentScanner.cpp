@@ -196,25 +196,29 @@ const char* endOfDictionary(const char* p, const char* end) {
     return nullptr;
 }
 
-Operand ContentScanner::scanLiteral(const char*& p, Operands& operands) const {
+/// Moves `p` behind the string that begins there, and adds its size to `bytes`.
+inline Operand ContentScanner::scanLiteral(const char*& p, std::size_t& bytes) const {
     bool plain = true;
     const char* const begin = p + 1;
     const char* const close = endOfLiteral(begin, end_, plain);
     p = close < end_ ? close + 1 : end_;
-    operands.addStringBytes(static_cast<std::size_t>(close - begin));
+    bytes += static_cast<std::size_t>(close - begin);
     return Operand::ofBytes(plain ? Operand::Kind::plainString : Operand::Kind::escapedString, between(begin, close));
 }
 
-/// No string of the operator has more decoded bytes than half of the content that is left.
-inline Operand ContentScanner::scanHex(const char*& p, Operands& operands) const {
+/// The same. Decodes the string into the room at `to`, and moves `to` behind it.
+inline Operand ContentScanner::scanHex(const char*& p, std::size_t& bytes, char*& to) const {
     const char* const begin = p + 1;
-    char* const bytes = operands.roomForDecoded(static_cast<std::size_t>(end_ - p) / 2 + 1 + kHexOverhang);
-    char* to = bytes;
+    const char* const decoded = to;
     const char* const close = decodeHexString(begin, end_, to);
-    operands.setDecodedEnd(to);
     p = close < end_ ? close + 1 : end_;
-    operands.addStringBytes(static_cast<std::size_t>(close - begin));
-    return Operand::ofBytes(Operand::Kind::plainString, between(bytes, to));
+    bytes += static_cast<std::size_t>(close - begin);
+    return Operand::ofBytes(Operand::Kind::plainString, between(decoded, to));
+}
+
+/// No operator has strings of more decoded bytes than half of the content that is left.
+char* ContentScanner::roomForDecoded(const char* p, Operands& operands) const {
+    return operands.roomForDecoded(static_cast<std::size_t>(end_ - p) / 2 + 1 + kHexOverhang);
 }
 
 const char* ContentScanner::pushDictionary(const char* p, Operands& operands) {
@@ -229,8 +233,21 @@ const char* ContentScanner::pushDictionary(const char* p, Operands& operands) {
 
 /// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing.
 /// Other operators are ignored, because a producer writes Tc inside the arrays of TJ.
+///
+/// Some producers write a string for each letter, so everything that the loop changes is a variable of its own.
 const char* ContentScanner::pushArray(const char* p, Operands& operands) {
     const std::size_t first = operands.itemCount();
+    std::size_t bytes = 0;
+    char* decoded = roomForDecoded(p, operands);
+    auto [item, itemsEnd] = operands.itemRoom();
+    const auto add = [&](const Operand& operand) {
+        if (item == itemsEnd) [[unlikely]] {
+            const auto [next, end] = operands.moreItemRoom(item);
+            item = next;
+            itemsEnd = end;
+        }
+        *item++ = operand;
+    };
     for (bool open = true; open;) {
         switch (startOf(*p)) {
         case Start::blank:
@@ -238,21 +255,21 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
         case Start::number: {
             double value = 0;
             p = scanNumber(p, value);
-            operands.addItem(Operand::ofNumber(value));
+            add(Operand::ofNumber(value));
             break;
         }
-        case Start::string: operands.addItem(scanLiteral(p, operands)); break;
+        case Start::string: add(scanLiteral(p, bytes)); break;
         case Start::angle:
             if (p[1] == '<')
                 p += 2;
             else
-                operands.addItem(scanHex(p, operands));
+                add(scanHex(p, bytes, decoded));
             break;
         case Start::name: {
             const char* const name = ++p;
             while (isRegular(*p))
                 ++p;
-            operands.addItem(Operand::ofBytes(Operand::Kind::name, between(name, p)));
+            add(Operand::ofBytes(Operand::Kind::name, between(name, p)));
             break;
         }
         case Start::comment: p = skipComment(p); break;
@@ -269,7 +286,23 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
         }
         }
     }
+    operands.setItemsEnd(item);
+    operands.setDecodedEnd(decoded);
+    operands.addStringBytes(bytes);
     operands.push(Operand::ofArray(first, operands.itemCount() - first));
+    return p;
+}
+
+const char* ContentScanner::pushString(const char* p, Operands& operands) {
+    std::size_t bytes = 0;
+    if (*p == '(') {
+        operands.push(scanLiteral(p, bytes));
+    } else {
+        char* decoded = roomForDecoded(p, operands);
+        operands.push(scanHex(p, bytes, decoded));
+        operands.setDecodedEnd(decoded);
+    }
+    operands.addStringBytes(bytes);
     return p;
 }
 
@@ -302,13 +335,8 @@ Operator ContentScanner::next(Operands& operands) {
             operands.push(Operand::ofBytes(Operand::Kind::name, between(name, p)));
             break;
         }
-        case Start::string: operands.push(scanLiteral(p, operands)); break;
-        case Start::angle:
-            if (p[1] == '<')
-                p = pushDictionary(p + 2, operands);
-            else
-                operands.push(scanHex(p, operands));
-            break;
+        case Start::string: p = pushString(p, operands); break;
+        case Start::angle: p = p[1] == '<' ? pushDictionary(p + 2, operands) : pushString(p, operands); break;
         case Start::array: p = pushArray(p + 1, operands); break;
         case Start::comment: p = skipComment(p); break;
         case Start::close:

@@ -28,8 +28,10 @@ public:
 private:
     const char* pushArray(const char* p, Operands& operands);
     const char* pushDictionary(const char* p, Operands& operands);
-    [[nodiscard]] Operand scanLiteral(const char*& p, Operands& operands) const;
-    [[nodiscard]] Operand scanHex(const char*& p, Operands& operands) const;
+    const char* pushString(const char* p, Operands& operands);
+    [[nodiscard]] Operand scanLiteral(const char*& p, std::size_t& bytes) const;
+    [[nodiscard]] Operand scanHex(const char*& p, std::size_t& bytes, char*& to) const;
+    [[nodiscard]] char* roomForDecoded(const char* p, Operands& operands) const;
 
     const char* p_ = nullptr;
     const char* end_ = nullptr;

@@ -81,11 +81,23 @@ public:
         stack_[size_++] = operand;
     }
 
-    /// An array's items are added before the array itself is pushed. Those past kMaximumItems are left out.
-    void addItem(const Operand& item) {
-        if (itemCount_ == items_.size() && !growItems()) [[unlikely]]
-            return;
-        items_[itemCount_++] = item;
+    /// Room for items. An array's items are written before the array itself is pushed.
+    struct ItemRoom {
+        Operand* next;
+        Operand* end;
+    };
+    /// Room behind the items so far.
+    [[nodiscard]] ItemRoom itemRoom() { return {items_.data() + itemCount_, items_.data() + items_.size()}; }
+    /// More room behind `end`, up to which items have been written. Those past kMaximumItems are left out: their room
+    /// is always the same.
+    [[nodiscard]] ItemRoom moreItemRoom(const Operand* end) {
+        setItemsEnd(end);
+        if (itemCount_ == items_.size()) items_.resize(std::min(kMaximumItems + 1, 2 * itemCount_ + kCapacity));
+        return itemRoom();
+    }
+    /// The items that have been written end there.
+    void setItemsEnd(const Operand* end) {
+        itemCount_ = std::min(static_cast<std::size_t>(end - items_.data()), kMaximumItems);
     }
     [[nodiscard]] std::size_t itemCount() const { return itemCount_; }
     [[nodiscard]] std::span<const Operand> itemsOf(const Operand& array) const {
@@ -126,12 +138,6 @@ private:
         for (std::size_t i = 0; i < kCapacity / 2; ++i)
             stack_[i] = stack_[i + kCapacity / 2];
         size_ = kCapacity / 2;
-    }
-
-    [[nodiscard]] bool growItems() {
-        if (items_.size() == kMaximumItems) return false;
-        items_.resize(std::min(kMaximumItems, 2 * items_.size() + kCapacity));
-        return true;
     }
 
     std::array<Operand, kCapacity> stack_;
