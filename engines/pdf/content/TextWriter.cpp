@@ -3,6 +3,7 @@
 #include "engines/pdf/content/InlineDictionary.h"
 #include "engines/pdf/content/RunFilter.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quillow::pdf {
@@ -96,22 +97,37 @@ bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
 
 void TextWriter::show(const GraphicsState& state, MarkedContent& marks, std::span<const Operand> items) {
     if (!beginShow(state, marks)) return;
-    for (const Operand& item : items) {
-        if (item.isNumber()) {
-            along_ += item.number * frame_.adjustment;
-        } else if (item.kind == Operand::Kind::plainString) {
-            showString(item.view());
-        } else {
-            string_.clear();
-            appendString(item, string_);
-            showString(string_.view());
-        }
-    }
+    const Font::Codes codes = state.text.font->codes();
+    if (codes == Font::Codes::bytes)
+        showItems<false, Font::Codes::bytes>(items);
+    else if (frame_.isVertical)
+        showItems<true, Font::Codes::mixed>(items);
+    else if (codes == Font::Codes::pairs)
+        showItems<false, Font::Codes::pairs>(items);
+    else
+        showItems<false, Font::Codes::mixed>(items);
     endShow();
 }
 
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showItems(std::span<const Operand> items) {
+    for (const Operand& item : items) {
+        if (item.isNumber()) {
+            along_ += item.number * frame_.adjustment;
+        } else {
+            const bool isPlain = item.kind == Operand::Kind::plainString;
+            showString<isVertical, codes>(isPlain ? item.view() : decoded(item));
+        }
+    }
+}
+
+std::string_view TextWriter::decoded(const Operand& string) {
+    string_.clear();
+    appendString(string, string_);
+    return string_.view();
+}
+
 void TextWriter::endShow() {
-    flush();
     const double moved = (along_ - showStart_) * frame_.toText;
     (frame_.isVertical ? moved_.y : moved_.x) += moved;
 }
@@ -123,22 +139,26 @@ bool TextWriter::goesOn() const {
 }
 
 bool TextWriter::hasRoom(std::size_t codes) {
-    const bool room = page_->glyphs.size() + glyphCount_ + codes <= kMaximumGlyphs &&
-                      page_->text.size() + characterCount_ <= kMaximumCharacters;
+    const bool room = glyphsOfPage_ + glyphCount_ + codes <= kMaximumGlyphs &&
+                      charactersOfPage_ + characterCount_ <= kMaximumCharacters;
     if (!room) isFull_ = true;
     return room;
 }
 
-void TextWriter::showString(std::string_view codes) {
-    if (codes.empty() || !hasRoom(codes.size())) return;
+template <bool isVertical, Font::Codes codes>
+[[gnu::always_inline]] inline void TextWriter::showString(std::string_view bytes) {
+    if (bytes.empty() || !hasRoom(bytes.size())) return;
     if (!goesOn()) openRun();
     if (runMarks_.actualText != 0)
-        showActualText(codes);
-    else if (frame_.isVertical)
-        showGlyphs<true>(codes);
+        showActualText<isVertical, codes>(bytes);
     else
-        showGlyphs<false>(codes);
+        showGlyphs<isVertical, codes>(bytes);
     stringEnd_ = along_;
+}
+
+void TextWriter::countPage() {
+    glyphsOfPage_ = page_->glyphs.size();
+    charactersOfPage_ = page_->text.size();
 }
 
 void TextWriter::flush() {
@@ -146,56 +166,76 @@ void TextWriter::flush() {
     page_->glyphs.insert(page_->glyphs.end(), glyphs_.data(), glyphs_.data() + glyphCount_);
     characterCount_ = 0;
     glyphCount_ = 0;
+    countPage();
 }
 
-template <bool isVertical>
-void TextWriter::showGlyphs(std::string_view codes) {
+/// Adds the characters of the last glyph, which are not just one.
+void TextWriter::addCharacters(std::u32string_view text) {
+    if (characterCount_ + text.size() > glyphCount_ + kMoreCharacters) {
+        flush();
+        if (text.size() > kMoreCharacters) {
+            page_->text.append(text);
+            charactersOfPage_ += text.size();
+            return;
+        }
+    }
+    characterCount_ = static_cast<std::size_t>(
+        std::copy(text.begin(), text.end(), characters_.data() + characterCount_) - characters_.data());
+}
+
+template <bool isVertical, Font::Codes codes>
+[[gnu::always_inline]] inline void TextWriter::showGlyphs(std::string_view bytes) {
     Font& font = *state_->text.font;
-    const char* p = codes.data();
-    const char* const end = p + codes.size();
+    const char* p = bytes.data();
+    const char* const end = p + bytes.size();
     const double advance = frame_.advance;
     const double runStart = runStart_;
     const double characterStep = characterStep_;
     const double wordStep = wordStep_;
     double along = along_;
-    auto textBegin = static_cast<std::uint32_t>(page_->text.size() + characterCount_);
     while (p < end) {
         if (glyphCount_ == kBatch) flush();
-        const FontGlyph& glyph = font.next(p, end);
-        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
-        glyphs_[glyphCount_++] = {textBegin, static_cast<float>(along - runStart), static_cast<float>(width)};
-        if (glyph.text.size() == 1) {
-            characters_[characterCount_++] = glyph.text[0];
-        } else {
-            flush();
-            page_->text.append(glyph.text);
+        Glyph* next = glyphs_.data() + glyphCount_;
+        const Glyph* const limit = glyphs_.data() + kBatch;
+        char32_t* character = characters_.data() + characterCount_;
+        auto textBegin = static_cast<std::uint32_t>(charactersOfPage_ + characterCount_);
+        const FontGlyph* odd = nullptr; // one that does not have one character
+        while (odd == nullptr && p < end && next < limit) {
+            const FontGlyph& glyph = font.next<codes>(p, end);
+            const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
+            *next++ = {textBegin++, static_cast<float>(along - runStart), static_cast<float>(width)};
+            along += width + characterStep;
+            if (glyph.isWordSpace) along += wordStep;
+            if (glyph.text.size() == 1) [[likely]]
+                *character++ = glyph.text[0];
+            else
+                odd = &glyph;
         }
-        textBegin += static_cast<std::uint32_t>(glyph.text.size());
-        along += width + characterStep;
-        if (glyph.isWordSpace) along += wordStep;
+        glyphCount_ = static_cast<std::size_t>(next - glyphs_.data());
+        characterCount_ = static_cast<std::size_t>(character - characters_.data());
+        if (odd != nullptr) addCharacters(odd->text);
     }
     along_ = along;
 }
 
 /// The first glyph of the span has all of its characters (14.9.4), and the others have none.
-void TextWriter::showActualText(std::string_view codes) {
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showActualText(std::string_view bytes) {
     flush();
     const std::size_t firstGlyph = page_->glyphs.size();
     const std::size_t textBegin = page_->text.size();
-    if (frame_.isVertical)
-        showGlyphs<true>(codes);
-    else
-        showGlyphs<false>(codes);
+    showGlyphs<isVertical, codes>(bytes);
     flush();
     page_->text.resize(textBegin);
     page_->text += marks_->takeActualText();
     for (std::size_t i = firstGlyph + 1; i < page_->glyphs.size(); ++i)
         page_->glyphs[i].text = static_cast<std::uint32_t>(page_->text.size());
+    countPage();
 }
 
 void TextWriter::openRun() {
-    flush();
     endRun();
+    countPage();
     isOpen_ = true;
     runStart_ = along_;
     runFrame_ = frame_;
@@ -220,6 +260,7 @@ void TextWriter::openRun() {
 void TextWriter::endRun() {
     if (!isOpen_) return;
     isOpen_ = false;
+    flush();
     run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;
     const bool isNowhere =
         !isSane(run_.origin.x) || !isSane(run_.origin.y) || !isSane(run_.fontSize) || !isSane(stringEnd_ - runStart_);
