@@ -4,7 +4,6 @@
 #include "engines/pdf/layout/Letter.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace quillow::pdf {
 
@@ -35,7 +34,7 @@ void PlainLineWriter::makeRoom(std::span<const std::uint32_t> spans) {
 template <bool notesGaps>
 PlainLineWriter::Outcome PlainLineWriter::addSpan(const Span& span, Pen& pen) {
     const LetterFacts& facts = span.letters;
-    if (!facts.isPlain || (notesGaps ? facts.hasBlanks : facts.hasGaps))
+    if (!facts.isPlain || (!notesGaps && facts.hasGaps))
         return addGlyphs<notesGaps>(span, span.glyphCount, pen);
     // The first letter is compared with what is before it.
     const bool beginsWithBlank = page_.text[textBegin(page_, span.firstGlyph)] == U' ';
@@ -63,29 +62,36 @@ void PlainLineWriter::addPlain(const Span& span, std::size_t first, Pen& pen) {
     pen.letterSize = span.size;
 }
 
-/// Notes the gaps of a plain span without blanks, before it is added: that before its glyph `first`, and those behind.
+/// Notes the gaps of a plain span, before it is added: that before its glyph `first`, and those behind.
 void PlainLineWriter::addGaps(const Span& span, std::size_t first, Pen& pen) {
     const Glyph* const glyphs = page_.glyphs.data() + span.firstGlyph;
     const char32_t* const text = page_.text.data() + glyphs->text;
-    const std::size_t count = span.glyphCount - first;
-    float* const widths = gapWidths_.data() + pen.gap;
+    float* const widths = gapWidths_.data();
+    std::uint8_t* const areBetweenLetters = gapsAreBetweenLetters_.data();
+    std::uint32_t* const places = places_.data();
+    auto place = static_cast<std::uint32_t>(pen.character - characters_.data());
+    std::size_t gap = pen.gap;
     float right = pen.right;
-    float widest = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const Glyph& glyph = glyphs[first + i];
+    float widestBlank = 0;
+    bool isBehindBlank = false;
+    bool isBehindLetter = isAlphabetic(text[first - 1]);
+    for (std::size_t i = first; i < span.glyphCount; ++i, ++place) {
+        const Glyph& glyph = glyphs[i];
         const float left = span.start + glyph.offset;
-        const float width = (left - right) / span.size;
+        const bool isBlank = text[i] == U' ';
+        const bool isLetter = isAlphabetic(text[i]);
+        widths[gap] = (left - right) / span.size;
+        areBetweenLetters[gap] = isBehindLetter && isLetter ? 1 : 0;
+        places[gap] = place;
+        gap += isBlank || isBehindBlank ? 0 : 1;
         right = left + glyph.width;
-        widest = std::max(widest, width);
-        widths[i] = width;
+        if (isBlank) widestBlank = std::max(widestBlank, right - left);
+        isBehindBlank = isBlank;
+        isBehindLetter = isLetter;
     }
-    pen.mayHaveGaps = pen.mayHaveGaps || widest >= kNoBlank;
-    std::uint8_t* const areBetweenLetters = gapsAreBetweenLetters_.data() + pen.gap;
-    for (std::size_t i = 0; i < count; ++i)
-        areBetweenLetters[i] = isAlphabetic(text[first + i - 1]) && isAlphabetic(text[first + i]) ? 1 : 0;
-    std::uint32_t* const places = places_.data() + pen.gap;
-    std::iota(places, places + count, static_cast<std::uint32_t>(pen.character - characters_.data()));
-    pen.gap += count;
+    pen.gap = gap;
+    pen.mayHaveGaps = pen.mayHaveGaps || span.letters.hasGaps;
+    if (widestBlank > pen.drawnBlank * span.size) pen.drawnBlank = widestBlank / span.size;
 }
 
 /// Adds the first letters of a span.
