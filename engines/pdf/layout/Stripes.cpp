@@ -1,5 +1,7 @@
 #include "engines/pdf/layout/Stripes.h"
 
+#include <algorithm>
+
 namespace quillow::pdf {
 
 std::vector<Stripe> freeStripes(std::span<const Edge> edges, float crossing, float width) {
@@ -19,6 +21,36 @@ std::vector<Stripe> freeStripes(std::span<const Edge> edges, float crossing, flo
         }
     }
     return stripes;
+}
+
+void Coverage::add(float left, float right) {
+    if (!(left < right)) return;
+    const auto first = std::lower_bound(covered_.begin(), covered_.end(), left,
+                                        [](const Interval& interval, float x) { return interval.right < x; });
+    if (first == covered_.end() || right < first->left) {
+        covered_.insert(first, {left, right});
+        return;
+    }
+    auto end = first;
+    for (; end != covered_.end() && end->left <= right; ++end)
+        right = std::max(right, end->right);
+    *first = {std::min(left, first->left), right};
+    covered_.erase(first + 1, end);
+}
+
+std::vector<Stripe> Coverage::stripes(float width) const {
+    std::vector<Stripe> stripes;
+    for (std::size_t i = 1; i < covered_.size(); ++i)
+        if (covered_[i].left - covered_[i - 1].right > width)
+            stripes.push_back({covered_[i - 1].right, covered_[i].left});
+    return stripes;
+}
+
+std::size_t Coverage::stripeCount(float width) const {
+    std::size_t count = 0;
+    for (std::size_t i = 1; i < covered_.size(); ++i)
+        count += covered_[i].left - covered_[i - 1].right > width ? 1 : 0;
+    return count;
 }
 
 std::size_t columnOf(float left, float right, std::span<const Stripe> stripes) {
