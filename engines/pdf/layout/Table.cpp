@@ -184,20 +184,15 @@ private:
         std::size_t multiples = 1;
         float size = bands_[begin].size;
         std::size_t lines = 0;
-        coverage_.clear();
-        events_.clear();
+        coverage_.reset(crossingIn(std::min(kMostBands, bands_.size() - begin)));
         const auto add = [&](const Band& band) {
             lines += band.lines.size();
-            if (mayCross(multiples))
-                addEvents(band);
-            else
-                for (const std::uint32_t line : band.lines)
-                    coverage_.add(lines_[line].left, lines_[line].right);
+            for (const std::uint32_t line : band.lines)
+                coverage_.add(lines_[line].left, lines_[line].right);
         };
         const auto stripesSoFar = [&] {
             work_ += 2 * lines;
-            if (!mayCross(multiples)) return coverage_.stripeCount(kLeastStripe * size);
-            return freeStripes(events_, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size).size();
+            return coverage_.stripeCount(crossingIn(multiples), kLeastStripe * size);
         };
         add(bands_[begin]);
         std::size_t columns = stripesSoFar();
@@ -209,9 +204,6 @@ private:
             }
             ++multiples;
             size = std::max(size, bands_[i].size);
-            if (mayCross(multiples) && events_.empty())
-                for (std::size_t k = begin; k < i; ++k)
-                    if (bands_[k].isMultiple()) addEvents(bands_[k]);
             add(bands_[i]);
             const std::size_t now = stripesSoFar();
             if (now == 0 || (now < columns && columns > 1 && now < bands_[i].lines.size() - 1)) break;
@@ -287,24 +279,13 @@ private:
         return false;
     }
 
-    /// Whether a line of so many bands may reach over a stripe.
-    [[nodiscard]] static bool mayCross(std::size_t multiples) {
-        return kCrossingShare * static_cast<float>(multiples) >= 1;
-    }
-
-    /// Adds the ends of a band's lines to the sorted events.
-    void addEvents(const Band& band) {
-        const auto add = [this](Edge event) {
-            events_.insert(std::upper_bound(events_.begin(), events_.end(), event), event);
-        };
-        for (const std::uint32_t line : band.lines) {
-            add({lines_[line].left, 1});
-            add({lines_[line].right, -1});
-        }
+    /// How many lines of so many bands may reach over a stripe.
+    [[nodiscard]] static std::size_t crossingIn(std::size_t multiples) {
+        return static_cast<std::size_t>(kCrossingShare * static_cast<float>(multiples));
     }
 
     /// The free stripes between the columns of some bands.
-    [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) const {
+    [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) {
         std::size_t multiples = 0;
         std::size_t lines = 0;
         float size = 0;
@@ -315,25 +296,14 @@ private:
             lines += bands_[i].lines.size();
         }
         work_ += lines;
-        const auto forEachLine = [&](auto use) {
-            for (std::size_t i = begin; i < end; ++i)
-                if (bands_[i].isMultiple())
-                    for (const std::uint32_t line : bands_[i].lines)
-                        use(lines_[line]);
-        };
-        if (!mayCross(multiples)) {
-            Coverage coverage;
-            forEachLine([&coverage](const Line& line) { coverage.add(line.left, line.right); });
-            return coverage.stripes(kLeastStripe * size);
+        const std::size_t crossing = crossingIn(multiples);
+        Coverage coverage(crossing);
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!bands_[i].isMultiple()) continue;
+            for (const std::uint32_t line : bands_[i].lines)
+                coverage.add(lines_[line].left, lines_[line].right);
         }
-        std::vector<Edge> events;
-        events.reserve(2 * lines);
-        forEachLine([&events](const Line& line) {
-            events.emplace_back(line.left, 1);
-            events.emplace_back(line.right, -1);
-        });
-        std::sort(events.begin(), events.end());
-        return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
+        return coverage.stripes(crossing, kLeastStripe * size);
     }
 
     /// Whether the bands of a region are rows of a table, and not columns of text or a list.
@@ -477,11 +447,9 @@ private:
     std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<std::optional<bool>> isNumeric_; ///< whether the text of a line is, as far as it is known
-    // Of a growing region:
-    Coverage coverage_;        ///< as long as no line may reach over a stripe
-    std::vector<Edge> events_; ///< then, where lines begin (1) and end (-1)
+    Coverage coverage_{0};                       ///< of a growing region
     std::vector<Table> tables_;
-    mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
+    std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
 
 } // namespace
