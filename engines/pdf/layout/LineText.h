@@ -48,7 +48,8 @@ private:
     Evidence* evidence_;
     PlainLineWriter plain_;
     std::vector<Letter> letters_;
-    std::vector<Gap> gaps_;
+    std::vector<float> gapWidths_;
+    std::vector<std::uint8_t> gapsAreBetweenLetters_;
     Underscores underscores_;
     MixedLine mixed_;
     bool hasRightToLeft_ = false;
