@@ -154,8 +154,8 @@ private:
         sort(blocks.subspan(cut.count), depth - 1);
     }
 
-    /// A block that goes on above or below all blocks beside it is in the way of a cut: it is parted at the stripe where
-    /// they begin or end. Returns the blocks of the region then, and nothing if there is no such block.
+    /// A block that goes on above or below all blocks beside it is in the way of a cut: it is parted at the stripe
+    /// where they begin or end. Returns the blocks of the region then, and nothing if there is no such block.
     [[nodiscard]] std::vector<std::uint32_t> withOneParted(std::span<const std::uint32_t> blocks) {
         if (source_ == TextSource::recogniser) return {};
         struct Part {
