@@ -182,7 +182,7 @@ private:
             }
         }
         if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
-        std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        std::vector<std::uint32_t> order = readingOrder(items, sourceOfText(), evidence_);
         if (evidence_ != nullptr) evidence_->setMirrored(false);
         placeMarginNotes(items, order);
         for (const std::uint32_t item : order) {
@@ -193,6 +193,13 @@ private:
                 addLine(source);
             }
         }
+    }
+
+    /// The text layer of a scan is invisible.
+    [[nodiscard]] TextSource sourceOfText() const {
+        const auto isInvisible = [this](const Span& span) { return (page_.runs[span.run].flags & kInvisible) != 0; };
+        return std::all_of(orientation_.spans.begin(), orientation_.spans.end(), isInvisible) ? TextSource::recogniser
+                                                                                              : TextSource::program;
     }
 
     /// A table is read from the side of its letters; one without letters from the side of its page.
