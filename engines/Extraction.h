@@ -61,8 +61,8 @@ struct Options {
     /// the same whatever their number.
     unsigned threads = 1;
     RunTogether runTogether; ///< where those threads come from; if empty, they are started for the document
-    PageSelection pages;  ///< of a PDF; RTF and HTML have no pages that could be told apart
-    std::string password; ///< in UTF-8, for PDFs that the empty password does not open
+    PageSelection pages;     ///< of a PDF; RTF and HTML have no pages that could be told apart
+    std::string password;    ///< in UTF-8, for PDFs that the empty password does not open
 };
 
 /// What was lost on the way from the document to its text.

@@ -11,8 +11,8 @@ namespace quillow::worker {
 enum class LandlockUse { whereAvailable, off };
 
 struct LockSettings {
-    std::size_t memory = 0;                             ///< bytes of address space; 0: no limit
-    unsigned processorTime = 0;                         ///< seconds until SIGXCPU; 0: no limit
+    std::size_t memory = 0;     ///< bytes of address space; 0: no limit
+    unsigned processorTime = 0; ///< seconds until SIGXCPU; 0: no limit
     unsigned threads = 1;
     LandlockUse landlock = LandlockUse::whereAvailable; ///< off for tests of systems without it
 };

@@ -6,8 +6,8 @@
 #include "worker/Wire.h"
 
 #include <arpa/inet.h>
-#include <sched.h>
 #include <fcntl.h>
+#include <sched.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/ptrace.h>

@@ -79,8 +79,8 @@ std::string longPdf(int pages) {
         kids += number + " 0 R ";
         objects += number + " 0 obj<</Type/Page/Parent 2 0 R/Contents " + content + " 0 R>>endobj\n";
         const std::string text = "BT /F 10 Tf 10 700 Td (Page " + std::to_string(page) + ") Tj ET";
-        objects += content + " 0 obj<</Length " + std::to_string(text.size()) + ">>stream\n" + text +
-                   "\nendstream endobj\n";
+        objects +=
+            content + " 0 obj<</Length " + std::to_string(text.size()) + ">>stream\n" + text + "\nendstream endobj\n";
     }
     return "%PDF-1.7\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
            "2 0 obj<</Type/Pages/MediaBox[0 0 600 800]/Resources<</Font<</F 3 0 R>>>>/Count " +
