@@ -132,14 +132,23 @@ Result Converter::written(Result result, const PlannedDocument& document) const 
     }
     const IfExists ifExists = arguments_.ifExists;
     const bool replaces = ifExists == IfExists::overwrite || ifExists == IfExists::newer;
-    const auto failure = folder_->write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
-    // Another program created the file while the document was read: skip applies to it too.
-    if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
-        return withoutText(std::move(result), Reason::skipped, *document.textName + " already exists");
-    if (failure) return withoutText(std::move(result), Reason::unwritable, *document.textName + ": " + failure->detail);
-    result.textName = document.textName;
+    auto text = folder_->write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
     result.text.reset();
+    if (const auto* const failure = std::get_if<OutputFailure>(&text))
+        return named(document, std::move(result), *failure);
+    result.textName = document.textName;
+    result.unnamed = std::move(std::get<std::shared_ptr<UnnamedText>>(text));
     return result;
+}
+
+Result Converter::named(const PlannedDocument& document, Result result,
+                        const std::optional<OutputFailure>& failure) const {
+    if (!failure) return result;
+    result.textName.reset();
+    // Another program created the file while the document was read: skip applies to it too.
+    if (failure->nameIsInUse && arguments_.ifExists == IfExists::skip)
+        return withoutText(std::move(result), Reason::skipped, *document.textName + " already exists");
+    return withoutText(std::move(result), Reason::unwritable, *document.textName + ": " + failure->detail);
 }
 
 Result Converter::convertUnguarded(const PlannedDocument& document) {

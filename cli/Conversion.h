@@ -23,9 +23,13 @@ public:
         , folder_(outputFolder)
         , sha256_(sha256) {}
 
-    /// Reads the document, extracts its text and writes it. Does not throw if memory runs out. May be called from
-    /// several threads at once.
+    /// Reads the document, extracts its text and writes it to a file, which has no name yet. Does not throw if memory
+    /// runs out. May be called from several threads at once.
     [[nodiscard]] Result convert(const PlannedDocument& document);
+
+    /// The result when the text has its name, or when it did not get it.
+    [[nodiscard]] Result named(const PlannedDocument& document, Result result,
+                               const std::optional<OutputFailure>& failure) const;
 
 private:
     [[nodiscard]] Result convertUnguarded(const PlannedDocument& document);

@@ -176,8 +176,9 @@ int convertDocuments(Arguments arguments) {
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
     shareThreads(arguments, plan);
-    // In this process one document has all threads, or each of several has one, unless the user wants more.
-    shareMemoryWhereLimited(jobsOf(arguments) * std::max(arguments.threads, 1U));
+    // In this process one document has all threads, or each of several has one, unless the user wants more. One more
+    // thread delivers.
+    shareMemoryWhereLimited(jobsOf(arguments) * std::max(arguments.threads, 1U) + 1);
     return convertAll({arguments, destination, plan, reader, results ? &*results : nullptr});
 }
 

@@ -9,10 +9,12 @@
 #include "cli/Program.h"
 #include "cli/Progress.h"
 #include "cli/Report.h"
+#include "cli/TextGroup.h"
 #include "cli/Threads.h"
 #include "cli/options/HelpText.h"
 #include "posix/FileDescriptor.h"
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -111,6 +113,14 @@ private:
     std::optional<ResultsFailure> unwritten_;
 };
 
+/// Each text that waits for its name is an open file.
+void raiseLimitOfFiles() {
+    rlimit limits{};
+    if (::getrlimit(RLIMIT_NOFILE, &limits) != 0) return;
+    limits.rlim_cur = limits.rlim_max;
+    static_cast<void>(::setrlimit(RLIMIT_NOFILE, &limits));
+}
+
 int convertToFolder(const Run& run, std::optional<Sha256> sha256) {
     const Destination& destination = run.destination;
     const auto missing =
@@ -123,9 +133,14 @@ int convertToFolder(const Run& run, std::optional<Sha256> sha256) {
     Converter converter(run.arguments, run.reader, &folder, sha256);
     Account account(run);
     const auto& documents = run.plan.documents;
+    TextGroup group([&folder] { return folder.syncTogether(); },
+                    [&](std::size_t i, Result result, const std::optional<OutputFailure>& failure) {
+                        return account.add(documents[i], converter.named(documents[i], std::move(result), failure));
+                    });
+    raiseLimitOfFiles();
     runBatch(
         documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
-        [&](std::size_t i, const Result& result) { return account.add(documents[i], result); });
+        [&](std::size_t i, Result result, Following following) { return group.add(i, std::move(result), following); });
     const int exitCode = account.finish();
     if (const auto failure = folder.sync()) return failOnFolder(destination.folder, *failure);
     return exitCode;
@@ -138,7 +153,7 @@ int convertToStandardOutput(const Run& run, std::optional<Sha256> sha256) {
     const auto& documents = run.plan.documents;
     runBatch(
         documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
-        [&](std::size_t i, const Result& result) {
+        [&](std::size_t i, const Result& result, Following) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();
                 broken = lastError();
