@@ -75,8 +75,6 @@ public:
         , onlyAbout_(onlyAbout) {
         app_.set_help_flag();
         app_.allow_extras(); // the names of files
-        for (const Option& option : optionTable())
-            add(option);
     }
 
     /// Throws an Ending.
@@ -86,6 +84,7 @@ public:
         const auto end = std::find(words.begin(), words.end(), "--");
         const auto names = words.subspan(static_cast<std::size_t>(std::min(end + 1, words.end()) - words.begin()));
         std::vector<std::string> reversed = prepared({words.begin(), end});
+        addOptions(reversed);
         std::reverse(reversed.begin(), reversed.end());
         try {
             app_.parse(std::move(reversed));
@@ -102,6 +101,17 @@ public:
     }
 
 private:
+    /// To learn all options takes the library more instructions than the rest of a small run, so it learns only those
+    /// that may be given.
+    void addOptions(const std::vector<std::string>& words) {
+        std::string dashed;
+        for (const std::string& word : words)
+            if (word.starts_with('-')) dashed += word;
+        for (const Option& option : optionTable())
+            if (dashed.find(option.name) != std::string::npos || dashed.find(option.letter) != std::string::npos)
+                add(option);
+    }
+
     void add(const Option& option) {
         const std::string letter = option.letter == '\0' ? std::string() : std::string{'-', option.letter, ','};
         const std::string names = letter + "--" + std::string(option.name);
