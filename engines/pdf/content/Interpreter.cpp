@@ -219,12 +219,12 @@ void Interpreter::callXObject() {
     static_cast<void>(enterForm(forms_.formOf(*stream)));
 }
 
-void Interpreter::showForm(Form& form, const Matrix& toPage, std::uint8_t flags) {
+void Interpreter::showForm(Form& form, const Matrix& toPage, std::uint8_t flags, Clipping clipping) {
     restoreStatesTo(0);
     marks_.endTo(0);
     state_ = {};
     state_.toPage = toPage;
-    writer_.setFlags(flags);
+    writer_.setFlags(flags, clipping);
     writer_.beginObject();
     if (enterForm(form)) {
         run(depth_);

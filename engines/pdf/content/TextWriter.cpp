@@ -27,15 +27,17 @@ Point pointOf(Vector v) {
 void TextWriter::beginPage(Page& page) {
     page_ = &page;
     flags_ = 0;
+    clipping_ = Clipping::on;
     isFull_ = false;
     isOpen_ = false;
     frameIsCurrent_ = false;
     setMatrix({});
 }
 
-void TextWriter::setFlags(std::uint8_t flags) {
+void TextWriter::setFlags(std::uint8_t flags, Clipping clipping) {
     endRun();
     flags_ = flags;
+    clipping_ = clipping;
 }
 
 void TextWriter::setMatrix(const Matrix& matrix) {
@@ -319,7 +321,7 @@ void TextWriter::endRun() {
         page_->glyphs.resize(run_.firstGlyph);
         return;
     }
-    dropUnseenGlyphs(*page_, run_, runClip_);
+    dropUnseenGlyphs(*page_, run_, clipping_ == Clipping::on ? runClip_ : kEverything);
     if (run_.glyphCount > 0) page_->runs.push_back(run_);
 }
 

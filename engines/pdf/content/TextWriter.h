@@ -27,6 +27,9 @@ inline constexpr std::size_t kMaximumGlyphs = 1'000'000;
 /// Characters of a page: an ActualText may be shown again and again.
 inline constexpr std::size_t kMaximumCharacters = 4'000'000;
 
+/// Whether glyphs that the content clips away are left out.
+enum class Clipping : bool { off, on };
+
 class TextWriter {
 public:
     /// `page` is empty but for its crop box.
@@ -34,8 +37,8 @@ public:
     /// Ends the run that is being written. Must be called after the last one.
     void endRun();
 
-    /// Flags for everything that is shown from now on, beside those of the marks.
-    void setFlags(std::uint8_t flags);
+    /// Flags for everything that is shown from now on, beside those of the marks, and whether it is clipped.
+    void setFlags(std::uint8_t flags, Clipping clipping = Clipping::on);
 
     /// BT, Tm and Td. Positions are in text space.
     void beginObject() { setMatrix({}); }
@@ -98,6 +101,7 @@ private:
 
     Page* page_ = nullptr;
     std::uint8_t flags_ = 0;
+    Clipping clipping_ = Clipping::on;
     bool isFull_ = false;
 
     Matrix line_;  ///< text line matrix

@@ -5,13 +5,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <vector>
+#include <span>
 
 namespace quillow::pdf {
 
 /// Lines at one height, from left to right.
 struct Band {
-    std::vector<std::uint32_t> lines;
+    std::span<const std::uint32_t> lines;
     float bottom = 0;
     float top = 0;
     float size = 0;

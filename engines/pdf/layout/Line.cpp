@@ -1,10 +1,11 @@
 #include "engines/pdf/layout/Line.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <tuple>
-#include <unordered_map>
 
 namespace quillow::pdf {
 
@@ -82,42 +83,125 @@ void extend(Line& line, const Item& item) {
     line.top = item.top;
 }
 
+/// The lines of each band of heights, in the order in which they were added. A hash table with open addressing: pages
+/// may be of any height.
+class BandIndex {
+public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    /// Adds the line with the next number.
+    void add(float baseline) {
+        if (2 * used_ >= slots_.size()) grow();
+        const int band = bandOf(baseline);
+        Slot& slot = slots_[placeOf(band)];
+        if (slot.latest == kNone) {
+            slot.band = band;
+            ++used_;
+        }
+        before_.push_back(slot.latest);
+        slot.latest = static_cast<std::uint32_t>(before_.size() - 1);
+    }
+
+    [[nodiscard]] std::size_t size() const { return before_.size(); }
+
+    static int bandOf(float baseline) {
+        constexpr float kFarthest = 1e6F;
+        return static_cast<int>(std::floor(std::clamp(baseline, -kFarthest, kFarthest) / kBand));
+    }
+
+    /// The latest lines of a band, the earliest of them first. Valid until the next call.
+    [[nodiscard]] std::span<const std::uint32_t> latestOf(int band) {
+        if (slots_.empty()) return {};
+        std::size_t first = latest_.size();
+        for (std::uint32_t line = slots_[placeOf(band)].latest; line != kNone && first > 0; line = before_[line])
+            latest_[--first] = line;
+        return std::span(latest_).subspan(first);
+    }
+
+private:
+    struct Slot {
+        int band = 0;
+        std::uint32_t latest = kNone;
+    };
+
+    /// The slot of a band, or the free one where it would be.
+    [[nodiscard]] std::size_t placeOf(int band) const {
+        constexpr std::uint32_t kFactor = 0x9E3779B9; // spreads neighbours: 2 to the power of 32 by the golden ratio
+        std::size_t place = (static_cast<std::uint32_t>(band) * kFactor) >> shift_;
+        while (slots_[place].latest != kNone && slots_[place].band != band)
+            place = (place + 1) % (std::size_t{1} << (kBits - shift_));
+        return place;
+    }
+
+    void grow() {
+        --shift_;
+        std::vector<Slot> slots(std::size_t{1} << (kBits - shift_));
+        slots.swap(slots_);
+        for (const Slot& slot : slots)
+            if (slot.latest != kNone) slots_[placeOf(slot.band)] = slot;
+    }
+
+    static constexpr std::uint32_t kBits = 32;
+    std::uint32_t shift_ = 26;
+    std::vector<Slot> slots_; ///< as many as there are numbers of 32 bits without the last `shift_`
+    std::size_t used_ = 0;
+    std::vector<std::uint32_t> before_; ///< for each line, the one before it in its band
+    std::array<std::uint32_t, kMostLooked> latest_{};
+};
+
 class LineBuilder {
 public:
     explicit LineBuilder(const Orientation& orientation)
         : orientation_(orientation) {}
 
     Lines build() && {
-        lineOf_.reserve(orientation_.spans.size());
+        const std::size_t most = orientation_.spans.size();
+        lineOf_.reserve(most);
+        lines_.reserve(most);
+        growths_.reserve(most);
         for (const Span& span : orientation_.spans)
             lineOf_.push_back(add(span));
-        mergeOverlapping();
+        if (!areBelowOneAnother()) mergeOverlapping();
         return collect();
     }
 
 private:
+    /// What is known of a line that is not complete.
+    struct Growth {
+        float firstBaseline = 0;    ///< of its first span
+        std::uint32_t lastSpan = 0; ///< that joined it
+        bool mayBeDropCap = false;  ///< it is a single span of few letters
+    };
+
     /// Returns the line that the span joins.
     std::uint32_t add(const Span& span) {
         if (current_ < lines_.size() && belongsTo(lines_[current_], span, kWideGap) && !isBelowLast(current_, span))
             return join(span);
         current_ = earlierLine(span);
         if (current_ < lines_.size()) return join(span);
-        last_.push_back(span);
+        growths_.push_back({span.baseline, indexOf(span), span.glyphCount <= kDropCap});
         Line& line = lines_.emplace_back();
-        mayBeDropCap_.push_back(span.glyphCount <= kDropCap);
         line.left = span.left;
         line.right = span.right;
         line.baseline = span.baseline;
         line.bottom = span.bottom;
         line.top = span.top;
         line.size = span.size;
-        bands_[bandOf(span.baseline)].push_back(current_);
+        lowerLowest(line);
         return current_;
+    }
+
+    [[nodiscard]] std::uint32_t indexOf(const Span& span) const {
+        return static_cast<std::uint32_t>(&span - orientation_.spans.data());
+    }
+
+    void lowerLowest(const Line& line) {
+        if (!(line.bottom >= lowest_)) lowest_ = line.bottom;
     }
 
     /// Whether the span is another line of small text beside a drop cap or a large figure.
     [[nodiscard]] bool isBelowLast(std::uint32_t line, const Span& span) const {
-        const Span& last = last_[line];
+        const Span& last = orientation_.spans[growths_[line].lastSpan];
         if (std::max(last.size, span.size) >= kSameSize * lines_[line].size) return false;
         const float common = std::min(last.right, span.right) - std::max(last.left, span.left);
         return common > kLongestScript * span.size &&
@@ -127,65 +211,74 @@ private:
     /// Adds the span to the current line.
     std::uint32_t join(const Span& span) {
         Line& line = lines_[current_];
+        Growth& growth = growths_[current_];
         // The line of a drop cap has the place of the small letters beside it.
-        if (mayBeDropCap_[current_] && line.size > kMuchLarger * span.size && span.left >= line.left) line.size = 0;
-        mayBeDropCap_[current_] = false;
+        if (growth.mayBeDropCap && line.size > kMuchLarger * span.size && span.left >= line.left) line.size = 0;
+        growth.mayBeDropCap = false;
         extend(line, span);
-        last_[current_] = span;
+        growth.lastSpan = indexOf(span);
+        lowerLowest(line);
         return current_;
     }
 
     /// A line that the span lies in or touches; the number of lines if there is none.
-    [[nodiscard]] std::uint32_t earlierLine(const Span& span) const {
-        const int band = bandOf(span.baseline);
+    [[nodiscard]] std::uint32_t earlierLine(const Span& span) {
         auto best = static_cast<std::uint32_t>(lines_.size());
+        if (span.top <= lowest_) return best; // below all of them, as most lines are
+        while (bands_.size() < lines_.size())
+            bands_.add(growths_[bands_.size()].firstBaseline);
+        const int band = BandIndex::bandOf(span.baseline);
         float bestGap = 0;
         for (int near = band - 1; near <= band + 1; ++near) {
-            const auto found = bands_.find(near);
-            if (found == bands_.end()) continue;
-            const std::vector<std::uint32_t>& entries = found->second;
-            for (std::size_t i = entries.size() - std::min(entries.size(), kMostLooked); i < entries.size(); ++i) {
-                const Line& line = lines_[entries[i]];
-                if (!belongsTo(line, span, kLateGap) || isBelowLast(entries[i], span)) continue;
+            for (const std::uint32_t entry : bands_.latestOf(near)) {
+                const Line& line = lines_[entry];
+                if (!belongsTo(line, span, kLateGap) || isBelowLast(entry, span)) continue;
                 const float gap = gapBetween(line, span);
                 if (best != lines_.size() && gap >= bestGap) continue;
-                best = entries[i];
+                best = entry;
                 bestGap = gap;
             }
         }
         return best;
     }
 
+    /// Whether each line has a lower baseline than the line before it. Then none have grown together.
+    [[nodiscard]] bool areBelowOneAnother() const {
+        for (std::size_t i = 1; i < lines_.size(); ++i)
+            if (!(lines_[i].baseline < lines_[i - 1].baseline)) return false;
+        return true;
+    }
+
     /// Joins lines that have grown together: some producers draw the blanks and commas of a line first.
     void mergeOverlapping() {
         std::vector<std::uint32_t> order(lines_.size());
         std::iota(order.begin(), order.end(), 0);
-        target_ = order;
+        std::vector<std::uint32_t> target = order; // the line that each line has been joined to
         std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
             const Line& x = lines_[a];
             const Line& y = lines_[b];
             return std::tuple(x.baseline, x.left, a) < std::tuple(y.baseline, y.left, b);
         });
         for (std::size_t i = 1; i < order.size(); ++i) {
-            const std::uint32_t before = target_[order[i - 1]];
+            const std::uint32_t before = target[order[i - 1]];
             const Line& line = lines_[order[i]];
             if (lines_[before].baseline != line.baseline || !haveSameSize(lines_[before], line) ||
                 !belongsTo(lines_[before], line, kLateGap))
                 continue;
             const auto [first, second] = std::minmax(before, order[i]);
             extend(lines_[first], lines_[second]);
-            target_[before] = target_[order[i - 1]] = target_[order[i]] = first;
+            target[before] = target[order[i - 1]] = target[order[i]] = first;
         }
+        for (std::uint32_t& line : target)
+            line = target[line]; // a line is joined to an earlier one
+        for (std::uint32_t& line : lineOf_)
+            line = target[line];
     }
 
     /// Lists the spans of each line.
     Lines collect() {
-        for (std::uint32_t& target : target_)
-            target = target_[target]; // a line is joined to an earlier one
-        for (std::uint32_t& line : lineOf_) {
-            line = target_[line];
+        for (const std::uint32_t line : lineOf_)
             ++lines_[line].spanCount;
-        }
         Lines found;
         std::uint32_t first = 0;
         for (Line& line : lines_) {
@@ -203,19 +296,13 @@ private:
         return found;
     }
 
-    static int bandOf(float baseline) {
-        constexpr float kFarthest = 1e6F;
-        return static_cast<int>(std::floor(std::clamp(baseline, -kFarthest, kFarthest) / kBand));
-    }
-
     const Orientation& orientation_;
     std::vector<Line> lines_;
-    std::vector<Span> last_;            ///< of each line, what joined it last
-    std::vector<bool> mayBeDropCap_;    ///< for each line whether it is a single span of few letters
+    std::vector<Growth> growths_;       ///< of each line
     std::vector<std::uint32_t> lineOf_; ///< of each span
-    std::vector<std::uint32_t> target_; ///< the line that each line has been joined to
     std::uint32_t current_ = 0;
-    std::unordered_map<int, std::vector<std::uint32_t>> bands_;
+    float lowest_ = std::numeric_limits<float>::max(); ///< no line is below this height
+    BandIndex bands_;                                  ///< the lines, up to the last one that was looked for
 };
 
 } // namespace

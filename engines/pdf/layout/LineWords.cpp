@@ -86,12 +86,12 @@ bool Word::isNumeric() const {
     return digits > letters || (letters == 0 && characters <= kLongestSign);
 }
 
-LineWords::LineWords(const Page& page, const Orientation& orientation, const Lines& found)
-    : page_(page)
-    , orientation_(orientation)
-    , found_(found)
-    , drawsBlanks_(static_cast<float>(std::count(page.text.begin(), page.text.end(), U' ')) >
-                   kBlankShare * static_cast<float>(page.text.size())) {}
+bool LineWords::drawsBlanks() {
+    if (!drawsBlanks_)
+        drawsBlanks_ = static_cast<float>(std::count(page_.text.begin(), page_.text.end(), U' ')) >
+                       kBlankShare * static_cast<float>(page_.text.size());
+    return *drawsBlanks_;
+}
 
 std::span<const Word> LineWords::of(std::uint32_t line) {
     const float size = found_.lines[line].size;
@@ -141,9 +141,10 @@ std::span<const Word> LineWords::of(std::uint32_t line) {
 
 void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
     const std::size_t first = out.size();
+    const bool blanksAreDrawn = drawsBlanks();
     Word before;
     for (const Word& word : of(line)) {
-        const bool isApart = (drawsBlanks_ && !word.isAfterBlank) || (before.isGrouped() && word.isGrouped());
+        const bool isApart = (blanksAreDrawn && !word.isAfterBlank) || (before.isGrouped() && word.isGrouped());
         if (out.size() == first || isApart || word.left - out.back().right > pieceGap_)
             out.push_back(word);
         else

@@ -3,6 +3,7 @@
 
 #include "engines/pdf/layout/Line.h"
 
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,10 @@ struct Word {
 /// Finds the words of single lines. Keeps its memory from line to line.
 class LineWords {
 public:
-    LineWords(const Page& page, const Orientation& orientation, const Lines& found);
+    LineWords(const Page& page, const Orientation& orientation, const Lines& found)
+        : page_(page)
+        , orientation_(orientation)
+        , found_(found) {}
 
     /// From left to right. Valid until the next call.
     [[nodiscard]] std::span<const Word> of(std::uint32_t line);
@@ -45,6 +49,8 @@ public:
     void appendPieces(std::uint32_t line, std::vector<Word>& out);
 
 private:
+    [[nodiscard]] bool drawsBlanks();
+
     struct Letter {
         float left = 0;
         float right = 0;
@@ -55,7 +61,7 @@ private:
     const Page& page_;
     const Orientation& orientation_;
     const Lines& found_;
-    bool drawsBlanks_; ///< the page does, between words
+    std::optional<bool> drawsBlanks_; ///< the page does, between words
     std::vector<Letter> letters_;
     std::vector<Word> words_;
     float pieceGap_ = 0; ///< pieces of the line are further apart

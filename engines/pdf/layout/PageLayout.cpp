@@ -145,9 +145,12 @@ private:
         const std::vector<Grid> grids = gridsOf(rulings_);
         constexpr float kPageShare = 0.4F; // boxes over so much of the page are its background, or a frame around it
         const float most = kPageShare * page_.cropBox.width() * page_.cropBox.height();
-        for (const auto& [left, right, bottom, top] : boxes) {
+        for (const Rectangle& box : boxes) {
+            const auto [left, right, bottom, top] = box;
             if (most > 0 && (right - left) * (top - bottom) > most) continue;
-            const auto isBackground = [&](const Grid& grid) { return grid.isBackground(left, right, bottom, top); };
+            const auto isBackground = [&box](const Grid& grid) {
+                return grid.isBackground(box.left, box.right, box.bottom, box.top);
+            };
             if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
             rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
             rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
@@ -198,9 +201,10 @@ private:
         if (isFromTheRight) {
             std::u32string letters;
             for (const Row& row : table.rows)
-                for (const Cell& cell : row.cells)
+                forEachCell(row, [this, &letters](std::span<const std::uint32_t> cell) {
                     for (const std::uint32_t line : cell)
                         letters.append(texts_[line]);
+                });
             const bool hasLatin = std::any_of(letters.begin(), letters.end(),
                                               [](char32_t c) { return directionOf(c) == Direction::left; });
             isFromTheRight = !hasLatin || isMostlyFromTheRight(letters);
@@ -228,6 +232,7 @@ private:
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
             Row& row = rows_.back();
             if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
+                if (row.cells.empty()) row.cells.push_back({row.line});
                 row.cells.push_back({index});
                 extend(row, line);
                 return;
@@ -241,20 +246,22 @@ private:
         for (Row& row : rows_) {
             bool isFirst = true;
             row.isMonospaced = true;
-            for (const Cell& cell : row.cells) {
+            const Span* last = nullptr;
+            forEachCell(row, [&](std::span<const std::uint32_t> cell) {
                 for (const std::uint32_t index : cell) {
                     if (isFirst) row.begin = texts_[index];
                     row.end = texts_[index];
                     for (const std::uint32_t span : found_.spansOf(found_.lines[index])) {
-                        const std::uint32_t font = page_.runs[orientation_.spans[span].run].font;
+                        last = &orientation_.spans[span];
+                        const std::uint32_t font = page_.runs[last->run].font;
                         if (isFirst) row.font = font;
                         isFirst = false;
                         if (font != row.font) row.isOneFont = false;
-                        row.endsInSoftHyphen = endsInSoftHyphen(orientation_.spans[span]);
                         if (row.isMonospaced && !monospaced_.contains(font)) row.isMonospaced = false;
                     }
                 }
-            }
+            });
+            row.endsInSoftHyphen = last != nullptr && endsInSoftHyphen(*last);
         }
     }
 
@@ -267,6 +274,7 @@ private:
 
     void appendRow(const Row& row, std::u32string& out) const {
         const std::size_t begin = out.size();
+        if (row.cells.empty()) out.append(texts_[row.line]);
         bool first = true;
         for (std::size_t k = 0; k < row.cells.size(); ++k) {
             const Cell& cell = row.cells[row.isFromTheRight ? row.cells.size() - 1 - k : k];
@@ -288,7 +296,7 @@ private:
         for (const Ruling& ruling : rulings_.vertical)
             evidence.show(Topic::ruling, Box{ruling.at, ruling.from, ruling.at, ruling.to});
         for (const Row& row : rows_) {
-            for (const Cell& cell : row.cells) {
+            for (const Cell& cell : row.cells) { // tables have them
                 if (!row.isTableRow || cell.empty()) continue;
                 const Line& first = found_.lines[cell.front()];
                 Box area{first.left, first.bottom, first.right, first.top};

@@ -6,7 +6,7 @@ namespace quillow::pdf {
 
 Row rowOf(const Line& line, std::uint32_t index) {
     Row row;
-    row.cells.push_back({index});
+    row.line = index;
     row.left = line.left;
     row.right = line.right;
     row.baseline = line.baseline;

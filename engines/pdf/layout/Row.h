@@ -4,6 +4,7 @@
 #include "engines/pdf/layout/Line.h"
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace quillow::pdf {
 using Cell = std::vector<std::uint32_t>;
 
 struct Row {
+    std::uint32_t line = 0;  ///< the only one, if there are no cells: most rows are such
     std::vector<Cell> cells; ///< from left to right; those of a table may be empty
     float left = 0;
     float right = 0;
@@ -42,6 +44,14 @@ struct Row {
 
 /// A row of one line.
 [[nodiscard]] Row rowOf(const Line& line, std::uint32_t index);
+
+/// Calls `use` with the lines of each cell, from left to right.
+template <class Use>
+void forEachCell(const Row& row, Use use) {
+    if (row.cells.empty()) use(std::span(&row.line, 1));
+    for (const Cell& cell : row.cells)
+        use(std::span(cell));
+}
 
 /// Makes a row large enough for a line.
 void extend(Row& row, const Line& line);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 namespace quillow::pdf {
@@ -56,6 +57,11 @@ bool isListLabel(std::u32string_view text) {
     return last == '.' || last == ')' || last == ':' || last == ']';
 }
 
+template <class Less>
+void sortUnlessSorted(std::span<std::uint32_t> lines, Less less) {
+    if (!std::is_sorted(lines.begin(), lines.end(), less)) std::stable_sort(lines.begin(), lines.end(), less);
+}
+
 class TableFinder {
 public:
     TableFinder(const Page& page, Orientation& orientation, Lines& found, std::span<const std::u32string_view> texts,
@@ -73,6 +79,7 @@ public:
     std::vector<Table> find() && {
         findGrids();
         findTagged();
+        if (evidence_ == nullptr && areBelowOneAnother()) return std::move(tables_);
         const std::vector<std::uint32_t> columns = columnsOf(std::span(lines_).first(texts_.size()), evidence_);
         std::vector<std::vector<std::uint32_t>> members(1 + *std::max_element(columns.begin(), columns.end()));
         for (std::uint32_t i = 0; i < texts_.size(); ++i)
@@ -98,6 +105,20 @@ private:
                 ++i;
             }
         }
+    }
+
+    /// Whether no two lines have a height in common. Then there is no table without rulings, and no columns.
+    [[nodiscard]] bool areBelowOneAnother() {
+        bandLines_.resize(texts_.size());
+        std::iota(bandLines_.begin(), bandLines_.end(), 0U);
+        sortByBaseline(bandLines_);
+        for (std::size_t i = 1; i < bandLines_.size(); ++i)
+            if (!(lines_[bandLines_[i]].top <= lines_[bandLines_[i - 1]].bottom)) return false;
+        return true;
+    }
+
+    void sortByBaseline(std::span<std::uint32_t> lines) const {
+        sortUnlessSorted(lines, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
     }
 
     /// Takes the lines of the tables that are ruled.
@@ -133,26 +154,26 @@ private:
     }
 
     void makeBands(std::span<const std::uint32_t> column) {
-        std::vector<std::uint32_t> order;
+        bandLines_.clear();
         for (const std::uint32_t line : column)
-            if (!isTaken_[line]) order.push_back(line);
+            if (!isTaken_[line]) bandLines_.push_back(line);
+        sortByBaseline(bandLines_);
         bands_.clear();
-        std::stable_sort(order.begin(), order.end(),
-                         [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
-        for (const std::uint32_t index : order) {
-            const Line& line = lines_[index];
+        std::size_t begin = 0; // of the band
+        for (std::size_t i = 0; i < bandLines_.size(); ++i) {
+            const Line& line = lines_[bandLines_[i]];
             if (bands_.empty() || verticalOverlap(bands_.back(), line) < kSameBand) {
-                Band band;
-                band.bottom = line.bottom;
-                band.top = line.top;
-                band.size = line.size;
-                bands_.push_back(std::move(band));
+                bands_.push_back({{}, line.bottom, line.top, line.size});
+                begin = i;
             }
-            bands_.back().lines.push_back(index);
+            bands_.back().lines = std::span(bandLines_).subspan(begin, i + 1 - begin);
         }
-        for (Band& band : bands_)
-            std::stable_sort(band.lines.begin(), band.lines.end(),
+        std::uint32_t* lines = bandLines_.data();
+        for (const Band& band : bands_) {
+            sortUnlessSorted(std::span(lines, band.lines.size()),
                              [this](std::uint32_t a, std::uint32_t b) { return lines_[a].left < lines_[b].left; });
+            lines += band.lines.size();
+        }
     }
 
     /// The end of the bands that may be one table with the band at `begin`.
@@ -412,6 +433,7 @@ private:
     Evidence* evidence_;
     LineWords words_;
     std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
+    std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
     std::vector<Table> tables_;

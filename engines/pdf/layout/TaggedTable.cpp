@@ -85,8 +85,11 @@ private:
             box.right = part.right;
             const auto [cell, isNew] =
                 candidate.cells.try_emplace({part.cell.row, part.cell.column}, rowOf(box, index));
-            if (isNew) continue;
             Row& row = cell->second;
+            if (isNew) {
+                row.cells.push_back({index});
+                continue;
+            }
             row.cells.front().push_back(index);
             row.left = std::min(row.left, box.left);
             row.right = std::max(row.right, box.right);
