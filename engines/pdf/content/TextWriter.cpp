@@ -109,16 +109,35 @@ void TextWriter::show(const GraphicsState& state, MarkedContent& marks, std::spa
     endShow();
 }
 
+/// Strings that go on with the run and fit into the batch need no look at anything else. Some producers write a string
+/// for each letter, so everything that the loop changes is in the pen.
 template <bool isVertical, Font::Codes codes>
 void TextWriter::showItems(std::span<const Operand> items) {
+    Font& font = *state_->text.font;
+    const double adjustment = frame_.adjustment;
+    const double forwardJump = forwardJump_;
+    const double backwardJump = backwardJump_;
+    Pen pen = takePen();
     for (const Operand& item : items) {
         if (item.isNumber()) {
-            along_ += item.number * frame_.adjustment;
+            pen.along += item.number * adjustment;
+            continue;
+        }
+        const bool isPlain = item.kind == Operand::Kind::plainString;
+        const std::string_view bytes = isPlain ? item.view() : decoded(item);
+        const double jump = pen.along - pen.stringEnd;
+        const bool goesOn = jump <= forwardJump && jump >= backwardJump;
+        if (bytes.empty()) continue;
+        if (pen.glyph + bytes.size() <= pen.limit && goesOn) [[likely]] {
+            const char* const end = bytes.data() + bytes.size();
+            writeGlyphs<isVertical, codes>(font, bytes.data(), end, end, pen);
         } else {
-            const bool isPlain = item.kind == Operand::Kind::plainString;
-            showString<isVertical, codes>(isPlain ? item.view() : decoded(item));
+            putPen(pen);
+            showString<isVertical, codes>(bytes);
+            pen = takePen();
         }
     }
+    putPen(pen);
 }
 
 std::string_view TextWriter::decoded(const Operand& string) {
@@ -145,15 +164,34 @@ bool TextWriter::hasRoom(std::size_t codes) {
     return room;
 }
 
+/// A string of any length, which may begin a run.
 template <bool isVertical, Font::Codes codes>
-[[gnu::always_inline]] inline void TextWriter::showString(std::string_view bytes) {
-    if (bytes.empty() || !hasRoom(bytes.size())) return;
+void TextWriter::showString(std::string_view bytes) {
+    if (!hasRoom(bytes.size())) return;
     if (!goesOn()) openRun();
     if (runMarks_.actualText != 0)
         showActualText<isVertical, codes>(bytes);
     else
         showGlyphs<isVertical, codes>(bytes);
-    stringEnd_ = along_;
+}
+
+TextWriter::Pen TextWriter::takePen() const {
+    Pen pen;
+    pen.along = along_;
+    pen.stringEnd = stringEnd_;
+    pen.glyph = glyphCount_;
+    pen.character = characterCount_;
+    const bool isFree = isOpen_ && runMarks_.actualText == 0 && glyphsOfPage_ + kBatch <= kMaximumGlyphs &&
+                        charactersOfPage_ + characters_.size() <= kMaximumCharacters;
+    pen.limit = isFree ? kBatch : 0;
+    return pen;
+}
+
+void TextWriter::putPen(Pen pen) {
+    along_ = pen.along;
+    stringEnd_ = pen.stringEnd;
+    glyphCount_ = pen.glyph;
+    characterCount_ = pen.character;
 }
 
 void TextWriter::countPage() {
@@ -183,39 +221,53 @@ void TextWriter::addCharacters(std::u32string_view text) {
         std::copy(text.begin(), text.end(), characters_.data() + characterCount_) - characters_.data());
 }
 
+/// Adds the glyphs of the codes that begin in [p, stop), for which the batch has room. The string ends at `end`. Returns
+/// the place behind the last code.
 template <bool isVertical, Font::Codes codes>
-[[gnu::always_inline]] inline void TextWriter::showGlyphs(std::string_view bytes) {
-    Font& font = *state_->text.font;
-    const char* p = bytes.data();
-    const char* const end = p + bytes.size();
+[[gnu::always_inline]] inline const char* TextWriter::writeGlyphs(Font& font, const char* p, const char* stop,
+                                                                  const char* end, Pen& pen) {
     const double advance = frame_.advance;
     const double runStart = runStart_;
     const double characterStep = characterStep_;
     const double wordStep = wordStep_;
-    double along = along_;
+    auto textBefore = static_cast<std::uint32_t>(charactersOfPage_);
+    while (p < stop) {
+        const FontGlyph& glyph = font.next<codes>(p, end);
+        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
+        glyphs_[pen.glyph++] = {textBefore + static_cast<std::uint32_t>(pen.character),
+                                static_cast<float>(pen.along - runStart), static_cast<float>(width)};
+        pen.along += width + characterStep;
+        if (glyph.isWordSpace) pen.along += wordStep;
+        if (glyph.text.size() == 1) [[likely]] {
+            characters_[pen.character++] = glyph.text[0];
+        } else {
+            pen = withCharacters(pen, glyph.text);
+            textBefore = static_cast<std::uint32_t>(charactersOfPage_);
+        }
+    }
+    pen.stringEnd = pen.along;
+    return p;
+}
+
+/// The pen behind the characters of the last glyph, which are not just one.
+TextWriter::Pen TextWriter::withCharacters(Pen pen, std::u32string_view text) {
+    putPen(pen);
+    addCharacters(text);
+    return takePen();
+}
+
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showGlyphs(std::string_view bytes) {
+    Font& font = *state_->text.font;
+    const char* p = bytes.data();
+    const char* const end = p + bytes.size();
     while (p < end) {
         if (glyphCount_ == kBatch) flush();
-        Glyph* next = glyphs_.data() + glyphCount_;
-        const Glyph* const limit = glyphs_.data() + kBatch;
-        char32_t* character = characters_.data() + characterCount_;
-        auto textBegin = static_cast<std::uint32_t>(charactersOfPage_ + characterCount_);
-        const FontGlyph* odd = nullptr; // one that does not have one character
-        while (odd == nullptr && p < end && next < limit) {
-            const FontGlyph& glyph = font.next<codes>(p, end);
-            const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
-            *next++ = {textBegin++, static_cast<float>(along - runStart), static_cast<float>(width)};
-            along += width + characterStep;
-            if (glyph.isWordSpace) along += wordStep;
-            if (glyph.text.size() == 1) [[likely]]
-                *character++ = glyph.text[0];
-            else
-                odd = &glyph;
-        }
-        glyphCount_ = static_cast<std::size_t>(next - glyphs_.data());
-        characterCount_ = static_cast<std::size_t>(character - characters_.data());
-        if (odd != nullptr) addCharacters(odd->text);
+        const auto room = static_cast<std::ptrdiff_t>(kBatch - glyphCount_); // a code gives one glyph
+        Pen pen = takePen();
+        p = writeGlyphs<isVertical, codes>(font, p, p + std::min(room, end - p), end, pen);
+        putPen(pen);
     }
-    along_ = along;
 }
 
 /// The first glyph of the span has all of its characters (14.9.4), and the others have none.

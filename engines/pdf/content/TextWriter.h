@@ -79,6 +79,21 @@ private:
     [[nodiscard]] std::string_view decoded(const Operand& string);
     void countPage();
     void addCharacters(std::u32string_view text);
+
+    /// Where the next glyph is written. What each glyph changes is in it, so that it can be in registers.
+    struct Pen {
+        double along = 0;
+        double stringEnd = 0;
+        std::size_t glyph = 0; ///< its place in the batch
+        std::size_t character = 0;
+        std::size_t limit = 0; ///< up to which glyphs may be added without a look at anything else
+    };
+    [[nodiscard]] Pen takePen() const;
+    void putPen(Pen pen);
+    [[nodiscard]] Pen withCharacters(Pen pen, std::u32string_view text);
+
+    template <bool isVertical, Font::Codes codes>
+    const char* writeGlyphs(Font& font, const char* p, const char* stop, const char* end, Pen& pen);
     template <bool isVertical, Font::Codes codes>
     void showGlyphs(std::string_view bytes);
     template <bool isVertical, Font::Codes codes>
