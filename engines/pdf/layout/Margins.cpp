@@ -79,7 +79,9 @@ private:
         std::vector<float>& sizes = sizes_;
         finishes.clear();
         sizes.clear();
+        starts_.clear();
         for (const std::size_t i : members_) {
+            starts_.push_back(start(i));
             finishes.push_back(finish(i));
             sizes.push_back(rows_[i].size);
         }
@@ -103,18 +105,17 @@ private:
     /// Where most rows begin; of equals the outer one.
     [[nodiscard]] float usualStart(float size) const {
         constexpr std::size_t kSamples = 64;
-        float best = start(members_.front());
+        float best = starts_.front();
         float before = best;
-        std::size_t bestCount = 0;
+        std::uint32_t bestCount = 0;
         const std::size_t step = 1 + members_.size() / kSamples;
         for (std::size_t k = 0; k < members_.size(); k += step) {
-            const float candidate = start(members_[k]);
+            const float candidate = starts_[k];
             if (k > 0 && candidate == before) continue; // it has been counted
             before = candidate;
-            const auto count =
-                static_cast<std::size_t>(std::count_if(members_.begin(), members_.end(), [&](std::size_t i) {
-                    return std::abs(start(i) - candidate) < kSameMargin * size;
-                }));
+            std::uint32_t count = 0;
+            for (const float start : starts_)
+                count += std::abs(start - candidate) < kSameMargin * size ? 1 : 0;
             if (count < bestCount || (count == bestCount && candidate >= best)) continue;
             bestCount = count;
             best = candidate;
@@ -129,6 +130,7 @@ private:
     std::vector<std::size_t> members_; ///< the rows of the column that is measured
     std::vector<float> finishes_;      ///< their ends
     std::vector<float> sizes_;
+    std::vector<float> starts_;
 };
 
 } // namespace

@@ -231,8 +231,8 @@ private:
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
             Row& row = rows_.back();
             if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
-                if (row.cells.empty()) row.cells.push_back({row.line});
-                row.cells.push_back({index});
+                if (row.cells.empty()) row.cells.emplace_back(row.line);
+                row.cells.emplace_back(index);
                 extend(row, line);
                 return;
             }
