@@ -204,7 +204,7 @@ void LineWriter::sortLetters() {
 }
 
 /// Evidence needs the letters, which a plain line does not collect.
-bool LineWriter::mayBePlain() {
+bool LineWriter::mayBePlain() const {
     return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
 }
 
