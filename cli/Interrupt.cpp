@@ -37,6 +37,7 @@ void waitForInterrupt(sigset_t signals) {
 void handleInterrupts() {
     pipeSignalWasIgnored = isIgnored(SIGPIPE);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN); // a file that is larger than allowed (ulimit -f) is a write error like others
     ::signal(SIGCHLD, SIG_DFL); // if it is ignored, nobody learns how a worker ended
     sigset_t signals;
     ::sigemptyset(&signals);

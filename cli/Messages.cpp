@@ -32,6 +32,10 @@ std::string printable(std::string_view path) {
     return shown;
 }
 
+std::string inQuotes(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
 std::string resultLine(std::string_view path, Reason reason, std::string_view detail) {
     std::string line = std::string(kProgram) + printable(path) + ": " + std::string(reasonName(reason));
     if (!detail.empty()) line += " (" + printable(detail) + ")";

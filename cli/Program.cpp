@@ -81,7 +81,7 @@ std::optional<InputFailure> addPassword(Arguments& arguments) {
 }
 
 int answer(Request request) {
-    if (request == Request::help) return print(kHelpText);
+    if (request == Request::help) return print(helpText());
     if (request == Request::version) return print(kVersionText);
     return print(std::string(kVersionText) + isolationLine() + "\n");
 }

@@ -243,5 +243,38 @@ TEST(OutputFolder, manyWritersOfOneNameLeaveOneWholeText) {
     EXPECT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
 }
 
+TEST(OutputFolder, knowsWhetherAFileHasTheText) {
+    const TemporaryFolder folder;
+    const std::string text(100'000, 'x');
+    folder.put("a.txt", text);
+    folder.put("sub/b.txt", "b\n");
+    folder.put("sub/empty.txt", "");
+    std::filesystem::create_symlink("a.txt", folder.at("link.txt"));
+    const OutputFolder output = opened(folder.at(""));
+
+    EXPECT_TRUE(output.holds("a.txt", text));
+    EXPECT_FALSE(output.holds("a.txt", text.substr(1) + "y"));
+    EXPECT_FALSE(output.holds("a.txt", "y" + text.substr(1)));
+    EXPECT_FALSE(output.holds("a.txt", text + "x"));
+    EXPECT_TRUE(output.holds("sub/b.txt", "b\n"));
+    EXPECT_TRUE(output.holds("sub/empty.txt", ""));
+    EXPECT_FALSE(output.holds("none.txt", ""));
+    EXPECT_FALSE(output.holds("sub", ""));
+    EXPECT_FALSE(output.holds("link.txt", text));
+}
+
+TEST(OutputFolder, whatAKilledRunLeftIsRemovedBelowToo) {
+    const TemporaryFolder folder;
+    folder.put(".quillow-convert.1.tmp", "");
+    folder.put("a/b/.quillow-convert.2.tmp", "");
+    folder.put("other/.quillow-convert.3.tmp", "");
+
+    opened(folder.at("")).removeLeftOver({"a/b", "none"});
+
+    EXPECT_EQ(folder.names(), (Names{"a", "other"}));
+    EXPECT_EQ(folder.names("a/b"), Names{});
+    EXPECT_EQ(folder.names("other").size(), 1U);
+}
+
 } // namespace
 } // namespace quillow::cli

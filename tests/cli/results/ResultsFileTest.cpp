@@ -177,5 +177,55 @@ TEST_F(ResultsOfRuns, aFullDiskIsReported) {
     EXPECT_EQ(failure->detail, "No space left on device");
 }
 
+TEST_F(ResultsOfRuns, aDocumentInTheirPlaceIsNotReplaced) {
+    folder_.put("results", "{\\rtf1 text}");
+
+    const auto created = ResultsFile::create(path_);
+
+    ASSERT_TRUE(std::holds_alternative<ResultsFailure>(created));
+    EXPECT_EQ(std::get<ResultsFailure>(created).detail, "exists and does not hold results");
+    EXPECT_EQ(content(), "{\\rtf1 text}");
+}
+
+TEST_F(ResultsOfRuns, aTornFirstLineIsReplaced) {
+    folder_.put("results", "{\"sch");
+    writeRun({recordFor("a.rtf")});
+    EXPECT_EQ(content(), lineOf(recordFor("a.rtf")));
+}
+
+TEST_F(ResultsOfRuns, twoRunsDoNotShareAFile) {
+    writeRun({recordFor("a.rtf"), recordFor("b.rtf", Reason::damaged)});
+    for (const Retry retry : {Retry::nothing, Retry::failed}) {
+        const ResultsFile::Resumed first = resume(retry);
+
+        const auto second = ResultsFile::resume(path_, Retry::nothing, isFailure);
+        const auto third = ResultsFile::create(path_);
+
+        ASSERT_TRUE(std::holds_alternative<ResultsFailure>(second));
+        EXPECT_EQ(std::get<ResultsFailure>(second).detail, "is in use by another run");
+        EXPECT_TRUE(std::holds_alternative<ResultsFailure>(third));
+    }
+}
+
+TEST_F(ResultsOfRuns, aShortenedFileGrowsAtItsEnd) {
+    writeRun({recordFor("a.rtf", Reason::damaged), recordFor("b.rtf")});
+
+    ResultsFile::Resumed resumed = resume(Retry::failed);
+
+    EXPECT_FALSE(resumed.file.append(recordFor("a.rtf")));
+    EXPECT_EQ(content(), lineOf(recordFor("b.rtf")) + lineOf(recordFor("a.rtf")));
+}
+
+TEST_F(ResultsOfRuns, aLinkToTheFileStays) {
+    writeRun({recordFor("a.rtf", Reason::damaged), recordFor("b.rtf")});
+    std::filesystem::rename(path_, folder_.at("other"));
+    std::filesystem::create_symlink("other", path_);
+
+    static_cast<void>(resume(Retry::failed));
+
+    EXPECT_TRUE(std::filesystem::is_symlink(path_));
+    EXPECT_EQ(readFile(folder_.at("other")), lineOf(recordFor("b.rtf")));
+}
+
 } // namespace
 } // namespace quillow::cli
