@@ -2,11 +2,10 @@
 
 #include "cli/Paths.h"
 #include "cli/PendingFile.h"
+#include "posix/GroupSync.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -68,22 +67,6 @@ bool syncFolder(int folder) {
     return ::fsync(folder) == 0 || errno == EINVAL;
 }
 
-/// True for file systems of which it is known that syncfs(2) brings all bytes to the disk, those of files without a name
-/// included. Others, above all those on other machines, sync one file at a time.
-bool syncsTogether(int folder) {
-    struct statfs status = {};
-    if (::fstatfs(folder, &status) != 0) return false;
-    switch (static_cast<unsigned long>(status.f_type)) {
-    case EXT4_SUPER_MAGIC:
-    case XFS_SUPER_MAGIC:
-    case BTRFS_SUPER_MAGIC:
-    case F2FS_SUPER_MAGIC:
-    case TMPFS_MAGIC:
-    case OVERLAYFS_SUPER_MAGIC: return true;
-    default: return false;
-    }
-}
-
 /// The subfolder and the name in it.
 struct Place {
     FileDescriptor below; ///< closed: the folder itself
@@ -138,7 +121,7 @@ private:
 
 OutputFolder::OutputFolder(FileDescriptor folder)
     : folder_(std::move(folder))
-    , syncsTogether_(quillow::cli::syncsTogether(folder_.number()))
+    , syncsTogether_(quillow::syncsTogether(folder_.number()))
     , below_(std::make_unique<Below>()) {
     struct stat status = {};
     if (::fstat(folder_.number(), &status) == 0) device_ = status.st_dev;

@@ -1,5 +1,7 @@
 #include "cli/PendingFile.h"
 
+#include "posix/GroupSync.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -114,9 +116,7 @@ bool PendingFile::sync() const {
 }
 
 bool PendingFile::hasReachedDisk() const {
-    // Writes nothing any more, and reports the errors of what was written.
-    constexpr unsigned kAll = SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
-    return ::sync_file_range(file_.number(), 0, 0, kAll) == 0;
+    return quillow::hasReachedDisk(file_.number());
 }
 
 dev_t PendingFile::device() const {

@@ -36,7 +36,7 @@ Platform Adapters::platform() {
             dateFormatting,
             defaults,
             documents,
-            fileSystem,
+            fileSystemOfConversions,
             backgroundHtmlReader,
             mainQueue,
             menus,

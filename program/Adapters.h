@@ -10,6 +10,7 @@
 #include "platform/qt/dialogs/QtAlerts.h"
 #include "platform/qt/dialogs/QtPanels.h"
 #include "platform/qt/files/AccessRegistry.h"
+#include "platform/qt/files/GroupedFileSystem.h"
 #include "platform/qt/files/QtBookmarkStore.h"
 #include "platform/qt/files/QtBundle.h"
 #include "platform/qt/files/QtDocuments.h"
@@ -62,6 +63,7 @@ struct Adapters {
     QtDefaults storedDefaults{QtDefaults::standardFilePath()};
     ObservedDefaults defaults{storedDefaults};
     QtFileSystem fileSystem{access};
+    GroupedFileSystem fileSystemOfConversions{fileSystem, mainQueue};
     QtArchive archive{fileSystem};
     QtSystemInfo systemInfo;
     QtTimers timers;

@@ -1,5 +1,7 @@
 // The contract of the file system port, for all implementations.
 #include "base/PathBytes.h"
+#include "platform/qt/files/GroupedFileSystem.h"
+#include "tests/fakes/FakeMainQueue.h"
 #include "tests/platform/FileWorlds.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +16,14 @@ protected:
     FileSystem& files() { return world_.fileSystem; }
     World world_;
 };
-using Worlds = testing::Types<FakeFileWorld, DiskFileWorld>;
+
+/// As conversions see the disk.
+struct GroupedFileWorld : DiskFileWorld {
+    Journal journal;
+    FakeMainQueue mainQueue;
+    GroupedFileSystem fileSystem{DiskFileWorld::fileSystem, mainQueue};
+};
+using Worlds = testing::Types<FakeFileWorld, DiskFileWorld, GroupedFileWorld>;
 TYPED_TEST_SUITE(FileSystemContract, Worlds);
 
 TYPED_TEST(FileSystemContract, readsAWholeFile) {

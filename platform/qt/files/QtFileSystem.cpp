@@ -4,16 +4,12 @@
 #include "platform/qt/files/FileIdentity.h"
 #include "posix/FileDescriptor.h"
 
-#include <QRandomGenerator>
-
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <new>
@@ -24,7 +20,6 @@ namespace {
 
 constexpr mode_t kModeOfNewFiles = 0666; // the umask applies
 constexpr mode_t kModeOfNewFolders = 0777;
-constexpr int kNamesToTry = 100;
 
 /// The bytes of an absolute path, without trailing slashes; std::nullopt for any other path.
 std::optional<QByteArray> systemPath(const QString& path) {
@@ -37,71 +32,6 @@ std::optional<QByteArray> systemPath(const QString& path) {
 /// The file that a write to `path` replaces: the target, if the path is a symbolic link to an existing item.
 QByteArray replacedFile(const QByteArray& path) {
     return realPath(path).value_or(path);
-}
-
-QByteArray folderOf(const QByteArray& path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    return slash > 0 ? path.left(slash) : QByteArray("/");
-}
-
-/// A temporary file in the folder of its target. If the file system permits, it has no name until it is complete, so
-/// nothing remains if the program is killed. Otherwise it has a hidden name.
-struct TemporaryFile {
-    FileDescriptor descriptor;
-    QByteArray path; ///< empty while it has no name
-};
-
-/// A random hidden name in the folder.
-QByteArray hiddenName(const QByteArray& folder) {
-    return folder + "/.quillow-" + QByteArray::number(QRandomGenerator::global()->generate64(), 16) + ".tmp";
-}
-
-TemporaryFile makeTemporaryFile(const QByteArray& folder) {
-    TemporaryFile file;
-    file.descriptor = FileDescriptor(::open(folder.constData(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kModeOfNewFiles));
-    for (int i = 0; !file.descriptor.isOpen() && i < kNamesToTry; ++i) {
-        file.path = hiddenName(folder);
-        file.descriptor =
-            FileDescriptor(::open(file.path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kModeOfNewFiles));
-        if (!file.descriptor.isOpen() && errno != EEXIST) break;
-    }
-    return file;
-}
-
-/// Gives an unnamed file an unused name. Returns false with EEXIST if the name is taken.
-bool giveName(const FileDescriptor& descriptor, const QByteArray& name) {
-    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(descriptor.number());
-    return ::linkat(AT_FDCWD, handle.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0;
-}
-
-/// Moves the file to `target` and replaces an existing file there.
-bool moveInto(TemporaryFile& file, const QByteArray& folder, const QByteArray& target) {
-    if (file.path.isEmpty()) {
-        if (giveName(file.descriptor, target)) return true;
-        if (errno != EEXIST) return false;
-        // Only a rename replaces an existing file atomically.
-        QByteArray name;
-        for (int i = 0; name.isEmpty() && i < kNamesToTry; ++i) {
-            const QByteArray candidate = hiddenName(folder);
-            if (giveName(file.descriptor, candidate))
-                name = candidate;
-            else if (errno != EEXIST)
-                return false;
-        }
-        file.path = name;
-    }
-    return !file.path.isEmpty() && std::rename(file.path.constData(), target.constData()) == 0;
-}
-
-bool writeAll(int descriptor, const QByteArray& bytes) {
-    for (qsizetype written = 0; written < bytes.size();) {
-        const ssize_t count =
-            ::write(descriptor, bytes.constData() + written, static_cast<std::size_t>(bytes.size() - written));
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        written += count;
-    }
-    return true;
 }
 
 /// All bytes of an open file. `size` is its size when it was opened. Returns std::nullopt after an error, or if the
@@ -153,34 +83,23 @@ bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) cons
 }
 
 bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+    UnnamedFile file = writeUnnamed(bytes, path);
+    if (!file.isWritten() || !file.sync() || !file.place()) return false;
+    // The write succeeds even if the new name does not reach the disk.
+    file.syncFolder();
+    return true;
+}
+
+UnnamedFile QtFileSystem::writeUnnamed(const QByteArray& bytes, const QString& path) {
     const auto name = systemPath(path);
-    if (!name) return false;
+    if (!name) return {};
     const QByteArray target = replacedFile(*name);
-    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target))) return false;
+    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target))) return {};
 
     struct stat former = {};
     const bool replaces = ::stat(target.constData(), &former) == 0;
-    if (replaces && S_ISDIR(former.st_mode)) return false;
-
-    const QByteArray folder = folderOf(target);
-    TemporaryFile temporary = makeTemporaryFile(folder);
-    if (!temporary.descriptor.isOpen()) return false;
-
-    bool isWritten = writeAll(temporary.descriptor.number(), bytes);
-    if (replaces && S_ISREG(former.st_mode)) {
-        // The owner first: a change of the owner may clear set-id bits. A failure of either call is ignored.
-        [[maybe_unused]] const int owner = ::fchown(temporary.descriptor.number(), former.st_uid, former.st_gid);
-        [[maybe_unused]] const int mode = ::fchmod(temporary.descriptor.number(), former.st_mode & 07777);
-    }
-    isWritten = isWritten && ::fsync(temporary.descriptor.number()) == 0;
-    if (!isWritten || !moveInto(temporary, folder, target)) {
-        if (!temporary.path.isEmpty()) ::unlink(temporary.path.constData());
-        return false;
-    }
-    // Synchronising the folder puts the new name on disk. The write succeeds even if that fails.
-    const FileDescriptor folderDescriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folderDescriptor.isOpen()) ::fsync(folderDescriptor.number());
-    return true;
+    if (replaces && S_ISDIR(former.st_mode)) return {};
+    return {target, bytes, replaces && S_ISREG(former.st_mode) ? &former : nullptr};
 }
 
 bool QtFileSystem::createDirectory(const QString& path) {
@@ -217,7 +136,7 @@ bool QtFileSystem::copyItem(const QString& path, const QString& toPath) {
     FileDescriptor file(
         ::open(target->constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, kModeOfNewFiles));
     if (!file.isOpen()) return false;
-    const bool isWritten = writeAll(file.number(), *bytes);
+    const bool isWritten = writeAll(file.number(), {bytes->constData(), static_cast<std::size_t>(bytes->size())});
     if (file.close() && isWritten) return true;
     ::unlink(target->constData());
     return false;

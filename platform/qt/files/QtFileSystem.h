@@ -3,6 +3,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/qt/files/AccessRegistry.h"
+#include "platform/qt/files/UnnamedFile.h"
 
 namespace quillow {
 
@@ -17,6 +18,8 @@ public:
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    /// The first part of an atomic write. The caller then syncs the file and gives it its name.
+    [[nodiscard]] UnnamedFile writeUnnamed(const QByteArray& bytes, const QString& path);
     bool createDirectory(const QString& path) override;
     [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
     bool copyItem(const QString& path, const QString& toPath) override;

@@ -1,0 +1,139 @@
+#include "platform/qt/files/GroupedFileSystem.h"
+
+#include "base/PathBytes.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <system_error>
+#include <utility>
+
+namespace quillow {
+namespace {
+
+QByteArray nameOf(QByteArray path) {
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return path.mid(path.lastIndexOf('/') + 1);
+}
+
+/// Brings the bytes of all files to the disk, and then gives each its name: after a crash of the system a file is the
+/// old one or the new one. Then syncs the folder of the last one; the system soon does the same for other folders.
+void finish(std::vector<UnnamedFile>& files) {
+    const bool isTogether = files.size() > 1 && files.front().syncAll();
+    for (UnnamedFile& file : files) {
+        const bool isOnDisk = (isTogether && file.isSyncedWith(files.front())) || file.sync();
+        // deliberate: a failed write is not detected.
+        static_cast<void>(isOnDisk && file.place());
+    }
+    files.back().syncFolder();
+}
+
+} // namespace
+
+GroupedFileSystem::GroupedFileSystem(QtFileSystem& inner, MainQueue& mainQueue, ThreadStarter startThread)
+    : inner_(inner)
+    , mainQueue_(mainQueue)
+    , startThread_(std::move(startThread)) {}
+
+GroupedFileSystem::~GroupedFileSystem() {
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+    }
+    changed_.notify_all();
+    if (thread_.joinable()) thread_.join();
+}
+
+bool GroupedFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+    UnnamedFile file = inner_.writeUnnamed(bytes, path);
+    if (!file.isWritten()) return false;
+    std::unique_lock lock(mutex_);
+    if (!hasThread()) return file.sync() && file.place();
+    changed_.wait(lock, [this] { return unnamed_.size() < kMaximumWaiting; });
+    const QByteArray name = nameOf(file.target());
+    waiting_.push_back(std::move(file));
+    try {
+        unnamed_.push_back(name);
+    } catch (const std::bad_alloc&) {
+        waiting_.pop_back();
+        return false;
+    }
+    if (!std::exchange(isPromised_, true))
+        mainQueue_.addOperation([this] {
+            waitForAll();
+            isPromised_ = false;
+        });
+    changed_.notify_all();
+    return true;
+}
+
+bool GroupedFileSystem::hasThread() {
+    try {
+        if (!thread_.joinable()) thread_ = startThread_([this] { work(); });
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
+}
+
+void GroupedFileSystem::work() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
+        if (waiting_.empty()) return;
+        std::vector<UnnamedFile> group = std::exchange(waiting_, {});
+        lock.unlock();
+        try {
+            finish(group);
+        } catch (const std::bad_alloc&) { // for a path; the files that are left keep no name, as after a failed write
+        }
+        lock.lock();
+        unnamed_.erase(unnamed_.begin(), unnamed_.begin() + static_cast<std::ptrdiff_t>(group.size()));
+        changed_.notify_all();
+    }
+}
+
+void GroupedFileSystem::waitForAll() const {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return unnamed_.empty(); });
+}
+
+/// Only the names are compared: a path may lead through links.
+void GroupedFileSystem::waitFor(const QString& path) const {
+    const QByteArray name = nameOf(pathToBytes(path));
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return std::find(unnamed_.begin(), unnamed_.end(), name) == unnamed_.end(); });
+}
+
+std::optional<QByteArray> GroupedFileSystem::contentsOfFile(const QString& path) const {
+    waitFor(path);
+    return inner_.contentsOfFile(path);
+}
+
+bool GroupedFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {
+    waitFor(path);
+    return inner_.fileExistsAtPath(path, isDirectory);
+}
+
+bool GroupedFileSystem::createDirectory(const QString& path) {
+    waitForAll();
+    return inner_.createDirectory(path);
+}
+
+std::optional<QStringList> GroupedFileSystem::contentsOfDirectory(const QString& path) const {
+    waitForAll();
+    return inner_.contentsOfDirectory(path);
+}
+
+bool GroupedFileSystem::copyItem(const QString& path, const QString& toPath) {
+    waitForAll();
+    return inner_.copyItem(path, toPath);
+}
+
+bool GroupedFileSystem::removeItem(const QString& path) {
+    waitForAll();
+    return inner_.removeItem(path);
+}
+
+} // namespace quillow
