@@ -49,31 +49,62 @@ std::size_t plainPrefixLength(std::string_view bytes) {
     return at;
 }
 
+#ifdef __SSE2__
+/// Writes code points that are printable ASCII or line ends, up to the first other one, as long as there are sixteen.
+/// Returns the place behind the last one. `to` needs room for a byte for each code point.
+const char32_t* writeAscii(const char32_t* p, const char32_t* end, char*& to) {
+    const auto four = [](const char32_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
+    for (; end - p >= 16; p += 16, to += 16) {
+        // What does not fit into a byte becomes 0 or 255.
+        const __m128i bytes =
+            _mm_packus_epi16(_mm_packs_epi32(four(p), four(p + 4)), _mm_packs_epi32(four(p + 8), four(p + 12)));
+        const __m128i printable =
+            _mm_andnot_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(0x7F)), _mm_cmpgt_epi8(bytes, _mm_set1_epi8(0x1F)));
+        const __m128i written = _mm_or_si128(printable, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+        const int count = std::countr_one(static_cast<unsigned>(_mm_movemask_epi8(written)));
+        if (count == 16) continue;
+        to += count;
+        return p + count;
+    }
+    return p;
+}
+#else
+const char32_t* writeAscii(const char32_t* p, const char32_t* /*end*/, char*& /*to*/) {
+    return p;
+}
+#endif
+
 } // namespace
 
 void TextSink::append(std::u32string_view codePoints) {
-    constexpr std::size_t kBatch = 64;
+    constexpr std::size_t kBatch = 256;
     constexpr std::size_t kLongest = 2; // bytes of what is written here
     while (!codePoints.empty()) {
         const std::size_t at = out_.size();
         const std::u32string_view batch = codePoints.substr(0, kBatch);
         out_.resize(at + kLongest * batch.size());
         char* to = out_.data() + at;
-        std::size_t done = 0;
-        for (; done < batch.size(); ++done) {
-            const char32_t c = batch[done];
+        const char32_t* p = batch.data();
+        const char32_t* const end = p + batch.size();
+        bool afterOther = false; // than ASCII
+        for (; p < end; ++p) {
+            const char32_t c = *p;
             if ((c >= 0x20 && c < 0x7F) || c == '\n') {
                 *to++ = static_cast<char>(c);
+                if (std::exchange(afterOther, false)) continue;
+                p = writeAscii(p + 1, end, to) - 1;
             } else if (c >= 0xA0 && c < 0x800) {
                 *to++ = static_cast<char>(0xC0 | (c >> 6));
                 *to++ = static_cast<char>(0x80 | (c & 0x3F));
+                afterOther = true;
             } else {
                 break;
             }
         }
         out_.resize(static_cast<std::size_t>(to - out_.data()));
-        if (done < batch.size()) append(batch[done++]);
-        codePoints.remove_prefix(done);
+        if (p < end) append(*p++);
+        codePoints.remove_prefix(static_cast<std::size_t>(p - batch.data()));
     }
 }
 

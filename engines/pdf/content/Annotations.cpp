@@ -73,8 +73,7 @@ void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toP
     const std::size_t runs = page.runs.size();
     const Object type = document_.get(annotation, "Subtype");
     const bool isField = type.isName("Widget");
-    if (appearance != nullptr)
-        showAppearance(*appearance, place, toPage, isField ? Clipping::off : Clipping::on);
+    if (appearance != nullptr) showAppearance(*appearance, place, toPage, isField ? Clipping::off : Clipping::on);
     if (isField) fitRuns(page, runs, boxOf(boxAround(toPage, place)));
     const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
     if (isField && isToMake) fields_.write(annotation, place, toPage, page);

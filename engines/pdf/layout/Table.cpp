@@ -118,7 +118,8 @@ private:
     }
 
     void sortByBaseline(std::span<std::uint32_t> lines) const {
-        sortUnlessSorted(lines, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
+        sortUnlessSorted(lines,
+                         [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
     }
 
     /// Takes the lines of the tables that are ruled.
@@ -432,7 +433,7 @@ private:
     const Rulings& rulings_;
     Evidence* evidence_;
     LineWords words_;
-    std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
+    std::vector<bool> isTaken_;            ///< lines of ruled and of tagged tables
     std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
