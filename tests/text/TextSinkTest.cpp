@@ -32,8 +32,7 @@ TEST(TextSink, controlCharactersAreDroppedButTabAndLineEnd) {
 }
 
 TEST(TextSink, codePointsTogetherAreWrittenAsEachByItself) {
-    constexpr std::u32string_view kOdd =
-        U"\0\t\n\x1F ~\x7F\x80\x9F\u00A0\u00FF\u0100\u07FF\u0800\u1F600\uFEFF\uFFFF\U0001F600";
+    constexpr auto kOdd = U"\0\t\n\x1F ~\x7F\x80\x9F\u00A0\u00FF\u0100\u07FF\u0800\u1F600\uFEFF\uFFFF\U0001F600"sv;
     std::u32string codePoints(kOdd);
     codePoints += {char32_t{0xD800}, char32_t{0x110041}, char32_t{0x80000041}, char32_t{0xFFFFFFFF}, char32_t{0x10041}};
     for (const char32_t odd : codePoints)
