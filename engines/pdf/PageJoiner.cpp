@@ -2,9 +2,19 @@
 
 #include "engines/pdf/Reflow.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillow::pdf {
+
+namespace {
+
+/// Pages after which the length of the text is estimated.
+constexpr std::uint64_t kSample = 16;
+/// Longer texts grow as they come.
+constexpr std::size_t kMostReserved = std::size_t{16} << 20;
+
+} // namespace
 
 bool PageJoiner::add(PageOutcome page) {
     if (length_ > longestText_) {
@@ -34,7 +44,14 @@ bool PageJoiner::add(PageOutcome page) {
     }
     ++pagesWithText_;
     text_ += page.text;
+    if (pagesRead_ == kSample) reserve();
     return true;
+}
+
+/// Memory that is not used is never touched, so that a text that is shorter than expected costs nothing.
+void PageJoiner::reserve() {
+    const std::size_t whole = text_.size() / kSample * expected_;
+    text_.reserve(std::min(whole + whole / 4, kMostReserved));
 }
 
 void PageJoiner::leaveOut(std::size_t pages, std::string_view why) {

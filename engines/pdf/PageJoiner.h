@@ -20,6 +20,9 @@ public:
         , reflow_(reflow)
         , longestText_(longestText) {}
 
+    /// So many pages will be added. Memory for the text is taken at once when the first of them show how long it is.
+    void expect(std::size_t pages) { expected_ = pages; }
+
     /// Adds the next page. Returns false, and adds nothing, if the text is too long already.
     bool add(PageOutcome page);
 
@@ -33,6 +36,9 @@ private:
     PageMarks marks_;
     Reflow reflow_;
     std::size_t longestText_;
+    void reserve();
+
+    std::size_t expected_ = 0;
     std::string text_;
     std::vector<PageOutcome> pages_; ///< if lines are to be joined
     std::size_t length_ = 0;         ///< of the texts of all pages

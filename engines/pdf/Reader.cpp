@@ -78,6 +78,7 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     if (const unsigned threads = threadsFor(selected.size(), options.threads);
         threads < 2 || !readByThreads(document, selected, options, threads, joiner)) {
         joiner = PageJoiner(options.pageMarks, options.reflow);
+        joiner.expect(selected.size());
         PageTexts texts(document, options);
         for (const PageNode& page : selected)
             if (!joiner.add(texts.read(page))) break;

@@ -45,8 +45,13 @@ constexpr std::array<double, kSafeDigits + 1> kTenths = [] {
     return tenths;
 }();
 
+/// The value of a digit; 10 or more for other bytes.
+unsigned digitOf(char byte) {
+    return static_cast<std::uint8_t>(byte) - unsigned{'0'};
+}
+
 bool isDigit(char byte) {
-    return static_cast<std::uint8_t>(byte - '0') < 10;
+    return digitOf(byte) < 10;
 }
 
 /// A number with more digits, signs or points than a number should have. No number is so long that it gets infinite.
@@ -77,13 +82,13 @@ inline const char* scanNumber(const char* p, double& value) {
     const bool negative = *p == '-';
     if (negative || *p == '+') ++p;
     std::uint64_t digits = 0;
-    for (; isDigit(*p); ++p)
-        digits = digits * 10 + static_cast<std::uint64_t>(*p - '0');
+    for (unsigned digit = digitOf(*p); digit < 10; digit = digitOf(*++p))
+        digits = digits * 10 + digit;
     std::ptrdiff_t places = 0;
     if (*p == '.') {
         const char* const point = p++;
-        for (; isDigit(*p); ++p)
-            digits = digits * 10 + static_cast<std::uint64_t>(*p - '0');
+        for (unsigned digit = digitOf(*p); digit < 10; digit = digitOf(*++p))
+            digits = digits * 10 + digit;
         places = p - point - 1;
     }
     if (p - start > kSafeDigits || startOf(*p) == Start::number) [[unlikely]]
@@ -309,8 +314,10 @@ const char* ContentScanner::pushString(const char* p, Operands& operands) {
 Operator ContentScanner::next(Operands& operands) {
     const char* p = p_;
     for (;;) {
+        while (startOf(*p) == Start::blank)
+            ++p;
         switch (startOf(*p)) {
-        case Start::blank: ++p; break;
+        case Start::blank: break;
         case Start::number: {
             double value = 0;
             p = scanNumber(p, value);

@@ -17,13 +17,6 @@ std::u32string_view textBetween(const Page& page, std::size_t firstGlyph, std::s
 
 } // namespace
 
-void Box::extendTo(Point p) {
-    left = std::min(left, p.x);
-    bottom = std::min(bottom, p.y);
-    right = std::max(right, p.x);
-    top = std::max(top, p.y);
-}
-
 std::u32string_view Page::textOf(const Glyph& glyph) const {
     const auto index = static_cast<std::size_t>(&glyph - glyphs.data());
     return textBetween(*this, index, index + 1);

@@ -5,6 +5,7 @@
 // crop box, with /Rotate and /UserUnit applied (ISO 32000-2, 8.3.2.3, 14.11.2).
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,7 +31,12 @@ struct Box {
     [[nodiscard]] float height() const { return top - bottom; }
     [[nodiscard]] bool contains(Point p) const { return p.x >= left && p.x <= right && p.y >= bottom && p.y <= top; }
     /// Makes the box as large as is needed to contain the point.
-    void extendTo(Point p);
+    void extendTo(Point p) {
+        left = std::min(left, p.x);
+        bottom = std::min(bottom, p.y);
+        right = std::max(right, p.x);
+        top = std::max(top, p.y);
+    }
 
     friend bool operator==(const Box&, const Box&) = default;
 };

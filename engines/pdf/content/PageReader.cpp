@@ -4,7 +4,7 @@
 #include "engines/pdf/content/ContentBuffer.h"
 #include "engines/pdf/content/Interpreter.h"
 
-#include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace quillow::pdf {
@@ -39,7 +39,14 @@ void clear(Page& page) {
     page.charactersWithoutUnicode = 0;
 }
 
-constexpr char32_t kReplacement = 0xFFFD;
+/// Counted in a number of the same size as the characters, for which the compiler uses vectors. A page has fewer.
+std::uint32_t replacementsIn(std::u32string_view text) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    std::uint32_t count = 0;
+    for (const char32_t c : text)
+        count += c == kReplacement ? 1 : 0;
+    return count;
+}
 
 } // namespace
 
@@ -99,8 +106,7 @@ PageLoss PageReader::read(const PageNode& node, Page& page) {
     state.readContents(node);
     state.annotations.show(node, toPage, page);
     state.interpreter.endPage();
-    page.charactersWithoutUnicode =
-        static_cast<std::uint64_t>(std::count(page.text.begin(), page.text.end(), kReplacement));
+    page.charactersWithoutUnicode = replacementsIn(page.text);
     return {state.damaged + state.interpreter.partsSkipped()};
 }
 

@@ -26,12 +26,21 @@ std::string unescapedName(std::string_view raw) {
     return name;
 }
 
+/// The last bytes of a name, which are all bytes of nearly every one.
+std::uint64_t keyOf(std::string_view name) {
+    std::uint64_t key = 0;
+    for (const char byte : name)
+        key = key << 8 | static_cast<std::uint8_t>(byte);
+    return key;
+}
+
 } // namespace
 
 template <class Value>
 Value* Resources::Recent<Value>::find(std::string_view name) {
+    const std::uint64_t key = keyOf(name);
     for (std::size_t i = 0; i < count; ++i)
-        if (entries[i].name == name) return &entries[i].value;
+        if (entries[i].key == key && entries[i].name == name) return &entries[i].value;
     return nullptr;
 }
 
@@ -40,7 +49,7 @@ Value& Resources::Recent<Value>::add(std::string_view name, const Value& value) 
     Entry& entry = entries[next];
     next = (next + 1) % entries.size();
     if (count < entries.size()) ++count;
-    entry = {name, value};
+    entry = {keyOf(name), name, value};
     return entry.value;
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace quillow::pdf {
@@ -51,6 +52,7 @@ private:
     template <class Value>
     struct Recent {
         struct Entry {
+            std::uint64_t key = 0;
             std::string_view name;
             Value value{};
         };

@@ -42,7 +42,9 @@ public:
             p += 2;
             glyph = glyphs_.findPair(code);
         } else {
-            code = reader_.next(p, end);
+            const char* behind = p; // so that `p` itself can be in a register
+            code = reader_.next(behind, end);
+            p = behind;
             glyph = glyphs_.find(code);
         }
         return glyph != nullptr ? *glyph : makeGlyph(code);
