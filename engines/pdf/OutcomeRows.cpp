@@ -1,7 +1,7 @@
 #include "engines/pdf/OutcomeRows.h"
 
 #include "engines/pdf/layout/RowText.h"
-#include "text/Utf8.h"
+#include "text/TextSink.h"
 
 #include <algorithm>
 
@@ -54,19 +54,20 @@ std::uint16_t flagsOf(const PageLayout& layout, std::size_t index) {
 
 void describeRows(const PageLayout& layout, PageOutcome& outcome) {
     outcome.rows.reserve(layout.rows.size());
+    text::TextSink sink;
     for (std::size_t i = 0; i < layout.rows.size(); ++i) {
         const TextRow& row = layout.rows[i];
         OutcomeRow& described = outcome.rows.emplace_back();
-        described.begin = static_cast<std::uint32_t>(outcome.text.size());
-        for (const char32_t c : layout.textOf(row))
-            text::appendUtf8(outcome.text, c);
-        described.end = static_cast<std::uint32_t>(outcome.text.size());
-        outcome.text.push_back('\n');
+        described.begin = static_cast<std::uint32_t>(sink.size());
+        sink.append(layout.textOf(row));
+        described.end = static_cast<std::uint32_t>(sink.size());
+        sink.appendAscii('\n');
         described.baseline = row.baseline;
         described.size = row.size;
         described.room = row.room;
         described.flags = flagsOf(layout, i);
     }
+    outcome.text = sink.view();
 }
 
 } // namespace quillow::pdf

@@ -85,7 +85,10 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     }
     if (list.isCut) joiner.leaveOut(1, "more than " + std::to_string(kMaximumPages) + " pages");
     joiner.leaveOut(list.missing, missingPages(list));
-    return std::move(joiner).finish(pages);
+    Extraction extraction = std::move(joiner).finish(pages);
+    if (extraction.reason == Reason::ok && extraction.detail.empty() && document.isRepaired())
+        extraction.detail = "the file is damaged: its objects were searched for";
+    return extraction;
 }
 
 } // namespace quillow::pdf

@@ -95,6 +95,22 @@ bool hasLike(const std::vector<EdgeLine>& edge, const EdgeLine& line) {
     });
 }
 
+/// Pages that have nothing but lines like those of their neighbours are numbered tickets, cards or slides, unless a
+/// neighbour has text of its own: then they are the empty pages of a book.
+void keepPagesOfNothingElse(std::span<const PageOutcome> pages, std::vector<std::vector<std::uint32_t>>& running) {
+    std::vector<bool> hasText(pages.size());
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        hasText[i] = pages[i].rows.size() > running[i].size();
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        const std::size_t first = i - std::min(i, kReach);
+        const std::size_t last = std::min(i + kReach, pages.size() - 1);
+        bool isAmongText = false;
+        for (std::size_t page = first; page <= last; ++page)
+            isAmongText = isAmongText || hasText[page];
+        if (!isAmongText) running[i].clear();
+    }
+}
+
 } // namespace
 
 std::vector<std::vector<std::uint32_t>> runningLines(std::span<const PageOutcome> pages) {
@@ -119,6 +135,7 @@ std::vector<std::vector<std::uint32_t>> runningLines(std::span<const PageOutcome
         std::sort(running[i].begin(), running[i].end());
         running[i].erase(std::unique(running[i].begin(), running[i].end()), running[i].end());
     }
+    keepPagesOfNothingElse(pages, running);
     return running;
 }
 

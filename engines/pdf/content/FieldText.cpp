@@ -155,7 +155,8 @@ void FieldText::writeFreeText(const Dictionary& annotation, const Rectangle& pla
 /// Text of one line is in the middle of its rectangle, other text begins at the top.
 void FieldText::writeLines(std::u32string_view text, bool isMultiline, const Dictionary& annotation,
                            const Rectangle& place, const Matrix& toPage, Page& page) {
-    if (text.empty() || page.glyphs.size() + text.size() > kMaximumGlyphs) return;
+    if (text.empty()) return;
+    if (page.glyphs.size() + text.size() > kMaximumGlyphs) return interpreter_.countSkippedPart();
     const double height = place.top - place.bottom;
     double size = fontSizeOf(annotation);
     if (size <= 0 || size > height) size = std::min(kUsualSize, height * kLargestShare);

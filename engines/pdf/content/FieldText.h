@@ -38,7 +38,7 @@ private:
                     const Matrix& toPage, Page& page);
 
     Document& document_;
-    Interpreter& interpreter_; ///< only for its budget
+    Interpreter& interpreter_; ///< only for its budget and the account of what is left out
 };
 
 } // namespace quillow::pdf

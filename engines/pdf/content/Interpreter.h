@@ -44,6 +44,7 @@ public:
 
     /// Streams that were damaged or left out since `beginPage`, and limits that were reached.
     [[nodiscard]] std::uint64_t partsSkipped() const;
+    void countSkippedPart() { ++skipped_; }
     /// Charges the budget. False if it is spent: nothing more is read of the page.
     bool spend(std::size_t operators);
     /// The same for decoded bytes.

@@ -44,17 +44,13 @@ private:
     std::vector<std::size_t> lengths_;
 };
 
-/// The longest list of crypt filters whose lengths are tried. A file has one or two.
-constexpr std::size_t kMostFiltersTried = 8;
-
 KeyLengths keyLengths(const EncryptionValues& values) {
     KeyLengths lengths;
     if (values.version == 1) lengths.add(kShortestKey);
     if (values.version >= kFirstWithCryptFilters) lengths.add(kLongestOldKey);
     lengths.addStated(values.lengthInBits);
-    const std::size_t count = std::min(values.cryptFilters.size(), kMostFiltersTried);
-    for (std::size_t i = 0; i < count; ++i)
-        lengths.addStated(values.cryptFilters[i].length);
+    for (const EncryptionValues::CryptFilter& filter : values.cryptFilters)
+        lengths.addStated(filter.length);
     lengths.add(kLongestOldKey);
     lengths.add(kShortestKey);
     return lengths;

@@ -14,9 +14,9 @@ constexpr float kSlack = 0.3F;
 /// A ruling that reaches over so much of a table's width separates rows.
 constexpr float kWideShare = 0.8F;
 /// A head has at most so many bands.
-constexpr std::size_t kMostHeadBands = 7;
+constexpr std::size_t kMostBandsOfHead = 7;
 /// The bands of a head without a ruling below it are at most so far apart. In ems.
-constexpr float kMostHeadGap = 0.6F;
+constexpr float kMostGapInHead = 0.6F;
 /// So many of the cells below a head without a ruling are numbers.
 constexpr float kNumericShare = 0.5F;
 /// A row that goes on is nearer to what is above it than to what is below it by so much. In ems.
@@ -140,7 +140,7 @@ std::size_t AlignedTable::endOfHead(const Table& table) {
         const std::span<const Fragment> fragments = fragmentsOf(end, end + 1);
         const auto isNumber = [](const Fragment& fragment) { return fragment.column > 0 && fragment.isNumeric; };
         if (std::any_of(fragments.begin(), fragments.end(), isNumber)) break;
-        if (end > 0 && gapBetween(band(end - 1), band(end)) > kMostHeadGap) return 0;
+        if (end > 0 && gapBetween(band(end - 1), band(end)) > kMostGapInHead) return 0;
         ++end;
     }
     return isHead(end, false) ? end : 0;
@@ -149,7 +149,7 @@ std::size_t AlignedTable::endOfHead(const Table& table) {
 /// Whether the bands before `end` are lines of one head. Only one line of them has a label in the first column, as a
 /// rule: further ones would be rows.
 bool AlignedTable::isHead(std::size_t end, bool isRuled) {
-    if (end < 2 || end > kMostHeadBands || end >= bandCount()) return false;
+    if (end < 2 || end > kMostBandsOfHead || end >= bandCount()) return false;
     std::size_t labelled = 0;
     std::size_t numeric = 0;
     for (std::size_t i = 0; i < end; ++i) {

@@ -23,10 +23,10 @@ namespace {
 constexpr float kSameBand = 0.5F;
 /// Bands with so much in common are of one row: lines below one another never have.
 constexpr float kInterleaved = 0.2F;
-/// Bands of the head of a table above its first row of several lines, at most.
-constexpr std::size_t kMostHeadBands = 4;
+/// Single lines of the head above the first band of several cells, at most.
+constexpr std::size_t kMostBandsAbove = 4;
 /// They are at most so far apart. In ems.
-constexpr float kMostHeadGap = 1.0F;
+constexpr float kMostGapAbove = 1.0F;
 /// Bands further apart are not of one table unless rulings connect them. In ems.
 constexpr float kMostLeading = 2.0F;
 /// A stripe between columns is at least so wide. In ems.
@@ -230,14 +230,14 @@ private:
         float left = 0;
         float right = 0;
         extents(begin, end, left, right);
-        for (std::size_t i = begin; i > first && begin - i < kMostHeadBands; --i) {
+        for (std::size_t i = begin; i > first && begin - i < kMostBandsAbove; --i) {
             const float above =
-                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostHeadGap * bands_[i - 1].size;
+                i > 1 ? bands_[i - 2].bottom : bands_[i - 1].top + 2 * kMostGapAbove * bands_[i - 1].size;
             if (i < begin && hasRulingBetween(bands_[i].top, above, left, right)) return {i, end};
             if (isUnderlinedHeading(bands_[i - 1], bands_[i], stripes)) return {i - 1, end};
             const Line& line = lines_[bands_[i - 1].lines.front()];
             if (line.left < stripes.front().left || line.right > right + line.size) break;
-            if (gapBetween(bands_[i - 1], bands_[i]) > kMostHeadGap) break;
+            if (gapBetween(bands_[i - 1], bands_[i]) > kMostGapAbove) break;
             if (hasRulingBetween(bands_[i].top, bands_[i - 1].bottom, left, right)) break;
         }
         return {begin, end};
@@ -247,7 +247,7 @@ private:
     /// but not over the first one.
     [[nodiscard]] bool isUnderlinedHeading(const Band& band, const Band& below, std::span<const Stripe> stripes) {
         const Line& line = lines_[band.lines.front()];
-        if (band.isMultiple() || gapBetween(band, below) > kMostHeadGap) return false;
+        if (band.isMultiple() || gapBetween(band, below) > kMostGapAbove) return false;
         const auto begin =
             std::lower_bound(rulings_.horizontal.begin(), rulings_.horizontal.end(), below.top - below.size / 2,
                              [](const Ruling& ruling, float at) { return ruling.at < at; });

@@ -1,11 +1,11 @@
 // Cross-reference streams (ISO 32000-2, 7.5.8).
-#include "engines/pdf/Limits.h"
 #include "engines/pdf/syntax/CrossReferenceReader.h"
 #include "engines/pdf/syntax/StreamDecoder.h"
 #include "text/Bytes.h"
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace quillow::pdf {
 namespace {
@@ -64,9 +64,9 @@ std::vector<Subsection> subsectionsOf(const Dictionary& dictionary) {
 CrossReference entryOf(std::uint64_t type, std::uint64_t second, std::uint64_t third, std::size_t base,
                        std::size_t fileSize) {
     const auto last = static_cast<std::uint16_t>(std::min<std::uint64_t>(third, 0xFFFF));
-    if (type == 2 && second <= kMaximumObjectNumber) {
-        return {static_cast<std::uint32_t>(second), last, Kind::inObjectStream};
-    }
+    // Without a stream of such a number; its low bits may be those of another one.
+    if (type == 2 && second > std::numeric_limits<std::uint32_t>::max()) return {0, 0, Kind::free};
+    if (type == 2) return {static_cast<std::uint32_t>(second), last, Kind::inObjectStream};
     if (type != 1 || second == 0 || second >= fileSize - base) return {0, 0, Kind::free};
     return {static_cast<std::uint32_t>(second + base), last, Kind::inFile};
 }

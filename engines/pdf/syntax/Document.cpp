@@ -54,12 +54,8 @@ double Document::usedShare() const {
     return state_->usedShare();
 }
 
-std::uint64_t Document::damagedStreams() const {
-    return state_->damagedStreams();
-}
-
-bool Document::wasRepaired() const {
-    return state_->file()->isRepaired || state_->hasSearched();
+bool Document::isRepaired() const {
+    return state_->file()->isRepaired;
 }
 
 } // namespace quillow::pdf

@@ -59,10 +59,8 @@ public:
     /// How much of the limits has been used since it was opened or copied: the largest share of one of them, from 0 to
     /// 1.
     [[nodiscard]] double usedShare() const;
-    /// Streams that were damaged or were cut by a limit so far.
-    [[nodiscard]] std::uint64_t damagedStreams() const;
     /// Whether the cross-reference tables were wrong and the objects were found by a scan.
-    [[nodiscard]] bool wasRepaired() const;
+    [[nodiscard]] bool isRepaired() const;
 
 private:
     friend class Opening;

@@ -115,7 +115,6 @@ Object Document::State::readFromStream(std::uint32_t number, CrossReference entr
 /// The object as a scan of the whole file finds it, because its cross-reference is wrong. Other objects are not
 /// concerned: what an object is does not depend on which were read before.
 Object Document::State::search(std::uint32_t number) {
-    hasSearched_ = true;
     const CrossReference entry = file_->scan().latest.find(number);
     if (entry.kind != Kind::inFile) return {};
     const auto header = headerOf(number, entry);
@@ -159,9 +158,7 @@ StreamBytes Document::State::decode(const StreamContent& stream, text::ByteBuffe
 }
 
 StreamBytes Document::State::decodeWith(References& references, const StreamContent& stream, text::ByteBuffer& buffer) {
-    const StreamBytes bytes = decoder_.decode(stream, references, file_->decryption.get(), buffer);
-    damagedStreams_ += bytes.complete ? 0 : 1;
-    return bytes;
+    return decoder_.decode(stream, references, file_->decryption.get(), buffer);
 }
 
 bool Document::State::isInPlace(Reference reference) const {

@@ -27,8 +27,6 @@ public:
 
     [[nodiscard]] bool isExhausted() const { return followedLeft_ == 0 || decoder_.isExhausted(); }
     [[nodiscard]] double usedShare() const;
-    [[nodiscard]] std::uint64_t damagedStreams() const { return damagedStreams_; }
-    [[nodiscard]] bool hasSearched() const { return hasSearched_; }
 
 private:
     class OutsideObjectStreams;
@@ -57,8 +55,6 @@ private:
     std::unordered_map<std::uint32_t, std::unique_ptr<ObjectStream>> objectStreams_;
     std::size_t followedLeft_; ///< references that may still be followed
     std::size_t parsed_ = 0;   ///< bytes that objects were parsed from
-    std::uint64_t damagedStreams_ = 0;
-    bool hasSearched_ = false; ///< an object was not where its cross-reference says
 };
 
 } // namespace quillow::pdf

@@ -125,6 +125,24 @@ TEST(Reflow, runningHeadsAndPageNumbersAreDropped) {
     EXPECT_EQ(textOf(pagesWith({U"Ada", U"Letters", U"Ada", U"Letters"}, {U"viii", U"ix", U"x", U"xi"})), text);
 }
 
+TEST(Reflow, pagesOfNothingButNumberedLinesStay) {
+    std::vector<PageBuilder> tickets;
+    for (const std::u32string_view line : {U"Ticket 1.", U"Ticket 2.", U"Ticket 3."})
+        tickets.push_back(PageBuilder().text(100, 400, line));
+    EXPECT_EQ(textOf(tickets), "Ticket 1.\n\nTicket 2.\n\nTicket 3.\n");
+}
+
+TEST(Reflow, emptyPagesAmongTextHaveNoRunningLines) {
+    std::vector<PageBuilder> pages = pagesWith({U"Ada", U"Ada"}, {U"1", U"3"});
+    pages.insert(pages.begin() + 1, PageBuilder().text(100, 760, U"Ada").text(200, 40, U"2"));
+    EXPECT_EQ(textOf(pages), "The first text ends.\n\nA second ends itself.\n");
+}
+
+TEST(Reflow, controlCharactersAreNotText) {
+    EXPECT_EQ(textOf({pageOf({U"a\u0007b\u0001c\u0085d\uFFFF"})}), textOf({pageOf({U"abcd\uFFFF"})}));
+    EXPECT_EQ(textOf({pageOf({U"a\u0007b\u0001c"})}), "abc\n");
+}
+
 TEST(Reflow, linesThatDifferByMoreThanNumbersAreNotRunning) {
     EXPECT_EQ(
         textOf(pagesWith({U"", U"", U"", U""}, {U"one note", U"some other", U"its third", U"the last"})),

@@ -5,6 +5,7 @@
 #include "text/Bytes.h"
 
 #include <cmath>
+#include <limits>
 
 namespace quillow::pdf {
 namespace {
@@ -15,8 +16,8 @@ constexpr double kUsualScale = 0.001;
 /// A larger one is senseless.
 constexpr double kLargestWidth = 100;
 constexpr std::size_t kBytesARange = 3;
-/// FDSelect has their numbers in one byte: more cannot be used.
-constexpr std::size_t kMostFontDicts = 256;
+/// FDSelect has their numbers in one byte.
+constexpr std::size_t kFontDictsWithANumber = std::size_t{std::numeric_limits<std::uint8_t>::max()} + 1;
 
 } // namespace
 
@@ -28,7 +29,7 @@ CffWidths::CffWidths(const CffWidthSources& sources)
     }
     ByteCursor cursor = ByteCursor(sources.font).at(sources.fontDicts);
     const CffIndex dicts(cursor);
-    for (std::size_t i = 0; i < dicts.count() && i < kMostFontDicts; ++i)
+    for (std::size_t i = 0; i < dicts.count() && i < kFontDictsWithANumber; ++i)
         parts_.push_back(partOf(dicts[i]));
 }
 

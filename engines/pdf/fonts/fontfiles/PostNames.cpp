@@ -4,6 +4,7 @@
 #include "text/Bytes.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace quillow::pdf {
 namespace {
@@ -19,7 +20,8 @@ constexpr std::uint32_t kVersion25Fixed = 0x00028000;
 constexpr std::size_t kGlyphCount = 32;
 constexpr std::size_t kEntries = 34;
 /// Entries are numbers of 16 bits.
-constexpr std::size_t kMostStrings = 0x10000 - kMacintoshGlyphs;
+constexpr std::size_t kStringsWithANumber =
+    std::size_t{std::numeric_limits<std::uint16_t>::max()} + 1 - kMacintoshGlyphs;
 
 } // namespace
 
@@ -35,7 +37,7 @@ PostNames::PostNames(std::string_view table)
 
 void PostNames::readStrings(std::size_t start) {
     ByteCursor cursor = ByteCursor(table_).at(start);
-    while (!cursor.atEnd() && strings_.size() < kMostStrings) {
+    while (!cursor.atEnd() && strings_.size() < kStringsWithANumber) {
         strings_.push_back(soundGlyphName(cursor.take(cursor.u8())));
     }
 }

@@ -1,4 +1,5 @@
 // Annotations of a page (ISO 32000-2, 12.5) and form fields without an appearance (12.7).
+#include "engines/pdf/content/TextWriter.h"
 #include "tests/engines/pdf/content/ContentDump.h"
 
 #include <gtest/gtest.h>
@@ -176,6 +177,21 @@ TEST(PdfFields, ancestorsAreLookedAtAsFarAsAllowed) {
     };
     EXPECT_EQ(dumpBelow(kMaximumFieldDepth - 1), "52,607.5 f4294967295 10 annotation \"a\"\n");
     EXPECT_EQ(dumpBelow(kMaximumFieldDepth), "");
+}
+
+TEST(PdfFields, valuesBeyondTheLimitOfGlyphsAreLeftOut) {
+    const auto readWith = [](std::size_t glyphs) {
+        PdfBuilder pdf;
+        pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
+            .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+            .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Annots[4 0 R]>>")
+            .object(4, "<</Subtype/Widget/Rect[50 600 150 620]/FT/Tx/V(" + std::string(glyphs, 'a') + ")>>");
+        return readPage(pdf.table().bytes());
+    };
+    EXPECT_EQ(readWith(kMaximumGlyphs).page.glyphs.size(), kMaximumGlyphs);
+    const ReadPage left = readWith(kMaximumGlyphs + 1);
+    EXPECT_TRUE(left.page.glyphs.empty());
+    EXPECT_EQ(left.loss.partsSkipped, 1U);
 }
 
 TEST(PdfFields, othersHaveNoText) {

@@ -180,6 +180,9 @@ TEST(PageTree, boxesAreMadeSenseOf) {
         {"/MediaBox[0 0 200 100]/CropBox[300 300 400 400]", {0, 0, 200, 100}},
         {"/MediaBox[0 0 200 100]/CropBox[0 0 0 0]", {0, 0, 200, 100}},
         {"/CropBox[0 0 1000 100]", {0, 0, 612, 100}},
+        {"/MediaBox[0 0 10000000 100]", {0, 0, 1e7, 100}},
+        {"/MediaBox[0 0 10000001 100]", {0, 0, 612, 792}},
+        {"/MediaBox[0 -10000001 200 100]", {0, 0, 612, 792}},
     };
     for (const BoxCase& c : cases) {
         const Made made({"<</Kids[3 0 R]>>", "<</Type/Page" + std::string(c.entries) + ">>", "[1 2 3 4]", "7"});
@@ -211,6 +214,8 @@ TEST(PageTree, rotationsAreQuartersOfACircle) {
         {"/UserUnit 0", 0, 1},
         {"/UserUnit -1", 0, 1},
         {"/UserUnit/x", 0, 1},
+        {"/UserUnit 9999999", 0, 9999999},
+        {"/UserUnit 10000000", 0, 1},
     };
     for (const NumberCase& c : cases) {
         const Made made({"<</Kids[3 0 R]>>", "<</Type/Page" + std::string(c.entries) + ">>"});

@@ -88,12 +88,12 @@ TEST(PdfCffWidths, subroutinesCallOneAnotherUpToTheLimit) {
 
 TEST(PdfCffWidths, beginningEndsAtTheLimitOfSteps) {
     constexpr std::size_t kMostSteps = 1000;
-    // Returns at once, again and again; each call is four steps: number, call, return, number.
+    // Returns at once, again and again; each call is three steps: number, call, return.
     Cff font = fontWith("");
     font.subroutines = {"\x0B"};
     std::string calls;
-    while (calls.size() < kMostSteps * 4)
-        calls += "\x20\x0A"; // -107
+    while (calls.size() < kMostSteps) // 500 calls
+        calls += "\x20\x0A";          // -107
     font.charStrings[1] = calls + "\x0E";
     EXPECT_EQ(widthOf(font), std::nullopt);
     font.charStrings[1] = calls.substr(0, 600) + "\x0E"; // 300 calls, 900 steps

@@ -93,8 +93,8 @@ TEST(PdfPostNames, namesOfMoreThan127BytesAreNone) {
 
 TEST(PdfPostNames, keepsNoMoreStringsThanGlyphsCanName) {
     // A string of no bytes costs one byte of the table; what lies behind the last that a glyph can name is not read.
-    constexpr std::size_t kMostStrings = 0x10000 - 258;
-    std::string table = post2({0xFFFF, 0xFFFE}, {}) + std::string(kMostStrings - 1, '\0');
+    constexpr std::size_t kStringsWithANumber = 0x10000 - 258;
+    std::string table = post2({0xFFFF, 0xFFFE}, {}) + std::string(kStringsWithANumber - 1, '\0');
     table += u8(4) + std::string("last") + u8(6) + std::string("behind");
     PostNames names(table);
     EXPECT_EQ(names.nameOf(0), "last");
