@@ -53,14 +53,15 @@ double millisecondsSince(std::chrono::steady_clock::time_point begin) {
 } // namespace
 
 /// The extraction; where a password is needed and may be asked for, a second one with it.
-Extraction Converter::extractAsking(InputDocument& input, DocumentKind kind) {
+Extraction Converter::extractAsking(InputDocument& input, DocumentKind kind, unsigned threads) {
     const auto read = [&](const Options& options) {
         if (arguments_.explainedPage) return reader_.explain(input.bytes, kind, *arguments_.explainedPage, options);
         return reader_.read(input.bytes, kind, options);
     };
-    Extraction extraction = read(arguments_.options);
-    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
     Options options = arguments_.options;
+    options.threads = threads;
+    Extraction extraction = read(options);
+    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
     options.password = prompt_.password();
     return options.password.empty() ? extraction : read(options);
 }
@@ -73,7 +74,7 @@ Result Converter::extracted(InputDocument& input, const PlannedDocument& documen
     Result result;
     // The reader may release the bytes.
     if (sha256_) result.documentHash = sha256_->hexOf(input.bytes.view());
-    Extraction extraction = extractAsking(input, *kind);
+    Extraction extraction = extractAsking(input, *kind, document.threads);
     if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
     result.reason = extraction.reason;
     result.detail = std::move(extraction.detail);
@@ -131,14 +132,23 @@ Result Converter::written(Result result, const PlannedDocument& document) const 
     }
     const IfExists ifExists = arguments_.ifExists;
     const bool replaces = ifExists == IfExists::overwrite || ifExists == IfExists::newer;
-    const auto failure = folder_->write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
-    // Another program created the file while the document was read: skip applies to it too.
-    if (failure && failure->nameIsInUse && ifExists == IfExists::skip)
-        return withoutText(std::move(result), Reason::skipped, *document.textName + " already exists");
-    if (failure) return withoutText(std::move(result), Reason::unwritable, *document.textName + ": " + failure->detail);
-    result.textName = document.textName;
+    auto text = folder_->write(*document.textName, *result.text, replaces ? Present::replaced : Present::kept);
     result.text.reset();
+    if (const auto* const failure = std::get_if<OutputFailure>(&text))
+        return named(document, std::move(result), *failure);
+    result.textName = document.textName;
+    result.unnamed = std::move(std::get<std::shared_ptr<UnnamedText>>(text));
     return result;
+}
+
+Result Converter::named(const PlannedDocument& document, Result result,
+                        const std::optional<OutputFailure>& failure) const {
+    if (!failure) return result;
+    result.textName.reset();
+    // Another program created the file while the document was read: skip applies to it too.
+    if (failure->nameIsInUse && arguments_.ifExists == IfExists::skip)
+        return withoutText(std::move(result), Reason::skipped, *document.textName + " already exists");
+    return withoutText(std::move(result), Reason::unwritable, *document.textName + ": " + failure->detail);
 }
 
 Result Converter::convertUnguarded(const PlannedDocument& document) {

@@ -23,16 +23,20 @@ public:
         , folder_(outputFolder)
         , sha256_(sha256) {}
 
-    /// Reads the document, extracts its text and writes it. Does not throw if memory runs out. May be called from
-    /// several threads at once.
+    /// Reads the document, extracts its text and writes it to a file, which has no name yet. Does not throw if memory
+    /// runs out. May be called from several threads at once.
     [[nodiscard]] Result convert(const PlannedDocument& document);
+
+    /// The result when the text has its name, or when it did not get it.
+    [[nodiscard]] Result named(const PlannedDocument& document, Result result,
+                               const std::optional<OutputFailure>& failure) const;
 
 private:
     [[nodiscard]] Result convertUnguarded(const PlannedDocument& document);
     [[nodiscard]] std::optional<Result> decidedByExistingText(const PlannedDocument& document) const;
     [[nodiscard]] Result readAndExtract(const PlannedDocument& document);
     [[nodiscard]] Result extracted(InputDocument& input, const PlannedDocument& document);
-    [[nodiscard]] Extraction extractAsking(InputDocument& input, DocumentKind kind);
+    [[nodiscard]] Extraction extractAsking(InputDocument& input, DocumentKind kind, unsigned threads);
     [[nodiscard]] Result written(Result result, const PlannedDocument& document) const;
     /// The name of the text, if a run that was killed has already written it.
     [[nodiscard]] std::optional<std::string> writtenEarlier(const PlannedDocument& document,

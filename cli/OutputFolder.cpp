@@ -4,7 +4,9 @@
 #include "cli/PendingFile.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -66,18 +68,81 @@ bool syncFolder(int folder) {
     return ::fsync(folder) == 0 || errno == EINVAL;
 }
 
-std::optional<OutputFailure> writeInto(int folder, const std::string& name, std::string_view content, Present present) {
-    const Status replaced = present == Present::replaced ? statusOf(folder, name) : std::nullopt;
-    if (replaced)
-        if (auto why = protection(folder, name, *replaced)) return why;
-    PendingFile file(folder);
-    if (!file.isOpen() || !file.write(content) || !file.sync()) return failure();
-    if (replaced && S_ISREG(replaced->st_mode) && !file.takeOver(*replaced)) return failure();
-    if (!file.place(name, present)) return failure();
-    return std::nullopt;
+/// True for file systems of which it is known that syncfs(2) brings all bytes to the disk, those of files without a name
+/// included. Others, above all those on other machines, sync one file at a time.
+bool syncsTogether(int folder) {
+    struct statfs status = {};
+    if (::fstatfs(folder, &status) != 0) return false;
+    switch (static_cast<unsigned long>(status.f_type)) {
+    case EXT4_SUPER_MAGIC:
+    case XFS_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case OVERLAYFS_SUPER_MAGIC: return true;
+    default: return false;
+    }
 }
 
+/// The subfolder and the name in it.
+struct Place {
+    FileDescriptor below; ///< closed: the folder itself
+    std::string name;
+};
+
+class WrittenText final : public UnnamedText {
+public:
+    enum class Sync { done, alone, together };
+
+    WrittenText(int folder, Place place, Present present)
+        : place_(std::move(place))
+        , present_(present)
+        , folder_(place_.below.isOpen() ? place_.below.number() : folder)
+        , file_(folder_) {}
+
+    /// `device` is that of the folders that are synced together; std::nullopt: each file is synced alone, at once.
+    [[nodiscard]] std::optional<OutputFailure> write(std::string_view content, std::optional<dev_t> device) {
+        const Status replaced = present_ == Present::replaced ? statusOf(folder_, place_.name) : std::nullopt;
+        if (replaced)
+            if (auto why = protection(folder_, place_.name, *replaced)) return why;
+        if (!file_.isOpen() || !file_.write(content)) return failure();
+        if (replaced && S_ISREG(replaced->st_mode) && !file_.takeOver(*replaced)) return failure();
+        if (device && file_.device() == device)
+            sync_ = Sync::together;
+        else if (device)
+            sync_ = Sync::alone; // another file system is mounted below the folder
+        else if (!file_.sync())
+            return failure();
+        return std::nullopt;
+    }
+
+    std::optional<OutputFailure> sync(Together together) override {
+        if (sync_ == Sync::done) return std::nullopt;
+        const bool isOnDisk = sync_ == Sync::together && together == Together::yes && file_.hasReachedDisk();
+        return isOnDisk || file_.sync() ? std::nullopt : std::optional(failure());
+    }
+
+    std::optional<OutputFailure> place() override {
+        return file_.place(place_.name, present_) ? std::nullopt : std::optional(failure());
+    }
+
+private:
+    Place place_;
+    Present present_;
+    int folder_;
+    PendingFile file_;
+    Sync sync_ = Sync::done;
+};
+
 } // namespace
+
+OutputFolder::OutputFolder(FileDescriptor folder)
+    : folder_(std::move(folder))
+    , syncsTogether_(quillow::cli::syncsTogether(folder_.number()))
+    , below_(std::make_unique<Below>()) {
+    struct stat status = {};
+    if (::fstat(folder_.number(), &status) == 0) device_ = status.st_dev;
+}
 
 std::variant<OutputFolder, OutputFailure> OutputFolder::open(const std::string& path, Missing missing) {
     if (missing == Missing::made && ::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) return failure();
@@ -92,14 +157,23 @@ std::optional<timespec> OutputFolder::changeTime(const std::string& name) const 
     return status ? std::optional(status->st_mtim) : std::nullopt;
 }
 
-std::optional<OutputFailure> OutputFolder::write(const std::string& name, std::string_view content,
-                                                 Present present) const {
-    const std::string_view below = folderPart(name);
-    if (below.empty()) return writeInto(folder_.number(), name, content, present);
-    auto folder = openDeepBelow(folder_.number(), below);
-    if (auto* const failed = std::get_if<OutputFailure>(&folder)) return std::move(*failed);
-    remember(below);
-    return writeInto(std::get<FileDescriptor>(folder).number(), std::string(lastPart(name)), content, present);
+std::variant<std::shared_ptr<UnnamedText>, OutputFailure>
+OutputFolder::write(const std::string& name, std::string_view content, Present present) const {
+    Place place{{}, std::string(lastPart(name))};
+    if (const std::string_view below = folderPart(name); !below.empty()) {
+        auto folder = openDeepBelow(folder_.number(), below);
+        if (auto* const failed = std::get_if<OutputFailure>(&folder)) return std::move(*failed);
+        remember(below);
+        place.below = std::move(std::get<FileDescriptor>(folder));
+    }
+    auto text = std::make_shared<WrittenText>(folder_.number(), std::move(place), present);
+    if (auto failed = text->write(content, syncsTogether_ ? std::optional(device_) : std::nullopt))
+        return std::move(*failed);
+    return text;
+}
+
+bool OutputFolder::syncTogether() const {
+    return syncsTogether_ && ::syncfs(folder_.number()) == 0;
 }
 
 void OutputFolder::remember(std::string_view below) const {

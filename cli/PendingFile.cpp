@@ -113,6 +113,17 @@ bool PendingFile::sync() const {
     return ::fsync(file_.number()) == 0;
 }
 
+bool PendingFile::hasReachedDisk() const {
+    // Writes nothing any more, and reports the errors of what was written.
+    constexpr unsigned kAll = SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+    return ::sync_file_range(file_.number(), 0, 0, kAll) == 0;
+}
+
+dev_t PendingFile::device() const {
+    struct stat status = {};
+    return ::fstat(file_.number(), &status) == 0 ? status.st_dev : 0;
+}
+
 bool PendingFile::takeOver(const struct stat& replaced) const {
     struct stat own = {};
     if (::fstat(file_.number(), &own) != 0) return false;

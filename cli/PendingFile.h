@@ -29,6 +29,10 @@ public:
     [[nodiscard]] bool isOpen() const { return file_.isOpen(); }
     [[nodiscard]] bool write(std::string_view content) const;
     [[nodiscard]] bool sync() const;
+    /// After a sync of the whole file system: whether it wrote this file's bytes.
+    [[nodiscard]] bool hasReachedDisk() const;
+    /// The file's device; 0 if the system does not say.
+    [[nodiscard]] dev_t device() const;
     /// Copies the mode and, if the system allows it, the owner and group of the file to be replaced.
     [[nodiscard]] bool takeOver(const struct stat& replaced) const;
     /// Gives the file its name in the folder.

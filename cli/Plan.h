@@ -21,6 +21,7 @@ struct PlannedDocument {
     std::optional<DocumentKind> kind;    ///< std::nullopt: the name shows no kind, so the content decides
     std::optional<std::string> textName; ///< below the output folder; std::nullopt: standard output
     std::optional<InputFailure> failure; ///< already known: the document is not read
+    unsigned threads = 1;                ///< that may read it
     /// In a resumed run, the existing files that `textName` avoids: a run that was killed may have written one of them
     /// as the text of this document.
     std::vector<std::string> existingNames;

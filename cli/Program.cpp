@@ -4,14 +4,15 @@
 #include "cli/DocumentReader.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
-#include "cli/Memory.h"
 #include "cli/Messages.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
 #include "cli/RequestServer.h"
 #include "cli/Run.h"
+#include "cli/Threads.h"
 #include "cli/options/Arguments.h"
 #include "cli/options/HelpText.h"
+#include "posix/Arenas.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -58,11 +59,6 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-unsigned threadsOf(const Arguments& arguments, std::size_t documents) {
-    if (arguments.threads > 0) return arguments.threads;
-    return documents == 1 ? processors() : 1;
-}
-
 int failOnUsage(const std::string& mistake) {
     complain(programLine(mistake + "; see --help"));
     return kUsage;
@@ -91,6 +87,8 @@ int answer(Request request) {
 }
 
 int serveAll(Arguments arguments) {
+    arguments.threads = std::max(arguments.threads, 1U);
+    arguments.options.threads = arguments.threads;
     DocumentReader reader(arguments);
     if (const auto obstacle = reader.obstacle()) {
         complain(programLine(*obstacle));
@@ -175,13 +173,14 @@ int convertDocuments(Arguments arguments) {
 
     const Surroundings surroundings = {identityOf, currentFolder(),
                                        arguments.results ? identityOf(*arguments.results) : std::nullopt};
-    const Plan plan = makePlan(arguments, destination, std::move(inputs), surroundings, std::move(earlier));
+    Plan plan = makePlan(arguments, destination, std::move(inputs), surroundings, std::move(earlier));
     if (arguments.verbosity != Verbosity::quiet)
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
-    arguments.options.threads = threadsOf(arguments, plan.documents.size());
-    shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
-                            arguments.options.threads);
+    shareThreads(arguments, plan);
+    // In this process one document has all threads, or each of several has one, unless the user wants more. One more
+    // thread delivers.
+    shareMemoryWhereLimited(jobsOf(arguments) * std::max(arguments.threads, 1U) + 1);
     return convertAll({arguments, destination, plan, reader, results ? &*results : nullptr});
 }
 

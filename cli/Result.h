@@ -1,9 +1,11 @@
 // The result of converting one document.
 #pragma once
 
+#include "cli/UnnamedText.h"
 #include "engines/Extraction.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -15,7 +17,8 @@ enum class Acceptance { accepted, notAccepted };
 struct Result {
     Reason reason = Reason::damaged;
     std::string detail;
-    std::optional<std::string> text; ///< present until it is written
+    std::optional<std::string> text;      ///< present until it is written
+    std::shared_ptr<UnnamedText> unnamed; ///< then this, until it has its name
     std::uint64_t textBytes = 0;
     std::uint64_t pages = 0;
     LossAccount loss;

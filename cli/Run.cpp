@@ -9,16 +9,17 @@
 #include "cli/Program.h"
 #include "cli/Progress.h"
 #include "cli/Report.h"
+#include "cli/TextGroup.h"
+#include "cli/Threads.h"
 #include "cli/options/HelpText.h"
 #include "posix/FileDescriptor.h"
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <set>
 #include <string>
-#include <thread>
 
 namespace quillow::cli {
 
@@ -113,6 +114,14 @@ private:
     std::optional<ResultsFailure> unwritten_;
 };
 
+/// Each text that waits for its name is an open file.
+void raiseLimitOfFiles() {
+    rlimit limits{};
+    if (::getrlimit(RLIMIT_NOFILE, &limits) != 0) return;
+    limits.rlim_cur = limits.rlim_max;
+    static_cast<void>(::setrlimit(RLIMIT_NOFILE, &limits));
+}
+
 int convertToFolder(const Run& run, std::optional<Sha256> sha256) {
     const Destination& destination = run.destination;
     const auto missing =
@@ -125,9 +134,14 @@ int convertToFolder(const Run& run, std::optional<Sha256> sha256) {
     Converter converter(run.arguments, run.reader, &folder, sha256);
     Account account(run);
     const auto& documents = run.plan.documents;
+    TextGroup group([&folder] { return folder.syncTogether(); },
+                    [&](std::size_t i, Result result, const std::optional<OutputFailure>& failure) {
+                        return account.add(documents[i], converter.named(documents[i], std::move(result), failure));
+                    });
+    raiseLimitOfFiles();
     runBatch(
         documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
-        [&](std::size_t i, const Result& result) { return account.add(documents[i], result); });
+        [&](std::size_t i, Result result, Following following) { return group.add(i, std::move(result), following); });
     const int exitCode = account.finish();
     if (const auto failure = folder.sync()) return failOnFolder(destination.folder, *failure);
     return exitCode;
@@ -140,7 +154,7 @@ int convertToStandardOutput(const Run& run, std::optional<Sha256> sha256) {
     const auto& documents = run.plan.documents;
     runBatch(
         documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
-        [&](std::size_t i, const Result& result) {
+        [&](std::size_t i, const Result& result, Following) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();
                 broken = lastError();
@@ -159,14 +173,6 @@ int convertToStandardOutput(const Run& run, std::optional<Sha256> sha256) {
 int failOnStandardOutput(const std::string& why) {
     complain(resultLine("standard output", Reason::unwritable, why));
     return kDestinationUnwritable;
-}
-
-unsigned processors() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
-}
-
-unsigned jobsOf(const Arguments& arguments) {
-    return arguments.jobs > 0 ? arguments.jobs : processors();
 }
 
 int convertAll(const Run& run) {

@@ -22,11 +22,6 @@ struct Run {
 /// Returns the exit code.
 [[nodiscard]] int convertAll(const Run& run);
 
-/// The number of documents that are read at a time.
-[[nodiscard]] unsigned jobsOf(const Arguments& arguments);
-/// The number of processors, as far as the program uses them.
-[[nodiscard]] unsigned processors();
-
 /// Says that standard output takes no more, and why. Returns the exit code.
 [[nodiscard]] int failOnStandardOutput(const std::string& why);
 

@@ -44,6 +44,10 @@ enum class HiddenText { off, on };
 enum class HeadersFooters { off, on };
 enum class Reflow { off, joinLines };
 
+/// Runs the work on the calling thread and at the same time on up to `threads` - 1 others. Returns when all have ended.
+/// The work does not throw.
+using RunTogether = std::function<void(unsigned threads, const std::function<void()>& work)>;
+
 /// How to read the document and write the text; the same for every engine. The desktop program uses the defaults.
 struct Options {
     PageMarks pageMarks = PageMarks::off;
@@ -56,8 +60,9 @@ struct Options {
     /// The largest number of threads that read one document. Only pages of PDFs are read by several, and the text is
     /// the same whatever their number.
     unsigned threads = 1;
-    PageSelection pages;  ///< of a PDF; RTF and HTML have no pages that could be told apart
-    std::string password; ///< in UTF-8, for PDFs that the empty password does not open
+    RunTogether runTogether; ///< where those threads come from; if empty, they are started for the document
+    PageSelection pages;     ///< of a PDF; RTF and HTML have no pages that could be told apart
+    std::string password;    ///< in UTF-8, for PDFs that the empty password does not open
 };
 
 /// What was lost on the way from the document to its text.

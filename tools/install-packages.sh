@@ -12,7 +12,7 @@ testing=(groff-base libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdoto
          phonon4qt5-backend-null) # instead of the media player that dolphin's libraries would bring along
 fuzzing=(clang-14 libclang-rt-14-dev)
 mutating=(python3-clang-14 libgtest-dev)
-benching=(libbenchmark-dev libxml2-dev valgrind)
+benching=(libbenchmark-dev libxml2-dev valgrind poppler-utils w3m catdoc)
 
 packages=("${build[@]}")
 for what in "$@"; do
