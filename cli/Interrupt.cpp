@@ -54,6 +54,7 @@ void handleInterrupts() {
 }
 
 void endWithoutReader() {
+    PendingFile::abandonAll();
     if (!pipeSignalWasIgnored) {
         ::signal(SIGPIPE, SIG_DFL);
         ::raise(SIGPIPE);

@@ -9,8 +9,7 @@ namespace quillow::cli {
 void handleInterrupts();
 
 /// Ends the program by SIGPIPE, as a closed pipe ends any filter. If the parent process ignores that signal, ends it
-/// with kReaderGone, the exit code that a shell shows for SIGPIPE. Prints nothing. Call it only when no file is half
-/// written.
+/// with kReaderGone, the exit code that a shell shows for SIGPIPE. Prints nothing, and removes unfinished files.
 [[noreturn]] void endWithoutReader();
 
 } // namespace quillow::cli

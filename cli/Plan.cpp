@@ -171,6 +171,10 @@ private:
             plan_.finished.push_back({*reasons_[i], isForeign ? Acceptance::notAccepted : Acceptance::accepted});
         }
         plan_.documents = std::move(remaining);
+        if (!plan_.finished.empty())
+            plan_.notices.push_back(counted(plan_.finished.size(), "document has", "documents have") +
+                                    " a result already; " +
+                                    counted(plan_.documents.size(), "is converted now", "are converted now"));
     }
 
     const Arguments& arguments_;

@@ -100,9 +100,11 @@ int serveAll(Arguments arguments) {
     return kSomeFailed;
 }
 
-/// The input that is the file at `path`; nullptr if there is none.
-const std::string* inputAt(const std::string& path, const std::vector<NamedInput>& inputs) {
-    const auto identity = path == kStandardStream ? std::nullopt : identityOf(path);
+/// The input whose file is that of the results; nullptr if there is none. A resumed run needs no such look: a document
+/// does not begin as results do, and is left alone.
+const std::string* inputAtResults(const Arguments& arguments, const std::vector<NamedInput>& inputs) {
+    const bool isLooked = *arguments.results != kStandardStream && !arguments.isResumed();
+    const auto identity = isLooked ? identityOf(*arguments.results) : std::nullopt;
     if (!identity) return nullptr;
     for (const NamedInput& input : inputs)
         if (identityOf(input.path) == identity) return &input.path;
@@ -158,7 +160,7 @@ int convertDocuments(Arguments arguments) {
     std::optional<ResultsFile> results;
     EarlierResults earlier;
     if (arguments.results) {
-        if (const std::string* const input = inputAt(*arguments.results, inputs))
+        if (const std::string* const input = inputAtResults(arguments, inputs))
             return failOnUsage("the results would replace the document '" + *input + "'");
         auto opened = openResults(arguments);
         if (const auto* const failure = std::get_if<ResultsFailure>(&opened)) {

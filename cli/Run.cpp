@@ -65,11 +65,12 @@ int failOnFolder(const std::string& path, const OutputFailure& failure) {
 
 Progress::Shown progressOf(const Run& run) {
     const bool isQuiet = run.arguments.verbosity == Verbosity::quiet;
+    const bool mayAsk = run.arguments.askForPassword == AskForPassword::whenNeeded; // in the same line
     // A bar between the lines of a text would be in the way.
     const bool usesOutput =
         run.destination.kind == DestinationKind::standardOutput || run.arguments.results == kStandardStream;
-    return isQuiet || (usesOutput && ::isatty(STDOUT_FILENO) == 1) ? Progress::Shown::never
-                                                                   : Progress::Shown::onTerminal;
+    return isQuiet || mayAsk || (usesOutput && ::isatty(STDOUT_FILENO) == 1) ? Progress::Shown::never
+                                                                             : Progress::Shown::onTerminal;
 }
 
 /// What the run says of its documents, as they end.

@@ -6,7 +6,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libdeflate-dev
        zlib1g-dev nettle-dev libcli11-dev nlohmann-json3-dev libxcb1-dev fonts-dejavu-core qt6-wayland)
-testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
+testing=(groff-base libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0
          mutter nautilus kwin-wayland dolphin qtwayland5 xwayland
          phonon4qt5-backend-null) # instead of the media player that dolphin's libraries would bring along

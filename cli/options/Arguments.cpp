@@ -29,7 +29,7 @@ std::string mistakeOfResults(const Arguments& arguments) {
 std::string mistakeOfTheWhole(const Arguments& arguments) {
     if (arguments.documentsFrom == DocumentsFrom::requests) {
         if (!arguments.explainedPage && arguments.inputs.empty() && !arguments.inputList && !arguments.output &&
-            !arguments.results)
+            !arguments.results && arguments.shard == Shard())
             return {};
         return "option '--worker' takes documents from standard input only, and gives their texts on standard "
                "output";

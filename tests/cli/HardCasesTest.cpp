@@ -64,7 +64,7 @@ TEST(HardCases, namesOfAnyBytesAreConvertedAndNoted) {
         setting.input += path + '\0';
     const Outcome listed = run({"-0", "--files-from", "-", "-o", "out", "--resume", "r", "-v"}, setting);
     EXPECT_EQ(listed.exitCode, kAllConverted);
-    EXPECT_EQ(listed.errors, "") << "all are recognised as finished";
+    EXPECT_EQ(listed.errors, "quillow-convert: 9 documents have a result already; 0 are converted now\n");
 }
 
 TEST(HardCases, namesThatLeaveNoRoomForAnExtensionAreShortened) {
