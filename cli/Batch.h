@@ -12,8 +12,8 @@ enum class Next { goOn, stop };
 /// Whether the next result is there already.
 enum class Following { none, arrived };
 
-/// The most results that may wait for delivery, per thread and in all. Together with kWaitingBytes it limits the memory that a
-/// run uses for anything but the documents being read.
+/// The most results that may wait for delivery, per thread and in all. Together with kWaitingBytes it limits the memory
+/// that a run uses for anything but the documents being read.
 inline constexpr std::size_t kWaitingPerJob = 64;
 inline constexpr std::size_t kMaximumWaiting = 256;
 /// If the waiting texts have this many bytes, threads begin only the document that is delivered next.

@@ -8,8 +8,8 @@
 
 namespace quillow {
 
-/// True for file systems of which it is known that syncfs(2) brings all bytes to the disk, those of files without a name
-/// included. Others, above all those on other machines, sync one file at a time.
+/// True for file systems of which it is known that syncfs(2) brings all bytes to the disk, those of files without a
+/// name included. Others, above all those on other machines, sync one file at a time.
 [[nodiscard]] inline bool syncsTogether(int folder) {
     struct statfs status = {};
     if (::fstatfs(folder, &status) != 0) return false;

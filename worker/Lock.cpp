@@ -81,8 +81,8 @@ Isolation lockDown(const LockSettings& settings, const std::function<void()>& ma
     const bool gainsNothing = ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
     isolation.privileges = dropCapabilities() && gainsNothing;
     if (settings.landlock == LandlockUse::whereAvailable) isolation.landlockAbi = denyFilesAndNetwork();
-    // The kernel takes rights from one thread at a time. Threads that are made now have none; the filter then applies to
-    // all of them.
+    // The kernel takes rights from one thread at a time. Threads that are made now have none; the filter then applies
+    // to all of them.
     makeThreads();
     isolation.limits = limitProcesses() && noFile;
     isolation.systemCalls = filterSystemCalls();

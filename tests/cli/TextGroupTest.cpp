@@ -1,5 +1,5 @@
-// The order in which texts reach the disk, get their names, and are told: a crash of the system at any moment leaves whole
-// texts only, and no result without its text.
+// The order in which texts reach the disk, get their names, and are told: a crash of the system at any moment leaves
+// whole texts only, and no result without its text.
 #include "cli/TextGroup.h"
 
 #include <gtest/gtest.h>
