@@ -35,6 +35,7 @@ DocumentText::Outcome DocumentText::read(const QString& path) const {
     if (*kind == DocumentKind::rtf) return readRtf(path);
     if (*kind == DocumentKind::rtfd) return readRtf(stringWithFormat(QStringLiteral("%@/TXT.rtf"), {path}));
     const std::optional<QByteArray> bytes = ports_.fileSystem.contentsOfFile(path);
+    if (!bytes && ports_.fileSystem.isTooLarge(path)) return {};
     if (!bytes) return {End::bytesUnreadable, std::nullopt, std::nullopt};
     if (*kind == DocumentKind::pdf) return pdf(ports_.pdfTextReader.stringOfPDF(*bytes));
     return styled(ports_.htmlTextReader.initWithHTML(*bytes));

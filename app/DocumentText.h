@@ -25,7 +25,7 @@ public:
 
     enum class End : std::uint8_t {
         text,            ///< there is a text
-        noText,          ///< the document has none, or its kind is not one that is read
+        noText,          ///< the document has none, is too large, or its kind is not one that is read
         bytesUnreadable, ///< HTML or PDF whose bytes could not be read
     };
 

@@ -18,6 +18,10 @@ public:
     /// empty file it returns empty bytes, not std::nullopt.
     [[nodiscard]] virtual std::optional<QByteArray> contentsOfFile(const QString& path) const = 0;
 
+    /// True for a file that contentsOfFile() refuses for its size alone: it takes no larger ones, or there is no memory
+    /// for it.
+    [[nodiscard]] virtual bool isTooLarge(const QString& path) const = 0;
+
     /// True if an item exists at the path after symbolic links are followed. `*isDirectory` (may be null) is then set
     /// to whether it is a folder; otherwise it is unchanged.
     [[nodiscard]] virtual bool fileExistsAtPath(const QString& path, bool* isDirectory) const = 0;

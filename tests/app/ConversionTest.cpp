@@ -405,6 +405,17 @@ TEST_F(ConversionTest, documentsWithoutTextAreReportedAndTheBatchGoesOn) {
                                        converted(u"/in/good.rtf"_s, u"/texts/good.txt"_s)}));
 }
 
+TEST_F(ConversionTest, documentsThatAreTooLargeAreReportedAndTheBatchGoesOn) {
+    for (const QString& path : {u"/in/1.pdf"_s, u"/in/2.html"_s, u"/in/3.rtf"_s}) {
+        fakes.files.addFile(path);
+        fakes.files.makeTooLarge(path);
+    }
+    fakes.files.addFile(u"/in/good.rtf"_s, "text");
+    convertBatch({u"/in/1.pdf"_s, u"/in/2.html"_s, u"/in/3.rtf"_s, u"/in/good.rtf"_s});
+    EXPECT_EQ(logLines(), (QStringList{noText(u"/in/1.pdf"_s), noText(u"/in/2.html"_s), noText(u"/in/3.rtf"_s),
+                                       converted(u"/in/good.rtf"_s, u"/texts/good.txt"_s)}));
+}
+
 TEST_F(ConversionTest, otherTypeInABatchIsReportedWithoutASheet) {
     fakes.files.addFile(u"/in/notes.txt"_s, "text");
     fakes.files.addFile(u"/in/good.rtf"_s, "text");

@@ -25,8 +25,13 @@ QString folderOf(const QString& path) {
 
 std::optional<QByteArray> FakeFileSystem::contentsOfFile(const QString& path) const {
     const Item* item = itemAt(path);
-    if (!item || item->kind != Kind::file || !item->isReadable) return std::nullopt;
+    if (!item || item->kind != Kind::file || !item->isReadable || item->isTooLarge) return std::nullopt;
     return item->bytes;
+}
+
+bool FakeFileSystem::isTooLarge(const QString& path) const {
+    const Item* item = itemAt(path);
+    return item && item->isReadable && item->isTooLarge;
 }
 
 bool FakeFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {
@@ -100,6 +105,10 @@ void FakeFileSystem::addSymbolicLink(const QString& path, const QString& target)
 
 void FakeFileSystem::makeUnreadable(const QString& path) {
     items_[path].isReadable = false;
+}
+
+void FakeFileSystem::makeTooLarge(const QString& path) {
+    items_[path].isTooLarge = true;
 }
 
 void FakeFileSystem::remove(const QString& path) {

@@ -19,6 +19,7 @@ public:
         : journal_(journal) {}
 
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
+    [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
 
@@ -32,6 +33,7 @@ public:
     void addFolder(const QString& path);
     void addSymbolicLink(const QString& path, const QString& target);
     void makeUnreadable(const QString& path);
+    void makeTooLarge(const QString& path);
     void remove(const QString& path);
     /// Moves an item with its contents. It keeps its number.
     void move(const QString& from, const QString& to);
@@ -54,6 +56,7 @@ private:
         QByteArray bytes;
         QString target;
         bool isReadable = true;
+        bool isTooLarge = false;
         std::uint64_t number = 0;
     };
 

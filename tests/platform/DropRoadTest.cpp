@@ -11,6 +11,7 @@
 #include "platform/qt/dialogs/QtAlerts.h"
 #include "platform/qt/dialogs/QtPanels.h"
 #include "platform/qt/dragdrop/DropArea.h"
+#include "platform/qt/files/GroupedFileSystem.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "tests/fakes/FakePlatform.h"
@@ -52,6 +53,12 @@ private:
     std::function<void()> happening_;
 };
 
+worker::Limits fewSeconds() {
+    worker::Limits limits;
+    limits.time = std::chrono::seconds(3);
+    return limits;
+}
+
 class DropRoad : public testing::Test {
 protected:
     void SetUp() override {
@@ -69,7 +76,7 @@ protected:
         fakes_.updateCheck = UpdateCheck::leftOut;
         return {alerts_,           fakes_.archive,      world_.bookmarkStore,
                 fakes_.bundle,     fakes_.clock,        fakes_.dates,
-                fakes_.defaults,   fakes_.documents,    world_.fileSystem,
+                fakes_.defaults,   fakes_.documents,    fileSystem_,
                 fakes_.html,       fakes_.mainQueue,    fakes_.menus,
                 panels_,           fakes_.pdf,          backgroundReader_,
                 fakes_.systemInfo, fakes_.termination,  fakes_.timers,
@@ -149,6 +156,8 @@ protected:
     // Results.
 
     QStringList written() const {
+        // The log comes after the texts. Most tests look at the texts before they look at the log.
+        static_cast<void>(fileSystem_.contentsOfDirectory(texts()));
         return QDir(texts()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     QStringList logLines() {
@@ -170,6 +179,7 @@ protected:
 
     DiskFileWorld world_;
     FakePlatform fakes_;
+    GroupedFileSystem fileSystem_{world_.fileSystem, fakes_.mainQueue};
     QWidget widget_;
     QWidget preferencesWidget_;
     QtWindow window_{widget_};
@@ -183,7 +193,7 @@ protected:
     QtAlerts alerts_{sheets_, mainQueue_};
     QtPanels panels_{sheets_, world_.workspace};
     std::function<void()> happening_;
-    IsolatedEngine engine_;
+    IsolatedEngine engine_{QUILLOW_BINARY_DIR "/bin/attack_worker", fewSeconds()}; // reads harmless ones as the product
     EngineRtfTextReader engineReader_{DocumentExtractor(
         {}, [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine_.extract(bytes, kind); })};
     InterruptedReader interruptedReader_{engineReader_, [this] {
@@ -215,6 +225,25 @@ TEST_F(DropRoad, manyDocumentsAskOnceAndOneOkConvertsThemAll) {
     EXPECT_EQ(logLines(), converted(paths));
     EXPECT_EQ(delegate_.numberProcessed(), Boxed(kMany));
     EXPECT_TRUE(delegate_.fileToProcessPathArray().isEmpty());
+}
+
+TEST_F(DropRoad, aHostileDocumentCostsItsOwnEntryOnly) {
+    launch();
+    const QStringList paths = documents(6);
+    world_.addFile(paths[1], "attack:crash");
+    world_.addFile(paths[2], "attack:loop");
+    world_.addFile(paths[3], "attack:fork");
+    world_.addFile(paths[4], "");
+    std::filesystem::resize_file(DiskFileWorld::native(paths[4]), QtFileSystem::kMaximumFileSize + 1);
+    drop(paths);
+    chooseFolder(texts());
+    QStringList expected;
+    for (const QString& path : paths)
+        expected.append(QStringLiteral("Not able to extract any text from ") + path);
+    expected.front() = converted(paths.front());
+    expected.back() = converted(paths.back());
+    EXPECT_EQ(logLines(), expected);
+    EXPECT_EQ(written(), (QStringList{QStringLiteral("0.txt"), QStringLiteral("5.txt")}));
 }
 
 TEST_F(DropRoad, cancelConvertsNoneOfManyAndALaterDropStartsAfresh) {
@@ -323,7 +352,7 @@ TEST_F(DropRoad, aMovedFixedFolderIsUsedWhereItIsNowAndItsBookmarkStays) {
     world_.move(texts(), world_.root() + QStringLiteral("/Moved"));
     drop(documents(1));
     EXPECT_EQ(dialogs(), 0);
-    EXPECT_TRUE(QFile::exists(world_.root() + QStringLiteral("/Moved/0.txt")));
+    EXPECT_TRUE(fileSystem_.fileExistsAtPath(world_.root() + QStringLiteral("/Moved/0.txt"), nullptr));
     EXPECT_EQ(fakes_.defaults.objectForKey(QStringLiteral("destBookmark")), bookmark);
 }
 
@@ -345,7 +374,7 @@ TEST_F(DropRoad, aFixedFolderThatIsNowAFileIsTold) {
     drop(documents(1));
     EXPECT_EQ(dialogs(), 1);
     press(u"Cancel");
-    EXPECT_EQ(world_.fileSystem.contentsOfFile(texts()), QByteArray("not a folder"));
+    EXPECT_EQ(fileSystem_.contentsOfFile(texts()), QByteArray("not a folder"));
     EXPECT_TRUE(logLines().isEmpty());
 }
 
@@ -391,8 +420,8 @@ TEST_F(DropRoad, aFixedFolderAndDocumentsWhoseNamesAreNotUtf8KeepTheirBytes) {
     EXPECT_EQ(delegate_.displayDestinationPath(), folder);
     drop({letter, bundle});
     EXPECT_EQ(dialogs(), 0);
-    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + pathFromBytes("/caf\xE9.txt")), QByteArray("letter\n"));
-    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + pathFromBytes("/no\xEBl.txt")), QByteArray("bundle\n"));
+    EXPECT_EQ(fileSystem_.contentsOfFile(folder + pathFromBytes("/caf\xE9.txt")), QByteArray("letter\n"));
+    EXPECT_EQ(fileSystem_.contentsOfFile(folder + pathFromBytes("/no\xEBl.txt")), QByteArray("bundle\n"));
     EXPECT_EQ(logLines(), QStringList({QStringLiteral("Converted ") + letter + QStringLiteral("  >>  ") + folder +
                                            pathFromBytes("/caf\xE9.txt"),
                                        QStringLiteral("Converted ") + bundle + QStringLiteral("  >>  ") + folder +
@@ -406,7 +435,7 @@ TEST_F(DropRoad, aChosenFolderWhoseNameIsNotUtf8IsConvertedInto) {
     drop(documents(1));
     chooseFolder(fileUrlFromPath(folder).toString(QUrl::FullyEncoded));
     EXPECT_EQ(delegate_.effectiveDestinationPath(), folder);
-    EXPECT_EQ(world_.fileSystem.contentsOfFile(folder + QStringLiteral("/0.txt")), QByteArray("text 0\n"));
+    EXPECT_EQ(fileSystem_.contentsOfFile(folder + QStringLiteral("/0.txt")), QByteArray("text 0\n"));
 }
 
 // deliberate: failed writes are not detected, so the log says "Converted". No half-written file is left.
@@ -424,8 +453,7 @@ TEST_F(DropRoad, onAFullDiskNoHalfWrittenTextIsLeft) {
     EXPECT_EQ(dialogs(), 0);
     EXPECT_EQ(logLines(), converted(paths));
     EXPECT_EQ(written(), QStringList{QStringLiteral("long.txt")});
-    EXPECT_EQ(world_.fileSystem.contentsOfFile(texts() + QStringLiteral("/long.txt")),
-              QByteArray("the text of last time"));
+    EXPECT_EQ(fileSystem_.contentsOfFile(texts() + QStringLiteral("/long.txt")), QByteArray("the text of last time"));
 }
 
 TEST_F(DropRoad, aFolderThatTakesNoFilesIsNotTold) {
@@ -437,7 +465,7 @@ TEST_F(DropRoad, aFolderThatTakesNoFilesIsNotTold) {
     drop(paths);
     EXPECT_EQ(dialogs(), 0);
     EXPECT_EQ(logLines(), QStringList{QStringLiteral("Converted %1  >>  /proc/0.txt").arg(paths.constFirst())});
-    EXPECT_FALSE(QFile::exists(QStringLiteral("/proc/0.txt")));
+    EXPECT_FALSE(fileSystem_.fileExistsAtPath(QStringLiteral("/proc/0.txt"), nullptr));
 }
 
 TEST_F(DropRoad, beforeLaunchHasFinishedADropHasNoEffect) {

@@ -90,6 +90,14 @@ TEST_F(QtFileSystemTest, refusesFilesTooLargeForMemory) {
     ASSERT_EQ(::ftruncate(file, QtFileSystem::kMaximumFileSize + 1), 0);
     ::close(file);
     EXPECT_FALSE(world_.fileSystem.contentsOfFile(at(u"huge.pdf")).has_value());
+    EXPECT_TRUE(world_.fileSystem.isTooLarge(at(u"huge.pdf")));
+}
+
+TEST_F(QtFileSystemTest, whatCannotBeReadForAnotherReasonIsNotTooLarge) {
+    world_.addFile(at(u"file"), "x");
+    world_.addFolder(at(u"folder"));
+    for (const char16_t* name : {u"file", u"folder", u"missing"})
+        EXPECT_FALSE(world_.fileSystem.isTooLarge(at(name)));
 }
 
 TEST_F(QtFileSystemTest, refusesRelativePathsAndNullCharacters) {
@@ -99,11 +107,12 @@ TEST_F(QtFileSystemTest, refusesRelativePathsAndNullCharacters) {
 }
 
 #ifndef __SANITIZE_ADDRESS__ // its allocator aborts the program instead
-TEST_F(QtFileSystemTest, aFileLargerThanTheMemoryIsUnreadable) {
+TEST_F(QtFileSystemTest, aFileLargerThanTheMemoryIsTooLarge) {
     world_.addFile(at(u"large"), "x");
     std::filesystem::resize_file(DiskFileWorld::native(at(u"large")), QtFileSystem::kMaximumFileSize);
     const LittleMemory littleMemory;
     EXPECT_FALSE(world_.fileSystem.contentsOfFile(at(u"large")).has_value());
+    EXPECT_TRUE(world_.fileSystem.isTooLarge(at(u"large")));
 }
 #endif
 

@@ -7,7 +7,7 @@
 
 #include <arpa/inet.h>
 #include <fcntl.h>
-#include <sched.h>
+#include <linux/sched.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/ptrace.h>

@@ -111,6 +111,11 @@ std::optional<QByteArray> GroupedFileSystem::contentsOfFile(const QString& path)
     return inner_.contentsOfFile(path);
 }
 
+bool GroupedFileSystem::isTooLarge(const QString& path) const {
+    waitFor(path);
+    return inner_.isTooLarge(path);
+}
+
 bool GroupedFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {
     waitFor(path);
     return inner_.fileExistsAtPath(path, isDirectory);

@@ -32,6 +32,7 @@ public:
     ~GroupedFileSystem() override;
 
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
+    [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
     bool createDirectory(const QString& path) override;

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <new>
@@ -32,6 +33,29 @@ std::optional<QByteArray> systemPath(const QString& path) {
 /// The file that a write to `path` replaces: the target, if the path is a symbolic link to an existing item.
 QByteArray replacedFile(const QByteArray& path) {
     return realPath(path).value_or(path);
+}
+
+struct OpenFile {
+    FileDescriptor descriptor;
+    off_t size;
+};
+
+/// The file for reading; std::nullopt for other items than files.
+std::optional<OpenFile> openFile(const QString& path) {
+    const auto name = systemPath(path);
+    if (!name) return std::nullopt;
+    // O_NONBLOCK, so that a named pipe with a document's name cannot block the program.
+    OpenFile file{FileDescriptor(::open(name->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)), 0};
+    struct stat status = {};
+    if (!file.descriptor.isOpen() || ::fstat(file.descriptor.number(), &status) != 0) return std::nullopt;
+    if (!S_ISREG(status.st_mode)) return std::nullopt;
+    file.size = status.st_size;
+    return file;
+}
+
+bool hasMemoryFor(off_t size) {
+    const std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[static_cast<std::size_t>(size) + 1]);
+    return memory != nullptr;
 }
 
 /// All bytes of an open file. `size` is its size when it was opened. Returns std::nullopt after an error, or if the
@@ -59,19 +83,18 @@ std::optional<QByteArray> wholeFile(int descriptor, qsizetype size) {
 } // namespace
 
 std::optional<QByteArray> QtFileSystem::contentsOfFile(const QString& path) const {
-    const auto name = systemPath(path);
-    if (!name) return std::nullopt;
-    // O_NONBLOCK, so that a named pipe with a document's name cannot block the program.
-    const FileDescriptor file(::open(name->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status = {};
-    if (!file.isOpen() || ::fstat(file.number(), &status) != 0) return std::nullopt;
-    if (!S_ISREG(status.st_mode) || status.st_size > kMaximumFileSize) return std::nullopt;
-
+    const auto file = openFile(path);
+    if (!file || file->size > kMaximumFileSize) return std::nullopt;
     try {
-        return wholeFile(file.number(), static_cast<qsizetype>(status.st_size));
+        return wholeFile(file->descriptor.number(), static_cast<qsizetype>(file->size));
     } catch (const std::bad_alloc&) {
         return std::nullopt; // too large for the free memory
     }
+}
+
+bool QtFileSystem::isTooLarge(const QString& path) const {
+    const auto file = openFile(path);
+    return file && (file->size > kMaximumFileSize || !hasMemoryFor(file->size));
 }
 
 bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) const {

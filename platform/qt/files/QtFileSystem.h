@@ -16,6 +16,7 @@ public:
         : access_(access) {}
 
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
+    [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
     bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
     /// The first part of an atomic write. The caller then syncs the file and gives it its name.
