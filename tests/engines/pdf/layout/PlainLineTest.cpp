@@ -154,6 +154,21 @@ TEST(PdfGlyphScan, oneLetterAnywhereChangesWhatARunIs) {
     }
 }
 
+TEST(PdfGlyphScan, anAccentOverALetterIsNotPlain) {
+    for (std::size_t at = 1; at < 9; ++at) {
+        const auto accented = [at](float back) {
+            std::u32string text(10, U'a');
+            text[at] = U'^';
+            return scanned(text, [at, back](Page& page) {
+                page.glyphs[at].width = 2;
+                page.glyphs[at].offset -= back;
+            });
+        };
+        EXPECT_FALSE(accented(1.5F).letters.isPlain) << at;
+        EXPECT_TRUE(accented(0.5F).letters.isPlain) << at;
+    }
+}
+
 TEST(PdfGlyphScan, aBlankIsSeenOnlyIfItsLettersAreApart) {
     for (std::size_t at = 1; at < 9; ++at) {
         std::u32string text(10, U'a');
