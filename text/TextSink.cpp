@@ -59,12 +59,12 @@ std::size_t writeBlock(std::u32string_view codePoints, char* to) {
     const __m128i first = _mm_packs_epi32(_mm_loadu_si128(from), _mm_loadu_si128(from + 1));
     const __m128i second = _mm_packs_epi32(_mm_loadu_si128(from + 2), _mm_loadu_si128(from + 3));
     const __m128i bytes = _mm_packus_epi16(first, second); // larger ones are 0xFF now, or 0
-    const __m128i isPrintable = _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(0x1F)),
-                                              _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x7F)));
+    const __m128i isPrintable =
+        _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(0x1F)), _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x7F)));
     const __m128i isLineEnd = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n'));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
-    return static_cast<std::size_t>(std::countr_one(
-        static_cast<std::uint16_t>(_mm_movemask_epi8(_mm_or_si128(isPrintable, isLineEnd)))));
+    return static_cast<std::size_t>(
+        std::countr_one(static_cast<std::uint16_t>(_mm_movemask_epi8(_mm_or_si128(isPrintable, isLineEnd)))));
 #else
     static_cast<void>(codePoints);
     static_cast<void>(to);

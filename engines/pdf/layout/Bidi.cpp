@@ -174,8 +174,7 @@ constexpr char32_t kFirstRightToLeft = 0x0590;
 /// Whether text has a character of a block with letters from the right.
 bool mayBeFromTheRight(std::u32string_view text) {
     const auto isFromTheRight = [](char32_t c) {
-        return c >= kFirstRightToLeft &&
-               (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
+        return c >= kFirstRightToLeft && (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
     };
     constexpr std::size_t kBlock = 64; // characters that are looked at together, without a branch for each
     while (!text.empty()) {

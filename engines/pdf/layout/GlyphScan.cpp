@@ -64,7 +64,9 @@ public:
     }
 
 private:
-    static constexpr bool isPrintableAscii(char32_t c) { return c >= 0x20 && c < 0x7F; }
+    static constexpr bool isPrintableAscii(char32_t c) {
+        return c >= 0x20 && c < 0x7F;
+    }
 
     static bool areAsciiOrPlain(std::u32string_view text, bool& hasLigatures) {
         for (const char32_t c : text) {
@@ -75,10 +77,16 @@ private:
         return true;
     }
 
-    [[nodiscard]] float leftOf(std::size_t i) const { return start_ + glyphs_[i].offset; }
-    [[nodiscard]] float rightOf(std::size_t i) const { return leftOf(i) + glyphs_[i].width; }
+    [[nodiscard]] float leftOf(std::size_t i) const {
+        return start_ + glyphs_[i].offset;
+    }
+    [[nodiscard]] float rightOf(std::size_t i) const {
+        return leftOf(i) + glyphs_[i].width;
+    }
     /// The same but for rounding: what spans end at.
-    [[nodiscard]] float endOf(std::size_t i) const { return start_ + (glyphs_[i].offset + glyphs_[i].width); }
+    [[nodiscard]] float endOf(std::size_t i) const {
+        return start_ + (glyphs_[i].offset + glyphs_[i].width);
+    }
 
     void addGlyph(std::size_t i) {
         const float left = leftOf(i);
@@ -91,8 +99,8 @@ private:
         if (i == 0) return;
         const float gap = left - rightOf(i - 1);
         const bool isBehindBlank = text_[i - 1] == U' ';
-        isOrdered_ = isOrdered_ && left >= leftOf(i - 1) && left >= rightOf(i - 1) - overlap_ &&
-                     left - endOf(i - 1) <= wide_;
+        isOrdered_ =
+            isOrdered_ && left >= leftOf(i - 1) && left >= rightOf(i - 1) - overlap_ && left - endOf(i - 1) <= wide_;
         isKerned_ = isKerned_ || gap < kerned_;
         if (isBlank)
             isPlain_ = isPlain_ && !isBehindBlank;
@@ -129,10 +137,13 @@ private:
             const __m128 a = _mm_loadu_ps(from);
             const __m128 b = _mm_loadu_ps(from + kBlock);
             const __m128 c = _mm_loadu_ps(from + 2 * kBlock);
-            const __m128 text = _mm_shuffle_ps(a, _mm_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2)), _MM_SHUFFLE(2, 0, 3, 0));
-            const __m128 offset = _mm_shuffle_ps(_mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 0, 1, 1)),
-                                                 _mm_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3)), _MM_SHUFFLE(2, 0, 2, 0));
-            const __m128 width = _mm_shuffle_ps(_mm_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2)), c, _MM_SHUFFLE(3, 0, 2, 0));
+            const __m128 text =
+                _mm_shuffle_ps(a, _mm_shuffle_ps(b, c, _MM_SHUFFLE(1, 1, 2, 2)), _MM_SHUFFLE(2, 0, 3, 0));
+            const __m128 offset =
+                _mm_shuffle_ps(_mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 0, 1, 1)),
+                               _mm_shuffle_ps(b, c, _MM_SHUFFLE(2, 2, 3, 3)), _MM_SHUFFLE(2, 0, 2, 0));
+            const __m128 width =
+                _mm_shuffle_ps(_mm_shuffle_ps(a, b, _MM_SHUFFLE(1, 1, 2, 2)), c, _MM_SHUFFLE(3, 0, 2, 0));
             const __m128i characters = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text_ + i));
 
             const __m128 left = _mm_add_ps(start, offset);
@@ -145,24 +156,24 @@ private:
             const __m128 isBehind = _mm_and_ps(_mm_cmpge_ps(left, shifted(lefts, left)),
                                                _mm_cmpge_ps(left, _mm_sub_ps(rightBefore, _mm_set1_ps(overlap_))));
             const __m128 isNear = _mm_cmple_ps(_mm_sub_ps(left, shifted(ends, end)), _mm_set1_ps(wide_));
-            ordered = _mm_and_ps(ordered, _mm_and_ps(_mm_and_ps(hasText, _mm_cmpgt_ps(right, left)),
-                                                     _mm_and_ps(isBehind, isNear)));
+            ordered = _mm_and_ps(
+                ordered, _mm_and_ps(_mm_and_ps(hasText, _mm_cmpgt_ps(right, left)), _mm_and_ps(isBehind, isNear)));
 
             const __m128i blank = _mm_cmpeq_epi32(characters, _mm_set1_epi32(' '));
             const __m128 isBlank = _mm_castsi128_ps(blank);
             const __m128 isBehindBlank =
                 _mm_castsi128_ps(_mm_or_si128(_mm_slli_si128(blank, 4), _mm_srli_si128(blanks, 12)));
-            const __m128 isWide =
-                _mm_cmpgt_ps(_mm_sub_ps(left, shiftedByTwo(rights, right)), _mm_set1_ps(leastBlank_));
+            const __m128 isWide = _mm_cmpgt_ps(_mm_sub_ps(left, shiftedByTwo(rights, right)), _mm_set1_ps(leastBlank_));
             // Behind a blank there is a letter, and it is far enough.
-            plain = _mm_andnot_ps(_mm_and_ps(isBehindBlank, _mm_or_ps(isBlank, _mm_xor_ps(isWide, _mm_castsi128_ps(ones)))),
-                                  plain);
+            plain = _mm_andnot_ps(
+                _mm_and_ps(isBehindBlank, _mm_or_ps(isBlank, _mm_xor_ps(isWide, _mm_castsi128_ps(ones)))), plain);
             anyBlank = _mm_or_ps(anyBlank, isBlank);
-            anyGap = _mm_or_ps(anyGap, _mm_andnot_ps(_mm_or_ps(isBlank, isBehindBlank),
-                                                     _mm_cmpge_ps(gap, _mm_set1_ps(noBlank_))));
+            anyGap = _mm_or_ps(
+                anyGap, _mm_andnot_ps(_mm_or_ps(isBlank, isBehindBlank), _mm_cmpge_ps(gap, _mm_set1_ps(noBlank_))));
             anyKerned = _mm_or_ps(anyKerned, _mm_cmplt_ps(gap, _mm_set1_ps(kerned_)));
-            ascii = _mm_and_ps(ascii, _mm_castsi128_ps(_mm_and_si128(_mm_cmpgt_epi32(characters, _mm_set1_epi32(0x1F)),
-                                                                     _mm_cmplt_epi32(characters, _mm_set1_epi32(0x7F)))));
+            ascii =
+                _mm_and_ps(ascii, _mm_castsi128_ps(_mm_and_si128(_mm_cmpgt_epi32(characters, _mm_set1_epi32(0x1F)),
+                                                                 _mm_cmplt_epi32(characters, _mm_set1_epi32(0x7F)))));
             lefts = left;
             rights = right;
             ends = end;

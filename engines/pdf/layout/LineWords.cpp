@@ -199,8 +199,8 @@ void LineWords::findPieces(std::uint32_t line) {
     const std::size_t first = pieces_.size();
     const Word* before = nullptr;
     for (const Word& word : of(line)) {
-        const bool isApart = (blanksAreDrawn && !word.isAfterBlank) ||
-                             (before != nullptr && before->isGrouped() && word.isGrouped());
+        const bool isApart =
+            (blanksAreDrawn && !word.isAfterBlank) || (before != nullptr && before->isGrouped() && word.isGrouped());
         if (before == nullptr || isApart || word.left - pieces_.back().right > pieceGap_)
             pieces_.push_back(word);
         else

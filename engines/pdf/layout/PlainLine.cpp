@@ -42,8 +42,7 @@ void PlainLineWriter::makeRoom(std::span<const std::uint32_t> spans) {
 template <bool notesGaps>
 PlainLineWriter::Outcome PlainLineWriter::addSpan(const Span& span, Pen& pen) {
     const LetterFacts& facts = span.letters;
-    if (!facts.isPlain || (!notesGaps && facts.hasGaps))
-        return addGlyphs<notesGaps>(span, span.glyphCount, pen);
+    if (!facts.isPlain || (!notesGaps && facts.hasGaps)) return addGlyphs<notesGaps>(span, span.glyphCount, pen);
     // The first letter is compared with what is before it.
     const bool beginsWithBlank = page_.text[textBegin(page_, span.firstGlyph)] == U' ';
     const std::size_t first = std::min<std::size_t>(span.glyphCount, beginsWithBlank ? 2 : 1);

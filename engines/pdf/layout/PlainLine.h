@@ -57,8 +57,8 @@ private:
     const Page& page_;
     const Orientation& orientation_;
     // The first ones of these are those of the line.
-    std::vector<char32_t> characters_;  ///< with the drawn blanks
-    std::vector<float> gapWidths_;      ///< where no blank is drawn
+    std::vector<char32_t> characters_; ///< with the drawn blanks
+    std::vector<float> gapWidths_;     ///< where no blank is drawn
     std::vector<std::uint8_t> gapsAreBetweenLetters_;
     std::vector<std::uint32_t> places_; ///< for each gap, the index of the character behind it
     bool hadGaps_ = false; ///< whether the last line had gaps that may be blanks: the next one is likely to have some

@@ -119,7 +119,8 @@ private:
     }
 
     void sortByBaseline(std::span<std::uint32_t> lines) const {
-        sortUnlessSorted(lines, [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
+        sortUnlessSorted(lines,
+                         [this](std::uint32_t a, std::uint32_t b) { return lines_[a].baseline > lines_[b].baseline; });
     }
 
     /// Takes the lines of the tables that are ruled.
@@ -443,7 +444,7 @@ private:
     const Rulings& rulings_;
     Evidence* evidence_;
     LineWords words_;
-    std::vector<bool> isTaken_; ///< lines of ruled and of tagged tables
+    std::vector<bool> isTaken_;            ///< lines of ruled and of tagged tables
     std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<std::optional<bool>> isNumeric_; ///< whether the text of a line is, as far as it is known

@@ -1,4 +1,5 @@
 #include "engines/pdf/layout/Line.h"
+
 #include "engines/pdf/layout/Row.h"
 #include "tests/engines/pdf/layout/PageBuilder.h"
 
@@ -27,12 +28,8 @@ TEST(PdfLine, spansJoinAnEarlierLineWhateverTheOrderOfLinesIs) {
 }
 
 TEST(PdfLine, linesAtOneHeightThatGrowTogetherAreOne) {
-    const Page page = PageBuilder()
-                          .text(10, 700, U"a")
-                          .text(40, 700, U"c")
-                          .text(10, 690, U"below")
-                          .text(14, 700, U"bbbbbb")
-                          .page();
+    const Page page =
+        PageBuilder().text(10, 700, U"a").text(40, 700, U"c").text(10, 690, U"below").text(14, 700, U"bbbbbb").page();
     const std::vector<Orientation> orientations = orientationsOf(page);
     EXPECT_EQ(linesOf(orientations[0]).lines.size(), 2U);
 }
