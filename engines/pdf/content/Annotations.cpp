@@ -1,5 +1,7 @@
 #include "engines/pdf/content/Annotations.h"
 
+#include "engines/pdf/content/FittedText.h"
+
 #include <algorithm>
 #include <array>
 
@@ -40,6 +42,11 @@ Matrix placingMatrix(const Rectangle& box, const Rectangle& place) {
     return {x, 0, 0, y, place.left - box.left * x, place.bottom - box.bottom * y};
 }
 
+Box boxOf(const Rectangle& r) {
+    return {static_cast<float>(r.left), static_cast<float>(r.bottom), static_cast<float>(r.right),
+            static_cast<float>(r.top)};
+}
+
 } // namespace
 
 void Annotations::show(const PageNode& node, const Matrix& toPage, Page& page) {
@@ -64,10 +71,12 @@ void Annotations::showAnnotation(const Dictionary& annotation, const Matrix& toP
     if (place.right <= place.left || place.top <= place.bottom) return;
     const StreamContent* const appearance = appearanceOf(annotation);
     const std::size_t runs = page.runs.size();
-    if (appearance != nullptr) showAppearance(*appearance, place, toPage);
     const Object type = document_.get(annotation, "Subtype");
+    const bool isField = type.isName("Widget");
+    if (appearance != nullptr) showAppearance(*appearance, place, toPage, isField ? Clipping::off : Clipping::on);
+    if (isField) fitRuns(page, runs, boxOf(boxAround(toPage, place)));
     const bool isToMake = appearance == nullptr || (page.runs.size() == runs && fields_.replacesAppearances());
-    if (type.isName("Widget") && isToMake) fields_.write(annotation, place, toPage, page);
+    if (isField && isToMake) fields_.write(annotation, place, toPage, page);
     if (type.isName("FreeText") && appearance == nullptr) fields_.writeFreeText(annotation, place, toPage, page);
 }
 
@@ -79,10 +88,11 @@ const StreamContent* Annotations::appearanceOf(const Dictionary& annotation) {
     return document_.get(normal.dictionary(), state).stream();
 }
 
-void Annotations::showAppearance(const StreamContent& appearance, const Rectangle& place, const Matrix& toPage) {
+void Annotations::showAppearance(const StreamContent& appearance, const Rectangle& place, const Matrix& toPage,
+                                 Clipping clipping) {
     Form& form = interpreter_.forms().formOf(appearance);
     const Rectangle box = boxAround(form.matrix, form.box.value_or(Rectangle{}));
-    interpreter_.showForm(form, placingMatrix(box, place) * toPage, kFromAnnotation);
+    interpreter_.showForm(form, placingMatrix(box, place) * toPage, kFromAnnotation, clipping);
 }
 
 } // namespace quillow::pdf

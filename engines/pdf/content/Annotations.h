@@ -23,7 +23,8 @@ private:
     void showAnnotation(const Dictionary& annotation, const Matrix& toPage, Page& page);
     [[nodiscard]] bool isShown(const Dictionary& annotation);
     [[nodiscard]] const StreamContent* appearanceOf(const Dictionary& annotation);
-    void showAppearance(const StreamContent& appearance, const Rectangle& place, const Matrix& toPage);
+    void showAppearance(const StreamContent& appearance, const Rectangle& place, const Matrix& toPage,
+                        Clipping clipping);
 
     Document& document_;
     Interpreter& interpreter_;

@@ -34,9 +34,9 @@ public:
     /// Interprets a part of the page's content, which a guard follows in memory (ContentBuffer). The state goes on from
     /// one part to the next.
     void interpret(std::string_view content);
-    /// Interprets a form as if the page's content called it with this transformation from its /Matrix on. Flags are for
-    /// its runs.
-    void showForm(Form& form, const Matrix& toPage, std::uint8_t flags);
+    /// Interprets a form as if the page's content called it with this transformation from its /Matrix on. Flags and
+    /// clipping are for its runs.
+    void showForm(Form& form, const Matrix& toPage, std::uint8_t flags, Clipping clipping);
     /// Ends the run that is being written, so that others can add runs to the page.
     void endRun() { writer_.endRun(); }
     /// Ends the page. Nothing may be interpreted before the next one begins.
@@ -93,7 +93,7 @@ private:
     [[nodiscard]] std::optional<Box> takeClip();
 
     void beginMarks(bool hasProperties);
-    void readProperties(const Operand& properties, MarkedContent::Sequence& sequence);
+    void readProperties(std::string_view tag, const Operand& properties, MarkedContent::Sequence& sequence);
     void setActualText(std::string_view bytes, MarkedContent::Sequence& sequence);
 
     void callXObject();

@@ -73,7 +73,7 @@ private:
         const Item& line = item(at - 1);
         const int side = sideOf(item(at), line);
         if (side == 0) return at;
-        const auto isNext = [this](const Item& above, const Item& below) {
+        const auto isNext = [](const Item& above, const Item& below) {
             const float distance = above.bottom - below.top;
             return distance > -kSame * below.size && distance < kMostLeading * below.size && above.left < below.right &&
                    below.left < above.right;

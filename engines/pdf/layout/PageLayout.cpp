@@ -147,9 +147,12 @@ private:
         const std::vector<Grid> grids = gridsOf(rulings_);
         constexpr float kPageShare = 0.4F; // boxes over so much of the page are its background, or a frame around it
         const float most = kPageShare * page_.cropBox.width() * page_.cropBox.height();
-        for (const auto& [left, right, bottom, top] : boxes) {
+        for (const Rectangle& box : boxes) {
+            const auto [left, right, bottom, top] = box;
             if (most > 0 && (right - left) * (top - bottom) > most) continue;
-            const auto isBackground = [&](const Grid& grid) { return grid.isBackground(left, right, bottom, top); };
+            const auto isBackground = [&box](const Grid& grid) {
+                return grid.isBackground(box.left, box.right, box.bottom, box.top);
+            };
             if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
             rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
             rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
@@ -181,7 +184,7 @@ private:
             }
         }
         if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
-        std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        std::vector<std::uint32_t> order = readingOrder(items, sourceOfText(), evidence_);
         if (evidence_ != nullptr) evidence_->setMirrored(false);
         placeMarginNotes(items, order);
         for (const std::uint32_t item : order) {
@@ -192,6 +195,13 @@ private:
                 addLine(source);
             }
         }
+    }
+
+    /// The text layer of a scan is invisible.
+    [[nodiscard]] TextSource sourceOfText() const {
+        const auto isInvisible = [this](const Span& span) { return (page_.runs[span.run].flags & kInvisible) != 0; };
+        return std::all_of(orientation_.spans.begin(), orientation_.spans.end(), isInvisible) ? TextSource::recogniser
+                                                                                              : TextSource::program;
     }
 
     /// A table is read from the side of its letters; one without letters from the side of its page.

@@ -118,6 +118,45 @@ TEST(PdfFields, longValuesAreFittedIntoTheField) {
     EXPECT_FLOAT_EQ(boundsOf(page, page.runs[0]).right, 148);
 }
 
+/// The only run of a page with a widget or another annotation whose appearance clips to its box.
+Page pageWithAppearance(const std::string& subtype, const std::string& content) {
+    PdfBuilder pdf;
+    pdf.object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+        .object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Annots[4 0 R]>>")
+        .object(4, "<</Subtype/" + subtype + "/Rect[50 600 150 620]/AP<</N 5 0 R>>>>")
+        .stream(5, "/Subtype/Form/BBox[0 0 100 20]/Resources<</Font<</F 6 0 R>>>>",
+                "/Tx BMC q 1 1 98 18 re W n BT/F 10 Tf " + content + " ET Q EMC")
+        .object(6, std::string(kCourier));
+    return readPage(pdf.table().bytes()).page;
+}
+
+TEST(PdfFields, valueThatTheAppearanceClipsIsFittedIntoTheField) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz"; // 156 wide
+    const Page page = pageWithAppearance("Widget", "2 5 Td(" + letters + ")Tj");
+    ASSERT_EQ(page.runs.size(), 1U);
+    EXPECT_EQ(page.text.size(), letters.size());
+    const Box bounds = boundsOf(page, page.runs[0]);
+    EXPECT_NEAR(bounds.left, 50, 0.01);
+    EXPECT_NEAR(bounds.right, 150, 0.01);
+    EXPECT_FLOAT_EQ(page.runs[0].origin.y, 605);
+    EXPECT_EQ(pageWithAppearance("Stamp", "2 5 Td(" + letters + ")Tj").text.size(), 17U);
+}
+
+TEST(PdfFields, linesThatTheAppearanceClipsAreFittedIntoTheField) {
+    const Page page = pageWithAppearance("Widget", "10 TL 2 12 Td(a)Tj(b)'(c)'(d)'");
+    ASSERT_EQ(page.runs.size(), 4U);
+    EXPECT_EQ(page.runs[0].origin.x, 52);
+    EXPECT_NEAR(boundsOf(page, page.runs[0]).top, 620, 0.01);
+    EXPECT_NEAR(boundsOf(page, page.runs[3]).bottom, 600, 0.01);
+    EXPECT_LT(page.runs[3].fontSize, 6);
+}
+
+TEST(PdfFields, valueThatReachesOnlyPartlyOutOfTheFieldStays) {
+    EXPECT_EQ(pageWithAppearance("Widget", "2 5 Td(abcdefghijklmnopq)Tj").runs.at(0).fontSize, 10);
+    EXPECT_EQ(pageWithAppearance("Widget", "2 -2 Td(a)Tj").runs.at(0).origin, (Point{52, 598}));
+}
+
 TEST(PdfFields, ancestorsHaveTheMissingEntries) {
     EXPECT_EQ(fieldDump("/Parent<</Parent<</FT/Tx/DA(/H 10 Tf)>>/V(Up)>>"),
               "52,607.5 f4294967295 10 annotation \"Up\"\n");
