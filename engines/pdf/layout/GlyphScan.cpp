@@ -15,9 +15,10 @@ namespace quillow::pdf {
 
 namespace {
 
-/// Whether a character that is not ASCII is written as it is, wherever it is in a line.
+/// Whether a character that is neither ASCII nor a ligature is written as it is, wherever it is in a line.
 constexpr bool isPlainOther(char32_t c) {
-    return isPlain(c) && c >= 0x80 && c != kNoBreakSpace && !isBlankCharacter(c);
+    if (c < kFirstRightToLeft) return c >= 0x80 && c != kNoBreakSpace && c != kSoftHyphen;
+    return isPlain(c) && !isBlankCharacter(c);
 }
 
 #ifdef __SSE2__
@@ -56,16 +57,24 @@ public:
             addGlyph(i);
         if (!isOrdered_) return {};
         const std::u32string_view text(text_, count_);
-        if (hasOthers_)
-            isPlain_ = isPlain_ && std::all_of(text.begin(), text.end(),
-                                               [](char32_t c) { return isPrintableAscii(c) || isPlainOther(c); });
+        bool hasLigatures = false;
+        if (hasOthers_) isPlain_ = isPlain_ && areAsciiOrPlain(text, hasLigatures);
         if (isKerned_) isPlain_ = isPlain_ && std::none_of(text.begin(), text.end(), isAccent);
-        return {true, right_, {isPlain_, hasBlanks_, hasGaps_}};
+        return {true, right_, {isPlain_, hasBlanks_, hasGaps_, hasLigatures}};
     }
 
 private:
     static constexpr bool isPrintableAscii(char32_t c) {
         return c >= 0x20 && c < 0x7F;
+    }
+
+    static bool areAsciiOrPlain(std::u32string_view text, bool& hasLigatures) {
+        for (const char32_t c : text) {
+            if (isPrintableAscii(c) || isPlainOther(c)) continue;
+            if (!isLigature(c)) return false;
+            hasLigatures = true;
+        }
+        return true;
     }
 
     [[nodiscard]] float leftOf(std::size_t i) const {

@@ -10,11 +10,12 @@ namespace quillow::pdf {
 
 /// What is known of letters that follow one another. `PlainLineWriter` needs not look at plain ones again.
 struct LetterFacts {
-    /// Each glyph has a width and one character, which is written as it is; none begins before the one before it or
-    /// far before its end. Blanks are U+0020, single, and seen between their letters.
+    /// Each glyph has a width and one character, which is written as it is or is a ligature. None begins before the one
+    /// before it, or far before its end. Blanks are U+0020, single, and seen between their letters.
     bool isPlain = false;
     bool hasBlanks = false; ///< drawn ones
     bool hasGaps = false;   ///< without a drawn blank, but wide enough for a blank in some lines
+    bool hasLigatures = false;
 };
 
 struct GlyphScan {

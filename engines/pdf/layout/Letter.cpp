@@ -6,6 +6,14 @@
 
 namespace quillow::pdf {
 
+void appendPlainLetters(char32_t character, std::u32string& out) {
+    const std::u16string_view plain =
+        character < kFirstPresentationForm ? std::u16string_view() : plainLetters(character);
+    if (plain.empty()) out.push_back(character);
+    for (const char16_t unit : plain)
+        out.push_back(unit);
+}
+
 void appendLetter(const Page& page, const Letter& letter, std::u32string& out) {
     for (std::uint32_t i = letter.textBegin; i < letter.textEnd; ++i) {
         const char32_t c = page.text[i];
@@ -13,14 +21,7 @@ void appendLetter(const Page& page, const Letter& letter, std::u32string& out) {
             if (letter.right > letter.left) out.push_back(U'-'); // what is drawn is a hyphen
             continue;
         }
-        if (c < kFirstPresentationForm) {
-            out.push_back(c);
-            continue;
-        }
-        const std::u16string_view plain = plainLetters(c);
-        if (plain.empty()) out.push_back(c);
-        for (const char16_t unit : plain)
-            out.push_back(unit);
+        appendPlainLetters(c, out);
     }
 }
 

@@ -52,6 +52,11 @@ constexpr bool isPlain(char32_t c) {
     return isIn(c, 0x0900, 0x1FFF) || isIn(c, 0x2010, kFirstPresentationForm - 1);
 }
 
+/// ff, fi, fl and their like, which are written as their letters.
+constexpr bool isLigature(char32_t c) {
+    return isIn(c, 0xFB00, 0xFB06);
+}
+
 /// Roughly the letters: what is neither punctuation, digit, nor symbol.
 constexpr bool isAlphabetic(char32_t c) {
     if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');
@@ -94,6 +99,9 @@ constexpr bool isBlankInScripts(char32_t last, char32_t first, float gap) {
     if (gap <= threshold * size) return false;
     return isBlankInScripts(page.text[before.textEnd - 1], page.text[after.textBegin], gap / size);
 }
+
+/// Writes a presentation form as its letters, and other characters as they are.
+void appendPlainLetters(char32_t character, std::u32string& out);
 
 /// Writes the characters of a letter: presentation forms as their letters, soft hyphens as what is seen of them.
 void appendLetter(const Page& page, const Letter& letter, std::u32string& out);

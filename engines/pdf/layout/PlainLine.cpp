@@ -9,6 +9,14 @@ namespace quillow::pdf {
 
 namespace {
 
+/// Whether a character is one that this file writes. Notes ligatures.
+bool isPlainOrLigature(char32_t c, bool& hasLigatures) {
+    if (isPlain(c)) return true;
+    if (!isLigature(c)) return false;
+    hasLigatures = true;
+    return true;
+}
+
 /// The text of a page from one of its glyphs on.
 std::uint32_t textBegin(const Page& page, std::size_t glyph) {
     return glyph < page.glyphs.size() ? page.glyphs[glyph].text : static_cast<std::uint32_t>(page.text.size());
@@ -59,6 +67,7 @@ void PlainLineWriter::addPlain(const Span& span, std::size_t first, Pen& pen) {
     pen.right = rightOf(last);
     pen.letterRight = rightOf(end - 1);
     pen.letterSize = span.size;
+    pen.hasLigatures = pen.hasLigatures || span.letters.hasLigatures;
 }
 
 /// Notes the gaps of a plain span, before it is added: that before its glyph `first`, and those behind.
@@ -110,7 +119,7 @@ PlainLineWriter::Outcome PlainLineWriter::addGlyphs(const Span& span, std::size_
         const float left = span.start + glyphs[i].offset;
         const float right = left + glyphs[i].width;
         const bool isInOrder = left >= pen.left && left >= pen.right - kOverlap * size;
-        if (!isInOrder || !isPlain(first)) return Outcome::notPlain;
+        if (!isInOrder || !isPlainOrLigature(first, pen.hasLigatures)) return Outcome::notPlain;
         pen.left = left;
         pen.right = right;
         if (end - begin == 1 && isBlankCharacter(first)) {
@@ -141,7 +150,7 @@ PlainLineWriter::Outcome PlainLineWriter::addGlyphs(const Span& span, std::size_
         }
         *pen.character++ = first;
         for (std::uint32_t k = begin + 1; k < end; ++k) {
-            if (!isPlain(text[k])) return Outcome::notPlain;
+            if (!isPlainOrLigature(text[k], pen.hasLigatures)) return Outcome::notPlain;
             *pen.character++ = text[k];
         }
         pen.letterRight = right;
@@ -187,6 +196,14 @@ bool PlainLineWriter::mayHaveGaps(std::span<const std::uint32_t> spans) const {
     return hadGaps_ && !arePlain;
 }
 
+/// Writes the ligatures of a text from there on as their letters.
+void PlainLineWriter::spellLigatures(std::size_t begin, std::u32string& text) {
+    const std::u32string line = text.substr(begin);
+    text.resize(begin);
+    for (const char32_t c : line)
+        appendPlainLetters(c, text);
+}
+
 bool PlainLineWriter::append(std::span<const std::uint32_t> spans, std::u32string& out) {
     const auto isAnnotation = [this](std::uint32_t span) {
         return (page_.runs[orientation_.spans[span].run].flags & kFromAnnotation) != 0;
@@ -205,10 +222,12 @@ bool PlainLineWriter::append(std::span<const std::uint32_t> spans, std::u32strin
     hadGaps_ = pen.mayHaveGaps;
     if (pen.character == characters_.data()) return true;
     if (characters_.front() == kNoBreakSpace || pen.character[-1] == kNoBreakSpace) return false;
+    const std::size_t begin = out.size();
     if (pen.mayHaveGaps)
         appendWithBlanks(pen, out);
     else
         out.append(characters_.data(), pen.character);
+    if (pen.hasLigatures) spellLigatures(begin, out);
     return true;
 }
 

@@ -32,6 +32,7 @@ private:
         float letterRight = 0; ///< of the last letter that is no blank
         float letterSize = 0;
         bool isBehindBlank = false;
+        bool hasLigatures = false;
         bool mayHaveGaps = false; ///< whether one of the gaps is wide enough for a blank in some lines
         float drawnBlank = 0;     ///< the widest one so far, in ems
         char32_t* character = nullptr;
@@ -50,6 +51,7 @@ private:
     void addGaps(const Span& span, std::size_t first, Pen& pen);
     template <bool notesGaps>
     [[nodiscard]] Outcome addLine(std::span<const std::uint32_t> spans, Pen& pen);
+    static void spellLigatures(std::size_t begin, std::u32string& text);
     void appendWithBlanks(const Pen& pen, std::u32string& out);
 
     const Page& page_;
