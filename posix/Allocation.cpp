@@ -1,5 +1,5 @@
-// The allocation functions of C++ for programs that read documents: each thread has a cache of small blocks. Engines make
-// and drop some hundred small vectors and strings for each page.
+// The allocation functions of C++ for programs that read documents: each thread has a cache of small blocks. Engines
+// make and drop some hundred small vectors and strings for each page.
 #include "posix/BlockCache.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Hexadecimal strings of content streams (ISO 32000-2, 7.3.4.3): the end is found and the bytes are decoded in one pass.
+// Hexadecimal strings of content streams (ISO 32000-2, 7.3.4.3): one pass finds the end and decodes the bytes.
 #pragma once
 
 #include "text/Ascii.h"

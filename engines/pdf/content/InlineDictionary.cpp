@@ -91,6 +91,13 @@ std::optional<std::int32_t> InlineDictionary::integer(std::string_view key) cons
     return static_cast<std::int32_t>(number.value);
 }
 
+std::string_view InlineDictionary::name(std::string_view key) const {
+    const char* const value = find(key);
+    const char* const end = bytes_.data() + bytes_.size();
+    if (value == nullptr || value == end || *value != '/') return {};
+    return readRawName(value + 1, end);
+}
+
 bool InlineDictionary::string(std::string_view key, text::ByteBuffer& out) const {
     const char* const value = find(key);
     const char* const end = bytes_.data() + bytes_.size();

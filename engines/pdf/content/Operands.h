@@ -104,7 +104,7 @@ public:
         return std::span(items_).subspan(array.first, array.size);
     }
 
-    /// Room for decoded bytes of a string, of which so many may come until `clear`. They stay in their place until then.
+    /// Room for the decoded bytes of a string: at most so many come until `clear`. They stay in their place until then.
     [[nodiscard]] char* roomForDecoded(std::size_t most) {
         if (decodedSize_ == 0) decoded_.reserve(most);
         return decoded_.data() + decodedSize_;
