@@ -7,8 +7,6 @@
 namespace quillow::text {
 namespace {
 
-using namespace std::literals;
-
 std::string finished(TextSink sink) {
     return std::move(sink).finish();
 }
@@ -29,26 +27,6 @@ TEST(TextSink, controlCharactersAreDroppedButTabAndLineEnd) {
             EXPECT_EQ(sink.view(), run + (kept ? utf8 : "") + run) << std::uint32_t{c};
         }
     }
-}
-
-TEST(TextSink, codePointsTogetherAreWrittenAsEachByItself) {
-    constexpr auto kOdd = U"\0\t\n\x1F ~\x7F\x80\x9F\u00A0\u00FF\u0100\u07FF\u0800\u1F600\uFEFF\uFFFF\U0001F600"sv;
-    std::u32string codePoints(kOdd);
-    codePoints += {char32_t{0xD800}, char32_t{0x110041}, char32_t{0x80000041}, char32_t{0xFFFFFFFF}, char32_t{0x10041}};
-    for (const char32_t odd : codePoints)
-        for (std::size_t before = 0; before < 40; ++before)
-            for (const std::size_t behind : {std::size_t{0}, std::size_t{15}, std::size_t{16}, std::size_t{300}}) {
-                std::u32string text(before, U'x');
-                text += odd;
-                text.append(behind, U'y');
-                text += odd;
-                TextSink together;
-                together.append(text);
-                TextSink each;
-                for (const char32_t c : text)
-                    each.append(c);
-                EXPECT_EQ(together.view(), each.view()) << std::uint32_t{odd} << " behind " << before;
-            }
 }
 
 TEST(TextSink, formFeedsAreKeptWhenAskedFor) {

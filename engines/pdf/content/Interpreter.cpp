@@ -110,18 +110,20 @@ void Interpreter::run(std::size_t untilDepth) {
 }
 
 void Interpreter::execute(Operator word) {
-    if (executePath(word) || executeText(word)) return;
-    switch (word) {
-    case operatorOf("q"): saveState(); break;
-    case operatorOf("Q"): restoreState(); break;
-    case operatorOf("cm"): concatenate(); break;
-    case operatorOf("gs"): applyStateParameters(); break;
-    case operatorOf("BMC"): beginMarks(false); break;
-    case operatorOf("BDC"): beginMarks(true); break;
-    case operatorOf("EMC"): marks_.end(); break;
-    case operatorOf("Do"): callXObject(); break;
-    case operatorOf("BI"): isInImage_ = true; break;
-    case operatorOf("ID"): skipImage(); break;
+    if (!isKnown(word)) return;
+    const std::uint32_t place = placeOf(word);
+    if (executeText(place) || executePath(place)) return;
+    switch (place) {
+    case placeOf("q"): saveState(); break;
+    case placeOf("Q"): restoreState(); break;
+    case placeOf("cm"): concatenate(); break;
+    case placeOf("gs"): applyStateParameters(); break;
+    case placeOf("BMC"): beginMarks(false); break;
+    case placeOf("BDC"): beginMarks(true); break;
+    case placeOf("EMC"): marks_.end(); break;
+    case placeOf("Do"): callXObject(); break;
+    case placeOf("BI"): isInImage_ = true; break;
+    case placeOf("ID"): skipImage(); break;
     default: break;
     }
 }

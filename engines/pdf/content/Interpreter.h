@@ -71,8 +71,9 @@ private:
     [[nodiscard]] Level& level() { return levels_[depth_]; }
     void run(std::size_t untilDepth);
     void execute(Operator word);
-    [[nodiscard]] bool executeText(Operator word);
-    [[nodiscard]] bool executePath(Operator word);
+    /// Of an operator that is known, by its place. False if it is of another kind.
+    [[nodiscard]] bool executeText(std::uint32_t place);
+    [[nodiscard]] bool executePath(std::uint32_t place);
 
     void saveState();
     void restoreState();

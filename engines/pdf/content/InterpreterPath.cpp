@@ -6,37 +6,37 @@
 
 namespace quillow::pdf {
 
-bool Interpreter::executePath(Operator word) {
+bool Interpreter::executePath(std::uint32_t place) {
     std::array<double, 2> end{};
     std::array<double, 4> n{};
-    switch (word) {
-    case operatorOf("m"):
+    switch (place) {
+    case placeOf("m"):
         if (operands_.take(end)) path_.moveTo(state_.toPage, end[0], end[1]);
         return true;
-    case operatorOf("l"):
+    case placeOf("l"):
         if (operands_.take(end)) path_.lineTo(state_.toPage, end[0], end[1]);
         return true;
-    case operatorOf("c"):
-    case operatorOf("v"):
-    case operatorOf("y"):
+    case placeOf("c"):
+    case placeOf("v"):
+    case placeOf("y"):
         if (operands_.take(end)) path_.curveTo(state_.toPage, end[0], end[1]);
         return true;
-    case operatorOf("re"):
+    case placeOf("re"):
         if (operands_.take(n)) path_.rectangle(state_.toPage, n[0], n[1], n[2], n[3]);
         return true;
-    case operatorOf("h"): path_.close(); return true;
-    case operatorOf("s"): path_.close(); [[fallthrough]];
-    case operatorOf("S"): paint(PathCollector::Painting::stroke); return true;
-    case operatorOf("f"):
-    case operatorOf("F"):
-    case operatorOf("f*"): paint(PathCollector::Painting::fill); return true;
-    case operatorOf("b"):
-    case operatorOf("b*"): path_.close(); [[fallthrough]];
-    case operatorOf("B"):
-    case operatorOf("B*"): paint(PathCollector::Painting::both); return true;
-    case operatorOf("n"): endPath(); return true;
-    case operatorOf("W"):
-    case operatorOf("W*"): clipsAtPaint_ = true; return true;
+    case placeOf("h"): path_.close(); return true;
+    case placeOf("s"): path_.close(); [[fallthrough]];
+    case placeOf("S"): paint(PathCollector::Painting::stroke); return true;
+    case placeOf("f"):
+    case placeOf("F"):
+    case placeOf("f*"): paint(PathCollector::Painting::fill); return true;
+    case placeOf("b"):
+    case placeOf("b*"): path_.close(); [[fallthrough]];
+    case placeOf("B"):
+    case placeOf("B*"): paint(PathCollector::Painting::both); return true;
+    case placeOf("n"): endPath(); return true;
+    case placeOf("W"):
+    case placeOf("W*"): clipsAtPaint_ = true; return true;
     default: return false;
     }
 }

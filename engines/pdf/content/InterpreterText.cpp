@@ -10,36 +10,36 @@ constexpr std::size_t kCodesAnOperator = 4;
 
 } // namespace
 
-bool Interpreter::executeText(Operator word) {
-    switch (word) {
-    case operatorOf("BT"): writer_.beginObject(); return true;
-    case operatorOf("ET"): return true;
-    case operatorOf("Tc"): setNumber(&TextState::characterSpacing, 1, false); return true;
-    case operatorOf("Tw"): setNumber(&TextState::wordSpacing, 1, false); return true;
-    case operatorOf("Tz"): setNumber(&TextState::scale, 0.01, true); return true;
-    case operatorOf("TL"): setNumber(&TextState::leading, 1, false); return true;
-    case operatorOf("Ts"): setNumber(&TextState::rise, 1, false); return true;
-    case operatorOf("Tf"): chooseFont(); return true;
-    case operatorOf("Tr"):
+bool Interpreter::executeText(std::uint32_t place) {
+    switch (place) {
+    case placeOf("BT"): writer_.beginObject(); return true;
+    case placeOf("ET"): return true;
+    case placeOf("Tc"): setNumber(&TextState::characterSpacing, 1, false); return true;
+    case placeOf("Tw"): setNumber(&TextState::wordSpacing, 1, false); return true;
+    case placeOf("Tz"): setNumber(&TextState::scale, 0.01, true); return true;
+    case placeOf("TL"): setNumber(&TextState::leading, 1, false); return true;
+    case placeOf("Ts"): setNumber(&TextState::rise, 1, false); return true;
+    case placeOf("Tf"): chooseFont(); return true;
+    case placeOf("Tr"):
         if (operands_.size() > 0 && operands_.fromEnd(0).isNumber())
             state_.text.mode = operands_.fromEnd(0).number == kInvisibleMode ? kInvisibleMode : 0;
         return true;
-    case operatorOf("Td"): moveLine(false); return true;
-    case operatorOf("TD"): moveLine(true); return true;
-    case operatorOf("T*"): nextLine(); return true;
-    case operatorOf("Tm"): setTextMatrix(); return true;
-    case operatorOf("Tj"): showString(); return true;
-    case operatorOf("TJ"):
+    case placeOf("Td"): moveLine(false); return true;
+    case placeOf("TD"): moveLine(true); return true;
+    case placeOf("T*"): nextLine(); return true;
+    case placeOf("Tm"): setTextMatrix(); return true;
+    case placeOf("Tj"): showString(); return true;
+    case placeOf("TJ"):
         if (operands_.size() > 0 && operands_.fromEnd(0).kind == Operand::Kind::array)
             showStrings(operands_.itemsOf(operands_.fromEnd(0)));
         else
             showString();
         return true;
-    case operatorOf("'"):
+    case placeOf("'"):
         nextLine();
         showString();
         return true;
-    case operatorOf("\""): showWithSpacing(); return true;
+    case placeOf("\""): showWithSpacing(); return true;
     default: return false;
     }
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace quillow::pdf {
@@ -41,12 +42,13 @@ struct Box {
     friend bool operator==(const Box&, const Box&) = default;
 };
 
-/// One glyph of a run.
+/// One glyph of a run. Without initialisers, because vectors copy what is trivial as bytes.
 struct Glyph {
-    std::uint32_t text = 0; ///< offset of its characters in Page::text; they end where those of the next glyph begin
-    float offset = 0;       ///< where it begins, from the run's origin along the run's direction
-    float width = 0;        ///< its own width along the direction, without character and word spacing (9.3.2, 9.3.3)
+    std::uint32_t text; ///< offset of its characters in Page::text; they end where those of the next glyph begin
+    float offset;       ///< where it begins, from the run's origin along the run's direction
+    float width;        ///< its own width along the direction, without character and word spacing (9.3.2, 9.3.3)
 };
+static_assert(std::is_trivial_v<Glyph>);
 
 /// What is known of a run from the marked content around it and the graphics state (14.6, 14.8.2.2, 9.3.6).
 enum RunFlag : std::uint8_t {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -176,6 +177,16 @@ TEST(PdfContentScanner, decodesHexadecimalStringsAsTheirDigitsSay) {
         if (high >= 0) expected += static_cast<char>(high << 4);
         EXPECT_EQ(tokensOf('<' + digits + ">Tj"), '(' + expected + ") Tj|") << digits;
     }
+}
+
+TEST(PdfOperators, noOtherOperatorIsKnown) {
+    std::size_t known = 0;
+    for (Operator word = 1; word < 1U << 24; ++word) {
+        if (!isKnown(word)) continue;
+        ++known;
+        EXPECT_NE(std::find(kOperators.begin(), kOperators.end(), nameOf(word)), kOperators.end()) << nameOf(word);
+    }
+    EXPECT_EQ(known, kOperators.size());
 }
 
 TEST(PdfContentScanner, countsTheBytesOfStrings) {
