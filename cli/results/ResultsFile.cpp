@@ -9,10 +9,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <thread>
 #include <utility>
 
 namespace quillow::cli {
@@ -46,13 +49,23 @@ FileDescriptor openFolderOf(const std::string& path) {
     return FileDescriptor(::open(shown.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
+/// Locks the file. A run that was killed a moment ago may still have it: its processes end one after the other.
+bool lock(const FileDescriptor& file) {
+    constexpr int kTries = 20;
+    constexpr std::chrono::milliseconds kPause{100};
+    for (int i = 0; i < kTries; ++i) {
+        if (i > 0) std::this_thread::sleep_for(kPause);
+        // Some file systems have no locks; there the user takes care.
+        if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    }
+    return false;
+}
+
 /// Opens the file and locks it.
 std::variant<FileDescriptor, ResultsFailure> openLocked(const std::string& path, int flags) {
     FileDescriptor file(::open(path.c_str(), flags | O_APPEND | O_CLOEXEC | O_NOCTTY, kNewFileMode));
     if (!file.isOpen()) return ResultsFailure{lastError()};
-    // Some file systems have no locks; there the user takes care.
-    if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        return ResultsFailure{"is in use by another run"};
+    if (!lock(file)) return ResultsFailure{"is in use by another run"};
     struct stat status = {};
     if (::fstat(file.number(), &status) == 0 && status.st_nlink == 0) // the other run has just replaced the file
         return ResultsFailure{"is in use by another run"};

@@ -5,6 +5,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
+#include <optional>
+#include <thread>
+
 namespace quillow::cli {
 namespace {
 
@@ -205,6 +209,20 @@ TEST_F(ResultsOfRuns, twoRunsDoNotShareAFile) {
         EXPECT_EQ(std::get<ResultsFailure>(second).detail, "is in use by another run");
         EXPECT_TRUE(std::holds_alternative<ResultsFailure>(third));
     }
+}
+
+TEST_F(ResultsOfRuns, theFileOfARunThatIsEndingIsWaitedFor) {
+    writeRun({recordFor("a.rtf")});
+    std::optional<ResultsFile::Resumed> first = resume(Retry::nothing);
+    std::thread ending([&first] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        first.reset();
+    });
+
+    const auto second = ResultsFile::resume(path_, Retry::nothing, isFailure);
+
+    ending.join();
+    EXPECT_TRUE(std::holds_alternative<ResultsFile::Resumed>(second));
 }
 
 TEST_F(ResultsOfRuns, aShortenedFileGrowsAtItsEnd) {
