@@ -217,8 +217,20 @@ void noteStripe(const CommonRows& common, const Gutter& stripe, Evidence& eviden
                       {{"lines", lines}, {"with common baselines", aligned}, {"kMostAligned", kMostAligned}});
 }
 
+/// Whether the line that ends last begins where the first ones do: then no stripe is free through the whole page.
+bool isWholeWidthUsed(std::span<const Line> lines) {
+    float left = std::numeric_limits<float>::max();
+    const Line* last = nullptr;
+    for (const Line& line : lines) {
+        left = std::min(left, line.left);
+        if (last == nullptr || line.right > last->right) last = &line;
+    }
+    return last != nullptr && last->left <= left + kLeastGutter;
+}
+
 /// Adds the gutters that go through the whole page and part lines that are not in common rows.
 void addGuttersOfPage(std::span<const Line> lines, std::vector<Gutter>& gutters, Evidence* evidence) {
+    if (isWholeWidthUsed(lines)) return;
     std::vector<std::uint32_t> byLeft(lines.size());
     std::iota(byLeft.begin(), byLeft.end(), 0U);
     std::sort(byLeft.begin(), byLeft.end(),

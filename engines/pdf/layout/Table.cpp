@@ -161,6 +161,7 @@ private:
             if (!isTaken_[line]) bandLines_.push_back(line);
         sortByBaseline(bandLines_);
         bands_.clear();
+        stripes_ = {};
         std::size_t begin = 0; // of the band
         for (std::size_t i = 0; i < bandLines_.size(); ++i) {
             const Line& line = lines_[bandLines_[i]];
@@ -285,8 +286,14 @@ private:
         return static_cast<std::size_t>(kCrossingShare * static_cast<float>(multiples));
     }
 
-    /// The free stripes between the columns of some bands.
-    [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) {
+    /// The free stripes between the columns of some bands. Remembers the last answer.
+    [[nodiscard]] const std::vector<Stripe>& stripesOf(std::size_t begin, std::size_t end) {
+        if (stripes_.begin != begin || stripes_.end != end) findStripes(begin, end);
+        work_ += stripes_.lines;
+        return stripes_.found;
+    }
+
+    void findStripes(std::size_t begin, std::size_t end) {
         std::size_t multiples = 0;
         std::size_t lines = 0;
         float size = 0;
@@ -296,21 +303,20 @@ private:
             size = std::max(size, bands_[i].size);
             lines += bands_[i].lines.size();
         }
-        work_ += lines;
         const std::size_t crossing = crossingIn(multiples);
-        Coverage coverage(crossing);
+        coverage_.reset(crossing);
         for (std::size_t i = begin; i < end; ++i) {
             if (!bands_[i].isMultiple()) continue;
             for (const std::uint32_t line : bands_[i].lines)
-                coverage.add(lines_[line].left, lines_[line].right);
+                coverage_.add(lines_[line].left, lines_[line].right);
         }
-        return coverage.stripes(crossing, kLeastStripe * size);
+        stripes_ = {begin, end, lines, coverage_.stripes(crossing, kLeastStripe * size)};
     }
 
     /// Whether the bands of a region are rows of a table, and not columns of text or a list.
     [[nodiscard]] bool isTable(std::size_t begin, std::size_t end) {
         if (isNumeric_.empty()) isNumeric_.resize(texts_.size());
-        const std::vector<Stripe> stripes = stripesOf(begin, end);
+        const std::vector<Stripe>& stripes = stripesOf(begin, end);
         if (stripes.empty()) return false;
         const std::size_t columns = stripes.size() + 1;
         std::vector<std::size_t> cells(columns);
@@ -448,7 +454,15 @@ private:
     std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
     std::vector<std::optional<bool>> isNumeric_; ///< whether the text of a line is, as far as it is known
-    Coverage coverage_{0};                       ///< of a growing region
+    /// The answer of `stripesOf`, and what it was asked for.
+    struct Stripes {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        std::size_t lines = 0; ///< of the bands
+        std::vector<Stripe> found;
+    };
+    Stripes stripes_;
+    Coverage coverage_{0}; ///< of a region
     std::vector<Table> tables_;
     std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
