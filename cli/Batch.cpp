@@ -6,6 +6,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace quillow::cli {
@@ -13,7 +14,7 @@ namespace quillow::cli {
 namespace {
 
 using Work = std::function<Result(std::size_t)>;
-using Deliver = std::function<Next(std::size_t, Result)>;
+using Deliver = std::function<Next(std::size_t, Result, Following)>;
 
 class Batch {
 public:
@@ -28,8 +29,10 @@ public:
     }
 
     void deliverAll(const Deliver& deliver) {
-        for (std::size_t index = 0; index < count_; ++index)
-            if (deliver(index, take(index)) == Next::stop) break;
+        for (std::size_t index = 0; index < count_; ++index) {
+            auto [result, following] = take(index);
+            if (deliver(index, std::move(result), following) == Next::stop) break;
+        }
         const std::lock_guard lock(mutex_);
         stopped_ = true;
         mayBegin_.notify_all();
@@ -55,14 +58,14 @@ private:
         arrived_.notify_one();
     }
 
-    Result take(std::size_t index) {
+    std::pair<Result, Following> take(std::size_t index) {
         std::unique_lock lock(mutex_);
         arrived_.wait(lock, [&] { return waiting_.contains(index); });
         Result result = std::move(waiting_.extract(index).mapped());
         if (result.text) waitingBytes_ -= result.text->size();
         delivered_ = index + 1;
         mayBegin_.notify_all();
-        return result;
+        return {std::move(result), waiting_.contains(index + 1) ? Following::arrived : Following::none};
     }
 
     const std::size_t count_;
@@ -80,16 +83,15 @@ private:
 
 void runInTurn(std::size_t count, const Work& work, const Deliver& deliver) {
     for (std::size_t index = 0; index < count; ++index)
-        if (deliver(index, work(index)) == Next::stop) return;
+        if (deliver(index, work(index), Following::none) == Next::stop) return;
 }
 
 } // namespace
 
 void runBatch(std::size_t count, unsigned jobs, const Work& work, const Deliver& deliver) {
+    if (count <= 1) return runInTurn(count, work, deliver);
     const std::size_t threadCount = std::min<std::size_t>(jobs, count);
-    if (threadCount <= 1) return runInTurn(count, work, deliver);
-
-    Batch batch(count, threadCount * kWaitingPerJob, work);
+    Batch batch(count, std::max(threadCount, std::min(threadCount * kWaitingPerJob, kMaximumWaiting)), work);
     std::vector<std::thread> threads;
     try {
         while (threads.size() < threadCount)

@@ -9,16 +9,20 @@
 namespace quillow::cli {
 
 enum class Next { goOn, stop };
+/// Whether the next result is there already.
+enum class Following { none, arrived };
 
-/// The most results per thread that may wait for delivery. Together with kWaitingBytes it limits the memory that a
+/// The most results that may wait for delivery, per thread and in all. Together with kWaitingBytes it limits the memory that a
 /// run uses for anything but the documents being read.
-inline constexpr std::size_t kWaitingPerJob = 16;
+inline constexpr std::size_t kWaitingPerJob = 64;
+inline constexpr std::size_t kMaximumWaiting = 256;
 /// If the waiting texts have this many bytes, threads begin only the document that is delivered next.
 inline constexpr std::size_t kWaitingBytes = std::size_t{64} << 20;
 
-/// Calls `work` for 0 ... count-1 on up to `jobs` threads, and `deliver` in that order on the caller's thread. After
+/// Calls `work` for 0 ... count-1 on up to `jobs` threads, and `deliver` in that order on the caller's thread, which
+/// therefore works while documents are read. After
 /// `deliver` returns stop, no more work begins; the function returns when all work in progress has ended.
 void runBatch(std::size_t count, unsigned jobs, const std::function<Result(std::size_t)>& work,
-              const std::function<Next(std::size_t, Result)>& deliver);
+              const std::function<Next(std::size_t, Result, Following)>& deliver);
 
 } // namespace quillow::cli

@@ -1,7 +1,7 @@
 #include "cli/Destination.h"
 
-#include "cli/Arguments.h"
 #include "cli/Paths.h"
+#include "cli/options/Arguments.h"
 
 namespace quillow::cli {
 

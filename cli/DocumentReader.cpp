@@ -1,5 +1,6 @@
 #include "cli/DocumentReader.h"
 
+#include "cli/Threads.h"
 #include "engines/Explain.h"
 #include "worker/Program.h"
 
@@ -18,7 +19,9 @@ DocumentReader::DocumentReader(const Arguments& arguments)
     : readIn_(arguments.readIn) {
     if (readIn_ == ReadIn::thisProcess) return;
     if (auto program = worker::findWorkerProgram()) {
-        pool_.emplace(worker::WorkerProgram{std::move(*program)}, arguments.limits);
+        worker::Limits limits = arguments.limits;
+        limits.threads = maximumThreads(arguments);
+        pool_.emplace(worker::WorkerProgram{std::move(*program)}, limits);
         pool_->prepare();
     }
 }

@@ -1,8 +1,8 @@
 // Reads the documents of a run: in workers, or in this process if the user wants it.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/Input.h"
+#include "cli/options/Arguments.h"
 #include "worker/Pool.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 #include "cli/Input.h"
 
-#include "cli/Arguments.h"
 #include "cli/Paths.h"
+#include "cli/options/Arguments.h"
 #include "engines/ContentSniffer.h"
 #include "posix/FileDescriptor.h"
 

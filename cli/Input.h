@@ -1,8 +1,8 @@
 // Reads the bytes of a document from a file, an RTFD bundle or standard input.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/MappedFile.h"
+#include "cli/options/Arguments.h"
 #include "engines/Extract.h"
 
 #include <cstddef>

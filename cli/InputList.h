@@ -1,8 +1,8 @@
 // Collects the inputs of a run from the arguments, the input list and the folders.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/Input.h"
+#include "cli/options/Arguments.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,9 @@
 #include "cli/Interrupt.h"
 
-#include "cli/OutputFolder.h"
 #include "cli/PasswordPrompt.h"
+#include "cli/PendingFile.h"
 #include "cli/Program.h"
+#include "cli/Progress.h"
 
 #include <signal.h>
 #include <unistd.h>
@@ -25,8 +26,9 @@ void waitForInterrupt(sigset_t signals) {
     int signal = 0;
     while (::sigwait(&signals, &signal) != 0) {
     }
-    OutputFolder::abandonWrites();
+    PendingFile::abandonAll();
     PasswordPrompt::abandon();
+    Progress::abandon();
     ::_exit(kInterrupted);
 }
 
@@ -35,6 +37,7 @@ void waitForInterrupt(sigset_t signals) {
 void handleInterrupts() {
     pipeSignalWasIgnored = isIgnored(SIGPIPE);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN); // a file that is larger than allowed (ulimit -f) is a write error like others
     ::signal(SIGCHLD, SIG_DFL); // if it is ignored, nobody learns how a worker ended
     sigset_t signals;
     ::sigemptyset(&signals);

@@ -1,5 +1,9 @@
 #include "cli/Messages.h"
 
+#include "posix/FileDescriptor.h"
+
+#include <unistd.h>
+
 namespace quillow::cli {
 
 namespace {
@@ -28,6 +32,10 @@ std::string printable(std::string_view path) {
     return shown;
 }
 
+std::string inQuotes(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
 std::string resultLine(std::string_view path, Reason reason, std::string_view detail) {
     std::string line = std::string(kProgram) + printable(path) + ": " + std::string(reasonName(reason));
     if (!detail.empty()) line += " (" + printable(detail) + ")";
@@ -37,6 +45,11 @@ std::string resultLine(std::string_view path, Reason reason, std::string_view de
 
 std::string programLine(std::string_view message) {
     return std::string(kProgram) + printable(message) + "\n";
+}
+
+void complain(std::string_view line) {
+    // If standard error fails, there is no place left to report it.
+    static_cast<void>(writeAll(STDERR_FILENO, line));
 }
 
 } // namespace quillow::cli

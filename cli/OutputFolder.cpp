@@ -1,120 +1,23 @@
 #include "cli/OutputFolder.h"
 
 #include "cli/Paths.h"
+#include "cli/PendingFile.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <cstdio>
-#include <mutex>
-#include <set>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quillow::cli {
 
 namespace {
 
-/// The temporary names of unfinished files, so that an interrupted program can remove them.
-class TemporaryNames {
-public:
-    /// Returns a name that no other write uses, and records it until drop().
-    std::string add(int folder) {
-        const std::lock_guard lock(mutex_);
-        std::string name = ".quillow-convert." + std::to_string(::getpid()) + "." + std::to_string(++count_) + ".tmp";
-        names_.emplace(folder, name);
-        return name;
-    }
-
-    void drop(int folder, const std::string& name) {
-        const std::lock_guard lock(mutex_);
-        names_.erase({folder, name});
-    }
-
-    /// Removes all recorded files. Never unlocks, so no other write can add a name before the program ends.
-    void abandon() {
-        mutex_.lock();
-        for (const auto& [folder, name] : names_)
-            ::unlinkat(folder, name.c_str(), 0);
-    }
-
-private:
-    std::mutex mutex_;
-    std::set<std::pair<int, std::string>> names_;
-    unsigned long count_ = 0;
-};
-
-TemporaryNames& temporaryNames() {
-    static TemporaryNames* const names = new TemporaryNames; // outlives every thread
-    return *names;
-}
-
-/// A file that is being written. Until place() it has no name if the file system supports that, so that even a killed
-/// program leaves nothing. On other file systems it has a temporary name.
-class PendingFile {
-public:
-    explicit PendingFile(int folder)
-        : folder_(folder) {
-        file_ = FileDescriptor(::openat(folder_, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-        if (!file_.isOpen()) openNamed();
-    }
-    PendingFile(const PendingFile&) = delete;
-    PendingFile& operator=(const PendingFile&) = delete;
-    ~PendingFile() {
-        if (name_.empty()) return;
-        ::unlinkat(folder_, name_.c_str(), 0); // fails harmlessly after a rename
-        temporaryNames().drop(folder_, name_);
-    }
-
-    [[nodiscard]] bool isOpen() const { return file_.isOpen(); }
-
-    [[nodiscard]] bool fill(std::string_view content) const {
-        return writeAll(file_.number(), content) && ::fsync(file_.number()) == 0;
-    }
-
-    /// Copies the mode and, if the system allows it, the owner and group of the file to be replaced.
-    [[nodiscard]] bool takeOver(const struct stat& replaced) const {
-        struct stat own = {};
-        if (::fstat(file_.number(), &own) != 0) return false;
-        if (own.st_uid != replaced.st_uid || own.st_gid != replaced.st_gid) {
-            // Only privileged users may change the owner; many others may at least change the group.
-            const bool isGiven = ::fchown(file_.number(), replaced.st_uid, replaced.st_gid) == 0 ||
-                                 ::fchown(file_.number(), own.st_uid, replaced.st_gid) == 0;
-            static_cast<void>(isGiven);
-        }
-        return ::fchmod(file_.number(), replaced.st_mode & 0777) == 0;
-    }
-
-    /// Gives the file its name in the folder.
-    [[nodiscard]] bool place(const std::string& name, Present present) {
-        if (name_.empty()) {
-            if (link(name)) return true;
-            if (errno != EEXIST) return false;
-            name_ = temporaryNames().add(folder_); // a link cannot replace, a rename can
-            if (!link(name_)) return false;
-        }
-        if (present == Present::replaced) return ::renameat(folder_, name_.c_str(), folder_, name.c_str()) == 0;
-        if (::renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE) == 0) return true;
-        // Some network file systems do not support RENAME_NOREPLACE, but they support links.
-        return errno == EINVAL && ::linkat(folder_, name_.c_str(), folder_, name.c_str(), 0) == 0;
-    }
-
-private:
-    void openNamed() {
-        name_ = temporaryNames().add(folder_);
-        file_ = FileDescriptor(::openat(folder_, name_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
-    }
-
-    [[nodiscard]] bool link(const std::string& name) const {
-        const std::string self = "/proc/self/fd/" + std::to_string(file_.number());
-        return ::linkat(AT_FDCWD, self.c_str(), folder_, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-    }
-
-    int folder_;
-    FileDescriptor file_;
-    std::string name_;
-};
+constexpr std::size_t kCompared = std::size_t{16} << 10;
 
 OutputFailure failure() {
     return {lastError(), errno == EEXIST};
@@ -165,18 +68,81 @@ bool syncFolder(int folder) {
     return ::fsync(folder) == 0 || errno == EINVAL;
 }
 
-std::optional<OutputFailure> writeInto(int folder, const std::string& name, std::string_view content, Present present) {
-    const Status replaced = present == Present::replaced ? statusOf(folder, name) : std::nullopt;
-    if (replaced)
-        if (auto why = protection(folder, name, *replaced)) return why;
-    PendingFile file(folder);
-    if (!file.isOpen() || !file.fill(content)) return failure();
-    if (replaced && S_ISREG(replaced->st_mode) && !file.takeOver(*replaced)) return failure();
-    if (!file.place(name, present)) return failure();
-    return std::nullopt;
+/// True for file systems of which it is known that syncfs(2) brings all bytes to the disk, those of files without a name
+/// included. Others, above all those on other machines, sync one file at a time.
+bool syncsTogether(int folder) {
+    struct statfs status = {};
+    if (::fstatfs(folder, &status) != 0) return false;
+    switch (static_cast<unsigned long>(status.f_type)) {
+    case EXT4_SUPER_MAGIC:
+    case XFS_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case OVERLAYFS_SUPER_MAGIC: return true;
+    default: return false;
+    }
 }
 
+/// The subfolder and the name in it.
+struct Place {
+    FileDescriptor below; ///< closed: the folder itself
+    std::string name;
+};
+
+class WrittenText final : public UnnamedText {
+public:
+    enum class Sync { done, alone, together };
+
+    WrittenText(int folder, Place place, Present present)
+        : place_(std::move(place))
+        , present_(present)
+        , folder_(place_.below.isOpen() ? place_.below.number() : folder)
+        , file_(folder_) {}
+
+    /// `device` is that of the folders that are synced together; std::nullopt: each file is synced alone, at once.
+    [[nodiscard]] std::optional<OutputFailure> write(std::string_view content, std::optional<dev_t> device) {
+        const Status replaced = present_ == Present::replaced ? statusOf(folder_, place_.name) : std::nullopt;
+        if (replaced)
+            if (auto why = protection(folder_, place_.name, *replaced)) return why;
+        if (!file_.isOpen() || !file_.write(content)) return failure();
+        if (replaced && S_ISREG(replaced->st_mode) && !file_.takeOver(*replaced)) return failure();
+        if (device && file_.device() == device)
+            sync_ = Sync::together;
+        else if (device)
+            sync_ = Sync::alone; // another file system is mounted below the folder
+        else if (!file_.sync())
+            return failure();
+        return std::nullopt;
+    }
+
+    std::optional<OutputFailure> sync(Together together) override {
+        if (sync_ == Sync::done) return std::nullopt;
+        const bool isOnDisk = sync_ == Sync::together && together == Together::yes && file_.hasReachedDisk();
+        return isOnDisk || file_.sync() ? std::nullopt : std::optional(failure());
+    }
+
+    std::optional<OutputFailure> place() override {
+        return file_.place(place_.name, present_) ? std::nullopt : std::optional(failure());
+    }
+
+private:
+    Place place_;
+    Present present_;
+    int folder_;
+    PendingFile file_;
+    Sync sync_ = Sync::done;
+};
+
 } // namespace
+
+OutputFolder::OutputFolder(FileDescriptor folder)
+    : folder_(std::move(folder))
+    , syncsTogether_(quillow::cli::syncsTogether(folder_.number()))
+    , below_(std::make_unique<Below>()) {
+    struct stat status = {};
+    if (::fstat(folder_.number(), &status) == 0) device_ = status.st_dev;
+}
 
 std::variant<OutputFolder, OutputFailure> OutputFolder::open(const std::string& path, Missing missing) {
     if (missing == Missing::made && ::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) return failure();
@@ -191,14 +157,23 @@ std::optional<timespec> OutputFolder::changeTime(const std::string& name) const 
     return status ? std::optional(status->st_mtim) : std::nullopt;
 }
 
-std::optional<OutputFailure> OutputFolder::write(const std::string& name, std::string_view content,
-                                                 Present present) const {
-    const std::string_view below = folderPart(name);
-    if (below.empty()) return writeInto(folder_.number(), name, content, present);
-    auto folder = openDeepBelow(folder_.number(), below);
-    if (auto* const failed = std::get_if<OutputFailure>(&folder)) return std::move(*failed);
-    remember(below);
-    return writeInto(std::get<FileDescriptor>(folder).number(), std::string(lastPart(name)), content, present);
+std::variant<std::shared_ptr<UnnamedText>, OutputFailure>
+OutputFolder::write(const std::string& name, std::string_view content, Present present) const {
+    Place place{{}, std::string(lastPart(name))};
+    if (const std::string_view below = folderPart(name); !below.empty()) {
+        auto folder = openDeepBelow(folder_.number(), below);
+        if (auto* const failed = std::get_if<OutputFailure>(&folder)) return std::move(*failed);
+        remember(below);
+        place.below = std::move(std::get<FileDescriptor>(folder));
+    }
+    auto text = std::make_shared<WrittenText>(folder_.number(), std::move(place), present);
+    if (auto failed = text->write(content, syncsTogether_ ? std::optional(device_) : std::nullopt))
+        return std::move(*failed);
+    return text;
+}
+
+bool OutputFolder::syncTogether() const {
+    return syncsTogether_ && ::syncfs(folder_.number()) == 0;
 }
 
 void OutputFolder::remember(std::string_view below) const {
@@ -218,8 +193,29 @@ std::optional<OutputFailure> OutputFolder::sync() const {
     return std::nullopt;
 }
 
-void OutputFolder::abandonWrites() {
-    temporaryNames().abandon();
+bool OutputFolder::holds(const std::string& name, std::string_view content) const {
+    const FileDescriptor file(
+        ::openat(folder_.number(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status = {};
+    if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (static_cast<std::uint64_t>(status.st_size) != content.size()) return false;
+    std::array<char, kCompared> piece{};
+    while (!content.empty()) {
+        const ssize_t got = ::read(file.number(), piece.data(), std::min(piece.size(), content.size()));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0 || !content.starts_with({piece.data(), static_cast<std::size_t>(got)})) return false;
+        content.remove_prefix(static_cast<std::size_t>(got));
+    }
+    return true;
+}
+
+void OutputFolder::removeLeftOver(const std::set<std::string, std::less<>>& below) const {
+    PendingFile::removeLeftOver(folder_.number());
+    for (const std::string& name : below) {
+        const FileDescriptor folder(
+            ::openat(folder_.number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        if (folder.isOpen()) PendingFile::removeLeftOver(folder.number());
+    }
 }
 
 } // namespace quillow::cli

@@ -1,20 +1,18 @@
 #include "cli/Program.h"
 
-#include "cli/Arguments.h"
-#include "cli/Batch.h"
-#include "cli/Conversion.h"
 #include "cli/Destination.h"
 #include "cli/DocumentReader.h"
-#include "cli/HelpText.h"
 #include "cli/InputList.h"
 #include "cli/Interrupt.h"
-#include "cli/Memory.h"
 #include "cli/Messages.h"
-#include "cli/OutputFolder.h"
-#include "cli/PasswordPrompt.h"
 #include "cli/Plan.h"
 #include "cli/Report.h"
 #include "cli/RequestServer.h"
+#include "cli/Run.h"
+#include "cli/Threads.h"
+#include "cli/options/Arguments.h"
+#include "cli/options/HelpText.h"
+#include "posix/Arenas.h"
 #include "posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -25,21 +23,12 @@
 #include <filesystem>
 #include <new>
 #include <string>
-#include <thread>
+#include <variant>
+#include <vector>
 
 namespace quillow::cli {
 
 namespace {
-
-void complain(std::string_view line) {
-    // If standard error fails, there is no place left to report it.
-    static_cast<void>(writeAll(STDERR_FILENO, line));
-}
-
-int failOnStandardOutput(const std::string& why) {
-    complain(resultLine("standard output", Reason::unwritable, why));
-    return kDestinationUnwritable;
-}
 
 int print(std::string_view text) {
     if (writeAll(STDOUT_FILENO, text)) return kAllConverted;
@@ -70,73 +59,6 @@ bool isFolder(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-unsigned processors() {
-    return std::clamp(std::thread::hardware_concurrency(), 1U, kMaximumJobs);
-}
-
-unsigned jobsOf(const Arguments& arguments) {
-    return arguments.jobs > 0 ? arguments.jobs : processors();
-}
-
-unsigned threadsOf(const Arguments& arguments, std::size_t documents) {
-    if (arguments.threads > 0) return arguments.threads;
-    return documents == 1 ? processors() : 1;
-}
-
-void tell(Report& report, const PlannedDocument& document, const Result& result) {
-    const std::string line = report.add(document, result);
-    if (!line.empty()) complain(line);
-}
-
-int failOnFolder(const std::string& path, const OutputFailure& failure) {
-    const bool isOtherFile = identityOf(path) && !isFolder(path);
-    complain(resultLine(path, Reason::unwritable,
-                        isOtherFile ? "is neither a folder nor a file that ends in .txt" : failure.detail));
-    return kDestinationUnwritable;
-}
-
-int convertToFolder(const Arguments& arguments, const Destination& destination, const Plan& plan,
-                    DocumentReader& reader) {
-    const auto missing =
-        destination.kind == DestinationKind::folder ? OutputFolder::Missing::made : OutputFolder::Missing::failure;
-    const auto opened = OutputFolder::open(destination.folder, missing);
-    if (const auto* const failure = std::get_if<OutputFailure>(&opened))
-        return failOnFolder(destination.folder, *failure);
-    const OutputFolder& folder = std::get<OutputFolder>(opened);
-    PasswordPrompt prompt;
-    Report report(arguments);
-    runBatch(
-        plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, &folder); },
-        [&](std::size_t i, const Result& result) {
-            tell(report, plan.documents[i], result);
-            return Next::goOn;
-        });
-    if (const auto failure = folder.sync()) return failOnFolder(destination.folder, *failure);
-    return report.exitCode();
-}
-
-int convertToStandardOutput(const Arguments& arguments, const Plan& plan, DocumentReader& reader) {
-    PasswordPrompt prompt;
-    Report report(arguments);
-    std::optional<std::string> broken;
-    runBatch(
-        plan.documents.size(), jobsOf(arguments),
-        [&](std::size_t i) { return convert(plan.documents[i], arguments, reader, prompt, nullptr); },
-        [&](std::size_t i, const Result& result) {
-            if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
-                if (errno == EPIPE) endWithoutReader();
-                broken = lastError();
-                return Next::stop;
-            }
-            tell(report, plan.documents[i], result);
-            return Next::goOn;
-        });
-    // Some file systems report write errors only on close.
-    if (!broken && ::close(STDOUT_FILENO) != 0 && errno != EINTR) broken = lastError();
-    return broken ? failOnStandardOutput(*broken) : report.exitCode();
-}
-
 int failOnUsage(const std::string& mistake) {
     complain(programLine(mistake + "; see --help"));
     return kUsage;
@@ -159,12 +81,14 @@ std::optional<InputFailure> addPassword(Arguments& arguments) {
 }
 
 int answer(Request request) {
-    if (request == Request::help) return print(kHelpText);
+    if (request == Request::help) return print(helpText());
     if (request == Request::version) return print(kVersionText);
     return print(std::string(kVersionText) + isolationLine() + "\n");
 }
 
 int serveAll(Arguments arguments) {
+    arguments.threads = std::max(arguments.threads, 1U);
+    arguments.options.threads = arguments.threads;
     DocumentReader reader(arguments);
     if (const auto obstacle = reader.obstacle()) {
         complain(programLine(*obstacle));
@@ -176,7 +100,26 @@ int serveAll(Arguments arguments) {
     return kSomeFailed;
 }
 
-int convertAll(Arguments arguments) {
+/// The input that is the file at `path`; nullptr if there is none.
+const std::string* inputAt(const std::string& path, const std::vector<NamedInput>& inputs) {
+    const auto identity = path == kStandardStream ? std::nullopt : identityOf(path);
+    if (!identity) return nullptr;
+    for (const NamedInput& input : inputs)
+        if (identityOf(input.path) == identity) return &input.path;
+    return nullptr;
+}
+
+/// The file for the results, and those that it has if the run goes on from them.
+std::variant<ResultsFile::Resumed, ResultsFailure> openResults(const Arguments& arguments) {
+    if (arguments.isResumed())
+        return ResultsFile::resume(*arguments.results, arguments.retry,
+                                   [&](Reason reason) { return isFailure(reason, arguments.partial); });
+    auto created = ResultsFile::create(*arguments.results);
+    if (auto* const failure = std::get_if<ResultsFailure>(&created)) return std::move(*failure);
+    return ResultsFile::Resumed{std::move(std::get<ResultsFile>(created)), {}};
+}
+
+int convertDocuments(Arguments arguments) {
     if (arguments.documentsFrom == DocumentsFrom::requests) return serveAll(std::move(arguments));
     const bool isPicture = arguments.explainedPage.has_value();
     if (isPicture && arguments.output && isFolder(*arguments.output))
@@ -212,15 +155,31 @@ int convertAll(Arguments arguments) {
         return failOnUsage("the texts of several documents cannot go into the one file '" + *arguments.output +
                            "': name a folder");
 
-    const Plan plan = makePlan(arguments, destination, std::move(inputs), {identityOf, currentFolder()});
+    std::optional<ResultsFile> results;
+    EarlierResults earlier;
+    if (arguments.results) {
+        if (const std::string* const input = inputAt(*arguments.results, inputs))
+            return failOnUsage("the results would replace the document '" + *input + "'");
+        auto opened = openResults(arguments);
+        if (const auto* const failure = std::get_if<ResultsFailure>(&opened)) {
+            complain(resultLine(*arguments.results, Reason::unwritable, failure->detail));
+            return kDestinationUnwritable;
+        }
+        results = std::move(std::get<ResultsFile::Resumed>(opened).file);
+        earlier = std::move(std::get<ResultsFile::Resumed>(opened).earlier);
+    }
+
+    const Surroundings surroundings = {identityOf, currentFolder(),
+                                       arguments.results ? identityOf(*arguments.results) : std::nullopt};
+    Plan plan = makePlan(arguments, destination, std::move(inputs), surroundings, std::move(earlier));
     if (arguments.verbosity != Verbosity::quiet)
         for (const std::string& notice : plan.notices)
             complain(programLine(notice));
-    arguments.options.threads = threadsOf(arguments, plan.documents.size());
-    shareMemoryWhereLimited(static_cast<unsigned>(std::min<std::size_t>(jobsOf(arguments), plan.documents.size())) *
-                            arguments.options.threads);
-    return destination.kind == DestinationKind::standardOutput ? convertToStandardOutput(arguments, plan, reader)
-                                                               : convertToFolder(arguments, destination, plan, reader);
+    shareThreads(arguments, plan);
+    // In this process one document has all threads, or each of several has one, unless the user wants more. One more
+    // thread delivers.
+    shareMemoryWhereLimited(jobsOf(arguments) * std::max(arguments.threads, 1U) + 1);
+    return convertAll({arguments, destination, plan, reader, results ? &*results : nullptr});
 }
 
 } // namespace
@@ -232,7 +191,7 @@ int runProgram(std::span<const std::string_view> words) {
         auto parsed = parseArguments(words);
         if (const auto* const error = std::get_if<UsageError>(&parsed)) return failOnUsage(error->message);
         if (const auto* const request = std::get_if<Request>(&parsed)) return answer(*request);
-        return convertAll(std::get<Arguments>(std::move(parsed)));
+        return convertDocuments(std::get<Arguments>(std::move(parsed)));
     } catch (const std::bad_alloc&) {
         complain("quillow-convert: there is no memory for the list of documents\n");
         return kSomeFailed;

@@ -1,14 +1,17 @@
 // Counts the results of a run and writes the message about each document.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/Plan.h"
 #include "cli/Result.h"
+#include "cli/options/Arguments.h"
 
 #include <cstddef>
 #include <string>
 
 namespace quillow::cli {
+
+/// Whether the outcome makes the run fail.
+[[nodiscard]] bool isFailure(Reason reason, PartialCountsAs partial);
 
 class Report {
 public:
@@ -18,10 +21,13 @@ public:
     /// Counts the result. Returns the message line about it; empty if there is nothing to say.
     [[nodiscard]] std::string add(const PlannedDocument& document, const Result& result);
 
+    /// Counts the result of an earlier run.
+    void add(const FinishedDocument& document);
+
     [[nodiscard]] int exitCode() const;
 
 private:
-    [[nodiscard]] bool isFailure(const Result& result) const;
+    void count(Reason reason, Acceptance acceptance);
     [[nodiscard]] bool isTold(const Result& result) const;
 
     const Arguments& arguments_;

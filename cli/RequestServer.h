@@ -2,8 +2,8 @@
 // docs/worker-protocol.md describes the messages.
 #pragma once
 
-#include "cli/Arguments.h"
 #include "cli/DocumentReader.h"
+#include "cli/options/Arguments.h"
 
 #include <cstddef>
 #include <optional>

@@ -13,6 +13,21 @@ namespace quillow::cli {
 namespace {
 
 constexpr std::string_view kExtension = ".txt";
+/// The longest name that Linux's file systems take.
+constexpr std::size_t kLongestName = 255;
+
+/// The name with the suffix. If they are too long, the name loses its end, in UTF-8 whole characters.
+std::string withSuffix(std::string_view name, std::string_view suffix) {
+    const std::size_t most = kLongestName - suffix.size();
+    if (name.size() > most) {
+        constexpr std::size_t kMostContinuations = 3;
+        std::size_t length = most;
+        while (length > most - kMostContinuations && (static_cast<unsigned char>(name[length]) & 0xC0U) == 0x80U)
+            --length;
+        name = name.substr(0, length);
+    }
+    return std::string(name) + std::string(suffix);
+}
 
 class Namer {
 public:
@@ -54,7 +69,7 @@ private:
     }
 
     [[nodiscard]] std::string pathOf(std::size_t i, const std::string& name) const {
-        return joined(wishes_[i].folder, name) + std::string(kExtension);
+        return joined(wishes_[i].folder, withSuffix(name, kExtension));
     }
 
     [[nodiscard]] bool isUnusable(const std::string& path) const { return folders_.contains(path) || isBarred_(path); }
@@ -91,15 +106,14 @@ private:
         std::string path = pathOf(i, wishes_[i].full);
         if (!std::exchange(claims_[path].isTaken, true) && !isUnusable(path)) return path;
         std::size_t& number = numbers_.try_emplace(path, 1).first->second;
-        const std::string stem = path.substr(0, path.size() - kExtension.size());
         do {
-            path = stem + "-" + std::to_string(++number) + std::string(kExtension);
-        } while (isWanted(path) || isUnusable(path));
+            const std::string suffix = "-" + std::to_string(++number) + std::string(kExtension);
+            path = joined(wishes_[i].folder, withSuffix(wishes_[i].full, suffix));
+        } while (isWanted(path) || isUnusable(path) || !numbered_.insert(path).second);
         return path;
     }
 
-    /// True if some text wants the path without a number. That is enough: no other full name leads to the same
-    /// numbered path.
+    /// True if some text wants the path without a number.
     [[nodiscard]] bool isWanted(const std::string& path) const {
         const auto found = claims_.find(path);
         return found != claims_.end() && (found->second.byBase || found->second.isByFullName);
@@ -111,6 +125,7 @@ private:
     std::vector<std::size_t> lengthened_;
     std::unordered_map<std::string, Claims> claims_;
     std::unordered_map<std::string, std::size_t> numbers_;
+    std::unordered_set<std::string> numbered_; ///< different names may become the same when they are shortened
     std::unordered_set<std::string> folders_;
 };
 
@@ -121,9 +136,11 @@ std::vector<std::string> nameTexts(std::span<const NameWish> wishes, const IsBar
 }
 
 std::string numbered(const std::string& path, const IsBarred& isTaken) {
-    const std::size_t dot = std::min(path.rfind('.'), path.size());
+    const std::string_view name = lastPart(path);
+    const std::size_t dot = std::min(name.rfind('.'), name.size());
     for (std::size_t number = 2;; ++number) {
-        std::string candidate = path.substr(0, dot) + "-" + std::to_string(number) + path.substr(dot);
+        const std::string suffix = "-" + std::to_string(number) + std::string(name.substr(dot));
+        std::string candidate = joined(folderPart(path), withSuffix(name.substr(0, dot), suffix));
         if (!isTaken(candidate)) return candidate;
     }
 }

@@ -18,9 +18,10 @@ struct NameWish {
 /// True if a path below the output folder must not become a text.
 using IsBarred = std::function<bool(const std::string& path)>;
 
-/// The texts' paths below the output folder, in the order of the wishes. Texts with the same path, or with a path
-/// that is barred or is another text's folder, get their full names. Those that still collide are numbered in order:
-/// "report.rtf-2.txt". The result depends only on the wishes, their order and `isBarred`.
+/// The texts' paths below the output folder, in the order of the wishes. Texts with the same path, or with a path that
+/// is barred or is another text's folder, get their full names. Those that still collide are numbered in order:
+/// "report.rtf-2.txt". Names that are too long for a file system lose their end. The result depends only on the wishes,
+/// their order and `isBarred`.
 [[nodiscard]] std::vector<std::string> nameTexts(std::span<const NameWish> wishes, const IsBarred& isBarred);
 
 /// The first of "stem-2.txt", "stem-3.txt", ... for which `isTaken` is false; `path` is "stem.txt". Other extensions

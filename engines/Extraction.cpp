@@ -22,4 +22,10 @@ std::string_view reasonName(Reason reason) {
     return "damaged";
 }
 
+std::optional<Reason> reasonNamed(std::string_view name) {
+    for (int i = 0; i <= static_cast<int>(Reason::skipped); ++i)
+        if (reasonName(static_cast<Reason>(i)) == name) return static_cast<Reason>(i);
+    return std::nullopt;
+}
+
 } // namespace quillow

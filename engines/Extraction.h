@@ -33,6 +33,8 @@ enum class Reason {
 
 /// The reason's name as results and messages print it: "ok", "ok-empty", "no-text-layer", ...
 [[nodiscard]] std::string_view reasonName(Reason reason);
+/// The reason with that name; std::nullopt if there is none.
+[[nodiscard]] std::optional<Reason> reasonNamed(std::string_view name);
 
 enum class PageMarks { off, formFeed };
 enum class CellSeparator { tab, line };
@@ -41,6 +43,10 @@ enum class LinkTargets { off, afterText };
 enum class HiddenText { off, on };
 enum class HeadersFooters { off, on };
 enum class Reflow { off, joinLines };
+
+/// Runs the work on the calling thread and at the same time on up to `threads` - 1 others. Returns when all have ended.
+/// The work does not throw.
+using RunTogether = std::function<void(unsigned threads, const std::function<void()>& work)>;
 
 /// How to read the document and write the text; the same for every engine. The desktop program uses the defaults.
 struct Options {
@@ -54,8 +60,9 @@ struct Options {
     /// The largest number of threads that read one document. Only pages of PDFs are read by several, and the text is
     /// the same whatever their number.
     unsigned threads = 1;
-    PageSelection pages;  ///< of a PDF; RTF and HTML have no pages that could be told apart
-    std::string password; ///< in UTF-8, for PDFs that the empty password does not open
+    RunTogether runTogether; ///< where those threads come from; if empty, they are started for the document
+    PageSelection pages;     ///< of a PDF; RTF and HTML have no pages that could be told apart
+    std::string password;    ///< in UTF-8, for PDFs that the empty password does not open
 };
 
 /// What was lost on the way from the document to its text.

@@ -5,14 +5,14 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libdeflate-dev
-       zlib1g-dev nettle-dev libxcb1-dev fonts-dejavu-core qt6-wayland)
+       zlib1g-dev nettle-dev libcli11-dev nlohmann-json3-dev libxcb1-dev fonts-dejavu-core qt6-wayland)
 testing=(libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0
          mutter nautilus kwin-wayland dolphin qtwayland5 xwayland
          phonon4qt5-backend-null) # instead of the media player that dolphin's libraries would bring along
 fuzzing=(clang-14 libclang-rt-14-dev)
 mutating=(python3-clang-14 libgtest-dev)
-benching=(libbenchmark-dev libxml2-dev valgrind)
+benching=(libbenchmark-dev libxml2-dev valgrind poppler-utils w3m catdoc)
 
 packages=("${build[@]}")
 for what in "$@"; do

@@ -1,6 +1,8 @@
 #include "worker/Child.h"
 
 #include "posix/FileDescriptor.h"
+#include "worker/Helpers.h"
+#include "worker/Limits.h"
 #include "worker/Wire.h"
 
 #include <sys/mman.h>
@@ -34,10 +36,11 @@ bool parse(std::string_view word, Number& number) {
 
 std::optional<LockSettings> settingsOf(std::span<const char* const> words) {
     LockSettings settings;
-    if (words.size() < 2 || words.size() > 3) return std::nullopt;
+    if (words.size() < 3 || words.size() > 4) return std::nullopt;
     if (!parse(words[0], settings.memory) || !parse(words[1], settings.processorTime)) return std::nullopt;
-    if (words.size() == 3 && words[2] != kWithoutLandlock) return std::nullopt;
-    if (words.size() == 3) settings.landlock = LandlockUse::off;
+    if (!parse(words[2], settings.threads) || settings.threads > kMaximumThreads) return std::nullopt;
+    if (words.size() == 4 && words[3] != kWithoutLandlock) return std::nullopt;
+    if (words.size() == 4) settings.landlock = LandlockUse::off;
     return settings;
 }
 
@@ -158,8 +161,9 @@ Extraction withoutMemory() {
 
 class Server {
 public:
-    explicit Server(const Engine& engine)
-        : engine_(engine) {}
+    Server(const Engine& engine, RunTogether runTogether)
+        : engine_(engine)
+        , runTogether_(std::move(runTogether)) {}
 
     [[nodiscard]] bool greet(const Isolation& isolation) { return channel_.send(encodeGreeting(isolation), {}); }
 
@@ -169,7 +173,7 @@ public:
         if (!channel_.receive(std::span<char>(encoded))) return false;
         const Sizes sizes = decodeSizes(encoded);
         const auto body = channel_.receive(sizes.body);
-        const auto request = body ? decodeRequest(*body) : std::nullopt;
+        auto request = body ? decodeRequest(*body) : std::nullopt;
         if (!request) return false;
         bool hasEnded = false;
         const Extraction extraction = answer(*request, static_cast<std::size_t>(sizes.bytes), hasEnded);
@@ -180,7 +184,7 @@ public:
 
 private:
     /// Reads the document. After a lack of memory the rest of it may still be in the channel, and the worker ends.
-    [[nodiscard]] Extraction answer(const Request& request, std::size_t size, bool& hasEnded) {
+    [[nodiscard]] Extraction answer(Request& request, std::size_t size, bool& hasEnded) {
         try {
             Document document;
             if (request.delivery == Delivery::descriptor) {
@@ -202,7 +206,8 @@ private:
         }
     }
 
-    [[nodiscard]] Extraction ask(const Question& question, Document& document) {
+    [[nodiscard]] Extraction ask(Question& question, Document& document) {
+        question.options.runTogether = runTogether_;
         if (question.explainedPage > 0)
             return engine_.explain(document.view(), question.kind, static_cast<std::size_t>(question.explainedPage),
                                    question.options);
@@ -210,6 +215,7 @@ private:
     }
 
     const Engine& engine_;
+    const RunTogether runTogether_;
     ChildChannel channel_;
 };
 
@@ -221,7 +227,8 @@ bool isSocket(int number) {
 } // namespace
 
 std::vector<std::string> wordsOf(const LockSettings& settings) {
-    std::vector<std::string> words{std::to_string(settings.memory), std::to_string(settings.processorTime)};
+    std::vector<std::string> words{std::to_string(settings.memory), std::to_string(settings.processorTime),
+                                   std::to_string(settings.threads)};
     if (settings.landlock == LandlockUse::off) words.emplace_back(kWithoutLandlock);
     return words;
 }
@@ -233,8 +240,10 @@ int serveDocuments(std::span<const char* const> words, const std::function<void(
         return kUsage;
     }
     prepare();
-    Server server(engine);
-    if (!server.greet(lockDown(*settings))) return kChannelBroken;
+    std::optional<Helpers> helpers;
+    const auto makeHelpers = [&] { helpers.emplace(std::max(settings->threads, 1U) - 1); };
+    Server server(engine, [&](unsigned threads, const auto& work) { helpers->run(threads, work); });
+    if (!server.greet(lockDown(*settings, makeHelpers))) ::_exit(kChannelBroken);
     while (server.serve()) {
     }
     ::_exit(0); // nothing is to be saved, and destructors of libraries might need a refused system call

@@ -50,13 +50,17 @@ void limitProcessorTime(unsigned seconds) {
     if (seconds > 0) static_cast<void>(limit(RLIMIT_CPU, seconds, seconds + 1));
 }
 
-bool limitTheRest() {
+bool limitFiles() {
     const bool noFile = limit(RLIMIT_FSIZE, 0, 0);
-    const bool noProcess = limit(RLIMIT_NPROC, 0, 0);
     const bool noMemoryImage = limit(RLIMIT_CORE, 0, 0);
     // Nor may other processes of the user look into it.
     const bool isHidden = ::prctl(PR_SET_DUMPABLE, 0, 0, 0, 0) == 0;
-    return noFile && noProcess && noMemoryImage && isHidden;
+    return noFile && noMemoryImage && isHidden;
+}
+
+/// Threads count as processes.
+bool limitProcesses() {
+    return limit(RLIMIT_NPROC, 0, 0);
 }
 
 bool dropCapabilities() {
@@ -67,16 +71,20 @@ bool dropCapabilities() {
 
 } // namespace
 
-Isolation lockDown(const LockSettings& settings) {
+Isolation lockDown(const LockSettings& settings, const std::function<void()>& makeThreads) {
     Isolation isolation;
     static_cast<void>(::prctl(PR_SET_PDEATHSIG, SIGKILL, 0, 0, 0));
     closeAllButChannel();
     isolation.memory = limitMemory(settings.memory);
     limitProcessorTime(settings.processorTime);
-    isolation.limits = limitTheRest();
+    const bool noFile = limitFiles();
     const bool gainsNothing = ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
     isolation.privileges = dropCapabilities() && gainsNothing;
     if (settings.landlock == LandlockUse::whereAvailable) isolation.landlockAbi = denyFilesAndNetwork();
+    // The kernel takes rights from one thread at a time. Threads that are made now have none; the filter then applies
+    // to all of them.
+    makeThreads();
+    isolation.limits = limitProcesses() && noFile;
     isolation.systemCalls = filterSystemCalls();
     return isolation;
 }

@@ -2,6 +2,7 @@
 
 #include "worker/Child.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillow::worker {
@@ -15,8 +16,13 @@ Extraction notStarted(const std::string& why) {
     return failed(Reason::unreadable, "no process can be started to read it: " + why);
 }
 
+unsigned threadsOf(const Limits& limits) {
+    const std::size_t most = limits.memory > 0 ? limits.memory / kAddressesOfAThread : kMaximumThreads;
+    return static_cast<unsigned>(std::clamp<std::size_t>(most, 1, std::clamp(limits.threads, 1U, kMaximumThreads)));
+}
+
 LockSettings lockSettings(const Limits& limits, LandlockUse landlock) {
-    return {limits.memory, processorTime(limits), landlock};
+    return {limits.memory, processorTime(limits), threadsOf(limits), landlock};
 }
 
 } // namespace

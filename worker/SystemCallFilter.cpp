@@ -5,12 +5,12 @@
 #include <linux/futex.h>
 #include <linux/seccomp.h>
 #include <sys/mman.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <vector>
 
 namespace quillow::worker {
@@ -44,6 +44,8 @@ constexpr std::uint32_t kAllowed[] = {
     __NR_rt_sigprocmask,
     __NR_getpid,
     __NR_gettid,
+    // The C++ library, before a thread waits by futex, which is allowed below.
+    __NR_sched_yield,
     // A stopped process that goes on; a clock that is not readable from user space.
     __NR_restart_syscall,
     __NR_clock_gettime,
@@ -51,7 +53,6 @@ constexpr std::uint32_t kAllowed[] = {
     // The runtime of the sanitizers.
     __NR_pipe2, // how the undefined-behaviour sanitizer sees whether memory is readable
     __NR_write,
-    __NR_sched_yield,
     __NR_sigaltstack,
     __NR_rt_sigaction,
     __NR_rt_sigreturn,
@@ -66,6 +67,8 @@ public:
     void loadArgument(std::size_t number) {
         load(offsetof(seccomp_data, args) + number * sizeof(std::uint64_t) + (kIsLittleEndian ? 0 : 4));
     }
+    /// Keeps the given bits of the loaded value.
+    void keep(std::uint32_t bits) { add(BPF_ALU | BPF_AND | BPF_K, bits); }
     void allow() { add(BPF_RET | BPF_K, SECCOMP_RET_ALLOW); }
     void kill() { add(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS); }
     /// Skips the next instructions if the loaded value is the given one.
@@ -80,9 +83,10 @@ public:
     void skipIfAny(std::uint32_t bits, std::uint8_t instructions) {
         add(BPF_JMP | BPF_JSET | BPF_K, bits, instructions, 0);
     }
+    /// For all threads of this process.
     [[nodiscard]] bool install() {
         const sock_fprog program{static_cast<unsigned short>(code_.size()), code_.data()};
-        return ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+        return ::syscall(__NR_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_TSYNC, &program) == 0;
     }
 
 private:
@@ -103,12 +107,15 @@ void allowWithoutExecution(Program& program, std::uint32_t call) {
     program.kill();
 }
 
-/// What the C++ library does at the end of a one-time initialisation.
-void allowWakingThreads(Program& program) {
-    program.skipUnless(__NR_futex, 4);
+/// How the C and the C++ library let threads wait for one another.
+void allowWaitingForThreads(Program& program) {
+    program.skipUnless(__NR_futex, 9);
     program.loadArgument(1);
-    program.skipUnless(FUTEX_WAKE | FUTEX_PRIVATE_FLAG, 1);
-    program.allow();
+    program.keep(~static_cast<std::uint32_t>(FUTEX_PRIVATE_FLAG | FUTEX_CLOCK_REALTIME));
+    for (const std::uint32_t operation : {FUTEX_WAIT, FUTEX_WAKE, FUTEX_WAIT_BITSET}) {
+        program.skipUnless(operation, 1);
+        program.allow();
+    }
     program.kill();
 }
 
@@ -136,7 +143,7 @@ bool filterSystemCalls() {
     }
     allowWithoutExecution(program, __NR_mmap);
     allowWithoutExecution(program, __NR_mprotect);
-    allowWakingThreads(program);
+    allowWaitingForThreads(program);
     allowSignalsToItself(program);
     program.kill();
     return program.install();

@@ -1,7 +1,9 @@
 #include "worker/Wire.h"
 
 #include "text/Utf8.h"
+#include "worker/Limits.h"
 
+#include <algorithm>
 #include <cstring>
 #include <type_traits>
 #include <utility>
@@ -186,9 +188,9 @@ std::optional<Isolation> decodeGreeting(std::string_view body) {
 std::optional<std::string> encodeRequest(const Request& request) {
     // The names must be as many as the fields, so a new option cannot be forgotten here.
     const auto& [kind, options, explainedPage] = request.question;
-    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, pages, password] =
-        options;
-    static_cast<void>(threads); // a locked worker can start none
+    const auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, runTogether, pages,
+                 password] = options;
+    static_cast<void>(runTogether); // a worker has its own threads
     if (password.size() > kMaximumBody / 2) return std::nullopt;
     Writer writer;
     writer.number(request.token);
@@ -203,6 +205,7 @@ std::optional<std::string> encodeRequest(const Request& request) {
     writer.choice(hiddenText);
     writer.choice(headersFooters);
     writer.choice(reflow);
+    writer.number(threads);
     writer.number(pages.ranges().size());
     for (const auto& [first, last] : pages.ranges()) {
         writer.number(first);
@@ -220,9 +223,9 @@ std::optional<Request> decodeRequest(std::string_view body) {
     request.question.explainedPage = reader.number();
     request.delivery = reader.choice(Delivery::descriptor);
     request.maximumText = reader.number();
-    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, pages, password] =
-        request.question.options;
-    threads = 1;
+    auto& [pageMarks, cells, listMarkers, links, hiddenText, headersFooters, reflow, threads, runTogether, pages,
+           password] = request.question.options;
+    static_cast<void>(runTogether);
     pageMarks = reader.choice(PageMarks::formFeed);
     cells = reader.choice(CellSeparator::line);
     listMarkers = reader.choice(ListMarkers::off);
@@ -230,6 +233,7 @@ std::optional<Request> decodeRequest(std::string_view body) {
     hiddenText = reader.choice(HiddenText::on);
     headersFooters = reader.choice(HeadersFooters::on);
     reflow = reader.choice(Reflow::joinLines);
+    threads = static_cast<unsigned>(std::min<std::uint64_t>(reader.number(), kMaximumThreads));
     pages = readPages(reader);
     password = reader.text();
     return reader.isWhole() ? std::optional(std::move(request)) : std::nullopt;

@@ -17,7 +17,7 @@
 namespace quillow::worker {
 
 /// A worker of another build is not talked to. Change it with every change of the messages.
-inline constexpr std::uint64_t kWireVersion = 1;
+inline constexpr std::uint64_t kWireVersion = 2;
 
 /// Every message begins with the sizes of its two parts: the body, which has the fields, and the bytes after it.
 struct Sizes {

@@ -12,9 +12,18 @@ unsigned threadsFor(std::size_t pages, unsigned wanted) {
     return static_cast<unsigned>(std::clamp<std::size_t>(pages / kPagesAThread, 1, std::max(wanted, 1U)));
 }
 
-bool PageThreads::read(unsigned threads, double share) {
+bool PageThreads::read(unsigned threads, double share, const RunTogether& runTogether) {
     share_ = share;
     waiting_.resize(threads * kWindow);
+    if (runTogether)
+        runTogether(threads, [this] { work(); });
+    else
+        workTogether(threads);
+    if (failure_) std::rethrow_exception(failure_);
+    return !isVoid_;
+}
+
+void PageThreads::workTogether(unsigned threads) {
     std::vector<std::thread> helpers;
     try {
         helpers.reserve(threads);
@@ -27,8 +36,6 @@ bool PageThreads::read(unsigned threads, double share) {
     work();
     for (std::thread& helper : helpers)
         helper.join();
-    if (failure_) std::rethrow_exception(failure_);
-    return !isVoid_;
 }
 
 void PageThreads::work() {

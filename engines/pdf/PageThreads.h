@@ -40,16 +40,18 @@ public:
         , makeSource_(std::move(makeSource))
         , add_(std::move(add)) {}
 
-    /// Reads all pages; the calling thread is one of the threads, and the only one if the system starts no others.
+    /// Reads all pages; the calling thread is one of the threads, and the only one if there are no others. They are
+    /// those of `runTogether`; if it is empty, they are started.
     /// Returns false if a part of a page was left out, or the shares reach 1 with `share`: what is left out may depend
     /// on which pages a thread has read before, so the pages must be read again by a single source. Throws
     /// std::bad_alloc only.
-    [[nodiscard]] bool read(unsigned threads, double share);
+    [[nodiscard]] bool read(unsigned threads, double share, const RunTogether& runTogether = {});
 
 private:
     /// Pages, for each thread, that are read before all pages before them are.
     static constexpr std::size_t kWindow = 8;
 
+    void workTogether(unsigned threads);
     void work();
     void readPages();
     [[nodiscard]] std::optional<std::size_t> begin();

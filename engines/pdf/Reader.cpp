@@ -55,7 +55,7 @@ bool readByThreads(const Document& document, std::span<const PageNode> pages, co
     PageThreads reading(
         pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options); },
         [&joiner](const PageOutcome& page) { return joiner.add(page); });
-    return reading.read(threads, document.usedShare());
+    return reading.read(threads, document.usedShare(), options.runTogether);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "worker/Program.h"
 
+#include <algorithm>
+#include <thread>
 #include <utility>
 #include <variant>
 
@@ -10,18 +12,26 @@ namespace {
 
 constexpr const char* kNoProgram = "quillow-worker is not found";
 
+/// The window converts one document at a time.
+worker::Limits allCores() {
+    worker::Limits limits;
+    limits.threads = std::max(std::thread::hardware_concurrency(), 1U);
+    return limits;
+}
+
 } // namespace
 
 IsolatedEngine::IsolatedEngine()
-    : IsolatedEngine(worker::findWorkerProgram(), {}) {}
+    : IsolatedEngine(worker::findWorkerProgram(), allCores()) {}
 
 IsolatedEngine::IsolatedEngine(std::optional<std::string> workerProgram, worker::Limits limits) {
+    options_.threads = limits.threads;
     if (workerProgram) pool_.emplace(worker::WorkerProgram{std::move(*workerProgram)}, limits);
 }
 
 Extraction IsolatedEngine::extract(std::span<const std::byte> bytes, DocumentKind kind) {
     if (!pool_) return failed(Reason::unreadable, kNoProgram);
-    return pool_->read({bytes}, kind);
+    return pool_->read({bytes}, kind, options_);
 }
 
 std::string IsolatedEngine::isolationLine() {

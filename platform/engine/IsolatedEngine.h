@@ -28,6 +28,7 @@ public:
     [[nodiscard]] std::string isolationLine();
 
 private:
+    Options options_;
     std::optional<worker::Pool> pool_;
 };
 

@@ -17,6 +17,10 @@ Result textOf(std::size_t index, std::size_t length = 1) {
     return result;
 }
 
+std::size_t mostWaiting(std::size_t jobs) {
+    return std::max(jobs, std::min(jobs * kWaitingPerJob, kMaximumWaiting));
+}
+
 class EveryJobs : public testing::TestWithParam<unsigned> {};
 
 TEST_P(EveryJobs, deliversEachResultOnceAndInOrder) {
@@ -24,7 +28,7 @@ TEST_P(EveryJobs, deliversEachResultOnceAndInOrder) {
 
     runBatch(
         1000, GetParam(), [](std::size_t i) { return textOf(i); },
-        [&](std::size_t i, const Result& result) {
+        [&](std::size_t i, const Result& result, Following) {
             EXPECT_EQ(result.textBytes, i);
             delivered.push_back(i);
             return Next::goOn;
@@ -45,16 +49,16 @@ TEST_P(EveryJobs, stopsWhenToldTo) {
             ++begun;
             return textOf(i);
         },
-        [&](std::size_t, const Result&) { return ++delivered == 3 ? Next::stop : Next::goOn; });
+        [&](std::size_t, const Result&, Following) { return ++delivered == 3 ? Next::stop : Next::goOn; });
 
     EXPECT_EQ(delivered, 3U);
-    EXPECT_LE(begun, 3 + GetParam() * kWaitingPerJob);
+    EXPECT_LE(begun, 3 + mostWaiting(GetParam()));
 }
 
 TEST_P(EveryJobs, nothingToDoReturns) {
     runBatch(
         0, GetParam(), [](std::size_t i) { return textOf(i); },
-        [](std::size_t, const Result&) {
+        [](std::size_t, const Result&, Following) {
             ADD_FAILURE();
             return Next::goOn;
         });
@@ -71,15 +75,62 @@ TEST_P(EveryJobs, neverRunsFarAheadOfTheDelivery) {
             if (ahead > furthest) furthest = ahead;
             return textOf(i);
         },
-        [&](std::size_t i, const Result&) {
+        [&](std::size_t i, const Result&, Following) {
             delivered = i; // one less than the number delivered so far, never more
             return Next::goOn;
         });
 
-    EXPECT_LE(furthest, GetParam() * kWaitingPerJob + 1);
+    EXPECT_LE(furthest, mostWaiting(GetParam()) + 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Batch, EveryJobs, testing::Values(1U, 2U, 8U));
+
+TEST_P(EveryJobs, theLastResultIsFollowedByNone) {
+    Following last = Following::arrived;
+    runBatch(
+        100, GetParam(), [](std::size_t i) { return textOf(i); },
+        [&](std::size_t, const Result&, Following following) {
+            last = following;
+            return Next::goOn;
+        });
+    EXPECT_EQ(last, Following::none);
+}
+
+TEST(Batch, readingGoesOnWhileAResultIsDelivered) {
+    constexpr std::size_t kBehindFirst = 10;
+    std::atomic<std::size_t> done = 0;
+    runBatch(
+        kBehindFirst + 1, 1,
+        [&](std::size_t i) {
+            ++done;
+            return textOf(i);
+        },
+        [&](std::size_t i, const Result&, Following) {
+            while (i == 0 && done <= kBehindFirst) // waits for ever if nothing goes on
+                std::this_thread::yield();
+            return Next::goOn;
+        });
+}
+
+TEST(Batch, aResultThatWaitsIsAnnounced) {
+    std::atomic<std::size_t> done = 0;
+    std::vector<Following> followings;
+    runBatch(
+        3, 1,
+        [&](std::size_t i) {
+            ++done;
+            return textOf(i);
+        },
+        [&](std::size_t i, const Result&, Following following) {
+            if (i > 0) followings.push_back(following);
+            // The last one counts as done a moment before it arrives.
+            while (i == 0 && done < 3)
+                std::this_thread::yield();
+            std::this_thread::sleep_for(std::chrono::milliseconds(i == 0 ? 100 : 0));
+            return Next::goOn;
+        });
+    EXPECT_EQ(followings, (std::vector<Following>{Following::arrived, Following::none}));
+}
 
 TEST(Batch, waitingTextsAreBoundedInBytes) {
     constexpr std::size_t kText = kWaitingBytes / 2;
@@ -94,7 +145,7 @@ TEST(Batch, waitingTextsAreBoundedInBytes) {
             if (now > most) most = now;
             return textOf(i, kText);
         },
-        [&](std::size_t, const Result&) {
+        [&](std::size_t, const Result&, Following) {
             held -= kText;
             return Next::goOn;
         });

@@ -24,6 +24,15 @@ std::string failureOf(const std::string& path) {
     return failure == nullptr ? std::string() : failure->detail;
 }
 
+std::optional<OutputFailure> write(const OutputFolder& folder, const std::string& name, std::string_view content,
+                                   Present present) {
+    auto written = folder.write(name, content, present);
+    if (auto* const failure = std::get_if<OutputFailure>(&written)) return std::move(*failure);
+    UnnamedText& text = *std::get<std::shared_ptr<UnnamedText>>(written);
+    if (auto failure = text.sync(UnnamedText::Together::no)) return failure;
+    return text.place();
+}
+
 TEST(OutputFolder, isMadeWhenItsParentExists) {
     const TemporaryFolder folder;
 
@@ -33,10 +42,29 @@ TEST(OutputFolder, isMadeWhenItsParentExists) {
     EXPECT_EQ(failureOf(folder.put("file", "")), "Not a directory");
 }
 
+TEST(OutputFolder, aTextHasNoNameUntilItIsPlaced) {
+    const TemporaryFolder folder;
+    const OutputFolder output = opened(folder.at(""));
+    folder.put("a.txt", "old\n");
+
+    auto dropped = output.write("b.txt", "text\n", Present::replaced);
+    dropped = OutputFailure{};
+    auto written = output.write("a.txt", "text\n", Present::replaced);
+    UnnamedText& text = *std::get<std::shared_ptr<UnnamedText>>(written);
+    EXPECT_EQ(readFile(folder.at("a.txt")), "old\n");
+    const bool isTogether = output.syncTogether();
+    EXPECT_FALSE(text.sync(isTogether ? UnnamedText::Together::yes : UnnamedText::Together::no));
+    EXPECT_EQ(readFile(folder.at("a.txt")), "old\n");
+    EXPECT_FALSE(text.place());
+
+    EXPECT_EQ(readFile(folder.at("a.txt")), "text\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.at("b.txt")));
+}
+
 TEST(OutputFolder, holdsTheFileAndNothingElse) {
     const TemporaryFolder folder;
 
-    EXPECT_FALSE(opened(folder.at("")).write("a.txt", "text\n", Present::replaced));
+    EXPECT_FALSE(write(opened(folder.at("")), "a.txt", "text\n", Present::replaced));
 
     EXPECT_EQ(folder.names(), Names{"a.txt"});
     EXPECT_EQ(readFile(folder.at("a.txt")), "text\n");
@@ -46,7 +74,7 @@ TEST(OutputFolder, replacesWhatIsThere) {
     const TemporaryFolder folder;
     folder.put("a.txt", "a much longer text from before\n");
 
-    EXPECT_FALSE(opened(folder.at("")).write("a.txt", "", Present::replaced));
+    EXPECT_FALSE(write(opened(folder.at("")), "a.txt", "", Present::replaced));
 
     EXPECT_EQ(folder.names(), Names{"a.txt"});
     EXPECT_EQ(readFile(folder.at("a.txt")), "");
@@ -57,7 +85,7 @@ TEST(OutputFolder, replacesALinkAndNotItsTarget) {
     folder.put("target", "kept");
     std::filesystem::create_symlink("target", folder.at("a.txt"));
 
-    EXPECT_FALSE(opened(folder.at("")).write("a.txt", "text\n", Present::replaced));
+    EXPECT_FALSE(write(opened(folder.at("")), "a.txt", "text\n", Present::replaced));
 
     EXPECT_EQ(readFile(folder.at("target")), "kept");
     EXPECT_FALSE(std::filesystem::is_symlink(folder.at("a.txt")));
@@ -68,8 +96,8 @@ TEST(OutputFolder, failureLeavesNothing) {
     folder.put("a.txt/inside", "kept");
     const OutputFolder output = opened(folder.at(""));
 
-    EXPECT_TRUE(output.write("a.txt", "text\n", Present::replaced));
-    EXPECT_TRUE(output.write(std::string(300, 'n'), "text\n", Present::replaced));
+    EXPECT_TRUE(write(output, "a.txt", "text\n", Present::replaced));
+    EXPECT_TRUE(write(output, std::string(300, 'n'), "text\n", Present::replaced));
 
     EXPECT_EQ(folder.names(), Names{"a.txt"});
     EXPECT_EQ(readFile(folder.at("a.txt/inside")), "kept");
@@ -79,7 +107,7 @@ TEST(OutputFolder, fileModeFollowsTheMask) {
     const TemporaryFolder folder;
     const mode_t before = ::umask(027);
 
-    EXPECT_FALSE(opened(folder.at("")).write("a.txt", "text\n", Present::replaced));
+    EXPECT_FALSE(write(opened(folder.at("")), "a.txt", "text\n", Present::replaced));
 
     ::umask(before);
     struct stat status = {};
@@ -93,7 +121,7 @@ mode_t modeOf(const std::string& path) {
 }
 
 std::string writeFailure(const OutputFolder& folder, const std::string& name, Present present = Present::replaced) {
-    const auto failure = folder.write(name, "text\n", present);
+    const auto failure = write(folder, name, "text\n", present);
     return failure ? failure->detail : std::string();
 }
 
@@ -151,7 +179,7 @@ TEST(OutputFolder, presentFileIsKeptWhereThatIsAskedFor) {
     folder.put("a.txt", "kept");
     const OutputFolder output = opened(folder.at(""));
 
-    const auto failure = output.write("a.txt", "text\n", Present::kept);
+    const auto failure = write(output, "a.txt", "text\n", Present::kept);
 
     ASSERT_TRUE(failure);
     EXPECT_TRUE(failure->nameIsInUse);
@@ -205,7 +233,7 @@ TEST(OutputFolder, manyWritersOfOneNameLeaveOneWholeText) {
     for (const char letter : {'a', 'b', 'c', 'd'})
         writers.emplace_back([&output, letter] {
             for (int i = 0; i < 20; ++i)
-                EXPECT_FALSE(output.write("a.txt", std::string(100'000, letter), Present::replaced));
+                EXPECT_FALSE(write(output, "a.txt", std::string(100'000, letter), Present::replaced));
         });
     for (std::thread& writer : writers)
         writer.join();
@@ -213,6 +241,39 @@ TEST(OutputFolder, manyWritersOfOneNameLeaveOneWholeText) {
     const std::string text = readFile(folder.at("a.txt"));
     EXPECT_EQ(folder.names(), Names{"a.txt"});
     EXPECT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
+}
+
+TEST(OutputFolder, knowsWhetherAFileHasTheText) {
+    const TemporaryFolder folder;
+    const std::string text(100'000, 'x');
+    folder.put("a.txt", text);
+    folder.put("sub/b.txt", "b\n");
+    folder.put("sub/empty.txt", "");
+    std::filesystem::create_symlink("a.txt", folder.at("link.txt"));
+    const OutputFolder output = opened(folder.at(""));
+
+    EXPECT_TRUE(output.holds("a.txt", text));
+    EXPECT_FALSE(output.holds("a.txt", text.substr(1) + "y"));
+    EXPECT_FALSE(output.holds("a.txt", "y" + text.substr(1)));
+    EXPECT_FALSE(output.holds("a.txt", text + "x"));
+    EXPECT_TRUE(output.holds("sub/b.txt", "b\n"));
+    EXPECT_TRUE(output.holds("sub/empty.txt", ""));
+    EXPECT_FALSE(output.holds("none.txt", ""));
+    EXPECT_FALSE(output.holds("sub", ""));
+    EXPECT_FALSE(output.holds("link.txt", text));
+}
+
+TEST(OutputFolder, whatAKilledRunLeftIsRemovedBelowToo) {
+    const TemporaryFolder folder;
+    folder.put(".quillow-convert.1.tmp", "");
+    folder.put("a/b/.quillow-convert.2.tmp", "");
+    folder.put("other/.quillow-convert.3.tmp", "");
+
+    opened(folder.at("")).removeLeftOver({"a/b", "none"});
+
+    EXPECT_EQ(folder.names(), (Names{"a", "other"}));
+    EXPECT_EQ(folder.names("a/b"), Names{});
+    EXPECT_EQ(folder.names("other").size(), 1U);
 }
 
 } // namespace

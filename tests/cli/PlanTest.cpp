@@ -35,6 +35,16 @@ public:
         arguments_.ifExists = IfExists::rename;
         return *this;
     }
+    PlanOf& shard(Shard shard) {
+        arguments_.shard = shard;
+        return *this;
+    }
+    /// An earlier run has finished the document, and its text is there.
+    PlanOf& finished(const std::string& path, Reason status, const std::optional<std::string>& output = {}) {
+        arguments_.resumedResults = "results";
+        finished_.push_back({path, status, output});
+        return *this;
+    }
     PlanOf& file(const std::string& path, std::uint64_t number) {
         files_[path] = FileIdentity{1, number};
         return *this;
@@ -48,7 +58,16 @@ public:
             const auto found = files_.find(path);
             return found == files_.end() ? std::nullopt : std::optional(found->second);
         };
-        return makePlan(arguments_, destination_, inputs_, {identityOf, "/home"});
+        EarlierResults earlier;
+        for (const auto& [path, status, output] : finished_) {
+            ResultRecord record;
+            record.path = path;
+            record.status = status;
+            record.output = output;
+            earlier.add(std::move(record));
+        }
+        return makePlan(arguments_, destination_, inputs_, {identityOf, "/home", identityOf("results")},
+                        std::move(earlier));
     }
     [[nodiscard]] Names names() const {
         Names names;
@@ -62,6 +81,12 @@ private:
     Destination destination_;
     std::vector<NamedInput> inputs_;
     std::map<std::string, FileIdentity> files_;
+    struct Finished {
+        std::string path;
+        Reason status = Reason::ok;
+        std::optional<std::string> output;
+    };
+    std::vector<Finished> finished_;
 };
 
 TEST(Plan, nameTellsTheKind) {
@@ -195,6 +220,68 @@ TEST(Plan, failureFoundBeforehandStaysInItsPlace) {
     ASSERT_EQ(mixed.documents.size(), 2U);
     EXPECT_EQ(mixed.documents[0].textName, "a.txt");
     EXPECT_EQ(mixed.documents[1].failure->detail, "why");
+}
+
+TEST(Plan, finishedDocumentsAreLeftOutAndTheOthersKeepTheirNames) {
+    const PlanOf documents = PlanOf({"a.rtf", "a.pdf", "b", "c.rtf"})
+                                 .into("out")
+                                 .finished("a.rtf", Reason::ok, "out/a.rtf.txt")
+                                 .finished("b", Reason::wrongType)
+                                 .finished("c.rtf", Reason::wrongType);
+
+    const Plan plan = documents.make();
+
+    EXPECT_EQ(documents.names(), Names{"a.pdf.txt"});
+    ASSERT_EQ(plan.finished.size(), 3U);
+    EXPECT_EQ(plan.finished[0].reason, Reason::ok);
+    EXPECT_EQ(plan.finished[1].acceptance, Acceptance::notAccepted);
+    EXPECT_EQ(plan.finished[2].acceptance, Acceptance::accepted);
+}
+
+TEST(Plan, shardsGiveTheTextsTheNamesOfTheWholeRun) {
+    const Names all = {"a.rtf", "a.pdf", "x/a.rtf", "b.rtf", "c.rtf", "d.rtf"};
+    const Names whole = PlanOf(all).into("out").names();
+    Names parts;
+
+    for (const std::uint32_t number : {1U, 2U, 3U})
+        for (const std::string& name : PlanOf(all).into("out").shard({number, 3}).names())
+            parts.push_back(name);
+
+    std::sort(parts.begin(), parts.end());
+    EXPECT_EQ(parts, (Names{"a.pdf.txt", "a.rtf-2.txt", "a.rtf.txt", "b.txt", "c.txt", "d.txt"}));
+    EXPECT_EQ(parts.size(), whole.size());
+}
+
+TEST(Plan, shardHasItsPartOfTheFinishedDocumentsOnly) {
+    std::size_t finished = 0;
+    for (const std::uint32_t number : {1U, 2U, 3U})
+        finished += PlanOf({"a.rtf", "b.rtf"}).shard({number, 3}).finished("a.rtf", Reason::ok).make().finished.size();
+    EXPECT_EQ(finished, 1U);
+}
+
+// A killed run may have written the text, but not its result.
+TEST(Plan, resumedRunKnowsTheNamesThatATextMayHaveAlready) {
+    const Plan plan = PlanOf({"a.rtf", "b.rtf", "b-3.rtf"})
+                          .into("out")
+                          .rename()
+                          .file("out/b.txt", 1)
+                          .file("out/b-2.txt", 2)
+                          .file("out/b-3.txt", 3)
+                          .file("out/a.txt", 4)
+                          .finished("a.rtf", Reason::ok, "out/a.txt")
+                          .finished("b-3.rtf", Reason::ok, "out/b-3.txt")
+                          .make();
+
+    ASSERT_EQ(plan.documents.size(), 1U);
+    EXPECT_EQ(plan.documents[0].textName, "b-4.txt");
+    EXPECT_EQ(plan.documents[0].existingNames, (Names{"b.txt", "b-2.txt"}));
+}
+
+TEST(Plan, noTextReplacesTheResults) {
+    EXPECT_EQ(PlanOf({"log.rtf"}).into("out").file("results", 7).file("out/log.txt", 7).names(), Names{"log.rtf.txt"});
+    const Plan one = PlanOf({"log.rtf"}).intoFile("out", "log.txt").file("results", 7).file("out/log.txt", 7).make();
+    ASSERT_TRUE(one.documents[0].failure);
+    EXPECT_EQ(one.documents[0].failure->detail, "its text would replace the results");
 }
 
 } // namespace

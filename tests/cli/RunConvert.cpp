@@ -3,10 +3,14 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <stdexcept>
+#include <thread>
+#include <utility>
 
 namespace quillow::test {
 
@@ -40,7 +44,8 @@ Running::Running(const std::vector<std::string>& arguments, const RunSetting& se
 
     const int input = memoryFile(setting.input);
     output_ = setting.outputPath.empty() ? memoryFile() : ::open(setting.outputPath.c_str(), O_WRONLY | O_CLOEXEC);
-    errors_ = memoryFile();
+    errors_ =
+        setting.errorsPath.empty() ? memoryFile() : ::open(setting.errorsPath.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
@@ -51,25 +56,33 @@ Running::Running(const std::vector<std::string>& arguments, const RunSetting& se
         throw std::runtime_error("cannot run " + words[0]);
     ::posix_spawn_file_actions_destroy(&actions);
     ::close(input);
-    if (!setting.outputPath.empty()) {
-        ::close(output_);
-        output_ = -1;
-    }
+    if (!setting.outputPath.empty()) ::close(std::exchange(output_, -1));
+    if (!setting.errorsPath.empty()) ::close(std::exchange(errors_, -1));
 }
 
 Outcome Running::wait() {
     int status = 0;
-    ::waitpid(process_, &status, 0);
+    rusage usage = {};
+    ::wait4(process_, &status, 0, &usage);
     Outcome outcome;
+    outcome.peakMemory = usage.ru_maxrss;
     outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     outcome.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     if (output_ >= 0) outcome.output = contentOf(output_);
-    outcome.errors = contentOf(errors_);
+    if (errors_ >= 0) outcome.errors = contentOf(errors_);
     return outcome;
 }
 
 Outcome run(const std::vector<std::string>& arguments, const RunSetting& setting) {
     return Running(arguments, setting).wait();
+}
+
+bool appears(const std::function<bool()>& condition) {
+    for (int i = 0; i < 2000; ++i) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
 }
 
 } // namespace quillow::test

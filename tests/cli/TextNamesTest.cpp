@@ -75,5 +75,29 @@ TEST(TextNames, firstFreeNumberIsTaken) {
     EXPECT_EQ(numbered("a", [](const std::string&) { return false; }), "a-2");
 }
 
+TEST(TextNames, namesThatAreTooLongLoseTheirEnd) {
+    const std::string longest(255, 'x');
+    EXPECT_EQ(named({longest}), Names{std::string(251, 'x') + ".txt"});
+    EXPECT_EQ(named({std::string(251, 'x') + ".rtf"}), Names{std::string(251, 'x') + ".txt"});
+    EXPECT_EQ(named({"f/" + std::string(250, 'x') + "\u00E9.gz"}), Names{"f/" + std::string(250, 'x') + ".txt"});
+}
+
+TEST(TextNames, shortenedNamesAreUnique) {
+    const std::string stem(250, 'x');
+    const Names names =
+        named({stem + "1.rtf", stem + "1.pdf", stem + "1.htm", stem + "2345", stem + "2346", stem + "2347"});
+
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 6U);
+    for (const std::string& name : names)
+        EXPECT_EQ(name.size(), 255U) << name;
+}
+
+TEST(TextNames, numberTakesTheEndOfANameThatIsTooLong) {
+    const std::string stem(251, 'x');
+    EXPECT_EQ(numbered("f/" + stem + ".txt", [](const std::string&) { return false; }),
+              "f/" + std::string(249, 'x') + "-2.txt");
+    EXPECT_EQ(numbered("f.d/plain", [](const std::string&) { return false; }), "f.d/plain-2");
+}
+
 } // namespace
 } // namespace quillow::cli

@@ -7,6 +7,7 @@
 
 #include <arpa/inet.h>
 #include <fcntl.h>
+#include <sched.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/ptrace.h>
@@ -17,13 +18,16 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <latch>
 #include <map>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -83,6 +87,31 @@ Extraction sendsDocumentBack(std::span<const std::byte> bytes) {
     return text(isRefused && !bytes.empty() ? "refused" : "written");
 }
 
+/// Does something in a helping thread while the first thread waits for it.
+Extraction inHelper(const RunTogether& runTogether, const std::function<void()>& attack) {
+    const pid_t first = ::gettid();
+    std::latch done(1);
+    runTogether(2, [&] {
+        if (::gettid() == first) return done.wait();
+        attack();
+        done.count_down();
+    });
+    return text("done");
+}
+
+/// The number of threads that run together.
+Extraction countThreads(const RunTogether& runTogether, unsigned threads) {
+    std::latch all(threads);
+    std::atomic<unsigned> count = 0;
+    runTogether(threads, [&] {
+        ++count;
+        all.arrive_and_wait();
+    });
+    return text(std::to_string(count));
+}
+
+constexpr int kFlagsOfAThread = CLONE_VM | CLONE_FS | CLONE_FILES | CLONE_SIGHAND | CLONE_THREAD | CLONE_SYSVSEM;
+
 using Attack = std::function<Extraction(std::span<const std::byte> bytes)>;
 
 const std::map<std::string_view, Attack>& attacks() {
@@ -113,6 +142,13 @@ const std::map<std::string_view, Attack>& attacks() {
              if (child == 0) ::_exit(0);
              return returned(child);
          }},
+        {"thread",
+         [](auto) {
+             std::thread([] {}).join();
+             return text("done");
+         }},
+        {"clone-thread",
+         [](auto) { return returned(::syscall(SYS_clone, kFlagsOfAThread, nullptr, nullptr, nullptr, nullptr)); }},
         {"exec", [](auto) { return returned(::execl("/bin/true", "true", nullptr)); }},
         {"executable-memory",
          [](auto) {
@@ -193,6 +229,13 @@ Extraction readOrAttack(std::span<const std::byte> bytes, DocumentKind kind, con
     constexpr std::string_view kMark = "attack:";
     if (!document.starts_with(kMark)) return extract(bytes, kind, options, done);
     const std::string_view rest = document.substr(kMark.size());
+    if (rest.starts_with("threads")) return countThreads(options.runTogether, options.threads);
+    if (rest.starts_with("helper-open"))
+        return inHelper(options.runTogether, [] { static_cast<void>(::open("/etc/passwd", O_RDONLY)); });
+    if (rest.starts_with("helper-overflow"))
+        return inHelper(options.runTogether, [] { static_cast<void>(recurse(0)); });
+    if (rest.starts_with("helper-abort")) return inHelper(options.runTogether, [] { std::abort(); });
+    if (rest.starts_with("helper-loop")) return inHelper(options.runTogether, [] { spin(); });
     const auto found = attacks().find(rest.substr(0, rest.find(' ')));
     if (found == attacks().end()) return failed(Reason::damaged, "no such attack");
     return found->second(bytes);

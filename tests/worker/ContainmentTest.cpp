@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
     systemCalls, Containment,
     testing::Values(Attack{"attack:open", kSystemCall}, Attack{"attack:create", kSystemCall},
                     Attack{"attack:socket", kSystemCall}, Attack{"attack:fork", kSystemCall},
+                    Attack{"attack:thread", kSystemCall}, Attack{"attack:clone-thread", kSystemCall},
                     Attack{"attack:exec", kSystemCall}, Attack{"attack:executable-memory", kSystemCall},
                     Attack{"attack:make-executable", kSystemCall}, Attack{"attack:ptrace", kSystemCall},
                     Attack{"attack:signal-parent", kSystemCall}, Attack{"attack:read-parent", kSystemCall},
@@ -94,6 +95,28 @@ TEST(Containment, aDocumentsDescriptorCannotBeWritten) {
     ::unlink(path.c_str());
 }
 #endif
+
+std::string readByThreads(Pool& pool, std::string_view bytes, unsigned threads) {
+    Options options;
+    options.threads = threads;
+    const Extraction extraction = pool.read(inMemory(bytes), DocumentKind::rtf, options);
+    return extraction.text.value_or(std::string(reasonName(extraction.reason)) + ": " + extraction.detail);
+}
+
+TEST(Containment, aHelpingThreadIsLockedInToo) {
+    Limits limits = tightLimits();
+    limits.memory = std::size_t{1} << 30;
+    limits.threads = 2;
+    Pool pool({kAttackWorker}, limits);
+    EXPECT_EQ(readByThreads(pool, "attack:helper-open", 2), kSystemCall);
+    EXPECT_EQ(readByThreads(pool, "attack:helper-abort", 2),
+              "crashed: its reader found itself in a state that must not be");
+    EXPECT_EQ(readByThreads(pool, "attack:helper-loop", 2), kLate);
+#if !defined(__SANITIZE_ADDRESS__)
+    EXPECT_EQ(readByThreads(pool, "attack:helper-overflow", 2), kMemory);
+#endif
+    EXPECT_EQ(readByThreads(pool, "{\\rtf1 next}", 2), "next\n");
+}
 
 TEST(Containment, withoutLandlockTheSystemCallFilterStillHolds) {
     Pool pool({kAttackWorker}, tightLimits(), LandlockUse::off);

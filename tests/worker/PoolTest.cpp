@@ -274,6 +274,51 @@ TEST(Pool, aWorkerHasNoEnvironmentAndNoDescriptorButItsChannel) {
 }
 #endif
 
+Limits withThreads(unsigned threads) {
+    Limits limits;
+    limits.threads = threads;
+    return limits;
+}
+
+std::string threadsThatRead(const Limits& limits, unsigned wanted) {
+    Pool pool({kAttackWorker}, limits);
+    Options options;
+    options.threads = wanted;
+    return pool.read(inMemory("attack:threads"), DocumentKind::rtf, options).text.value_or("none");
+}
+
+TEST(Pool, aWorkerHasTheThreadsOfItsLimits) {
+    for (const unsigned threads : {1U, 2U, 5U})
+        EXPECT_EQ(threadsThatRead(withThreads(threads), threads), std::to_string(threads) + "\n");
+    EXPECT_EQ(threadsThatRead(withThreads(5), 2), "2\n");
+}
+
+TEST(Pool, aWorkerWithLittleMemoryHasFewThreads) {
+    Limits limits = withThreads(kMaximumThreads);
+    limits.memory = 3 * kAddressesOfAThread;
+    EXPECT_EQ(threadsThatRead(limits, 3), "3\n");
+    Pool pool({kAttackWorker}, limits);
+    EXPECT_EQ(read(pool, kDocument), "text\n");
+    const std::filesystem::directory_iterator tasks("/proc/" + std::to_string(pool.idleWorkers().at(0)) + "/task");
+    EXPECT_EQ(std::distance(begin(tasks), end(tasks)), 3);
+}
+
+TEST(Pool, noThreadOfAWorkerHasRights) {
+    Pool pool({kWorker}, withThreads(3));
+    static_cast<void>(read(pool, kDocument));
+    int threads = 0;
+    for (const auto& task :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(pool.idleWorkers().at(0)) + "/task")) {
+        std::ifstream file(task.path() / "status");
+        const std::string status(std::istreambuf_iterator<char>(file), {});
+        EXPECT_NE(status.find("CapEff:\t0000000000000000\n"), std::string::npos) << status;
+        EXPECT_NE(status.find("NoNewPrivs:\t1\n"), std::string::npos) << status;
+        EXPECT_NE(status.find("Seccomp:\t2\n"), std::string::npos) << status;
+        ++threads;
+    }
+    EXPECT_EQ(threads, 3);
+}
+
 TEST(Pool, aWorkerEndsWithItsPool) {
     pid_t worker = -1;
     {

@@ -69,5 +69,41 @@ TEST(SameText, everyDocumentReadsAsInThisProcess) {
                        extract(std::as_bytes(std::span(sample.bytes)), sample.kind, options), sample.path);
 }
 
+/// A PDF without a table of its objects, which the engine then looks for.
+std::string longPdf(int pages) {
+    std::string kids;
+    std::string objects;
+    for (int page = 0; page < pages; ++page) {
+        const std::string number = std::to_string(10 + 2 * page);
+        const std::string content = std::to_string(11 + 2 * page);
+        kids += number + " 0 R ";
+        objects += number + " 0 obj<</Type/Page/Parent 2 0 R/Contents " + content + " 0 R>>endobj\n";
+        const std::string text = "BT /F 10 Tf 10 700 Td (Page " + std::to_string(page) + ") Tj ET";
+        objects +=
+            content + " 0 obj<</Length " + std::to_string(text.size()) + ">>stream\n" + text + "\nendstream endobj\n";
+    }
+    return "%PDF-1.7\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+           "2 0 obj<</Type/Pages/MediaBox[0 0 600 800]/Resources<</Font<</F 3 0 R>>>>/Count " +
+           std::to_string(pages) + "/Kids[" + kids +
+           "]>>endobj\n3 0 obj<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>endobj\n" + objects +
+           "trailer<</Root 1 0 R>>\n";
+}
+
+TEST(SameText, aLongPdfReadByManyThreadsReadsAsByOne) {
+    const std::string document = longPdf(300);
+    const Extraction alone = extract(std::as_bytes(std::span(document)), DocumentKind::pdf);
+    ASSERT_EQ(alone.reason, Reason::ok);
+    ASSERT_TRUE(alone.text->ends_with("Page 299\n"));
+    Limits limits;
+    limits.threads = 4;
+    Pool pool({kWorker}, limits);
+    for (const unsigned threads : {1U, 2U, 3U, 4U, 9U}) {
+        Options options;
+        options.threads = threads;
+        for (int i = 0; i < 20; ++i)
+            expectSame(pool.read(inMemory(document), DocumentKind::pdf, options), alone, std::to_string(threads));
+    }
+}
+
 } // namespace
 } // namespace quillow::worker

@@ -37,6 +37,7 @@ TEST(Wire, aRequestKeepsEveryOption) {
                HeadersFooters::on,
                Reflow::joinLines,
                4,
+               {},
                PageSelection({{3, 7}, {12, 12}}),
                "pass\0word"};
     const auto read = decodeRequest(encodeRequest(request).value());
@@ -53,7 +54,7 @@ TEST(Wire, aRequestKeepsEveryOption) {
     EXPECT_EQ(read->question.options.hiddenText, HiddenText::on);
     EXPECT_EQ(read->question.options.headersFooters, HeadersFooters::on);
     EXPECT_EQ(read->question.options.reflow, Reflow::joinLines);
-    EXPECT_EQ(read->question.options.threads, 1U); // a worker can start no thread
+    EXPECT_EQ(read->question.options.threads, 4U);
     EXPECT_EQ(read->question.options.pages.ranges(), options.pages.ranges());
     EXPECT_EQ(read->question.options.password, request.question.options.password);
 }

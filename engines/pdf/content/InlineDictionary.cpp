@@ -61,7 +61,6 @@ void appendString(const Operand& string, text::ByteBuffer& out) {
     switch (string.kind) {
     case Operand::Kind::plainString: out.append(string.view()); break;
     case Operand::Kind::escapedString: unescapeString(string.view(), '(', out); break;
-    case Operand::Kind::hexString: appendHex(string.view(), out); break;
     default: break;
     }
 }

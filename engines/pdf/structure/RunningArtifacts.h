@@ -1,5 +1,5 @@
-// Running heads, feet and page numbers that a tagged document marks as artifacts: not part of its own text (ISO 32000-2,
-// 14.8.2.2).
+// Running heads, feet and page numbers that a tagged document marks as artifacts: not part of its own text
+// (ISO 32000-2, 14.8.2.2).
 #pragma once
 
 #include "engines/pdf/content/Page.h"

@@ -1,10 +1,12 @@
 // Parses the command line of quillow-convert.
 #pragma once
 
+#include "cli/Shard.h"
 #include "engines/Extract.h"
 #include "worker/Limits.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -32,6 +34,9 @@ enum class AskForPassword { never, whenNeeded };
 /// What follows each name in a list of inputs.
 enum class NameEnd { newline, nul };
 
+/// Which documents that have a result from an earlier run are converted again.
+enum class Retry { nothing, failed };
+
 /// Where documents are read.
 enum class ReadIn {
     workers,     ///< in processes that are locked in and limited
@@ -47,6 +52,8 @@ enum class DocumentsFrom {
 inline constexpr std::string_view kStandardStream = "-";
 /// The largest number of documents that -j can read at a time, and of threads for one of them.
 inline constexpr unsigned kMaximumJobs = 256;
+/// The largest number of parts that --shard makes of a run.
+inline constexpr std::uint32_t kMaximumShards = 1'000'000;
 /// The longest time for a document, in seconds: a day.
 inline constexpr unsigned kMaximumTimeout = 86'400;
 /// The least and the most memory for a document, in MiB. A worker has 7 MiB before it has a document.
@@ -61,6 +68,10 @@ struct Arguments {
     std::optional<std::string> output;     ///< as given: a folder, a file or kStandardStream
     std::optional<std::string> mirrorRoot; ///< the texts keep the folders of their documents below this root
     IfExists ifExists = IfExists::overwrite;
+    std::optional<std::string> results;        ///< the file of results, or kStandardStream
+    std::optional<std::string> resumedResults; ///< if given, the same file: documents that have a result are left out
+    Retry retry = Retry::nothing;
+    Shard shard;                      ///< only these documents are converted
     std::optional<DocumentKind> type; ///< the kind of every input, whatever its name
     Options options;
     std::optional<std::size_t> explainedPage; ///< of the one input: its picture takes the place of the text
@@ -75,6 +86,8 @@ struct Arguments {
     DocumentsFrom documentsFrom = DocumentsFrom::files;
     PartialCountsAs partial = PartialCountsAs::converted;
     Verbosity verbosity = Verbosity::normal;
+
+    [[nodiscard]] bool isResumed() const { return resumedResults.has_value(); }
 };
 
 enum class Request { help, version, versionAndIsolation };

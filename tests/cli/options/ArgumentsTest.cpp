@@ -1,4 +1,4 @@
-#include "cli/Arguments.h"
+#include "cli/options/Arguments.h"
 
 #include <gtest/gtest.h>
 
@@ -136,6 +136,60 @@ TEST(Arguments, optionsThatNeedOneAnotherAreHeldTogether) {
     EXPECT_EQ(complaint({"--mirror", "root", "-o-", "x"}), "option '--mirror' needs '-o' and a folder");
     EXPECT_EQ(complaint({"-0", "x"}), "option '-0' needs '--files-from'");
     EXPECT_EQ(complaint({"--files-from", "-", "-"}), "standard input can be read only once");
+}
+
+TEST(Arguments, resultsMayBeResumed) {
+    EXPECT_EQ(parsed({"--results", "r", "-o", "out", "x"}).results, "r");
+    EXPECT_FALSE(parsed({"--results", "r", "-o", "out", "x"}).isResumed());
+    for (const Words& words : {Words{"--resume", "r", "--retry-failed", "-o", "out", "x"},
+                               Words{"--resume", "r", "--results", "r", "--retry-failed", "-o", "out", "x"}}) {
+        const Arguments arguments = parsed(words);
+        EXPECT_EQ(arguments.results, "r");
+        EXPECT_TRUE(arguments.isResumed());
+        EXPECT_EQ(arguments.retry, Retry::failed);
+    }
+    EXPECT_EQ(complaint({"--resume", "r", "x"}), "option '--resume' needs '-o' and a folder");
+    EXPECT_EQ(complaint({"--resume", "-", "-o", "out", "x"}), "option '--resume' needs a file");
+    EXPECT_EQ(complaint({"--resume", "r", "--results", "s", "-o", "out", "x"}),
+              "options '--results' and '--resume' name different files");
+    EXPECT_EQ(complaint({"--retry-failed", "-o", "out", "x"}), "option '--retry-failed' needs '--resume'");
+    EXPECT_EQ(complaint({"--results", "-", "x"}),
+              "option '--results -' needs '-o' and a folder, because the results go to standard output");
+    EXPECT_EQ(complaint({"--results", "r", "--explain", "1", "x"}), "option '--explain' does not go with '--results'");
+}
+
+TEST(Arguments, shardIsAPartOfSeveral) {
+    EXPECT_EQ(parsed({"--shard", "2/4", "x"}).shard, (Shard{2, 4}));
+    EXPECT_EQ(parsed({"x"}).shard, Shard());
+    for (const std::string_view value :
+         {"0/4", "5/4", "1/0", "1", "/", "1/", "/1", "1/1000001", "-1/2", "1/2/3", "a/b", ""})
+        EXPECT_EQ(complaint({"--shard", value, "x"}),
+                  "the part of the documents must be I/N, such as 2/4, not '" + std::string(value) + "'");
+}
+
+TEST(Arguments, anEmptyValueTakesNoFurtherWord) {
+    const Arguments arguments = parsed({"--password=", "a.pdf"});
+
+    EXPECT_EQ(arguments.options.password, "");
+    EXPECT_EQ(arguments.inputs, std::vector<std::string>{"a.pdf"});
+    EXPECT_EQ(complaint({"--output=", "a.pdf"}), "the output has an empty name");
+}
+
+TEST(Arguments, wordsThatBeginWithADashAreNoFiles) {
+    EXPECT_EQ(complaint({"-5", "x"}), "unknown option '-5'");
+    EXPECT_EQ(complaint({"-#", "x"}), "unknown option '-#'");
+    EXPECT_EQ(complaint({"-q5", "x"}), "unknown option '-5'");
+    EXPECT_EQ(complaint({"--=", "x"}), "unknown option '--'");
+}
+
+TEST(Arguments, namesOfFilesAreTakenAsTheyAre) {
+    const Words names = {"[a,b]", "{x}", "a=b", "", "%%", "'q'", "\xFF", "a\nb", "/windows:x", "++", "on"};
+
+    const Arguments arguments = parsed(names);
+
+    EXPECT_EQ(arguments.inputs, std::vector<std::string>(names.begin(), names.end()));
+    EXPECT_EQ(parsed({"-o", "[a,b]", "x"}).output, "[a,b]");
+    EXPECT_EQ(parsed({"-o", "-q", "x"}).output, "-q");
 }
 
 TEST(Arguments, passwordComesFromOnePlace) {

@@ -1,0 +1,20 @@
+#include "cli/results/Sha256.h"
+
+#include <gtest/gtest.h>
+
+namespace quillow::cli {
+namespace {
+
+// The examples of FIPS 180-4's collection of test vectors.
+TEST(Sha256, hashesOfTheStandardsExamples) {
+    const auto sha256 = Sha256::load();
+    ASSERT_TRUE(sha256);
+
+    EXPECT_EQ(sha256->hexOf(""), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
+    EXPECT_EQ(sha256->hexOf("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+    EXPECT_EQ(sha256->hexOf("abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq"),
+              "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1");
+}
+
+} // namespace
+} // namespace quillow::cli
