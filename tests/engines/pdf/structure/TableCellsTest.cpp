@@ -50,6 +50,22 @@ std::string cellsOf(const std::string& bytes, float distance = 0) {
     return text;
 }
 
+TEST(PdfTableCells, rolesLeadToOneAnotherAsOftenAsAllowed) {
+    constexpr int kMostRoles = 8;
+    const auto cellsWith = [](int roles) {
+        std::string map = "/RoleMap<</R0/TD";
+        for (int i = 1; i < roles; ++i)
+            map += "/R" + std::to_string(i) + "/R" + std::to_string(i - 1);
+        const std::string cell = "<</S/R" + std::to_string(roles - 1) + "/P 12 0 R>>";
+        return cellsOf(
+            tagged("13 0 R 14 0 R",
+                   {"<</S/Table/P 5 0 R/K 12 0 R>>", "<</S/TR/P 11 0 R/K[13 0 R 14 0 R]>>", cell, "<</S/TD/P 12 0 R>>"},
+                   map + ">>"));
+    };
+    EXPECT_EQ(cellsWith(kMostRoles - 1), "0.0.0 0.0.1");
+    EXPECT_EQ(cellsWith(kMostRoles), "- 0.0.0");
+}
+
 TEST(PdfTableCells, contentInACellHasItsRowAndColumn) {
     EXPECT_EQ(cellsOf(tagged("11 0 R 15 0 R 17 0 R",
                              {"<</S/P/P 5 0 R>>", "<</S/Table/P 5 0 R/K[13 0 R 16 0 R]>>",
