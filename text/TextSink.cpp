@@ -49,24 +49,57 @@ std::size_t plainPrefixLength(std::string_view bytes) {
     return at;
 }
 
+/// Writes the code points at the start of the view that are printable ASCII or line ends, 16 at a time, and returns how
+/// many these are. May write up to 16 bytes.
+std::size_t writeBlock(std::u32string_view codePoints, char* to) {
+#ifdef __SSE2__
+    constexpr std::size_t kBlock = 16;
+    if (codePoints.size() < kBlock) return 0;
+    const auto* const from = reinterpret_cast<const __m128i*>(codePoints.data());
+    const __m128i first = _mm_packs_epi32(_mm_loadu_si128(from), _mm_loadu_si128(from + 1));
+    const __m128i second = _mm_packs_epi32(_mm_loadu_si128(from + 2), _mm_loadu_si128(from + 3));
+    const __m128i bytes = _mm_packus_epi16(first, second); // larger ones are 0xFF now, or 0
+    const __m128i isPrintable =
+        _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(0x1F)), _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x7F)));
+    const __m128i isLineEnd = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n'));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+    return static_cast<std::size_t>(
+        std::countr_one(static_cast<std::uint16_t>(_mm_movemask_epi8(_mm_or_si128(isPrintable, isLineEnd)))));
+#else
+    static_cast<void>(codePoints);
+    static_cast<void>(to);
+    return 0;
+#endif
+}
+
 } // namespace
 
 void TextSink::append(std::u32string_view codePoints) {
-    constexpr std::size_t kBatch = 64;
-    constexpr std::size_t kLongest = 2; // bytes of what is written here
+    constexpr std::size_t kBatch = 256;
+    constexpr std::size_t kLongest = 3; // bytes of what is written here
+    constexpr char32_t kFirstSurrogate = 0xD800;
     while (!codePoints.empty()) {
         const std::size_t at = out_.size();
         const std::u32string_view batch = codePoints.substr(0, kBatch);
         out_.resize(at + kLongest * batch.size());
         char* to = out_.data() + at;
         std::size_t done = 0;
-        for (; done < batch.size(); ++done) {
+        while (done < batch.size()) {
             const char32_t c = batch[done];
             if ((c >= 0x20 && c < 0x7F) || c == '\n') {
-                *to++ = static_cast<char>(c);
+                std::size_t plain = writeBlock(batch.substr(done), to);
+                if (plain == 0) to[plain++] = static_cast<char>(c); // not enough for a block
+                to += plain;
+                done += plain;
             } else if (c >= 0xA0 && c < 0x800) {
                 *to++ = static_cast<char>(0xC0 | (c >> 6));
                 *to++ = static_cast<char>(0x80 | (c & 0x3F));
+                ++done;
+            } else if (c >= 0x800 && c < kFirstSurrogate) {
+                *to++ = static_cast<char>(0xE0 | (c >> 12));
+                *to++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+                *to++ = static_cast<char>(0x80 | (c & 0x3F));
+                ++done;
             } else {
                 break;
             }

@@ -21,7 +21,7 @@ QT_VALUE = {"QByteArray", "QByteArrayView", "QChar", "QDate", "QDateTime", "QHas
             "QTimeZone", "QUrl", "QUuid", "QtGlobal"}
 # Classes that compute on bytes and texts: no file, no network, no event loop.
 QT_COMPUTING = {"QStringDecoder", "QStringEncoder", "QXmlStreamReader", "QtEndian"}
-POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|dlfcn|malloc|pty|grp|termios|immintrin|arm_neon)\.h$")
+POSIX = re.compile(r"(sys|linux|arpa|netinet)/|(unistd|fcntl|dirent|poll|pwd|signal|spawn|pthread|sched|dlfcn|malloc|pty|grp|termios|immintrin|arm_neon)\.h$")
 SOURCES = {".h", ".hpp", ".c", ".cc", ".cpp"}
 FORWARD = re.compile(r"(?:class|struct|enum class) (\w+)(?: : [\w:]+)?;")
 DEFINITION = re.compile(r"(?:class|struct|enum class) (\w+)(?: final)?(?: : [^;]*)?(?: \{|$)")

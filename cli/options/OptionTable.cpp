@@ -255,9 +255,10 @@ constexpr std::array kOptions = {
            "read every input as rtf, rtfd, html or pdf, whatever its name"},
     Option{"jobs", 'j', Section::input, About::run, "N", Offer::nothing, "", setJobs,
            "documents read at a time, 1 to 256 (default: one for each processor); the output does not depend on it"},
-    Option{"threads", '\0', Section::input, About::run, "N", Offer::nothing, "", setThreads,
-           "threads that read the pages of one PDF, 1 to 256 (default: the last documents of a run share those of -j, "
-           "all others have one); the output does not depend on it"},
+    Option{
+        "threads", '\0', Section::input, About::run, "N", Offer::nothing, "", setThreads,
+        "threads that read the pages of one PDF, 1 to 256 (default: the last documents of a run share those of -j, all "
+        "others have one); the output does not depend on it"},
 
     Option{"timeout", '\0', Section::isolation, About::run, "S", Offer::nothing, "", setTimeout,
            "give up a document after S seconds (default 60; 0: never)"},

@@ -9,6 +9,7 @@ PageOutcome PageTexts::read(const PageNode& node) {
     outcome.loss.partsSkipped = reader_.read(node, page_).partsSkipped;
     outcome.loss.charactersDecoded = page_.text.size();
     outcome.loss.charactersWithoutUnicode = page_.charactersWithoutUnicode;
+    if (dropsArtifacts_) dropRunningArtifacts(page_);
     tableCells_.find(node, page_);
     layOut(page_, layout_);
     if (reflow_ == Reflow::joinLines) {

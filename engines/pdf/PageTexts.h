@@ -4,6 +4,7 @@
 #include "engines/pdf/PageJoiner.h"
 #include "engines/pdf/content/PageReader.h"
 #include "engines/pdf/layout/PageLayout.h"
+#include "engines/pdf/structure/RunningArtifacts.h"
 #include "engines/pdf/structure/TableCells.h"
 #include "text/TextSink.h"
 
@@ -13,9 +14,10 @@ namespace quillow::pdf {
 class PageTexts {
 public:
     /// The document must outlive the object. With Reflow::joinLines, pages get their rows.
-    PageTexts(Document& document, Reflow reflow)
+    PageTexts(Document& document, const Options& options)
         : document_(document)
-        , reflow_(reflow)
+        , reflow_(options.reflow)
+        , dropsArtifacts_(options.headersFooters == HeadersFooters::off && isTagged(document))
         , fonts_(document)
         , reader_(document, fonts_)
         , tableCells_(document) {}
@@ -28,6 +30,7 @@ public:
 private:
     Document& document_;
     Reflow reflow_;
+    bool dropsArtifacts_;
     FontCache fonts_;
     PageReader reader_;
     TableCells tableCells_;

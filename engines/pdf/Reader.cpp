@@ -34,9 +34,9 @@ std::vector<PageNode> selectedPages(const PageList& list, const PageSelection& s
 /// Reads pages of a copy of a document.
 class CopiedPages final : public PageSource {
 public:
-    CopiedPages(const Document& document, std::span<const PageNode> pages, Reflow reflow)
+    CopiedPages(const Document& document, std::span<const PageNode> pages, const Options& options)
         : document_(document.forThread())
-        , texts_(*document_, reflow)
+        , texts_(*document_, options)
         , pages_(pages) {}
 
     [[nodiscard]] PageOutcome read(std::size_t page) override { return texts_.read(pages_[page]); }
@@ -53,7 +53,7 @@ private:
 bool readByThreads(const Document& document, std::span<const PageNode> pages, const Options& options, unsigned threads,
                    PageJoiner& joiner) {
     PageThreads reading(
-        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options.reflow); },
+        pages.size(), [&] { return std::make_unique<CopiedPages>(document, pages, options); },
         [&joiner](const PageOutcome& page) { return joiner.add(page); });
     return reading.read(threads, document.usedShare(), options.runTogether);
 }
@@ -78,7 +78,7 @@ Extraction readPdf(std::span<const std::byte> bytes, const Options& options, con
     if (const unsigned threads = threadsFor(selected.size(), options.threads);
         threads < 2 || !readByThreads(document, selected, options, threads, joiner)) {
         joiner = PageJoiner(options.pageMarks, options.reflow);
-        PageTexts texts(document, options.reflow);
+        PageTexts texts(document, options);
         for (const PageNode& page : selected)
             if (!joiner.add(texts.read(page))) break;
     }

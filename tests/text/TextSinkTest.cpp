@@ -50,6 +50,23 @@ TEST(TextSink, charactersOverC1AreKept) {
     EXPECT_EQ(single.view(), text);
 }
 
+TEST(TextSink, severalCodePointsAreWrittenAsEachByItself) {
+    constexpr std::u32string_view kOthers =
+        U"\t\n\x1F~\x7F\u0080\u009F\u00A0\u07FF\u0800\uD7FF\uE000\uFEFF\uFFFD\U0001F600";
+    for (const char32_t other : std::u32string(kOthers) + char32_t{0xD800} + char32_t{0x110000} + char32_t{0xFFFFFFFF})
+        for (std::size_t before = 0; before < 34; ++before)
+            for (const std::size_t behind : {0, 1, 15, 16, 17, 300}) {
+                const std::u32string text = std::u32string(before, U'x') + other + std::u32string(behind, U'\u00E9') +
+                                            std::u32string(behind, U'y') + std::u32string(behind, U'\u20AC');
+                TextSink together;
+                together.append(text);
+                TextSink single;
+                for (const char32_t c : text)
+                    single.append(c);
+                EXPECT_EQ(together.view(), single.view()) << std::uint32_t{other} << " behind " << before;
+            }
+}
+
 TEST(TextSink, byteOrderMarksAreDroppedOnlyAtTheStart) {
     TextSink sink;
     sink.append(0xFEFF);

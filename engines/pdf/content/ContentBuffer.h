@@ -10,8 +10,9 @@ namespace quillow::pdf {
 
 class ContentBuffer {
 public:
-    /// Ends every number, name and operator, then every string. The scanner recognises the brackets by their place.
-    static constexpr std::string_view kGuard = "\n>)";
+    /// Ends every number, name and operator, then every string. The scanner recognises the brackets by their place. The
+    /// rest is for those who read a block of sixteen bytes from any place up to a bracket.
+    static constexpr std::string_view kGuard = "\n>)                 ";
 
     void clear() { bytes_.clear(); }
 

@@ -1,5 +1,6 @@
 #include "engines/pdf/content/ContentScanner.h"
 
+#include "engines/pdf/content/HexString.h"
 #include "engines/pdf/syntax/Lexer.h"
 
 #include <array>
@@ -69,6 +70,30 @@ const char* scanOddNumber(const char* p, double& value) {
     return p;
 }
 
+/// Reads the number at `p`, which is a digit, a sign or a point, and returns the place behind it. A byte that no number
+/// has must follow somewhere. Signs and points too many are ignored.
+inline const char* scanNumber(const char* p, double& value) {
+    const char* const start = p;
+    const bool negative = *p == '-';
+    if (negative || *p == '+') ++p;
+    std::uint64_t digits = 0;
+    for (; isDigit(*p); ++p)
+        digits = digits * 10 + static_cast<std::uint64_t>(*p - '0');
+    std::ptrdiff_t places = 0;
+    if (*p == '.') {
+        const char* const point = p++;
+        for (; isDigit(*p); ++p)
+            digits = digits * 10 + static_cast<std::uint64_t>(*p - '0');
+        places = p - point - 1;
+    }
+    if (p - start > kSafeDigits || startOf(*p) == Start::number) [[unlikely]]
+        return scanOddNumber(start, value);
+    const double size =
+        static_cast<double>(static_cast<std::int64_t>(digits)) * kTenths[static_cast<std::size_t>(places)];
+    value = negative ? -size : size;
+    return p;
+}
+
 /// Behind the word that begins at `p`.
 const char* scanWord(const char* p, Operator& word) {
     Operator bytes = 0;
@@ -85,9 +110,10 @@ const char* skipComment(const char* p) {
     return p;
 }
 
-/// Words that are operands, not operators.
-bool isOperandWord(std::string_view word) {
-    return word == "true" || word == "false" || word == "null";
+/// Words that are operands, not operators. The number of a long word has its last bytes only.
+bool isOperandWord(Operator word, std::ptrdiff_t length) {
+    return (length == 4 && (word == operatorOf("true") || word == operatorOf("null"))) ||
+           (length == 5 && word == operatorOf("false"));
 }
 
 bool endsArrays(Operator word) {
@@ -136,28 +162,6 @@ std::string_view between(const char* begin, const char* end) {
 
 } // namespace
 
-const char* scanNumber(const char* p, double& value) {
-    const char* const start = p;
-    const bool negative = *p == '-';
-    if (negative || *p == '+') ++p;
-    std::uint64_t digits = 0;
-    while (isDigit(*p))
-        digits = digits * 10 + static_cast<std::uint64_t>(*p++ - '0');
-    std::ptrdiff_t places = 0;
-    if (*p == '.') {
-        const char* const point = p++;
-        while (isDigit(*p))
-            digits = digits * 10 + static_cast<std::uint64_t>(*p++ - '0');
-        places = p - point - 1;
-    }
-    if (p - start > kSafeDigits || startOf(*p) == Start::number) [[unlikely]]
-        return scanOddNumber(start, value);
-    const double size =
-        static_cast<double>(static_cast<std::int64_t>(digits)) * kTenths[static_cast<std::size_t>(places)];
-    value = negative ? -size : size;
-    return p;
-}
-
 const char* endOfDictionary(const char* p, const char* end) {
     bool plain = true;
     int depth = 1;
@@ -192,15 +196,29 @@ const char* endOfDictionary(const char* p, const char* end) {
     return nullptr;
 }
 
-template <class Push>
-const char* ContentScanner::scanString(const char* p, Push push) {
+/// Moves `p` behind the string that begins there, and adds its size to `bytes`.
+inline Operand ContentScanner::scanLiteral(const char*& p, std::size_t& bytes) const {
     bool plain = true;
-    const char* const close = *p == '(' ? endOfLiteral(p + 1, end_, plain) : endOfHex(p + 1, end_);
-    const Operand::Kind kind = *p == '<' ? Operand::Kind::hexString
-                               : plain   ? Operand::Kind::plainString
-                                         : Operand::Kind::escapedString;
-    push(Operand::ofBytes(kind, between(p + 1, close)));
-    return close < end_ ? close + 1 : end_;
+    const char* const begin = p + 1;
+    const char* const close = endOfLiteral(begin, end_, plain);
+    p = close < end_ ? close + 1 : end_;
+    bytes += static_cast<std::size_t>(close - begin);
+    return Operand::ofBytes(plain ? Operand::Kind::plainString : Operand::Kind::escapedString, between(begin, close));
+}
+
+/// The same. Decodes the string into the room at `to`, and moves `to` behind it.
+inline Operand ContentScanner::scanHex(const char*& p, std::size_t& bytes, char*& to) const {
+    const char* const begin = p + 1;
+    const char* const decoded = to;
+    const char* const close = decodeHexString(begin, end_, to);
+    p = close < end_ ? close + 1 : end_;
+    bytes += static_cast<std::size_t>(close - begin);
+    return Operand::ofBytes(Operand::Kind::plainString, between(decoded, to));
+}
+
+/// No operator has strings of more decoded bytes than half of the content that is left.
+char* ContentScanner::roomForDecoded(const char* p, Operands& operands) const {
+    return operands.roomForDecoded(static_cast<std::size_t>(end_ - p) / 2 + 1 + kHexOverhang);
 }
 
 const char* ContentScanner::pushDictionary(const char* p, Operands& operands) {
@@ -213,16 +231,23 @@ const char* ContentScanner::pushDictionary(const char* p, Operands& operands) {
     return close + 2;
 }
 
-const char* ContentScanner::pushBytes(const char* p, Operands& operands) {
-    if (*p == '<' && p[1] == '<') return pushDictionary(p + 2, operands);
-    return scanString(p, [&](const Operand& operand) { operands.push(operand); });
-}
-
 /// An array ends at its bracket, or at an operator that takes an array or ends the text: then its bracket is missing.
 /// Other operators are ignored, because a producer writes Tc inside the arrays of TJ.
+///
+/// Some producers write a string for each letter, so everything that the loop changes is a variable of its own.
 const char* ContentScanner::pushArray(const char* p, Operands& operands) {
-    const auto add = [&](const Operand& operand) { operands.addItem(operand); };
     const std::size_t first = operands.itemCount();
+    std::size_t bytes = 0;
+    char* decoded = roomForDecoded(p, operands);
+    auto [item, itemsEnd] = operands.itemRoom();
+    const auto add = [&](const Operand& operand) {
+        if (item == itemsEnd) [[unlikely]] {
+            const auto [next, end] = operands.moreItemRoom(item);
+            item = next;
+            itemsEnd = end;
+        }
+        *item++ = operand;
+    };
     for (bool open = true; open;) {
         switch (startOf(*p)) {
         case Start::blank:
@@ -233,8 +258,13 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
             add(Operand::ofNumber(value));
             break;
         }
-        case Start::string: p = scanString(p, add); break;
-        case Start::angle: p = p[1] == '<' ? p + 2 : scanString(p, add); break;
+        case Start::string: add(scanLiteral(p, bytes)); break;
+        case Start::angle:
+            if (p[1] == '<')
+                p += 2;
+            else
+                add(scanHex(p, bytes, decoded));
+            break;
         case Start::name: {
             const char* const name = ++p;
             while (isRegular(*p))
@@ -256,7 +286,23 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
         }
         }
     }
+    operands.setItemsEnd(item);
+    operands.setDecodedEnd(decoded);
+    operands.addStringBytes(bytes);
     operands.push(Operand::ofArray(first, operands.itemCount() - first));
+    return p;
+}
+
+const char* ContentScanner::pushString(const char* p, Operands& operands) {
+    std::size_t bytes = 0;
+    if (*p == '(') {
+        operands.push(scanLiteral(p, bytes));
+    } else {
+        char* decoded = roomForDecoded(p, operands);
+        operands.push(scanHex(p, bytes, decoded));
+        operands.setDecodedEnd(decoded);
+    }
+    operands.addStringBytes(bytes);
     return p;
 }
 
@@ -275,7 +321,7 @@ Operator ContentScanner::next(Operands& operands) {
             Operator word = kNoOperator;
             const char* const start = p;
             p = scanWord(p, word);
-            if (isOperandWord(between(start, p))) {
+            if (isOperandWord(word, p - start)) [[unlikely]] {
                 operands.push(Operand{});
                 break;
             }
@@ -289,8 +335,8 @@ Operator ContentScanner::next(Operands& operands) {
             operands.push(Operand::ofBytes(Operand::Kind::name, between(name, p)));
             break;
         }
-        case Start::string:
-        case Start::angle: p = pushBytes(p, operands); break;
+        case Start::string: p = pushString(p, operands); break;
+        case Start::angle: p = p[1] == '<' ? pushDictionary(p + 2, operands) : pushString(p, operands); break;
         case Start::array: p = pushArray(p + 1, operands); break;
         case Start::comment: p = skipComment(p); break;
         case Start::close:

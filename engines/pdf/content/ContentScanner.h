@@ -26,20 +26,17 @@ public:
     void goTo(const char* place) { p_ = place; }
 
 private:
-    const char* pushBytes(const char* p, Operands& operands);
     const char* pushArray(const char* p, Operands& operands);
     const char* pushDictionary(const char* p, Operands& operands);
-    template <class Push>
-    const char* scanString(const char* p, Push push);
+    const char* pushString(const char* p, Operands& operands);
+    [[nodiscard]] Operand scanLiteral(const char*& p, std::size_t& bytes) const;
+    [[nodiscard]] Operand scanHex(const char*& p, std::size_t& bytes, char*& to) const;
+    [[nodiscard]] char* roomForDecoded(const char* p, Operands& operands) const;
 
     const char* p_ = nullptr;
     const char* end_ = nullptr;
     bool dictionariesEnd_ = true; ///< false after a dictionary without an end: no other one is searched for its end
 };
-
-/// Reads the number at `p`, which is a digit, a sign or a point, and returns the place behind it. A byte that no number
-/// has must follow somewhere. Signs and points too many are ignored.
-[[nodiscard]] const char* scanNumber(const char* p, double& value);
 
 /// The end of the dictionary whose contents begin at `p`: at its ">>". Null if it has no end.
 [[nodiscard]] const char* endOfDictionary(const char* p, const char* end);

@@ -8,7 +8,7 @@ namespace quillow::pdf {
 namespace {
 
 /// Letters become at most so much smaller, however narrow they become: layout puts letters of different sizes in one
-/// line as long as the larger ones are not twice as large.
+/// line as long as the larger ones are not over twice as large.
 constexpr float kSmallestSize = 0.5F;
 /// Directions that differ less from a right angle are upright. The sine of a degree.
 constexpr float kUpright = 0.02F;

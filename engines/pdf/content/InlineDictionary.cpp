@@ -61,7 +61,6 @@ void appendString(const Operand& string, text::ByteBuffer& out) {
     switch (string.kind) {
     case Operand::Kind::plainString: out.append(string.view()); break;
     case Operand::Kind::escapedString: unescapeString(string.view(), '(', out); break;
-    case Operand::Kind::hexString: appendHex(string.view(), out); break;
     default: break;
     }
 }
@@ -90,6 +89,13 @@ std::optional<std::int32_t> InlineDictionary::integer(std::string_view key) cons
     constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
     if (number.end == value || number.value < -kLargest || number.value > kLargest) return std::nullopt;
     return static_cast<std::int32_t>(number.value);
+}
+
+std::string_view InlineDictionary::name(std::string_view key) const {
+    const char* const value = find(key);
+    const char* const end = bytes_.data() + bytes_.size();
+    if (value == nullptr || value == end || *value != '/') return {};
+    return readRawName(value + 1, end);
 }
 
 bool InlineDictionary::string(std::string_view key, text::ByteBuffer& out) const {

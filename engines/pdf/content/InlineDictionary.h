@@ -18,6 +18,8 @@ public:
         : bytes_(bytes) {}
 
     [[nodiscard]] std::optional<std::int32_t> integer(std::string_view key) const;
+    /// As it is written, without its escapes decoded; empty if the key has no name.
+    [[nodiscard]] std::string_view name(std::string_view key) const;
     /// Appends the string's own bytes to `out`; false if the key has no string.
     [[nodiscard]] bool string(std::string_view key, text::ByteBuffer& out) const;
 

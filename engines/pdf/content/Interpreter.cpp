@@ -24,6 +24,11 @@ std::int32_t idOf(std::int64_t value) {
     return fits ? static_cast<std::int32_t>(value) : Run::kNoMark;
 }
 
+/// Whether artifacts of this subtype are above or below the text of their pages (14.8.2.2.2).
+bool isRunning(std::string_view subtype) {
+    return subtype == "Header" || subtype == "Footer" || subtype == "PageNum" || subtype == "Bates";
+}
+
 } // namespace
 
 Interpreter::Interpreter(Document& document, FontCache& fonts, const ContentLimits& limits)
@@ -172,13 +177,12 @@ void Interpreter::beginMarks(bool hasProperties) {
     const std::size_t tagAt = hasProperties ? 1 : 0;
     const std::string_view tag =
         operands_.size() > tagAt && operands_.fromEnd(tagAt).isName() ? operands_.fromEnd(tagAt).view() : "";
-    sequence.isArtifact = tag == "Artifact";
     if (hasProperties && operands_.size() > 0) {
         const Operand& properties = operands_.fromEnd(0);
         if (tag == "OC" && properties.isName())
             sequence.isHidden = !optionalContent_.isShown(level().resources.properties(sources_, properties.view()));
         else
-            readProperties(properties, sequence);
+            readProperties(tag, properties, sequence);
         spend(level().resources.takeCost() / kEntriesAnOperator);
     }
     // The numbers of a form are not those of its page (14.7.5.4): its text belongs to what the form belongs to.
@@ -186,10 +190,12 @@ void Interpreter::beginMarks(bool hasProperties) {
     marks_.begin(sequence);
 }
 
-void Interpreter::readProperties(const Operand& properties, MarkedContent::Sequence& sequence) {
+void Interpreter::readProperties(std::string_view tag, const Operand& properties, MarkedContent::Sequence& sequence) {
+    const bool isArtifact = tag == "Artifact";
     if (properties.kind == Operand::Kind::dictionary) {
         const InlineDictionary dictionary(properties.view());
         sequence.id = idOf(dictionary.integer("MCID").value_or(Run::kNoMark));
+        sequence.isRunning = isArtifact && isRunning(dictionary.name("Subtype"));
         scratch_.clear();
         if (dictionary.string("ActualText", scratch_)) setActualText(scratch_.view(), sequence);
     } else if (properties.isName()) {
@@ -197,6 +203,7 @@ void Interpreter::readProperties(const Operand& properties, MarkedContent::Seque
         const Dictionary dictionary =
             document.resolve(level().resources.properties(sources_, properties.view())).dictionary();
         sequence.id = idOf(document.get(dictionary, "MCID").integerOr(Run::kNoMark));
+        sequence.isRunning = isArtifact && isRunning(document.get(dictionary, "Subtype").name());
         const Object text = document.get(dictionary, "ActualText");
         if (text.type() == Object::Type::string) setActualText(text.string(), sequence);
     }

@@ -93,7 +93,7 @@ private:
     [[nodiscard]] std::optional<Box> takeClip();
 
     void beginMarks(bool hasProperties);
-    void readProperties(const Operand& properties, MarkedContent::Sequence& sequence);
+    void readProperties(std::string_view tag, const Operand& properties, MarkedContent::Sequence& sequence);
     void setActualText(std::string_view bytes, MarkedContent::Sequence& sequence);
 
     void callXObject();

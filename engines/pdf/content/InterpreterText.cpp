@@ -91,10 +91,7 @@ void Interpreter::showWithSpacing() {
 
 void Interpreter::showStrings(std::span<const Operand> items) {
     writer_.show(state_, marks_, items);
-    std::size_t bytes = 0;
-    for (const Operand& item : items)
-        if (item.isString()) bytes += item.size;
-    spend(bytes / kCodesAnOperator);
+    spend(operands_.stringBytes() / kCodesAnOperator);
 }
 
 } // namespace quillow::pdf

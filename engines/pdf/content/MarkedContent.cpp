@@ -20,7 +20,7 @@ void MarkedContent::begin(const Sequence& sequence) {
     }
     outer_.push_back(current_);
     if (sequence.id != Run::kNoMark) current_.id = sequence.id;
-    if (sequence.isArtifact) current_.flags |= kArtifact;
+    if (sequence.isRunning) current_.flags |= kRunning;
     if (sequence.isHidden) current_.isHidden = true;
     if (sequence.actualText != nullptr && current_.actualText == 0) {
         current_.flags |= kActualText;

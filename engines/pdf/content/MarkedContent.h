@@ -14,7 +14,7 @@ namespace quillow::pdf {
 struct Marks {
     std::int32_t id = Run::kNoMark; ///< the innermost MCID
     std::uint32_t actualText = 0;   ///< number of the span whose ActualText replaces the glyphs; 0 outside
-    std::uint8_t flags = 0;         ///< kArtifact, kActualText
+    std::uint8_t flags = 0;         ///< kRunning, kActualText
     bool isHidden = false;          ///< in optional content that is off
 
     friend bool operator==(const Marks&, const Marks&) = default;
@@ -29,7 +29,7 @@ public:
     /// A sequence as its operator describes it.
     struct Sequence {
         std::int32_t id = Run::kNoMark;
-        bool isArtifact = false;
+        bool isRunning = false; ///< a running head, a foot or a page number
         bool isHidden = false;
         const std::u32string* actualText = nullptr; ///< null if it has none; may be empty
     };

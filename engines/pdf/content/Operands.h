@@ -1,6 +1,9 @@
 // The operands of one operator of a content stream (ISO 32000-2, 7.8.2).
 #pragma once
 
+#include "text/ByteBuffer.h"
+
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,14 +13,13 @@
 
 namespace quillow::pdf {
 
-/// A value of 16 bytes. Its bytes are views of the content, not yet decoded.
+/// A value of 16 bytes. Its bytes are views of the content, not yet decoded, or of the operands' own decoded bytes.
 struct Operand {
     enum class Kind : std::uint8_t {
         number,
         name,          ///< without its slash, #xx not yet replaced
         plainString,   ///< the string itself
         escapedString, ///< between the parentheses, with escapes or line ends
-        hexString,     ///< between the angle brackets
         array,         ///< `size` of the operands' items
         dictionary,    ///< between the double angle brackets
         other,         ///< true, false, null
@@ -54,7 +56,7 @@ struct Operand {
 
     [[nodiscard]] bool isNumber() const { return kind == Kind::number; }
     [[nodiscard]] bool isName() const { return kind == Kind::name; }
-    [[nodiscard]] bool isString() const { return kind >= Kind::plainString && kind <= Kind::hexString; }
+    [[nodiscard]] bool isString() const { return kind == Kind::plainString || kind == Kind::escapedString; }
     /// Not of a number or an array.
     [[nodiscard]] std::string_view view() const { return {bytes, size}; }
 };
@@ -69,7 +71,9 @@ public:
 
     void clear() {
         size_ = 0;
-        items_.clear();
+        itemCount_ = 0;
+        decodedSize_ = 0;
+        stringBytes_ = 0;
     }
 
     void push(const Operand& operand) {
@@ -77,14 +81,40 @@ public:
         stack_[size_++] = operand;
     }
 
-    /// An array's items are added before the array itself is pushed. Those past kMaximumItems are left out.
-    void addItem(const Operand& item) {
-        if (items_.size() < kMaximumItems) items_.push_back(item);
+    /// Room for items. An array's items are written before the array itself is pushed.
+    struct ItemRoom {
+        Operand* next;
+        Operand* end;
+    };
+    /// Room behind the items so far.
+    [[nodiscard]] ItemRoom itemRoom() { return {items_.data() + itemCount_, items_.data() + items_.size()}; }
+    /// More room behind `end`, up to which items have been written. Those past kMaximumItems are left out: their room
+    /// is always the same.
+    [[nodiscard]] ItemRoom moreItemRoom(const Operand* end) {
+        setItemsEnd(end);
+        if (itemCount_ == items_.size()) items_.resize(std::min(kMaximumItems + 1, 2 * itemCount_ + kCapacity));
+        return itemRoom();
     }
-    [[nodiscard]] std::size_t itemCount() const { return items_.size(); }
+    /// The items that have been written end there.
+    void setItemsEnd(const Operand* end) {
+        itemCount_ = std::min(static_cast<std::size_t>(end - items_.data()), kMaximumItems);
+    }
+    [[nodiscard]] std::size_t itemCount() const { return itemCount_; }
     [[nodiscard]] std::span<const Operand> itemsOf(const Operand& array) const {
         return std::span(items_).subspan(array.first, array.size);
     }
+
+    /// Room for the decoded bytes of a string: at most so many come until `clear`. They stay in their place until then.
+    [[nodiscard]] char* roomForDecoded(std::size_t most) {
+        if (decodedSize_ == 0) decoded_.reserve(most);
+        return decoded_.data() + decodedSize_;
+    }
+    /// The end of what was written into that room.
+    void setDecodedEnd(const char* end) { decodedSize_ = static_cast<std::size_t>(end - decoded_.data()); }
+
+    /// The bytes of all strings as they are in the content, for the budget.
+    [[nodiscard]] std::size_t stringBytes() const { return stringBytes_; }
+    void addStringBytes(std::size_t count) { stringBytes_ += count; }
 
     [[nodiscard]] std::size_t size() const { return size_; }
     [[nodiscard]] const Operand& operator[](std::size_t index) const { return stack_[index]; }
@@ -112,7 +142,11 @@ private:
 
     std::array<Operand, kCapacity> stack_;
     std::size_t size_ = 0;
-    std::vector<Operand> items_;
+    std::vector<Operand> items_; ///< the memory of itemCount_ items
+    std::size_t itemCount_ = 0;
+    text::ByteBuffer decoded_; ///< the memory of decodedSize_ bytes
+    std::size_t decodedSize_ = 0;
+    std::size_t stringBytes_ = 0;
 };
 
 } // namespace quillow::pdf

@@ -45,7 +45,7 @@ struct Glyph {
 /// What is known of a run from the marked content around it and the graphics state (14.6, 14.8.2.2, 9.3.6).
 enum RunFlag : std::uint8_t {
     kInvisible = 1,       ///< text rendering mode 3, as in the text layer of a scan
-    kArtifact = 2,        ///< in marked content of the type Artifact: not part of the document's own text
+    kRunning = 2,         ///< in an artifact that is said to be a running head, a foot or a page number (14.8.2.2.2)
     kActualText = 4,      ///< its characters are an ActualText (14.9.4): in logical order, whatever the glyphs are
     kVertical = 8,        ///< writing mode 1 (9.2.4): glyphs follow one another downwards, lines from right to left
     kFromAnnotation = 16, ///< drawn by the appearance of a form field or an annotation (12.5.5)

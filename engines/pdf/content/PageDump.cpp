@@ -36,7 +36,7 @@ std::string directionOf(Point direction) {
 }
 
 std::string flagsOf(std::uint8_t flags) {
-    constexpr std::array<std::string_view, 5> kNames{"invisible", "artifact", "actual", "vertical", "annotation"};
+    constexpr std::array<std::string_view, 5> kNames{"invisible", "running", "actual", "vertical", "annotation"};
     std::string names;
     for (std::size_t i = 0; i < kNames.size(); ++i) {
         if ((flags >> i & 1) == 0) continue;

@@ -18,7 +18,7 @@ enum class DumpDetail {
 ///
 ///     page 612x792
 ///     72,700 f0 12 "Hello"
-///     72,680 up f1 9 #3 artifact,invisible "World"
+///     72,680 up f1 9 #3 invisible,running "World"
 ///     line 72,690 540,690
 [[nodiscard]] std::string dumpOf(const Page& page, DumpDetail detail = DumpDetail::runs);
 

@@ -3,6 +3,7 @@
 #include "engines/pdf/content/InlineDictionary.h"
 #include "engines/pdf/content/RunFilter.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quillow::pdf {
@@ -96,22 +97,56 @@ bool TextWriter::beginShow(const GraphicsState& state, MarkedContent& marks) {
 
 void TextWriter::show(const GraphicsState& state, MarkedContent& marks, std::span<const Operand> items) {
     if (!beginShow(state, marks)) return;
-    for (const Operand& item : items) {
-        if (item.isNumber()) {
-            along_ += item.number * frame_.adjustment;
-        } else if (item.kind == Operand::Kind::plainString) {
-            showString(item.view());
-        } else {
-            string_.clear();
-            appendString(item, string_);
-            showString(string_.view());
-        }
-    }
+    const Font::Codes codes = state.text.font->codes();
+    if (codes == Font::Codes::bytes)
+        showItems<false, Font::Codes::bytes>(items);
+    else if (frame_.isVertical)
+        showItems<true, Font::Codes::mixed>(items);
+    else if (codes == Font::Codes::pairs)
+        showItems<false, Font::Codes::pairs>(items);
+    else
+        showItems<false, Font::Codes::mixed>(items);
     endShow();
 }
 
+/// Strings that go on with the run and fit into the batch need no look at anything else. Some producers write a string
+/// for each letter, so everything that the loop changes is in the pen.
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showItems(std::span<const Operand> items) {
+    Font& font = *state_->text.font;
+    const double adjustment = frame_.adjustment;
+    const double forwardJump = forwardJump_;
+    const double backwardJump = backwardJump_;
+    Pen pen = takePen();
+    for (const Operand& item : items) {
+        if (item.isNumber()) {
+            pen.along += item.number * adjustment;
+            continue;
+        }
+        const bool isPlain = item.kind == Operand::Kind::plainString;
+        const std::string_view bytes = isPlain ? item.view() : decoded(item);
+        const double jump = pen.along - pen.stringEnd;
+        const bool goesOn = jump <= forwardJump && jump >= backwardJump;
+        if (bytes.empty()) continue;
+        if (pen.glyph + bytes.size() <= pen.limit && goesOn) [[likely]] {
+            const char* const end = bytes.data() + bytes.size();
+            writeGlyphs<isVertical, codes>(font, bytes.data(), end, end, pen);
+        } else {
+            putPen(pen);
+            showString<isVertical, codes>(bytes);
+            pen = takePen();
+        }
+    }
+    putPen(pen);
+}
+
+std::string_view TextWriter::decoded(const Operand& string) {
+    string_.clear();
+    appendString(string, string_);
+    return string_.view();
+}
+
 void TextWriter::endShow() {
-    flush();
     const double moved = (along_ - showStart_) * frame_.toText;
     (frame_.isVertical ? moved_.y : moved_.x) += moved;
 }
@@ -123,22 +158,45 @@ bool TextWriter::goesOn() const {
 }
 
 bool TextWriter::hasRoom(std::size_t codes) {
-    const bool room = page_->glyphs.size() + glyphCount_ + codes <= kMaximumGlyphs &&
-                      page_->text.size() + characterCount_ <= kMaximumCharacters;
+    const bool room = glyphsOfPage_ + glyphCount_ + codes <= kMaximumGlyphs &&
+                      charactersOfPage_ + characterCount_ <= kMaximumCharacters;
     if (!room) isFull_ = true;
     return room;
 }
 
-void TextWriter::showString(std::string_view codes) {
-    if (codes.empty() || !hasRoom(codes.size())) return;
+/// A string of any length, which may begin a run.
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showString(std::string_view bytes) {
+    if (!hasRoom(bytes.size())) return;
     if (!goesOn()) openRun();
     if (runMarks_.actualText != 0)
-        showActualText(codes);
-    else if (frame_.isVertical)
-        showGlyphs<true>(codes);
+        showActualText<isVertical, codes>(bytes);
     else
-        showGlyphs<false>(codes);
-    stringEnd_ = along_;
+        showGlyphs<isVertical, codes>(bytes);
+}
+
+TextWriter::Pen TextWriter::takePen() const {
+    Pen pen;
+    pen.along = along_;
+    pen.stringEnd = stringEnd_;
+    pen.glyph = glyphCount_;
+    pen.character = characterCount_;
+    const bool isFree = isOpen_ && runMarks_.actualText == 0 && glyphsOfPage_ + kBatch <= kMaximumGlyphs &&
+                        charactersOfPage_ + characters_.size() <= kMaximumCharacters;
+    pen.limit = isFree ? kBatch : 0;
+    return pen;
+}
+
+void TextWriter::putPen(Pen pen) {
+    along_ = pen.along;
+    stringEnd_ = pen.stringEnd;
+    glyphCount_ = pen.glyph;
+    characterCount_ = pen.character;
+}
+
+void TextWriter::countPage() {
+    glyphsOfPage_ = page_->glyphs.size();
+    charactersOfPage_ = page_->text.size();
 }
 
 void TextWriter::flush() {
@@ -146,56 +204,90 @@ void TextWriter::flush() {
     page_->glyphs.insert(page_->glyphs.end(), glyphs_.data(), glyphs_.data() + glyphCount_);
     characterCount_ = 0;
     glyphCount_ = 0;
+    countPage();
 }
 
-template <bool isVertical>
-void TextWriter::showGlyphs(std::string_view codes) {
-    Font& font = *state_->text.font;
-    const char* p = codes.data();
-    const char* const end = p + codes.size();
+/// Adds the characters of the last glyph, which are not just one.
+void TextWriter::addCharacters(std::u32string_view text) {
+    if (characterCount_ + text.size() > glyphCount_ + kMoreCharacters) {
+        flush();
+        if (text.size() > kMoreCharacters) {
+            page_->text.append(text);
+            charactersOfPage_ += text.size();
+            return;
+        }
+    }
+    characterCount_ = static_cast<std::size_t>(
+        std::copy(text.begin(), text.end(), characters_.data() + characterCount_) - characters_.data());
+}
+
+/// Adds the glyphs of the codes that begin in [p, stop), for which the batch has room. The string ends at `end`. Returns
+/// the place behind the last code.
+template <bool isVertical, Font::Codes codes>
+[[gnu::always_inline]] inline const char* TextWriter::writeGlyphs(Font& font, const char* p, const char* stop,
+                                                                  const char* end, Pen& pen) {
     const double advance = frame_.advance;
     const double runStart = runStart_;
     const double characterStep = characterStep_;
     const double wordStep = wordStep_;
-    double along = along_;
-    auto textBegin = static_cast<std::uint32_t>(page_->text.size() + characterCount_);
+    auto textBefore = static_cast<std::uint32_t>(charactersOfPage_);
+    while (p < stop) {
+        const FontGlyph& glyph = font.next<codes>(p, end);
+        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
+        glyphs_[pen.glyph++] = {textBefore + static_cast<std::uint32_t>(pen.character),
+                                static_cast<float>(pen.along - runStart), static_cast<float>(width)};
+        pen.along += width + characterStep;
+        if (glyph.isWordSpace) pen.along += wordStep;
+        if (glyph.text.size() == 1) [[likely]] {
+            characters_[pen.character++] = glyph.text[0];
+        } else {
+            pen = withCharacters(pen, glyph.text);
+            textBefore = static_cast<std::uint32_t>(charactersOfPage_);
+        }
+    }
+    pen.stringEnd = pen.along;
+    return p;
+}
+
+/// The pen behind the characters of the last glyph, which are not just one.
+TextWriter::Pen TextWriter::withCharacters(Pen pen, std::u32string_view text) {
+    putPen(pen);
+    addCharacters(text);
+    return takePen();
+}
+
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showGlyphs(std::string_view bytes) {
+    Font& font = *state_->text.font;
+    const char* p = bytes.data();
+    const char* const end = p + bytes.size();
     while (p < end) {
         if (glyphCount_ == kBatch) flush();
-        const FontGlyph& glyph = font.next(p, end);
-        const double width = (isVertical ? glyph.verticalAdvance : glyph.width) * advance;
-        glyphs_[glyphCount_++] = {textBegin, static_cast<float>(along - runStart), static_cast<float>(width)};
-        if (glyph.text.size() == 1) {
-            characters_[characterCount_++] = glyph.text[0];
-        } else {
-            flush();
-            page_->text.append(glyph.text);
-        }
-        textBegin += static_cast<std::uint32_t>(glyph.text.size());
-        along += width + characterStep;
-        if (glyph.isWordSpace) along += wordStep;
+        const auto room = static_cast<std::ptrdiff_t>(kBatch - glyphCount_); // a code gives one glyph
+        Pen pen = takePen();
+        p = writeGlyphs<isVertical, codes>(font, p, p + std::min(room, end - p), end, pen);
+        putPen(pen);
     }
-    along_ = along;
 }
 
 /// The first glyph of the span has all of its characters (14.9.4), and the others have none.
-void TextWriter::showActualText(std::string_view codes) {
+template <bool isVertical, Font::Codes codes>
+void TextWriter::showActualText(std::string_view bytes) {
     flush();
     const std::size_t firstGlyph = page_->glyphs.size();
     const std::size_t textBegin = page_->text.size();
-    if (frame_.isVertical)
-        showGlyphs<true>(codes);
-    else
-        showGlyphs<false>(codes);
+    showGlyphs<isVertical, codes>(bytes);
     flush();
     page_->text.resize(textBegin);
     page_->text += marks_->takeActualText();
     for (std::size_t i = firstGlyph + 1; i < page_->glyphs.size(); ++i)
         page_->glyphs[i].text = static_cast<std::uint32_t>(page_->text.size());
+    countPage();
 }
 
 void TextWriter::openRun() {
-    flush();
     endRun();
+    countPage();
     isOpen_ = true;
     runStart_ = along_;
     runFrame_ = frame_;
@@ -220,6 +312,7 @@ void TextWriter::openRun() {
 void TextWriter::endRun() {
     if (!isOpen_) return;
     isOpen_ = false;
+    flush();
     run_.glyphCount = static_cast<std::uint32_t>(page_->glyphs.size()) - run_.firstGlyph;
     const bool isNowhere =
         !isSane(run_.origin.x) || !isSane(run_.origin.y) || !isSane(run_.fontSize) || !isSane(stringEnd_ - runStart_);

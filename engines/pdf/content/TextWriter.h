@@ -66,16 +66,38 @@ public:
 private:
     [[nodiscard]] bool beginShow(const GraphicsState& state, MarkedContent& marks);
     void endShow();
-    void showString(std::string_view codes);
+    template <bool isVertical, Font::Codes codes>
+    void showItems(std::span<const Operand> items);
+    template <bool isVertical, Font::Codes codes>
+    void showString(std::string_view bytes);
     void updateFrame();
     [[nodiscard]] bool isOnOpenLine(Vector start) const;
     [[nodiscard]] bool goesOn() const;
     [[nodiscard]] bool hasRoom(std::size_t codes);
     void openRun();
     void flush();
-    template <bool isVertical>
-    void showGlyphs(std::string_view codes);
-    void showActualText(std::string_view codes);
+    [[nodiscard]] std::string_view decoded(const Operand& string);
+    void countPage();
+    void addCharacters(std::u32string_view text);
+
+    /// Where the next glyph is written. What each glyph changes is in it, so that it can be in registers.
+    struct Pen {
+        double along = 0;
+        double stringEnd = 0;
+        std::size_t glyph = 0; ///< its place in the batch
+        std::size_t character = 0;
+        std::size_t limit = 0; ///< up to which glyphs may be added without a look at anything else
+    };
+    [[nodiscard]] Pen takePen() const;
+    void putPen(Pen pen);
+    [[nodiscard]] Pen withCharacters(Pen pen, std::u32string_view text);
+
+    template <bool isVertical, Font::Codes codes>
+    const char* writeGlyphs(Font& font, const char* p, const char* stop, const char* end, Pen& pen);
+    template <bool isVertical, Font::Codes codes>
+    void showGlyphs(std::string_view bytes);
+    template <bool isVertical, Font::Codes codes>
+    void showActualText(std::string_view bytes);
 
     Page* page_ = nullptr;
     std::uint8_t flags_ = 0;
@@ -103,12 +125,16 @@ private:
     double backwardJump_ = 0;
     text::ByteBuffer string_; ///< that had to be decoded
 
-    // The last glyphs and their characters, on their way to the page; none but during `show`.
-    static constexpr std::size_t kBatch = 64;
+    // The last glyphs of the run and their characters, on their way to the page. There is room for a character for each
+    // glyph, and for those by which ligatures exceed that.
+    static constexpr std::size_t kBatch = 128;
+    static constexpr std::size_t kMoreCharacters = 64;
     std::array<Glyph, kBatch> glyphs_;
     std::size_t glyphCount_ = 0;
-    std::array<char32_t, kBatch> characters_{};
+    std::array<char32_t, kBatch + kMoreCharacters> characters_{};
     std::size_t characterCount_ = 0;
+    std::size_t glyphsOfPage_ = 0; ///< before them
+    std::size_t charactersOfPage_ = 0;
 
     // The run that is being written; its glyphs are the last ones of the page.
     bool isOpen_ = false;

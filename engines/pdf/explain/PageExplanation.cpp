@@ -4,6 +4,7 @@
 #include "engines/pdf/explain/PagePicture.h"
 #include "engines/pdf/layout/HiddenText.h"
 #include "engines/pdf/layout/PageLayout.h"
+#include "engines/pdf/structure/RunningArtifacts.h"
 #include "engines/pdf/structure/TableCells.h"
 
 #include <string>
@@ -43,6 +44,7 @@ Extraction explainPage(std::span<const std::byte> bytes, std::size_t number, con
     extraction.loss.partsSkipped = reader.read(pages[number - 1], page).partsSkipped;
     extraction.loss.charactersDecoded = page.text.size();
     extraction.loss.charactersWithoutUnicode = page.charactersWithoutUnicode;
+    if (options.headersFooters == HeadersFooters::off && isTagged(document)) dropRunningArtifacts(page);
     TableCells(document).find(pages[number - 1], page);
     Evidence evidence;
     static_cast<void>(repeatedHiddenRuns(page, &evidence)); // layout asks the same, but has no use for the reasons

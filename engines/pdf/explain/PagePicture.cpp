@@ -135,7 +135,7 @@ private:
         if (run.markedContent != Run::kNoMark) title += ", mark " + std::to_string(run.markedContent);
         using Name = std::pair<RunFlag, std::string_view>;
         for (const auto& [flag, name] :
-             {Name{kInvisible, ", invisible"}, Name{kArtifact, ", artifact"}, Name{kActualText, ", ActualText"},
+             {Name{kInvisible, ", invisible"}, Name{kRunning, ", running"}, Name{kActualText, ", ActualText"},
               Name{kVertical, ", vertical"}, Name{kFromAnnotation, ", from an annotation"}})
             if ((run.flags & flag) != 0) title += name;
         svg_.polygon(SvgCorners{at(from, -run.descent), at(to, -run.descent), at(to, run.ascent), at(from, run.ascent)},

@@ -1,5 +1,7 @@
 #include "engines/pdf/fonts/CodeReader.h"
 
+#include <algorithm>
+
 namespace quillow::pdf {
 
 namespace {
@@ -25,6 +27,7 @@ CodeReader::CodeReader(std::span<const CodespaceRange> ranges)
             lengths_[byte] = agrees ? range.bytes : kAmbiguous;
             isKnown[byte] = true;
         }
+    hasPairsOnly_ = std::all_of(lengths_.begin(), lengths_.end(), [](std::uint8_t length) { return length == 2; });
 }
 
 } // namespace quillow::pdf

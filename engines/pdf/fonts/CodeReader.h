@@ -33,6 +33,8 @@ public:
         return value;
     }
 
+    /// Whether all codes have two bytes.
+    [[nodiscard]] bool hasPairsOnly() const { return hasPairsOnly_; }
     /// Whether the byte is a code by itself.
     [[nodiscard]] bool isSingleByte(std::uint8_t byte) const { return lengths_[byte] == 1; }
 
@@ -41,6 +43,7 @@ private:
 
     std::vector<CodespaceRange> ranges_;
     std::array<std::uint8_t, 256> lengths_{};
+    bool hasPairsOnly_ = false;
 };
 
 } // namespace quillow::pdf

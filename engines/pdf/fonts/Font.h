@@ -18,11 +18,33 @@ public:
     Font(const Font&) = delete;
     Font& operator=(const Font&) = delete;
 
+    /// How strings are cut into codes.
+    enum class Codes { bytes, pairs, mixed };
+    [[nodiscard]] Codes codes() const {
+        return isSimple_ ? Codes::bytes : reader_.hasPairsOnly() ? Codes::pairs : Codes::mixed;
+    }
+
     /// The glyph of the code that begins at `p`, and moves `p` behind it. `p` must not be the end. The glyph stays
     /// valid and in its place as long as the font.
     [[nodiscard]] const FontGlyph& next(const char*& p, const char* end) {
-        const std::uint32_t code = isSimple_ ? static_cast<std::uint8_t>(*p++) : reader_.next(p, end);
-        const FontGlyph* const glyph = glyphs_.find(code);
+        return isSimple_ ? next<Codes::bytes>(p, end) : next<Codes::mixed>(p, end);
+    }
+    /// The same if `codes` are those of the font, or mixed and the font is not simple.
+    template <Codes codes>
+    [[nodiscard]] const FontGlyph& next(const char*& p, const char* end) {
+        std::uint32_t code = 0;
+        const FontGlyph* glyph = nullptr;
+        if constexpr (codes == Codes::bytes) {
+            code = static_cast<std::uint8_t>(*p++);
+            glyph = glyphs_.findByte(code);
+        } else if (codes == Codes::pairs && end - p >= 2) {
+            code = static_cast<std::uint32_t>(static_cast<std::uint8_t>(p[0]) << 8 | static_cast<std::uint8_t>(p[1]));
+            p += 2;
+            glyph = glyphs_.findPair(code);
+        } else {
+            code = reader_.next(p, end);
+            glyph = glyphs_.find(code);
+        }
         return glyph != nullptr ? *glyph : makeGlyph(code);
     }
 

@@ -17,18 +17,13 @@ const FontGlyph& GlyphStore::add(std::uint32_t code, const FontGlyph& glyph) {
 }
 
 void GlyphStore::place(std::uint32_t code, const FontGlyph& glyph) {
-    if (code < kPageSize) {
-        firstPage_[code] = &glyph;
-        return;
-    }
-    const std::uint32_t page = code / kPageSize;
-    if (page >= kPages) {
+    if (code >= kPageSize * kPages) {
         rare_[code] = &glyph;
         return;
     }
-    if (pages_.empty()) pages_.resize(kPages);
-    if (pages_[page] == nullptr) pages_[page] = std::make_unique<Page>();
-    (*pages_[page])[code % kPageSize] = &glyph;
+    Page*& page = pages_[code / kPageSize];
+    if (page == nullptr) page = otherPages_.emplace_back(std::make_unique<Page>()).get();
+    (*page)[code % kPageSize] = &glyph;
 }
 
 const FontGlyph* GlyphStore::findRare(std::uint32_t code) const {

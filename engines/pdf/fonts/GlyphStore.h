@@ -16,12 +16,19 @@ namespace quillow::pdf {
 
 class GlyphStore {
 public:
+    GlyphStore() { pages_[0] = &firstPage_; }
+    GlyphStore(const GlyphStore&) = delete;
+    GlyphStore& operator=(const GlyphStore&) = delete;
+
     /// Null if the code was not used so far.
     [[nodiscard]] const FontGlyph* find(std::uint32_t code) const {
-        if (code < kPageSize) return firstPage_[code];
-        const std::uint32_t page = code / kPageSize;
-        if (page >= pages_.size()) return findRare(code);
-        return pages_[page] == nullptr ? nullptr : (*pages_[page])[code % kPageSize];
+        return code < kPageSize * kPages ? findPair(code) : findRare(code);
+    }
+    /// The same for codes of one byte and for those of two.
+    [[nodiscard]] const FontGlyph* findByte(std::uint32_t code) const { return firstPage_[code]; }
+    [[nodiscard]] const FontGlyph* findPair(std::uint32_t code) const {
+        const Page* const page = pages_[code / kPageSize];
+        return page == nullptr ? nullptr : (*page)[code % kPageSize];
     }
 
     /// Keeps a glyph, with a copy of its text, for a code that has none so far.
@@ -40,7 +47,8 @@ private:
     void place(std::uint32_t code, const FontGlyph& glyph);
 
     Page firstPage_{};
-    std::vector<std::unique_ptr<Page>> pages_; ///< empty until a code of two bytes is used
+    std::array<Page*, kPages> pages_{};
+    std::vector<std::unique_ptr<Page>> otherPages_;
     std::unordered_map<std::uint32_t, const FontGlyph*> rare_;
     std::deque<Entry> entries_;
     std::deque<std::u32string> several_;

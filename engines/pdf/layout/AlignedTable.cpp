@@ -28,6 +28,7 @@ constexpr float kFarBelow = 2.0F;
 
 Table AlignedTable::make(std::span<const Ruling> rulings) && {
     Table table;
+    table.rows.reserve(bandCount());
     for (std::size_t i = 0; i < bandCount(); ++i) {
         table.lines.insert(table.lines.end(), band(i).lines.begin(), band(i).lines.end());
         begins_.push_back(fragments_.size());
@@ -52,16 +53,19 @@ void AlignedTable::addBand(std::uint32_t index) {
         words_.appendPieces(band(index).lines.front(), pieces_);
         addFragment(band(index).lines.front(), index, !pieces_.empty() && pieces_.front().isNumeric());
     }
-    std::stable_sort(fragments_.begin() + static_cast<std::ptrdiff_t>(begin), fragments_.end(),
-                     [](const Fragment& a, const Fragment& b) { return a.column < b.column; });
+    const auto first = fragments_.begin() + static_cast<std::ptrdiff_t>(begin);
+    const auto isBefore = [](const Fragment& a, const Fragment& b) { return a.column < b.column; };
+    if (!std::is_sorted(first, fragments_.end(), isBefore)) std::stable_sort(first, fragments_.end(), isBefore);
 }
 
 /// Adds a line, or its pieces in their columns.
 void AlignedTable::addLine(std::uint32_t line, std::uint32_t band) {
     pieces_.clear();
     words_.appendPieces(line, pieces_);
-    std::vector<float> cuts;
-    std::vector<bool> numeric;
+    std::vector<float>& cuts = cuts_;
+    std::vector<bool>& numeric = areNumeric_;
+    cuts.clear();
+    numeric.clear();
     std::size_t last = 0;
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
         const std::size_t column =
@@ -197,6 +201,7 @@ void AlignedTable::addHead(std::size_t end, Table& table) {
 
 void AlignedTable::addBody(std::size_t begin, Table& table) {
     std::vector<Fragment> fragments;
+    fragments.reserve(begins_[bandCount()] - begins_[begin]);
     for (Fragment fragment : fragmentsOf(begin, bandCount())) {
         fragment.band -= static_cast<std::uint32_t>(begin);
         fragments.push_back(fragment);

@@ -68,7 +68,10 @@ private:
     std::vector<Fragment> fragments_; ///< by bands, which are counted from the region's first one
     std::vector<std::size_t> begins_; ///< of the bands in `fragments_`
     std::vector<Ruling> rulings_;     ///< the horizontal ones in the region
+    // Of the line that is added:
     std::vector<Word> pieces_;
+    std::vector<float> cuts_;      ///< between its parts
+    std::vector<bool> areNumeric_; ///< for each part
 };
 
 } // namespace quillow::pdf

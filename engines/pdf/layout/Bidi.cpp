@@ -169,6 +169,25 @@ bool goesRight(Direction direction) {
     return direction == Direction::left || direction == Direction::number;
 }
 
+constexpr char32_t kFirstRightToLeft = 0x0590;
+
+/// Whether text has a character of a block with letters from the right.
+bool mayBeFromTheRight(std::u32string_view text) {
+    const auto isFromTheRight = [](char32_t c) {
+        return c >= kFirstRightToLeft && (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
+    };
+    constexpr std::size_t kBlock = 64; // characters that are looked at together, without a branch for each
+    while (!text.empty()) {
+        const std::u32string_view block = text.substr(0, kBlock);
+        std::int32_t found = 0;
+        for (const char32_t c : block)
+            found |= static_cast<std::int32_t>(c) >= static_cast<std::int32_t>(kFirstRightToLeft) ? 1 : 0;
+        if (found != 0 && std::any_of(block.begin(), block.end(), isFromTheRight)) return true;
+        text.remove_prefix(block.size());
+    }
+    return false;
+}
+
 } // namespace
 
 Direction directionOf(char32_t character) {
@@ -210,10 +229,7 @@ void settlePunctuation(std::span<Cluster> clusters, bool fromTheRight) {
 }
 
 bool isMostlyFromTheRight(std::u32string_view text) {
-    const auto mayBeFromTheRight = [](char32_t c) {
-        return c >= 0x0590 && (c < 0x0900 || (c >= 0xFB1D && c < 0xFF00) || (c >= 0x10800 && c < 0x1F000));
-    };
-    if (std::none_of(text.begin(), text.end(), mayBeFromTheRight)) return false;
+    if (!mayBeFromTheRight(text)) return false;
     std::size_t left = 0;
     std::size_t right = 0;
     for (const char32_t c : text) {

@@ -46,6 +46,12 @@ constexpr bool isBlankCharacter(char32_t c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == 0x3000 || isIn(c, 0x2000, 0x200B);
 }
 
+/// Whether a character is written as it is, wherever it is in a line from the left.
+constexpr bool isPlain(char32_t c) {
+    if (c < kFirstRightToLeft) return c != kSoftHyphen;
+    return isIn(c, 0x0900, 0x1FFF) || isIn(c, 0x2010, kFirstPresentationForm - 1);
+}
+
 /// Roughly the letters: what is neither punctuation, digit, nor symbol.
 constexpr bool isAlphabetic(char32_t c) {
     if (c < 0x80) return isIn(c | 0x20U, 'a', 'z');

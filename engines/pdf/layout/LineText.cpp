@@ -107,7 +107,8 @@ void LineWriter::dropRepeated() {
 }
 
 float LineWriter::thresholdOfLetters() {
-    gaps_.clear();
+    gapWidths_.clear();
+    gapsAreBetweenLetters_.clear();
     float drawnBlank = 0;
     float widest = 0;
     const Letter* before = nullptr;
@@ -121,13 +122,15 @@ float LineWriter::thresholdOfLetters() {
             const float size = std::max(letter.size, before->size);
             const float width = (letter.left - before->right) / size;
             widest = std::max(widest, width);
-            gaps_.push_back(
-                {width, isAlphabetic(page_.text[before->textEnd - 1]) && isAlphabetic(page_.text[letter.textBegin])});
+            gapWidths_.push_back(width);
+            const bool isBetweenLetters =
+                isAlphabetic(page_.text[before->textEnd - 1]) && isAlphabetic(page_.text[letter.textBegin]);
+            gapsAreBetweenLetters_.push_back(isBetweenLetters ? 1 : 0);
         }
         before = &letter;
     }
     // Most lines of documents that draw their blanks have no other gaps to judge.
-    return widest < kNoBlank ? kNoBlank : blankThreshold(gaps_, drawnBlank);
+    return widest < kNoBlank ? kNoBlank : blankThreshold({gapWidths_, gapsAreBetweenLetters_}, drawnBlank);
 }
 
 /// Of a letter and an accent over it, in whichever order they are drawn, writes the accented letter in place of the
@@ -201,7 +204,7 @@ void LineWriter::sortLetters() {
 }
 
 /// Evidence needs the letters, which a plain line does not collect.
-bool LineWriter::mayBePlain() {
+bool LineWriter::mayBePlain() const {
     return !underscores_.areChosen() && !mixed_.isPageFromTheRight() && evidence_ == nullptr;
 }
 

@@ -18,14 +18,15 @@ namespace quillow::pdf {
 /// Writes lines of one orientation of a page. Keeps its memory from line to line.
 class LineWriter {
 public:
-    /// What is found in the lines is added to `evidence`.
-    LineWriter(const Page& page, const Orientation& orientation, Evidence* evidence = nullptr)
+    /// `isPageFromTheRight`: whether the page is mostly text from the right. What is found in the lines is added to
+    /// `evidence`.
+    LineWriter(const Page& page, const Orientation& orientation, bool isPageFromTheRight, Evidence* evidence = nullptr)
         : page_(page)
         , orientation_(orientation)
         , evidence_(evidence)
         , plain_(page, orientation)
         , underscores_(page, orientation.frame)
-        , mixed_(page) {}
+        , mixed_(page, isPageFromTheRight) {}
 
     /// Appends the text of a line with those spans, without a line end.
     void append(std::span<const std::uint32_t> spans, std::u32string& out);
@@ -40,7 +41,7 @@ private:
     [[nodiscard]] bool composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const;
     void writeFromTheLeft(std::u32string& out);
     [[nodiscard]] float thresholdOfLetters();
-    [[nodiscard]] bool mayBePlain();
+    [[nodiscard]] bool mayBePlain() const;
     void showWords(std::span<const std::uint32_t> spans, std::size_t repeated, Evidence& evidence);
 
     const Page& page_;
@@ -48,7 +49,8 @@ private:
     Evidence* evidence_;
     PlainLineWriter plain_;
     std::vector<Letter> letters_;
-    std::vector<Gap> gaps_;
+    std::vector<float> gapWidths_;
+    std::vector<std::uint8_t> gapsAreBetweenLetters_;
     Underscores underscores_;
     MixedLine mixed_;
     bool hasRightToLeft_ = false;

@@ -1,6 +1,7 @@
 #include "engines/pdf/layout/LineWords.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace quillow::pdf {
 
@@ -58,15 +59,6 @@ Line partOf(const Orientation& orientation, Lines& found, std::span<const std::u
 
 } // namespace
 
-bool isDigitLike(char32_t c) {
-    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
-}
-
-bool isLetterLike(char32_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
-}
-
 Word countsOf(std::u32string_view text) {
     Word word;
     for (const char32_t c : text)
@@ -93,64 +85,136 @@ bool LineWords::drawsBlanks() {
     return *drawsBlanks_;
 }
 
-std::span<const Word> LineWords::of(std::uint32_t line) {
-    const float size = found_.lines[line].size;
-    words_.clear();
-    letters_.clear();
-    bool inOrder = true;
-    float narrowest = size;
-    float widest = 0;
+class LineWords::Builder {
+public:
+    Builder(std::vector<Word>& words, float size)
+        : words_(words)
+        , size_(size)
+        , wordGap_(kWordGap * size)
+        , narrowest_(size) {}
+
+    void add(const Letter& letter) {
+        if (!hasWord_ || letter.left - word_.right > wordGap_) {
+            endWord();
+            word_ = {letter.left, letter.right, 0, 0, 0, letter.isAfterBlank};
+            hasWord_ = true;
+        }
+        word_.right = std::max(word_.right, letter.right);
+        count(word_, letter.character);
+        narrowest_ = std::min(narrowest_, letter.right - letter.left);
+        widest_ = std::max(widest_, letter.right - letter.left);
+    }
+
+    /// Adds the last word. Returns the gap between pieces.
+    float finish() {
+        endWord();
+        constexpr std::size_t kLeastLetters = 4;
+        const bool isTypewriter =
+            widest_ - narrowest_ < kSameWidth * size_ && (letters_ >= kLeastLetters || widest_ > kWidestDigit * size_);
+        return std::max(kPieceGap * size_, isTypewriter ? kPieceGapInLetters * widest_ : 0.0F);
+    }
+
+private:
+    void endWord() {
+        if (!hasWord_) return;
+        letters_ += word_.letters;
+        words_.push_back(word_);
+    }
+
+    std::vector<Word>& words_;
+    float size_;
+    float wordGap_;
+    float narrowest_;
+    float widest_ = 0;
+    std::size_t letters_ = 0;
+    bool hasWord_ = false;
+    Word word_;
+};
+
+/// Calls `use` with the letters of a line in content order, until it returns false.
+template <class Use>
+void LineWords::forEachLetter(std::uint32_t line, Use use) const {
     bool isAfterBlank = false;
     for (const std::uint32_t index : found_.spansOf(found_.lines[line])) {
         const Span& span = orientation_.spans[index];
-        for (std::uint32_t i = span.firstGlyph; i < span.firstGlyph + span.glyphCount; ++i) {
-            const Glyph& glyph = page_.glyphs[i];
-            const std::size_t end = i + 1 < page_.glyphs.size() ? page_.glyphs[i + 1].text : page_.text.size();
-            if (end == glyph.text) continue;
-            if (isBlank(page_.text[glyph.text])) {
+        const Glyph* const glyphs = page_.glyphs.data() + span.firstGlyph;
+        const std::size_t next = std::size_t{span.firstGlyph} + span.glyphCount;
+        const std::size_t end = next < page_.glyphs.size() ? page_.glyphs[next].text : page_.text.size();
+        for (std::uint32_t i = 0; i < span.glyphCount; ++i) {
+            const Glyph& glyph = glyphs[i];
+            if (glyph.text == (i + 1 < span.glyphCount ? glyphs[i + 1].text : end)) continue;
+            const char32_t character = page_.text[glyph.text];
+            if (isBlank(character)) {
                 isAfterBlank = true;
                 continue;
             }
-            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, page_.text[glyph.text],
-                          isAfterBlank};
+            Letter letter{span.start + glyph.offset, span.start + glyph.offset + glyph.width, character, isAfterBlank};
             isAfterBlank = false;
             if (letter.right < letter.left) std::swap(letter.left, letter.right);
-            inOrder = inOrder && (letters_.empty() || letter.left >= letters_.back().left);
-            narrowest = std::min(narrowest, letter.right - letter.left);
-            widest = std::max(widest, letter.right - letter.left);
-            letters_.push_back(letter);
+            if (!use(letter)) return;
         }
     }
-    if (!inOrder)
-        std::stable_sort(letters_.begin(), letters_.end(),
-                         [](const Letter& a, const Letter& b) { return a.left < b.left; });
-    std::size_t wordLetters = 0;
-    for (const Letter& letter : letters_) {
-        if (words_.empty() || letter.left - words_.back().right > kWordGap * size)
-            words_.push_back({letter.left, letter.right, 0, 0, 0, letter.isAfterBlank});
-        words_.back().right = std::max(words_.back().right, letter.right);
-        count(words_.back(), letter.character);
-        wordLetters += isLetterLike(letter.character) ? 1 : 0;
+}
+
+/// Returns false if the letters are not drawn from left to right.
+bool LineWords::addLetters(std::uint32_t line) {
+    Builder builder(words_, found_.lines[line].size);
+    bool inOrder = true;
+    float left = std::numeric_limits<float>::lowest();
+    forEachLetter(line, [&](const Letter& letter) {
+        inOrder = letter.left >= left;
+        left = letter.left;
+        if (inOrder) builder.add(letter);
+        return inOrder;
+    });
+    pieceGap_ = builder.finish();
+    return inOrder;
+}
+
+void LineWords::addSortedLetters(std::uint32_t line) {
+    letters_.clear();
+    forEachLetter(line, [this](const Letter& letter) {
+        letters_.push_back(letter);
+        return true;
+    });
+    std::stable_sort(letters_.begin(), letters_.end(),
+                     [](const Letter& a, const Letter& b) { return a.left < b.left; });
+    Builder builder(words_, found_.lines[line].size);
+    for (const Letter& letter : letters_)
+        builder.add(letter);
+    pieceGap_ = builder.finish();
+}
+
+std::span<const Word> LineWords::of(std::uint32_t line) {
+    words_.clear();
+    if (!addLetters(line)) {
+        words_.clear();
+        addSortedLetters(line);
     }
-    constexpr std::size_t kLeastLetters = 4;
-    const bool isTypewriter =
-        widest - narrowest < kSameWidth * size && (wordLetters >= kLeastLetters || widest > kWidestDigit * size);
-    pieceGap_ = std::max(kPieceGap * size, isTypewriter ? kPieceGapInLetters * widest : 0.0F);
     return words_;
 }
 
-void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
-    const std::size_t first = out.size();
+void LineWords::findPieces(std::uint32_t line) {
     const bool blanksAreDrawn = drawsBlanks();
-    Word before;
+    const std::size_t first = pieces_.size();
+    const Word* before = nullptr;
     for (const Word& word : of(line)) {
-        const bool isApart = (blanksAreDrawn && !word.isAfterBlank) || (before.isGrouped() && word.isGrouped());
-        if (out.size() == first || isApart || word.left - out.back().right > pieceGap_)
-            out.push_back(word);
+        const bool isApart =
+            (blanksAreDrawn && !word.isAfterBlank) || (before != nullptr && before->isGrouped() && word.isGrouped());
+        if (before == nullptr || isApart || word.left - pieces_.back().right > pieceGap_)
+            pieces_.push_back(word);
         else
-            out.back().append(word);
-        before = word;
+            pieces_.back().append(word);
+        before = &word;
     }
+    if (piecesOf_.size() <= line) piecesOf_.resize(found_.lines.size());
+    piecesOf_[line] = {static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(pieces_.size())};
+}
+
+void LineWords::appendPieces(std::uint32_t line, std::vector<Word>& out) {
+    if (line >= piecesOf_.size() || piecesOf_[line].begin == Pieces::kUnknown) findPieces(line);
+    const auto [begin, end] = piecesOf_[line];
+    out.insert(out.end(), pieces_.begin() + begin, pieces_.begin() + end);
 }
 
 std::vector<Line> cutLine(const Page& page, Orientation& orientation, Lines& found, std::uint32_t line,

@@ -10,8 +10,14 @@
 
 namespace quillow::pdf {
 
-[[nodiscard]] bool isDigitLike(char32_t c);
-[[nodiscard]] bool isLetterLike(char32_t c);
+constexpr bool isDigitLike(char32_t c) {
+    return (c >= '0' && c <= '9') || (c >= 0x0660 && c <= 0x0669) || (c >= 0x06F0 && c <= 0x06F9);
+}
+
+constexpr bool isLetterLike(char32_t c) {
+    if (c < 0x80) return (c | 0x20U) >= 'a' && (c | 0x20U) <= 'z';
+    return (c >= 0xAA && c != 0xB7 && c != 0xD7 && c != 0xF7 && c < 0x2000) || c >= 0x2E80;
+}
 
 /// Letters without a blank between them, or several such words with the gaps between them. What is counted says whether
 /// it may be a cell.
@@ -45,18 +51,33 @@ public:
     /// From left to right. Valid until the next call.
     [[nodiscard]] std::span<const Word> of(std::uint32_t line);
     /// Appends the line's words. Words with the gap of ordinary text between them are joined to one piece. A gap
-    /// without a blank is not ordinary on a page that draws blanks.
+    /// without a blank is not ordinary on a page that draws blanks. The pieces are remembered.
     void appendPieces(std::uint32_t line, std::vector<Word>& out);
 
 private:
-    [[nodiscard]] bool drawsBlanks();
-
     struct Letter {
         float left = 0;
         float right = 0;
         char32_t character = 0;
         bool isAfterBlank = false;
     };
+
+    /// Letters from left to right become words.
+    class Builder;
+
+    /// The pieces of a line, in `pieces_`.
+    struct Pieces {
+        static constexpr std::uint32_t kUnknown = 0xFFFFFFFF;
+        std::uint32_t begin = kUnknown;
+        std::uint32_t end = 0;
+    };
+
+    [[nodiscard]] bool drawsBlanks();
+    template <class Use>
+    void forEachLetter(std::uint32_t line, Use use) const;
+    [[nodiscard]] bool addLetters(std::uint32_t line);
+    void addSortedLetters(std::uint32_t line);
+    void findPieces(std::uint32_t line);
 
     const Page& page_;
     const Orientation& orientation_;
@@ -65,6 +86,8 @@ private:
     std::vector<Letter> letters_;
     std::vector<Word> words_;
     float pieceGap_ = 0; ///< pieces of the line are further apart
+    std::vector<Word> pieces_;
+    std::vector<Pieces> piecesOf_; ///< for each line, as far as they are known
 };
 
 /// The parts of a line between the cuts, from left to right: a letter belongs to the part that its middle is in. Parts

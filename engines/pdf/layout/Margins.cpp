@@ -33,7 +33,8 @@ public:
         for (std::size_t i = 1; i <= rows_.size(); ++i)
             if (i == rows_.size() || !areInOneColumn(rows_[i - 1], rows_[i])) ends.push_back(i);
         hasNeighbour_.assign(rows_.size(), false);
-        if (ends.size() > 1) findNeighbours();
+        haveNeighbours_ = ends.size() > 1;
+        if (haveNeighbours_) findNeighbours();
         std::size_t begin = 0;
         for (const std::size_t end : ends) {
             measure(begin, end);
@@ -65,6 +66,7 @@ private:
 
     void measure(std::size_t begin, std::size_t end) {
         for (const bool beside : {false, true}) {
+            if (beside && !haveNeighbours_) break;
             members_.clear();
             for (std::size_t i = begin; i < end; ++i)
                 if (hasNeighbour_[i] == beside && !rows_[i].isTableRow) members_.push_back(i);
@@ -73,9 +75,13 @@ private:
     }
 
     void measureMembers() {
-        std::vector<float> finishes;
-        std::vector<float> sizes;
+        std::vector<float>& finishes = finishes_;
+        std::vector<float>& sizes = sizes_;
+        finishes.clear();
+        sizes.clear();
+        starts_.clear();
         for (const std::size_t i : members_) {
+            starts_.push_back(start(i));
             finishes.push_back(finish(i));
             sizes.push_back(rows_[i].size);
         }
@@ -99,15 +105,17 @@ private:
     /// Where most rows begin; of equals the outer one.
     [[nodiscard]] float usualStart(float size) const {
         constexpr std::size_t kSamples = 64;
-        float best = start(members_.front());
-        std::size_t bestCount = 0;
+        float best = starts_.front();
+        float before = best;
+        std::uint32_t bestCount = 0;
         const std::size_t step = 1 + members_.size() / kSamples;
         for (std::size_t k = 0; k < members_.size(); k += step) {
-            const float candidate = start(members_[k]);
-            const auto count =
-                static_cast<std::size_t>(std::count_if(members_.begin(), members_.end(), [&](std::size_t i) {
-                    return std::abs(start(i) - candidate) < kSameMargin * size;
-                }));
+            const float candidate = starts_[k];
+            if (k > 0 && candidate == before) continue; // it has been counted
+            before = candidate;
+            std::uint32_t count = 0;
+            for (const float start : starts_)
+                count += std::abs(start - candidate) < kSameMargin * size ? 1 : 0;
             if (count < bestCount || (count == bestCount && candidate >= best)) continue;
             bestCount = count;
             best = candidate;
@@ -117,8 +125,12 @@ private:
 
     std::span<Row> rows_;
     Side beginning_;
+    bool haveNeighbours_ = false; ///< some rows may
     std::vector<bool> hasNeighbour_;
     std::vector<std::size_t> members_; ///< the rows of the column that is measured
+    std::vector<float> finishes_;      ///< their ends
+    std::vector<float> sizes_;
+    std::vector<float> starts_;
 };
 
 } // namespace

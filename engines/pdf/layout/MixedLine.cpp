@@ -77,7 +77,7 @@ void MixedLine::write(std::span<const Letter> letters, float threshold, std::u32
         blank = false;
     }
     joinSignsToNumbers(letters);
-    const bool fromTheRight = readsFromTheRight(clusters_, isPageFromTheRight());
+    const bool fromTheRight = readsFromTheRight(clusters_, isPageFromTheRight_);
     settlePunctuation(clusters_, fromTheRight);
     reorder(clusters_, fromTheRight);
     // Marks were reversed to before their letters.
@@ -107,11 +107,6 @@ void MixedLine::write(std::span<const Letter> letters, float threshold, std::u32
         else
             appendLetter(page_, letter, out);
     }
-}
-
-bool MixedLine::isPageFromTheRight() {
-    if (!isPageFromTheRight_) isPageFromTheRight_ = isMostlyFromTheRight(page_.text);
-    return *isPageFromTheRight_;
 }
 
 /// Percent signs and currencies go with the number beside them, but not in Arabic, where digits are of another class

@@ -3,6 +3,7 @@
 #include "engines/pdf/layout/Line.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <numeric>
 
@@ -32,6 +33,9 @@ constexpr float kSameRow = 0.5F;
 constexpr float kTouch = 1.0F;
 /// A gutter is at least so wide. In points.
 constexpr float kLeastGutter = 5.0F;
+/// A block of several lines is parted only where the space is much wider than between lines: the pieces of a formula
+/// are nearer, and the stream has their order. In ems.
+constexpr float kPartingSpace = 1.0F;
 /// The recursion of cuts ends at this depth: no page has so many columns in columns.
 constexpr int kMostCuts = 40;
 
@@ -58,8 +62,9 @@ struct Cut {
 
 class ReadingOrder {
 public:
-    ReadingOrder(std::span<const Item> items, Evidence* evidence)
+    ReadingOrder(std::span<const Item> items, TextSource source, Evidence* evidence)
         : items_(items)
+        , source_(source)
         , evidence_(evidence)
         , rank_(items.size()) {}
 
@@ -67,13 +72,9 @@ public:
         findBlocks();
         std::vector<std::uint32_t> blocks(blocks_.size());
         std::iota(blocks.begin(), blocks.end(), 0U);
+        order_.reserve(items_.size());
         sort(blocks, kMostCuts);
-        std::vector<std::uint32_t> order;
-        order.reserve(items_.size());
-        for (const std::uint32_t block : blocks)
-            for (std::uint32_t i = 0; i < blocks_[block].count; ++i)
-                order.push_back(blocks_[block].first + i);
-        return order;
+        return std::move(order_);
     }
 
 private:
@@ -113,10 +114,19 @@ private:
         return any;
     }
 
-    /// Puts the blocks of a region, which are in content order, into reading order.
+    void read(std::span<const std::uint32_t> blocks) {
+        for (const std::uint32_t block : blocks)
+            for (std::uint32_t i = 0; i < blocks_[block].count; ++i)
+                order_.push_back(blocks_[block].first + i);
+    }
+
+    /// Reads the blocks of a region, which are in content order.
     void sort(std::span<std::uint32_t> blocks, int depth) {
-        if (blocks.size() < 2 || depth == 0) return;
-        if (!findStepsBack(blocks)) return note(Verdict::accepted, blocks, "the stream's order: it never goes back");
+        if (blocks.size() < 2 || depth == 0) return read(blocks);
+        if (!findStepsBack(blocks)) {
+            note(Verdict::accepted, blocks, "the stream's order: it never goes back");
+            return read(blocks);
+        }
         byLeft_.assign(blocks.begin(), blocks.end());
         std::stable_sort(byLeft_.begin(), byLeft_.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].left < blocks_[b].left; });
@@ -124,20 +134,95 @@ private:
         std::stable_sort(byTop_.begin(), byTop_.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return blocks_[a].top > blocks_[b].top; });
         if (areStacked(byTop_)) {
-            std::copy(byTop_.begin(), byTop_.end(), blocks.begin());
-            return note(Verdict::accepted, blocks, "from the top: the stream goes back, and nothing is side by side");
+            note(Verdict::accepted, blocks, "from the top: the stream goes back, and nothing is side by side");
+            return read(byTop_);
         }
         Cut cut = bestGutter(blocks);
         if (const Cut stripe = bestStripe(blocks); cut.count == 0 || (stripe.count != 0 && stripe.cost <= cut.cost))
             cut = stripe;
-        if (cut.count == 0)
-            return note(Verdict::refused, blocks, "cut: the stream goes back, but no gutter and no stripe is free");
+        if (cut.count == 0) {
+            if (std::vector<std::uint32_t> parted = withOneParted(blocks); !parted.empty())
+                return sort(parted, depth - 1);
+            note(Verdict::refused, blocks, "cut: the stream goes back, but no gutter and no stripe is free");
+            return read(blocks);
+        }
         if (evidence_ != nullptr) noteCut(cut);
         setRanks(cut.isGutter ? byLeft_ : byTop_);
         std::stable_partition(blocks.begin(), blocks.end(),
                               [this, &cut](std::uint32_t block) { return rank_[block] < cut.count; });
         sort(blocks.first(cut.count), depth - 1);
         sort(blocks.subspan(cut.count), depth - 1);
+    }
+
+    /// A block that goes on above or below all blocks beside it is in the way of a cut: it is parted at the stripe
+    /// where they begin or end. Returns the blocks of the region then, and nothing if there is no such block.
+    [[nodiscard]] std::vector<std::uint32_t> withOneParted(std::span<const std::uint32_t> blocks) {
+        if (source_ == TextSource::recogniser) return {};
+        struct Part {
+            std::uint32_t item;
+            std::size_t block; ///< its place in the region
+        };
+        std::vector<Part> parts;
+        for (std::size_t b = 0; b < blocks.size(); ++b)
+            for (std::uint32_t i = 0; i < blocks_[blocks[b]].count; ++i)
+                parts.push_back({blocks_[blocks[b]].first + i, b});
+        std::stable_sort(parts.begin(), parts.end(),
+                         [this](Part a, Part b) { return items_[a.item].top > items_[b.item].top; });
+        std::vector<std::uint32_t> above(blocks.size()); // items of each block
+        std::size_t cutThrough = 0;                      // blocks with items above and below
+        std::size_t open = 0;                            // their sum, so their place if there is one
+        Part lowest = parts[0];
+        for (std::size_t p = 0; p < parts.size(); ++p) {
+            const Part part = parts[p];
+            const float bottom = items_[lowest.item].bottom;
+            const float size = std::max(items_[lowest.item].size, items_[part.item].size);
+            const bool isStripe = p > 0 && bottom - items_[part.item].top > kPartingSpace * size;
+            if (isStripe && cutThrough == 1 && (lowest.block != open || part.block != open)) {
+                const Block& block = blocks_[blocks[open]];
+                if (isAbove(block.first, above[open], bottom)) return withParted(blocks, open, above[open]);
+            }
+            const std::uint32_t count = blocks_[blocks[part.block]].count;
+            if (++above[part.block] == 1 && count > 1) {
+                ++cutThrough;
+                open += part.block;
+            } else if (above[part.block] == count && count > 1) {
+                --cutThrough;
+                open -= part.block;
+            }
+            if (items_[part.item].bottom < bottom) lowest = part;
+        }
+        return {};
+    }
+
+    [[nodiscard]] bool isAbove(std::uint32_t first, std::uint32_t count, float bottom) const {
+        const auto items = items_.subspan(first, count);
+        return std::all_of(items.begin(), items.end(), [&](const Item& item) { return item.bottom >= bottom; });
+    }
+
+    /// The first `count` items of the block at that place become a block of their own.
+    std::vector<std::uint32_t> withParted(std::span<const std::uint32_t> blocks, std::size_t at, std::uint32_t count) {
+        const Block whole = blocks_[blocks[at]];
+        const auto rest = static_cast<std::uint32_t>(blocks_.size());
+        blocks_[blocks[at]] = blockOf(whole.first, count);
+        blocks_.push_back(blockOf(whole.first + count, whole.count - count));
+        rank_.resize(blocks_.size());
+        std::vector<std::uint32_t> parted(blocks.begin(), blocks.end());
+        parted.insert(parted.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
+        if (evidence_ != nullptr) {
+            const Box above = areaOf(std::array{blocks[at]});
+            const Box below = areaOf(std::array{rest});
+            evidence_->note(Topic::order, Verdict::accepted, Box{above.left, below.top, above.right, above.bottom},
+                            "a block is parted where the blocks beside it end", {{"high", above.bottom - below.top}});
+        }
+        return parted;
+    }
+
+    [[nodiscard]] Block blockOf(std::uint32_t first, std::uint32_t count) const {
+        const Item& item = items_[first];
+        Block block{first, 1, item.left, item.right, item.bottom, item.top};
+        for (std::uint32_t i = first + 1; i < first + count; ++i)
+            extend(block, items_[i]);
+        return block;
     }
 
     void note(Verdict verdict, std::span<const std::uint32_t> blocks, std::string_view reason) const {
@@ -232,10 +317,12 @@ private:
     }
 
     std::span<const Item> items_;
+    TextSource source_;
     Evidence* evidence_;
     std::vector<Block> blocks_;
-    std::vector<std::size_t> rank_; ///< of a block in the last sorted list
-    std::vector<bool> isStepBack_;  ///< for each block of the region that is cut
+    std::vector<std::uint32_t> order_; ///< of the items
+    std::vector<std::size_t> rank_;    ///< of a block in the last sorted list
+    std::vector<bool> isStepBack_;     ///< for each block of the region that is cut
     std::vector<std::uint32_t> byLeft_;
     std::vector<std::uint32_t> byTop_;
     std::vector<std::ptrdiff_t> costs_;
@@ -243,8 +330,8 @@ private:
 
 } // namespace
 
-std::vector<std::uint32_t> readingOrder(std::span<const Item> items, Evidence* evidence) {
-    return ReadingOrder(items, evidence).find();
+std::vector<std::uint32_t> readingOrder(std::span<const Item> items, TextSource source, Evidence* evidence) {
+    return ReadingOrder(items, source, evidence).find();
 }
 
 } // namespace quillow::pdf

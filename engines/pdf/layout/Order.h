@@ -20,7 +20,11 @@ struct Item {
     [[nodiscard]] float height() const { return top - bottom; }
 };
 
+/// Where the text is from. Recognisers write the parts of a scan in the order in which they have read them.
+enum class TextSource : bool { program, recogniser };
+
 /// The indices of items in reading order. `items` are in content order. The cuts are added to `evidence`.
-[[nodiscard]] std::vector<std::uint32_t> readingOrder(std::span<const Item> items, Evidence* evidence = nullptr);
+[[nodiscard]] std::vector<std::uint32_t> readingOrder(std::span<const Item> items, TextSource source,
+                                                      Evidence* evidence = nullptr);
 
 } // namespace quillow::pdf

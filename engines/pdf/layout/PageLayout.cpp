@@ -28,12 +28,14 @@ constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 /// Lays the text of one writing direction out.
 class OrientationLayout {
 public:
-    OrientationLayout(const Page& page, Orientation& orientation, const MonospacedFonts& monospaced, Evidence* evidence)
+    OrientationLayout(const Page& page, bool isPageFromTheRight, Orientation& orientation,
+                      const MonospacedFonts& monospaced, Evidence* evidence)
         : page_(page)
         , orientation_(orientation)
         , monospaced_(monospaced)
         , evidence_(evidence)
-        , isFromTheRight_(!orientation.isVertical && isMostlyFromTheRight(page.text)) {}
+        , isPageFromTheRight_(isPageFromTheRight)
+        , isFromTheRight_(!orientation.isVertical && isPageFromTheRight) {}
 
     void append(PageLayout& layout) && {
         if (evidence_ != nullptr) evidence_->setFrame(orientation_.frame);
@@ -79,7 +81,7 @@ public:
 private:
     /// The lines that have text, and their text.
     void makeLines() {
-        LineWriter writer(page_, orientation_, evidence_);
+        LineWriter writer(page_, orientation_, isPageFromTheRight_, evidence_);
         found_ = linesOf(orientation_);
         unweaveColumns(found_.lines, evidence_);
         std::size_t kept = 0;
@@ -98,7 +100,7 @@ private:
     /// The text of the lines that the search for tables added.
     void writeParts() {
         if (found_.lines.size() == wholeLines_) return;
-        LineWriter writer(page_, orientation_);
+        LineWriter writer(page_, orientation_, isPageFromTheRight_);
         for (std::size_t i = wholeLines_; i < found_.lines.size(); ++i) {
             writer.append(found_.spansOf(found_.lines[i]), text_);
             ends_.push_back(text_.size());
@@ -182,7 +184,7 @@ private:
             }
         }
         if (evidence_ != nullptr) evidence_->setMirrored(isFromTheRight_);
-        std::vector<std::uint32_t> order = readingOrder(items, evidence_);
+        std::vector<std::uint32_t> order = readingOrder(items, sourceOfText(), evidence_);
         if (evidence_ != nullptr) evidence_->setMirrored(false);
         placeMarginNotes(items, order);
         for (const std::uint32_t item : order) {
@@ -193,6 +195,13 @@ private:
                 addLine(source);
             }
         }
+    }
+
+    /// The text layer of a scan is invisible.
+    [[nodiscard]] TextSource sourceOfText() const {
+        const auto isInvisible = [this](const Span& span) { return (page_.runs[span.run].flags & kInvisible) != 0; };
+        return std::all_of(orientation_.spans.begin(), orientation_.spans.end(), isInvisible) ? TextSource::recogniser
+                                                                                              : TextSource::program;
     }
 
     /// A table is read from the side of its letters; one without letters from the side of its page.
@@ -232,8 +241,8 @@ private:
         if (!rows_.empty() && !rows_.back().isTableRow && verticalOverlap(rows_.back(), line) > kSameRow) {
             Row& row = rows_.back();
             if (isFromTheRight_ ? line.right <= row.left : line.left >= row.right) {
-                if (row.cells.empty()) row.cells.push_back({row.line});
-                row.cells.push_back({index});
+                if (row.cells.empty()) row.cells.emplace_back(row.line);
+                row.cells.emplace_back(index);
                 extend(row, line);
                 return;
             }
@@ -313,6 +322,7 @@ private:
     Orientation& orientation_;
     const MonospacedFonts& monospaced_;
     Evidence* evidence_;
+    bool isPageFromTheRight_;
     bool isFromTheRight_; ///< columns and cells begin at the right
     std::u32string text_;
     std::vector<std::size_t> ends_; ///< of the lines' texts
@@ -330,8 +340,9 @@ void layOut(const Page& page, PageLayout& layout, Evidence* evidence) {
     layout.clear();
     std::vector<Orientation> orientations = orientationsOf(page);
     const MonospacedFonts monospaced(page);
+    const bool isPageFromTheRight = isMostlyFromTheRight(page.text);
     for (Orientation& orientation : orientations)
-        OrientationLayout(page, orientation, monospaced, evidence).append(layout);
+        OrientationLayout(page, isPageFromTheRight, orientation, monospaced, evidence).append(layout);
 }
 
 } // namespace quillow::pdf

@@ -34,10 +34,12 @@ constexpr float kNearlyFull = 0.6F;
 
 /// Whether the first word of a row had room at the end of the row above.
 bool wordHasRoom(const Row& above, const Row& below) {
+    const float size = std::max(1.0F, std::min(above.size, below.size));
+    if (above.room <= kBlank * size) return false;
     const std::u32string_view text = below.begin;
     const float letter = !text.empty() && isIdeograph(text[0]) ? 1 : kLetter;
     const float width = static_cast<float>(lengthOfFirstWord(text)) * letter + kBlank;
-    return above.room > width * std::max(1.0F, std::min(above.size, below.size));
+    return above.room > width * size;
 }
 
 /// Marks the rows of one block: rows that follow one another without a wider space.

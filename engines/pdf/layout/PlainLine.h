@@ -35,15 +35,19 @@ private:
         bool mayHaveGaps = false; ///< whether one of the gaps is wide enough for a blank in some lines
         float drawnBlank = 0;     ///< the widest one so far, in ems
         char32_t* character = nullptr;
-        Gap* gap = nullptr;
-        std::uint32_t* place = nullptr;
+        std::size_t gap = 0; ///< how many gaps there are
     };
 
     enum class Outcome { added, notPlain, hasGap };
 
+    [[nodiscard]] bool mayHaveGaps(std::span<const std::uint32_t> spans) const;
     void makeRoom(std::span<const std::uint32_t> spans);
     template <bool notesGaps>
-    [[nodiscard]] Outcome addSpan(const Span& span, Pen& before);
+    [[nodiscard]] Outcome addSpan(const Span& span, Pen& pen);
+    template <bool notesGaps>
+    [[nodiscard]] Outcome addGlyphs(const Span& span, std::size_t count, Pen& before);
+    void addPlain(const Span& span, std::size_t first, Pen& pen);
+    void addGaps(const Span& span, std::size_t first, Pen& pen);
     template <bool notesGaps>
     [[nodiscard]] Outcome addLine(std::span<const std::uint32_t> spans, Pen& pen);
     void appendWithBlanks(const Pen& pen, std::u32string& out);
@@ -51,8 +55,9 @@ private:
     const Page& page_;
     const Orientation& orientation_;
     // The first ones of these are those of the line.
-    std::vector<char32_t> characters_;  ///< with the drawn blanks
-    std::vector<Gap> gaps_;             ///< where no blank is drawn
+    std::vector<char32_t> characters_; ///< with the drawn blanks
+    std::vector<float> gapWidths_;     ///< where no blank is drawn
+    std::vector<std::uint8_t> gapsAreBetweenLetters_;
     std::vector<std::uint32_t> places_; ///< for each gap, the index of the character behind it
     bool hadGaps_ = false; ///< whether the last line had gaps that may be blanks: the next one is likely to have some
 };

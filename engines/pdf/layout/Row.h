@@ -3,6 +3,8 @@
 
 #include "engines/pdf/layout/Line.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -10,8 +12,37 @@
 
 namespace quillow::pdf {
 
-/// Lines, one below the other, that are written with blanks between them.
-using Cell = std::vector<std::uint32_t>;
+/// Lines, one below the other, that are written with blanks between them. Most cells have few lines; these need no
+/// memory of their own.
+class Cell {
+public:
+    Cell() = default;
+    explicit Cell(std::uint32_t line) { push_back(line); }
+
+    void push_back(std::uint32_t line) {
+        if (size_ < few_.size()) {
+            few_[size_] = line;
+        } else {
+            if (size_ == few_.size()) many_.assign(few_.begin(), few_.end());
+            many_.push_back(line);
+        }
+        ++size_;
+    }
+
+    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] bool empty() const { return size_ == 0; }
+    [[nodiscard]] std::uint32_t front() const { return *begin(); }
+    [[nodiscard]] std::uint32_t operator[](std::size_t i) const { return begin()[i]; }
+    [[nodiscard]] const std::uint32_t* begin() const { return size_ <= few_.size() ? few_.data() : many_.data(); }
+    [[nodiscard]] const std::uint32_t* end() const { return begin() + size_; }
+    [[nodiscard]] std::uint32_t* begin() { return size_ <= few_.size() ? few_.data() : many_.data(); }
+    [[nodiscard]] std::uint32_t* end() { return begin() + size_; }
+
+private:
+    std::array<std::uint32_t, 3> few_{};
+    std::uint32_t size_ = 0;
+    std::vector<std::uint32_t> many_; ///< all of them, if they are not few
+};
 
 struct Row {
     std::uint32_t line = 0;  ///< the only one, if there are no cells: most rows are such

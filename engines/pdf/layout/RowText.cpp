@@ -22,12 +22,16 @@ constexpr bool isSmallOfPair(char32_t c) {
     return isOdd;
 }
 
+constexpr bool isLatinLetter(char32_t c) {
+    return isIn(c | 0x20U, 'a', 'z');
+}
+
 constexpr bool isClosing(char32_t c) {
-    return std::u32string_view(U"\"')]}»”’›」』）】〉》").find(c) != std::u32string_view::npos;
+    return !isLatinLetter(c) && std::u32string_view(U"\"')]}»”’›」』）】〉》").find(c) != std::u32string_view::npos;
 }
 
 constexpr bool isSentenceEnd(char32_t c) {
-    return std::u32string_view(U".!?:;…。．！？：؟۔।॥։").find(c) != std::u32string_view::npos;
+    return !isLatinLetter(c) && std::u32string_view(U".!?:;…。．！？：؟۔।॥։").find(c) != std::u32string_view::npos;
 }
 
 constexpr bool isOpening(char32_t c) {
@@ -35,12 +39,13 @@ constexpr bool isOpening(char32_t c) {
 }
 
 constexpr bool isBullet(char32_t c) {
-    return std::u32string_view(U"•‣◦▪▫●○■□◆◇►▶➢➤✓✔✗❖·∙–—-*").find(c) != std::u32string_view::npos;
+    return !isLatinLetter(c) && std::u32string_view(U"•‣◦▪▫●○■□◆◇►▶➢➤✓✔✗❖·∙–—-*").find(c) != std::u32string_view::npos;
 }
 
 } // namespace
 
 bool isSetSolid(char32_t c) {
+    if (c < 0x0E00) return false;
     return isIn(c, 0x0E00, 0x0EFF) || isIn(c, 0x1000, 0x109F) || isIn(c, 0x1780, 0x17FF) || isIn(c, 0x3000, 0x30FF) ||
            isIn(c, 0x3400, 0x4DBF) || isIn(c, 0x4E00, 0x9FFF) || isIn(c, 0xF900, 0xFAFF) || isIn(c, 0xFF01, 0xFF60) ||
            isIn(c, 0x20000, 0x3FFFF);
@@ -105,8 +110,8 @@ ListSign listSignOf(std::u32string_view text) {
     while (end < text.size() && end - begin < kMostDigits && isDigit(text[end]))
         ++end;
     if (end == begin) {
-        while (end < text.size() && end - begin < kMostNumerals &&
-               std::u32string_view(U"ivx").find(text[end]) != std::u32string_view::npos)
+        const auto isNumeral = [](char32_t c) { return c == 'i' || c == 'v' || c == 'x'; };
+        while (end < text.size() && end - begin < kMostNumerals && isNumeral(text[end]))
             ++end;
         if (end == begin && isIn(text[end] | 0x20U, 'a', 'z')) ++end;
     }

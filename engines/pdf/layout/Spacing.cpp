@@ -35,7 +35,7 @@ using Histogram = std::array<std::uint32_t, kBins>;
 
 std::size_t binOf(float gap) {
     const float bin = (gap - kFirst) / kBin;
-    return static_cast<std::size_t>(std::clamp(bin, 0.0F, static_cast<float>(kBins - 1)));
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(std::clamp(bin, 0.0F, static_cast<float>(kBins - 1))));
 }
 
 float middleOf(std::size_t bin) {
@@ -115,21 +115,22 @@ float thresholdNear(const Histogram& histogram, std::size_t count, float spacing
 
 } // namespace
 
-float blankThreshold(std::span<const Gap> gaps, float drawnBlank) {
+float blankThreshold(const Gaps& gaps, float drawnBlank) {
     const float usual = drawnBlank > 0 ? std::clamp(kShareOfDrawn * drawnBlank, kUsual, kUsualBesideDrawn) : kUsual;
-    if (gaps.size() < kLeastGaps) return usual;
-    Histogram letters{};
+    const std::size_t count = gaps.widths.size();
+    if (count < kLeastGaps) return usual;
+    std::array<Histogram, 2> histograms{}; // of other gaps, and of those between letters
     std::size_t letterCount = 0;
-    for (const Gap& gap : gaps) {
-        if (!gap.isBetweenLetters) continue;
-        ++letters[binOf(gap.width)];
-        ++letterCount;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint8_t isBetweenLetters = gaps.areBetweenLetters[i];
+        ++histograms[isBetweenLetters][binOf(gaps.widths[i])];
+        letterCount += isBetweenLetters;
     }
+    auto& [all, letters] = histograms;
     const float spacing = letterCount < kLeastGaps ? 0 : std::max(letterSpacing(letters, letterCount), -kKerning);
-    Histogram histogram = letters;
-    for (const Gap& gap : gaps)
-        if (!gap.isBetweenLetters) ++histogram[binOf(gap.width)];
-    return thresholdNear(histogram, gaps.size(), spacing, usual);
+    for (std::size_t bin = 0; bin < kBins; ++bin)
+        all[bin] += letters[bin];
+    return thresholdNear(all, count, spacing, usual);
 }
 
 } // namespace quillow::pdf

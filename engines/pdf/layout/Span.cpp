@@ -79,6 +79,15 @@ private:
         span.run = index;
         const float start = span.start;
         const float wide = kWideGap * run.fontSize;
+        if (const GlyphScan scan = scanGlyphs(page_, run, start, span.size, wide); scan.isWhole) {
+            span.firstGlyph = run.firstGlyph;
+            span.glyphCount = run.glyphCount;
+            span.left = start + page_.glyphs[run.firstGlyph].offset;
+            span.right = scan.right;
+            span.letters = scan.letters;
+            orientation.spans.push_back(span);
+            return;
+        }
         const std::span glyphs = std::span(page_.glyphs).subspan(run.firstGlyph, run.glyphCount);
         std::size_t first = 0; // of the span
         float spanLeft = start + std::min(glyphs[0].offset, glyphs[0].offset + glyphs[0].width);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "engines/pdf/content/Page.h"
+#include "engines/pdf/layout/GlyphScan.h"
 
 #include <cstdint>
 #include <vector>
@@ -30,6 +31,7 @@ struct Span {
     float bottom = 0; ///< of the letters: a descent below the baseline
     float top = 0;    ///< of the letters: about the height of a capital
     float size = 0;
+    LetterFacts letters;
 
     [[nodiscard]] float height() const { return top - bottom; }
 };

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 namespace quillow::pdf {
@@ -183,12 +184,18 @@ private:
         std::size_t singles = 0;
         std::size_t multiples = 1;
         float size = bands_[begin].size;
-        events_.clear();
-        addEvents(bands_[begin]);
-        const auto stripesSoFar = [&] {
-            work_ += events_.size();
-            return freeStripes(events_, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size).size();
+        std::size_t lines = 0;
+        coverage_.reset(crossingIn(std::min(kMostBands, bands_.size() - begin)));
+        const auto add = [&](const Band& band) {
+            lines += band.lines.size();
+            for (const std::uint32_t line : band.lines)
+                coverage_.add(lines_[line].left, lines_[line].right);
         };
+        const auto stripesSoFar = [&] {
+            work_ += 2 * lines;
+            return coverage_.stripeCount(crossingIn(multiples), kLeastStripe * size);
+        };
+        add(bands_[begin]);
         std::size_t columns = stripesSoFar();
         for (std::size_t i = begin + 1; i < bands_.size() && i - begin < kMostBands; ++i) {
             if (gapBetween(bands_[i - 1], bands_[i]) > kMostLeading) break;
@@ -198,7 +205,7 @@ private:
             }
             ++multiples;
             size = std::max(size, bands_[i].size);
-            addEvents(bands_[i]);
+            add(bands_[i]);
             const std::size_t now = stripesSoFar();
             if (now == 0 || (now < columns && columns > 1 && now < bands_[i].lines.size() - 1)) break;
             columns = now;
@@ -273,38 +280,36 @@ private:
         return false;
     }
 
-    /// Adds the ends of a band's lines to the sorted events.
-    void addEvents(const Band& band) {
-        const auto add = [this](Edge event) {
-            events_.insert(std::upper_bound(events_.begin(), events_.end(), event), event);
-        };
-        for (const std::uint32_t line : band.lines) {
-            add({lines_[line].left, 1});
-            add({lines_[line].right, -1});
-        }
+    /// How many lines of so many bands may reach over a stripe.
+    [[nodiscard]] static std::size_t crossingIn(std::size_t multiples) {
+        return static_cast<std::size_t>(kCrossingShare * static_cast<float>(multiples));
     }
 
     /// The free stripes between the columns of some bands.
-    [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) const {
-        std::vector<Edge> events;
+    [[nodiscard]] std::vector<Stripe> stripesOf(std::size_t begin, std::size_t end) {
         std::size_t multiples = 0;
+        std::size_t lines = 0;
         float size = 0;
         for (std::size_t i = begin; i < end; ++i) {
             if (!bands_[i].isMultiple()) continue;
             ++multiples;
             size = std::max(size, bands_[i].size);
-            work_ += bands_[i].lines.size();
-            for (const std::uint32_t line : bands_[i].lines) {
-                events.emplace_back(lines_[line].left, 1);
-                events.emplace_back(lines_[line].right, -1);
-            }
+            lines += bands_[i].lines.size();
         }
-        std::sort(events.begin(), events.end());
-        return freeStripes(events, kCrossingShare * static_cast<float>(multiples), kLeastStripe * size);
+        work_ += lines;
+        const std::size_t crossing = crossingIn(multiples);
+        Coverage coverage(crossing);
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!bands_[i].isMultiple()) continue;
+            for (const std::uint32_t line : bands_[i].lines)
+                coverage.add(lines_[line].left, lines_[line].right);
+        }
+        return coverage.stripes(crossing, kLeastStripe * size);
     }
 
     /// Whether the bands of a region are rows of a table, and not columns of text or a list.
-    [[nodiscard]] bool isTable(std::size_t begin, std::size_t end) const {
+    [[nodiscard]] bool isTable(std::size_t begin, std::size_t end) {
+        if (isNumeric_.empty()) isNumeric_.resize(texts_.size());
         const std::vector<Stripe> stripes = stripesOf(begin, end);
         if (stripes.empty()) return false;
         const std::size_t columns = stripes.size() + 1;
@@ -323,7 +328,7 @@ private:
                 ++cells[column];
                 prose[column] += texts_[line].size() > kProse ? 1 : 0;
                 labels[column] += isListLabel(texts_[line]) ? 1 : 0;
-                numeric += countsOf(texts_[line]).isNumeric() ? 1 : 0;
+                numeric += isNumeric(line) ? 1 : 0;
             }
         }
         if (multiples < 2) return false;
@@ -355,6 +360,12 @@ private:
                          "a table of two columns: needs numbers in a quarter of the cells, or rulings");
         return judge(multiples >= 3 || ruled || 3 * numeric >= all,
                      "a table of aligned columns: needs three rows, rulings, or numbers in a third of the cells");
+    }
+
+    /// Remembers it: many regions have the same lines.
+    [[nodiscard]] bool isNumeric(std::uint32_t line) {
+        if (!isNumeric_[line]) isNumeric_[line] = countsOf(texts_[line]).isNumeric();
+        return *isNumeric_[line];
     }
 
     void note(bool isAccepted, std::size_t begin, std::size_t end, std::string_view reason,
@@ -436,9 +447,10 @@ private:
     std::vector<bool> isTaken_;            ///< lines of ruled and of tagged tables
     std::vector<std::uint32_t> bandLines_; ///< the lines of the bands
     std::vector<Band> bands_;
-    std::vector<Edge> events_; ///< of a growing region: where lines begin (1) and end (-1)
+    std::vector<std::optional<bool>> isNumeric_; ///< whether the text of a line is, as far as it is known
+    Coverage coverage_{0};                       ///< of a growing region
     std::vector<Table> tables_;
-    mutable std::size_t work_ = 0; ///< lines that the search for stripes has looked at
+    std::size_t work_ = 0; ///< lines that the search for stripes has looked at
 };
 
 } // namespace

@@ -87,7 +87,7 @@ private:
                 candidate.cells.try_emplace({part.cell.row, part.cell.column}, rowOf(box, index));
             Row& row = cell->second;
             if (isNew) {
-                row.cells.push_back({index});
+                row.cells.emplace_back(index);
                 continue;
             }
             row.cells.front().push_back(index);

@@ -1,10 +1,13 @@
 #include "engines/pdf/content/ContentScanner.h"
 
 #include "engines/pdf/content/ContentBuffer.h"
+#include "text/Ascii.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace quillow::pdf {
 namespace {
@@ -20,7 +23,6 @@ std::string shown(const Operand& operand, const Operands& operands) {
     case Operand::Kind::name: return '/' + std::string(operand.view());
     case Operand::Kind::plainString: return '(' + std::string(operand.view()) + ')';
     case Operand::Kind::escapedString: return "\\(" + std::string(operand.view()) + ')';
-    case Operand::Kind::hexString: return '<' + std::string(operand.view()) + '>';
     case Operand::Kind::dictionary: return "<<" + std::string(operand.view()) + ">>";
     case Operand::Kind::other: return "?";
     case Operand::Kind::array: break;
@@ -69,13 +71,13 @@ TEST(PdfContentScanner, readsEachKindOfToken) {
              Case{"1 -2 +3 .5 -.5 4. 0.25 Td", "1 -2 3 0.5 -0.5 4 0.25 Td|"},
              Case{"/F1 12 Tf", "/F1 12 Tf|"},
              Case{"/ gs", "/ gs|"},
-             Case{"/A#20B/C(d)<41>Tj", "/A#20B /C (d) <41> Tj|"},
+             Case{"/A#20B/C(d)<41>Tj", "/A#20B /C (d) (A) Tj|"},
              Case{"(a(b)c)Tj", "(a(b)c) Tj|"},
              Case{"(a\\)b)Tj", "\\(a\\)b) Tj|"},
              Case{"(a\rb)Tj", "\\(a\rb) Tj|"},
              Case{"(a\nb)Tj", "(a\nb) Tj|"},
-             Case{"()Tj<>Tj", "() Tj|<> Tj|"},
-             Case{"[(a)-120(b)<41>]TJ", "[(a) -120 (b) <41> ] TJ|"},
+             Case{"()Tj<>Tj", "() Tj|() Tj|"},
+             Case{"[(a)-120(b)<41>]TJ", "[(a) -120 (b) (A) ] TJ|"},
              Case{"[]0 d", "[] 0 d|"},
              Case{"[1 2] [3] x", "[1 2 ] [3 ] x|"},
              Case{"/P<</MCID 0/A<</B(>>)>>>>BDC", "/P <</MCID 0/A<</B(>>)>>>> BDC|"},
@@ -93,7 +95,7 @@ TEST(PdfContentScanner, toleratesDamage) {
              Case{"(abc", "(abc) "},
              Case{"(ab(c)", "(ab(c)) "},
              Case{"(abc\\", "\\(abc\\) "},
-             Case{"<41", "<41> "},
+             Case{"<41", "(A) "},
              Case{"[(a) 1", "[(a) 1 ] "},
              Case{"[(a) 1 TJ", "[(a) 1 ] TJ|"},
              Case{"[(a) 1 ET", "[(a) 1 ] ET|"},
@@ -103,7 +105,7 @@ TEST(PdfContentScanner, toleratesDamage) {
              Case{"/N", "/N "},
              Case{"-", "-0 "},
              Case{"%", ""},
-             Case{"<", "<> "},
+             Case{"<", "() "},
              Case{"<<", ""},
              Case{"/P<</A 1 BDC (b)Tj", "/P /A 1 BDC|(b) Tj|"}, // a dictionary without an end is not one
              Case{") ] } { > 1 w", "1 w|"},
@@ -128,6 +130,63 @@ TEST(PdfContentScanner, readsOddNumbers) {
         EXPECT_EQ(tokensOf(c.content), c.tokens) << c.content;
     const std::string endless = std::string(10'000, '9') + " w";
     EXPECT_EQ(tokensOf(endless).find("inf"), std::string::npos);
+}
+
+TEST(PdfContentScanner, decodesHexadecimalStrings) {
+    for (const Case& c : {
+             Case{"<4>Tj", "(@) Tj|"},
+             Case{"<4142>Tj", "(AB) Tj|"},
+             Case{"<41425>Tj", "(ABP) Tj|"},
+             Case{"<6a6B>Tj", "(jk) Tj|"},
+             Case{"<4 1>Tj", "(A) Tj|"},
+             Case{"<41 42\n43>Tj", "(ABC) Tj|"},
+             Case{"<x4(1/4%2)>Tj", "(AB) Tj|"},
+             Case{"<:g@G`4142>Tj", "(AB) Tj|"},
+             Case{"<41 42", "(AB) "},
+             Case{"<4142434", "(ABC@) "},
+             Case{"<4142434445464748>Tj", "(ABCDEFGH) Tj|"},
+             Case{"<414243444546474849>Tj", "(ABCDEFGHI) Tj|"},
+             Case{"<41424344454647484>Tj", "(ABCDEFGH@) Tj|"},
+             Case{"<4142434445464748494a4B4c4D4e4F505152>Tj", "(ABCDEFGHIJKLMNOPQR) Tj|"},
+             Case{"<4142434445464748 494a4B4c4D4e4F505152>Tj", "(ABCDEFGHIJKLMNOPQR) Tj|"},
+             Case{"<4142434445464748494a4B4c4D4e4F505152", "(ABCDEFGHIJKLMNOPQR) "},
+             Case{"[<41><4243>-1<44>]TJ<45>Tj", "[(A) (BC) -1 (D) ] TJ|(E) Tj|"},
+         })
+        EXPECT_EQ(tokensOf(c.content), c.tokens) << c.content;
+}
+
+/// Digits, other bytes and lengths in all sorts, decoded a digit at a time.
+TEST(PdfContentScanner, decodesHexadecimalStringsAsTheirDigitsSay) {
+    constexpr std::string_view kBytes = "0123456789abcdefABCDEF00112233445566778899 \n/:@GXg`({";
+    std::uint32_t random = 1;
+    for (int round = 0; round < 2000; ++round) {
+        std::string digits;
+        std::string expected;
+        int high = -1;
+        const std::size_t length = round % 70;
+        const std::size_t choices = round % 3 == 0 ? kBytes.size() : 22;
+        for (std::size_t i = 0; i < length; ++i) {
+            random = random * 1664525 + 1013904223;
+            digits += kBytes[(random >> 8) % choices];
+            const int value = text::hexValue(digits.back());
+            if (value < 0) continue;
+            if (high >= 0) expected += static_cast<char>(high << 4 | value);
+            high = high < 0 ? value : -1;
+        }
+        if (high >= 0) expected += static_cast<char>(high << 4);
+        EXPECT_EQ(tokensOf('<' + digits + ">Tj"), '(' + expected + ") Tj|") << digits;
+    }
+}
+
+TEST(PdfContentScanner, countsTheBytesOfStrings) {
+    ContentBuffer buffer;
+    buffer.adopt("[<4142>1(abc)]TJ");
+    ContentScanner scanner(buffer.guarded());
+    Operands operands;
+    EXPECT_EQ(scanner.next(operands), operatorOf("TJ"));
+    EXPECT_EQ(operands.stringBytes(), 7U);
+    operands.clear();
+    EXPECT_EQ(operands.stringBytes(), 0U);
 }
 
 TEST(PdfContentScanner, keepsTheLastOperandsOfTooMany) {

@@ -24,9 +24,9 @@ TEST(PdfForm, changesNothingOutside) {
 }
 
 TEST(PdfForm, cannotUndoWhatIsOutside) {
-    EXPECT_EQ(dumpOfContent("q /F 10 Tf 2 0 0 2 0 0 cm /Artifact BMC 9 9 Td/X Do(b)Tj", kForms,
+    EXPECT_EQ(dumpOfContent("q /F 10 Tf 2 0 0 2 0 0 cm /Artifact<</Subtype/Footer>>BDC 9 9 Td/X Do(b)Tj", kForms,
                             {form("", "Q Q EMC EMC 0 50 Td(x)Tj")}),
-              "0,100 f0 20 artifact \"x\"\n18,18 f0 20 artifact \"b\"\n");
+              "0,100 f0 20 running \"x\"\n18,18 f0 20 running \"b\"\n");
 }
 
 TEST(PdfForm, hasItsOwnFontsThenThoseOfItsPage) {

@@ -16,9 +16,18 @@ TEST(PdfMarkedContent, marksBelongToTheTextInThem) {
         {"no MCID inside one", "/P<</MCID 7>>BDC/S BMC(a)Tj EMC EMC", "100,700 f0 10 #7 \"a\"\n"},
         {"senseless MCID", "/P<</MCID -7>>BDC(a)Tj EMC/P<</MCID 99999999999>>BDC(b)Tj EMC/P<</MCID/A>>BDC(c)Tj EMC",
          "100,700 f0 10 \"abc\"\n"},
-        {"artifact by BMC", "/Artifact BMC(a)Tj EMC(b)Tj", "100,700 f0 10 artifact \"a\"\n106,700 f0 10 \"b\"\n"},
-        {"artifact by BDC", "/Artifact<</Type/Pagination>>BDC(a)Tj EMC", "100,700 f0 10 artifact \"a\"\n"},
-        {"marks inside an artifact", "/Artifact BMC/P<</MCID 1>>BDC(a)Tj EMC EMC", "100,700 f0 10 #1 artifact \"a\"\n"},
+        {"running head", "/Artifact<</Type/Pagination/Subtype/Header>>BDC(a)Tj EMC(b)Tj",
+         "100,700 f0 10 running \"a\"\n106,700 f0 10 \"b\"\n"},
+        {"running foot", "/Artifact<</Subtype /Footer>>BDC(a)Tj EMC", "100,700 f0 10 running \"a\"\n"},
+        {"page number", "/Artifact<</Subtype/PageNum>>BDC(a)Tj EMC", "100,700 f0 10 running \"a\"\n"},
+        {"number of a page in court", "/Artifact<</Subtype/Bates>>BDC(a)Tj EMC", "100,700 f0 10 running \"a\"\n"},
+        {"marks inside a head", "/Artifact<</Subtype/Header>>BDC/P<</MCID 1>>BDC(a)Tj EMC EMC",
+         "100,700 f0 10 #1 running \"a\"\n"},
+        {"other artifacts", "/Artifact BMC(a)Tj EMC/Artifact<</Subtype/LineNum>>BDC(b)Tj EMC",
+         "100,700 f0 10 \"ab\"\n"},
+        {"senseless subtype", "/Artifact<</Subtype(Header)>>BDC(a)Tj EMC/Artifact<</Subtype>>BDC(b)Tj EMC",
+         "100,700 f0 10 \"ab\"\n"},
+        {"no artifact", "/P<</Subtype/Header>>BDC(a)Tj EMC", "100,700 f0 10 \"a\"\n"},
         {"EMC too many", "EMC EMC(a)Tj/P<</MCID 1>>BDC EMC EMC(b)Tj", "100,700 f0 10 \"ab\"\n"},
         {"BDC without operands", "BDC(a)Tj EMC BMC(b)Tj EMC", "100,700 f0 10 \"ab\"\n"},
         {"ReversedChars", "/ReversedChars BMC(a)Tj EMC", "100,700 f0 10 \"a\"\n"},
@@ -55,6 +64,11 @@ TEST(PdfMarkedContent, propertiesMayBeAResource) {
     EXPECT_EQ(dumpOfContent("/F 10 Tf 9 9 Td/S/M BDC(a)Tj EMC/S/N BDC(b)Tj EMC", "/Properties<</M 5 0 R>>",
                             {"<</MCID 4/ActualText<FEFF00E4>>>"}),
               "9,9 f0 10 #4 actual \"ä\"\n15,9 f0 10 \"b\"\n");
+}
+
+TEST(PdfMarkedContent, subtypeOfAnArtifactMayBeAResource) {
+    EXPECT_EQ(dumpOfContent("/F 10 Tf 9 9 Td/Artifact/M BDC(a)Tj EMC", "/Properties<</M<</Subtype/Footer>>>>"),
+              "9,9 f0 10 running \"a\"\n");
 }
 
 TEST(PdfMarkedContent, deepNestingIsOnlyCounted) {

@@ -55,9 +55,9 @@ TEST(PagePicture, hasALayerForEachKindOfThing) {
 }
 
 TEST(PagePicture, saysWhichRunsAreInvisible) {
-    const PageBuilder builder = PageBuilder().flags(kInvisible | kArtifact).text(100, 300, U"hidden");
+    const PageBuilder builder = PageBuilder().flags(kInvisible | kRunning).text(100, 300, U"hidden");
 
-    EXPECT_TRUE(holds(layer(drawn(builder.page()), "runs"), "degrees, invisible, artifact</title>"));
+    EXPECT_TRUE(holds(layer(drawn(builder.page()), "runs"), "degrees, invisible, running</title>"));
 }
 
 TEST(PagePicture, showsHowWideGapsAre) {

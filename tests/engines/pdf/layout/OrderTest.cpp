@@ -134,6 +134,26 @@ TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
     EXPECT_EQ(textOf(builder), repeated("א בג דה", 3) + repeated("סע פצ קר שת", 3));
 }
 
+/// A head of two blocks side by side above a title. The stream draws the second block behind the title.
+PageBuilder headInTwoBlocks(std::uint8_t flags, float titleBelow) {
+    PageBuilder builder;
+    builder.flags(flags).lines(10, 700, {U"Office of", U"the city"}).size(20).text(30, 688 - titleBelow, U"The title");
+    return builder.size(10).lines(90, 700, {U"Somewhere", U"12 Street", U"90000 City"});
+}
+
+TEST(PdfOrder, aBlockIsPartedWhereTheBlockBesideItEnds) {
+    EXPECT_EQ(textOf(headInTwoBlocks(0, 55)), "Office of\nthe city\nSomewhere\n12 Street\n90000 City\nThe title\n");
+}
+
+TEST(PdfOrder, aBlockIsNotPartedBetweenLinesThatAreNear) {
+    EXPECT_EQ(textOf(headInTwoBlocks(0, 35)), "Office of\nthe city\nThe title\nSomewhere\n12 Street\n90000 City\n");
+}
+
+TEST(PdfOrder, aRecogniserHasReadItsBlocksInTheirOrder) {
+    EXPECT_EQ(textOf(headInTwoBlocks(kInvisible, 55)),
+              "Office of\nthe city\nThe title\nSomewhere\n12 Street\n90000 City\n");
+}
+
 TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
