@@ -18,7 +18,7 @@ struct Limits {
     std::size_t memory = std::size_t{2} << 30;
     /// The longest text that is taken from a worker.
     std::size_t text = std::size_t{1} << 30;
-    /// Threads of a worker, which may read one document together. Fewer if the memory is too low for so many.
+    /// The most threads of a worker, which may read one document together. Fewer if the memory is too low for so many.
     unsigned threads = 1;
 };
 

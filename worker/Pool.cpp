@@ -16,45 +16,65 @@ Extraction notStarted(const std::string& why) {
     return failed(Reason::unreadable, "no process can be started to read it: " + why);
 }
 
-unsigned threadsOf(const Limits& limits) {
-    const std::size_t most = limits.memory > 0 ? limits.memory / kAddressesOfAThread : kMaximumThreads;
-    return static_cast<unsigned>(std::clamp<std::size_t>(most, 1, std::clamp(limits.threads, 1U, kMaximumThreads)));
-}
+/// PDFs of as many pages as two threads need are larger.
+constexpr std::size_t kLongPdf = std::size_t{128} << 10;
 
-LockSettings lockSettings(const Limits& limits, LandlockUse landlock) {
-    return {limits.memory, processorTime(limits), threadsOf(limits), landlock};
+unsigned allowedThreads(const Limits& limits, unsigned wanted) {
+    const std::size_t most = limits.memory > 0 ? limits.memory / kAddressesOfAThread : kMaximumThreads;
+    const unsigned allowed = std::min({wanted, limits.threads, kMaximumThreads});
+    return static_cast<unsigned>(std::clamp<std::size_t>(allowed, 1, std::max<std::size_t>(most, 1)));
 }
 
 } // namespace
 
+unsigned usefulThreads(DocumentKind kind, std::size_t size, unsigned threads) {
+    return kind == DocumentKind::pdf && size >= kLongPdf ? threads : 1;
+}
+
 Pool::Pool(WorkerProgram program, Limits limits, LandlockUse landlock)
     : limits_(limits)
-    , spawner_(std::move(program), wordsOf(lockSettings(limits, landlock))) {}
+    , landlock_(landlock)
+    , spawner_(std::move(program)) {}
 
-void Pool::prepare() {
-    auto started = spawner_.start();
+Pool::Start Pool::start(unsigned threads) {
+    return {spawner_.start(wordsOf({limits_.memory, processorTime(limits_), threads, landlock_})), threads};
+}
+
+void Pool::prepare(unsigned threads) {
+    Start started = start(allowedThreads(limits_, threads));
     const std::lock_guard lock(mutex_);
     starting_.push_back(std::move(started));
 }
 
-Pool::NewWorker Pool::take(Take which) {
-    std::future<Spawner::Started> future;
+/// The worker that was used last and has enough threads. The mutex must be locked.
+std::unique_ptr<Worker> Pool::takeIdle(unsigned threads) {
+    for (auto at = idle_.end(); at != idle_.begin();) {
+        --at;
+        if ((*at)->threads() < threads) continue;
+        std::unique_ptr<Worker> worker = std::move(*at);
+        at = idle_.erase(at);
+        if (worker->isReady()) return worker;
+    }
+    return nullptr;
+}
+
+Pool::NewWorker Pool::take(Take which, unsigned threads) {
+    std::optional<Start> starting;
     {
         const std::lock_guard lock(mutex_);
-        while (which == Take::any && !idle_.empty()) {
-            std::unique_ptr<Worker> worker = std::move(idle_.back());
-            idle_.pop_back();
-            if (worker->isReady()) return worker;
-        }
-        if (!starting_.empty()) {
-            future = std::move(starting_.back());
-            starting_.pop_back();
+        if (which == Take::any)
+            if (auto worker = takeIdle(threads)) return worker;
+        const auto enough = std::find_if(starting_.begin(), starting_.end(),
+                                         [threads](const Start& start) { return start.threads >= threads; });
+        if (enough != starting_.end()) {
+            starting = std::move(*enough);
+            starting_.erase(enough);
         }
     }
-    if (!future.valid()) future = spawner_.start();
-    Spawner::Started started = future.get();
+    if (!starting) starting = start(threads);
+    Spawner::Started started = starting->future.get();
     if (auto* const why = std::get_if<std::string>(&started)) return std::move(*why);
-    return std::make_unique<Worker>(std::move(std::get<StartedProcess>(started)));
+    return std::make_unique<Worker>(std::move(std::get<StartedProcess>(started)), starting->threads);
 }
 
 void Pool::giveBack(std::unique_ptr<Worker> worker) {
@@ -73,7 +93,7 @@ Extraction Pool::explain(const Document& document, DocumentKind kind, std::size_
 Extraction Pool::ask(const Document& document, const Question& question) {
     // A worker that was killed while idle, or that an earlier document spoiled, does not count against the document.
     for (const Take which : {Take::any, Take::unused}) {
-        NewWorker taken = take(which);
+        NewWorker taken = take(which, allowedThreads(limits_, question.options.threads));
         if (const auto* const why = std::get_if<std::string>(&taken)) return notStarted(*why);
         auto& worker = std::get<std::unique_ptr<Worker>>(taken);
         Worker::Outcome outcome = worker->read(document, question, limits_);
@@ -85,7 +105,7 @@ Extraction Pool::ask(const Document& document, const Question& question) {
 }
 
 std::variant<Isolation, std::string> Pool::isolation() {
-    NewWorker taken = take(Take::any);
+    NewWorker taken = take(Take::any, 1);
     if (auto* const why = std::get_if<std::string>(&taken)) return std::move(*why);
     auto& worker = std::get<std::unique_ptr<Worker>>(taken);
     const auto isolation = worker->isolation(Deadline(kPatienceForGreeting));

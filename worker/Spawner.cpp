@@ -6,9 +6,8 @@
 
 namespace quillow::worker {
 
-Spawner::Spawner(WorkerProgram program, std::vector<std::string> words)
-    : program_(std::move(program))
-    , words_(std::move(words)) {}
+Spawner::Spawner(WorkerProgram program)
+    : program_(std::move(program)) {}
 
 Spawner::~Spawner() {
     {
@@ -19,18 +18,18 @@ Spawner::~Spawner() {
     if (thread_.joinable()) thread_.join();
 }
 
-std::future<Spawner::Started> Spawner::start() {
-    std::promise<Started> promise;
-    std::future<Started> future = promise.get_future();
+std::future<Spawner::Started> Spawner::start(std::vector<std::string> words) {
+    Order order{std::move(words), {}};
+    std::future<Started> future = order.promise.get_future();
     {
         const std::lock_guard lock(mutex_);
         if (hasThread()) {
-            waiting_.push_back(std::move(promise));
+            waiting_.push_back(std::move(order));
             changed_.notify_one();
             return future;
         }
     }
-    promise.set_value(startProcess(program_, words_));
+    order.promise.set_value(startProcess(program_, order.words));
     return future;
 }
 
@@ -48,13 +47,13 @@ void Spawner::work() {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
         if (isEnding_) return;
-        std::promise<Started> promise = std::move(waiting_.front());
+        Order order = std::move(waiting_.front());
         waiting_.pop_front();
         lock.unlock();
         try {
-            promise.set_value(startProcess(program_, words_));
+            order.promise.set_value(startProcess(program_, order.words));
         } catch (...) {
-            promise.set_exception(std::current_exception());
+            order.promise.set_exception(std::current_exception());
         }
     }
 }

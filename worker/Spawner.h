@@ -19,24 +19,28 @@ class Spawner {
 public:
     using Started = std::variant<StartedProcess, std::string>;
 
-    Spawner(WorkerProgram program, std::vector<std::string> words);
+    explicit Spawner(WorkerProgram program);
     Spawner(const Spawner&) = delete;
     Spawner& operator=(const Spawner&) = delete;
     ~Spawner();
 
-    /// Begins the start of a worker. If the system gives no thread, the caller's thread starts it.
-    [[nodiscard]] std::future<Started> start();
+    /// Begins the start of a worker with the words. If the system gives no thread, the caller's thread starts it.
+    [[nodiscard]] std::future<Started> start(std::vector<std::string> words);
 
 private:
     /// Makes the thread if there is none yet. Call it under the lock.
     [[nodiscard]] bool hasThread();
     void work();
 
+    struct Order {
+        std::vector<std::string> words;
+        std::promise<Started> promise;
+    };
+
     const WorkerProgram program_;
-    const std::vector<std::string> words_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<std::promise<Started>> waiting_;
+    std::deque<Order> waiting_;
     bool isEnding_ = false;
     std::thread thread_;
 };

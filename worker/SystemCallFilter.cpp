@@ -112,8 +112,8 @@ void allowWaitingForThreads(Program& program) {
     program.skipUnless(__NR_futex, 9);
     program.loadArgument(1);
     program.keep(~static_cast<std::uint32_t>(FUTEX_PRIVATE_FLAG | FUTEX_CLOCK_REALTIME));
-    for (const std::uint32_t operation : {FUTEX_WAIT, FUTEX_WAKE, FUTEX_WAIT_BITSET}) {
-        program.skipUnless(operation, 1);
+    for (const int operation : {FUTEX_WAIT, FUTEX_WAKE, FUTEX_WAIT_BITSET}) {
+        program.skipUnless(static_cast<std::uint32_t>(operation), 1);
         program.allow();
     }
     program.kill();

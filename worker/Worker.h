@@ -24,9 +24,11 @@ struct Document {
 
 class Worker {
 public:
-    explicit Worker(StartedProcess started)
+    /// `threads` are those that the process was started with.
+    explicit Worker(StartedProcess started, unsigned threads = 1)
         : process_(std::move(started.process))
-        , channel_(std::move(started.channel)) {}
+        , channel_(std::move(started.channel))
+        , threads_(threads) {}
 
     enum class Fate {
         usable,  ///< the worker takes the next document
@@ -48,6 +50,7 @@ public:
     /// True if the worker has read so many documents, or for so long, that a new one should take its place.
     [[nodiscard]] bool isWornOut(const Limits& limits) const;
     [[nodiscard]] pid_t process() const { return process_.number(); }
+    [[nodiscard]] unsigned threads() const { return threads_; }
 
 private:
     [[nodiscard]] Channel::Result receiveGreeting(const Deadline& deadline);
@@ -57,6 +60,7 @@ private:
 
     Process process_;
     Channel channel_;
+    unsigned threads_;
     std::optional<Isolation> isolation_;
     unsigned documents_ = 0;
     std::chrono::steady_clock::duration used_{};

@@ -25,13 +25,15 @@ IsolatedEngine::IsolatedEngine()
     : IsolatedEngine(worker::findWorkerProgram(), allCores()) {}
 
 IsolatedEngine::IsolatedEngine(std::optional<std::string> workerProgram, worker::Limits limits) {
-    options_.threads = limits.threads;
+    threads_ = limits.threads;
     if (workerProgram) pool_.emplace(worker::WorkerProgram{std::move(*workerProgram)}, limits);
 }
 
 Extraction IsolatedEngine::extract(std::span<const std::byte> bytes, DocumentKind kind) {
     if (!pool_) return failed(Reason::unreadable, kNoProgram);
-    return pool_->read({bytes}, kind, options_);
+    Options options;
+    options.threads = worker::usefulThreads(kind, bytes.size(), threads_);
+    return pool_->read({bytes}, kind, options);
 }
 
 std::string IsolatedEngine::isolationLine() {

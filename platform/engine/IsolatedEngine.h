@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::string isolationLine();
 
 private:
-    Options options_;
+    unsigned threads_ = 1;
     std::optional<worker::Pool> pool_;
 };
 

@@ -298,13 +298,40 @@ TEST(Pool, aWorkerWithLittleMemoryHasFewThreads) {
     limits.memory = 3 * kAddressesOfAThread;
     EXPECT_EQ(threadsThatRead(limits, 3), "3\n");
     Pool pool({kAttackWorker}, limits);
+    pool.prepare(kMaximumThreads);
     EXPECT_EQ(read(pool, kDocument), "text\n");
     const std::filesystem::directory_iterator tasks("/proc/" + std::to_string(pool.idleWorkers().at(0)) + "/task");
     EXPECT_EQ(std::distance(begin(tasks), end(tasks)), 3);
 }
 
+TEST(Pool, aWorkerWithMoreThreadsServesADocumentThatNeedsOne) {
+    Pool pool({kAttackWorker}, withThreads(3));
+    Options options;
+    options.threads = 3;
+    static_cast<void>(pool.read(inMemory("attack:threads"), DocumentKind::rtf, options));
+    const std::vector<pid_t> before = pool.idleWorkers();
+    EXPECT_EQ(read(pool, kDocument), "text\n");
+    EXPECT_EQ(pool.idleWorkers(), before);
+}
+
+TEST(Pool, aWorkerWithTooFewThreadsWaitsForAnotherDocument) {
+    Pool pool({kAttackWorker}, withThreads(3));
+    static_cast<void>(read(pool, kDocument));
+    Options options;
+    options.threads = 3;
+    EXPECT_EQ(pool.read(inMemory("attack:threads"), DocumentKind::rtf, options).text, "3\n");
+    EXPECT_EQ(pool.idleWorkers().size(), 2U);
+}
+
+TEST(Pool, onlyLongPdfsGainBySeveralThreads) {
+    EXPECT_EQ(usefulThreads(DocumentKind::pdf, std::size_t{10} << 20, 4), 4U);
+    EXPECT_EQ(usefulThreads(DocumentKind::pdf, 1000, 4), 1U);
+    EXPECT_EQ(usefulThreads(DocumentKind::html, std::size_t{10} << 20, 4), 1U);
+}
+
 TEST(Pool, noThreadOfAWorkerHasRights) {
     Pool pool({kWorker}, withThreads(3));
+    pool.prepare(3);
     static_cast<void>(read(pool, kDocument));
     int threads = 0;
     for (const auto& task :
