@@ -221,8 +221,8 @@ void TextWriter::addCharacters(std::u32string_view text) {
         std::copy(text.begin(), text.end(), characters_.data() + characterCount_) - characters_.data());
 }
 
-/// Adds the glyphs of the codes that begin in [p, stop), for which the batch has room. The string ends at `end`. Returns
-/// the place behind the last code.
+/// Adds the glyphs of the codes that begin in [p, stop), for which the batch has room. The string ends at `end`.
+/// Returns the place behind the last code.
 template <bool isVertical, Font::Codes codes>
 [[gnu::always_inline]] inline const char* TextWriter::writeGlyphs(Font& font, const char* p, const char* stop,
                                                                   const char* end, Pen& pen) {
