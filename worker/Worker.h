@@ -67,8 +67,8 @@ private:
 };
 
 /// A worker reads at most so many documents, so that one that a document has taken over without a trace does not meet
-/// all later ones. A start in a hundred costs 10 µs a document.
-inline constexpr unsigned kDocumentsPerWorker = 100;
+/// all later ones. A start in a thousand costs 1 µs a document.
+inline constexpr unsigned kDocumentsPerWorker = 1000;
 
 /// The processor time after which the system ends a worker, in seconds. The wall clock of its parent comes first.
 [[nodiscard]] unsigned processorTime(const Limits& limits);
