@@ -141,7 +141,7 @@ Outcome Worker::brokenOff(Channel::Result result, const Limits& limits, bool has
     if (result == Channel::Result::late) return late(limits);
     if (result == Channel::Result::unstarted) return {Fate::unbegun, {}};
     const auto status = process_.status();
-    // Whoever killed it may have done so before it began. A document that uses up the memory of the system does it again.
+    // Whoever killed it may have done so before it began. A document that uses up the system's memory does it again.
     if (status && WIFSIGNALED(*status) && WTERMSIG(*status) == SIGKILL && documents_ > 0) return {Fate::unbegun, {}};
     if (status && WIFSIGNALED(*status)) return endedBy(WTERMSIG(*status), limits, hasFile);
     return ended(Reason::crashed, "its reader ended without an answer");
