@@ -190,8 +190,9 @@ TEST(PdfOperators, noOtherOperatorIsKnown) {
 }
 
 TEST(PdfContentScanner, countsTheBytesOfStrings) {
+    const std::string content = "[<4142>1(abc)]TJ";
     ContentBuffer buffer;
-    buffer.adopt("[<4142>1(abc)]TJ");
+    buffer.append(content);
     ContentScanner scanner(buffer.guarded());
     Operands operands;
     EXPECT_EQ(scanner.next(operands), operatorOf("TJ"));
