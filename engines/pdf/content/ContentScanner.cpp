@@ -244,7 +244,9 @@ const char* ContentScanner::pushArray(const char* p, Operands& operands) {
     const std::size_t first = operands.itemCount();
     std::size_t bytes = 0;
     char* decoded = roomForDecoded(p, operands);
-    auto [item, itemsEnd] = operands.itemRoom();
+    const auto room = operands.itemRoom();
+    Operand* item = room.next;
+    Operand* itemsEnd = room.end;
     const auto add = [&](const Operand& operand) {
         if (item == itemsEnd) [[unlikely]] {
             const auto [next, end] = operands.moreItemRoom(item);
