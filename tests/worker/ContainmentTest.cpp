@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(answers, Containment,
 
 #if !defined(__SANITIZE_ADDRESS__) // its runtime needs to write
 TEST(Containment, aDocumentsDescriptorCannotBeWritten) {
-    const std::string path = testing::TempDir() + "attacked-document";
+    const std::string path = testing::TempDir() + "attacked-document-" + std::to_string(::getpid());
     const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     constexpr std::string_view kDocument = "attack:write-document with bytes";
     ASSERT_EQ(::write(file, kDocument.data(), kDocument.size()), static_cast<ssize_t>(kDocument.size()));

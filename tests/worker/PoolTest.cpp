@@ -9,6 +9,8 @@
 
 #include <atomic>
 #include <fstream>
+#include <limits>
+#include <string>
 #include <thread>
 
 namespace quillow::worker {
@@ -41,7 +43,7 @@ TEST(Pool, readsADocumentInMemory) {
 }
 
 TEST(Pool, readsADocumentFromADescriptor) {
-    const std::string path = testing::TempDir() + "worker-document.rtf";
+    const std::string path = testing::TempDir() + "worker-document-" + std::to_string(::getpid());
     std::ofstream(path) << kDocument;
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     Pool pool({kWorker});
@@ -59,7 +61,7 @@ TEST(Pool, readsADocumentThatFillsTheChannelManyTimes) {
 
 #if !defined(__SANITIZE_ADDRESS__) // its runtime handles the signal
 TEST(Pool, aFileThatBecomesShorterMeanwhileIsUnreadable) {
-    const std::string path = testing::TempDir() + "truncated-document";
+    const std::string path = testing::TempDir() + "truncated-document-" + std::to_string(::getpid());
     std::ofstream(path) << "x";
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     Pool pool({kWorker});
@@ -169,6 +171,21 @@ TEST(Pool, aParentThatIgnoresTheEndOfChildrenStillGetsTexts) {
               0);
 }
 
+/// Waits until the process has used so much of the processor that it must be in a loop.
+void waitForLoop(pid_t process) {
+    constexpr unsigned long kTicks = 3; // an ordinary document takes none
+    for (unsigned long ticks = 0; ticks < kTicks;) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        std::ifstream status("/proc/" + std::to_string(process) + "/stat");
+        status.ignore(std::numeric_limits<std::streamsize>::max(), ')');
+        constexpr int kFieldsBefore = 11; // state to cmajflt; then utime
+        std::string field;
+        for (int i = 0; i < kFieldsBefore; ++i)
+            status >> field;
+        ASSERT_TRUE(status >> ticks);
+    }
+}
+
 TEST(Pool, noWorkerOutlivesItsParent) {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
@@ -185,6 +202,7 @@ TEST(Pool, noWorkerOutlivesItsParent) {
     }
     pid_t worker = -1;
     ASSERT_EQ(::read(ends[0], &worker, sizeof worker), static_cast<ssize_t>(sizeof worker));
+    waitForLoop(worker);
     // Orphans become children of this process, so that their end can be seen.
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);
     ::kill(parent, SIGKILL);

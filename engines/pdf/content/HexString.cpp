@@ -43,9 +43,17 @@ const char* decodePairs(const char* p, char*& to) {
 
 const char* decodeOtherHex(const char* p, const char* end, char*& to) {
     p = decodePairs(p, to);
+    const char* const rest = p;
+    while (*p != '>')
+        ++p;
+    to = decodeLooseHex({rest, p}, to);
+    return p < end ? p : end;
+}
+
+char* decodeLooseHex(std::string_view digits, char* to) {
     int high = -1;
-    for (; *p != '>'; ++p) {
-        const int digit = text::hexValue(*p);
+    for (const char c : digits) {
+        const int digit = text::hexValue(c);
         if (digit < 0) continue;
         if (high < 0) {
             high = digit;
@@ -55,7 +63,7 @@ const char* decodeOtherHex(const char* p, const char* end, char*& to) {
         }
     }
     if (high >= 0) *to++ = static_cast<char>(high << 4);
-    return p < end ? p : end;
+    return to;
 }
 
 } // namespace quillow::pdf

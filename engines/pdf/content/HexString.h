@@ -5,6 +5,7 @@
 #include "text/ByteBlock.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace quillow::pdf {
 
@@ -23,6 +24,10 @@ inline constexpr std::size_t kHexOverhang = 16;
 
 /// The same for the rest of a string after some bytes.
 [[nodiscard]] const char* decodeOtherHex(const char* p, const char* end, char*& to);
+
+/// Writes the bytes of digits that may have anything between them, and returns the place behind them. An odd digit is
+/// followed by a 0.
+[[nodiscard]] char* decodeLooseHex(std::string_view digits, char* to);
 
 /// Strings of one byte, between the numbers of a TJ, are so frequent that they are worth a way of their own.
 inline const char* decodeHexString(const char* p, const char* end, char*& to) {

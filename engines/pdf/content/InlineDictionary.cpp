@@ -1,8 +1,8 @@
 #include "engines/pdf/content/InlineDictionary.h"
 
 #include "engines/pdf/content/ContentScanner.h"
+#include "engines/pdf/content/HexString.h"
 #include "engines/pdf/syntax/Lexer.h"
-#include "text/Ascii.h"
 
 #include <limits>
 
@@ -10,39 +10,10 @@ namespace quillow::pdf {
 
 namespace {
 
-int digitOf(char byte) {
-    return text::kHexValues[static_cast<std::uint8_t>(byte)];
-}
-
-/// Writes the bytes of digits that may have anything between them. An odd digit is followed by a 0 (7.3.4.3).
-char* writeOddHex(std::string_view raw, char* to) {
-    int high = -1;
-    for (const char byte : raw) {
-        const int digit = digitOf(byte);
-        if (digit < 0) continue;
-        if (high < 0) {
-            high = digit;
-        } else {
-            *to++ = static_cast<char>(high << 4 | digit);
-            high = -1;
-        }
-    }
-    if (high >= 0) *to++ = static_cast<char>(high << 4);
-    return to;
-}
-
 void appendHex(std::string_view raw, text::ByteBuffer& out) {
     const std::size_t at = out.size();
     out.resize(at + raw.size() / 2 + 1);
-    char* to = out.data() + at;
-    const char* p = raw.data();
-    const char* const end = p + raw.size();
-    for (; end - p >= 2; p += 2) {
-        const int byte = digitOf(p[0]) << 4 | digitOf(p[1]);
-        if (byte < 0) break;
-        *to++ = static_cast<char>(byte);
-    }
-    to = writeOddHex({p, static_cast<std::size_t>(end - p)}, to);
+    const char* const to = decodeLooseHex(raw, out.data() + at);
     out.resize(static_cast<std::size_t>(to - out.data()));
 }
 

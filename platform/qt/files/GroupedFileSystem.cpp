@@ -23,8 +23,11 @@ void finish(std::vector<UnnamedFile>& files) {
     const bool isTogether = files.size() > 1 && files.front().syncAll();
     for (UnnamedFile& file : files) {
         const bool isOnDisk = (isTogether && file.isSyncedWith(files.front())) || file.sync();
-        // deliberate: a failed write is not detected.
-        static_cast<void>(isOnDisk && file.place());
+        try {
+            // deliberate: a failed write is not detected.
+            static_cast<void>(isOnDisk && file.place());
+        } catch (const std::bad_alloc&) { // for a path; as after a failed write, the file gets no name
+        }
     }
     files.back().syncFolder();
 }
@@ -73,6 +76,8 @@ bool GroupedFileSystem::hasThread() {
         if (!thread_.joinable()) thread_ = startThread_([this] { work(); });
     } catch (const std::system_error&) {
         return false;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
     return true;
 }
@@ -86,7 +91,7 @@ void GroupedFileSystem::work() {
         lock.unlock();
         try {
             finish(group);
-        } catch (const std::bad_alloc&) { // for a path; the files that are left keep no name, as after a failed write
+        } catch (const std::bad_alloc&) { // for the path of the folder; the system soon syncs it by itself
         }
         lock.lock();
         unnamed_.erase(unnamed_.begin(), unnamed_.begin() + static_cast<std::ptrdiff_t>(group.size()));

@@ -167,6 +167,15 @@ std::string longDocument(std::size_t pages, std::size_t damaged) {
     return builder.table().bytes();
 }
 
+TEST(Reader, aRepairedDocumentSaysSo) {
+    std::string document = longDocument(1, 0);
+    EXPECT_EQ(readPdf(asBytes(document), {}).detail, "");
+    document.resize(document.rfind("xref\n"));
+    const Extraction repaired = readPdf(asBytes(document), {});
+    EXPECT_EQ(repaired.reason, Reason::ok);
+    EXPECT_EQ(repaired.detail, "the file is damaged: its objects were searched for");
+}
+
 TEST(Reader, threadsChangeNothing) {
     struct Case {
         const char* what;

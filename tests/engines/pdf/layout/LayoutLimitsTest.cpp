@@ -4,8 +4,7 @@
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/PageLayout.h"
 #include "engines/pdf/layout/PageText.h"
-#include "tests/engines/pdf/layout/PageBuilder.h"
-#include "text/Utf8.h"
+#include "tests/engines/pdf/layout/PageTextOf.h"
 
 #include <gtest/gtest.h>
 
@@ -27,15 +26,6 @@ TEST(PdfLayoutLimits, lettersWithoutHeightAreWords) {
     appendPageText(page, text);
 
     EXPECT_TRUE(text == U"letters\n");
-}
-
-std::string textOf(const PageBuilder& builder) {
-    std::u32string text;
-    appendPageText(builder.page(), text);
-    std::string utf8;
-    for (const char32_t c : text)
-        text::appendUtf8(utf8, c);
-    return utf8;
 }
 
 TEST(PdfLayoutLimits, aPageHasAsManyDirectionsAsAllowed) {

@@ -1,6 +1,4 @@
-#include "engines/pdf/layout/PageText.h"
-#include "tests/engines/pdf/layout/PageBuilder.h"
-#include "text/Utf8.h"
+#include "tests/engines/pdf/layout/PageTextOf.h"
 
 #include <gtest/gtest.h>
 
@@ -8,15 +6,6 @@
 
 namespace quillow::pdf {
 namespace {
-
-std::string textOf(const PageBuilder& builder) {
-    std::u32string text;
-    appendPageText(builder.page(), text);
-    std::string utf8;
-    for (const char32_t c : text)
-        text::appendUtf8(utf8, c);
-    return utf8;
-}
 
 struct Word {
     std::u32string_view text;

@@ -1,22 +1,11 @@
 // The reading order of lines and columns.
 #include "engines/pdf/layout/MarginNotes.h"
-#include "engines/pdf/layout/PageText.h"
-#include "tests/engines/pdf/layout/PageBuilder.h"
-#include "text/Utf8.h"
+#include "tests/engines/pdf/layout/PageTextOf.h"
 
 #include <gtest/gtest.h>
 
 namespace quillow::pdf {
 namespace {
-
-std::string textOf(const PageBuilder& builder) {
-    std::u32string text;
-    appendPageText(builder.page(), text);
-    std::string utf8;
-    for (const char32_t c : text)
-        if (c != U'\n' || (!utf8.empty() && utf8.back() != '\n')) text::appendUtf8(utf8, c);
-    return utf8;
-}
 
 constexpr std::u32string_view kLeft = U"left column with running text";
 constexpr std::u32string_view kRight = U"right column of more long text";
@@ -46,8 +35,8 @@ TEST(PdfOrder, aFootDrawnFirstDoesNotMixSectionsOfTwoColumns) {
     builder.text(10, 620, U"Heading");
     prose(builder, 10, 600, kLeft, 5);
     prose(builder, 170, 600, kRight, 5);
-    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + "Heading\n" + repeated(kLeftLine, 5) +
-                                   repeated(kRightLine, 5) + "foot\n");
+    EXPECT_EQ(linesOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + "Heading\n" +
+                                    repeated(kLeftLine, 5) + repeated(kRightLine, 5) + "foot\n");
 }
 
 TEST(PdfOrder, aTableInOneColumnDoesNotReachIntoTheOther) {
@@ -59,7 +48,7 @@ TEST(PdfOrder, aTableInOneColumnDoesNotReachIntoTheOther) {
     }
     prose(builder, 10, 604, kLeft, 5);
     prose(builder, 170, 700, kRight, 13);
-    EXPECT_EQ(textOf(builder),
+    EXPECT_EQ(linesOf(builder),
               repeated(kLeftLine, 5) + repeated("1\t2\t3", 3) + repeated(kLeftLine, 5) + repeated(kRightLine, 13));
 }
 
@@ -69,7 +58,7 @@ TEST(PdfOrder, columnsDrawnLineByLineAreReadOneAfterTheOther) {
         const float y = 700.0F - 12.0F * static_cast<float>(i);
         builder.text(10, y, kLeft).text(170, y, kRight);
     }
-    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5));
+    EXPECT_EQ(linesOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5));
 }
 
 TEST(PdfOrder, threeColumnsDrawnLineByLineAreReadOneAfterTheOther) {
@@ -78,7 +67,7 @@ TEST(PdfOrder, threeColumnsDrawnLineByLineAreReadOneAfterTheOther) {
         const float y = 700.0F - 12.0F * static_cast<float>(i);
         builder.text(10, y, kLeft).text(170, y, kRight).text(335, y, kLeft);
     }
-    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + repeated(kLeftLine, 5));
+    EXPECT_EQ(linesOf(builder), repeated(kLeftLine, 5) + repeated(kRightLine, 5) + repeated(kLeftLine, 5));
 }
 
 TEST(PdfOrder, labelsBesideTextAreNotColumns) {
@@ -89,7 +78,7 @@ TEST(PdfOrder, labelsBesideTextAreNotColumns) {
         builder.text(10, y, U"term").text(60, y, U"what the term of the list means in its own long line");
         expected += "term what the term of the list means in its own long line\n";
     }
-    EXPECT_EQ(textOf(builder), expected);
+    EXPECT_EQ(linesOf(builder), expected);
 }
 
 TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
@@ -105,14 +94,14 @@ TEST(PdfOrder, aSidebarWithLinesOfItsOwnIsNotATable) {
         builder.text(200, 700.0F - 29.0F * static_cast<float>(i), U"Fact");
         right += "Fact\n";
     }
-    EXPECT_EQ(textOf(builder), left + right);
+    EXPECT_EQ(linesOf(builder), left + right);
 }
 
 TEST(PdfOrder, blocksSideBySideWithLeadingsOfTheirOwnAreNotATable) {
     PageBuilder builder;
     builder.lines(10, 700, {U"Hotel", U"44100 3", U"City", U"555 678", U"Land"}, 11.5F);
     builder.lines(200, 706, {U"Sender", U"77000 5", U"Town", U"555 901", U"Mail"}, 13);
-    EXPECT_EQ(textOf(builder), "Hotel\n44100 3\nCity\n555 678\nLand\nSender\n77000 5\nTown\n555 901\nMail\n");
+    EXPECT_EQ(linesOf(builder), "Hotel\n44100 3\nCity\n555 678\nLand\nSender\n77000 5\nTown\n555 901\nMail\n");
 }
 
 TEST(PdfOrder, aBlockDrawnAfterTheRowsBesideItIsNoColumnOfThem) {
@@ -124,14 +113,14 @@ TEST(PdfOrder, aBlockDrawnAfterTheRowsBesideItIsNoColumnOfThem) {
         expected += "Date\t10\n";
     }
     builder.text(200, 700, U"Contact").text(200, 683, U"Name").lines(200, 671.5F, {U"Phone", U"Fax", U"Mail"}, 11.5F);
-    EXPECT_EQ(textOf(builder), expected + "Contact\nName\nPhone\nFax\nMail\n");
+    EXPECT_EQ(linesOf(builder), expected + "Contact\nName\nPhone\nFax\nMail\n");
 }
 
 TEST(PdfOrder, columnsOfRightToLeftTextAreReadFromTheRight) {
     PageBuilder builder;
     prose(builder, 10, 700, U"תש רק צפ עס", 3);
     prose(builder, 170, 700, U"הד גב א", 3);
-    EXPECT_EQ(textOf(builder), repeated("א בג דה", 3) + repeated("סע פצ קר שת", 3));
+    EXPECT_EQ(linesOf(builder), repeated("א בג דה", 3) + repeated("סע פצ קר שת", 3));
 }
 
 /// A head of two blocks side by side above a title. The stream draws the second block behind the title.
@@ -142,29 +131,30 @@ PageBuilder headInTwoBlocks(std::uint8_t flags, float titleBelow) {
 }
 
 TEST(PdfOrder, aBlockIsPartedWhereTheBlockBesideItEnds) {
-    EXPECT_EQ(textOf(headInTwoBlocks(0, 55)), "Office of\nthe city\nSomewhere\n12 Street\n90000 City\nThe title\n");
+    EXPECT_EQ(linesOf(headInTwoBlocks(0, 55)), "Office of\nthe city\nSomewhere\n12 Street\n90000 City\nThe title\n");
 }
 
 TEST(PdfOrder, aBlockIsNotPartedBetweenLinesThatAreNear) {
-    EXPECT_EQ(textOf(headInTwoBlocks(0, 35)), "Office of\nthe city\nThe title\nSomewhere\n12 Street\n90000 City\n");
+    EXPECT_EQ(linesOf(headInTwoBlocks(0, 35)), "Office of\nthe city\nThe title\nSomewhere\n12 Street\n90000 City\n");
 }
 
 TEST(PdfOrder, aRecogniserHasReadItsBlocksInTheirOrder) {
-    EXPECT_EQ(textOf(headInTwoBlocks(kInvisible, 55)),
+    EXPECT_EQ(linesOf(headInTwoBlocks(kInvisible, 55)),
               "Office of\nthe city\nThe title\nSomewhere\n12 Street\n90000 City\n");
 }
 
 TEST(PdfOrder, aRunningHeadDrawnLastIsReadFirst) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 5).text(200, 740, U"Head").text(150, 30, U"foot");
-    EXPECT_EQ(textOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
+    EXPECT_EQ(linesOf(builder), "Head\n" + repeated(kLeftLine, 5) + "foot\n");
 }
 
 TEST(PdfOrder, aMarginNoteIsReadAfterTheParagraphThatItInterrupts) {
     PageBuilder builder;
     prose(builder, 10, 700, kLeft, 2).size(7).text(170, 688, U"see the").text(170, 680, U"next page").size(10);
     prose(builder, 10, 676, kLeft, 2).text(10, 652, U"It ends here.").text(22, 640, kLeft);
-    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 4) + "It ends here.\nsee the\nnext page\n" + repeated(kLeftLine, 1));
+    EXPECT_EQ(linesOf(builder),
+              repeated(kLeftLine, 4) + "It ends here.\nsee the\nnext page\n" + repeated(kLeftLine, 1));
 }
 
 TEST(PdfOrder, aMarginNoteBetweenTwoColumnsIsReadAfterBoth) {
@@ -183,33 +173,33 @@ TEST(PdfOrder, aLabelBesideItsTextStaysBeforeIt) {
     PageBuilder builder;
     prose(builder, 100, 700, kLeft, 4).text(10, 640, U"Label of").text(10, 628, U"the next");
     prose(builder, 100, 640, kLeft, 4);
-    EXPECT_EQ(textOf(builder), repeated(kLeftLine, 4) + "Label of\nthe next\n" + repeated(kLeftLine, 4));
+    EXPECT_EQ(linesOf(builder), repeated(kLeftLine, 4) + "Label of\nthe next\n" + repeated(kLeftLine, 4));
 }
 
 TEST(PdfOrder, aHiddenLayerBelowTheSameTextIsNotRepeated) {
     PageBuilder builder;
     builder.text(10, 700, U"what is seen").flags(kInvisible).text(12, 701, U"what 1s seen");
-    EXPECT_EQ(textOf(builder), "what is seen\n");
+    EXPECT_EQ(linesOf(builder), "what is seen\n");
 }
 
 TEST(PdfOrder, hiddenTextOfAPictureOnAPageWithTextStays) {
     PageBuilder builder;
     builder.text(10, 700, U"what is seen").flags(kInvisible).text(10, 600, U"in a picture");
-    EXPECT_EQ(textOf(builder), "what is seen\nin a picture\n");
+    EXPECT_EQ(linesOf(builder), "what is seen\nin a picture\n");
 }
 
 TEST(PdfOrder, aDropCapBelongsToItsWord) {
     PageBuilder builder;
     builder.size(30).text(10, 676, U"T").size(10).text(26, 690, U"his is the first line");
     builder.text(26, 678, U"beside the large letter").text(10, 664, U"and the third is below it");
-    EXPECT_EQ(textOf(builder), "This is the first line\nbeside the large letter\nand the third is below it\n");
+    EXPECT_EQ(linesOf(builder), "This is the first line\nbeside the large letter\nand the third is below it\n");
 }
 
 TEST(PdfOrder, aLargeNumberIsNotMixedWithTheLinesBesideIt) {
     PageBuilder builder;
     builder.size(30).text(10, 680, U"75%").size(10);
     builder.text(60, 694, U"of the load has").text(60, 682, U"customers nearly");
-    EXPECT_EQ(textOf(builder), "75% of the load has\ncustomers nearly\n");
+    EXPECT_EQ(linesOf(builder), "75% of the load has\ncustomers nearly\n");
 }
 
 } // namespace
