@@ -4,6 +4,7 @@
 #include "app/Configuration.h"
 #include "base/UndoManager.h"
 #include "frame/MWAppSupportUtility.h"
+#include "platform/Platform.h"
 #include "platform/Termination.h"
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/engine/IsolatedEngine.h"
@@ -30,10 +31,8 @@
 #include "platform/qt/storage/QtDefaults.h"
 #include "platform/qt/storage/QtTextUnarchiver.h"
 #include "platform/qt/windows/MainWindow.h"
-#include "platform/qt/windows/PreferencesWindow.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
-#include "platform/qt/windows/QtToolbar.h"
 #include "util/MWValueTransformer.h"
 
 namespace quillow {
@@ -67,13 +66,11 @@ struct Adapters {
     QtArchive archive{fileSystem};
     QtSystemInfo systemInfo;
     QtTimers timers;
-    QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};
     UndoManager undoManager;
     QtImageCodec imageCodec;
     QtTextUnarchiver textUnarchiver;
     ValueTransformerRegistry valueTransformers;
     MainWindow window{alerts, workspace};
-    PreferencesWindow preferences{kUpdateCheck};
     QtDocuments documents{window.window()};
     QtMenus menus{window.applicationMenu()};
     QtMenu helpMenu{window.helpMenu()};
