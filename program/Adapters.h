@@ -18,6 +18,7 @@
 #include "platform/qt/files/QtFileSystem.h"
 #include "platform/qt/files/QtWorkspace.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
+#include "platform/qt/services/FetchProcess.h"
 #include "platform/qt/services/IcuDateFormatting.h"
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "platform/qt/services/QtClock.h"
@@ -34,6 +35,8 @@
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
 #include "util/MWValueTransformer.h"
+
+#include <functional>
 
 namespace quillow {
 
@@ -88,7 +91,8 @@ struct Adapters {
     // For the update checker. The queue comes last: its downloads end before the adapters that they report to are
     // destroyed.
     MWAppSupportUtility supportUtility;
-    QtPropertyListLoader propertyListLoader;
+    FetchProcess fetch{FetchProcess::standardProgram()};
+    QtPropertyListLoader propertyListLoader{std::ref(fetch)};
     QtBackgroundQueue backgroundQueue;
 };
 

@@ -1,5 +1,5 @@
 // Property lists from real servers on this machine. Most of the servers misbehave.
-#include "platform/qt/services/QtPropertyListLoader.h"
+#include "platform/qt/network/HttpDownload.h"
 
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 
 namespace quillow {
 namespace {
@@ -22,6 +23,18 @@ const QByteArray kList = "<plist version=\"1.0\"><dict><key>LRA</key><integer>10
 const Boxed::Dictionary kDictionary{{QStringLiteral("LRA"), 10502}};
 /// A timeout in milliseconds, so long that a test fails if it waits for it.
 constexpr int kHour = 3'600'000;
+
+/// A loader that downloads in this process.
+struct DirectLoader {
+    explicit DirectLoader(int timeoutMilliseconds)
+        : download(timeoutMilliseconds) {}
+    [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const {
+        return loader.dictionaryWithContentsOfURL(url);
+    }
+
+    HttpDownload download;
+    QtPropertyListLoader loader{std::ref(download)};
+};
 
 class Loader : public testing::Test {
 protected:
@@ -35,7 +48,7 @@ protected:
     }
 
     LocalWebServer server;
-    QtPropertyListLoader loader{kHour};
+    DirectLoader loader{kHour};
 };
 
 TEST_F(Loader, readsAListInEitherForm) {
@@ -67,13 +80,13 @@ TEST_F(Loader, aClosedPortGivesNothing) {
 }
 
 TEST_F(Loader, aHostThatDoesNotExistGivesNothing) {
-    EXPECT_EQ(QtPropertyListLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
+    EXPECT_EQ(DirectLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
               std::nullopt);
 }
 
 TEST_F(Loader, aServerThatDoesNotAnswerIsGivenUp) {
     server.handle("/list", [](QTcpSocket&) {});
-    EXPECT_EQ(QtPropertyListLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
     EXPECT_EQ(server.requestCount(), 1);
 }
 
@@ -84,7 +97,7 @@ TEST_F(Loader, aServerThatDripsIsGivenUp) {
         QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write(" "); });
         timer->start(10);
     });
-    EXPECT_EQ(QtPropertyListLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatIsNoDictionaryGivesNothing) {
@@ -127,7 +140,7 @@ TEST_F(Loader, hugeHeadersAreNotWaitedFor) {
                          [&socket] { socket.write("X-Filler: " + QByteArray(1 << 12, 'x') + "\r\n"); });
         socket.write("HTTP/1.1 200 OK\r\n");
     });
-    EXPECT_EQ(QtPropertyListLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatUnpacksToMoreThanTheLimitGivesNothing) {
