@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# install-packages.sh run|test|fuzz|bench|mutants...: installs the Debian packages for building (run), testing (test),
-# fuzzing (fuzz), measuring (bench) or mutation testing (mutants). Prints nothing if no package is missing. Uses sudo if
-# it does not run as root.
+# install-packages.sh run|test|fuzz|bench|mutants|python|scale...: installs the Debian packages for building (run), testing
+# (test), fuzzing (fuzz), measuring (bench), mutation testing (mutants), the Python module and its tests (python), or the
+# tests over several machines (scale). Prints nothing if no package is missing. Uses sudo if it does not run as root.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev libdeflate-dev
@@ -14,6 +14,9 @@ fuzzing=(clang-14 libclang-rt-14-dev)
 mutating=(python3-clang-14 libgtest-dev)
 benching=(libbenchmark-dev libxml2-dev valgrind poppler-utils w3m catdoc)
 
+python=(python3-dev pybind11-dev mypy)
+scaling=(python3-distributed parallel openssh-server slurm-wlm munge)
+
 packages=("${build[@]}")
 for what in "$@"; do
     case $what in
@@ -21,6 +24,8 @@ for what in "$@"; do
         test) packages+=("${testing[@]}") ;;
         fuzz) packages+=("${fuzzing[@]}") ;;
         bench) packages+=("${benching[@]}") ;;
+        python) packages+=("${python[@]}") ;;
+        scale) packages+=("${python[@]}" "${scaling[@]}") ;;
         mutants) packages+=("${mutating[@]}") ;;
         *) echo "install-packages.sh: unknown set '$what'" >&2; exit 2 ;;
     esac
