@@ -2,6 +2,7 @@
 
 #include "base/Release.h"
 #include "platform/qt/plist/PropertyList.h"
+#include "platform/qt/services/Signature.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -11,6 +12,7 @@
 #include <QUrl>
 
 #include <memory>
+#include <utility>
 
 namespace quillow {
 
@@ -24,6 +26,8 @@ QNetworkRequest requestFor(const QUrl& url) {
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    // Qt would name the user's languages.
+    request.setRawHeader("Accept-Language", "*");
     request.setHeader(
         QNetworkRequest::UserAgentHeader,
         QStringLiteral("%1/%2").arg(QString::fromUtf16(kApplicationName), QCoreApplication::applicationVersion()));
@@ -33,8 +37,9 @@ QNetworkRequest requestFor(const QUrl& url) {
 
 } // namespace
 
-QtPropertyListLoader::QtPropertyListLoader(int timeoutMilliseconds)
-    : timeoutMilliseconds_(timeoutMilliseconds) {
+QtPropertyListLoader::QtPropertyListLoader(int timeoutMilliseconds, QByteArray publicKey)
+    : timeoutMilliseconds_(timeoutMilliseconds)
+    , publicKey_(std::move(publicKey)) {
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { stop(); });
 }
 
@@ -43,8 +48,17 @@ std::optional<Boxed::Dictionary> QtPropertyListLoader::dictionaryWithContentsOfU
     if (isStopping() || !address.isValid()) return std::nullopt;
     if (address.scheme() != u"http" && address.scheme() != u"https") return std::nullopt;
     const auto bytes = download(address);
-    const auto list = bytes ? propertyListFromData(*bytes) : std::nullopt;
+    // Nothing of a list is read before its signature was checked.
+    if (!bytes || !isGenuine(*bytes, address)) return std::nullopt;
+    const auto list = propertyListFromData(*bytes);
     return list ? list->dictionary() : std::nullopt;
+}
+
+bool QtPropertyListLoader::isGenuine(const QByteArray& bytes, QUrl url) const {
+    if (publicKey_.isEmpty()) return true;
+    url.setPath(url.path(QUrl::FullyEncoded) + QStringLiteral(".sig"), QUrl::TolerantMode);
+    const auto signature = download(url);
+    return signature && isSignatureOf(*signature, bytes, publicKey_);
 }
 
 std::optional<QByteArray> QtPropertyListLoader::download(const QUrl& url) const {
