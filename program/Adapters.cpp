@@ -30,7 +30,7 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
     , extractor(&logReason,
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
     , supportUtility(workspace, alerts, systemInfo, supportAddresses())
-    , propertyListLoader(kPropertyListTimeout, updateKey()) {
+    , propertyListLoader(std::ref(fetch), updateKey()) {
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 

@@ -63,7 +63,7 @@ class Machine:
         inside = "env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin " + " ".join(
             shlex.quote(f"{name}={value}") for name, value in options.pop("environment", {}).items())
         login = f"su {user} -s /bin/bash -c" if user != "root" else "bash -c"
-        command = f"cd ~{user} && export HOME=~{user} && {script}"
+        command = f"set -e\ncd ~{user}\nexport HOME=~{user}\n{script}"
         whole = " && ".join(mounts + [f"exec chroot {self.root} {inside} {login} {shlex.quote(command)}"])
         return run("unshare", "--mount", "--pid", "--fork", "--kill-child", "bash", "-c", whole, **options)
 
@@ -186,7 +186,7 @@ class Fresh(unittest.TestCase):
                 environment={"DISPLAY": display}, binds=["/tmp/.X11-unix"])
         finally:
             server.terminate()
-            server.wait()
+            server.communicate()
         self.assertEqual((texts / "offer-german.txt").read_bytes(), (SOURCE / "samples/expected/offer-german.rtf.txt").read_bytes())
 
 

@@ -1,5 +1,5 @@
 // Property lists from real servers on this machine. Most of the servers misbehave.
-#include "platform/qt/services/QtPropertyListLoader.h"
+#include "platform/qt/network/HttpDownload.h"
 
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 
 namespace quillow {
 namespace {
@@ -27,6 +28,19 @@ const QByteArray kSignature = QByteArray::fromHex("bc8ff66e2b8c481757f3fdbeab3e5
 /// A timeout in milliseconds, so long that a test fails if it waits for it.
 constexpr int kHour = 3'600'000;
 
+/// A loader that downloads in this process.
+struct DirectLoader {
+    explicit DirectLoader(int timeoutMilliseconds, const QByteArray& publicKey = {})
+        : download(timeoutMilliseconds)
+        , loader(std::ref(download), publicKey) {}
+    [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const {
+        return loader.dictionaryWithContentsOfURL(url);
+    }
+
+    HttpDownload download;
+    QtPropertyListLoader loader;
+};
+
 class Loader : public testing::Test {
 protected:
     [[nodiscard]] std::optional<Boxed::Dictionary> load(const QByteArray& path) const {
@@ -39,7 +53,7 @@ protected:
     }
 
     LocalWebServer server;
-    QtPropertyListLoader loader{kHour};
+    DirectLoader loader{kHour};
 };
 
 TEST_F(Loader, readsAListInEitherForm) {
@@ -71,13 +85,13 @@ TEST_F(Loader, aClosedPortGivesNothing) {
 }
 
 TEST_F(Loader, aHostThatDoesNotExistGivesNothing) {
-    EXPECT_EQ(QtPropertyListLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
+    EXPECT_EQ(DirectLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
               std::nullopt);
 }
 
 TEST_F(Loader, aServerThatDoesNotAnswerIsGivenUp) {
     server.handle("/list", [](QTcpSocket&) {});
-    EXPECT_EQ(QtPropertyListLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
     EXPECT_EQ(server.requestCount(), 1);
 }
 
@@ -88,7 +102,7 @@ TEST_F(Loader, aServerThatDripsIsGivenUp) {
         QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write(" "); });
         timer->start(10);
     });
-    EXPECT_EQ(QtPropertyListLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatIsNoDictionaryGivesNothing) {
@@ -131,7 +145,7 @@ TEST_F(Loader, hugeHeadersAreNotWaitedFor) {
                          [&socket] { socket.write("X-Filler: " + QByteArray(1 << 12, 'x') + "\r\n"); });
         socket.write("HTTP/1.1 200 OK\r\n");
     });
-    EXPECT_EQ(QtPropertyListLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatUnpacksToMoreThanTheLimitGivesNothing) {
@@ -257,7 +271,7 @@ protected:
     loadSigned(const QByteArray& signature, const QByteArray& list = kList, const QByteArray& key = kPublicKey) {
         server.answer("/list", httpAnswer("200 OK", list));
         server.answer("/list.sig", signature);
-        return QtPropertyListLoader(kHour, key).dictionaryWithContentsOfURL(server.url("/list"));
+        return DirectLoader(kHour, key).dictionaryWithContentsOfURL(server.url("/list"));
     }
 };
 
@@ -295,7 +309,7 @@ TEST_F(SignedLoader, anotherKeyGivesNothing) {
 TEST_F(SignedLoader, theSignatureIsBesideTheListWhateverItsAddress) {
     server.answer("/a%20b?c=d", httpAnswer("200 OK", kList));
     server.answer("/a%20b.sig?c=d", httpAnswer("200 OK", kSignature));
-    EXPECT_EQ(QtPropertyListLoader(kHour, kPublicKey).dictionaryWithContentsOfURL(server.url("/a%20b?c=d")),
+    EXPECT_EQ(DirectLoader(kHour, kPublicKey).dictionaryWithContentsOfURL(server.url("/a%20b?c=d")),
               kDictionary);
 }
 
