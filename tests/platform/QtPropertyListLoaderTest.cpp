@@ -1,6 +1,5 @@
 // Property lists from real servers on this machine. Most of the servers misbehave.
 #include "platform/qt/network/HttpDownload.h"
-
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
 #include "tests/platform/LocalWebServer.h"
@@ -309,8 +308,7 @@ TEST_F(SignedLoader, anotherKeyGivesNothing) {
 TEST_F(SignedLoader, theSignatureIsBesideTheListWhateverItsAddress) {
     server.answer("/a%20b?c=d", httpAnswer("200 OK", kList));
     server.answer("/a%20b.sig?c=d", httpAnswer("200 OK", kSignature));
-    EXPECT_EQ(DirectLoader(kHour, kPublicKey).dictionaryWithContentsOfURL(server.url("/a%20b?c=d")),
-              kDictionary);
+    EXPECT_EQ(DirectLoader(kHour, kPublicKey).dictionaryWithContentsOfURL(server.url("/a%20b?c=d")), kDictionary);
 }
 
 TEST_F(Loader, severalThreadsLoadAtATime) {
