@@ -13,6 +13,10 @@ namespace quillow {
 namespace {
 
 QuillowAppDelegate::UpdateMirrors updateMirrors() {
+    if constexpr (configuration::kTakesMirrorsFromTests) {
+        const QStringList mirrors = qEnvironmentVariable("QUILLOW_TEST_MIRRORS").split(u' ');
+        if (mirrors.size() == 4) return {mirrors[0], mirrors[1], mirrors[2], mirrors[3]};
+    }
     return {QString::fromUtf16(configuration::kMirrorUrl1), QString::fromUtf16(configuration::kMirrorUrl2),
             QString::fromUtf16(configuration::kMirrorUrl3), QString::fromUtf16(configuration::kMirrorUrl4)};
 }
