@@ -29,7 +29,7 @@ struct PhoneHomePorts {
     Clock& clock;
     Defaults& defaults;
     MainQueue& mainQueue;
-    PropertyListLoader& propertyListLoader;
+    const PropertyListLoader& propertyListLoader;
     Workspace& workspace;
     const MWAppSupportUtility& supportUtility;
 };

@@ -52,6 +52,7 @@ void Application::launch() {
     const bool endsWithWindow = delegate.applicationShouldTerminateAfterLastWindowClosed();
     QGuiApplication::setQuitOnLastWindowClosed(endsWithWindow || findable_ == Findable::no);
     delegate.applicationWillFinishLaunching({});
+    parts_->window().callWhenUp([this] { mainQueue_.addOperation([this] { parts_->doWhatCanWait(); }); });
     delegate.applicationDidFinishLaunching({});
     isLaunched_ = true;
     for (const auto& action : std::exchange(afterLaunch_, {}))

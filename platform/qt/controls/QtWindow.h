@@ -1,4 +1,4 @@
-// The Window port over a top-level widget. Every Window in this process is a QtWindow.
+// The Window port over a top-level widget.
 #pragma once
 
 #include "platform/Window.h"
@@ -26,7 +26,17 @@ enum class LimitKeeper {
 };
 [[nodiscard]] LimitKeeper limitKeeperOfWindowSystem();
 
-class QtWindow final : public QObject, public Window {
+/// Every Window in this process is one of these.
+class WidgetWindow : public Window {
+public:
+    [[nodiscard]] virtual QWidget& widget() const = 0;
+    /// The widget of a Window; null for null.
+    [[nodiscard]] static QWidget* of(Window* window) {
+        return window ? &static_cast<WidgetWindow*>(window)->widget() : nullptr;
+    }
+};
+
+class QtWindow final : public QObject, public WidgetWindow {
 public:
     /// The duration of an animated frame change.
     static constexpr int kAnimationMilliseconds = 150;
@@ -51,11 +61,7 @@ public:
 
     void setExcludedFromWindowsMenu(bool excluded) override;
 
-    [[nodiscard]] QWidget& widget() const { return widget_; }
-    /// The widget of a Window; null for null.
-    [[nodiscard]] static QWidget* widgetOf(Window* window) {
-        return window ? &static_cast<QtWindow*>(window)->widget() : nullptr;
-    }
+    [[nodiscard]] QWidget& widget() const override { return widget_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -185,7 +185,7 @@ void MainWindow::paintEvent(QPaintEvent* event) {
 }
 
 void MainWindow::callWhenUp(std::function<void()> handler) {
-    whenUp_ = std::move(handler);
+    whenUp_.push_back(std::move(handler));
     if (isVisible() && windowHandle() && windowHandle()->isExposed())
         tellThatItIsUp();
     else
@@ -193,7 +193,8 @@ void MainWindow::callWhenUp(std::function<void()> handler) {
 }
 
 void MainWindow::tellThatItIsUp() {
-    if (whenUp_) std::exchange(whenUp_, nullptr)();
+    for (const auto& handler : std::exchange(whenUp_, {}))
+        handler();
 }
 
 void MainWindow::setCommands(const MainWindowCommands& commands) {

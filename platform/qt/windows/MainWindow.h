@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QLabel;
 class QMenu;
@@ -74,8 +75,7 @@ public:
     [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
 
     /// Calls the handler once, when the window is on the screen: now, or at its next paint. If the window is kept off
-    /// the screen, for example on another workspace, it calls the handler after a few seconds. A second handler
-    /// replaces one that has not been called.
+    /// the screen, for example on another workspace, it calls the handler after a few seconds.
     void callWhenUp(std::function<void()> handler);
 
     /// Shows the dialog for choosing documents. The chosen documents are converted like dropped ones.
@@ -99,7 +99,7 @@ private:
     QtWindow window_{*this};
     const Workspace& workspace_;
     MainWindowCommands commands_;
-    std::function<void()> whenUp_;
+    std::vector<std::function<void()>> whenUp_;
     DropArea* dropArea_;
     ElidedLabel* destination_;
     QLabel* convertedCount_;
