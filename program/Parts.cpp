@@ -26,7 +26,7 @@ QuillowAppDelegate::UpdateMirrors updateMirrors() {
 Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::function<void()> quit)
     : adapters_(mainQueue, termination)
     , whitePanel_(adapters_.window.dropArea())
-    , dropView_(adapters_.window.dropArea()) {
+    , dropView_(adapters_.window.dropArea().innerArea()) {
     MWPhoneHome::setSharedPorts({adapters_.alerts, adapters_.backgroundQueue, adapters_.clock, adapters_.defaults,
                                  adapters_.mainQueue, adapters_.propertyListLoader, adapters_.workspace,
                                  adapters_.supportUtility});

@@ -7,6 +7,7 @@
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
 #include "platform/qt/life/TerminationSignals.h"
+#include "platform/qt/windows/LatestEntry.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
 #include "tests/fakes/FakeAlerts.h"
@@ -197,7 +198,31 @@ TEST_F(MainWindowTest, showsTheDestinationAsPlainText) {
     const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
     EXPECT_EQ(label->wholeText(), QStringLiteral("<b>/home/user/Texts</b>"));
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
-    EXPECT_TRUE(label->toolTip().contains(QStringLiteral("&lt;b&gt;")));
+    runEvents();
+    EXPECT_EQ(label->hoverText(), QString()) << "nothing is elided";
+    window_.setDestination(QStringLiteral("<b>") + QString(400, u'x'));
+    runEvents();
+    EXPECT_TRUE(label->hoverText().contains(QStringLiteral("&lt;b&gt;")));
+}
+
+TEST_F(MainWindowTest, showsNoDestinationBeforeItIsKnown) {
+    const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
+    EXPECT_EQ(label->wholeText(), QString());
+    window_.setDestination(std::nullopt);
+    EXPECT_EQ(label->wholeText(), QStringLiteral("not chosen yet"));
+}
+
+TEST_F(MainWindowTest, descriptionsForAssistiveToolsHaveNoMarkup) {
+    enableAll();
+    window_.setDestination(QStringLiteral("/home/user/") + QString(400, u'x'));
+    window_.logView().replaceCharactersInRange({0, 0},
+                                               QStringLiteral("\nstamp} Converted /a  >>  /") + QString(400, u'b'));
+    runEvents();
+    for (auto* widget : window_.findChildren<QWidget*>()) {
+        const QString description = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
+        EXPECT_FALSE(description.contains(u'<') || description.contains(QStringLiteral("&gt;")))
+            << description.toStdString();
+    }
 }
 
 TEST_F(MainWindowTest, aLongDestinationDoesNotWidenTheWindow) {
@@ -354,6 +379,40 @@ TEST_F(MainWindowTest, theLatestEntryIsShownWhileTheLogIsNot) {
     EXPECT_TRUE(entry->isVisible());
     window_.logView().replaceCharactersInRange({0, window_.logView().length()}, QString());
     EXPECT_FALSE(entry->isVisible());
+}
+
+TEST_F(MainWindowTest, theLatestEntryTellsWhatWasNotConverted) {
+    auto* entry = static_cast<LatestEntry*>(window_.findChild<QLabel*>(QStringLiteral("latestEntry")));
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} Converted /") + QString(400, u'x'));
+    window_.showOutcome({3, 1, 0});
+    runEvents();
+    EXPECT_TRUE(entry->hasMark());
+    EXPECT_TRUE(entry->shownText().endsWith(QStringLiteral(" \u00B7 1 not converted"))) << "only the message is elided";
+    EXPECT_TRUE(entry->accessibleName().endsWith(QStringLiteral(" \u00B7 1 not converted")));
+    window_.showOutcome({2, 0, 0});
+    EXPECT_FALSE(entry->hasMark());
+    EXPECT_EQ(entry->remark(), QString());
+    window_.showOutcome({1, 0, 1});
+    EXPECT_EQ(entry->remark(), QStringLiteral("1 not written"));
+    window_.logView().replaceCharactersInRange({0, window_.logView().length()}, QString());
+    EXPECT_EQ(entry->remark(), QString()) << "the log was cleared";
+}
+
+TEST_F(MainWindowTest, aClickOnTheLatestEntryOpensTheLog) {
+    auto* entry = window_.findChild<QLabel*>(QStringLiteral("latestEntry"));
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} text"));
+    QTest::mouseClick(entry, Qt::RightButton);
+    EXPECT_TRUE(called_.isEmpty());
+    QTest::mouseClick(entry, Qt::LeftButton);
+    EXPECT_EQ(called_, QStringList(QStringLiteral("switchWindows")));
+}
+
+TEST_F(MainWindowTest, theDropAreaMarksTheOutcomeForAMoment) {
+    window_.showOutcome({2, 0, 0});
+    EXPECT_EQ(window_.dropArea().mark(), OutcomeMark::done);
+    window_.showOutcome({2, 1, 0});
+    EXPECT_EQ(window_.dropArea().mark(), OutcomeMark::attention);
+    EXPECT_TRUE(waitUntil([this] { return window_.dropArea().mark() == OutcomeMark::none; }));
 }
 
 TEST_F(MainWindowTest, aLongEntryDoesNotWidenTheWindow) {
