@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kIconSize = 64;
 constexpr int kMargin = 20;
+constexpr int kLineGap = 6;
 constexpr double kTitleScale = 1.4;
 /// The width of the column of texts, in average characters.
 constexpr int kColumnCharacters = 46;
@@ -42,6 +43,7 @@ AboutBox::AboutBox(const QString& statement, const QString& isolation, const std
     icon->setAccessibleName(QStringLiteral("The program's icon"));
 
     auto* column = new QVBoxLayout;
+    column->setSpacing(kLineGap);
     column->addWidget(makeTitle());
     addText(*column, QStringLiteral("Release %1").arg(QCoreApplication::applicationVersion()));
     addText(*column, statement);
@@ -54,6 +56,8 @@ AboutBox::AboutBox(const QString& statement, const QString& isolation, const std
     if (!isolation.isEmpty()) column->addWidget(new NoteLabel(isolation));
     column->addWidget(new NoteLabel(QStringLiteral(
         "\u00A9 2026 The Quillow developers. Free software under the MIT licence, without any warranty.")));
+
+    column->addStretch(1);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
