@@ -14,8 +14,8 @@ struct Arrangement {
 
 constexpr qreal kTitleScale = 1.2;
 
-/// In the order of preference. Texts are made smaller only where the font is so large that they stay as large as those of
-/// an ordinary one.
+/// In the order of preference. Texts are made smaller only where the font is so large that they stay as large as those
+/// of an ordinary one.
 constexpr Arrangement kArrangements[] = {
     {Glyph::yes, Hint::whole, {kTitleScale, 1}}, {Glyph::yes, Hint::broken, {kTitleScale, 1}},
     {Glyph::no, Hint::whole, {kTitleScale, 1}},  {Glyph::no, Hint::broken, {kTitleScale, 1}},

@@ -38,7 +38,8 @@ struct DropContent {
     DropTextScales scales;
     bool isCentred = false; ///< each line by itself; without a glyph
 
-    /// The first arrangement that fits into the room, else the smallest. Places are those of a layout from left to right.
+    /// The first arrangement that fits into the room, else the smallest. Places are those of a layout from left to
+    /// right.
     [[nodiscard]] static DropContent arranged(const QRectF& room, qreal glyphWidth, const Measure& measure);
 };
 
