@@ -17,6 +17,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -113,10 +114,36 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
                              "showFolder", "clearLog", "switchWindows", "showMainWindow", "undo", "redo",
                              "openPreferences", "openUserGuide", "emailUs", "visitAppUrl", "visitUs", "quit"})
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
-    ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
-    EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
-    EXPECT_EQ(alerts_.shown()[0].alert.informativeText, QStringLiteral("the statement\n\nthe isolation"));
+    EXPECT_EQ(alerts_.shown().size(), 1U); // Help
+    EXPECT_NE(window_.findChild<QDialog*>(QStringLiteral("about")), nullptr);
     EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
+}
+
+TEST_F(MainWindowTest, aboutHasIconStatementReleaseLinkAndLicence) {
+    window_.setStatement(QStringLiteral("the statement"));
+    window_.setIsolation([] { return QStringLiteral("the isolation"); });
+    for (QAction* item : items())
+        if (plain(item->text()) == QStringLiteral("About Quillow")) item->trigger();
+    auto* about = window_.findChild<QDialog*>(QStringLiteral("about"));
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->isVisible());
+    QStringList texts;
+    bool hasIcon = false;
+    for (auto* label : about->findChildren<QLabel*>()) {
+        hasIcon = hasIcon || !label->pixmap(Qt::ReturnByValue).isNull();
+        texts.append(label->text());
+        if (!label->text().contains(QStringLiteral("href"))) continue;
+        Q_EMIT label->linkActivated(QString());
+        EXPECT_EQ(called_.count(QStringLiteral("visitAppUrl")), 1);
+    }
+    EXPECT_TRUE(hasIcon);
+    const QString all = texts.join(QLatin1Char('\n'));
+    for (const char* text : {"Release 1.5.1", "the statement", "the isolation", "Quillow on the Web", "MIT licence"})
+        EXPECT_TRUE(all.contains(QLatin1String(text))) << text;
+    for (auto* label : about->findChildren<QLabel*>())
+        EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "cut: " << label->text().toStdString();
+    about->reject();
+    EXPECT_FALSE(about->isVisible());
 }
 
 TEST_F(MainWindowTest, theHelpMenuTakesItemsOfTheLogic) {
