@@ -400,6 +400,20 @@ class Modes(ProgramTest):
         screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
         self.expect_height(self.BIG)
 
+    def test_an_opened_log_is_on_the_screen(self):
+        width, height = (int(n) for n in os.environ["SCREEN_SIZE"].split("x"))
+        self.start_program()
+        screen.move_window(self.window, 60, height - 300)
+        low = screen.settled_place(self.window)
+        accessibility.press(self.disclosure())
+        screen.until(lambda: screen.place_of(self.window).height == self.BIG, "the log")
+        raised = screen.settled_place(self.window)
+        self.assertLess(raised.y, low.y)
+        # The frame's lower edge is a few pixels below the contents.
+        self.assertLessEqual(raised.y + raised.height, height)
+        accessibility.press(self.disclosure())
+        screen.until(lambda: screen.place_of(self.window) == low, "the window where it was")
+
     def test_only_the_width_is_the_users(self):
         self.start_program()
         screen.move_window(self.window, 60, 40)
