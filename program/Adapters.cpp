@@ -41,6 +41,7 @@ Platform Adapters::platform() {
             bookmarkStore,
             bundle,
             clock,
+            conversionReport,
             dateFormatting,
             defaults,
             documents,

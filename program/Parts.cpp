@@ -82,6 +82,9 @@ void Parts::connectWindows(std::function<void()> quit) {
     adapters_.window.setStatement(delegate_->getAppStantment());
     adapters_.window.setIsolation([this] { return QString::fromStdString(adapters_.engine.isolationLine()); });
     adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));
+    adapters_.conversionReport.setHandler([this](const ConversionReport::Totals& totals) {
+        adapters_.window.showOutcome({totals.documents, totals.notConverted, totals.notWritten});
+    });
     adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
                                   [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});
 }

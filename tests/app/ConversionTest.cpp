@@ -475,5 +475,12 @@ TEST_F(ConversionTest, batchThatChangesWhileItRunsEndsAndIsToldOnStandardError) 
     EXPECT_EQ(fakes.bookmarks.openAccesses(), 0);
 }
 
+TEST_F(ConversionTest, whatBecameOfEachDocumentIsTold) {
+    fakes.files.addFile(u"/in/a.rtf"_s, "text");
+    convertBatch({u"/in/a.rtf"_s, u"/in/b.txt"_s});
+    EXPECT_EQ(fakes.conversions.lines, (QStringList{u"begins /in/a.rtf"_s, u"converted /in/a.rtf to /texts/a.txt"_s,
+                                                    u"begins /in/b.txt"_s, u"not converted /in/b.txt"_s}));
+}
+
 } // namespace
 } // namespace quillow
