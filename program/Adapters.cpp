@@ -2,14 +2,8 @@
 
 #include "util/StandardTransformers.h"
 
-#include <cstdio>
-
 namespace quillow {
 namespace {
-
-void logReason(std::string_view line) {
-    std::fprintf(stderr, "quillow: %.*s\n", static_cast<int>(line.size()), line.data());
-}
 
 SupportAddresses supportAddresses() {
     return {QString::fromUtf16(configuration::kSupportMail), QString::fromUtf16(configuration::kAppUrl),
@@ -21,9 +15,10 @@ SupportAddresses supportAddresses() {
 Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
     : mainQueue(mainQueueOfProgram)
     , termination(terminationOfProgram)
-    , extractor(&logReason,
+    , extractor([this](std::string_view line) { conversionReport.tell(line); },
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
     , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
+    backgroundWork.setLog([this](std::string_view line) { conversionReport.tell(line); });
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 
@@ -33,6 +28,7 @@ Platform Adapters::platform() {
             bookmarkStore,
             bundle,
             clock,
+            conversionReport,
             dateFormatting,
             defaults,
             documents,

@@ -1,6 +1,5 @@
 // Property lists from real servers on this machine. Most of the servers misbehave.
 #include "platform/qt/network/HttpDownload.h"
-
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
 #include "tests/platform/LocalWebServer.h"

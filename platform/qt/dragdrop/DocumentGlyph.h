@@ -18,7 +18,7 @@ inline constexpr QRgb kDocumentGlyphPaper = 0xFFF3F7FD;
 
 void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper);
 
-/// The program's icon from the desktop's theme, else painted.
+/// The program's icon as installed, else painted.
 [[nodiscard]] QIcon applicationIcon();
 
 } // namespace quillow

@@ -13,6 +13,7 @@
 #include <exception>
 #include <functional>
 #include <future>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -30,6 +31,9 @@ public:
     explicit BackgroundWork(Spinner* spinner, ThreadStarter startThread = &BackgroundWork::startThread)
         : spinner_(spinner)
         , startThread_(std::move(startThread)) {}
+
+    /// Takes the reason if work fails. Without it, standard error gets a line.
+    void setLog(std::function<void(std::string_view line)> log) { log_ = std::move(log); }
 
     /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw,
     /// for example for lack of memory; the reason is then written to standard error.
@@ -58,12 +62,13 @@ public:
 
 private:
     [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
-    static void tell(const std::exception& failure);
+    void tell(const std::exception& failure) const;
     void paint(int frame) const;
 
     WindowPings pings_;
     QPointer<Spinner> spinner_;
     ThreadStarter startThread_;
+    std::function<void(std::string_view)> log_;
 };
 
 } // namespace quillow

@@ -102,6 +102,7 @@ private:
     DiscloseButton* discloseButton_;
     ElidedLabel* latestEntry_; ///< the log's last message, shown while the log is not disclosed
     bool isBig_ = false;
+    QString chooserFolder_; ///< in which documents were chosen before
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;
     QPushButton* showFolder_ = nullptr;
