@@ -10,6 +10,12 @@ SupportAddresses supportAddresses() {
             QString::fromUtf16(configuration::kSiteUrl), QString::fromUtf16(configuration::kStoreUrl)};
 }
 
+QByteArray updateKey() {
+    QByteArray key;
+    if constexpr (configuration::kTakesMirrorsFromTests) key = qgetenv("QUILLOW_TEST_UPDATE_KEY");
+    return QByteArray::fromHex(key.isEmpty() ? QByteArray(configuration::kUpdateKey) : key);
+}
+
 } // namespace
 
 Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
@@ -17,7 +23,9 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
     , termination(terminationOfProgram)
     , extractor([this](std::string_view line) { conversionReport.tell(line); },
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
-    , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
+    , supportUtility(workspace, alerts, systemInfo, supportAddresses())
+    , propertyListLoader(std::ref(fetch), updateKey()) {
+    backgroundWork.setEnding(termination, [this] { window.showEnding(); });
     backgroundWork.setLog([this](std::string_view line) { conversionReport.tell(line); });
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }

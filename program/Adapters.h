@@ -94,7 +94,7 @@ struct Adapters {
     // destroyed.
     MWAppSupportUtility supportUtility;
     FetchProcess fetch{FetchProcess::standardProgram()};
-    QtPropertyListLoader propertyListLoader{std::ref(fetch)};
+    QtPropertyListLoader propertyListLoader;
     QtBackgroundQueue backgroundQueue;
 };
 

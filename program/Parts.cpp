@@ -13,6 +13,10 @@ namespace quillow {
 namespace {
 
 QuillowAppDelegate::UpdateMirrors updateMirrors() {
+    if constexpr (configuration::kTakesMirrorsFromTests) {
+        const QStringList mirrors = qEnvironmentVariable("QUILLOW_TEST_MIRRORS").split(u' ');
+        if (mirrors.size() == 4) return {mirrors[0], mirrors[1], mirrors[2], mirrors[3]};
+    }
     return {QString::fromUtf16(configuration::kMirrorUrl1), QString::fromUtf16(configuration::kMirrorUrl2),
             QString::fromUtf16(configuration::kMirrorUrl3), QString::fromUtf16(configuration::kMirrorUrl4)};
 }
@@ -22,7 +26,7 @@ QuillowAppDelegate::UpdateMirrors updateMirrors() {
 Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::function<void()> quit)
     : adapters_(mainQueue, termination)
     , whitePanel_(adapters_.window.dropArea())
-    , dropView_(adapters_.window.dropArea()) {
+    , dropView_(adapters_.window.dropArea().innerArea()) {
     MWPhoneHome::setSharedPorts({adapters_.alerts, adapters_.backgroundQueue, adapters_.clock, adapters_.defaults,
                                  adapters_.mainQueue, adapters_.propertyListLoader, adapters_.workspace,
                                  adapters_.supportUtility});
@@ -46,6 +50,11 @@ Parts::Preferences::Preferences(Adapters& adapters, QuillowAppDelegate& delegate
     , bindings(window, delegate, adapters.defaults, adapters.dateFormatting, transformsOf(adapters.valueTransformers),
                preferencesActionsOf(delegate)) {
     toolbarDelegate.awakeFromNib();
+    showChecks(MWPhoneHome::sharedPhoneHome(), window.updatePane());
+}
+
+Parts::Preferences::~Preferences() {
+    MWPhoneHome::sharedPhoneHome().setCheckHandler({});
 }
 
 void Parts::notifyOf(const ConversionReport::Totals& totals) {

@@ -7,9 +7,9 @@
 crashes, hangs or fills the memory harms nothing but itself. Use a pool for documents from anywhere.
 """
 from . import _engine
-from ._documents import Extraction, Loss, extract
+from ._documents import Extraction, Loss, extract, read
 from ._pool import Pool
 from ._types import Document, Kind, Reason
 
 __version__ = _engine.version
-__all__ = ["Document", "Extraction", "Kind", "Loss", "Pool", "Reason", "extract"]
+__all__ = ["Document", "Extraction", "Kind", "Loss", "Pool", "Reason", "extract", "read"]

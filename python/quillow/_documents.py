@@ -50,26 +50,31 @@ def _text_of_bundle(bundle):
                       else "the bundle holds no RTF text")
 
 
-def read_document(data_or_path, kind):
-    """The bytes and the kind of a document, or the extraction that says why it cannot be read."""
-    if not isinstance(data_or_path, (str, os.PathLike)):
-        return data_or_path, kind
-    path = pathlib.Path(os.fsdecode(data_or_path))
+def read(path, kind=None):
+    """The bytes of a document's file and its kind, None if its name does not say it. Of a bundle, those of its RTF file.
+
+    Returns an Extraction with the reason if it cannot be read.
+    """
+    path = pathlib.Path(os.fsdecode(path))
     kind = kind or _EXTENSIONS.get(path.suffix[1:].lower())
     try:
         if kind == "rtfd" and path.is_dir():
             path = _text_of_bundle(path)
             if isinstance(path, Extraction):
-                return path, None
+                return path
         with open(path, "rb") as file:
             data = file.read(_LARGEST + 1)
     except OSError as error:
-        return Extraction(None, "unreadable", error.strerror or str(error)), None
+        return Extraction(None, "unreadable", error.strerror or str(error))
     except MemoryError:
-        return Extraction(None, "out-of-memory", "no memory to read it"), None
+        return Extraction(None, "out-of-memory", "no memory to read it")
     if len(data) > _LARGEST:
-        return Extraction(None, "too-large", "over 1024 MiB"), None
+        return Extraction(None, "too-large", "over 1024 MiB")
     return data, kind
+
+
+def read_if_path(data_or_path, kind):
+    return read(data_or_path, kind) if isinstance(data_or_path, (str, os.PathLike)) else (data_or_path, kind)
 
 
 def extract(data_or_path, kind=None, **options):
@@ -93,7 +98,5 @@ def extract(data_or_path, kind=None, **options):
     Nothing that is wrong with a document raises; the reason says it. Wrong arguments raise TypeError or ValueError. Other
     threads of the program run meanwhile. There is no limit of time and memory: see Pool.
     """
-    data, kind = read_document(data_or_path, kind)
-    if isinstance(data, Extraction):
-        return data
-    return extraction_of(_engine.extract(data, kind, options))
+    document = read_if_path(data_or_path, kind)
+    return document if isinstance(document, Extraction) else extraction_of(_engine.extract(*document, options))

@@ -6,7 +6,7 @@ import threading
 import weakref
 
 from . import _engine
-from ._documents import Extraction, extraction_of, read_document
+from ._documents import Extraction, extraction_of, read_if_path
 
 _pools = weakref.WeakSet()
 
@@ -54,11 +54,11 @@ class Pool:
 
     def extract(self, data_or_path, kind=None, **options):
         """Reads one document and returns its Extraction. Takes what quillow.extract takes. Waits while all workers are busy."""
-        data, kind = read_document(data_or_path, kind)
-        if isinstance(data, Extraction):
-            return data
+        document = read_if_path(data_or_path, kind)
+        if isinstance(document, Extraction):
+            return document
         with self._places:
-            return extraction_of(self._engine.extract(data, kind, options))
+            return extraction_of(self._engine.extract(*document, options))
 
     def map(self, documents, kind=None, **options):
         """The Extractions of many documents, in their order. `documents` may be endless: few are read ahead."""

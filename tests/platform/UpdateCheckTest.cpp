@@ -85,6 +85,28 @@ TEST_F(UpdateCheck, tellsThatAllMirrorsFailed) {
     EXPECT_EQ(second.requestCount(), 3);
 }
 
+TEST_F(UpdateCheck, aMirrorWhoseSignatureIsWrongCountsAsOneWithoutAList) {
+    const QtPropertyListLoader strict(std::ref(fetch), QByteArray(32, 'k'));
+    MWPhoneHome strictPhoneHome(
+        {fake.alerts, background, fake.clock, fake.defaults, mainQueue, strict, fake.workspace, fake.supportUtility});
+    strictPhoneHome.SetValueAppRelease(10501, QStringLiteral("Quillow"), first.url("/1"), second.url("/2"),
+                                       second.url("/3"), second.url("/4"));
+    first.answer("/1", releaseList(10600));
+    first.answer("/1.sig", httpAnswer("200 OK", QByteArray(64, 's')));
+    for (const QByteArray path : {"/2", "/3", "/4"}) {
+        second.answer(path, releaseList(10600));
+        second.answer(path + ".sig", httpAnswer("404 Not Found", ""));
+    }
+    strictPhoneHome.checkForLastReleaseAvailableWithNotify();
+    ASSERT_TRUE(waitUntil([&] { return !strictPhoneHome.isChekingUpdateSystem(); }));
+    ASSERT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(fake.alerts.shown()[0].alert.messageText,
+              QStringLiteral("Quillow was not able to connect to the Varnel server"));
+    EXPECT_TRUE(fake.defaults.objectForKey(kLastCheck).isNil());
+    EXPECT_EQ(first.requestCount(), 2);
+    EXPECT_EQ(second.requestCount(), 6);
+}
+
 TEST_F(UpdateCheck, theMirrorSeesTheProgramsNameAndRelease) {
     first.answer("/1", releaseList(10501));
     phoneHome.silentCheckForLastReleaseAvailable();

@@ -112,6 +112,13 @@ class Documents(unittest.TestCase):
             (bundle / "TXT.rtf").write_bytes(b"{\\rtf1 exact}")
             self.assertEqual(quillow.extract(bundle).text, "exact\n")
 
+    def test_a_document_is_read_once_and_extracted_later(self):
+        page = SOURCE / "samples/kettle-manual.html"
+        data, kind = quillow.read(page)
+        self.assertEqual((data, kind), (page.read_bytes(), "html"))
+        self.assertEqual(quillow.extract(data, kind), quillow.extract(page))
+        self.assertEqual(quillow.read("/nowhere/a.pdf").reason, "unreadable")
+
     def test_what_is_wrong_with_a_document_is_a_reason(self):
         self.assertEqual(quillow.extract("/nowhere/a.pdf"), quillow.Extraction(None, "unreadable", "No such file or directory"))
         self.assertEqual(quillow.extract("/").reason, "unreadable")
@@ -153,7 +160,7 @@ class Documents(unittest.TestCase):
 
     def test_everything_public_has_a_docstring(self):
         self.assertTrue(quillow.__doc__)
-        for name in ("Extraction", "Loss", "Pool", "extract"):
+        for name in ("Extraction", "Loss", "Pool", "extract", "read"):
             self.assertTrue(inspect.getdoc(getattr(quillow, name)), name)
         for name, function in inspect.getmembers(quillow.Pool, inspect.isfunction):
             self.assertTrue(name.startswith("_") or function.__doc__, name)

@@ -23,6 +23,8 @@ QNetworkRequest requestFor(const QUrl& url) {
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    // Qt would name the user's languages.
+    request.setRawHeader("Accept-Language", "*");
     request.setHeader(
         QNetworkRequest::UserAgentHeader,
         QStringLiteral("%1/%2").arg(QString::fromUtf16(kApplicationName), QCoreApplication::applicationVersion()));

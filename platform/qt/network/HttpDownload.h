@@ -22,7 +22,8 @@ public:
 
     /// The file's bytes. Returns std::nullopt for an unsuccessful status, an encryption error, more bytes than the
     /// limit, too many redirects, a redirect from HTTPS to HTTP, and when the program is about to quit. A running
-    /// download then ends at once.
+    /// download then ends at once. The request has nothing that identifies the user: no cookies, no languages, and in
+    /// the user agent the program's release only.
     [[nodiscard]] std::optional<QByteArray> operator()(const QUrl& url) const;
 
 private:

@@ -22,15 +22,21 @@ class QtPropertyListLoader final : public PropertyListLoader {
 public:
     using Download = std::function<std::optional<QByteArray>(const QUrl& url)>;
 
-    /// `download` returns the file's bytes. It is called on the thread that loads.
-    explicit QtPropertyListLoader(Download download)
-        : download_(std::move(download)) {}
+    /// `download` returns the file's bytes. It is called on the thread that loads. With an Ed25519 public key, a list
+    /// counts only if the file beside it, of the same name with ".sig" added, holds the 64 bytes of its signature.
+    /// Without a key every list counts.
+    explicit QtPropertyListLoader(Download download, QByteArray publicKey = {})
+        : download_(std::move(download))
+        , publicKey_(std::move(publicKey)) {}
 
     /// Also returns std::nullopt for a URL that is not HTTP or HTTPS.
     [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const override;
 
 private:
+    [[nodiscard]] bool isGenuine(const QByteArray& bytes, QUrl url) const;
+
     Download download_;
+    QByteArray publicKey_;
 };
 
 } // namespace quillow

@@ -2,6 +2,7 @@
 // message log with its commands.
 #pragma once
 
+#include "base/Outcome.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 #include "platform/qt/controls/QtWindow.h"
@@ -24,6 +25,7 @@ class DiscloseButton;
 class DisclosedContent;
 class DropArea;
 class ElidedLabel;
+class LatestEntry;
 class MainMenu;
 class QtLogView;
 class Spinner;
@@ -44,11 +46,16 @@ public:
     /// Asked for the line that About shows below, about what protects the system from documents.
     void setIsolation(std::function<QString()> isolation);
 
-    /// The displayed destination of texts; std::nullopt while the folder cannot be found.
+    /// The displayed destination of texts; std::nullopt if the folder cannot be found. Until the first call, the window
+    /// shows none.
     void setDestination(const std::optional<QString>& folder);
     /// Whether the preferences have a fixed folder. "Show Folder" shows it, whether texts go there or not.
     void setHasFolder(bool hasFolder);
     void setConvertedCount(qint64 count);
+    /// Tells what became of the latest drop: with a mark in the drop area for a moment, and beside the latest entry.
+    void showOutcome(const Outcome& outcome);
+    /// Shows that the program ends after the current document, and paints it at once.
+    void showEnding();
     /// Updates the controls for the big or the small mode. Does not change the window's height.
     void setBig(bool isBig);
     /// Whether there is a latest document, or a latest text, to show and open.
@@ -100,7 +107,7 @@ private:
     QtLogView* logView_;
     DisclosedContent* content_ = nullptr;
     DiscloseButton* discloseButton_;
-    ElidedLabel* latestEntry_; ///< the log's last message, shown while the log is not disclosed
+    LatestEntry* latestEntry_;
     bool isBig_ = false;
     QString chooserFolder_; ///< in which documents were chosen before
     QPushButton* showOutput_ = nullptr;

@@ -77,6 +77,7 @@ QtLogView::QtLogView(QWidget* parent)
     viewport()->setMouseTracking(true);
     // The space above the viewport looks like the viewport.
     setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
 }
 
 void QtLogView::replaceCharactersInRange(const TextRange& range, const QString& text) {
