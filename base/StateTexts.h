@@ -13,7 +13,7 @@ inline constexpr char16_t kPleaseSelectFolder[] = u"Please select a folder or ch
 
 /// Whether the text asks for an item. deliberate: the logic keeps such a text after the user has chosen an item, and
 /// counts it as a statement.
-[[nodiscard]] inline bool isPromptForItem(const QString& text) {
+[[nodiscard]] inline bool isPromptForItem(const QString& text) { // selector: none
     return text == QStringView(kPleaseSelectFile) || text == QStringView(kPleaseSelectFolder);
 }
 

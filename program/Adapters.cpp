@@ -31,6 +31,7 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
     , supportUtility(workspace, alerts, systemInfo, supportAddresses())
     , propertyListLoader(std::ref(fetch), updateKey()) {
+    backgroundWork.setEnding(termination, [this] { window.showEnding(); });
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 

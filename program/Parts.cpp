@@ -50,6 +50,11 @@ Parts::Preferences::Preferences(Adapters& adapters, QuillowAppDelegate& delegate
     , bindings(window, delegate, adapters.defaults, adapters.dateFormatting, transformsOf(adapters.valueTransformers),
                preferencesActionsOf(delegate)) {
     toolbarDelegate.awakeFromNib();
+    showChecks(MWPhoneHome::sharedPhoneHome(), window.updatePane());
+}
+
+Parts::Preferences::~Preferences() {
+    MWPhoneHome::sharedPhoneHome().setCheckHandler({});
 }
 
 PreferencesWindow& Parts::preferences() {

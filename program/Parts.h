@@ -37,6 +37,9 @@ private:
     /// The preferences window with its toolbar's delegate.
     struct Preferences {
         Preferences(Adapters& adapters, QuillowAppDelegate& delegate);
+        Preferences(const Preferences&) = delete;
+        Preferences& operator=(const Preferences&) = delete;
+        ~Preferences();
 
         PreferencesWindow window;
         QtToolbarFactory toolbarFactory;

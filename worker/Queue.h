@@ -1,6 +1,6 @@
-// Documents that one thread has read in workers, one after another. A document may be given before the outcome of the
-// last one is taken. It then waits in the worker that reads the last one: the worker goes on at once, while the caller
-// looks at the outcome. A worker that ends costs only the document that it was reading.
+// Documents that one thread has read in workers, one after another. The next document may be given before the outcome
+// of the last one is taken, and then waits in the worker that reads the last one: the worker goes on at once, while the
+// caller looks at what it has. A worker that ends costs only the document that it was reading.
 #pragma once
 
 #include "worker/Pool.h"

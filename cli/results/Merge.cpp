@@ -67,7 +67,7 @@ public:
         auto found = findInputs(list);
         if (const auto* const failure = std::get_if<InputFailure>(&found)) {
             complain(resultLine(*arguments_.inputList, failure->reason, failure->detail));
-            return kSomeFailed;
+            return kIncomplete;
         }
         for (NamedInput& input : std::get<std::vector<NamedInput>>(found))
             documents_.try_emplace(std::move(input.path));
@@ -82,7 +82,7 @@ public:
                 readResults(file, kLongestLine, [&](ResultRecord record, const ResultLine&) { take(record, ++line); });
             if (const auto* const failure = std::get_if<ResultsFailure>(&read)) {
                 complain(resultLine(file, Reason::unreadable, failure->detail));
-                return kSomeFailed;
+                return kIncomplete;
             }
             if (std::get<LastLine>(read) == LastLine::cut && arguments_.verbosity != Verbosity::quiet)
                 complain(programLine(printable(file) + ": the last line is incomplete; the run was stopped"));

@@ -172,8 +172,9 @@ TEST_F(Merge, aFileWithoutResultsIsNotTouchedAndNotRead) {
     EXPECT_EQ(readFile(merged_), "a letter");
 
     std::filesystem::remove(merged_);
-    EXPECT_EQ(merge({shard, folder_.put("2", "a letter\n")}).exitCode, kSomeFailed);
-    EXPECT_EQ(merge({folder_.at("nowhere")}).exitCode, kSomeFailed);
+    EXPECT_EQ(merge({shard, folder_.put("2", "a letter\n")}).exitCode, kIncomplete);
+    EXPECT_EQ(merge({folder_.at("nowhere")}).exitCode, kIncomplete);
+    EXPECT_EQ(merge({"--files-from", folder_.at("nowhere"), shard}).exitCode, kIncomplete);
     EXPECT_FALSE(std::filesystem::exists(merged_));
 }
 

@@ -6,6 +6,7 @@
 #include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
+#include "platform/qt/life/QuitKey.h"
 #include "platform/qt/life/TerminationSignals.h"
 #include "platform/qt/windows/LatestEntry.h"
 #include "platform/qt/windows/QtLogView.h"
@@ -521,6 +522,53 @@ TEST_F(MainWindowTest, theSpinnerTurnsAndNothingReEntersDuringALongReading) {
     EXPECT_EQ(reEntries, 0);
     runEvents();
     EXPECT_EQ(later, 2);
+}
+
+TEST_F(MainWindowTest, aRequestToEndIsShownDuringALongReading) {
+    const TerminationSignals termination([] {});
+    BackgroundWork work(&window_.spinner());
+    int shown = 0;
+    work.setEnding(termination, [&] {
+        ++shown;
+        window_.showEnding();
+    });
+    const auto title = [this] { return window_.dropArea().title(); };
+    EXPECT_EQ(title(), QStringLiteral("Drop documents here"));
+    const auto done = work.wait<std::optional<int>>([&]() -> std::optional<int> {
+        termination.request();
+        std::this_thread::sleep_for(4 * BackgroundWork::kFrame);
+        return 1;
+    });
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(title(), QStringLiteral("Quitting\u2026"));
+}
+
+TEST(TerminationSignals, aRequestOfAnotherThreadBecomesACallOnTheMainThread) {
+    int calls = 0;
+    const TerminationSignals termination([&calls] { ++calls; });
+    std::thread([&termination] { termination.request(); }).join();
+    EXPECT_TRUE(termination.isRequested());
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(waitUntil([&calls] { return calls == 1; }));
+}
+
+TEST(QuitKey, isCtrlAndQInTheLayoutOfThePress) {
+    using Symbols = std::vector<std::uint32_t>;
+    const Symbols qwerty{'q', 'Q', 'q', 'Q'};
+    const Symbols azertyFirst{'a', 'A', 'q', 'Q'};
+    const Symbols cyrillicFirst{0x6CA, 0x6EA, 'q', 'Q'};
+    constexpr std::uint16_t kControl = 4;
+    EXPECT_TRUE(isQuitKey(kControl, qwerty));
+    EXPECT_TRUE(isQuitKey(kControl | 2 | 16, qwerty)) << "Caps Lock and Num Lock do not matter";
+    EXPECT_FALSE(isQuitKey(0, qwerty));
+    for (const int other : {1, 8, 64})
+        EXPECT_FALSE(isQuitKey(static_cast<std::uint16_t>(kControl | other), qwerty)) << other;
+    EXPECT_FALSE(isQuitKey(kControl, azertyFirst));
+    EXPECT_TRUE(isQuitKey(kControl | 1U << 13, azertyFirst)) << "the second layout";
+    EXPECT_TRUE(isQuitKey(kControl, cyrillicFirst));
+    EXPECT_FALSE(isQuitKey(kControl, Symbols{'w', 'W'}));
+    EXPECT_FALSE(isQuitKey(kControl, Symbols{}));
 }
 
 TEST(TerminationSignals, aSignalBecomesACallOnTheMainThread) {

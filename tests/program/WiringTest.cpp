@@ -220,6 +220,20 @@ TEST_F(WiringTest, checkNowLooksForANewerReleaseAndTellsInAnyCase) {
               u"was not able to connect to the Varnel server"_s);
 }
 
+TEST_F(WiringTest, whileACheckRunsASpinnerTurnsAndCheckNowIsDisabled) {
+    UpdatePane& pane = preferences.updatePane();
+    showChecks(shared.checker(), pane);
+    auto* checkNow = pane.findChild<QPushButton*>();
+    EXPECT_TRUE(checkNow->isEnabled());
+    checkNow->click();
+    EXPECT_FALSE(checkNow->isEnabled());
+    EXPECT_TRUE(pane.isSpinning());
+    shared.finishCheck();
+    EXPECT_TRUE(checkNow->isEnabled());
+    EXPECT_FALSE(pane.isSpinning());
+    shared.checker().setCheckHandler({});
+}
+
 TEST_F(WiringTest, chosenDocumentsGoTheRoadOfADrop) {
     window.chooseDocuments();
     auto* chooser = window.findChild<DocumentChooser*>();

@@ -45,6 +45,7 @@ public:
     /// From now on the area says that the program ends after the current document.
     void showEnding();
 
+    [[nodiscard]] QString title() const { return texts().title; }
     /// Where the glyph and the texts are now.
     [[nodiscard]] DropContent content() const;
     /// The room that they have, within the outline.

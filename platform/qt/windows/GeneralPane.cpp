@@ -126,6 +126,8 @@ QLayout* GeneralPane::makeStartup() {
 void GeneralPane::setBeside(bool isBeside) {
     columns_->setDirection(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     columns_->setSpacing(isBeside ? kColumnGap : kVerticalMargin);
+    // Above one another there is no room for more than is needed.
+    destinationNote_->setVisible(isBeside);
     line_->setFrameShape(isBeside ? QFrame::VLine : QFrame::HLine);
 }
 

@@ -82,6 +82,10 @@ void UpdatePane::setChecking(bool isChecking) {
         spinner_->stopAnimation();
 }
 
+bool UpdatePane::isSpinning() const {
+    return spinner_ && spinner_->isAnimated();
+}
+
 void UpdatePane::focusFirst() {
     if (notifies_) notifies_->setFocus();
 }

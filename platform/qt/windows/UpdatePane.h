@@ -36,6 +36,7 @@ public:
     void setLastCheck(const QString& instant);
     /// While a check runs, the spinner turns and no other check can be started.
     void setChecking(bool isChecking);
+    [[nodiscard]] bool isSpinning() const;
 
 private:
     UpdatePaneCommands commands_;
