@@ -3,8 +3,9 @@
 #include "cli/Input.h"
 #include "engines/ContentSniffer.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
-#include <chrono>
 #include <new>
 
 namespace quillow::cli {
@@ -46,36 +47,31 @@ std::uint64_t codePointsOf(std::string_view utf8) {
         utf8.begin(), utf8.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
 }
 
-double millisecondsSince(std::chrono::steady_clock::time_point begin) {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+double milliseconds(std::chrono::steady_clock::duration time) {
+    return std::chrono::duration<double, std::milli>(time).count();
 }
 
 } // namespace
 
-/// The extraction; where a password is needed and may be asked for, a second one with it.
-Extraction Converter::extractAsking(InputDocument& input, DocumentKind kind, unsigned threads) {
-    const auto read = [&](const Options& options) {
-        if (arguments_.explainedPage) return reader_.explain(input.bytes, kind, *arguments_.explainedPage, options);
-        return reader_.read(input.bytes, kind, options);
-    };
-    Options options = arguments_.options;
-    options.threads = threads;
-    Extraction extraction = read(options);
-    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
-    options.password = prompt_.password();
-    return options.password.empty() ? extraction : read(options);
+worker::Question Converter::questionFor(DocumentKind kind, const PlannedDocument& document) const {
+    worker::Question question{kind, arguments_.options, arguments_.explainedPage.value_or(0)};
+    question.options.threads = document.threads;
+    return question;
 }
 
-Result Converter::extracted(InputDocument& input, const PlannedDocument& document) {
-    std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
-    if (!kind) kind = sniffDocumentKind(input.bytes.view());
-    if (!kind && input.bytes.view().empty()) return withoutText(Reason::damaged, "the input is empty");
-    if (!kind) return notAccepted(input.bytes.view());
-    Result result;
-    // The reader may release the bytes.
-    if (sha256_) result.documentHash = sha256_->hexOf(input.bytes.view());
-    Extraction extraction = extractAsking(input, *kind, document.threads);
-    if (input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
+/// The extraction; where a password is needed and may be asked for, a second one with it.
+Extraction Converter::extractAsking(const PlannedDocument& document, Begun& begun, ReadingQueue& queue) {
+    Extraction extraction = queue.take();
+    if (extraction.reason != Reason::locked || arguments_.askForPassword == AskForPassword::never) return extraction;
+    worker::Question question = questionFor(*begun.given, document);
+    question.options.password = prompt_.password();
+    return question.options.password.empty() ? extraction : reader_.read(begun.input.bytes, question);
+}
+
+Result Converter::extracted(const PlannedDocument& document, Begun& begun, ReadingQueue& queue) {
+    Extraction extraction = extractAsking(document, begun, queue);
+    if (begun.input.bytes.haveChanged()) return withoutText(Reason::unreadable, "it was changed while it was read");
+    Result result = std::move(begun.result);
     result.reason = extraction.reason;
     result.detail = std::move(extraction.detail);
     result.pages = extraction.pages;
@@ -87,15 +83,6 @@ Result Converter::extracted(InputDocument& input, const PlannedDocument& documen
     result.textHash = sha256_->hexOf(*result.text);
     result.characters = codePointsOf(*result.text);
     return result;
-}
-
-Result Converter::readAndExtract(const PlannedDocument& document) {
-    const Reading reading = document.kind ? Reading::whole : Reading::recognised;
-    InputOutcome input = document.path == kStandardStream ? readStandardInput(reading)
-                                                          : readInput(document.path, reading, arguments_.readIn);
-    if (auto* const failure = std::get_if<InputFailure>(&input))
-        return withoutText(failure->reason, std::move(failure->detail));
-    return extracted(std::get<InputDocument>(input), document);
 }
 
 /// The result, if an existing file with the text's name decides it before the document is read.
@@ -151,24 +138,69 @@ Result Converter::named(const PlannedDocument& document, Result result,
     return withoutText(std::move(result), Reason::unwritable, *document.textName + ": " + failure->detail);
 }
 
-Result Converter::convertUnguarded(const PlannedDocument& document) {
-    if (document.failure) return withoutText(document.failure->reason, document.failure->detail);
-    if (folder_ != nullptr)
-        if (auto decided = decidedByExistingText(document)) return std::move(*decided);
-    Result result = readAndExtract(document);
-    if (folder_ == nullptr || !result.text) return result;
-    return written(std::move(result), document);
+bool Converter::mayBeginEarly(const PlannedDocument& document) const {
+    if (arguments_.readIn != ReadIn::workers || document.path == kStandardStream) return false;
+    struct stat status = {};
+    return ::stat(document.path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           static_cast<std::size_t>(status.st_size) < kMappedForWorkersFrom;
 }
 
-Result Converter::convert(const PlannedDocument& document) {
+void Converter::give(const PlannedDocument& document, Begun& begun, ReadingQueue& queue) {
+    const auto decide = [&begun](Result result) { begun.result = std::move(result); };
+    if (document.failure) return decide(withoutText(document.failure->reason, document.failure->detail));
+    if (folder_ != nullptr)
+        if (auto decided = decidedByExistingText(document)) return decide(std::move(*decided));
+    const Reading reading = document.kind ? Reading::whole : Reading::recognised;
+    InputOutcome read = document.path == kStandardStream ? readStandardInput(reading)
+                                                         : readInput(document.path, reading, arguments_.readIn);
+    if (auto* const failure = std::get_if<InputFailure>(&read))
+        return decide(withoutText(failure->reason, std::move(failure->detail)));
+    InputDocument& input = begun.input = std::move(std::get<InputDocument>(read));
+    std::optional<DocumentKind> kind = input.kind == InputKind::bundle ? DocumentKind::rtfd : document.kind;
+    if (!kind) kind = sniffDocumentKind(input.bytes.view());
+    if (!kind && input.bytes.view().empty()) return decide(withoutText(Reason::damaged, "the input is empty"));
+    if (!kind) return decide(notAccepted(input.bytes.view()));
+    // The reader may release the bytes.
+    if (sha256_) begun.result.documentHash = sha256_->hexOf(input.bytes.view());
+    queue.give(input.bytes, questionFor(*kind, document));
+    begun.given = kind;
+}
+
+void Converter::begin(const PlannedDocument& document, Begun& begun, ReadingQueue& queue) {
+    const auto begin = std::chrono::steady_clock::now();
+    try {
+        give(document, begun, queue);
+    } catch (const std::bad_alloc&) {
+        begun.result = withoutText(Reason::outOfMemory, {});
+    }
+    begun.time = std::chrono::steady_clock::now() - begin;
+}
+
+Result Converter::end(const PlannedDocument& document, Begun& begun, ReadingQueue& queue) {
     const auto begin = std::chrono::steady_clock::now();
     Result result;
     try {
-        result = convertUnguarded(document);
+        result = begun.given ? extracted(document, begun, queue) : std::move(begun.result);
+        if (folder_ != nullptr && result.text) result = written(std::move(result), document);
     } catch (const std::bad_alloc&) {
         result = withoutText(Reason::outOfMemory, {});
     }
-    result.milliseconds = millisecondsSince(begin);
+    result.milliseconds = milliseconds(begun.time + (std::chrono::steady_clock::now() - begin));
+    return result;
+}
+
+ConversionJob::ConversionJob(Converter& converter, const Plan& plan, DocumentReader& reader)
+    : converter_(converter)
+    , plan_(plan)
+    , queue_(reader) {}
+
+void ConversionJob::begin(std::size_t index) {
+    converter_.begin(plan_.documents[index], begun_.emplace_back(), queue_);
+}
+
+Result ConversionJob::end(std::size_t index) {
+    Result result = converter_.end(plan_.documents[index], begun_.front(), queue_);
+    begun_.pop_front();
     return result;
 }
 

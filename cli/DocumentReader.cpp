@@ -16,6 +16,12 @@ worker::Document documentOf(const Bytes& bytes) {
     return {bytes.view()};
 }
 
+worker::Question usefulQuestion(const Bytes& bytes, worker::Question question) {
+    unsigned& threads = question.options.threads;
+    threads = question.explainedPage > 0 ? 1 : worker::usefulThreads(question.kind, bytes.view().size(), threads);
+    return question;
+}
+
 /// The threads that the first document will probably want: several if it is the only one and a long PDF.
 unsigned threadsOfFirst(const Arguments& arguments) {
     if (arguments.inputs.size() != 1) return 1;
@@ -44,18 +50,32 @@ std::optional<std::string> DocumentReader::obstacle() const {
     return "quillow-worker, in which documents are isolated, is not found; '--in-process' reads without isolation";
 }
 
-Extraction DocumentReader::read(Bytes& bytes, DocumentKind kind, const Options& options) {
-    if (!pool_) return extract(bytes.view(), kind, options, [&bytes] { bytes.release(); });
-    Options useful = options;
-    useful.threads = worker::usefulThreads(kind, bytes.view().size(), options.threads);
-    return pool_->read(documentOf(bytes), kind, useful);
+Extraction DocumentReader::readHere(Bytes& bytes, const worker::Question& question) const {
+    if (question.explainedPage > 0)
+        return quillow::explain(bytes.view(), question.kind, question.explainedPage, question.options);
+    return extract(bytes.view(), question.kind, question.options, [&bytes] { bytes.release(); });
 }
 
-Extraction DocumentReader::explain(Bytes& bytes, DocumentKind kind, std::size_t page, const Options& options) {
-    if (!pool_) return quillow::explain(bytes.view(), kind, page, options);
-    Options useful = options;
-    useful.threads = 1;
-    return pool_->explain(documentOf(bytes), kind, page, useful);
+Extraction DocumentReader::read(Bytes& bytes, const worker::Question& question) {
+    if (!pool_) return readHere(bytes, question);
+    return pool_->read(documentOf(bytes), usefulQuestion(bytes, question));
+}
+
+ReadingQueue::ReadingQueue(DocumentReader& reader)
+    : reader_(reader) {
+    if (reader.pool_) workers_.emplace(*reader.pool_);
+}
+
+void ReadingQueue::give(Bytes& bytes, const worker::Question& question) {
+    if (workers_) return workers_->give(documentOf(bytes), usefulQuestion(bytes, question));
+    here_.push_back({bytes, question});
+}
+
+Extraction ReadingQueue::take() {
+    if (workers_) return workers_->take();
+    const Given given = std::move(here_.front());
+    here_.pop_front();
+    return reader_.readHere(given.bytes, given.question);
 }
 
 std::string isolationLine() {

@@ -4,7 +4,9 @@
 #include "cli/Input.h"
 #include "cli/options/Arguments.h"
 #include "worker/Pool.h"
+#include "worker/Queue.h"
 
+#include <deque>
 #include <optional>
 #include <string>
 
@@ -21,13 +23,37 @@ public:
 
     /// The document's text or the reason why there is none. Frees the bytes if they are no longer needed and the
     /// document is not locked. May be called from several threads at once.
-    [[nodiscard]] Extraction read(Bytes& bytes, DocumentKind kind, const Options& options);
-    /// The same with a picture of how a page is read in place of the text.
-    [[nodiscard]] Extraction explain(Bytes& bytes, DocumentKind kind, std::size_t page, const Options& options);
+    [[nodiscard]] Extraction read(Bytes& bytes, const worker::Question& question);
 
 private:
+    friend class ReadingQueue;
+    [[nodiscard]] Extraction readHere(Bytes& bytes, const worker::Question& question) const;
+
     const ReadIn readIn_;
     std::optional<worker::Pool> pool_;
+};
+
+/// The documents that one thread has read one after another.
+class ReadingQueue {
+public:
+    explicit ReadingQueue(DocumentReader& reader);
+
+    /// The most documents that are given and not yet taken.
+    static constexpr std::size_t kMost = worker::Queue::kMost;
+
+    /// Gives a document to a worker. In this process it is read when it is taken.
+    void give(Bytes& bytes, const worker::Question& question);
+    /// As DocumentReader::read(), the outcome of the document that was given first.
+    [[nodiscard]] Extraction take();
+
+private:
+    DocumentReader& reader_;
+    std::optional<worker::Queue> workers_;
+    struct Given {
+        Bytes& bytes;
+        worker::Question question;
+    };
+    std::deque<Given> here_;
 };
 
 /// What protects the system from documents, in one line.

@@ -160,7 +160,7 @@ private:
         const auto kind = arguments.type ? arguments.type : sniffDocumentKind(bytes.view());
         if (!kind) return failed(Reason::wrongType, "the content is not that of an RTF, HTML or PDF document");
         try {
-            Extraction extraction = reader_.read(bytes, *kind, arguments.options);
+            Extraction extraction = reader_.read(bytes, {*kind, arguments.options});
             if (!hasText(extraction.reason)) extraction.text.reset();
             return extraction;
         } catch (const std::bad_alloc&) {

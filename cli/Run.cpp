@@ -140,7 +140,8 @@ int convertToFolder(const Run& run, std::optional<Sha256> sha256) {
                     });
     raiseLimitOfFiles();
     runBatch(
-        documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
+        documents.size(), jobsOf(run.arguments),
+        [&] { return std::make_unique<ConversionJob>(converter, run.plan, run.reader); },
         [&](std::size_t i, Result result, Following following) { return group.add(i, std::move(result), following); });
     const int exitCode = account.finish();
     if (const auto failure = folder.sync()) return failOnFolder(destination.folder, *failure);
@@ -153,7 +154,8 @@ int convertToStandardOutput(const Run& run, std::optional<Sha256> sha256) {
     std::optional<std::string> broken;
     const auto& documents = run.plan.documents;
     runBatch(
-        documents.size(), jobsOf(run.arguments), [&](std::size_t i) { return converter.convert(documents[i]); },
+        documents.size(), jobsOf(run.arguments),
+        [&] { return std::make_unique<ConversionJob>(converter, run.plan, run.reader); },
         [&](std::size_t i, const Result& result, Following) {
             if (result.text && !writeAll(STDOUT_FILENO, *result.text)) {
                 if (errno == EPIPE) endWithoutReader();

@@ -15,8 +15,6 @@ namespace {
 
 /// The piece by which a text grows. It fits in the processor's cache, so that it is cheap to fill it twice.
 constexpr std::size_t kPiece = std::size_t{256} << 10;
-/// The most parts of a message.
-constexpr std::size_t kMaximumParts = 4;
 
 /// Makes the descriptor part of the message.
 void attach(msghdr& message, std::span<char> control, int descriptor) {
@@ -52,42 +50,45 @@ Channel::Result Channel::waitFor(short events, const Deadline& deadline) const {
     }
 }
 
-Channel::Result Channel::send(std::span<const std::string_view> parts, int descriptor, const Deadline& deadline) {
-    std::array<iovec, kMaximumParts> vectors{};
-    std::size_t count = 0;
-    for (const std::string_view part : parts)
-        if (!part.empty()) vectors[count++] = {const_cast<char*>(part.data()), part.size()}; // NOLINT: only read
-    std::size_t first = 0;
-    while (first < count) {
-        msghdr message{};
-        message.msg_iov = &vectors[first];
-        message.msg_iovlen = count - first;
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof descriptor)] = {};
-        if (descriptor >= 0) attach(message, control, descriptor);
-        const ssize_t sent = ::sendmsg(socket_.number(), &message, MSG_NOSIGNAL | MSG_DONTWAIT);
+Channel::Result Channel::send(Message& message, const Deadline& deadline) {
+    for (;;) {
+        std::array<iovec, std::tuple_size_v<decltype(message.parts)>> vectors{};
+        std::size_t count = 0;
+        for (const std::string_view part : message.parts)
+            if (!part.empty()) vectors[count++] = {const_cast<char*>(part.data()), part.size()}; // NOLINT: only read
+        if (count == 0) return Result::done;
+        msghdr header{};
+        header.msg_iov = vectors.data();
+        header.msg_iovlen = count;
+        alignas(cmsghdr) char control[CMSG_SPACE(sizeof message.descriptor)] = {};
+        if (message.descriptor >= 0) attach(header, control, message.descriptor);
+        const ssize_t sent = ::sendmsg(socket_.number(), &header, MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent < 0 && errno == EINTR) continue;
         if (sent < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
             if (const Result result = waitFor(POLLOUT, deadline); result != Result::done) return result;
             continue;
         }
         if (sent < 0) return Result::unstarted;
-        descriptor = -1;
+        message.descriptor = -1;
         auto left = static_cast<std::size_t>(sent);
-        for (; first < count && left >= vectors[first].iov_len; ++first)
-            left -= vectors[first].iov_len;
-        if (first == count) break;
-        vectors[first].iov_base = static_cast<char*>(vectors[first].iov_base) + left;
-        vectors[first].iov_len -= left;
+        for (std::string_view& part : message.parts) {
+            const std::size_t taken = std::min(left, part.size());
+            part.remove_prefix(taken);
+            left -= taken;
+        }
+        if (message.isSent()) return Result::done;
         if (deadline.isOver()) return Result::late;
     }
-    return Result::done;
 }
 
 Channel::Result Channel::receiveSome(std::span<char> view, std::size_t& received, const Deadline& deadline) {
     for (;;) {
-        if (const Result result = waitFor(POLLIN, deadline); result != Result::done) return result;
         const ssize_t got = ::recv(socket_.number(), view.data(), view.size(), MSG_DONTWAIT);
-        if (got < 0 && (errno == EINTR || errno == EAGAIN || errno == EWOULDBLOCK)) continue;
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
+            if (const Result result = waitFor(POLLIN, deadline); result != Result::done) return result;
+            continue;
+        }
         // The kernel resets the connection when its other end is closed before everything was read there.
         if (got < 0) return errno == ECONNRESET ? Result::unstarted : Result::closed;
         if (got == 0) return Result::closed;

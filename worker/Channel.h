@@ -4,6 +4,7 @@
 
 #include "posix/FileDescriptor.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -18,12 +19,24 @@ class Deadline {
 public:
     /// A time of zero never ends.
     explicit Deadline(std::chrono::milliseconds time);
+    explicit Deadline(std::chrono::steady_clock::time_point end)
+        : end_(end) {}
     /// As poll(2) takes it: the milliseconds left, rounded up; -1 without an end.
     [[nodiscard]] int left() const;
     [[nodiscard]] bool isOver() const { return left() == 0; }
 
 private:
     std::optional<std::chrono::steady_clock::time_point> end_;
+};
+
+/// What is on its way to a worker. The bytes belong to the caller.
+struct Message {
+    std::array<std::string_view, 3> parts; ///< one after another; what was sent is removed
+    int descriptor = -1;                   ///< if not negative, it goes along with the first byte
+
+    [[nodiscard]] bool isSent() const {
+        return std::all_of(parts.begin(), parts.end(), [](std::string_view part) { return part.empty(); });
+    }
 };
 
 class Channel {
@@ -39,8 +52,8 @@ public:
     explicit Channel(FileDescriptor socket)
         : socket_(std::move(socket)) {}
 
-    /// Sends the parts one after another. `descriptor`, if not negative, goes along with the first byte.
-    [[nodiscard]] Result send(std::span<const std::string_view> parts, int descriptor, const Deadline& deadline);
+    /// Sends what is left of the message.
+    [[nodiscard]] Result send(Message& message, const Deadline& deadline);
     /// Fills the whole view.
     [[nodiscard]] Result receive(std::span<char> view, const Deadline& deadline);
     /// Appends `size` bytes. Memory is used for what arrives, not for what was promised.

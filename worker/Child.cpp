@@ -3,6 +3,7 @@
 #include "posix/FileDescriptor.h"
 #include "worker/Helpers.h"
 #include "worker/Limits.h"
+#include "worker/Process.h"
 #include "worker/Wire.h"
 
 #include <sys/mman.h>
@@ -82,9 +83,12 @@ private:
     std::size_t size_ = 0;
 };
 
-/// The worker's end of the channel. It waits as long as it takes: the parent watches the time.
+/// The worker's end of a channel. It waits as long as it takes: the parent watches the time.
 class ChildChannel {
 public:
+    explicit ChildChannel(int number)
+        : number_(number) {}
+
     /// False at the channel's end.
     [[nodiscard]] bool receive(std::span<char> view) {
         while (!view.empty()) {
@@ -94,7 +98,7 @@ public:
             begin_ += taken;
             view = view.subspan(taken);
             if (view.size() < buffer_.size()) continue;
-            const ssize_t got = ::read(kNumber, view.data(), view.size());
+            const ssize_t got = ::read(number_, view.data(), view.size());
             if (got <= 0) return false;
             view = view.subspan(static_cast<std::size_t>(got));
         }
@@ -111,7 +115,7 @@ public:
                                     {const_cast<char*>(body.data()), body.size()},     // NOLINT: only read
                                     {const_cast<char*>(bytes.data()), bytes.size()}}}; // NOLINT: only read
         for (std::size_t first = 0; first < parts.size();) {
-            const ssize_t sent = ::writev(kNumber, &parts[first], static_cast<int>(parts.size() - first));
+            const ssize_t sent = ::writev(number_, &parts[first], static_cast<int>(parts.size() - first));
             if (sent < 0) return false;
             auto left = static_cast<std::size_t>(sent);
             for (; first < parts.size() && left >= parts[first].iov_len; ++first)
@@ -126,8 +130,6 @@ public:
     [[nodiscard]] FileDescriptor takeDescriptor() { return std::move(descriptor_); }
 
 private:
-    static constexpr int kNumber = STDIN_FILENO;
-
     [[nodiscard]] bool fill() {
         iovec vector{buffer_.data(), buffer_.size()};
         alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))] = {};
@@ -136,7 +138,7 @@ private:
         message.msg_iovlen = 1;
         message.msg_control = control;
         message.msg_controllen = sizeof control;
-        const ssize_t got = ::recvmsg(kNumber, &message, MSG_CMSG_CLOEXEC);
+        const ssize_t got = ::recvmsg(number_, &message, MSG_CMSG_CLOEXEC);
         if (got <= 0) return false;
         if (const cmsghdr* const header = CMSG_FIRSTHDR(&message);
             header != nullptr && header->cmsg_level == SOL_SOCKET && header->cmsg_type == SCM_RIGHTS) {
@@ -149,6 +151,7 @@ private:
         return true;
     }
 
+    const int number_;
     std::array<char, 32768> buffer_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
@@ -165,33 +168,36 @@ public:
         : engine_(engine)
         , runTogether_(std::move(runTogether)) {}
 
-    [[nodiscard]] bool greet(const Isolation& isolation) { return channel_.send(encodeGreeting(isolation), {}); }
+    [[nodiscard]] bool greet(const Isolation& isolation) {
+        return channels_.front().send(encodeGreeting(isolation), {});
+    }
 
-    /// Serves one document. False when the channel has ended.
+    /// Serves one document, each of another channel than the one before. False when the channel has ended.
     [[nodiscard]] bool serve() {
+        ChildChannel& channel = channels_[served_++ % kChannels];
         EncodedSizes encoded{};
-        if (!channel_.receive(std::span<char>(encoded))) return false;
+        if (!channel.receive(std::span<char>(encoded))) return false;
         const Sizes sizes = decodeSizes(encoded);
-        const auto body = channel_.receive(sizes.body);
+        const auto body = channel.receive(sizes.body);
         auto request = body ? decodeRequest(*body) : std::nullopt;
         if (!request) return false;
         bool hasEnded = false;
-        const Extraction extraction = answer(*request, static_cast<std::size_t>(sizes.bytes), hasEnded);
-        return channel_.send(encodeAnswer(request->token, extraction),
-                             extraction.text ? *extraction.text : std::string()) &&
+        const Extraction extraction = answer(channel, *request, static_cast<std::size_t>(sizes.bytes), hasEnded);
+        return channel.send(encodeAnswer(request->token, extraction),
+                            extraction.text ? *extraction.text : std::string()) &&
                !hasEnded;
     }
 
 private:
     /// Reads the document. After a lack of memory the rest of it may still be in the channel, and the worker ends.
-    [[nodiscard]] Extraction answer(Request& request, std::size_t size, bool& hasEnded) {
+    [[nodiscard]] Extraction answer(ChildChannel& channel, Request& request, std::size_t size, bool& hasEnded) {
         try {
             Document document;
             if (request.delivery == Delivery::descriptor) {
-                const FileDescriptor file = channel_.takeDescriptor();
+                const FileDescriptor file = channel.takeDescriptor();
                 if (!document.map(file.number(), size)) return withoutMemory();
             } else if (const auto room = document.allocate(size);
-                       !channel_.receive({reinterpret_cast<char*>(room.data()), room.size()})) {
+                       !channel.receive({reinterpret_cast<char*>(room.data()), room.size()})) {
                 hasEnded = true;
                 return {};
             }
@@ -216,7 +222,8 @@ private:
 
     const Engine& engine_;
     const RunTogether runTogether_;
-    ChildChannel channel_;
+    std::array<ChildChannel, kChannels> channels_{ChildChannel(STDIN_FILENO), ChildChannel(STDOUT_FILENO)};
+    std::size_t served_ = 0;
 };
 
 bool isSocket(int number) {
@@ -235,7 +242,7 @@ std::vector<std::string> wordsOf(const LockSettings& settings) {
 
 int serveDocuments(std::span<const char* const> words, const std::function<void()>& prepare, const Engine& engine) {
     const auto settings = settingsOf(words);
-    if (!settings || !isSocket(STDIN_FILENO)) {
+    if (!settings || !isSocket(STDIN_FILENO) || !isSocket(STDOUT_FILENO)) {
         std::fputs("quillow-worker: Quillow starts this program itself to read documents\n", stderr);
         return kUsage;
     }

@@ -24,8 +24,8 @@ struct Engine {
 /// The words after the program's name with which a worker is started.
 [[nodiscard]] std::vector<std::string> wordsOf(const LockSettings& settings);
 
-/// The main function of a worker: standard input is its channel. `prepare` runs before the lock; what needs a file,
-/// such as loading a library, belongs there. Returns when the parent closes the channel.
+/// The main function of a worker: standard input and output are its channels. `prepare` runs before the lock; what
+/// needs a file, such as loading a library, belongs there. Returns when the parent closes a channel.
 [[nodiscard]] int serveDocuments(std::span<const char* const> words, const std::function<void()>& prepare,
                                  const Engine& engine);
 

@@ -22,10 +22,10 @@ constexpr bool kAddressesAreLimitable = false;
 constexpr unsigned kFirstClosed = STDERR_FILENO + 1; ///< its reports go to standard error
 #else
 constexpr bool kAddressesAreLimitable = true;
-constexpr unsigned kFirstClosed = STDIN_FILENO + 1;
+constexpr unsigned kFirstClosed = STDOUT_FILENO + 1;
 #endif
 
-void closeAllButChannel() {
+void closeAllButChannels() {
     if (::syscall(SYS_close_range, kFirstClosed, ~0U, 0U) == 0) return;
     // A kernel before 5.9.
     for (long number = kFirstClosed; number < ::sysconf(_SC_OPEN_MAX); ++number)
@@ -74,7 +74,7 @@ bool dropCapabilities() {
 Isolation lockDown(const LockSettings& settings, const std::function<void()>& makeThreads) {
     Isolation isolation;
     static_cast<void>(::prctl(PR_SET_PDEATHSIG, SIGKILL, 0, 0, 0));
-    closeAllButChannel();
+    closeAllButChannels();
     isolation.memory = limitMemory(settings.memory);
     limitProcessorTime(settings.processorTime);
     const bool noFile = limitFiles();

@@ -1,6 +1,7 @@
 #include "worker/Pool.h"
 
 #include "worker/Child.h"
+#include "worker/Queue.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,18 +13,8 @@ namespace {
 /// A worker greets within a millisecond; a busy machine may take longer.
 constexpr std::chrono::seconds kPatienceForGreeting{10};
 
-Extraction notStarted(const std::string& why) {
-    return failed(Reason::unreadable, "no process can be started to read it: " + why);
-}
-
 /// PDFs of as many pages as two threads need are larger.
 constexpr std::size_t kLongPdf = std::size_t{128} << 10;
-
-unsigned allowedThreads(const Limits& limits, unsigned wanted) {
-    const std::size_t most = limits.memory > 0 ? limits.memory / kAddressesOfAThread : kMaximumThreads;
-    const unsigned allowed = std::min({wanted, limits.threads, kMaximumThreads});
-    return static_cast<unsigned>(std::clamp<std::size_t>(allowed, 1, std::max<std::size_t>(most, 1)));
-}
 
 } // namespace
 
@@ -36,12 +27,18 @@ Pool::Pool(WorkerProgram program, Limits limits, LandlockUse landlock)
     , landlock_(landlock)
     , spawner_(std::move(program)) {}
 
+unsigned Pool::allowedThreads(unsigned wanted) const {
+    const std::size_t most = limits_.memory > 0 ? limits_.memory / kAddressesOfAThread : kMaximumThreads;
+    const unsigned allowed = std::min({wanted, limits_.threads, kMaximumThreads});
+    return static_cast<unsigned>(std::clamp<std::size_t>(allowed, 1, std::max<std::size_t>(most, 1)));
+}
+
 Pool::Start Pool::start(unsigned threads) {
     return {spawner_.start(wordsOf({limits_.memory, processorTime(limits_), threads, landlock_})), threads};
 }
 
 void Pool::prepare(unsigned threads) {
-    Start started = start(allowedThreads(limits_, threads));
+    Start started = start(allowedThreads(threads));
     const std::lock_guard lock(mutex_);
     starting_.push_back(std::move(started));
 }
@@ -82,26 +79,10 @@ void Pool::giveBack(std::unique_ptr<Worker> worker) {
     idle_.push_back(std::move(worker));
 }
 
-Extraction Pool::read(const Document& document, DocumentKind kind, const Options& options) {
-    return ask(document, {kind, options});
-}
-
-Extraction Pool::explain(const Document& document, DocumentKind kind, std::size_t page, const Options& options) {
-    return ask(document, {kind, options, page});
-}
-
-Extraction Pool::ask(const Document& document, const Question& question) {
-    // A worker that was killed while idle, or that an earlier document spoiled, does not count against the document.
-    for (const Take which : {Take::any, Take::unused}) {
-        NewWorker taken = take(which, allowedThreads(limits_, question.options.threads));
-        if (const auto* const why = std::get_if<std::string>(&taken)) return notStarted(*why);
-        auto& worker = std::get<std::unique_ptr<Worker>>(taken);
-        Worker::Outcome outcome = worker->read(document, question, limits_);
-        if (outcome.fate == Worker::Fate::unbegun) continue;
-        if (outcome.fate == Worker::Fate::usable && !worker->isWornOut(limits_)) giveBack(std::move(worker));
-        return std::move(outcome.extraction);
-    }
-    return notStarted("it ends before it begins");
+Extraction Pool::read(const Document& document, const Question& question) {
+    Queue queue(*this);
+    queue.give(document, question);
+    return queue.take();
 }
 
 std::variant<Isolation, std::string> Pool::isolation() {

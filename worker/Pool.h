@@ -31,10 +31,10 @@ public:
     /// `crashed` or `outOfMemory`, or `unreadable` if no worker can be started. May be called from several threads at
     /// once; each has a worker of its own meanwhile, with as many threads as the options want and the limits allow.
     /// Throws std::bad_alloc if there is no memory for the text.
-    [[nodiscard]] Extraction read(const Document& document, DocumentKind kind, const Options& options = {});
-    /// The same with a picture of how a page, counted from 1, is read in place of the text.
-    [[nodiscard]] Extraction explain(const Document& document, DocumentKind kind, std::size_t page,
-                                     const Options& options = {});
+    [[nodiscard]] Extraction read(const Document& document, const Question& question);
+    [[nodiscard]] Extraction read(const Document& document, DocumentKind kind, const Options& options = {}) {
+        return read(document, Question{kind, options});
+    }
 
     /// What protects the system from the workers, or why no worker can be started.
     [[nodiscard]] std::variant<Isolation, std::string> isolation();
@@ -43,10 +43,11 @@ public:
     [[nodiscard]] std::vector<pid_t> idleWorkers();
 
 private:
+    friend class Queue;
     using NewWorker = std::variant<std::unique_ptr<Worker>, std::string>;
-    [[nodiscard]] Extraction ask(const Document& document, const Question& question);
     enum class Take { any, unused };
     [[nodiscard]] NewWorker take(Take which, unsigned threads);
+    [[nodiscard]] unsigned allowedThreads(unsigned wanted) const;
     struct Start {
         std::future<Spawner::Started> future;
         unsigned threads;

@@ -76,10 +76,14 @@ std::optional<int> Process::status() {
 
 std::variant<StartedProcess, std::string> startProcess(const WorkerProgram& program,
                                                        const std::vector<std::string>& words) {
-    int ends[2] = {-1, -1};
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return lastError();
-    FileDescriptor own(ends[0]);
-    const FileDescriptor others(ends[1]);
+    std::array<FileDescriptor, kChannels> own;
+    std::array<FileDescriptor, kChannels> others;
+    for (std::size_t i = 0; i < kChannels; ++i) {
+        int ends[2] = {-1, -1};
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return lastError();
+        own[i] = FileDescriptor(ends[0]);
+        others[i] = FileDescriptor(ends[1]);
+    }
 
     std::vector<std::string> all{program.path};
     all.insert(all.end(), program.words.begin(), program.words.end());
@@ -92,9 +96,11 @@ std::variant<StartedProcess, std::string> startProcess(const WorkerProgram& prog
 
     SpawnSettings settings;
     settings.isolateSignals();
-    if (const int error = ::posix_spawn_file_actions_adddup2(&settings.files, others.number(), STDIN_FILENO);
-        error != 0)
-        return messageOf(error);
+    for (std::size_t i = 0; i < kChannels; ++i)
+        if (const int error = ::posix_spawn_file_actions_adddup2(&settings.files, others[i].number(),
+                                                                 STDIN_FILENO + static_cast<int>(i));
+            error != 0)
+            return messageOf(error);
     pid_t number = -1;
     if (const int error = ::posix_spawn(&number, program.path.c_str(), &settings.files, &settings.attributes,
                                         pointers.data(), noEnvironment);

@@ -5,6 +5,8 @@
 
 #include <sys/types.h>
 
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -43,12 +45,17 @@ private:
     pid_t number_;
 };
 
+/// A worker has two channels, standard input and standard output, and its documents come over them in turn. Thus the
+/// next document can wait in the one while the worker reads a document of the other, and how a channel ends tells
+/// whether the worker had begun with the document in it.
+inline constexpr std::size_t kChannels = 2;
+
 struct StartedProcess {
     Process process;
-    FileDescriptor channel;
+    std::array<FileDescriptor, kChannels> channels;
 };
 
-/// Starts the program with the words; standard input is its end of the channel. It gets no environment, no signals that
+/// Starts the program with the words. It gets no environment, no signals that
 /// are blocked or ignored here, and a process group of its own, so that Ctrl-C reaches only the parent. Returns the
 /// system's message on failure.
 [[nodiscard]] std::variant<StartedProcess, std::string> startProcess(const WorkerProgram& program,

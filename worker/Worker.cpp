@@ -1,7 +1,5 @@
 #include "worker/Worker.h"
 
-#include "worker/Wire.h"
-
 #include <signal.h>
 #include <sys/random.h>
 #include <sys/wait.h>
@@ -25,6 +23,9 @@ std::string seconds(std::chrono::milliseconds time) {
 Outcome ended(Reason reason, std::string detail) {
     return {Fate::ended, failed(reason, std::move(detail))};
 }
+
+/// An answer that came in time is taken even if the parent comes for it late, because it did something else meanwhile.
+constexpr std::chrono::milliseconds kTimeToFetchAnswer{1000};
 
 Token newToken() {
     Token token = 0;
@@ -62,19 +63,28 @@ unsigned processorTime(const Limits& limits) {
     return static_cast<unsigned>(std::min<decltype(twice)>(twice, 1U << 30));
 }
 
+bool Worker::isFull() const {
+    return sentInAll_ >= kDocumentsPerWorker;
+}
+
 bool Worker::isWornOut(const Limits& limits) const {
-    return documents_ >= kDocumentsPerWorker || (limits.time.count() > 0 && used_ >= limits.time);
+    return limits.time.count() > 0 && used_ >= limits.time;
+}
+
+bool Worker::isReady() const {
+    return std::all_of(channels_.begin(), channels_.end(),
+                       [](const Channel& channel) { return channel.state() == Channel::State::quiet; });
 }
 
 Channel::Result Worker::receiveGreeting(const Deadline& deadline) {
     if (isolation_) return Channel::Result::done;
     EncodedSizes encoded{};
-    if (const auto result = channel_.receive(std::span<char>(encoded), deadline); result != Channel::Result::done)
+    if (const auto result = channels_[0].receive(std::span<char>(encoded), deadline); result != Channel::Result::done)
         return result;
     const Sizes sizes = decodeSizes(encoded);
     if (sizes.body > kMaximumBody || sizes.bytes != 0) return Channel::Result::closed;
     std::string body;
-    if (const auto result = channel_.receive(body, sizes.body, deadline); result != Channel::Result::done)
+    if (const auto result = channels_[0].receive(body, sizes.body, deadline); result != Channel::Result::done)
         return result;
     isolation_ = decodeGreeting(body);
     return isolation_ ? Channel::Result::done : Channel::Result::closed;
@@ -85,30 +95,53 @@ std::optional<Isolation> Worker::isolation(const Deadline& deadline) {
     return isolation_;
 }
 
-Outcome Worker::read(const Document& document, const Question& question, const Limits& limits) {
+void Worker::send(const Document& document, const Question& question, const Limits& limits) {
     const bool hasFile = document.descriptor >= 0;
-    const Request request{newToken(), hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, question};
-    const auto body = encodeRequest(request);
-    if (!body) return {Fate::usable, failed(Reason::unreadable, "its options are too long")};
+    Sent& sent = sent_.emplace_back();
+    sent.request = {newToken(), hasFile ? Delivery::descriptor : Delivery::bytes, limits.text, question};
+    sent.body = encodeRequest(sent.request);
+    if (!sent.body) return;
+    sent.sizes = encode({sent.body->size(), hasFile ? document.size : document.bytes.size()});
+    sent.message.parts = {
+        {{sent.sizes.data(), sent.sizes.size()},
+         *sent.body,
+         {reinterpret_cast<const char*>(document.bytes.data()), hasFile ? 0 : document.bytes.size()}}};
+    sent.message.descriptor = document.descriptor;
+    sent.channel = sentInAll_++ % kChannels;
+    sent.begun = std::chrono::steady_clock::now();
+    // The worker takes the rest of a document that waits when it has answered the one before it.
+    sent.result =
+        channels_[sent.channel].send(sent.message, sent_.size() > 1 ? Deadline(sent.begun) : Deadline(limits.time));
+}
 
-    const auto start = std::chrono::steady_clock::now();
-    const Deadline deadline(limits.time);
-    const EncodedSizes sizes = encode({body->size(), hasFile ? document.size : document.bytes.size()});
-    const std::string_view bytes(reinterpret_cast<const char*>(document.bytes.data()),
-                                 hasFile ? 0 : document.bytes.size());
-    const std::string_view parts[] = {{sizes.data(), sizes.size()}, *body, bytes};
-    const auto sent = channel_.send(parts, document.descriptor, deadline);
-    if (sent == Channel::Result::late) return late(limits);
+Outcome Worker::receive(const Limits& limits) {
+    Outcome outcome = receiveFirst(limits);
+    sent_.pop_front();
+    if (!sent_.empty()) sent_.front().begun = std::chrono::steady_clock::now();
+    return outcome;
+}
+
+Outcome Worker::receiveFirst(const Limits& limits) {
+    Sent& sent = sent_.front();
+    if (!sent.body) return {Fate::usable, failed(Reason::unreadable, "its options are too long")};
+    const auto now = std::chrono::steady_clock::now();
+    const Deadline deadline =
+        limits.time.count() > 0
+            ? Deadline(std::max(sent.begun + limits.time, now + std::min(limits.time, kTimeToFetchAnswer)))
+            : Deadline(limits.time);
+    if (sent.result == Channel::Result::late) sent.result = channels_[sent.channel].send(sent.message, deadline);
+    if (sent.result == Channel::Result::late) return late(limits);
     // If the worker has closed its end, it may still have said why.
     if (const auto greeted = receiveGreeting(deadline); greeted == Channel::Result::late)
         return late(limits);
     else if (greeted != Channel::Result::done)
         return {Fate::unbegun, {}};
-    Outcome outcome = receiveAnswer(request, limits, deadline);
+    Outcome outcome = receiveAnswer(sent, limits, deadline);
     // The engine begins with the whole document, so it has not begun.
-    if (sent != Channel::Result::done && outcome.extraction.reason == Reason::crashed) return {Fate::unbegun, {}};
+    if (sent.result != Channel::Result::done && outcome.extraction.reason == Reason::crashed)
+        return {Fate::unbegun, {}};
     ++documents_;
-    used_ += std::chrono::steady_clock::now() - start;
+    used_ += std::chrono::steady_clock::now() - sent.begun;
     return outcome;
 }
 
@@ -118,18 +151,20 @@ Outcome Worker::invalidAnswer() const {
     return ended(Reason::crashed, "its reader gave an answer that is not valid");
 }
 
-Outcome Worker::receiveAnswer(const Request& request, const Limits& limits, const Deadline& deadline) {
+Outcome Worker::receiveAnswer(const Sent& sent, const Limits& limits, const Deadline& deadline) {
+    const Request& request = sent.request;
+    Channel& channel = channels_[sent.channel];
     const bool hasFile = request.delivery == Delivery::descriptor;
     EncodedSizes encoded{};
-    if (const auto result = channel_.receive(std::span<char>(encoded), deadline); result != Channel::Result::done)
+    if (const auto result = channel.receive(std::span<char>(encoded), deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
     const Sizes sizes = decodeSizes(encoded);
     if (sizes.body > kMaximumBody || sizes.bytes > limits.text) return invalidAnswer();
     std::string body;
-    if (const auto result = channel_.receive(body, sizes.body, deadline); result != Channel::Result::done)
+    if (const auto result = channel.receive(body, sizes.body, deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
     std::string text;
-    if (const auto result = channel_.receive(text, sizes.bytes, deadline); result != Channel::Result::done)
+    if (const auto result = channel.receive(text, sizes.bytes, deadline); result != Channel::Result::done)
         return brokenOff(result, limits, hasFile);
     auto extraction = decodeAnswer(body, std::move(text), request.token, request.question.options);
     if (!extraction) return invalidAnswer();

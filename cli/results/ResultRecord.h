@@ -24,7 +24,7 @@ struct ResultRecord {
     std::uint64_t textBytes = 0;             ///< of the text in UTF-8
     std::optional<std::string> documentHash; ///< SHA-256 of the document's bytes; std::nullopt: they were not read
     std::optional<std::string> textHash;     ///< SHA-256 of the text; std::nullopt: there is none
-    double milliseconds = 0;                 ///< from the start of the reading to the written text
+    double milliseconds = 0;                 ///< for reading the document and writing its text
     std::string engine;                      ///< the version of the program
 };
 

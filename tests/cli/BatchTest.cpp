@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <barrier>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -19,6 +21,25 @@ Result textOf(std::size_t index, std::size_t length = 1) {
 
 std::size_t mostWaiting(std::size_t jobs) {
     return std::max(jobs, std::min(jobs * kWaitingPerJob, kMaximumWaiting));
+}
+
+/// A job that does an item when it ends it.
+class WorkJob final : public Job {
+public:
+    explicit WorkJob(std::function<Result(std::size_t)> work)
+        : work_(std::move(work)) {}
+    [[nodiscard]] bool mayBeginEarly(std::size_t) const override { return false; }
+    void begin(std::size_t) override {}
+    [[nodiscard]] Result end(std::size_t index) override { return work_(index); }
+
+private:
+    std::function<Result(std::size_t)> work_;
+};
+
+void runBatch(std::size_t count, unsigned jobs, const std::function<Result(std::size_t)>& work,
+              const std::function<Next(std::size_t, Result, Following)>& deliver) {
+    cli::runBatch(
+        count, jobs, [&work] { return std::make_unique<WorkJob>(work); }, deliver);
 }
 
 class EveryJobs : public testing::TestWithParam<unsigned> {};
@@ -151,6 +172,66 @@ TEST(Batch, waitingTextsAreBoundedInBytes) {
         });
 
     EXPECT_LE(most, kWaitingBytes + (kJobs + 1) * kText);
+}
+
+/// Notes the order in which items begin and end. All may begin early.
+class EarlyJob final : public Job {
+public:
+    explicit EarlyJob(std::vector<std::string>& order)
+        : order_(order) {}
+    [[nodiscard]] bool mayBeginEarly(std::size_t index) const override { return index != 2; }
+    void begin(std::size_t index) override { order_.push_back("begin " + std::to_string(index)); }
+    [[nodiscard]] Result end(std::size_t index) override {
+        order_.push_back("end " + std::to_string(index));
+        return textOf(index);
+    }
+
+private:
+    std::vector<std::string>& order_;
+};
+
+TEST(Batch, anItemThatMayBeginEarlyBeginsBeforeTheLastOneEnds) {
+    std::vector<std::string> order;
+    std::vector<std::uint64_t> delivered;
+    cli::runBatch(
+        5, 1, [&] { return std::make_unique<EarlyJob>(order); },
+        [&](std::size_t, const Result& result, Following) {
+            delivered.push_back(result.textBytes);
+            return Next::goOn;
+        });
+    EXPECT_EQ(order, (std::vector<std::string>{"begin 0", "begin 1", "end 0", "end 1", "begin 2", "begin 3", "end 2",
+                                               "begin 4", "end 3", "end 4"}));
+    EXPECT_EQ(delivered, (std::vector<std::uint64_t>{0, 1, 2, 3, 4}));
+}
+
+/// Items that end only when all other threads have one too.
+class TogetherJob final : public Job {
+public:
+    explicit TogetherJob(std::barrier<>& all)
+        : all_(all) {}
+    [[nodiscard]] bool mayBeginEarly(std::size_t) const override { return true; }
+    void begin(std::size_t) override {}
+    [[nodiscard]] Result end(std::size_t index) override {
+        all_.arrive_and_wait();
+        return textOf(index);
+    }
+
+private:
+    std::barrier<>& all_;
+};
+
+TEST(Batch, theLastItemsAreLeftToThreadsThatHaveNone) {
+    constexpr unsigned kJobs = 4;
+    std::barrier<> all(kJobs);
+    std::size_t delivered = 0;
+    // A thread that began two of the items would wait for ever.
+    cli::runBatch(
+        kJobs, kJobs, [&] { return std::make_unique<TogetherJob>(all); },
+        [&](std::size_t, const Result&, Following) {
+            ++delivered;
+            return Next::goOn;
+        });
+    EXPECT_EQ(delivered, kJobs);
 }
 
 } // namespace

@@ -44,7 +44,7 @@ class Pool(unittest.TestCase):
                 self.assertEqual(read, expected)
 
     def test_a_crash_a_time_out_and_a_bomb_are_results_of_their_documents(self):
-        with quillow.Pool(workers=2, timeout=1, max_memory=256, worker_program=ATTACK_WORKER) as pool:
+        with quillow.Pool(workers=2, timeout=3, max_memory=256, worker_program=ATTACK_WORKER) as pool:
             documents = [b"attack:crash", b"{\\rtf1 one}", b"attack:loop", b"attack:garbage", b"attack:exit", b"{\\rtf1 two}"]
             reasons = [extraction.reason for extraction in pool.map(documents, "rtf")]
             self.assertEqual(reasons, ["crashed", "ok", "timeout", "crashed", "crashed", "ok"])

@@ -20,6 +20,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -80,10 +81,10 @@ Extraction exhaustMemory() {
 }
 
 Extraction sendsDocumentBack(std::span<const std::byte> bytes) {
-    // The first descriptor after the channel is that of the document.
+    // The first descriptor after the channels is that of the document.
     static const char kBytes[] = "changed";
     const iovec vector{const_cast<char*>(kBytes), sizeof kBytes};
-    const bool isRefused = ::writev(STDIN_FILENO + 1, &vector, 1) < 0;
+    const bool isRefused = ::writev(STDOUT_FILENO + 1, &vector, 1) < 0;
     return text(isRefused && !bytes.empty() ? "refused" : "written");
 }
 
@@ -133,6 +134,13 @@ const std::map<std::string_view, Attack>& attacks() {
              *reinterpret_cast<volatile int*>(nowhere) = 1; // NOLINT: a crash is wanted
              return {};
          }},
+        {"work-two-seconds",
+         [](auto) {
+             const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+             while (std::chrono::steady_clock::now() < end)
+                 asm volatile("");
+             return text("done");
+         }},
         {"open", [](auto) { return returned(::open("/etc/passwd", O_RDONLY)); }},
         {"create", [](auto) { return returned(::open("/tmp/quillow-attack", O_WRONLY | O_CREAT, 0600)); }},
         {"socket", [](auto) { return returned(::socket(AF_INET, SOCK_STREAM, 0)); }},
@@ -171,7 +179,7 @@ const std::map<std::string_view, Attack>& attacks() {
              const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
              return returned(::setrlimit(RLIMIT_AS, &unlimited));
          }},
-        {"change-mode", [](auto) { return returned(::fchmod(STDIN_FILENO + 1, 0777)); }},
+        {"change-mode", [](auto) { return returned(::fchmod(STDOUT_FILENO + 1, 0777)); }},
         {"write-document", sendsDocumentBack},
         {"garbage",
          [](auto) -> Extraction {

@@ -278,7 +278,7 @@ TEST(Pool, saysWhatProtectsTheSystem) {
 }
 
 #if !defined(__SANITIZE_ADDRESS__) // its runtime keeps standard error
-TEST(Pool, aWorkerHasNoEnvironmentAndNoDescriptorButItsChannel) {
+TEST(Pool, aWorkerHasNoEnvironmentAndNoDescriptorsButItsChannels) {
     ::setenv("QUILLOW_TEST_SECRET", "secret", 1);
     const FileDescriptor inheritable(::open("/dev/null", O_RDONLY)); // without O_CLOEXEC
     Pool pool({kWorker});
@@ -288,7 +288,7 @@ TEST(Pool, aWorkerHasNoEnvironmentAndNoDescriptorButItsChannel) {
     std::ifstream environment(process + "/environ", std::ios::binary);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(environment), {}), "");
     const std::filesystem::directory_iterator descriptors(process + "/fd");
-    EXPECT_EQ(std::distance(begin(descriptors), end(descriptors)), 1);
+    EXPECT_EQ(std::distance(begin(descriptors), end(descriptors)), kChannels);
 }
 #endif
 

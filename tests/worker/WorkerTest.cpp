@@ -1,4 +1,4 @@
-// One worker from the parent's side, with a thread in its place that says what the test wants.
+// One worker from the parent's side; the test says in its place what the worker would say.
 #include "worker/Worker.h"
 
 #include "worker/Wire.h"
@@ -7,91 +7,143 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
-#include <thread>
+#include <utility>
 
 namespace quillow::worker {
 namespace {
 
-/// The worker's end of a channel.
+/// The worker's ends of its channels.
 struct WorkerTest : testing::Test {
     WorkerTest() {
-        int ends[2] = {-1, -1};
-        EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
-        other = FileDescriptor(ends[1]);
-        worker.emplace(StartedProcess{Process(-1), FileDescriptor(ends[0])});
-        say(encodeGreeting({}), {});
+        StartedProcess started{Process(-1), {}};
+        for (std::size_t i = 0; i < kChannels; ++i) {
+            int ends[2] = {-1, -1};
+            EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+            started.channels[i] = FileDescriptor(ends[0]);
+            others[i] = FileDescriptor(ends[1]);
+        }
+        worker.emplace(std::move(started));
+        say(0, encodeGreeting({}), {});
     }
 
-    void say(const std::string& body, const std::string& bytes) const {
+    void say(std::size_t channel, const std::string& body, const std::string& bytes) const {
         const EncodedSizes sizes = encode({body.size(), bytes.size()});
-        EXPECT_TRUE(writeAll(other.number(), std::string(sizes.data(), sizes.size()) + body + bytes));
+        EXPECT_TRUE(writeAll(others[channel].number(), std::string(sizes.data(), sizes.size()) + body + bytes));
     }
-    /// Answers what the parent has asked, so often.
-    void answer(int times, const std::string& text) const {
+    /// The token of what the parent has asked on the channel.
+    [[nodiscard]] Token asked(std::size_t channel) const {
         std::string asked(4096, '\0');
-        const ssize_t got = ::read(other.number(), asked.data(), asked.size());
-        ASSERT_GT(got, 0);
+        EXPECT_GT(::read(others[channel].number(), asked.data(), asked.size()), 0);
         EncodedSizes sizes{};
         std::copy_n(asked.begin(), sizes.size(), sizes.begin());
         const auto request = decodeRequest(std::string_view(asked).substr(sizes.size(), decodeSizes(sizes).body));
-        ASSERT_TRUE(request);
+        EXPECT_TRUE(request);
+        return request ? request->token : 0;
+    }
+    void answer(std::size_t channel, Token token, const std::string& text) const {
         Extraction extraction;
         extraction.reason = Reason::ok;
         extraction.text = text;
-        for (int i = 0; i < times; ++i)
-            say(encodeAnswer(request->token, extraction), text);
+        say(channel, encodeAnswer(token, extraction), text);
     }
-    Worker::Outcome read(const std::string& document) {
+    void end() {
+        for (FileDescriptor& other : others)
+            other.close();
+    }
+    static Limits patient() {
         Limits limits;
         limits.time = std::chrono::seconds(20);
-        return worker->read({std::as_bytes(std::span(document))}, {}, limits);
+        return limits;
     }
+    void send(const std::string& document) { worker->send({std::as_bytes(std::span(document))}, {}, patient()); }
+    Worker::Outcome receive() { return worker->receive(patient()); }
 
-    FileDescriptor other;
+    std::array<FileDescriptor, kChannels> others;
     std::optional<Worker> worker;
 };
 
 TEST_F(WorkerTest, anAnswerIsTakenOnce) {
-    std::thread answering([this] { answer(1, "text\n"); });
-    const Worker::Outcome outcome = read("document");
-    answering.join();
+    send("document");
+    answer(0, asked(0), "text\n");
+    const Worker::Outcome outcome = receive();
     EXPECT_EQ(outcome.fate, Worker::Fate::usable);
     EXPECT_EQ(outcome.extraction.text, "text\n");
     EXPECT_TRUE(worker->isReady());
 }
 
 TEST_F(WorkerTest, aWorkerThatSpeaksUnaskedIsNotReady) {
-    std::thread answering([this] { answer(2, "text\n"); });
-    EXPECT_EQ(read("document").extraction.text, "text\n");
-    answering.join();
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        send("document");
+        const Token token = asked(channel);
+        answer(channel, token, "text\n");
+        EXPECT_EQ(receive().extraction.text, "text\n");
+        EXPECT_TRUE(worker->isReady());
+    }
+    answer(1, 0, "unasked\n");
     EXPECT_FALSE(worker->isReady());
 }
 
 TEST_F(WorkerTest, anAnswerThatWasPreparedForTheNextDocumentIsNotTaken) {
-    std::thread answering([this] { answer(2, "prepared\n"); });
-    static_cast<void>(read("document"));
-    answering.join();
+    send("document");
+    const Token token = asked(0);
+    answer(0, token, "text\n");
+    answer(1, token, "prepared\n");
+    static_cast<void>(receive());
     // As if it had come just after the question whether the worker is ready.
-    EXPECT_EQ(read("next").fate, Worker::Fate::unbegun);
+    send("next");
+    EXPECT_EQ(receive().fate, Worker::Fate::unbegun);
+}
+
+TEST_F(WorkerTest, aDocumentWaitsWhileAnotherOneIsRead) {
+    const std::string first = "document";
+    const std::string second = "next";
+    send(first);
+    send(second);
+    answer(0, asked(0), "text\n");
+    answer(1, asked(1), "next text\n");
+    EXPECT_EQ(receive().extraction.text, "text\n");
+    EXPECT_EQ(receive().extraction.text, "next text\n");
 }
 
 TEST_F(WorkerTest, oneThatEndsBeforeItHasReadTheDocumentHasNotBegun) {
-    other.close();
-    EXPECT_EQ(read("document").fate, Worker::Fate::unbegun);
+    end();
+    send("document");
+    EXPECT_EQ(receive().fate, Worker::Fate::unbegun);
 }
 
 TEST_F(WorkerTest, oneThatEndsAfterItHasReadTheDocumentHasCrashed) {
-    std::thread reading([this] {
-        std::string asked(4096, '\0');
-        EXPECT_GT(::read(other.number(), asked.data(), asked.size()), 0);
-        other.close();
-    });
-    const Worker::Outcome outcome = read("document");
-    reading.join();
+    send("document");
+    static_cast<void>(asked(0));
+    end();
+    const Worker::Outcome outcome = receive();
     EXPECT_EQ(outcome.fate, Worker::Fate::ended);
     EXPECT_EQ(outcome.extraction.reason, Reason::crashed);
+}
+
+TEST_F(WorkerTest, oneThatEndsWhileADocumentWaitsHasCrashedByTheOneItRead) {
+    const std::string first = "document";
+    const std::string second = "next";
+    send(first);
+    send(second);
+    static_cast<void>(asked(0));
+    end();
+    const Worker::Outcome outcome = receive();
+    EXPECT_EQ(outcome.fate, Worker::Fate::ended);
+    EXPECT_EQ(outcome.extraction.reason, Reason::crashed);
+}
+
+TEST_F(WorkerTest, oneThatEndsBetweenTwoDocumentsHasNotBegunTheSecond) {
+    const std::string first = "document";
+    const std::string second = "next";
+    send(first);
+    send(second);
+    answer(0, asked(0), "text\n");
+    end();
+    EXPECT_EQ(receive().fate, Worker::Fate::usable);
+    EXPECT_EQ(receive().fate, Worker::Fate::unbegun);
 }
 
 } // namespace

@@ -20,6 +20,7 @@ struct Letter {
     std::uint8_t rank = 0; ///< of a mark among those with the place of its letter
     bool isBlank = false;
     bool isFromAnnotation = false;
+    bool isApart = false; ///< it begins a run that is kept whole behind one that it is drawn over
 
     [[nodiscard]] float middle() const { return (left + right) / 2; }
 };

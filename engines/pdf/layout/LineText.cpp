@@ -17,6 +17,13 @@ constexpr float kBackStep = 0.2F;
 /// A mark may be so far beside the letters of its cluster. In ems.
 constexpr float kBesideCluster = 0.5F;
 
+/// A run is drawn over another one, and not into its gaps, if so many of its letters are over letters of the other one:
+/// a single one may be an accent, or a tick in a box. A letter that its run ends with a blank is a word.
+constexpr std::size_t kLeastOver = 2;
+/// Sorting tears two runs apart if so many letters of both are among those of the other one. Fewer are a word that
+/// touches the next one.
+constexpr std::size_t kLeastInterleaved = 3;
+
 bool mayBeRightToLeft(char32_t c) {
     return c >= kFirstRightToLeft && directionOf(c) == Direction::right;
 }
@@ -82,24 +89,90 @@ void LineWriter::collect(std::span<const std::uint32_t> spans) {
     hasRightToLeft_ = false;
     overlaps_ = false;
     inOrder_ = true;
-    for (const std::uint32_t span : spans)
+    firstLetters_.clear();
+    for (const std::uint32_t span : spans) {
+        firstLetters_.push_back(letters_.size());
         collectSpan(orientation_.spans[span]);
+    }
+}
+
+std::span<Letter> LineWriter::lettersOf(std::size_t span) {
+    const std::size_t end = span + 1 < firstLetters_.size() ? firstLetters_[span + 1] : letters_.size();
+    return std::span(letters_).subspan(firstLetters_[span], end - firstLetters_[span]);
+}
+
+/// Whether a run is drawn over the end of an earlier one, so that their letters would be mixed. Letters that are drawn
+/// twice at one place are mixed on purpose.
+bool LineWriter::isOver(std::span<const Letter> run, std::span<const Letter> earlier) const {
+    const float left = run.front().left;
+    std::size_t over = 0;
+    std::size_t interleaved = 0;
+    const Letter* below = earlier.data();
+    const Letter* const end = below + earlier.size();
+    while (below != end && below->right <= left)
+        ++below;
+    for (const Letter* letter = below; letter != end; ++letter)
+        interleaved += !letter->isBlank && letter->middle() > left ? 1 : 0;
+    for (const Letter& letter : run) {
+        if (letter.isBlank) continue;
+        while (below != end && (below->isBlank || below->right <= letter.left))
+            ++below;
+        if (below == end) break;
+        if (areTwins(*below, letter)) return false;
+        ++interleaved;
+        const float common = std::min(below->right, letter.right) - std::max(below->left, letter.left);
+        over += 2 * common > std::min(letter.right - letter.left, below->right - below->left) ? 1 : 0;
+    }
+    return over >= (run.back().isBlank ? 1 : kLeastOver) && interleaved >= kLeastInterleaved;
+}
+
+/// Puts runs that are drawn over others behind them: texts that an optical reader measured too wide, labels over other
+/// text.
+void LineWriter::keepRunsWhole() {
+    std::size_t widest = 0; // of the runs so far that follow one another
+    float end = 0;          // of the runs, in the order in which they are sorted
+    bool isMoved = false;
+    for (std::size_t i = 0; i < firstLetters_.size(); ++i) {
+        const std::span<Letter> run = lettersOf(i);
+        if (run.empty()) continue;
+        const float left = run.front().left;
+        const std::span<Letter> earlier = lettersOf(widest);
+        const bool follows = i > 0 && !earlier.empty() && left > earlier.front().left;
+        if (!follows) isMoved = false;
+        const float move = follows && left < end && (isMoved || isOver(run, earlier)) ? end - left : 0;
+        if (move > 0) {
+            isMoved = true;
+            for (Letter& letter : run)
+                letter.place += move;
+            for (Letter& letter : run) {
+                letter.isApart = !letter.isBlank;
+                if (letter.isApart) break;
+            }
+        }
+        const float right = run.back().right + move;
+        if (follows && right < end) continue;
+        widest = i;
+        end = right;
+    }
+}
+
+/// Whether it is the same letter at one place.
+bool LineWriter::areTwins(const Letter& first, const Letter& letter) const {
+    const auto textOf = [this](const Letter& of) {
+        return std::u32string_view(page_.text).substr(of.textBegin, of.textEnd - of.textBegin);
+    };
+    return std::abs(first.left - letter.left) < kTwin * letter.size &&
+           std::abs(first.right - letter.right) < kTwin * letter.size && textOf(first) == textOf(letter);
 }
 
 /// Of equal letters at one place the first stays.
 void LineWriter::dropRepeated() {
-    const auto textOf = [this](const Letter& letter) {
-        return std::u32string_view(page_.text).substr(letter.textBegin, letter.textEnd - letter.textBegin);
-    };
     std::size_t kept = 0;
     for (const Letter& letter : letters_) {
         bool isTwin = false;
         constexpr std::size_t kNeighbours = 4;
         for (std::size_t back = 1; back <= kNeighbours && back <= kept && !isTwin; ++back) {
-            const Letter& before = letters_[kept - back];
-            isTwin = std::abs(before.left - letter.left) < kTwin * letter.size &&
-                     std::abs(before.right - letter.right) < kTwin * letter.size &&
-                     letter.right - letter.left > kTwin * letter.size && textOf(before) == textOf(letter);
+            isTwin = letter.right - letter.left > kTwin * letter.size && areTwins(letters_[kept - back], letter);
         }
         if (!isTwin) letters_[kept++] = letter;
     }
@@ -118,7 +191,7 @@ float LineWriter::thresholdOfLetters() {
                 drawnBlank = (letter.right - letter.left) / letter.size;
         } else if (letter.right == letter.left) {
             continue; // a mark
-        } else if (before != nullptr && !before->isBlank) {
+        } else if (before != nullptr && !before->isBlank && !letter.isApart) {
             const float size = std::max(letter.size, before->size);
             const float width = (letter.left - before->right) / size;
             widest = std::max(widest, width);
@@ -173,7 +246,9 @@ void LineWriter::writeFromTheLeft(std::u32string& out) {
             mark = nullptr;
             continue;
         }
-        if (before != nullptr) {
+        if (before != nullptr && letter.isApart) {
+            out.push_back(U' ');
+        } else if (before != nullptr) {
             if (letter.left < before->right - kKerned * letter.size && compose(*before, letter, out)) {
                 if (letter.right > before->right) before = &letter;
                 blank = false;
@@ -218,6 +293,7 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
             letter.place = letter.left;
         mixed_.attachMarks(letters_);
     }
+    if (!inOrder_ && overlaps_ && !hasRightToLeft_) keepRunsWhole();
     if (!inOrder_ || hasRightToLeft_) sortLetters();
     const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();

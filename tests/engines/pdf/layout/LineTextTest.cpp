@@ -93,6 +93,38 @@ TEST(PdfLineText, blanksAndCommasThatAreDrawnFirstGoIntoTheirLine) {
     EXPECT_EQ(textOf(builder), "one three, fourths end\n");
 }
 
+TEST(PdfLineText, aRunDrawnOverAnotherOneStaysWhole) {
+    const struct {
+        const char* what;
+        PageBuilder page;
+        const char* text;
+    } cases[] = {
+        {"a text over the end of another one", PageBuilder().text(10, 700, U"first text").text(42, 700, U"second one"),
+         "first text second one\n"},
+        {"two texts over the end of another one, and what is drawn behind all of them",
+         PageBuilder()
+             .text(10, 700, U"20035 ")
+             .letter(0.2F)
+             .text(21, 700, U"% ")
+             .text(24, 700, U"20-% ")
+             .letter(0.5F)
+             .text(50, 700, U"behind"),
+         "20035 % 20-% behind\n"},
+        {"of one text over another one only the first letters are over letters",
+         PageBuilder().text(10, 700, U"first text").text(51, 700, U"second"), "first text second\n"},
+        {"two words that touch", PageBuilder().text(10, 700, U"word ").text(27, 700, U"next"), "wordnext\n"},
+        {"a text that is drawn twice, the second time in two runs",
+         PageBuilder().text(10, 700, U"a shadow").text(10.3F, 700, U"a sha").text(35.3F, 700, U"dow"), "a shadow\n"},
+        {"a sign over a letter of a word", PageBuilder().text(10, 700, U"Mobius").text(15, 700, U"\u00A8"), "Möbius\n"},
+        {"a tick over a box", PageBuilder().text(10, 700, U"\u25A1 yes").text(10.8F, 700, U"\u2713"),
+         "\u25A1\u2713 yes\n"},
+        {"text that goes on before the one it was drawn over",
+         PageBuilder().text(50, 700, U"first text").text(10, 700, U"second"), "second first text\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(textOf(c.page), c.text) << c.what;
+}
+
 TEST(PdfLineText, aFieldIsApartFromItsLabel) {
     PageBuilder builder;
     builder.text(10, 700, U"choice").flags(kFromAnnotation).text(39, 700, U"first");
