@@ -12,6 +12,7 @@
 #include "cli/Threads.h"
 #include "cli/options/Arguments.h"
 #include "cli/options/HelpText.h"
+#include "cli/results/Merge.h"
 #include "posix/Arenas.h"
 #include "posix/FileDescriptor.h"
 
@@ -121,7 +122,16 @@ std::variant<ResultsFile::Resumed, ResultsFailure> openResults(const Arguments& 
     return ResultsFile::Resumed{std::move(std::get<ResultsFile>(created)), {}};
 }
 
+int mergeAll(const Arguments& arguments) {
+    const auto merged = identityOf(*arguments.mergedResults);
+    for (const std::string& file : arguments.inputs)
+        if (merged && identityOf(file) == merged)
+            return failOnUsage("the merged results would replace the results '" + file + "'");
+    return mergeResults(arguments);
+}
+
 int convertDocuments(Arguments arguments) {
+    if (arguments.mergedResults) return mergeAll(arguments);
     if (arguments.documentsFrom == DocumentsFrom::requests) return serveAll(std::move(arguments));
     const bool isPicture = arguments.explainedPage.has_value();
     if (isPicture && arguments.output && isFolder(*arguments.output))

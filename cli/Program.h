@@ -11,6 +11,7 @@ inline constexpr int kSomeFailed = 1;
 inline constexpr int kUsage = 2;
 inline constexpr int kNothingAccepted = 3;
 inline constexpr int kDestinationUnwritable = 4;
+inline constexpr int kIncomplete = 5;
 inline constexpr int kInterrupted = 130;
 inline constexpr int kReaderGone = 141; ///< the exit code that a shell shows for a filter ended by SIGPIPE
 

@@ -13,6 +13,10 @@ if(QUILLOW_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLOW_CCACHE})
 endif()
 
+# Where the helper programs (quillow-worker, quillow-fetch) are installed, and that folder seen from the programs that start them.
+set(QUILLOW_LIBEXECDIR ${CMAKE_INSTALL_LIBEXECDIR}/quillow)
+file(RELATIVE_PATH QUILLOW_LIBEXEC_FROM_BIN ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBEXECDIR}/quillow)
+
 add_compile_options(-Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # False reports of this compiler when it optimises: bug 105651, "literal" + std::string; bug 105562 and similar ones,

@@ -81,13 +81,23 @@ void MWPhoneHome::dailyVerboseCheckForLastReleaseAvailable(Sender /*sender*/) {
     if (lastCheckNotToday()) startCheck(Notify::yes, Notify::no);
 }
 
+void MWPhoneHome::setIsChekingUpdateSystem(bool value) {
+    const bool changes = isChekingUpdateSystem_ != value;
+    isChekingUpdateSystem_ = value;
+    if (changes && checkHandler_) checkHandler_(value);
+}
+
+void MWPhoneHome::setCheckHandler(std::function<void(bool isChecking)> handler) {
+    checkHandler_ = std::move(handler);
+}
+
 void MWPhoneHome::startCheck(Notify available, Notify notAvailable) {
     if (isChekingUpdateSystem_) return;
     checkForLastReleaseAvailableAndNotifyIsAvailable(available == Notify::yes, notAvailable == Notify::yes);
 }
 
 void MWPhoneHome::checkForLastReleaseAvailableAndNotifyIsAvailable(bool notifyIsAvailable, bool notAvailable) {
-    isChekingUpdateSystem_ = true;
+    setIsChekingUpdateSystem(true);
     ports_.backgroundQueue.addOperation([this, notifyIsAvailable, notAvailable] {
         auto list = getDictionaryFromTheNet();
         ports_.mainQueue.addOperation([this, list = std::move(list), notifyIsAvailable, notAvailable] {
@@ -107,7 +117,7 @@ void MWPhoneHome::finishCheck(const std::optional<Boxed::Dictionary>& list, bool
     } else if (notAvailable) {
         notifyAboutFailedChechForUpdate();
     }
-    isChekingUpdateSystem_ = false;
+    setIsChekingUpdateSystem(false);
 }
 
 std::optional<Boxed::Dictionary> MWPhoneHome::getDictionaryFromTheNet() const {
@@ -142,7 +152,7 @@ void MWPhoneHome::notifyAboutUpdateAvailable(const Boxed::Dictionary& list) {
          {QStringLiteral("Download Update"), QStringLiteral("Download Page"), QStringLiteral("Later")}});
     if (answer == kAlertFirstButtonReturn) openUrlOf(list, kDownloadUrl);
     if (answer == kAlertSecondButtonReturn) openUrlOf(list, kDownloadPageUrl);
-    isChekingUpdateSystem_ = false;
+    setIsChekingUpdateSystem(false);
 }
 
 void MWPhoneHome::notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& list) {
@@ -155,7 +165,7 @@ void MWPhoneHome::notifyAboutYourAppIsLastAvailable(const Boxed::Dictionary& lis
          AlertStyle::warning,
          {QStringLiteral("Go to Varnel Download Page"), QStringLiteral("Close")}});
     if (answer == kAlertFirstButtonReturn) openUrlOf(list, kDownloadPageUrl);
-    isChekingUpdateSystem_ = false;
+    setIsChekingUpdateSystem(false);
 }
 
 void MWPhoneHome::notifyAboutFailedChechForUpdate(Sender /*ignored*/) {
@@ -167,7 +177,7 @@ void MWPhoneHome::notifyAboutFailedChechForUpdate(Sender /*ignored*/) {
              "Check your internet connection or try later."),
          AlertStyle::warning,
          {QStringLiteral("OK")}}));
-    isChekingUpdateSystem_ = false;
+    setIsChekingUpdateSystem(false);
 }
 
 void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
@@ -194,7 +204,7 @@ void MWPhoneHome::inCaseInviteToCheckForLastReleaseAvailable() {
     if (answer == kAlertSecondButtonReturn) ports_.supportUtility.visitUs();
     // deliberate: cleared whichever button was pressed, even if the check just started still runs. A second check can
     // then start before the first has ended.
-    isChekingUpdateSystem_ = false;
+    setIsChekingUpdateSystem(false);
 }
 
 void MWPhoneHome::openUrlOf(const Boxed::Dictionary& list, const char16_t* name) const {

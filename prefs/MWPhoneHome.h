@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace quillow {
@@ -29,7 +30,7 @@ struct PhoneHomePorts {
     Clock& clock;
     Defaults& defaults;
     MainQueue& mainQueue;
-    PropertyListLoader& propertyListLoader;
+    const PropertyListLoader& propertyListLoader;
     Workspace& workspace;
     const MWAppSupportUtility& supportUtility;
 };
@@ -74,7 +75,9 @@ public:
 
     /// True while a check is in progress. Keeps the main thread from starting a second one; it is not a lock.
     [[nodiscard]] bool isChekingUpdateSystem() const { return isChekingUpdateSystem_; }
-    void setIsChekingUpdateSystem(bool value) { isChekingUpdateSystem_ = value; }
+    void setIsChekingUpdateSystem(bool value);
+    /// Called with true when a check begins and with false when it ends. At most one handler; an empty one removes it.
+    void setCheckHandler(std::function<void(bool isChecking)> handler); // selector: none
 
     // The application's release and name, and the addresses of its release list. Any thread may read and set them. A
     // running check reads each value when it uses it.
@@ -99,6 +102,7 @@ private:
 
     PhoneHomePorts ports_;
     bool isChekingUpdateSystem_ = false;
+    std::function<void(bool isChecking)> checkHandler_;
     AtomicProperty<Boxed> myAppRelease_;
     AtomicProperty<std::optional<QString>> myAppName_;
     AtomicProperty<std::optional<QString>> myPlistUrl1_;

@@ -16,6 +16,12 @@ SupportAddresses supportAddresses() {
             QString::fromUtf16(configuration::kSiteUrl), QString::fromUtf16(configuration::kStoreUrl)};
 }
 
+QByteArray updateKey() {
+    QByteArray key;
+    if constexpr (configuration::kTakesMirrorsFromTests) key = qgetenv("QUILLOW_TEST_UPDATE_KEY");
+    return QByteArray::fromHex(key.isEmpty() ? QByteArray(configuration::kUpdateKey) : key);
+}
+
 } // namespace
 
 Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
@@ -23,7 +29,9 @@ Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminati
     , termination(terminationOfProgram)
     , extractor(&logReason,
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
-    , supportUtility(workspace, alerts, systemInfo, supportAddresses()) {
+    , supportUtility(workspace, alerts, systemInfo, supportAddresses())
+    , propertyListLoader(std::ref(fetch), updateKey()) {
+    backgroundWork.setEnding(termination, [this] { window.showEnding(); });
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 

@@ -4,6 +4,7 @@
 #include "app/Configuration.h"
 #include "base/UndoManager.h"
 #include "frame/MWAppSupportUtility.h"
+#include "platform/Platform.h"
 #include "platform/Termination.h"
 #include "platform/engine/EngineTextReaders.h"
 #include "platform/engine/IsolatedEngine.h"
@@ -17,6 +18,7 @@
 #include "platform/qt/files/QtFileSystem.h"
 #include "platform/qt/files/QtWorkspace.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
+#include "platform/qt/services/FetchProcess.h"
 #include "platform/qt/services/IcuDateFormatting.h"
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "platform/qt/services/QtClock.h"
@@ -30,11 +32,11 @@
 #include "platform/qt/storage/QtDefaults.h"
 #include "platform/qt/storage/QtTextUnarchiver.h"
 #include "platform/qt/windows/MainWindow.h"
-#include "platform/qt/windows/PreferencesWindow.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
-#include "platform/qt/windows/QtToolbar.h"
 #include "util/MWValueTransformer.h"
+
+#include <functional>
 
 namespace quillow {
 
@@ -67,13 +69,11 @@ struct Adapters {
     QtArchive archive{fileSystem};
     QtSystemInfo systemInfo;
     QtTimers timers;
-    QtToolbarFactory toolbarFactory{PreferencesWindow::kToolbarHeight};
     UndoManager undoManager;
     QtImageCodec imageCodec;
     QtTextUnarchiver textUnarchiver;
     ValueTransformerRegistry valueTransformers;
     MainWindow window{alerts, workspace};
-    PreferencesWindow preferences{kUpdateCheck};
     QtDocuments documents{window.window()};
     QtMenus menus{window.applicationMenu()};
     QtMenu helpMenu{window.helpMenu()};
@@ -91,6 +91,7 @@ struct Adapters {
     // For the update checker. The queue comes last: its downloads end before the adapters that they report to are
     // destroyed.
     MWAppSupportUtility supportUtility;
+    FetchProcess fetch{FetchProcess::standardProgram()};
     QtPropertyListLoader propertyListLoader;
     QtBackgroundQueue backgroundQueue;
 };

@@ -1,6 +1,7 @@
 #include "program/Application.h"
 
 #include "platform/qt/life/WindowActivation.h"
+#include "platform/qt/life/WindowPings.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -24,6 +25,7 @@ Application* Application::running = nullptr;
 Application::Application(Findable findable)
     : findable_(findable)
     , signals_([this] { quit(); }) {
+    WindowPings::setQuitHandler([this] { signals_.request(); });
     qApp->installEventFilter(this);
     connect(qApp, &QGuiApplication::saveStateRequest, this, &leaveOutDocuments);
     QMetaObject::invokeMethod(
@@ -31,6 +33,7 @@ Application::Application(Findable findable)
 }
 
 Application::~Application() {
+    WindowPings::setQuitHandler({});
     running = nullptr;
 }
 
@@ -52,6 +55,7 @@ void Application::launch() {
     const bool endsWithWindow = delegate.applicationShouldTerminateAfterLastWindowClosed();
     QGuiApplication::setQuitOnLastWindowClosed(endsWithWindow || findable_ == Findable::no);
     delegate.applicationWillFinishLaunching({});
+    parts_->window().callWhenUp([this] { mainQueue_.addOperation([this] { parts_->doWhatCanWait(); }); });
     delegate.applicationDidFinishLaunching({});
     isLaunched_ = true;
     for (const auto& action : std::exchange(afterLaunch_, {}))

@@ -1,8 +1,11 @@
 #include "program/Parts.h"
 
 #include "platform/qt/controls/DiscloseButton.h"
+#include "platform/qt/dragdrop/DocumentGlyph.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "prefs/MWPhoneHome.h"
+
+#include <QGuiApplication>
 
 #include <utility>
 
@@ -10,6 +13,10 @@ namespace quillow {
 namespace {
 
 QuillowAppDelegate::UpdateMirrors updateMirrors() {
+    if constexpr (configuration::kTakesMirrorsFromTests) {
+        const QStringList mirrors = qEnvironmentVariable("QUILLOW_TEST_MIRRORS").split(u' ');
+        if (mirrors.size() == 4) return {mirrors[0], mirrors[1], mirrors[2], mirrors[3]};
+    }
     return {QString::fromUtf16(configuration::kMirrorUrl1), QString::fromUtf16(configuration::kMirrorUrl2),
             QString::fromUtf16(configuration::kMirrorUrl3), QString::fromUtf16(configuration::kMirrorUrl4)};
 }
@@ -19,7 +26,7 @@ QuillowAppDelegate::UpdateMirrors updateMirrors() {
 Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::function<void()> quit)
     : adapters_(mainQueue, termination)
     , whitePanel_(adapters_.window.dropArea())
-    , dropView_(adapters_.window.dropArea()) {
+    , dropView_(adapters_.window.dropArea().innerArea()) {
     MWPhoneHome::setSharedPorts({adapters_.alerts, adapters_.backgroundQueue, adapters_.clock, adapters_.defaults,
                                  adapters_.mainQueue, adapters_.propertyListLoader, adapters_.workspace,
                                  adapters_.supportUtility});
@@ -28,15 +35,39 @@ Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::functi
                       adapters_.undoManager);
     connectOutlets();
     connectWindows(std::move(quit));
+    adapters_.backgroundQueue.hold();
+}
+
+void Parts::doWhatCanWait() {
+    QGuiApplication::setWindowIcon(applicationIcon());
+    adapters_.backgroundQueue.release();
+}
+
+Parts::Preferences::Preferences(Adapters& adapters, QuillowAppDelegate& delegate)
+    : window(Adapters::kUpdateCheck)
+    , toolbarFactory(PreferencesWindow::kToolbarHeight)
+    , toolbarDelegate(toolbarFactory, window.window(), window.tabView())
+    , bindings(window, delegate, adapters.defaults, adapters.dateFormatting, transformsOf(adapters.valueTransformers),
+               preferencesActionsOf(delegate)) {
+    toolbarDelegate.awakeFromNib();
+    showChecks(MWPhoneHome::sharedPhoneHome(), window.updatePane());
+}
+
+Parts::Preferences::~Preferences() {
+    MWPhoneHome::sharedPhoneHome().setCheckHandler({});
+}
+
+PreferencesWindow& Parts::preferences() {
+    if (!preferences_) {
+        preferences_.emplace(adapters_, *delegate_);
+        delegate_->setPrefToolbarDelegate(&preferences_->toolbarDelegate);
+    }
+    return preferences_->window;
 }
 
 void Parts::connectOutlets() {
     dropView_.awakeFromNib();
-    prefToolbarDelegate_.emplace(adapters_.toolbarFactory, adapters_.preferences.window(),
-                                 adapters_.preferences.tabView());
-    prefToolbarDelegate_->awakeFromNib();
-    delegate_->setPrefWindow(&adapters_.preferences.window());
-    delegate_->setPrefToolbarDelegate(&*prefToolbarDelegate_);
+    delegate_->setPrefWindow(&prefWindow_);
     delegate_->setMainWindow(&adapters_.window.window());
     delegate_->setWindow(&adapters_.window.window());
     delegate_->setDragDropArea(&dropView_);
@@ -48,8 +79,6 @@ void Parts::connectOutlets() {
 
 void Parts::connectWindows(std::function<void()> quit) {
     bindings_.emplace(*delegate_, adapters_.defaults, adapters_.undoManager, adapters_.window);
-    preferencesBindings_.emplace(adapters_.preferences, *delegate_, adapters_.defaults, adapters_.dateFormatting,
-                                 transformsOf(adapters_.valueTransformers), preferencesActionsOf(*delegate_));
     adapters_.window.setStatement(delegate_->getAppStantment());
     adapters_.window.setIsolation([this] { return QString::fromStdString(adapters_.engine.isolationLine()); });
     adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));

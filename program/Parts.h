@@ -4,6 +4,10 @@
 #include "app/QuillowAppDelegate.h"
 #include "frame/MWOutlinedDragDropView.h"
 #include "frame/MWWhiteView.h"
+#include "platform/qt/controls/LazyWindow.h"
+#include "platform/qt/windows/PreferencesBindings.h"
+#include "platform/qt/windows/PreferencesWindow.h"
+#include "platform/qt/windows/QtToolbar.h"
 #include "prefs/MyPrefToolbarDelegate.h"
 #include "program/Adapters.h"
 #include "program/Wiring.h"
@@ -23,18 +27,36 @@ public:
     [[nodiscard]] QuillowAppDelegate& delegate() { return *delegate_; }
     [[nodiscard]] MainWindow& window() { return adapters_.window; }
     [[nodiscard]] MWDragDropView& dropView() { return dropView_; }
+    /// Made when they are first needed.
+    [[nodiscard]] PreferencesWindow& preferences();
+
+    /// The rest of the start, once the window is on the screen: the windows' icon and the work of the background queue.
+    void doWhatCanWait();
 
 private:
+    /// The preferences window with its toolbar's delegate.
+    struct Preferences {
+        Preferences(Adapters& adapters, QuillowAppDelegate& delegate);
+        Preferences(const Preferences&) = delete;
+        Preferences& operator=(const Preferences&) = delete;
+        ~Preferences();
+
+        PreferencesWindow window;
+        QtToolbarFactory toolbarFactory;
+        MyPrefToolbarDelegate toolbarDelegate;
+        PreferencesBindings bindings;
+    };
+
     void connectOutlets();
     void connectWindows(std::function<void()> quit);
 
     Adapters adapters_;
     MWWhiteView whitePanel_;
     MWOutlinedDragDropView dropView_;
+    LazyWindow prefWindow_{[this]() -> QtWindow& { return preferences().window(); }};
     std::optional<QuillowAppDelegate> delegate_;
-    std::optional<MyPrefToolbarDelegate> prefToolbarDelegate_;
     std::optional<Bindings> bindings_;
-    std::optional<PreferencesBindings> preferencesBindings_;
+    std::optional<Preferences> preferences_;
 };
 
 } // namespace quillow

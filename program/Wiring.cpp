@@ -1,6 +1,8 @@
 #include "program/Wiring.h"
 
 #include "base/SettingKeys.h"
+#include "platform/qt/windows/UpdatePane.h"
+#include "prefs/MWPhoneHome.h"
 
 #include <optional>
 #include <utility>
@@ -9,8 +11,9 @@ namespace quillow {
 
 Bindings::Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoManager& undoManager,
                    MainWindow& window) {
-    // This property changes at launch and whenever the user chooses or clears the folder in the preferences.
-    bind(delegate, u"displayDestinationPath", [&delegate, &defaults, &window] {
+    // This property changes at launch and whenever the user chooses or clears the folder in the preferences. Before
+    // that, an alert at launch may show the window, and nothing is known yet.
+    observe(delegate, u"displayDestinationPath", [&delegate, &defaults, &window] {
         window.setDestination(delegate.displayDestinationPath());
         const auto bookmark = defaults.objectForKey(settings::kDestBookmark.string()).data();
         window.setHasFolder(bookmark && !bookmark->isEmpty());
@@ -29,9 +32,13 @@ Bindings::Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoM
 }
 
 void Bindings::bind(KVObject& object, const char16_t* key, const std::function<void()>& show) {
+    observe(object, key, show);
+    show();
+}
+
+void Bindings::observe(KVObject& object, const char16_t* key, const std::function<void()>& show) {
     observations_.push_back(object.addObserver(QString::fromUtf16(key),
                                                [show](const QString&, const KVObject&, const Change&) { show(); }));
-    show();
 }
 
 MainWindowCommands commandsOf(QuillowAppDelegate& delegate, MWDragDropView& dropView, UndoManager& undoManager,
@@ -71,6 +78,11 @@ PreferencesBindings::Actions preferencesActionsOf(QuillowAppDelegate& delegate) 
     actions.clearDocument = [&delegate] { delegate.clearStartupSelectedDoc(); };
     actions.checkNow = [&delegate] { delegate.checkForLastReleaseAvailable(); };
     return actions;
+}
+
+void showChecks(MWPhoneHome& checker, UpdatePane& pane) {
+    checker.setCheckHandler([&pane](bool isChecking) { pane.setChecking(isChecking); });
+    pane.setChecking(checker.isChekingUpdateSystem());
 }
 
 PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry) {

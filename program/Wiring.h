@@ -14,13 +14,17 @@
 
 namespace quillow {
 
-/// Shows the delegate's properties in the window, now and after every change.
+class MWPhoneHome;
+class UpdatePane;
+
+/// Shows the delegate's properties in the window, now and after every change; the destination from the first change on.
 class Bindings {
 public:
     Bindings(QuillowAppDelegate& delegate, const Defaults& defaults, UndoManager& undoManager, MainWindow& window);
 
 private:
     void bind(KVObject& object, const char16_t* key, const std::function<void()>& show);
+    void observe(KVObject& object, const char16_t* key, const std::function<void()>& show);
 
     std::vector<Observation> observations_;
 };
@@ -31,5 +35,9 @@ private:
 /// The transformers that the panes need, looked up by name: the delegate's own, and the standard ones by class name.
 /// If a name is not registered, its transform returns nil.
 [[nodiscard]] PreferencesBindings::Transforms transformsOf(const ValueTransformerRegistry& registry);
+
+/// Shows in the pane whether an update check runs, now and whenever that changes. The checker must lose its handler
+/// before the pane ends.
+void showChecks(MWPhoneHome& checker, UpdatePane& pane);
 
 } // namespace quillow

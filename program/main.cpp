@@ -1,7 +1,6 @@
 // The desktop program. A start that finds another instance running hands its documents over and ends.
 #include "base/Release.h"
 #include "frame/MWAppSupportUtility.h"
-#include "platform/qt/dragdrop/DocumentGlyph.h"
 #include "platform/qt/life/SingleInstance.h"
 #include "program/Application.h"
 #include "program/CommandLine.h"
@@ -23,7 +22,6 @@ void describeApplication() {
     QCoreApplication::setApplicationVersion(MWAppSupportUtility::calcReleaseString(kCurrentRelease));
     // No application display name is set: Qt would append it to every window's title.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.quillow.Quillow"));
-    QGuiApplication::setWindowIcon(applicationIcon());
 }
 
 /// Identifies the user's display: a start on another display is a separate instance.

@@ -25,8 +25,18 @@ std::string mistakeOfResults(const Arguments& arguments) {
     return {};
 }
 
+std::string mistakeOfMerge(const Arguments& arguments) {
+    if (arguments.inputs.empty()) return "option '--merge-results' needs files of results";
+    if (arguments.folders == Folders::refused && !arguments.output && !arguments.mirrorRoot && !arguments.results &&
+        !arguments.explainedPage && !arguments.passwordFile && arguments.shard == Shard() &&
+        arguments.documentsFrom == DocumentsFrom::files)
+        return {};
+    return "option '--merge-results' reads files of results only; '--files-from' names their documents";
+}
+
 /// Returns the error of options that are valid one by one but not together; empty if there is none.
 std::string mistakeOfTheWhole(const Arguments& arguments) {
+    if (arguments.mergedResults) return mistakeOfMerge(arguments);
     if (arguments.documentsFrom == DocumentsFrom::requests) {
         if (!arguments.explainedPage && arguments.inputs.empty() && !arguments.inputList && !arguments.output &&
             !arguments.results && arguments.shard == Shard())

@@ -70,6 +70,7 @@ struct Arguments {
     IfExists ifExists = IfExists::overwrite;
     std::optional<std::string> results;        ///< the file of results, or kStandardStream
     std::optional<std::string> resumedResults; ///< if given, the same file: documents that have a result are left out
+    std::optional<std::string> mergedResults;  ///< or kStandardStream: the inputs are files of results, not documents
     Retry retry = Retry::nothing;
     Shard shard;                      ///< only these documents are converted
     std::optional<DocumentKind> type; ///< the kind of every input, whatever its name

@@ -75,6 +75,10 @@ std::string setResume(Arguments& arguments, std::string_view value) {
     return setOnce(arguments.resumedResults, value, "the file of results to resume");
 }
 
+std::string setMergeResults(Arguments& arguments, std::string_view value) {
+    return setOnce(arguments.mergedResults, value, "the merged file of results");
+}
+
 std::string setRetryFailed(Arguments& arguments, std::string_view) {
     arguments.retry = Retry::failed;
     return {};
@@ -308,6 +312,12 @@ constexpr std::array kOptions = {
         "shard", '\0', Section::results, About::run, "I/N", Offer::nothing, "", setShard,
         "convert only part I of N parts of the documents; a path always belongs to the same part. The texts have the "
         "same names as in one run"},
+    Option{"merge-results", '\0', Section::results, About::run, "FILE", Offer::files, "", setMergeResults,
+           "read files of results, not documents, and write them to FILE as one, with one result for each document; "
+           "\"-\" is "
+           "standard output. With --files-from, every document of LIST must have a result, and no other one may. Says "
+           "which "
+           "documents and which texts are missing"},
 
     Option{"pages", '\0', Section::text, About::document, "LIST", Offer::nothing, "", setPages,
            "only these pages, in the order of the document: 3-7,12,20- (PDF; of other documents everything is read)"},
@@ -347,6 +357,7 @@ constexpr std::array kExitCodes = {
     ExitCode{kUsage, "the arguments are not understood"},
     ExitCode{kNothingAccepted, "no input is of a type that the program reads"},
     ExitCode{kDestinationUnwritable, "the destination, a text in it or the results cannot be written"},
+    ExitCode{kIncomplete, "the merged results are not those of all documents, or a text is missing"},
     ExitCode{kInterrupted, "interrupted"},
     ExitCode{kReaderGone, "the reader of standard output is gone; there is no message"},
 };

@@ -13,7 +13,6 @@
 #include <chrono>
 #include <climits>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -25,14 +24,6 @@ namespace {
 constexpr mode_t kNewFileMode = 0666;
 /// Longer lines are no results: a path has 4,096 bytes at most, and a detail is short.
 constexpr std::size_t kLongestLine = 64 * 1024;
-
-/// Whether the text that the record names is where it was written, as far as a look at the file's size shows.
-bool hasItsText(const ResultRecord& record) {
-    if (!record.output) return true;
-    struct stat status = {};
-    return ::stat(record.output->c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
-           static_cast<std::uint64_t>(status.st_size) == record.textBytes;
-}
 
 /// How every file of results begins.
 constexpr std::string_view kBegin = "{\"schema\":";
@@ -83,42 +74,12 @@ bool isEmptyOrHasResults(const FileDescriptor& file) {
     return got >= 0 && kBegin.starts_with({begin.data(), static_cast<std::size_t>(got)});
 }
 
-struct ReadLine {
-    std::string text;
-    bool isWhole = true; ///< it has its line end
-};
-
-std::optional<ReadLine> nextLine(std::istream& in) {
-    ReadLine line;
-    if (!std::getline(in, line.text)) return std::nullopt;
-    line.isWhole = !in.eof();
-    return line;
-}
-
-/// Calls `each` with every result and its line, except an incomplete last line.
-std::optional<ResultsFailure> readLines(const std::string& path,
-                                        const std::function<void(ResultRecord, const ReadLine&)>& each) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return ResultsFailure{lastError()};
-    std::size_t number = 0;
-    while (const std::optional<ReadLine> line = nextLine(in)) {
-        ++number;
-        auto record = line->text.size() <= kLongestLine ? recordOf(line->text) : std::nullopt;
-        // A kill in the middle of a write leaves a part of a line, after which nothing was written.
-        if (!line->isWhole && !record) break;
-        if (!record) return ResultsFailure{"line " + std::to_string(number) + " is not a result of this program"};
-        each(std::move(*record), *line);
-    }
-    if (in.bad()) return ResultsFailure{lastError()};
-    return std::nullopt;
-}
-
 /// The results of an earlier run that remain.
 class Remaining {
 public:
     enum class Line { kept, dropped };
 
-    void add(ResultRecord record, const ReadLine& line, Line what) {
+    void add(ResultRecord record, const ResultLine& line, Line what) {
         lines_.push_back(what);
         hasLineEnd_ = line.isWhole;
         if (what == Line::dropped) {
@@ -154,13 +115,15 @@ private:
             waiting.clear();
         };
         std::size_t at = 0;
-        const auto failure = readLines(path, [&](const ResultRecord&, const ReadLine& line) {
+        const auto read = readResults(path, kLongestLine, [&](const ResultRecord&, const ResultLine& line) {
             if (lines_[at++] == Line::dropped) return;
             waiting += line.text + "\n";
             if (waiting.size() >= kBuffer) flush();
         });
         flush();
-        if (failure || !isWritten || !replacement.sync() || !replacement.takeOver(status)) return false;
+        if (std::holds_alternative<ResultsFailure>(read) || !isWritten || !replacement.sync() ||
+            !replacement.takeOver(status))
+            return false;
         if (!replacement.place(std::string(lastPart(path)), Present::replaced)) return false;
         file = replacement.takeFile(); // which has a lock, as every temporary file does
         return ::fcntl(file.number(), F_SETFL, O_APPEND) == 0;
@@ -176,6 +139,13 @@ private:
 };
 
 } // namespace
+
+bool hasItsText(const ResultRecord& record) {
+    if (!record.output) return true;
+    struct stat status = {};
+    return ::stat(record.output->c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+           static_cast<std::uint64_t>(status.st_size) == record.textBytes;
+}
 
 std::optional<EarlierResults::Finished> EarlierResults::take(const std::string& path) {
     const auto found = byPath_.find(path);
@@ -209,11 +179,11 @@ std::variant<ResultsFile::Resumed, ResultsFailure> ResultsFile::resume(const std
     if (const FileDescriptor folder = openFolderOf(withoutLinks(path)); folder.isOpen())
         PendingFile::removeLeftOver(folder.number());
     Remaining remaining;
-    const auto failure = readLines(path, [&](ResultRecord record, const ReadLine& line) {
+    const auto read = readResults(path, kLongestLine, [&](ResultRecord record, const ResultLine& line) {
         const bool isAgain = (retry == Retry::failed && isFailure(record.status)) || !hasItsText(record);
         remaining.add(std::move(record), line, isAgain ? Remaining::Line::dropped : Remaining::Line::kept);
     });
-    if (failure) return *failure;
+    if (const auto* const failure = std::get_if<ResultsFailure>(&read)) return *failure;
     if (!remaining.apply(path, file)) return ResultsFailure{lastError()};
     return Resumed{ResultsFile(std::move(file)), std::move(remaining.earlier())};
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/options/Arguments.h"
+#include "cli/results/ResultLines.h"
 #include "cli/results/ResultRecord.h"
 #include "posix/FileDescriptor.h"
 
@@ -39,9 +40,8 @@ private:
     std::size_t size_ = 0;
 };
 
-struct ResultsFailure {
-    std::string detail; ///< the system's error message, or a phrase such as "line 3 is not a result"
-};
+/// Whether the text that the record names is where it was written, as far as a look at the file's size shows.
+[[nodiscard]] bool hasItsText(const ResultRecord& record);
 
 /// Results are appended as documents end. A process that is killed leaves at most one incomplete line, the last one. A
 /// file is locked (flock) as long as it is open, so that two runs never write to the same one.

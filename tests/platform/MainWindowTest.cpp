@@ -6,7 +6,9 @@
 #include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
+#include "platform/qt/life/QuitKey.h"
 #include "platform/qt/life/TerminationSignals.h"
+#include "platform/qt/windows/LatestEntry.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
 #include "tests/fakes/FakeAlerts.h"
@@ -15,6 +17,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -111,10 +114,36 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
                              "showFolder", "clearLog", "switchWindows", "showMainWindow", "undo", "redo",
                              "openPreferences", "openUserGuide", "emailUs", "visitAppUrl", "visitUs", "quit"})
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
-    ASSERT_EQ(alerts_.shown().size(), 2U); // About and Help
-    EXPECT_EQ(alerts_.shown()[0].alert.messageText, QStringLiteral("Quillow 1.5.1"));
-    EXPECT_EQ(alerts_.shown()[0].alert.informativeText, QStringLiteral("the statement\n\nthe isolation"));
+    EXPECT_EQ(alerts_.shown().size(), 1U); // Help
+    EXPECT_NE(window_.findChild<QDialog*>(QStringLiteral("about")), nullptr);
     EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
+}
+
+TEST_F(MainWindowTest, aboutHasIconStatementReleaseLinkAndLicence) {
+    window_.setStatement(QStringLiteral("the statement"));
+    window_.setIsolation([] { return QStringLiteral("the isolation"); });
+    for (QAction* item : items())
+        if (plain(item->text()) == QStringLiteral("About Quillow")) item->trigger();
+    auto* about = window_.findChild<QDialog*>(QStringLiteral("about"));
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->isVisible());
+    QStringList texts;
+    bool hasIcon = false;
+    for (auto* label : about->findChildren<QLabel*>()) {
+        hasIcon = hasIcon || !label->pixmap(Qt::ReturnByValue).isNull();
+        texts.append(label->text());
+        if (!label->text().contains(QStringLiteral("href"))) continue;
+        Q_EMIT label->linkActivated(QString());
+        EXPECT_EQ(called_.count(QStringLiteral("visitAppUrl")), 1);
+    }
+    EXPECT_TRUE(hasIcon);
+    const QString all = texts.join(QLatin1Char('\n'));
+    for (const char* text : {"Release 1.5.1", "the statement", "the isolation", "Quillow on the Web", "MIT licence"})
+        EXPECT_TRUE(all.contains(QLatin1String(text))) << text;
+    for (auto* label : about->findChildren<QLabel*>())
+        EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "cut: " << label->text().toStdString();
+    about->reject();
+    EXPECT_FALSE(about->isVisible());
 }
 
 TEST_F(MainWindowTest, theHelpMenuTakesItemsOfTheLogic) {
@@ -197,7 +226,31 @@ TEST_F(MainWindowTest, showsTheDestinationAsPlainText) {
     const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
     EXPECT_EQ(label->wholeText(), QStringLiteral("<b>/home/user/Texts</b>"));
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
-    EXPECT_TRUE(label->toolTip().contains(QStringLiteral("&lt;b&gt;")));
+    runEvents();
+    EXPECT_EQ(label->hoverText(), QString()) << "nothing is elided";
+    window_.setDestination(QStringLiteral("<b>") + QString(400, u'x'));
+    runEvents();
+    EXPECT_TRUE(label->hoverText().contains(QStringLiteral("&lt;b&gt;")));
+}
+
+TEST_F(MainWindowTest, showsNoDestinationBeforeItIsKnown) {
+    const auto* label = static_cast<const ElidedLabel*>(window_.findChild<QLabel*>(QStringLiteral("destination")));
+    EXPECT_EQ(label->wholeText(), QString());
+    window_.setDestination(std::nullopt);
+    EXPECT_EQ(label->wholeText(), QStringLiteral("not chosen yet"));
+}
+
+TEST_F(MainWindowTest, descriptionsForAssistiveToolsHaveNoMarkup) {
+    enableAll();
+    window_.setDestination(QStringLiteral("/home/user/") + QString(400, u'x'));
+    window_.logView().replaceCharactersInRange({0, 0},
+                                               QStringLiteral("\nstamp} Converted /a  >>  /") + QString(400, u'b'));
+    runEvents();
+    for (auto* widget : window_.findChildren<QWidget*>()) {
+        const QString description = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
+        EXPECT_FALSE(description.contains(u'<') || description.contains(QStringLiteral("&gt;")))
+            << description.toStdString();
+    }
 }
 
 TEST_F(MainWindowTest, aLongDestinationDoesNotWidenTheWindow) {
@@ -356,6 +409,40 @@ TEST_F(MainWindowTest, theLatestEntryIsShownWhileTheLogIsNot) {
     EXPECT_FALSE(entry->isVisible());
 }
 
+TEST_F(MainWindowTest, theLatestEntryTellsWhatWasNotConverted) {
+    auto* entry = static_cast<LatestEntry*>(window_.findChild<QLabel*>(QStringLiteral("latestEntry")));
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} Converted /") + QString(400, u'x'));
+    window_.showOutcome({3, 1, 0});
+    runEvents();
+    EXPECT_TRUE(entry->hasMark());
+    EXPECT_TRUE(entry->shownText().endsWith(QStringLiteral(" \u00B7 1 not converted"))) << "only the message is elided";
+    EXPECT_TRUE(entry->accessibleName().endsWith(QStringLiteral(" \u00B7 1 not converted")));
+    window_.showOutcome({2, 0, 0});
+    EXPECT_FALSE(entry->hasMark());
+    EXPECT_EQ(entry->remark(), QString());
+    window_.showOutcome({1, 0, 1});
+    EXPECT_EQ(entry->remark(), QStringLiteral("1 not written"));
+    window_.logView().replaceCharactersInRange({0, window_.logView().length()}, QString());
+    EXPECT_EQ(entry->remark(), QString()) << "the log was cleared";
+}
+
+TEST_F(MainWindowTest, aClickOnTheLatestEntryOpensTheLog) {
+    auto* entry = window_.findChild<QLabel*>(QStringLiteral("latestEntry"));
+    window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} text"));
+    QTest::mouseClick(entry, Qt::RightButton);
+    EXPECT_TRUE(called_.isEmpty());
+    QTest::mouseClick(entry, Qt::LeftButton);
+    EXPECT_EQ(called_, QStringList(QStringLiteral("switchWindows")));
+}
+
+TEST_F(MainWindowTest, theDropAreaMarksTheOutcomeForAMoment) {
+    window_.showOutcome({2, 0, 0});
+    EXPECT_EQ(window_.dropArea().mark(), OutcomeMark::done);
+    window_.showOutcome({2, 1, 0});
+    EXPECT_EQ(window_.dropArea().mark(), OutcomeMark::attention);
+    EXPECT_TRUE(waitUntil([this] { return window_.dropArea().mark() == OutcomeMark::none; }));
+}
+
 TEST_F(MainWindowTest, aLongEntryDoesNotWidenTheWindow) {
     window_.logView().replaceCharactersInRange({0, 0}, QStringLiteral("\nstamp} ") + QString(400, u'x'));
     runEvents();
@@ -435,6 +522,53 @@ TEST_F(MainWindowTest, theSpinnerTurnsAndNothingReEntersDuringALongReading) {
     EXPECT_EQ(reEntries, 0);
     runEvents();
     EXPECT_EQ(later, 2);
+}
+
+TEST_F(MainWindowTest, aRequestToEndIsShownDuringALongReading) {
+    const TerminationSignals termination([] {});
+    BackgroundWork work(&window_.spinner());
+    int shown = 0;
+    work.setEnding(termination, [&] {
+        ++shown;
+        window_.showEnding();
+    });
+    const auto title = [this] { return window_.dropArea().title(); };
+    EXPECT_EQ(title(), QStringLiteral("Drop documents here"));
+    const auto done = work.wait<std::optional<int>>([&]() -> std::optional<int> {
+        termination.request();
+        std::this_thread::sleep_for(4 * BackgroundWork::kFrame);
+        return 1;
+    });
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(title(), QStringLiteral("Quitting\u2026"));
+}
+
+TEST(TerminationSignals, aRequestOfAnotherThreadBecomesACallOnTheMainThread) {
+    int calls = 0;
+    const TerminationSignals termination([&calls] { ++calls; });
+    std::thread([&termination] { termination.request(); }).join();
+    EXPECT_TRUE(termination.isRequested());
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(waitUntil([&calls] { return calls == 1; }));
+}
+
+TEST(QuitKey, isCtrlAndQInTheLayoutOfThePress) {
+    using Symbols = std::vector<std::uint32_t>;
+    const Symbols qwerty{'q', 'Q', 'q', 'Q'};
+    const Symbols azertyFirst{'a', 'A', 'q', 'Q'};
+    const Symbols cyrillicFirst{0x6CA, 0x6EA, 'q', 'Q'};
+    constexpr std::uint16_t kControl = 4;
+    EXPECT_TRUE(isQuitKey(kControl, qwerty));
+    EXPECT_TRUE(isQuitKey(kControl | 2 | 16, qwerty)) << "Caps Lock and Num Lock do not matter";
+    EXPECT_FALSE(isQuitKey(0, qwerty));
+    for (const int other : {1, 8, 64})
+        EXPECT_FALSE(isQuitKey(static_cast<std::uint16_t>(kControl | other), qwerty)) << other;
+    EXPECT_FALSE(isQuitKey(kControl, azertyFirst));
+    EXPECT_TRUE(isQuitKey(kControl | 1U << 13, azertyFirst)) << "the second layout";
+    EXPECT_TRUE(isQuitKey(kControl, cyrillicFirst));
+    EXPECT_FALSE(isQuitKey(kControl, Symbols{'w', 'W'}));
+    EXPECT_FALSE(isQuitKey(kControl, Symbols{}));
 }
 
 TEST(TerminationSignals, aSignalBecomesACallOnTheMainThread) {

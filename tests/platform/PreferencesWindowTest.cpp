@@ -330,6 +330,56 @@ TEST_F(PreferencesBindingsTest, stateLinesFollowTheDelegate) {
     EXPECT_EQ(preferences_.generalPane().document().state(), QStringLiteral("Not valid bookmark. Please re-select"));
 }
 
+TEST_F(PreferencesBindingsTest, aFolderIsShownAndClearedOnlyIfThereIsOne) {
+    store_.setObject(1, QStringLiteral("destinationType"));
+    const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
+    const auto areEnabled = [this] {
+        EXPECT_EQ(control<QPushButton>(u"Show")->isEnabled(), control<QPushButton>(u"Clear")->isEnabled());
+        return control<QPushButton>(u"Show")->isEnabled();
+    };
+    EXPECT_FALSE(areEnabled());
+    EXPECT_TRUE(control<QPushButton>(u"Select\u2026")->isEnabled());
+    store(QByteArray("bookmark"), u"destBookmark");
+    EXPECT_TRUE(areEnabled());
+    store(QByteArray(""), u"destBookmark");
+    EXPECT_FALSE(areEnabled());
+}
+
+TEST_F(PreferencesBindingsTest, thePromptIsHiddenOnceThereIsAFolder) {
+    delegate_.destMessageString.set(QStringLiteral("Please select a file or change startup option"));
+    const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
+    const ChosenItem& folder = preferences_.generalPane().folder();
+    EXPECT_EQ(folder.state(), QStringLiteral("Please select a file or change startup option"));
+    store(QByteArray("bookmark"), u"destBookmark");
+    EXPECT_EQ(folder.state(), QString());
+    delegate_.destMessageString.set(QStringLiteral("Stale Bookmark. Please re-select"));
+    EXPECT_EQ(folder.state(), QStringLiteral("Stale Bookmark. Please re-select")) << "that is no prompt";
+}
+
+TEST_F(PreferencesBindingsTest, theStateLineIsDimWhileTheFolderIsAskedFor) {
+    const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
+    const auto isDim = [this] {
+        for (const auto* label : preferences_.generalPane().folder().findChildren<QLabel*>())
+            if (label->accessibleName().contains(QStringLiteral(" state: "))) return !label->isEnabled();
+        ADD_FAILURE() << "no state line";
+        return false;
+    };
+    EXPECT_TRUE(isDim());
+    store(1, u"destinationType");
+    EXPECT_FALSE(isDim());
+}
+
+TEST_F(PreferencesBindingsTest, theFirstFocusIsOnTheChosenDestination) {
+    store_.setObject(1, QStringLiteral("destinationType"));
+    const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
+    preferences_.show();
+    EXPECT_EQ(preferences_.focusWidget(), control<QRadioButton>(u"Fixed folder"));
+    preferences_.close();
+    store(0, u"destinationType");
+    preferences_.show();
+    EXPECT_EQ(preferences_.focusWidget(), control<QRadioButton>(u"Ask when saving"));
+}
+
 TEST_F(PreferencesBindingsTest, theStartupActionIsShownAndStored) {
     const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());
     auto* action = preferences_.findChild<QComboBox*>();
@@ -365,6 +415,7 @@ TEST_F(PreferencesBindingsTest, documentButtonsNeedTheirActionAndADocument) {
 
 TEST_F(PreferencesBindingsTest, buttonsRunTheirActions) {
     store_.setObject(1, QStringLiteral("destinationType"));
+    store_.setObject(QByteArray("bookmark"), QStringLiteral("destBookmark"));
     store_.setObject(3, QStringLiteral("StartupActionTag"));
     store_.setObject(QStringLiteral("/a/document.rtf"), QStringLiteral("StartupSelectedDocPath"));
     const PreferencesBindings bindings(preferences_, delegate_, defaults_, dates_, transforms(), actions());

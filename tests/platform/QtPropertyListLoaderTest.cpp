@@ -1,6 +1,5 @@
 // Property lists from real servers on this machine. Most of the servers misbehave.
-#include "platform/qt/services/QtPropertyListLoader.h"
-
+#include "platform/qt/network/HttpDownload.h"
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "tests/platform/BinaryListWriter.h"
 #include "tests/platform/LocalWebServer.h"
@@ -12,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 
 namespace quillow {
 namespace {
@@ -20,8 +20,25 @@ using Scheme = LocalWebServer::Scheme;
 
 const QByteArray kList = "<plist version=\"1.0\"><dict><key>LRA</key><integer>10502</integer></dict></plist>";
 const Boxed::Dictionary kDictionary{{QStringLiteral("LRA"), 10502}};
+/// A key made for these tests, and the signature of kList by its owner.
+const QByteArray kPublicKey = QByteArray::fromHex("c2d0592c696ff01e6feb626fe71f4f9741e9c1d5755b48dcf93ad1faf6201e75");
+const QByteArray kSignature = QByteArray::fromHex("bc8ff66e2b8c481757f3fdbeab3e5efd50c0b227e5cb24427f73ca53dc11efa5"
+                                                  "9375cf6fa227b3534a24b143f7d43f4a094c24a0352c037e35e5ed8815446209");
 /// A timeout in milliseconds, so long that a test fails if it waits for it.
 constexpr int kHour = 3'600'000;
+
+/// A loader that downloads in this process.
+struct DirectLoader {
+    explicit DirectLoader(int timeoutMilliseconds, const QByteArray& publicKey = {})
+        : download(timeoutMilliseconds)
+        , loader(std::ref(download), publicKey) {}
+    [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const {
+        return loader.dictionaryWithContentsOfURL(url);
+    }
+
+    HttpDownload download;
+    QtPropertyListLoader loader;
+};
 
 class Loader : public testing::Test {
 protected:
@@ -35,7 +52,7 @@ protected:
     }
 
     LocalWebServer server;
-    QtPropertyListLoader loader{kHour};
+    DirectLoader loader{kHour};
 };
 
 TEST_F(Loader, readsAListInEitherForm) {
@@ -67,13 +84,13 @@ TEST_F(Loader, aClosedPortGivesNothing) {
 }
 
 TEST_F(Loader, aHostThatDoesNotExistGivesNothing) {
-    EXPECT_EQ(QtPropertyListLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
+    EXPECT_EQ(DirectLoader(2000).dictionaryWithContentsOfURL(QStringLiteral("http://nowhere.invalid/list")),
               std::nullopt);
 }
 
 TEST_F(Loader, aServerThatDoesNotAnswerIsGivenUp) {
     server.handle("/list", [](QTcpSocket&) {});
-    EXPECT_EQ(QtPropertyListLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(100).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
     EXPECT_EQ(server.requestCount(), 1);
 }
 
@@ -84,7 +101,7 @@ TEST_F(Loader, aServerThatDripsIsGivenUp) {
         QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write(" "); });
         timer->start(10);
     });
-    EXPECT_EQ(QtPropertyListLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(300).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatIsNoDictionaryGivesNothing) {
@@ -127,7 +144,7 @@ TEST_F(Loader, hugeHeadersAreNotWaitedFor) {
                          [&socket] { socket.write("X-Filler: " + QByteArray(1 << 12, 'x') + "\r\n"); });
         socket.write("HTTP/1.1 200 OK\r\n");
     });
-    EXPECT_EQ(QtPropertyListLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
+    EXPECT_EQ(DirectLoader(3000).dictionaryWithContentsOfURL(server.url("/list")), std::nullopt);
 }
 
 TEST_F(Loader, whatUnpacksToMoreThanTheLimitGivesNothing) {
@@ -228,6 +245,70 @@ TEST_F(Loader, quittingEndsADownloadAtOnce) {
     // No new download starts.
     EXPECT_EQ(load("/list"), std::nullopt);
     EXPECT_EQ(server.requestCount(), 1);
+}
+
+TEST_F(Loader, sendsNothingThatIdentifiesTheUser) {
+    const QByteArray languages = qgetenv("LANGUAGE");
+    qputenv("LANGUAGE", "sv:fi");
+    EXPECT_EQ(loadAnswer(httpAnswer("200 OK", kList)), kDictionary);
+    qputenv("LANGUAGE", languages);
+    QList<QByteArray> lines = server.lastRequest().trimmed().split('\n');
+    EXPECT_EQ(lines.takeFirst(), "GET /list HTTP/1.1\r");
+    QMap<QByteArray, QByteArray> headers;
+    for (const QByteArray& line : lines)
+        headers.insert(line.left(line.indexOf(':')), line.mid(line.indexOf(':') + 1).trimmed());
+    EXPECT_EQ(headers.value("User-Agent"), "Quillow/1.5.1");
+    EXPECT_EQ(headers.value("Accept-Language"), "*");
+    EXPECT_EQ(headers.keys(), (QList<QByteArray>{"Accept-Encoding", "Accept-Language", "Cache-Control", "Connection",
+                                                 "Host", "Pragma", "User-Agent"}));
+}
+
+class SignedLoader : public Loader {
+protected:
+    /// The result for kList, or another list, with a signature beside it.
+    [[nodiscard]] std::optional<Boxed::Dictionary>
+    loadSigned(const QByteArray& signature, const QByteArray& list = kList, const QByteArray& key = kPublicKey) {
+        server.answer("/list", httpAnswer("200 OK", list));
+        server.answer("/list.sig", signature);
+        return DirectLoader(kHour, key).dictionaryWithContentsOfURL(server.url("/list"));
+    }
+};
+
+TEST_F(SignedLoader, readsAListWhoseSignatureIsRight) {
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature)), kDictionary);
+    EXPECT_EQ(server.requestCount(), 2);
+}
+
+TEST_F(SignedLoader, aListWithoutItsSignatureGivesNothing) {
+    EXPECT_EQ(loadSigned(httpAnswer("404 Not Found", kSignature)), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", "")), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature.chopped(1))), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature + '\n')), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature.toHex())), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", QByteArray(kSignature.size(), '\0'))), std::nullopt);
+}
+
+TEST_F(SignedLoader, everyByteOfTheListIsSigned) {
+    for (qsizetype at = 0; at < kList.size(); at += 7) {
+        QByteArray changed = kList;
+        changed[at] = static_cast<char>(changed[at] ^ 1);
+        EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature), changed), std::nullopt) << at;
+    }
+    // The same values in other bytes.
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature), kList + ' '), std::nullopt);
+}
+
+TEST_F(SignedLoader, anotherKeyGivesNothing) {
+    QByteArray other = kPublicKey;
+    other[3] = static_cast<char>(other[3] ^ 4);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature), kList, other), std::nullopt);
+    EXPECT_EQ(loadSigned(httpAnswer("200 OK", kSignature), kList, kPublicKey.chopped(1)), std::nullopt);
+}
+
+TEST_F(SignedLoader, theSignatureIsBesideTheListWhateverItsAddress) {
+    server.answer("/a%20b?c=d", httpAnswer("200 OK", kList));
+    server.answer("/a%20b.sig?c=d", httpAnswer("200 OK", kSignature));
+    EXPECT_EQ(DirectLoader(kHour, kPublicKey).dictionaryWithContentsOfURL(server.url("/a%20b?c=d")), kDictionary);
 }
 
 TEST_F(Loader, severalThreadsLoadAtATime) {

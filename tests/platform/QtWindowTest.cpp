@@ -1,10 +1,12 @@
 // Windows as the logic sees them: frames that grow upwards, a resize with animation, the Window menu.
 #include "platform/qt/controls/QtWindow.h"
 
+#include "platform/qt/controls/WorkArea.h"
 #include "tests/platform/Waiting.h"
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +51,50 @@ TEST_F(QtWindowTest, theTopEdgeStandsStillDuringTheAnimation) {
         EXPECT_EQ(widget_.geometry().topLeft(), QPoint(40, 60));
         return widget_.height() == 300;
     }));
+}
+
+TEST(WorkArea, aWindowRisesUntilItsLowerEdgeIsInIt) {
+    const QRect area(0, 20, 800, 580); // with a panel above
+    EXPECT_EQ(riseInto(area, {10, 100, 300, 500}), 0) << "it touches the lower edge";
+    EXPECT_EQ(riseInto(area, {10, 130, 300, 500}), 30);
+    EXPECT_EQ(riseInto(area, {10, 60, 300, 600}), 40) << "the title bar stays in reach";
+    EXPECT_EQ(riseInto(area, {10, 10, 300, 700}), 0) << "it is not moved down";
+}
+
+TEST_F(QtWindowTest, aWindowThatGrowsBelowTheWorkAreaMovesUpAndComesBack) {
+    const int bottom = widget_.screen()->availableGeometry().bottom();
+    widget_.setGeometry(40, bottom - 299, 300, 200);
+    widget_.show();
+    runEvents();
+    const QPoint before = widget_.pos();
+    const Rect frame = window_.frame();
+    window_.setFrame({40, frame.y - 200, 300, 400}, Animate::yes);
+    ASSERT_TRUE(waitUntil([&] { return widget_.height() == 400; }));
+    EXPECT_EQ(widget_.pos(), before) << "first the frame that was asked for";
+    ASSERT_TRUE(waitUntil([&] { return widget_.frameGeometry().bottom() == bottom; }));
+    const Rect raised = window_.frame();
+    window_.setFrame({40, raised.y + 200, 300, 200}, Animate::yes);
+    ASSERT_TRUE(waitUntil([&] { return widget_.height() == 200; }));
+    EXPECT_EQ(widget_.pos(), before);
+}
+
+TEST_F(QtWindowTest, aWindowThatTheUserHasMovedStaysThere) {
+    const int bottom = widget_.screen()->availableGeometry().bottom();
+    widget_.setGeometry(40, bottom - 299, 300, 200);
+    widget_.show();
+    runEvents();
+    window_.setFrame({40, window_.frame().y - 200, 300, 400}, Animate::yes);
+    ASSERT_TRUE(waitUntil([&] { return widget_.frameGeometry().bottom() == bottom && widget_.height() == 400; }));
+    // The animation may have a last step to come.
+    bool isOver = false;
+    QTimer::singleShot(2 * QtWindow::kAnimationMilliseconds, &widget_, [&isOver] { isOver = true; });
+    ASSERT_TRUE(waitUntil([&] { return isOver; }));
+    widget_.move(60, 70);
+    runEvents();
+    const Rect moved = window_.frame();
+    window_.setFrame({moved.x, moved.y + 200, 300, 200}, Animate::yes);
+    ASSERT_TRUE(waitUntil([&] { return widget_.height() == 200; }));
+    EXPECT_EQ(widget_.pos(), QPoint(60, 70));
 }
 
 TEST_F(QtWindowTest, aHiddenWindowTakesItsFrameAtOnce) {

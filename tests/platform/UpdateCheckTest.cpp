@@ -1,5 +1,5 @@
-// The update check end to end: mirrors on this machine, the download on a separate thread, the result on the main
-// queue.
+// The update check end to end: mirrors on this machine, the download in its process, the result on the main queue.
+#include "platform/qt/services/FetchProcess.h"
 #include "platform/qt/services/QtBackgroundQueue.h"
 #include "platform/qt/services/QtMainQueue.h"
 #include "platform/qt/services/QtPropertyListLoader.h"
@@ -8,7 +8,11 @@
 #include "tests/platform/LocalWebServer.h"
 #include "tests/platform/Waiting.h"
 
+#include <QCoreApplication>
+
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace quillow {
 namespace {
@@ -35,7 +39,8 @@ protected:
     FakePlatform fake;
     LocalWebServer first;
     LocalWebServer second;
-    QtPropertyListLoader loader;
+    FetchProcess fetch{QStringLiteral(QUILLOW_BINARY_DIR "/bin/quillow-fetch")};
+    QtPropertyListLoader loader{std::ref(fetch)};
     QtMainQueue mainQueue;
     QtBackgroundQueue background;
     MWPhoneHome phoneHome{
@@ -78,6 +83,50 @@ TEST_F(UpdateCheck, tellsThatAllMirrorsFailed) {
               QStringLiteral("Quillow was not able to connect to the Varnel server"));
     EXPECT_TRUE(fake.defaults.objectForKey(kLastCheck).isNil());
     EXPECT_EQ(second.requestCount(), 3);
+}
+
+TEST_F(UpdateCheck, aMirrorWhoseSignatureIsWrongCountsAsOneWithoutAList) {
+    const QtPropertyListLoader strict(std::ref(fetch), QByteArray(32, 'k'));
+    MWPhoneHome strictPhoneHome(
+        {fake.alerts, background, fake.clock, fake.defaults, mainQueue, strict, fake.workspace, fake.supportUtility});
+    strictPhoneHome.SetValueAppRelease(10501, QStringLiteral("Quillow"), first.url("/1"), second.url("/2"),
+                                       second.url("/3"), second.url("/4"));
+    first.answer("/1", releaseList(10600));
+    first.answer("/1.sig", httpAnswer("200 OK", QByteArray(64, 's')));
+    for (const QByteArray path : {"/2", "/3", "/4"}) {
+        second.answer(path, releaseList(10600));
+        second.answer(path + ".sig", httpAnswer("404 Not Found", ""));
+    }
+    strictPhoneHome.checkForLastReleaseAvailableWithNotify();
+    ASSERT_TRUE(waitUntil([&] { return !strictPhoneHome.isChekingUpdateSystem(); }));
+    ASSERT_EQ(fake.alerts.shown().size(), 1U);
+    EXPECT_EQ(fake.alerts.shown()[0].alert.messageText,
+              QStringLiteral("Quillow was not able to connect to the Varnel server"));
+    EXPECT_TRUE(fake.defaults.objectForKey(kLastCheck).isNil());
+    EXPECT_EQ(first.requestCount(), 2);
+    EXPECT_EQ(second.requestCount(), 6);
+}
+
+TEST_F(UpdateCheck, theMirrorSeesTheProgramsNameAndRelease) {
+    first.answer("/1", releaseList(10501));
+    phoneHome.silentCheckForLastReleaseAvailable();
+    ASSERT_TRUE(finish());
+    EXPECT_TRUE(first.lastRequest().contains("User-Agent: Quillow/1.5.1\r\n"));
+}
+
+TEST_F(UpdateCheck, quittingEndsTheDownloadsProcess) {
+    first.handle("/1", [](QTcpSocket&) { QCoreApplication::quit(); });
+    phoneHome.checkForLastReleaseAvailableWithNotify();
+    QCoreApplication::exec();
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(second.requestCount(), 0) << "no further process starts";
+}
+
+TEST(FetchProcess, aProgramThatIsMissingOrFailsGivesNothing) {
+    const QUrl url(QStringLiteral("http://127.0.0.1:9/list"));
+    EXPECT_EQ(FetchProcess(QStringLiteral("/nowhere/quillow-fetch"))(url), std::nullopt);
+    EXPECT_EQ(FetchProcess(QStringLiteral("/bin/false"))(url), std::nullopt);
+    EXPECT_EQ(FetchProcess(QStringLiteral("/bin/echo"))(url), url.toEncoded() + '\n') << "its output is the file";
 }
 
 } // namespace

@@ -55,8 +55,8 @@ public:
 
     void step(const QString& name, const QString& argument) {
         if (name == u"destination") say(labelOf(parts_.window(), QStringLiteral("Destination: ")));
-        if (name == u"state") say(preferences().generalPane().folder().state());
-        if (name == u"clear") press(preferences().generalPane().folder(), QStringLiteral("Clear"));
+        if (name == u"state") say(parts_.preferences().generalPane().folder().state());
+        if (name == u"clear") press(parts_.preferences().generalPane().folder(), QStringLiteral("Clear"));
         if (name == u"preferences") parts_.delegate().openPreferences();
         if (name == u"drop") parts_.dropView().addLinkToFiles({argument});
         if (name == u"log") say(parts_.window().logView().string().section(QStringLiteral("} "), 1));
@@ -78,11 +78,6 @@ private:
     static void press(const QWidget& widget, const QString& title) {
         for (auto* button : widget.findChildren<QPushButton*>())
             if (plain(button->text()) == title) button->click();
-    }
-    static PreferencesWindow& preferences() {
-        for (QWidget* window : QApplication::topLevelWidgets())
-            if (auto* found = dynamic_cast<PreferencesWindow*>(window)) return *found;
-        qFatal("no preferences window");
     }
     void showOther(const QString& title) {
         other_.setWindowTitle(title);

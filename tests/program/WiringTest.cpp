@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
 #include <QPushButton>
 #include <QSet>
 
@@ -74,6 +75,10 @@ protected:
         fakes.journal.clear();
         press();
         QStringList effect = fakes.journal.entries();
+        if (auto* about = window.findChild<QDialog*>(u"about"_s)) {
+            effect.append(u"about"_s);
+            delete about;
+        }
         for (auto* chooser : window.findChildren<DocumentChooser*>()) {
             effect.append(u"documents asked for"_s);
             delete chooser;
@@ -125,7 +130,7 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
     restore();
     const QStringList preferencesRaised{u"preferences: centred"_s, u"preferences: raised"_s};
     const QList<Row> rows{
-        {u"Quillow/About Quillow"_s, {u"sheet 'Quillow 1.5.1'"_s}},
+        {u"Quillow/About Quillow"_s, {u"about"_s}},
         {u"Quillow/Software Update…"_s, {u"update check: begun in the background"_s}},
         {u"Quillow/Preferences…"_s, preferencesRaised},
         {u"Quillow/Quit Quillow"_s, {u"quit"_s}},
@@ -213,6 +218,20 @@ TEST_F(WiringTest, checkNowLooksForANewerReleaseAndTellsInAnyCase) {
     shared.finishCheck();
     EXPECT_EQ(shared.platform.alerts.shown().back().alert.messageText.section(u' ', 1),
               u"was not able to connect to the Varnel server"_s);
+}
+
+TEST_F(WiringTest, whileACheckRunsASpinnerTurnsAndCheckNowIsDisabled) {
+    UpdatePane& pane = preferences.updatePane();
+    showChecks(shared.checker(), pane);
+    auto* checkNow = pane.findChild<QPushButton*>();
+    EXPECT_TRUE(checkNow->isEnabled());
+    checkNow->click();
+    EXPECT_FALSE(checkNow->isEnabled());
+    EXPECT_TRUE(pane.isSpinning());
+    shared.finishCheck();
+    EXPECT_TRUE(checkNow->isEnabled());
+    EXPECT_FALSE(pane.isSpinning());
+    shared.checker().setCheckHandler({});
 }
 
 TEST_F(WiringTest, chosenDocumentsGoTheRoadOfADrop) {

@@ -4,7 +4,7 @@ namespace quillow::pdf {
 
 void Arena::addChunk(std::size_t size) {
     const std::size_t room = std::max(size, kChunk);
-    chunks_.emplace_back(new char[room]); // not make_unique, which sets the bytes to zero
+    chunks_.push_back(std::make_unique_for_overwrite<char[]>(room));
     next_ = chunks_.back().get();
     end_ = next_ + room;
 }

@@ -7,9 +7,14 @@
 namespace quillow {
 namespace {
 
-constexpr int kTriangle = 8;
+constexpr int kLeastTriangle = 8;
 constexpr int kGap = 7;
 constexpr int kVerticalPadding = 3;
+
+/// The triangle's side: half the height of the title, an even number of points.
+int triangleSide(const QFontMetrics& metrics) {
+    return qMax(kLeastTriangle, metrics.height() / 4 * 2);
+}
 
 /// A triangle in the middle of the square. It points right, or down if open.
 QPolygonF triangle(const QRectF& square, bool isOpen) {
@@ -47,7 +52,7 @@ void DiscloseButton::setState(ButtonState state) {
 
 QSize DiscloseButton::sizeHint() const {
     const QSize title = fontMetrics().size(Qt::TextShowMnemonic, text());
-    return {2 * kInset + kTriangle + kGap + title.width(), title.height() + 2 * kVerticalPadding};
+    return {2 * kInset + triangleSide(fontMetrics()) + kGap + title.width(), title.height() + 2 * kVerticalPadding};
 }
 
 void DiscloseButton::paintEvent(QPaintEvent*) {
@@ -57,7 +62,8 @@ void DiscloseButton::paintEvent(QPaintEvent*) {
     const QColor text = palette().color(QPalette::WindowText);
     const QColor accent = palette().color(QPalette::Highlight);
 
-    QRectF square(kInset, (height() - kTriangle) / 2.0, kTriangle, kTriangle);
+    const int side = triangleSide(fontMetrics());
+    QRectF square(kInset, (height() - side) / 2.0, side, side);
     if (isRightToLeft) square.moveRight(width() - kInset);
     painter.save();
     if (isRightToLeft && !isChecked()) {
@@ -69,15 +75,16 @@ void DiscloseButton::paintEvent(QPaintEvent*) {
     painter.drawPolygon(triangle(square, isChecked()));
     painter.restore();
 
-    const int indent = kInset + kTriangle + kGap;
+    const int indent = kInset + side + kGap;
     const QRect title = rect().adjusted(isRightToLeft ? 0 : indent, 0, isRightToLeft ? -indent : 0, 0);
+    QStyleOption option;
+    option.initFrom(this);
+    // Some styles underline mnemonics only while Alt is pressed; they need the option to tell.
     const int mnemonic =
-        style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+        style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this) ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
     painter.setPen(text);
     painter.drawText(title, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading) | mnemonic, this->text());
 
-    QStyleOption option;
-    option.initFrom(this);
     if (hasFocus() && option.state.testFlag(QStyle::State_KeyboardFocusChange)) {
         painter.setPen(QPen(accent, 1));
         painter.setBrush(Qt::NoBrush);

@@ -1,5 +1,7 @@
 #include "platform/qt/controls/QtWindow.h"
 
+#include "platform/qt/controls/WorkArea.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QScopedValueRollback>
@@ -50,7 +52,7 @@ QtWindow::QtWindow(QWidget& widget, LimitKeeper limitKeeper)
     animation_.setEasingCurve(QEasingCurve::InOutQuad);
     QObject::connect(&animation_, &QVariantAnimation::valueChanged, &animation_,
                      [this](const QVariant& place) { moveTo(place.toRect()); });
-    QObject::connect(&animation_, &QVariantAnimation::finished, &animation_, [this] { applyLimits(); });
+    QObject::connect(&animation_, &QVariantAnimation::finished, &animation_, [this] { finishMoving(); });
 }
 
 void QtWindow::makeKeyAndOrderFront() {
@@ -79,7 +81,12 @@ QRect QtWindow::place() const {
 }
 
 void QtWindow::setFrame(const Rect& frame, Animate animate) {
-    const QRect target = toPlace(frame);
+    QRect target = toPlace(frame);
+    const QRect before = place();
+    if (rise_.distance > 0 && target.height() < before.height()) {
+        if (before.topLeft() == rise_.corner) target.translate(0, rise_.distance);
+        rise_.distance = 0;
+    }
     animation_.stop();
     limitsWait_ = false;
     if (limitKeeper_ == LimitKeeper::window && fillsScreen()) return;
@@ -87,6 +94,24 @@ void QtWindow::setFrame(const Rect& frame, Animate animate) {
         moveTo(target);
         return;
     }
+    mayRise_ = true;
+    animation_.setStartValue(widget_.geometry());
+    animation_.setEndValue(target);
+    animation_.start();
+}
+
+void QtWindow::finishMoving() {
+    applyLimits();
+    if (std::exchange(mayRise_, false)) riseIntoWorkArea();
+}
+
+void QtWindow::riseIntoWorkArea() {
+    // Under Wayland no window knows where it is.
+    if (limitKeeper_ == LimitKeeper::window || fillsScreen() || !widget_.isVisible()) return;
+    const int distance = riseInto(widget_.screen()->availableGeometry(), widget_.frameGeometry());
+    if (distance == 0) return;
+    const QRect target = widget_.geometry().translated(0, -distance);
+    rise_ = {rise_.distance + distance, target.topLeft()};
     animation_.setStartValue(widget_.geometry());
     animation_.setEndValue(target);
     animation_.start();

@@ -1,4 +1,4 @@
-// The Window port over a top-level widget. Every Window in this process is a QtWindow.
+// The Window port over a top-level widget.
 #pragma once
 
 #include "platform/Window.h"
@@ -26,7 +26,17 @@ enum class LimitKeeper {
 };
 [[nodiscard]] LimitKeeper limitKeeperOfWindowSystem();
 
-class QtWindow final : public QObject, public Window {
+/// Every Window in this process is one of these.
+class WidgetWindow : public Window {
+public:
+    [[nodiscard]] virtual QWidget& widget() const = 0;
+    /// The widget of a Window; null for null.
+    [[nodiscard]] static QWidget* of(Window* window) {
+        return window ? &static_cast<WidgetWindow*>(window)->widget() : nullptr;
+    }
+};
+
+class QtWindow final : public QObject, public WidgetWindow {
 public:
     /// The duration of an animated frame change.
     static constexpr int kAnimationMilliseconds = 150;
@@ -43,7 +53,8 @@ public:
     [[nodiscard]] Rect frame() const override;
     /// A hidden window is never animated. A height or width that the user cannot change stays fixed. A window that
     /// fills the screen ignores the frame if it keeps its own limits: its limits resize it when it no longer fills
-    /// the screen.
+    /// the screen. A visible window whose lower edge ends up below the screen's work area then moves up, unless the
+    /// window system does not let it. When it shrinks again, it moves back down if nobody has moved it meanwhile.
     void setFrame(const Rect& frame, Animate animate) override;
 
     void setMinSize(const Size& size) override;
@@ -51,11 +62,7 @@ public:
 
     void setExcludedFromWindowsMenu(bool excluded) override;
 
-    [[nodiscard]] QWidget& widget() const { return widget_; }
-    /// The widget of a Window; null for null.
-    [[nodiscard]] static QWidget* widgetOf(Window* window) {
-        return window ? &static_cast<QtWindow*>(window)->widget() : nullptr;
-    }
+    [[nodiscard]] QWidget& widget() const override { return widget_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -67,6 +74,8 @@ private:
     [[nodiscard]] QRect place() const;
     void moveTo(const QRect& place);
     void limitsChanged();
+    void finishMoving();
+    void riseIntoWorkArea();
     void applyLimits();
     [[nodiscard]] QSize leastSize() const { return minSize_.value_or(widget_.minimumSize()); }
     [[nodiscard]] QSize mostSize() const { return maxSize_.value_or(widget_.maximumSize()).expandedTo(leastSize()); }
@@ -78,6 +87,12 @@ private:
     std::optional<QSize> maxSize_;
     bool limitsWait_ = false; ///< the limits are applied when the animation ends
     bool isMoving_ = false;
+    bool mayRise_ = false; ///< the present animation sets a frame and does not move the window into the work area
+    /// How far up the window has moved into the work area, and where it then was.
+    struct {
+        int distance = 0;
+        QPoint corner;
+    } rise_;
 };
 
 } // namespace quillow

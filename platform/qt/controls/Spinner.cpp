@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QTimerEvent>
 
+#include <utility>
+
 namespace quillow {
 namespace {
 
@@ -12,22 +14,24 @@ constexpr int kDegrees = 16; // QPainter's unit is a sixteenth of a degree
 
 } // namespace
 
-Spinner::Spinner(QWidget* parent)
-    : QWidget(parent) {
+Spinner::Spinner(QString idleName, QString busyName, QWidget* parent)
+    : QWidget(parent)
+    , idleName_(std::move(idleName))
+    , busyName_(std::move(busyName)) {
     setFixedSize(sizeHint());
-    setAccessibleName(QStringLiteral("Not converting"));
+    setAccessibleName(idleName_);
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void Spinner::startAnimation() {
     timer_.start(kMillisecondsAStep, this);
-    setAccessibleName(QStringLiteral("Converting"));
+    setAccessibleName(busyName_);
     update();
 }
 
 void Spinner::stopAnimation() {
     timer_.stop();
-    setAccessibleName(QStringLiteral("Not converting"));
+    setAccessibleName(idleName_);
     update();
 }
 

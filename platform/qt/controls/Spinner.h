@@ -10,7 +10,9 @@ namespace quillow {
 
 class Spinner final : public QWidget, public ProgressIndicator {
 public:
-    explicit Spinner(QWidget* parent = nullptr);
+    /// The names are for assistive tools: while it stands still and while it turns.
+    explicit Spinner(QString idleName = QStringLiteral("Not converting"),
+                     QString busyName = QStringLiteral("Converting"), QWidget* parent = nullptr);
 
     void startAnimation() override;
     void stopAnimation() override;
@@ -25,6 +27,8 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    const QString idleName_;
+    const QString busyName_;
     QBasicTimer timer_;
     int step_ = 0;
 };

@@ -39,7 +39,7 @@ private:
 
 void QtAlerts::beginSheetModalForWindow(const Alert& alert, Window* window,
                                         std::function<void(int returnCode)> completionHandler) {
-    sheets_.begin(std::make_unique<AlertSheet>(alert, std::move(completionHandler)), QtWindow::widgetOf(window));
+    sheets_.begin(std::make_unique<AlertSheet>(alert, std::move(completionHandler)), WidgetWindow::of(window));
 }
 
 int QtAlerts::runModal(const Alert& alert) {

@@ -51,7 +51,7 @@ private:
 void QtPanels::beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                         std::function<void(const std::optional<QUrl>& url)> completionHandler) {
     sheets_.begin(std::make_unique<PanelSheet>(panel, workspace_, std::move(completionHandler)),
-                  QtWindow::widgetOf(window));
+                  WidgetWindow::of(window));
 }
 
 } // namespace quillow

@@ -21,7 +21,13 @@ QPixmap paintedIcon(int size) {
 
 } // namespace
 
-void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper) {
+void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper,
+                        Qt::LayoutDirection direction) {
+    painter.save();
+    if (direction == Qt::RightToLeft) {
+        painter.translate(2 * place.center().x(), 0);
+        painter.scale(-1, 1);
+    }
     const qreal weight = qMax(1.0, place.height() / 22);
     const QRectF page = place.adjusted(weight / 2, weight / 2, -weight / 2, -weight / 2);
     const qreal fold = page.width() * 0.34;
@@ -47,6 +53,7 @@ void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& li
         const qreal height = page.top() + page.height() * y;
         painter.drawLine(QPointF(left, height), QPointF(left + (right - left) * end, height));
     }
+    painter.restore();
 }
 
 QIcon applicationIcon() {

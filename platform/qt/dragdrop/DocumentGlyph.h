@@ -16,7 +16,9 @@ inline constexpr qreal kDocumentGlyphAspect = 0.76;
 inline constexpr QRgb kDocumentGlyphLine = 0xFF2F6FC8;
 inline constexpr QRgb kDocumentGlyphPaper = 0xFFF3F7FD;
 
-void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper);
+/// The folded corner is at the end of the reading direction.
+void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper,
+                        Qt::LayoutDirection direction = Qt::LeftToRight);
 
 /// The program's icon from the desktop's theme, else painted.
 [[nodiscard]] QIcon applicationIcon();

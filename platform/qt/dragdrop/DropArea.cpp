@@ -18,6 +18,11 @@ namespace {
 
 constexpr char kTitle[] = "Drop documents here";
 constexpr char kHint[] = "RTF, RTFD, HTM, HTML, PDF \u2013 or choose files with Ctrl+O";
+constexpr char kHintTypes[] = "RTF, RTFD, HTM, HTML, PDF";
+constexpr char kHintKeys[] = "or choose files with Ctrl+O";
+constexpr char kLitHint[] = "Release to convert";
+constexpr char kEndingTitle[] = "Quitting\u2026";
+constexpr char kEndingHint[] = "after the current document";
 
 // The views' panel is white in every theme, so the items on it have fixed colours, not the palette's.
 constexpr QRgb kTitleColor = 0xFF1F2328;
@@ -25,17 +30,24 @@ constexpr QRgb kHintColor = 0xFF57606A;
 constexpr QRgb kPressedPaper = 0xFFD6E4F8;
 
 // In points.
-constexpr int kGlyphHeight = 48;
-constexpr int kGlyphGap = 26;
-constexpr qreal kFocusInset = 7.5;
+constexpr qreal kOutlineRoom = 8; ///< from the inner area's edge to the texts: the outline and space inside it
+constexpr qreal kFocusInset = 17.5;
 constexpr qreal kFocusRadius = 4;
 constexpr qreal kFocusWidth = 1.5;
+constexpr qreal kMarkSize = 20;
 
-QFont titleFont(const QFont& font) {
-    QFont title = font;
-    title.setBold(true);
-    title.setPointSizeF(font.pointSizeF() * 1.2);
-    return title;
+QFont scaled(QFont font, qreal scale, bool isBold) {
+    font.setBold(isBold);
+    // A font has a size in points or in pixels.
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * scale);
+    else
+        font.setPixelSize(qRound(font.pixelSize() * scale));
+    return font;
+}
+
+QSizeF sizeOf(const QString& text, const QFontMetricsF& metrics) {
+    return {metrics.horizontalAdvance(text), metrics.height()};
 }
 
 } // namespace
@@ -52,12 +64,16 @@ DropArea::DropArea(DragWayFinder wayOfDrag, FileTransferPortal portal, QWidget* 
 }
 
 void DropArea::addView(View& view) {
-    views_.push_back(&view);
+    add(view, 0);
+}
+
+void DropArea::add(View& view, int inset) {
+    views_.push_back({&view, inset});
     update();
 }
 
 void DropArea::removeView(View& view) {
-    std::erase(views_, &view);
+    std::erase_if(views_, [&view](const PlacedView& placed) { return placed.view == &view; });
     update();
 }
 
@@ -71,6 +87,11 @@ Rect DropArea::bounds() const {
     return {0, 0, static_cast<double>(width()), static_cast<double>(height())};
 }
 
+Rect DropArea::InnerArea::bounds() const {
+    const Rect outer = outer_.bounds();
+    return {0, 0, qMax(outer.width - 2.0 * kInnerInset, 0.0), qMax(outer.height - 2.0 * kInnerInset, 0.0)};
+}
+
 void DropArea::registerForDraggedTypes(const QStringList& types) {
     draggedTypes_ = types;
     setAcceptDrops(true);
@@ -81,9 +102,25 @@ void DropArea::unregisterDraggedTypes() {
     setAcceptDrops(false);
 }
 
-QSize DropArea::minimumSizeHint() const {
-    const int text = QFontMetrics(font()).horizontalAdvance(QString::fromUtf8(kHint));
-    return {text + kGlyphHeight + kGlyphGap + 40, sizeHint().height()};
+void DropArea::showMark(OutcomeMark mark) {
+    mark_ = mark;
+    if (mark == OutcomeMark::none)
+        markTimer_.stop();
+    else
+        markTimer_.start(kMarkMilliseconds, this);
+    update();
+}
+
+void DropArea::showEnding() {
+    isEnding_ = true;
+    update();
+}
+
+void DropArea::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == markTimer_.timerId())
+        showMark(OutcomeMark::none);
+    else
+        KeyedButton::timerEvent(event);
 }
 
 void DropArea::dragEnterEvent(QDragEnterEvent* event) {
@@ -145,37 +182,75 @@ void DropArea::paintEvent(QPaintEvent* event) {
     const QRect dirty = event->rect();
     const Rect rect{static_cast<double>(dirty.x()), static_cast<double>(height() - dirty.bottom() - 1),
                     static_cast<double>(dirty.width()), static_cast<double>(dirty.height())};
-    for (View* view : views_) {
-        QtDrawing drawing(painter, height());
-        view->drawRect(rect, drawing);
+    for (const auto& [view, inset] : views_) {
+        painter.save();
+        painter.translate(inset, inset);
+        QtDrawing drawing(painter, height() - 2 * inset);
+        view->drawRect({rect.x - inset, rect.y - inset, rect.width, rect.height}, drawing);
+        painter.restore();
     }
     painter.setRenderHint(QPainter::Antialiasing);
     paintContent(painter);
+    paintFocus(painter);
 }
 
-/// The glyph and two lines of text, centred together, and the keyboard focus ring.
-void DropArea::paintContent(QPainter& painter) const {
-    const QString title = QString::fromUtf8(kTitle);
-    const QString hint = QString::fromUtf8(kHint);
-    const QFont bold = titleFont(font());
-    const QFontMetricsF titleMetrics(bold);
-    const QFontMetricsF hintMetrics(font());
-    const qreal glyphWidth = kGlyphHeight * kDocumentGlyphAspect;
-    const qreal textWidth = qMax(titleMetrics.horizontalAdvance(title), hintMetrics.horizontalAdvance(hint));
-    const qreal left = (width() - glyphWidth - kGlyphGap - textWidth) / 2;
-    const QPointF middle = QRectF(rect()).center();
-    const bool isLit = isDown() || answer_ != DragOperation::none;
-    paintDocumentGlyph(painter, QRectF(left, middle.y() - kGlyphHeight / 2.0, glyphWidth, kGlyphHeight),
-                       QColor(kDocumentGlyphLine), QColor(isLit ? kPressedPaper : kDocumentGlyphPaper));
-    const qreal textLeft = left + glyphWidth + kGlyphGap;
-    const qreal textTop = middle.y() - (titleMetrics.height() + 2 + hintMetrics.height()) / 2;
-    painter.setPen(QColor(kTitleColor));
-    painter.setFont(bold);
-    painter.drawText(QPointF(textLeft, textTop + titleMetrics.ascent()), title);
-    painter.setPen(QColor(kHintColor));
-    painter.setFont(font());
-    painter.drawText(QPointF(textLeft, textTop + titleMetrics.height() + 2 + hintMetrics.ascent()), hint);
+DropArea::Texts DropArea::texts() const {
+    const auto text = [](const char* utf8) { return QString::fromUtf8(utf8); };
+    if (isEnding_) return {text(kEndingTitle), text(kEndingHint), {text(kEndingHint)}};
+    if (isLit()) return {text(kTitle), text(kLitHint), {text(kLitHint)}};
+    return {text(kTitle), text(kHint), {text(kHintTypes), text(kHintKeys)}};
+}
 
+QRectF DropArea::contentRoom() const {
+    constexpr qreal inset = kInnerInset + kOutlineRoom;
+    return QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+}
+
+DropContent DropArea::content() const {
+    return DropContent::arranged(contentRoom(), DropContent::kGlyphHeight * kDocumentGlyphAspect,
+                                 [this, words = texts()](const DropTextScales& scales) {
+                                     const QFontMetricsF title(scaled(font(), scales.title, true));
+                                     const QFontMetricsF hint(scaled(font(), scales.hint, false));
+                                     DropTextSizes sizes{sizeOf(words.title, title), sizeOf(words.hint, hint), {}};
+                                     for (const QString& line : words.hintLines)
+                                         sizes.hintLines.push_back(sizeOf(line, hint));
+                                     return sizes;
+                                 });
+}
+
+void DropArea::paintContent(QPainter& painter) const {
+    const DropContent places = content();
+    const Texts words = texts();
+    const auto mirrored = [this](const QRectF& place) {
+        if (layoutDirection() == Qt::LeftToRight) return place;
+        return QRectF(width() - place.right(), place.y(), place.width(), place.height());
+    };
+    // deliberate: English from left to right in every layout.
+    painter.setLayoutDirection(Qt::LeftToRight);
+    const auto write = [&painter, &mirrored](const QRectF& place, const QString& text) {
+        const qreal ascent = QFontMetricsF(painter.font()).ascent();
+        painter.drawText(mirrored(place).topLeft() + QPointF(0, ascent), text);
+    };
+    painter.setPen(QColor(isLit() ? kDocumentGlyphLine : kTitleColor));
+    painter.setFont(scaled(font(), places.scales.title, true));
+    write(places.title, words.title);
+    painter.setPen(QColor(kHintColor));
+    painter.setFont(scaled(font(), places.scales.hint, false));
+    for (std::size_t i = 0; i < places.hint.size(); ++i)
+        write(places.hint[i], places.hint.size() == 1 ? words.hint : words.hintLines.value(static_cast<qsizetype>(i)));
+
+    // The mark is on the glyph's lower corner. Without a glyph it is in the corner of the room.
+    QPointF markPlace = contentRoom().bottomRight() - QPointF(kMarkSize / 2, kMarkSize / 2);
+    if (places.glyph) {
+        paintDocumentGlyph(painter, mirrored(*places.glyph), QColor(kDocumentGlyphLine),
+                           QColor(isLit() || isDown() ? kPressedPaper : kDocumentGlyphPaper), layoutDirection());
+        markPlace = places.glyph->bottomRight() - QPointF(2, 3);
+    }
+    const QRectF mark(markPlace - QPointF(kMarkSize / 2, kMarkSize / 2), QSizeF(kMarkSize, kMarkSize));
+    if (!isLit()) paintOutcomeMark(painter, mirrored(mark), mark_, Qt::white);
+}
+
+void DropArea::paintFocus(QPainter& painter) const {
     QStyleOption option;
     option.initFrom(this);
     if (!hasFocus() || !option.state.testFlag(QStyle::State_KeyboardFocusChange)) return;

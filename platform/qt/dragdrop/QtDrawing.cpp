@@ -41,22 +41,28 @@ void QtDrawing::strokeRect(const Rect& rect, const Stroke& stroke) {
     QPen pen = penFor(stroke);
     pen.setJoinStyle(Qt::MiterJoin);
     painter_.setPen(pen);
-    painter_.drawRect(onWholePixels(placeOf(rect), stroke.lineWidth));
+    painter_.drawRect(onWholePixels(placeOf(rect), shownWidth(stroke.lineWidth)));
 }
 
 void QtDrawing::strokeRoundedRect(const Rect& rect, double xRadius, double yRadius, const Stroke& stroke) {
     painter_.setPen(penFor(stroke));
-    painter_.drawRoundedRect(onWholePixels(placeOf(rect), stroke.lineWidth), xRadius, yRadius);
+    painter_.drawRoundedRect(onWholePixels(placeOf(rect), shownWidth(stroke.lineWidth)), xRadius, yRadius);
 }
 
 QRectF QtDrawing::placeOf(const Rect& rect) const {
     return {rect.x, height_ - rect.y - rect.height, rect.width, rect.height};
 }
 
+double QtDrawing::shownWidth(double lineWidth) const {
+    const QTransform toPixels = painter_.deviceTransform();
+    if (toPixels.type() > QTransform::TxScale) return lineWidth;
+    return qMax(1.0, std::round(lineWidth * toPixels.m11())) / toPixels.m11();
+}
+
 QRectF QtDrawing::onWholePixels(const QRectF& place, double lineWidth) const {
     const QTransform toPixels = painter_.deviceTransform();
     const double width = lineWidth * toPixels.m11();
-    if (toPixels.type() > QTransform::TxScale || std::abs(width - std::round(width)) > kRounding) return place;
+    if (toPixels.type() > QTransform::TxScale) return place;
     QRectF pixels = toPixels.mapRect(place);
     // The line's outer edges.
     const double left = std::ceil(pixels.left() - width / 2 - kRounding);
@@ -68,14 +74,15 @@ QRectF QtDrawing::onWholePixels(const QRectF& place, double lineWidth) const {
 }
 
 QPen QtDrawing::penFor(const Stroke& stroke) const {
-    QPen pen(color_, stroke.lineWidth, Qt::SolidLine, Qt::FlatCap);
+    const double width = shownWidth(stroke.lineWidth);
+    QPen pen(color_, width, Qt::SolidLine, Qt::FlatCap);
     if (stroke.dash.empty()) return pen;
     // QPen's dash lengths are in units of the pen width.
     QList<qreal> pattern;
     for (const double length : stroke.dash)
-        pattern.append(length / stroke.lineWidth);
+        pattern.append(length / width);
     pen.setDashPattern(pattern);
-    pen.setDashOffset(stroke.phase / stroke.lineWidth);
+    pen.setDashOffset(stroke.phase / width);
     return pen;
 }
 

@@ -8,8 +8,9 @@
 
 namespace quillow {
 
-/// Lines whose width is a whole number of device pixels are moved onto whole pixels, inwards and by less than one
-/// pixel. So a line of one point is one black line on a screen without scaling, not two grey ones.
+/// Lines are moved onto whole device pixels, inwards and by less than one pixel, and are a whole number of pixels wide.
+/// So a line of one point is one black line on a screen without scaling, not two grey ones, and a crisp line of two
+/// pixels at a scale of 1.5.
 class QtDrawing final : public Drawing {
 public:
     /// `height` is the height of the area, whose lower left corner is the origin. The destructor restores the
@@ -26,6 +27,8 @@ public:
 
 private:
     [[nodiscard]] QRectF placeOf(const Rect& rect) const;
+    /// The width of the line on the screen, in points.
+    [[nodiscard]] double shownWidth(double lineWidth) const;
     [[nodiscard]] QRectF onWholePixels(const QRectF& place, double lineWidth) const;
     [[nodiscard]] QPen penFor(const Stroke& stroke) const;
 

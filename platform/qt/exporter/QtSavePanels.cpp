@@ -25,7 +25,7 @@ public:
     [[nodiscard]] std::optional<QUrl> URL() const override { return url_; }
     void beginSheetModalForWindow(Window* window, std::function<void(int result)> completionHandler) override {
         url_.reset();
-        sheet_.begin(QtWindow::widgetOf(window),
+        sheet_.begin(WidgetWindow::of(window),
                      {[this](QWidget* parent) { return makeDialog(parent); },
                       [this](const QDialog& finished, int result) { takeAnswer(finished, result); },
                       [completed = std::move(completionHandler)](int result) {

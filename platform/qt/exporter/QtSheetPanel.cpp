@@ -5,7 +5,7 @@
 namespace quillow {
 
 void QtSheetPanel::beginSheetModalForWindow(Window* window, std::function<void(int returnCode)> didEnd) {
-    sheet_.begin(QtWindow::widgetOf(window), {makeDialog_, {}, std::move(didEnd)});
+    sheet_.begin(WidgetWindow::of(window), {makeDialog_, {}, std::move(didEnd)});
 }
 
 } // namespace quillow

@@ -23,7 +23,13 @@ void BackgroundWork::tell(const std::exception& failure) {
     std::fprintf(stderr, "quillow: a document could not be read: %s\n", failure.what());
 }
 
+std::uintptr_t BackgroundWork::spinnersWindow() const {
+    const QWindow* window = spinner_ ? spinner_->window()->windowHandle() : nullptr;
+    return window && window->handle() ? static_cast<std::uintptr_t>(window->winId()) : 0;
+}
+
 void BackgroundWork::paint(int frame) const {
+    if (showEnding_ && termination_ && termination_->isRequested()) std::exchange(showEnding_, nullptr)();
     if (frame % kFramesBetweenFullPaintings == 0) {
         const QWidgetList widgets = QApplication::topLevelWidgets();
         for (QWidget* widget : widgets)

@@ -1,15 +1,17 @@
 // Runs work on a separate thread while the main thread waits for it and keeps the windows alive: the spinner turns,
 // the windows are repainted and the window manager's pings are answered. No event is delivered meanwhile, so there is
 // no re-entry. Incoming events (drags, clicks, a request to close, a second start's files) wait in their queue, in
-// order.
+// order. Only a request to end the program is shown at once.
 #pragma once
 
+#include "platform/Termination.h"
 #include "platform/qt/controls/Spinner.h"
 #include "platform/qt/life/WindowPings.h"
 
 #include <QPointer>
 
 #include <chrono>
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <future>
@@ -31,11 +33,17 @@ public:
         : spinner_(spinner)
         , startThread_(std::move(startThread)) {}
 
+    /// While work runs, `show` is called once when the end of the program has been requested.
+    void setEnding(const Termination& termination, std::function<void()> show) {
+        termination_ = &termination;
+        showEnding_ = std::move(show);
+    }
+
     /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw,
     /// for example for lack of memory; the reason is then written to standard error.
     template <class Answer>
     [[nodiscard]] Answer wait(const std::function<Answer()>& work) const {
-        const WindowPings::Answering answering;
+        const WindowPings::Answering answering(spinnersWindow());
         try {
             std::promise<Answer> promise;
             std::future<Answer> future = promise.get_future();
@@ -59,11 +67,15 @@ public:
 private:
     [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
     static void tell(const std::exception& failure);
+    /// The window system's number of the window; 0 if there is none.
+    [[nodiscard]] std::uintptr_t spinnersWindow() const;
     void paint(int frame) const;
 
     WindowPings pings_;
     QPointer<Spinner> spinner_;
     ThreadStarter startThread_;
+    const Termination* termination_ = nullptr;
+    mutable std::function<void()> showEnding_; ///< until it has been called
 };
 
 } // namespace quillow

@@ -55,6 +55,10 @@ TerminationSignals::~TerminationSignals() {
     signalPipe = -1;
 }
 
+void TerminationSignals::request() const {
+    passOn(0);
+}
+
 bool TerminationSignals::isRequested() const {
     return isRaised;
 }

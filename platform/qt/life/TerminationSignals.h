@@ -1,4 +1,4 @@
-// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread.
+// Turns SIGTERM, SIGINT, SIGHUP and a request from another thread into a call on the main thread.
 #pragma once
 
 #include "platform/Termination.h"
@@ -21,6 +21,8 @@ public:
     TerminationSignals& operator=(const TerminationSignals&) = delete;
     ~TerminationSignals() override;
 
+    /// As if a signal arrived. Callable from any thread.
+    void request() const;
     /// True as soon as the signal arrives, even while the event loop does not run. Callable from any thread.
     [[nodiscard]] bool isRequested() const override;
 

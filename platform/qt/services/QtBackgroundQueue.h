@@ -6,6 +6,7 @@
 #include <QThreadPool>
 
 #include <utility>
+#include <vector>
 
 namespace quillow {
 
@@ -16,10 +17,25 @@ public:
         pool_.clear();
         pool_.waitForDone();
     }
-    void addOperation(std::function<void()> operation) override { pool_.start(std::move(operation)); }
+    void addOperation(std::function<void()> operation) override {
+        if (isHeld_)
+            held_.push_back(std::move(operation));
+        else
+            pool_.start(std::move(operation));
+    }
+
+    /// After this, operations wait for release(). Call both on the main thread, as addOperation() then.
+    void hold() { isHeld_ = true; }
+    void release() {
+        isHeld_ = false;
+        for (auto& operation : std::exchange(held_, {}))
+            pool_.start(std::move(operation));
+    }
 
 private:
     QThreadPool pool_;
+    bool isHeld_ = false;
+    std::vector<std::function<void()>> held_;
 };
 
 } // namespace quillow

@@ -1,104 +1,28 @@
 #include "platform/qt/services/QtPropertyListLoader.h"
 
-#include "base/Release.h"
 #include "platform/qt/plist/PropertyList.h"
+#include "platform/qt/services/Signature.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QTimer>
 #include <QUrl>
-
-#include <memory>
 
 namespace quillow {
 
-namespace {
-
-constexpr int kMostRedirects = 5;
-
-QNetworkRequest requestFor(const QUrl& url) {
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setHeader(
-        QNetworkRequest::UserAgentHeader,
-        QStringLiteral("%1/%2").arg(QString::fromUtf16(kApplicationName), QCoreApplication::applicationVersion()));
-    request.setMaximumRedirectsAllowed(kMostRedirects);
-    return request;
-}
-
-} // namespace
-
-QtPropertyListLoader::QtPropertyListLoader(int timeoutMilliseconds)
-    : timeoutMilliseconds_(timeoutMilliseconds) {
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { stop(); });
-}
-
 std::optional<Boxed::Dictionary> QtPropertyListLoader::dictionaryWithContentsOfURL(const QString& url) const {
     const QUrl address(url, QUrl::StrictMode);
-    if (isStopping() || !address.isValid()) return std::nullopt;
+    if (!address.isValid()) return std::nullopt;
     if (address.scheme() != u"http" && address.scheme() != u"https") return std::nullopt;
-    const auto bytes = download(address);
-    const auto list = bytes ? propertyListFromData(*bytes) : std::nullopt;
+    const auto bytes = download_(address);
+    // Nothing of a list is read before its signature was checked.
+    if (!bytes || !isGenuine(*bytes, address)) return std::nullopt;
+    const auto list = propertyListFromData(*bytes);
     return list ? list->dictionary() : std::nullopt;
 }
 
-std::optional<QByteArray> QtPropertyListLoader::download(const QUrl& url) const {
-    // A manager belongs to the thread that uses it, and this function may run on any thread.
-    QNetworkAccessManager manager;
-    const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url)));
-    // Data beyond the read buffer stays with the sender. Compressed data is decompressed only as far as it is read.
-    reply->setReadBufferSize(kPropertyListDownloadLimit + 1);
-
-    QEventLoop loop;
-    QByteArray bytes;
-    const auto takeWhatCame = [&] {
-        QByteArray piece;
-        do {
-            piece = reply->read(kPropertyListDownloadLimit + 1 - bytes.size());
-            bytes += piece;
-        } while (!piece.isEmpty());
-        if (bytes.size() > kPropertyListDownloadLimit) loop.quit();
-    };
-    QObject::connect(reply.get(), &QNetworkReply::readyRead, &loop, takeWhatCame);
-    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(timeoutMilliseconds_, &loop, &QEventLoop::quit);
-    if (!reply->isFinished()) run(loop);
-
-    if (isStopping() || !reply->isFinished() || reply->error() != QNetworkReply::NoError) return std::nullopt;
-    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status < 200 || status > 299) return std::nullopt;
-    takeWhatCame();
-    if (reply->error() != QNetworkReply::NoError || bytes.size() > kPropertyListDownloadLimit) return std::nullopt;
-    return bytes;
-}
-
-void QtPropertyListLoader::run(QEventLoop& loop) const {
-    {
-        const std::lock_guard lock(mutex_);
-        if (isStopping_) return;
-        running_.insert(&loop);
-    }
-    loop.exec();
-    const std::lock_guard lock(mutex_);
-    running_.erase(&loop);
-}
-
-bool QtPropertyListLoader::isStopping() const {
-    const std::lock_guard lock(mutex_);
-    return isStopping_;
-}
-
-void QtPropertyListLoader::stop() {
-    const std::lock_guard lock(mutex_);
-    isStopping_ = true;
-    // Queued, so that it also ends a loop that has not begun yet.
-    for (QEventLoop* loop : running_)
-        QMetaObject::invokeMethod(loop, &QEventLoop::quit, Qt::QueuedConnection);
+bool QtPropertyListLoader::isGenuine(const QByteArray& bytes, QUrl url) const {
+    if (publicKey_.isEmpty()) return true;
+    url.setPath(url.path(QUrl::FullyEncoded) + QStringLiteral(".sig"), QUrl::TolerantMode);
+    const auto signature = download_(url);
+    return signature && isSignatureOf(*signature, bytes, publicKey_);
 }
 
 } // namespace quillow

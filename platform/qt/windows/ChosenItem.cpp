@@ -1,8 +1,10 @@
 #include "platform/qt/windows/ChosenItem.h"
 
+#include "base/StateTexts.h"
 #include "platform/qt/controls/ElidedLabel.h"
+#include "platform/qt/controls/FlowRows.h"
 
-#include <QHBoxLayout>
+#include <QEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -11,7 +13,6 @@
 namespace quillow {
 namespace {
 
-constexpr float kQuiet = 0.7F;
 constexpr int kGap = 6;
 
 } // namespace
@@ -21,7 +22,7 @@ ChosenItem::ChosenItem(QString subject, QString nothing)
     , nothing_(std::move(nothing))
     , pathLabel_(new ElidedLabel)
     , stateLabel_(new ElidedLabel)
-    , buttonLine_(new QHBoxLayout) {
+    , buttonLine_(new FlowRows(kGap)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
@@ -29,8 +30,6 @@ ChosenItem::ChosenItem(QString subject, QString nothing)
     layout->addWidget(stateLabel_);
     layout->addStretch(1);
     layout->addLayout(buttonLine_);
-    buttonLine_->setSpacing(kGap);
-    buttonLine_->addStretch(1);
     setPath(QString());
     setState(QString(), State::prompt);
 }
@@ -42,7 +41,7 @@ void ChosenItem::addButton(const QString& title, const QString& description, Nee
     button->setAccessibleDescription(description);
     button->setAutoDefault(true);
     connect(button, &QPushButton::clicked, button, [command = std::move(command)] { command(); });
-    buttonLine_->insertWidget(buttonLine_->count() - 1, button);
+    buttonLine_->addWidget(button);
     buttons_.append({button, needs});
 }
 
@@ -58,6 +57,7 @@ void ChosenItem::setHasItem(bool hasItem) {
 
 void ChosenItem::enable() {
     pathLabel_->setEnabled(isUsable_);
+    stateLabel_->setEnabled(isUsable_);
     for (const Button& button : buttons_)
         button.widget->setEnabled(isUsable_ && (hasItem_ || button.needs == Needs::nothing));
 }
@@ -66,16 +66,30 @@ void ChosenItem::setPath(const QString& path) {
     path_ = path;
     pathLabel_->setWholeText(path.isEmpty() ? nothing_ : path);
     pathLabel_->setAccessibleName(subject_ + QStringLiteral(": ") + pathLabel_->wholeText());
+    showState();
 }
 
 void ChosenItem::setState(const QString& text, State state) {
-    QPalette colours;
-    QColor colour = colours.color(QPalette::WindowText);
-    if (state == State::prompt) colour.setAlphaF(kQuiet);
-    colours.setColor(QPalette::Active, QPalette::WindowText, colour);
-    stateLabel_->setPalette(colours);
-    stateLabel_->setWholeText(text);
-    stateLabel_->setAccessibleName(subject_ + QStringLiteral(" state: ") + text);
+    stateText_ = text;
+    stateLabel_->setQuiet(state == State::prompt);
+    showState();
+}
+
+void ChosenItem::showState() {
+    const QString shown = isPromptForItem(stateText_) && !path_.isEmpty() ? QString() : stateText_;
+    stateLabel_->setWholeText(shown);
+    stateLabel_->setAccessibleName(subject_ + QStringLiteral(" state: ") + shown);
+}
+
+void ChosenItem::setTextRoom(const QString& text) {
+    roomText_ = text;
+    // The buttons too have their place in one row, if the window has that width.
+    setMinimumWidth(qMax(fontMetrics().horizontalAdvance(text) + 4, buttonLine_->sizeHint().width()));
+}
+
+void ChosenItem::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) setTextRoom(roomText_);
 }
 
 QString ChosenItem::state() const {

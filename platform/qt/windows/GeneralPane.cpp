@@ -1,6 +1,7 @@
 #include "platform/qt/windows/GeneralPane.h"
 
 #include "base/StateTexts.h"
+#include "platform/qt/controls/QuietText.h"
 #include "platform/qt/windows/ChosenItem.h"
 
 #include <QComboBox>
@@ -18,13 +19,12 @@ constexpr int kMargin = 14;
 constexpr int kVerticalMargin = 8;
 constexpr int kColumnGap = 16;
 
-/// The longest state line. Each column is wide enough for it.
-
 QLabel* makeTitle(const QString& text) {
     auto* title = new QLabel(text);
     QFont bold = title->font();
     bold.setBold(true);
     title->setFont(bold);
+    alignToLayout(*title);
     return title;
 }
 
@@ -42,21 +42,22 @@ void addRows(QVBoxLayout& column, QWidget* title, QLayout* choices, QWidget* ite
 GeneralPane::GeneralPane()
     : asks_(new QRadioButton(QStringLiteral("&Ask when saving")))
     , fixed_(new QRadioButton(QStringLiteral("&Fixed folder")))
+    , destinationNote_(new NoteLabel(QString()))
     , folder_(new ChosenItem(QStringLiteral("Destination folder"), QStringLiteral("No folder chosen")))
     , startupAction_(new QComboBox)
     , document_(new ChosenItem(QStringLiteral("Start-up document"), QStringLiteral("No document chosen"))) {
     // In the order of the tags.
     startupAction_->addItems({QStringLiteral("Show the window"), QStringLiteral("Ask for documents if none came"),
                               QStringLiteral("Ask for documents"), QStringLiteral("Open a document")});
-    auto* line = new QFrame;
-    line->setFrameShape(QFrame::VLine);
-    line->setFrameShadow(QFrame::Sunken);
-    auto* columns = new QHBoxLayout(this);
-    columns->setContentsMargins(kMargin, kVerticalMargin, kMargin, kVerticalMargin + 2);
-    columns->setSpacing(kColumnGap);
-    columns->addLayout(makeDestination(), 1);
-    columns->addWidget(line);
-    columns->addLayout(makeStartup(), 1);
+    columns_ = new QHBoxLayout(&contents());
+    line_ = new QFrame;
+    line_->setFrameShadow(QFrame::Sunken);
+    columns_->setContentsMargins(kMargin, kVerticalMargin, kMargin, kVerticalMargin + 2);
+    columns_->setSpacing(kColumnGap);
+    columns_->addLayout(makeDestination(), 1);
+    columns_->addWidget(line_);
+    columns_->addLayout(makeStartup(), 1);
+    setBeside(true);
     setDestinationIsFixed(false);
     setStartupAction(0);
     setDocumentIsSpecified(false);
@@ -66,10 +67,10 @@ QLayout* GeneralPane::makeDestination() {
     folder_->addButton(QStringLiteral("&Select\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
                        ChosenItem::Needs::nothing, running(&GeneralPaneCommands::selectFolder));
     folder_->addButton(QStringLiteral("S&how"), QStringLiteral("Show the destination folder in the file manager"),
-                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::showFolder));
+                       ChosenItem::Needs::item, running(&GeneralPaneCommands::showFolder));
     folder_->addButton(QStringLiteral("&Clear"), QStringLiteral("Forget the destination folder"),
-                       ChosenItem::Needs::nothing, running(&GeneralPaneCommands::clearFolder));
-    folder_->setMinimumWidth(fontMetrics().horizontalAdvance(QString::fromUtf16(kPleaseSelectFolder)) + 4);
+                       ChosenItem::Needs::item, running(&GeneralPaneCommands::clearFolder));
+    folder_->setTextRoom(QString::fromUtf16(kPleaseSelectFolder));
     // toggled(), not clicked(): assistive tools toggle. Both buttons change together; only the one that is now on
     // runs the command.
     connect(asks_, &QRadioButton::toggled, this, [this](bool isOn) {
@@ -79,13 +80,17 @@ QLayout* GeneralPane::makeDestination() {
         if (isOn && !isShowing_ && commands_.setDestinationIsFixed) commands_.setDestinationIsFixed(true);
     });
 
-    auto* choices = new QHBoxLayout;
-    choices->setSpacing(kColumnGap);
-    choices->addWidget(asks_);
-    choices->addWidget(fixed_);
-    choices->addStretch(1);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(kColumnGap);
+    buttons->addWidget(asks_);
+    buttons->addWidget(fixed_);
+    buttons->addStretch(1);
     // Aligns the rows of both columns.
-    choices->addStrut(startupAction_->sizeHint().height());
+    buttons->addStrut(startupAction_->sizeHint().height());
+    auto* choices = new QVBoxLayout;
+    choices->setSpacing(4);
+    choices->addLayout(buttons);
+    choices->addWidget(destinationNote_);
     auto* column = new QVBoxLayout;
     addRows(*column, makeTitle(QStringLiteral("Destination of converted text")), choices, folder_);
     return column;
@@ -105,15 +110,36 @@ QLayout* GeneralPane::makeStartup() {
                          ChosenItem::Needs::item, running(&GeneralPaneCommands::testDocument));
     document_->addButton(QStringLiteral("Clea&r"), QStringLiteral("Forget the start-up document"),
                          ChosenItem::Needs::item, running(&GeneralPaneCommands::clearDocument));
-    document_->setMinimumWidth(folder_->minimumWidth());
+    document_->setTextRoom(QString::fromUtf16(kPleaseSelectFolder));
 
     auto* title = makeTitle(QStringLiteral("At s&tart-up"));
     title->setBuddy(startupAction_);
     auto* column = new QVBoxLayout;
-    auto* choices = new QHBoxLayout;
+    auto* choices = new QVBoxLayout;
+    choices->setSpacing(4);
     choices->addWidget(startupAction_);
+    choices->addWidget(new NoteLabel(QStringLiteral("Quillow stores this choice and does not act on it.")));
     addRows(*column, title, choices, document_);
     return column;
+}
+
+void GeneralPane::setBeside(bool isBeside) {
+    columns_->setDirection(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    columns_->setSpacing(isBeside ? kColumnGap : kVerticalMargin);
+    // Above one another there is no room for more than is needed.
+    destinationNote_->setVisible(isBeside);
+    line_->setFrameShape(isBeside ? QFrame::VLine : QFrame::HLine);
+}
+
+void GeneralPane::arrange(const QSize& room) {
+    setBeside(true);
+    const QSize beside = columns_->minimumSize();
+    if (beside.width() > room.width() || beside.height() > room.height()) setBeside(false);
+    ScrolledPane::arrange(room);
+}
+
+void GeneralPane::focusFirst() {
+    (fixed_->isChecked() ? fixed_ : asks_)->setFocus();
 }
 
 std::function<void()> GeneralPane::running(std::function<void()> GeneralPaneCommands::*command) const {
@@ -131,6 +157,8 @@ void GeneralPane::setDestinationIsFixed(bool isFixed) {
     const QScopedValueRollback showing(isShowing_, true);
     if (isFixed) fixed_->setChecked(true);
     folder_->setUsable(isFixed);
+    destinationNote_->setText(isFixed ? QStringLiteral("Every text goes into this folder:")
+                                      : QStringLiteral("Each drop asks for the folder of its texts."));
 }
 
 void GeneralPane::setStartupAction(std::int64_t tag) {

@@ -1,13 +1,17 @@
 // The General pane: where texts go, and what happens at start-up.
 #pragma once
 
+#include "platform/qt/windows/ScrolledPane.h"
+
 #include <QString>
-#include <QWidget>
 
 #include <cstdint>
 #include <functional>
 
+class QBoxLayout;
 class QComboBox;
+class QFrame;
+class QLabel;
 class QLayout;
 class QRadioButton;
 
@@ -27,12 +31,18 @@ struct GeneralPaneCommands {
     std::function<void()> clearDocument;
 };
 
-class GeneralPane final : public QWidget {
+class GeneralPane final : public ScrolledPane {
 public:
     /// The start-up action that opens a chosen document.
     static constexpr int kOpenChosenDocument = 3;
 
     GeneralPane();
+
+    /// Puts the two columns beside one another if there is room for that in a window of the given size, else above one
+    /// another.
+    void arrange(const QSize& room) override;
+    /// Gives the focus to the choice of the destination that is on.
+    void focusFirst() override;
 
     void setCommands(const GeneralPaneCommands& commands) { commands_ = commands; }
 
@@ -48,12 +58,16 @@ public:
 private:
     [[nodiscard]] QLayout* makeDestination();
     [[nodiscard]] QLayout* makeStartup();
+    void setBeside(bool isBeside);
     [[nodiscard]] std::function<void()> running(std::function<void()> GeneralPaneCommands::*command) const;
 
     GeneralPaneCommands commands_;
+    QBoxLayout* columns_;
+    QFrame* line_;
     bool isShowing_ = false; ///< true while code, not the user, changes the controls
     QRadioButton* asks_;
     QRadioButton* fixed_;
+    QLabel* destinationNote_;
     ChosenItem* folder_;
     QComboBox* startupAction_;
     ChosenItem* document_;

@@ -1,6 +1,7 @@
 #include "platform/qt/windows/MainMenu.h"
 
 #include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/windows/AboutBox.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtLogView.h"
 
@@ -137,9 +138,11 @@ QAction* MainMenu::add(QMenu& menu, const QString& title, const QKeySequence& ke
 }
 
 void MainMenu::tellAbout() {
-    QString text = statement_;
-    if (isolation_) text += QStringLiteral("\n\n") + isolation_();
-    tell(QStringLiteral("Quillow %1").arg(QCoreApplication::applicationVersion()), text);
+    const auto visitPage = [this] {
+        if (commands_.visitAppUrl) commands_.visitAppUrl();
+    };
+    auto* about = new AboutBox(statement_, isolation_ ? isolation_() : QString(), visitPage, &window_);
+    about->open();
 }
 
 void MainMenu::tell(const QString& message, const QString& informative) {

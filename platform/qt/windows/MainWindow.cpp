@@ -2,10 +2,13 @@
 
 #include "platform/qt/controls/DiscloseButton.h"
 #include "platform/qt/controls/ElidedLabel.h"
+#include "platform/qt/controls/FittingRow.h"
+#include "platform/qt/controls/FlowRows.h"
 #include "platform/qt/controls/Spinner.h"
 #include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/windows/DisclosedContent.h"
+#include "platform/qt/windows/LatestEntry.h"
 #include "platform/qt/windows/MainMenu.h"
 #include "platform/qt/windows/QtLogView.h"
 
@@ -26,23 +29,17 @@ namespace {
 
 constexpr int kMargin = 14;
 constexpr int kGap = 8;
+constexpr int kComfortablePath = 20; ///< characters
+constexpr int kWholeCaption = 100;   ///< characters, more than a caption has
 constexpr int kLeastDropHeight = 80; ///< the glyph with space around it
 /// A window appears within a fraction of this time. If it does not, something keeps it off the screen.
 constexpr std::chrono::seconds kLongestWayUp{3};
 
-/// Makes a label fainter than the values, in any theme.
-void makeQuiet(QLabel& label) {
-    QPalette palette = label.palette();
-    QColor quiet = palette.color(QPalette::WindowText);
-    quiet.setAlphaF(0.7F);
-    palette.setColor(QPalette::WindowText, quiet);
-    label.setPalette(palette);
-}
-
 /// A label beside a value.
-QLabel* makeCaption(const QString& text) {
-    auto* label = new QLabel(text);
-    makeQuiet(*label);
+ElidedLabel* makeCaption(const QString& text) {
+    auto* label = new ElidedLabel(Qt::ElideRight);
+    label->setWholeText(text);
+    label->setQuiet(true);
     return label;
 }
 
@@ -62,7 +59,7 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     , logView_(new QtLogView)
     , discloseButton_(
           new DiscloseButton(QStringLiteral("&Message log"), QStringLiteral("Show or hide the message log")))
-    , latestEntry_(new ElidedLabel) {
+    , latestEntry_(new LatestEntry) {
     setWindowTitle(QStringLiteral("Quillow"));
     menu_ = std::make_unique<MainMenu>(*this, *logView_, alerts);
 
@@ -72,7 +69,6 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
     setMinimumWidth(kMinimumWidth);
     resize(kMinimumWidth, kSmallHeight);
     dropArea_->setFocus();
-    setDestination(std::nullopt);
     setHasFolder(false);
     setConvertedCount(0);
     setBig(false);
@@ -81,6 +77,7 @@ MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
 
     connect(dropArea_, &QAbstractButton::clicked, this, &MainWindow::chooseDocuments);
     discloseButton_->setAction([this] { run(&MainWindowCommands::switchWindows); });
+    latestEntry_->setAction([this] { discloseButton_->click(); });
     connect(logView_, &QPlainTextEdit::textChanged, this, [this] { showLatestEntry(); });
 }
 
@@ -116,40 +113,39 @@ QWidget* MainWindow::makeLowerPart() {
 }
 
 QLayout* MainWindow::makeLogTitle() {
-    makeQuiet(*latestEntry_);
     latestEntry_->setObjectName(QStringLiteral("latestEntry"));
-    auto* line = new QHBoxLayout;
+    auto* line = new FittingRow(kMargin);
     line->setContentsMargins(kMargin - DiscloseButton::kInset, 0, kMargin, 0);
-    line->setSpacing(kMargin);
-    line->addWidget(discloseButton_);
-    line->addWidget(latestEntry_, 1);
-    line->addStretch(0);
+    line->addFixed(discloseButton_);
+    line->addElided(latestEntry_, 0, 0);
     return line;
 }
 
 QLayout* MainWindow::makeDestinationLine() {
-    QLabel* caption = makeCaption(QStringLiteral("Destination"));
+    ElidedLabel* caption = makeCaption(QStringLiteral("Destination"));
     destination_->setObjectName(QStringLiteral("destination"));
+    destination_->setAccessibleName(QStringLiteral("Destination"));
     QPushButton* change =
         makeButton(QStringLiteral("Chan&ge\u2026"), QStringLiteral("Choose the folder that converted text goes to"),
                    &MainWindowCommands::changeDestination);
-    QLabel* converted = makeCaption(QStringLiteral("Converted"));
+    ElidedLabel* converted = makeCaption(QStringLiteral("Converted"));
     convertedCount_->setFont(bold(convertedCount_->font()));
     QPushButton* reset =
         makeButton(QStringLiteral("&Reset"), QStringLiteral("Set the counter of converted documents to 0"),
                    &MainWindowCommands::resetCounter);
 
-    auto* line = new QHBoxLayout;
+    // The path gives way first, because its middle says least. Of the captions, the one beside a path is needed less
+    // than the one beside a bare number.
+    auto* line = new FittingRow(kGap);
     line->setContentsMargins(kMargin, 0, kMargin, 0);
-    line->setSpacing(kGap);
-    line->addWidget(caption);
-    line->addWidget(destination_);
-    line->addWidget(change);
-    line->addStretch(1);
-    line->addWidget(spinner_);
-    line->addWidget(converted);
-    line->addWidget(convertedCount_);
-    line->addWidget(reset);
+    line->addWholeOrNot(caption, 0);
+    line->addElided(destination_, 0, kComfortablePath);
+    line->addFixed(change);
+    line->beginFarEnd();
+    line->addFixed(spinner_);
+    line->addElided(converted, 1, kWholeCaption);
+    line->addFixed(convertedCount_);
+    line->addFixed(reset);
     return line;
 }
 
@@ -163,13 +159,10 @@ QLayout* MainWindow::makeLogCommands() {
     QPushButton* clear = makeButton(QStringLiteral("&Clear Log\u2026"), QStringLiteral("Clear the message log"),
                                     &MainWindowCommands::clearLog);
 
-    auto* line = new QHBoxLayout;
-    line->setSpacing(kGap);
-    line->addWidget(showOutput_);
-    line->addWidget(openOutput_);
-    line->addWidget(showFolder_);
-    line->addStretch(1);
-    line->addWidget(clear);
+    auto* line = new FlowRows(kGap);
+    for (QPushButton* button : {showOutput_, openOutput_, showFolder_, clear})
+        line->addWidget(button);
+    line->setLastIsAtFarEnd();
     return line;
 }
 
@@ -192,7 +185,7 @@ void MainWindow::paintEvent(QPaintEvent* event) {
 }
 
 void MainWindow::callWhenUp(std::function<void()> handler) {
-    whenUp_ = std::move(handler);
+    whenUp_.push_back(std::move(handler));
     if (isVisible() && windowHandle() && windowHandle()->isExposed())
         tellThatItIsUp();
     else
@@ -200,7 +193,8 @@ void MainWindow::callWhenUp(std::function<void()> handler) {
 }
 
 void MainWindow::tellThatItIsUp() {
-    if (whenUp_) std::exchange(whenUp_, nullptr)();
+    for (const auto& handler : std::exchange(whenUp_, {}))
+        handler();
 }
 
 void MainWindow::setCommands(const MainWindowCommands& commands) {
@@ -223,6 +217,16 @@ void MainWindow::setConvertedCount(qint64 count) {
     convertedCount_->setAccessibleName(QStringLiteral("Converted: ") + convertedCount_->text());
 }
 
+void MainWindow::showOutcome(const Outcome& outcome) {
+    latestEntry_->setRemark(outcome.remark(), outcome.hasFailures());
+    dropArea_->showMark(outcome.hasFailures() ? OutcomeMark::attention : OutcomeMark::done);
+}
+
+void MainWindow::showEnding() {
+    dropArea_->showEnding();
+    if (isVisible()) dropArea_->repaint();
+}
+
 void MainWindow::setBig(bool isBig) {
     isBig_ = isBig;
     content_->setDisclosed(isBig);
@@ -234,8 +238,8 @@ void MainWindow::setBig(bool isBig) {
 void MainWindow::showLatestEntry() {
     const QString line = logView_->document()->lastBlock().text();
     const qsizetype stampEnd = line.indexOf(QLatin1String("} "));
-    latestEntry_->setWholeText(stampEnd < 0 ? line : line.mid(stampEnd + 2));
-    latestEntry_->setAccessibleName(QStringLiteral("Latest entry: ") + latestEntry_->wholeText());
+    if (line.isEmpty()) latestEntry_->setRemark(QString(), false);
+    latestEntry_->setEntry(stampEnd < 0 ? line : line.mid(stampEnd + 2));
     latestEntry_->setVisible(!isBig_ && !line.isEmpty());
 }
 

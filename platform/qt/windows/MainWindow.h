@@ -2,6 +2,7 @@
 // message log with its commands.
 #pragma once
 
+#include "base/Outcome.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 #include "platform/qt/controls/QtWindow.h"
@@ -12,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QLabel;
 class QMenu;
@@ -23,6 +25,7 @@ class DiscloseButton;
 class DisclosedContent;
 class DropArea;
 class ElidedLabel;
+class LatestEntry;
 class MainMenu;
 class QtLogView;
 class Spinner;
@@ -43,11 +46,16 @@ public:
     /// Asked for the line that About shows below, about what protects the system from documents.
     void setIsolation(std::function<QString()> isolation);
 
-    /// The displayed destination of texts; std::nullopt while the folder cannot be found.
+    /// The displayed destination of texts; std::nullopt if the folder cannot be found. Until the first call, the window
+    /// shows none.
     void setDestination(const std::optional<QString>& folder);
     /// Whether the preferences have a fixed folder. "Show Folder" shows it, whether texts go there or not.
     void setHasFolder(bool hasFolder);
     void setConvertedCount(qint64 count);
+    /// Tells what became of the latest drop: with a mark in the drop area for a moment, and beside the latest entry.
+    void showOutcome(const Outcome& outcome);
+    /// Shows that the program ends after the current document, and paints it at once.
+    void showEnding();
     /// Updates the controls for the big or the small mode. Does not change the window's height.
     void setBig(bool isBig);
     /// Whether there is a latest document, or a latest text, to show and open.
@@ -67,8 +75,7 @@ public:
     [[nodiscard]] DiscloseButton& discloseButton() { return *discloseButton_; }
 
     /// Calls the handler once, when the window is on the screen: now, or at its next paint. If the window is kept off
-    /// the screen, for example on another workspace, it calls the handler after a few seconds. A second handler
-    /// replaces one that has not been called.
+    /// the screen, for example on another workspace, it calls the handler after a few seconds.
     void callWhenUp(std::function<void()> handler);
 
     /// Shows the dialog for choosing documents. The chosen documents are converted like dropped ones.
@@ -92,7 +99,7 @@ private:
     QtWindow window_{*this};
     const Workspace& workspace_;
     MainWindowCommands commands_;
-    std::function<void()> whenUp_;
+    std::vector<std::function<void()>> whenUp_;
     DropArea* dropArea_;
     ElidedLabel* destination_;
     QLabel* convertedCount_;
@@ -100,7 +107,7 @@ private:
     QtLogView* logView_;
     DisclosedContent* content_ = nullptr;
     DiscloseButton* discloseButton_;
-    ElidedLabel* latestEntry_; ///< the log's last message, shown while the log is not disclosed
+    LatestEntry* latestEntry_;
     bool isBig_ = false;
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;

@@ -85,6 +85,8 @@ void PreferencesBindings::showFolder() {
     // The folder's current path; if the folder no longer exists, its last known path.
     const auto now = transforms_.b2p(stored(settings::kDestBookmark.name)).string();
     window_.generalPane().folder().setPath(now ? *now : stored(settings::kDestPath.name).string().value_or(QString()));
+    const auto bookmark = stored(settings::kDestBookmark.name).data();
+    window_.generalPane().folder().setHasItem(bookmark && !bookmark->isEmpty());
 }
 
 void PreferencesBindings::showFolderState() {

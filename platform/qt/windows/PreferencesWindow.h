@@ -27,7 +27,13 @@ public:
     [[nodiscard]] GeneralPane& generalPane() { return *generalPane_; }
     [[nodiscard]] UpdatePane& updatePane() { return *updatePane_; }
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
+    void fitPanes();
+
     QtWindow window_{*this};
     QtTabView* tabView_;
     GeneralPane* generalPane_;

@@ -32,7 +32,7 @@ void QtToolbar::setAllowsUserCustomization(bool allows) {
 }
 
 void QtToolbar::attachToWindow(Window& window) {
-    auto* mainWindow = qobject_cast<QMainWindow*>(QtWindow::widgetOf(&window));
+    auto* mainWindow = qobject_cast<QMainWindow*>(WidgetWindow::of(&window));
     Q_ASSERT(mainWindow && delegate_);
     const QStringList selectable = delegate_->toolbarSelectableItemIdentifiers(*this);
     for (const QString& identifier : delegate_->toolbarDefaultItemIdentifiers(*this)) {

@@ -1,5 +1,8 @@
 #include "platform/qt/windows/UpdatePane.h"
 
+#include "platform/qt/controls/QuietText.h"
+#include "platform/qt/controls/Spinner.h"
+
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -12,33 +15,23 @@ namespace quillow {
 namespace {
 
 constexpr int kMargin = 14;
-constexpr float kQuiet = 0.7F;
-
-QLabel* makeQuietLabel(const QString& text) {
-    auto* label = new QLabel(text);
-    QPalette colours = label->palette();
-    QColor quiet = colours.color(QPalette::WindowText);
-    quiet.setAlphaF(kQuiet);
-    colours.setColor(QPalette::WindowText, quiet);
-    label->setPalette(colours);
-    return label;
-}
 
 QLabel* makeReleaseLabel() {
     auto* release = new QLabel(QStringLiteral("This is Quillow %1.").arg(QCoreApplication::applicationVersion()));
     release->setAccessibleName(release->text());
+    alignToLayout(*release);
     return release;
 }
 
 } // namespace
 
 UpdatePane::UpdatePane(UpdateCheck updateCheck) {
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QVBoxLayout(&contents());
     layout->setContentsMargins(kMargin, kMargin - 2, kMargin, kMargin - 2);
     layout->setSpacing(4);
     if (updateCheck == UpdateCheck::leftOut) {
         layout->addWidget(makeReleaseLabel());
-        layout->addWidget(makeQuietLabel(QStringLiteral("Newer releases come with the system's updates.")));
+        layout->addWidget(new NoteLabel(QStringLiteral("Newer releases come with the system's updates.")));
         layout->addStretch(1);
         return;
     }
@@ -47,13 +40,16 @@ UpdatePane::UpdatePane(UpdateCheck updateCheck) {
     connect(notifies_, &QCheckBox::toggled, this, [this](bool isOn) {
         if (!isShowing_ && commands_.setNotifies) commands_.setNotifies(isOn);
     });
-    auto* daily = makeQuietLabel(QStringLiteral("Quillow looks for one once a day in either case."));
+    auto* daily = new NoteLabel(QStringLiteral("Quillow looks for one once a day in either case."));
     lastCheck_ = new QLabel;
     lastCheck_->setTextFormat(Qt::PlainText);
-    auto* checkNow = new QPushButton(QStringLiteral("Check &Now"));
-    checkNow->setAccessibleDescription(QStringLiteral("Look for a newer release now"));
-    checkNow->setToolTip(checkNow->accessibleDescription());
-    connect(checkNow, &QPushButton::clicked, this, [this] {
+    lastCheck_->setWordWrap(true);
+    alignToLayout(*lastCheck_);
+    spinner_ = new Spinner(QStringLiteral("Not checking"), QStringLiteral("Checking"));
+    checkNow_ = new QPushButton(QStringLiteral("Check &Now"));
+    checkNow_->setAccessibleDescription(QStringLiteral("Look for a newer release now"));
+    checkNow_->setToolTip(checkNow_->accessibleDescription());
+    connect(checkNow_, &QPushButton::clicked, this, [this] {
         if (commands_.checkNow) commands_.checkNow();
     });
 
@@ -62,9 +58,9 @@ UpdatePane::UpdatePane(UpdateCheck updateCheck) {
     facts->addWidget(makeReleaseLabel());
     facts->addWidget(lastCheck_);
     auto* lastLine = new QHBoxLayout;
-    lastLine->addLayout(facts);
-    lastLine->addStretch(1);
-    lastLine->addWidget(checkNow, 0, Qt::AlignBottom);
+    lastLine->addLayout(facts, 1);
+    lastLine->addWidget(spinner_, 0, Qt::AlignBottom);
+    lastLine->addWidget(checkNow_, 0, Qt::AlignBottom);
     layout->addWidget(notifies_);
     layout->addWidget(daily);
     layout->addStretch(1);
@@ -75,6 +71,23 @@ UpdatePane::UpdatePane(UpdateCheck updateCheck) {
 void UpdatePane::setNotifies(bool notifies) {
     const QScopedValueRollback showing(isShowing_, true);
     if (notifies_) notifies_->setChecked(notifies);
+}
+
+void UpdatePane::setChecking(bool isChecking) {
+    if (!checkNow_) return;
+    checkNow_->setEnabled(!isChecking);
+    if (isChecking)
+        spinner_->startAnimation();
+    else
+        spinner_->stopAnimation();
+}
+
+bool UpdatePane::isSpinning() const {
+    return spinner_ && spinner_->isAnimated();
+}
+
+void UpdatePane::focusFirst() {
+    if (notifies_) notifies_->setFocus();
 }
 
 void UpdatePane::setLastCheck(const QString& instant) {
