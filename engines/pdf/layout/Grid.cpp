@@ -20,6 +20,8 @@ constexpr float kLeastField = 3.5F;
 constexpr float kLeastCell = 8;
 /// Pages with more rulings than this show maps and plots.
 constexpr std::size_t kMostRulings = 4000;
+/// Grids that a page may have; more are the boxes of a form or a drawing.
+constexpr std::size_t kMostGrids = 64;
 constexpr std::size_t kMostFields = 100000;
 
 /// Places that are nearer than the least field become one.
@@ -197,6 +199,7 @@ std::vector<Grid> gridsOf(const Rulings& rulings) {
     for (std::size_t i = 0; i < vertical.size(); ++i)
         members[components.rootOf(horizontal.size() + i)].vertical.push_back(vertical[i]);
     for (Members& m : members) {
+        if (grids.size() == kMostGrids) break;
         if (m.horizontal.size() < 2 || m.vertical.empty()) continue;
         std::vector<float> xs;
         std::vector<float> ys;

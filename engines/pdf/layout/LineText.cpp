@@ -89,10 +89,20 @@ void LineWriter::collect(std::span<const std::uint32_t> spans) {
     hasRightToLeft_ = false;
     overlaps_ = false;
     inOrder_ = true;
-    firstLetters_.clear();
-    for (const std::uint32_t span : spans) {
-        firstLetters_.push_back(letters_.size());
+    for (const std::uint32_t span : spans)
         collectSpan(orientation_.spans[span]);
+}
+
+void LineWriter::findRuns(std::span<const std::uint32_t> spans) {
+    firstLetters_.clear();
+    std::size_t letter = 0;
+    for (const std::uint32_t index : spans) {
+        firstLetters_.push_back(letter);
+        const Span& span = orientation_.spans[index];
+        const std::uint32_t begin = page_.glyphs[span.firstGlyph].text;
+        const std::uint32_t last = page_.glyphs[span.firstGlyph + span.glyphCount - 1].text;
+        while (letter < letters_.size() && letters_[letter].textBegin >= begin && letters_[letter].textBegin <= last)
+            ++letter;
     }
 }
 
@@ -104,6 +114,7 @@ std::span<Letter> LineWriter::lettersOf(std::size_t span) {
 /// Whether a run is drawn over the end of an earlier one, so that their letters would be mixed. Letters that are drawn
 /// twice at one place are mixed on purpose.
 bool LineWriter::isOver(std::span<const Letter> run, std::span<const Letter> earlier) const {
+    if (run.size() < kLeastOver) return false;
     const float left = run.front().left;
     std::size_t over = 0;
     std::size_t interleaved = 0;
@@ -128,7 +139,8 @@ bool LineWriter::isOver(std::span<const Letter> run, std::span<const Letter> ear
 
 /// Puts runs that are drawn over others behind them: texts that an optical reader measured too wide, labels over other
 /// text.
-void LineWriter::keepRunsWhole() {
+void LineWriter::keepRunsWhole(std::span<const std::uint32_t> spans) {
+    findRuns(spans);
     std::size_t widest = 0; // of the runs so far that follow one another
     float end = 0;          // of the runs, in the order in which they are sorted
     bool isMoved = false;
@@ -293,7 +305,7 @@ void LineWriter::append(std::span<const std::uint32_t> spans, std::u32string& ou
             letter.place = letter.left;
         mixed_.attachMarks(letters_);
     }
-    if (!inOrder_ && overlaps_ && !hasRightToLeft_) keepRunsWhole();
+    if (!inOrder_ && overlaps_ && !hasRightToLeft_) keepRunsWhole(spans);
     if (!inOrder_ || hasRightToLeft_) sortLetters();
     const std::size_t letterCount = letters_.size();
     if (overlaps_ || !inOrder_) dropRepeated();

@@ -39,7 +39,8 @@ private:
     [[nodiscard]] std::span<Letter> lettersOf(std::size_t span);
     [[nodiscard]] bool areTwins(const Letter& first, const Letter& letter) const;
     [[nodiscard]] bool isOver(std::span<const Letter> run, std::span<const Letter> earlier) const;
-    void keepRunsWhole();
+    void findRuns(std::span<const std::uint32_t> spans);
+    void keepRunsWhole(std::span<const std::uint32_t> spans);
     void dropRepeated();
     [[nodiscard]] bool compose(const Letter& before, const Letter& letter, std::u32string& out) const;
     [[nodiscard]] bool composeOverlay(const Letter& mark, const Letter& letter, std::u32string& out) const;
@@ -53,7 +54,7 @@ private:
     Evidence* evidence_;
     PlainLineWriter plain_;
     std::vector<Letter> letters_;
-    std::vector<std::size_t> firstLetters_; ///< of each span of the line
+    std::vector<std::size_t> firstLetters_; ///< of each span of the line, as findRuns() found it
     std::vector<float> gapWidths_;
     std::vector<std::uint8_t> gapsAreBetweenLetters_;
     Underscores underscores_;

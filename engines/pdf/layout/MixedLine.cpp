@@ -19,7 +19,7 @@ constexpr std::uint32_t kGap = 0xFFFFFFFF;
 
 void MixedLine::attachMarks(std::span<Letter> letters) {
     constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
-    constexpr std::size_t kMostMarks = 8; // of one letter
+    constexpr std::size_t kMostMarks = std::numeric_limits<decltype(Letter::rank)>::max(); // of one letter
     const auto isMark = [this](const Letter& letter) {
         return directionOf(page_.text[letter.textBegin]) == Direction::mark;
     };

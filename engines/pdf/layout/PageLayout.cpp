@@ -21,8 +21,6 @@ namespace quillow::pdf {
 
 namespace {
 
-/// Pages with more grids than this show forms and drawings: their boxes are not looked at.
-constexpr std::size_t kMostGrids = 64;
 constexpr std::uint32_t kNoTable = std::numeric_limits<std::uint32_t>::max();
 
 /// Lays the text of one writing direction out.
@@ -153,7 +151,7 @@ private:
             const auto isBackground = [&box](const Grid& grid) {
                 return grid.isBackground(box.left, box.right, box.bottom, box.top);
             };
-            if (grids.size() <= kMostGrids && std::any_of(grids.begin(), grids.end(), isBackground)) continue;
+            if (std::any_of(grids.begin(), grids.end(), isBackground)) continue;
             rulings_.horizontal.insert(rulings_.horizontal.end(), {{bottom, left, right}, {top, left, right}});
             rulings_.vertical.insert(rulings_.vertical.end(), {{left, bottom, top}, {right, bottom, top}});
         }

@@ -48,8 +48,6 @@ constexpr std::size_t kMostSingles = 3;
 /// one that needs more no further table is found.
 constexpr std::size_t kMostWork = 1'000'000;
 constexpr std::size_t kMostWorkALine = 32;
-/// Grids that a page may have; more are the boxes of a form or a drawing.
-constexpr std::size_t kMostGrids = 64;
 
 bool isListLabel(std::u32string_view text) {
     if (text.size() > kLongestLabel) return false;
@@ -131,7 +129,7 @@ private:
         for (std::uint32_t i = 0; i < texts_.size(); ++i) {
             const float x = (lines_[i].left + lines_[i].right) / 2;
             const float y = (lines_[i].bottom + lines_[i].top) / 2;
-            for (std::size_t g = 0; g < std::min(grids.size(), kMostGrids); ++g)
+            for (std::size_t g = 0; g < grids.size(); ++g)
                 if (grids[g].cellAt(x, y) != Grid::kOutside) inside[g].push_back(i);
         }
         for (std::size_t g = 0; g < grids.size(); ++g) {

@@ -61,6 +61,105 @@ TEST(PdfLayoutLimits, drawingsOfTooManyRulingsHaveNoGrid) {
     EXPECT_EQ(gridsOf(crossing(4'001, 3)).size(), 0U);
 }
 
+TEST(PdfLayoutLimits, aPageHasAsManyGridsAsAllowed) {
+    Rulings rulings;
+    for (int i = 0; i < 100; ++i) {
+        const float y = 30.0F * static_cast<float>(i);
+        rulings.horizontal.insert(rulings.horizontal.end(), {{y, 0, 100}, {y + 10, 0, 100}, {y + 20, 0, 100}});
+        rulings.vertical.insert(rulings.vertical.end(), {{0, y, y + 20}, {50, y, y + 20}, {100, y, y + 20}});
+    }
+    EXPECT_EQ(gridsOf(rulings).size(), 64U);
+}
+
+/// A grid of two columns, the right one of which has columns of numbers without rulings.
+std::string textOfFreeColumns(int rows, int columns) {
+    const float right = 120 + 10.0F * static_cast<float>(columns);
+    const float top = 12 * static_cast<float>(rows);
+    PageBuilder builder;
+    builder.rule(10, 0, 10, top).rule(110, 0, 110, top).rule(right, 0, right, top).rule(10, top, right, top);
+    builder.size(6);
+    for (int row = 0; row < rows; ++row) {
+        const float y = 12 * static_cast<float>(row);
+        builder.rule(10, y, right, y).text(12, y + 3, U"label");
+        for (int column = 0; column < columns; ++column)
+            builder.text(114 + 10.0F * static_cast<float>(column), y + 3, U"17");
+    }
+    return textOf(builder);
+}
+
+TEST(PdfLayoutLimits, aCellHasAsManyFreeColumnsAsAllowed) {
+    constexpr int kMostStripes = 32;
+    const auto tabsIn = [](const std::string& text) { return std::count(text.begin(), text.end(), '\t'); };
+    EXPECT_EQ(tabsIn(textOfFreeColumns(4, kMostStripes + 1)), 4 * (kMostStripes + 1));
+    EXPECT_EQ(tabsIn(textOfFreeColumns(4, kMostStripes + 2)), 4);
+    constexpr int kMostRulings = 4000;
+    constexpr int kMostRows = kMostRulings / kMostStripes;
+    EXPECT_EQ(tabsIn(textOfFreeColumns(kMostRows, kMostStripes + 1)), kMostRows * (kMostStripes + 1));
+    EXPECT_EQ(tabsIn(textOfFreeColumns(kMostRows + 1, kMostStripes + 1)), kMostRows + 1);
+}
+
+TEST(PdfLayoutLimits, aTableIsLookedForInAsManyRowsAsAllowed) {
+    constexpr int kMostBands = 400;
+    PageBuilder builder;
+    for (int row = 0; row < 3 * kMostBands; ++row) {
+        const float y = -12.0F * static_cast<float>(row);
+        const bool isNumber = row >= kMostBands / 2 && row < kMostBands;
+        builder.text(10, y, U"some words").text(110, y, isNumber ? U"17" : U"others");
+    }
+    const std::string text = textOf(builder);
+    // Among the cells of so many rows enough are numbers, among all of them too few.
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\t'), kMostBands);
+}
+
+/// Rows that are no table, but must be tried from each of them on, and a table below.
+std::string textOfTableBelow(int rows, int lines) {
+    PageBuilder builder;
+    float y = 0;
+    for (const char32_t* const number : {U"17", U"18", U"19", U"20"})
+        builder.text(10, y, U"label").text(110, y, number), y += 12;
+    y += 100;
+    for (int row = 0; row < rows; ++row)
+        builder.text(10, y, U"some words").text(110, y, U"others"), y += 12;
+    for (int line = 0; line < lines; ++line)
+        builder.text(10, y, U"a"), y += 12;
+    return textOf(builder);
+}
+
+TEST(PdfLayoutLimits, tablesAreLookedForAsLongAsAllowed) {
+    // About two thirds of the third power of the rows is looked at.
+    EXPECT_NE(textOfTableBelow(100, 0).find("label\t17"), std::string::npos);
+    EXPECT_EQ(textOfTableBelow(150, 0).find("label\t17"), std::string::npos);
+    EXPECT_NE(textOfTableBelow(150, 60'000).find("label\t17"), std::string::npos) << "a long page may take longer";
+    EXPECT_EQ(textOfTableBelow(190, 60'000).find("label\t17"), std::string::npos);
+}
+
+/// Parts of a line far apart, and one that is drawn last and touches the first.
+std::string textOfLatePart(int parts) {
+    PageBuilder builder;
+    for (int i = 0; i < parts; ++i)
+        builder.text(10 + 60.0F * static_cast<float>(i), 700, U"part");
+    return textOf(builder.text(30, 700.5F, U"ner"));
+}
+
+TEST(PdfLayoutLimits, asManyLinesOfAHeightAreLookedAtAsAllowed) {
+    EXPECT_TRUE(textOfLatePart(32).starts_with("partner")) << textOfLatePart(32);
+    EXPECT_FALSE(textOfLatePart(33).starts_with("partner")) << textOfLatePart(33);
+}
+
+TEST(PdfLayoutLimits, aLetterMayHaveManyMarks) {
+    constexpr int kMarks = 40;
+    PageBuilder builder;
+    builder.text(10, 700, U"\u05D0");
+    std::u32string marks;
+    for (char32_t mark = 0; mark < kMarks; ++mark)
+        marks.push_back(U'\u0591' + mark % 20);
+    builder.letter(0).text(11, 700, marks);
+    Page page = builder.page();
+    std::u32string text;
+    appendPageText(page, text);
+    EXPECT_TRUE(text == U"\u05D0" + marks + U"\n");
+}
+
 TEST(PdfLayoutLimits, gridsHaveAsManyFieldsAsAllowed) {
     EXPECT_EQ(gridsOf(crossing(250, 400)).size(), 1U); // 100,000
     EXPECT_EQ(gridsOf(crossing(250, 401)).size(), 0U);
