@@ -98,8 +98,10 @@ DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
     setFinalName(name);
     setFinalFullPathName(fullPathName);
     platform().conversionWatcher.documentEnds(path, ConversionWatcher::Result::converted, fullPathName);
-    // deliberate: a failed write is not detected; the document is counted and logged as converted.
-    platform().fileSystem.writeToFileAtomically(text, fullPathName);
+    // deliberate: a failed write changes nothing here; the document is counted and logged as converted.
+    platform().fileSystem.writeToFileAtomically(text, fullPathName, [this, path, fullPathName](const QString& cause) {
+        platform().conversionWatcher.textNotWritten(path, fullPathName, cause);
+    });
     setNumberProcessed(numberProcessed().longValue() + 1);
     // deliberate: no conversion ever sets it back to false.
     setDone(true);

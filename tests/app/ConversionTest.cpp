@@ -482,5 +482,14 @@ TEST_F(ConversionTest, whatBecameOfEachDocumentIsTold) {
                                                     u"begins /in/b.txt"_s, u"not converted /in/b.txt"_s}));
 }
 
+TEST_F(ConversionTest, aTextThatCannotBeWrittenCountsAsConvertedAndIsTold) {
+    fakes.files.addFile(u"/in/a.rtf"_s, "text");
+    fakes.files.setDiskFull();
+    convertBatch({u"/in/a.rtf"_s});
+    EXPECT_EQ(logLines(), QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)});
+    EXPECT_EQ(delegate.numberProcessed().longValue(), 1);
+    EXPECT_EQ(fakes.conversions.lines.last(), u"not written /in/a.rtf to /texts/a.txt: full"_s);
+}
+
 } // namespace
 } // namespace quillow

@@ -15,6 +15,7 @@
 #include <exception>
 #include <functional>
 #include <future>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -38,6 +39,9 @@ public:
         termination_ = &termination;
         showEnding_ = std::move(show);
     }
+
+    /// Takes the reason if work fails. Without it, standard error gets a line.
+    void setLog(std::function<void(std::string_view line)> log) { log_ = std::move(log); }
 
     /// The result of the work, which is a std::optional. It is empty if no thread could be started or the work threw,
     /// for example for lack of memory; the reason is then written to standard error.
@@ -66,9 +70,9 @@ public:
 
 private:
     [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
-    static void tell(const std::exception& failure);
     /// The window system's number of the window; 0 if there is none.
     [[nodiscard]] std::uintptr_t spinnersWindow() const;
+    void tell(const std::exception& failure) const;
     void paint(int frame) const;
 
     WindowPings pings_;
@@ -76,6 +80,7 @@ private:
     ThreadStarter startThread_;
     const Termination* termination_ = nullptr;
     mutable std::function<void()> showEnding_; ///< until it has been called
+    std::function<void(std::string_view)> log_;
 };
 
 } // namespace quillow
