@@ -1,5 +1,6 @@
 // Each allocation of the library fails once: the program goes on, and nothing leaks. This file replaces the allocation
-// functions of the whole test program, which are those that the library calls.
+// functions of the whole test program, which are those that the library calls. They are not inlined, or the compiler
+// takes malloc and delete for a mistake.
 #include "tests/library/Samples.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +16,7 @@ std::atomic<long> live{0};
 
 } // namespace
 
-void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size) {
     if (untilFailure.load() >= 0 && untilFailure.fetch_sub(1) <= 0) {
         untilFailure = 0;
         throw std::bad_alloc();
@@ -26,13 +27,13 @@ void* operator new(std::size_t size) {
     return place;
 }
 
-void operator delete(void* place) noexcept {
+[[gnu::noinline]] void operator delete(void* place) noexcept {
     if (place == nullptr) return;
     --live;
     std::free(place);
 }
 
-void operator delete(void* place, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* place, std::size_t) noexcept {
     operator delete(place);
 }
 

@@ -44,11 +44,14 @@ class Pool(unittest.TestCase):
                 self.assertEqual(read, expected)
 
     def test_a_crash_a_time_out_and_a_bomb_are_results_of_their_documents(self):
-        with quillow.Pool(workers=2, timeout=3, max_memory=256, worker_program=ATTACK_WORKER) as pool:
-            documents = [b"attack:crash", b"{\\rtf1 one}", b"attack:loop", b"attack:garbage", b"attack:exit", b"{\\rtf1 two}"]
+        with quillow.Pool(workers=2, max_memory=256, worker_program=ATTACK_WORKER) as pool:
+            documents = [b"attack:crash", b"{\\rtf1 one}", b"attack:exit", b"{\\rtf1 two}"]
             reasons = [extraction.reason for extraction in pool.map(documents, "rtf")]
-            self.assertEqual(reasons, ["crashed", "ok", "timeout", "crashed", "crashed", "ok"])
+            self.assertEqual(reasons, ["crashed", "ok", "crashed", "ok"])
             self.assertEqual(pool.extract(b"{\\rtf1 next}").text, "next\n")
+        # A harmless document may need a moment on a busy machine, so the short time is that of another pool.
+        with quillow.Pool(workers=1, timeout=0.5, worker_program=ATTACK_WORKER) as pool:
+            self.assertEqual(pool.extract(b"attack:loop", "rtf").reason, "timeout")
 
     def test_the_memory_of_a_document_is_limited(self):
         page = b"<p>" + b"<b>x" * 4_000_000
