@@ -5,6 +5,7 @@
 #include "base/PathStrings.h"
 #include "platform/Alerts.h"
 #include "platform/BookmarkStore.h"
+#include "platform/ConversionWatcher.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgressIndicator.h"
 #include "platform/Termination.h"
@@ -82,8 +83,10 @@ void QuillowAppDelegate::doMultiProcess() {
 
 DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
     // The delegate's state changes only if there is a text.
+    platform().conversionWatcher.documentBegins(path);
     DocumentText::Outcome outcome = documentText_.read(path);
     if (outcome.end != DocumentText::End::text) {
+        platform().conversionWatcher.documentEnds(path, ConversionWatcher::Result::notConverted, QString());
         logNoText(path);
         return outcome.end;
     }
@@ -94,8 +97,11 @@ DocumentText::End QuillowAppDelegate::convertDocument(const QString& path) {
     const QString fullPathName = stringWithFormat(QStringLiteral("%@/%@"), {effectiveDestinationPath(), name});
     setFinalName(name);
     setFinalFullPathName(fullPathName);
-    // deliberate: a failed write is not detected; the document is counted and logged as converted.
-    platform().fileSystem.writeToFileAtomically(text, fullPathName);
+    platform().conversionWatcher.documentEnds(path, ConversionWatcher::Result::converted, fullPathName);
+    // deliberate: a failed write changes nothing here; the document is counted and logged as converted.
+    platform().fileSystem.writeToFileAtomically(text, fullPathName, [this, path, fullPathName](const QString& cause) {
+        platform().conversionWatcher.textNotWritten(path, fullPathName, cause);
+    });
     setNumberProcessed(numberProcessed().longValue() + 1);
     // deliberate: no conversion ever sets it back to false.
     setDone(true);

@@ -7,7 +7,7 @@ namespace quillow {
 
 struct Outcome {
     int documents = 0;
-    int notConverted = 0; ///< without a text, or after one that ended the batch
+    int notConverted = 0; ///< without a text
     int notWritten = 0;   ///< the text could not be written; the log counts them as converted
 
     [[nodiscard]] bool hasFailures() const { return notConverted > 0 || notWritten > 0; }

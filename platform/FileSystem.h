@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace quillow {
@@ -29,7 +30,14 @@ public:
     /// Atomically replaces the file at the path with these bytes: a reader sees the old file or the whole new one,
     /// and a failure leaves the old one. Returns false if it could not be written, or if the path is under a folder
     /// that was opened through a read-only bookmark.
-    virtual bool writeToFileAtomically(const QByteArray& bytes, const QString& path) = 0;
+    bool writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+        return writeToFileAtomically(bytes, path, {});
+    }
+    /// Called with the cause, such as "No space left on device".
+    using WriteFailed = std::function<void(const QString& cause)>;
+    /// The same. `failed` (may be empty) is called once if the file could not be written: before this function returns
+    /// false, or on the main thread before the main queue's next operation.
+    virtual bool writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) = 0;
 
     /// Creates a folder and its missing parents. Returns true if a folder exists there afterwards.
     virtual bool createDirectory(const QString& path) = 0;

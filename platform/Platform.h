@@ -8,6 +8,7 @@ class Archive;
 class BookmarkStore;
 class Bundle;
 class Clock;
+class ConversionWatcher;
 class DateFormatting;
 class Defaults;
 class Documents;
@@ -32,6 +33,7 @@ struct Platform {
     BookmarkStore& bookmarkStore;
     Bundle& bundle;
     Clock& clock;
+    ConversionWatcher& conversionWatcher;
     DateFormatting& dateFormatting;
     Defaults& defaults;
     Documents& documents;

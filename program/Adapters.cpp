@@ -2,14 +2,8 @@
 
 #include "util/StandardTransformers.h"
 
-#include <cstdio>
-
 namespace quillow {
 namespace {
-
-void logReason(std::string_view line) {
-    std::fprintf(stderr, "quillow: %.*s\n", static_cast<int>(line.size()), line.data());
-}
 
 SupportAddresses supportAddresses() {
     return {QString::fromUtf16(configuration::kSupportMail), QString::fromUtf16(configuration::kAppUrl),
@@ -27,11 +21,12 @@ QByteArray updateKey() {
 Adapters::Adapters(QtMainQueue& mainQueueOfProgram, const Termination& terminationOfProgram)
     : mainQueue(mainQueueOfProgram)
     , termination(terminationOfProgram)
-    , extractor(&logReason,
+    , extractor([this](std::string_view line) { conversionReport.tell(line); },
                 [this](std::span<const std::byte> bytes, DocumentKind kind) { return engine.extract(bytes, kind); })
     , supportUtility(workspace, alerts, systemInfo, supportAddresses())
     , propertyListLoader(std::ref(fetch), updateKey()) {
     backgroundWork.setEnding(termination, [this] { window.showEnding(); });
+    backgroundWork.setLog([this](std::string_view line) { conversionReport.tell(line); });
     registerStandardTransformers(valueTransformers, bookmarkStore, clock, imageCodec, textUnarchiver);
 }
 
@@ -41,6 +36,7 @@ Platform Adapters::platform() {
             bookmarkStore,
             bundle,
             clock,
+            conversionReport,
             dateFormatting,
             defaults,
             documents,

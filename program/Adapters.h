@@ -34,6 +34,7 @@
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
+#include "program/ConversionReport.h"
 #include "util/MWValueTransformer.h"
 
 #include <functional>
@@ -78,6 +79,7 @@ struct Adapters {
     QtMenus menus{window.applicationMenu()};
     QtMenu helpMenu{window.helpMenu()};
 
+    ConversionReport conversionReport{mainQueue};
     IsolatedEngine engine;
     DocumentExtractor extractor;
     EngineRtfTextReader rtfReader{extractor};

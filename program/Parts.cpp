@@ -57,6 +57,15 @@ Parts::Preferences::~Preferences() {
     MWPhoneHome::sharedPhoneHome().setCheckHandler({});
 }
 
+void Parts::notifyOf(const ConversionReport::Totals& totals) {
+    if (QGuiApplication::applicationState() == Qt::ApplicationActive) return;
+    const auto [summary, body] = notificationTexts(totals);
+    notification_.show(summary, body, QStringLiteral("Show"), [this] {
+        delegate_->showMainWindow();
+        delegate_->showLastOutputFile();
+    });
+}
+
 PreferencesWindow& Parts::preferences() {
     if (!preferences_) {
         preferences_.emplace(adapters_, *delegate_);
@@ -82,6 +91,18 @@ void Parts::connectWindows(std::function<void()> quit) {
     adapters_.window.setStatement(delegate_->getAppStantment());
     adapters_.window.setIsolation([this] { return QString::fromStdString(adapters_.engine.isolationLine()); });
     adapters_.window.setCommands(commandsOf(*delegate_, dropView_, adapters_.undoManager, std::move(quit)));
+    const auto ifThere = [this](void (*action)(QtWorkspace&, const QString&)) {
+        return [this, action](const QString& path) {
+            if (adapters_.fileSystem.fileExistsAtPath(path, nullptr)) action(adapters_.workspace, path);
+        };
+    };
+    adapters_.window.logView().setPathActions(
+        {ifThere([](QtWorkspace& workspace, const QString& path) { workspace.openFile(path); }),
+         ifThere([](QtWorkspace& workspace, const QString& path) { workspace.selectFile(path, QString()); })});
+    adapters_.conversionReport.setHandler([this](const ConversionReport::Totals& totals) {
+        adapters_.window.showOutcome({totals.documents, totals.notConverted, totals.notWritten});
+        notifyOf(totals);
+    });
     adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
                                   [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});
 }

@@ -5,6 +5,7 @@
 #include "frame/MWOutlinedDragDropView.h"
 #include "frame/MWWhiteView.h"
 #include "platform/qt/controls/LazyWindow.h"
+#include "platform/qt/life/DesktopNotification.h"
 #include "platform/qt/windows/PreferencesBindings.h"
 #include "platform/qt/windows/PreferencesWindow.h"
 #include "platform/qt/windows/QtToolbar.h"
@@ -47,6 +48,8 @@ private:
         PreferencesBindings bindings;
     };
 
+    /// After a batch in the background.
+    void notifyOf(const ConversionReport::Totals& totals);
     void connectOutlets();
     void connectWindows(std::function<void()> quit);
 
@@ -56,6 +59,7 @@ private:
     LazyWindow prefWindow_{[this]() -> QtWindow& { return preferences().window(); }};
     std::optional<QuillowAppDelegate> delegate_;
     std::optional<Bindings> bindings_;
+    DesktopNotification notification_;
     std::optional<Preferences> preferences_;
 };
 

@@ -475,5 +475,21 @@ TEST_F(ConversionTest, batchThatChangesWhileItRunsEndsAndIsToldOnStandardError) 
     EXPECT_EQ(fakes.bookmarks.openAccesses(), 0);
 }
 
+TEST_F(ConversionTest, whatBecameOfEachDocumentIsTold) {
+    fakes.files.addFile(u"/in/a.rtf"_s, "text");
+    convertBatch({u"/in/a.rtf"_s, u"/in/b.txt"_s});
+    EXPECT_EQ(fakes.conversions.lines, (QStringList{u"begins /in/a.rtf"_s, u"converted /in/a.rtf to /texts/a.txt"_s,
+                                                    u"begins /in/b.txt"_s, u"not converted /in/b.txt"_s}));
+}
+
+TEST_F(ConversionTest, aTextThatCannotBeWrittenCountsAsConvertedAndIsTold) {
+    fakes.files.addFile(u"/in/a.rtf"_s, "text");
+    fakes.files.setDiskFull();
+    convertBatch({u"/in/a.rtf"_s});
+    EXPECT_EQ(logLines(), QStringList{converted(u"/in/a.rtf"_s, u"/texts/a.txt"_s)});
+    EXPECT_EQ(delegate.numberProcessed().longValue(), 1);
+    EXPECT_EQ(fakes.conversions.lines.last(), u"not written /in/a.rtf to /texts/a.txt: full"_s);
+}
+
 } // namespace
 } // namespace quillow

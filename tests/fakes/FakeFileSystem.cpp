@@ -41,7 +41,13 @@ bool FakeFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) co
     return true;
 }
 
-bool FakeFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+bool FakeFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) {
+    const bool isWritten = write(bytes, path);
+    if (!isWritten && failed) failed(isDiskFull_ ? QStringLiteral("full") : QStringLiteral("refused"));
+    return isWritten;
+}
+
+bool FakeFileSystem::write(const QByteArray& bytes, const QString& path) {
     journal_.add(QStringLiteral("write ") + path);
     const std::optional<QString> folder = resolved(folderOf(path));
     if (!folder || items_.value(*folder).kind != Kind::folder || isDiskFull_) return false;

@@ -21,7 +21,8 @@ public:
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
-    bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    using FileSystem::writeToFileAtomically;
+    bool writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) override;
 
     bool createDirectory(const QString& path) override;
     [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
@@ -50,6 +51,7 @@ public:
     void closeReadOnly(const QString& path) { readOnly_.remove(path); }
 
 private:
+    bool write(const QByteArray& bytes, const QString& path);
     enum class Kind { file, folder, symbolicLink };
     struct Item {
         Kind kind = Kind::file;

@@ -9,6 +9,7 @@
 #include "tests/fakes/FakeBookmarkStore.h"
 #include "tests/fakes/FakeBundle.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/FakeConversionWatcher.h"
 #include "tests/fakes/FakeDateFormatting.h"
 #include "tests/fakes/FakeDefaults.h"
 #include "tests/fakes/FakeDocuments.h"
@@ -34,6 +35,7 @@ struct FakePlatform {
     FakeBookmarkStore bookmarks{files, journal};
     FakeBundle bundle;
     FakeClock clock;
+    FakeConversionWatcher conversions;
     FakeDateFormatting dates;
     FakeDefaults defaults;
     FakeDocuments documents{journal};
@@ -60,9 +62,9 @@ struct FakePlatform {
     [[nodiscard]] Platform platform() { return platform(defaults); }
     /// The platform with another defaults store, such as one that wraps the fake.
     [[nodiscard]] Platform platform(Defaults& store) {
-        return {alerts,    archive,    bookmarks,   bundle,    clock,     dates,      store,
-                documents, files,      html,        mainQueue, menus,     panels,     pdf,
-                rtf,       systemInfo, termination, timers,    workspace, updateCheck};
+        return {alerts, archive,   bookmarks,  bundle,      clock,     conversions, dates,
+                store,  documents, files,      html,        mainQueue, menus,       panels,
+                pdf,    rtf,       systemInfo, termination, timers,    workspace,   updateCheck};
     }
     /// From now on these fakes also record their calls in the journal.
     void recordEverything() {

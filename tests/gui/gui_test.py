@@ -196,6 +196,20 @@ class OwnDrag(ProgramTest):
         self.assert_text("Letter.txt", "third")
         self.assertEqual(self.converted_count(), 3)
 
+    def test_a_failure_in_a_drop_is_told_in_the_small_window(self):
+        good, late = self.document("good.rtf", "first"), self.document("late.rtf", "second")
+        bad = self.papers / "bad.pdf"
+        bad.write_bytes(b"")
+        self.start_program()
+        self.drag("link", self.uri(good), self.uri(bad), self.uri(late), expect="link")
+        self.wait_for_log(self.converted(good), self.no_text(bad), self.converted(late))
+        entry = accessibility.control(self.accessible, "label", "Latest entry: ")
+        self.assertEqual(entry.get_name(), f"Latest entry: {self.converted(late)} \u00b7 1 not converted")
+        small = screen.place_of(self.window).height
+        place = entry.get_extents(0)  # screen coordinates
+        screen.pointer("mousemove", place.x + place.width // 2, place.y + place.height // 2, "click", 1)
+        screen.until(lambda: screen.place_of(self.window).height > small, "the log")
+
     def test_same_document_twice(self):
         paper = self.document("thesis.rtf", "again")
         self.start_program()
@@ -399,6 +413,20 @@ class Modes(ProgramTest):
         button = self.disclosure().get_extents(0)  # screen coordinates
         screen.pointer("mousemove", button.x + 8, button.y + button.height // 2, "click", 1)
         self.expect_height(self.BIG)
+
+    def test_an_opened_log_is_on_the_screen(self):
+        width, height = (int(n) for n in os.environ["SCREEN_SIZE"].split("x"))
+        self.start_program()
+        screen.move_window(self.window, 60, height - 300)
+        low = screen.settled_place(self.window)
+        accessibility.press(self.disclosure())
+        screen.until(lambda: screen.place_of(self.window).height == self.BIG, "the log")
+        raised = screen.settled_place(self.window)
+        self.assertLess(raised.y, low.y)
+        # The frame's lower edge is a few pixels below the contents.
+        self.assertLessEqual(raised.y + raised.height, height)
+        accessibility.press(self.disclosure())
+        screen.until(lambda: screen.place_of(self.window) == low, "the window where it was")
 
     def test_only_the_width_is_the_users(self):
         self.start_program()

@@ -74,13 +74,13 @@ protected:
     /// The fake main queue runs nothing by itself, so the log stays empty until the drop has been processed.
     Platform platform() {
         fakes_.updateCheck = UpdateCheck::leftOut;
-        return {alerts_,           fakes_.archive,      world_.bookmarkStore,
-                fakes_.bundle,     fakes_.clock,        fakes_.dates,
-                fakes_.defaults,   fakes_.documents,    fileSystem_,
-                fakes_.html,       fakes_.mainQueue,    fakes_.menus,
-                panels_,           fakes_.pdf,          backgroundReader_,
-                fakes_.systemInfo, fakes_.termination,  fakes_.timers,
-                world_.workspace,  UpdateCheck::leftOut};
+        return {alerts_,           fakes_.archive,    world_.bookmarkStore,
+                fakes_.bundle,     fakes_.clock,      fakes_.conversions,
+                fakes_.dates,      fakes_.defaults,   fakes_.documents,
+                fileSystem_,       fakes_.html,       fakes_.mainQueue,
+                fakes_.menus,      panels_,           fakes_.pdf,
+                backgroundReader_, fakes_.systemInfo, fakes_.termination,
+                fakes_.timers,     world_.workspace,  UpdateCheck::leftOut};
     }
     void launch() {
         delegate_.applicationWillFinishLaunching({});

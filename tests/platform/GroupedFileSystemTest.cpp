@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <future>
 #include <optional>
 #include <system_error>
 
@@ -70,6 +72,33 @@ TEST_F(GroupedFileSystemTest, withoutAThreadFilesAreWrittenAtOnce) {
     EXPECT_TRUE(files.writeToFileAtomically("x", at(1)));
     EXPECT_EQ(onDisk(at(1)), QByteArray("x"));
     EXPECT_EQ(mainQueue.queuedCount(), 0U);
+}
+
+TEST_F(GroupedFileSystemTest, aWriteThatFailsTellsTheCause) {
+    GroupedFileSystem files(world.fileSystem, mainQueue);
+    QStringList causes;
+    const auto note = [&](const QString& cause) { causes.append(cause); };
+    EXPECT_FALSE(files.writeToFileAtomically("x", at(1) + QStringLiteral("/missing/a.txt"), note));
+    EXPECT_EQ(causes, QStringList{QtFileSystem::causeOf(ENOENT)});
+}
+
+TEST_F(GroupedFileSystemTest, aFileThatGetsNoNameIsToldBeforeTheQueuesNextOperation) {
+    std::promise<void> gate;
+    GroupedFileSystem files(world.fileSystem, mainQueue,
+                            [opened = gate.get_future().share()](const std::function<void()>& run) {
+                                return std::thread([opened, run] {
+                                    opened.wait();
+                                    run();
+                                });
+                            });
+    QStringList events;
+    EXPECT_TRUE(files.writeToFileAtomically("x", at(1), [&](const QString& cause) { events.append(cause); }));
+    mainQueue.addOperation([&] { events.append(QStringLiteral("next")); });
+    // A folder takes the file's name before it is placed.
+    ASSERT_TRUE(world.fileSystem.createDirectory(at(1)));
+    gate.set_value();
+    mainQueue.runAll();
+    EXPECT_EQ(events, (QStringList{QtFileSystem::causeOf(EISDIR), QStringLiteral("next")}));
 }
 
 } // namespace

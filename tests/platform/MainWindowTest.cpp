@@ -305,6 +305,18 @@ TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
     EXPECT_EQ(converted_, QStringList{world_.root() + QStringLiteral("/Letter.rtfd")});
 }
 
+TEST_F(MainWindowTest, choosingStartsInTheFolderChosenFromBefore) {
+    world_.addFile(world_.root() + QStringLiteral("/Papers/Letter.rtfd/TXT.rtf"), "x");
+    window_.chooseDocuments();
+    auto* chooser = window_.findChild<DocumentChooser*>();
+    chooser->setDirectory(world_.root() + QStringLiteral("/Papers"));
+    Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Papers/Letter.rtfd"));
+    runEvents();
+    window_.chooseDocuments();
+    EXPECT_EQ(window_.findChild<DocumentChooser*>()->directory().absolutePath(),
+              world_.root() + QStringLiteral("/Papers"));
+}
+
 TEST_F(MainWindowTest, beginsSmallWithoutTheLog) {
     EXPECT_EQ(window_.size(), QSize(MainWindow::kMinimumWidth, MainWindow::kSmallHeight));
     EXPECT_FALSE(window_.logView().isVisible());

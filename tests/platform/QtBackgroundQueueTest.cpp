@@ -35,5 +35,17 @@ TEST(QtBackgroundQueue, whatHasBegunRunsToItsEnd) {
     EXPECT_TRUE(hasEnded);
 }
 
+TEST(QtBackgroundQueue, holdsOperationsUntilItIsReleased) {
+    std::atomic<int> ran = 0;
+    QtBackgroundQueue queue;
+    queue.hold();
+    queue.addOperation([&] { ++ran; });
+    QThread::msleep(20);
+    EXPECT_EQ(ran, 0);
+    queue.release();
+    queue.addOperation([&] { ++ran; });
+    EXPECT_TRUE(waitUntil([&] { return ran == 2; }));
+}
+
 } // namespace
 } // namespace quillow

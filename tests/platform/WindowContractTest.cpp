@@ -1,5 +1,5 @@
 // The contract of the window port for frames and size limits, for all implementations.
-#include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/controls/LazyWindow.h"
 #include "tests/fakes/FakeWindow.h"
 #include "tests/platform/Waiting.h"
 
@@ -47,7 +47,19 @@ protected:
     static constexpr Rect kStart{40, 300, 400, 100};
     World world_;
 };
-using Worlds = testing::Types<FakeWindowWorld, QtWindowWorld>;
+/// A window that the test's first call makes.
+struct LazyWindowWorld {
+    QWidget widget;
+    std::optional<QtWindow> made;
+    LazyWindow window{[this]() -> QtWindow& { return made.emplace(widget); }};
+    void settle() const {
+        EXPECT_TRUE(waitUntil(
+            [this] { return widget.width() == window.frame().width && widget.height() == window.frame().height; }));
+        runEvents();
+    }
+};
+
+using Worlds = testing::Types<FakeWindowWorld, QtWindowWorld, LazyWindowWorld>;
 TYPED_TEST_SUITE(WindowContract, Worlds);
 
 TYPED_TEST(WindowContract, aFrameIsTakenAsItIs) {
@@ -105,6 +117,24 @@ TYPED_TEST(WindowContract, aWayThatIsTurnedRoundEndsWhereTheLastOneLeads) {
     this->window().setFrame(this->kStart, Animate::yes);
     this->limitHeight(100);
     EXPECT_EQ(this->settledFrame(), this->kStart);
+}
+
+TEST(LazyWindow, isMadeOnceWhenItIsNeeded) {
+    QWidget widget;
+    QtWindow whole(widget);
+    int made = 0;
+    LazyWindow window([&]() -> QtWindow& {
+        ++made;
+        return whole;
+    });
+    window.setExcludedFromWindowsMenu(true);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(made, 0);
+    window.makeKeyAndOrderFront();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(WidgetWindow::of(&window), &widget);
+    EXPECT_TRUE(widget.property(kExcludedFromWindowsMenu).toBool()) << "as was said before";
+    EXPECT_EQ(made, 1);
 }
 
 } // namespace

@@ -106,7 +106,18 @@ TEST_F(LifeTest, whyADocumentGaveNoTextIsToldOnStandardError) {
     const auto program = started(u"quillow"_s, {document(u"bad.pdf"_s, "%PDF-1.4 cut short"), document(u"b.rtf"_s)});
     EXPECT_TRUE(isConverted(u"b.txt"_s));
     expectEndBySignal(*program);
-    EXPECT_TRUE(QString::fromUtf8(program->readAllStandardError()).contains(u"quillow: "_s));
+    EXPECT_TRUE(QString::fromUtf8(program->readAllStandardError())
+                    .contains(u"quillow: "_s + home.filePath(u"bad.pdf"_s) + u": PDF document: "_s));
+}
+
+TEST_F(LifeTest, aTextThatCannotBeWrittenIsToldOnStandardError) {
+    QDir(home.path()).mkpath(u"Texts/a.txt"_s);
+    const auto program = started(u"quillow"_s, {document(u"a.rtf"_s), document(u"b.rtf"_s)});
+    EXPECT_TRUE(isConverted(u"b.txt"_s));
+    expectEndBySignal(*program);
+    const QString line = u"quillow: "_s + home.filePath(u"a.rtf"_s) + u": the text is not written to "_s +
+                         home.filePath(u"Texts/a.txt"_s) + u": Is a directory\n"_s;
+    EXPECT_EQ(QString::fromUtf8(program->readAllStandardError()).count(line), 1);
 }
 
 TEST_F(LifeTest, whatWasLoggedIsInTheNextStartsLog) {

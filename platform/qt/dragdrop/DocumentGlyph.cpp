@@ -1,5 +1,6 @@
 #include "platform/qt/dragdrop/DocumentGlyph.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -56,11 +57,17 @@ void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& li
     painter.restore();
 }
 
+/// Not from the icon theme: that would read the whole index of the theme, which takes longer than a window to appear.
+/// Desktops with a theme take the icon that the desktop file names.
 QIcon applicationIcon() {
-    QIcon painted;
-    for (const int size : {16, 24, 32, 48, 64, 128, 256})
-        painted.addPixmap(paintedIcon(size));
-    return QIcon::fromTheme(QStringLiteral("org.quillow.Quillow"), painted);
+    const QString installed = QCoreApplication::applicationDirPath() +
+                              QStringLiteral("/../share/icons/hicolor/%1x%1/apps/org.quillow.Quillow.png");
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        const QPixmap pixmap(installed.arg(size), "PNG");
+        icon.addPixmap(pixmap.isNull() ? paintedIcon(size) : pixmap);
+    }
+    return icon;
 }
 
 } // namespace quillow

@@ -20,7 +20,7 @@ inline constexpr QRgb kDocumentGlyphPaper = 0xFFF3F7FD;
 void paintDocumentGlyph(QPainter& painter, const QRectF& place, const QColor& line, const QColor& paper,
                         Qt::LayoutDirection direction = Qt::LeftToRight);
 
-/// The program's icon from the desktop's theme, else painted.
+/// The program's icon as installed, else painted.
 [[nodiscard]] QIcon applicationIcon();
 
 } // namespace quillow

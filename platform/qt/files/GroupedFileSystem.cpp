@@ -17,22 +17,22 @@ QByteArray nameOf(QByteArray path) {
     return path.mid(path.lastIndexOf('/') + 1);
 }
 
+} // namespace
+
 /// Brings the bytes of all files to the disk, and then gives each its name: after a crash of the system a file is the
 /// old one or the new one. Then syncs the folder of the last one; the system soon does the same for other folders.
-void finish(std::vector<UnnamedFile>& files) {
-    const bool isTogether = files.size() > 1 && files.front().syncAll();
-    for (UnnamedFile& file : files) {
-        const bool isOnDisk = (isTogether && file.isSyncedWith(files.front())) || file.sync();
+void GroupedFileSystem::finish(std::vector<Write>& writes) {
+    const UnnamedFile& first = writes.front().file;
+    const bool isTogether = writes.size() > 1 && first.syncAll();
+    for (Write& write : writes) {
+        const bool isOnDisk = (isTogether && write.file.isSyncedWith(first)) || write.file.sync();
         try {
-            // deliberate: a failed write is not detected.
-            static_cast<void>(isOnDisk && file.place());
+            write.isPlaced = isOnDisk && write.file.place();
         } catch (const std::bad_alloc&) { // for a path; as after a failed write, the file gets no name
         }
     }
-    files.back().syncFolder();
+    writes.back().file.syncFolder();
 }
-
-} // namespace
 
 GroupedFileSystem::GroupedFileSystem(QtFileSystem& inner, MainQueue& mainQueue, ThreadStarter startThread)
     : inner_(inner)
@@ -48,14 +48,18 @@ GroupedFileSystem::~GroupedFileSystem() {
     if (thread_.joinable()) thread_.join();
 }
 
-bool GroupedFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+bool GroupedFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) {
     UnnamedFile file = inner_.writeUnnamed(bytes, path);
-    if (!file.isWritten()) return false;
     std::unique_lock lock(mutex_);
-    if (!hasThread()) return file.sync() && file.place();
+    if (!file.isWritten() || !hasThread()) {
+        lock.unlock();
+        const bool isPlaced = file.isWritten() && file.sync() && file.place();
+        if (!isPlaced && failed) failed(QtFileSystem::causeOf(file.error()));
+        return isPlaced;
+    }
     changed_.wait(lock, [this] { return unnamed_.size() < kMaximumWaiting; });
     const QByteArray name = nameOf(file.target());
-    waiting_.push_back(std::move(file));
+    waiting_.push_back({std::move(file), failed});
     try {
         unnamed_.push_back(name);
     } catch (const std::bad_alloc&) {
@@ -64,7 +68,7 @@ bool GroupedFileSystem::writeToFileAtomically(const QByteArray& bytes, const QSt
     }
     if (!std::exchange(isPromised_, true))
         mainQueue_.addOperation([this] {
-            waitForAll();
+            endGroup();
             isPromised_ = false;
         });
     changed_.notify_all();
@@ -87,16 +91,37 @@ void GroupedFileSystem::work() {
     for (;;) {
         changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
         if (waiting_.empty()) return;
-        std::vector<UnnamedFile> group = std::exchange(waiting_, {});
+        std::vector<Write> group = std::exchange(waiting_, {});
         lock.unlock();
         try {
             finish(group);
         } catch (const std::bad_alloc&) { // for the path of the folder; the system soon syncs it by itself
         }
         lock.lock();
+        keepFailures(group);
         unnamed_.erase(unnamed_.begin(), unnamed_.begin() + static_cast<std::ptrdiff_t>(group.size()));
         changed_.notify_all();
     }
+}
+
+/// Called under the lock.
+void GroupedFileSystem::keepFailures(std::vector<Write>& writes) {
+    for (Write& write : writes) {
+        if (write.isPlaced || !write.failed) continue;
+        try {
+            failures_.emplace_back(std::move(write.failed), write.file.error());
+        } catch (const std::bad_alloc&) { // nothing can be told
+        }
+    }
+}
+
+void GroupedFileSystem::endGroup() {
+    waitForAll();
+    std::unique_lock lock(mutex_);
+    const auto failures = std::exchange(failures_, {});
+    lock.unlock();
+    for (const auto& [failed, error] : failures)
+        failed(QtFileSystem::causeOf(error));
 }
 
 void GroupedFileSystem::waitForAll() const {

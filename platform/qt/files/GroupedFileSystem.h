@@ -11,6 +11,7 @@
 #include <functional>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace quillow {
@@ -19,8 +20,8 @@ namespace quillow {
 /// difference: before the main queue's next operation, and so before the log says that a document is converted, every
 /// file has its name. Calls that could see a file that has no name yet wait until it has it.
 ///
-/// deliberate: a write returns false only if the bytes cannot be written. Whether the file then gets its name is not
-/// told; no conversion looks at it.
+/// deliberate: a write returns false only if the bytes cannot be written. If the file then does not get its name, only
+/// the writer's `failed` is called.
 class GroupedFileSystem final : public FileSystem {
 public:
     using ThreadStarter = std::function<std::thread(std::function<void()> run)>;
@@ -34,7 +35,8 @@ public:
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
-    bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    using FileSystem::writeToFileAtomically;
+    bool writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) override;
     bool createDirectory(const QString& path) override;
     [[nodiscard]] std::optional<QStringList> contentsOfDirectory(const QString& path) const override;
     bool copyItem(const QString& path, const QString& toPath) override;
@@ -49,6 +51,8 @@ private:
     [[nodiscard]] bool hasThread();
     void work();
     void waitForAll() const;
+    /// Waits for all, and tells the writers of those that failed.
+    void endGroup();
     void waitFor(const QString& path) const;
 
     QtFileSystem& inner_;
@@ -56,9 +60,18 @@ private:
     const ThreadStarter startThread_;
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
-    std::vector<UnnamedFile> waiting_;
-    std::deque<QByteArray> unnamed_; ///< the names, without their folders, of all files on their way
-    bool isPromised_ = false;        ///< the main queue has an operation that waits for all
+    struct Write {
+        UnnamedFile file;
+        WriteFailed failed;
+        bool isPlaced = false;
+    };
+    static void finish(std::vector<Write>& writes);
+    void keepFailures(std::vector<Write>& writes);
+
+    std::vector<Write> waiting_;
+    std::vector<std::pair<WriteFailed, int>> failures_; ///< to be told on the main thread, with the error numbers
+    std::deque<QByteArray> unnamed_;                    ///< the names, without their folders, of all files on their way
+    bool isPromised_ = false;                           ///< the main queue has an operation that waits for all
     bool isEnding_ = false;
     std::thread thread_;
 };

@@ -105,23 +105,31 @@ bool QtFileSystem::fileExistsAtPath(const QString& path, bool* isDirectory) cons
     return true;
 }
 
-bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path) {
+bool QtFileSystem::writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) {
     UnnamedFile file = writeUnnamed(bytes, path);
-    if (!file.isWritten() || !file.sync() || !file.place()) return false;
+    if (!file.isWritten() || !file.sync() || !file.place()) {
+        if (failed) failed(causeOf(file.error()));
+        return false;
+    }
     // The write succeeds even if the new name does not reach the disk.
     file.syncFolder();
     return true;
 }
 
+QString QtFileSystem::causeOf(int error) {
+    return QString::fromLocal8Bit(std::generic_category().message(error).c_str());
+}
+
 UnnamedFile QtFileSystem::writeUnnamed(const QByteArray& bytes, const QString& path) {
     const auto name = systemPath(path);
-    if (!name) return {};
+    if (!name) return UnnamedFile::unwritten(EINVAL);
     const QByteArray target = replacedFile(*name);
-    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target))) return {};
+    if (!access_.mayWrite(pathFromBytes(*name)) || !access_.mayWrite(pathFromBytes(target)))
+        return UnnamedFile::unwritten(EROFS);
 
     struct stat former = {};
     const bool replaces = ::stat(target.constData(), &former) == 0;
-    if (replaces && S_ISDIR(former.st_mode)) return {};
+    if (replaces && S_ISDIR(former.st_mode)) return UnnamedFile::unwritten(EISDIR);
     return {target, bytes, replaces && S_ISREG(former.st_mode) ? &former : nullptr};
 }
 

@@ -18,7 +18,10 @@ public:
     [[nodiscard]] std::optional<QByteArray> contentsOfFile(const QString& path) const override;
     [[nodiscard]] bool isTooLarge(const QString& path) const override;
     [[nodiscard]] bool fileExistsAtPath(const QString& path, bool* isDirectory) const override;
-    bool writeToFileAtomically(const QByteArray& bytes, const QString& path) override;
+    using FileSystem::writeToFileAtomically;
+    bool writeToFileAtomically(const QByteArray& bytes, const QString& path, const WriteFailed& failed) override;
+    /// The system's words for an error number.
+    [[nodiscard]] static QString causeOf(int error);
     /// The first part of an atomic write. The caller then syncs the file and gives it its name.
     [[nodiscard]] UnnamedFile writeUnnamed(const QByteArray& bytes, const QString& path);
     bool createDirectory(const QString& path) override;

@@ -38,8 +38,12 @@ bool giveName(const FileDescriptor& descriptor, const QByteArray& name) {
 UnnamedFile::UnnamedFile(const QByteArray& target, const QByteArray& bytes, const struct stat* former)
     : target_(target) {
     open(folderOf(target));
-    if (!file_.isOpen()) return;
+    if (!file_.isOpen()) {
+        error_ = errno;
+        return;
+    }
     const bool isWritten = writeAll(file_.number(), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (!isWritten) error_ = errno;
     if (former) {
         // The owner first: a change of the owner may clear set-id bits. A failure of either call is ignored.
         [[maybe_unused]] const int owner = ::fchown(file_.number(), former->st_uid, former->st_gid);
@@ -55,6 +59,7 @@ UnnamedFile& UnnamedFile::operator=(UnnamedFile&& other) noexcept {
     target_ = std::move(other.target_);
     file_ = std::move(other.file_);
     hiddenName_ = std::exchange(other.hiddenName_, {});
+    error_ = other.error_;
     return *this;
 }
 
@@ -73,8 +78,10 @@ void UnnamedFile::removeHiddenName() {
     hiddenName_.clear();
 }
 
-bool UnnamedFile::sync() const {
-    return ::fsync(file_.number()) == 0;
+bool UnnamedFile::sync() {
+    const bool isOnDisk = ::fsync(file_.number()) == 0;
+    if (!isOnDisk) error_ = errno;
+    return isOnDisk;
 }
 
 bool UnnamedFile::syncAll() const {
@@ -105,9 +112,15 @@ bool UnnamedFile::place() {
     if (hiddenName_.isEmpty()) {
         if (giveName(file_, target_)) return true;
         // Only a rename replaces an existing file atomically.
-        if (errno != EEXIST || !giveHiddenName(folderOf(target_))) return false;
+        if (errno != EEXIST || !giveHiddenName(folderOf(target_))) {
+            error_ = errno;
+            return false;
+        }
     }
-    if (std::rename(hiddenName_.constData(), target_.constData()) != 0) return false;
+    if (std::rename(hiddenName_.constData(), target_.constData()) != 0) {
+        error_ = errno;
+        return false;
+    }
     hiddenName_.clear();
     return true;
 }

@@ -21,11 +21,20 @@ public:
     UnnamedFile& operator=(UnnamedFile&& other) noexcept;
     ~UnnamedFile() { removeHiddenName(); }
 
+    /// A file that could not be written, with the error number.
+    [[nodiscard]] static UnnamedFile unwritten(int error) {
+        UnnamedFile file;
+        file.error_ = error;
+        return file;
+    }
+
     [[nodiscard]] bool isWritten() const { return file_.isOpen(); }
+    /// The error number of the step that failed: writing, syncing or placing.
+    [[nodiscard]] int error() const { return error_; }
     [[nodiscard]] const QByteArray& target() const { return target_; }
 
     /// Brings the bytes to the disk.
-    [[nodiscard]] bool sync() const;
+    [[nodiscard]] bool sync();
     /// Brings the bytes of all files of this file system to the disk. False if it fails, or if the file system is not
     /// one that is known to do that.
     [[nodiscard]] bool syncAll() const;
@@ -44,6 +53,7 @@ private:
     QByteArray target_;
     FileDescriptor file_;
     QByteArray hiddenName_; ///< empty while it has no name
+    int error_ = 0;
 };
 
 } // namespace quillow

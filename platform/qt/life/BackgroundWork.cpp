@@ -4,6 +4,7 @@
 #include <QWindow>
 
 #include <cstdio>
+#include <string>
 
 namespace quillow {
 namespace {
@@ -19,8 +20,11 @@ bool isOnScreen(const QWidget& widget) {
 
 } // namespace
 
-void BackgroundWork::tell(const std::exception& failure) {
-    std::fprintf(stderr, "quillow: a document could not be read: %s\n", failure.what());
+void BackgroundWork::tell(const std::exception& failure) const {
+    if (log_)
+        log_(std::string("could not be read: ") + failure.what());
+    else
+        std::fprintf(stderr, "quillow: a document could not be read: %s\n", failure.what());
 }
 
 std::uintptr_t BackgroundWork::spinnersWindow() const {

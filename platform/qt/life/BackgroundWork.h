@@ -15,6 +15,7 @@
 #include <exception>
 #include <functional>
 #include <future>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -33,6 +34,8 @@ public:
         : spinner_(spinner)
         , startThread_(std::move(startThread)) {}
 
+    /// Takes the reason if work fails. Without it, standard error gets a line.
+    void setLog(std::function<void(std::string_view line)> log) { log_ = std::move(log); }
     /// While work runs, `show` is called once when the end of the program has been requested.
     void setEnding(const Termination& termination, std::function<void()> show) {
         termination_ = &termination;
@@ -66,7 +69,7 @@ public:
 
 private:
     [[nodiscard]] static std::jthread startThread(const std::function<void()>& run) { return std::jthread(run); }
-    static void tell(const std::exception& failure);
+    void tell(const std::exception& failure) const;
     /// The window system's number of the window; 0 if there is none.
     [[nodiscard]] std::uintptr_t spinnersWindow() const;
     void paint(int frame) const;
@@ -74,6 +77,7 @@ private:
     WindowPings pings_;
     QPointer<Spinner> spinner_;
     ThreadStarter startThread_;
+    std::function<void(std::string_view)> log_;
     const Termination* termination_ = nullptr;
     mutable std::function<void()> showEnding_; ///< until it has been called
 };

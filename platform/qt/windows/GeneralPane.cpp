@@ -118,7 +118,7 @@ QLayout* GeneralPane::makeStartup() {
     auto* choices = new QVBoxLayout;
     choices->setSpacing(4);
     choices->addWidget(startupAction_);
-    choices->addWidget(new NoteLabel(QStringLiteral("Quillow stores this choice and does not act on it.")));
+    choices->addWidget(new NoteLabel(QStringLiteral("Stored, but Quillow does not act on it.")));
     addRows(*column, title, choices, document_);
     return column;
 }
@@ -133,8 +133,8 @@ void GeneralPane::setBeside(bool isBeside) {
 
 void GeneralPane::arrange(const QSize& room) {
     setBeside(true);
-    const QSize beside = columns_->minimumSize();
-    if (beside.width() > room.width() || beside.height() > room.height()) setBeside(false);
+    const int width = columns_->minimumSize().width();
+    if (width > room.width() || columns_->minimumHeightForWidth(width) > room.height()) setBeside(false);
     ScrolledPane::arrange(room);
 }
 

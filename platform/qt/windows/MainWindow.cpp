@@ -12,6 +12,7 @@
 #include "platform/qt/windows/MainMenu.h"
 #include "platform/qt/windows/QtLogView.h"
 
+#include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -279,7 +280,9 @@ void MainWindow::setIsolation(std::function<QString()> isolation) {
 
 void MainWindow::chooseDocuments() {
     auto* chooser = new DocumentChooser(workspace_, this);
-    chooser->setHandler([this](const QStringList& paths) {
+    chooser->startIn(chooserFolder_);
+    chooser->setHandler([this, chooser](const QStringList& paths) {
+        chooserFolder_ = chooser->directory().absolutePath();
         if (commands_.convert) commands_.convert(paths);
     });
     chooser->show();

@@ -109,6 +109,7 @@ private:
     DiscloseButton* discloseButton_;
     LatestEntry* latestEntry_;
     bool isBig_ = false;
+    QString chooserFolder_; ///< in which documents were chosen before
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;
     QPushButton* showFolder_ = nullptr;

@@ -1,0 +1,52 @@
+#include "program/ConversionReport.h"
+
+#include "base/PathBytes.h"
+
+#include <cstdio>
+
+namespace quillow {
+namespace {
+
+QString counted(int count) {
+    return count == 1 ? QStringLiteral("1 document") : QStringLiteral("%1 documents").arg(count);
+}
+
+} // namespace
+
+void ConversionReport::tell(std::string_view line) const {
+    std::fprintf(stderr, "quillow: %s: %.*s\n", pathToBytes(document_).constData(), static_cast<int>(line.size()),
+                 line.data());
+}
+
+void ConversionReport::documentBegins(const QString& path) {
+    // The entries of the batch, and what is told of its texts, come into the queue after this operation. So the end of
+    // the batch is queued by it.
+    if (totals_ == Totals()) mainQueue_.addOperation([this] { mainQueue_.addOperation([this] { endBatch(); }); });
+    document_ = path;
+    ++totals_.documents;
+}
+
+void ConversionReport::documentEnds(const QString&, Result result, const QString&) {
+    if (result == Result::notConverted) ++totals_.notConverted;
+}
+
+void ConversionReport::textNotWritten(const QString& path, const QString& text, const QString& cause) {
+    ++totals_.notWritten;
+    std::fprintf(stderr, "quillow: %s: the text is not written to %s: %s\n", pathToBytes(path).constData(),
+                 pathToBytes(text).constData(), cause.toLocal8Bit().constData());
+}
+
+void ConversionReport::endBatch() {
+    const Totals totals = std::exchange(totals_, {});
+    if (handler_) handler_(totals);
+}
+
+std::pair<QString, QString> notificationTexts(const ConversionReport::Totals& totals) {
+    const int converted = totals.documents - totals.notConverted;
+    QStringList failures;
+    if (totals.notConverted > 0) failures.append(QStringLiteral("%1 not converted").arg(totals.notConverted));
+    if (totals.notWritten > 0) failures.append(QStringLiteral("%1 not written").arg(totals.notWritten));
+    return {counted(converted) + QStringLiteral(" converted"), failures.join(QStringLiteral(", "))};
+}
+
+} // namespace quillow
