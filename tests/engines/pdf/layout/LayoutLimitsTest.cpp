@@ -1,5 +1,8 @@
 // Pages that are made to take long.
+#include "engines/pdf/layout/Columns.h"
+#include "engines/pdf/layout/Evidence.h"
 #include "engines/pdf/layout/Grid.h"
+#include "engines/pdf/layout/Line.h"
 #include "engines/pdf/layout/MonospacedFonts.h"
 #include "engines/pdf/layout/Order.h"
 #include "engines/pdf/layout/PageLayout.h"
@@ -12,6 +15,7 @@
 #include <cmath>
 #include <numbers>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillow::pdf {
@@ -144,6 +148,55 @@ std::string textOfLatePart(int parts) {
 TEST(PdfLayoutLimits, asManyLinesOfAHeightAreLookedAtAsAllowed) {
     EXPECT_TRUE(textOfLatePart(32).starts_with("partner")) << textOfLatePart(32);
     EXPECT_FALSE(textOfLatePart(33).starts_with("partner")) << textOfLatePart(33);
+}
+
+constexpr int kManyColumns = 100;
+
+/// As many columns side by side, drawn one after the other. `heights` columns in succession have different heights on
+/// the page.
+std::vector<Line> manyColumns(float width, int heights) {
+    constexpr int kRows = 6;
+    constexpr float kLeading = 12;
+    constexpr float kGap = 20;
+    std::vector<Line> lines;
+    for (int column = 0; column < kManyColumns; ++column) {
+        const float left = static_cast<float>(column) * (width + kGap);
+        const float lowered = kLeading * static_cast<float>(column % heights) / static_cast<float>(heights);
+        for (int row = 0; row < kRows; ++row) {
+            const float baseline = 700 - lowered - kLeading * static_cast<float>(row);
+            lines.push_back({0, 0, left, left + width, baseline, baseline - 2, baseline + 8, 10});
+        }
+    }
+    return lines;
+}
+
+/// How many decisions for columns have the reason.
+std::size_t decisions(const std::vector<Line>& lines, std::string_view reason, bool isAcceptedOnly) {
+    Evidence evidence;
+    static_cast<void>(columnsOf(lines, &evidence));
+    return static_cast<std::size_t>(
+        std::count_if(evidence.marks().begin(), evidence.marks().end(), [&](const Mark& mark) {
+            return mark.text.starts_with(reason) && (!isAcceptedOnly || mark.verdict == Verdict::accepted);
+        }));
+}
+
+TEST(PdfLayoutLimits, aTextAndABlockHaveAsManyNeighboursAsAllowed) {
+    constexpr std::size_t kMostNeighbours = 16;
+    // The last ones have fewer below them.
+    constexpr std::size_t kPairs = (kManyColumns - kMostNeighbours) * kMostNeighbours + //
+                                   kMostNeighbours * (kMostNeighbours - 1) / 2;
+    const std::vector<Line> lines = manyColumns(100, 1);
+    EXPECT_EQ(decisions(lines, "a gutter: texts of several lines are side by side", false), kPairs);
+    EXPECT_EQ(decisions(lines, "a gutter: blocks are side by side", false), kPairs);
+}
+
+TEST(PdfLayoutLimits, aPageHasAsManyGuttersAsAllowed) {
+    constexpr std::size_t kMostGutters = 64;
+    // Too narrow for running text. The line above all columns leaves no free stripe on the page.
+    std::vector<Line> lines = manyColumns(40, 5);
+    lines.insert(lines.begin(), {0, 0, 0, lines.back().right, 800, 798, 808, 10});
+    EXPECT_EQ(decisions(lines, "a gutter: blocks are side by side", true), kMostGutters + 1)
+        << "the next one is the end";
 }
 
 TEST(PdfLayoutLimits, aLetterMayHaveManyMarks) {
