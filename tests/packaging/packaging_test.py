@@ -7,6 +7,7 @@ import re
 import shutil
 import subprocess
 import sys
+import sysconfig
 import tempfile
 import unittest
 
@@ -94,35 +95,112 @@ class Packaging(unittest.TestCase):
 
     def installation(self):
         self.install("--prefix", self.folder)
-        expected = (SOURCE / "tests/packaging/installed.txt").read_text().splitlines()
-        self.assertEqual(self.files_below(self.folder), sorted(expected))
+        self.assertEqual(self.files_below(self.folder), sorted(self.pinned("installed")))
         self.assert_converts(self.folder)
 
-    def debianPackage(self):
+    def make_packages(self, *components):
+        """Makes the Debian packages of these components; all are unpacked into one folder. Returns the packages and that folder."""
         self.needs("dpkg-shlibdeps")
         made = self.folder / "made"
-        self.passes(os.environ["CPACK"], "-G", "DEB", "-B", made, cwd=BUILD)
-        package, = made.glob("*.deb")
-        self.assertRegex(package.name, r"^quillow_1\.5\.1_\w+\.deb$")
-        field = lambda name: self.passes("dpkg-deb", "--field", package, name).strip()
-        self.assertRegex(field("Depends"), r"libqt6widgets6 \(>= ")
-        self.assertRegex(field("Depends"), r"libc6 \(>= ")
-        self.assertIn("libnettle8", field("Depends"))
-        self.assertEqual(field("Package"), "quillow")
+        self.passes(os.environ["CPACK"], "-G", "DEB", "-D", f"CPACK_COMPONENTS_ALL={';'.join(components)}", "-B", made, cwd=BUILD)
+        packages = {path.name.split("_")[0]: path for path in made.glob("*.deb")}
+        self.assertEqual(len(packages), len(components))
         root = self.folder / "root"
-        self.passes("dpkg-deb", "--extract", package, root)
-        compressed = {"share/man/man1/quillow.1", "share/man/man1/quillow-convert.1"}
-        expected = (SOURCE / "tests/packaging/installed.txt").read_text().splitlines()
-        expected = [name + ".gz" if name in compressed else name for name in expected] + ["share/doc/quillow/changelog.gz"]
-        self.assertEqual(self.files_below(root / "usr"), sorted(expected))
+        for name, package in packages.items():
+            self.assertRegex(package.name, r"^[a-z0-9-]+_1\.5\.1_\w+\.deb$")
+            self.assertEqual(self.field(package, "Package"), name)
+            self.passes("dpkg-deb", "--extract", package, root)
+            documents = root / "usr/share/doc" / name
+            self.assertEqual((documents / "copyright").read_bytes(), (PACKAGING / "debian/copyright").read_bytes())
+            with gzip.open(documents / "changelog.gz", "rt") as log:
+                self.assertTrue(log.readline().startswith("quillow (1.5.1) "))
         self.assertEqual([path.name for path in root.iterdir()], ["usr"])
-        with gzip.open(root / "usr/share/doc/quillow/changelog.gz", "rt") as log:
-            self.assertTrue(log.readline().startswith("quillow (1.5.1) "))
-        self.assert_converts(root / "usr")
+        return packages, root / "usr"
+
+    def field(self, package, name):
+        return self.passes("dpkg-deb", "--field", package, name).strip()
+
+    def assert_has_files(self, package, expected):
+        contents = self.folder / "contents"
+        self.passes("dpkg-deb", "--extract", package, contents)
+        self.assertEqual(self.files_below(contents / "usr"), sorted(expected))
+        shutil.rmtree(contents)
+
+    def assert_has_control_files(self, package, *expected):
+        control = self.folder / "control"
+        self.passes("dpkg-deb", "--control", package, control)
+        self.assertEqual(self.files_below(control), sorted(["control", "md5sums", *expected]))
+        shutil.rmtree(control)
+
+    def pinned(self, name):
+        """The files that tests/packaging/NAME.txt lists, as this build names them."""
+        named = {"{libdir}": os.environ["QUILLOW_LIBDIR"], "{build}": os.environ["QUILLOW_BUILD_TYPE"].lower(),
+                 "{extension}": sysconfig.get_config_var("EXT_SUFFIX")}
+        text = (SOURCE / f"tests/packaging/{name}.txt").read_text()
+        for placeholder, value in named.items():
+            text = text.replace(placeholder, value)
+        return text.splitlines()
+
+    def assert_lintian_is_silent(self, packages):
         self.needs("lintian")
-        # Only ./package links zlib as a shared library, and looks for this tag too.
-        told = self.passes("lintian", "--fail-on", "error,warning", "--suppress-tags", "embedded-library", package)
+        # Only ./package links zlib as a shared library and has the architecture's library folder; it looks for these tags too.
+        tags = "embedded-library,pkg-config-unavailable-for-cross-compilation"
+        told = self.passes("lintian", "--fail-on", "error,warning", "--suppress-tags", tags, *packages.values())
         self.assertNotRegex(told, r"(?m)^[EW]: ")
+
+    def debianPackage(self):
+        packages, usr = self.make_packages("quillow")
+        depends = self.field(packages["quillow"], "Depends")
+        self.assertRegex(depends, r"libqt6widgets6 \(>= ")
+        self.assertRegex(depends, r"libc6 \(>= ")
+        self.assertIn("libnettle8", depends)
+        compressed = {"share/man/man1/quillow.1", "share/man/man1/quillow-convert.1"}
+        expected = [name + ".gz" if name in compressed else name for name in self.pinned("installed")]
+        self.assert_has_files(packages["quillow"], expected + ["share/doc/quillow/changelog.gz"])
+        self.assert_has_control_files(packages["quillow"])
+        self.assert_converts(usr)
+        self.assert_lintian_is_silent(packages)
+
+    def debianLibrary(self):
+        packages, usr = self.make_packages("library", "library-development")
+        library, development = packages["libquillowtext1"], packages["libquillowtext-dev"]
+        self.assertRegex(self.field(library, "Depends"), r"libnettle8, .*libc6 \(>= ")
+        self.assertEqual(self.field(development, "Depends"), "libquillowtext1 (= 1.5.1)")
+        self.assert_has_files(library, self.pinned("library"))
+        self.assert_has_files(development, self.pinned("library-development"))
+        # No scripts: the trigger runs ldconfig.
+        self.assert_has_control_files(library, "shlibs", "symbols", "triggers")
+        self.assert_has_control_files(development)
+        # The list of symbols has what the library exports, no more and no less. Only in a later version is a lost one missed.
+        folder = usr / os.environ["QUILLOW_LIBDIR"]
+        self.passes("dpkg-gensymbols", "-plibquillowtext1", "-v9", "-c4", f"-I{PACKAGING}/debian/library/symbols",
+                    f"-e{folder}/libquillowtext.so.1", "-O")
+        environment = {**os.environ, "PKG_CONFIG_PATH": f"{folder}/pkgconfig", "LD_LIBRARY_PATH": str(folder)}
+        flags = self.passes("pkg-config", "--cflags", "--libs", "quillowtext", env=environment).split()
+        program = self.folder / "textof"
+        self.passes("cc", SOURCE / "examples/c/textof.c", *flags, "-o", program)
+        self.assertEqual(self.passes(program, SOURCE / "samples/poem-greek.htm", env=environment),
+                         (SOURCE / "samples/expected/poem-greek.htm.txt").read_text())
+        self.assert_lintian_is_silent(packages)
+
+    def debianPython(self):
+        packages, usr = self.make_packages("python")
+        package = packages["python3-quillow"]
+        major, minor = sys.version_info[:2]
+        self.assertTrue(self.field(package, "Depends").startswith(
+            f"python3 (>= {major}.{minor}~), python3 (<< {major}.{minor + 1}), quillow (= 1.5.1), libnettle8, libc6 (>= "))
+        self.assert_has_files(package, self.pinned("python"))
+        # They compile the module when it is installed, and remove what was compiled.
+        self.assert_has_control_files(package, "postinst", "prerm")
+        # The pool's worker is in the package that this one depends on.
+        self.install("--prefix", usr)
+        sample = SOURCE / "samples/poem-greek.htm"
+        program = ("import quillow, sys\nwith quillow.Pool(workers=1) as pool:\n"
+                   "    print(quillow.__file__, quillow.extract(sys.argv[1]).text == pool.extract(sys.argv[1]).text != None)")
+        modules = usr / "lib/python3/dist-packages"
+        told = self.passes(sys.executable, "-B", "-c", program, sample, env={**os.environ, "PYTHONPATH": str(modules)})
+        self.assertEqual(told, f"{modules}/quillow/__init__.py True\n")
+        self.assert_lintian_is_silent(packages)
 
     def flatpakManifest(self):
         self.needs("flatpak-builder")

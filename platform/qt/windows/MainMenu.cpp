@@ -72,6 +72,19 @@ void MainMenu::makeEditMenu() {
     copy->setEnabled(false);
     QObject::connect(&logView_, &QPlainTextEdit::copyAvailable, copy, &QAction::setEnabled);
     add(edit, QStringLiteral("Select &All"), QKeySequence(Qt::CTRL | Qt::Key_A), [this] { logView_.selectAll(); });
+    edit.addSeparator();
+    addFindItems(edit);
+}
+
+void MainMenu::addFindItems(QMenu& edit) {
+    add(edit, QStringLiteral("&Find\u2026"), QKeySequence(Qt::CTRL | Qt::Key_F), [this] { window_.openFindBar(); });
+    const auto addAgain = [&](const QString& title, Qt::KeyboardModifiers shift, FindStep step) {
+        const auto again = [this, step] { window_.findAgain(step); };
+        add(edit, title, {}, again)
+            ->setShortcuts({QKeySequence(shift | Qt::Key_F3), QKeySequence(shift | Qt::CTRL | Qt::Key_G)});
+    };
+    addAgain(QStringLiteral("Find &Next"), Qt::NoModifier, FindStep::next);
+    addAgain(QStringLiteral("Find &Previous"), Qt::ShiftModifier, FindStep::previous);
 }
 
 void MainMenu::makeLogMenu() {

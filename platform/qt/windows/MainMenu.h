@@ -42,6 +42,7 @@ private:
     QAction* add(QMenu& menu, const QString& title, const QKeySequence& keys, std::function<void()> action);
     QAction* add(QMenu& menu, const QString& title, const QKeySequence& keys, Command command);
     void makeEditMenu();
+    void addFindItems(QMenu& edit);
     void makeLogMenu();
     void makeWindowMenu();
     void makeHelpMenu();

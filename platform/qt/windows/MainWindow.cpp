@@ -105,11 +105,11 @@ QWidget* MainWindow::makeUpperPart() {
 
 QWidget* MainWindow::makeLowerPart() {
     auto* part = new QWidget;
-    auto* layout = new QVBoxLayout(part);
-    layout->setContentsMargins(kMargin, 0, kMargin, kMargin - 2);
-    layout->setSpacing(kGap);
-    layout->addWidget(logView_, 1);
-    layout->addLayout(makeLogCommands());
+    logLayout_ = new QVBoxLayout(part);
+    logLayout_->setContentsMargins(kMargin, 0, kMargin, kMargin - 2);
+    logLayout_->setSpacing(kGap);
+    logLayout_->addWidget(logView_, 1);
+    logLayout_->addLayout(makeLogCommands());
     return part;
 }
 
@@ -234,6 +234,29 @@ void MainWindow::setBig(bool isBig) {
     discloseButton_->setState(isBig ? ButtonState::on : ButtonState::off);
     menu_->setBig(isBig);
     showLatestEntry();
+}
+
+void MainWindow::openLog() {
+    if (!isBig_) run(&MainWindowCommands::switchWindows);
+}
+
+FindBar& MainWindow::findBar() {
+    if (findBar_) return *findBar_;
+    findBar_ = new FindBar(*logView_);
+    findBar_->hide();
+    logLayout_->insertWidget(logLayout_->indexOf(logView_) + 1, findBar_);
+    findBar_->takePlaceInTabOrder();
+    return *findBar_;
+}
+
+void MainWindow::openFindBar() {
+    openLog();
+    findBar().open();
+}
+
+void MainWindow::findAgain(FindStep step) {
+    openLog();
+    findBar().find(step);
 }
 
 void MainWindow::showLatestEntry() {

@@ -6,6 +6,7 @@
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 #include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/windows/FindBar.h"
 #include "platform/qt/windows/MainWindowCommands.h"
 
 #include <QMainWindow>
@@ -18,6 +19,7 @@
 class QLabel;
 class QMenu;
 class QPushButton;
+class QVBoxLayout;
 
 namespace quillow {
 
@@ -80,6 +82,10 @@ public:
 
     /// Shows the dialog for choosing documents. The chosen documents are converted like dropped ones.
     void chooseDocuments();
+    /// Opens the log and its find bar.
+    void openFindBar();
+    /// Goes to another place of the text in the find bar. Opens the log.
+    void findAgain(FindStep step);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -92,6 +98,8 @@ private:
     [[nodiscard]] QLayout* makeLogCommands();
     [[nodiscard]] QPushButton* makeButton(const QString& title, const QString& description,
                                           std::function<void()> MainWindowCommands::*command);
+    void openLog();
+    [[nodiscard]] FindBar& findBar();
     void showLatestEntry();
     void tellThatItIsUp();
     void run(std::function<void()> MainWindowCommands::*command) const;
@@ -105,6 +113,8 @@ private:
     QLabel* convertedCount_;
     Spinner* spinner_;
     QtLogView* logView_;
+    QVBoxLayout* logLayout_ = nullptr;
+    FindBar* findBar_ = nullptr; ///< made at its first use
     DisclosedContent* content_ = nullptr;
     DiscloseButton* discloseButton_;
     LatestEntry* latestEntry_;
