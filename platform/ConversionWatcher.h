@@ -1,4 +1,5 @@
-// Port: told what becomes of documents, for all that shows it beside the message log. Called on the main thread.
+// Port: takes what becomes of documents, for everything that shows it beside the message log. Called on the main
+// thread.
 #pragma once
 
 #include <QString>

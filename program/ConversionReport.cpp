@@ -19,7 +19,7 @@ void ConversionReport::tell(std::string_view line) const {
 }
 
 void ConversionReport::documentBegins(const QString& path) {
-    // The entries of the batch, and what is told of its texts, come into the queue after this operation. So the end of
+    // The entries of the batch, and the problems of its texts, come into the queue after this operation. So the end of
     // the batch is queued by it.
     if (totals_ == Totals()) mainQueue_.addOperation([this] { mainQueue_.addOperation([this] { endBatch(); }); });
     document_ = path;

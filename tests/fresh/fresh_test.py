@@ -28,7 +28,7 @@ def output_of(*command):
 
 
 class Archives:
-    """What this machine's apt is told: lines of (address, release, component), and proxies."""
+    """The configuration of this machine's apt: lines of (address, release, component), and proxies."""
 
     def __init__(self):
         told = output_of("apt-get", "indextargets", "--format", "$(REPO_URI) $(RELEASE) $(COMPONENT)", "Created-By: Packages")

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""parallel_test.py SOURCE BUILD [DOCUMENTS]: examples/parallel/convert.sh on two hosts, of which one dies meanwhile. Both
+"""parallel_test.py SOURCE BUILD [DOCUMENTS]: examples/parallel/convert.sh on two hosts, one of them dying meanwhile. Both
 are this machine, each with an sshd of its own on a high port."""
 import os
 import pathlib

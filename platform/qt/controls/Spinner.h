@@ -10,7 +10,7 @@ namespace quillow {
 
 class Spinner final : public QWidget, public ProgressIndicator {
 public:
-    /// The names are for assistive tools: while it stands still and while it turns.
+    /// The names are for assistive tools: while it rests and while it turns.
     explicit Spinner(QString idleName = QStringLiteral("Not converting"),
                      QString busyName = QStringLiteral("Converting"), QWidget* parent = nullptr);
 

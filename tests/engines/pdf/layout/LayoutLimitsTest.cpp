@@ -75,7 +75,7 @@ TEST(PdfLayoutLimits, aPageHasAsManyGridsAsAllowed) {
     EXPECT_EQ(gridsOf(rulings).size(), 64U);
 }
 
-/// A grid of two columns, the right one of which has columns of numbers without rulings.
+/// A grid of two columns. The right one has columns of numbers without rulings.
 std::string textOfFreeColumns(int rows, int columns) {
     const float right = 120 + 10.0F * static_cast<float>(columns);
     const float top = 12 * static_cast<float>(rows);
