@@ -112,8 +112,8 @@ TEST(Password, listOfProcessesDoesNotShowIt) {
         } while (shown.find("*********") == std::string::npos && !shown.empty());
         EXPECT_EQ(shown.find("topsecret"), std::string::npos);
         EXPECT_NE(shown.find("pipe.pdf"), std::string::npos);
-        ::kill(running.process(), SIGTERM);
-        EXPECT_EQ(running.wait().exitCode, kInterrupted);
+        ::kill(running.process(), SIGKILL); // it may not have its signal handlers yet
+        static_cast<void>(running.wait());
     }
 }
 
