@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
 
@@ -126,7 +127,7 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
     menus.insertIntoApplicationMenu(
         {u"Software Update…"_s, QString(), [this](Sender sender) { delegate.checkForLastReleaseAvailable(sender); }},
         1);
-    window.logView().replaceCharactersInRange({0, 0}, u"log"_s);
+    window.logView().replaceCharactersInRange({0, 0}, u"one two"_s);
     restore();
     const QStringList preferencesRaised{u"preferences: centred"_s, u"preferences: raised"_s};
     const QList<Row> rows{
@@ -159,18 +160,33 @@ TEST_F(WiringTest, everyMenuItemReachesItsAction) {
           u"Debian%20GNU/Linux%2012%20(bookworm)"_s}},
     };
     auto items = menuItems();
-    // Two items depend on state that others change, so they are tested separately.
+    // Some items depend on state that others change, so they are tested separately.
     QAction* copy = items.take(u"Edit/Copy"_s);
+    QAction* find = items.take(u"Edit/Find…"_s);
+    QAction* findNext = items.take(u"Edit/Find Next"_s);
+    QAction* findPrevious = items.take(u"Edit/Find Previous"_s);
     QAction* switchWindows = items.take(u"Window/Show Message Log"_s);
     expectEffects(items, rows, [](QAction& item) { item.trigger(); });
 
-    ASSERT_TRUE(copy && switchWindows);
+    ASSERT_TRUE(copy && find && findNext && findPrevious && switchWindows);
     window.logView().selectAll();
     EXPECT_TRUE(copy->isEnabled());
     EXPECT_EQ(said(effectOf([&] { copy->trigger(); })), "selected, copied");
     restore();
     EXPECT_EQ(said(effectOf([&] { switchWindows->trigger(); })), said(kBig));
     EXPECT_EQ(plain(switchWindows->text()), u"Hide Message Log"_s);
+
+    find->trigger();
+    auto* const bar = window.findChild<QWidget*>(u"findBar"_s);
+    ASSERT_TRUE(bar && !bar->isHidden());
+    bar->findChild<QLineEdit*>()->setText(u"o"_s);
+    const auto placeAfter = [this](QAction& item) {
+        item.trigger();
+        return window.logView().textCursor().selectionStart();
+    };
+    EXPECT_EQ(placeAfter(*findNext), 0);
+    EXPECT_EQ(placeAfter(*findNext), 6);
+    EXPECT_EQ(placeAfter(*findPrevious), 0);
 }
 
 TEST_F(WiringTest, everyButtonOfTheMainWindowReachesItsAction) {
