@@ -21,31 +21,31 @@ void ConversionReport::tell(std::string_view line) const {
 void ConversionReport::documentBegins(const QString& path) {
     // The entries of the batch, and the problems of its texts, come into the queue after this operation. So the end of
     // the batch is queued by it.
-    if (totals_ == Totals()) mainQueue_.addOperation([this] { mainQueue_.addOperation([this] { endBatch(); }); });
+    if (outcome_ == Outcome()) mainQueue_.addOperation([this] { mainQueue_.addOperation([this] { endBatch(); }); });
     document_ = path;
-    ++totals_.documents;
+    ++outcome_.documents;
 }
 
 void ConversionReport::documentEnds(const QString&, Result result, const QString&) {
-    if (result == Result::notConverted) ++totals_.notConverted;
+    if (result == Result::notConverted) ++outcome_.notConverted;
 }
 
 void ConversionReport::textNotWritten(const QString& path, const QString& text, const QString& cause) {
-    ++totals_.notWritten;
+    ++outcome_.notWritten;
     std::fprintf(stderr, "quillow: %s: the text is not written to %s: %s\n", pathToBytes(path).constData(),
                  pathToBytes(text).constData(), cause.toLocal8Bit().constData());
 }
 
 void ConversionReport::endBatch() {
-    const Totals totals = std::exchange(totals_, {});
-    if (handler_) handler_(totals);
+    const Outcome outcome = std::exchange(outcome_, {});
+    if (handler_) handler_(outcome);
 }
 
-std::pair<QString, QString> notificationTexts(const ConversionReport::Totals& totals) {
-    const int converted = totals.documents - totals.notConverted;
+std::pair<QString, QString> notificationTexts(const Outcome& outcome) {
+    const int converted = outcome.documents - outcome.notConverted;
     QStringList failures;
-    if (totals.notConverted > 0) failures.append(QStringLiteral("%1 not converted").arg(totals.notConverted));
-    if (totals.notWritten > 0) failures.append(QStringLiteral("%1 not written").arg(totals.notWritten));
+    if (outcome.notConverted > 0) failures.append(QStringLiteral("%1 not converted").arg(outcome.notConverted));
+    if (outcome.notWritten > 0) failures.append(QStringLiteral("%1 not written").arg(outcome.notWritten));
     return {counted(converted) + QStringLiteral(" converted"), failures.join(QStringLiteral(", "))};
 }
 

@@ -57,9 +57,9 @@ Parts::Preferences::~Preferences() {
     MWPhoneHome::sharedPhoneHome().setCheckHandler({});
 }
 
-void Parts::notifyOf(const ConversionReport::Totals& totals) {
+void Parts::notifyOf(const Outcome& outcome) {
     if (QGuiApplication::applicationState() == Qt::ApplicationActive) return;
-    const auto [summary, body] = notificationTexts(totals);
+    const auto [summary, body] = notificationTexts(outcome);
     notification_.show(summary, body, QStringLiteral("Show"), [this] {
         delegate_->showMainWindow();
         delegate_->showLastOutputFile();
@@ -99,9 +99,9 @@ void Parts::connectWindows(std::function<void()> quit) {
     adapters_.window.logView().setPathActions(
         {ifThere([](QtWorkspace& workspace, const QString& path) { workspace.openFile(path); }),
          ifThere([](QtWorkspace& workspace, const QString& path) { workspace.selectFile(path, QString()); })});
-    adapters_.conversionReport.setHandler([this](const ConversionReport::Totals& totals) {
-        adapters_.window.showOutcome({totals.documents, totals.notConverted, totals.notWritten});
-        notifyOf(totals);
+    adapters_.conversionReport.setHandler([this](const Outcome& outcome) {
+        adapters_.window.showOutcome(outcome);
+        notifyOf(outcome);
     });
     adapters_.documents.setRoads({[this] { adapters_.window.chooseDocuments(); },
                                   [this](const QStringList& paths) { dropView_.addLinkToFiles(paths); }});

@@ -49,7 +49,7 @@ private:
     };
 
     /// After a batch in the background.
-    void notifyOf(const ConversionReport::Totals& totals);
+    void notifyOf(const Outcome& outcome);
     void connectOutlets();
     void connectWindows(std::function<void()> quit);
 

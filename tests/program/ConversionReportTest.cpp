@@ -1,4 +1,4 @@
-// The totals of a batch and the lines on standard error.
+// The outcome of a batch and the lines on standard error.
 #include "program/ConversionReport.h"
 
 #include "tests/fakes/FakeMainQueue.h"
@@ -15,27 +15,27 @@ using Result = ConversionWatcher::Result;
 
 struct ConversionReportTest : testing::Test {
     ConversionReportTest() {
-        report.setHandler([this](const ConversionReport::Totals& totals) { told.push_back(totals); });
+        report.setHandler([this](const Outcome& outcome) { told.push_back(outcome); });
     }
 
     FakeMainQueue queue;
     ConversionReport report{queue};
-    std::vector<ConversionReport::Totals> told;
+    std::vector<Outcome> told;
 };
 
-TEST_F(ConversionReportTest, tellsTheTotalsOnceAfterTheEntries) {
+TEST_F(ConversionReportTest, tellsTheOutcomeOnceAfterTheEntries) {
     for (const QString& path : {u"/in/a.rtf"_s, u"/in/b.rtf"_s}) {
         report.documentBegins(path);
         report.documentEnds(path, path == u"/in/a.rtf"_s ? Result::converted : Result::notConverted, QString());
         queue.addOperation([this] { EXPECT_TRUE(told.empty()) << "the entry comes first"; });
     }
     queue.runAll();
-    EXPECT_EQ(told, (std::vector<ConversionReport::Totals>{{2, 1, 0}}));
+    EXPECT_EQ(told, (std::vector<Outcome>{{2, 1, 0}}));
     report.documentBegins(u"/in/c.rtf"_s);
     report.documentEnds(u"/in/c.rtf"_s, Result::converted, u"/out/c.txt"_s);
     queue.runAll();
     ASSERT_EQ(told.size(), 2U);
-    EXPECT_EQ(told[1], (ConversionReport::Totals{1, 0, 0}));
+    EXPECT_EQ(told[1], (Outcome{1, 0, 0}));
 }
 
 TEST_F(ConversionReportTest, eachLineOnStandardErrorNamesItsDocument) {
@@ -48,7 +48,7 @@ TEST_F(ConversionReportTest, eachLineOnStandardErrorNamesItsDocument) {
               "quillow: /in/a.pdf: PDF document: locked: it needs a password\n"
               "quillow: /in/b.rtf: the text is not written to /out/b.txt: No space left on device\n");
     queue.runAll();
-    EXPECT_EQ(told, (std::vector<ConversionReport::Totals>{{1, 1, 1}}));
+    EXPECT_EQ(told, (std::vector<Outcome>{{1, 1, 1}}));
 }
 
 TEST_F(ConversionReportTest, aNotificationCountsWhatFailed) {
