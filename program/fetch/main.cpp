@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(MWAppSupportUtility::calcReleaseString(kCurrentRelease));
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 2) return EXIT_FAILURE;
-    const auto bytes = HttpDownload()(QUrl(arguments[1], QUrl::StrictMode));
+    const auto bytes = httpDownload(QUrl(arguments[1], QUrl::StrictMode));
     if (bytes) std::fwrite(bytes->constData(), 1, static_cast<std::size_t>(bytes->size()), stdout);
     const bool isWritten = std::fflush(stdout) == 0;
     // A lookup of a name may still run on a thread, for as long as the resolver waits.

@@ -5,13 +5,12 @@
 #include "tests/platform/LocalWebServer.h"
 #include "tests/platform/Waiting.h"
 
-#include <QCoreApplication>
 #include <QTemporaryFile>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <functional>
 
 namespace quillow {
 namespace {
@@ -30,13 +29,12 @@ constexpr int kHour = 3'600'000;
 /// A loader that downloads in this process.
 struct DirectLoader {
     explicit DirectLoader(int timeoutMilliseconds, const QByteArray& publicKey = {})
-        : download(timeoutMilliseconds)
-        , loader(std::ref(download), publicKey) {}
+        : loader([timeoutMilliseconds](const QUrl& url) { return httpDownload(url, timeoutMilliseconds); }, publicKey) {
+    }
     [[nodiscard]] std::optional<Boxed::Dictionary> dictionaryWithContentsOfURL(const QString& url) const {
         return loader.dictionaryWithContentsOfURL(url);
     }
 
-    HttpDownload download;
     QtPropertyListLoader loader;
 };
 
@@ -231,20 +229,6 @@ TEST_F(Loader, aRedirectFromAnEncryptedToAnOpenConnectionIsRefused) {
     EXPECT_EQ(loader.dictionaryWithContentsOfURL(encrypted.url("/list")), std::nullopt);
     EXPECT_EQ(encrypted.requestCount(), 1);
     EXPECT_EQ(server.requestCount(), 0);
-}
-
-TEST_F(Loader, quittingEndsADownloadAtOnce) {
-    server.handle("/list", [](QTcpSocket&) { QCoreApplication::quit(); });
-    std::optional<Boxed::Dictionary> list = kDictionary;
-    {
-        QtBackgroundQueue queue;
-        queue.addOperation([&] { list = load("/list"); });
-        QCoreApplication::exec();
-    }
-    EXPECT_EQ(list, std::nullopt);
-    // No new download starts.
-    EXPECT_EQ(load("/list"), std::nullopt);
-    EXPECT_EQ(server.requestCount(), 1);
 }
 
 TEST_F(Loader, sendsNothingThatIdentifiesTheUser) {

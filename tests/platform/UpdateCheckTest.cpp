@@ -9,6 +9,9 @@
 #include "tests/platform/Waiting.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -127,6 +130,33 @@ TEST(FetchProcess, aProgramThatIsMissingOrFailsGivesNothing) {
     EXPECT_EQ(FetchProcess(QStringLiteral("/nowhere/quillow-fetch"))(url), std::nullopt);
     EXPECT_EQ(FetchProcess(QStringLiteral("/bin/false"))(url), std::nullopt);
     EXPECT_EQ(FetchProcess(QStringLiteral("/bin/echo"))(url), url.toEncoded() + '\n') << "its output is the file";
+}
+
+TEST(FetchProcess, quittingEndsAProcessThatNeverEnds) {
+    const QUrl url(QStringLiteral("http://127.0.0.1:9/list"));
+    const QTemporaryDir folder;
+    QFile program(folder.filePath(QStringLiteral("endless")));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\necho started >> \"$0.log\"\nexec sleep 1h\n");
+    program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    program.close();
+    QFile log(program.fileName() + QStringLiteral(".log"));
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&log] {
+        if (log.size() > 0) QCoreApplication::quit();
+    });
+    look.start(1);
+    const FetchProcess fetch(program.fileName());
+    std::optional<QByteArray> bytes = QByteArray();
+    {
+        QtBackgroundQueue queue;
+        queue.addOperation([&] { bytes = fetch(url); });
+        QCoreApplication::exec();
+    }
+    EXPECT_EQ(bytes, std::nullopt);
+    EXPECT_EQ(fetch(url), std::nullopt);
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_EQ(log.readAll(), "started\n") << "no further process starts";
 }
 
 } // namespace

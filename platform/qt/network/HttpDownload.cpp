@@ -34,14 +34,8 @@ QNetworkRequest requestFor(const QUrl& url) {
 
 } // namespace
 
-HttpDownload::HttpDownload(int timeoutMilliseconds)
-    : timeoutMilliseconds_(timeoutMilliseconds) {
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { stop(); });
-}
-
-std::optional<QByteArray> HttpDownload::operator()(const QUrl& url) const {
-    if (isStopping()) return std::nullopt;
-    // A manager belongs to the thread that uses it, and this function may run on any thread.
+std::optional<QByteArray> httpDownload(const QUrl& url, int timeoutMilliseconds) {
+    // A manager belongs to the thread that uses it.
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url)));
     // Data beyond the read buffer stays with the sender. Compressed data is decompressed only as far as it is read.
@@ -59,39 +53,15 @@ std::optional<QByteArray> HttpDownload::operator()(const QUrl& url) const {
     };
     QObject::connect(reply.get(), &QNetworkReply::readyRead, &loop, takeWhatCame);
     QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(timeoutMilliseconds_, &loop, &QEventLoop::quit);
-    if (!reply->isFinished()) run(loop);
+    QTimer::singleShot(timeoutMilliseconds, &loop, &QEventLoop::quit);
+    if (!reply->isFinished()) loop.exec();
 
-    if (isStopping() || !reply->isFinished() || reply->error() != QNetworkReply::NoError) return std::nullopt;
+    if (!reply->isFinished() || reply->error() != QNetworkReply::NoError) return std::nullopt;
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status < 200 || status > 299) return std::nullopt;
     takeWhatCame();
     if (reply->error() != QNetworkReply::NoError || bytes.size() > kPropertyListDownloadLimit) return std::nullopt;
     return bytes;
-}
-
-void HttpDownload::run(QEventLoop& loop) const {
-    {
-        const std::lock_guard lock(mutex_);
-        if (isStopping_) return;
-        running_.insert(&loop);
-    }
-    loop.exec();
-    const std::lock_guard lock(mutex_);
-    running_.erase(&loop);
-}
-
-bool HttpDownload::isStopping() const {
-    const std::lock_guard lock(mutex_);
-    return isStopping_;
-}
-
-void HttpDownload::stop() {
-    const std::lock_guard lock(mutex_);
-    isStopping_ = true;
-    // Queued, so that it also ends a loop that has not begun yet.
-    for (QEventLoop* loop : running_)
-        QMetaObject::invokeMethod(loop, &QEventLoop::quit, Qt::QueuedConnection);
 }
 
 } // namespace quillow
