@@ -17,6 +17,7 @@ CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".ca
 RELEASE = "bookworm"
 USER = "someone"
 WINDOW_PATIENCE_SECONDS = 60
+COMPILATIONS = os.environ.get("CCACHE_DIR")
 
 
 def run(*command, **options):
@@ -49,6 +50,10 @@ class Archives:
         (root / "etc/apt/apt.conf.d/90proxy").write_text("".join(line + "\n" for line in self.proxies))
 
 
+def home_of(user):
+    return "/root" if user == "root" else f"/home/{user}"
+
+
 class Machine:
     """A root folder with processes of its own, which end with their command."""
 
@@ -60,8 +65,12 @@ class Machine:
                   f"mount -t tmpfs -o mode=1777 tmpfs {self.root}/dev/shm", f"mount -t tmpfs -o mode=1777 tmpfs {self.root}/tmp"]
         for place in binds:
             mounts += [f"mkdir -p {self.root}{place}", f"mount --bind {place} {self.root}{place}"]
-        inside = "env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin " + " ".join(
-            shlex.quote(f"{name}={value}") for name, value in options.pop("environment", {}).items())
+        environment = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", **options.pop("environment", {})}
+        if COMPILATIONS:
+            mounts += [f"mkdir -p {self.root}/ccache", f"mount --bind {shlex.quote(COMPILATIONS)} {self.root}/ccache"]
+            environment |= {"CCACHE_DIR": "/ccache", "CCACHE_READONLY": "true", "CCACHE_TEMPDIR": f"/tmp/ccache-{user}",
+                            "CCACHE_BASEDIR": home_of(user), "CCACHE_NOHASHDIR": "true"}
+        inside = "env -i " + " ".join(shlex.quote(f"{name}={value}") for name, value in environment.items())
         login = f"su {user} -s /bin/bash -c" if user != "root" else "bash -c"
         command = f"set -e\ncd ~{user}\nexport HOME=~{user}\n{script}"
         whole = " && ".join(mounts + [f"exec chroot {self.root} {inside} {login} {shlex.quote(command)}"])
@@ -110,7 +119,7 @@ class Fresh(unittest.TestCase):
         self.machine.run("git -c init.defaultBranch=main clone --quiet /project.bundle quillow", user)
 
     def home(self, user):
-        return self.machine.root / ("root" if user == "root" else f"home/{USER}")
+        return self.machine.root / home_of(user).lstrip("/")
 
     def assert_samples_converted(self, out):
         """The folder has the text of each RTF sample."""
