@@ -89,7 +89,8 @@ typedef struct quillow_result {
     uint64_t parts_skipped; /* pages, streams or groups that could not be read */
 } quillow_result;
 
-/* Reads one document of `size` bytes. `options` may be NULL. Never returns NULL; give the result to quillow_free. */
+/* Reads one document of `size` bytes, which must not change meanwhile. `options` may be NULL. Never returns NULL; give the
+   result to quillow_free. */
 QUILLOW_EXPORT const quillow_result* quillow_extract(const void* bytes, size_t size, const quillow_options* options);
 
 /* Frees a result and its text. NULL is allowed. */

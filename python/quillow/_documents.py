@@ -80,7 +80,8 @@ def read_if_path(data_or_path, kind):
 def extract(data_or_path, kind=None, **options):
     """Reads one document in this process and returns its Extraction.
 
-    data_or_path: the document's bytes (bytes, bytearray, memoryview, mmap), or the path of its file or RTFD bundle.
+    data_or_path: the document's bytes (bytes, bytearray, memoryview, mmap), which must not change meanwhile, or the path of its
+                  file or RTFD bundle.
     kind: "rtf", "rtfd", "html" or "pdf". Without it the path's extension says what the document is, else its content.
 
     Options of the text, with their defaults:
