@@ -35,7 +35,7 @@ enum {
     QUILLOW_NO_LIST_MARKERS = 1 << 2, /* no bullets and numbers before list items */
     QUILLOW_LINKS = 1 << 3,           /* the target after the text of a link: text <target> */
     QUILLOW_HIDDEN_TEXT = 1 << 4,     /* hidden and deleted text too */
-    QUILLOW_HEADERS_FOOTERS = 1 << 5, /* running headers and footers too (RTF) */
+    QUILLOW_HEADERS_FOOTERS = 1 << 5, /* running headers and footers too (RTF; of a PDF, those that its tags name) */
     QUILLOW_REFLOW = 1 << 6           /* join the lines inside a paragraph (PDF, RTF) */
 };
 
