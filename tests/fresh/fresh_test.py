@@ -70,6 +70,8 @@ class Machine:
             mounts += [f"mkdir -p {self.root}/ccache", f"mount --bind {shlex.quote(COMPILATIONS)} {self.root}/ccache"]
             environment |= {"CCACHE_DIR": "/ccache", "CCACHE_READONLY": "true", "CCACHE_TEMPDIR": f"/tmp/ccache-{user}",
                             "CCACHE_BASEDIR": home_of(user), "CCACHE_NOHASHDIR": "true"}
+            # A compilation is known by its locale, too.
+            environment |= {name: value for name, value in os.environ.items() if name == "LANG" or name.startswith("LC_")}
         inside = "env -i " + " ".join(shlex.quote(f"{name}={value}") for name, value in environment.items())
         login = f"su {user} -s /bin/bash -c" if user != "root" else "bash -c"
         command = f"set -e\ncd ~{user}\nexport HOME=~{user}\n{script}"
