@@ -18,6 +18,7 @@ RELEASE = "bookworm"
 USER = "someone"
 WINDOW_PATIENCE_SECONDS = 60
 COMPILATIONS = os.environ.get("CCACHE_DIR")
+UNATTENDED = {"DEBIAN_FRONTEND": "noninteractive"}
 
 
 def run(*command, **options):
@@ -152,26 +153,50 @@ class Fresh(unittest.TestCase):
         self.clone(USER)
         self.machine.run("cd quillow && ./test", USER)
 
-    def installedPackage(self):
+    def install(self, *names):
+        """Makes the Debian packages, and installs those with these names and what they need."""
         run(SOURCE / "package")
-        package, = (SOURCE / "build/packages").glob("quillow_*.deb")
-        shutil.copy(package, self.machine.root / "quillow.deb")
-        self.machine.run("apt-get -qq update && apt-get install -y -q --no-install-recommends /quillow.deb && "
-                         f"useradd --create-home {USER}", environment={"DEBIAN_FRONTEND": "noninteractive"})
-        before = self.files()
-        self.assertIn("usr/bin/quillow", before)
-
-        # As a user who has nothing of the project but its documents.
+        packages = self.machine.root / "packages"
+        packages.mkdir()
+        for name in names:
+            package, = (SOURCE / "build/packages").glob(f"{name}_*.deb")
+            shutil.copy(package, packages)
+        self.machine.run("apt-get -qq update && apt-get install -y -q --no-install-recommends /packages/*.deb && "
+                         f"useradd --create-home {USER}", environment=UNATTENDED)
+        shutil.rmtree(packages)
         shutil.copytree(SOURCE / "samples", self.machine.root / "samples")
+
+    def assert_purged_clean(self, *names):
+        self.machine.run(f"apt-get purge -y -q {' '.join(names)}", environment=UNATTENDED)
+        self.assertEqual([path for path in self.files() if "quillow" in path.lower()], [])
+
+    def installedPackage(self):
+        self.install("quillow")
+        self.assertIn("usr/bin/quillow", self.files())
+        # As a user who has nothing of the project but its documents.
         self.machine.run("quillow-convert /samples/*.rtf -o out", USER)
         self.assert_samples_converted(self.home(USER) / "out")
         self.assertEqual(self.machine.run("quillow --version", USER, stdout=subprocess.PIPE, text=True,
                                           environment={"QT_QPA_PLATFORM": "offscreen"}).stdout, "Quillow 1.5.1\n")
         self.check_window()
+        self.assert_purged_clean("quillow")
 
-        self.machine.run("apt-get purge -y -q quillow", environment={"DEBIAN_FRONTEND": "noninteractive"})
-        left = [path for path in self.files() if "quillow" in path.lower()]
-        self.assertEqual(left, ["quillow.deb"])
+    def installedLibraries(self):
+        names = ["quillow", "libquillowtext1", "libquillowtext-dev", "python3-quillow"]
+        self.install(*names)
+        self.machine.run("apt-get install -y -q --no-install-recommends gcc libc6-dev pkg-config", environment=UNATTENDED)
+        shutil.copy(SOURCE / "examples/c/textof.c", self.machine.root)
+        expected = (SOURCE / "samples/expected/offer-german.rtf.txt").read_text(encoding="utf-8")
+
+        def output(script):
+            return self.machine.run(script, USER, stdout=subprocess.PIPE, encoding="utf-8").stdout
+
+        self.assertEqual(output("cc /textof.c $(pkg-config --cflags --libs quillowtext) -o textof && "
+                                "./textof /samples/offer-german.rtf"), expected)
+        for reader in ("quillow", "quillow.Pool(workers=1)"):
+            self.assertEqual(output("python3 -X utf8 -c 'import quillow, sys; sys.stdout.write("
+                                    f'{reader}.extract("/samples/offer-german.rtf").text)\''), expected, reader)
+        self.assert_purged_clean(*names)
 
     def files(self):
         """All files of the machine but those of its users."""
