@@ -5,7 +5,6 @@
 #include "platform/qt/controls/FittingRow.h"
 #include "platform/qt/controls/FlowRows.h"
 #include "platform/qt/controls/Spinner.h"
-#include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/windows/DisclosedContent.h"
 #include "platform/qt/windows/LatestEntry.h"
@@ -52,7 +51,7 @@ QFont bold(QFont font) {
 } // namespace
 
 MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
-    : workspace_(workspace)
+    : documentChooser_(workspace)
     , dropArea_(new DropArea(&wayOfCurrentDrag))
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
@@ -302,13 +301,9 @@ void MainWindow::setIsolation(std::function<QString()> isolation) {
 }
 
 void MainWindow::chooseDocuments() {
-    auto* chooser = new DocumentChooser(workspace_, this);
-    chooser->startIn(chooserFolder_);
-    chooser->setHandler([this, chooser](const QStringList& paths) {
-        chooserFolder_ = chooser->directory().absolutePath();
+    documentChooser_.open(this, [this](const QStringList& paths) {
         if (commands_.convert) commands_.convert(paths);
     });
-    chooser->show();
 }
 
 } // namespace quillow
