@@ -1,5 +1,5 @@
-// A dialog of the portal in the place of one of ours. This dialog itself is not on the screen: while it is open, it keeps
-// its window from being used, as a sheet does. If the portal cannot show its dialog, ours takes its place.
+// A dialog of the portal in the place of one of ours. This dialog itself is not on the screen: while it is open, it
+// keeps its window from being used, as a sheet does. If the portal cannot show its dialog, ours takes its place.
 #pragma once
 
 #include "platform/qt/dialogs/FilePortal.h"
