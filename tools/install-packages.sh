@@ -10,6 +10,7 @@ build=(g++ cmake ninja-build ccache pkg-config python3 qt6-base-dev libicu-dev l
 testing=(groff-base libgtest-dev libgmock-dev clang-format-14 xvfb openbox xdotool imagemagick pcmanfm thunar x11-utils dbus
          at-spi2-core python3-gi gir1.2-atspi-2.0
          python3-fonttools python-matplotlib-data # the sources of the PDF engine's font tables
+         xdg-desktop-portal xdg-desktop-portal-gtk
          mutter nautilus kwin-wayland dolphin qtwayland5 xwayland
          phonon4qt5-backend-null) # instead of the media player that dolphin's libraries would bring along
 packing=(dpkg-dev file lintian desktop-file-utils shared-mime-info appstream librsvg2-bin flatpak-builder)

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""session.py [--size WxH] [--home DIR] [--desktop openbox|none|mutter|kwin] -- COMMAND...: runs COMMAND in a private session.
+"""session.py [--size WxH] [--home DIR] [--desktop openbox|none|mutter|kwin] [--portal] -- COMMAND...: runs COMMAND in a private
+session.
 
 The session has a private X server, D-Bus session, desktop and home folder. All end with it. The exit code is that of COMMAND.
+The D-Bus session starts the installed services, but portals only with --portal.
 
 The desktop is a window manager of the X server, or a Wayland compositor that shows its screen as the server's only window and has
 its own Xwayland. COMMAND is then still a client of the outer server, where it moves the pointer and takes pictures. The variables
@@ -18,6 +20,11 @@ import tempfile
 import time
 
 LIMIT_SECONDS = 60
+SERVICES = "/usr/share/dbus-1/services"
+BUS = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><servicedir>{services}</servicedir>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
+</busconfig>
+"""
 
 
 def wait_for(condition, what):
@@ -43,9 +50,10 @@ def start_server(start, size):
 
 
 class Session:
-    def __init__(self, size, home, desktop):
+    def __init__(self, size, home, desktop, has_portal):
         self.size = size
         self.desktop = desktop
+        self.has_portal = has_portal
         self.folder = tempfile.mkdtemp(prefix="quillow-gui-")
         self.home = home or os.path.join(self.folder, "home")
         self.processes = []
@@ -95,8 +103,20 @@ class Session:
         os.environ["DISPLAY"] = start_server(self.start, self.size)
 
     def start_bus(self):
-        bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
+        configuration = os.path.join(self.folder, "bus.conf")
+        with open(configuration, "w") as file:
+            file.write(BUS.format(folder=self.folder, services=self.services()))
+        bus = self.start("dbus-daemon", "--config-file=" + configuration, "--nofork", "--print-address", stdout=subprocess.PIPE)
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+
+    def services(self):
+        """A folder with the services that the bus starts."""
+        folder = os.path.join(self.folder, "services")
+        os.mkdir(folder)
+        for name in os.listdir(SERVICES):
+            if self.has_portal or ".portal." not in name:
+                os.symlink(os.path.join(SERVICES, name), os.path.join(folder, name))
+        return folder
 
     def start_desktop(self):
         if self.desktop in COMPOSITORS:
@@ -145,10 +165,11 @@ def main():
     parser.add_argument("--size", default="1280x900")
     parser.add_argument("--home")
     parser.add_argument("--desktop", default="openbox")
+    parser.add_argument("--portal", action="store_true")
     parser.add_argument("command", nargs="+")
     arguments = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    with Session(arguments.size, arguments.home, arguments.desktop):
+    with Session(arguments.size, arguments.home, arguments.desktop, arguments.portal):
         return subprocess.run(arguments.command).returncode
 
 

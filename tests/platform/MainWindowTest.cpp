@@ -3,7 +3,7 @@
 
 #include "platform/qt/controls/DiscloseButton.h"
 #include "platform/qt/controls/ElidedLabel.h"
-#include "platform/qt/dialogs/DocumentChooser.h"
+#include "platform/qt/dialogs/OpenDialog.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/life/BackgroundTextReaders.h"
 #include "platform/qt/life/QuitKey.h"
@@ -117,7 +117,7 @@ TEST_F(MainWindowTest, everyMenuItemDoesSomething) {
         EXPECT_EQ(called_.count(QLatin1String(name)), 1) << name;
     EXPECT_EQ(alerts_.shown().size(), 1U); // Help
     EXPECT_NE(window_.findChild<QDialog*>(QStringLiteral("about")), nullptr);
-    EXPECT_EQ(window_.findChildren<DocumentChooser*>().size(), 1);
+    EXPECT_EQ(window_.findChildren<OpenDialog*>().size(), 1);
     EXPECT_NE(window_.findChild<QWidget*>(QStringLiteral("findBar")), nullptr);
 }
 
@@ -287,7 +287,7 @@ TEST_F(MainWindowTest, chosenDocumentsGoTheRoadOfADrop) {
     world_.addFile(world_.root() + QStringLiteral("/a.rtf"), "x");
     world_.addFile(world_.root() + QStringLiteral("/Letter.rtfd/TXT.rtf"), "x");
     window_.dropArea().click();
-    auto* chooser = window_.findChild<DocumentChooser*>();
+    auto* chooser = window_.findChild<OpenDialog*>();
     ASSERT_NE(chooser, nullptr);
     chooser->setDirectory(world_.root());
     auto* name = chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -296,13 +296,13 @@ TEST_F(MainWindowTest, chosenDocumentsGoTheRoadOfADrop) {
     runEvents();
     EXPECT_EQ(converted_,
               QStringList({world_.root() + QStringLiteral("/a.rtf"), world_.root() + QStringLiteral("/Letter.rtfd")}));
-    EXPECT_TRUE(window_.findChildren<DocumentChooser*>().isEmpty());
+    EXPECT_TRUE(window_.findChildren<OpenDialog*>().isEmpty());
 }
 
 TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
     world_.addFile(world_.root() + QStringLiteral("/Letter.rtfd/TXT.rtf"), "x");
     window_.chooseDocuments();
-    auto* chooser = window_.findChild<DocumentChooser*>();
+    auto* chooser = window_.findChild<OpenDialog*>();
     Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Letter.rtfd"));
     runEvents();
     EXPECT_EQ(converted_, QStringList{world_.root() + QStringLiteral("/Letter.rtfd")});
@@ -311,13 +311,12 @@ TEST_F(MainWindowTest, steppingIntoABundleChoosesIt) {
 TEST_F(MainWindowTest, choosingStartsInTheFolderChosenFromBefore) {
     world_.addFile(world_.root() + QStringLiteral("/Papers/Letter.rtfd/TXT.rtf"), "x");
     window_.chooseDocuments();
-    auto* chooser = window_.findChild<DocumentChooser*>();
+    auto* chooser = window_.findChild<OpenDialog*>();
     chooser->setDirectory(world_.root() + QStringLiteral("/Papers"));
     Q_EMIT chooser->directoryEntered(world_.root() + QStringLiteral("/Papers/Letter.rtfd"));
     runEvents();
     window_.chooseDocuments();
-    EXPECT_EQ(window_.findChild<DocumentChooser*>()->directory().absolutePath(),
-              world_.root() + QStringLiteral("/Papers"));
+    EXPECT_EQ(window_.findChild<OpenDialog*>()->directory().absolutePath(), world_.root() + QStringLiteral("/Papers"));
 }
 
 TEST_F(MainWindowTest, beginsSmallWithoutTheLog) {

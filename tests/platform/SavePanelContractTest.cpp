@@ -1,9 +1,11 @@
 // The contract of the save panel and sheet panel ports, for all implementations.
+#include "platform/qt/exporter/QtAccessoryView.h"
 #include "platform/qt/exporter/QtSavePanels.h"
 #include "platform/qt/exporter/QtSheetPanel.h"
 #include "platform/qt/exporter/SaveDialog.h"
 #include "tests/fakes/FakeExporterInterface.h"
 #include "tests/fakes/FakeSavePanels.h"
+#include "tests/platform/FakeFilePortal.h"
 #include "tests/platform/Waiting.h"
 
 #include <QApplication>
@@ -104,6 +106,82 @@ TYPED_TEST(SavePanelContract, aPanelThatGoesAnswersNothing) {
     runEvents();
     EXPECT_FALSE(this->world_.isUp());
     EXPECT_TRUE(this->results_.empty());
+}
+
+/// Save panels on a bus with a portal.
+class SavePanelOfPortalTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(bus_.isConnected());
+        portal_.start();
+    }
+    void begin() {
+        panel_->setNameFieldStringValue(u"Export.tsv"_s);
+        panel_->beginSheetModalForWindow(nullptr, [this](int result) { results_.push_back(result); });
+    }
+
+    PrivateBus bus_;
+    FakeFilePortal portal_{bus_.service()};
+    Sheets sheets_;
+    QtSavePanels panels_{sheets_, FilePortal([this] { return bus_.client(); })};
+    std::unique_ptr<SavePanel> panel_ = panels_.makeSavePanel();
+    std::vector<int> results_;
+};
+
+TEST_F(SavePanelOfPortalTest, thePortalNamesTheFile) {
+    begin();
+    ASSERT_TRUE(waitUntil([this] { return !portal_.asked.isEmpty(); }));
+    EXPECT_EQ(portal_.asked.constFirst().member(), u"SaveFile"_s);
+    EXPECT_EQ(portal_.title(), u"Save As"_s);
+    EXPECT_EQ(portal_.option("accept_label").toString(), u"_Save"_s);
+    EXPECT_EQ(portal_.option("current_name").toString(), u"Export.tsv"_s);
+    EXPECT_EQ(panel_->nameFieldStringValue(), u"Export.tsv"_s);
+    portal_.respond(0, {u"file:///home/100%25%20of%20%C3%BC.tsv"_s});
+    ASSERT_TRUE(waitUntil([this] { return !results_.empty(); }));
+    EXPECT_EQ(results_, std::vector<int>{kSavePanelConfirmed});
+    EXPECT_EQ(panel_->URL(), QUrl::fromLocalFile(u"/home/100% of \u00fc.tsv"_s));
+    EXPECT_EQ(panel_->nameFieldStringValue(), u"100% of \u00fc.tsv"_s);
+}
+
+TEST_F(SavePanelOfPortalTest, cancellingThePortalsDialogNamesNoFile) {
+    begin();
+    ASSERT_TRUE(waitUntil([this] { return !portal_.asked.isEmpty(); }));
+    portal_.respond(1);
+    ASSERT_TRUE(waitUntil([this] { return !results_.empty(); }));
+    EXPECT_EQ(results_, std::vector<int>{kSavePanelCancelled});
+    EXPECT_FALSE(panel_->URL());
+}
+
+TEST_F(SavePanelOfPortalTest, ourDialogWithTheNameReplacesARefusedOne) {
+    portal_.reply = FakeFilePortal::Reply::error;
+    begin();
+    ASSERT_TRUE(waitUntil([] { return shown<SaveDialog>() != nullptr; }));
+    EXPECT_EQ(panel_->nameFieldStringValue(), u"Export.tsv"_s);
+    panel_->setNameFieldStringValue(u"Export.csv"_s);
+    EXPECT_EQ(shown<SaveDialog>()->name(), u"Export.csv"_s);
+    panel_.reset();
+    EXPECT_EQ(shown<SaveDialog>(), nullptr);
+    EXPECT_TRUE(results_.empty());
+}
+
+TEST_F(SavePanelOfPortalTest, aPanelThatGoesClosesThePortalsDialog) {
+    begin();
+    ASSERT_TRUE(waitUntil([this] { return !portal_.asked.isEmpty(); }));
+    panel_.reset();
+    EXPECT_TRUE(waitUntil([this] { return portal_.closedRequests == QStringList{portal_.requestPath()}; }));
+    EXPECT_TRUE(results_.empty());
+}
+
+TEST_F(SavePanelOfPortalTest, aPanelWithAControlOfOursIsOurs) {
+    struct Control final : QtAccessoryView {
+        [[nodiscard]] QString title() const override { return u"&Format:"_s; }
+        [[nodiscard]] QWidget* makeControl(QWidget* parent) override { return new QLineEdit(parent); }
+    } control;
+    panel_->setAccessoryView(&control);
+    begin();
+    EXPECT_NE(shown<SaveDialog>(), nullptr);
+    EXPECT_TRUE(portal_.asked.isEmpty());
+    panel_.reset();
 }
 
 struct FakeSheetPanelWorld {

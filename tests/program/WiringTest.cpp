@@ -1,6 +1,6 @@
 // Every menu item and every button of the windows has the effect of its name and no other. The tables contain all of
 // them, and no two have the same effect, so the tests notice if two commands are exchanged.
-#include "platform/qt/dialogs/DocumentChooser.h"
+#include "platform/qt/dialogs/OpenDialog.h"
 #include "platform/qt/windows/QtLogView.h"
 #include "platform/qt/windows/QtMenus.h"
 #include "platform/qt/windows/UpdatePane.h"
@@ -80,7 +80,7 @@ protected:
             effect.append(u"about"_s);
             delete about;
         }
-        for (auto* chooser : window.findChildren<DocumentChooser*>()) {
+        for (auto* chooser : window.findChildren<OpenDialog*>()) {
             effect.append(u"documents asked for"_s);
             delete chooser;
         }
@@ -252,7 +252,7 @@ TEST_F(WiringTest, whileACheckRunsASpinnerTurnsAndCheckNowIsDisabled) {
 
 TEST_F(WiringTest, chosenDocumentsGoTheRoadOfADrop) {
     window.chooseDocuments();
-    auto* chooser = window.findChild<DocumentChooser*>();
+    auto* chooser = window.findChild<OpenDialog*>();
     ASSERT_NE(chooser, nullptr);
     Change dropped;
     const Observation observation = dropView.addObserver(

@@ -1,16 +1,31 @@
 #include "platform/qt/dialogs/DocumentChooser.h"
 
+#include "platform/qt/dialogs/OpenDialogs.h"
+
+#include <algorithm>
+#include <utility>
+
 namespace quillow {
 
-DocumentChooser::DocumentChooser(const Workspace& workspace, QWidget* parent)
-    : OpenDialog(QStringLiteral("Choose the documents to convert"), QStringLiteral("Convert"), workspace, parent) {
-    setFileMode(QFileDialog::ExistingFiles);
-    setNameFilters({QStringLiteral("Documents (*.rtf *.rtfd *.htm *.html *.pdf)"), QStringLiteral("All files (*)")});
-    setWindowModality(Qt::WindowModal);
-    setAttribute(Qt::WA_DeleteOnClose);
-    connect(this, &QDialog::accepted, this, [this] {
-        if (handler_) handler_(chosenPaths());
+void DocumentChooser::open(QWidget* window, Handler handler) {
+    FileQuestion question;
+    question.answer = FileQuestion::Answer::files;
+    question.message = QStringLiteral("Choose the documents to convert");
+    question.prompt = QStringLiteral("Convert");
+    question.extensions = QStringLiteral("rtf rtfd htm html pdf").split(u' ');
+    question.alsoAnyFile = true;
+    question.folder = folder_;
+    QDialog* dialog = makeOpenDialog(portal_, question, workspace_, window);
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(dialog, &QDialog::accepted, dialog, [this, dialog, handler = std::move(handler)] {
+        const QStringList paths = chosenPathsOf(*dialog, workspace_);
+        if (paths.isEmpty()) return;
+        const QString& first = paths.constFirst();
+        folder_ = first.left(std::max<qsizetype>(1, first.lastIndexOf(u'/')));
+        handler(paths);
     });
+    dialog->show();
 }
 
 } // namespace quillow

@@ -1,21 +1,34 @@
-// The dialog for choosing documents without a mouse.
+// Choosing documents without a mouse.
 #pragma once
 
-#include "platform/qt/dialogs/OpenDialog.h"
+#include "platform/Workspace.h"
+#include "platform/qt/dialogs/FilePortal.h"
+
+#include <QString>
+#include <QStringList>
 
 #include <functional>
+#include <utility>
+
+class QWidget;
 
 namespace quillow {
 
-class DocumentChooser final : public OpenDialog {
+class DocumentChooser {
 public:
-    DocumentChooser(const Workspace& workspace, QWidget* parent);
+    using Handler = std::function<void(const QStringList& paths)>;
+    explicit DocumentChooser(const Workspace& workspace, FilePortal portal = FilePortal())
+        : workspace_(workspace)
+        , portal_(std::move(portal)) {}
 
-    /// Called with the chosen paths, once, after the dialog has closed.
-    void setHandler(std::function<void(const QStringList& paths)> handler) { handler_ = std::move(handler); }
+    /// Shows a dialog on the window, in the folder of the documents that were chosen before. The handler is called with
+    /// the chosen paths, unless the user cancels.
+    void open(QWidget* window, Handler handler);
 
 private:
-    std::function<void(const QStringList&)> handler_;
+    const Workspace& workspace_;
+    FilePortal portal_;
+    QString folder_;
 };
 
 } // namespace quillow

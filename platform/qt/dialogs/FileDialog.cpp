@@ -6,15 +6,16 @@
 
 namespace quillow {
 
-FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* parent)
+FileDialog::FileDialog(const FileQuestion& question, QWidget* parent)
     : QFileDialog(parent) {
     setOption(QFileDialog::DontUseNativeDialog);
     setAcceptMode(QFileDialog::AcceptOpen);
-    setWindowTitle(QStringLiteral("Choose Files"));
-    setLabelText(QFileDialog::Accept, prompt);
-    startIn(QString());
-    if (message.isEmpty()) return;
-    auto* label = new QLabel(message, this);
+    setWindowTitle(question.title());
+    setLabelText(QFileDialog::Accept, question.prompt);
+    const bool hasFolder = !question.folder.isEmpty() && QDir(question.folder).exists();
+    setDirectory(hasFolder ? question.folder : QDir::homePath());
+    if (question.message.isEmpty()) return;
+    auto* label = new QLabel(question.message, this);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     QFont bold = label->font();
@@ -23,10 +24,6 @@ FileDialog::FileDialog(const QString& message, const QString& prompt, QWidget* p
     label->setContentsMargins(12, 12, 12, 0);
     // Only the menu bar's place is above the dialog's own grid.
     layout()->setMenuBar(label);
-}
-
-void FileDialog::startIn(const QString& path) {
-    setDirectory(!path.isEmpty() && QDir(path).exists() ? path : QDir::homePath());
 }
 
 } // namespace quillow

@@ -1,5 +1,7 @@
-// Qt's own file dialog with a line of text above it. The desktops' native dialogs have no place for such a line.
+// Qt's file dialog with a line of text above it, for desktops without a portal.
 #pragma once
+
+#include "platform/qt/dialogs/FileQuestion.h"
 
 #include <QFileDialog>
 
@@ -7,9 +9,8 @@ namespace quillow {
 
 class FileDialog : public QFileDialog {
 public:
-    FileDialog(const QString& message, const QString& prompt, QWidget* parent);
-    /// Starts in the folder at the path if it exists, else in the home folder.
-    void startIn(const QString& path);
+    /// Starts in the question's folder if it exists, else in the home folder.
+    FileDialog(const FileQuestion& question, QWidget* parent);
 };
 
 } // namespace quillow

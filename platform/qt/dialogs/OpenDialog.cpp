@@ -30,11 +30,15 @@ std::optional<QString> pathUnknownToQt(const QString& text) {
 
 } // namespace
 
-OpenDialog::OpenDialog(const QString& message, const QString& prompt, const Workspace& workspace, QWidget* parent)
-    : FileDialog(message, prompt, parent)
+OpenDialog::OpenDialog(const FileQuestion& question, const Workspace& workspace, QWidget* parent)
+    : FileDialog(question, parent)
     , workspace_(workspace)
     , nameField_(findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
     , acceptButton_(findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"))->button(QDialogButtonBox::Open)) {
+    if (question.answer == FileQuestion::Answer::folder)
+        showFoldersOnly();
+    else
+        showFiles(question);
     connect(nameField_, &QLineEdit::textChanged, this, &OpenDialog::lookAt);
     // A double click would open the bundle as a folder.
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& folder) {
@@ -42,21 +46,21 @@ OpenDialog::OpenDialog(const QString& message, const QString& prompt, const Work
     });
 }
 
-void OpenDialog::showFiles(const QStringList& extensions) {
-    setWindowTitle(QStringLiteral("Choose a File"));
-    setFileMode(QFileDialog::ExistingFile);
-    if (extensions.isEmpty() || extensions.contains(QString())) {
-        setNameFilter(QStringLiteral("All files (*)"));
-        return;
+void OpenDialog::showFiles(const FileQuestion& question) {
+    setFileMode(question.answer == FileQuestion::Answer::files ? QFileDialog::ExistingFiles
+                                                               : QFileDialog::ExistingFile);
+    QStringList filters;
+    if (!question.isForAnyFile()) {
+        QStringList patterns;
+        for (const QString& extension : question.extensions)
+            patterns.append(QStringLiteral("*.") + extension);
+        filters.append(QStringLiteral("Documents (%1)").arg(patterns.join(QLatin1Char(' '))));
     }
-    QStringList patterns;
-    for (const QString& extension : extensions)
-        patterns.append(QStringLiteral("*.") + extension);
-    setNameFilter(QStringLiteral("Documents (%1)").arg(patterns.join(QLatin1Char(' '))));
+    if (question.isForAnyFile() || question.alsoAnyFile) filters.append(QStringLiteral("All files (*)"));
+    setNameFilters(filters);
 }
 
 void OpenDialog::showFoldersOnly() {
-    setWindowTitle(QStringLiteral("Choose a Folder"));
     setFileMode(QFileDialog::Directory);
     setOption(QFileDialog::ShowDirsOnly);
     // There is only one type.

@@ -11,12 +11,10 @@ class QPushButton;
 
 namespace quillow {
 
-class OpenDialog : public FileDialog {
+class OpenDialog final : public FileDialog {
 public:
-    OpenDialog(const QString& message, const QString& prompt, const Workspace& workspace, QWidget* parent);
-    /// For one file with one of these extensions. An empty list or an empty extension means any file.
-    void showFiles(const QStringList& extensions);
-    void showFoldersOnly();
+    /// The question is not for a new file.
+    OpenDialog(const FileQuestion& question, const Workspace& workspace, QWidget* parent);
 
     /// The chosen paths. Call it after the dialog was accepted.
     [[nodiscard]] QStringList chosenPaths() const;
@@ -25,6 +23,8 @@ protected:
     void accept() override;
 
 private:
+    void showFiles(const FileQuestion& question);
+    void showFoldersOnly();
     void lookAt(const QString& text);
     void choose(const QStringList& paths);
     [[nodiscard]] bool mayBeChosen(const QString& path) const;

@@ -3,15 +3,19 @@
 
 #include "platform/Panels.h"
 #include "platform/Workspace.h"
+#include "platform/qt/dialogs/FilePortal.h"
 #include "platform/qt/dialogs/Sheets.h"
+
+#include <utility>
 
 namespace quillow {
 
 class QtPanels final : public Panels {
 public:
-    QtPanels(Sheets& sheets, const Workspace& workspace)
+    QtPanels(Sheets& sheets, const Workspace& workspace, FilePortal portal = FilePortal())
         : sheets_(sheets)
-        , workspace_(workspace) {}
+        , workspace_(workspace)
+        , portal_(std::move(portal)) {}
 
     void beginSheetModalForWindow(const OpenPanel& panel, Window* window,
                                   std::function<void(const std::optional<QUrl>& url)> completionHandler) override;
@@ -19,6 +23,7 @@ public:
 private:
     Sheets& sheets_;
     const Workspace& workspace_;
+    FilePortal portal_;
 };
 
 } // namespace quillow

@@ -1,7 +1,9 @@
 #include "platform/qt/exporter/QtSavePanels.h"
 
 #include "base/PathBytes.h"
+#include "base/PathStrings.h"
 #include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/dialogs/PortalDialog.h"
 #include "platform/qt/dialogs/SheetHandle.h"
 #include "platform/qt/exporter/QtAccessoryView.h"
 #include "platform/qt/exporter/SaveDialog.h"
@@ -13,8 +15,9 @@ namespace {
 
 class QtSavePanel final : public SavePanel {
 public:
-    explicit QtSavePanel(Sheets& sheets)
-        : sheet_(sheets) {}
+    QtSavePanel(Sheets& sheets, FilePortal portal)
+        : portal_(std::move(portal))
+        , sheet_(sheets) {}
 
     void setAccessoryView(AccessoryView* view) override { accessoryView_ = static_cast<QtAccessoryView*>(view); }
     [[nodiscard]] QString nameFieldStringValue() const override { return dialog() ? dialog()->name() : name_; }
@@ -34,20 +37,38 @@ public:
     }
 
 private:
-    [[nodiscard]] SaveDialog* dialog() const { return static_cast<SaveDialog*>(sheet_.dialog()); }
+    /// Our dialog, which may be in the place of the portal's; null if the portal's is in use.
+    [[nodiscard]] static const SaveDialog* ownOf(const QDialog* dialog) {
+        const auto* portals = dynamic_cast<const PortalDialog*>(dialog);
+        return dynamic_cast<const SaveDialog*>(portals ? portals->own() : dialog);
+    }
+    [[nodiscard]] SaveDialog* dialog() const { return const_cast<SaveDialog*>(ownOf(sheet_.dialog())); }
     [[nodiscard]] QDialog* makeDialog(QWidget* parent) const {
-        auto* dialog = new SaveDialog(parent);
+        const FileQuestion question = {
+            FileQuestion::Answer::newFile, {}, QStringLiteral("&Save"), {}, false, {}, name_};
+        // The portal's dialog has no place for a control of ours.
+        if (!accessoryView_ && portal_.isOffered()) {
+            return new PortalDialog(
+                portal_, question, [question](QWidget* window) { return new SaveDialog(question, window); }, parent);
+        }
+        auto* dialog = new SaveDialog(question, parent);
         if (accessoryView_) dialog->setAccessory(accessoryView_->title(), accessoryView_->makeControl(dialog));
-        dialog->setName(name_);
         return dialog;
     }
     void takeAnswer(const QDialog& finished, int result) {
-        const auto& answered = static_cast<const SaveDialog&>(finished);
-        name_ = answered.name();
-        const QStringList chosen = answered.selectedFiles();
-        if (result == QDialog::Accepted && !chosen.isEmpty()) url_ = fileUrlFromPath(chosen.constFirst());
+        QStringList chosen;
+        if (const SaveDialog* own = ownOf(&finished)) {
+            name_ = own->name();
+            chosen = own->selectedFiles();
+        } else {
+            chosen = static_cast<const PortalDialog&>(finished).paths();
+            if (!chosen.isEmpty()) name_ = lastPathComponent(chosen.constFirst());
+        }
+        if (result != QDialog::Accepted || chosen.isEmpty()) return;
+        url_ = fileUrlFromPath(chosen.constFirst());
     }
 
+    FilePortal portal_;
     QtAccessoryView* accessoryView_ = nullptr;
     QString name_;
     std::optional<QUrl> url_;
@@ -57,7 +78,7 @@ private:
 } // namespace
 
 std::unique_ptr<SavePanel> QtSavePanels::makeSavePanel() {
-    return std::make_unique<QtSavePanel>(sheets_);
+    return std::make_unique<QtSavePanel>(sheets_, portal_);
 }
 
 } // namespace quillow

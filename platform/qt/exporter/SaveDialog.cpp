@@ -8,17 +8,17 @@
 
 namespace quillow {
 
-SaveDialog::SaveDialog(QWidget* parent)
-    : FileDialog(QString(), QStringLiteral("&Save"), parent)
+SaveDialog::SaveDialog(const FileQuestion& question, QWidget* parent)
+    : FileDialog(question, parent)
     , nameField_(findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
-    setWindowTitle(QStringLiteral("Save As"));
     setAcceptMode(QFileDialog::AcceptSave);
     setFileMode(QFileDialog::AnyFile);
-    setLabelText(QFileDialog::Accept, QStringLiteral("&Save"));
+    setLabelText(QFileDialog::Accept, question.prompt); // setting the accept mode has reset it
     setLabelText(QFileDialog::FileName, QStringLiteral("&Name:"));
     for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
         if (auto* widget = findChild<QWidget*>(QLatin1String(name))) widget->hide();
     }
+    setName(question.name);
 }
 
 void SaveDialog::setAccessory(const QString& title, QWidget* control) {

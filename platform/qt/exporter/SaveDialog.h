@@ -9,7 +9,7 @@ namespace quillow {
 
 class SaveDialog final : public FileDialog {
 public:
-    explicit SaveDialog(QWidget* parent);
+    SaveDialog(const FileQuestion& question, QWidget* parent);
 
     void setAccessory(const QString& title, QWidget* control);
     [[nodiscard]] QString name() const;

@@ -6,7 +6,6 @@
 #include "platform/qt/controls/FlowRows.h"
 #include "platform/qt/controls/Spinner.h"
 #include "platform/qt/controls/TitleDirection.h"
-#include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/windows/DisclosedContent.h"
 #include "platform/qt/windows/LatestEntry.h"
@@ -53,7 +52,7 @@ QFont bold(QFont font) {
 } // namespace
 
 MainWindow::MainWindow(Alerts& alerts, const Workspace& workspace)
-    : workspace_(workspace)
+    : documentChooser_(workspace)
     , dropArea_(new DropArea(&wayOfCurrentDrag))
     , destination_(new ElidedLabel)
     , convertedCount_(new QLabel)
@@ -303,13 +302,9 @@ void MainWindow::setIsolation(std::function<QString()> isolation) {
 }
 
 void MainWindow::chooseDocuments() {
-    auto* chooser = new DocumentChooser(workspace_, this);
-    chooser->startIn(chooserFolder_);
-    chooser->setHandler([this, chooser](const QStringList& paths) {
-        chooserFolder_ = chooser->directory().absolutePath();
+    documentChooser_.open(this, [this](const QStringList& paths) {
         if (commands_.convert) commands_.convert(paths);
     });
-    chooser->show();
 }
 
 } // namespace quillow

@@ -6,6 +6,7 @@
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 #include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/dialogs/DocumentChooser.h"
 #include "platform/qt/windows/FindBar.h"
 #include "platform/qt/windows/MainWindowCommands.h"
 
@@ -105,7 +106,7 @@ private:
     void run(std::function<void()> MainWindowCommands::*command) const;
 
     QtWindow window_{*this};
-    const Workspace& workspace_;
+    DocumentChooser documentChooser_;
     MainWindowCommands commands_;
     std::vector<std::function<void()>> whenUp_;
     DropArea* dropArea_;
@@ -119,7 +120,6 @@ private:
     DiscloseButton* discloseButton_;
     LatestEntry* latestEntry_;
     bool isBig_ = false;
-    QString chooserFolder_; ///< in which documents were chosen before
     QPushButton* showOutput_ = nullptr;
     QPushButton* openOutput_ = nullptr;
     QPushButton* showFolder_ = nullptr;
