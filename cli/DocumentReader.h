@@ -38,9 +38,6 @@ class ReadingQueue {
 public:
     explicit ReadingQueue(DocumentReader& reader);
 
-    /// The most documents that are given and not yet taken.
-    static constexpr std::size_t kMost = worker::Queue::kMost;
-
     /// Gives a document to a worker. In this process it is read when it is taken.
     void give(Bytes& bytes, const worker::Question& question);
     /// As DocumentReader::read(), the outcome of the document that was given first.

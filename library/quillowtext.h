@@ -35,7 +35,7 @@ enum {
     QUILLOW_NO_LIST_MARKERS = 1 << 2, /* no bullets and numbers before list items */
     QUILLOW_LINKS = 1 << 3,           /* the target after the text of a link: text <target> */
     QUILLOW_HIDDEN_TEXT = 1 << 4,     /* hidden and deleted text too */
-    QUILLOW_HEADERS_FOOTERS = 1 << 5, /* running headers and footers too (RTF) */
+    QUILLOW_HEADERS_FOOTERS = 1 << 5, /* running headers and footers too (RTF; of a PDF, those that its tags name) */
     QUILLOW_REFLOW = 1 << 6           /* join the lines inside a paragraph (PDF, RTF) */
 };
 
@@ -89,7 +89,8 @@ typedef struct quillow_result {
     uint64_t parts_skipped; /* pages, streams or groups that could not be read */
 } quillow_result;
 
-/* Reads one document of `size` bytes. `options` may be NULL. Never returns NULL; give the result to quillow_free. */
+/* Reads one document of `size` bytes, which must not change meanwhile. `options` may be NULL. Never returns NULL; give the
+   result to quillow_free. */
 QUILLOW_EXPORT const quillow_result* quillow_extract(const void* bytes, size_t size, const quillow_options* options);
 
 /* Frees a result and its text. NULL is allowed. */

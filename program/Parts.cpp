@@ -58,9 +58,8 @@ Parts::Preferences::~Preferences() {
 }
 
 void Parts::notifyOf(const Outcome& outcome) {
-    if (QGuiApplication::applicationState() == Qt::ApplicationActive) return;
     const auto [summary, body] = notificationTexts(outcome);
-    notification_.show(summary, body, QStringLiteral("Show"), [this] {
+    notification_.showInBackground(summary, body, QStringLiteral("Show"), [this] {
         delegate_->showMainWindow();
         delegate_->showLastOutputFile();
     });

@@ -136,8 +136,7 @@ public:
     Workers& operator=(const Workers&) = delete;
 
     py::tuple extract(const py::buffer& data, const std::optional<std::string>& kind, const py::dict& options) const {
-        const std::shared_ptr<worker::Pool> pool = pool_; // close() may be called meanwhile
-        if (!pool) throw py::value_error("the pool is closed");
+        const std::shared_ptr<worker::Pool> pool = openPool();
         const Options wanted = optionsOf(options);
         return readDocument(data, kind, [&](Bytes bytes, DocumentKind k) {
             Options useful = wanted;
@@ -147,9 +146,9 @@ public:
     }
 
     [[nodiscard]] std::string isolation() const {
-        if (!pool_) throw py::value_error("the pool is closed");
+        const std::shared_ptr<worker::Pool> pool = openPool();
         const py::gil_scoped_release others;
-        const auto isolation = pool_->isolation();
+        const auto isolation = pool->isolation();
         if (const auto* const why = std::get_if<std::string>(&isolation)) return "none, because " + *why;
         return worker::describe(std::get<worker::Isolation>(isolation));
     }
@@ -162,6 +161,12 @@ public:
     void forget() { static_cast<void>(new std::shared_ptr<worker::Pool>(std::move(pool_))); }
 
 private:
+    /// The caller's share in the pool: close() may be called while it is used.
+    [[nodiscard]] std::shared_ptr<worker::Pool> openPool() const {
+        if (!pool_) throw py::value_error("the pool is closed");
+        return pool_;
+    }
+
     pid_t owner_ = ::getpid();
     std::shared_ptr<worker::Pool> pool_;
 };

@@ -332,7 +332,7 @@ constexpr std::array kOptions = {
     Option{"hidden-text", '\0', Section::text, About::document, "", Offer::nothing, "", setHiddenText,
            "hidden and deleted text too"},
     Option{"headers-footers", '\0', Section::text, About::document, "", Offer::nothing, "", setHeadersFooters,
-           "running headers and footers too (RTF)"},
+           "running headers and footers too (RTF; of a PDF, those that its tags name)"},
     Option{"reflow", '\0', Section::text, About::document, "", Offer::nothing, "", setReflow,
            "join the lines inside a paragraph (PDF, RTF); of a PDF, running heads, feet and page numbers are left out"},
     Option{"explain", '\0', Section::text, About::run, "PAGE", Offer::nothing, "", setExplainedPage,

@@ -24,6 +24,7 @@ import time
 import distributed
 
 EXTENSIONS = {".rtf": "rtf", ".rtfd": "rtfd", ".html": "html", ".htm": "html", ".pdf": "pdf"}
+LARGEST = 1 << 30  # bytes of a document
 
 
 # The plan: which documents are in which shard. It is made once, and kept beside the results.
@@ -88,7 +89,8 @@ def plan_of(folder, inputs, size):
 # On a worker.
 
 def members_of(archive):
-    """The path of each document in an archive, and its bytes and kind. A bundle is its RTF file."""
+    """The path of each document in an archive, and its bytes and kind or what became of it. A bundle is its RTF file."""
+    import quillow
     with tarfile.open(archive) as tar:
         for member in tar:
             path = pathlib.PurePosixPath(member.name)
@@ -97,7 +99,9 @@ def members_of(archive):
                 continue
             path = bundle or path
             if kind := EXTENSIONS.get(path.suffix.lower()):
-                yield f"{archive}/{path}", (tar.extractfile(member).read(), kind)
+                is_too_large = member.size > LARGEST
+                yield f"{archive}/{path}", (quillow.Extraction(None, "too-large", "over 1024 MiB") if is_too_large
+                                            else (tar.extractfile(member).read(), kind))
 
 
 def names_of(path):
@@ -112,7 +116,7 @@ def sha256_of(data):
 
 
 def result_of(path, document, pool):
-    """The line of one document. Its bytes and kind come with it, or are read from its file."""
+    """The line of one document. Its bytes and kind, or what became of it, come with it, or its file is read."""
     import quillow
     start = time.perf_counter()
     document = document or quillow.read(path)

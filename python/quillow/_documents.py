@@ -80,7 +80,8 @@ def read_if_path(data_or_path, kind):
 def extract(data_or_path, kind=None, **options):
     """Reads one document in this process and returns its Extraction.
 
-    data_or_path: the document's bytes (bytes, bytearray, memoryview, mmap), or the path of its file or RTFD bundle.
+    data_or_path: the document's bytes (bytes, bytearray, memoryview, mmap), which must not change meanwhile, or the path of its
+                  file or RTFD bundle.
     kind: "rtf", "rtfd", "html" or "pdf". Without it the path's extension says what the document is, else its content.
 
     Options of the text, with their defaults:
@@ -89,7 +90,7 @@ def extract(data_or_path, kind=None, **options):
       list_markers=True      bullets and numbers before list items
       links=False            the target after the text of a link: text <target>
       hidden_text=False      hidden and deleted text too
-      headers_footers=False  running headers and footers too (RTF)
+      headers_footers=False  running headers and footers too (RTF; of a PDF, those that its tags name)
       reflow=False           join the lines inside a paragraph (PDF, RTF)
       pages=None             only these pages of a PDF: "3-7,12,20-"
       password=None          of a PDF

@@ -17,6 +17,8 @@ CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".ca
 RELEASE = "bookworm"
 USER = "someone"
 WINDOW_PATIENCE_SECONDS = 60
+COMPILATIONS = os.environ.get("CCACHE_DIR")
+UNATTENDED = {"DEBIAN_FRONTEND": "noninteractive"}
 
 
 def run(*command, **options):
@@ -49,6 +51,10 @@ class Archives:
         (root / "etc/apt/apt.conf.d/90proxy").write_text("".join(line + "\n" for line in self.proxies))
 
 
+def home_of(user):
+    return "/root" if user == "root" else f"/home/{user}"
+
+
 class Machine:
     """A root folder with processes of its own, which end with their command."""
 
@@ -60,8 +66,14 @@ class Machine:
                   f"mount -t tmpfs -o mode=1777 tmpfs {self.root}/dev/shm", f"mount -t tmpfs -o mode=1777 tmpfs {self.root}/tmp"]
         for place in binds:
             mounts += [f"mkdir -p {self.root}{place}", f"mount --bind {place} {self.root}{place}"]
-        inside = "env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin " + " ".join(
-            shlex.quote(f"{name}={value}") for name, value in options.pop("environment", {}).items())
+        environment = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", **options.pop("environment", {})}
+        if COMPILATIONS:
+            mounts += [f"mkdir -p {self.root}/ccache", f"mount --bind {shlex.quote(COMPILATIONS)} {self.root}/ccache"]
+            environment |= {"CCACHE_DIR": "/ccache", "CCACHE_READONLY": "true", "CCACHE_TEMPDIR": f"/tmp/ccache-{user}",
+                            "CCACHE_BASEDIR": home_of(user), "CCACHE_NOHASHDIR": "true"}
+            # A compilation is known by its locale, too.
+            environment |= {name: value for name, value in os.environ.items() if name == "LANG" or name.startswith("LC_")}
+        inside = "env -i " + " ".join(shlex.quote(f"{name}={value}") for name, value in environment.items())
         login = f"su {user} -s /bin/bash -c" if user != "root" else "bash -c"
         command = f"set -e\ncd ~{user}\nexport HOME=~{user}\n{script}"
         whole = " && ".join(mounts + [f"exec chroot {self.root} {inside} {login} {shlex.quote(command)}"])
@@ -110,7 +122,7 @@ class Fresh(unittest.TestCase):
         self.machine.run("git -c init.defaultBranch=main clone --quiet /project.bundle quillow", user)
 
     def home(self, user):
-        return self.machine.root / ("root" if user == "root" else f"home/{USER}")
+        return self.machine.root / home_of(user).lstrip("/")
 
     def assert_samples_converted(self, out):
         """The folder has the text of each RTF sample."""
@@ -141,26 +153,50 @@ class Fresh(unittest.TestCase):
         self.clone(USER)
         self.machine.run("cd quillow && ./test", USER)
 
-    def installedPackage(self):
+    def install(self, *names):
+        """Makes the Debian packages, and installs those with these names and what they need."""
         run(SOURCE / "package")
-        package, = (SOURCE / "build/packages").glob("quillow_*.deb")
-        shutil.copy(package, self.machine.root / "quillow.deb")
-        self.machine.run("apt-get -qq update && apt-get install -y -q --no-install-recommends /quillow.deb && "
-                         f"useradd --create-home {USER}", environment={"DEBIAN_FRONTEND": "noninteractive"})
-        before = self.files()
-        self.assertIn("usr/bin/quillow", before)
-
-        # As a user who has nothing of the project but its documents.
+        packages = self.machine.root / "packages"
+        packages.mkdir()
+        for name in names:
+            package, = (SOURCE / "build/packages").glob(f"{name}_*.deb")
+            shutil.copy(package, packages)
+        self.machine.run("apt-get -qq update && apt-get install -y -q --no-install-recommends /packages/*.deb && "
+                         f"useradd --create-home {USER}", environment=UNATTENDED)
+        shutil.rmtree(packages)
         shutil.copytree(SOURCE / "samples", self.machine.root / "samples")
+
+    def assert_purged_clean(self, *names):
+        self.machine.run(f"apt-get purge -y -q {' '.join(names)}", environment=UNATTENDED)
+        self.assertEqual([path for path in self.files() if "quillow" in path.lower()], [])
+
+    def installedPackage(self):
+        self.install("quillow")
+        self.assertIn("usr/bin/quillow", self.files())
+        # As a user who has nothing of the project but its documents.
         self.machine.run("quillow-convert /samples/*.rtf -o out", USER)
         self.assert_samples_converted(self.home(USER) / "out")
         self.assertEqual(self.machine.run("quillow --version", USER, stdout=subprocess.PIPE, text=True,
                                           environment={"QT_QPA_PLATFORM": "offscreen"}).stdout, "Quillow 1.5.1\n")
         self.check_window()
+        self.assert_purged_clean("quillow")
 
-        self.machine.run("apt-get purge -y -q quillow", environment={"DEBIAN_FRONTEND": "noninteractive"})
-        left = [path for path in self.files() if "quillow" in path.lower()]
-        self.assertEqual(left, ["quillow.deb"])
+    def installedLibraries(self):
+        names = ["quillow", "libquillowtext1", "libquillowtext-dev", "python3-quillow"]
+        self.install(*names)
+        self.machine.run("apt-get install -y -q --no-install-recommends gcc libc6-dev pkg-config", environment=UNATTENDED)
+        shutil.copy(SOURCE / "examples/c/textof.c", self.machine.root)
+        expected = (SOURCE / "samples/expected/offer-german.rtf.txt").read_text(encoding="utf-8")
+
+        def output(script):
+            return self.machine.run(script, USER, stdout=subprocess.PIPE, encoding="utf-8").stdout
+
+        self.assertEqual(output("cc /textof.c $(pkg-config --cflags --libs quillowtext) -o textof && "
+                                "./textof /samples/offer-german.rtf"), output("quillow-convert --links /samples/offer-german.rtf"))
+        for reader in ("quillow", "quillow.Pool(workers=1)"):
+            self.assertEqual(output("python3 -X utf8 -c 'import quillow, sys; sys.stdout.write("
+                                    f'{reader}.extract("/samples/offer-german.rtf").text)\''), expected, reader)
+        self.assert_purged_clean(*names)
 
     def files(self):
         """All files of the machine but those of its users."""

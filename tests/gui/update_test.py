@@ -19,7 +19,7 @@ NEWER, SAME = 10600, 10501
 
 
 class Mirrors(http.server.ThreadingHTTPServer):
-    """One server for all mirrors, each a path. The first has no list; the second has one of the release `latest`."""
+    """One server for all mirrors, each a path. The second has a list of the release `latest`, if there is one; the others none."""
 
     def __init__(self):
         super().__init__(("127.0.0.1", 0), Mirror)
@@ -33,7 +33,7 @@ class Mirrors(http.server.ThreadingHTTPServer):
 class Mirror(http.server.BaseHTTPRequestHandler):
     def do_GET(self):
         self.server.asked.append((self.path, dict(self.headers)))
-        if self.path != "/2":
+        if self.path != "/2" or self.server.latest is None:
             self.send_error(404)
             return
         address = f"http://127.0.0.1:{self.server.server_port}/page"
@@ -47,14 +47,19 @@ class Mirror(http.server.BaseHTTPRequestHandler):
         pass
 
 
+def serve_mirrors(test):
+    """Mirrors that end with the test."""
+    mirrors = Mirrors()
+    threading.Thread(target=mirrors.serve_forever, daemon=True).start()
+    test.addCleanup(mirrors.server_close)
+    test.addCleanup(mirrors.shutdown)
+    return mirrors
+
+
 class Update(ProgramTest):
     def setUp(self):
         super().setUp()
-        self.mirrors = Mirrors()
-        thread = threading.Thread(target=self.mirrors.serve_forever, daemon=True)
-        thread.start()
-        self.addCleanup(self.mirrors.server_close)
-        self.addCleanup(self.mirrors.shutdown)
+        self.mirrors = serve_mirrors(self)
 
     def alert(self, text):
         return accessibility.control(self.accessible, "label", text)

@@ -33,7 +33,7 @@ def described(node):
 
 def focused(root):
     return next((node for node in accessibility.walk(root) if has(node, Atspi.StateType.FOCUSED)
-                 and has(node, Atspi.StateType.SHOWING) and node.get_role_name() != "frame"), None)
+                 and has(node, Atspi.StateType.SHOWING) and node.get_role_name() not in ("frame", "panel")), None)
 
 
 def place_on_screen(node):
@@ -63,14 +63,8 @@ class Walk(ProgramTest):
             time.sleep(0.05)
         return focused(root)
 
-    def check_window(self, title, least):
-        """Names, the way of the Tab key through the window, and how the focus shows."""
-        subprocess.run(["xdotool", "windowactivate", "--sync", screen.window(f"^{title}$")])
-        root = self.root(title)
-        all_controls = controls(root)
-        self.assertGreaterEqual(len(all_controls), least)
-        self.assertEqual([described(node) for node in all_controls if not node.get_name()], [])
-
+    def way_of_tab(self, root):
+        """The stops of the Tab key in the window, and those of them at which the focus does not show."""
         stops, unseen, before = [], [], None
         while len(stops) < MOST_STOPS:
             node = self.next_stop(root, before)
@@ -86,6 +80,17 @@ class Walk(ProgramTest):
                 unseen.append(before)
             screen.press_keys("shift+Tab")
             screen.until(lambda: focused(root) and described(focused(root)) == before, "focus back")
+        return stops, unseen
+
+    def check_window(self, title, least):
+        """Names, the way of the Tab key through the window, and how the focus shows."""
+        subprocess.run(["xdotool", "windowactivate", "--sync", screen.window(f"^{title}$")])
+        root = self.root(title)
+        all_controls = controls(root)
+        self.assertGreaterEqual(len(all_controls), least)
+        self.assertEqual([described(node) for node in all_controls if not node.get_name()], [])
+
+        stops, unseen = self.way_of_tab(root)
         # Tab stops once in a group of radio buttons; the arrow keys move in it.
         groups = [node.get_parent() for node in all_controls if described(node) in stops]
         missed = [described(node) for node in all_controls if described(node) not in stops

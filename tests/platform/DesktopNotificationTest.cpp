@@ -7,6 +7,9 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -92,6 +95,32 @@ TEST_F(DesktopNotificationTest, goesAwayWhenItIsClosed) {
         runEvents();
         return server_.members().contains(QStringLiteral("CloseNotification"));
     }));
+}
+
+TEST_F(DesktopNotificationTest, inTheBackgroundItIsShownUntilTheProgramComesToTheFront) {
+    notification_.showInBackground(QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("Show"), {});
+    ASSERT_TRUE(waitUntil([this] { return server_.members().contains(QStringLiteral("Notify")); }));
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(waitUntil([this] { return server_.members().contains(QStringLiteral("CloseNotification")); }));
+}
+
+TEST_F(DesktopNotificationTest, isNotShownInFrontNorOnTheWayThere) {
+    const auto begin = [this] {
+        notification_.showInBackground(QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("Show"), {});
+    };
+    begin();
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(waitUntil([] { return QGuiApplication::applicationState() == Qt::ApplicationActive; }));
+    begin();
+    // As long as a notification would take to come.
+    bool isOver = false;
+    QTimer::singleShot(2 * DesktopNotification::kTimeToTheFront, [&] { isOver = true; });
+    ASSERT_TRUE(waitUntil([&] { return isOver; }));
+    EXPECT_EQ(server_.members(), QStringList());
 }
 
 TEST(DesktopNotification, withoutABusNothingIsShown) {

@@ -21,11 +21,15 @@
 
 #include <QApplication>
 #include <QDragEnterEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPixmap>
 #include <QStyle>
+#include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <ostream>
 
 namespace quillow {
 namespace {
@@ -39,6 +43,7 @@ struct Look {
     int points;
     Theme theme;
     Qt::LayoutDirection direction;
+    friend void PrintTo(const Look& look, std::ostream* out) { *out << look.name; }
 };
 
 QPalette paletteOf(Theme theme) {
@@ -131,6 +136,20 @@ TEST_P(Looks, ofTheMainWindow) {
     expectNoFaults(used.window, "hover");
     used.disclose();
     expectNoFaults(used.window, "big");
+    EXPECT_EQ(used.window.size(), QSize(MainWindow::kMinimumWidth, MainWindow::kBigHeight));
+}
+
+TEST_P(Looks, ofTheFindBar) {
+    UsedMainWindow used;
+    used.disclose();
+    used.window.openFindBar();
+    expectNoFaults(used.window, "find");
+    auto* field = used.window.findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, u"thesis"_s);
+    expectNoFaults(used.window, "found");
+    QTest::keyClicks(field, u" of nobody"_s);
+    expectNoFaults(used.window, "notFound");
     EXPECT_EQ(used.window.size(), QSize(MainWindow::kMinimumWidth, MainWindow::kBigHeight));
 }
 

@@ -1,5 +1,5 @@
 // What is wrong with the geometry of a window's widgets: texts that are cut, controls outside of their window, controls
-// that overlap.
+// that overlap, and English titles whose last sign is at their beginning.
 #pragma once
 
 #include "platform/qt/controls/ElidedLabel.h"
@@ -7,13 +7,16 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QStringList>
 #include <QStyle>
+#include <QTextLayout>
 #include <QWidget>
 
 namespace quillow {
@@ -30,7 +33,8 @@ inline QString nameOf(const QWidget& widget) {
 /// A widget that the user sees as one thing, and not as a frame around others.
 inline bool isControl(const QWidget& widget) {
     return qobject_cast<const QLabel*>(&widget) || qobject_cast<const QAbstractButton*>(&widget) ||
-           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QPlainTextEdit*>(&widget);
+           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QPlainTextEdit*>(&widget) ||
+           qobject_cast<const QLineEdit*>(&widget);
 }
 
 inline QString cutText(const QWidget& widget) {
@@ -72,7 +76,29 @@ inline QString cutText(const QWidget& widget) {
         const QSize need = widget.minimumSizeHint().expandedTo(QSize(0, 0));
         return widget.width() < need.width() || widget.height() < need.height() ? fault(need) : QString();
     }
+    if (const auto* field = qobject_cast<const QLineEdit*>(&widget)) {
+        constexpr int kFewWords = 14; // characters
+        const int width = field->fontMetrics().averageCharWidth() * kFewWords;
+        const QSize need = field->minimumSizeHint().expandedTo({width, 0});
+        return field->width() < need.width() || field->height() < need.height() ? fault(need) : QString();
+    }
     return {};
+}
+
+/// Whether the title, shown in this reading direction, has its last sign after its last letter.
+inline bool endsAtItsEnd(QString title, Qt::LayoutDirection direction) {
+    title.remove(u'&');
+    qsizetype last = title.size() - 1;
+    while (last > 0 && title[last].category() == QChar::Other_Format)
+        --last;
+    QTextLayout layout(title);
+    QTextOption option;
+    option.setTextDirection(direction);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return last < 1 || line.cursorToX(static_cast<int>(last)) > line.cursorToX(static_cast<int>(last) - 1);
 }
 
 } // namespace detail
@@ -112,6 +138,14 @@ inline QString cutText(const QWidget& widget) {
             faults.append(detail::nameOf(*control) + QStringLiteral(" overlaps ") + detail::nameOf(*other));
         }
     }
+    QStringList titles;
+    for (const auto* button : window.findChildren<const QAbstractButton*>())
+        titles.append(button->text());
+    for (const auto* item : window.findChildren<const QAction*>())
+        titles.append(item->text());
+    for (const QString& title : titles)
+        if (!detail::endsAtItsEnd(title, window.layoutDirection()))
+            faults.append(QStringLiteral("'%1' does not end at its end").arg(title));
     for (const auto* bar : window.findChildren<const QMenuBar*>()) {
         for (const QAction* menu : bar->actions()) {
             if (!menu->isVisible()) continue;

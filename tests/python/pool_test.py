@@ -7,6 +7,7 @@ import os
 import pathlib
 import sys
 import threading
+import time
 import unittest
 
 import quillow
@@ -107,6 +108,21 @@ class Pool(unittest.TestCase):
         pool.close()
         reader.join()
         self.assertTrue(not read or read[0].reason == "ok")  # none if close() came before it had a worker
+
+    def test_a_pool_may_close_while_it_finds_out_how_it_isolates(self):
+        def ask(pool):
+            try:
+                return pool.isolation()
+            except ValueError:
+                return "closed before"
+
+        for step in range(40):
+            pool = quillow.Pool(workers=1)
+            with concurrent.futures.ThreadPoolExecutor(1) as thread:
+                answer = thread.submit(ask, pool)
+                time.sleep(step % 8 / 2000)  # so that some close in the middle
+                pool.close()
+                self.assertRegex(answer.result(), "processes|closed")
 
     def test_arguments_without_sense_raise(self):
         for arguments in ({"workers": 0}, {"timeout": -1}, {"timeout": float("nan")}, {"max_memory": 1}):

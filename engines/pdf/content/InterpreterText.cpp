@@ -52,8 +52,12 @@ void Interpreter::setNumber(double TextState::*parameter, double factor, bool mo
 }
 
 void Interpreter::chooseFont() {
-    if (operands_.size() < 2 || !operands_.fromEnd(1).isName() || !operands_.fromEnd(0).isNumber()) return;
-    state_.text.font = &level().resources.font(sources_, operands_.fromEnd(1).view());
+    if (operands_.size() == 0 || !operands_.fromEnd(0).isNumber()) return;
+    const bool hasName = operands_.size() >= 2 && operands_.fromEnd(1).isName();
+    // Where the name is missing, the font stays; no name finds no font, and what that shows has the standard encoding.
+    if (hasName || state_.text.font == nullptr)
+        state_.text.font =
+            &level().resources.font(sources_, hasName ? operands_.fromEnd(1).view() : std::string_view());
     state_.text.size = operands_.fromEnd(0).number;
     spend(level().resources.takeCost() / kCodesAnOperator);
     writer_.stateChanged();

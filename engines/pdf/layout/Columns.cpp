@@ -161,7 +161,8 @@ void addGuttersOfTexts(std::vector<Text> texts, std::span<const Line> lines, std
                                 {"lines right", static_cast<float>((a.left < b.left ? b : a).count)}});
             if (!isGutter) continue;
             const auto isSame = [&gutter](const Gutter& other) { return isSameGutter(gutter, other); };
-            if (gutters.size() == kMostGutters || std::any_of(gutters.begin(), gutters.end(), isSame)) continue;
+            if (std::any_of(gutters.begin(), gutters.end(), isSame)) continue;
+            if (gutters.size() == kMostGutters) return;
             lengthen(gutter, texts, lines);
             gutters.push_back(gutter);
         }

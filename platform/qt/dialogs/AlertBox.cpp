@@ -36,6 +36,8 @@ int neutralReturnCode(const Alert& alert) {
 AlertBox::AlertBox(const Alert& alert, QWidget* parent)
     : QMessageBox(parent) {
     setWindowTitle(QStringLiteral("Quillow"));
+    // A screen reader reads this when the alert appears, and then the other texts in it.
+    setAccessibleName(alert.messageText);
     setIcon(iconFor(alert.alertStyle));
     setTextFormat(Qt::PlainText);
     setText(alert.messageText);

@@ -1,5 +1,6 @@
 #include "platform/qt/exporter/ExportSettingsDialog.h"
 
+#include "platform/qt/controls/TitleDirection.h"
 #include "platform/qt/exporter/CustomLayoutBox.h"
 #include "platform/qt/exporter/FieldChooser.h"
 
@@ -55,7 +56,7 @@ QWidget* ExportSettingsDialog::makeHeaderSwitch() {
 
 QWidget* ExportSettingsDialog::makeButtons() {
     auto* buttons = new QDialogButtonBox;
-    auto* exporting = buttons->addButton(QStringLiteral("E&xport\u2026"), QDialogButtonBox::AcceptRole);
+    auto* exporting = buttons->addButton(directed(QStringLiteral("E&xport\u2026")), QDialogButtonBox::AcceptRole);
     exporting->setDefault(true);
     exporting->setAccessibleDescription(QStringLiteral("Name the file and choose its format"));
     auto* cancelling = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);

@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QGuiApplication>
 #include <QVariantMap>
 
 #include <utility>
@@ -20,10 +21,18 @@ QDBusMessage callOf(const QString& method) {
     return QDBusMessage::createMethodCall(kService, kPath, kService, method);
 }
 
+bool isInFront() {
+    return QGuiApplication::applicationState() == Qt::ApplicationActive;
+}
+
 } // namespace
 
 DesktopNotification::DesktopNotification(Bus bus)
-    : bus_(std::move(bus)) {}
+    : bus_(std::move(bus)) {
+    timeToTheFront_.setSingleShot(true);
+    timeToTheFront_.setInterval(kTimeToTheFront);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &DesktopNotification::closeInFront);
+}
 
 DesktopNotification::~DesktopNotification() {
     close();
@@ -41,6 +50,7 @@ void DesktopNotification::show(const QString& summary, const QString& body, cons
                                std::function<void()> pressed) {
     listen();
     pressed_ = std::move(pressed);
+    closesInFront_ = false;
     QDBusMessage call = callOf(QStringLiteral("Notify"));
     // Servers read a body as markup.
     call << QStringLiteral("Quillow") << id_ << QStringLiteral("org.quillow.Quillow") << summary << body.toHtmlEscaped()
@@ -54,7 +64,25 @@ void DesktopNotification::show(const QString& summary, const QString& body, cons
         const QDBusPendingReply<uint> reply = *finished;
         if (!reply.isError()) id_ = reply.value();
         finished->deleteLater();
+        closeInFront();
     });
+}
+
+void DesktopNotification::showInBackground(const QString& summary, const QString& body, const QString& button,
+                                           std::function<void()> pressed) {
+    if (isInFront()) return;
+    timeToTheFront_.disconnect();
+    timeToTheFront_.callOnTimeout([=, this] {
+        show(summary, body, button, pressed);
+        closesInFront_ = true;
+    });
+    timeToTheFront_.start();
+}
+
+void DesktopNotification::closeInFront() {
+    if (!isInFront()) return;
+    timeToTheFront_.stop();
+    if (closesInFront_) close();
 }
 
 void DesktopNotification::close() {

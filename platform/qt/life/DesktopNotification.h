@@ -4,7 +4,9 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace quillow {
@@ -20,8 +22,14 @@ public:
     /// Replaces the notification that is shown. `pressed` is called when the user presses the notification or its
     /// button. The texts are plain.
     void show(const QString& summary, const QString& body, const QString& button, std::function<void()> pressed);
+    /// Shows it if the program is in the background, and takes it away when the program comes to the front.
+    void showInBackground(const QString& summary, const QString& body, const QString& button,
+                          std::function<void()> pressed);
     /// Takes the notification away.
     void close();
+
+    /// A window that was asked to come to the front gets there within this time.
+    static constexpr std::chrono::milliseconds kTimeToTheFront{500};
 
 private Q_SLOTS:
     void actionInvoked(uint id, const QString& action);
@@ -29,10 +37,13 @@ private Q_SLOTS:
 
 private:
     void listen();
+    void closeInFront();
 
     Bus bus_;
     bool isListening_ = false;
+    bool closesInFront_ = false;
     uint id_ = 0; ///< 0 if none is shown
+    QTimer timeToTheFront_;
     std::function<void()> pressed_;
 };
 

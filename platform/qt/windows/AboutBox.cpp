@@ -5,7 +5,9 @@
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QFocusEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -29,6 +31,27 @@ QLabel* makeTitle() {
     return title;
 }
 
+/// A label that is one link. Qt alone would mark the link at the second press of the Tab key, and keep the focus at
+/// Shift+Tab.
+class LinkLabel final : public QLabel {
+public:
+    explicit LinkLabel(const QString& title)
+        : QLabel(QStringLiteral("<a href=\"#\">%1</a>").arg(title)) {
+        setTextFormat(Qt::RichText);
+        setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+        setAccessibleName(title);
+        setWordWrap(true);
+    }
+
+protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QLabel::focusInEvent(event);
+        const bool isByKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+        if (isByKey) QLabel::focusNextPrevChild(true);
+    }
+    bool focusNextPrevChild(bool next) override { return QFrame::focusNextPrevChild(next); }
+};
+
 } // namespace
 
 AboutBox::AboutBox(const QString& statement, const QString& isolation, const std::function<void()>& visitPage,
@@ -47,10 +70,9 @@ AboutBox::AboutBox(const QString& statement, const QString& isolation, const std
     column->addWidget(makeTitle());
     addText(*column, QStringLiteral("Release %1").arg(QCoreApplication::applicationVersion()));
     addText(*column, statement);
-    auto* link = addText(*column, QStringLiteral("<a href=\"#\">Quillow on the Web</a>"));
-    link->setTextFormat(Qt::RichText);
-    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    link->setAccessibleName(QStringLiteral("Quillow on the Web"));
+    auto* link = new LinkLabel(QStringLiteral("Quillow on the Web"));
+    alignToLayout(*link);
+    column->addWidget(link);
     connect(link, &QLabel::linkActivated, this, [visitPage] { visitPage(); });
     column->addSpacing(kMargin / 2);
     if (!isolation.isEmpty()) column->addWidget(new NoteLabel(isolation));
@@ -74,18 +96,26 @@ AboutBox::AboutBox(const QString& statement, const QString& isolation, const std
     layout->addLayout(upper);
     layout->addStretch(1);
     layout->addWidget(buttons);
+    // A default button looks focused while the focus is on the link.
+    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setFocus();
     const int width = kIconSize + 3 * kMargin + fontMetrics().averageCharWidth() * kColumnCharacters;
     resize(width, layout->totalHeightForWidth(width));
 }
 
-QLabel* AboutBox::addText(QVBoxLayout& column, const QString& text) {
+void AboutBox::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::InsertParagraphSeparator))
+        reject();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void AboutBox::addText(QVBoxLayout& column, const QString& text) {
     auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     alignToLayout(*label);
     column.addWidget(label);
-    return label;
 }
 
 } // namespace quillow

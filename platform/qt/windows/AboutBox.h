@@ -5,7 +5,6 @@
 
 #include <functional>
 
-class QLabel;
 class QVBoxLayout;
 
 namespace quillow {
@@ -16,8 +15,12 @@ public:
     AboutBox(const QString& statement, const QString& isolation, const std::function<void()>& visitPage,
              QWidget* parent);
 
+protected:
+    /// Return closes the box, unless the focus is on the link.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
-    QLabel* addText(QVBoxLayout& column, const QString& text);
+    void addText(QVBoxLayout& column, const QString& text);
 };
 
 } // namespace quillow

@@ -3,6 +3,7 @@
 #include "base/StateTexts.h"
 #include "platform/qt/controls/ElidedLabel.h"
 #include "platform/qt/controls/FlowRows.h"
+#include "platform/qt/controls/TitleDirection.h"
 
 #include <QEvent>
 #include <QPushButton>
@@ -36,7 +37,7 @@ ChosenItem::ChosenItem(QString subject, QString nothing)
 
 void ChosenItem::addButton(const QString& title, const QString& description, Needs needs,
                            std::function<void()> command) {
-    auto* button = new QPushButton(title);
+    auto* button = new QPushButton(directed(title));
     button->setToolTip(description);
     button->setAccessibleDescription(description);
     button->setAutoDefault(true);

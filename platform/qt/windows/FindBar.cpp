@@ -12,6 +12,7 @@ namespace quillow {
 namespace {
 
 constexpr int kGap = 6;
+constexpr int kLeastField = 16; ///< average characters
 
 /// The start of a place of the text, -1 if there is none. The search wraps.
 qsizetype placeIn(const QString& log, const QString& text, qsizetype from, FindStep step) {
@@ -28,21 +29,24 @@ qsizetype placeIn(const QString& log, const QString& text, qsizetype from, FindS
 
 FindBar::FindBar(QtLogView& logView)
     : logView_(logView)
+    , line_(new QHBoxLayout)
+    , rows_(new QVBoxLayout(this))
     , field_(new QLineEdit)
     , note_(new NoteLabel(QString())) {
     setObjectName(QStringLiteral("findBar"));
     field_->setAccessibleName(QStringLiteral("Find in the message log"));
-    field_->setPlaceholderText(QStringLiteral("Find in the message log"));
+    field_->setPlaceholderText(QStringLiteral("Find in the log"));
     field_->setClearButtonEnabled(true);
     note_->setObjectName(QStringLiteral("findNote"));
     note_->setWordWrap(false);
     note_->hide();
 
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(kGap);
-    line->addWidget(field_, 1);
-    line->addWidget(note_);
+    rows_->setContentsMargins(0, 0, 0, 0);
+    rows_->setSpacing(kGap);
+    rows_->addLayout(line_);
+    line_->setSpacing(kGap);
+    line_->addWidget(field_, 1);
+    line_->addWidget(note_);
     addButton(QStringLiteral("Previous"), QStringLiteral("Find the previous place (Shift+F3)"), &FindBar::findPrevious);
     addButton(QStringLiteral("Next"), QStringLiteral("Find the next place (F3)"), &FindBar::findNext);
     addButton(QStringLiteral("Close"), QStringLiteral("Close the find bar (Esc)"), &FindBar::closeBar);
@@ -58,15 +62,14 @@ void FindBar::addButton(const QString& title, const QString& description, void (
     button->setText(title);
     button->setToolTip(description);
     button->setAccessibleDescription(description);
-    button->setAutoRaise(true);
     connect(button, &QToolButton::clicked, this, action);
-    layout()->addWidget(button);
+    line_->addWidget(button);
 }
 
 void FindBar::takePlaceInTabOrder() {
     QWidget* before = &logView_;
-    for (int i = 0; i < layout()->count(); ++i) {
-        QWidget* control = layout()->itemAt(i)->widget();
+    for (int i = 0; i < line_->count(); ++i) {
+        QWidget* control = line_->itemAt(i)->widget();
         if (control->focusPolicy() == Qt::NoFocus) continue;
         setTabOrder(before, control);
         before = control;
@@ -122,6 +125,23 @@ void FindBar::say(const QString& note) {
     note_->setText(note);
     note_->setVisible(!note.isEmpty());
     field_->setAccessibleDescription(note);
+    placeNote();
+}
+
+void FindBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    placeNote();
+}
+
+void FindBar::placeNote() {
+    int rest = width() - note_->sizeHint().width();
+    for (const auto* button : findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly))
+        rest -= button->sizeHint().width() + kGap;
+    const bool isBeside = rest - kGap >= fontMetrics().averageCharWidth() * kLeastField;
+    QBoxLayout* place = isBeside ? line_ : rows_;
+    if (place->indexOf(note_) >= 0) return;
+    (isBeside ? rows_ : line_)->removeWidget(note_);
+    place->insertWidget(1, note_);
 }
 
 void FindBar::closeBar() {

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QLabel;
 class QLineEdit;
 
@@ -29,6 +30,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void addButton(const QString& title, const QString& description, void (FindBar::*action)());
@@ -38,10 +40,14 @@ private:
     void closeBar();
     void takeFocus();
     void say(const QString& note);
+    /// Puts the note beside the field, or below it if that leaves too little of the field.
+    void placeNote();
     /// Ignores case. Whether the log has the text.
     [[nodiscard]] bool select(const QString& text, FindStep step);
 
     QtLogView& logView_;
+    QBoxLayout* line_;
+    QBoxLayout* rows_;
     QLineEdit* field_;
     QLabel* note_;
     bool isFocusDue_ = false;

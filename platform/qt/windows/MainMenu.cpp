@@ -1,6 +1,7 @@
 #include "platform/qt/windows/MainMenu.h"
 
 #include "platform/qt/controls/QtWindow.h"
+#include "platform/qt/controls/TitleDirection.h"
 #include "platform/qt/windows/AboutBox.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtLogView.h"
@@ -138,7 +139,7 @@ void MainMenu::makeHelpMenu() {
 }
 
 QAction* MainMenu::add(QMenu& menu, const QString& title, const QKeySequence& keys, std::function<void()> action) {
-    QAction* item = menu.addAction(title);
+    QAction* item = menu.addAction(directed(title));
     item->setShortcut(keys);
     QObject::connect(item, &QAction::triggered, &window_, [action = std::move(action)] { action(); });
     return item;

@@ -5,6 +5,7 @@
 #include "platform/qt/controls/FittingRow.h"
 #include "platform/qt/controls/FlowRows.h"
 #include "platform/qt/controls/Spinner.h"
+#include "platform/qt/controls/TitleDirection.h"
 #include "platform/qt/dragdrop/DropArea.h"
 #include "platform/qt/windows/DisclosedContent.h"
 #include "platform/qt/windows/LatestEntry.h"
@@ -168,7 +169,7 @@ QLayout* MainWindow::makeLogCommands() {
 
 QPushButton* MainWindow::makeButton(const QString& title, const QString& description,
                                     std::function<void()> MainWindowCommands::*command) {
-    auto* button = new QPushButton(title);
+    auto* button = new QPushButton(directed(title));
     button->setToolTip(description);
     button->setAccessibleDescription(description);
     connect(button, &QPushButton::clicked, this, [this, command] { run(command); });

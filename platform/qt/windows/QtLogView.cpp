@@ -1,6 +1,7 @@
 #include "platform/qt/windows/QtLogView.h"
 
 #include "base/PathBytes.h"
+#include "platform/qt/windows/LogAccess.h"
 #include "platform/qt/windows/LogLayout.h"
 
 #include <QApplication>
@@ -62,6 +63,7 @@ QString displayed(const QString& text) {
 
 QtLogView::QtLogView(QWidget* parent)
     : QPlainTextEdit(parent) {
+    installLogAccess();
     auto* log = new QTextDocument(this);
     log->setDefaultFont(font());
     log->setDocumentLayout(new LogLayout(log, *viewport()));

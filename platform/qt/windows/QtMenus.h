@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Menus.h"
+#include "platform/qt/controls/TitleDirection.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -15,7 +16,7 @@ public:
         : menu_(menu) {}
 
     void insertItem(const MenuItem& item, int atIndex) override {
-        auto* action = new QAction(item.title, &menu_);
+        auto* action = new QAction(directed(item.title), &menu_);
         if (!item.keyEquivalent.isEmpty())
             action->setShortcut(QKeySequence(QStringLiteral("Ctrl+") + item.keyEquivalent));
         QObject::connect(action, &QAction::triggered, action, [run = item.action] {

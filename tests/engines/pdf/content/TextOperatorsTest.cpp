@@ -45,6 +45,12 @@ TEST(PdfTextOperators, unknownFontHasTheStandardEncoding) {
     EXPECT_EQ(dumpOfContent("BT /G 10 Tf 5 5 Td (a)Tj ET"), "5,5 f0 10 \"a\"\n");
 }
 
+TEST(PdfTextOperators, fontWithoutANameIsThePresentOneOrUnknown) {
+    EXPECT_EQ(dumpOfContent("BT 10 Tf 5 5 Td (a)Tj ET"), "5,5 f0 10 \"a\"\n");
+    EXPECT_EQ(dumpOfContent("BT /F 9 Tf (b)Tj 10 Tf 0 5 Td (a)Tj ET"), "0,0 f0 9 \"b\"\n0,5 f0 10 \"a\"\n");
+    EXPECT_EQ(dumpOfContent("BT /F Tf 5 5 Td (a)Tj ET"), "") << "no size";
+}
+
 TEST(PdfTextOperators, fontNamesMayBeEscaped) {
     EXPECT_EQ(dumpOfContent("BT /#46 10 Tf 5 5 Td (a)Tj ET"), "5,5 f0 10 \"a\"\n");
 }
