@@ -4,9 +4,6 @@
 #include "tests/fakes/FakeClock.h"
 #include "tests/platform/FakeTaskbar.h"
 #include "tests/platform/PrivateBus.h"
-#include "tests/platform/Waiting.h"
-
-#include <QDBusMessage>
 
 #include <gtest/gtest.h>
 
@@ -17,20 +14,12 @@ class TaskbarProgressTest : public testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(bus_.isConnected());
-        ASSERT_TRUE(bus_.service().connect(QString(), QString(), QStringLiteral("com.canonical.Unity.LauncherEntry"),
-                                           QStringLiteral("Update"), &taskbar_, SLOT(update(QDBusMessage))));
+        taskbar_.listenOn(bus_.service());
     }
     void wait(int milliseconds) { clock_.set(clock_.now().addMSecs(milliseconds)); }
     /// The signals so far.
     QStringList updates() {
-        // Signals come in order, so the last one has been received when this one has.
-        bus_.client().send(QDBusMessage::createSignal(QStringLiteral("/end"),
-                                                      QStringLiteral("com.canonical.Unity.LauncherEntry"),
-                                                      QStringLiteral("Update"))
-                           << QStringLiteral("end") << QVariantMap());
-        EXPECT_TRUE(
-            waitUntil([this] { return taskbar_.updates.value(taskbar_.updates.size() - 1).startsWith(u"end"); }));
-        taskbar_.updates.removeLast();
+        taskbar_.waitForEarlierSignals(bus_.client());
         return taskbar_.updates;
     }
     static QString update(const char* values) {
