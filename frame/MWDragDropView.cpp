@@ -54,8 +54,11 @@ bool MWDragDropView::performDragOperation(const DraggingInfo& sender) {
 }
 
 void MWDragDropView::addLinkToFiles(const QStringList& files) {
-    for (qsizetype i = 0; i < files.size(); ++i)
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        pathsToCome_ = files.size() - 1 - i;
         setValue(files[i], QStringLiteral("myFilePathDropped"));
+    }
+    pathsToCome_ = 0;
 }
 
 void MWDragDropView::drawRect(const Rect&, Drawing&) {}

@@ -35,6 +35,8 @@ public:
 
     /// The last dropped path; nil before the first drop.
     [[nodiscard]] std::optional<QString> myFilePathDropped() const { return myFilePathDropped_.get(); }
+    /// While the paths of a drop are reported: the number of paths after the current one.
+    [[nodiscard]] qsizetype pathsToCome() const { return pathsToCome_; } // selector: none
     /// True while a drag that the view accepts is over it.
     [[nodiscard]] bool hilited() const { return hilited_; }
 
@@ -42,6 +44,7 @@ private:
     void setHilited(bool hilited);
 
     KVProperty<std::optional<QString>> myFilePathDropped_{*this, u"myFilePathDropped"};
+    qsizetype pathsToCome_ = 0;
     bool hilited_ = false;
 };
 

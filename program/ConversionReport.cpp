@@ -23,6 +23,7 @@ void ConversionReport::documentBegins(const QString& path) {
     // the batch is queued by it.
     if (outcome_ == Outcome()) mainQueue_.addOperation([this] { mainQueue_.addOperation([this] { endBatch(); }); });
     document_ = path;
+    if (progressHandler_) progressHandler_(outcome_.documents);
     ++outcome_.documents;
 }
 

@@ -20,6 +20,9 @@ public:
     /// Called after the log has its entries, once for all documents of one drop or batch.
     void setHandler(std::function<void(const Outcome& outcome)> handler) { handler_ = std::move(handler); }
 
+    /// Called before a document is read, with the number of documents before it in its drop or batch.
+    void setProgressHandler(std::function<void(int documentsBefore)> handler) { progressHandler_ = std::move(handler); }
+
     /// Writes a line about the document that is being read. May be called from the thread that reads it.
     void tell(std::string_view line) const;
 
@@ -32,6 +35,7 @@ private:
 
     MainQueue& mainQueue_;
     std::function<void(const Outcome&)> handler_;
+    std::function<void(int)> progressHandler_;
     QString document_;
     Outcome outcome_;
 };

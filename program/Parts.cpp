@@ -69,6 +69,12 @@ void Parts::notifyOf(const Outcome& outcome) {
     });
 }
 
+qint64 Parts::documentsOfBatch(int documentsBefore) const {
+    // A drop reports documents for a fixed folder one by one. Others are collected before they are converted.
+    const qsizetype collected = delegate_->fileToProcessPathArray().size();
+    return collected > 0 ? collected : documentsBefore + 1 + dropView_.pathsToCome();
+}
+
 PreferencesWindow& Parts::preferences() {
     if (!preferences_) {
         preferences_.emplace(adapters_, *delegate_);
@@ -102,7 +108,10 @@ void Parts::connectWindows(std::function<void()> quit) {
     adapters_.window.logView().setPathActions(
         {ifThere([](QtWorkspace& workspace, const QString& path) { workspace.openFile(path); }),
          ifThere([](QtWorkspace& workspace, const QString& path) { workspace.selectFile(path, QString()); })});
+    adapters_.conversionReport.setProgressHandler(
+        [this](int documentsBefore) { taskbarProgress_.show(documentsBefore, documentsOfBatch(documentsBefore)); });
     adapters_.conversionReport.setHandler([this](const Outcome& outcome) {
+        taskbarProgress_.hide();
         adapters_.window.showOutcome(outcome);
         notifyOf(outcome);
     });

@@ -6,6 +6,7 @@
 #include "frame/MWWhiteView.h"
 #include "platform/qt/controls/LazyWindow.h"
 #include "platform/qt/life/DesktopNotification.h"
+#include "platform/qt/life/TaskbarProgress.h"
 #include "platform/qt/windows/PreferencesBindings.h"
 #include "platform/qt/windows/PreferencesWindow.h"
 #include "platform/qt/windows/QtToolbar.h"
@@ -50,6 +51,8 @@ private:
 
     /// After a batch in the background.
     void notifyOf(const Outcome& outcome);
+    /// The number of documents of the current drop or batch.
+    [[nodiscard]] qint64 documentsOfBatch(int documentsBefore) const;
     void connectOutlets();
     void connectWindows(std::function<void()> quit);
 
@@ -60,6 +63,7 @@ private:
     std::optional<QuillowAppDelegate> delegate_;
     std::optional<Bindings> bindings_;
     DesktopNotification notification_;
+    TaskbarProgress taskbarProgress_{adapters_.clock};
     std::optional<Preferences> preferences_;
 };
 

@@ -169,6 +169,16 @@ TEST_F(MWDragDropViewTest, emptyListReportsNothing) {
     EXPECT_FALSE(view.myFilePathDropped());
 }
 
+TEST_F(MWDragDropViewTest, observersLearnHowManyPathsAreToCome) {
+    QList<qsizetype> toCome;
+    const Observation counting =
+        view.addObserver(u"myFilePathDropped"_s,
+                         [&](const QString&, const KVObject&, const Change&) { toCome.append(view.pathsToCome()); });
+    view.addLinkToFiles(paths);
+    EXPECT_EQ(toCome, (QList<qsizetype>{2, 1, 0}));
+    EXPECT_EQ(view.pathsToCome(), 0);
+}
+
 TEST_F(MWDragDropViewTest, listThatShrinksMeanwhileIsReportedUpToItsNewEnd) {
     QStringList list = paths;
     const Observation shrinking =

@@ -12,6 +12,9 @@ from accessibility import Atspi
 from gui_test import ProgramTest, WINDOW_TITLE
 
 MOST_STOPS = 40
+VIEWS = {"list", "tree"}
+# The current item of a view has the state of the focus even if the view has no focus.
+NO_STOPS = {"frame", "panel", "list item", "table cell"}
 PATIENCE = 1.0  # a window with one control keeps its focus
 
 
@@ -22,9 +25,9 @@ def has(node, state):
 def controls(root):
     """The controls of a window that can be used now."""
     return [node for node in accessibility.walk(root)
-            if node.get_role_name() in accessibility.NAMED_ROLES | {"label"} and has(node, Atspi.StateType.SHOWING)
+            if node.get_role_name() in accessibility.NAMED_ROLES | VIEWS and has(node, Atspi.StateType.SHOWING)
             and has(node, Atspi.StateType.FOCUSABLE) and has(node, Atspi.StateType.SENSITIVE)
-            and node.get_role_name() not in ("menu", "menu item", "check menu item", "label")]
+            and node.get_role_name() not in ("menu", "menu item", "check menu item")]
 
 
 def described(node):
@@ -33,7 +36,7 @@ def described(node):
 
 def focused(root):
     return next((node for node in accessibility.walk(root) if has(node, Atspi.StateType.FOCUSED)
-                 and has(node, Atspi.StateType.SHOWING) and node.get_role_name() not in ("frame", "panel")), None)
+                 and has(node, Atspi.StateType.SHOWING) and node.get_role_name() not in NO_STOPS), None)
 
 
 def place_on_screen(node):
@@ -121,6 +124,16 @@ class Walk(ProgramTest):
         screen.press_keys("alt+u")
         screen.settled_place(screen.window("^Update$"))
         self.check_window("Update", 3)
+
+    def test_dialog_for_documents(self):
+        self.preset_destination()
+        self.start_program()
+        self.press_window("ctrl+o")
+        self.check_window("Choose Files", 11)
+
+    def test_dialog_for_the_destination(self):
+        self.start_program(self.document("thesis.rtf", "x"))
+        self.check_window("Choose a Folder", 11)
 
     def test_drop_area_without_a_mouse(self):
         self.preset_destination()

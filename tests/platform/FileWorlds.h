@@ -41,7 +41,7 @@ struct DiskFileWorld {
     AccessRegistry access;
     QtFileSystem fileSystem{access};
     QtBookmarkStore bookmarkStore{access};
-    QtWorkspace workspace{QDBusConnection(QStringLiteral("none")), [](const QUrl&) {}};
+    QtWorkspace workspace{[] { return QDBusConnection(QStringLiteral("none")); }, [](const QUrl&) { return true; }};
 
     DiskFileWorld() = default;
     DiskFileWorld(const DiskFileWorld&) = delete;

@@ -28,9 +28,9 @@ public:
                       {QStringLiteral("--config-file=") + folder_.filePath(QStringLiteral("session.conf")),
                        QStringLiteral("--nofork"), QStringLiteral("--print-address")});
         if (!daemon_.waitForReadyRead()) return;
-        const QString address = QString::fromLatin1(daemon_.readLine()).trimmed();
-        client_ = QDBusConnection::connectToBus(address, QStringLiteral("client"));
-        service_ = QDBusConnection::connectToBus(address, QStringLiteral("service"));
+        address_ = QString::fromLatin1(daemon_.readLine()).trimmed();
+        client_ = QDBusConnection::connectToBus(address_, QStringLiteral("client"));
+        service_ = QDBusConnection::connectToBus(address_, QStringLiteral("service"));
     }
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
@@ -42,6 +42,7 @@ public:
     }
 
     [[nodiscard]] bool isConnected() const { return client_.isConnected() && service_.isConnected(); }
+    [[nodiscard]] const QString& address() const { return address_; }
     [[nodiscard]] QDBusConnection& client() { return client_; }
     [[nodiscard]] QDBusConnection& service() { return service_; }
 
@@ -53,6 +54,7 @@ private:
 
     QTemporaryDir folder_;
     QProcess daemon_;
+    QString address_;
     QDBusConnection client_{QString()};
     QDBusConnection service_{QString()};
 };

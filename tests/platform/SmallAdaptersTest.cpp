@@ -110,8 +110,11 @@ TEST(QtBundle, findsAResourceByNameAndType) {
 
 TEST(QtWorkspace, opensAddressesOfTheWebAndOfMailOnly) {
     QStringList opened;
-    QtWorkspace workspace(QDBusConnection(QStringLiteral("none")),
-                          [&opened](const QUrl& url) { opened.append(url.toString(QUrl::FullyEncoded)); });
+    QtWorkspace workspace([] { return QDBusConnection(QStringLiteral("none")); },
+                          [&opened](const QUrl& url) {
+                              opened.append(url.toString(QUrl::FullyEncoded));
+                              return true;
+                          });
     const QStringList accepted{QStringLiteral("https://example.org/a?b=c%20d"), QStringLiteral("http://example.org/"),
                                QStringLiteral("mailto:support@example.org?subject=Support%20Request")};
     for (const QString& url : accepted)

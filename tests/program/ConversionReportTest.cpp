@@ -38,6 +38,19 @@ TEST_F(ConversionReportTest, tellsTheOutcomeOnceAfterTheEntries) {
     EXPECT_EQ(told[1], (Outcome{1, 0, 0}));
 }
 
+TEST_F(ConversionReportTest, tellsTheProgressOfEachBatch) {
+    std::vector<int> before;
+    report.setProgressHandler([&](int documentsBefore) { before.push_back(documentsBefore); });
+    for (int batch = 0; batch < 2; ++batch) {
+        for (const QString& path : {u"/in/a.rtf"_s, u"/in/b.rtf"_s, u"/in/c.rtf"_s}) {
+            report.documentBegins(path);
+            report.documentEnds(path, Result::notConverted, QString());
+        }
+        queue.runAll();
+    }
+    EXPECT_EQ(before, (std::vector<int>{0, 1, 2, 0, 1, 2}));
+}
+
 TEST_F(ConversionReportTest, eachLineOnStandardErrorNamesItsDocument) {
     testing::internal::CaptureStderr();
     report.documentBegins(u"/in/a.pdf"_s);

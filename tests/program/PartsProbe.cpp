@@ -59,6 +59,10 @@ public:
         if (name == u"clear") press(parts_.preferences().generalPane().folder(), QStringLiteral("Clear"));
         if (name == u"preferences") parts_.delegate().openPreferences();
         if (name == u"drop") parts_.dropView().addLinkToFiles({argument});
+        if (name == u"dropTimes") {
+            const QStringList documents(argument.section(u' ', 0, 0).toInt(), argument.section(u' ', 1));
+            parts_.dropView().addLinkToFiles(documents);
+        }
         if (name == u"log") say(parts_.window().logView().string().section(QStringLiteral("} "), 1));
         if (name == u"count") say(labelOf(parts_.window(), QStringLiteral("Converted: ")));
         if (name == u"big") parts_.window().discloseButton().click();

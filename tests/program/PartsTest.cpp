@@ -1,4 +1,8 @@
 // The complete program with its real windows and adapters, over several runs. Each run is a separate process.
+#include "tests/platform/FakeTaskbar.h"
+#include "tests/platform/PrivateBus.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -22,7 +26,7 @@ protected:
         for (const char16_t* name : {u"XDG_CONFIG_HOME", u"XDG_DATA_HOME", u"XDG_CACHE_HOME", u"XDG_RUNTIME_DIR"})
             environment.remove(QString::fromUtf16(name));
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, busAddress);
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(QUILLOW_BINARY_DIR "/bin/parts_probe"), steps);
         EXPECT_TRUE(process.waitForFinished(60000));
@@ -35,7 +39,15 @@ protected:
         return home.filePath(u"Texts"_s);
     }
 
+    QString write(const QByteArray& document) {
+        QFile file(home.filePath(u"a.rtf"_s));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(document);
+        return file.fileName();
+    }
+
     QTemporaryDir home;
+    QString busAddress = u"unix:path=/nonexistent"_s;
 };
 
 TEST_F(PartsTest, theFirstLaunchSaysThatItWillAsk) {
@@ -58,14 +70,31 @@ TEST_F(PartsTest, theWindowMenuListsNeitherTheMainWindowNorThePreferences) {
 }
 
 TEST_F(PartsTest, aDroppedDocumentIsConvertedCountedAndLogged) {
-    const QString document = home.filePath(u"a.rtf"_s);
-    QFile file(document);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("{\\rtf1 text}");
-    file.close();
+    const QString document = write("{\\rtf1 text}");
     EXPECT_EQ(run({u"fixedFolder"_s, folder(), u"drop="_s + document, u"log"_s, u"count"_s}),
               (QStringList{u"Converted "_s + document + u"  >>  "_s + folder() + u"/a.txt"_s, u"1"_s}));
     EXPECT_TRUE(QFile::exists(folder() + u"/a.txt"_s));
+}
+
+TEST_F(PartsTest, theTaskbarShowsTheShareOfALongDropThatIsDone) {
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    PrivateBus bus;
+    ASSERT_TRUE(bus.isConnected());
+    FakeTaskbar taskbar;
+    taskbar.listenOn(bus.service());
+    busAddress = bus.address();
+    const QString document = write("{\\rtf1 " + QByteArray("text ").repeated(20000) + '}');
+    // A fast machine needs more documents until a drop is long.
+    for (int count = 100; taskbar.updates.isEmpty() && count < 100000; count *= 4) {
+        run({u"fixedFolder"_s, folder(), u"dropTimes=%1 %2"_s.arg(QString::number(count), document)});
+        taskbar.waitForEarlierSignals(bus.client());
+    }
+    ASSERT_GE(taskbar.updates.size(), 2);
+    const double share = taskbar.updates.constFirst().section(u' ', 1, 1).toDouble();
+    EXPECT_GT(share, 0);
+    EXPECT_LT(share, 1);
+    EXPECT_EQ(taskbar.updates.constLast(), u"application://org.quillow.Quillow.desktop 1 hidden"_s);
 }
 
 TEST_F(PartsTest, theDisclosureButtonMakesTheWindowBigAndTheNextRunKeepsIt) {

@@ -11,6 +11,9 @@ class FileDialog : public QFileDialog {
 public:
     /// Starts in the question's folder if it exists, else in the home folder.
     FileDialog(const FileQuestion& question, QWidget* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 } // namespace quillow
