@@ -95,6 +95,11 @@ class Start(LifeTest):
         self.assertTrue([name for name in libraries if "libQt6Widgets" in name])
         self.assertEqual([name for name in libraries if "imageformats" in name], [])
 
+    def test_libraries_use_their_own_zlib(self):
+        symbols = screen.output_of("nm", "-D", "--defined-only", os.environ["QUILLOW"]).decode().split()
+        self.assertIn("xcb_wait_for_event", symbols)
+        self.assertNotIn("inflate", symbols)
+
 
 class SecondStart(LifeTest):
     def test_its_documents_go_to_the_running_window(self):
