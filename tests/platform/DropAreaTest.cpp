@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ostream>
 #include <string>
 
 namespace quillow {
@@ -35,6 +36,7 @@ struct DropCase {
     Qt::DropActions offered;
     DragOperationMask mask;
     Qt::DropAction answer; ///< if the view returns link
+    friend void PrintTo(const DropCase& dropCase, std::ostream* out) { *out << dropCase.name; }
 };
 
 class DropRule : public testing::TestWithParam<DropCase> {};

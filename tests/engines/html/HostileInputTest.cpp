@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 
 namespace quillow::html {
 namespace {
@@ -54,6 +55,7 @@ constexpr std::uint64_t kMostStepsPerByte = kMaxTreeDepth / 5;
 struct DeepCase {
     const char* open;
     std::size_t times;
+    friend void PrintTo(const DeepCase& deepCase, std::ostream* out) { *out << deepCase.open; }
 };
 
 class DeepNesting : public testing::TestWithParam<DeepCase> {};
@@ -95,6 +97,7 @@ struct HostileCase {
     std::string (*make)(std::size_t times);
     std::size_t times;
     const char* text; ///< the end of the text
+    friend void PrintTo(const HostileCase& hostileCase, std::ostream* out) { *out << hostileCase.name; }
 };
 
 std::string nested(std::string_view open, std::string_view close, std::size_t times) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,9 @@ std::string document(std::string_view start, std::string_view repeated) {
 struct NodeCase {
     std::string_view repeated;
     std::size_t mostBytes; ///< of the nodes and attributes of one repetition
+    friend void PrintTo(const NodeCase& nodeCase, std::ostream* out) {
+        *out << testing::PrintToString(nodeCase.repeated);
+    }
 };
 
 class HtmlNodeMemory : public testing::TestWithParam<NodeCase> {};

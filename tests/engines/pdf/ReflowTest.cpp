@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -158,6 +159,7 @@ TEST(Reflow, aSoftHyphenAtALineEndGoes) {
 struct HyphenCase {
     const char* text;
     const char* expected;
+    friend void PrintTo(const HyphenCase& hyphenCase, std::ostream* out) { *out << hyphenCase.text; }
 };
 
 class LineEndHyphens : public testing::TestWithParam<HyphenCase> {};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::html {
 namespace {
 
@@ -11,6 +13,7 @@ struct HidingCase {
     const char* css;
     const char* body;
     const char* text;
+    friend void PrintTo(const HidingCase& hidingCase, std::ostream* out) { *out << hidingCase.css; }
 };
 
 class StyleSheets : public testing::TestWithParam<HidingCase> {};
@@ -142,6 +145,7 @@ TEST(StyleSheets, aPageThatHidesItselfIsReadWithoutThem) {
 struct MediaCase {
     const char* query;
     bool matches;
+    friend void PrintTo(const MediaCase& mediaCase, std::ostream* out) { *out << mediaCase.query; }
 };
 
 class MediaQueries : public testing::TestWithParam<MediaCase> {};

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace quillow::html {
@@ -12,6 +13,9 @@ using text::Encoding;
 struct PrescanCase {
     const char* bytes;
     std::optional<Encoding> encoding;
+    friend void PrintTo(const PrescanCase& prescanCase, std::ostream* out) {
+        *out << testing::PrintToString(prescanCase.bytes);
+    }
 };
 
 class Prescan : public testing::TestWithParam<PrescanCase> {};

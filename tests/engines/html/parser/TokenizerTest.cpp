@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::html {
 namespace {
 
@@ -41,6 +43,7 @@ std::string tokensOf(std::string_view html) {
 struct TokenCase {
     const char* html;
     const char* tokens;
+    friend void PrintTo(const TokenCase& tokenCase, std::ostream* out) { *out << tokenCase.html; }
 };
 
 class Tokens : public testing::TestWithParam<TokenCase> {};

@@ -5,12 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::html {
 namespace {
 
 struct TreeCase {
     const char* html;
     const char* tree;
+    friend void PrintTo(const TreeCase& treeCase, std::ostream* out) { *out << treeCase.html; }
 };
 
 class TreeConstruction : public testing::TestWithParam<TreeCase> {};
@@ -147,6 +150,7 @@ struct FragmentCase {
     Namespace space;
     const char* html;
     const char* tree;
+    friend void PrintTo(const FragmentCase& fragmentCase, std::ostream* out) { *out << fragmentCase.context; }
 };
 
 class FragmentConstruction : public testing::TestWithParam<FragmentCase> {};

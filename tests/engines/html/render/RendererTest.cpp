@@ -3,12 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::html {
 namespace {
 
 struct Case {
     const char* html;
     const char* text;
+    friend void PrintTo(const Case& one, std::ostream* out) { *out << one.html; }
 };
 
 class Rendering : public testing::TestWithParam<Case> {};
@@ -130,6 +133,7 @@ INSTANTIATE_TEST_SUITE_P(Boxes, Rendering, testing::ValuesIn(kBoxes));
 struct ClampCase {
     const char* style;
     const char* text;
+    friend void PrintTo(const ClampCase& clampCase, std::ostream* out) { *out << clampCase.style; }
 };
 
 class LineClamps : public testing::TestWithParam<ClampCase> {};

@@ -3,12 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::html {
 namespace {
 
 struct Case {
     const char* html;
     const char* text;
+    friend void PrintTo(const Case& one, std::ostream* out) { *out << one.html; }
 };
 
 class WhiteSpaceProcessing : public testing::TestWithParam<Case> {};

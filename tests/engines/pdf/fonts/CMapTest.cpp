@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace quillow::pdf {
@@ -20,6 +21,7 @@ struct CharacterCase {
     const char* map;
     std::uint32_t code;
     std::u32string characters;
+    friend void PrintTo(const CharacterCase& characterCase, std::ostream* out) { *out << characterCase.name; }
 };
 
 class CMapCharacters : public testing::TestWithParam<CharacterCase> {};
@@ -92,6 +94,7 @@ struct UsableCase {
     std::u32string characters;
     std::u32string usable;
     CharacterEvidence evidence;
+    friend void PrintTo(const UsableCase& usableCase, std::ostream* out) { *out << usableCase.name; }
 };
 
 class UsableCharacters : public testing::TestWithParam<UsableCase> {};

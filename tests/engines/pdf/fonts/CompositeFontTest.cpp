@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct CharacterCase {
     std::vector<std::string> objects;
     std::string codes;
     std::u32string characters;
+    friend void PrintTo(const CharacterCase& characterCase, std::ostream* out) { *out << characterCase.name; }
 };
 
 class CompositeFontCharacters : public testing::TestWithParam<CharacterCase> {};
@@ -110,6 +112,7 @@ struct WidthCase {
     std::string descendant;
     std::string code;
     float width;
+    friend void PrintTo(const WidthCase& widthCase, std::ostream* out) { *out << widthCase.name; }
 };
 
 class CompositeFontWidth : public testing::TestWithParam<WidthCase> {};

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,7 @@ struct Case {
     std::vector<std::string> objects;
     std::string codes;
     std::u32string characters;
+    friend void PrintTo(const Case& one, std::ostream* out) { *out << one.name; }
 };
 
 class FontProgramEvidence : public testing::TestWithParam<Case> {};

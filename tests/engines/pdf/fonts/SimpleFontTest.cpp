@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct CharacterCase {
     std::vector<std::string> objects;
     std::string codes;
     std::u32string characters;
+    friend void PrintTo(const CharacterCase& characterCase, std::ostream* out) { *out << characterCase.name; }
 };
 
 class SimpleFontCharacters : public testing::TestWithParam<CharacterCase> {};
@@ -181,6 +183,7 @@ struct WidthCase {
     std::string font;
     std::string code;
     float width;
+    friend void PrintTo(const WidthCase& widthCase, std::ostream* out) { *out << widthCase.name; }
 };
 
 class SimpleFontWidth : public testing::TestWithParam<WidthCase> {};
@@ -216,6 +219,7 @@ struct ExtentCase {
     std::string font;
     float ascent;
     float descent;
+    friend void PrintTo(const ExtentCase& extentCase, std::ostream* out) { *out << extentCase.name; }
 };
 
 class FontExtent : public testing::TestWithParam<ExtentCase> {};

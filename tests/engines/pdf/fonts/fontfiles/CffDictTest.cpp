@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -13,6 +15,9 @@ using namespace build;
 struct OperandCase {
     std::string bytes;
     double value;
+    friend void PrintTo(const OperandCase& operandCase, std::ostream* out) {
+        *out << testing::PrintToString(operandCase.bytes);
+    }
 };
 
 class PdfCffDictOperands : public testing::TestWithParam<OperandCase> {};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -44,6 +46,7 @@ struct CharsetCase {
     std::string charset;
     std::uint32_t predefined;
     std::vector<std::string> names;
+    friend void PrintTo(const CharsetCase& charsetCase, std::ostream* out) { *out << charsetCase.name; }
 };
 
 class PdfCffCharsets : public testing::TestWithParam<CharsetCase> {};
@@ -109,6 +112,7 @@ struct EncodingCase {
     unsigned code;
     unsigned glyph;
     std::string_view glyphName;
+    friend void PrintTo(const EncodingCase& encodingCase, std::ostream* out) { *out << encodingCase.name; }
 };
 
 class PdfCffEncodings : public testing::TestWithParam<EncodingCase> {};

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -29,6 +31,7 @@ struct WidthCase {
     std::string_view name;
     std::string charstring;
     std::optional<float> width;
+    friend void PrintTo(const WidthCase& widthCase, std::ostream* out) { *out << widthCase.name; }
 };
 
 class PdfCffWidths : public testing::TestWithParam<WidthCase> {};

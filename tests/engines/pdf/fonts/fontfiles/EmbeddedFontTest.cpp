@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -20,6 +22,7 @@ struct KindCase {
     std::string_view name;
     std::string bytes;
     std::optional<Kind> kind;
+    friend void PrintTo(const KindCase& kindCase, std::ostream* out) { *out << kindCase.name; }
 };
 
 class PdfEmbeddedFont : public testing::TestWithParam<KindCase> {};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -64,6 +66,7 @@ struct CharacterCase {
     std::string_view name;
     CodeRanges codes; ///< of glyph 1
     std::u32string_view characters;
+    friend void PrintTo(const CharacterCase& characterCase, std::ostream* out) { *out << characterCase.name; }
 };
 
 class PdfTrueTypeFileCharacters : public testing::TestWithParam<CharacterCase> {};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace quillow::pdf {
 namespace {
 
@@ -26,6 +28,7 @@ struct EncodingCase {
     std::string_view encoding;
     unsigned code;
     std::string_view name;
+    friend void PrintTo(const EncodingCase& encodingCase, std::ostream* out) { *out << encodingCase.encoding; }
 };
 
 class PdfType1Encodings : public testing::TestWithParam<EncodingCase> {};
@@ -105,6 +108,7 @@ TEST(PdfType1File, notdefIsGlyph0WhereverItComes) {
 struct ContainerCase {
     std::string_view name;
     std::string bytes;
+    friend void PrintTo(const ContainerCase& containerCase, std::ostream* out) { *out << containerCase.name; }
 };
 
 class PdfType1Containers : public testing::TestWithParam<ContainerCase> {};
@@ -210,6 +214,7 @@ struct WidthCase {
     std::string_view name;
     std::string charstring;
     std::optional<float> width;
+    friend void PrintTo(const WidthCase& widthCase, std::ostream* out) { *out << widthCase.name; }
 };
 
 class PdfType1Widths : public testing::TestWithParam<WidthCase> {};
