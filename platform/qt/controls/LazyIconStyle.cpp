@@ -12,16 +12,16 @@ public:
         : icon_(icon) {}
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) override {
-        read().paint(painter, place, Qt::AlignCenter, mode, state);
+        theirs().paint(painter, place, Qt::AlignCenter, mode, state);
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return read().pixmap(size, 1, mode, state);
+        return theirs().pixmap(size, 1, mode, state);
     }
     [[nodiscard]] QIconEngine* clone() const override { return new LazyIcon(*this); }
 
 private:
     /// Of the application's style now: the style that made this icon may be gone.
-    [[nodiscard]] QIcon read() const {
+    [[nodiscard]] QIcon theirs() const {
         const QStyle* style = QApplication::style();
         const auto* lazy = dynamic_cast<const LazyIconStyle*>(style);
         return (lazy ? lazy->baseStyle() : style)->standardIcon(icon_);

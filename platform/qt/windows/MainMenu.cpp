@@ -82,7 +82,8 @@ void MainMenu::addFindItems(QMenu& edit) {
     const auto addAgain = [&](const QString& title, Qt::KeyboardModifiers shift, FindStep step) {
         const auto again = [this, step] { window_.findAgain(step); };
         add(edit, title, {}, again)
-            ->setShortcuts({QKeySequence(shift | Qt::Key_F3), QKeySequence(shift | Qt::CTRL | Qt::Key_G)});
+            ->setShortcuts(
+                {QKeyCombination(shift, Qt::Key_F3), QKeyCombination(shift | Qt::ControlModifier, Qt::Key_G)});
     };
     addAgain(QStringLiteral("Find &Next"), Qt::NoModifier, FindStep::next);
     addAgain(QStringLiteral("Find &Previous"), Qt::ShiftModifier, FindStep::previous);
