@@ -7,6 +7,8 @@
 
 #include <QGuiApplication>
 
+#include <malloc.h>
+
 #include <utility>
 
 namespace quillow {
@@ -41,6 +43,8 @@ Parts::Parts(QtMainQueue& mainQueue, const Termination& termination, std::functi
 void Parts::doWhatCanWait() {
     QGuiApplication::setWindowIcon(applicationIcon());
     adapters_.backgroundQueue.release();
+    // The start leaves free memory behind: what was read of the fonts' configuration, and the first layout.
+    ::malloc_trim(0);
 }
 
 Parts::Preferences::Preferences(Adapters& adapters, QuillowAppDelegate& delegate)

@@ -1,6 +1,7 @@
 // The desktop program. A start that finds another instance running hands its documents over and ends.
 #include "base/Release.h"
 #include "frame/MWAppSupportUtility.h"
+#include "platform/qt/controls/LazyIconStyle.h"
 #include "platform/qt/life/SingleInstance.h"
 #include "program/Application.h"
 #include "program/CommandLine.h"
@@ -53,6 +54,7 @@ int runProgram(const Handover& handover) {
 int main(int argc, char** argv) {
     const quillow::LauncherTraces traces;
     QApplication application(argc, argv);
+    QApplication::setStyle(new quillow::LazyIconStyle);
     quillow::describeApplication();
     return quillow::runProgram(quillow::handoverOf(application, argc, argv, traces));
 }

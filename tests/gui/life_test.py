@@ -86,6 +86,21 @@ class LifeTest(ProgramTest):
         return sorted(RUNTIME.glob("org.quillow.Quillow-*.socket"))
 
 
+class Start(LifeTest):
+    def test_no_library_for_pictures_is_loaded(self):
+        self.start_program()
+        screen.until(lambda: screen.output_of("xprop", "-id", self.window, "_NET_WM_ICON").count(b"Icon"), "icon")
+        self.wait_for_answer()
+        libraries = {line.split()[-1] for line in pathlib.Path(f"/proc/{self.program.pid}/maps").read_text().splitlines()}
+        self.assertTrue([name for name in libraries if "libQt6Widgets" in name])
+        self.assertEqual([name for name in libraries if "imageformats" in name], [])
+
+    def test_libraries_use_their_own_zlib(self):
+        symbols = screen.output_of("nm", "-D", "--defined-only", os.environ["QUILLOW"]).decode().split()
+        self.assertIn("xcb_wait_for_event", symbols)
+        self.assertNotIn("inflate", symbols)
+
+
 class SecondStart(LifeTest):
     def test_its_documents_go_to_the_running_window(self):
         folder = self.papers / "two  blanks 'and' \"quotes\""
