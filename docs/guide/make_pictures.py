@@ -22,6 +22,12 @@ def picture(window, name):
     screen.save_settled_picture(place._replace(y=place.y - TITLE_BAR, height=place.height + TITLE_BAR), str(OUTPUT / name))
 
 
+def join(pictures, name):
+    """OUTPUT/name: the pictures one below another."""
+    subprocess.run(["convert", *(OUTPUT / picture for picture in pictures), "-background", "white", "-gravity", "north", "-splice", "0x14",
+                    "-append", "-chop", "0x14", "-strip", OUTPUT / name], check=True)
+
+
 def with_documents():
     """Documents of several kinds, one of them without text."""
     papers = HOME / "Papers"
@@ -49,13 +55,15 @@ def main():
         screen.pointer("windowactivate", "--sync", window)
         screen.press_keys("ctrl+l")
         screen.until(lambda: screen.place_of(window).height > 500, "big window")
-        picture(window, "window.png")
+        picture(window, "window-big.png")
         screen.press_keys("ctrl+comma")
         preferences = screen.window("^General")
         screen.move_window(preferences, 60, 60)
-        picture(preferences, "preferences.png")
+        picture(preferences, "preferences-general.png")
         accessibility.press(accessibility.control(root, "radio button", "Update"))
         picture(screen.window("^Update"), "preferences-update.png")
+        join(["window-small.png", "window-big.png"], "window.png")
+        join(["preferences-general.png", "preferences-update.png"], "preferences.png")
     finally:
         program.terminate()
         program.wait()

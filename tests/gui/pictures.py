@@ -4,9 +4,7 @@
 Saves LOOK-small.png, LOOK-big.png, LOOK-general.png and LOOK-update.png for each look. A look is a theme (light, dark, contrast), a
 font size in points, a scale and a reading direction (ltr, rtl), such as light-14-1.5-rtl. Without looks it takes the ones below.
 
-The pictures of the README and the guide:
-    tests/gui/session.py --home /home/user -- tests/gui/pictures.py --docs docs
-This saves window.png and preferences.png. $QUILLOW names the program, build/release/bin/quillow if it is not set.
+$QUILLOW names the program, build/release/bin/quillow if it is not set. The pictures of the README and the guide: docs/guide/make_pictures.sh
 """
 import os
 import pathlib
@@ -111,26 +109,9 @@ def take(look, folder):
     (HOME / "Library/Application Support/Quillow/Quillow.qwldat").unlink(missing_ok=True)
 
 
-def join(pictures, path):
-    subprocess.run(["convert", *pictures, "-bordercolor", "white", "-background", "white", "-gravity", "north", "-splice", "0x14",
-                    "-append", "-chop", "0x14", "-strip", path], check=True)
-
-
-def make_documentation(folder):
-    look = "light-10-1-ltr"
-    take(look, folder)
-    join([folder / f"{look}-small.png", folder / f"{look}-big.png"], folder / "window.png")
-    join([folder / f"{look}-general.png", folder / f"{look}-update.png"], folder / "preferences.png")
-    for part in ("small", "big", "general", "update"):
-        (folder / f"{look}-{part}.png").unlink()
-
-
 def main(arguments):
-    documentation = arguments[:1] == ["--docs"]
-    folder = pathlib.Path(arguments[1 if documentation else 0])
+    folder = pathlib.Path(arguments[0])
     folder.mkdir(parents=True, exist_ok=True)
-    if documentation:
-        return make_documentation(folder)
     for look in arguments[1:] or LOOKS:
         take(look, folder)
 
