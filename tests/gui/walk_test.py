@@ -135,6 +135,15 @@ class Walk(ProgramTest):
         self.start_program(self.document("thesis.rtf", "x"))
         self.check_window("Choose a Folder", 11)
 
+    def test_dialog_for_a_new_file(self):
+        self.document("a.rtf", "x")
+        self.start(os.environ["EXPORTER_WINDOW"], cwd=self.papers)
+        self.accessible = accessibility.application("exporter_window")
+        for title, key in (("^People$", "ctrl+e"), ("^Export$", "Return")):
+            subprocess.run(["xdotool", "windowactivate", "--sync", screen.window(title)])
+            screen.press_keys(key)
+        self.check_window("Save As", 11)
+
     def test_drop_area_without_a_mouse(self):
         self.preset_destination()
         paper = self.document("thesis.rtf", "x")

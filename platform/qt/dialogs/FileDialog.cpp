@@ -50,7 +50,7 @@ FileDialog::FileDialog(const FileQuestion& question, QWidget* parent)
     layout()->setMenuBar(label);
 }
 
-/// Styles draw a selected place alike with and without the focus.
+/// Styles draw a selected place the same with and without the focus.
 bool FileDialog::eventFilter(QObject* watched, QEvent* event) {
     if (watched->objectName() == kPlaces) {
         auto* places = static_cast<QWidget*>(watched);

@@ -5,13 +5,16 @@
 #include "platform/qt/dialogs/FileQuestion.h"
 
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
 #include <QObject>
 #include <QStringList>
 #include <QVariantMap>
 
 #include <functional>
 #include <memory>
+#include <utility>
+
+class QDBusMessage;
+class QDBusPendingCallWatcher;
 
 namespace quillow {
 

@@ -13,7 +13,7 @@ namespace quillow {
                                       const Workspace& workspace, QWidget* window);
 
 /// The paths chosen in a dialog made here. Call it after the dialog was accepted. The portal's dialog shows an RTFD
-/// bundle as a folder: its file TXT.rtf stands for the bundle.
+/// bundle as a folder, so its file TXT.rtf means the bundle.
 [[nodiscard]] QStringList chosenPathsOf(const QDialog& dialog, const Workspace& workspace);
 
 } // namespace quillow

@@ -7,8 +7,8 @@
 namespace quillow {
 namespace {
 
-/// The window as the portals identify it. A Wayland window has a handle only through a protocol that Qt does not offer;
-/// the portal's dialog then stands beside it.
+/// The window as the portals identify it; empty for a Wayland window, because Qt does not offer the protocol for that.
+/// Then the portal's dialog is a window of its own.
 QString portalsNameOf(const QWidget* window) {
     if (!window || QGuiApplication::platformName() != u"xcb") return {};
     return QStringLiteral("x11:") + QString::number(window->window()->winId(), 16);

@@ -44,8 +44,10 @@ private:
     }
     [[nodiscard]] SaveDialog* dialog() const { return const_cast<SaveDialog*>(ownOf(sheet_.dialog())); }
     [[nodiscard]] QDialog* makeDialog(QWidget* parent) const {
-        const FileQuestion question = {
-            FileQuestion::Answer::newFile, {}, QStringLiteral("&Save"), {}, false, {}, name_};
+        FileQuestion question;
+        question.answer = FileQuestion::Answer::newFile;
+        question.prompt = QStringLiteral("&Save");
+        question.name = name_;
         // The portal's dialog has no place for a control of ours.
         if (!accessoryView_ && portal_.isOffered()) {
             return new PortalDialog(
