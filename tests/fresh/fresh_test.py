@@ -69,8 +69,8 @@ class Machine:
         environment = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", **options.pop("environment", {})}
         if COMPILATIONS:
             mounts += [f"mkdir -p {self.root}/ccache", f"mount --bind {shlex.quote(COMPILATIONS)} {self.root}/ccache"]
-            environment |= {"CCACHE_DIR": "/ccache", "CCACHE_READONLY": "true", "CCACHE_TEMPDIR": f"/tmp/ccache-{user}",
-                            "CCACHE_BASEDIR": home_of(user), "CCACHE_NOHASHDIR": "true"}
+            (self.root / "etc/ccache.conf").write_text(
+                f"cache_dir = /ccache\nread_only = true\ntemporary_dir = /tmp/ccache-{user}\nbase_dir = {home_of(user)}\nhash_dir = false\n")
             # A compilation is known by its locale, too.
             environment |= {name: value for name, value in os.environ.items() if name == "LANG" or name.startswith("LC_")}
         inside = "env -i " + " ".join(shlex.quote(f"{name}={value}") for name, value in environment.items())
