@@ -6,6 +6,7 @@
 #include "platform/qt/dialogs/QtPanels.h"
 #include "tests/platform/FakeFilePortal.h"
 #include "tests/platform/FileWorlds.h"
+#include "tests/platform/FolderPanel.h"
 #include "tests/platform/VisibleDialogs.h"
 
 #include <QApplication>
@@ -34,14 +35,6 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(bus_.isConnected());
         widget_.show();
-    }
-    static OpenPanel folderPanel() {
-        OpenPanel panel;
-        panel.canChooseDirectories = true;
-        panel.canChooseFiles = false;
-        panel.prompt = QStringLiteral("Select");
-        panel.message = QStringLiteral("Please select the destination folder");
-        return panel;
     }
     static OpenPanel filePanel() {
         OpenPanel panel;

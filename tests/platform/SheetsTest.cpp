@@ -6,6 +6,7 @@
 #include "platform/qt/dialogs/QtAlerts.h"
 #include "platform/qt/dialogs/QtPanels.h"
 #include "tests/platform/FileWorlds.h"
+#include "tests/platform/FolderPanel.h"
 #include "tests/platform/VisibleDialogs.h"
 #include "tests/platform/Waiting.h"
 
@@ -67,14 +68,6 @@ protected:
     }
     static Alert alert(const char16_t* message, const QStringList& buttons = {}) {
         return {QString::fromUtf16(message), QStringLiteral("informative"), AlertStyle::warning, buttons};
-    }
-    static OpenPanel folderPanel() {
-        OpenPanel panel;
-        panel.canChooseDirectories = true;
-        panel.canChooseFiles = false;
-        panel.prompt = QStringLiteral("Select");
-        panel.message = QStringLiteral("Please select the destination folder");
-        return panel;
     }
 
     static OpenPanel documentPanel() {

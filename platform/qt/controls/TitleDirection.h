@@ -5,9 +5,9 @@
 
 namespace quillow {
 
-/// The title as a button or a menu shows it in the program's reading direction. Both take the direction of a text from
-/// the layout, so in a right-to-left layout "Change…" would read "…Change". A left-to-right mark at the end holds the
-/// last signs there. In a left-to-right layout the title is unchanged.
+/// The title with a left-to-right mark at its end if the layout is right-to-left. Buttons and menus take the direction
+/// of a text from the layout, so without the mark "Change…" would read "…Change". In a left-to-right layout the title
+/// is unchanged.
 [[nodiscard]] QString directed(const QString& title);
 
 } // namespace quillow
